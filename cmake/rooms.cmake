@@ -1,0 +1,49 @@
+# One interface target carries what every target is compiled with.
+add_library(zomrel_options INTERFACE)
+target_include_directories(zomrel_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_definitions(
+  zomrel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
+                           QT_DISABLE_DEPRECATED_BEFORE=0x060000)
+target_compile_options(
+  zomrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                           -Wold-style-cast -Wcast-qual)
+
+option(ZOMREL_WERROR "Treat warnings as errors" OFF)
+if(ZOMREL_WERROR)
+  target_compile_options(zomrel_options INTERFACE -Werror)
+endif()
+
+set(ZOMREL_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+if(ZOMREL_SANITIZE)
+  target_compile_options(zomrel_options INTERFACE -fsanitize=${ZOMREL_SANITIZE} -fno-omit-frame-pointer
+                                                  -fno-sanitize-recover=all)
+  target_link_options(zomrel_options INTERFACE -fsanitize=${ZOMREL_SANITIZE})
+endif()
+
+# zomrel_room(NAME SOURCES ... LINKS ...): a room of the program is a static library that sees
+# only the rooms below it, so a call that points upwards does not link.
+function(zomrel_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ROOM_SOURCES})
+  target_link_libraries(${name} PUBLIC zomrel_options ${ROOM_LINKS})
+endfunction()
+
+# zomrel_gtest(NAME SOURCES ... LINKS ...): a GoogleTest binary without widgets.
+function(zomrel_gtest name)
+  cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${T_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${T_LINKS} GTest::gtest GTest::gmock zomrel_gtest_main)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()
+
+# zomrel_qtest(NAME SOURCES ... LINKS ...): a Qt Test binary over real widgets, offscreen.
+function(zomrel_qtest name)
+  cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${T_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${T_LINKS} Qt6::Test zomrel_test_support)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QString>
+#include <QTableView>
+
+namespace controls {
+
+class DataControl;
+class DBGridModel;
+
+struct DBGridColumn
+{
+    QString caption;
+    QString field;
+    /// Relative width of a shown column; 0 hides it (the column exists all the same).
+    int width = 0;
+    /// Digits behind the decimal sign of a number, as "0.00" has 2; -1 for the general conversion.
+    int decimals = -1;
+};
+
+/// A grid bound to a data control: it shows the rows of its recordset, pages them in as they come
+/// into view, stands on the recordset's current row and moves the recordset when the user moves in
+/// it.
+///
+/// Columns stand in their stored order from the left edge although the forms read from right to
+/// left: the view's own direction is left-to-right, its cells' text right-aligned. The caption is a
+/// band above the column headers. Shown columns share the width by their relative widths.
+///
+/// Read-only unless setEditable is called; then it has a blank last row on which typing adds a
+/// record, edits a cell in place and writes the row when it is left (or the grid is closed), and
+/// deletes the selected row with the Delete key. What the store refuses is told in a box of the
+/// grid's own, in Hebrew, and the row keeps what was typed until it is mended or Escape drops it.
+class DBGrid : public QTableView
+{
+    Q_OBJECT
+    Q_PROPERTY(QString caption READ caption WRITE setCaption)
+
+public:
+    explicit DBGrid(const QString& name, QWidget* parent = nullptr);
+    ~DBGrid() override;
+
+    void setColumns(const QList<DBGridColumn>& columns);
+    void setDataSource(DataControl* source);
+    QString caption() const;
+    void setCaption(const QString& caption);
+    void setEditable(bool editable);
+
+    /// Writes a row that is being edited. True where nothing is left unwritten.
+    bool commitEdits();
+
+signals:
+    /// A double-click on a row.
+    void DblClick();
+    /// Enter in a read-only grid.
+    void enterPressed();
+};
+
+/// Font size 11 and black text.
+void SetGridFont(DBGrid& grid);
+
+} // namespace controls

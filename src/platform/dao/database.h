@@ -1,0 +1,188 @@
+#pragma once
+
+#include "platform/dao/recordset.h"
+#include "platform/dao/types.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace dao {
+
+class Driver;
+class Database;
+
+/// One index of a table definition.
+class Index
+{
+public:
+    explicit Index(IndexInfo info) : info_(std::move(info)) {}
+    const QString& Name() const { return info_.name; }
+    const QStringList& Fields() const { return info_.fields; }
+    bool Primary() const { return info_.primary; }
+    const IndexInfo& info() const { return info_; }
+
+private:
+    IndexInfo info_;
+};
+
+class TableDef;
+
+/// A field that is made by TableDef::CreateField and not yet appended, or one that stands in a
+/// table.
+class FieldDef
+{
+public:
+    explicit FieldDef(FieldInfo info) : info_(std::move(info)) {}
+    const QString& Name() const { return info_.name; }
+    DataType Type() const { return info_.type; }
+    int Size() const { return info_.size; }
+    const FieldInfo& info() const { return info_; }
+
+private:
+    FieldInfo info_;
+};
+
+/// The indexes of a table: the primary key first, then the others in the order of creation.
+class Indexes
+{
+public:
+    explicit Indexes(TableDef& table) : table_(table) {}
+    int Count() const;
+    /// Raises 3265 for a position or name that does not exist.
+    Index operator()(int position) const;
+    Index operator()(const QString& name) const;
+    /// Adds an index, in the store at once where the table is appended, otherwise with the table.
+    void Append(const Index& index);
+
+private:
+    TableDef& table_;
+};
+
+/// The fields of a table definition, by position or by name in any case.
+class FieldDefs
+{
+public:
+    explicit FieldDefs(TableDef& table) : table_(table) {}
+    int Count() const;
+    /// Raises 3265 for a position or name that does not exist.
+    FieldDef operator()(int position) const;
+    FieldDef operator()(const QString& name) const;
+    /// Adds the field to the table, in the store at once where the table is appended; old rows hold
+    /// Null there, a Boolean False. Raises 3191 where the name exists.
+    void Append(const FieldDef& field);
+    /// Takes the field out of the table. A table may be left without any field; it then stands in
+    /// this definition alone until the next field is appended.
+    void Delete(const QString& name);
+
+private:
+    TableDef& table_;
+};
+
+/// A table's definition. Made by Database::CreateTableDef or addressed through TableDefs; a handle
+/// that shares its state with every other handle on the same table of the same Database.
+class TableDef
+{
+public:
+    const QString& Name() const;
+    /// False where the definition cannot be changed (a view).
+    bool Updatable() const;
+    FieldDefs Fields() { return FieldDefs(*this); }
+    Indexes indexes() { return Indexes(*this); }
+    /// Type and size of a new field; a text field of size 0 gets the default size of 255.
+    FieldDef CreateField(const QString& name, DataType type, int size = 0) const;
+    /// A counter: a whole number that the store gives from 1 and never gives twice, also not after
+    /// the row with the highest one has been deleted.
+    FieldDef CreateCounter(const QString& name) const;
+
+    struct State;
+    explicit TableDef(std::shared_ptr<State> state) : state_(std::move(state)) {}
+    State& state() const { return *state_; }
+
+private:
+    friend class TableDefs;
+    std::shared_ptr<State> state_;
+};
+
+/// The tables of a Database.
+class TableDefs
+{
+public:
+    explicit TableDefs(Database& database) : database_(database) {}
+    int Count() const;
+    /// By position in the order of creation, or by name in any case. Raises 3265.
+    TableDef operator()(int position) const;
+    TableDef operator()(const QString& name) const;
+    /// Creates the table in the store.
+    void Append(const TableDef& table);
+
+private:
+    Database& database_;
+};
+
+/// One connection of its own to a store. Shared between the handle that opened it and every
+/// recordset opened on it; the connection goes with the last of them, or at once by Close, after
+/// which every recordset on it raises 3420.
+class Database : public std::enable_shared_from_this<Database>
+{
+public:
+    explicit Database(std::unique_ptr<Driver> driver);
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    const QString& Name() const;
+    bool isOpen() const { return driver_ != nullptr; }
+
+    /// Opens a table by name (type dbOpenTable or dbOpenDynaset), or a query text of the form
+    /// SELECT * FROM table [WHERE field = number] [ORDER BY field [ASC]] as a dynaset.
+    /// Raises 3078 for an unknown table, 3061 for an unknown field, 3131 for another text,
+    /// 3251 for a query opened as a table, 3420 after Close.
+    std::shared_ptr<Recordset> OpenRecordset(const QString& source, RecordsetType type);
+
+    TableDefs tableDefs() { return TableDefs(*this); }
+    /// A definition that stands in no store before it is appended.
+    TableDef CreateTableDef(const QString& name);
+    void Close();
+
+    /// A transaction over everything that this database does. The program itself uses none; the
+    /// companion programs build and move whole stores in one.
+    void BeginTrans();
+    void CommitTrans();
+    void Rollback();
+
+    /// The engine below. Raises 3420 after Close. For the rooms of the engine alone.
+    Driver& driver() const;
+
+private:
+    friend class TableDefs;
+    std::unique_ptr<Driver> driver_;
+    QString name_;
+    std::vector<std::shared_ptr<TableDef::State>> tables_;
+};
+
+class Workspace
+{
+public:
+    /// Opens the store shared, for reading and writing, and creates nothing. Raises 3024 for a
+    /// missing file, 3343 for a file that is no store, 3049 for a damaged one, 3260 for one locked
+    /// longer than the wait of 5 s.
+    std::shared_ptr<Database> OpenDatabase(const QString& path) const;
+    /// Makes an empty store and opens it. Raises 3204 where the file exists.
+    std::shared_ptr<Database> CreateDatabase(const QString& path) const;
+};
+
+/// The engine, made at its first use and kept for the life of the process.
+class DBEngine
+{
+public:
+    static DBEngine& instance();
+    /// Raises 3265 for any number but 0.
+    Workspace& Workspaces(int number);
+    std::shared_ptr<Database> OpenDatabase(const QString& path);
+
+private:
+    Workspace workspace_;
+};
+
+} // namespace dao

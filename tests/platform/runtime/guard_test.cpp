@@ -1,0 +1,94 @@
+#include "platform/runtime/guard.h"
+
+#include "support/doors.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+using namespace runtime;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(Guard, ShowsTheRunTimeBoxAndEndsWithStatusOne)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    boxes.answer(vbOK);
+    guarded([] { throw RunTimeError(TypeMismatch); });
+    ASSERT_EQ(boxes.shown().size(), 1u);
+    EXPECT_EQ(boxes.shown()[0].text, u"Run-time error '13':\n\nType mismatch"_s);
+    EXPECT_EQ(boxes.shown()[0].title, u"ProjZomrel"_s);
+    EXPECT_EQ(boxes.shown()[0].flags, vbCritical);
+    EXPECT_EQ(end.exitStatus(), 1);
+}
+
+TEST(Guard, LeavesAHandlerThatSucceedsAlone)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    bool ran = false;
+    guarded([&] { ran = true; });
+    EXPECT_TRUE(ran);
+    EXPECT_TRUE(boxes.shown().empty());
+    EXPECT_FALSE(end.exitStatus());
+}
+
+TEST(Guard, CatchesForeignExceptions)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    boxes.answer(vbOK);
+    guarded([] { throw std::runtime_error("strange"); });
+    ASSERT_EQ(boxes.shown().size(), 1u);
+    EXPECT_EQ(boxes.shown()[0].text, u"Run-time error '51':\n\nstrange"_s);
+    EXPECT_EQ(end.exitStatus(), 1);
+}
+
+TEST(Guard, RunsNoOtherHandlerWhileTheBoxStands)
+{
+    testsupport::RecordedEnd end;
+    bool ranMeanwhile = false;
+    const MessageBoxDoor former = setMessageBoxDoor([&](const MessageBoxRequest&) {
+        guarded([&] { ranMeanwhile = true; });
+        return vbOK;
+    });
+    guarded([] { throw RunTimeError(Overflow); });
+    setMessageBoxDoor(former);
+    EXPECT_FALSE(ranMeanwhile);
+    EXPECT_EQ(end.exitStatus(), 1);
+    EXPECT_FALSE(isEnding());
+}
+
+TEST(Guard, LetsTheEndOfTheProcessPass)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    bool wentOn = false;
+    guarded([&] {
+        EndProcess(0);
+        wentOn = true;
+    });
+    EXPECT_FALSE(wentOn);
+    EXPECT_EQ(end.exitStatus(), 0);
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
+TEST(Guard, ConnectsSignalsWithAndWithoutTheirArguments)
+{
+    QObject sender;
+    QObject context;
+    QString heard;
+    int count = 0;
+    on(&sender, &QObject::objectNameChanged, &context, [&](const QString& name) { heard = name; });
+    on(&sender, &QObject::objectNameChanged, &context, [&] { ++count; });
+    sender.setObjectName(u"a"_s);
+    EXPECT_EQ(heard, u"a"_s);
+    EXPECT_EQ(count, 1);
+}
+
+} // namespace

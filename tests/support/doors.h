@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/runtime/message_box.h"
+#include "platform/runtime/process.h"
+
+#include <QList>
+#include <QString>
+
+#include <deque>
+#include <optional>
+#include <vector>
+
+namespace testsupport {
+
+/// Stands behind runtime::MsgBox for as long as it lives: keeps every box and gives the answers
+/// laid ready. A box without an answer laid ready is kept as unexpected and answered No (or OK).
+class RecordedBoxes
+{
+public:
+    RecordedBoxes();
+    ~RecordedBoxes();
+    RecordedBoxes(const RecordedBoxes&) = delete;
+    RecordedBoxes& operator=(const RecordedBoxes&) = delete;
+
+    void answer(runtime::MessageBoxAnswer next) { answers_.push_back(next); }
+    const std::vector<runtime::MessageBoxRequest>& shown() const { return shown_; }
+    /// Texts of the boxes that no answer was laid ready for. A test ends by asserting that it is
+    /// empty.
+    const QList<QString>& unexpected() const { return unexpected_; }
+    void clear();
+
+private:
+    runtime::MessageBoxAnswer take(const runtime::MessageBoxRequest& request);
+
+    std::deque<runtime::MessageBoxAnswer> answers_;
+    std::vector<runtime::MessageBoxRequest> shown_;
+    QList<QString> unexpected_;
+    runtime::MessageBoxDoor former_;
+};
+
+/// Stands behind runtime::EndProcess: keeps the first exit status and leaves the handler.
+class RecordedEnd
+{
+public:
+    RecordedEnd();
+    ~RecordedEnd();
+    RecordedEnd(const RecordedEnd&) = delete;
+    RecordedEnd& operator=(const RecordedEnd&) = delete;
+
+    std::optional<int> exitStatus() const { return exitStatus_; }
+    void clear() { exitStatus_.reset(); }
+
+private:
+    std::optional<int> exitStatus_;
+    runtime::EndProcessDoor former_;
+};
+
+/// Holds today's date at one day.
+class FixedToday
+{
+public:
+    explicit FixedToday(const QDate& day);
+    ~FixedToday();
+    FixedToday(const FixedToday&) = delete;
+    FixedToday& operator=(const FixedToday&) = delete;
+
+private:
+    runtime::Clock former_;
+};
+
+} // namespace testsupport

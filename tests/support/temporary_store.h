@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QTemporaryDir>
+#include <QVariant>
+
+namespace testsupport {
+
+/// A store in a temporary folder of its own, and a plain SQL connection to look at it and to lay
+/// rows in it past the engine. Sets Module1::StorePath and LogoPath for as long as it lives.
+class TemporaryStore
+{
+public:
+    enum class Contents {
+        Delivered, ///< As `zomrel-store create` makes it, catalogue and all.
+        Empty,     ///< All eleven tables with their indexes, no row.
+    };
+
+    explicit TemporaryStore(Contents contents = Contents::Empty);
+    ~TemporaryStore();
+    TemporaryStore(const TemporaryStore&) = delete;
+    TemporaryStore& operator=(const TemporaryStore&) = delete;
+
+    QString path() const;
+    QString folder() const;
+
+    /// Runs one SQL statement with bound values; aborts the test with the engine's text where it
+    /// fails.
+    void execute(const QString& sql, const QList<QVariant>& values = {});
+    QList<QList<QVariant>> rows(const QString& sql, const QList<QVariant>& values = {});
+    /// The first column of the first row; invalid where there is none.
+    QVariant scalar(const QString& sql, const QList<QVariant>& values = {});
+
+    /// Adds a series and returns its AutoNum. The deductions stand in the table's order: frame
+    /// width and height, sash, glass, mesh.
+    int addSeries(const QString& name, const QList<double>& deductions, int kanafNum, int nativNum,
+                  const QVariant& sign = {});
+    void addOrder(int number, bool closed = false,
+                  const QString& isoDate = QStringLiteral("2026-01-02"));
+    /// Adds a line with the number to the order, all its fields filled plausibly.
+    void addLine(int orderNumber, int lineNumber, const QString& name = QStringLiteral("סדרה"));
+
+private:
+    QTemporaryDir folder_;
+    QString connection_;
+};
+
+} // namespace testsupport
