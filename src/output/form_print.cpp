@@ -1,0 +1,59 @@
+#include "output/form_print.h"
+
+#include <QPainter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace output {
+
+namespace {
+
+std::unique_ptr<QPaintDevice> defaultPrinter()
+{
+    const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+    if (printer.isNull())
+        return nullptr;
+    return std::make_unique<QPrinter>(printer, QPrinter::HighResolution);
+}
+
+PrintDeviceDoor& printDevice()
+{
+    static PrintDeviceDoor door = defaultPrinter;
+    return door;
+}
+
+void paintForm(QWidget& form, QPaintDevice& device)
+{
+    QPainter painter(&device);
+    if (!painter.isActive())
+        return;
+    const double sameSize = double(device.logicalDpiX()) / form.logicalDpiX();
+    const double wholeWidth = double(device.width()) / form.width();
+    const double scale = std::min(sameSize, wholeWidth);
+    painter.scale(scale, scale);
+    form.render(&painter);
+}
+
+} // namespace
+
+PrintDeviceDoor setPrintDeviceDoor(PrintDeviceDoor door)
+{
+    return std::exchange(printDevice(), std::move(door));
+}
+
+void printForm(QWidget& form) noexcept
+{
+    try {
+        if (const std::unique_ptr<QPaintDevice> device = printDevice()())
+            paintForm(form, *device);
+    } catch (...) {
+        // A printer that fails leaves no trace: the sheet still stands on the screen.
+        return;
+    }
+}
+
+} // namespace output

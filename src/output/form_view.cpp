@@ -1,0 +1,292 @@
+#include "output/form_view.h"
+
+#include "output/form_print.h"
+#include "platform/controls/form.h"
+#include "platform/controls/twips.h"
+#include "platform/dao/recordset.h"
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/guard.h"
+#include "platform/runtime/process.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace output {
+
+namespace {
+
+/// Alignments hold as they stand, whatever direction the form reads in.
+constexpr Qt::Alignment toLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop;
+constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop;
+constexpr Qt::Alignment toCentre = Qt::AlignHCenter | Qt::AlignTop;
+
+enum class Style { Regular, Bold, Underlined };
+
+/// A place in twips from the form's left and top.
+struct Place
+{
+    int left;
+    int top;
+    int width;
+    int height;
+};
+
+struct Look
+{
+    double pointSize;
+    Style style;
+    Qt::Alignment alignment;
+};
+
+constexpr Look heading{20.25, Style::Bold, toCentre};
+constexpr Look dateLine{14.25, Style::Bold, toRight};
+constexpr Look caption{14.25, Style::Regular, toLeft};
+constexpr Look columnHead{14.25, Style::Underlined, toRight};
+constexpr Look seriesName{14.25, Style::Regular, toRight};
+constexpr Look opening{14.25, Style::Regular, toCentre};
+constexpr Look cell{12, Style::Regular, toRight};
+
+QFont fontOf(const Look& look)
+{
+    QFont font(u"David"_s);
+    font.setPointSizeF(look.pointSize);
+    font.setBold(look.style == Style::Bold);
+    font.setUnderline(look.style == Style::Underlined);
+    return font;
+}
+
+/// A label for a number or a date: its text runs from left to right, and where it is wider than its
+/// place the end is cut, never the first digits.
+class NumberLabel : public QLabel
+{
+public:
+    explicit NumberLabel(QWidget* parent) : QLabel(parent) { setLayoutDirection(Qt::LeftToRight); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        if (fontMetrics().horizontalAdvance(text()) <= contentsRect().width()) {
+            QLabel::paintEvent(event);
+            return;
+        }
+        QPainter painter(this);
+        style()->drawItemText(&painter, contentsRect(), toLeft | Qt::TextForceLeftToRight,
+                              palette(), isEnabled(), text(), foregroundRole());
+    }
+};
+
+/// The place is kept but for its height: what is lower than a line of the font would clip it.
+template <typename Label>
+Label* addLabel(QWidget& form, const QString& name, const QString& text, const Place& place,
+                const Look& look)
+{
+    auto* label = new Label(&form);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setFont(fontOf(look));
+    label->setAlignment(look.alignment);
+    QRect geometry = controls::twipsRect(place.left, place.top, place.width, place.height);
+    geometry.setHeight(std::max(geometry.height(), label->fontMetrics().height()));
+    label->setGeometry(geometry);
+    return label;
+}
+
+QPushButton* addButton(QWidget& form, const QString& name, const QString& text, const QString& icon,
+                       const Place& place)
+{
+    auto* button = new QPushButton(QIcon(icon), text, &form);
+    button->setObjectName(name);
+    button->setFont(fontOf(cell));
+    button->setGeometry(controls::twipsRect(place.left, place.top, place.width, place.height));
+    return button;
+}
+
+QString viewingDate()
+{
+    return runtime::Today().toString(u"dd/MM/yyyy"_s);
+}
+
+controls::DefaultInstance<FormView>& instance()
+{
+    static controls::DefaultInstance<FormView> form;
+    return form;
+}
+
+} // namespace
+
+FormView::FormView()
+{
+    setObjectName(u"FormView"_s);
+    setWindowTitle(u"הזמנה"_s);
+    // The sheet is what is printed: black on white under every theme of the desktop.
+    QPalette sheet = palette();
+    sheet.setColor(QPalette::Window, Qt::white);
+    sheet.setColor(QPalette::WindowText, Qt::black);
+    setPalette(sheet);
+    setFixedSize(controls::pixels(9750), controls::pixels(6750));
+    addHeading();
+    addOpening();
+    addParts();
+    addButtons();
+    load();
+    setGeometry(
+        QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), screen()->geometry()));
+}
+
+void FormView::addHeading()
+{
+    addLabel<QLabel>(*this, u"Label1"_s, u"הזמנה"_s, {4080, 120, 2535, 615}, heading);
+    addLabel<QLabel>(*this, u"Label17"_s, u"תאריך :"_s, {1440, 240, 855, 375}, dateLine);
+    LabelDate = addLabel<NumberLabel>(*this, u"LabelDate"_s, {}, {120, 240, 1215, 375}, dateLine);
+    addLabel<QLabel>(*this, u"Label13"_s, u"שם סדרה :"_s, {5040, 1200, 1455, 255}, caption);
+    LabelName = addLabel<QLabel>(*this, u"LabelName"_s, {}, {840, 1200, 4095, 255}, seriesName);
+}
+
+void FormView::addOpening()
+{
+    addLabel<QLabel>(*this, u"Label2"_s, u"רוחב הפתח"_s, {4440, 2280, 1695, 255}, columnHead);
+    addLabel<QLabel>(*this, u"Label3"_s, u"גובה הפתח"_s, {2280, 2280, 1455, 255}, columnHead);
+    LabelOpenWidth =
+        addLabel<NumberLabel>(*this, u"LabelOpenWidth"_s, {}, {4920, 2760, 1215, 375}, opening);
+    LabelOpenHeight =
+        addLabel<NumberLabel>(*this, u"LabelOpenHeight"_s, {}, {2520, 2760, 1215, 375}, opening);
+}
+
+void FormView::addParts()
+{
+    addLabel<QLabel>(*this, u"Label15"_s, u"פריט"_s, {7920, 3840, 735, 255}, columnHead);
+    addLabel<QLabel>(*this, u"Label11"_s, u"רוחב"_s, {6600, 3840, 975, 255}, columnHead);
+    addLabel<QLabel>(*this, u"Label10"_s, u"גובה"_s, {5280, 3840, 1095, 255}, columnHead);
+    addLabel<QLabel>(*this, u"Label4"_s, u"כמות"_s, {4680, 3840, 615, 255}, columnHead);
+    addLabel<QLabel>(*this, u"Label5"_s, u"סוג"_s, {2160, 3840, 2175, 255}, columnHead);
+    addLabel<QLabel>(*this, u"Label14"_s, u"צבע"_s, {120, 3840, 1695, 255}, columnHead);
+
+    const std::array rowCaptions{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
+    for (int i = 0; i < 4; ++i) {
+        const int top = 4320 + 360 * i;
+        addLabel<QLabel>(*this, u"Label%1"_s.arg(6 + i), rowCaptions[i], {7920, top, 1455, 255},
+                         caption);
+        LabelWidth[i] = addLabel<NumberLabel>(*this, u"LabelWidth_%1"_s.arg(i), u"Label16"_s,
+                                              {6480, top, 1095, 255}, cell);
+        LabelHeight[i] = addLabel<NumberLabel>(*this, u"LabelHeight_%1"_s.arg(i), u"Label17"_s,
+                                               {5280, top, 1095, 255}, cell);
+        LabelCount[i] = addLabel<NumberLabel>(*this, u"LabelCount_%1"_s.arg(i), u"Label15"_s,
+                                              {4560, top, 615, 255}, cell);
+        LabelKind[i] = addLabel<QLabel>(*this, u"LabelKind_%1"_s.arg(i), u"Label15"_s,
+                                        {2040, top, 2295, 255}, cell);
+        LabelColor[i] = addLabel<QLabel>(*this, u"LabelColor_%1"_s.arg(i), u"Label15"_s,
+                                         {120, top, 1815, 255}, cell);
+    }
+}
+
+void FormView::addButtons()
+{
+    CmdPrint_ =
+        addButton(*this, u"CmdPrint"_s, u"הדפס"_s, u":/zomrel/print.png"_s, {3840, 6000, 975, 495});
+    CmdClose_ =
+        addButton(*this, u"CmdClose"_s, u"סגור"_s, u":/zomrel/close.png"_s, {2040, 6000, 975, 495});
+    runtime::on(CmdPrint_, &QPushButton::clicked, this, [this] { CmdPrint_Click(); });
+    runtime::on(CmdClose_, &QPushButton::clicked, this, [this] { Unload(); });
+}
+
+void FormView::load()
+{
+    for (QLabel* each : {LabelName, LabelOpenWidth, LabelOpenHeight})
+        each->clear();
+    for (int i = 0; i < 4; ++i) {
+        LabelKind[i]->clear();
+        LabelColor[i]->clear();
+        LabelCount[i]->clear();
+        LabelWidth[i]->clear();
+        // Always the frame's: the other three heights keep their laid-out caption until a caller
+        // writes them.
+        LabelHeight[0]->clear();
+    }
+    LabelDate->setText(viewingDate());
+}
+
+void FormView::ShowModeless()
+{
+    show();
+    raise();
+    activateWindow();
+}
+
+void FormView::ShowModal()
+{
+    hide(); // a window that is on the screen cannot become modal
+    exec();
+}
+
+void FormView::Unload()
+{
+    if (isUnloaded_)
+        return;
+    isUnloaded_ = true;
+    emit unloaded();
+    done(QDialog::Rejected);
+    deleteLater();
+}
+
+void FormView::closeEvent(QCloseEvent* event)
+{
+    event->accept();
+    Unload();
+}
+
+void FormView::CmdPrint_Click()
+{
+    CmdPrint_->hide();
+    CmdClose_->hide();
+    printForm(*this);
+    CmdPrint_->show();
+    CmdClose_->show();
+    CmdPrint_->setFocus();
+}
+
+FormView& formView()
+{
+    return instance()();
+}
+
+bool isFormViewLoaded()
+{
+    return instance().isLoaded();
+}
+
+void fillFromLine(FormView& view, dao::Recordset& line)
+{
+    // A label that a former showing has filled must not keep its text where this line has none.
+    const auto fillUnlessNull = [](QLabel* label, const QVariant& value) {
+        label->setText(runtime::isNull(value) ? QString() : runtime::toText(value));
+    };
+    const auto fill = [&line](QLabel* label, int ordinal) {
+        label->setText(runtime::toText(line.Fields(ordinal).Value()));
+    };
+
+    fillUnlessNull(view.LabelName, line.Fields(u"Name"_s).Value());
+    view.LabelDate->setText(viewingDate());
+    fill(view.LabelOpenWidth, 2);
+    fill(view.LabelOpenHeight, 3);
+    for (int i = 0; i < 4; ++i) {
+        fill(view.LabelWidth[i], 4 + 2 * i);
+        fill(view.LabelHeight[i], 5 + 2 * i);
+    }
+    for (int i = 0; i < 4; ++i)
+        fillUnlessNull(view.LabelKind[i], line.Fields(12 + 3 * i).Value());
+    for (int i = 0; i < 4; ++i)
+        fillUnlessNull(view.LabelColor[i], line.Fields(13 + 3 * i).Value());
+    for (int i = 0; i < 4; ++i)
+        fill(view.LabelCount[i], 14 + 3 * i);
+}
+
+} // namespace output
