@@ -1,0 +1,83 @@
+#include "store/access_error.h"
+
+#include "platform/runtime/message_box.h"
+#include "platform/runtime/process.h"
+#include "platform/runtime/run_time_error.h"
+#include "store/file_manager.h"
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+constexpr std::int32_t notAValidPath = 3044;
+constexpr std::int32_t lockedByUser = 3261;
+constexpr std::int32_t tableLocked = 3262;
+constexpr std::int32_t dialogCancelled = 32755;
+
+constexpr int errorFlags = runtime::vbCritical + runtime::vbMsgBoxRtlReading;
+
+runtime::MessageBoxAnswer show(const QString& text, int buttons = runtime::vbOKOnly)
+{
+    return runtime::MsgBox(text, buttons + errorFlags, u"שגיאה"_s);
+}
+
+void reportLocked(const QString& text)
+{
+    show(text + u"\r"
+                "עצות:"
+                "\r"
+                "בסיס הנתונים נעול על ידי משתמש אחר,נא תצא מכל העמדות של התוכנה "
+                "או תנסה להפעיל מחדש את כל המחשבים !"_s);
+    runtime::EndProcess(1);
+}
+
+void reportNoAccess(const QString& text)
+{
+    const runtime::MessageBoxAnswer answer =
+        show(text + u"\r"
+                    "אין גישה לקובץ ! סיבות :"
+                    "\r"
+                    "(1) המחשב הראשי שעליו קיימים הנתונים לתוכנה כבוי."
+                    " (2) הגישה דרך הרשת למחשב הראשי לא עובדת כראוי."
+                    " (3) הנתיב של הקובץ השתנה,אז עליכם להכניס נתיב חדש לקובץ."
+                    "\r"
+                    "\r"
+                    "האם ברצונך לנסות שוב לגשת לקובץ מחדש ? "
+                    "(קודם עליכם לבדוק שהמחשב הראשי עובד כראוי / או לסדר את חיבורי הרשת מחדש)."
+                    "\r"
+                    "או לקבוע מיקום חדש לקובץ (לא/NO)."_s,
+             runtime::vbYesNoCancel);
+    if (answer == runtime::vbYes)
+        startFileManager();
+    else if (answer == runtime::vbNo)
+        throw runtime::RunTimeError(runtime::ObjectRequired); // there is no form for a new place
+}
+
+} // namespace
+
+void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription)
+{
+    const QString text =
+        u"שגיאה מספר: ("_s + QString::number(errorNumber) + u") - תאור: "_s + errorDescription;
+    switch (errorNumber) {
+    case 0:
+    case dialogCancelled:
+        return;
+    case runtime::FileNotFound:
+    case runtime::DatabaseFileNotFound:
+    case runtime::DiskOrNetworkError:
+    case notAValidPath:
+        return reportNoAccess(text);
+    case runtime::ObjectNotSet: // stands among the locks on purpose
+    case runtime::Locked:
+    case lockedByUser:
+    case tableLocked:
+        return reportLocked(text);
+    default:
+        show(text);
+    }
+}
+
+} // namespace store

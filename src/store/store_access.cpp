@@ -1,0 +1,117 @@
+#include "store/store_access.h"
+
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/message_box.h"
+#include "platform/runtime/run_time_error.h"
+#include "shell/base/module1.h"
+#include "store/access_error.h"
+#include "store/schema.h"
+
+using namespace Qt::StringLiterals;
+
+namespace store {
+
+namespace {
+
+bool holdsTable(dao::Database& database, const QString& tableName)
+{
+    dao::TableDefs tables = database.tableDefs();
+    const int count = tables.Count();
+    for (int i = 0; i < count; ++i) {
+        if (tables(i).Name() == tableName)
+            return true;
+    }
+    return false;
+}
+
+/// Any database opens, also one of another program; building Orders in that one would spoil it.
+void refuseForeignDatabase(dao::Database& database)
+{
+    dao::TableDefs tables = database.tableDefs();
+    const int count = tables.Count();
+    for (int i = 0; i < count; ++i) {
+        if (tableSchema(tables(i).Name()) != nullptr)
+            return;
+    }
+    throw runtime::RunTimeError(runtime::UnrecognizedFormat);
+}
+
+/// A table cannot be appended without a field, so it gets one that is taken away again at once.
+void createOrders(dao::Database& database)
+{
+    dao::TableDef orders = database.CreateTableDef(u"Orders"_s);
+    orders.Fields().Append(orders.CreateField(u"SAMPLE"_s, dao::dbText));
+    database.tableDefs().Append(orders);
+    orders.Fields().Delete(u"SAMPLE"_s);
+}
+
+bool hasField(dao::TableDef& table, const QString& fieldName)
+{
+    dao::FieldDefs fields = table.Fields();
+    const std::int16_t count = runtime::toInt16(double(fields.Count()));
+    for (std::int16_t i = 0; i < count; ++i) {
+        if (fields(i).Name() == fieldName)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::shared_ptr<dao::Database> OpenMyDataBase()
+{
+    return dao::DBEngine::instance().Workspaces(0).OpenDatabase(Module1::StorePath);
+}
+
+void OpenAdoConnection(ado::Connection& connection, const QString& path)
+{
+    connection.Open(u"Provider=Microsoft.Jet.OLEDB.3.51;Data Source="_s + path);
+}
+
+bool TableExists(const QString& path, const QString& tableName)
+{
+    try {
+        const auto database = dao::DBEngine::instance().OpenDatabase(path);
+        return holdsTable(*database, tableName);
+    } catch (const runtime::RunTimeError& error) {
+        ReportAccessError(error.number(), error.description());
+    }
+    return false;
+}
+
+void AlterField(dao::TableDef& table, const QString& action, const QString& fieldName,
+                dao::DataType fieldType, int fieldSize)
+{
+    try {
+        if (!table.Updatable()) {
+            runtime::MsgBox(u"TableDef not Updatable! Unable to complete task."_s);
+            return;
+        }
+        if (action == u"APPEND"_s) {
+            if (!hasField(table, fieldName))
+                table.Fields().Append(table.CreateField(fieldName, fieldType, fieldSize));
+        } else if (action == u"DELETE"_s) {
+            table.Fields().Delete(fieldName);
+        }
+    } catch (const runtime::RunTimeError& error) {
+        ReportAccessError(error.number(), error.description());
+    }
+}
+
+void BuildOrdersTable(const QString& path)
+{
+    const auto database = dao::DBEngine::instance().OpenDatabase(path);
+    refuseForeignDatabase(*database);
+    if (!TableExists(path, u"Orders"_s))
+        createOrders(*database);
+    dao::TableDef orders = database->tableDefs()(u"Orders"_s);
+    AlterField(orders, u"APPEND"_s, u"Number"_s, dao::dbLong);
+    AlterField(orders, u"APPEND"_s, u"Order_Date"_s, dao::dbDate);
+    AlterField(orders, u"APPEND"_s, u"Open_Close"_s, dao::dbBoolean);
+    AlterField(orders, u"APPEND"_s, u"CustomerName"_s, dao::dbText, 50);
+    AlterField(orders, u"APPEND"_s, u"CustomerAddress"_s, dao::dbText, 50);
+    AlterField(orders, u"APPEND"_s, u"CustomerTel"_s, dao::dbText, 20);
+    database->Close();
+}
+
+} // namespace store
