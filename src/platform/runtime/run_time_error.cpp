@@ -23,6 +23,7 @@ constexpr Description descriptions[] = {
     {FileNotFound, "File not found"},
     {ObjectNotSet, "Object variable or With block variable not set"},
     {InvalidUseOfNull, "Invalid use of Null"},
+    {InvalidPropertyValue, "Invalid property value"},
     {ObjectRequired, "Object required"},
     {InvalidPicture, "Invalid picture"},
     {NotAnIndex, "This is not an index in this table."},

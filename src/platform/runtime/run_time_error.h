@@ -19,6 +19,7 @@ enum ErrorNumber {
     FileNotFound = 53,
     ObjectNotSet = 91,
     InvalidUseOfNull = 94,
+    InvalidPropertyValue = 380,
     ObjectRequired = 424,
     InvalidPicture = 481,
     NotAnIndex = 3015,
