@@ -190,12 +190,12 @@ void FormView::addParts()
 
 void FormView::addButtons()
 {
-    CmdPrint_ =
+    CmdPrint =
         addButton(*this, u"CmdPrint"_s, u"הדפס"_s, u":/zomrel/print.png"_s, {3840, 6000, 975, 495});
-    CmdClose_ =
+    CmdClose =
         addButton(*this, u"CmdClose"_s, u"סגור"_s, u":/zomrel/close.png"_s, {2040, 6000, 975, 495});
-    runtime::on(CmdPrint_, &QPushButton::clicked, this, [this] { CmdPrint_Click(); });
-    runtime::on(CmdClose_, &QPushButton::clicked, this, [this] { Unload(); });
+    runtime::on(CmdPrint, &QPushButton::clicked, this, [this] { CmdPrint_Click(); });
+    runtime::on(CmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
 
 void FormView::load()
@@ -245,12 +245,12 @@ void FormView::closeEvent(QCloseEvent* event)
 
 void FormView::CmdPrint_Click()
 {
-    CmdPrint_->hide();
-    CmdClose_->hide();
+    CmdPrint->hide();
+    CmdClose->hide();
     printForm(*this);
-    CmdPrint_->show();
-    CmdClose_->show();
-    CmdPrint_->setFocus();
+    CmdPrint->show();
+    CmdClose->show();
+    CmdPrint->setFocus();
 }
 
 FormView& formView()

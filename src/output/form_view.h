@@ -62,8 +62,8 @@ private:
     void load();
     void CmdPrint_Click();
 
-    QPushButton* CmdPrint_ = nullptr;
-    QPushButton* CmdClose_ = nullptr;
+    QPushButton* CmdPrint = nullptr;
+    QPushButton* CmdClose = nullptr;
     bool isUnloaded_ = false;
 };
 
