@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+namespace catalogue {
+
+/// A series' deductions in the order of the screen's boxes: width and height of frame, sash, glass
+/// and mesh. They are added to the opening, so a true deduction is a negative number.
+inline constexpr int deductionCount = 8;
+
+/// The fields of the table Serials that hold them.
+const std::array<QString, deductionCount>& deductionFields();
+
+/// A deduction as its three boxes show it.
+struct DeductionText
+{
+    QString sign;       ///< "+" above zero, otherwise "-": a zero has the sign "-".
+    QString whole;      ///< Digits without leading zeros.
+    QString hundredths; ///< Always two digits.
+};
+
+/// Rounds to the nearest hundredth. Raises 6 where the whole part exceeds 16 bits.
+DeductionText splitDeduction(double value);
+
+/// The number's text as it goes to the store, whatever the boxes hold: the hundredths box stands
+/// behind the point as it is, so "5" means fifty hundredths.
+QString joinDeduction(const DeductionText& text);
+
+} // namespace catalogue

@@ -1,0 +1,130 @@
+#include "catalogue/fr_color_kind.h"
+
+#include "catalogue/command_button.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_grid.h"
+#include "platform/controls/twips.h"
+#include "platform/runtime/guard.h"
+#include "store/store_access.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace catalogue {
+
+namespace {
+
+struct GridPlace
+{
+    QString caption;
+    int left; ///< Twips, as all places of the form.
+    int top;
+};
+
+/// By the index of the grid. On the screen mesh and glass have changed places.
+const std::array<GridPlace, 8>& gridPlaces()
+{
+    static const std::array<GridPlace, 8> places{{
+        {u"סוג משקוף"_s, 9960, 1440},
+        {u"סוג כנף"_s, 6720, 1440},
+        {u"סוג זכוכית"_s, 240, 1440},
+        {u"סוג רשת"_s, 3465, 1440},
+        {u"צבע משקוף"_s, 9960, 3840},
+        {u"צבע כנף"_s, 6720, 3840},
+        {u"צבע זכוכית"_s, 240, 3840},
+        {u"צבע רשת"_s, 3480, 3840},
+    }};
+    return places;
+}
+
+void bindTable(controls::DataControl& control, const QString& table)
+{
+    control.setRecordset(store::OpenMyDataBase()->OpenRecordset(table, dao::dbOpenTable));
+}
+
+} // namespace
+
+FrColorKind::FrColorKind() : ChildForm(u"FrColorKind"_s, u"סוגים וצבעים"_s)
+{
+    setFixedSize(controls::pixels(13245), controls::pixels(8025));
+    addHeading();
+    addGrids();
+    addCommand();
+    load();
+}
+
+void FrColorKind::addHeading()
+{
+    auto* heading = new QLabel(u"סוגים וצבעים"_s, this);
+    heading->setObjectName(u"Label1"_s);
+    QFont font(u"David"_s);
+    font.setPointSizeF(20.25);
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    heading->setGeometry(controls::twipsRect(3840, 360, 2655, 615));
+}
+
+void FrColorKind::addGrids()
+{
+    for (int i = 0; i < 4; ++i) {
+        DataKind[i] = new controls::DataControl(u"DataKind_%1"_s.arg(i), this);
+        DataColor[i] = new controls::DataControl(u"DataColor_%1"_s.arg(i), this);
+    }
+    for (int i = 0; i < 8; ++i) {
+        const GridPlace& place = gridPlaces()[i];
+        auto* grid = new controls::DBGrid(u"DBGridKind_%1"_s.arg(i), this);
+        grid->setCaption(place.caption);
+        grid->setColumns({{u"Code"_s, u"Code"_s}, {u"שם"_s, u"Name"_s, 1}});
+        grid->setEditable(true);
+        grid->setDataSource(i < 4 ? DataKind[i] : DataColor[i - 4]);
+        grid->setGeometry(controls::twipsRect(place.left, place.top, 3015, 2235));
+        DBGridKind[i] = grid;
+    }
+}
+
+void FrColorKind::addCommand()
+{
+    QPushButton* end = commandButton(*this, u"CmdEnd"_s, u"סיים"_s);
+    end->setIcon(QIcon(u":/zomrel/close.png"_s));
+    end->setGeometry(controls::twipsRect(6120, 6480, 1095, 495));
+    runtime::on(end, &QPushButton::clicked, this, [this] { CmdEnd_Click(); });
+}
+
+void FrColorKind::load()
+{
+    const std::array parts{u"Mashkof"_s, u"Kanaf"_s, u"Glass"_s, u"Reshet"_s};
+    for (int i = 0; i < 4; ++i)
+        bindTable(*DataColor[i], parts[i] + u"Color"_s);
+    for (int i = 0; i < 4; ++i)
+        bindTable(*DataKind[i], parts[i] + u"Kind"_s);
+    for (controls::DBGrid* grid : DBGridKind)
+        controls::SetGridFont(*grid);
+}
+
+bool FrColorKind::writeRows()
+{
+    bool areAllWritten = true;
+    for (controls::DBGrid* grid : DBGridKind)
+        areAllWritten = grid->commitEdits() && areAllWritten;
+    return areAllWritten;
+}
+
+void FrColorKind::CmdEnd_Click()
+{
+    if (writeRows())
+        Unload();
+}
+
+void FrColorKind::closeEvent(QCloseEvent* event)
+{
+    if (writeRows())
+        ChildForm::closeEvent(event);
+    else
+        event->ignore();
+}
+
+} // namespace catalogue

@@ -1,0 +1,215 @@
+#include "catalogue/series_fields.h"
+
+#include "platform/controls/data_control.h"
+#include "platform/dao/recordset.h"
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/run_time_error.h"
+#include "shell/base/input_boxes.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace catalogue {
+
+namespace {
+
+QFont fieldFont()
+{
+    QFont font(u"David"_s);
+    font.setPointSizeF(14.25);
+    return font;
+}
+
+/// Chooses the entry of a stored count: the first for 1.
+void chooseCount(QComboBox& list, const QVariant& stored)
+{
+    const std::int32_t count = runtime::toInt32(stored);
+    if (count < 1 || count > list.count())
+        throw runtime::RunTimeError(runtime::InvalidPropertyValue);
+    list.setCurrentIndex(count - 1);
+}
+
+} // namespace
+
+SeriesFields::SeriesFields(QWidget* parent) : QGroupBox(parent)
+{
+    setObjectName(u"FrameOrder"_s);
+    setFont(fieldFont());
+    auto* column = new QVBoxLayout(this);
+    addHead(*column);
+    addDeductions(*column);
+    addRemark(*column);
+    column->addStretch();
+}
+
+QLabel* SeriesFields::addLabel(const QString& name, const QString& caption)
+{
+    auto* label = new QLabel(caption, this);
+    label->setObjectName(name);
+    return label;
+}
+
+QLineEdit* SeriesFields::addTextBox(const QString& name)
+{
+    auto* box = new QLineEdit(this);
+    box->setObjectName(name);
+    box->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    return box;
+}
+
+QComboBox* SeriesFields::addList(const QString& name, const QStringList& entries)
+{
+    auto* list = new QComboBox(this);
+    list->setObjectName(name);
+    list->addItems(entries);
+    return list;
+}
+
+void SeriesFields::addHead(QVBoxLayout& column)
+{
+    auto* grid = new QGridLayout;
+    TextName = addTextBox(u"TextName"_s);
+    ComboLane = addList(u"ComboLane"_s, {u"1 נתיב"_s, u"2 נתיבים"_s, u"3 נתיבים"_s, u"4 נתיבים"_s});
+    ComboWing = addList(u"ComboWing"_s, {u"1 כנף"_s, u"2 כנפיים"_s, u"3 כנפיים"_s, u"4 כנפיים"_s,
+                                         u"5 כנפיים"_s, u"6 כנפיים"_s});
+    grid->addWidget(addLabel(u"Label2"_s, u"שם סדרה :"_s), 0, 0);
+    grid->addWidget(TextName, 0, 1);
+    grid->addWidget(addLabel(u"Label11"_s, u"מספר נתיבים  :"_s), 1, 0);
+    grid->addWidget(ComboLane, 1, 1);
+    grid->addWidget(addLabel(u"Label10"_s, u"מספר כנפיים :"_s), 2, 0);
+    grid->addWidget(ComboWing, 2, 1);
+    grid->setColumnStretch(1, 1);
+    column.addLayout(grid);
+}
+
+void SeriesFields::addDeductions(QVBoxLayout& column)
+{
+    QLabel* heading = addLabel(u"Label3"_s, u"הורדות"_s);
+    QFont font = heading->font();
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setAlignment(Qt::AlignCenter);
+    column.addWidget(heading);
+
+    auto* grid = new QGridLayout;
+    grid->addWidget(addLabel(u"Label4"_s, u"מהרוחב "_s), 0, 1, Qt::AlignCenter);
+    grid->addWidget(addLabel(u"Label5"_s, u"מהגובה"_s), 0, 2, Qt::AlignCenter);
+    const std::array parts{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
+    for (int part = 0; part < 4; ++part) {
+        grid->addWidget(addLabel(u"Label%1"_s.arg(6 + part), parts[part]), part + 1, 0);
+        grid->addWidget(addDeduction(2 * part), part + 1, 1, Qt::AlignCenter);
+        grid->addWidget(addDeduction(2 * part + 1), part + 1, 2, Qt::AlignCenter);
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(2, 1);
+    column.addLayout(grid);
+
+    // The ninth point belongs to no pair.
+    addLabel(u"Label1_9"_s, u"."_s)->hide();
+}
+
+QWidget* SeriesFields::addDeduction(int index)
+{
+    using Module1::MeasureBox;
+    auto* signedMeasure = new QWidget(this);
+    // A number reads from left to right, its sign first, also where the form does not.
+    signedMeasure->setLayoutDirection(Qt::LeftToRight);
+    auto* row = new QHBoxLayout(signedMeasure);
+    row->setContentsMargins(0, 0, 0, 0);
+
+    TextSign[index] = new Module1::SignBox(index, signedMeasure);
+    auto* whole = new MeasureBox(2 * index, u"0"_s, MeasureBox::OnLeaving::FillDefault);
+    auto* hundredths = new MeasureBox(2 * index + 1, u"00"_s, MeasureBox::OnLeaving::FillDefault);
+    TextNum[2 * index] = whole;
+    TextNum[2 * index + 1] = hundredths;
+    row->addWidget(TextSign[index]);
+    row->addWidget(new Module1::MeasurePair(u"Picture1_%1"_s.arg(index), whole, hundredths,
+                                            u"Label1_%1"_s.arg(index + 1), signedMeasure));
+    return signedMeasure;
+}
+
+void SeriesFields::addRemark(QVBoxLayout& column)
+{
+    auto* row = new QHBoxLayout;
+    TextRem = addTextBox(u"TextRem"_s);
+    TextRem->setMaxLength(50);
+    row->addWidget(addLabel(u"Label12"_s, u"הערות :"_s));
+    row->addWidget(TextRem, 1);
+    column.addLayout(row);
+}
+
+void SeriesFields::ExchangeSeriesFields(bool Save, controls::DataControl& Source)
+{
+    dao::Recordset& series = Source.Recordset();
+    if (!Save) {
+        // Another station may have changed the row since it was visited. Opening it for
+        // assignment fetches it anew and, unlike a move, tells nobody of a change of rows.
+        series.Edit();
+        series.CancelUpdate();
+        loadFrom(series);
+        return;
+    }
+    series.Edit();
+    PutSeriesFields(Source);
+    series.Update();
+}
+
+void SeriesFields::loadFrom(dao::Recordset& series)
+{
+    TextName->setText(runtime::toText(series.Fields(u"Name"_s).Value()));
+    const QVariant remark = series.Fields(u"Rem"_s).Value();
+    TextRem->setText(runtime::isNull(remark) ? QString() : runtime::toText(remark));
+    for (int i = 0; i < deductionCount; ++i) {
+        const QVariant stored = series.Fields(deductionFields()[i]).Value();
+        const DeductionText text = splitDeduction(runtime::toDouble(stored));
+        TextSign[i]->setText(text.sign);
+        TextNum[2 * i]->setText(text.whole);
+        TextNum[2 * i + 1]->setText(text.hundredths);
+    }
+    chooseCount(*ComboLane, series.Fields(u"Nativ_Num"_s).Value());
+    chooseCount(*ComboWing, series.Fields(u"Kanaf_Num"_s).Value());
+}
+
+void SeriesFields::PutSeriesFields(controls::DataControl& Source)
+{
+    dao::Recordset& series = Source.Recordset();
+    series.Fields(u"Name"_s).SetValue(TextName->text());
+    for (int i = 0; i < deductionCount; ++i) {
+        const DeductionText text{TextSign[i]->text(), TextNum[2 * i]->text(),
+                                 TextNum[2 * i + 1]->text()};
+        series.Fields(deductionFields()[i]).SetValue(joinDeduction(text));
+    }
+    series.Fields(u"Nativ_Num"_s).SetValue(ComboLane->currentIndex() + 1);
+    series.Fields(u"Kanaf_Num"_s).SetValue(ComboWing->currentIndex() + 1);
+    series.Fields(u"Rem"_s).SetValue(TextRem->text());
+}
+
+void SeriesFields::clear()
+{
+    TextName->clear();
+    TextRem->clear();
+    ComboLane->setCurrentIndex(0);
+    ComboWing->setCurrentIndex(0);
+    for (int i = 0; i < 2 * deductionCount; ++i)
+        TextNum[i]->setText(i % 2 == 0 ? u"0"_s : u"00"_s);
+}
+
+QList<QWidget*> SeriesFields::inTabOrder() const
+{
+    QList<QWidget*> fields{TextName, ComboLane, ComboWing};
+    for (int i = 0; i < deductionCount; ++i)
+        fields << TextSign[i] << TextNum[2 * i] << TextNum[2 * i + 1];
+    return fields << TextRem;
+}
+
+void SeriesFields::focusName()
+{
+    TextName->setFocus();
+}
+
+} // namespace catalogue
