@@ -1,0 +1,154 @@
+#include "calculation/opening_panel.h"
+
+#include "platform/controls/data_control.h"
+#include "platform/runtime/conversions.h"
+#include "shell/base/input_boxes.h"
+#include "shell/base/measures.h"
+#include "shell/base/module1.h"
+#include "store/store_access.h"
+
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+// The effects below stand in the order in which they have to happen: a failure leaves the shared
+// state as far as it has got by then.
+namespace calculation {
+
+namespace {
+
+/// Index in CutValues of a part's cut width; its height stands behind it.
+constexpr std::size_t widthCell(cuts::Part part)
+{
+    return 2 + 2 * static_cast<std::size_t>(part);
+}
+
+constexpr std::array allParts{cuts::Mashkof, cuts::Kanaf, cuts::Glass, cuts::Reshet};
+
+void clearShutter()
+{
+    Module1::MyWidth_2 = 0.0;
+    Module1::MYHeight_2 = 0;
+    Module1::Argaz_Width = 0.0;
+    Module1::Argaz_Height = 0;
+    Module1::U_Cut = 0.0;
+    Module1::U_Vasa = 0.0;
+    Module1::Shalav_Width = 0.0;
+    Module1::Shalav_Count = 0;
+}
+
+void computeShutter(const cuts::Size& opening)
+{
+    const cuts::Monoblock monoblock{.widthDeduct = runtime::toDouble(Module1::MonoWidthDeduct),
+                                    .heightDeduct = Module1::MonoHeightDeduct,
+                                    .shalavWidthDeduct =
+                                        runtime::toDouble(Module1::ShalavWidthDeduct),
+                                    .shalavThick = runtime::toDouble(Module1::Shalav_Thick)};
+    const cuts::Shutter shutter = cuts::shutter(opening, monoblock);
+    Module1::MyWidth_2 = shutter.reduced.width;
+    Module1::MYHeight_2 = shutter.reduced.height;
+    Module1::U_Cut = shutter.uCut;
+    Module1::U_Vasa = shutter.uVasa;
+    Module1::Shalav_Width = shutter.shalavWidth;
+    Module1::Shalav_Count = cuts::shalavCount(opening, monoblock);
+    Module1::Argaz_Width = shutter.argaz.width;
+    Module1::Argaz_Height = shutter.argaz.height;
+}
+
+std::optional<double> number(dao::Recordset& series, const QString& field)
+{
+    const QVariant value = series.Fields(field).Value();
+    if (runtime::isNull(value))
+        return std::nullopt;
+    return runtime::toDouble(value);
+}
+
+cuts::Series readSeries(dao::Recordset& series)
+{
+    cuts::Series read;
+    read.deductions[cuts::Mashkof] = {number(series, u"Mashkof_W"_s),
+                                      number(series, u"Mashkof_H"_s)};
+    read.deductions[cuts::Kanaf] = {number(series, u"Kanaf_W"_s), number(series, u"Kanaf_H"_s)};
+    read.deductions[cuts::Glass] = {number(series, u"Glass_W"_s), number(series, u"Glass_H"_s)};
+    read.deductions[cuts::Reshet] = {number(series, u"Reshet_W"_s), number(series, u"Reshet_H"_s)};
+    read.kanafNum = number(series, u"Kanaf_Num"_s);
+    return read;
+}
+
+void computeParts(const cuts::Size& opening, const cuts::Series& series)
+{
+    cuts::Size base = opening;
+    if (Module1::IsMonoblock)
+        base = {runtime::toDouble(Module1::MyWidth_2), Module1::MYHeight_2};
+    for (const cuts::Part part : allParts) {
+        Module1::CutValues[widthCell(part)] = cuts::cutWidth(series, part, base);
+        Module1::CutValues[widthCell(part) + 1] = cuts::cutHeight(series, part, base);
+    }
+}
+
+/// Corrects what a door frame changes: the sash follows the door's inner opening, and there is
+/// neither glass nor mesh. The frame itself keeps what it was computed on.
+void computeDoor(const cuts::Size& opening, double thickness, const cuts::Series& series)
+{
+    const cuts::Size door = cuts::doorOpening(opening, thickness);
+    Module1::DoorOpenWidth = door.width;
+    Module1::MyWidth_2 = door.width;
+    Module1::MYHeight_2 = door.height;
+    Module1::U_Thick = thickness;
+    constexpr std::size_t sash = widthCell(cuts::Kanaf);
+    Module1::CutValues[sash] = cuts::cutWidth(series, cuts::Kanaf, door);
+    Module1::CutValues[sash + 1] = cuts::cutHeight(series, cuts::Kanaf, door);
+    for (std::size_t cell = widthCell(cuts::Glass); cell < 10; ++cell)
+        Module1::CutValues[cell] = 0;
+}
+
+} // namespace
+
+void OpeningPanel::ComputeCuts()
+{
+    cuts::Size opening;
+    opening.width = measure(0);
+    Module1::MyWidth = opening.width;
+    opening.height = measure(2);
+    Module1::MYHeight = opening.height;
+    clearShutter();
+    if (Module1::IsMonoblock) {
+        computeShutter(opening);
+    } else {
+        Module1::U_Thick = 0.0;
+        Module1::Shalav_Thick = 0.0;
+    }
+
+    if (!seekSeries())
+        return;
+
+    for (std::size_t cell = 0; cell < 10; ++cell)
+        Module1::CutValues[cell] = 0;
+    Module1::CutValues[0] = opening.width;
+    Module1::CutValues[1] = opening.height;
+    const cuts::Series series = readSeries(DataSerial->Recordset());
+    computeParts(opening, series);
+    if (Module1::IsDoorFrame)
+        computeDoor(opening, measure(4), series);
+    Module1::KindCaption = LabelKind->text();
+    Module1::CutValues[10] = runtime::toDouble(Module1::MyWidth_2);
+    Module1::CutValues[11] = Module1::MYHeight_2;
+}
+
+double OpeningPanel::measure(std::size_t wholeBox) const
+{
+    return Module1::ReadMeasure(TextNum[wholeBox]->text(), TextNum[wholeBox + 1]->text());
+}
+
+bool OpeningPanel::seekSeries()
+{
+    DataSerial->setRecordset(
+        store::OpenMyDataBase()->OpenRecordset(u"Serials"_s, dao::dbOpenTable));
+    dao::TableDef table = DataSerial->Database().tableDefs()(u"Serials"_s);
+    dao::Recordset& series = DataSerial->Recordset();
+    series.SetIndex(table.indexes()(0).Name());
+    series.Seek(u"="_s, int{Module1::SelectedSerialNum});
+    return !series.NoMatch();
+}
+
+} // namespace calculation

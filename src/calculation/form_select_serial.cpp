@@ -1,0 +1,194 @@
+#include "calculation/form_select_serial.h"
+
+#include "calculation/opening_panel.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_grid.h"
+#include "platform/controls/form.h"
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/guard.h"
+#include "shell/base/input_boxes.h"
+#include "shell/base/measures.h"
+#include "shell/base/module1.h"
+#include "store/store_access.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace calculation {
+
+namespace {
+
+/// The mark of a door series.
+constexpr auto doorSign = "d2000"_L1;
+
+/// What each entry of ComboMonoBlock proposes in TextNum 0 to 3.
+const std::array<std::array<QString, 4>, 3> monoblockProposals{{
+    {u"2"_s, u"80"_s, u"18"_s, u"00"_s},
+    {u"0"_s, u"00"_s, u"28"_s, u"00"_s},
+    {u"0"_s, u"00"_s, u"20"_s, u"08"_s},
+}};
+
+/// What comes off the width for a slat, by the entry of Combo_U_Thick.
+constexpr std::array shalavWidthDeducts{12.7, 10.3};
+
+/// In the task bar stands the main window alone, so the picker belongs to it.
+QWidget* owner()
+{
+    return controls::frame() != nullptr ? controls::frame()->window() : nullptr;
+}
+
+} // namespace
+
+FormSelectSerial& formSelectSerial()
+{
+    static controls::DefaultInstance<FormSelectSerial> instance;
+    return instance();
+}
+
+FormSelectSerial::FormSelectSerial()
+    : QDialog(owner(), Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint)
+{
+    setObjectName(u"FormSelectSerial"_s);
+    setWindowTitle(u" סדרות"_s);
+    setLayoutDirection(Qt::RightToLeft);
+    buildGrid();
+    buildMonoblock();
+    buildCommands();
+    arrange();
+    chainTabOrder();
+    connectHandlers();
+    controls::SetGridFont(*DBGrid1);
+    DataSerials->setRecordset(
+        store::OpenMyDataBase()->OpenRecordset(u"Serials"_s, dao::dbOpenTable));
+}
+
+void FormSelectSerial::connectHandlers()
+{
+    runtime::on(CheckKind, &QCheckBox::toggled, this,
+                [this](bool checked) { CheckKind_Click(checked); });
+    runtime::on(ComboMonoBlock, &QComboBox::currentIndexChanged, this,
+                [this](int position) { ComboMonoBlock_Click(position); });
+    // Taking the entry that stands already proposes its values again.
+    runtime::on(ComboMonoBlock, &QComboBox::activated, this,
+                [this](int position) { ComboMonoBlock_Click(position); });
+    runtime::on(CmdPic, &QPushButton::clicked, this, [this] { ChooseSeries(); });
+    runtime::on(DBGrid1, &controls::DBGrid::DblClick, this, [this] { ChooseSeries(); });
+    runtime::on(DBGrid1, &controls::DBGrid::enterPressed, this, [this] { ChooseSeries(); });
+    runtime::on(CmdClose, &QPushButton::clicked, this, [this] { reject(); });
+}
+
+void FormSelectSerial::Show()
+{
+    if (!isVisible())
+        centreOnScreen();
+    show();
+    raise();
+    activateWindow();
+}
+
+void FormSelectSerial::centreOnScreen()
+{
+    adjustSize();
+    const QWidget* main = parentWidget() != nullptr ? parentWidget() : this;
+    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(),
+                             main->screen()->availableGeometry())
+             .topLeft());
+}
+
+/// Every way of closing comes through here: the commands, Escape and the close box.
+void FormSelectSerial::done(int result)
+{
+    QDialog::done(result);
+    emit unloaded();
+    deleteLater();
+}
+
+/// In a dialog a button answers Enter only as the default one, and a default button would take the
+/// Enter of the boxes too.
+bool FormSelectSerial::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        auto* button = qobject_cast<QPushButton*>(watched);
+        if (button != nullptr && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+            button->click();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void FormSelectSerial::CheckKind_Click(bool checked)
+{
+    for (QWidget* each : monoblockControls())
+        each->setEnabled(checked);
+    if (!checked)
+        return;
+    ComboMonoBlock->setCurrentIndex(0);
+    Combo_U_Thick->setCurrentIndex(0);
+    TextNum[0]->setFocus();
+}
+
+void FormSelectSerial::ComboMonoBlock_Click(int position)
+{
+    if (position < 0)
+        return;
+    const auto& proposal = monoblockProposals[static_cast<std::size_t>(position)];
+    for (std::size_t box = 0; box < proposal.size(); ++box)
+        TextNum[box]->setText(proposal[box]);
+}
+
+void FormSelectSerial::ChooseSeries()
+{
+    dao::Recordset& series = DataSerials->Recordset();
+    const auto text = [&series](const QString& field) {
+        return runtime::toText(series.Fields(field).Value());
+    };
+    const QString name = text(u"Name"_s);
+    OpeningPanel& panel = openingPanel();
+    panel.LabelSerial->setText(name);
+    panel.LabelNativ->setText(text(u"Nativ_Num"_s));
+    panel.LabelKanaf->setText(text(u"Kanaf_Num"_s));
+    Module1::SelectedSerialNum = runtime::toInt16(series.Fields(u"AutoNum"_s).Value());
+    // A Null is an empty text here, and so no door.
+    const bool isDoor = series.Fields(u"Sign"_s).Value().toString() == doorSign;
+    panel.FrameDoorMashkof->setVisible(isDoor);
+    Module1::IsDoorFrame = isDoor;
+    panel.focusBox(isDoor ? 4 : 0);
+    if (CheckKind->isChecked()) {
+        takeMonoblock();
+        panel.LabelKind->setText(ComboMonoBlock->currentText());
+    } else {
+        Module1::IsMonoblock = false;
+        panel.LabelKind->setText(u"רגיל"_s);
+    }
+    reject();
+}
+
+void FormSelectSerial::takeMonoblock()
+{
+    Module1::IsMonoblock = true;
+    Module1::MonoWidthDeduct = measure(0);
+    Module1::MonoHeightDeduct = measure(2);
+    Module1::U_Thick = Combo_U_Thick->currentText();
+    Module1::ShalavWidthDeduct =
+        shalavWidthDeducts[static_cast<std::size_t>(Combo_U_Thick->currentIndex())];
+    Module1::Shalav_Thick = measure(4);
+}
+
+double FormSelectSerial::measure(std::size_t wholeBox) const
+{
+    return Module1::ReadMeasure(TextNum[wholeBox]->text(), TextNum[wholeBox + 1]->text());
+}
+
+} // namespace calculation

@@ -1,0 +1,172 @@
+#include "calculation/form_select_serial.h"
+
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_grid.h"
+#include "shell/base/input_boxes.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace calculation {
+
+namespace {
+
+QLabel* caption(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setFont(QFont(u"David"_s, 12));
+    return label;
+}
+
+QComboBox* dropDownList(const QString& name, const QStringList& entries, QWidget* parent)
+{
+    auto* combo = new QComboBox(parent);
+    combo->setObjectName(name);
+    combo->setFont(QFont(u"David"_s, 12));
+    combo->addItems(entries);
+    combo->setCurrentIndex(-1);
+    return combo;
+}
+
+QPushButton* command(const QString& name, const QString& text, QDialog* parent)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(name);
+    button->setFont(QFont(u"Arial"_s, 11));
+    button->setAutoDefault(false);
+    button->installEventFilter(parent);
+    return button;
+}
+
+QString member(const QString& array, std::size_t index)
+{
+    return array + u'_' + QString::number(index);
+}
+
+} // namespace
+
+void FormSelectSerial::buildGrid()
+{
+    DataSerials = new controls::DataControl(u"DataSerials"_s, this);
+    DBGrid1 = new controls::DBGrid(u"DBGrid1"_s, this);
+    DBGrid1->setCaption(u"סדרות"_s);
+    DBGrid1->setColumns({{u"מס. כנף"_s, u"Kanaf_Num"_s, 1773},
+                         {u"מס. נתיב"_s, u"Nativ_Num"_s, 1773},
+                         {u"שם סדרה"_s, u"Name"_s, 5292},
+                         {u"Mashkof_H"_s, u"Kind"_s},
+                         {u"Kanaf_W"_s, u"Kanaf_W"_s},
+                         {u"Kanaf_H"_s, u"Kanaf_H"_s},
+                         {u"Glass_W"_s, u"Glass_W"_s},
+                         {u"Glass_H"_s, u"Glass_H"_s},
+                         {u"Reshet_W"_s, u"Reshet_W"_s},
+                         {u"Reshet_H"_s, u"Reshet_H"_s},
+                         {u"Nativ_Num"_s, u"Nativ_Num"_s},
+                         {u"Kanaf_Num"_s, u"Kanaf_Num"_s}});
+    DBGrid1->setDataSource(DataSerials);
+    DBGrid1->setMinimumSize(600, 240);
+}
+
+Module1::MeasurePair* FormSelectSerial::measurePair(std::size_t pair, const QString& wholeText,
+                                                    const QString& hundredthsText,
+                                                    const QString& pointName)
+{
+    const std::array texts{wholeText, hundredthsText};
+    for (std::size_t side = 0; side < 2; ++side) {
+        const std::size_t index = 2 * pair + side;
+        auto* box = new Module1::MeasureBox(static_cast<int>(index), texts[side],
+                                            Module1::MeasureBox::OnLeaving::FillDefault);
+        box->setObjectName(member(u"TextNum"_s, index));
+        box->setFont(QFont(u"David"_s, 13));
+        TextNum[index] = box;
+    }
+    Picture1[pair] = new Module1::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair],
+                                              TextNum[2 * pair + 1], pointName, FrameMonoblock);
+    return Picture1[pair];
+}
+
+void FormSelectSerial::buildMonoblock()
+{
+    CheckKind = new QCheckBox(u"האם החלון הוא מסוג \" מונובלוק \" ?"_s, this);
+    CheckKind->setObjectName(u"CheckKind"_s);
+    CheckKind->setFont(QFont(u"David"_s, 12));
+    FrameMonoblock = new QGroupBox(u"נתוני  מונובלוק"_s, this);
+    FrameMonoblock->setObjectName(u"FrameMonoblock"_s);
+    FrameMonoblock->setFont(QFont(u"David"_s, 12));
+    ComboMonoBlock = dropDownList(
+        u"ComboMonoBlock"_s, {u"מונו בלוק : 10"_s, u"מונו בלוק : 30"_s, u"מונובלוק : 20 מכסה 15"_s},
+        FrameMonoblock);
+    Combo_U_Thick = dropDownList(u"Combo_U_Thick"_s, {u"6.5"_s, u"5.3"_s}, FrameMonoblock);
+
+    auto* grid = new QGridLayout(FrameMonoblock);
+    grid->setColumnStretch(2, 1);
+    grid->setHorizontalSpacing(10);
+    grid->addWidget(caption(u"Label6"_s, u"סוג :"_s, FrameMonoblock), 0, 0);
+    grid->addWidget(ComboMonoBlock, 0, 1, 1, 2);
+    grid->addWidget(caption(u"Label2"_s, u" הורדה מהרוחב :"_s, FrameMonoblock), 1, 0);
+    grid->addWidget(measurePair(0, u"0"_s, u"00"_s, u"Label1_2"_s), 1, 1);
+    grid->addWidget(caption(u"Label3"_s, u" הורדה מהגובה  :"_s, FrameMonoblock), 2, 0);
+    grid->addWidget(measurePair(1, u"0"_s, u"00"_s, u"Label1_4"_s), 2, 1);
+    grid->addWidget(caption(u"Label4"_s, u"עובי U :"_s, FrameMonoblock), 1, 3);
+    grid->addWidget(Combo_U_Thick, 1, 4);
+    grid->addWidget(caption(u"Label5"_s, u"עובי שלב  :"_s, FrameMonoblock), 2, 3);
+    grid->addWidget(measurePair(2, u"4"_s, u"50"_s, u"Label1_9"_s), 2, 4);
+    const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
+    for (std::size_t pair = 0; pair < behind.size(); ++pair) {
+        // Each pair has two points on one spot, of which the upper one alone is seen.
+        caption(behind[pair], u"."_s, Picture1[pair])->hide();
+    }
+    for (QWidget* each : monoblockControls())
+        each->setEnabled(false);
+}
+
+QWidgetList FormSelectSerial::monoblockControls() const
+{
+    QWidgetList all{ComboMonoBlock, Combo_U_Thick};
+    for (Module1::MeasureBox* box : TextNum)
+        all.append(box);
+    for (const Module1::MeasurePair* pair : Picture1)
+        all.append(pair->point());
+    return all;
+}
+
+void FormSelectSerial::buildCommands()
+{
+    CmdPic = command(u"CmdPic"_s, u"בחר"_s, this);
+    CmdClose = command(u"CmdClose"_s, u"סגור"_s, this);
+}
+
+void FormSelectSerial::arrange()
+{
+    auto* commands = new QHBoxLayout;
+    commands->addStretch();
+    commands->addWidget(CmdPic);
+    commands->addWidget(CmdClose);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(DBGrid1);
+    column->addWidget(CheckKind);
+    column->addWidget(FrameMonoblock);
+    column->addLayout(commands);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+/// The boxes of the first two pairs are reached backwards, as those who type here are used to it.
+void FormSelectSerial::chainTabOrder()
+{
+    const QWidgetList chain{DBGrid1,        CmdClose,   CmdPic,     TextNum[3],
+                            TextNum[2],     TextNum[1], TextNum[0], CheckKind,
+                            ComboMonoBlock, TextNum[4], TextNum[5], Combo_U_Thick};
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        setTabOrder(chain[i - 1], chain[i]);
+    DBGrid1->setFocus();
+}
+
+} // namespace calculation

@@ -1,0 +1,247 @@
+#include "calculation/opening_panel.h"
+
+#include "calculation/form_select_serial.h"
+#include "output/form_view.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_combo.h"
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/guard.h"
+#include "platform/runtime/message_box.h"
+#include "platform/runtime/process.h"
+#include "shell/base/input_boxes.h"
+#include "shell/base/module1.h"
+#include "store/store_access.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace calculation {
+
+namespace {
+
+std::function<OpeningPanel&()> panelProvider;
+
+constexpr int framePieces = 2;
+
+/// Puts the values into the fields from the ordinal on.
+void setFields(dao::Recordset& line, int ordinal, std::initializer_list<QVariant> values)
+{
+    for (const QVariant& value : values)
+        line.Fields(ordinal++).SetValue(value);
+}
+
+/// One more than the highest number in the order, so that a number is given again only at the end.
+std::int16_t nextLineNumber(dao::Recordset& lines)
+{
+    if (lines.RecordCount() <= 0)
+        return 1;
+    lines.MoveLast();
+    return runtime::toInt16(runtime::toDouble(lines.Fields(u"NUM"_s).Value()) + 1);
+}
+
+QVariant kanafNum(dao::Recordset& series)
+{
+    return series.Fields(u"Kanaf_Num"_s).Value();
+}
+
+QVariant twice(const QVariant& count)
+{
+    return 2 * runtime::toDouble(count);
+}
+
+void writeCounts(dao::Recordset& line, dao::Recordset& series)
+{
+    line.Fields(14).SetValue(framePieces);
+    line.Fields(17).SetValue(Module1::IsDoorFrame ? kanafNum(series) : twice(kanafNum(series)));
+    line.Fields(20).SetValue(kanafNum(series));
+    line.Fields(23).SetValue(kanafNum(series));
+}
+
+/// A field without a declared size takes the whole text.
+QString cutToSize(const QString& text, const dao::Field& field)
+{
+    const int size = field.Size();
+    return size > 0 ? text.left(size) : text;
+}
+
+void writeShutter(dao::Recordset& line)
+{
+    setFields(line, 25,
+              {Module1::MyWidth_2, Module1::MYHeight_2, Module1::U_Thick, Module1::U_Cut,
+               Module1::U_Vasa, Module1::Shalav_Thick, Module1::Shalav_Width,
+               std::nearbyint(Module1::Shalav_Count)});
+    setFields(line, 35, {Module1::Argaz_Width, Module1::Argaz_Height});
+}
+
+} // namespace
+
+void setOpeningPanelProvider(std::function<OpeningPanel&()> provider)
+{
+    panelProvider = std::move(provider);
+}
+
+OpeningPanel& openingPanel()
+{
+    if (!panelProvider)
+        throw runtime::RunTimeError(runtime::ObjectNotSet);
+    return panelProvider();
+}
+
+OpeningPanel::OpeningPanel(QWidget* parent) : QWidget(parent)
+{
+    setObjectName(u"OpeningPanel"_s);
+    setLayoutDirection(Qt::RightToLeft);
+    buildDataControls();
+    buildSeriesLabels();
+    buildFrame1();
+    buildFrameDoorMashkof();
+    buildFrame2();
+    buildCommands();
+    arrange();
+    chainTabOrder();
+    runtime::on(CmdPicSerial, &QPushButton::clicked, this, [this] { CmdPicSerial_Click(); });
+    runtime::on(CmdOK, &QPushButton::clicked, this, [this] { CmdOK_Click(); });
+    runtime::on(CmdAdd, &QPushButton::clicked, this, [this] { CmdAdd_Click(); });
+    runtime::on(CmdClear1, &QPushButton::clicked, this, [this] { CmdClear1_Click(); });
+}
+
+void OpeningPanel::bindKindsAndColours()
+{
+    const std::array colours{u"MashkofColor"_s, u"KanafColor"_s, u"GlassColor"_s, u"ReshetColor"_s};
+    const std::array kinds{u"MashkofKind"_s, u"KanafKind"_s, u"GlassKind"_s, u"ReshetKind"_s};
+    for (std::size_t part = 0; part < cuts::PartCount; ++part)
+        DataColor[part]->setRecordset(
+            store::OpenMyDataBase()->OpenRecordset(colours[part], dao::dbOpenTable));
+    for (std::size_t part = 0; part < cuts::PartCount; ++part)
+        DataKind[part]->setRecordset(
+            store::OpenMyDataBase()->OpenRecordset(kinds[part], dao::dbOpenTable));
+}
+
+void OpeningPanel::focusBox(std::size_t index)
+{
+    Module1::MeasureBox& box = *TextNum[index];
+    if (!box.isVisible() || !box.isEnabled())
+        throw runtime::RunTimeError(runtime::InvalidProcedureCall);
+    window()->activateWindow();
+    box.setFocus();
+    Module1::SelectAllText(box);
+}
+
+void OpeningPanel::CmdPicSerial_Click()
+{
+    formSelectSerial().Show();
+}
+
+void OpeningPanel::CmdOK_Click()
+{
+    if (refusesMissingSeries())
+        return;
+    ComputeCuts();
+    output::FormView& view = output::formView();
+    view.LabelName->setText(LabelSerial->text());
+    view.LabelDate->setText(runtime::Today().toString(u"dd/MM/yyyy"_s));
+    for (std::size_t part = 0; part < cuts::PartCount; ++part)
+        view.LabelKind[part]->setText(DBComboKind[part]->currentText());
+    for (std::size_t part = 0; part < cuts::PartCount; ++part)
+        view.LabelColor[part]->setText(DBComboColor[part]->currentText());
+    const auto& cells = Module1::CutValues;
+    view.LabelOpenWidth->setText(runtime::toText(cells[0]));
+    view.LabelOpenHeight->setText(runtime::toText(cells[1]));
+    for (std::size_t part = 0; part < cuts::PartCount; ++part) {
+        view.LabelWidth[part]->setText(runtime::toText(cells[2 + 2 * part]));
+        view.LabelHeight[part]->setText(runtime::toText(cells[3 + 2 * part]));
+    }
+    dao::Recordset& series = DataSerial->Recordset();
+    view.LabelCount[cuts::Mashkof]->setText(runtime::toText(double{framePieces}));
+    view.LabelCount[cuts::Kanaf]->setText(runtime::toText(twice(kanafNum(series))));
+    view.LabelCount[cuts::Glass]->setText(runtime::toText(kanafNum(series)));
+    view.LabelCount[cuts::Reshet]->setText(runtime::toText(kanafNum(series)));
+    view.ShowModeless();
+}
+
+void OpeningPanel::CmdAdd_Click()
+{
+    if (refusesZero(0) || refusesZero(2) || refusesMissingSeries())
+        return;
+    ComputeCuts();
+    Module1::SqlText = u"SELECT * FROM CUTS WHERE ORDER_NUM = "_s +
+                       QString::number(Module1::CurrentOrderNum) + u" ORDER BY NUM ASC"_s;
+    DataCuts->setRecordset(
+        store::OpenMyDataBase()->OpenRecordset(Module1::SqlText, dao::dbOpenDynaset));
+    dao::Recordset& lines = DataCuts->Recordset();
+    const std::int16_t number = nextLineNumber(lines);
+    lines.AddNew();
+    writeLine(lines, number);
+    lines.Update();
+    clearOpening();
+    emit lineAdded();
+}
+
+void OpeningPanel::CmdClear1_Click()
+{
+    clearOpening();
+}
+
+bool OpeningPanel::refusesZero(std::size_t wholeBox)
+{
+    if (runtime::toDouble(TextNum[wholeBox]->text()) != 0)
+        return false;
+    runtime::MsgBox(u"ערך נומרי 0 !"_s, runtime::refusalFlags);
+    TextNum[wholeBox]->setFocus();
+    return true;
+}
+
+bool OpeningPanel::refusesMissingSeries()
+{
+    if (Module1::SelectedSerialNum != 0)
+        return false;
+    runtime::MsgBox(u"לא בחרת שום סדרה, לחץ על 'בחר סדרה' "_s, runtime::refusalFlags,
+                    u"בחירת סדרה"_s);
+    return true;
+}
+
+/// Fills the new row. What stands by its ordinal follows the table's column order.
+void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
+{
+    lines.Fields(u"Name"_s).SetValue(LabelSerial->text());
+    lines.Fields(u"Order_Num"_s).SetValue(int{Module1::CurrentOrderNum});
+    lines.Fields(u"NUM"_s).SetValue(int{number});
+    lines.Fields(u"Order_Date"_s).SetValue(runtime::Today());
+    for (int cell = 0; cell < 10; ++cell)
+        lines.Fields(cell + 2).SetValue(Module1::CutValues[static_cast<std::size_t>(cell)]);
+    writeKindsAndColours(lines);
+    writeCounts(lines, DataSerial->Recordset());
+    dao::Field kind = lines.Fields(24);
+    kind.SetValue(Module1::IsMonoblock ? cutToSize(Module1::KindCaption, kind) : u"אור"_s);
+    writeShutter(lines);
+}
+
+void OpeningPanel::writeKindsAndColours(dao::Recordset& lines)
+{
+    int ordinal = 12;
+    for (const controls::DBCombo* combo : DBComboKind) {
+        lines.Fields(ordinal).SetValue(combo->currentText());
+        ordinal += 3;
+    }
+    ordinal = 13;
+    for (const controls::DBCombo* combo : DBComboColor) {
+        lines.Fields(ordinal).SetValue(combo->currentText());
+        ordinal += 3;
+    }
+}
+
+void OpeningPanel::clearOpening()
+{
+    TextNum[0]->setText(u"0"_s);
+    TextNum[1]->setText(u"00"_s);
+    TextNum[2]->setText(u"0"_s);
+    TextNum[3]->setText(u"00"_s);
+    TextNum[0]->setFocus();
+    Module1::SelectAllText(*TextNum[0]);
+}
+
+} // namespace calculation

@@ -1,0 +1,219 @@
+#include "calculation/opening_panel.h"
+
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_combo.h"
+#include "shell/base/input_boxes.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace calculation {
+
+namespace {
+
+QLabel* caption(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setFont(QFont(u"David"_s, 12));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+/// A label that shows a datum: sunken, so that it is seen where it is empty.
+QLabel* datum(const QString& name, const QString& text, QWidget* parent)
+{
+    QLabel* label = caption(name, text, parent);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setMargin(2);
+    label->setMinimumWidth(40);
+    return label;
+}
+
+QGroupBox* frame(const QString& name, const QString& title, QWidget* parent)
+{
+    auto* box = new QGroupBox(title, parent);
+    box->setObjectName(name);
+    box->setFont(QFont(u"David"_s, 12));
+    return box;
+}
+
+QPushButton* command(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(name);
+    button->setFont(QFont(u"Arial"_s, 11));
+    // So that Enter presses the button that has the focus, as a form filled by keyboard needs it.
+    button->setAutoDefault(true);
+    return button;
+}
+
+QString member(const QString& array, std::size_t index)
+{
+    return array + u'_' + QString::number(index);
+}
+
+controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, QWidget* parent)
+{
+    auto* combo = new controls::DBCombo(name, parent);
+    combo->setFont(QFont(u"David"_s, 12));
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(8);
+    combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    combo->setRowSource(rows, u"Name"_s);
+    return combo;
+}
+
+} // namespace
+
+void OpeningPanel::buildDataControls()
+{
+    for (std::size_t part = 0; part < cuts::PartCount; ++part) {
+        DataColor[part] = new controls::DataControl(member(u"DataColor"_s, part), this);
+        DataKind[part] = new controls::DataControl(member(u"DataKind"_s, part), this);
+    }
+    DataCuts = new controls::DataControl(u"DataCuts"_s, this);
+    DataSerial = new controls::DataControl(u"DataSerial"_s, this);
+}
+
+void OpeningPanel::buildSeriesLabels()
+{
+    caption(u"Label1_0"_s, u"חישוב לפי  סידרה"_s, this);
+    caption(u"Label3"_s, u"מס. נתיב"_s, this);
+    caption(u"Label4"_s, u"מס. כנף"_s, this);
+    caption(u"Label12"_s, u"סוג חלון"_s, this);
+    LabelSerial = datum(u"LabelSerial"_s, {}, this);
+    LabelSerial->setWordWrap(true);
+    LabelNativ = datum(u"LabelNativ"_s, {}, this);
+    LabelKanaf = datum(u"LabelKanaf"_s, {}, this);
+    LabelKind = datum(u"LabelKind"_s, u"רגיל"_s, this);
+}
+
+Module1::MeasurePair* OpeningPanel::measurePair(std::size_t pair, const QString& wholeText,
+                                                QWidget* parent)
+{
+    const std::array texts{wholeText, u"00"_s};
+    for (std::size_t side = 0; side < 2; ++side) {
+        const std::size_t index = 2 * pair + side;
+        auto* box = new Module1::MeasureBox(static_cast<int>(index), texts[side],
+                                            Module1::MeasureBox::OnLeaving::FillDefaultAndPad);
+        box->setObjectName(member(u"TextNum"_s, index));
+        box->setFont(QFont(u"David"_s, 13));
+        box->setSelectsOnFocus(true);
+        TextNum[index] = box;
+    }
+    Picture1[pair] =
+        new Module1::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair],
+                                 TextNum[2 * pair + 1], member(u"Label1"_s, 3 + pair), parent);
+    return Picture1[pair];
+}
+
+void OpeningPanel::buildFrame1()
+{
+    Frame1 = frame(u"Frame1"_s, u"הכנס נתוני פתח החלון"_s, this);
+    auto* row = new QHBoxLayout(Frame1);
+    row->addWidget(caption(u"Label1_1"_s, u"רוחב"_s, Frame1));
+    row->addWidget(measurePair(0, u"0"_s, Frame1));
+    row->addStretch();
+    row->addWidget(caption(u"Label1_2"_s, u"גובה"_s, Frame1));
+    row->addWidget(measurePair(1, u"0"_s, Frame1));
+    row->addStretch();
+}
+
+void OpeningPanel::buildFrameDoorMashkof()
+{
+    FrameDoorMashkof = frame(u"FrameDoorMashkof"_s, {}, this);
+    auto* row = new QHBoxLayout(FrameDoorMashkof);
+    row->addWidget(caption(u"Label11"_s, u"עובי משקוף דלת :"_s, FrameDoorMashkof));
+    row->addWidget(measurePair(2, u"4"_s, FrameDoorMashkof));
+    row->addStretch();
+    // Its place is kept while it is hidden, so that nothing jumps when a door series is chosen.
+    QSizePolicy policy = FrameDoorMashkof->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    FrameDoorMashkof->setSizePolicy(policy);
+    FrameDoorMashkof->hide();
+}
+
+void OpeningPanel::buildFrame2()
+{
+    Frame2 = frame(u"Frame2"_s, u"בחר סוג וצבע לפריטים"_s, this);
+    auto* grid = new QGridLayout(Frame2);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(2, 1);
+    grid->setVerticalSpacing(4);
+    grid->addWidget(caption(u"Label5"_s, u"סוג"_s, Frame2), 0, 1);
+    grid->addWidget(caption(u"Label10"_s, u"צבע"_s, Frame2), 0, 2);
+    const std::array names{u"Label6"_s, u"Label7"_s, u"Label8"_s, u"Label9"_s};
+    const std::array texts{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
+    for (std::size_t part = 0; part < cuts::PartCount; ++part) {
+        const int row = static_cast<int>(part) + 1;
+        grid->addWidget(caption(names[part], texts[part], Frame2), row, 0);
+        DBComboKind[part] = partCombo(member(u"DBComboKind"_s, part), DataKind[part], Frame2);
+        grid->addWidget(DBComboKind[part], row, 1);
+        DBComboColor[part] = partCombo(member(u"DBComboColor"_s, part), DataColor[part], Frame2);
+        grid->addWidget(DBComboColor[part], row, 2);
+    }
+}
+
+void OpeningPanel::buildCommands()
+{
+    CmdPicSerial = command(u"CmdPicSerial"_s, u"בחר סדרה"_s, this);
+    CmdAdd = command(u"CmdAdd"_s, u"הוסף להזמנה"_s, this);
+    CmdOK = command(u"CmdOK"_s, u"קדם חישוב"_s, this);
+    CmdClear1 = command(u"CmdClear1"_s, u"נקה"_s, this);
+}
+
+void OpeningPanel::arrange()
+{
+    const auto label = [this](const QString& name) { return findChild<QLabel*>(name); };
+    auto* series = new QGridLayout;
+    series->setVerticalSpacing(4);
+    series->setColumnStretch(1, 1);
+    series->setColumnStretch(3, 1);
+    series->addWidget(label(u"Label1_0"_s), 0, 0, 1, 3);
+    series->addWidget(CmdPicSerial, 0, 3);
+    series->addWidget(LabelSerial, 1, 0, 1, 4);
+    series->addWidget(label(u"Label3"_s), 2, 0);
+    series->addWidget(LabelNativ, 2, 1);
+    series->addWidget(label(u"Label4"_s), 2, 2);
+    series->addWidget(LabelKanaf, 2, 3);
+    series->addWidget(label(u"Label12"_s), 3, 0);
+    series->addWidget(LabelKind, 3, 1, 1, 3);
+
+    auto* commands = new QHBoxLayout;
+    commands->addWidget(CmdAdd, 3);
+    commands->addWidget(CmdOK, 3);
+    commands->addWidget(CmdClear1, 2);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(6, 4, 6, 4);
+    column->setSpacing(6);
+    column->addLayout(series);
+    column->addWidget(Frame1);
+    column->addWidget(FrameDoorMashkof);
+    column->addWidget(Frame2);
+    column->addLayout(commands);
+    column->addStretch();
+    setMinimumWidth(430);
+    setMaximumWidth(480);
+}
+
+/// The boxes of the door frame come last, behind everything else on the form.
+void OpeningPanel::chainTabOrder()
+{
+    QWidgetList chain{CmdPicSerial, TextNum[0], TextNum[1], TextNum[2],
+                      TextNum[3],   CmdAdd,     CmdOK,      CmdClear1};
+    for (std::size_t part = 0; part < cuts::PartCount; ++part)
+        chain << DBComboKind[part] << DBComboColor[part];
+    chain << TextNum[4] << TextNum[5];
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        setTabOrder(chain[i - 1], chain[i]);
+}
+
+} // namespace calculation
