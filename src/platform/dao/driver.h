@@ -1,0 +1,138 @@
+#pragma once
+
+#include "platform/dao/types.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QSqlError;
+
+namespace dao {
+
+/// What a row is told apart by inside the engine room: a number that the SQL engine keeps for each
+/// row of a table, whatever its fields hold, ascending in the order in which rows were stored.
+using RowNumber = qint64;
+using RowNumbers = std::vector<RowNumber>;
+
+/// The stored values of a row, one for each column asked for.
+using StoredValues = std::vector<QVariant>;
+
+/// A table or view of the store.
+struct TableInfo
+{
+    QString name;
+    bool updatable = true;
+    std::vector<FieldInfo> fields;
+
+    /// -1 where no field has the name (any case).
+    int ordinalOf(const QString& fieldName) const;
+};
+
+/// One connection of Qt Sql under a name of its own; the connection goes with this object. Every
+/// query on it has to be gone by then.
+class SqlConnection
+{
+public:
+    explicit SqlConnection(const QString& plugin);
+    ~SqlConnection();
+    SqlConnection(const SqlConnection&) = delete;
+    SqlConnection& operator=(const SqlConnection&) = delete;
+
+    QSqlDatabase& database() { return database_; }
+
+private:
+    QString name_;
+    QSqlDatabase database_;
+};
+
+/// One open connection to a store on one SQL engine. What the engines have in common (plain SQL,
+/// NULLS FIRST, quoted names) is done here and in TableRows; what one of them does in a way of its
+/// own is virtual.
+class Driver
+{
+public:
+    virtual ~Driver() = default;
+    Driver(const Driver&) = delete;
+    Driver& operator=(const Driver&) = delete;
+
+    /// The path or the like that the store was opened by.
+    const QString& name() const { return name_; }
+
+    /// The tables and views in the order of creation, without their fields.
+    virtual std::vector<TableInfo> tables() = 0;
+    /// A table or view with its fields, by its name in any case.
+    virtual std::optional<TableInfo> table(const QString& name) = 0;
+    /// The primary key first, then the others in the order of creation.
+    virtual std::vector<IndexInfo> indexes(const QString& table) = 0;
+
+    /// The expression that gives a row's number.
+    virtual QString rowNumber() const = 0;
+    /// The number of the row that the query has inserted.
+    virtual RowNumber insertedRow(const QSqlQuery& query) const = 0;
+    /// A statement whose one row and column joins the only column of the ordered SELECT with
+    /// commas.
+    virtual QString joined(const QString& select) const = 0;
+    /// The expression that an INSERT gives to an unassigned counter; empty where the store counts
+    /// by itself.
+    virtual QString counterValue(const QString& table, const QString& field) = 0;
+
+    virtual QStringList createTable(const TableInfo& table,
+                                    const std::vector<IndexInfo>& indexes) const = 0;
+    virtual QString createIndex(const QString& table, const IndexInfo& index) const = 0;
+    /// A field's name, type and constraints, as they stand in CREATE TABLE and ADD COLUMN.
+    virtual QString fieldDefinition(const FieldInfo& field) const = 0;
+
+    /// Opens a transaction that may write.
+    virtual void begin() = 0;
+    void commit();
+    void rollback();
+    bool inTransaction() const { return inTransaction_; }
+
+    /// The run-time error that an error of the engine stands for.
+    virtual runtime::RunTimeError error(const QSqlError& error) const = 0;
+
+    /// Runs one statement to its end, unless it gives rows. Raises error().
+    QSqlQuery run(const QString& sql, const QVariantList& values = {});
+    /// All rows of a statement, which is finished afterwards.
+    std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
+    /// The row numbers that an ordered SELECT of that one column gives.
+    RowNumbers rowNumbers(const QString& select, const QVariantList& values = {});
+
+    /// A name as SQL takes it whatever it is made of.
+    static QString quoted(const QString& name);
+    static QString quoted(const QStringList& names);
+
+protected:
+    Driver(const QString& plugin, QString name) : connection_(plugin), name_(std::move(name)) {}
+    QSqlDatabase& connection() { return connection_.database(); }
+    void setInTransaction() { inTransaction_ = true; }
+
+private:
+    SqlConnection connection_;
+    QString name_;
+    bool inTransaction_ = false;
+};
+
+/// Several statements that take effect together or not at all; part of a transaction that is
+/// already open, where there is one.
+class Together
+{
+public:
+    explicit Together(Driver& driver);
+    ~Together();
+    Together(const Together&) = delete;
+    Together& operator=(const Together&) = delete;
+    void commit();
+
+private:
+    Driver& driver_;
+    bool own_;
+};
+
+} // namespace dao

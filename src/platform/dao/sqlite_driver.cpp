@@ -1,0 +1,377 @@
+#include "platform/dao/sqlite_driver.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSqlError>
+#include <QUrl>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+/// Primary result codes of SQLite.
+enum ResultCode {
+    Error = 1,
+    Permission = 3,
+    Busy = 5,
+    LockedTable = 6,
+    NoMemory = 7,
+    ReadOnlyStore = 8,
+    InputOutput = 10,
+    Corrupt = 11,
+    Full = 13,
+    CannotOpen = 14,
+    Constraint = 19,
+    Authorization = 23,
+    NotADatabase = 26,
+};
+
+int resultCode(const QSqlError& error)
+{
+    return error.nativeErrorCode().toInt() & 0xff; // the higher bits tell kinds of one code apart
+}
+
+constexpr auto primaryKeyName = "PrimaryKey"_L1;
+
+/// A file name as a URI, so that the mode of opening can be told; every sign of it may occur.
+QString uriOf(const QString& path, const QString& mode)
+{
+    QString absolute = QFileInfo(path).absoluteFilePath();
+    if (!absolute.startsWith(u'/'))
+        absolute.prepend(u'/');
+    return u"file://%1?mode=%2"_s.arg(QString::fromLatin1(QUrl::toPercentEncoding(absolute, "/:")),
+                                      mode);
+}
+
+/// Type and size by a declared type's spelling; what is unknown is a text without limit.
+void readDeclaredType(const QString& declared, FieldInfo& field)
+{
+    static const QRegularExpression spelling(
+        uR"(^\s*([A-Za-z]+)\s*(?:\(\s*([0-9]{1,9})\s*\))?\s*$)"_s);
+    const QRegularExpressionMatch match = spelling.match(declared);
+    const QString name = match.captured(1).toUpper();
+    field.type = dbText;
+    if (name == "TEXT"_L1)
+        field.size = match.captured(2).toInt();
+    else if (name == "COUNTER"_L1 || name == "LONG"_L1)
+        field.type = dbLong;
+    else if (name == "INTEGER"_L1)
+        field.type = dbInteger;
+    else if (name == "DOUBLE"_L1)
+        field.type = dbDouble;
+    else if (name == "DATETIME"_L1)
+        field.type = dbDate;
+    else if (name == "BOOLEAN"_L1)
+        field.type = dbBoolean;
+    field.counter = name == "COUNTER"_L1;
+}
+
+QString declaredType(const FieldInfo& field)
+{
+    switch (field.type) {
+    case dbBoolean:
+        return u"BOOLEAN"_s;
+    case dbInteger:
+        return u"INTEGER"_s;
+    case dbLong:
+        return field.counter ? u"COUNTER"_s : u"LONG"_s;
+    case dbDouble:
+        return u"DOUBLE"_s;
+    case dbDate:
+        return u"DATETIME"_s;
+    case dbText:
+        break;
+    }
+    return field.size > 0 ? u"TEXT(%1)"_s.arg(field.size) : u"TEXT"_s;
+}
+
+QString literal(const QString& text)
+{
+    QString inner = text;
+    return u'\'' + inner.replace(u'\'', u"''"_s) + u'\'';
+}
+
+/// Index names are one name space for all tables there, so a table's indexes carry its name.
+QString storedIndexName(const QString& table, const QString& index)
+{
+    return table + u'.' + index;
+}
+
+QString shownIndexName(const QString& table, const QString& stored)
+{
+    const QString prefix = table + u'.';
+    return stored.startsWith(prefix, Qt::CaseInsensitive) ? stored.mid(prefix.size()) : stored;
+}
+
+QString counterTriggerName(const QString& table, const QString& field)
+{
+    return table + u'.' + field + ".counter"_L1;
+}
+
+/// Numbers a new row past the highest number that the table holds or has ever held. The high-water
+/// mark lies in the engine's own sequence table, which every station sees and which goes with the
+/// insertion's own transaction.
+QString counterTrigger(const QString& table, const QString& field)
+{
+    return QStringLiteral(
+               "CREATE TRIGGER %1 AFTER INSERT ON %2 BEGIN "
+               "UPDATE %2 SET %3 = 1 + max(ifnull((SELECT max(%3) FROM %2), 0), "
+               "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = %4), 0)) "
+               "WHERE rowid = NEW.rowid AND %3 IS NULL; "
+               "INSERT INTO sqlite_sequence (name, seq) SELECT %4, 0 "
+               "WHERE NOT EXISTS (SELECT 1 FROM sqlite_sequence WHERE name = %4); "
+               "UPDATE sqlite_sequence SET seq = (SELECT %3 FROM %2 WHERE rowid = NEW.rowid) "
+               "WHERE name = %4 AND seq < (SELECT %3 FROM %2 WHERE rowid = NEW.rowid); "
+               "END")
+        .arg(Driver::quoted(counterTriggerName(table, field)), Driver::quoted(table),
+             Driver::quoted(field), literal(table));
+}
+
+} // namespace
+
+SqliteDriver::SqliteDriver(const QString& path) : Driver(u"QSQLITE"_s, path) {}
+
+std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::milliseconds lockWait)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
+    // The engine takes a file without contents for a new store. Only the size is asked for: opening
+    // and closing the file past the engine would drop the locks that this process holds on it.
+    if (file.size() == 0)
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"Unrecognized database format '%1'."_s.arg(path));
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path));
+    driver->connect(u"rw"_s, lockWait);
+    driver->prepareUse();
+    return driver;
+}
+
+std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
+                                             std::chrono::milliseconds lockWait)
+{
+    if (QFileInfo::exists(path))
+        throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path));
+    driver->connect(u"rwc"_s, lockWait);
+    // The sequence table comes into being with the first table that asks for one, and stays.
+    Together together(*driver);
+    driver->run(u"CREATE TABLE first (number INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
+    driver->run(u"DROP TABLE first"_s);
+    together.commit();
+    driver->prepareUse();
+    return driver;
+}
+
+void SqliteDriver::connect(const QString& mode, std::chrono::milliseconds lockWait)
+{
+    connection().setDatabaseName(uriOf(name(), mode));
+    connection().setConnectOptions(
+        u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(lockWait.count()));
+    if (!connection().open())
+        throw openingError(connection().lastError());
+}
+
+void SqliteDriver::prepareUse()
+{
+    // Asking for the journal reads the schema, so a file that is no store, or a locked or damaged
+    // one, fails here and not at some later statement.
+    QSqlQuery journal(connection());
+    if (!journal.exec(u"PRAGMA journal_mode"_s) || !journal.next())
+        throw openingError(journal.lastError());
+    const bool rollbackJournal = journal.value(0).toString() == "delete"_L1;
+    journal.finish();
+    QSqlQuery settings(connection());
+    // A journal of another kind is changed as soon as no other station is at work; it is safe too.
+    if (!rollbackJournal)
+        settings.exec(u"PRAGMA journal_mode = DELETE"_s);
+    settings.exec(u"PRAGMA synchronous = FULL"_s);
+}
+
+RunTimeError SqliteDriver::openingError(const QSqlError& failure) const
+{
+    switch (resultCode(failure)) {
+    case CannotOpen:
+    case Permission:
+        if (!QFileInfo::exists(name()))
+            return RunTimeError(runtime::DatabaseFileNotFound,
+                                u"Could not find file '%1'."_s.arg(name()));
+        break;
+    case NotADatabase: {
+        QFile file(name());
+        if (file.open(QIODevice::ReadOnly) && file.read(16) == QByteArray("SQLite format 3", 16))
+            return RunTimeError(runtime::CorruptDatabase);
+        return RunTimeError(runtime::UnrecognizedFormat,
+                            u"Unrecognized database format '%1'."_s.arg(name()));
+    }
+    default:
+        break;
+    }
+    return error(failure);
+}
+
+RunTimeError SqliteDriver::error(const QSqlError& failure) const
+{
+    const QString text = failure.databaseText();
+    switch (resultCode(failure)) {
+    case Busy:
+    case LockedTable:
+        return RunTimeError(runtime::Locked);
+    case ReadOnlyStore:
+        return RunTimeError(runtime::ReadOnly);
+    case Full:
+        return RunTimeError(runtime::DiskFull);
+    case InputOutput:
+        return RunTimeError(runtime::DiskOrNetworkError);
+    case Corrupt:
+    case NotADatabase:
+        return RunTimeError(runtime::CorruptDatabase);
+    case CannotOpen:
+    case Permission:
+    case Authorization:
+        return RunTimeError(runtime::PermissionDenied);
+    case NoMemory:
+        return RunTimeError(runtime::OutOfMemory);
+    case Constraint:
+        return RunTimeError(text.contains("NOT NULL"_L1) ? runtime::FieldRequired
+                                                         : runtime::DuplicateKey);
+    default:
+        break;
+    }
+    if (text.contains("no such table"_L1))
+        return RunTimeError(runtime::TableNotFound);
+    if (text.contains("duplicate column name"_L1))
+        return RunTimeError(runtime::FieldDefinedTwice);
+    return RunTimeError(runtime::InternalError, text);
+}
+
+std::vector<TableInfo> SqliteDriver::tables()
+{
+    std::vector<TableInfo> all;
+    for (const StoredValues& row :
+         rows(u"SELECT name, type = 'table' FROM sqlite_master WHERE type IN ('table', 'view') "
+              "AND name NOT LIKE 'sqlite!_%' ESCAPE '!' ORDER BY rowid"_s))
+        all.push_back({row[0].toString(), row[1].toBool(), {}});
+    return all;
+}
+
+std::optional<TableInfo> SqliteDriver::table(const QString& name)
+{
+    std::optional<TableInfo> found;
+    for (const StoredValues& row :
+         rows(u"SELECT m.name, m.type = 'table', c.name, c.type, c.\"notnull\" "
+              "FROM sqlite_master m, pragma_table_info(m.name) c "
+              "WHERE m.name = ? COLLATE NOCASE AND m.type IN ('table', 'view') ORDER BY c.cid"_s,
+              {name})) {
+        if (!found)
+            found = TableInfo{row[0].toString(), row[1].toBool(), {}};
+        FieldInfo field;
+        field.name = row[2].toString();
+        field.required = row[4].toBool();
+        readDeclaredType(row[3].toString(), field);
+        found->fields.push_back(field);
+    }
+    return found;
+}
+
+std::vector<IndexInfo> SqliteDriver::indexes(const QString& table)
+{
+    std::vector<IndexInfo> all;
+    IndexInfo primary{primaryKeyName, {}, true, true};
+    for (const StoredValues& row :
+         rows(u"SELECT name FROM pragma_table_info(?) WHERE pk > 0 ORDER BY pk"_s, {table}))
+        primary.fields.append(row[0].toString());
+    if (!primary.fields.isEmpty())
+        all.push_back(primary);
+    QString stored;
+    for (const StoredValues& row :
+         rows(u"SELECT l.name, i.name, l.\"unique\" FROM pragma_index_list(?) l "
+              "JOIN sqlite_master m ON m.type = 'index' AND m.name = l.name "
+              "JOIN pragma_index_info(l.name) i "
+              "WHERE l.origin <> 'pk' AND NOT l.partial "
+              "AND NOT EXISTS (SELECT 1 FROM pragma_index_info(l.name) e WHERE e.name IS NULL) "
+              "ORDER BY m.rowid, i.seqno"_s,
+              {table})) {
+        if (all.empty() || stored != row[0].toString()) {
+            stored = row[0].toString();
+            all.push_back({shownIndexName(table, stored), {}, false, row[2].toBool()});
+        }
+        all.back().fields.append(row[1].toString());
+    }
+    return all;
+}
+
+QString SqliteDriver::rowNumber() const
+{
+    return u"rowid"_s;
+}
+
+RowNumber SqliteDriver::insertedRow(const QSqlQuery& query) const
+{
+    return query.lastInsertId().toLongLong();
+}
+
+QString SqliteDriver::joined(const QString& select) const
+{
+    // The limit, which is none, keeps the engine from dropping the inner order.
+    return u"SELECT group_concat(number) FROM (%1 LIMIT -1)"_s.arg(select);
+}
+
+QString SqliteDriver::counterValue(const QString& table, const QString& field)
+{
+    if (!rows(u"SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND name = ? COLLATE NOCASE"_s,
+              {counterTriggerName(table, field)})
+             .empty())
+        return {};
+    return u"(SELECT ifnull(max(%1), 0) + 1 FROM %2)"_s.arg(quoted(field), quoted(table));
+}
+
+QStringList SqliteDriver::createTable(const TableInfo& table,
+                                      const std::vector<IndexInfo>& indexes) const
+{
+    QStringList parts;
+    QStringList following;
+    for (const FieldInfo& each : table.fields) {
+        parts.append(fieldDefinition(each));
+        if (each.counter)
+            following.append(counterTrigger(table.name, each.name));
+    }
+    for (const IndexInfo& each : indexes) {
+        if (each.primary)
+            parts.append(u"PRIMARY KEY (%1)"_s.arg(quoted(each.fields)));
+        else
+            following.append(createIndex(table.name, each));
+    }
+    return QStringList(u"CREATE TABLE %1 (%2)"_s.arg(quoted(table.name), parts.join(u", "_s))) +
+           following;
+}
+
+QString SqliteDriver::createIndex(const QString& table, const IndexInfo& index) const
+{
+    return u"CREATE %1 %2 ON %3 (%4)"_s.arg(index.unique ? u"UNIQUE INDEX"_s : u"INDEX"_s,
+                                            quoted(storedIndexName(table, index.name)),
+                                            quoted(table), quoted(index.fields));
+}
+
+QString SqliteDriver::fieldDefinition(const FieldInfo& field) const
+{
+    QString text = quoted(field.name) + u' ' + declaredType(field);
+    if (field.type == dbBoolean)
+        text += " NOT NULL DEFAULT 0"_L1;
+    else if (field.required && !field.counter)
+        text += " NOT NULL"_L1;
+    return text;
+}
+
+void SqliteDriver::begin()
+{
+    run(u"BEGIN IMMEDIATE"_s);
+    setInTransaction();
+}
+
+} // namespace dao

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/dao/driver.h"
+
+#include <chrono>
+
+namespace dao {
+
+/// A store in one SQLite file.
+class SqliteDriver final : public Driver
+{
+public:
+    /// Opens an existing store. Raises 3024, 3051, 3343, 3049, 3260.
+    static std::unique_ptr<Driver> open(const QString& path, std::chrono::milliseconds lockWait);
+    /// Makes an empty store and opens it. Raises 3204, 3051.
+    static std::unique_ptr<Driver> create(const QString& path, std::chrono::milliseconds lockWait);
+
+    std::vector<TableInfo> tables() override;
+    std::optional<TableInfo> table(const QString& name) override;
+    std::vector<IndexInfo> indexes(const QString& table) override;
+    QString rowNumber() const override;
+    RowNumber insertedRow(const QSqlQuery& query) const override;
+    QString joined(const QString& select) const override;
+    QString counterValue(const QString& table, const QString& field) override;
+    QStringList createTable(const TableInfo& table,
+                            const std::vector<IndexInfo>& indexes) const override;
+    QString createIndex(const QString& table, const IndexInfo& index) const override;
+    QString fieldDefinition(const FieldInfo& field) const override;
+    void begin() override;
+    runtime::RunTimeError error(const QSqlError& error) const override;
+
+private:
+    explicit SqliteDriver(const QString& path);
+    void connect(const QString& mode, std::chrono::milliseconds lockWait);
+    void prepareUse();
+    runtime::RunTimeError openingError(const QSqlError& error) const;
+};
+
+} // namespace dao
