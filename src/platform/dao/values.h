@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/dao/types.h"
+
+/// Between what a store holds, what a field's value is and what is assigned to it.
+namespace dao {
+
+/// A stored value as the field's value. Raises 3421 for contents that the declared type does not
+/// take, 6 for a number beyond it.
+QVariant fromStored(const FieldInfo& field, const QVariant& stored);
+
+/// An assigned value converted to the field's type. Raises 3421, 6, 3163.
+QVariant converted(const FieldInfo& field, const QVariant& assigned);
+
+/// A field's value as it is stored.
+QVariant toStored(const FieldInfo& field, const QVariant& value);
+
+/// The value of a field that nothing was assigned to in a new row.
+QVariant initialValue(const FieldInfo& field);
+
+} // namespace dao
