@@ -1,0 +1,246 @@
+#include "platform/dao/table_rows.h"
+
+#include <QHash>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+StoredRow taken(StoredValues&& columns)
+{
+    StoredRow row;
+    row.number = columns.front().toLongLong();
+    columns.erase(columns.begin());
+    row.values = std::move(columns);
+    return row;
+}
+
+/// Adds "field = value" to the conditions; Null equals nothing, so it has a spelling of its own.
+void addEqual(const QString& field, const QVariant& value, QStringList& conditions,
+              QVariantList& values)
+{
+    if (value.isNull()) {
+        conditions.append(field + " IS NULL"_L1);
+        return;
+    }
+    conditions.append(field + " = ?"_L1);
+    values.append(value);
+}
+
+QString whereText(const QStringList& conditions)
+{
+    return conditions.isEmpty() ? QString() : " WHERE "_L1 + conditions.join(" AND "_L1);
+}
+
+} // namespace
+
+TableRows::TableRows(const Driver& driver, TableInfo table)
+    : table_(std::move(table)), name_(Driver::quoted(table_.name)), rowNumber_(driver.rowNumber())
+{
+    QStringList columns(rowNumber_);
+    for (const FieldInfo& each : table_.fields)
+        columns.append(Driver::quoted(each.name));
+    select_ = u"SELECT %1 FROM %2"_s.arg(columns.join(u", "_s), name_);
+}
+
+int TableRows::expectField(const QString& name) const
+{
+    const int ordinal = table_.ordinalOf(name);
+    if (ordinal < 0)
+        throw runtime::RunTimeError(runtime::TooFewParameters);
+    return ordinal;
+}
+
+QString TableRows::field(int ordinal) const
+{
+    return Driver::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
+}
+
+QString TableRows::ordering(const RowOrder& order, std::size_t from, Direction direction) const
+{
+    const bool forward = direction == Direction::Forward;
+    QStringList terms;
+    for (std::size_t i = from; i < order.size(); ++i)
+        terms.append(field(order[i]) + (forward ? " ASC NULLS FIRST"_L1 : " DESC NULLS LAST"_L1));
+    terms.append(rowNumber_ + (forward ? " ASC"_L1 : " DESC"_L1));
+    return " ORDER BY "_L1 + terms.join(u", "_s);
+}
+
+RowNumbers TableRows::numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+                              const RowOrder& order) const
+{
+    QStringList conditions;
+    QVariantList values;
+    if (where)
+        addEqual(field(expectField(where->field)), where->value, conditions, values);
+    return driver.rowNumbers(u"SELECT %1 AS number FROM %2"_s.arg(rowNumber_, name_) +
+                                 whereText(conditions) + ordering(order, 0, Direction::Forward),
+                             values);
+}
+
+int TableRows::count(Driver& driver) const
+{
+    return driver.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();
+}
+
+bool TableRows::isEmpty(Driver& driver) const
+{
+    return driver.rows("SELECT 1 FROM "_L1 + name_ + " LIMIT 1"_L1).empty();
+}
+
+std::optional<StoredRow> TableRows::fetch(Driver& driver, RowNumber number) const
+{
+    return pick(driver, {rowNumber_ + " = ?"_L1}, {number}, {});
+}
+
+std::vector<std::optional<StoredRow>> TableRows::fetch(Driver& driver,
+                                                       std::span<const RowNumber> numbers) const
+{
+    std::vector<std::optional<StoredRow>> result(numbers.size());
+    if (numbers.empty())
+        return result;
+    QHash<RowNumber, std::size_t> places;
+    QStringList list;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        places.insert(numbers[i], i);
+        list.append(QString::number(numbers[i]));
+    }
+    const QString condition = u" WHERE %1 IN (%2)"_s.arg(rowNumber_, list.join(u','));
+    for (StoredValues& columns : driver.rows(select_ + condition)) {
+        StoredRow row = taken(std::move(columns));
+        const std::size_t place = places.value(row.number);
+        result[place] = std::move(row);
+    }
+    return result;
+}
+
+std::optional<StoredRow> TableRows::pick(Driver& driver, const QStringList& conditions,
+                                         const QVariantList& values, const QString& ordering) const
+{
+    std::vector<StoredValues> found =
+        driver.rows(select_ + whereText(conditions) + ordering + " LIMIT 1"_L1, values);
+    if (found.empty())
+        return {};
+    return taken(std::move(found.front()));
+}
+
+std::optional<StoredRow> TableRows::first(Driver& driver, const RowOrder& order) const
+{
+    return pick(driver, {}, {}, ordering(order, 0, Direction::Forward));
+}
+
+std::optional<StoredRow> TableRows::last(Driver& driver, const RowOrder& order) const
+{
+    return pick(driver, {}, {}, ordering(order, 0, Direction::Backward));
+}
+
+std::optional<StoredRow> TableRows::next(Driver& driver, const RowOrder& order,
+                                         const StoredRow& from) const
+{
+    return neighbour(driver, order, from, Direction::Forward);
+}
+
+std::optional<StoredRow> TableRows::previous(Driver& driver, const RowOrder& order,
+                                             const StoredRow& from) const
+{
+    return neighbour(driver, order, from, Direction::Backward);
+}
+
+/// Looks among the rows that agree with `from` in all ordering fields, then among those that agree
+/// in all but the last, and so on: each look is one step down an index.
+std::optional<StoredRow> TableRows::neighbour(Driver& driver, const RowOrder& order,
+                                              const StoredRow& from, Direction direction) const
+{
+    const bool forward = direction == Direction::Forward;
+    for (std::size_t agreeing = order.size() + 1; agreeing-- > 0;) {
+        QStringList conditions;
+        QVariantList values;
+        for (std::size_t i = 0; i < agreeing; ++i)
+            addEqual(field(order[i]), from.values[static_cast<std::size_t>(order[i])], conditions,
+                     values);
+        QStringList alternatives;
+        QVariant bound = from.number;
+        if (agreeing == order.size()) {
+            alternatives.append(rowNumber_ + (forward ? " > ?"_L1 : " < ?"_L1));
+        } else {
+            const QString name = field(order[agreeing]);
+            bound = from.values[static_cast<std::size_t>(order[agreeing])];
+            if (bound.isNull() && forward)
+                alternatives.append(name + " IS NOT NULL"_L1);
+            if (!bound.isNull())
+                alternatives.append(name + (forward ? " > ?"_L1 : " < ?"_L1));
+            if (!bound.isNull() && !forward)
+                alternatives.append(name + " IS NULL"_L1); // Null stands before every value
+        }
+        for (const QString& each : alternatives) {
+            QVariantList bindings = values;
+            if (each.endsWith(u'?'))
+                bindings.append(bound);
+            if (auto row = pick(driver, conditions + QStringList(each), bindings,
+                                ordering(order, agreeing, direction)))
+                return row;
+        }
+    }
+    return {};
+}
+
+std::optional<StoredRow> TableRows::find(Driver& driver, const RowOrder& order,
+                                         const QVariant& value) const
+{
+    QStringList conditions;
+    QVariantList values;
+    addEqual(field(order.front()), value, conditions, values);
+    return pick(driver, conditions, values, ordering(order, 1, Direction::Forward));
+}
+
+RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assignments) const
+{
+    QStringList columns;
+    QStringList places;
+    QVariantList values;
+    std::vector<bool> assigned(table_.fields.size());
+    for (const Assignment& each : assignments) {
+        assigned[static_cast<std::size_t>(each.ordinal)] = true;
+        columns.append(field(each.ordinal));
+        places.append(u"?"_s);
+        values.append(each.stored);
+    }
+    for (std::size_t i = 0; i < table_.fields.size(); ++i) {
+        if (!table_.fields[i].counter || assigned[i])
+            continue;
+        const QString value = driver.counterValue(table_.name, table_.fields[i].name);
+        if (value.isEmpty())
+            continue;
+        columns.append(Driver::quoted(table_.fields[i].name));
+        places.append(value);
+    }
+    const QString what =
+        columns.isEmpty() ? u"DEFAULT VALUES"_s
+                          : u"(%1) VALUES (%2)"_s.arg(columns.join(u", "_s), places.join(u", "_s));
+    return driver.insertedRow(driver.run(u"INSERT INTO %1 "_s.arg(name_) + what, values));
+}
+
+bool TableRows::update(Driver& driver, RowNumber number,
+                       const std::vector<Assignment>& assignments) const
+{
+    QStringList parts;
+    QVariantList values;
+    for (const Assignment& each : assignments) {
+        parts.append(field(each.ordinal) + " = ?"_L1);
+        values.append(each.stored);
+    }
+    values.append(number);
+    const QString sql =
+        u"UPDATE %1 SET "_s.arg(name_) + parts.join(u", "_s) + whereText({rowNumber_ + " = ?"_L1});
+    return driver.run(sql, values).numRowsAffected() > 0;
+}
+
+bool TableRows::remove(Driver& driver, RowNumber number) const
+{
+    const QString sql = "DELETE FROM "_L1 + name_ + whereText({rowNumber_ + " = ?"_L1});
+    return driver.run(sql, {number}).numRowsAffected() > 0;
+}
+
+} // namespace dao

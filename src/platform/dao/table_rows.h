@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/dao/driver.h"
+#include "platform/dao/query.h"
+
+#include <optional>
+#include <span>
+
+namespace dao {
+
+/// A row as it was read.
+struct StoredRow
+{
+    RowNumber number = 0;
+    StoredValues values;
+};
+
+/// The ordinals of the fields that rows are ordered by, ascending, rows of equal values in the
+/// order in which they were stored; none for the table's own order.
+using RowOrder = std::vector<int>;
+
+/// The statements over the rows of one table, in SQL that every engine takes. Each call runs one
+/// statement (next and previous a few look-ups) and leaves nothing open.
+class TableRows
+{
+public:
+    TableRows(const Driver& driver, TableInfo table);
+
+    const TableInfo& table() const { return table_; }
+    /// Raises 3061 for a name that is no field.
+    int expectField(const QString& name) const;
+
+    /// The numbers of all rows that meet the condition, in order.
+    RowNumbers numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+                       const RowOrder& order) const;
+    int count(Driver& driver) const;
+    bool isEmpty(Driver& driver) const;
+
+    std::optional<StoredRow> fetch(Driver& driver, RowNumber number) const;
+    /// In the order of the numbers; a row that no longer exists is absent.
+    std::vector<std::optional<StoredRow>> fetch(Driver& driver,
+                                                std::span<const RowNumber> numbers) const;
+
+    std::optional<StoredRow> first(Driver& driver, const RowOrder& order) const;
+    std::optional<StoredRow> last(Driver& driver, const RowOrder& order) const;
+    /// The row behind or before the place of a row, which need not exist any more.
+    std::optional<StoredRow> next(Driver& driver, const RowOrder& order,
+                                  const StoredRow& from) const;
+    std::optional<StoredRow> previous(Driver& driver, const RowOrder& order,
+                                      const StoredRow& from) const;
+    /// The first row in order whose first ordering field equals the stored value.
+    std::optional<StoredRow> find(Driver& driver, const RowOrder& order,
+                                  const QVariant& value) const;
+
+    struct Assignment
+    {
+        int ordinal;
+        QVariant stored;
+    };
+    RowNumber insert(Driver& driver, const std::vector<Assignment>& assignments) const;
+    /// False where the row does not exist.
+    bool update(Driver& driver, RowNumber number, const std::vector<Assignment>& assignments) const;
+    bool remove(Driver& driver, RowNumber number) const;
+
+private:
+    enum class Direction { Forward, Backward };
+
+    QString field(int ordinal) const;
+    QString ordering(const RowOrder& order, std::size_t from, Direction direction) const;
+    std::optional<StoredRow> pick(Driver& driver, const QStringList& conditions,
+                                  const QVariantList& values, const QString& ordering) const;
+    std::optional<StoredRow> neighbour(Driver& driver, const RowOrder& order, const StoredRow& from,
+                                       Direction direction) const;
+
+    TableInfo table_;
+    QString name_;      ///< The table's name, quoted.
+    QString rowNumber_; ///< The expression of a row's number.
+    QString select_;    ///< SELECT number and all fields FROM table
+};
+
+} // namespace dao
