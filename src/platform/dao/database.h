@@ -3,7 +3,7 @@
 #include "platform/dao/recordset.h"
 #include "platform/dao/types.h"
 
-#include <functional>
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -26,7 +26,7 @@ private:
     IndexInfo info_;
 };
 
-class TableDef;
+struct TableDefState;
 
 /// A field that is made by TableDef::CreateField and not yet appended, or one that stands in a
 /// table.
@@ -47,36 +47,36 @@ private:
 class Indexes
 {
 public:
-    explicit Indexes(TableDef& table) : table_(table) {}
+    explicit Indexes(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
     /// Raises 3265 for a position or name that does not exist.
     Index operator()(int position) const;
     Index operator()(const QString& name) const;
     /// Adds an index, in the store at once where the table is appended, otherwise with the table.
-    void Append(const Index& index);
+    void Append(const Index& index) const;
 
 private:
-    TableDef& table_;
+    std::shared_ptr<TableDefState> table_;
 };
 
 /// The fields of a table definition, by position or by name in any case.
 class FieldDefs
 {
 public:
-    explicit FieldDefs(TableDef& table) : table_(table) {}
+    explicit FieldDefs(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
     /// Raises 3265 for a position or name that does not exist.
     FieldDef operator()(int position) const;
     FieldDef operator()(const QString& name) const;
     /// Adds the field to the table, in the store at once where the table is appended; old rows hold
     /// Null there, a Boolean False. Raises 3191 where the name exists.
-    void Append(const FieldDef& field);
+    void Append(const FieldDef& field) const;
     /// Takes the field out of the table. A table may be left without any field; it then stands in
     /// this definition alone until the next field is appended.
-    void Delete(const QString& name);
+    void Delete(const QString& name) const;
 
 private:
-    TableDef& table_;
+    std::shared_ptr<TableDefState> table_;
 };
 
 /// A table's definition. Made by Database::CreateTableDef or addressed through TableDefs; a handle
@@ -87,21 +87,19 @@ public:
     const QString& Name() const;
     /// False where the definition cannot be changed (a view).
     bool Updatable() const;
-    FieldDefs Fields() { return FieldDefs(*this); }
-    Indexes indexes() { return Indexes(*this); }
+    FieldDefs Fields() const { return FieldDefs(state_); }
+    dao::Indexes indexes() const { return dao::Indexes(state_); }
     /// Type and size of a new field; a text field of size 0 gets the default size of 255.
     FieldDef CreateField(const QString& name, DataType type, int size = 0) const;
     /// A counter: a whole number that the store gives from 1 and never gives twice, also not after
     /// the row with the highest one has been deleted.
     FieldDef CreateCounter(const QString& name) const;
 
-    struct State;
-    explicit TableDef(std::shared_ptr<State> state) : state_(std::move(state)) {}
-    State& state() const { return *state_; }
+    explicit TableDef(std::shared_ptr<TableDefState> state) : state_(std::move(state)) {}
 
 private:
     friend class TableDefs;
-    std::shared_ptr<State> state_;
+    std::shared_ptr<TableDefState> state_;
 };
 
 /// The tables of a Database.
@@ -114,7 +112,7 @@ public:
     TableDef operator()(int position) const;
     TableDef operator()(const QString& name) const;
     /// Creates the table in the store.
-    void Append(const TableDef& table);
+    void Append(const TableDef& table) const;
 
 private:
     Database& database_;
@@ -156,20 +154,27 @@ public:
 
 private:
     friend class TableDefs;
+    std::vector<std::shared_ptr<TableDefState>> listedTables();
+
     std::unique_ptr<Driver> driver_;
     QString name_;
-    std::vector<std::shared_ptr<TableDef::State>> tables_;
+    std::vector<std::shared_ptr<TableDefState>> tables_;
 };
 
 class Workspace
 {
 public:
+    /// How long a locked store is waited for; 5 s unless set.
+    void setLockWait(std::chrono::milliseconds wait) { lockWait_ = wait; }
     /// Opens the store shared, for reading and writing, and creates nothing. Raises 3024 for a
     /// missing file, 3343 for a file that is no store, 3049 for a damaged one, 3260 for one locked
     /// longer than the wait of 5 s.
     std::shared_ptr<Database> OpenDatabase(const QString& path) const;
     /// Makes an empty store and opens it. Raises 3204 where the file exists.
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
+
+private:
+    std::chrono::milliseconds lockWait_ = std::chrono::seconds(5);
 };
 
 /// The engine, made at its first use and kept for the life of the process.

@@ -1,0 +1,106 @@
+#include "platform/dao/database.h"
+
+#include "platform/dao/recordset_p.h"
+#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/table_def_p.h"
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+Database::Database(std::unique_ptr<Driver> driver)
+    : driver_(std::move(driver)), name_(driver_->name())
+{
+}
+
+Database::~Database() = default;
+
+const QString& Database::Name() const
+{
+    driver();
+    return name_;
+}
+
+Driver& Database::driver() const
+{
+    if (!driver_)
+        throw RunTimeError(runtime::ObjectClosed);
+    return *driver_;
+}
+
+std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, RecordsetType type)
+{
+    if (isQuery(source)) {
+        const SelectQuery query = parseQuery(source);
+        if (type == dbOpenTable)
+            throw RunTimeError(runtime::OperationNotSupported);
+        return openDynaset(shared_from_this(), expectTable(driver(), query.table), query);
+    }
+    TableInfo table = expectTable(driver(), source);
+    if (type == dbOpenTable)
+        return openTable(shared_from_this(), std::move(table));
+    return openDynaset(shared_from_this(), std::move(table), {});
+}
+
+TableDef Database::CreateTableDef(const QString& name)
+{
+    driver();
+    auto state = std::make_shared<TableDefState>();
+    state->name = name;
+    state->database = weak_from_this();
+    state->fields.emplace();
+    state->indexes.emplace();
+    return TableDef(std::move(state));
+}
+
+void Database::Close()
+{
+    driver();
+    driver_.reset();
+}
+
+void Database::BeginTrans()
+{
+    driver().begin();
+}
+
+void Database::CommitTrans()
+{
+    driver().commit();
+}
+
+void Database::Rollback()
+{
+    driver().rollback();
+}
+
+std::shared_ptr<Database> Workspace::OpenDatabase(const QString& path) const
+{
+    return std::make_shared<Database>(SqliteDriver::open(path, lockWait_));
+}
+
+std::shared_ptr<Database> Workspace::CreateDatabase(const QString& path) const
+{
+    return std::make_shared<Database>(SqliteDriver::create(path, lockWait_));
+}
+
+DBEngine& DBEngine::instance()
+{
+    static DBEngine engine;
+    return engine;
+}
+
+Workspace& DBEngine::Workspaces(int number)
+{
+    if (number != 0)
+        throw RunTimeError(runtime::ItemNotFound);
+    return workspace_;
+}
+
+std::shared_ptr<Database> DBEngine::OpenDatabase(const QString& path)
+{
+    return workspace_.OpenDatabase(path);
+}
+
+} // namespace dao

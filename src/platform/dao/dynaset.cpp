@@ -1,0 +1,133 @@
+#include "platform/dao/recordset_p.h"
+
+#include <algorithm>
+
+namespace dao {
+
+namespace {
+
+/// A recordset over a list of row numbers that was taken at opening. The list is shared with the
+/// pages made from it until one of the two changes.
+class DynasetCursor final : public Recordset::Private
+{
+public:
+    DynasetCursor(std::shared_ptr<Database> owner, TableInfo table, SelectQuery query)
+        : Private(std::move(owner), std::move(table)), query_(std::move(query)),
+          order_(orderOf(rows, query_))
+    {
+        requery();
+        goFirst();
+    }
+
+    RecordsetType type() const override { return dbOpenDynaset; }
+    int recordCount() override { return static_cast<int>(std::min(reached_, queried_) + added()); }
+    bool isEmpty() override { return numbers_->empty(); }
+    void reachEnd() override { reached_ = queried_; }
+
+    void goFirst() override
+    {
+        if (isEmpty())
+            place = Place::Empty;
+        else
+            visit(0);
+    }
+
+    void goLast() override
+    {
+        if (isEmpty())
+            place = Place::Empty;
+        else
+            visit(numbers_->size() - 1);
+    }
+
+    void goBy(int count) override
+    {
+        // A deleted row has left the list, so the row behind it stands at its place already.
+        const qint64 from = place == Place::Before  ? -1
+                            : place == Place::After ? qint64(numbers_->size())
+                                                    : qint64(at_);
+        const qint64 skipped = place == Place::OnDeleted && count > 0 ? 1 : 0;
+        const qint64 to = from + count - skipped;
+        if (to >= 0 && to < qint64(numbers_->size())) {
+            visit(static_cast<std::size_t>(to));
+            return;
+        }
+        if (to >= 0)
+            reachEnd();
+        standOn({}, to < 0 ? Place::Before : Place::After);
+    }
+
+    bool has(RowNumber number) override { return find(number) < numbers_->size(); }
+    void goTo(RowNumber number) override { visit(find(number)); }
+
+    void requery() override
+    {
+        numbers_ = std::make_shared<RowNumbers>(rows.numbers(driver(), query_.where, order_));
+        queried_ = numbers_->size();
+        reached_ = 0;
+    }
+
+    void rowAdded(RowNumber number) override { ownNumbers().push_back(number); }
+
+    void rowRemoved() override
+    {
+        ownNumbers().erase(numbers_->begin() + static_cast<RowNumbers::difference_type>(at_));
+        if (at_ < queried_)
+            --queried_;
+        if (at_ < reached_)
+            --reached_;
+    }
+
+    std::shared_ptr<const RowNumbers> allNumbers() override { return numbers_; }
+
+private:
+    std::size_t added() const { return numbers_->size() - queried_; }
+
+    RowNumbers& ownNumbers()
+    {
+        if (numbers_.use_count() > 1)
+            numbers_ = std::make_shared<RowNumbers>(*numbers_);
+        return *numbers_;
+    }
+
+    std::size_t find(RowNumber number) const
+    {
+        return static_cast<std::size_t>(std::find(numbers_->begin(), numbers_->end(), number) -
+                                        numbers_->begin());
+    }
+
+    /// Stands on a row of the list; one that another station has deleted has no values.
+    void visit(std::size_t position)
+    {
+        std::optional<StoredRow> found = rows.fetch(driver(), (*numbers_)[position]);
+        rowExists = found.has_value();
+        row = found ? std::move(*found) : StoredRow{(*numbers_)[position], {}};
+        at_ = position;
+        reached_ = std::max(reached_, std::min(position + 1, queried_));
+        place = Place::OnRow;
+    }
+
+    SelectQuery query_;
+    RowOrder order_;
+    std::shared_ptr<RowNumbers> numbers_; ///< The rows of the query, then those added.
+    std::size_t queried_ = 0;             ///< How many of them are the query's.
+    std::size_t reached_ = 0;             ///< How many of the query's have been reached.
+    std::size_t at_ = 0;
+};
+
+class Dynaset final : public Recordset
+{
+public:
+    explicit Dynaset(std::unique_ptr<Private> d) : Recordset(std::move(d)) {}
+};
+
+} // namespace
+
+std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, TableInfo table,
+                                       const SelectQuery& query)
+{
+    return std::make_shared<Dynaset>(
+        std::make_unique<DynasetCursor>(std::move(database), std::move(table), query));
+}
+
+} // namespace dao

@@ -1,0 +1,305 @@
+#include "platform/dao/recordset.h"
+
+#include "platform/dao/recordset_p.h"
+#include "platform/dao/values.h"
+
+namespace dao {
+
+using runtime::RunTimeError;
+using Place = Recordset::Private::Place;
+using Pending = Recordset::Private::Pending;
+
+Recordset::Recordset(std::unique_ptr<Private> d) : d_(std::move(d)) {}
+
+Recordset::~Recordset() = default;
+
+RecordsetType Recordset::Type() const
+{
+    return d_->type();
+}
+
+const std::shared_ptr<Database>& Recordset::database() const
+{
+    return d_->database;
+}
+
+int Recordset::RecordCount()
+{
+    d_->driver();
+    return d_->recordCount();
+}
+
+bool Recordset::isBof() const
+{
+    d_->driver();
+    return d_->place == Place::Before || d_->place == Place::Empty;
+}
+
+bool Recordset::isEof() const
+{
+    d_->driver();
+    return d_->place == Place::After || d_->place == Place::Empty;
+}
+
+bool Recordset::hasCurrent() const
+{
+    d_->driver();
+    return d_->place == Place::OnRow && d_->rowExists;
+}
+
+namespace {
+
+/// Tells the observer before and after whatever moves the current row.
+template <typename Motion>
+void moving(Recordset::Private& d, Motion motion)
+{
+    if (d.observer != nullptr)
+        d.observer->currentAboutToChange();
+    d.driver(); // the observer may have closed the database
+    d.drop();
+    motion();
+    if (d.observer != nullptr)
+        d.observer->currentChanged();
+}
+
+} // namespace
+
+void Recordset::MoveFirst()
+{
+    d_->driver();
+    if (d_->isEmpty())
+        throw RunTimeError(runtime::NoCurrentRecord);
+    moving(*d_, [this] { d_->goFirst(); });
+}
+
+void Recordset::MoveLast()
+{
+    d_->driver();
+    if (d_->isEmpty())
+        throw RunTimeError(runtime::NoCurrentRecord);
+    d_->reachEnd();
+    moving(*d_, [this] { d_->goLast(); });
+}
+
+void Recordset::MoveNext()
+{
+    Move(1);
+}
+
+void Recordset::MovePrevious()
+{
+    Move(-1);
+}
+
+void Recordset::Move(int rows)
+{
+    d_->driver();
+    if (d_->place == Place::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
+        throw RunTimeError(runtime::NoCurrentRecord);
+    moving(*d_, [this, rows] {
+        if (rows != 0)
+            d_->goBy(rows);
+        else if (d_->place == Place::OnRow)
+            d_->refetch();
+    });
+}
+
+void Recordset::SetIndex(const QString& name)
+{
+    d_->driver();
+    d_->setIndex(name);
+    d_->drop();
+    d_->goFirst();
+    if (d_->observer != nullptr)
+        d_->observer->currentChanged();
+}
+
+QString Recordset::Index() const
+{
+    d_->driver();
+    return d_->index();
+}
+
+void Recordset::Seek(const QString& comparison, const QVariant& key)
+{
+    d_->driver();
+    if (d_->type() != dbOpenTable || comparison != u'=')
+        throw RunTimeError(runtime::OperationNotSupported);
+    if (d_->index().isEmpty())
+        throw RunTimeError(runtime::NoCurrentIndex);
+    moving(*d_, [this, &key] { d_->seek(key); });
+}
+
+bool Recordset::NoMatch() const
+{
+    d_->driver();
+    return d_->noMatch;
+}
+
+void Recordset::AddNew()
+{
+    d_->driver();
+    d_->drop();
+    d_->pending = Pending::Addition;
+}
+
+void Recordset::Edit()
+{
+    d_->driver();
+    d_->drop();
+    d_->requireReadable();
+    d_->refetch();
+    d_->requireReadable();
+    d_->pending = Pending::Change;
+}
+
+void Recordset::Update()
+{
+    Driver& driver = d_->driver();
+    if (d_->pending == Pending::Nothing)
+        throw RunTimeError(runtime::UpdateWithoutEdit);
+    if (d_->pending == Pending::Addition) {
+        const RowNumber number = d_->rows.insert(driver, d_->additions());
+        d_->drop();
+        const bool first = d_->place == Place::Empty;
+        d_->rowAdded(number);
+        if (first)
+            d_->goTo(number);
+        if (d_->observer != nullptr)
+            d_->observer->rowAdded(number);
+        if (first && d_->observer != nullptr)
+            d_->observer->currentChanged();
+        return;
+    }
+    const std::vector<TableRows::Assignment> changes = d_->changes();
+    if (!changes.empty() && !d_->rows.update(driver, d_->row.number, changes))
+        throw RunTimeError(runtime::RecordDeleted);
+    for (const TableRows::Assignment& each : changes)
+        d_->row.values[static_cast<std::size_t>(each.ordinal)] = each.stored;
+    d_->drop();
+    if (!changes.empty() && d_->observer != nullptr)
+        d_->observer->rowUpdated(d_->row.number);
+}
+
+void Recordset::CancelUpdate()
+{
+    d_->driver();
+    if (d_->pending == Pending::Nothing)
+        throw RunTimeError(runtime::UpdateWithoutEdit);
+    d_->drop();
+}
+
+void Recordset::Delete()
+{
+    d_->driver();
+    d_->requireReadable();
+    if (d_->observer != nullptr)
+        d_->observer->currentAboutToChange();
+    d_->drop();
+    if (!d_->rows.remove(d_->driver(), d_->row.number))
+        throw RunTimeError(runtime::RecordDeleted);
+    d_->place = Place::OnDeleted;
+    d_->rowRemoved();
+    if (d_->observer != nullptr)
+        d_->observer->rowDeleted(d_->row.number);
+}
+
+int Recordset::FieldCount() const
+{
+    return static_cast<int>(fieldInfos().size());
+}
+
+const std::vector<FieldInfo>& Recordset::fieldInfos() const
+{
+    d_->driver();
+    return d_->rows.table().fields;
+}
+
+Field Recordset::Fields(const QString& name)
+{
+    d_->driver();
+    return Fields(d_->rows.table().ordinalOf(name));
+}
+
+Field Recordset::Fields(int ordinal)
+{
+    if (ordinal < 0 || ordinal >= FieldCount())
+        throw RunTimeError(runtime::ItemNotFound);
+    return Field(*this, ordinal);
+}
+
+void Recordset::Requery()
+{
+    d_->driver();
+    d_->drop();
+    d_->requery();
+    d_->goFirst();
+    if (d_->observer != nullptr)
+        d_->observer->currentChanged();
+}
+
+void Recordset::Close()
+{
+    d_->driver();
+    d_->drop();
+    d_->closed = true;
+    d_->database.reset();
+}
+
+void Recordset::setObserver(RecordsetObserver* observer)
+{
+    d_->observer = observer;
+}
+
+RowKey Recordset::currentKey() const
+{
+    return hasCurrent() ? RowKey(d_->row.number) : RowKey();
+}
+
+bool Recordset::moveToKey(const RowKey& key)
+{
+    d_->driver();
+    const RowNumber number = key.toLongLong();
+    if (!key.isValid() || !d_->has(number))
+        return false;
+    moving(*d_, [this, number] { d_->goTo(number); });
+    return true;
+}
+
+std::unique_ptr<RecordsetPages> Recordset::pages()
+{
+    d_->driver();
+    return makePages(d_->database, d_->rows, d_->allNumbers());
+}
+
+const QString& Field::Name() const
+{
+    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)].name;
+}
+
+DataType Field::Type() const
+{
+    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)].type;
+}
+
+int Field::Size() const
+{
+    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)].size;
+}
+
+QVariant Field::Value() const
+{
+    recordset_->d_->driver();
+    return recordset_->d_->value(ordinal_);
+}
+
+void Field::SetValue(const QVariant& value)
+{
+    Recordset::Private& d = *recordset_->d_;
+    d.driver();
+    if (d.pending == Pending::Nothing)
+        throw RunTimeError(runtime::UpdateWithoutEdit);
+    d.assigned[static_cast<std::size_t>(ordinal_)] = converted(d.field(ordinal_), value);
+}
+
+} // namespace dao

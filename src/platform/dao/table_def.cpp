@@ -1,0 +1,253 @@
+#include "platform/dao/database.h"
+#include "platform/dao/table_def_p.h"
+
+#include <algorithm>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+constexpr int tableExists = 3010;
+constexpr int noFieldDefined = 3264;
+constexpr int defaultTextSize = 255;
+
+/// The element at a position of a collection; raises 3265 for a position that does not exist.
+template <typename Element>
+const Element& at(const std::vector<Element>& all, int position)
+{
+    if (position < 0 || position >= static_cast<int>(all.size()))
+        throw RunTimeError(runtime::ItemNotFound);
+    return all[static_cast<std::size_t>(position)];
+}
+
+/// The position of the element with a name in any case; -1 where there is none.
+template <typename Element>
+int positionOf(const std::vector<Element>& all, const QString& name)
+{
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Element& each) {
+        return each.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
+}
+
+} // namespace
+
+Driver& TableDefState::driver() const
+{
+    const std::shared_ptr<Database> owner = database.lock();
+    if (!owner)
+        throw RunTimeError(runtime::ObjectClosed);
+    return owner->driver();
+}
+
+std::vector<FieldInfo>& TableDefState::knownFields()
+{
+    Driver& engine = driver();
+    if (!fields) {
+        std::optional<TableInfo> found = engine.table(name);
+        if (!found)
+            throw RunTimeError(runtime::ItemNotFound);
+        fields = std::move(found->fields);
+    }
+    return *fields;
+}
+
+std::vector<IndexInfo>& TableDefState::knownIndexes()
+{
+    Driver& engine = driver();
+    if (!indexes)
+        indexes = engine.indexes(name);
+    return *indexes;
+}
+
+void TableDefState::createInStore()
+{
+    Driver& engine = driver();
+    if (engine.table(name))
+        throw RunTimeError(tableExists, u"Table '%1' already exists."_s.arg(name));
+    Together together(engine);
+    for (const QString& each : engine.createTable({name, true, *fields}, *indexes))
+        engine.run(each);
+    together.commit();
+}
+
+int Indexes::Count() const
+{
+    return static_cast<int>(table_->knownIndexes().size());
+}
+
+Index Indexes::operator()(int position) const
+{
+    return Index(at(table_->knownIndexes(), position));
+}
+
+Index Indexes::operator()(const QString& name) const
+{
+    return operator()(positionOf(table_->knownIndexes(), name));
+}
+
+void Indexes::Append(const Index& index) const
+{
+    std::vector<IndexInfo>& known = table_->knownIndexes();
+    if (table_->appended) {
+        // A primary key belongs to the making of a table.
+        if (index.Primary())
+            throw RunTimeError(runtime::OperationNotSupported);
+        Driver& driver = table_->driver();
+        driver.run(driver.createIndex(table_->name, index.info()));
+    }
+    if (index.Primary())
+        known.insert(known.begin(), index.info());
+    else
+        known.push_back(index.info());
+}
+
+int FieldDefs::Count() const
+{
+    return static_cast<int>(table_->knownFields().size());
+}
+
+FieldDef FieldDefs::operator()(int position) const
+{
+    return FieldDef(at(table_->knownFields(), position));
+}
+
+FieldDef FieldDefs::operator()(const QString& name) const
+{
+    return operator()(positionOf(table_->knownFields(), name));
+}
+
+void FieldDefs::Append(const FieldDef& field) const
+{
+    std::vector<FieldInfo>& known = table_->knownFields();
+    if (positionOf(known, field.Name()) >= 0)
+        throw RunTimeError(runtime::FieldDefinedTwice);
+    if (table_->appended && !known.empty()) {
+        // A counter numbers a table's rows from the first one on.
+        if (field.info().counter)
+            throw RunTimeError(runtime::OperationNotSupported);
+        Driver& driver = table_->driver();
+        driver.run(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(Driver::quoted(table_->name),
+                                                         driver.fieldDefinition(field.info())));
+    }
+    const bool bringsBack = table_->standsHereAlone();
+    known.push_back(field.info());
+    if (!bringsBack)
+        return;
+    try {
+        table_->createInStore();
+    } catch (const RunTimeError&) {
+        known.pop_back();
+        throw;
+    }
+}
+
+void FieldDefs::Delete(const QString& name) const
+{
+    std::vector<FieldInfo>& known = table_->knownFields();
+    const int position = positionOf(known, name);
+    if (position < 0)
+        throw RunTimeError(runtime::ItemNotFound);
+    if (table_->appended) {
+        Driver& driver = table_->driver();
+        const QString table = Driver::quoted(table_->name);
+        if (known.size() == 1) {
+            driver.run("DROP TABLE "_L1 + table);
+            table_->knownIndexes().clear();
+        } else {
+            driver.run(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table, Driver::quoted(name)));
+        }
+    }
+    known.erase(known.begin() + position);
+}
+
+const QString& TableDef::Name() const
+{
+    state_->driver();
+    return state_->name;
+}
+
+bool TableDef::Updatable() const
+{
+    state_->driver();
+    return state_->updatable;
+}
+
+FieldDef TableDef::CreateField(const QString& name, DataType type, int size) const
+{
+    FieldInfo info;
+    info.name = name;
+    info.type = type;
+    if (type == dbText)
+        info.size = size > 0 ? size : defaultTextSize;
+    return FieldDef(info);
+}
+
+FieldDef TableDef::CreateCounter(const QString& name) const
+{
+    FieldInfo info;
+    info.name = name;
+    info.type = dbLong;
+    info.counter = true;
+    return FieldDef(info);
+}
+
+/// The tables that the store holds, then those that stand in a definition alone.
+std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
+{
+    std::vector<std::shared_ptr<TableDefState>> listed;
+    for (const TableInfo& each : driver().tables()) {
+        auto known = std::find_if(tables_.begin(), tables_.end(), [&](const auto& state) {
+            return state->name.compare(each.name, Qt::CaseInsensitive) == 0;
+        });
+        if (known == tables_.end()) {
+            auto state = std::make_shared<TableDefState>();
+            state->name = each.name;
+            state->updatable = each.updatable;
+            state->appended = true;
+            state->database = weak_from_this();
+            known = tables_.insert(tables_.end(), std::move(state));
+        }
+        listed.push_back(*known);
+    }
+    for (const auto& each : tables_) {
+        if (each->fields && each->fields->empty() &&
+            std::find(listed.begin(), listed.end(), each) == listed.end())
+            listed.push_back(each);
+    }
+    return listed;
+}
+
+int TableDefs::Count() const
+{
+    return static_cast<int>(database_.listedTables().size());
+}
+
+TableDef TableDefs::operator()(int position) const
+{
+    return TableDef(at(database_.listedTables(), position));
+}
+
+TableDef TableDefs::operator()(const QString& name) const
+{
+    for (const auto& each : database_.listedTables()) {
+        if (each->name.compare(name, Qt::CaseInsensitive) == 0)
+            return TableDef(each);
+    }
+    throw RunTimeError(runtime::ItemNotFound);
+}
+
+void TableDefs::Append(const TableDef& table) const
+{
+    const std::shared_ptr<TableDefState>& state = table.state_;
+    if (state->knownFields().empty())
+        throw RunTimeError(noFieldDefined, u"No field defined - cannot append TableDef."_s);
+    state->createInStore();
+    state->appended = true;
+    database_.tables_.push_back(state);
+}
+
+} // namespace dao

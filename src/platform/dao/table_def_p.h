@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/dao/database.h"
+#include "platform/dao/driver.h"
+
+#include <optional>
+
+namespace dao {
+
+/// What a Database knows of one table; fields and indexes are read when they are first asked for.
+struct TableDefState
+{
+    QString name;
+    bool updatable = true;
+    bool appended = false;
+    std::weak_ptr<Database> database;
+    std::optional<std::vector<FieldInfo>> fields;
+    std::optional<std::vector<IndexInfo>> indexes;
+
+    Driver& driver() const;
+    std::vector<FieldInfo>& knownFields();
+    std::vector<IndexInfo>& knownIndexes();
+    /// A table that was appended and then lost its last field: no SQL engine need hold such a
+    /// table, so it stands here alone.
+    bool standsHereAlone() { return appended && knownFields().empty(); }
+    void createInStore();
+};
+
+} // namespace dao

@@ -1,0 +1,111 @@
+#include "platform/dao/recordset_p.h"
+#include "platform/dao/values.h"
+
+#include <cstdlib>
+
+namespace dao {
+
+namespace {
+
+/// A live recordset over a whole table. Its place is the current row's own values and number, so
+/// it needs no list of rows and stays right whatever others write.
+class TableCursor final : public Recordset::Private
+{
+public:
+    TableCursor(std::shared_ptr<Database> owner, TableInfo table)
+        : Private(std::move(owner), std::move(table))
+    {
+        goFirst();
+    }
+
+    RecordsetType type() const override { return dbOpenTable; }
+    int recordCount() override { return rows.count(driver()); }
+    bool isEmpty() override { return rows.isEmpty(driver()); }
+    void goFirst() override { standOn(rows.first(driver(), order_), Place::Empty); }
+    void goLast() override { standOn(rows.last(driver(), order_), Place::Empty); }
+
+    void goBy(int count) override
+    {
+        const bool forward = count > 0;
+        const Place end = forward ? Place::After : Place::Before;
+        for (int left = std::abs(count); left > 0 && place != end && place != Place::Empty; --left)
+            forward ? stepForward() : stepBackward();
+    }
+
+    bool has(RowNumber number) override { return rows.fetch(driver(), number).has_value(); }
+
+    void goTo(RowNumber number) override { standOn(rows.fetch(driver(), number), Place::Nowhere); }
+
+    void requery() override {}
+
+    std::shared_ptr<const RowNumbers> allNumbers() override
+    {
+        return std::make_shared<RowNumbers>(rows.numbers(driver(), {}, order_));
+    }
+
+    void setIndex(const QString& name) override
+    {
+        for (const IndexInfo& each : driver().indexes(rows.table().name)) {
+            if (each.name.compare(name, Qt::CaseInsensitive) != 0)
+                continue;
+            order_.clear();
+            for (const QString& field : each.fields)
+                order_.push_back(rows.expectField(field));
+            index_ = each.name;
+            return;
+        }
+        throw runtime::RunTimeError(runtime::NotAnIndex);
+    }
+
+    QString index() const override { return index_; }
+
+    void seek(const QVariant& key) override
+    {
+        const FieldInfo& keyField = field(order_.front());
+        FieldInfo unlimited = keyField;
+        unlimited.size = 0; // a text longer than the field is no error to look for
+        const QVariant stored = toStored(keyField, converted(unlimited, key));
+        std::optional<StoredRow> found = rows.find(driver(), order_, stored);
+        noMatch = !found;
+        if (found)
+            standOn(std::move(found), Place::Nowhere);
+        else
+            place = Place::Nowhere;
+    }
+
+private:
+    void stepForward()
+    {
+        if (place == Place::Before)
+            goFirst();
+        else
+            standOn(rows.next(driver(), order_, row), Place::After);
+    }
+
+    void stepBackward()
+    {
+        if (place == Place::After)
+            goLast();
+        else
+            standOn(rows.previous(driver(), order_, row), Place::Before);
+    }
+
+    QString index_;
+    RowOrder order_;
+};
+
+class TableRecordset final : public Recordset
+{
+public:
+    explicit TableRecordset(std::unique_ptr<Private> d) : Recordset(std::move(d)) {}
+};
+
+} // namespace
+
+std::shared_ptr<Recordset> openTable(std::shared_ptr<Database> database, TableInfo table)
+{
+    return std::make_shared<TableRecordset>(
+        std::make_unique<TableCursor>(std::move(database), std::move(table)));
+}
+
+} // namespace dao

@@ -1,0 +1,166 @@
+#include "platform/dao/fixture.h"
+
+using namespace daotest;
+
+namespace {
+
+class DynasetTest : public ItemsTest
+{
+};
+
+TEST_F(DynasetTest, StandsOnTheFirstRowOfTheQuery)
+{
+    add(1, 30);
+    add(2, 10);
+    add(3, 20);
+    const auto rows = dynaset(u"SELECT * FROM ITEMS ORDER BY NUM ASC"_s);
+    EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{2, 3, 1}));
+}
+
+TEST_F(DynasetTest, TakesTheRowsThatMeetTheCondition)
+{
+    add(1, 7);
+    add(2, 8);
+    add(3, 7);
+    add(4, QVariant());
+    const auto rows = dynaset(u"SELECT * FROM Items WHERE NUM = 7"_s);
+    EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{1, 3}));
+}
+
+TEST_F(DynasetTest, KeepsRowsOfEqualSortValueInStoredOrder)
+{
+    for (int code : {5, 3, 9, 1})
+        add(code, 4);
+    add(2, 1);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{2, 5, 3, 9, 1}));
+}
+
+TEST_F(DynasetTest, CountsNoRowOfAnEmptyQuery)
+{
+    const auto rows = dynaset(u"SELECT * FROM Items"_s);
+    EXPECT_EQ(rows->RecordCount(), 0);
+    EXPECT_TRUE(rows->isBof());
+    EXPECT_TRUE(rows->isEof());
+    EXPECT_FALSE(rows->hasCurrent());
+}
+
+TEST_F(DynasetTest, CountsTheRowsReached)
+{
+    for (int code = 1; code <= 5; ++code)
+        add(code, code);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    EXPECT_EQ(rows->RecordCount(), 1);
+    rows->MoveNext();
+    rows->MoveNext();
+    EXPECT_EQ(rows->RecordCount(), 3);
+    rows->MoveFirst();
+    EXPECT_EQ(rows->RecordCount(), 3);
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 5);
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 5);
+}
+
+TEST_F(DynasetTest, CountsToTheEndWhereMoveNextRunsPastIt)
+{
+    add(1, 1);
+    add(2, 2);
+    const auto rows = dynaset(u"Items"_s);
+    rows->MoveNext();
+    rows->MoveNext();
+    EXPECT_TRUE(rows->isEof());
+    EXPECT_FALSE(rows->isBof());
+    EXPECT_EQ(rows->RecordCount(), 2);
+    EXPECT_EQ(errorOf([&] { rows->MoveNext(); }), 3021);
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Fields(0).Value(), 2);
+}
+
+TEST_F(DynasetTest, CountsAddedRowsAndKeepsThemAtItsEnd)
+{
+    for (int code : {1, 2, 3})
+        add(code, 10 * code);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    rows->AddNew();
+    rows->Fields(u"Num"_s).SetValue(5);
+    rows->Update();
+    EXPECT_EQ(rows->RecordCount(), 2) << "the row reached at opening and the one added";
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 4);
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 5);
+}
+
+TEST_F(DynasetTest, LeavesTheCurrentRowCurrentAfterAddNew)
+{
+    add(1, 10);
+    const auto rows = dynaset(u"SELECT * FROM Items"_s);
+    rows->AddNew();
+    rows->Fields(u"Num"_s).SetValue(11);
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 11);
+    rows->Update();
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
+}
+
+TEST_F(DynasetTest, MakesTheFirstRowOfAllCurrentWhenItIsAdded)
+{
+    const auto rows = dynaset(u"SELECT * FROM Items"_s);
+    rows->AddNew();
+    rows->Fields(u"Num"_s).SetValue(11);
+    rows->Update();
+    EXPECT_EQ(rows->RecordCount(), 1);
+    EXPECT_TRUE(rows->hasCurrent());
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 11);
+}
+
+TEST_F(DynasetTest, DeletesOneRowAfterAnother)
+{
+    for (int code = 1; code <= 4; ++code)
+        add(code, code);
+    const auto rows = dynaset(u"SELECT * FROM Items"_s);
+    rows->MoveLast();
+    rows->MoveFirst();
+    const int count = rows->RecordCount();
+    ASSERT_EQ(count, 4);
+    for (int i = 0; i < count; ++i) {
+        rows->Delete();
+        EXPECT_EQ(rows->RecordCount(), count - 1 - i);
+        EXPECT_EQ(errorOf([&] { rows->Fields(0).Value(); }), 3167);
+        rows->MoveNext();
+    }
+    EXPECT_TRUE(rows->isEof());
+    EXPECT_TRUE(rows->isBof());
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 0);
+}
+
+TEST_F(DynasetTest, GoesFromADeletedRowToItsNeighbours)
+{
+    for (int code = 1; code <= 4; ++code)
+        add(code, code);
+    const auto rows = dynaset(u"SELECT * FROM Items"_s);
+    rows->Move(1);
+    rows->Delete();
+    rows->MoveNext();
+    EXPECT_EQ(rows->Fields(0).Value(), 3);
+    rows->Delete();
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Fields(0).Value(), 1);
+    rows->MoveNext();
+    EXPECT_EQ(rows->Fields(0).Value(), 4);
+}
+
+TEST_F(DynasetTest, EditsRowByRowWhileOthersRead)
+{
+    for (int code = 1; code <= 3; ++code)
+        add(code, 10 * code);
+    const auto other = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    for (int i = 1; i <= 3; ++i) {
+        rows->Edit();
+        rows->Fields(u"NUM"_s).SetValue(i);
+        rows->Update();
+        rows->MoveNext();
+    }
+    EXPECT_EQ(rest(*other, u"Num"_s), (QVariantList{10, 2, 3})) << "fetched when visited";
+}
+
+} // namespace
