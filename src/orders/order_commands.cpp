@@ -1,0 +1,44 @@
+#include "orders/order_commands.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace orders {
+
+namespace {
+
+QPushButton* command(const QString& name, const QString& caption, QWidget* parent)
+{
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setFont(QFont(u"Arial"_s, 11));
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button->setMinimumHeight(36);
+    return button;
+}
+
+} // namespace
+
+OrderCommands::OrderCommands(QWidget* parent)
+    : QWidget(parent), CmdView(command(u"CmdView"_s, u"הצג שורה"_s, this)),
+      CmdDel(command(u"CmdDel"_s, u"מחק שורה"_s, this)),
+      CmdDelAll(command(u"CmdDelAll"_s, u"מחק הכל"_s, this)),
+      CmdPrint(command(u"CmdPrint"_s, u"הדפס הזמנה"_s, this)),
+      CmdFindOrder(command(u"CmdFindOrder"_s, u"חפש הזמנה"_s, this)),
+      CmdOpenOrder(command(u"CmdOpenOrder"_s, u"הזמנה חדשה"_s, this)),
+      CmdCloseOrder(command(u"CmdCloseOrder"_s, u"סגור הזמנה"_s, this)),
+      Command2(command(u"Command2"_s, u"סיום"_s, this))
+{
+    CmdOpenOrder->setEnabled(false);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (QPushButton* onLine : {CmdView, CmdDel, CmdDelAll})
+        row->addWidget(onLine);
+    row->addSpacing(24);
+    for (QPushButton* onOrder : {CmdPrint, CmdFindOrder, CmdOpenOrder, CmdCloseOrder, Command2})
+        row->addWidget(onOrder);
+}
+
+} // namespace orders

@@ -1,0 +1,95 @@
+#include "orders/order_head.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace orders {
+
+namespace {
+
+const QString labelFamily = u"David"_s;
+
+QLabel* caption(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setFont(QFont(labelFamily));
+    return label;
+}
+
+/// A label for a value: boxed, so that the eye tells what changes from what does not.
+QLabel* value(const QString& name, const QString& designText, const QString& family,
+              QWidget* parent)
+{
+    QLabel* label = caption(name, designText, parent);
+    QFont font(family);
+    font.setBold(true);
+    label->setFont(font);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignCenter);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setBackgroundRole(QPalette::Base);
+    label->setAutoFillBackground(true);
+    label->setMinimumWidth(90);
+    return label;
+}
+
+QLineEdit* customerBox(const QString& name, int maxLength, QWidget* parent)
+{
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(name);
+    box->setMaxLength(maxLength);
+    box->setFont(QFont(labelFamily, 13));
+    box->setLayoutDirection(Qt::RightToLeft);
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter | Qt::AlignAbsolute);
+    return box;
+}
+
+} // namespace
+
+OrderHead::OrderHead(QWidget* parent)
+    : QWidget(parent), LabelOrderNum(value(u"LabelOrderNum"_s, u"1"_s, labelFamily, this)),
+      LabelOrderDate(value(u"LabelOrderDate"_s, u"01/01/2002"_s, labelFamily, this)),
+      LabelLinesInOrder(value(u"LabelLinesInOrder"_s, u"0"_s, u"MS Sans Serif"_s, this)),
+      TextCustomerName(customerBox(u"TextCustomerName"_s, 50, this)),
+      TextCustomerAddress(customerBox(u"TextCustomerAddress"_s, 50, this)),
+      TextCustomerTel(customerBox(u"TextCustomerTel"_s, 20, this))
+{
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addLayout(orderRow());
+    rows->addLayout(customerRow());
+}
+
+QBoxLayout* OrderHead::orderRow()
+{
+    constexpr int gap = 24;
+    auto* row = new QHBoxLayout;
+    row->addWidget(caption(u"Label1_7"_s, u"מס' הזמנה :"_s, this));
+    row->addWidget(LabelOrderNum);
+    row->addSpacing(gap);
+    row->addWidget(caption(u"Label1_6"_s, u"תאריך הזמנה :"_s, this));
+    row->addWidget(LabelOrderDate);
+    row->addSpacing(gap);
+    row->addWidget(caption(u"Label13"_s, u"שורות בהזמנה :"_s, this));
+    row->addWidget(LabelLinesInOrder);
+    row->addStretch();
+    return row;
+}
+
+QBoxLayout* OrderHead::customerRow()
+{
+    auto* row = new QHBoxLayout;
+    row->addWidget(caption(u"Label14"_s, u"עבור לקוח :"_s, this));
+    row->addWidget(TextCustomerName, 4);
+    row->addWidget(caption(u"Label15"_s, u"כתובת :"_s, this));
+    row->addWidget(TextCustomerAddress, 4);
+    row->addWidget(caption(u"Label16"_s, u"מס' טלפון :"_s, this));
+    row->addWidget(TextCustomerTel, 2);
+    return row;
+}
+
+} // namespace orders
