@@ -38,12 +38,15 @@ public:
                   const QVariant& sign = {});
     void addOrder(int number, bool closed = false,
                   const QString& isoDate = QStringLiteral("2026-01-02"));
-    /// Adds a line with the number to the order, all its fields filled plausibly.
+    /// Adds an ordinary line with the number to the order: an opening of 120 by 100 with two
+    /// sashes, dated 2026-01-02, all its fields filled.
     void addLine(int orderNumber, int lineNumber, const QString& name = QStringLiteral("סדרה"));
 
 private:
     QTemporaryDir folder_;
     QString connection_;
+    QString formerStorePath_;
+    QString formerLogoPath_;
 };
 
 } // namespace testsupport

@@ -1,0 +1,181 @@
+#include "support/temporary_store.h"
+
+#include "shell/base/module1.h"
+#include "store/schema.h"
+#include "tools/store/builder.h"
+
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace testsupport {
+
+namespace {
+
+/// The stores that every temporary one is a copy of, each built at its first use: a copy takes no
+/// time worth saving, a building takes some.
+QString pattern(TemporaryStore::Contents contents)
+{
+    static const QTemporaryDir folder;
+    const bool delivered = contents == TemporaryStore::Contents::Delivered;
+    const QString path = folder.filePath(delivered ? u"delivered.mdb"_s : u"empty.mdb"_s);
+    if (!QFile::exists(path))
+        storetools::createStore(path, delivered ? storetools::deliveredContents() : QString());
+    return path;
+}
+
+QSqlQuery executed(const QString& connection, const QString& sql, const QList<QVariant>& values)
+{
+    QSqlQuery query(QSqlDatabase::database(connection));
+    query.setForwardOnly(true);
+    bool good = query.prepare(sql);
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    good = good && query.exec();
+    if (!good)
+        qFatal("%s\n%s", qUtf8Printable(sql), qUtf8Printable(query.lastError().text()));
+    return query;
+}
+
+QString questionMarks(qsizetype count)
+{
+    return QStringList(count, u"?"_s).join(u", "_s);
+}
+
+} // namespace
+
+TemporaryStore::TemporaryStore(Contents contents)
+    : connection_(QUuid::createUuid().toString()), formerStorePath_(Module1::StorePath),
+      formerLogoPath_(Module1::LogoPath)
+{
+    if (!QFile::copy(pattern(contents), path()))
+        qFatal("cannot copy a store to %s", qUtf8Printable(path()));
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection_);
+    database.setDatabaseName(path());
+    if (!database.open())
+        qFatal("%s", qUtf8Printable(database.lastError().text()));
+    Module1::StorePath = path();
+    Module1::LogoPath = folder_.filePath(u"Logo.jpg"_s);
+}
+
+TemporaryStore::~TemporaryStore()
+{
+    QSqlDatabase::removeDatabase(connection_);
+    Module1::StorePath = formerStorePath_;
+    Module1::LogoPath = formerLogoPath_;
+}
+
+QString TemporaryStore::path() const
+{
+    return folder_.filePath(u"Aluminium.mdb"_s);
+}
+
+QString TemporaryStore::folder() const
+{
+    return folder_.path();
+}
+
+void TemporaryStore::execute(const QString& sql, const QList<QVariant>& values)
+{
+    executed(connection_, sql, values);
+}
+
+QList<QList<QVariant>> TemporaryStore::rows(const QString& sql, const QList<QVariant>& values)
+{
+    QSqlQuery query = executed(connection_, sql, values);
+    const int columns = query.record().count();
+    QList<QList<QVariant>> all;
+    while (query.next()) {
+        QList<QVariant> row;
+        for (int column = 0; column < columns; ++column)
+            row.append(query.value(column));
+        all.append(row);
+    }
+    return all;
+}
+
+QVariant TemporaryStore::scalar(const QString& sql, const QList<QVariant>& values)
+{
+    const QList<QList<QVariant>> all = rows(sql, values);
+    return all.isEmpty() ? QVariant() : all.first().first();
+}
+
+int TemporaryStore::addSeries(const QString& name, const QList<double>& deductions, int kanafNum,
+                              int nativNum, const QVariant& sign)
+{
+    if (deductions.size() != store::deductionFields().size())
+        qFatal("a series has %lld deductions",
+               static_cast<long long>(store::deductionFields().size()));
+    QList<QVariant> values{name};
+    for (const double deduction : deductions)
+        values.append(deduction);
+    values << kanafNum << nativNum << sign;
+    execute(u"INSERT INTO Serials (Name, %1, Kanaf_Num, Nativ_Num, Sign) VALUES (%2)"_s.arg(
+                store::deductionFields().join(u", "_s), questionMarks(values.size())),
+            values);
+    return scalar(u"SELECT max(AutoNum) FROM Serials"_s).toInt();
+}
+
+void TemporaryStore::addOrder(int number, bool closed, const QString& isoDate)
+{
+    execute(u"INSERT INTO Orders (Number, Order_Date, Open_Close) VALUES (?, ?, ?)"_s,
+            {number, isoDate, closed ? -1 : 0});
+}
+
+void TemporaryStore::addLine(int orderNumber, int lineNumber, const QString& name)
+{
+    // An ordinary window of 120 by 100 with two sashes: frame -0.6, sash -2.8 and -6.5, glass -19.6
+    // and -19.7, mesh -2.4 and -6.9.
+    const QList<std::pair<QString, QVariant>> cells{
+        {u"Order_Num"_s, orderNumber},
+        {u"NUM"_s, lineNumber},
+        {u"Order_Date"_s, u"2026-01-02"_s},
+        {u"Name"_s, name},
+        {u"Kind"_s, u"אור"_s},
+        {u"MyWidth"_s, 120.0},
+        {u"MYHeight"_s, 100.0},
+        {u"Mashkof_W"_s, 119.4},
+        {u"Mashkof_H"_s, 99.4},
+        {u"Kanaf_W"_s, 58.6},
+        {u"Kanaf_H"_s, 93.5},
+        {u"Glass_W"_s, 50.2},
+        {u"Glass_H"_s, 80.3},
+        {u"Reshet_W"_s, 58.8},
+        {u"Reshet_H"_s, 93.1},
+        {u"Mashof_Kind"_s, u"משקוף רגיל"_s},
+        {u"Mahkof_Color"_s, u"לבן"_s},
+        {u"Mahkof_Count"_s, 2},
+        {u"Kanaf_Kind"_s, u"כנף רגילה"_s},
+        {u"Kanaf_Color"_s, u"ברונזה"_s},
+        {u"Kanaf_Count"_s, 4},
+        {u"Glass_Kind"_s, u"זכוכית 5 מ\"מ"_s},
+        {u"Glass_Color"_s, u"שקוף"_s},
+        {u"Glass_Count"_s, 2},
+        {u"Reshet_Kind"_s, u"רשת פיברגלס"_s},
+        {u"Reshet_Color"_s, u"אפור"_s},
+        {u"Reshet_Count"_s, 2},
+    };
+    QStringList fields;
+    QList<QVariant> values;
+    for (const auto& [field, value] : cells) {
+        fields.append(field);
+        values.append(value);
+    }
+    // An ordinary line holds 0 in what only monoblocks and doors have.
+    for (const QString& field :
+         {u"MyWidth_2"_s, u"MYHeight_2"_s, u"U_Thick"_s, u"U_Cut"_s, u"U_Vasa"_s, u"Shalav_Thick"_s,
+          u"Shalav_Width"_s, u"Shalav_Count"_s, u"Argaz_Width"_s, u"Argaz_Height"_s}) {
+        fields.append(field);
+        values.append(0);
+    }
+    execute(u"INSERT INTO Cuts (%1) VALUES (%2)"_s.arg(fields.join(u", "_s),
+                                                       questionMarks(values.size())),
+            values);
+}
+
+} // namespace testsupport
