@@ -71,8 +71,8 @@ public:
     /// The primary key first, then the others in the order of creation.
     virtual std::vector<IndexInfo> indexes(const QString& table) = 0;
 
-    /// The expression that gives a row's number.
-    virtual QString rowNumber() const = 0;
+    /// The expression that gives the number of the table's rows.
+    virtual QString rowNumber(const TableInfo& table) const = 0;
     /// The number of the row that the query has inserted.
     virtual RowNumber insertedRow(const QSqlQuery& query) const = 0;
     /// A statement whose one row and column joins the only column of the ordered SELECT with

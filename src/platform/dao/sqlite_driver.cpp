@@ -306,9 +306,13 @@ std::vector<IndexInfo> SqliteDriver::indexes(const QString& table)
     return all;
 }
 
-QString SqliteDriver::rowNumber() const
+QString SqliteDriver::rowNumber(const TableInfo& table) const
 {
-    return u"rowid"_s;
+    for (const QString& each : {u"rowid"_s, u"_rowid_"_s}) {
+        if (table.ordinalOf(each) < 0)
+            return each;
+    }
+    return u"oid"_s;
 }
 
 RowNumber SqliteDriver::insertedRow(const QSqlQuery& query) const
@@ -319,7 +323,7 @@ RowNumber SqliteDriver::insertedRow(const QSqlQuery& query) const
 QString SqliteDriver::joined(const QString& select) const
 {
     // The limit, which is none, keeps the engine from dropping the inner order.
-    return u"SELECT group_concat(number) FROM (%1 LIMIT -1)"_s.arg(select);
+    return u"WITH listed(n) AS (%1 LIMIT -1) SELECT group_concat(n) FROM listed"_s.arg(select);
 }
 
 QString SqliteDriver::counterValue(const QString& table, const QString& field)
@@ -336,18 +340,24 @@ QStringList SqliteDriver::createTable(const TableInfo& table,
 {
     QStringList parts;
     QStringList following;
-    for (const FieldInfo& each : table.fields) {
+    QString primaryKey;
+    QStringList keyFields;
+    for (const IndexInfo& each : indexes) {
+        if (!each.primary) {
+            following.append(createIndex(table.name, each));
+            continue;
+        }
+        keyFields = each.fields;
+        primaryKey = u", PRIMARY KEY (%1)"_s.arg(quoted(each.fields));
+    }
+    for (FieldInfo each : table.fields) {
+        each.required = each.required || keyFields.contains(each.name, Qt::CaseInsensitive);
         parts.append(fieldDefinition(each));
         if (each.counter)
             following.append(counterTrigger(table.name, each.name));
     }
-    for (const IndexInfo& each : indexes) {
-        if (each.primary)
-            parts.append(u"PRIMARY KEY (%1)"_s.arg(quoted(each.fields)));
-        else
-            following.append(createIndex(table.name, each));
-    }
-    return QStringList(u"CREATE TABLE %1 (%2)"_s.arg(quoted(table.name), parts.join(u", "_s))) +
+    return QStringList(u"CREATE TABLE %1 (%2%3)"_s.arg(quoted(table.name), parts.join(u", "_s),
+                                                       primaryKey)) +
            following;
 }
 

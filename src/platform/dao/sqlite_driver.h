@@ -18,7 +18,7 @@ public:
     std::vector<TableInfo> tables() override;
     std::optional<TableInfo> table(const QString& name) override;
     std::vector<IndexInfo> indexes(const QString& table) override;
-    QString rowNumber() const override;
+    QString rowNumber(const TableInfo& table) const override;
     RowNumber insertedRow(const QSqlQuery& query) const override;
     QString joined(const QString& select) const override;
     QString counterValue(const QString& table, const QString& field) override;

@@ -37,7 +37,8 @@ QString whereText(const QStringList& conditions)
 } // namespace
 
 TableRows::TableRows(const Driver& driver, TableInfo table)
-    : table_(std::move(table)), name_(Driver::quoted(table_.name)), rowNumber_(driver.rowNumber())
+    : table_(std::move(table)), name_(Driver::quoted(table_.name)),
+      rowNumber_(driver.rowNumber(table_))
 {
     QStringList columns(rowNumber_);
     for (const FieldInfo& each : table_.fields)
@@ -75,8 +76,8 @@ RowNumbers TableRows::numbers(Driver& driver, const std::optional<SelectQuery::C
     QVariantList values;
     if (where)
         addEqual(field(expectField(where->field)), where->value, conditions, values);
-    return driver.rowNumbers(u"SELECT %1 AS number FROM %2"_s.arg(rowNumber_, name_) +
-                                 whereText(conditions) + ordering(order, 0, Direction::Forward),
+    return driver.rowNumbers(u"SELECT %1 FROM %2"_s.arg(rowNumber_, name_) + whereText(conditions) +
+                                 ordering(order, 0, Direction::Forward),
                              values);
 }
 

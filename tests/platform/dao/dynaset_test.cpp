@@ -17,6 +17,22 @@ TEST_F(DynasetTest, StandsOnTheFirstRowOfTheQuery)
     EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{2, 3, 1}));
 }
 
+TEST_F(DynasetTest, SortsByAFieldWhateverItsName)
+{
+    const QStringList names{u"Number"_s, u"n"_s, u"rowid"_s, u"listed"_s, u"Order"_s};
+    for (const QString& name : names) {
+        const QString table = u"By_"_s + name;
+        sql(u"CREATE TABLE %1 (\"%2\" LONG, Name TEXT(5))"_s.arg(table, name));
+        for (int number : {30, 10, 20})
+            sql(u"INSERT INTO %1 VALUES (?, 'x')"_s.arg(table), {number});
+        if (name == u"Order"_s) // a word of the query language is no name in a query
+            continue;
+        const auto rows = dynaset(u"SELECT * FROM %1 ORDER BY %2"_s.arg(table, name));
+        EXPECT_EQ(rest(*rows, name), (QVariantList{10, 20, 30})) << qPrintable(name);
+    }
+    EXPECT_EQ(rest(*dynaset(u"By_Order"_s), u"Order"_s), (QVariantList{30, 10, 20}));
+}
+
 TEST_F(DynasetTest, TakesTheRowsThatMeetTheCondition)
 {
     add(1, 7);
