@@ -12,6 +12,7 @@ namespace Module1 {
 
 /// Key codes as the helpers know them.
 enum KeyCode : std::int32_t {
+    KeyOther = 0, ///< Every key that the helpers treat alike.
     KeyBackspace = 8,
     KeyReturn = 13,
     KeyUp = 38,
@@ -22,16 +23,46 @@ enum KeyCode : std::int32_t {
     KeyMinus = 189,    ///< Minus of the main keyboard.
 };
 
-/// Enter and Down go one tab stop on, Up one back, and the text of the box reached is selected.
-/// Refuses no key and reports no failure.
+/// The key code of a key event.
+std::int32_t keyCodeOf(const QKeyEvent& event);
+
+/// Enter and Down go one tab stop on, Up one back, and the text of the box reached is selected,
+/// whatever `selectAll` says. Refuses no key and reports no failure.
 void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool selectAll);
-/// As above for a sign box; locks the box against every other key but those that a sign needs.
+/// Moves as above, selecting where `selectAll` says so; locks the box against every other key but
+/// those that a sign needs.
 void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll);
 void SelectAllText(QLineEdit& box);
 
+/// What both kinds of boxes have in common: the key codes, the lock that ends with the key, and a
+/// gain and loss of the focus that leave out menus and the switch to another program.
+class InputBox : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    InputBox(const QString& name, const QString& text, int maxLength, QWidget* parent);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    virtual void gotFocus(Qt::FocusReason reason);
+    virtual void keyDown(std::int32_t keyCode) = 0;
+    virtual void lostFocus() = 0;
+
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    bool entered_ = false;
+};
+
 /// One box of a measure: whole (even index, at most 3 characters, right-aligned) or hundredths (odd
 /// index, at most 2, left-aligned). Measures stay left-to-right inside their boxes.
-class MeasureBox : public QLineEdit
+class MeasureBox : public InputBox
 {
     Q_OBJECT
 
@@ -42,19 +73,23 @@ public:
                            ///< behind it.
     };
 
+    /// Its objectName is `TextNum_<index>`.
     MeasureBox(int index, const QString& text, OnLeaving onLeaving, QWidget* parent = nullptr);
     int Index() const { return index_; }
     /// Selects the whole text however the focus came.
     void setSelectsOnFocus(bool selects) { selectsOnFocus_ = selects; }
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void gotFocus(Qt::FocusReason reason) override;
+    void keyDown(std::int32_t keyCode) override;
+    void lostFocus() override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    bool isWhole() const { return index_ % 2 == 0; }
+
     int index_;
     OnLeaving onLeaving_;
     bool selectsOnFocus_ = false;
@@ -62,17 +97,18 @@ private:
 };
 
 /// A sign box of the series editor: one character, "-" at first, "+" when left empty.
-class SignBox : public QLineEdit
+class SignBox : public InputBox
 {
     Q_OBJECT
 
 public:
+    /// Its objectName is `TextSign_<index>`.
     explicit SignBox(int index, QWidget* parent = nullptr);
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void keyDown(std::int32_t keyCode) override;
+    void lostFocus() override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
 };
 
 /// The white box Picture1 that joins a pair: the whole box at the left, the "." (Label1), the

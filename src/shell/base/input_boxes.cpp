@@ -1,0 +1,267 @@
+#include "shell/base/input_boxes.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QStyleOptionFrame>
+
+namespace Module1 {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Works off one Tab key, with Shift for a step back, as the keyboard's own would be, and selects
+/// the text of the box that it has reached.
+void goOneTabStop(QLineEdit& box, bool back, bool selectReached)
+{
+    QKeyEvent tab(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab,
+                  back ? Qt::ShiftModifier : Qt::NoModifier);
+    QApplication::sendEvent(&box, &tab);
+    if (!selectReached)
+        return;
+    QWidget* reached = box.window()->focusWidget();
+    if (auto* combo = qobject_cast<QComboBox*>(reached); combo != nullptr && combo->isEditable())
+        combo->lineEdit()->selectAll();
+    else if (auto* edit = qobject_cast<QLineEdit*>(reached))
+        edit->selectAll();
+}
+
+/// Menus, and another program coming forward, take the keyboard without another control of this
+/// program getting the focus.
+bool countsAsChange(const QFocusEvent& event)
+{
+    switch (event.reason()) {
+    case Qt::PopupFocusReason:
+    case Qt::MenuBarFocusReason:
+        return false;
+    case Qt::ActiveWindowFocusReason:
+        return QApplication::activeWindow() != nullptr;
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+std::int32_t keyCodeOf(const QKeyEvent& event)
+{
+    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
+    switch (event.key()) {
+    case Qt::Key_Backspace:
+        return KeyBackspace;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return KeyReturn;
+    case Qt::Key_Up:
+        return KeyUp;
+    case Qt::Key_Down:
+        return KeyDown;
+    case Qt::Key_Delete:
+        return KeyDelete;
+    case Qt::Key_Plus:
+        return keypad ? KeyAdd : KeyOther;
+    case Qt::Key_Minus:
+        return keypad ? KeySubtract : KeyMinus;
+    default:
+        return KeyOther;
+    }
+}
+
+void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool /*selectAll*/)
+{
+    if (keyCode == KeyDown || keyCode == KeyReturn)
+        goOneTabStop(box, false, true);
+    else if (keyCode == KeyUp)
+        goOneTabStop(box, true, true);
+}
+
+void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll)
+{
+    switch (keyCode) {
+    case KeyBackspace:
+    case KeyDelete:
+    case KeyAdd:
+    case KeySubtract:
+    case KeyMinus:
+        break;
+    case KeyReturn:
+    case KeyDown:
+        goOneTabStop(box, false, selectAll);
+        break;
+    case KeyUp:
+        goOneTabStop(box, true, selectAll);
+        break;
+    default:
+        box.setReadOnly(true);
+    }
+}
+
+void SelectAllText(QLineEdit& box)
+{
+    box.selectAll();
+}
+
+InputBox::InputBox(const QString& name, const QString& text, int maxLength, QWidget* parent)
+    : QLineEdit(parent)
+{
+    setObjectName(name);
+    setLayoutDirection(Qt::LeftToRight);
+    setMaxLength(maxLength);
+    setText(text);
+}
+
+QSize InputBox::sizeHint() const
+{
+    const QSize usual = QLineEdit::sizeHint();
+    // Room for the cursor and for a letter wider than a digit.
+    const int contents = fontMetrics().horizontalAdvance(QString(maxLength() + 1, u'0'));
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    const QSize framed = style()->sizeFromContents(QStyle::CT_LineEdit, &option, {contents, 0});
+    return {framed.width(), usual.height()};
+}
+
+QSize InputBox::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
+void InputBox::gotFocus(Qt::FocusReason /*reason*/) {}
+
+void InputBox::keyPressEvent(QKeyEvent* event)
+{
+    const std::int32_t keyCode = keyCodeOf(*event);
+    keyDown(keyCode);
+    if (keyCode == KeyReturn || keyCode == KeyUp || keyCode == KeyDown)
+        event->accept(); // a dialog around must not take Enter for its default button
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void InputBox::keyReleaseEvent(QKeyEvent* event)
+{
+    if (!event->isAutoRepeat())
+        setReadOnly(false);
+    QLineEdit::keyReleaseEvent(event);
+}
+
+void InputBox::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    if (entered_)
+        return;
+    entered_ = true;
+    gotFocus(event->reason());
+}
+
+void InputBox::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (!countsAsChange(*event))
+        return;
+    entered_ = false;
+    setReadOnly(false); // a key still held is released elsewhere
+    lostFocus();
+}
+
+MeasureBox::MeasureBox(int index, const QString& text, OnLeaving onLeaving, QWidget* parent)
+    : InputBox(u"TextNum_%1"_s.arg(index), text, index % 2 == 0 ? 3 : 2, parent), index_(index),
+      onLeaving_(onLeaving)
+{
+    setAlignment((isWhole() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                 Qt::AlignVCenter);
+}
+
+void MeasureBox::gotFocus(Qt::FocusReason reason)
+{
+    if (!selectsOnFocus_)
+        return;
+    reachedByMouse_ = reason == Qt::MouseFocusReason;
+    SelectAllText(*this);
+}
+
+void MeasureBox::keyDown(std::int32_t keyCode)
+{
+    KeyNavigate(*this, keyCode, true);
+}
+
+void MeasureBox::lostFocus()
+{
+    reachedByMouse_ = false;
+    if (text().isEmpty())
+        setText(isWhole() ? u"0"_s : u"00"_s);
+    else if (onLeaving_ == OnLeaving::FillDefaultAndPad && !isWhole() && text().size() == 1)
+        setText(text() + u'0');
+}
+
+// The click that brings the focus would put the cursor between the characters and so take back the
+// selection that comes with the focus.
+void MeasureBox::mousePressEvent(QMouseEvent* event)
+{
+    QLineEdit::mousePressEvent(event);
+    if (reachedByMouse_)
+        SelectAllText(*this);
+}
+
+void MeasureBox::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!reachedByMouse_)
+        QLineEdit::mouseMoveEvent(event);
+}
+
+void MeasureBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    reachedByMouse_ = false;
+}
+
+SignBox::SignBox(int index, QWidget* parent)
+    : InputBox(u"TextSign_%1"_s.arg(index), u"-"_s, 1, parent)
+{
+    setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+}
+
+void SignBox::keyDown(std::int32_t keyCode)
+{
+    KeySignFilter(*this, keyCode, true);
+}
+
+void SignBox::lostFocus()
+{
+    if (text().isEmpty())
+        setText(u"+"_s);
+}
+
+void SignBox::inputMethodEvent(QInputMethodEvent* event)
+{
+    event->ignore(); // composed characters come past the keys, and no sign is composed
+}
+
+MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureBox* hundredths,
+                         const QString& pointName, QWidget* parent)
+    : QFrame(parent), point_(new QLabel(u"."_s, this))
+{
+    setObjectName(pictureName);
+    setLayoutDirection(Qt::LeftToRight);
+    setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+
+    point_->setObjectName(pointName);
+    point_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    for (MeasureBox* box : {whole, hundredths})
+        box->setFrame(false);
+    layout->addWidget(whole);
+    layout->addWidget(point_);
+    layout->addWidget(hundredths);
+}
+
+} // namespace Module1

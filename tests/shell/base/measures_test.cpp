@@ -1,0 +1,93 @@
+#include "shell/base/measures.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct Split
+{
+    double value;
+    int whole;
+    QString hundredths;
+};
+
+TEST(Measures, SplitsAStoredMeasureIntoItsTwoBoxes)
+{
+    const Split cases[]{
+        {0, 0, u"00"_s},
+        {2.5, 2, u"50"_s},
+        {0.05, 0, u"05"_s},
+        {12, 12, u"00"_s},
+        {2.999, 3, u"00"_s},    // rounded before it is split
+        {2.004, 2, u"00"_s},    //
+        {2.005, 2, u"00"_s},    // 200.5 hundredths, half to even
+        {2.015, 2, u"02"_s},    // 201.5 hundredths, half to even
+        {999.99, 999, u"99"_s}, //
+        {0.099, 0, u"10"_s},    // the first with two digits of its own
+        {327.67, 327, u"67"_s}, //
+        {1000, 1000, u"00"_s},  // more than a box takes is the box's affair
+        {32767.99, 32767, u"99"_s},
+    };
+    for (const Split& each : cases) {
+        EXPECT_EQ(Module1::WholePart(each.value), each.whole) << each.value;
+        EXPECT_EQ(Module1::HundredthsText(each.value), each.hundredths) << each.value;
+    }
+}
+
+TEST(Measures, SplitsANegativeMeasureAsItIs)
+{
+    EXPECT_EQ(Module1::WholePart(-2.5), -2);
+    EXPECT_EQ(Module1::HundredthsText(-0.05), u"0-5"_s);
+    EXPECT_EQ(Module1::HundredthsText(-2.5), u"0-50"_s);
+}
+
+template <typename Action>
+int errorOf(Action action)
+{
+    try {
+        action();
+    } catch (const runtime::RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+TEST(Measures, OverflowsBeyondTheRangeOfTheBoxes)
+{
+    EXPECT_EQ(errorOf([] { Module1::WholePart(32768); }), runtime::Overflow);
+    EXPECT_EQ(Module1::HundredthsText(32768), u"00"_s); // its quotient is not narrowed
+    EXPECT_EQ(Module1::HundredthsText(21474836.47), u"47"_s);
+    EXPECT_EQ(errorOf([] { Module1::HundredthsText(21474836.48); }), runtime::Overflow);
+    EXPECT_EQ(errorOf([] { Module1::WholePart(1e300); }), runtime::Overflow);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(errorOf([nan] { Module1::HundredthsText(nan); }), runtime::Overflow);
+}
+
+TEST(Measures, ReadsTheBoxesAsTheyStand)
+{
+    EXPECT_EQ(Module1::ReadMeasure(u"120"_s, u"00"_s), 120);
+    EXPECT_EQ(Module1::ReadMeasure(u"2"_s, u"50"_s), 2.5);
+    EXPECT_EQ(Module1::ReadMeasure(u"2"_s, u"5"_s), 2.05); // one digit means hundredths
+    EXPECT_EQ(Module1::ReadMeasure(u"0"_s, u"07"_s), 0.07);
+    EXPECT_EQ(Module1::ReadMeasure(u"-2"_s, u"50"_s), -1.5); // only the whole carries the sign
+    EXPECT_EQ(Module1::ReadMeasure(u" 4 "_s, u"5."_s), 4.05);
+    EXPECT_EQ(Module1::ReadMeasure(u"4"_s, u"80"_s), 0.8 + 4);
+}
+
+TEST(Measures, RefusesWhatIsNoNumber)
+{
+    for (const QString& text : {u""_s, u" "_s, u"a"_s, u"1a"_s, u"--"_s, u"."_s, u"1 2"_s}) {
+        EXPECT_EQ(errorOf([&] { Module1::ReadMeasure(text, u"00"_s); }), runtime::TypeMismatch)
+            << text.toStdString();
+        EXPECT_EQ(errorOf([&] { Module1::ReadMeasure(u"0"_s, text); }), runtime::TypeMismatch)
+            << text.toStdString();
+    }
+}
+
+} // namespace
