@@ -3,17 +3,17 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 
+#include <QStyle>
 #include <QWidget>
 
 #include <memory>
-
-class QLabel;
 
 namespace controls {
 
 /// Holds one recordset for its form and tells the grids and combos bound to it what happens there.
 /// Hidden by default; where a form shows it, it is a bar with buttons for the first, previous, next
-/// and last row. Its Move buttons run guarded.
+/// and last row, named <name>_First and so on. Its Move buttons run guarded and stay where there is
+/// no further row; each press fires Validate once.
 class DataControl : public QWidget, private dao::RecordsetObserver
 {
     Q_OBJECT
@@ -40,16 +40,23 @@ signals:
     /// bound grid, on Delete and on Refresh. A MoveLast has read to the end by then.
     void Validate();
 
-    /// For bound controls: all rows are to be read anew.
+    /// For bound controls: all rows are to be read anew, and the current row may be another.
     void rowsReset();
-    void currentChanged();
-    void rowAdded(const QVariant& key);
-    void rowUpdated(const QVariant& key);
-    void rowDeleted(const QVariant& key);
+    // These four are what the recordset tells its observer, passed on.
+    void currentChanged() override;
+    void rowAdded(const dao::RowKey& key) override;
+    void rowUpdated(const dao::RowKey& key) override;
+    void rowDeleted(const dao::RowKey& key) override;
 
 private:
+    enum class Step { First, Previous, Next, Last };
+
     void currentAboutToChange() override;
-    // The observer's other calls are passed on as the signals of like name.
+    void addButton(const QString& name, const QString& text, QStyle::StandardPixmap icon,
+                   Step step);
+    void move(Step step);
+    static void stepInside(dao::Recordset& rows, Step step);
+
     std::shared_ptr<dao::Recordset> recordset_;
 };
 

@@ -1,10 +1,17 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QTableView>
 
+namespace dao {
+class Recordset;
+}
+
 namespace controls {
 
+class CaptionHeader;
+class CellDelegate;
 class DataControl;
 class DBGridModel;
 
@@ -45,14 +52,61 @@ public:
     void setCaption(const QString& caption);
     void setEditable(bool editable);
 
-    /// Writes a row that is being edited. True where nothing is left unwritten.
+    /// Writes a row that is being edited, and tells a refusal. True where nothing is left
+    /// unwritten. Raises nothing.
     bool commitEdits();
+
+    void keyboardSearch(const QString& search) override;
 
 signals:
     /// A double-click on a row.
     void DblClick();
     /// Enter in a read-only grid.
     void enterPressed();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    void setUpView();
+    void fitRows();
+    void shareWidth();
+    int shownColumn() const;
+
+    dao::Recordset* rows() const;
+    void readRows();
+    void showCurrent();
+    void goTo(int row);
+    void moveRecordset(int row);
+    void takeAway(const QVariant& key);
+
+    bool handleEditKey(const QKeyEvent& event);
+    void flushEditor();
+    bool leaveEditedRow(int nextRow);
+    bool writeRow();
+    void dropEdit();
+    void deleteRow();
+    void focusMoved(const QWidget* from, const QWidget* to);
+    void tellLater();
+    void tellRefusal();
+
+    CaptionHeader* header_;
+    CellDelegate* delegate_;
+    DBGridModel* model_;
+    QPointer<DataControl> source_;
+    bool editable_ = false;
+    bool following_ = false; ///< The view is being brought to the recordset's row.
+    bool moving_ = false;    ///< The recordset is being brought to the view's row.
+    bool telling_ = false;
+    QString refusal_; ///< Not yet told.
 };
 
 /// Font size 11 and black text.

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace controls {
 
@@ -33,6 +34,16 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     /// How Show shows it for the first time.
     virtual bool opensMaximised() const { return false; }
+    /// Runs once before the form goes, whether by Unload or by its close box: the place to write
+    /// what a grid has not written yet.
+    virtual void aboutToUnload() {}
+
+private:
+    void leave();
+    void showInFrame(QMdiArea& area);
+
+    QPointer<QMdiSubWindow> window_;
+    bool leaving_ = false;
 };
 
 /// The one shared reference to a form: empty at the start, filled by the first touch, which creates

@@ -1,0 +1,23 @@
+#include "platform/controls/cell_delegate.h"
+
+#include "platform/controls/field_text.h"
+
+namespace controls {
+
+QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                                    const QModelIndex& /*index*/) const
+{
+    editor_ = new QLineEdit(parent);
+    editor_->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    editor_->setFrame(false);
+    return editor_;
+}
+
+void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->displayAlignment |= Qt::AlignAbsolute;
+    option->direction = readsRightToLeft(option->text) ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
+} // namespace controls

@@ -1,0 +1,188 @@
+#include "platform/controls/data_control.h"
+
+#include "platform/runtime/guard.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QStyle>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace controls {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+/// Moves within its life are nobody's business but the data control's own.
+class ObserverPause
+{
+public:
+    ObserverPause(dao::Recordset& rows, dao::RecordsetObserver* observer)
+        : rows_(rows), observer_(observer)
+    {
+        rows_.setObserver(nullptr);
+    }
+    ~ObserverPause() { rows_.setObserver(observer_); }
+    ObserverPause(const ObserverPause&) = delete;
+    ObserverPause& operator=(const ObserverPause&) = delete;
+
+private:
+    dao::Recordset& rows_;
+    dao::RecordsetObserver* observer_;
+};
+
+/// Where a recordset stands before it is queried again.
+struct Place
+{
+    bool onRow = false;
+    dao::RowKey key; ///< Invalid behind the last row.
+    int row = 0;
+};
+
+/// The recordset's place; for a row that is deleted, that of the row behind it.
+Place placeOf(dao::Recordset& rows)
+{
+    const std::unique_ptr<dao::RecordsetPages> pages = rows.pages();
+    if (rows.isBof() || rows.isEof())
+        return {};
+    const dao::RowKey key = rows.currentKey();
+    if (key.isValid() && pages->rowOf(key) >= 0)
+        return {true, key, pages->rowOf(key)};
+    rows.MoveNext();
+    const dao::RowKey next = rows.currentKey();
+    const int row = next.isValid() ? pages->rowOf(next) : pages->rowCount();
+    return {true, next, std::max(row, 0)};
+}
+
+/// Stands on the row of the place, or on the one that has taken its place.
+void returnTo(dao::Recordset& rows, const Place& place)
+{
+    if (!place.onRow || rows.moveToKey(place.key))
+        return;
+    const std::unique_ptr<dao::RecordsetPages> pages = rows.pages();
+    if (pages->rowCount() > 0)
+        rows.moveToKey(pages->keyAt(std::min(place.row, pages->rowCount() - 1)));
+}
+
+} // namespace
+
+DataControl::DataControl(const QString& name, QWidget* parent) : QWidget(parent)
+{
+    setObjectName(name);
+    setLayoutDirection(Qt::LeftToRight);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    addButton(u"First"_s, u"לראשון"_s, QStyle::SP_MediaSkipBackward, Step::First);
+    addButton(u"Previous"_s, u"לקודם"_s, QStyle::SP_MediaSeekBackward, Step::Previous);
+    auto* middle = new QFrame(this);
+    middle->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    middle->setBackgroundRole(QPalette::Base);
+    middle->setAutoFillBackground(true);
+    layout->addWidget(middle, 1);
+    addButton(u"Next"_s, u"לבא"_s, QStyle::SP_MediaSeekForward, Step::Next);
+    addButton(u"Last"_s, u"לאחרון"_s, QStyle::SP_MediaSkipForward, Step::Last);
+    hide();
+}
+
+DataControl::~DataControl()
+{
+    if (recordset_)
+        recordset_->setObserver(nullptr);
+}
+
+void DataControl::addButton(const QString& name, const QString& text, QStyle::StandardPixmap icon,
+                            Step step)
+{
+    auto* button = new QToolButton(this);
+    button->setObjectName(objectName() + u'_' + name);
+    button->setToolTip(text);
+    button->setAccessibleName(text);
+    button->setIcon(style()->standardIcon(icon, nullptr, this));
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    layout()->addWidget(button);
+    runtime::on(button, &QToolButton::clicked, this, [this, step] { move(step); });
+}
+
+void DataControl::setRecordset(std::shared_ptr<dao::Recordset> recordset)
+{
+    if (recordset_)
+        recordset_->setObserver(nullptr);
+    recordset_ = std::move(recordset);
+    if (recordset_)
+        recordset_->setObserver(this);
+    emit rowsReset();
+}
+
+dao::Recordset& DataControl::Recordset() const
+{
+    if (!recordset_)
+        throw RunTimeError(runtime::ObjectNotSet);
+    return *recordset_;
+}
+
+dao::Database& DataControl::Database() const
+{
+    return *Recordset().database();
+}
+
+void DataControl::Refresh()
+{
+    if (!hasRecordset())
+        throw RunTimeError(runtime::ObjectNotSet);
+    emit Validate();
+    const std::shared_ptr<dao::Recordset> rows = recordset_;
+    {
+        const ObserverPause pause(*rows, this);
+        const Place place = placeOf(*rows);
+        rows->Requery();
+        returnTo(*rows, place);
+    }
+    emit rowsReset();
+}
+
+void DataControl::currentAboutToChange()
+{
+    emit Validate();
+}
+
+void DataControl::move(Step step)
+{
+    if (!hasRecordset() || recordset_->RecordCount() == 0)
+        return;
+    if (step == Step::First) {
+        recordset_->MoveFirst();
+    } else if (step == Step::Last) {
+        recordset_->MoveLast();
+    } else {
+        emit Validate();
+        const std::shared_ptr<dao::Recordset> rows = recordset_;
+        {
+            const ObserverPause pause(*rows, this);
+            stepInside(*rows, step);
+        }
+        emit currentChanged();
+    }
+}
+
+/// One row on or back; at the ends the row stays.
+void DataControl::stepInside(dao::Recordset& rows, Step step)
+{
+    if (step == Step::Next) {
+        if (!rows.isEof())
+            rows.MoveNext();
+        if (rows.isEof())
+            rows.MoveLast();
+    } else {
+        if (!rows.isBof())
+            rows.MovePrevious();
+        if (rows.isBof())
+            rows.MoveFirst();
+    }
+}
+
+} // namespace controls

@@ -1,0 +1,235 @@
+#include "platform/controls/db_grid.h"
+
+#include "platform/controls/caption_header.h"
+#include "platform/controls/cell_delegate.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_grid_model.h"
+#include "platform/runtime/guard.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace controls {
+
+DBGrid::DBGrid(const QString& name, QWidget* parent)
+    : QTableView(parent), header_(new CaptionHeader(this)), delegate_(new CellDelegate(this)),
+      model_(new DBGridModel(this))
+{
+    setObjectName(name);
+    setUpView();
+    setModel(model_);
+    connect(this, &QTableView::doubleClicked, this, &DBGrid::DblClick);
+    connect(
+        model_, &DBGridModel::readFailed, this,
+        [this] { runtime::guarded([this] { model_->raiseReadFailure(); }); }, Qt::QueuedConnection);
+}
+
+DBGrid::~DBGrid() = default;
+
+void DBGrid::setUpView()
+{
+    setLayoutDirection(Qt::LeftToRight);
+    setHorizontalHeader(header_);
+    setItemDelegate(delegate_);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->hide();
+    fitRows();
+}
+
+void DBGrid::setColumns(const QList<DBGridColumn>& columns)
+{
+    model_->setColumns(columns);
+    for (int i = 0; i < columns.size(); ++i)
+        setColumnHidden(i, columns[i].width == 0);
+    shareWidth();
+    showCurrent();
+}
+
+void DBGrid::setDataSource(DataControl* source)
+{
+    source_ = source;
+    using runtime::on;
+    on(source, &DataControl::rowsReset, this, [this] { readRows(); });
+    on(source, &DataControl::currentChanged, this, [this] { showCurrent(); });
+    on(source, &DataControl::rowAdded, this, [this](const auto& key) { model_->addRow(key); });
+    on(source, &DataControl::rowUpdated, this, [this](const auto& key) { model_->updateRow(key); });
+    on(source, &DataControl::rowDeleted, this, [this](const auto& key) { takeAway(key); });
+    readRows();
+}
+
+QString DBGrid::caption() const
+{
+    return header_->caption();
+}
+
+void DBGrid::setCaption(const QString& caption)
+{
+    header_->setCaption(caption);
+    setAccessibleName(caption);
+    setWindowTitle(caption);
+}
+
+void DBGrid::keyboardSearch(const QString& /*search*/)
+{
+    // A search by typed letters would read the whole table.
+}
+
+dao::Recordset* DBGrid::rows() const
+{
+    return source_ && source_->hasRecordset() ? &source_->Recordset() : nullptr;
+}
+
+void DBGrid::readRows()
+{
+    const QScopedValueRollback following(following_, true);
+    model_->bind(rows());
+    showCurrent();
+}
+
+/// Brings the view to the recordset's row.
+void DBGrid::showCurrent()
+{
+    if (moving_)
+        return;
+    const QScopedValueRollback following(following_, true);
+    const int row = rows() != nullptr ? model_->rowOf(rows()->currentKey()) : -1;
+    if (row < 0) {
+        selectionModel()->clear();
+        return;
+    }
+    if (row != currentIndex().row())
+        goTo(row);
+    scrollTo(currentIndex());
+}
+
+int DBGrid::shownColumn() const
+{
+    if (currentIndex().isValid() && !isColumnHidden(currentIndex().column()))
+        return currentIndex().column();
+    int column = 0;
+    while (column < model_->columnCount() - 1 && isColumnHidden(column))
+        ++column;
+    return column;
+}
+
+void DBGrid::goTo(int row)
+{
+    setCurrentIndex(model_->index(row, shownColumn()));
+}
+
+/// Brings the recordset to the row that the user has moved to.
+void DBGrid::moveRecordset(int row)
+{
+    const dao::RowKey key = model_->keyAt(row);
+    if (rows() == nullptr || !key.isValid() || rows()->currentKey() == key)
+        return;
+    bool moved = false;
+    {
+        const QScopedValueRollback moving(moving_, true);
+        moved = rows()->moveToKey(key);
+    }
+    if (!moved || (rows()->hasCurrent() && rows()->currentKey() != key))
+        showCurrent();
+}
+
+void DBGrid::takeAway(const QVariant& key)
+{
+    const QScopedValueRollback following(following_, true);
+    model_->removeRow(key);
+    showCurrent();
+}
+
+void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (following_ || !current.isValid())
+        return;
+    runtime::guarded([this, row = current.row()] {
+        if (leaveEditedRow(row))
+            moveRecordset(row);
+    });
+}
+
+QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& index,
+                                                             const QEvent* /*event*/) const
+{
+    // The current row is the selected one, also where Ctrl is held.
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
+}
+
+void DBGrid::keyPressEvent(QKeyEvent* event)
+{
+    if (!editable_ && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        event->accept();
+        emit enterPressed();
+    } else if (editable_ && handleEditKey(*event)) {
+        event->accept();
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void DBGrid::shareWidth()
+{
+    const QList<DBGridColumn>& columns = model_->columns();
+    qint64 left = 0;
+    for (const DBGridColumn& each : columns)
+        left += each.width;
+    int room = viewport()->width();
+    for (int i = 0; i < columns.size(); ++i) {
+        if (columns[i].width == 0)
+            continue;
+        const int width = static_cast<int>(room * columns[i].width / left);
+        setColumnWidth(i, width);
+        room -= width;
+        left -= columns[i].width;
+    }
+}
+
+void DBGrid::fitRows()
+{
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+}
+
+void DBGrid::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitRows();
+}
+
+void DBGrid::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    shareWidth();
+    scrollTo(currentIndex());
+}
+
+void DBGrid::showEvent(QShowEvent* event)
+{
+    QTableView::showEvent(event);
+    scrollTo(currentIndex());
+}
+
+void SetGridFont(DBGrid& grid)
+{
+    QFont font = grid.font();
+    font.setPointSizeF(11);
+    grid.setFont(font);
+    QPalette palette = grid.palette();
+    palette.setColor(QPalette::Text, Qt::black);
+    grid.setPalette(palette);
+}
+
+} // namespace controls

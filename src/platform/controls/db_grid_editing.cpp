@@ -1,0 +1,178 @@
+// What the grid does where it may be edited.
+
+#include "platform/controls/cell_delegate.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_grid.h"
+#include "platform/controls/db_grid_model.h"
+#include "platform/controls/refusal.h"
+#include "platform/runtime/guard.h"
+#include "platform/runtime/message_box.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <utility>
+
+namespace controls {
+
+using runtime::RunTimeError;
+
+void DBGrid::setEditable(bool editable)
+{
+    if (editable == editable_)
+        return;
+    editable_ = editable;
+    setEditTriggers(editable
+                        ? QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                              QAbstractItemView::AnyKeyPressed
+                        : QAbstractItemView::NoEditTriggers);
+    {
+        const QScopedValueRollback following(following_, true);
+        model_->setEditable(editable);
+    }
+    showCurrent();
+    disconnect(qApp, &QApplication::focusChanged, this, nullptr);
+    if (editable)
+        runtime::on(qApp, &QApplication::focusChanged, this,
+                    [this](QWidget* from, QWidget* to) { focusMoved(from, to); });
+}
+
+bool DBGrid::commitEdits()
+{
+    bool written = true;
+    runtime::guarded([this, &written] {
+        flushEditor();
+        if (QLineEdit* editor = delegate_->editor())
+            closeEditor(editor, QAbstractItemDelegate::NoHint);
+        written = writeRow();
+        tellRefusal();
+    });
+    return written;
+}
+
+/// Takes what stands in an open editor over into the row.
+void DBGrid::flushEditor()
+{
+    if (QLineEdit* editor = delegate_->editor())
+        commitData(editor);
+}
+
+/// Writes the edited row. A refusal is kept to be told.
+bool DBGrid::writeRow()
+{
+    if (model_->editedRow() < 0 || rows() == nullptr)
+        return true;
+    try {
+        model_->writeEdit(*rows());
+        return true;
+    } catch (const RunTimeError& error) {
+        refusal_ = writeRefusal(error);
+        return false;
+    }
+}
+
+bool DBGrid::leaveEditedRow(int nextRow)
+{
+    if (model_->editedRow() == nextRow || writeRow())
+        return true;
+    tellLater();
+    return false;
+}
+
+/// A box must not stand inside the toolkit's own handling of the key or click that led to it.
+void DBGrid::tellLater()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { runtime::guarded([this] { tellRefusal(); }); }, Qt::QueuedConnection);
+}
+
+/// Tells a refusal that has not been told yet, with the view back on the row that it is about.
+void DBGrid::tellRefusal()
+{
+    if (refusal_.isEmpty() || telling_)
+        return;
+    const QString text = std::exchange(refusal_, {});
+    const QPointer<DBGrid> self = this;
+    telling_ = true;
+    if (const int row = model_->editedRow(); row >= 0) {
+        const QScopedValueRollback following(following_, true);
+        goTo(row);
+        setFocus();
+    }
+    runtime::MsgBox(text, runtime::refusalFlags);
+    if (self)
+        telling_ = false;
+}
+
+QModelIndex DBGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // A row that is being added has a blank one behind it only once something stands in it.
+    flushEditor();
+    return QTableView::moveCursor(action, modifiers);
+}
+
+void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    const QPersistentModelIndex cell = currentIndex();
+    const bool leavesByTab = hint == QAbstractItemDelegate::EditNextItem ||
+                             hint == QAbstractItemDelegate::EditPreviousItem;
+    QTableView::closeEditor(editor, leavesByTab ? QAbstractItemDelegate::NoHint : hint);
+    if (hint == QAbstractItemDelegate::RevertModelCache)
+        model_->dropCell(cell);
+    if (leavesByTab)
+        focusNextPrevChild(hint == QAbstractItemDelegate::EditNextItem);
+}
+
+bool DBGrid::handleEditKey(const QKeyEvent& event)
+{
+    if (delegate_->editor() != nullptr)
+        return false;
+    if (event.key() == Qt::Key_Escape && model_->editedRow() >= 0) {
+        runtime::guarded([this] { dropEdit(); });
+        return true;
+    }
+    if (event.key() == Qt::Key_Delete && currentIndex().isValid()) {
+        runtime::guarded([this] { deleteRow(); });
+        return true;
+    }
+    return false;
+}
+
+void DBGrid::dropEdit()
+{
+    const QScopedValueRollback following(following_, true);
+    model_->dropEdit();
+}
+
+void DBGrid::deleteRow()
+{
+    dropEdit();
+    const int row = currentIndex().row();
+    const dao::RowKey key = model_->keyAt(row);
+    if (!key.isValid() || rows() == nullptr)
+        return;
+    try {
+        moveRecordset(row);
+        rows()->Delete();
+    } catch (const RunTimeError& error) {
+        refusal_ = deleteRefusal(error);
+        tellRefusal();
+        return;
+    }
+    goTo(std::clamp(row, 0, std::max(model_->recordCount() - 1, 0)));
+}
+
+void DBGrid::focusMoved(const QWidget* from, const QWidget* to)
+{
+    const auto isInside = [this](const QWidget* widget) {
+        return widget == this || isAncestorOf(widget);
+    };
+    if (telling_ || from == nullptr || to == nullptr || !isInside(from) || isInside(to))
+        return;
+    if (!writeRow())
+        tellLater();
+}
+
+} // namespace controls

@@ -1,0 +1,104 @@
+#include "platform/controls/form.h"
+
+#include "platform/controls/reading_anchor.h"
+#include "platform/runtime/guard.h"
+
+#include <QCloseEvent>
+#include <QLayout>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace controls {
+
+namespace {
+
+QPointer<QMdiArea>& sharedFrame()
+{
+    static QPointer<QMdiArea> area;
+    return area;
+}
+
+} // namespace
+
+void setFrame(QMdiArea* frame)
+{
+    sharedFrame() = frame;
+    if (frame != nullptr)
+        frame->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+}
+
+QMdiArea* frame()
+{
+    return sharedFrame();
+}
+
+ChildForm::ChildForm(const QString& name, const QString& title)
+{
+    setObjectName(name);
+    setWindowTitle(title);
+    setLayoutDirection(Qt::RightToLeft);
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+void ChildForm::Show()
+{
+    if (leaving_)
+        return;
+    if (window_.isNull() && frame() != nullptr) {
+        showInFrame(*frame());
+    } else if (window_.isNull()) {
+        opensMaximised() && !isVisible() ? showMaximized() : show();
+        raise();
+        activateWindow();
+    } else {
+        if (window_->isMinimized())
+            window_->showNormal();
+        window_->show();
+        window_->mdiArea()->setActiveSubWindow(window_);
+    }
+}
+
+void ChildForm::showInFrame(QMdiArea& area)
+{
+    const QSize wanted = testAttribute(Qt::WA_Resized) ? size() : sizeHint();
+    window_ = new QMdiSubWindow;
+    window_->setAttribute(Qt::WA_DeleteOnClose);
+    window_->setWidget(this);
+    area.addSubWindow(window_);
+    window_->layout()->activate();
+    window_->resize(window_->size() + wanted - size());
+    new ReadingAnchor(*window_, *area.viewport());
+    show();
+    if (opensMaximised())
+        window_->showMaximized();
+    else
+        window_->show();
+    area.setActiveSubWindow(window_);
+}
+
+void ChildForm::Unload()
+{
+    leave();
+    QWidget* outer = this;
+    if (!window_.isNull())
+        outer = window_;
+    outer->close();
+    deleteLater();
+}
+
+void ChildForm::closeEvent(QCloseEvent* event)
+{
+    runtime::guarded([this] { leave(); });
+    event->accept();
+}
+
+void ChildForm::leave()
+{
+    if (leaving_)
+        return;
+    leaving_ = true;
+    aboutToUnload();
+    emit unloaded();
+}
+
+} // namespace controls

@@ -1,0 +1,111 @@
+#include "platform/controls/message_box_window.h"
+
+#include "platform/controls/line_end_label.h"
+#include "platform/runtime/message_box.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+
+namespace controls {
+
+using namespace Qt::StringLiterals;
+using runtime::MessageBoxAnswer;
+using runtime::MessageBoxRequest;
+
+namespace {
+
+constexpr int buttonBits = 0xf;
+constexpr int iconBits = 0xf0;
+
+QMessageBox::Icon iconOf(int flags)
+{
+    switch (flags & iconBits) {
+    case runtime::vbCritical:
+        return QMessageBox::Critical;
+    case runtime::vbQuestion:
+        return QMessageBox::Question;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+void addButton(QMessageBox& box, QMessageBox::StandardButton button, const QString& caption)
+{
+    box.addButton(button)->setText(caption);
+}
+
+/// Puts the set's buttons on the box, in reading order; Enter presses the first, Escape and the
+/// close box the last.
+void addButtons(QMessageBox& box, int flags)
+{
+    const int set = flags & buttonBits;
+    if (set == runtime::vbYesNo || set == runtime::vbYesNoCancel) {
+        addButton(box, QMessageBox::Yes, u"כן"_s);
+        addButton(box, QMessageBox::No, u"לא"_s);
+        box.setDefaultButton(QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+    } else {
+        addButton(box, QMessageBox::Ok, u"אישור"_s);
+        box.setDefaultButton(QMessageBox::Ok);
+        box.setEscapeButton(QMessageBox::Ok);
+    }
+    if (set == runtime::vbYesNoCancel) {
+        addButton(box, QMessageBox::Cancel, u"ביטול"_s);
+        box.setEscapeButton(QMessageBox::Cancel);
+    }
+}
+
+void layOutText(QMessageBox& box, int flags)
+{
+    const bool rightToLeft = (flags & runtime::vbMsgBoxRtlReading) != 0;
+    const bool right = (flags & runtime::vbMsgBoxRight) != 0;
+    box.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    // The desktop's own order of buttons differs from one to the next.
+    box.setStyleSheet(u"QDialogButtonBox { button-layout: 0 }"_s);
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+    if (label == nullptr)
+        return;
+    label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                        Qt::AlignVCenter);
+    breakAtLineEnds(*label);
+}
+
+MessageBoxAnswer answerOf(int button)
+{
+    switch (button) {
+    case QMessageBox::Yes:
+        return runtime::vbYes;
+    case QMessageBox::No:
+        return runtime::vbNo;
+    case QMessageBox::Cancel:
+        return runtime::vbCancel;
+    default:
+        return runtime::vbOK;
+    }
+}
+
+MessageBoxAnswer showBox(const MessageBoxRequest& request)
+{
+    const QPointer<QMessageBox> box = new QMessageBox(QApplication::activeWindow());
+    box->setTextFormat(Qt::PlainText);
+    box->setWindowTitle(request.title);
+    box->setIcon(iconOf(request.flags));
+    box->setText(request.text);
+    addButtons(*box, request.flags);
+    layOutText(*box, request.flags);
+    const MessageBoxAnswer answer = answerOf(box->exec());
+    delete box; // null where the window that it stood over has gone
+    return answer;
+}
+
+} // namespace
+
+void installMessageBoxes()
+{
+    runtime::setMessageBoxDoor(showBox);
+}
+
+} // namespace controls

@@ -1,0 +1,88 @@
+#include "platform/controls/reading_anchor.h"
+
+#include <QEvent>
+#include <QMdiSubWindow>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace controls {
+
+namespace {
+
+constexpr QPoint firstPlace{12, 12};
+
+/// Moves the rectangle into the frame; the reading start of one that is too big stays in sight.
+QRect keptInside(QRect place, const QRect& room, Qt::LayoutDirection direction)
+{
+    if (place.width() <= room.width())
+        place.moveLeft(std::clamp(place.left(), 0, room.width() - place.width()));
+    else if (direction == Qt::RightToLeft)
+        place.moveRight(room.right());
+    else
+        place.moveLeft(0);
+    place.moveTop(std::clamp(place.top(), 0, std::max(0, room.height() - place.height())));
+    return place;
+}
+
+} // namespace
+
+ReadingAnchor::ReadingAnchor(QMdiSubWindow& window, QWidget& viewport)
+    : QObject(&window), window_(window), viewport_(viewport), start_(firstPlace)
+{
+    window.installEventFilter(this);
+    viewport.installEventFilter(this);
+    place();
+}
+
+bool ReadingAnchor::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &viewport_ && event->type() == QEvent::Resize)
+        place();
+    else if (watched == &window_ && event->type() == QEvent::Move)
+        remember();
+    else if (watched == &window_ && event->type() == QEvent::WindowStateChange)
+        returnToPlace();
+    return QObject::eventFilter(watched, event);
+}
+
+bool ReadingAnchor::holdsNormalPlace() const
+{
+    return !window_.isMaximized() && !window_.isMinimized();
+}
+
+void ReadingAnchor::place()
+{
+    if (!holdsNormalPlace())
+        return;
+    const Qt::LayoutDirection direction = viewport_.layoutDirection();
+    const QRect logical(start_, window_.size());
+    const QRect visual = QStyle::visualRect(direction, viewport_.rect(), logical);
+    placing_ = true;
+    window_.move(keptInside(visual, viewport_.rect(), direction).topLeft());
+    placing_ = false;
+}
+
+void ReadingAnchor::remember()
+{
+    if (placing_ || !holdsNormalPlace())
+        return;
+    start_ = QStyle::visualRect(viewport_.layoutDirection(), viewport_.rect(), window_.geometry())
+                 .topLeft();
+}
+
+/// A window that is restored comes back to where it was in the frame's former size.
+void ReadingAnchor::returnToPlace()
+{
+    if (!holdsNormalPlace())
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this, start = start_] {
+            start_ = start;
+            place();
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace controls
