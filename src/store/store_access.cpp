@@ -33,7 +33,8 @@ void refuseForeignDatabase(dao::Database& database)
         if (tableSchema(tables(i).Name()) != nullptr)
             return;
     }
-    throw runtime::RunTimeError(runtime::UnrecognizedFormat);
+    throw runtime::RunTimeError(runtime::UnrecognizedFormat,
+                                u"Unrecognized database format '%1'."_s.arg(database.Name()));
 }
 
 /// A table cannot be appended without a field, so it gets one that is taken away again at once.
