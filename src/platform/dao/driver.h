@@ -94,6 +94,10 @@ public:
     void rollback();
     bool inTransaction() const { return inTransaction_; }
 
+    /// What the engine's own examination finds wrong with the store, a line for each; it reads the
+    /// whole store.
+    virtual QStringList integrityFindings() = 0;
+
     /// The run-time error that an error of the engine stands for.
     virtual runtime::RunTimeError error(const QSqlError& error) const = 0;
 

@@ -384,4 +384,15 @@ void SqliteDriver::begin()
     setInTransaction();
 }
 
+QStringList SqliteDriver::integrityFindings()
+{
+    QStringList findings;
+    for (const StoredValues& row : rows(u"PRAGMA integrity_check"_s))
+        findings.append(row.front().toString());
+    // The one line of a sound store.
+    if (findings == QStringList(u"ok"_s))
+        findings.clear();
+    return findings;
+}
+
 } // namespace dao

@@ -27,6 +27,7 @@ public:
     QString createIndex(const QString& table, const IndexInfo& index) const override;
     QString fieldDefinition(const FieldInfo& field) const override;
     void begin() override;
+    QStringList integrityFindings() override;
     runtime::RunTimeError error(const QSqlError& error) const override;
 
 private:

@@ -1,0 +1,56 @@
+#include "platform/dao/examination.h"
+
+#include "platform/dao/database.h"
+#include "platform/dao/table_rows.h"
+#include "platform/dao/values.h"
+
+#include <algorithm>
+
+namespace dao {
+
+namespace {
+
+constexpr std::size_t pageSize = 256;
+
+ExaminedRow examined(const TableInfo& table, const StoredRow& row)
+{
+    ExaminedRow result;
+    result.key = row.number;
+    result.values.resize(table.fields.size());
+    for (std::size_t i = 0; i < table.fields.size(); ++i) {
+        try {
+            result.values[i] = fromStored(table.fields[i], row.values[i]);
+        } catch (const runtime::RunTimeError&) {
+            result.unreadable.push_back(static_cast<int>(i));
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+QStringList engineFindings(Database& database)
+{
+    return database.driver().integrityFindings();
+}
+
+void examineRows(Database& database, const QString& table,
+                 const std::function<void(const ExaminedRow&)>& visitor)
+{
+    Driver& driver = database.driver();
+    std::optional<TableInfo> info = driver.table(table);
+    if (!info)
+        throw runtime::RunTimeError(runtime::TableNotFound);
+    const TableRows rows(driver, std::move(*info));
+    const RowNumbers numbers = rows.numbers(driver, {}, {});
+    const std::span all(numbers);
+    for (std::size_t start = 0; start < all.size(); start += pageSize) {
+        const std::size_t count = std::min(pageSize, all.size() - start);
+        for (const std::optional<StoredRow>& row : rows.fetch(driver, all.subspan(start, count))) {
+            if (row)
+                visitor(examined(rows.table(), *row));
+        }
+    }
+}
+
+} // namespace dao

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/dao/types.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+namespace dao {
+
+class Database;
+
+/// A row as an examination finds it, whatever it holds.
+struct ExaminedRow
+{
+    RowKey key;
+    /// As Field::Value gives them; invalid for Null and for what cannot be read.
+    std::vector<QVariant> values;
+    /// The ordinals of the fields whose contents their declared type does not take.
+    std::vector<int> unreadable;
+};
+
+/// What the engine finds wrong with the store as it lies on the disk, a line for each; empty where
+/// it finds nothing. Reads the whole store. Raises 3049 for damage that keeps it from looking.
+QStringList engineFindings(Database& database);
+
+/// Hands every row of a table to the visitor once, in the order in which the rows were stored. Rows
+/// are read in pages; no cursor is open while the visitor runs. Raises 3078 for an unknown table
+/// and what reading raises.
+void examineRows(Database& database, const QString& table,
+                 const std::function<void(const ExaminedRow&)>& visitor);
+
+} // namespace dao
