@@ -1,4 +1,5 @@
 #include "store/schema.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "tools/store/builder.h"
 
-#include "tools/store/contents.h"
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
+#include "tools/store/contents.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,7 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
+#include "support/printers.h"
 #include "support/temporary_store.h"
 #include "tools/store/builder.h"
 

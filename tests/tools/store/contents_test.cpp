@@ -1,4 +1,5 @@
 #include "platform/runtime/run_time_error.h"
+#include "support/printers.h"
 #include "tools/store/contents.h"
 
 #include <QFile>

@@ -1,6 +1,7 @@
 #include "platform/dao/database.h"
 #include "shell/base/module1.h"
 #include "store/schema.h"
+#include "support/printers.h"
 #include "support/temporary_store.h"
 
 #include <QFile>

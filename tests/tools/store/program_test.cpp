@@ -1,0 +1,145 @@
+#include "support/printers.h"
+#include "support/temporary_store.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Outcome
+{
+    int exitStatus = -1;
+    QStringList out;
+    QStringList err;
+};
+
+QStringList lines(const QByteArray& output)
+{
+    return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
+}
+
+/// Runs the program as a user does, in a process of its own.
+Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
+{
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), arguments);
+    if (!process.waitForFinished())
+        ADD_FAILURE() << qPrintable(process.errorString());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    return {process.exitCode(), lines(process.readAllStandardOutput()),
+            lines(process.readAllStandardError())};
+}
+
+QByteArray contentsOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+} // namespace
+
+TEST(ProgramTest, CreatesAStoreThatIsSound)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"חנות.mdb"_s);
+    const Outcome created = zomrelStore({u"create"_s, path});
+    EXPECT_EQ(created.exitStatus, 0);
+    EXPECT_EQ(created.out, QStringList{u"created "_s + path});
+    EXPECT_TRUE(created.err.isEmpty());
+
+    const QByteArray before = contentsOf(path);
+    const Outcome checked = zomrelStore({u"check"_s, path});
+    EXPECT_EQ(checked.exitStatus, 0);
+    EXPECT_EQ(checked.out, QStringList{u"sound and complete: "_s + path});
+    EXPECT_TRUE(checked.err.isEmpty());
+    EXPECT_EQ(contentsOf(path), before);
+}
+
+TEST(ProgramTest, TakesAPathFromWhereItIsRun)
+{
+    const QTemporaryDir folder;
+    EXPECT_EQ(zomrelStore({u"create"_s, u"Aluminium.mdb"_s}, folder.path()).exitStatus, 0);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{u"Aluminium.mdb"_s});
+}
+
+TEST(ProgramTest, LeavesAnExistingFileUntouched)
+{
+    testsupport::TemporaryStore store;
+    store.addOrder(1);
+    const QByteArray before = contentsOf(store.path());
+    const Outcome outcome = zomrelStore({u"create"_s, store.path()});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_TRUE(outcome.out.isEmpty());
+    EXPECT_EQ(outcome.err,
+              QStringList{u"zomrel-store: Database '%1' already exists."_s.arg(store.path())});
+    EXPECT_EQ(contentsOf(store.path()), before);
+}
+
+TEST(ProgramTest, PrintsALineForEachFinding)
+{
+    testsupport::TemporaryStore store;
+    store.execute(u"DROP TABLE KanafKind"_s);
+    store.execute(u"DROP TABLE KanafColor"_s);
+    const Outcome outcome = zomrelStore({u"check"_s, store.path()});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.out, (QStringList{u"KanafKind: the table is missing"_s,
+                                        u"KanafColor: the table is missing"_s}));
+    EXPECT_TRUE(outcome.err.isEmpty());
+}
+
+TEST(ProgramTest, FailsOnAMissingFile)
+{
+    const QTemporaryDir folder;
+    const Outcome outcome = zomrelStore({u"check"_s, folder.filePath(u"absent.mdb"_s)});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.out.size(), 1);
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"absent.mdb"_s)));
+}
+
+TEST(ProgramTest, TellsItsVersion)
+{
+    const Outcome outcome = zomrelStore({u"--version"_s});
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_EQ(outcome.out, QStringList{u"zomrel-store 2.1.0.60"_s});
+}
+
+TEST(ProgramTest, HelpsWithALineForEachCommand)
+{
+    const Outcome outcome = zomrelStore({u"--help"_s});
+    EXPECT_EQ(outcome.exitStatus, 0);
+    for (const QString& call : {u"create FILE"_s, u"check FILE"_s, u"--help"_s, u"--version"_s}) {
+        const QStringList found = outcome.out.filter(u"zomrel-store %1 "_s.arg(call));
+        EXPECT_EQ(found.size(), 1) << call.toStdString();
+    }
+}
+
+TEST(ProgramTest, ExplainsItselfWhereTheCommandLineIsNotUnderstood)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"new.mdb"_s);
+    const QList<QStringList> wrong{
+        {},
+        {u"destroy"_s, path},
+        {u"create"_s},
+        {u"create"_s, path, path},
+        {u"check"_s},
+        {u"Create"_s, path},
+        {u"--help"_s, u"create"_s},
+    };
+    for (const QStringList& arguments : wrong) {
+        const Outcome outcome = zomrelStore(arguments);
+        EXPECT_EQ(outcome.exitStatus, 2) << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(outcome.out.isEmpty());
+        EXPECT_TRUE(outcome.err.contains(u"usage:"_s));
+    }
+    EXPECT_FALSE(QFile::exists(path));
+}

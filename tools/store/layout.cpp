@@ -1,0 +1,32 @@
+#include "tools/store/layout.h"
+
+#include "platform/dao/database.h"
+
+#include <algorithm>
+
+namespace storetools {
+
+Layout layoutOf(dao::Database& database)
+{
+    Layout layout;
+    const dao::TableDefs tables = database.tableDefs();
+    for (int i = 0; i < tables.Count(); ++i) {
+        dao::TableDef table = tables(i);
+        store::TableSchema found{.name = table.Name(), .fields = {}, .indexes = {}};
+        for (int field = 0; field < table.Fields().Count(); ++field)
+            found.fields.push_back(table.Fields()(field).info());
+        for (int index = 0; index < table.indexes().Count(); ++index)
+            found.indexes.push_back(table.indexes()(index).info());
+        layout.push_back(std::move(found));
+    }
+    return layout;
+}
+
+const store::TableSchema* tableIn(const Layout& layout, const QString& name)
+{
+    const auto found = std::find_if(layout.begin(), layout.end(),
+                                    [&](const auto& table) { return table.name == name; });
+    return found == layout.end() ? nullptr : &*found;
+}
+
+} // namespace storetools

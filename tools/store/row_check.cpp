@@ -1,0 +1,184 @@
+#include "tools/store/row_check.h"
+
+#include "platform/dao/database.h"
+#include "platform/dao/examination.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <QMap>
+
+#include <limits>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace storetools {
+
+namespace {
+
+/// The program reads the numbers of orders and series into 16 bits; 0 means none chosen.
+constexpr int lowestNumber = 1;
+constexpr int highestNumber = std::numeric_limits<qint16>::max();
+
+/// Goes over one table's rows and keeps what is wrong with them.
+class TableCheck
+{
+public:
+    TableCheck(const store::TableSchema& expected, const store::TableSchema& found)
+        : expected_(expected), found_(found), keyField_(expected.indexes.front().fields.front()),
+          keyOrdinal_(found.ordinalOf(keyField_)),
+          limited_(expected.name == "Orders"_L1 || expected.name == "Serials"_L1)
+    {
+    }
+
+    void take(const dao::ExaminedRow& row)
+    {
+        ++row_;
+        for (const int ordinal : row.unreadable)
+            add(row, u"%1 cannot be read"_s.arg(found_.fields[std::size_t(ordinal)].name));
+        for (const dao::FieldInfo& field : expected_.fields) {
+            if (field.type == dao::dbText)
+                checkLength(row, field);
+        }
+        if (keyOrdinal_ >= 0)
+            checkKey(row, row.values[std::size_t(keyOrdinal_)]);
+    }
+
+    /// The findings of single rows, then the keys that stand in several.
+    QStringList findings() const
+    {
+        QStringList all = findings_;
+        for (auto each = keys_.cbegin(); each != keys_.cend(); ++each) {
+            if (each.value() > 1)
+                all.append(u"%1: %2 %3 stands in %4 rows"_s.arg(expected_.name, keyField_)
+                               .arg(each.key())
+                               .arg(each.value()));
+        }
+        return all;
+    }
+
+    const QMap<int, int>& rowsByKey() const { return keys_; }
+
+private:
+    /// A row is told by its key, where it has one that can be read, else by its place.
+    void add(const dao::ExaminedRow& row, const QString& finding)
+    {
+        const QVariant key = keyOrdinal_ < 0 ? QVariant() : row.values[std::size_t(keyOrdinal_)];
+        const QString place =
+            key.isValid() ? keyField_ + u' ' + key.toString() : u"row %1"_s.arg(row_);
+        findings_.append(expected_.name + u", "_s + place + u": "_s + finding);
+    }
+
+    void checkLength(const dao::ExaminedRow& row, const dao::FieldInfo& field)
+    {
+        const int ordinal = found_.ordinalOf(field.name);
+        if (ordinal < 0)
+            return;
+        const qsizetype length = row.values[std::size_t(ordinal)].toString().size();
+        if (length > field.size)
+            add(row,
+                u"%1 has %2 characters and takes %3"_s.arg(field.name).arg(length).arg(field.size));
+    }
+
+    void checkKey(const dao::ExaminedRow& row, const QVariant& value)
+    {
+        if (!value.isValid()) {
+            if (row.unreadable.empty() || row.unreadable.front() != keyOrdinal_)
+                add(row, u"has no %1"_s.arg(keyField_));
+            return;
+        }
+        const int key = value.toInt();
+        ++keys_[key];
+        if (limited_ && (key < lowestNumber || key > highestNumber))
+            add(row, u"%1 has to lie between %2 and %3"_s.arg(keyField_)
+                         .arg(lowestNumber)
+                         .arg(highestNumber));
+    }
+
+    const store::TableSchema& expected_;
+    const store::TableSchema& found_;
+    QString keyField_;
+    int keyOrdinal_;
+    bool limited_;
+    int row_ = 0;
+    QStringList findings_;
+    QMap<int, int> keys_;
+};
+
+/// Counts the lines that belong to no order.
+class LineCheck
+{
+public:
+    LineCheck(const store::TableSchema& cuts, const QMap<int, int>& orders)
+        : ordinal_(cuts.ordinalOf(u"Order_Num"_s)), orders_(orders)
+    {
+    }
+
+    void take(const dao::ExaminedRow& row)
+    {
+        if (ordinal_ < 0)
+            return;
+        const QVariant order = row.values[std::size_t(ordinal_)];
+        if (!order.isValid())
+            ++without_;
+        else if (!orders_.contains(order.toInt()))
+            ++lost_[order.toInt()];
+    }
+
+    QStringList findings() const
+    {
+        QStringList all;
+        if (without_ > 0)
+            all.append(u"Cuts: %1 lines have no order number"_s.arg(without_));
+        for (auto each = lost_.cbegin(); each != lost_.cend(); ++each)
+            all.append(
+                u"Cuts: %1 lines belong to order %2, which does not exist"_s.arg(each.value())
+                    .arg(each.key()));
+        return all;
+    }
+
+private:
+    int ordinal_;
+    const QMap<int, int>& orders_;
+    int without_ = 0;
+    QMap<int, int> lost_;
+};
+
+/// Reads a table to its end, or says why that is not possible.
+QStringList readThrough(dao::Database& database, const QString& table,
+                        const std::function<void(const dao::ExaminedRow&)>& visitor)
+{
+    try {
+        dao::examineRows(database, table, visitor);
+        return {};
+    } catch (const runtime::RunTimeError& error) {
+        return {u"%1: cannot be read to its end: %2"_s.arg(table, error.description())};
+    }
+}
+
+} // namespace
+
+QStringList checkRows(dao::Database& database, const Layout& layout)
+{
+    QStringList findings;
+    std::optional<QMap<int, int>> orders;
+    for (const store::TableSchema& expected : store::schema()) {
+        const store::TableSchema* found = tableIn(layout, expected.name);
+        if (found == nullptr)
+            continue;
+        TableCheck rows(expected, *found);
+        LineCheck lines(*found, orders.value_or(QMap<int, int>()));
+        const bool withOrders = expected.name == "Cuts"_L1 && orders;
+        const QStringList failure =
+            readThrough(database, expected.name, [&](const dao::ExaminedRow& row) {
+                rows.take(row);
+                if (withOrders)
+                    lines.take(row);
+            });
+        findings += rows.findings() + lines.findings() + failure;
+        if (expected.name == "Orders"_L1 && failure.isEmpty())
+            orders = rows.rowsByKey();
+    }
+    return findings;
+}
+
+} // namespace storetools

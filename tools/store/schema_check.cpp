@@ -1,0 +1,105 @@
+#include "tools/store/schema_check.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace storetools {
+
+namespace {
+
+/// Lines are written and read by position from the first of these ordinals to the last, with a gap
+/// of two fields that are known by name.
+constexpr int firstByOrdinal = 2;
+constexpr int lastByOrdinal = 36;
+constexpr int firstOfGap = 33;
+constexpr int lastOfGap = 34;
+
+bool isFixed(const store::TableSchema& table, int ordinal)
+{
+    return table.name == "Cuts"_L1 && ordinal >= firstByOrdinal && ordinal <= lastByOrdinal &&
+           (ordinal < firstOfGap || ordinal > lastOfGap);
+}
+
+QString typeName(const dao::FieldInfo& field)
+{
+    switch (field.type) {
+    case dao::dbBoolean:
+        return u"BOOLEAN"_s;
+    case dao::dbInteger:
+        return u"INTEGER"_s;
+    case dao::dbLong:
+        return field.counter ? u"COUNTER"_s : u"LONG"_s;
+    case dao::dbDouble:
+        return u"DOUBLE"_s;
+    case dao::dbDate:
+        return u"DATETIME"_s;
+    case dao::dbText:
+        break;
+    }
+    return field.size > 0 ? u"TEXT(%1)"_s.arg(field.size) : u"TEXT"_s;
+}
+
+QStringList checkFields(const store::TableSchema& expected, const store::TableSchema& found)
+{
+    QStringList findings;
+    for (std::size_t i = 0; i < expected.fields.size(); ++i) {
+        const dao::FieldInfo& wanted = expected.fields[i];
+        const int ordinal = found.ordinalOf(wanted.name);
+        if (ordinal < 0) {
+            findings.append(u"%1.%2: the field is missing"_s.arg(expected.name, wanted.name));
+            continue;
+        }
+        const QString type = typeName(found.fields[static_cast<std::size_t>(ordinal)]);
+        if (type != typeName(wanted))
+            findings.append(u"%1.%2: is %3 and should be %4"_s.arg(expected.name, wanted.name, type,
+                                                                   typeName(wanted)));
+        const int place = static_cast<int>(i);
+        if (ordinal != place && isFixed(expected, place))
+            findings.append(u"%1.%2: stands at ordinal %3 and should stand at %4"_s
+                                .arg(expected.name, wanted.name)
+                                .arg(ordinal)
+                                .arg(place));
+    }
+    return findings;
+}
+
+bool isOn(const dao::IndexInfo& index, const QStringList& fields)
+{
+    return index.fields.join(u'\n').compare(fields.join(u'\n'), Qt::CaseInsensitive) == 0;
+}
+
+/// The first index is the one that the program works by; the others keep its costs down.
+QStringList checkIndexes(const store::TableSchema& expected, const store::TableSchema& found)
+{
+    QStringList findings;
+    const QStringList& first = expected.indexes.front().fields;
+    if (found.indexes.empty() || !isOn(found.indexes.front(), first))
+        findings.append(
+            u"%1: the first index is not on %2"_s.arg(expected.name, first.join(u", "_s)));
+    for (std::size_t i = 1; i < expected.indexes.size(); ++i) {
+        const QStringList& wanted = expected.indexes[i].fields;
+        const bool exists = std::ranges::any_of(
+            found.indexes, [&](const dao::IndexInfo& index) { return isOn(index, wanted); });
+        if (!exists)
+            findings.append(
+                u"%1: there is no index on %2"_s.arg(expected.name, wanted.join(u", "_s)));
+    }
+    return findings;
+}
+
+} // namespace
+
+QStringList checkSchema(const Layout& layout)
+{
+    QStringList findings;
+    for (const store::TableSchema& expected : store::schema()) {
+        if (const store::TableSchema* found = tableIn(layout, expected.name))
+            findings += checkFields(expected, *found) + checkIndexes(expected, *found);
+        else
+            findings.append(u"%1: the table is missing"_s.arg(expected.name));
+    }
+    return findings;
+}
+
+} // namespace storetools
