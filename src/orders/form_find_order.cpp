@@ -11,9 +11,10 @@
 #include "shell/base/module1.h"
 #include "store/store_access.h"
 
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -25,19 +26,19 @@ namespace {
 QList<controls::DBGridColumn> orderColumns()
 {
     return {
-        {u"מס' טלפון"_s, u"CustomerTel"_s, 4, -1}, {u"כתובת"_s, u"CustomerAddress"_s, 7, -1},
-        {u"שם לקוח"_s, u"CustomerName"_s, 7, -1},  {u"תאריך הזמנה"_s, u"Order_Date"_s, 4, -1},
-        {u"מס' הזמנה"_s, u"Number"_s, 3, -1},      {u"Open_Close"_s, u"Open_Close"_s, 0, -1},
+        {u"מס' טלפון"_s, u"CustomerTel"_s, 9, -1}, {u"כתובת"_s, u"CustomerAddress"_s, 14, -1},
+        {u"שם לקוח"_s, u"CustomerName"_s, 14, -1}, {u"תאריך הזמנה"_s, u"Order_Date"_s, 9, -1},
+        {u"מס' הזמנה"_s, u"Number"_s, 8, -1},      {u"Open_Close"_s, u"Open_Close"_s, 0, -1},
     };
 }
 
 QList<controls::DBGridColumn> lineColumns()
 {
     QList<controls::DBGridColumn> columns{
-        {u"גובה פתח"_s, u"MYHeight"_s, 3, -1},
-        {u"רוחב פתח"_s, u"MyWidth"_s, 3, -1},
-        {u"שם סדרה"_s, u"Name"_s, 7, -1},
-        {u"סוג חלון"_s, u"Kind"_s, 5, -1},
+        {u"גובה פתח"_s, u"MYHeight"_s, 4, -1},
+        {u"רוחב פתח"_s, u"MyWidth"_s, 4, -1},
+        {u"שם סדרה"_s, u"Name"_s, 8, -1},
+        {u"סוג חלון"_s, u"Kind"_s, 6, -1},
     };
     for (const QString& field :
          {u"Mashkof_W"_s,   u"Mashkof_H"_s,    u"Kanaf_W"_s,      u"Kanaf_H"_s,
@@ -49,10 +50,38 @@ QList<controls::DBGridColumn> lineColumns()
     return columns;
 }
 
+/// A button with its picture above its text, as the place laid out for it is high and narrow.
+class PictureButton : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        painter.drawControl(QStyle::CE_PushButtonBevel, option);
+        const QIcon::Mode mode = isEnabled() ? QIcon::Normal : QIcon::Disabled;
+        const int textHeight = fontMetrics().height();
+        const QRect face = rect().adjusted(2, 2, -2, -2);
+        icon().paint(&painter, face.adjusted(0, 0, 0, -textHeight), Qt::AlignCenter, mode);
+        painter.drawItemText(face, Qt::AlignHCenter | Qt::AlignBottom, palette(), isEnabled(),
+                             text(), QPalette::ButtonText);
+        if (hasFocus()) {
+            QStyleOptionFocusRect focus;
+            focus.initFrom(this);
+            focus.rect = face;
+            painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+        }
+    }
+};
+
 QPushButton* iconButton(const QString& name, const QString& caption, const QString& icon,
                         const QRect& place, QWidget* parent)
 {
-    auto* button = new QPushButton(QIcon(icon), caption, parent);
+    auto* button = new PictureButton(QIcon(icon), caption, parent);
     button->setObjectName(name);
     QFont font(u"Arial"_s);
     font.setPointSizeF(11.25);
@@ -71,9 +100,9 @@ FormFindOrder::FormFindOrder(QWidget* parent)
       DataOrders(new controls::DataControl(u"DataOrders"_s, this)),
       DBGrid2(new controls::DBGrid(u"DBGrid2"_s, this)),
       DataCuts(new controls::DataControl(u"DataCuts"_s, this)),
-      CmdPic(iconButton(u"CmdPic"_s, u"טען הזמנה"_s, u":/zomrel/accept.png"_s,
+      CmdPic(iconButton(u"CmdPic"_s, u"טען הזמנה"_s, u":/zomrel/icons/accept.png"_s,
                         controls::twipsRect(4680, 7830, 1335, 615), this)),
-      CmdClose(iconButton(u"CmdClose"_s, u"סגור"_s, u":/zomrel/close.png"_s,
+      CmdClose(iconButton(u"CmdClose"_s, u"סגור"_s, u":/zomrel/icons/close.png"_s,
                           controls::twipsRect(2610, 7800, 1335, 615), this)),
       TimerGetOrder(new QTimer(this))
 {
@@ -92,6 +121,8 @@ void FormFindOrder::layOut()
 {
     setLayoutDirection(Qt::RightToLeft);
     setFixedSize(controls::pixels(9825), controls::pixels(8580));
+    for (controls::DBGrid* grid : {DBGrid1, DBGrid2})
+        grid->setFont(QFont(u"Arial"_s));
     DBGrid1->setCaption(u"הזמנות"_s);
     DBGrid1->setGeometry(controls::twipsRect(0, 90, 9585, 3855));
     DBGrid1->setColumns(orderColumns());
@@ -104,11 +135,10 @@ void FormFindOrder::layOut()
     DBGrid2->setDataSource(DataCuts);
     DataCuts->setGeometry(controls::twipsRect(1320, 7290, 6105, 375));
     DataCuts->show();
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        QRect place(QPoint(), size());
-        place.moveCenter(screen->availableGeometry().center());
-        move(place.topLeft());
-    }
+    const QWidget* onScreen = parentWidget() != nullptr ? parentWidget() : this;
+    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(),
+                             onScreen->screen()->availableGeometry())
+             .topLeft());
 }
 
 void FormFindOrder::connectHandlers()

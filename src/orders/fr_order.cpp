@@ -29,23 +29,11 @@ namespace orders {
 
 namespace {
 
-/// Labels that a grid or a data control is made of are none of the form's own.
-bool belongsToForm(const QLabel* label)
-{
-    for (const QWidget* each = label->parentWidget(); each != nullptr;
-         each = each->parentWidget()) {
-        if (qobject_cast<const controls::DBGrid*>(each) != nullptr ||
-            qobject_cast<const controls::DataControl*>(each) != nullptr)
-            return false;
-    }
-    return true;
-}
-
 /// Every control that is exactly a label, whatever size it was laid out with.
 void SetLabelsFontSize(QWidget& form)
 {
     for (QLabel* label : form.findChildren<QLabel*>()) {
-        if (label->metaObject() != &QLabel::staticMetaObject || !belongsToForm(label))
+        if (label->metaObject() != &QLabel::staticMetaObject)
             continue;
         QFont font = label->font();
         font.setPointSize(13);

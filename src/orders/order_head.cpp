@@ -21,12 +21,9 @@ QLabel* caption(const QString& name, const QString& text, QWidget* parent)
 }
 
 /// A label for a value: boxed, so that the eye tells what changes from what does not.
-QLabel* value(const QString& name, const QString& designText, const QString& family,
-              QWidget* parent)
+QLabel* value(const QString& name, const QString& designText, const QFont& font, QWidget* parent)
 {
     QLabel* label = caption(name, designText, parent);
-    QFont font(family);
-    font.setBold(true);
     label->setFont(font);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
@@ -35,6 +32,13 @@ QLabel* value(const QString& name, const QString& designText, const QString& fam
     label->setAutoFillBackground(true);
     label->setMinimumWidth(90);
     return label;
+}
+
+QFont boldLabelFont()
+{
+    QFont font(labelFamily);
+    font.setBold(true);
+    return font;
 }
 
 QLineEdit* customerBox(const QString& name, int maxLength, QWidget* parent)
@@ -51,9 +55,9 @@ QLineEdit* customerBox(const QString& name, int maxLength, QWidget* parent)
 } // namespace
 
 OrderHead::OrderHead(QWidget* parent)
-    : QWidget(parent), LabelOrderNum(value(u"LabelOrderNum"_s, u"1"_s, labelFamily, this)),
-      LabelOrderDate(value(u"LabelOrderDate"_s, u"01/01/2002"_s, labelFamily, this)),
-      LabelLinesInOrder(value(u"LabelLinesInOrder"_s, u"0"_s, u"MS Sans Serif"_s, this)),
+    : QWidget(parent), LabelOrderNum(value(u"LabelOrderNum"_s, u"1"_s, boldLabelFont(), this)),
+      LabelOrderDate(value(u"LabelOrderDate"_s, u"01/01/2002"_s, boldLabelFont(), this)),
+      LabelLinesInOrder(value(u"LabelLinesInOrder"_s, u"0"_s, QFont(u"MS Sans Serif"_s), this)),
       TextCustomerName(customerBox(u"TextCustomerName"_s, 50, this)),
       TextCustomerAddress(customerBox(u"TextCustomerAddress"_s, 50, this)),
       TextCustomerTel(customerBox(u"TextCustomerTel"_s, 20, this))
