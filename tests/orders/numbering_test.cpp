@@ -1,0 +1,382 @@
+#include "orders/desk.h"
+#include "platform/controls/db_grid.h"
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using testsupport::Desk;
+using testsupport::raisedBy;
+
+class NumberingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { desk_ = std::make_unique<Desk>(); }
+    void cleanup();
+
+    void firstOrderOfAll();
+    void firstOrderOfAllByTheMenu();
+    void repeatedCommandsKeepTheOpenOrder();
+    void nextNumber_data();
+    void nextNumber();
+    void newRowHoldsNumberAndDateAlone();
+    void numbersBeyondSixteenBits_data();
+    void numbersBeyondSixteenBits();
+    void highestNumberIsContinued();
+    void missingIndexFails();
+    void missingDateFails();
+
+    void longFormShowsTheDateOfTheOrderBefore();
+    void shortFormLoadsTheOrdersOwnDate();
+    void longFormClosesItsDatabase();
+    void shortFormLeavesItsDatabaseOpen();
+    void longFormOnALoadedForm();
+    void shortFormOnALoadedForm();
+    void longFormSelectsTheWidth();
+    void longFormDisablesOpenOrder();
+
+    void openOrderRefusesBesideAnOpenOne();
+    void openOrderRefusesAfterAClosedBoolean();
+    void openOrderAddsAfterAOne();
+    void openOrderFailsOnNoOrderAtAll();
+    void openOrderOverflows();
+
+private:
+    QList<int> storedNumbers();
+    /// The table with a whole number for its state, as older stores may have it.
+    void storeStateAsNumber();
+
+    std::unique_ptr<Desk> desk_;
+};
+
+void NumberingTest::cleanup()
+{
+    QCOMPARE(desk_->boxes.unexpected(), QStringList());
+    desk_.reset();
+}
+
+QList<int> NumberingTest::storedNumbers()
+{
+    QList<int> numbers;
+    for (const auto& row : desk_->store.rows(u"SELECT Number FROM Orders ORDER BY Number"_s))
+        numbers.append(row.first().toInt());
+    return numbers;
+}
+
+void NumberingTest::storeStateAsNumber()
+{
+    desk_->store.execute(u"DROP TABLE Orders"_s);
+    desk_->store.execute(
+        u"CREATE TABLE Orders (Number LONG, Order_Date DATETIME, Open_Close LONG,"
+        " CustomerName TEXT(50), CustomerAddress TEXT(50), CustomerTel TEXT(20))"_s);
+    desk_->store.execute(u"CREATE UNIQUE INDEX ByNumber ON Orders (Number)"_s);
+}
+
+void NumberingTest::firstOrderOfAll()
+{
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QCOMPARE(Module1::CurrentOrderNum, 1);
+    QCOMPARE(storedNumbers(), QList<int>{1});
+    QCOMPARE(desk_->store.scalar(u"SELECT Order_Date FROM Orders"_s).toString(), u"2026-03-01"_s);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
+}
+
+void NumberingTest::firstOrderOfAllByTheMenu()
+{
+    orders::openOrderShortForm(desk_->dataMDI);
+
+    QCOMPARE(Module1::CurrentOrderNum, 1);
+    QCOMPARE(storedNumbers(), QList<int>{1});
+    QVERIFY(desk_->form()->isVisible());
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
+}
+
+void NumberingTest::repeatedCommandsKeepTheOpenOrder()
+{
+    for (int i = 0; i < 2; ++i) {
+        orders::openOrderLongForm(desk_->dataMDI);
+        orders::openOrderShortForm(desk_->dataMDI);
+    }
+    QCOMPARE(Module1::CurrentOrderNum, 1);
+    QCOMPARE(storedNumbers(), QList<int>{1});
+}
+
+void NumberingTest::nextNumber_data()
+{
+    QTest::addColumn<QList<int>>("closed");
+    QTest::addColumn<QList<int>>("open");
+    QTest::addColumn<int>("current");
+    QTest::addColumn<int>("rows");
+
+    QTest::newRow("the last is open") << QList<int>{1, 2} << QList<int>{3} << 3 << 3;
+    QTest::newRow("the last is closed") << QList<int>{1, 2, 3} << QList<int>{} << 4 << 4;
+    QTest::newRow("an older one is open") << QList<int>{3, 5} << QList<int>{2, 4} << 6 << 5;
+    QTest::newRow("gaps are not filled") << QList<int>{1, 9} << QList<int>{} << 10 << 3;
+    QTest::newRow("two digits follow nine") << QList<int>{9, 10} << QList<int>{} << 11 << 3;
+}
+
+void NumberingTest::nextNumber()
+{
+    QFETCH(QList<int>, closed);
+    QFETCH(QList<int>, open);
+    // The highest number is laid in first: the last row is the last by the index.
+    for (qsizetype i = closed.size(); i > 0; --i)
+        desk_->store.addOrder(closed[i - 1], true);
+    for (int number : open)
+        desk_->store.addOrder(number);
+
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QTEST(static_cast<int>(Module1::CurrentOrderNum), "current");
+    QTEST(desk_->store.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), "rows");
+}
+
+void NumberingTest::newRowHoldsNumberAndDateAlone()
+{
+    desk_->store.addOrder(7, true);
+    orders::openOrderShortForm(desk_->dataMDI);
+
+    const auto row = desk_->store.rows(u"SELECT Number, Order_Date, Open_Close, CustomerName,"
+                                       " CustomerAddress, CustomerTel FROM Orders"
+                                       " WHERE Number = 8"_s);
+    QCOMPARE(row.size(), 1);
+    QCOMPARE(row[0][1].toString(), u"2026-03-01"_s);
+    QCOMPARE(row[0][2].toInt(), 0);
+    for (int customer = 3; customer < 6; ++customer)
+        QVERIFY(row[0][customer].isNull());
+}
+
+void NumberingTest::numbersBeyondSixteenBits_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<bool>("closed");
+
+    QTest::newRow("the next does not fit") << 32767 << true;
+    QTest::newRow("an open one does not fit") << 32768 << false;
+    QTest::newRow("a closed one does not fit") << 40000 << true;
+}
+
+void NumberingTest::numbersBeyondSixteenBits()
+{
+    QFETCH(int, number);
+    QFETCH(bool, closed);
+    desk_->store.addOrder(number, closed);
+
+    QCOMPARE(raisedBy([&] { orders::openOrderLongForm(desk_->dataMDI); }), runtime::Overflow);
+    QCOMPARE(raisedBy([&] { orders::openOrderShortForm(desk_->dataMDI); }), runtime::Overflow);
+    QCOMPARE(storedNumbers(), QList<int>{number});
+    QVERIFY(desk_->form() == nullptr);
+}
+
+void NumberingTest::highestNumberIsContinued()
+{
+    desk_->store.addOrder(32767);
+    orders::openOrderLongForm(desk_->dataMDI);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"32767"_s);
+}
+
+void NumberingTest::missingIndexFails()
+{
+    desk_->store.execute(u"DROP TABLE Orders"_s);
+    desk_->store.execute(u"CREATE TABLE Orders (Number LONG, Order_Date DATETIME,"
+                         " Open_Close BOOLEAN DEFAULT 0)"_s);
+
+    QCOMPARE(raisedBy([&] { orders::openOrderLongForm(desk_->dataMDI); }), runtime::ItemNotFound);
+    QCOMPARE(storedNumbers(), QList<int>());
+}
+
+void NumberingTest::missingDateFails()
+{
+    desk_->store.addOrder(4);
+    desk_->store.execute(u"UPDATE Orders SET Order_Date = NULL"_s);
+
+    QCOMPARE(raisedBy([&] { orders::openOrderLongForm(desk_->dataMDI); }),
+             runtime::InvalidUseOfNull);
+}
+
+void NumberingTest::longFormShowsTheDateOfTheOrderBefore()
+{
+    desk_->store.addOrder(11, true, u"2026-01-15"_s);
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QCOMPARE(desk_->label("LabelOrderNum"), u"12"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"15/01/2026"_s);
+
+    orders::openOrderLongForm(desk_->dataMDI); // the order is open now: its own date
+    QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
+}
+
+void NumberingTest::shortFormLoadsTheOrdersOwnDate()
+{
+    desk_->store.addOrder(11, true, u"2026-01-15"_s);
+    orders::openOrderShortForm(desk_->dataMDI);
+
+    QCOMPARE(desk_->label("LabelOrderNum"), u"12"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
+}
+
+void NumberingTest::longFormClosesItsDatabase()
+{
+    orders::openOrderLongForm(desk_->dataMDI);
+    QVERIFY(!desk_->dataMDI.Database().isOpen());
+    QVERIFY(desk_->lines().database()->isOpen());
+}
+
+void NumberingTest::shortFormLeavesItsDatabaseOpen()
+{
+    orders::openOrderShortForm(desk_->dataMDI);
+    QVERIFY(desk_->dataMDI.Database().isOpen());
+    QCOMPARE(desk_->dataMDI.Recordset().RecordCount(), 1);
+}
+
+void NumberingTest::longFormOnALoadedForm()
+{
+    desk_->addOrderWithLines(2, {1, 2});
+    desk_->store.execute(u"UPDATE Orders SET CustomerName = 'ישן'"_s);
+    desk_->addOrderWithLines(3, {7});
+    desk_->openOrder(2);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->type("TextCustomerTel", u"03-5551234"_s);
+
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QCOMPARE(Module1::CurrentOrderNum, 3);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"3"_s);
+    QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 3);
+    QVERIFY(desk_->timerRests()); // the lines are bound; nothing moves to the last one
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"2"_s);
+    QCOMPARE(desk_->box("TextCustomerName"), u"ישן"_s);
+    QCOMPARE(desk_->box("TextCustomerTel"), u"03-5551234"_s);
+
+    desk_->form()->SaveOrderDetails(false);
+    QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders WHERE Number = 3"_s).toString(),
+             u"ישן"_s);
+}
+
+void NumberingTest::shortFormOnALoadedForm()
+{
+    desk_->addOrderWithLines(2, {1});
+    desk_->addOrderWithLines(3, {7});
+    desk_->openOrder(2);
+
+    orders::openOrderShortForm(desk_->dataMDI);
+
+    QCOMPARE(Module1::CurrentOrderNum, 3);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"2"_s);
+    QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 2);
+}
+
+void NumberingTest::longFormSelectsTheWidth()
+{
+    orders::openOrderLongForm(desk_->dataMDI);
+    auto* width = desk_->on<QLineEdit>("TextNum_0");
+    width->setText(u"123"_s);
+    orders::openOrderLongForm(desk_->dataMDI);
+    QCOMPARE(width->selectedText(), u"123"_s);
+}
+
+void NumberingTest::longFormDisablesOpenOrder()
+{
+    orders::openOrderLongForm(desk_->dataMDI);
+    auto* openOrder = desk_->on<QPushButton>("CmdOpenOrder");
+    openOrder->setEnabled(true);
+    orders::openOrderShortForm(desk_->dataMDI);
+    QVERIFY(openOrder->isEnabled());
+    orders::openOrderLongForm(desk_->dataMDI);
+    QVERIFY(!openOrder->isEnabled());
+}
+
+void NumberingTest::openOrderRefusesBesideAnOpenOne()
+{
+    desk_->store.addOrder(5);
+    desk_->openOrder(5);
+    desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdOpenOrder");
+
+    QCOMPARE(desk_->boxes.shown().size(), 1U);
+    const runtime::MessageBoxRequest& box = desk_->boxes.shown().front();
+    QCOMPARE(box.text, u"יש הזמנה פתוחה , סגור הזמנה קודם!!"_s);
+    QCOMPARE(box.title, u"הזמנה פתוחה"_s);
+    QCOMPARE(box.flags & ~runtime::vbMsgBoxRight,
+             runtime::vbOKOnly + runtime::vbCritical + runtime::vbMsgBoxRtlReading);
+    QCOMPARE(Module1::CurrentOrderNum, 5);
+    QCOMPARE(storedNumbers(), QList<int>{5});
+    QVERIFY(desk_->on<controls::DataControl>("DataOrder")->Database().isOpen());
+}
+
+void NumberingTest::openOrderRefusesAfterAClosedBoolean()
+{
+    desk_->store.addOrder(5, true);
+    desk_->openOrder(5);
+    desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdOpenOrder");
+
+    QCOMPARE(desk_->boxes.shown().size(), 1U);
+    QCOMPARE(storedNumbers(), QList<int>{5});
+    QVERIFY(desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
+}
+
+void NumberingTest::openOrderAddsAfterAOne()
+{
+    storeStateAsNumber();
+    desk_->store.execute(u"INSERT INTO Orders VALUES (5, '2026-01-02', 1, 'לקוח', NULL, NULL)"_s);
+    desk_->store.addLine(5, 1);
+    desk_->openOrder(5);
+    desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);
+    desk_->on<QPushButton>("CmdCloseOrder")->setEnabled(false);
+
+    desk_->click("CmdOpenOrder");
+
+    QCOMPARE(Module1::CurrentOrderNum, 6);
+    QCOMPARE(storedNumbers(), (QList<int>{5, 6}));
+    QVERIFY(!desk_->on<controls::DataControl>("DataOrder")->Database().isOpen());
+    QVERIFY(!desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
+    QVERIFY(desk_->on<QPushButton>("CmdCloseOrder")->isEnabled());
+    QCOMPARE(desk_->lines().RecordCount(), 0);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"5"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"02/01/2026"_s);
+    QCOMPARE(desk_->box("TextCustomerName"), u"לקוח"_s);
+}
+
+void NumberingTest::openOrderFailsOnNoOrderAtAll()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->store.execute(u"DELETE FROM Orders"_s);
+    desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdOpenOrder");
+
+    QCOMPARE(desk_->end.exitStatus(), 1);
+    QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '3021':"_s));
+}
+
+void NumberingTest::openOrderOverflows()
+{
+    storeStateAsNumber();
+    desk_->store.execute(u"INSERT INTO Orders VALUES (32767, '2026-01-02', 1, NULL, NULL, NULL)"_s);
+    desk_->openOrder(32767);
+    desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdOpenOrder");
+
+    QCOMPARE(desk_->end.exitStatus(), 1);
+    QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '6':"_s));
+    QCOMPARE(storedNumbers(), QList<int>{32767});
+}
+
+ZOMREL_QTEST_MAIN(NumberingTest)
+#include "numbering_test.moc"

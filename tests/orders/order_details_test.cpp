@@ -1,0 +1,322 @@
+#include "calculation/opening_panel.h"
+#include "orders/desk.h"
+#include "platform/controls/db_grid.h"
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+
+#include <QSignalSpy>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using testsupport::Desk;
+using testsupport::raisedBy;
+
+class OrderDetailsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { desk_ = std::make_unique<Desk>(); }
+    void cleanup();
+
+    void loadShowsTheOrder();
+    void loadForgetsTheChosenSeries();
+    void loadBindsOnDatabasesOfTheirOwn();
+    void detailsClearTheCustomer();
+    void detailsOfAMissingOrder();
+    void numberLabelFollowsTheSharedNumber();
+    void nullDateFails();
+    void linesQueryIsByDate();
+
+    void saveWritesTheCurrentOrder();
+    void emptyBoxesBecomeNull();
+    void saveLeavesTheState();
+    void saveClosesTheOrder();
+    void saveWithoutARow();
+    void boxesHoldWhatTheFieldsHold();
+
+    void timerGoesToTheLastLine();
+    void timerTicksOnce();
+    void enabledAgainKeepsItsInterval();
+    void timerOnAnEmptyOrder();
+    void timerWithoutLinesFails();
+    void addedLineIsCounted();
+
+private:
+    std::unique_ptr<Desk> desk_;
+};
+
+void OrderDetailsTest::cleanup()
+{
+    QCOMPARE(desk_->boxes.unexpected(), QStringList());
+    desk_.reset();
+}
+
+void OrderDetailsTest::loadShowsTheOrder()
+{
+    desk_->store.addOrder(3, false, u"2026-02-07"_s);
+    desk_->store.execute(
+        u"UPDATE Orders SET CustomerName = 'דוד כהן', CustomerTel = '04-8123456'"_s);
+    desk_->openOrder(3);
+
+    QVERIFY(desk_->form()->isVisible());
+    QCOMPARE(desk_->label("LabelOrderNum"), u"3"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"07/02/2026"_s);
+    QCOMPARE(desk_->box("TextCustomerName"), u"דוד כהן"_s);
+    QCOMPARE(desk_->box("TextCustomerAddress"), QString());
+    QCOMPARE(desk_->box("TextCustomerTel"), u"04-8123456"_s);
+    QVERIFY(!desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
+    QVERIFY(desk_->on<QPushButton>("CmdCloseOrder")->isEnabled());
+}
+
+void OrderDetailsTest::loadForgetsTheChosenSeries()
+{
+    desk_->store.addOrder(1);
+    Module1::SelectedSerialNum = 12;
+    desk_->openOrder(1);
+    QCOMPARE(Module1::SelectedSerialNum, 0);
+}
+
+void OrderDetailsTest::loadBindsOnDatabasesOfTheirOwn()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+
+    const auto* cut = desk_->on<controls::DataControl>("DataCut");
+    QCOMPARE(cut->Recordset().Type(), dao::dbOpenTable);
+    QSet<const dao::Database*> databases;
+    const QStringList names{u"DataColor_0"_s, u"DataColor_1"_s, u"DataColor_2"_s, u"DataColor_3"_s,
+                            u"DataKind_0"_s,  u"DataKind_1"_s,  u"DataKind_2"_s,  u"DataKind_3"_s,
+                            u"DataCut"_s,     u"DataOrder"_s,   u"DataAllCuts"_s};
+    for (const QString& name : names) {
+        const dao::Database& each =
+            testsupport::child<controls::DataControl>(*desk_->form(), name)->Database();
+        QVERIFY2(each.isOpen(), qPrintable(name));
+        databases.insert(&each);
+    }
+    QCOMPARE(databases.size(), names.size());
+    QVERIFY(!desk_->on<controls::DataControl>("DataMDI")->hasRecordset());
+}
+
+void OrderDetailsTest::detailsClearTheCustomer()
+{
+    desk_->store.addOrder(1);
+    desk_->store.addOrder(2);
+    desk_->openOrder(1);
+    desk_->type("TextCustomerName", u"לא נשמר"_s);
+
+    Module1::CurrentOrderNum = 2;
+    desk_->form()->GetOrderDetails(2);
+
+    QCOMPARE(desk_->box("TextCustomerName"), QString());
+    QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders WHERE Number = 1"_s).isNull());
+}
+
+void OrderDetailsTest::detailsOfAMissingOrder()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->openOrder(1);
+    desk_->type("TextCustomerName", u"שם"_s);
+    Module1::CurrentOrderNum = 99;
+
+    desk_->form()->GetOrderDetails(99);
+
+    QCOMPARE(desk_->box("TextCustomerName"), QString()); // cleared before the store is asked
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+    QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 1);
+}
+
+void OrderDetailsTest::numberLabelFollowsTheSharedNumber()
+{
+    desk_->store.addOrder(1);
+    desk_->store.addOrder(2, false, u"2026-02-20"_s);
+    desk_->openOrder(1);
+
+    desk_->form()->GetOrderDetails(2);
+
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"20/02/2026"_s);
+}
+
+void OrderDetailsTest::nullDateFails()
+{
+    desk_->store.addOrder(1);
+    desk_->store.execute(u"UPDATE Orders SET Order_Date = NULL"_s);
+    QCOMPARE(raisedBy([&] { desk_->openOrder(1); }), runtime::InvalidUseOfNull);
+    QVERIFY(desk_->form() == nullptr);
+}
+
+void OrderDetailsTest::linesQueryIsByDate()
+{
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->store.execute(u"UPDATE Cuts SET Order_Date = '2026-01-09' WHERE NUM = 1"_s);
+    desk_->store.execute(u"UPDATE Cuts SET Order_Date = '2026-01-03' WHERE NUM > 1"_s);
+    desk_->openOrder(1);
+
+    QCOMPARE(Module1::SqlText, u"SELECT * FROM CUTS WHERE ORDER_NUM = 1 ORDER BY ORDER_DATE ASC"_s);
+    QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 2);
+    desk_->lines().MoveLast();
+    QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 1);
+}
+
+void OrderDetailsTest::saveWritesTheCurrentOrder()
+{
+    desk_->store.addOrder(1);
+    desk_->store.addOrder(2);
+    desk_->openOrder(1);
+    desk_->type("TextCustomerName", u"שם"_s);
+    desk_->type("TextCustomerAddress", u"רחוב 5, חיפה"_s);
+    desk_->type("TextCustomerTel", u"04-8123456"_s);
+    Module1::CurrentOrderNum = 2;
+
+    desk_->form()->SaveOrderDetails(false);
+
+    const auto rows = desk_->store.rows(
+        u"SELECT CustomerName, CustomerAddress, CustomerTel FROM Orders ORDER BY Number"_s);
+    QVERIFY(rows[0][0].isNull());
+    QCOMPARE(rows[1][0].toString(), u"שם"_s);
+    QCOMPARE(rows[1][1].toString(), u"רחוב 5, חיפה"_s);
+    QCOMPARE(rows[1][2].toString(), u"04-8123456"_s);
+    QVERIFY(!desk_->on<controls::DataControl>("DataOrder")->Database().isOpen());
+}
+
+void OrderDetailsTest::emptyBoxesBecomeNull()
+{
+    desk_->store.addOrder(1);
+    desk_->store.execute(
+        u"UPDATE Orders SET CustomerName = 'א', CustomerAddress = 'ב', CustomerTel = '1'"_s);
+    desk_->openOrder(1);
+    for (const char* box : {"TextCustomerName", "TextCustomerAddress", "TextCustomerTel"})
+        desk_->type(box, QString());
+
+    desk_->form()->SaveOrderDetails(false);
+
+    const auto row =
+        desk_->store.rows(u"SELECT CustomerName, CustomerAddress, CustomerTel FROM Orders"_s)[0];
+    for (const QVariant& field : row)
+        QVERIFY(field.isNull());
+    desk_->form()->GetOrderDetails(1);
+    QCOMPARE(desk_->box("TextCustomerName"), QString());
+}
+
+void OrderDetailsTest::saveLeavesTheState()
+{
+    desk_->store.addOrder(1, true);
+    desk_->openOrder(1);
+    desk_->form()->SaveOrderDetails(false);
+    QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
+}
+
+void OrderDetailsTest::saveClosesTheOrder()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+    desk_->form()->SaveOrderDetails(true);
+    QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
+}
+
+void OrderDetailsTest::saveWithoutARow()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+    Module1::CurrentOrderNum = 50;
+    desk_->form()->SaveOrderDetails(true);
+    QVERIFY(!desk_->on<controls::DataControl>("DataOrder")->Database().isOpen());
+    QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), 0);
+}
+
+void OrderDetailsTest::boxesHoldWhatTheFieldsHold()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+    for (const char* name : {"TextCustomerName", "TextCustomerAddress", "TextCustomerTel"}) {
+        auto* box = desk_->on<QLineEdit>(name);
+        box->setFocus();
+        QTest::keyClicks(box, QString(60, u'x'));
+    }
+    desk_->form()->SaveOrderDetails(false);
+    const auto row =
+        desk_->store.rows(u"SELECT CustomerName, CustomerAddress, CustomerTel FROM Orders"_s)[0];
+    QCOMPARE(row[0].toString(), QString(50, u'x'));
+    QCOMPARE(row[1].toString(), QString(50, u'x'));
+    QCOMPARE(row[2].toString(), QString(20, u'x'));
+}
+
+void OrderDetailsTest::timerGoesToTheLastLine()
+{
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->openOrder(1);
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"0"_s);
+    QCOMPARE(desk_->lines().RecordCount(), 1);
+
+    QTRY_VERIFY(desk_->timerRests());
+
+    QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 3);
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
+    QCOMPARE(desk_->on<controls::DBGrid>("DBGrid1")->currentIndex().row(), 2);
+}
+
+void OrderDetailsTest::timerTicksOnce()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->openOrder(1);
+    auto* timer = desk_->on<QTimer>("Timer1");
+    QCOMPARE(timer->interval(), 200);
+    const QSignalSpy ticks(timer, &QTimer::timeout);
+    QTRY_VERIFY(desk_->timerRests());
+    QCOMPARE(ticks.count(), 1);
+}
+
+void OrderDetailsTest::enabledAgainKeepsItsInterval()
+{
+    desk_->addOrderWithLines(1, {1});
+    desk_->openOrder(1);
+    auto* timer = desk_->on<QTimer>("Timer1");
+    QTRY_VERIFY(timer->remainingTime() < 150);
+    desk_->form()->GetOrderAllCuts(1);
+    QVERIFY(timer->remainingTime() < 150);
+}
+
+void OrderDetailsTest::timerOnAnEmptyOrder()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"0"_s);
+    QVERIFY(!desk_->end.exitStatus());
+}
+
+void OrderDetailsTest::timerWithoutLinesFails()
+{
+    desk_->boxes.answer(runtime::vbOK);
+    desk_->openOrder(8); // no such order
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+    QCOMPARE(desk_->label("LabelOrderDate"), u"01/01/2002"_s);
+
+    QTRY_VERIFY(desk_->end.exitStatus().has_value());
+
+    QCOMPARE(desk_->end.exitStatus(), 1);
+    QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '91':"_s));
+    desk_->on<QTimer>("Timer1")->stop();
+}
+
+void OrderDetailsTest::addedLineIsCounted()
+{
+    desk_->addOrderWithLines(1, {1});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->type("TextCustomerName", u"שם"_s);
+    desk_->store.addLine(1, 2);
+
+    emit desk_->form()->opening().lineAdded();
+
+    QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
+    QVERIFY(!desk_->timerRests());
+    QTRY_VERIFY(desk_->timerRests());
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"2"_s);
+    QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 2);
+}
+
+ZOMREL_QTEST_MAIN(OrderDetailsTest)
+#include "order_details_test.moc"
