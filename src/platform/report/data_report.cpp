@@ -1,6 +1,8 @@
 #include "platform/report/data_report.h"
 
 #include "platform/dao/connection.h"
+#include "platform/report/document.h"
+#include "platform/report/doors.h"
 #include "platform/report/preview_window.h"
 #include "platform/runtime/run_time_error.h"
 
@@ -34,11 +36,10 @@ void DataReport::Show()
 {
     if (rows_ == nullptr)
         throw RunTimeError(runtime::ObjectNotSet);
+    auto document = std::make_shared<Document>(design_, sections_, rows_, defaultPaper());
     if (preview_.isNull())
         preview_ = new PreviewWindow(design_);
-    preview_->showMaximized();
-    preview_->raise();
-    preview_->activateWindow();
+    preview_->showDocument(std::move(document));
 }
 
 } // namespace report

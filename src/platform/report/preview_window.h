@@ -1,18 +1,77 @@
 #pragma once
 
-#include "platform/report/design.h"
+#include "platform/report/document.h"
 
 #include <QMainWindow>
 
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QToolBar;
+
 namespace report {
 
-/// The window in which a report is looked at, printed and exported.
+class FindBar;
+class PreviewPages;
+enum class Format;
+
+/// The window in which a report is looked at, printed and exported. Its commands are actions with
+/// names of their own; all are on the keyboard as well.
 class PreviewWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
     explicit PreviewWindow(const ReportDesign& design);
+    ~PreviewWindow() override;
+
+    /// Shows the document from its first page on, in front, maximised.
+    void showDocument(std::shared_ptr<Document> document);
+
+private:
+    QAction* addCommand(const QString& name, const QString& caption, const QString& toolTip,
+                        const QList<QKeySequence>& shortcuts, void (PreviewWindow::*command)());
+    void addPageCommands();
+    void addZoomCommands();
+    void addOutputCommands();
+    void addPageNumber();
+    void addZoomList();
+    void connectPages();
+
+    void goToFirst();
+    void goToPrevious();
+    void goToNext();
+    void goToLast();
+    void goToTyped();
+    void showPageNumber();
+    void zoomIn();
+    void zoomOut();
+    void zoomToActualSize();
+    void fitPage();
+    void fitWidth();
+    void zoomToTyped();
+    void zoomToEntry(int index);
+    void showZoom();
+    void print();
+    void exportAs(Format format);
+    void exportPdf();
+    void exportHtml();
+    void exportText();
+    void openFind();
+    void escape();
+
+    std::shared_ptr<Document> document_;
+    PreviewPages* pages_;
+    FindBar* findBar_;
+    QToolBar* toolbar_;
+    QLineEdit* pageNumber_ = nullptr;
+    QLabel* pageCount_ = nullptr;
+    QComboBox* zoom_ = nullptr;
+    QAction* first_ = nullptr;
+    QAction* previous_ = nullptr;
+    QAction* next_ = nullptr;
+    QAction* last_ = nullptr;
 };
 
 } // namespace report

@@ -1,0 +1,146 @@
+#include "platform/report/document.h"
+
+#include "platform/dao/connection.h"
+#include "platform/report/page_ink.h"
+#include "platform/report/report_text.h"
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/process.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <algorithm>
+
+namespace report {
+
+using runtime::RunTimeError;
+
+namespace {
+
+/// Enough for the pages that a screen shows at once.
+constexpr std::size_t keptPageCount = 32;
+
+bool forbiddenInFileName(QChar c)
+{
+    return c.category() == QChar::Other_Control || QStringView(u"/\\:*?\"<>|").contains(c);
+}
+
+} // namespace
+
+Document::Document(const ReportDesign& design, std::vector<Section> sections,
+                   std::shared_ptr<ado::Recordset> rows, Paper paper)
+    : design_(design), sections_(std::move(sections)), rows_(std::move(rows)),
+      pagination_(design, paper), blockCount_(rows_->RecordCount()),
+      ink_(std::make_unique<PageInk>(design.fontFamily))
+{
+    bindFields();
+}
+
+Document::~Document() = default;
+
+std::unique_ptr<Document> Document::onPaper(Paper paper) const
+{
+    return std::make_unique<Document>(design_, sections_, rows_, paper);
+}
+
+QString Document::title() const
+{
+    QString title = design_.documentWord.toString();
+    for (const Section& section : sections_) {
+        for (const Control& control : section.controls()) {
+            if (control.design().name == design_.documentNumberLabel)
+                title += u' ' + control.Caption();
+        }
+    }
+    title.removeIf(forbiddenInFileName);
+    return title.simplified();
+}
+
+void Document::bindFields()
+{
+    for (const Section& section : sections_) {
+        std::vector<int>& ordinals = ordinals_.emplace_back();
+        for (const Control& control : section.controls()) {
+            int ordinal = -1;
+            if (control.design().kind == Kind::Field) {
+                ordinal = rows_->ordinalOf(control.design().text.toString());
+                if (ordinal < 0)
+                    throw RunTimeError(runtime::ItemNotFound);
+            }
+            ordinals.push_back(ordinal);
+        }
+    }
+}
+
+std::shared_ptr<const Page> Document::page(int index)
+{
+    const auto found = std::find_if(keptPages_.begin(), keptPages_.end(),
+                                    [&](const auto& page) { return page->index == index; });
+    if (found != keptPages_.end())
+        return *found;
+    std::shared_ptr<const Page> read = readPage(index);
+    if (keptPages_.size() == keptPageCount)
+        keptPages_.pop_front();
+    keptPages_.push_back(read);
+    return read;
+}
+
+std::shared_ptr<const Page> Document::readPage(int index)
+{
+    const int blocks = pagination_.blocksOn(index, blockCount_);
+    const auto rows =
+        blocks == 0 ? std::vector<Row>() : rows_->rows(pagination_.firstBlock(index), blocks);
+    auto page = std::make_shared<Page>();
+    page->index = index;
+    for (const Section& section : sections_) {
+        switch (section.design().role) {
+        case Role::PageHeader:
+            page->bands.push_back(band(section, pagination_.headerTop(), index, {}));
+            break;
+        case Role::Detail:
+            for (int i = 0; i < static_cast<int>(rows.size()); ++i)
+                page->bands.push_back(band(section, pagination_.blockTop(i), index,
+                                           rows[static_cast<std::size_t>(i)]));
+            break;
+        case Role::PageFooter:
+            page->bands.push_back(band(section, pagination_.footerTop(), index, {}));
+            break;
+        case Role::ReportHeader:
+        case Role::ReportFooter:
+            break;
+        }
+    }
+    return page;
+}
+
+Band Document::band(const Section& section, int top, int pageIndex, const Row& row) const
+{
+    const auto& ordinals = ordinals_[static_cast<std::size_t>(&section - sections_.data())];
+    Band band{section.design().role, {}};
+    band.controls.reserve(ordinals.size());
+    for (std::size_t i = 0; i < ordinals.size(); ++i) {
+        const Control& control = section.controls()[i];
+        const QPoint corner(pagination_.left() + control.design().left, top + control.design().top);
+        band.controls.push_back({&control, corner, textOf(control, ordinals[i], pageIndex, row)});
+    }
+    return band;
+}
+
+QString Document::textOf(const Control& control, int ordinal, int pageIndex, const Row& row) const
+{
+    if (ordinal >= 0)
+        return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
+    const QString& caption = control.Caption();
+    if (caption == u"%p")
+        return QString::number(pageIndex + 1);
+    if (caption == u"%P")
+        return QString::number(pageCount());
+    if (caption == u"%d")
+        return runtime::toShortDate(runtime::Today());
+    return caption;
+}
+
+void Document::paintPage(const Page& page, QPainter& painter) noexcept
+{
+    ink_->draw(page, painter);
+}
+
+} // namespace report

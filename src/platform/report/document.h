@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/report/pagination.h"
+#include "platform/report/sections.h"
+
+#include <QPoint>
+#include <QRect>
+
+#include <deque>
+#include <memory>
+
+class QPainter;
+
+namespace ado {
+class Recordset;
+}
+
+namespace report {
+
+class PageInk;
+
+/// One control of a page with what it says there.
+struct PrintedControl
+{
+    const Control* control;
+    QPoint corner; ///< Twips from the corner of the sheet.
+    QString text;  ///< Placeholders and fields filled in; empty for lines and images.
+};
+
+/// A section as it stands on a page, its controls in the order of the design.
+struct Band
+{
+    Role role;
+    std::vector<PrintedControl> controls;
+};
+
+/// What stands on one sheet: page header, one band per block, page footer. Good for as long as its
+/// document lives.
+struct Page
+{
+    int index = 0; ///< From 0.
+    std::vector<Band> bands;
+};
+
+/// A report with its captions, pictures and rows as they stand at one moment, laid on one paper.
+/// Rows are read page by page when a page is asked for; a few pages are kept.
+class Document
+{
+public:
+    /// The design must outlive the document; the sections are taken over as they are. Raises 3265
+    /// for a field that the rows do not have, and what Pagination raises.
+    Document(const ReportDesign& design, std::vector<Section> sections,
+             std::shared_ptr<ado::Recordset> rows, Paper paper);
+    ~Document();
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    /// The same report on another paper. Raises what Pagination raises.
+    std::unique_ptr<Document> onPaper(Paper paper) const;
+
+    const ReportDesign& design() const { return design_; }
+    const Pagination& pagination() const { return pagination_; }
+    Paper paper() const { return pagination_.paper(); }
+    int blockCount() const { return blockCount_; }
+    int pageCount() const { return pagination_.pageCount(blockCount_); }
+    /// What the report is filed under: the design's word and number, fit for a file name.
+    QString title() const;
+
+    /// The page with its rows read; pages count from 0. Raises what reading raises.
+    std::shared_ptr<const Page> page(int index);
+    /// The only way to ink: screen, printer, files and tests alike. The painter stands at the
+    /// corner of the sheet and is scaled to twips. Draws nothing but the page and raises nothing.
+    void paintPage(const Page& page, QPainter& painter) noexcept;
+    /// Both at once. Raises what reading raises, before anything is drawn.
+    void paintPage(int index, QPainter& painter) { paintPage(*page(index), painter); }
+
+private:
+    void bindFields();
+    std::shared_ptr<const Page> readPage(int index);
+    using Row = std::vector<QVariant>;
+    Band band(const Section& section, int top, int pageIndex, const Row& row) const;
+    QString textOf(const Control& control, int ordinal, int pageIndex, const Row& row) const;
+
+    const ReportDesign& design_;
+    std::vector<Section> sections_;
+    std::shared_ptr<ado::Recordset> rows_;
+    Pagination pagination_;
+    int blockCount_;
+    std::vector<std::vector<int>> ordinals_; ///< Of the fields, section by section; -1 for others.
+    std::deque<std::shared_ptr<const Page>> keptPages_;
+    std::unique_ptr<PageInk> ink_;
+};
+
+} // namespace report

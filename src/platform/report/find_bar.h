@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/report/search.h"
+
+#include <QToolBar>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+
+namespace report {
+
+class PreviewPages;
+
+/// The bar below the pages in which a text is typed and found. Hidden until it is opened.
+class FindBar : public QToolBar
+{
+    Q_OBJECT
+
+public:
+    FindBar(PreviewPages& pages, QWidget* parent);
+
+    void setDocument(std::shared_ptr<Document> document);
+    void open();
+    void close();
+    /// Goes to the next or previous place of the text; opens the bar where there is none yet.
+    void find(SearchDirection direction);
+
+    QAction* nextAction() const { return next_; }
+    QAction* previousAction() const { return previous_; }
+
+private:
+    void forget();
+
+    PreviewPages& pages_;
+    std::shared_ptr<Document> document_;
+    QLineEdit* text_;
+    QLabel* result_;
+    QAction* next_;
+    QAction* previous_;
+};
+
+} // namespace report

@@ -1,0 +1,251 @@
+#include "platform/report/preview_pages.h"
+
+#include "platform/runtime/guard.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cmath>
+
+namespace report {
+
+namespace {
+
+constexpr double twipsPerPixel = 15;
+constexpr int scrollStep = 40;
+constexpr double zoomSteps[] = {0.1, 0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4, 5};
+
+} // namespace
+
+PreviewPages::PreviewPages(QWidget* parent) : QAbstractScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    // A bar that came and went would change the width that a fit is worked out from.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    viewport()->setBackgroundRole(QPalette::Mid);
+    viewport()->setAutoFillBackground(true);
+    setFocusPolicy(Qt::StrongFocus);
+    verticalScrollBar()->setSingleStep(scrollStep);
+    horizontalScrollBar()->setSingleStep(scrollStep);
+}
+
+void PreviewPages::setDocument(std::shared_ptr<Document> document)
+{
+    document_ = std::move(document);
+    highlight_.reset();
+    failed_ = false;
+    currentPage_ = 1;
+    applyFit();
+    updateScrollBars();
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
+    viewport()->update();
+    emit pageCountChanged(pageCount());
+    emit currentPageChanged(currentPage_);
+}
+
+int PreviewPages::pageCount() const
+{
+    return document_ == nullptr ? 0 : document_->pageCount();
+}
+
+void PreviewPages::setCurrentPage(int page)
+{
+    if (document_ == nullptr)
+        return;
+    verticalScrollBar()->setValue(sheetTop(std::clamp(page, 1, pageCount()) - 1) - gap);
+    followScrolling();
+}
+
+void PreviewPages::setZoomFactor(double zoom)
+{
+    fit_ = Fit::None;
+    applyZoom(zoom);
+}
+
+void PreviewPages::setFit(Fit fit)
+{
+    fit_ = fit;
+    applyFit();
+}
+
+void PreviewPages::zoomIn()
+{
+    const auto next = std::upper_bound(std::begin(zoomSteps), std::end(zoomSteps), zoom_ + 0.001);
+    setZoomFactor(next == std::end(zoomSteps) ? greatestZoom : *next);
+}
+
+void PreviewPages::zoomOut()
+{
+    const auto here = std::lower_bound(std::begin(zoomSteps), std::end(zoomSteps), zoom_ - 0.001);
+    setZoomFactor(here == std::begin(zoomSteps) ? smallestZoom : *std::prev(here));
+}
+
+void PreviewPages::setHighlight(const std::optional<Hit>& hit)
+{
+    highlight_ = hit;
+    viewport()->update();
+    if (!hit || document_ == nullptr)
+        return;
+    const double scale = zoom_ / twipsPerPixel;
+    const int top = sheetTop(hit->page) + qFloor(hit->place.top() * scale);
+    const int bottom = sheetTop(hit->page) + qCeil(hit->place.bottom() * scale);
+    QScrollBar* bar = verticalScrollBar();
+    if (top - gap < bar->value() || bottom + gap > bar->value() + viewport()->height())
+        bar->setValue(top - viewport()->height() / 3);
+    followScrolling();
+}
+
+QSize PreviewPages::sheetSize() const
+{
+    const Paper paper = document_ == nullptr ? a4Portrait : document_->paper();
+    return {qRound(paper.width * zoom_ / twipsPerPixel),
+            qRound(paper.height * zoom_ / twipsPerPixel)};
+}
+
+int PreviewPages::stride() const
+{
+    return sheetSize().height() + gap;
+}
+
+/// In the viewport's pixels. A sheet wider than the view begins at the right, where reading does.
+QRect PreviewPages::sheetRect(int page) const
+{
+    const QSize size = sheetSize();
+    const QScrollBar* bar = horizontalScrollBar();
+    const int scrolled = isRightToLeft() ? bar->maximum() - bar->value() : bar->value();
+    const int left = std::max(gap, (viewport()->width() - size.width()) / 2) - scrolled;
+    return {QPoint(left, sheetTop(page) - verticalScrollBar()->value()), size};
+}
+
+void PreviewPages::applyZoom(double zoom)
+{
+    const double wanted = std::clamp(zoom, smallestZoom, greatestZoom);
+    if (wanted == zoom_)
+        return;
+    // The place at the top of the view stays there.
+    const double place = static_cast<double>(verticalScrollBar()->value()) / stride();
+    zoom_ = wanted;
+    updateScrollBars();
+    verticalScrollBar()->setValue(qRound(place * stride()));
+    followScrolling();
+    viewport()->update();
+    emit zoomFactorChanged(zoom_);
+}
+
+void PreviewPages::applyFit()
+{
+    if (fit_ == Fit::None || document_ == nullptr)
+        return;
+    const QSizeF room(viewport()->width() - 2 * gap, viewport()->height() - 2 * gap);
+    const double wide = room.width() * twipsPerPixel / document_->paper().width;
+    const double high = room.height() * twipsPerPixel / document_->paper().height;
+    applyZoom(fit_ == Fit::Width ? wide : std::min(wide, high));
+}
+
+void PreviewPages::updateScrollBars()
+{
+    const QSize view = viewport()->size();
+    const int pages = pageCount();
+    // The last page, too, can be brought to the top.
+    const int end = pages == 0 ? 0 : sheetTop(pages) - view.height();
+    const int lastTop = pages == 0 ? 0 : sheetTop(pages - 1) - gap;
+    verticalScrollBar()->setRange(0, std::max({0, end, lastTop}));
+    verticalScrollBar()->setPageStep(view.height());
+    horizontalScrollBar()->setRange(0, std::max(0, sheetSize().width() + 2 * gap - view.width()));
+    horizontalScrollBar()->setPageStep(view.width());
+}
+
+void PreviewPages::followScrolling()
+{
+    if (document_ == nullptr)
+        return;
+    const int halfSeen = std::min(viewport()->height(), sheetSize().height()) / 2;
+    const int page = (verticalScrollBar()->value() + halfSeen) / stride() + 1;
+    const int inRange = std::clamp(page, 1, pageCount());
+    if (inRange != currentPage_) {
+        currentPage_ = inRange;
+        emit currentPageChanged(currentPage_);
+    }
+}
+
+void PreviewPages::scrollContentsBy(int, int)
+{
+    followScrolling();
+    viewport()->update();
+}
+
+void PreviewPages::resizeEvent(QResizeEvent*)
+{
+    applyFit();
+    updateScrollBars();
+    followScrolling();
+}
+
+void PreviewPages::wheelEvent(QWheelEvent* event)
+{
+    if ((event->modifiers() & Qt::ControlModifier) == 0) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    if (event->angleDelta().y() > 0)
+        zoomIn();
+    else if (event->angleDelta().y() < 0)
+        zoomOut();
+    event->accept();
+}
+
+void PreviewPages::paintEvent(QPaintEvent* event)
+{
+    if (document_ == nullptr || failed_)
+        return;
+    try {
+        paintSheets(event->rect());
+    } catch (...) {
+        raiseLater(std::current_exception());
+    }
+}
+
+void PreviewPages::paintSheets(const QRect& area)
+{
+    const int scrolled = verticalScrollBar()->value();
+    const int first = std::clamp((scrolled + area.top() - gap) / stride(), 0, pageCount() - 1);
+    const int last = std::clamp((scrolled + area.bottom() - gap) / stride(), 0, pageCount() - 1);
+    QPainter painter(viewport());
+    for (int page = first; page <= last; ++page) {
+        painter.save();
+        paintSheet(page, painter);
+        painter.restore();
+    }
+}
+
+void PreviewPages::paintSheet(int page, QPainter& painter)
+{
+    const QRect sheet = sheetRect(page);
+    painter.fillRect(sheet.translated(2, 2), palette().shadow());
+    painter.fillRect(sheet, Qt::white);
+    painter.setClipRect(sheet);
+    painter.translate(sheet.topLeft());
+    painter.scale(zoom_ / twipsPerPixel, zoom_ / twipsPerPixel);
+    document_->paintPage(page, painter);
+    if (highlight_ && highlight_->page == page) {
+        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+        painter.fillRect(highlight_->place, QColor(255, 230, 90));
+    }
+}
+
+/// No exception may leave a paint event, and a box must not open inside one.
+void PreviewPages::raiseLater(std::exception_ptr failure)
+{
+    failed_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [failure = std::move(failure)] {
+            runtime::guarded([&] { std::rethrow_exception(failure); });
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace report

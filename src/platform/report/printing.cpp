@@ -1,0 +1,174 @@
+#include "platform/report/printing.h"
+
+#include "platform/report/doors.h"
+#include "platform/report/export.h"
+#include "platform/report/work_progress.h"
+#include "platform/runtime/message_box.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <QPainter>
+#include <QPrinter>
+
+#include <algorithm>
+
+namespace report {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double twipsPerInch = 1440;
+constexpr double millimetresPerInch = 25.4;
+
+int twips(double millimetres)
+{
+    return qRound(millimetres / millimetresPerInch * twipsPerInch);
+}
+
+void refuse(const QString& text)
+{
+    runtime::MsgBox(text, runtime::refusalFlags);
+}
+
+/// The pages that the user chose in the print dialog, from 0, in the order of printing.
+std::vector<int> chosenPages(const QPrinter& printer, int pageCount, int currentPage)
+{
+    int first = 1;
+    int last = pageCount;
+    if (printer.printRange() == QPrinter::CurrentPage) {
+        first = last = std::min(currentPage, pageCount);
+    } else if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
+        first = printer.fromPage();
+        last = std::min(printer.toPage(), pageCount);
+    }
+    std::vector<int> once;
+    for (int page = first; page <= last; ++page)
+        once.push_back(page - 1);
+    if (printer.pageOrder() == QPrinter::LastPageFirst)
+        std::reverse(once.begin(), once.end());
+    std::vector<int> pages;
+    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
+    for (int copy = 0; copy < copies; ++copy)
+        pages.insert(pages.end(), once.begin(), once.end());
+    return pages;
+}
+
+Outcome drawOnPrinter(Document& document, const std::vector<int>& pages, QPrinter& printer,
+                      WorkProgress& progress)
+{
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return Outcome::Failed;
+    const double scale = printer.resolution() / twipsPerInch;
+    painter.scale(scale, scale);
+    const int total = static_cast<int>(pages.size());
+    for (int i = 0; i < total; ++i) {
+        if (i > 0 && !printer.newPage())
+            return Outcome::Failed;
+        document.paintPage(pages[static_cast<std::size_t>(i)], painter);
+        if (!progress.report(i + 1, total)) {
+            printer.abort();
+            return Outcome::Cancelled;
+        }
+    }
+    return painter.end() ? Outcome::Done : Outcome::Failed;
+}
+
+Outcome print(Document& document, const std::vector<int>& pages, QPrinter& printer, QWidget* parent)
+{
+    WorkProgress progress(parent, u"מדפיס..."_s);
+    if (printer.outputFileName().isEmpty())
+        return drawOnPrinter(document, pages, printer, progress);
+    return writeFile(printer.outputFileName(), [&](QIODevice& device) {
+        return writePdf(document, pages, device,
+                        [&](int done, int total) { return progress.report(done, total); });
+    });
+}
+
+/// The document laid on the paper; nothing where it does not fit.
+std::unique_ptr<Document> laidOn(const Document& document, Paper paper)
+{
+    try {
+        return document.onPaper(paper);
+    } catch (const runtime::RunTimeError&) {
+        return nullptr;
+    }
+}
+
+FileRequest requestFor(const Document& document, Format format, QWidget* parent)
+{
+    const QString name = document.title();
+    switch (format) {
+    case Format::Pdf:
+        return {parent, u"שמירה כ-PDF"_s, name + u".pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s};
+    case Format::Html:
+        return {parent, u"שמירה כ-HTML"_s, name + u".html"_s, u"HTML (*.html)"_s, u"html"_s};
+    case Format::Text:
+        break;
+    }
+    return {parent, u"שמירה כטקסט"_s, name + u".txt"_s, u"טקסט (*.txt)"_s, u"txt"_s};
+}
+
+Outcome write(Document& document, Format format, QIODevice& device, const Progress& progress)
+{
+    switch (format) {
+    case Format::Pdf:
+        return writePdf(document, allPages(document), device, progress);
+    case Format::Html:
+        return writeHtml(document, device, progress);
+    case Format::Text:
+        break;
+    }
+    return writeText(document, device, progress);
+}
+
+Outcome writeTo(const QString& path, Document& document, Format format, QWidget* parent)
+{
+    WorkProgress progress(parent, u"שומר..."_s);
+    return writeFile(path, [&](QIODevice& device) {
+        return write(document, format, device,
+                     [&](int done, int total) { return progress.report(done, total); });
+    });
+}
+
+} // namespace
+
+Paper paperOf(const QPageLayout& layout)
+{
+    const QSizeF sheet = layout.fullRect(QPageLayout::Millimeter).size();
+    return {twips(sheet.width()), twips(sheet.height())};
+}
+
+void printDocument(Document& document, int currentPage, QWidget* parent)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(document.title());
+    printer.setFullPage(true);
+    if (!askPrinter(printer, parent, document.pageCount()))
+        return;
+    printer.setFullPage(true);
+    const Paper paper = paperOf(printer.pageLayout());
+    std::unique_ptr<Document> anew;
+    if (paper != document.paper()) {
+        anew = laidOn(document, paper);
+        if (anew == nullptr) {
+            refuse(u"הדו\"ח אינו נכנס בנייר שנבחר"_s);
+            return;
+        }
+    }
+    Document& printed = anew == nullptr ? document : *anew;
+    const std::vector<int> pages = chosenPages(printer, printed.pageCount(), currentPage);
+    if (print(printed, pages, printer, parent) == Outcome::Failed)
+        refuse(u"ההדפסה נכשלה"_s);
+}
+
+void exportDocument(Document& document, Format format, QWidget* parent)
+{
+    const QString path = askFile(requestFor(document, format, parent));
+    if (path.isEmpty())
+        return;
+    if (writeTo(path, document, format, parent) == Outcome::Failed)
+        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
+}
+
+} // namespace report

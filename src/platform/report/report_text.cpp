@@ -1,0 +1,67 @@
+#include "platform/report/report_text.h"
+
+#include "platform/runtime/conversions.h"
+
+#include <algorithm>
+
+namespace report {
+
+namespace {
+
+constexpr QChar leftToRightMark(0x200e);
+
+bool isLetter(QChar c)
+{
+    switch (c.direction()) {
+    case QChar::DirL:
+    case QChar::DirR:
+    case QChar::DirAL:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isSign(QChar c)
+{
+    return c == u'-' || c == u'+';
+}
+
+/// A sign that belongs to a number: digits follow, and no word or digit stands directly before it.
+bool startsSignedNumber(const QString& text, qsizetype at)
+{
+    return isSign(text[at]) && at + 1 < text.size() && text[at + 1].isDigit() &&
+           (at == 0 || text[at - 1].isSpace());
+}
+
+QString withSignsHeld(const QString& text)
+{
+    QString held;
+    held.reserve(text.size() + 4);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (startsSignedNumber(text, i))
+            held.append(leftToRightMark);
+        held.append(text[i]);
+    }
+    return held;
+}
+
+} // namespace
+
+QString valueText(const QVariant& value)
+{
+    return runtime::isNull(value) ? QString() : runtime::toText(value);
+}
+
+DisplayText displayText(const QString& text, bool rightToLeft)
+{
+    QString plain = text;
+    std::replace_if(
+        plain.begin(), plain.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+        QChar(u' '));
+    if (std::none_of(plain.cbegin(), plain.cend(), isLetter))
+        return {plain, false};
+    return {withSignsHeld(plain), rightToLeft};
+}
+
+} // namespace report

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+namespace report {
+
+/// A text as it is laid on paper: the characters and the paragraph direction they are set in.
+struct DisplayText
+{
+    QString text;
+    bool rightToLeft;
+
+    bool operator==(const DisplayText&) const = default;
+};
+
+/// A field's value as the record source renders it: numbers and dates in the machine's form, Null
+/// blank.
+QString valueText(const QVariant& value);
+
+/// The text of a control in its reading order. A text without any letter (a number, a date, a
+/// telephone) always keeps its own order from left to right, so that a sign stays in front of its
+/// number; a signed number amid letters keeps its sign in front by a direction mark. Line breaks
+/// and tabs become blanks.
+DisplayText displayText(const QString& text, bool rightToLeft);
+
+} // namespace report

@@ -1,0 +1,68 @@
+#include "platform/report/search.h"
+
+#include <algorithm>
+
+namespace report {
+
+namespace {
+
+QRect placeOf(const PrintedControl& printed)
+{
+    const ControlDesign& design = printed.control->design();
+    return {printed.corner, QSize(design.width, design.height)};
+}
+
+std::vector<Hit> hitsOn(const Page& page, const QString& text)
+{
+    std::vector<Hit> hits;
+    int counted = 0;
+    for (const Band& band : page.bands) {
+        for (const PrintedControl& printed : band.controls) {
+            if (printed.text.contains(text, Qt::CaseInsensitive))
+                hits.push_back({page.index, counted, placeOf(printed)});
+            ++counted;
+        }
+    }
+    return hits;
+}
+
+/// The nearest hit of a page in the direction, beyond the control where one is given.
+std::optional<Hit> nearest(const std::vector<Hit>& hits, SearchDirection direction,
+                           std::optional<int> beyond)
+{
+    if (direction == SearchDirection::Forward) {
+        const auto found = std::find_if(hits.begin(), hits.end(), [&](const Hit& hit) {
+            return !beyond || hit.control > *beyond;
+        });
+        return found == hits.end() ? std::nullopt : std::optional(*found);
+    }
+    const auto found = std::find_if(hits.rbegin(), hits.rend(), [&](const Hit& hit) {
+        return !beyond || hit.control < *beyond;
+    });
+    return found == hits.rend() ? std::nullopt : std::optional(*found);
+}
+
+} // namespace
+
+std::optional<Hit> findText(Document& document, const QString& text, SearchDirection direction,
+                            const std::optional<Hit>& from, int startPage, const Progress& progress)
+{
+    if (text.isEmpty())
+        return std::nullopt;
+    const int pages = document.pageCount();
+    const int step = direction == SearchDirection::Forward ? 1 : pages - 1;
+    int page = from ? from->page : startPage;
+    // The first page comes once more at the end, for what lies on the other side of `from`.
+    for (int i = 0; i <= pages; ++i) {
+        const std::optional<int> beyond =
+            i == 0 && from ? std::optional(from->control) : std::nullopt;
+        if (const auto hit = nearest(hitsOn(*document.page(page), text), direction, beyond))
+            return hit;
+        if (!progress(i, pages))
+            return std::nullopt;
+        page = (page + step) % pages;
+    }
+    return std::nullopt;
+}
+
+} // namespace report

@@ -1,0 +1,65 @@
+#include "platform/report/export.h"
+
+#include <QIODevice>
+
+namespace report {
+
+namespace {
+
+/// How far below and above the first one of a line, in twips, a control may lie to stand on it:
+/// captions lie somewhat higher than their values.
+constexpr int belowFirst = 90;
+constexpr int aboveFirst = 15;
+
+bool hasText(const PrintedControl& printed)
+{
+    const Kind kind = printed.control->design().kind;
+    return kind == Kind::Label || kind == Kind::Field;
+}
+
+/// The texts of one band, line by line.
+QString bandText(const Band& band)
+{
+    QString text;
+    const PrintedControl* first = nullptr;
+    for (const PrintedControl& printed : band.controls) {
+        if (!hasText(printed))
+            continue;
+        const int below = first == nullptr ? 0 : printed.corner.y() - first->corner.y();
+        if (first == nullptr || below > belowFirst || below < -aboveFirst) {
+            text += first == nullptr ? QString() : QStringLiteral("\n");
+            first = &printed;
+        } else {
+            text += u'\t';
+        }
+        text += printed.text;
+    }
+    return text + QStringLiteral("\n\n");
+}
+
+QString pageText(const Page& page)
+{
+    QString text;
+    for (const Band& band : page.bands) {
+        if (band.role == Role::Detail || (band.role == Role::PageHeader && page.index == 0))
+            text += bandText(band);
+    }
+    return text;
+}
+
+} // namespace
+
+Outcome writeText(Document& document, QIODevice& device, const Progress& progress)
+{
+    const int total = document.pageCount();
+    for (int i = 0; i < total; ++i) {
+        const QByteArray bytes = pageText(*document.page(i)).toUtf8();
+        if (device.write(bytes) != bytes.size())
+            return Outcome::Failed;
+        if (!progress(i + 1, total))
+            return Outcome::Cancelled;
+    }
+    return Outcome::Done;
+}
+
+} // namespace report
