@@ -3,6 +3,7 @@
 #include "platform/report/report_text.h"
 
 #include <QFontMetricsF>
+#include <QRawFont>
 #include <QTextBoundaryFinder>
 #include <QTextLayout>
 
@@ -86,34 +87,49 @@ double alignedLeft(const ControlDesign& control, Align align, double room)
     return room / 2;
 }
 
-QGlyphRun fromTheLeft(const QGlyphRun& run)
+struct Glyph
 {
-    const QList<quint32> indexes = run.glyphIndexes();
-    const QList<QPointF> positions = run.positions();
-    std::vector<qsizetype> order(static_cast<std::size_t>(indexes.size()));
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](qsizetype a, qsizetype b) { return positions[a].x() < positions[b].x(); });
-    QList<quint32> sortedIndexes;
-    QList<QPointF> sortedPositions;
-    for (const qsizetype each : order) {
-        sortedIndexes.append(indexes[each]);
-        sortedPositions.append(positions[each]);
+    QRawFont font;
+    quint32 index;
+    QPointF position;
+};
+
+/// The glyphs of a line, the leftmost first, whatever direction each part of the text has.
+std::vector<Glyph> sortedGlyphs(const QTextLayout& layout)
+{
+    std::vector<Glyph> glyphs;
+    for (const QGlyphRun& run : layout.glyphRuns()) {
+        const QList<quint32> indexes = run.glyphIndexes();
+        const QList<QPointF> positions = run.positions();
+        for (qsizetype i = 0; i < indexes.size(); ++i)
+            glyphs.push_back({run.rawFont(), indexes[i], positions[i]});
     }
-    QGlyphRun sorted = run;
-    sorted.setGlyphIndexes(sortedIndexes);
-    sorted.setPositions(sortedPositions);
-    sorted.setRightToLeft(false);
-    return sorted;
+    std::stable_sort(glyphs.begin(), glyphs.end(), [](const Glyph& a, const Glyph& b) {
+        return a.position.x() < b.position.x();
+    });
+    return glyphs;
 }
 
 QList<QGlyphRun> glyphsFromTheLeft(const QTextLayout& layout)
 {
-    QList<QGlyphRun> runs = layout.glyphRuns();
-    std::transform(runs.begin(), runs.end(), runs.begin(), fromTheLeft);
-    std::stable_sort(runs.begin(), runs.end(), [](const QGlyphRun& a, const QGlyphRun& b) {
-        return a.positions().value(0).x() < b.positions().value(0).x();
-    });
+    const std::vector<Glyph> glyphs = sortedGlyphs(layout);
+    QList<QGlyphRun> runs;
+    for (auto first = glyphs.begin(); first != glyphs.end();) {
+        const auto end = std::find_if(first, glyphs.end(),
+                                      [&](const Glyph& each) { return each.font != first->font; });
+        QList<quint32> indexes;
+        QList<QPointF> positions;
+        for (auto each = first; each != end; ++each) {
+            indexes.append(each->index);
+            positions.append(each->position);
+        }
+        QGlyphRun run;
+        run.setRawFont(first->font);
+        run.setGlyphIndexes(indexes);
+        run.setPositions(positions);
+        runs.append(run);
+        first = end;
+    }
     return runs;
 }
 

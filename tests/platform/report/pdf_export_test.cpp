@@ -1,0 +1,178 @@
+#include "platform/report/export.h"
+
+#include "platform/report/pdf_words.h"
+#include "platform/report/small_report.h"
+
+#include "support/widgets.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace report;
+using namespace testsupport;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const Progress goOn = [](int, int) { return true; };
+
+/// Takes so many bytes and then none.
+class FullDevice : public QIODevice
+{
+public:
+    explicit FullDevice(qint64 room) : room_(room) { open(QIODevice::WriteOnly); }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char*, qint64 size) override
+    {
+        room_ -= size;
+        return room_ >= 0 ? size : -1;
+    }
+
+private:
+    qint64 room_;
+};
+
+} // namespace
+
+class PdfExportTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void hasThePaperAndThePages();
+    void writesThePagesThatAreAsked();
+    void setsTextsAtTheirPlaceAndSize();
+    void keepsTheOrderOfNumbersAndLetters();
+    void embedsThePictureOnce();
+    void reportsAFullDisk();
+    void leavesNothingWhenCancelled();
+    void inksAnImageAsItDoesPaper();
+};
+
+void PdfExportTest::initTestCase()
+{
+    if (!PdfWords::canRead())
+        QSKIP("pdftotext is not installed");
+}
+
+void PdfExportTest::hasThePaperAndThePages()
+{
+    const auto document = smallDocument(smallRows(7));
+    const PdfWords pdf(*document);
+    QCOMPARE(pdf.pageCount(), 3);
+    QVERIFY(qAbs(pdf.paper().width() - 5300) <= 20);
+    QVERIFY(qAbs(pdf.paper().height() - 5400) <= 20);
+    QCOMPARE(pdf.at(2, 100, 4600, 500), u"3"_s);
+    QCOMPARE(pdf.at(2, 700, 4600, 500), u"3"_s);
+    QCOMPARE(pdf.at(2, 1100, 1690, 3000), u"שורה 7"_s);
+}
+
+void PdfExportTest::writesThePagesThatAreAsked()
+{
+    const auto document = smallDocument(smallRows(7));
+    const PdfWords pdf(*document, {2, 0});
+    QCOMPARE(pdf.pageCount(), 2);
+    QCOMPARE(pdf.at(0, 100, 4600, 500), u"3"_s);
+    QCOMPARE(pdf.at(1, 100, 4600, 500), u"1"_s);
+}
+
+void PdfExportTest::setsTextsAtTheirPlaceAndSize()
+{
+    const auto document = smallDocument(smallRows(1));
+    const PdfWords pdf(*document);
+    const QRectF title = pdf.placeOf(0, u"כותרת"_s);
+    QVERIFY(!title.isEmpty());
+    // Right-aligned in 3000..5000, top 0, below the margins of 100 and 1000; 12 points high.
+    QVERIFY2(qAbs(title.right() - 5100) < 15, qPrintable(QString::number(title.right())));
+    QVERIFY2(qAbs(title.top() - 1000) < 15, qPrintable(QString::number(title.top())));
+    QVERIFY2(qAbs(title.height() - 240 * PdfWords::lineHeight()) < 5,
+             qPrintable(QString::number(title.height())));
+    const QRectF number = pdf.placeOf(0, u"17"_s); // centred in 0..1000
+    QVERIFY2(qAbs(number.center().x() - 600) < 15,
+             qPrintable(QString::number(number.center().x())));
+    QVERIFY2(qAbs(number.top() - 1300) < 15, qPrintable(QString::number(number.top())));
+}
+
+void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
+{
+    const auto rows =
+        std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 2, [](int row) {
+            return row == 0 ? MemoryRows::Row{u"רשת 120 PVC -5"_s, -3.25}
+                            : MemoryRows::Row{u"-7.5"_s, 1234567.891};
+        });
+    const PdfWords pdf(*smallDocument(rows));
+    // Read from right to left: the word, its number, the Latin word, the signed number.
+    const double hebrew = pdf.placeOf(0, u"רשת"_s).left();
+    const double number = pdf.placeOf(0, u"120"_s).left();
+    const double latin = pdf.placeOf(0, u"PVC"_s).left();
+    const double negative = pdf.placeOf(0, u"-5"_s).left();
+    QVERIFY(negative > 0);
+    QVERIFY(hebrew > number && number > latin);
+    QVERIFY(!pdf.placeOf(0, u"-3.25"_s).isEmpty());
+    QVERIFY(!pdf.placeOf(0, u"-7.5"_s).isEmpty());
+    const QString cut = pdf.at(0, 100, 1600 + 1000 + 500, 600);
+    QVERIFY2(cut.size() >= 4 && u"1234567.891"_s.startsWith(cut), qPrintable(cut));
+}
+
+void PdfExportTest::embedsThePictureOnce()
+{
+    auto sections = makeSections(smallReport);
+    QImage picture(400, 30, QImage::Format_RGB32);
+    for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 0; y < picture.height(); ++y)
+            picture.setPixel(x, y, qRgb(x % 256, (x * y) % 256, (x + 7 * y) % 256));
+    }
+    sections[0].Controls(u"Logo"_s).setPicture(picture);
+    Document document(smallReport, std::move(sections), smallRows(30), smallPaper);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QCOMPARE(writePdf(document, allPages(document), buffer, goOn), Outcome::Done);
+    QCOMPARE(buffer.data().count("/Subtype /Image"), 1);
+}
+
+void PdfExportTest::reportsAFullDisk()
+{
+    for (const qint64 room : {0, 10, 5000}) {
+        const auto document = smallDocument(smallRows(60));
+        FullDevice device(room);
+        QCOMPARE(writePdf(*document, allPages(*document), device, goOn), Outcome::Failed);
+    }
+}
+
+void PdfExportTest::leavesNothingWhenCancelled()
+{
+    const QTemporaryDir folder;
+    const auto document = smallDocument(smallRows(60));
+    const Outcome outcome = writeFile(folder.filePath(u"x.pdf"_s), [&](QIODevice& device) {
+        return writePdf(*document, allPages(*document), device,
+                        [](int done, int) { return done < 3; });
+    });
+    QCOMPARE(outcome, Outcome::Cancelled);
+    QVERIFY(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
+}
+
+void PdfExportTest::inksAnImageAsItDoesPaper()
+{
+    // Ten twips a pixel: the block's rule stands at 1600, the box of its size field at 2100.
+    QImage sheet(530, 540, QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    painter.scale(0.1, 0.1);
+    smallDocument(smallRows(1))->paintPage(0, painter);
+    painter.end();
+    const auto dark = [&](int x, int y) { return qGray(sheet.pixel(x, y)) < 128; };
+    QVERIFY(dark(10 + 250, 160));
+    QVERIFY(!dark(10 + 250, 165));
+    QVERIFY(dark(10, 225)); // left border
+    QVERIFY(dark(10 + 60, 225));
+    QVERIFY(dark(10 + 30, 240));
+    QVERIFY(!dark(10 + 30, 238));
+}
+
+ZOMREL_QTEST_MAIN(PdfExportTest)
+#include "pdf_export_test.moc"

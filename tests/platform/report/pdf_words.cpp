@@ -1,0 +1,130 @@
+#include "platform/report/pdf_words.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+namespace testsupport {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double twipsPerPoint = 20;
+/// How far a text's top may lie from its control's, in twips.
+constexpr double tolerance = 15;
+
+bool isHebrew(const QString& text)
+{
+    return std::any_of(text.cbegin(), text.cend(),
+                       [](QChar c) { return c.direction() == QChar::DirR; });
+}
+
+/// The reader gives letters as they stand, from the left.
+QString inReadingOrder(QString word)
+{
+    if (isHebrew(word))
+        std::reverse(word.begin(), word.end());
+    return word;
+}
+
+double number(const QXmlStreamReader& xml, const QString& name)
+{
+    return xml.attributes().value(name).toDouble() * twipsPerPoint;
+}
+
+} // namespace
+
+bool PdfWords::canRead()
+{
+    return !QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty();
+}
+
+double PdfWords::lineHeight()
+{
+    return 1.05; // David's ascent of 0.8 and descent of 0.25
+}
+
+PdfWords::PdfWords(report::Document& document) : PdfWords(document, report::allPages(document)) {}
+
+PdfWords::PdfWords(report::Document& document, const std::vector<int>& pages)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"report.pdf"_s);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || report::writePdf(document, pages, file, [](int, int) {
+                                                return true;
+                                            }) != report::Outcome::Done)
+        qFatal("the PDF could not be written");
+    file.close();
+    read(path);
+}
+
+PdfWords::PdfWords(const QString& path)
+{
+    read(path);
+}
+
+void PdfWords::read(const QString& path)
+{
+    QProcess reader;
+    reader.start(u"pdftotext"_s, {u"-bbox"_s, path, u"-"_s});
+    if (!reader.waitForFinished() || reader.exitCode() != 0)
+        qFatal("the PDF could not be read");
+    QXmlStreamReader xml(reader.readAllStandardOutput());
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement())
+            continue;
+        if (xml.name() == u"page") {
+            paper_ = {number(xml, u"width"_s), number(xml, u"height"_s)};
+            pages_.emplace_back();
+        } else if (xml.name() == u"word") {
+            const QRectF place(QPointF(number(xml, u"xMin"_s), number(xml, u"yMin"_s)),
+                               QPointF(number(xml, u"xMax"_s), number(xml, u"yMax"_s)));
+            pages_.back().push_back({inReadingOrder(xml.readElementText()), place});
+        }
+    }
+}
+
+QString PdfWords::at(int page, int left, int top, int width) const
+{
+    std::vector<Word> found;
+    for (const Word& word : pages_.at(static_cast<std::size_t>(page))) {
+        const double middle = word.place.center().x();
+        if (qAbs(word.place.top() - top) <= tolerance && middle >= left && middle <= left + width)
+            found.push_back(word);
+    }
+    const bool hebrew = std::any_of(found.begin(), found.end(),
+                                    [](const Word& word) { return isHebrew(word.text); });
+    std::sort(found.begin(), found.end(), [&](const Word& a, const Word& b) {
+        return hebrew ? a.place.left() > b.place.left() : a.place.left() < b.place.left();
+    });
+    QStringList texts;
+    for (const Word& word : found)
+        texts += word.text;
+    return texts.join(u' ');
+}
+
+QRectF PdfWords::placeOf(int page, const QString& word) const
+{
+    for (const Word& each : pages_.at(static_cast<std::size_t>(page))) {
+        if (each.text == word)
+            return each.place;
+    }
+    return {};
+}
+
+QStringList PdfWords::words(int page) const
+{
+    QStringList texts;
+    for (const Word& word : pages_.at(static_cast<std::size_t>(page)))
+        texts += word.text;
+    return texts;
+}
+
+} // namespace testsupport

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/report/export.h"
+
+#include <QRectF>
+#include <QStringList>
+
+namespace testsupport {
+
+/// A document written as PDF and read back by an independent reader: its words and where they
+/// stand, in twips from the corner of the sheet.
+class PdfWords
+{
+public:
+    /// Whether the reader is installed.
+    static bool canRead();
+    /// The reader takes a word to be so many times as high as its size.
+    static double lineHeight();
+
+    explicit PdfWords(report::Document& document);
+    PdfWords(report::Document& document, const std::vector<int>& pages);
+    explicit PdfWords(const QString& path);
+
+    int pageCount() const { return static_cast<int>(pages_.size()); }
+    QSizeF paper() const { return paper_; }
+    /// What stands in a control's place, its words in reading order, parted by blanks; pages
+    /// from 0.
+    QString at(int page, int left, int top, int width) const;
+    /// Where the word stands first on the page; empty where it does not.
+    QRectF placeOf(int page, const QString& word) const;
+    QStringList words(int page) const;
+
+private:
+    struct Word
+    {
+        QString text;
+        QRectF place;
+    };
+
+    void read(const QString& path);
+
+    QSizeF paper_;
+    std::vector<std::vector<Word>> pages_;
+};
+
+} // namespace testsupport
