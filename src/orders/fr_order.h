@@ -12,6 +12,10 @@ class DataControl;
 class DBGrid;
 } // namespace controls
 
+namespace dao {
+class Recordset;
+}
+
 namespace calculation {
 class OpeningPanel;
 }
@@ -69,6 +73,7 @@ private:
     void lineAdded();
 
     void enableTimer1();
+    void deleteLines(dao::Recordset& lines, int count);
     void renumberLines();
     void openReport();
 

@@ -13,7 +13,9 @@
 #include "shell/base/module1.h"
 
 #include <QLabel>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -83,11 +85,27 @@ void FrOrder::CmdDelAll_Click()
     if (!isConfirmed(u"האם אתה בטוח שברצונך למחוק את  כל הזמנות ??"_s, u"מחיקת הכל"_s))
         return;
     lines.MoveFirst();
-    const int count = lines.RecordCount();
-    for (int i = 0; i < count; ++i) {
+    deleteLines(lines, lines.RecordCount());
+}
+
+/// Deletes that many rows from the current one on. Each is gone for good at once, which takes a
+/// slow disk its time: what lasts longer than half a second is seen and can be stopped.
+void FrOrder::deleteLines(dao::Recordset& lines, int count)
+{
+    QProgressDialog progress(u"מוחק שורות"_s, u"ביטול"_s, 0, count, this);
+    progress.setWindowTitle(u"מחיקת הכל"_s);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(500);
+    // The progress lets events through, and a tick would move the cursor away from here.
+    const bool ticksLater = Timer1->isActive();
+    Timer1->stop();
+    for (int i = 0; i < count && !progress.wasCanceled(); ++i) {
+        progress.setValue(i);
         lines.Delete();
         lines.MoveNext();
     }
+    if (ticksLater)
+        Timer1->start();
 }
 
 void FrOrder::CmdFindOrder_Click()

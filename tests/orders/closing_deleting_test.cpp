@@ -2,6 +2,8 @@
 #include "platform/controls/db_grid.h"
 #include "platform/dao/recordset.h"
 
+#include <QProgressDialog>
+
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +33,7 @@ private slots:
     void deleteAllAnsweredNo();
     void deleteAllTakesTheLinesOfThisOrder();
     void deleteAllBeforeTheEndWasRead();
+    void deleteAllCanBeStopped();
     void deletedOrderIsRefusedAndContinued();
     void closedOrderLosesLinesToo();
 
@@ -249,6 +252,34 @@ void ClosingDeletingTest::deleteAllBeforeTheEndWasRead()
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDelAll");
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));
+}
+
+void ClosingDeletingTest::deleteAllCanBeStopped()
+{
+    constexpr int count = 3000;
+    desk_->store.addOrder(1);
+    desk_->store.execute(
+        u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?)"
+        " INSERT INTO Cuts (Order_Num, NUM, Order_Date) SELECT 1, i, '2026-01-02' FROM n"_s,
+        {count});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->boxes.answer(runtime::vbYes);
+    QTimer stopper;
+    connect(&stopper, &QTimer::timeout, this, [this] {
+        auto* progress = desk_->form()->findChild<QProgressDialog*>();
+        if (progress != nullptr && progress->isVisible())
+            progress->findChild<QPushButton*>()->click();
+    });
+    stopper.start(0);
+
+    desk_->click("CmdDelAll");
+
+    const auto left = desk_->storedLineNumbers(1).size();
+    QVERIFY2(left > 0 && left < count, qPrintable(QString::number(left)));
+    QCOMPARE(desk_->on<controls::DBGrid>("DBGrid1")->model()->rowCount(), left);
+    QCOMPARE(desk_->lines().RecordCount(), left);
+    QCOMPARE(desk_->storedLineNumbers(1).last(), count);
 }
 
 void ClosingDeletingTest::deletedOrderIsRefusedAndContinued()
