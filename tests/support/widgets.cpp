@@ -1,6 +1,8 @@
 #include "support/widgets.h"
 
 #include <QLocale>
+#include <QMessageBox>
+#include <QTableView>
 
 namespace testsupport {
 
@@ -26,6 +28,61 @@ QStringList tabOrderFrom(QWidget* first)
         each = each->nextInFocusChain();
     } while (each != first);
     return names;
+}
+
+bool showActive(QWidget& window)
+{
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
+}
+
+QString focusName()
+{
+    const QWidget* widget = QApplication::focusWidget();
+    return widget != nullptr ? widget->objectName() : QString();
+}
+
+QString cellText(const QTableView& view, int row, int column)
+{
+    return view.model()->index(row, column).data().toString();
+}
+
+void clickCell(QTableView& view, int row, int column)
+{
+    const QModelIndex cell = view.model()->index(row, column);
+    view.scrollTo(cell);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(cell).center());
+}
+
+void doubleClickCell(QTableView& view, int row, int column)
+{
+    clickCell(view, row, column);
+    const QPoint place = view.visualRect(view.model()->index(row, column)).center();
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+}
+
+QMessageBox* shownMessageBox()
+{
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        auto* box = qobject_cast<QMessageBox*>(each);
+        if (box != nullptr && box->isVisible())
+            return box;
+    }
+    return nullptr;
+}
+
+NextMessageBox::NextMessageBox(std::function<void(QMessageBox&)> action)
+{
+    QObject::connect(&poll_, &QTimer::timeout, &poll_, [this, action = std::move(action)] {
+        QMessageBox* box = shownMessageBox();
+        if (box == nullptr)
+            return;
+        poll_.stop();
+        hasCome_ = true;
+        action(*box);
+    });
+    poll_.start(1);
 }
 
 void beforeApplication()

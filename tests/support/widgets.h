@@ -3,7 +3,13 @@
 #include <QApplication>
 #include <QStringList>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
+
+#include <functional>
+
+class QMessageBox;
+class QTableView;
 
 namespace testsupport {
 
@@ -23,6 +29,34 @@ Widget* child(const QObject& parent, const QString& name)
 /// Object names in the order in which Tab reaches them from `first`, visible and enabled ones,
 /// until it comes round.
 QStringList tabOrderFrom(QWidget* first);
+
+/// Shows a window and waits until it is the active one, so that its focus is the keyboard's.
+bool showActive(QWidget& window);
+
+/// Object name of the widget that has the keyboard; empty where none has.
+QString focusName();
+
+/// The text of a cell, and a click of the left button into it.
+QString cellText(const QTableView& view, int row, int column);
+void clickCell(QTableView& view, int row, int column);
+void doubleClickCell(QTableView& view, int row, int column);
+
+/// The message box in sight, null where there is none.
+QMessageBox* shownMessageBox();
+
+/// Runs an action on the next message box that comes up while it lives, from inside the box's own
+/// loop. The action has to close the box.
+class NextMessageBox
+{
+public:
+    explicit NextMessageBox(std::function<void(QMessageBox&)> action);
+    /// True once a box has come up.
+    bool hasCome() const { return hasCome_; }
+
+private:
+    QTimer poll_;
+    bool hasCome_ = false;
+};
 
 /// Sets the platform, the locale, the style and the direction that tests run under. Called by
 /// ZOMREL_QTEST_MAIN before and after the application is made.
