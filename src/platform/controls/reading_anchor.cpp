@@ -1,8 +1,8 @@
 #include "platform/controls/reading_anchor.h"
 
-#include <QEvent>
 #include <QMdiSubWindow>
 #include <QStyle>
+#include <QWindowStateChangeEvent>
 
 #include <algorithm>
 
@@ -42,7 +42,7 @@ bool ReadingAnchor::eventFilter(QObject* watched, QEvent* event)
     else if (watched == &window_ && event->type() == QEvent::Move)
         remember();
     else if (watched == &window_ && event->type() == QEvent::WindowStateChange)
-        returnToPlace();
+        returnToPlace(static_cast<QWindowStateChangeEvent*>(event)->oldState());
     return QObject::eventFilter(watched, event);
 }
 
@@ -72,9 +72,10 @@ void ReadingAnchor::remember()
 }
 
 /// A window that is restored comes back to where it was in the frame's former size.
-void ReadingAnchor::returnToPlace()
+void ReadingAnchor::returnToPlace(Qt::WindowStates oldState)
 {
-    if (!holdsNormalPlace())
+    const bool wasElsewhere = (oldState & (Qt::WindowMaximized | Qt::WindowMinimized)) != 0;
+    if (!wasElsewhere || !holdsNormalPlace())
         return;
     QMetaObject::invokeMethod(
         this,

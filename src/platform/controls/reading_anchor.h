@@ -22,7 +22,7 @@ private:
     bool holdsNormalPlace() const;
     void place();
     void remember();
-    void returnToPlace();
+    void returnToPlace(Qt::WindowStates oldState);
 
     QMdiSubWindow& window_;
     QWidget& viewport_;
