@@ -1,0 +1,228 @@
+#include "platform/controls/message_box_window.h"
+
+#include "platform/runtime/message_box.h"
+#include "support/widgets.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using testsupport::NextMessageBox;
+
+namespace {
+
+QLabel* textLabel(const QMessageBox& box)
+{
+    return testsupport::child<QLabel>(box, u"qt_msgbox_label"_s);
+}
+
+/// Shows a box and gives what it answers to a key.
+runtime::MessageBoxAnswer answerTo(Qt::Key key, int flags)
+{
+    const NextMessageBox next([key](QMessageBox& box) {
+        QTest::keyClick(QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &box,
+                        key);
+    });
+    return runtime::MsgBox(u"שאלה?"_s, flags);
+}
+
+constexpr int yesNoCancelFlags = runtime::vbYesNoCancel + runtime::vbQuestion;
+
+} // namespace
+
+class MessageBoxWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { controls::installMessageBoxes(); }
+
+    void refusalReadsFromTheRight();
+    void englishReadsFromTheLeft();
+    void questionHasYesBeforeNo();
+    void keysAnswer_data();
+    void keysAnswer();
+    void closeBoxCountsAsNo();
+    void buttonsAnswer();
+    void textIsPlain();
+    void carriageReturnsEndLines();
+    void longTextIsNotClipped();
+    void standsOverTheActiveWindow();
+};
+
+void MessageBoxWindowTest::refusalReadsFromTheRight()
+{
+    QString title;
+    const NextMessageBox next([&](QMessageBox& box) {
+        title = box.windowTitle();
+        QCOMPARE(box.text(), u"ערך נומרי 0 !"_s);
+        QCOMPARE(box.icon(), QMessageBox::Critical);
+        QCOMPARE(box.layoutDirection(), Qt::RightToLeft);
+        QVERIFY(textLabel(box)->alignment().testFlags(Qt::AlignRight | Qt::AlignAbsolute));
+        QCOMPARE(box.standardButtons(), QMessageBox::Ok);
+        QCOMPARE(box.button(QMessageBox::Ok)->text(), u"אישור"_s);
+        box.button(QMessageBox::Ok)->click();
+    });
+    QCOMPARE(runtime::MsgBox(u"ערך נומרי 0 !"_s, runtime::refusalFlags), runtime::vbOK);
+    QVERIFY(next.hasCome());
+    QCOMPARE(title, u"ProjZomrel"_s);
+}
+
+void MessageBoxWindowTest::englishReadsFromTheLeft()
+{
+    const NextMessageBox next([](QMessageBox& box) {
+        QCOMPARE(box.layoutDirection(), Qt::LeftToRight);
+        QCOMPARE(box.icon(), QMessageBox::NoIcon);
+        QVERIFY(textLabel(box)->alignment().testFlags(Qt::AlignLeft | Qt::AlignAbsolute));
+        box.close();
+    });
+    QCOMPARE(runtime::MsgBox(u"TableDef not Updatable! Unable to complete task."_s), runtime::vbOK);
+    QVERIFY(next.hasCome());
+}
+
+void MessageBoxWindowTest::questionHasYesBeforeNo()
+{
+    const NextMessageBox next([](QMessageBox& box) {
+        QCOMPARE(box.windowTitle(), u"מחיקת סדרה"_s);
+        QCOMPARE(box.icon(), QMessageBox::Question);
+        QCOMPARE(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+        const QAbstractButton* yes = box.button(QMessageBox::Yes);
+        const QAbstractButton* no = box.button(QMessageBox::No);
+        QCOMPARE(yes->text(), u"כן"_s);
+        QCOMPARE(no->text(), u"לא"_s);
+        QVERIFY(yes->mapToGlobal(QPoint()).x() > no->mapToGlobal(QPoint()).x());
+        QCOMPARE(box.defaultButton(), yes);
+        box.close();
+    });
+    runtime::MsgBox(u"האם?"_s, runtime::questionFlags, u"מחיקת סדרה"_s);
+    QVERIFY(next.hasCome());
+}
+
+void MessageBoxWindowTest::keysAnswer_data()
+{
+    QTest::addColumn<int>("flags");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("answer");
+
+    QTest::newRow("Enter is Yes") << runtime::questionFlags << int(Qt::Key_Return)
+                                  << int(runtime::vbYes);
+    QTest::newRow("Escape is No") << runtime::questionFlags << int(Qt::Key_Escape)
+                                  << int(runtime::vbNo);
+    QTest::newRow("Enter is OK") << runtime::refusalFlags << int(Qt::Key_Return)
+                                 << int(runtime::vbOK);
+    QTest::newRow("Escape is OK") << runtime::refusalFlags << int(Qt::Key_Escape)
+                                  << int(runtime::vbOK);
+    QTest::newRow("Escape is Cancel")
+        << yesNoCancelFlags << int(Qt::Key_Escape) << int(runtime::vbCancel);
+}
+
+void MessageBoxWindowTest::keysAnswer()
+{
+    QFETCH(const int, flags);
+    QFETCH(const int, key);
+    QTEST(int(answerTo(static_cast<Qt::Key>(key), flags)), "answer");
+}
+
+void MessageBoxWindowTest::closeBoxCountsAsNo()
+{
+    for (const auto& [flags, answer] : {std::pair{runtime::questionFlags, runtime::vbNo},
+                                        std::pair{yesNoCancelFlags, runtime::vbCancel},
+                                        std::pair{runtime::refusalFlags, runtime::vbOK}}) {
+        const NextMessageBox next([](QMessageBox& box) { box.close(); });
+        QCOMPARE(runtime::MsgBox(u"?"_s, flags), answer);
+        QVERIFY(next.hasCome());
+    }
+}
+
+void MessageBoxWindowTest::buttonsAnswer()
+{
+    for (const auto& [button, answer] :
+         {std::pair{QMessageBox::Yes, runtime::vbYes}, std::pair{QMessageBox::No, runtime::vbNo},
+          std::pair{QMessageBox::Cancel, runtime::vbCancel}}) {
+        const NextMessageBox next([wanted = button](QMessageBox& box) {
+            QTest::mouseClick(box.button(wanted), Qt::LeftButton);
+        });
+        QCOMPARE(runtime::MsgBox(u"?"_s, yesNoCancelFlags), answer);
+    }
+}
+
+void MessageBoxWindowTest::textIsPlain()
+{
+    const NextMessageBox next([](QMessageBox& box) {
+        QCOMPARE(box.textFormat(), Qt::PlainText);
+        QCOMPARE(box.text(), u"<b>x</b>"_s);
+        box.close();
+    });
+    runtime::MsgBox(u"<b>x</b>"_s);
+    QVERIFY(next.hasCome());
+}
+
+void MessageBoxWindowTest::carriageReturnsEndLines()
+{
+    const QString text = u"שורה ראשונה\rשורה שנייה\r\rשורה אחרונה"_s;
+    QSize oneLine;
+    const NextMessageBox first([&](QMessageBox& box) {
+        oneLine = textLabel(box)->size();
+        box.close();
+    });
+    runtime::MsgBox(u"שורה אחרונה"_s, runtime::refusalFlags);
+    QSize label;
+    QImage image;
+    const NextMessageBox second([&](QMessageBox& box) {
+        QCOMPARE(box.text(), text);
+        label = textLabel(box)->size();
+        image = textLabel(box)->grab().toImage();
+        box.close();
+    });
+    runtime::MsgBox(text, runtime::refusalFlags);
+    QVERIFY(second.hasCome());
+    QVERIFY(label.height() >= 3 * oneLine.height() / 2);
+    QVERIFY(label.width() < 3 * oneLine.width());
+    // Ink in the first, the second and the fourth quarter of the height, none in the third.
+    const auto inked = [&image](int quarter) {
+        const int height = image.height() / 4;
+        const QRgb paper = image.pixel(0, 0);
+        for (int y = quarter * height + 2; y < (quarter + 1) * height - 2; ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixel(x, y) != paper)
+                    return true;
+        return false;
+    };
+    QVERIFY(inked(0));
+    QVERIFY(inked(1));
+    QVERIFY(!inked(2));
+    QVERIFY(inked(3));
+}
+
+void MessageBoxWindowTest::longTextIsNotClipped()
+{
+    const QString text = u"לא ניתן לסגור הזמנה בגלל שאין אף שורה בהזמנה זו!"_s;
+    const NextMessageBox next([&](QMessageBox& box) {
+        const QLabel* label = textLabel(box);
+        const int needed = label->fontMetrics().horizontalAdvance(text);
+        QVERIFY(label->width() >= needed ||
+                label->height() >= label->heightForWidth(label->width()));
+        QVERIFY(box.rect().contains(QRect(label->mapTo(&box, QPoint()), label->size())));
+        box.close();
+    });
+    runtime::MsgBox(text, runtime::refusalFlags);
+    QVERIFY(next.hasCome());
+}
+
+void MessageBoxWindowTest::standsOverTheActiveWindow()
+{
+    QWidget window;
+    QVERIFY(testsupport::showActive(window));
+    const NextMessageBox next([&window](QMessageBox& box) {
+        QVERIFY(box.isModal());
+        QCOMPARE(box.parentWidget(), &window);
+        box.close();
+    });
+    runtime::MsgBox(u"?"_s);
+    QVERIFY(next.hasCome());
+    QVERIFY(window.findChildren<QMessageBox*>().isEmpty());
+}
+
+ZOMREL_QTEST_MAIN(MessageBoxWindowTest)
+#include "message_box_window_test.moc"
