@@ -37,6 +37,8 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
             throw RunTimeError(runtime::OperationNotSupported);
         return openDynaset(shared_from_this(), expectTable(driver(), query.table), query);
     }
+    if (type == dbOpenDynaset && source.contains(u' ') && !driver().table(source))
+        throw RunTimeError(runtime::QuerySyntax);
     TableInfo table = expectTable(driver(), source);
     if (type == dbOpenTable)
         return openTable(shared_from_this(), std::move(table));

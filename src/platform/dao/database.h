@@ -53,6 +53,7 @@ public:
     Index operator()(int position) const;
     Index operator()(const QString& name) const;
     /// Adds an index, in the store at once where the table is appended, otherwise with the table.
+    /// Raises 3265, then or there, where the table has not all its fields.
     void Append(const Index& index) const;
 
 private:

@@ -46,10 +46,12 @@ class RecordsetObserver
 {
 public:
     virtual ~RecordsetObserver() = default;
-    /// Before the current row changes by a Move, or is deleted. A MoveLast has read to the end by
-    /// then.
+    /// Before every move (Move..., Seek, moveToKey), also one onto the same row, and before a
+    /// Delete. A MoveLast has read to the end by then. A move that is refused fires nothing. What
+    /// it throws keeps the move from happening.
     virtual void currentAboutToChange() = 0;
-    /// The current row is another one (or none).
+    /// After every move, after SetIndex and Requery, and where the first row of all was added: the
+    /// current row may be another one or none. Not after a Delete, for which rowDeleted stands.
     virtual void currentChanged() = 0;
     /// Rows were added, changed or deleted through this recordset.
     virtual void rowAdded(const RowKey& key) = 0;
@@ -70,7 +72,7 @@ public:
 /// The values of a row are fetched when it is visited, again by Move(0) and by Edit. No cursor
 /// stays open between calls, so a recordset never holds a lock on the store.
 ///
-/// Every method raises 3420 once the Database is closed.
+/// Every method but Type, database and setObserver raises 3420 once the Database is closed.
 class Recordset : public std::enable_shared_from_this<Recordset>
 {
 public:
@@ -79,6 +81,7 @@ public:
     Recordset& operator=(const Recordset&) = delete;
 
     RecordsetType Type() const;
+    /// Null once this recordset itself is closed.
     const std::shared_ptr<Database>& database() const;
 
     int RecordCount();
@@ -108,7 +111,8 @@ public:
     void Seek(const QString& comparison, const QVariant& key);
     bool NoMatch() const;
 
-    /// Opens a new row for assignment; the current row stays current, also after Update.
+    /// Opens a new row for assignment; the current row stays current, also after Update. Only where
+    /// the recordset has no row at all, the one added becomes its current row.
     void AddNew();
     /// Opens the current row for assignment, its values fetched anew. Raises 3021, 3167.
     void Edit();
@@ -128,6 +132,7 @@ public:
 
     /// Runs the query again and stands on the first row.
     void Requery();
+    /// Lets go of the database; every further call raises 3420.
     void Close();
 
     /// For bound controls ------------------------------------------------------------------------

@@ -36,6 +36,9 @@ int resultCode(const QSqlError& error)
     return error.nativeErrorCode().toInt() & 0xff; // the higher bits tell kinds of one code apart
 }
 
+/// What every store file begins with, its closing zero included.
+constexpr QByteArrayView headerSignature("SQLite format 3", 16);
+
 constexpr auto primaryKeyName = "PrimaryKey"_L1;
 
 /// A file name as a URI, so that the mode of opening can be told; every sign of it may occur.
@@ -141,9 +144,10 @@ std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::mil
     const QFileInfo file(path);
     if (!file.exists())
         throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
-    // The engine takes a file without contents for a new store. Only the size is asked for: opening
-    // and closing the file past the engine would drop the locks that this process holds on it.
-    if (file.size() == 0)
+    // The engine takes a file without contents for a new store. Here only the size is asked for:
+    // opening and closing the file past the engine would drop the locks that this process holds on
+    // it.
+    if (file.isFile() && file.size() < headerSignature.size())
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path));
@@ -159,12 +163,18 @@ std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
         throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path));
     driver->connect(u"rwc"_s, lockWait);
-    // The sequence table comes into being with the first table that asks for one, and stays.
-    Together together(*driver);
-    driver->run(u"CREATE TABLE first (number INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
-    driver->run(u"DROP TABLE first"_s);
-    together.commit();
-    driver->prepareUse();
+    try {
+        // The sequence table comes into being with the first table that asks for one, and stays.
+        Together together(*driver);
+        driver->run(u"CREATE TABLE first (number INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
+        driver->run(u"DROP TABLE first"_s);
+        together.commit();
+        driver->prepareUse();
+    } catch (const RunTimeError&) {
+        driver.reset();
+        QFile::remove(path);
+        throw;
+    }
     return driver;
 }
 
@@ -204,7 +214,7 @@ RunTimeError SqliteDriver::openingError(const QSqlError& failure) const
         break;
     case NotADatabase: {
         QFile file(name());
-        if (file.open(QIODevice::ReadOnly) && file.read(16) == QByteArray("SQLite format 3", 16))
+        if (file.open(QIODevice::ReadOnly) && file.read(headerSignature.size()) == headerSignature)
             return RunTimeError(runtime::CorruptDatabase);
         return RunTimeError(runtime::UnrecognizedFormat,
                             u"Unrecognized database format '%1'."_s.arg(name()));

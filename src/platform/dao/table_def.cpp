@@ -63,11 +63,19 @@ std::vector<IndexInfo>& TableDefState::knownIndexes()
     return *indexes;
 }
 
+void TableDefState::requireFields(const IndexInfo& index)
+{
+    for (const QString& each : index.fields)
+        at(knownFields(), positionOf(knownFields(), each));
+}
+
 void TableDefState::createInStore()
 {
     Driver& engine = driver();
     if (engine.table(name))
         throw RunTimeError(tableExists, u"Table '%1' already exists."_s.arg(name));
+    for (const IndexInfo& each : *indexes)
+        requireFields(each);
     Together together(engine);
     for (const QString& each : engine.createTable({name, true, *fields}, *indexes))
         engine.run(each);
@@ -96,6 +104,7 @@ void Indexes::Append(const Index& index) const
         // A primary key belongs to the making of a table.
         if (index.Primary())
             throw RunTimeError(runtime::OperationNotSupported);
+        table_->requireFields(index.info());
         Driver& driver = table_->driver();
         driver.run(driver.createIndex(table_->name, index.info()));
     }

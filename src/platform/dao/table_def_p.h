@@ -23,6 +23,8 @@ struct TableDefState
     /// A table that was appended and then lost its last field: no SQL engine need hold such a
     /// table, so it stands here alone.
     bool standsHereAlone() { return appended && knownFields().empty(); }
+    /// Raises 3265 where the index is over a field that the table has not.
+    void requireFields(const IndexInfo& index);
     void createInStore();
 };
 

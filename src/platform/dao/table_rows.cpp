@@ -38,11 +38,11 @@ QString whereText(const QStringList& conditions)
 
 TableRows::TableRows(const Driver& driver, TableInfo table)
     : table_(std::move(table)), name_(Driver::quoted(table_.name)),
-      rowNumber_(driver.rowNumber(table_))
+      rowNumber_(name_ + u'.' + driver.rowNumber(table_))
 {
     QStringList columns(rowNumber_);
-    for (const FieldInfo& each : table_.fields)
-        columns.append(Driver::quoted(each.name));
+    for (std::size_t i = 0; i < table_.fields.size(); ++i)
+        columns.append(field(static_cast<int>(i)));
     select_ = u"SELECT %1 FROM %2"_s.arg(columns.join(u", "_s), name_);
 }
 
@@ -54,9 +54,16 @@ int TableRows::expectField(const QString& name) const
     return ordinal;
 }
 
-QString TableRows::field(int ordinal) const
+QString TableRows::target(int ordinal) const
 {
     return Driver::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
+}
+
+/// Named with its table, for an engine may take a lone quoted name that it does not know for a
+/// text.
+QString TableRows::field(int ordinal) const
+{
+    return name_ + u'.' + target(ordinal);
 }
 
 QString TableRows::ordering(const RowOrder& order, std::size_t from, Direction direction) const
@@ -204,7 +211,7 @@ RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assig
     std::vector<bool> assigned(table_.fields.size());
     for (const Assignment& each : assignments) {
         assigned[static_cast<std::size_t>(each.ordinal)] = true;
-        columns.append(field(each.ordinal));
+        columns.append(target(each.ordinal));
         places.append(u"?"_s);
         values.append(each.stored);
     }
@@ -229,7 +236,7 @@ bool TableRows::update(Driver& driver, RowNumber number,
     QStringList parts;
     QVariantList values;
     for (const Assignment& each : assignments) {
-        parts.append(field(each.ordinal) + " = ?"_L1);
+        parts.append(target(each.ordinal) + " = ?"_L1);
         values.append(each.stored);
     }
     values.append(number);

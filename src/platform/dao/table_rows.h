@@ -65,6 +65,7 @@ public:
 private:
     enum class Direction { Forward, Backward };
 
+    QString target(int ordinal) const;
     QString field(int ordinal) const;
     QString ordering(const RowOrder& order, std::size_t from, Direction direction) const;
     std::optional<StoredRow> pick(Driver& driver, const QStringList& conditions,

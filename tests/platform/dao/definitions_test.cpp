@@ -91,4 +91,209 @@ TEST_F(DefinitionsTest, KeepsADefinitionWhoseLastFieldIsDeleted)
     EXPECT_EQ(open()->tableDefs()(u"Orders"_s).Fields().Count(), 2);
 }
 
+TEST_F(DefinitionsTest, ListsTablesAndViewsInTheOrderOfTheirCreation)
+{
+    sql(u"CREATE TABLE Zebra (A LONG)"_s);
+    sql(u"CREATE TABLE Apple (A INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
+    sql(u"CREATE VIEW Middle AS SELECT * FROM Zebra"_s);
+    const auto database = open();
+    ASSERT_EQ(database->tableDefs().Count(), 3);
+    EXPECT_EQ(database->tableDefs()(0).Name(), u"Zebra"_s);
+    EXPECT_EQ(database->tableDefs()(1).Name(), u"Apple"_s);
+    EXPECT_EQ(database->tableDefs()(2).Name(), u"Middle"_s);
+    EXPECT_TRUE(database->tableDefs()(1).Updatable());
+    EXPECT_FALSE(database->tableDefs()(2).Updatable());
+    EXPECT_EQ(database->tableDefs()(u"ZEBRA"_s).Name(), u"Zebra"_s);
+    EXPECT_EQ(errorOf([&] { database->tableDefs()(3); }), 3265);
+    EXPECT_EQ(errorOf([&] { database->tableDefs()(-1); }), 3265);
+    EXPECT_EQ(errorOf([&] { database->tableDefs()(u"Zebr_"_s); }), 3265);
+}
+
+TEST_F(DefinitionsTest, TakesIndexesByPositionPrimaryKeyFirst)
+{
+    sql(u"CREATE TABLE T (A LONG, B LONG, C LONG, PRIMARY KEY (C))"_s);
+    sql(u"CREATE INDEX ZFirst ON T (B)"_s);
+    sql(u"CREATE UNIQUE INDEX ASecond ON T (A, B)"_s);
+    const auto database = open();
+    const dao::Indexes indexes = database->tableDefs()(u"T"_s).indexes();
+    ASSERT_EQ(indexes.Count(), 3);
+    EXPECT_TRUE(indexes(0).Primary());
+    EXPECT_EQ(indexes(0).Fields(), QStringList(u"C"_s));
+    EXPECT_EQ(indexes(1).Name(), u"ZFirst"_s);
+    EXPECT_FALSE(indexes(1).info().unique);
+    EXPECT_EQ(indexes(2).Name(), u"ASecond"_s);
+    EXPECT_TRUE(indexes(2).info().unique);
+    EXPECT_EQ(indexes(u"zfirst"_s).Fields(), QStringList(u"B"_s));
+    EXPECT_EQ(errorOf([&] { indexes(3); }), 3265);
+    EXPECT_EQ(errorOf([&] { indexes(u"B"_s); }), 3265);
+}
+
+TEST_F(DefinitionsTest, TakesTheFirstMadeOfTheIndexesWithoutAPrimaryKey)
+{
+    sql(u"CREATE TABLE T (A LONG, B LONG)"_s);
+    EXPECT_EQ(open()->tableDefs()(u"T"_s).indexes().Count(), 0);
+    const auto database = open();
+    EXPECT_EQ(errorOf([&] { database->tableDefs()(u"T"_s).indexes()(0); }), 3265);
+    sql(u"CREATE INDEX Z ON T (B)"_s);
+    sql(u"CREATE INDEX A ON T (A)"_s);
+    const auto fresh = open();
+    EXPECT_EQ(fresh->tableDefs()(u"T"_s).indexes()(0).Name(), u"Z"_s);
+}
+
+TEST_F(DefinitionsTest, KeepsAnIndexNameForEachTable)
+{
+    const auto database = create();
+    for (const QString& name : {u"One"_s, u"Two"_s}) {
+        dao::TableDef table = database->CreateTableDef(name);
+        table.Fields().Append(table.CreateField(u"A"_s, dao::dbLong));
+        table.indexes().Append(dao::Index({u"Same"_s, {u"A"_s}, false, false}));
+        database->tableDefs().Append(table);
+        table.indexes().Append(dao::Index({u"Later"_s, {u"A"_s}, false, true}));
+    }
+    const auto again = open();
+    for (const QString& name : {u"One"_s, u"Two"_s}) {
+        const dao::Indexes indexes = again->tableDefs()(name).indexes();
+        ASSERT_EQ(indexes.Count(), 2);
+        EXPECT_EQ(indexes(0).Name(), u"Same"_s);
+        EXPECT_EQ(indexes(1).Name(), u"Later"_s);
+    }
+    const auto rows = table(u"Two"_s);
+    rows->SetIndex(u"Same"_s);
+    EXPECT_EQ(rows->Index(), u"Same"_s);
+}
+
+TEST_F(DefinitionsTest, AddsAFieldToATableWithRows)
+{
+    sql(u"CREATE TABLE Orders (Number LONG PRIMARY KEY)"_s);
+    sql(u"INSERT INTO Orders VALUES (1), (2)"_s);
+    const auto database = open();
+    const dao::TableDef orders = database->tableDefs()(u"Orders"_s);
+    orders.Fields().Append(orders.CreateField(u"CustomerTel"_s, dao::dbText, 20));
+    orders.Fields().Append(orders.CreateField(u"Open_Close"_s, dao::dbBoolean));
+    orders.Fields().Append(orders.CreateField(u"Order_Date"_s, dao::dbDate));
+    EXPECT_EQ(
+        errorOf([&] { orders.Fields().Append(orders.CreateField(u"CUSTOMERTEL"_s, dao::dbLong)); }),
+        3191);
+    const auto rows = table(u"Orders"_s);
+    EXPECT_EQ(rows->FieldCount(), 4);
+    EXPECT_EQ(rows->Fields(u"CustomerTel"_s).Size(), 20);
+    EXPECT_FALSE(rows->Fields(u"CustomerTel"_s).Value().isValid());
+    EXPECT_EQ(rows->Fields(u"Open_Close"_s).Value(), 0);
+    EXPECT_EQ(rows->Fields(u"Order_Date"_s).Type(), dao::dbDate);
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Orders WHERE Open_Close = 0"_s), 2);
+}
+
+TEST_F(DefinitionsTest, TellsAFieldThatAnotherStationHasAddedMeanwhile)
+{
+    sql(u"CREATE TABLE Orders (Number LONG)"_s);
+    const auto database = open();
+    const dao::TableDef orders = database->tableDefs()(u"Orders"_s);
+    EXPECT_EQ(orders.Fields().Count(), 1);
+    sql(u"ALTER TABLE Orders ADD COLUMN Tel TEXT(20)"_s);
+    EXPECT_EQ(
+        errorOf([&] { orders.Fields().Append(orders.CreateField(u"Tel"_s, dao::dbText, 20)); }),
+        3191);
+}
+
+TEST_F(DefinitionsTest, TakesAFieldOutOfATable)
+{
+    sql(u"CREATE TABLE T (A LONG, B TEXT(5), C LONG)"_s);
+    sql(u"INSERT INTO T VALUES (1, 'x', 3)"_s);
+    const auto database = open();
+    const dao::TableDef def = database->tableDefs()(u"T"_s);
+    EXPECT_EQ(errorOf([&] { def.Fields().Delete(u"D"_s); }), 3265);
+    def.Fields().Delete(u"b"_s);
+    EXPECT_EQ(def.Fields().Count(), 2);
+    const auto rows = table(u"T"_s);
+    EXPECT_EQ(rows->FieldCount(), 2);
+    EXPECT_EQ(rows->Fields(u"C"_s).Value(), 3);
+}
+
+TEST_F(DefinitionsTest, AppendsNoTableTwiceAndNoneWithoutAField)
+{
+    const auto database = create();
+    const dao::TableDef empty = database->CreateTableDef(u"Empty"_s);
+    EXPECT_EQ(errorOf([&] { database->tableDefs().Append(empty); }), 3264);
+    appendPeople(*database);
+    EXPECT_EQ(errorOf([&] { appendPeople(*database); }), 3010);
+    EXPECT_EQ(database->tableDefs().Count(), 1);
+}
+
+TEST_F(DefinitionsTest, CreatesATableWhollyOrNotAtAll)
+{
+    const auto database = create();
+    dao::TableDef table = database->CreateTableDef(u"Half"_s);
+    table.Fields().Append(table.CreateField(u"A"_s, dao::dbLong));
+    table.indexes().Append(dao::Index({u"Wrong"_s, {u"B"_s}, false, false}));
+    EXPECT_EQ(errorOf([&] { database->tableDefs().Append(table); }), 3265);
+    dao::TableDef twice = database->CreateTableDef(u"Twice"_s);
+    twice.Fields().Append(twice.CreateField(u"A"_s, dao::dbLong));
+    for (int i = 0; i < 2; ++i)
+        twice.indexes().Append(dao::Index({u"Same"_s, {u"A"_s}, false, false}));
+    EXPECT_NE(errorOf([&] { database->tableDefs().Append(twice); }), 0);
+    EXPECT_EQ(open()->tableDefs().Count(), 0);
+    EXPECT_EQ(errorOf([&] { appendPeople(*database); }), 0) << "nothing stayed open";
+}
+
+TEST_F(DefinitionsTest, KeepsATableWithoutFieldsAmongTheTables)
+{
+    const auto database = create();
+    appendPeople(*database);
+    dao::TableDef orders = database->CreateTableDef(u"Orders"_s);
+    orders.Fields().Append(orders.CreateField(u"SAMPLE"_s, dao::dbText));
+    database->tableDefs().Append(orders);
+    orders.Fields().Delete(u"SAMPLE"_s);
+    ASSERT_EQ(database->tableDefs().Count(), 2);
+    EXPECT_EQ(database->tableDefs()(1).Name(), u"Orders"_s);
+    EXPECT_EQ(database->tableDefs()(1).indexes().Count(), 0);
+    EXPECT_EQ(open()->tableDefs().Count(), 1) << "it stands in this definition alone";
+}
+
+TEST_F(DefinitionsTest, CountsOnFromAnAssignedCounterToo)
+{
+    appendPeople(*create());
+    const auto rows = table(u"People"_s);
+    rows->AddNew();
+    rows->Fields(u"Code"_s).SetValue(40);
+    rows->Update();
+    rows->Delete();
+    rows->AddNew();
+    rows->Update();
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 41);
+}
+
+TEST_F(DefinitionsTest, CountsRowsThatAreInsertedPastTheEngine)
+{
+    appendPeople(*create());
+    sql(u"INSERT INTO People (Name) VALUES ('a'), ('b')"_s);
+    EXPECT_EQ(scalar(u"SELECT group_concat(Code) FROM People"_s), u"1,2"_s);
+    sql(u"DELETE FROM People"_s);
+    raw_.reset();
+    const auto rows = table(u"People"_s);
+    rows->AddNew();
+    rows->Update();
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 3);
+}
+
+TEST_F(DefinitionsTest, CountsEachTableByItself)
+{
+    const auto database = create();
+    for (const QString& name : {u"It's"_s, u"Two"_s}) {
+        dao::TableDef def = database->CreateTableDef(name);
+        def.Fields().Append(def.CreateCounter(u"Code \"x\""_s));
+        database->tableDefs().Append(def);
+    }
+    for (const QString& name : {u"It's"_s, u"It's"_s, u"Two"_s}) {
+        const auto rows = table(name);
+        rows->AddNew();
+        rows->Update();
+    }
+    EXPECT_EQ(table(u"Two"_s)->Fields(0).Value(), 1);
+    const auto rows = table(u"It's"_s);
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields(0).Value(), 2);
+}
+
 } // namespace

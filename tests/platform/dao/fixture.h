@@ -41,6 +41,7 @@ public:
         database.setDatabaseName(path);
         if (!database.open())
             ADD_FAILURE() << qPrintable(database.lastError().text());
+        QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
     }
     ~RawConnection()
     {

@@ -1,0 +1,185 @@
+#include "platform/dao/fixture.h"
+
+#include <QFile>
+
+using namespace daotest;
+
+namespace {
+
+class OpeningTest : public DaoTest
+{
+protected:
+    void writeFile(const QByteArray& contents)
+    {
+        QFile file(path_);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(contents), contents.size());
+    }
+
+    QString descriptionOfOpening()
+    {
+        try {
+            open();
+        } catch (const runtime::RunTimeError& error) {
+            return error.description();
+        }
+        return {};
+    }
+};
+
+TEST_F(OpeningTest, FindsNoMissingFileAndMakesNone)
+{
+    EXPECT_EQ(errorOf([&] { open(); }), 3024);
+    EXPECT_FALSE(QFile::exists(path_));
+    EXPECT_TRUE(descriptionOfOpening().contains(path_));
+}
+
+TEST_F(OpeningTest, FindsNoFileInAMissingFolder)
+{
+    path_ = folder_.filePath(u"nowhere/Aluminium.mdb"_s);
+    EXPECT_EQ(errorOf([&] { open(); }), 3024);
+    EXPECT_EQ(errorOf([&] { dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_); }),
+              3024);
+}
+
+TEST_F(OpeningTest, RefusesAnEmptyFile)
+{
+    writeFile({});
+    EXPECT_EQ(errorOf([&] { open(); }), 3343);
+    EXPECT_EQ(QFile(path_).size(), 0);
+}
+
+TEST_F(OpeningTest, RefusesAFileThatIsNoStore)
+{
+    for (const QByteArray& contents : {QByteArray("x"), QByteArray(16, '\0'),
+                                       QByteArray("Standard Jet DB"), QByteArray(10000, 'z')}) {
+        writeFile(contents);
+        EXPECT_EQ(errorOf([&] { open(); }), 3343) << contents.left(20).constData();
+        EXPECT_TRUE(descriptionOfOpening().contains(path_));
+    }
+}
+
+TEST_F(OpeningTest, RefusesAFolder)
+{
+    ASSERT_TRUE(QDir().mkpath(path_));
+    EXPECT_EQ(errorOf([&] { open(); }), 3051);
+}
+
+TEST_F(OpeningTest, TellsADamagedStore)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    raw_.reset();
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.seek(100));
+    ASSERT_EQ(file.write(QByteArray(3000, '\xff')), 3000);
+    file.close();
+    EXPECT_EQ(errorOf([&] { open(); }), 3049);
+}
+
+TEST_F(OpeningTest, TellsADamagedHeader)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    raw_.reset();
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.seek(16));
+    ASSERT_EQ(file.write("\x03\x03", 2), 2) << "a page size that cannot be";
+    file.close();
+    EXPECT_EQ(errorOf([&] { open(); }), 3049);
+}
+
+TEST_F(OpeningTest, WaitsForALockedStoreAndThenFails)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    sql(u"BEGIN EXCLUSIVE"_s);
+    EXPECT_EQ(errorOf([&] { open(); }), 3260);
+    sql(u"ROLLBACK"_s);
+    EXPECT_EQ(errorOf([&] { open(); }), 0);
+}
+
+TEST_F(OpeningTest, TakesAnySignInAPath)
+{
+    for (const QString& name : {u"חלונות ודלתות.mdb"_s, u"a b?c#d%20e&mode=ro.mdb"_s,
+                                u"x;y'z\"w.mdb"_s, u"file:memory.mdb"_s}) {
+        path_ = folder_.filePath(name);
+        dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_);
+        EXPECT_TRUE(QFile::exists(path_)) << qPrintable(name);
+        const auto database = open();
+        EXPECT_EQ(database->Name(), path_);
+        dao::TableDef table = database->CreateTableDef(u"T"_s);
+        table.Fields().Append(table.CreateField(u"F"_s, dao::dbLong));
+        EXPECT_EQ(errorOf([&] { database->tableDefs().Append(table); }), 0) << qPrintable(name);
+    }
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 4);
+}
+
+TEST_F(OpeningTest, DoesNotWriteTheFile)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    raw_.reset();
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    file.close();
+    open()->OpenRecordset(u"Items"_s, dao::dbOpenTable);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), before);
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(OpeningTest, KeepsARollbackJournal)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    ASSERT_EQ(scalar(u"PRAGMA journal_mode = WAL"_s).toString(), u"wal"_s);
+    raw_.reset();
+    open();
+    EXPECT_EQ(scalar(u"PRAGMA journal_mode"_s).toString(), u"delete"_s);
+}
+
+TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY, Num LONG)"_s);
+    sql(u"INSERT INTO Items VALUES (1, 5)"_s);
+    raw_.reset();
+    ASSERT_TRUE(QFile::setPermissions(path_, QFile::ReadOwner));
+    if (QFile(path_).open(QIODevice::ReadWrite))
+        GTEST_SKIP() << "this user may write every file";
+    const auto rows = table(u"Items"_s);
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 5);
+    rows->Edit();
+    rows->Fields(u"Num"_s).SetValue(6);
+    EXPECT_EQ(errorOf([&] { rows->Update(); }), 3027);
+    EXPECT_EQ(errorOf([&] { rows->Delete(); }), 3027);
+    EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 5);
+}
+
+TEST_F(OpeningTest, RefusesAFileThatMayNotBeRead)
+{
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    raw_.reset();
+    ASSERT_TRUE(QFile::setPermissions(path_, QFile::Permissions()));
+    if (QFile(path_).open(QIODevice::ReadOnly))
+        GTEST_SKIP() << "this user may read every file";
+    EXPECT_EQ(errorOf([&] { open(); }), 3051);
+}
+
+TEST_F(OpeningTest, KnowsOneWorkspace)
+{
+    EXPECT_EQ(errorOf([] { dao::DBEngine::instance().Workspaces(1); }), 3265);
+}
+
+TEST_F(OpeningTest, MakesNoStoreWhereNoneMayBe)
+{
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner));
+    const bool allowed = QFile(folder_.filePath(u"probe"_s)).open(QIODevice::WriteOnly);
+    const int error =
+        errorOf([&] { dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_); });
+    QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (allowed)
+        GTEST_SKIP() << "this user may write every folder";
+    EXPECT_EQ(error, 3024);
+    EXPECT_FALSE(QFile::exists(path_));
+}
+
+} // namespace
