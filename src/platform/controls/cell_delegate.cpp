@@ -13,6 +13,14 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
     return editor_;
 }
 
+void CellDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
+{
+    // It is deleted later only, and must not be taken for an open one until then.
+    if (editor_ == editor)
+        editor_.clear();
+    QStyledItemDelegate::destroyEditor(editor, index);
+}
+
 void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
