@@ -2,6 +2,7 @@
 
 #include "output/form_print.h"
 #include "platform/controls/form.h"
+#include "platform/controls/picture_button.h"
 #include "platform/controls/twips.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
@@ -10,6 +11,7 @@
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QMdiArea>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
@@ -83,6 +85,22 @@ protected:
     }
 };
 
+/// Condenses a text that is known at layout until it fits its place, where the font at hand draws
+/// it a little wider.
+void fitText(QLabel& label, int width)
+{
+    constexpr int narrowest = 80; ///< Percent of the font's own width.
+    QFont font = label.font();
+    for (int stretch = 99; stretch >= narrowest; --stretch) {
+        const QFontMetrics metrics = label.fontMetrics();
+        const int ink = metrics.tightBoundingRect(label.text()).width();
+        if (std::max(ink, metrics.horizontalAdvance(label.text())) <= width)
+            return;
+        font.setStretch(stretch);
+        label.setFont(font);
+    }
+}
+
 /// The place is kept but for its height: what is lower than a line of the font would clip it.
 template <typename Label>
 Label* addLabel(QWidget& form, const QString& name, const QString& text, const Place& place,
@@ -95,6 +113,7 @@ Label* addLabel(QWidget& form, const QString& name, const QString& text, const P
     label->setFont(fontOf(look));
     label->setAlignment(look.alignment);
     QRect geometry = controls::twipsRect(place.left, place.top, place.width, place.height);
+    fitText(*label, geometry.width());
     geometry.setHeight(std::max(geometry.height(), label->fontMetrics().height()));
     label->setGeometry(geometry);
     return label;
@@ -103,11 +122,15 @@ Label* addLabel(QWidget& form, const QString& name, const QString& text, const P
 QPushButton* addButton(QWidget& form, const QString& name, const QString& text, const QString& icon,
                        const Place& place)
 {
-    auto* button = new QPushButton(QIcon(icon), text, &form);
-    button->setObjectName(name);
+    auto* button = new controls::PictureButton(name, text, QIcon(icon), &form);
     button->setFont(fontOf(cell));
     button->setGeometry(controls::twipsRect(place.left, place.top, place.width, place.height));
     return button;
+}
+
+QWidget* mainWindow()
+{
+    return controls::frame() != nullptr ? controls::frame()->window() : nullptr;
 }
 
 QString viewingDate()
@@ -123,7 +146,8 @@ controls::DefaultInstance<FormView>& instance()
 
 } // namespace
 
-FormView::FormView()
+// Standing over the main window, it is never lost behind it while both are in use.
+FormView::FormView() : QDialog(mainWindow())
 {
     setObjectName(u"FormView"_s);
     setWindowTitle(u"הזמנה"_s);
@@ -146,7 +170,8 @@ void FormView::addHeading()
 {
     addLabel<QLabel>(*this, u"Label1"_s, u"הזמנה"_s, {4080, 120, 2535, 615}, heading);
     addLabel<QLabel>(*this, u"Label17"_s, u"תאריך :"_s, {1440, 240, 855, 375}, dateLine);
-    LabelDate = addLabel<NumberLabel>(*this, u"LabelDate"_s, {}, {120, 240, 1215, 375}, dateLine);
+    LabelDate = addLabel<NumberLabel>(*this, u"LabelDate"_s, u"00/00/0000"_s, {120, 240, 1215, 375},
+                                      dateLine);
     addLabel<QLabel>(*this, u"Label13"_s, u"שם סדרה :"_s, {5040, 1200, 1455, 255}, caption);
     LabelName = addLabel<QLabel>(*this, u"LabelName"_s, {}, {840, 1200, 4095, 255}, seriesName);
 }
@@ -190,10 +215,10 @@ void FormView::addParts()
 
 void FormView::addButtons()
 {
-    CmdPrint =
-        addButton(*this, u"CmdPrint"_s, u"הדפס"_s, u":/zomrel/print.png"_s, {3840, 6000, 975, 495});
-    CmdClose =
-        addButton(*this, u"CmdClose"_s, u"סגור"_s, u":/zomrel/close.png"_s, {2040, 6000, 975, 495});
+    CmdPrint = addButton(*this, u"CmdPrint"_s, u"הדפס"_s, u":/zomrel/icons/print.png"_s,
+                         {3840, 6000, 975, 495});
+    CmdClose = addButton(*this, u"CmdClose"_s, u"סגור"_s, u":/zomrel/icons/close.png"_s,
+                         {2040, 6000, 975, 495});
     runtime::on(CmdPrint, &QPushButton::clicked, this, [this] { CmdPrint_Click(); });
     runtime::on(CmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
