@@ -6,15 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace catalogue {
 
-const std::array<QString, deductionCount>& deductionFields()
-{
-    static const std::array<QString, deductionCount> fields{
-        u"Mashkof_W"_s, u"Mashkof_H"_s, u"Kanaf_W"_s,  u"Kanaf_H"_s,
-        u"Glass_W"_s,   u"Glass_H"_s,   u"Reshet_W"_s, u"Reshet_H"_s,
-    };
-    return fields;
-}
-
 DeductionText splitDeduction(double value)
 {
     const bool isPositive = value > 0;

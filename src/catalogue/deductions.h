@@ -2,16 +2,11 @@
 
 #include <QString>
 
-#include <array>
-
 namespace catalogue {
 
-/// A series' deductions in the order of the screen's boxes: width and height of frame, sash, glass
-/// and mesh. They are added to the opening, so a true deduction is a negative number.
+/// The deductions of a series: width and height of frame, sash, glass and mesh. They are added to
+/// the opening, so a true deduction is a negative number.
 inline constexpr int deductionCount = 8;
-
-/// The fields of the table Serials that hold them.
-const std::array<QString, deductionCount>& deductionFields();
 
 /// A deduction as its three boxes show it.
 struct DeductionText

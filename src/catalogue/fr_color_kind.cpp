@@ -1,15 +1,16 @@
 #include "catalogue/fr_color_kind.h"
 
-#include "catalogue/command_button.h"
+#include "catalogue/command_font.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/picture_button.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/guard.h"
+#include "store/schema.h"
 #include "store/store_access.h"
 
 #include <QCloseEvent>
 #include <QLabel>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -88,19 +89,19 @@ void FrColorKind::addGrids()
 
 void FrColorKind::addCommand()
 {
-    QPushButton* end = commandButton(*this, u"CmdEnd"_s, u"סיים"_s);
-    end->setIcon(QIcon(u":/zomrel/close.png"_s));
+    auto* end = new controls::PictureButton(u"CmdEnd"_s, u"סיים"_s,
+                                            QIcon(u":/zomrel/icons/close.png"_s), this);
+    end->setFont(commandFont());
     end->setGeometry(controls::twipsRect(6120, 6480, 1095, 495));
     runtime::on(end, &QPushButton::clicked, this, [this] { CmdEnd_Click(); });
 }
 
 void FrColorKind::load()
 {
-    const std::array parts{u"Mashkof"_s, u"Kanaf"_s, u"Glass"_s, u"Reshet"_s};
     for (int i = 0; i < 4; ++i)
-        bindTable(*DataColor[i], parts[i] + u"Color"_s);
+        bindTable(*DataColor[i], store::partLists()[i].colorTable);
     for (int i = 0; i < 4; ++i)
-        bindTable(*DataKind[i], parts[i] + u"Kind"_s);
+        bindTable(*DataKind[i], store::partLists()[i].kindTable);
     for (controls::DBGrid* grid : DBGridKind)
         controls::SetGridFont(*grid);
 }

@@ -22,8 +22,6 @@ public:
     /// Raises what opening the store raises.
     FrColorKind();
 
-    QSize sizeHint() const override { return size(); }
-
 protected:
     void closeEvent(QCloseEvent* event) override;
 

@@ -1,9 +1,10 @@
 #include "catalogue/fr_serials.h"
 
-#include "catalogue/command_button.h"
+#include "catalogue/command_font.h"
 #include "catalogue/series_fields.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/twips.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
 #include "store/store_access.h"
@@ -35,10 +36,12 @@ void FrSerials::addGrid()
     DataGrid = new controls::DataControl(u"DataGrid"_s, this);
     DBGrid1 = new controls::DBGrid(u"DBGrid1"_s, this);
     DBGrid1->setCaption(u"כל הסדרות"_s);
+    constexpr int countWidth = 1535;
+    constexpr int nameWidth = 5292;
     QList<controls::DBGridColumn> columns{
-        {u"מס. כנף"_s, u"Kanaf_Num"_s, 1535},
-        {u"מס.  נתיב"_s, u"Nativ_Num"_s, 1535},
-        {u"שם סדרה"_s, u"Name"_s, 5292},
+        {u"מס. כנף"_s, u"Kanaf_Num"_s, countWidth},
+        {u"מס.  נתיב"_s, u"Nativ_Num"_s, countWidth},
+        {u"שם סדרה"_s, u"Name"_s, nameWidth},
     };
     for (const QString& hidden :
          {u"Mashkof_H"_s, u"Kanaf_W"_s, u"Kanaf_H"_s, u"Glass_W"_s, u"Glass_H"_s, u"Reshet_W"_s,
@@ -46,15 +49,24 @@ void FrSerials::addGrid()
         columns.append({hidden, hidden});
     DBGrid1->setColumns(columns);
     DBGrid1->setDataSource(DataGrid);
+    DBGrid1->setMinimumWidth(controls::pixels(2 * countWidth + nameWidth));
+}
+
+QPushButton* FrSerials::addCommand(const QString& name, const QString& caption)
+{
+    auto* command = new QPushButton(caption, this);
+    command->setObjectName(name);
+    command->setFont(commandFont());
+    return command;
 }
 
 void FrSerials::addCommands()
 {
-    CmdNew = commandButton(*this, u"CmdNew"_s, u"סדרה חדשה"_s);
-    CmdAdd = commandButton(*this, u"CmdAdd"_s, u"הוסף"_s);
-    CmdUpdate = commandButton(*this, u"CmdUpdate"_s, u"עדכן"_s);
-    CmdDelete = commandButton(*this, u"CmdDelete"_s, u"מחק"_s);
-    CmdEnd = commandButton(*this, u"CmdEnd"_s, u"סיים"_s);
+    CmdNew = addCommand(u"CmdNew"_s, u"סדרה חדשה"_s);
+    CmdAdd = addCommand(u"CmdAdd"_s, u"הוסף"_s);
+    CmdUpdate = addCommand(u"CmdUpdate"_s, u"עדכן"_s);
+    CmdDelete = addCommand(u"CmdDelete"_s, u"מחק"_s);
+    CmdEnd = addCommand(u"CmdEnd"_s, u"סיים"_s);
     runtime::on(CmdNew, &QPushButton::clicked, this, [this] { CmdNew_Click(); });
     runtime::on(CmdAdd, &QPushButton::clicked, this, [this] { CmdAdd_Click(); });
     runtime::on(CmdUpdate, &QPushButton::clicked, this, [this] { CmdUpdate_Click(); });

@@ -27,6 +27,7 @@ public:
 private:
     void addGrid();
     void addCommands();
+    QPushButton* addCommand(const QString& name, const QString& caption);
     void layOut();
     void orderTabs();
     void load();

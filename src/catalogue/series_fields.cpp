@@ -5,6 +5,7 @@
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"
 #include "shell/base/input_boxes.h"
+#include "store/schema.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -25,6 +26,15 @@ QFont fieldFont()
     return font;
 }
 
+/// What the fields hold is to be read also while they are out of use.
+QPalette readablePalette(QPalette palette)
+{
+    const QColor grey(70, 70, 70);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, grey);
+    return palette;
+}
+
 /// Chooses the entry of a stored count: the first for 1.
 void chooseCount(QComboBox& list, const QVariant& stored)
 {
@@ -40,6 +50,7 @@ SeriesFields::SeriesFields(QWidget* parent) : QGroupBox(parent)
 {
     setObjectName(u"FrameOrder"_s);
     setFont(fieldFont());
+    setPalette(readablePalette(palette()));
     auto* column = new QVBoxLayout(this);
     addHead(*column);
     addDeductions(*column);
@@ -97,6 +108,8 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
     column.addWidget(heading);
 
     auto* grid = new QGridLayout;
+    // A sign must be seen to belong to the number at its right, not to the one at its left.
+    grid->setHorizontalSpacing(24);
     grid->addWidget(addLabel(u"Label4"_s, u"מהרוחב "_s), 0, 1, Qt::AlignCenter);
     grid->addWidget(addLabel(u"Label5"_s, u"מהגובה"_s), 0, 2, Qt::AlignCenter);
     const std::array parts{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
@@ -165,7 +178,7 @@ void SeriesFields::loadFrom(dao::Recordset& series)
     const QVariant remark = series.Fields(u"Rem"_s).Value();
     TextRem->setText(runtime::isNull(remark) ? QString() : runtime::toText(remark));
     for (int i = 0; i < deductionCount; ++i) {
-        const QVariant stored = series.Fields(deductionFields()[i]).Value();
+        const QVariant stored = series.Fields(store::deductionFields()[i]).Value();
         const DeductionText text = splitDeduction(runtime::toDouble(stored));
         TextSign[i]->setText(text.sign);
         TextNum[2 * i]->setText(text.whole);
@@ -182,7 +195,7 @@ void SeriesFields::PutSeriesFields(controls::DataControl& Source)
     for (int i = 0; i < deductionCount; ++i) {
         const DeductionText text{TextSign[i]->text(), TextNum[2 * i]->text(),
                                  TextNum[2 * i + 1]->text()};
-        series.Fields(deductionFields()[i]).SetValue(joinDeduction(text));
+        series.Fields(store::deductionFields()[i]).SetValue(joinDeduction(text));
     }
     series.Fields(u"Nativ_Num"_s).SetValue(ComboLane->currentIndex() + 1);
     series.Fields(u"Kanaf_Num"_s).SetValue(ComboWing->currentIndex() + 1);

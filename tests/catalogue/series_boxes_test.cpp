@@ -1,0 +1,204 @@
+#include "serials_screen.h"
+#include "support/doors.h"
+#include "support/temporary_store.h"
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+/// The keyboard in the boxes of the series editor, and what a box holds when it is left.
+class SeriesBoxesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void tabOrder();
+    void enterWalksThroughTheBoxes();
+    void upWalksBack();
+    void enterStaysInTheName();
+    void signsTakeTheirKeysAlone_data();
+    void signsTakeTheirKeysAlone();
+    void measuresTakeEveryKey();
+    void emptiedBoxesAreFilled();
+    void singleDigitStays();
+    void buttonPressEndsAnEmptySign();
+    void measureReadsFromTheLeft();
+
+private:
+    void enter(QLineEdit* box, const QString& text = {});
+
+    std::unique_ptr<testsupport::TemporaryStore> store_;
+    std::unique_ptr<testsupport::RecordedBoxes> boxes_;
+    std::unique_ptr<SerialsScreen> screen_;
+};
+
+void SeriesBoxesTest::init()
+{
+    store_ = std::make_unique<testsupport::TemporaryStore>();
+    boxes_ = std::make_unique<testsupport::RecordedBoxes>();
+    screen_ = std::make_unique<SerialsScreen>();
+    screen_->press("CmdNew");
+}
+
+void SeriesBoxesTest::cleanup()
+{
+    QCOMPARE(boxes_->unexpected(), QList<QString>());
+    screen_.reset();
+    boxes_.reset();
+    store_.reset();
+}
+
+/// Puts the focus into the box and the text in place of what it holds.
+void SeriesBoxesTest::enter(QLineEdit* box, const QString& text)
+{
+    box->setFocus();
+    box->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(box, Qt::Key_Delete);
+    else
+        QTest::keyClicks(box, text);
+}
+
+void SeriesBoxesTest::tabOrder()
+{
+    QStringList expected{u"TextName"_s, u"ComboLane"_s, u"ComboWing"_s};
+    for (int i = 0; i < 8; ++i) {
+        expected << u"TextSign_%1"_s.arg(i) << u"TextNum_%1"_s.arg(2 * i)
+                 << u"TextNum_%1"_s.arg(2 * i + 1);
+    }
+    expected << u"TextRem"_s << u"CmdNew"_s << u"CmdAdd"_s << u"CmdUpdate"_s << u"CmdDelete"_s
+             << u"CmdEnd"_s << u"DBGrid1"_s;
+
+    screen_->box(u"TextName"_s)->setFocus();
+    QStringList reached;
+    for (qsizetype i = 0; i < expected.size(); ++i) {
+        reached << QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(reached, expected);
+}
+
+void SeriesBoxesTest::enterWalksThroughTheBoxes()
+{
+    screen_->sign(0)->setFocus();
+    const QStringList way{u"TextNum_0"_s, u"TextNum_1"_s, u"TextSign_1"_s, u"TextNum_2"_s};
+    for (const QString& next : way) {
+        const int key = next == u"TextNum_1"_s ? Qt::Key_Down : Qt::Key_Return;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key));
+        QTRY_COMPARE(QApplication::focusWidget()->objectName(), next);
+        QTRY_COMPARE(screen_->box(next)->selectedText(), screen_->box(next)->text());
+    }
+    QTest::keyClick(screen_->num(2), Qt::Key_7);
+    QCOMPARE(screen_->num(2)->text(), u"7"_s);
+}
+
+void SeriesBoxesTest::upWalksBack()
+{
+    screen_->num(2)->setFocus();
+    for (const QString& next : {u"TextSign_1"_s, u"TextNum_1"_s, u"TextNum_0"_s, u"TextSign_0"_s}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+        QTRY_COMPARE(QApplication::focusWidget()->objectName(), next);
+        QTRY_COMPARE(screen_->box(next)->selectedText(), screen_->box(next)->text());
+    }
+}
+
+void SeriesBoxesTest::enterStaysInTheName()
+{
+    QLineEdit* name = screen_->box(u"TextName"_s);
+    enter(name, u"n"_s);
+    QTest::keyClick(name, Qt::Key_Return);
+    QTest::keyClick(name, Qt::Key_Down);
+    QTest::qWait(0);
+    QCOMPARE(QApplication::focusWidget(), name);
+    QVERIFY(boxes_->shown().empty());
+}
+
+void SeriesBoxesTest::signsTakeTheirKeysAlone_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("onKeypad");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("minus") << int(Qt::Key_Minus) << false << u"-"_s;
+    QTest::newRow("keypad minus") << int(Qt::Key_Minus) << true << u"-"_s;
+    QTest::newRow("keypad plus") << int(Qt::Key_Plus) << true << u"+"_s;
+    QTest::newRow("plus") << int(Qt::Key_Plus) << false << QString();
+    QTest::newRow("digit") << int(Qt::Key_5) << false << QString();
+    QTest::newRow("keypad digit") << int(Qt::Key_5) << true << QString();
+    QTest::newRow("letter") << int(Qt::Key_X) << false << QString();
+    QTest::newRow("blank") << int(Qt::Key_Space) << false << QString();
+}
+
+void SeriesBoxesTest::signsTakeTheirKeysAlone()
+{
+    QFETCH(int, key);
+    QFETCH(bool, onKeypad);
+    QFETCH(QString, text);
+    QLineEdit* sign = screen_->sign(3);
+    enter(sign);
+    QCOMPARE(sign->text(), QString());
+    QTest::keyClick(sign, Qt::Key(key), onKeypad ? Qt::KeypadModifier : Qt::NoModifier);
+    QCOMPARE(sign->text(), text);
+}
+
+void SeriesBoxesTest::measuresTakeEveryKey()
+{
+    enter(screen_->num(4), u"1a-x"_s);
+    QCOMPARE(screen_->num(4)->text(), u"1a-"_s);
+    enter(screen_->num(5), u".9"_s);
+    QCOMPARE(screen_->num(5)->text(), u".9"_s);
+}
+
+void SeriesBoxesTest::emptiedBoxesAreFilled()
+{
+    for (int i = 0; i < 8; ++i) {
+        enter(screen_->sign(i));
+        enter(screen_->num(2 * i));
+        QCOMPARE(screen_->sign(i)->text(), u"+"_s);
+        enter(screen_->num(2 * i + 1));
+        QCOMPARE(screen_->num(2 * i)->text(), u"0"_s);
+        screen_->box(u"TextName"_s)->setFocus();
+        QCOMPARE(screen_->num(2 * i + 1)->text(), u"00"_s);
+    }
+}
+
+void SeriesBoxesTest::singleDigitStays()
+{
+    enter(screen_->num(1), u"5"_s);
+    screen_->box(u"TextName"_s)->setFocus();
+    QCOMPARE(screen_->num(1)->text(), u"5"_s);
+}
+
+void SeriesBoxesTest::buttonPressEndsAnEmptySign()
+{
+    enter(screen_->num(0), u"2"_s);
+    enter(screen_->sign(0));
+    QCOMPARE(screen_->sign(0)->text(), QString());
+    boxes_->answer(runtime::vbYes);
+    screen_->press("CmdAdd");
+    QCOMPARE(screen_->sign(0)->text(), u"+"_s);
+    QCOMPARE(store_->scalar(u"SELECT Mashkof_W FROM Serials"_s), 2.0);
+}
+
+void SeriesBoxesTest::measureReadsFromTheLeft()
+{
+    const auto leftOf = [&](const QString& name) {
+        const QWidget* widget = screen_->find(name);
+        return widget->mapTo(&screen_->form(), QPoint(0, 0)).x();
+    };
+    for (int i = 0; i < 8; ++i) {
+        QVERIFY(leftOf(u"TextSign_%1"_s.arg(i)) < leftOf(u"TextNum_%1"_s.arg(2 * i)));
+        QVERIFY(leftOf(u"TextNum_%1"_s.arg(2 * i)) < leftOf(u"Label1_%1"_s.arg(i + 1)));
+        QVERIFY(leftOf(u"Label1_%1"_s.arg(i + 1)) < leftOf(u"TextNum_%1"_s.arg(2 * i + 1)));
+        QVERIFY(screen_->find(u"Picture1_%1"_s.arg(i))->isAncestorOf(screen_->num(2 * i)));
+        QVERIFY(screen_->find(u"Picture1_%1"_s.arg(i))->isAncestorOf(screen_->num(2 * i + 1)));
+    }
+    // The width's column stands at the right, where reading begins.
+    QVERIFY(leftOf(u"Picture1_0"_s) > leftOf(u"Picture1_1"_s));
+    QVERIFY(leftOf(u"Label6"_s) > leftOf(u"Picture1_0"_s));
+}
+
+ZOMREL_QTEST_MAIN(SeriesBoxesTest)
+#include "series_boxes_test.moc"
