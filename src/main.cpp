@@ -1,0 +1,18 @@
+#include "platform/controls/message_box_window.h"
+#include "shell/appearance.h"
+#include "shell/enter_clicks.h"
+#include "shell/start.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Zomrel"));
+    shell::setUpAppearance(application);
+    controls::installMessageBoxes();
+    shell::EnterClicks enterClicks;
+    application.installEventFilter(&enterClicks);
+    const auto window = shell::openMainWindow();
+    return QApplication::exec();
+}

@@ -1,0 +1,67 @@
+#include "shell/appearance.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QPalette>
+#include <QStyle>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+constexpr qreal readablePoints = 11;
+
+/// The fonts that the forms name, and families with Hebrew letters that stand in for them where
+/// the system has none of that name or one without Hebrew.
+void substituteFonts()
+{
+    QFont::insertSubstitutions(u"David"_s,
+                               {u"David CLM"_s, u"Frank Ruehl CLM"_s, u"DejaVu Sans"_s});
+    for (const QString& sans : {u"Arial"_s, u"MS Sans Serif"_s})
+        QFont::insertSubstitutions(sans, {u"Nachlieli CLM"_s, u"DejaVu Sans"_s});
+}
+
+void enlargeFont()
+{
+    QFont font = QApplication::font();
+    if (font.pointSizeF() < readablePoints)
+        font.setPointSizeF(readablePoints);
+    QApplication::setFont(font);
+}
+
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int side : {16, 32, 48, 128, 256})
+        icon.addFile(u":/zomrel/icons/zomrel-%1.png"_s.arg(side));
+    return icon;
+}
+
+void translateToolkit(QApplication& application)
+{
+    auto* translator = new QTranslator(&application);
+    if (translator->load(u"qtbase_he"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(translator);
+}
+
+} // namespace
+
+void setUpAppearance(QApplication& application)
+{
+    QApplication::setStyle(u"Fusion"_s);
+    // Texts and grids are black on light ground, whatever the desktop's theme says.
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    substituteFonts();
+    enlargeFont();
+    translateToolkit(application);
+    QGuiApplication::setDesktopFileName(u"zomrel"_s);
+    QApplication::setWindowIcon(programIcon());
+}
+
+} // namespace shell

@@ -1,0 +1,172 @@
+#include "shell/mdi_zomrel.h"
+
+#include "catalogue/catalogue.h"
+#include "catalogue/fr_color_kind.h"
+#include "catalogue/fr_serials.h"
+#include "orders/orders.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/form.h"
+#include "platform/runtime/guard.h"
+#include "platform/runtime/version.h"
+#include "shell/base/module1.h"
+#include "shell/status_bar.h"
+#include "shell/toolbar_keys.h"
+#include "store/store_access.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QMdiArea>
+#include <QMenu>
+#include <QToolBar>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+constexpr QSize pictureSize(32, 32);
+constexpr int indexOutOfBounds = 35600;
+
+/// Major, minor and revision: the third part of the file version is not shown.
+QString shownVersion()
+{
+    const QVersionNumber version = runtime::programVersion();
+    return u"%1.%2.%3"_s.arg(version.majorVersion())
+        .arg(version.minorVersion())
+        .arg(version.segmentAt(3));
+}
+
+QIcon picture(const QString& name)
+{
+    return QIcon(u":/zomrel/icons/%1.png"_s.arg(name));
+}
+
+QString beside(const QString& programDirectory, const QString& fileName)
+{
+    return QDir::toNativeSeparators(programDirectory + u'/' + fileName);
+}
+
+} // namespace
+
+MDIZomrel::MDIZomrel(const QString& programDirectory)
+    : ImageList1{picture(u"orders"_s), picture(u"series"_s), picture(u"kinds-and-colours"_s),
+                 picture(u"exit"_s)},
+      Toolbar1(new QToolBar(this)), StatusBar1(new StatusBar(this)),
+      DataMDI(new controls::DataControl(u"DataMDI"_s, this)), frame_(new QMdiArea(this))
+{
+    setObjectName(u"MDIZomrel"_s);
+    setWindowTitle(u"זומרל"_s);
+    setLayoutDirection(Qt::RightToLeft);
+    setContextMenuPolicy(Qt::NoContextMenu); // the toolbar cannot be taken away
+    buildToolbar();
+    setStatusBar(StatusBar1);
+    frame_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    frame_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(frame_);
+    Form_Load(programDirectory);
+    controls::setFrame(frame_);
+}
+
+MDIZomrel::~MDIZomrel()
+{
+    if (controls::frame() == frame_)
+        controls::setFrame(nullptr);
+}
+
+void MDIZomrel::buildToolbar()
+{
+    Toolbar1->setObjectName(u"Toolbar1"_s);
+    Toolbar1->setIconSize(pictureSize);
+    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    Toolbar1->setMovable(false);
+    addToolBar(Toolbar1);
+    addButtonMenu(addButton(u"הזמנות"_s, u"Order"_s, 0));
+    addButton(u"סדרות"_s, u"Serials"_s, 1);
+    addButton(u"סוג וצבע"_s, u"ColorKind"_s, 2);
+    addButton(u"יציאה"_s, u"Exit"_s, 3);
+    for (QAction* each : Toolbar1->actions())
+        Toolbar1->widgetForAction(each)->setToolTip({}); // the toolkit repeats the caption there
+    new ToolbarKeys(Toolbar1);
+}
+
+QAction* MDIZomrel::addButton(const QString& caption, const QString& tag, int picture)
+{
+    QAction* button = Toolbar1->addAction(ImageList1[std::size_t(picture)], caption);
+    button->setData(tag);
+    runtime::on(button, &QAction::triggered, this,
+                [this, button] { Toolbar1_ButtonClick(*button); });
+    return button;
+}
+
+void MDIZomrel::addButtonMenu(QAction* button)
+{
+    auto* menu = new QMenu(this);
+    for (const auto& [text, tag] :
+         {std::pair(u"קליטת הזמנה"_s, u"NewOrder"_s), std::pair(u"חפש הזמנה"_s, u"FindOrder"_s)}) {
+        QAction* buttonMenu = menu->addAction(text);
+        buttonMenu->setData(tag);
+        runtime::on(buttonMenu, &QAction::triggered, this,
+                    [this, buttonMenu] { Toolbar1_ButtonMenuClick(*buttonMenu); });
+    }
+    auto* toolButton = qobject_cast<QToolButton*>(Toolbar1->widgetForAction(button));
+    toolButton->setMenu(menu); // before the action takes it: a button loses a menu of its action's
+    button->setMenu(menu);
+    toolButton->setPopupMode(QToolButton::MenuButtonPopup);
+}
+
+void MDIZomrel::Form_Load(const QString& programDirectory)
+{
+    Module1::IsMonoblock = false;
+    Module1::IsDoorFrame = false;
+    setWindowTitle(u"זומרל - גרסה: "_s + shownVersion());
+    Module1::StorePath = beside(programDirectory, u"Aluminium.mdb"_s);
+    Module1::LogoPath = beside(programDirectory, u"Logo.jpg"_s);
+    Module1::FileSys = std::make_unique<runtime::FileSystemObject>();
+    BuildOrdersTable(Module1::StorePath);
+}
+
+void MDIZomrel::BuildOrdersTable(const QString& path)
+{
+    store::BuildOrdersTable(path);
+}
+
+void MDIZomrel::GetOrder(std::int16_t index)
+{
+    const QList<QAction*> buttons = Toolbar1->actions();
+    if (index < 1 || index > buttons.size())
+        throw runtime::RunTimeError(indexOutOfBounds, u"Index out of bounds"_s);
+    const QString tag = buttons.at(index - 1)->data().toString();
+    if (tag == u"Serials"_s)
+        catalogue::frSerials().Show();
+    else if (tag == u"Order"_s)
+        orders::openOrderLongForm(*DataMDI);
+    else if (tag == u"ColorKind"_s)
+        catalogue::frColorKind().Show();
+    else if (tag == u"Exit"_s)
+        runtime::EndProcess(0);
+}
+
+void MDIZomrel::Toolbar1_ButtonClick(const QAction& button)
+{
+    const qsizetype position = Toolbar1->actions().indexOf(&button);
+    GetOrder(static_cast<std::int16_t>(position + 1));
+}
+
+void MDIZomrel::Toolbar1_ButtonMenuClick(const QAction& buttonMenu)
+{
+    const QString tag = buttonMenu.data().toString();
+    if (tag == u"NewOrder"_s)
+        orders::openOrderShortForm(*DataMDI);
+    else if (tag == u"FindOrder"_s)
+        orders::findOrder();
+}
+
+void MDIZomrel::closeEvent(QCloseEvent* event)
+{
+    event->accept();
+    runtime::guarded([] { runtime::EndProcess(0); });
+}
+
+} // namespace shell

@@ -1,0 +1,293 @@
+#include "shell/mdi_zomrel.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "shell/base/module1.h"
+#include "support/doors.h"
+#include "support/temporary_store.h"
+#include "support/widgets.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+class MdiZomrelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void titleShowsTheVersion();
+    void loadSetsTheSharedVariables();
+    void readsFromRightToLeft();
+    void toolbarButtons_data();
+    void toolbarButtons();
+    void buttonMenu();
+    void dataControlIsHidden();
+
+    void ordersButtonOpensTheOrderForm();
+    void arrowOpensTheMenu();
+    void newOrderItemOpensTheOrderForm();
+    void findOrderItemShowsTheSearchForm();
+    void childWindowCommands_data();
+    void childWindowCommands();
+    void aFormHasOneInstance();
+    void unknownTagDoesNothing();
+    void buttonThatDoesNotExist();
+
+    void exitEndsTheProcess();
+    void closingEndsTheProcess();
+
+private:
+    QToolButton* button(int index) const;
+    QAction* menuAction(const QString& tag) const;
+    /// The form in the frame, or null where it is not shown.
+    QWidget* formInFrame(const QString& name) const;
+
+    std::unique_ptr<testsupport::TemporaryStore> store_;
+    std::unique_ptr<testsupport::RecordedBoxes> boxes_;
+    std::unique_ptr<testsupport::RecordedEnd> end_;
+    std::unique_ptr<shell::MDIZomrel> window_;
+    QToolBar* toolbar_ = nullptr;
+};
+
+void MdiZomrelTest::init()
+{
+    store_ = std::make_unique<testsupport::TemporaryStore>();
+    boxes_ = std::make_unique<testsupport::RecordedBoxes>();
+    end_ = std::make_unique<testsupport::RecordedEnd>();
+    Module1::IsMonoblock = true;
+    Module1::IsDoorFrame = true;
+    window_ = std::make_unique<shell::MDIZomrel>(store_->folder());
+    window_->resize(1366, 768);
+    window_->show();
+    toolbar_ = testsupport::child<QToolBar>(*window_, u"Toolbar1"_s);
+}
+
+void MdiZomrelTest::cleanup()
+{
+    QVERIFY(boxes_->unexpected().isEmpty());
+    window_.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    end_.reset();
+    boxes_.reset();
+    store_.reset();
+}
+
+QToolButton* MdiZomrelTest::button(int index) const
+{
+    return qobject_cast<QToolButton*>(toolbar_->widgetForAction(toolbar_->actions().at(index - 1)));
+}
+
+QAction* MdiZomrelTest::menuAction(const QString& tag) const
+{
+    for (QAction* each : toolbar_->actions().constFirst()->menu()->actions()) {
+        if (each->data() == tag)
+            return each;
+    }
+    qFatal("no menu item with the tag %s", qPrintable(tag));
+}
+
+QWidget* MdiZomrelTest::formInFrame(const QString& name) const
+{
+    for (const QMdiSubWindow* each : window_->findChild<QMdiArea*>()->subWindowList()) {
+        if (each->isVisible() && each->widget()->objectName() == name)
+            return each->widget();
+    }
+    return nullptr;
+}
+
+void MdiZomrelTest::titleShowsTheVersion()
+{
+    QCOMPARE(window_->windowTitle(), u"זומרל - גרסה: 2.1.60"_s);
+    QCOMPARE(window_->objectName(), u"MDIZomrel"_s);
+}
+
+void MdiZomrelTest::loadSetsTheSharedVariables()
+{
+    QCOMPARE(Module1::StorePath, store_->path());
+    QCOMPARE(Module1::LogoPath, QDir::toNativeSeparators(store_->folder() + u"/Logo.jpg"_s));
+    QVERIFY(Module1::FileSys != nullptr);
+    QVERIFY(!Module1::IsMonoblock);
+    QVERIFY(!Module1::IsDoorFrame);
+    QCOMPARE(store_->scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 0);
+}
+
+void MdiZomrelTest::readsFromRightToLeft()
+{
+    QCOMPARE(window_->layoutDirection(), Qt::RightToLeft);
+    QCOMPARE(toolbar_->layoutDirection(), Qt::RightToLeft);
+    for (int i = 1; i < 4; ++i)
+        QVERIFY(button(i)->x() > button(i + 1)->x());
+}
+
+void MdiZomrelTest::toolbarButtons_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("tag");
+    QTest::newRow("orders") << 1 << u"הזמנות"_s << u"Order"_s;
+    QTest::newRow("series") << 2 << u"סדרות"_s << u"Serials"_s;
+    QTest::newRow("kinds ") << 3 << u"סוג וצבע"_s << u"ColorKind"_s;
+    QTest::newRow("exit  ") << 4 << u"יציאה"_s << u"Exit"_s;
+}
+
+void MdiZomrelTest::toolbarButtons()
+{
+    QFETCH(int, index);
+    QFETCH(QString, caption);
+    QFETCH(QString, tag);
+    QCOMPARE(toolbar_->actions().size(), 4);
+    const QAction* action = toolbar_->actions().at(index - 1);
+    QCOMPARE(action->text(), caption);
+    QCOMPARE(action->data().toString(), tag);
+    QVERIFY(!action->icon().isNull());
+    QCOMPARE(action->icon().availableSizes(), QList<QSize>{QSize(32, 32)});
+    QCOMPARE(button(index)->text(), caption);
+    QCOMPARE(button(index)->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    QCOMPARE(button(index)->iconSize(), QSize(32, 32));
+    QCOMPARE(button(index)->toolTip(), QString());
+    QVERIFY(button(index)->isVisible());
+}
+
+void MdiZomrelTest::buttonMenu()
+{
+    QCOMPARE(button(1)->popupMode(), QToolButton::MenuButtonPopup);
+    const QList<QAction*> items = button(1)->menu()->actions();
+    QCOMPARE(items.size(), 2);
+    QCOMPARE(items[0]->text(), u"קליטת הזמנה"_s);
+    QCOMPARE(items[0]->data().toString(), u"NewOrder"_s);
+    QCOMPARE(items[1]->text(), u"חפש הזמנה"_s);
+    QCOMPARE(items[1]->data().toString(), u"FindOrder"_s);
+    for (int i = 2; i <= 4; ++i)
+        QVERIFY(button(i)->menu() == nullptr);
+}
+
+void MdiZomrelTest::dataControlIsHidden()
+{
+    QVERIFY(!testsupport::child<QWidget>(*window_, u"DataMDI"_s)->isVisible());
+}
+
+void MdiZomrelTest::ordersButtonOpensTheOrderForm()
+{
+    const QPoint mainPart(button(1)->width() - 10, button(1)->height() / 2);
+    QTest::mouseClick(button(1), Qt::LeftButton, {}, mainPart);
+    QVERIFY(formInFrame(u"FrOrder"_s) != nullptr);
+    QCOMPARE(Module1::CurrentOrderNum, 1);
+    QCOMPARE(store_->scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
+    button(1)->click();
+    QCOMPARE(store_->scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
+}
+
+void MdiZomrelTest::arrowOpensTheMenu()
+{
+    bool opened = false;
+    QMenu* menu = button(1)->menu();
+    connect(menu, &QMenu::aboutToShow, this, [menu, &opened] {
+        opened = true;
+        QMetaObject::invokeMethod(menu, &QMenu::close, Qt::QueuedConnection);
+    });
+    const QPoint arrow(3, button(1)->height() / 2);
+    QTest::mouseClick(button(1), Qt::LeftButton, {}, arrow);
+    QVERIFY(opened);
+    QVERIFY(formInFrame(u"FrOrder"_s) == nullptr);
+}
+
+void MdiZomrelTest::newOrderItemOpensTheOrderForm()
+{
+    store_->addOrder(7, true);
+    menuAction(u"NewOrder"_s)->trigger();
+    QVERIFY(formInFrame(u"FrOrder"_s) != nullptr);
+    QCOMPARE(Module1::CurrentOrderNum, 8);
+}
+
+void MdiZomrelTest::findOrderItemShowsTheSearchForm()
+{
+    store_->addOrder(1);
+    store_->addLine(1, 1);
+    QString modal;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&modal] {
+        if (QWidget* form = QApplication::activeModalWidget()) {
+            modal = form->objectName();
+            form->close();
+        }
+    });
+    watch.start(10);
+    menuAction(u"FindOrder"_s)->trigger();
+    QCOMPARE(modal, u"FormFindOrder"_s);
+}
+
+void MdiZomrelTest::childWindowCommands_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QString>("form");
+    QTest::newRow("series") << 2 << u"FrSerials"_s;
+    QTest::newRow("kinds ") << 3 << u"FrColorKind"_s;
+}
+
+void MdiZomrelTest::childWindowCommands()
+{
+    QFETCH(int, index);
+    QFETCH(QString, form);
+    QVERIFY(formInFrame(form) == nullptr);
+    window_->GetOrder(static_cast<std::int16_t>(index));
+    QVERIFY(formInFrame(form) != nullptr);
+}
+
+void MdiZomrelTest::aFormHasOneInstance()
+{
+    button(2)->click();
+    const QWidget* first = formInFrame(u"FrSerials"_s);
+    button(3)->click();
+    button(2)->click();
+    QCOMPARE(formInFrame(u"FrSerials"_s), first);
+    QCOMPARE(window_->findChild<QMdiArea*>()->activeSubWindow()->widget(), first);
+}
+
+void MdiZomrelTest::unknownTagDoesNothing()
+{
+    toolbar_->actions().at(1)->setData(u"serials"_s);
+    window_->GetOrder(2);
+    button(2)->click();
+    QVERIFY(window_->findChild<QMdiArea*>()->subWindowList().isEmpty());
+    menuAction(u"NewOrder"_s)->setData(u"Order"_s);
+    toolbar_->actions().constFirst()->menu()->actions().constFirst()->trigger();
+    QVERIFY(window_->findChild<QMdiArea*>()->subWindowList().isEmpty());
+    QVERIFY(!end_->exitStatus());
+}
+
+void MdiZomrelTest::buttonThatDoesNotExist()
+{
+    for (const std::int16_t index : {std::int16_t(0), std::int16_t(5)}) {
+        try {
+            window_->GetOrder(index);
+            QFAIL("GetOrder took a button that does not exist");
+        } catch (const runtime::RunTimeError& error) {
+            QCOMPARE(error.number(), 35600);
+        }
+    }
+}
+
+void MdiZomrelTest::exitEndsTheProcess()
+{
+    button(4)->click();
+    QCOMPARE(end_->exitStatus(), std::optional(0));
+    QVERIFY(boxes_->shown().empty());
+}
+
+void MdiZomrelTest::closingEndsTheProcess()
+{
+    window_->close();
+    QCOMPARE(end_->exitStatus(), std::optional(0));
+    QVERIFY(boxes_->shown().empty());
+}
+
+ZOMREL_QTEST_MAIN(MdiZomrelTest)
+#include "mdi_zomrel_test.moc"
