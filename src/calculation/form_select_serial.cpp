@@ -14,7 +14,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QPushButton>
@@ -111,21 +110,6 @@ void FormSelectSerial::done(int result)
     QDialog::done(result);
     emit unloaded();
     deleteLater();
-}
-
-/// In a dialog a button answers Enter only as the default one, and a default button would take the
-/// Enter of the boxes too.
-bool FormSelectSerial::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        auto* button = qobject_cast<QPushButton*>(watched);
-        if (button != nullptr && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
-            button->click();
-            return true;
-        }
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 void FormSelectSerial::CheckKind_Click(bool checked)

@@ -54,9 +54,6 @@ public:
 signals:
     void unloaded();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void CheckKind_Click(bool checked);
     void ComboMonoBlock_Click(int position);

@@ -37,13 +37,13 @@ QComboBox* dropDownList(const QString& name, const QStringList& entries, QWidget
     return combo;
 }
 
-QPushButton* command(const QString& name, const QString& text, QDialog* parent)
+QPushButton* command(const QString& name, const QString& text, QWidget* parent)
 {
     auto* button = new QPushButton(text, parent);
     button->setObjectName(name);
     button->setFont(QFont(u"Arial"_s, 11));
+    // A default button would take the Enter of the boxes.
     button->setAutoDefault(false);
-    button->installEventFilter(parent);
     return button;
 }
 

@@ -13,6 +13,8 @@
 #include "store/store_access.h"
 
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPushButton>
 
 #include <cmath>
@@ -77,6 +79,15 @@ void writeShutter(dao::Recordset& line)
     setFields(line, 35, {Module1::Argaz_Width, Module1::Argaz_Height});
 }
 
+/// Brings the form that the panel stands on forward in the frame.
+void activateChildWindow(OpeningPanel& panel)
+{
+    for (QWidget* each = &panel; each != nullptr; each = each->parentWidget()) {
+        if (auto* child = qobject_cast<QMdiSubWindow*>(each); child && child->mdiArea())
+            child->mdiArea()->setActiveSubWindow(child);
+    }
+}
+
 } // namespace
 
 void setOpeningPanelProvider(std::function<OpeningPanel&()> provider)
@@ -126,6 +137,7 @@ void OpeningPanel::focusBox(std::size_t index)
     Module1::MeasureBox& box = *TextNum[index];
     if (!box.isVisible() || !box.isEnabled())
         throw runtime::RunTimeError(runtime::InvalidProcedureCall);
+    activateChildWindow(*this);
     window()->activateWindow();
     box.setFocus();
     Module1::SelectAllText(box);

@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -26,11 +27,15 @@ QLabel* caption(const QString& name, const QString& text, QWidget* parent)
     return label;
 }
 
-/// A label that shows a datum: sunken, so that it is seen where it is empty.
-QLabel* datum(const QString& name, const QString& text, QWidget* parent)
+/// A label for a value: boxed, so that it is seen where it is empty. The alignment is absolute, as
+/// a text of digits alone would stand at the other side.
+QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment, QWidget* parent)
 {
     QLabel* label = caption(name, text, parent);
+    label->setAlignment(alignment | Qt::AlignAbsolute | Qt::AlignVCenter);
     label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setBackgroundRole(QPalette::Base);
+    label->setAutoFillBackground(true);
     label->setMargin(2);
     label->setMinimumWidth(40);
     return label;
@@ -49,8 +54,7 @@ QPushButton* command(const QString& name, const QString& text, QWidget* parent)
     auto* button = new QPushButton(text, parent);
     button->setObjectName(name);
     button->setFont(QFont(u"Arial"_s, 11));
-    // So that Enter presses the button that has the focus, as a form filled by keyboard needs it.
-    button->setAutoDefault(true);
+    button->setMinimumHeight(34);
     return button;
 }
 
@@ -67,6 +71,9 @@ controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, Q
     combo->setMinimumContentsLength(8);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     combo->setRowSource(rows, u"Name"_s);
+    // A name that is longer than the box shows its beginning.
+    QObject::connect(combo, &QComboBox::activated, combo->lineEdit(),
+                     [edit = combo->lineEdit()] { edit->home(false); });
     return combo;
 }
 
@@ -88,11 +95,11 @@ void OpeningPanel::buildSeriesLabels()
     caption(u"Label3"_s, u"מס. נתיב"_s, this);
     caption(u"Label4"_s, u"מס. כנף"_s, this);
     caption(u"Label12"_s, u"סוג חלון"_s, this);
-    LabelSerial = datum(u"LabelSerial"_s, {}, this);
+    LabelSerial = value(u"LabelSerial"_s, {}, Qt::AlignRight, this);
     LabelSerial->setWordWrap(true);
-    LabelNativ = datum(u"LabelNativ"_s, {}, this);
-    LabelKanaf = datum(u"LabelKanaf"_s, {}, this);
-    LabelKind = datum(u"LabelKind"_s, u"רגיל"_s, this);
+    LabelNativ = value(u"LabelNativ"_s, {}, Qt::AlignHCenter, this);
+    LabelKanaf = value(u"LabelKanaf"_s, {}, Qt::AlignHCenter, this);
+    LabelKind = value(u"LabelKind"_s, u"רגיל"_s, Qt::AlignRight, this);
 }
 
 Module1::MeasurePair* OpeningPanel::measurePair(std::size_t pair, const QString& wholeText,
