@@ -2,6 +2,7 @@
 
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/form.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
 #include "shell/base/input_boxes.h"
@@ -13,8 +14,12 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTest>
 
@@ -49,6 +54,7 @@ private slots:
     void freshAtEveryOpening();
     void openingAgainBringsForward();
     void outlivesTheOrderForm();
+    void bringsTheOrderFormForwardInTheFrame();
     void failures_data();
     void failures();
     void choosingFromAnEmptyTable();
@@ -206,7 +212,6 @@ void ChooseSeriesTest::waysOfChoosing_data()
     QTest::newRow("double-click") << 0;
     QTest::newRow("Enter in the grid") << 1;
     QTest::newRow("Enter of the keypad in the grid") << 2;
-    QTest::newRow("Enter on the button") << 3;
 }
 
 void ChooseSeriesTest::waysOfChoosing()
@@ -221,9 +226,6 @@ void ChooseSeriesTest::waysOfChoosing()
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
         QCOMPARE(Module1::SelectedSerialNum, std::int16_t(0));
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
-    } else if (way == 3) {
-        picker->CmdPic->setFocus();
-        QTest::keyClick(picker->CmdPic, Qt::Key_Return);
     } else {
         QTest::keyClick(grid, way == 1 ? Qt::Key_Return : Qt::Key_Enter);
     }
@@ -334,6 +336,29 @@ void ChooseSeriesTest::outlivesTheOrderForm()
     QCOMPARE(reloaded->LabelSerial->text(), u"בלגי"_s);
     QCOMPARE(int(Module1::SelectedSerialNum), autoNum);
     QTRY_VERIFY(reloaded->TextNum[0]->hasFocus());
+    QTRY_VERIFY(picker.isNull());
+}
+
+void ChooseSeriesTest::bringsTheOrderFormForwardInTheFrame()
+{
+    PanelHost host;
+    host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
+    QMdiArea frame;
+    controls::setFrame(&frame);
+    const auto withoutFrame = qScopeGuard([] { controls::setFrame(nullptr); });
+    auto* panel = new calculation::OpeningPanel;
+    QMdiSubWindow* orderForm = frame.addSubWindow(panel);
+    QMdiSubWindow* another = frame.addSubWindow(new QLineEdit);
+    calculation::setOpeningPanelProvider([=]() -> calculation::OpeningPanel& { return *panel; });
+    frame.show();
+    frame.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&frame));
+    frame.setActiveSubWindow(another);
+    QPointer<FormSelectSerial> picker = &open(host);
+    QCOMPARE(picker->parentWidget(), &frame);
+    choose(*picker);
+    QTRY_VERIFY(panel->TextNum[0]->hasFocus());
+    QCOMPARE(frame.activeSubWindow(), orderForm);
     QTRY_VERIFY(picker.isNull());
 }
 
