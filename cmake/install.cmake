@@ -1,0 +1,27 @@
+# Everything lies in one folder: the program looks for its store and its logo beside itself. The
+# targets of rooms that are not built are left out.
+foreach(program Zomrel zomrel-store zomrel-demo)
+  if(TARGET ${program})
+    install(TARGETS ${program} DESTINATION .)
+  endif()
+endforeach()
+
+# A workshop lays its own picture in the logo's place, which then stays.
+install(
+  CODE "
+  if(NOT EXISTS \"\${CMAKE_INSTALL_PREFIX}/Logo.jpg\")
+    file(INSTALL \"${PROJECT_SOURCE_DIR}/data/Logo.jpg\" DESTINATION \"\${CMAKE_INSTALL_PREFIX}\")
+  endif()")
+
+# For the desktop's menu, where the system is packaged: cmake --install ... --component desktop
+install(
+  FILES data/zomrel.desktop
+  DESTINATION share/applications
+  COMPONENT desktop EXCLUDE_FROM_ALL)
+foreach(pixels 16 32 48 128 256)
+  install(
+    FILES data/icons/zomrel-${pixels}.png
+    DESTINATION share/icons/hicolor/${pixels}x${pixels}/apps
+    RENAME zomrel.png
+    COMPONENT desktop EXCLUDE_FROM_ALL)
+endforeach()
