@@ -1,6 +1,7 @@
 #include "platform/controls/message_box_window.h"
 #include "shell/appearance.h"
 #include "shell/enter_clicks.h"
+#include "shell/focus_return.h"
 #include "shell/start.h"
 
 #include <QApplication>
@@ -13,6 +14,8 @@ int main(int argc, char** argv)
     controls::installMessageBoxes();
     shell::EnterClicks enterClicks;
     application.installEventFilter(&enterClicks);
+    shell::FocusReturn focusReturn;
+    application.installEventFilter(&focusReturn);
     const auto window = shell::openMainWindow();
     return QApplication::exec();
 }

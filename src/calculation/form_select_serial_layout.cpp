@@ -152,7 +152,7 @@ void FormSelectSerial::arrange()
     commands->addWidget(CmdClose);
     auto* column = new QVBoxLayout(this);
     column->addWidget(DBGrid1);
-    column->addWidget(CheckKind);
+    column->addWidget(CheckKind, 0, Qt::AlignLeading); // no wider than what a click reaches
     column->addWidget(FrameMonoblock);
     column->addLayout(commands);
     column->setSizeConstraint(QLayout::SetFixedSize);

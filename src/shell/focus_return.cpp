@@ -1,0 +1,34 @@
+#include "shell/focus_return.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QMainWindow>
+#include <QTimer>
+
+namespace shell {
+
+bool FocusReturn::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Hide && qobject_cast<QDialog*>(watched) != nullptr)
+        QTimer::singleShot(0, this, &FocusReturn::activateAWindow);
+    return QObject::eventFilter(watched, event);
+}
+
+/// The window that may be worked in: the modal one that still stands, or else the frame.
+void FocusReturn::activateAWindow()
+{
+    if (QApplication::activeWindow() != nullptr)
+        return;
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        modal->activateWindow();
+        return;
+    }
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->isVisible() && qobject_cast<QMainWindow*>(each) != nullptr &&
+            each->objectName() == QLatin1String("MDIZomrel"))
+            each->activateWindow();
+    }
+}
+
+} // namespace shell

@@ -1,0 +1,67 @@
+#include "shell/focus_return.h"
+
+#include "support/widgets.h"
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QMainWindow>
+
+using namespace Qt::StringLiterals;
+
+class FocusReturnTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theFrameGetsTheKeyboardBack();
+    void aDialogBelowGetsItFirst();
+};
+
+namespace {
+
+/// The frame with a box that has the focus.
+struct Frame : QMainWindow
+{
+    QLineEdit* box = new QLineEdit(this);
+    shell::FocusReturn focusReturn;
+
+    Frame()
+    {
+        setObjectName(u"MDIZomrel"_s);
+        setCentralWidget(box);
+        qApp->installEventFilter(&focusReturn);
+        show();
+        activateWindow();
+        box->setFocus();
+    }
+};
+
+} // namespace
+
+void FocusReturnTest::theFrameGetsTheKeyboardBack()
+{
+    Frame frame;
+    QVERIFY(QTest::qWaitForWindowActive(&frame));
+    QDialog dialog(&frame);
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.accept();
+    QTRY_COMPARE(QApplication::activeWindow(), &frame);
+    QTRY_COMPARE(QApplication::focusWidget(), frame.box);
+}
+
+void FocusReturnTest::aDialogBelowGetsItFirst()
+{
+    Frame frame;
+    QDialog below(&frame);
+    below.open();
+    QVERIFY(QTest::qWaitForWindowActive(&below));
+    QDialog above(&below);
+    above.open();
+    QVERIFY(QTest::qWaitForWindowActive(&above));
+    above.accept();
+    QTRY_COMPARE(QApplication::activeWindow(), &below);
+}
+
+ZOMREL_QTEST_MAIN(FocusReturnTest)
+#include "focus_return_test.moc"
