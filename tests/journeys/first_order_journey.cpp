@@ -1,0 +1,245 @@
+#include "journeys/order_steps.h"
+#include "journeys/program.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace journeys;
+
+namespace {
+
+const QString okButton = u"אישור"_s;
+const QString cutSizes =
+    u"Mashkof_W, Mashkof_H, Kanaf_W, Kanaf_H, Glass_W, Glass_H, Reshet_W, Reshet_H"_s;
+const QString counts = u"Mahkof_Count, Kanaf_Count, Glass_Count, Reshet_Count"_s;
+const QString shutter =
+    u"MyWidth_2, MYHeight_2, U_Thick, U_Cut, U_Vasa, Shalav_Thick, Shalav_Width,"
+    " Shalav_Count, Argaz_Width, Argaz_Height"_s;
+
+void compareNumbers(const QVariantList& seen, const QList<double>& expected)
+{
+    QCOMPARE(seen.size(), expected.size());
+    for (qsizetype i = 0; i < expected.size(); ++i) {
+        // Two ways of working out one number by hand differ in the last bits at most.
+        QVERIFY2(
+            qAbs(seen[i].toDouble() - expected[i]) < 1e-9,
+            qPrintable(u"%1: %2 instead of %3"_s.arg(i).arg(seen[i].toString()).arg(expected[i])));
+    }
+}
+
+} // namespace
+
+/// The main job: an order is opened, openings are typed, and every line stands in the store.
+class FirstOrderJourney : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void writesTheFirstOrderAndAnOrdinaryLine();
+    void writesAMonoblockLine();
+    void writesADoorLine();
+    void writesADoorLineWithMonoblock();
+    void refusesInItsOrder();
+    void continuesTheOrderAfterARestart();
+    void addsToTheLastOrderFromTheButtonMenu();
+    void endsOnALetterInABoxAndStoresNothing();
+};
+
+void FirstOrderJourney::writesTheFirstOrderAndAnOrdinaryLine()
+{
+    Program program;
+    addSeries(program, u"בלגי 7000"_s, 2, 2);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
+    QCOMPARE(program.scalar(u"SELECT Open_Close FROM Orders WHERE Number = 1"_s).toInt(), 0);
+
+    program.fill(u"TextCustomerName"_s, u"ישראל ישראלי"_s);
+    chooseSeries(program, u"בלגי 7000"_s);
+    QCOMPARE(program.text(u"LabelKanaf"_s), u"2"_s);
+    QCOMPARE(program.text(u"LabelKind"_s), u"רגיל"_s);
+    typeOpening(program, u"120"_s, u"50"_s, u"100"_s, u"25"_s);
+    addLine(program, 1);
+
+    compareNumbers(line(program, 1, 1, cutSizes),
+                   {119.5, 98.75, 58.15, 92.75, 53.55, 84.25, 57.1, 92});
+    compareNumbers(line(program, 1, 1, counts), {2, 4, 2, 2});
+    compareNumbers(line(program, 1, 1, shutter), {0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+    QCOMPARE(line(program, 1, 1,
+                  u"Name, Kind, MyWidth, MYHeight, Order_Date = date('now', 'localtime')"_s),
+             QVariantList({u"בלגי 7000"_s, u"אור"_s, 120.5, 100.25, 1}));
+    QCOMPARE(program.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"ישראל ישראלי"_s);
+    QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"1"_s));
+    QVERIFY(program.waitForText(u"FrOrder/TextNum_0"_s, u"0"_s));
+    QCOMPARE(program.focusName(), u"TextNum_0"_s);
+}
+
+void FirstOrderJourney::writesAMonoblockLine()
+{
+    Program program;
+    addSeries(program, u"בלגי 7000"_s, 2, 2);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openPickerOn(program, u"בלגי 7000"_s);
+    program.click(u"CheckKind"_s);
+    QVERIFY(program.waitForText(u"FormSelectSerial/TextNum_2"_s, u"18"_s));
+    program.fill(u"FormSelectSerial/TextNum_1"_s, u"50"_s);
+    program.click(u"FormSelectSerial/CmdPic"_s);
+    QVERIFY(program.waitForText(u"LabelKind"_s, u"מונו בלוק : 10"_s));
+    typeOpening(program, u"120"_s, u"50"_s, u"100"_s, u"25"_s);
+    addLine(program, 1);
+
+    compareNumbers(line(program, 1, 1, cutSizes),
+                   {117, 80.75, 56.9, 74.75, 52.3, 66.25, 55.85, 74});
+    compareNumbers(line(program, 1, 1, shutter),
+                   {118, 82.25, 6.5, 86.25, 82.65, 4.5, 107.8, 20, 120.5, 18});
+    QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"מונו בלוק : 10"_s}));
+}
+
+void FirstOrderJourney::writesADoorLine()
+{
+    Program program;
+    addSeries(program, u"דלת 4500"_s, 1, 1, u"d2000"_s);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    QVERIFY(!program.isVisible(u"FrameDoorMashkof"_s));
+    chooseSeries(program, u"דלת 4500"_s);
+    QVERIFY(program.waitForWindow(u"FrameDoorMashkof"_s));
+    QCOMPARE(program.focusName(), u"TextNum_4"_s);
+    typeOpening(program, u"90"_s, u"00"_s, u"210"_s, u"00"_s);
+    addLine(program, 1);
+
+    compareNumbers(line(program, 1, 1, cutSizes), {89, 208.5, 77.8, 198.5, 0, 0, 0, 0});
+    compareNumbers(line(program, 1, 1, counts), {2, 1, 1, 1});
+    compareNumbers(line(program, 1, 1, shutter), {82, 206, 4, 0, 0, 0, 0, 0, 0, 0});
+    QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"אור"_s}));
+}
+
+void FirstOrderJourney::writesADoorLineWithMonoblock()
+{
+    Program program;
+    addSeries(program, u"דלת 4500"_s, 2, 1, u"d2000"_s);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openPickerOn(program, u"דלת 4500"_s);
+    program.click(u"CheckKind"_s);
+    QVERIFY(program.waitForText(u"FormSelectSerial/TextNum_2"_s, u"18"_s));
+    program.click(u"FormSelectSerial/CmdPic"_s);
+    QVERIFY(program.waitForWindow(u"FrameDoorMashkof"_s));
+    typeOpening(program, u"90"_s, u"00"_s, u"210"_s, u"00"_s);
+    addLine(program, 1);
+
+    // The frame keeps the monoblock's base of 87.2 by 192; the sash is the door's, 82 by 206.
+    compareNumbers(line(program, 1, 1, cutSizes), {86.2, 190.5, 38.9, 198.5, 0, 0, 0, 0});
+    compareNumbers(line(program, 1, 1, counts), {2, 2, 2, 2});
+    // 210 - 8 = 202 by slats of 4.5 are 44.89 slats.
+    compareNumbers(line(program, 1, 1, shutter), {82, 206, 4, 196, 192.4, 4.5, 77.3, 45, 90, 18});
+    QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"מונו בלוק : 10"_s}));
+}
+
+void FirstOrderJourney::refusesInItsOrder()
+{
+    Program program;
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    program.click(u"CmdAdd"_s);
+    Box box = program.waitForBox();
+    QCOMPARE(box.text, u"ערך נומרי 0 !"_s);
+    QCOMPARE(box.title, u"ProjZomrel"_s);
+    program.answer(okButton);
+    QVERIFY(QTest::qWaitFor([&] { return program.focusName() == u"TextNum_0"_s; }));
+
+    program.type(u"120"_s);
+    program.click(u"CmdAdd"_s);
+    QCOMPARE(program.waitForBox().text, u"ערך נומרי 0 !"_s);
+    program.answer(okButton);
+    QVERIFY(QTest::qWaitFor([&] { return program.focusName() == u"TextNum_2"_s; }));
+
+    program.type(u"100"_s);
+    program.click(u"CmdAdd"_s);
+    box = program.waitForBox();
+    QCOMPARE(box.text, u"לא בחרת שום סדרה, לחץ על 'בחר סדרה' "_s);
+    QCOMPARE(box.title, u"בחירת סדרה"_s);
+    program.answer(okButton);
+    QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt(), 0);
+}
+
+void FirstOrderJourney::continuesTheOrderAfterARestart()
+{
+    Program program;
+    addSeries(program, u"בלגי 7000"_s, 1, 2);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    chooseSeries(program, u"בלגי 7000"_s);
+    typeOpening(program, u"80"_s, u"00"_s, u"60"_s, u"00"_s);
+    addLine(program, 1);
+    program.clickTag(u"Exit"_s);
+    QCOMPARE(program.exitStatus(), 0);
+
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
+    QVERIFY(program.waitForRows(u"FrOrder/DBGrid1"_s, 1));
+    QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"1"_s));
+    QVERIFY(program.text(u"LabelSerial"_s).isEmpty());
+    chooseSeries(program, u"בלגי 7000"_s);
+    typeOpening(program, u"90"_s, u"5"_s, u"70"_s, u"00"_s);
+    addLine(program, 2);
+    // A single digit behind the point means tenths once its box has been left.
+    QCOMPARE(line(program, 1, 2, u"MyWidth"_s), QVariantList({90.5}));
+    QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
+    QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"2"_s));
+}
+
+void FirstOrderJourney::addsToTheLastOrderFromTheButtonMenu()
+{
+    Program program;
+    addSeries(program, u"בלגי 7000"_s, 1, 2);
+    program.execute(
+        u"INSERT INTO Orders (Number, Order_Date, Open_Close) VALUES (1, '2026-01-02', -1)"_s);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"2"_s));
+    program.clickTag(u"FindOrder"_s);
+    QVERIFY(program.waitForWindow(u"FormFindOrder"_s));
+    program.clickCell(u"FormFindOrder/DBGrid1"_s, 0, 4);
+    program.click(u"FormFindOrder/CmdPic"_s);
+    QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
+
+    // The menu moves the current order on; the form goes on showing the older one.
+    program.clickTag(u"NewOrder"_s);
+    chooseSeries(program, u"בלגי 7000"_s);
+    QCOMPARE(program.text(u"LabelOrderNum"_s), u"1"_s);
+    typeOpening(program, u"80"_s, u"00"_s, u"60"_s, u"00"_s);
+    program.click(u"CmdAdd"_s);
+    QVERIFY(QTest::qWaitFor(
+        [&] { return program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt() == 1; }));
+    QCOMPARE(program.scalar(u"SELECT Order_Num FROM Cuts"_s).toInt(), 2);
+    QVERIFY(program.waitForRows(u"FrOrder/DBGrid1"_s, 0));
+}
+
+void FirstOrderJourney::endsOnALetterInABoxAndStoresNothing()
+{
+    Program program;
+    addSeries(program, u"בלגי 7000"_s, 1, 2);
+    program.start();
+    program.clickTag(u"Order"_s);
+    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    chooseSeries(program, u"בלגי 7000"_s);
+    typeOpening(program, u"12a"_s, u"00"_s, u"60"_s, u"00"_s);
+    program.click(u"CmdAdd"_s);
+    QCOMPARE(program.waitForBox().text, u"Run-time error '13':\n\nType mismatch"_s);
+    program.press(Qt::Key_Return);
+    QCOMPARE(program.exitStatus(), 1);
+    QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt(), 0);
+}
+
+QTEST_GUILESS_MAIN(FirstOrderJourney)
+#include "first_order_journey.moc"

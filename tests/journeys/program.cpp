@@ -1,0 +1,285 @@
+#include "journeys/program.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTest>
+#include <QUuid>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+using namespace Qt::StringLiterals;
+
+namespace journeys {
+
+namespace {
+
+constexpr int patience = 10000; // ms
+
+void copyInto(const QString& file, const QString& folder, const QString& name)
+{
+    const QString target = folder + u'/' + name;
+    if (!QFile::copy(file, target))
+        qFatal("cannot copy %s to %s", qPrintable(file), qPrintable(target));
+}
+
+} // namespace
+
+Program::Program(bool withStore)
+{
+    copyInto(QStringLiteral(ZOMREL_PROGRAM), folder(), u"Zomrel"_s);
+    if (!withStore)
+        return;
+    if (QProcess::execute(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"create"_s, storePath()}) != 0)
+        qFatal("cannot make the store");
+}
+
+Program::~Program()
+{
+    if (isRunning())
+        kill();
+}
+
+QString Program::storePath() const
+{
+    return folder() + u"/Aluminium.mdb"_s;
+}
+
+void Program::start()
+{
+    const QString socketName = u"zomrel-"_s + QUuid::createUuid().toString(QUuid::Id128);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(ZOMREL_DRIVER_PLUGINS));
+    environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName);
+    process_.setProcessEnvironment(environment);
+    process_.setWorkingDirectory(
+        u"/"_s); // the store lies beside the program, wherever it is started from
+    process_.setProcessChannelMode(QProcess::ForwardedChannels);
+    // A journey that fails hard takes the program with it.
+    process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process_.start(folder() + u"/Zomrel"_s, QStringList());
+    const bool reached = waitFor([&] {
+        socket_.connectToServer(socketName);
+        return socket_.waitForConnected(100);
+    });
+    if (!reached)
+        qFatal("the program did not start");
+}
+
+void Program::kill()
+{
+    process_.kill();
+    process_.waitForFinished();
+    socket_.abort();
+}
+
+int Program::exitStatus()
+{
+    if (!process_.waitForFinished(patience))
+        qFatal("the program did not end");
+    socket_.abort();
+    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+}
+
+QJsonObject Program::ask(const QJsonObject& request)
+{
+    socket_.write(QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n');
+    while (!socket_.canReadLine()) {
+        if (!socket_.waitForReadyRead(patience))
+            return {}; // the program has ended, or hangs: the look that asked fails
+    }
+    return QJsonDocument::fromJson(socket_.readLine()).object();
+}
+
+bool Program::waitFor(const std::function<bool()>& condition)
+{
+    return QTest::qWaitFor(condition, patience);
+}
+
+void Program::clickTag(const QString& tag)
+{
+    if (!waitFor([&] { return ask({{u"do"_s, u"tag"_s}, {u"tag"_s, tag}})[u"exists"_s].toBool(); }))
+        qFatal("no command with the tag %s", qPrintable(tag));
+}
+
+void Program::click(const QString& name)
+{
+    if (!waitFor([&] { return isVisible(name) && isEnabled(name); }))
+        qFatal("%s cannot be clicked", qPrintable(name));
+    ask({{u"do"_s, u"click"_s}, {u"name"_s, name}});
+}
+
+void Program::clickCell(const QString& grid, int row, int column, bool twice)
+{
+    if (!waitFor([&] { return gridRowCount(grid) > row; }))
+        qFatal("%s has no row %d", qPrintable(grid), row);
+    ask({{u"do"_s, u"cell"_s},
+         {u"name"_s, grid},
+         {u"row"_s, row},
+         {u"column"_s, column},
+         {u"twice"_s, twice}});
+}
+
+void Program::type(const QString& text)
+{
+    ask({{u"do"_s, u"type"_s}, {u"text"_s, text}});
+}
+
+void Program::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    ask({{u"do"_s, u"key"_s},
+         {u"key"_s, key},
+         {u"modifiers"_s, static_cast<int>(modifiers.toInt())}});
+}
+
+void Program::fill(const QString& name, const QString& text)
+{
+    click(name);
+    if (!waitFor([&] { return focusName() == name.section(u'/', -1); }))
+        qFatal("%s does not take the focus", qPrintable(name));
+    press(Qt::Key_A, Qt::ControlModifier);
+    type(text);
+    if (!waitForText(name, text))
+        qFatal("%s does not take %s", qPrintable(name), qPrintable(text));
+}
+
+QString Program::text(const QString& name)
+{
+    return ask({{u"do"_s, u"describe"_s}, {u"name"_s, name}})[u"text"_s].toString();
+}
+
+bool Program::isVisible(const QString& name)
+{
+    return ask({{u"do"_s, u"describe"_s}, {u"name"_s, name}})[u"visible"_s].toBool();
+}
+
+bool Program::isEnabled(const QString& name)
+{
+    return ask({{u"do"_s, u"describe"_s}, {u"name"_s, name}})[u"enabled"_s].toBool();
+}
+
+QString Program::focusName()
+{
+    return ask({{u"do"_s, u"focus"_s}})[u"name"_s].toString();
+}
+
+QVariant Program::property(const QString& name, const QString& property)
+{
+    return ask({{u"do"_s, u"property"_s}, {u"name"_s, name}, {u"property"_s, property}})[u"value"_s]
+        .toVariant();
+}
+
+QStringList Program::gridRow(const QString& grid, int row)
+{
+    QStringList cells;
+    const QJsonArray rows = ask({{u"do"_s, u"grid"_s}, {u"name"_s, grid}})[u"rows"_s].toArray();
+    for (const QJsonValue& cell : rows.at(row).toArray())
+        cells.append(cell.toString());
+    return cells;
+}
+
+int Program::gridRowCount(const QString& grid)
+{
+    return ask({{u"do"_s, u"grid"_s}, {u"name"_s, grid}})[u"rowCount"_s].toInt(-1);
+}
+
+int Program::gridCurrentRow(const QString& grid)
+{
+    return ask({{u"do"_s, u"grid"_s}, {u"name"_s, grid}})[u"current"_s].toInt(-1);
+}
+
+bool Program::waitForWindow(const QString& name)
+{
+    return waitFor([&] { return isVisible(name); });
+}
+
+bool Program::waitForText(const QString& name, const QString& expected)
+{
+    const bool reached = waitFor([&] { return text(name) == expected; });
+    if (!reached)
+        qWarning("%s reads \"%s\"", qPrintable(name), qPrintable(text(name)));
+    return reached;
+}
+
+bool Program::waitForRows(const QString& grid, int count)
+{
+    const bool reached = waitFor([&] { return gridRowCount(grid) == count; });
+    if (!reached)
+        qWarning("%s has %d rows", qPrintable(grid), gridRowCount(grid));
+    return reached;
+}
+
+bool Program::waitForGone(const QString& name)
+{
+    return waitFor([&] { return !isVisible(name); });
+}
+
+Box Program::waitForBox()
+{
+    QJsonObject seen;
+    if (!waitFor([&] {
+            seen = ask({{u"do"_s, u"box"_s}});
+            return seen[u"exists"_s].toBool();
+        }))
+        qFatal("no message box came");
+    Box box{seen[u"text"_s].toString(), seen[u"title"_s].toString(), {}};
+    for (const QJsonValue& each : seen[u"buttons"_s].toArray())
+        box.buttons.append(each.toString());
+    return box;
+}
+
+void Program::answer(const QString& caption)
+{
+    if (!waitFor([&] {
+            return ask({{u"do"_s, u"answer"_s}, {u"caption"_s, caption}})[u"exists"_s].toBool();
+        }))
+        qFatal("no button %s", qPrintable(caption));
+    // The box is gone, or another one has come; an ended program has no box either.
+    waitFor([&] { return !isRunning() || !ask({{u"do"_s, u"box"_s}})[u"exists"_s].toBool(); });
+}
+
+void Program::screenshot(const QString& file, const QString& name)
+{
+    ask({{u"do"_s, u"screenshot"_s}, {u"file"_s, file}, {u"name"_s, name}});
+}
+
+QList<QVariantList> Program::rows(const QString& sql)
+{
+    QList<QVariantList> all;
+    const QString connection = QUuid::createUuid().toString();
+    {
+        QSqlDatabase store = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection);
+        store.setDatabaseName(storePath());
+        store.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=5000"_s);
+        if (!store.open())
+            qFatal("cannot look into the store");
+        QSqlQuery query(store);
+        if (!query.exec(sql))
+            qFatal("%s: %s", qPrintable(sql), qPrintable(query.lastError().text()));
+        while (query.next()) {
+            QVariantList row;
+            for (int column = 0; column < query.record().count(); ++column)
+                row.append(query.value(column));
+            all.append(row);
+        }
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return all;
+}
+
+QVariant Program::scalar(const QString& sql)
+{
+    const QList<QVariantList> all = rows(sql);
+    return all.isEmpty() ? QVariant() : all.first().value(0);
+}
+
+void Program::execute(const QString& sql)
+{
+    rows(sql);
+}
+
+} // namespace journeys
