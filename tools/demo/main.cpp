@@ -1,0 +1,142 @@
+// zomrel-demo: drives the program's forms through the road of one order, from a table of openings.
+
+#include "demo/cuts_table.h"
+#include "demo/openings.h"
+#include "demo/order_road.h"
+
+#include "platform/runtime/guard.h"
+#include "platform/runtime/version.h"
+#include "shell/appearance.h"
+#include "shell/base/module1.h"
+#include "tools/store/builder.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int usageError = 2;
+
+struct Arguments
+{
+    QString openings;
+    QString store;
+    QString out;
+};
+
+void setUpParser(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        u"Types the openings of a table into a new order through the program's own forms."_s);
+    parser.addPositionalArgument(u"OPENINGS.csv"_s,
+                                 u"the openings; its first line names the columns: "_s +
+                                     demo::columns().join(u','));
+    parser.addOption({u"store"_s, u"the store; made anew where it does not exist"_s, u"FILE"_s});
+    parser.addOption({u"out"_s, u"where the pictures and the order's papers go"_s, u"FOLDER"_s});
+    parser.addHelpOption();
+    parser.addVersionOption();
+}
+
+Arguments argumentsOf(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    setUpParser(parser);
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1 || !parser.isSet(u"store"_s) ||
+        !parser.isSet(u"out"_s)) {
+        std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
+        std::exit(usageError);
+    }
+    return {parser.positionalArguments().first(), parser.value(u"store"_s), parser.value(u"out"_s)};
+}
+
+[[noreturn]] void fail(const QString& reason)
+{
+    std::fprintf(stderr, "zomrel-demo: %s\n", qUtf8Printable(reason));
+    std::exit(1);
+}
+
+demo::Openings openingsOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        fail(u"cannot read "_s + path);
+    return demo::readOpenings(file);
+}
+
+void tell(const QString& path, int lineNumber, const QString& reason)
+{
+    std::fprintf(stderr, "%s:%d: %s\n", qUtf8Printable(path), lineNumber, qUtf8Printable(reason));
+}
+
+/// Adds every opening that can be; says how many could not.
+int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QString& path)
+{
+    int refused = 0;
+    for (const demo::BadRow& bad : openings.bad) {
+        tell(path, bad.lineNumber, bad.reason);
+        ++refused;
+    }
+    for (const demo::Opening& opening : openings.rows) {
+        try {
+            road.addOpening(opening);
+        } catch (const demo::Refused& refusal) {
+            tell(path, opening.lineNumber, refusal.reason);
+            ++refused;
+        }
+    }
+    return refused;
+}
+
+/// A folder that looks as the program's own does: the store, by a link, under the name that it has
+/// there.
+void layProgramFolder(const QTemporaryDir& folder, const QString& store)
+{
+    QFile::link(QFileInfo(store).absoluteFilePath(), folder.filePath(u"Aluminium.mdb"_s));
+    const QString logo = QCoreApplication::applicationDirPath() + u"/Logo.jpg"_s;
+    if (QFile::exists(logo))
+        QFile::link(logo, folder.filePath(u"Logo.jpg"_s));
+}
+
+int run(const Arguments& arguments)
+{
+    const demo::Openings openings = openingsOf(arguments.openings);
+    if (!QDir().mkpath(arguments.out))
+        fail(u"cannot make the folder "_s + arguments.out);
+    if (!QFile::exists(arguments.store))
+        storetools::createStore(arguments.store);
+    QTemporaryDir folder;
+    layProgramFolder(folder, arguments.store);
+
+    demo::OrderRoad road(folder.path(), arguments.out);
+    road.openOrder();
+    const int refused = addOpenings(road, openings, arguments.openings);
+    road.viewLine();
+    road.print();
+    std::printf("%s", qUtf8Printable(demo::cutsTable(arguments.store, Module1::CurrentOrderNum)));
+    return refused == 0 ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"zomrel-demo"_s);
+    QApplication::setApplicationVersion(runtime::programVersion().toString());
+    shell::setUpAppearance(application);
+    int exitStatus = 1;
+    runtime::guarded([&] { exitStatus = run(argumentsOf(application)); });
+    return exitStatus;
+}
