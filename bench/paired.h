@@ -1,0 +1,67 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+/// Comparisons that hold on a machine whose speed drifts: the two run in turn, and what counts is
+/// the ratio of their medians in the same run.
+namespace bench {
+
+template <typename Action>
+double secondsOf(Action&& action)
+{
+    const auto start = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+inline double median(std::vector<double> values)
+{
+    if (values.empty())
+        return 0;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// Collects pairs and reports them: the candidate's median as the time, the baseline's and the
+/// ratio as counters.
+class Pairs
+{
+public:
+    void add(double candidate, double baseline)
+    {
+        candidates_.push_back(candidate);
+        baselines_.push_back(baseline);
+    }
+
+    void report(benchmark::State& state, double goal) const
+    {
+        state.counters["candidate"] = median(candidates_);
+        state.counters["baseline"] = median(baselines_);
+        state.counters["ratio"] = median(candidates_) / median(baselines_);
+        state.counters["goal"] = goal;
+    }
+
+private:
+    std::vector<double> candidates_;
+    std::vector<double> baselines_;
+};
+
+/// One benchmark over both, in seconds. `goal` is the ratio that is aimed at.
+template <typename Candidate, typename Baseline>
+void runPaired(benchmark::State& state, double goal, Candidate&& candidate, Baseline&& baseline)
+{
+    Pairs pairs;
+    for ([[maybe_unused]] auto _ : state) {
+        const double ours = secondsOf(candidate);
+        pairs.add(ours, secondsOf(baseline));
+        state.SetIterationTime(ours);
+    }
+    pairs.report(state, goal);
+}
+
+} // namespace bench

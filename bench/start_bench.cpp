@@ -1,0 +1,81 @@
+// From the start of the built program to its shown frame, and its memory with an order of a large
+// store open: both against an empty main window of the same toolkit, as whole processes.
+
+#include "large_store.h"
+#include "paired.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Runs the program with the probe's task to its end and returns what it printed.
+QByteArray run(const QString& program, const QString& task)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(ZOMREL_PROBE_PLUGINS));
+    environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomrelprobe:"_s + task);
+    if (!environment.contains(u"QT_QPA_PLATFORM"_s))
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, QStringList());
+    if (!process.waitForFinished() || process.exitCode() != 0)
+        qFatal("%s did not end well", qPrintable(program));
+    return process.readAllStandardOutput();
+}
+
+/// The program in a folder of its own beside a store.
+class InstalledProgram
+{
+public:
+    explicit InstalledProgram(testsupport::TemporaryStore& store)
+        : path_(store.folder() + u"/Zomrel"_s)
+    {
+        if (!QFile::copy(QStringLiteral(ZOMREL_PROGRAM), path_))
+            qFatal("cannot copy the program");
+        if (store.path() != store.folder() + u"/Aluminium.mdb")
+            QFile::copy(store.path(), store.folder() + u"/Aluminium.mdb"_s);
+    }
+    const QString& path() const { return path_; }
+
+private:
+    QString path_;
+};
+
+const QString emptyWindow = QStringLiteral(ZOMREL_EMPTY_WINDOW);
+
+void StartToShownFrame(benchmark::State& state)
+{
+    testsupport::TemporaryStore store(testsupport::TemporaryStore::Contents::Delivered);
+    const InstalledProgram program(store);
+    bench::runPaired(
+        state, 1.5, [&] { run(program.path(), u"paint"_s); }, [] { run(emptyWindow, u"paint"_s); });
+}
+BENCHMARK(StartToShownFrame)->UseManualTime()->Iterations(20);
+
+void MemoryWithALargeStoreOpen(benchmark::State& state)
+{
+    testsupport::TemporaryStore store(testsupport::TemporaryStore::Contents::Delivered);
+    bench::fillStore(store, 10000, 20);
+    const InstalledProgram program(store);
+    bench::Pairs pairs;
+    for ([[maybe_unused]] auto _ : state)
+        pairs.add(run(program.path(), u"order"_s).toDouble(),
+                  run(emptyWindow, u"idle"_s).toDouble());
+    pairs.report(state, 1.5); // kilobytes
+}
+BENCHMARK(MemoryWithALargeStoreOpen)->Iterations(3);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
