@@ -7,7 +7,6 @@
 #include <array>
 
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QVBoxLayout;

@@ -12,12 +12,17 @@ namespace output {
 
 namespace {
 
+/// Dots per inch. A form is printed as a picture, and more of them would only cost memory.
+constexpr int finest = 600;
+
 std::unique_ptr<QPaintDevice> defaultPrinter()
 {
     const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
     if (printer.isNull())
         return nullptr;
-    return std::make_unique<QPrinter>(printer, QPrinter::HighResolution);
+    auto device = std::make_unique<QPrinter>(printer, QPrinter::HighResolution);
+    device->setResolution(std::min(device->resolution(), finest));
+    return device;
 }
 
 PrintDeviceDoor& printDevice()
