@@ -4,6 +4,7 @@
 #include "platform/runtime/message_box.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
@@ -34,7 +35,9 @@ QMessageBox::Icon iconOf(int flags)
 
 void addButton(QMessageBox& box, QMessageBox::StandardButton button, const QString& caption)
 {
-    box.addButton(button)->setText(caption);
+    QAbstractButton* added = box.addButton(button);
+    added->setText(caption);
+    added->setIcon({}); // some desktops put one there that leaves the text too little room
 }
 
 /// Puts the set's buttons on the box, in reading order; Enter presses the first, Escape and the
