@@ -171,7 +171,8 @@ public:
     /// missing file, 3343 for a file that is no store, 3049 for a damaged one, 3260 for one locked
     /// longer than the wait of 5 s.
     std::shared_ptr<Database> OpenDatabase(const QString& path) const;
-    /// Makes an empty store and opens it. Raises 3204 where the file exists.
+    /// Makes an empty store and opens it. Raises 3204 where the file exists, 3024 where none can be
+    /// made.
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
 
 private:

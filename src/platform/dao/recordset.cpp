@@ -51,8 +51,9 @@ namespace {
 
 /// Tells the observer before and after whatever moves the current row.
 template <typename Motion>
-void moving(Recordset::Private& d, Motion motion)
+void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
 {
+    const std::shared_ptr<Recordset> alive = recordset.shared_from_this(); // whatever it lets go of
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();
     d.driver(); // the observer may have closed the database
@@ -69,7 +70,7 @@ void Recordset::MoveFirst()
     d_->driver();
     if (d_->isEmpty())
         throw RunTimeError(runtime::NoCurrentRecord);
-    moving(*d_, [this] { d_->goFirst(); });
+    moving(*this, *d_, [this] { d_->goFirst(); });
 }
 
 void Recordset::MoveLast()
@@ -78,7 +79,7 @@ void Recordset::MoveLast()
     if (d_->isEmpty())
         throw RunTimeError(runtime::NoCurrentRecord);
     d_->reachEnd();
-    moving(*d_, [this] { d_->goLast(); });
+    moving(*this, *d_, [this] { d_->goLast(); });
 }
 
 void Recordset::MoveNext()
@@ -96,7 +97,7 @@ void Recordset::Move(int rows)
     d_->driver();
     if (d_->place == Place::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
         throw RunTimeError(runtime::NoCurrentRecord);
-    moving(*d_, [this, rows] {
+    moving(*this, *d_, [this, rows] {
         if (rows != 0)
             d_->goBy(rows);
         else if (d_->place == Place::OnRow)
@@ -127,7 +128,7 @@ void Recordset::Seek(const QString& comparison, const QVariant& key)
         throw RunTimeError(runtime::OperationNotSupported);
     if (d_->index().isEmpty())
         throw RunTimeError(runtime::NoCurrentIndex);
-    moving(*d_, [this, &key] { d_->seek(key); });
+    moving(*this, *d_, [this, &key] { d_->seek(key); });
 }
 
 bool Recordset::NoMatch() const
@@ -193,6 +194,7 @@ void Recordset::Delete()
 {
     d_->driver();
     d_->requireReadable();
+    const std::shared_ptr<Recordset> alive = shared_from_this();
     if (d_->observer != nullptr)
         d_->observer->currentAboutToChange();
     d_->drop();
@@ -262,7 +264,7 @@ bool Recordset::moveToKey(const RowKey& key)
     const RowNumber number = key.toLongLong();
     if (!key.isValid() || !d_->has(number))
         return false;
-    moving(*d_, [this, number] { d_->goTo(number); });
+    moving(*this, *d_, [this, number] { d_->goTo(number); });
     return true;
 }
 

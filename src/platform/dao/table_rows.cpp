@@ -29,6 +29,25 @@ void addEqual(const QString& field, const QVariant& value, QStringList& conditio
     values.append(value);
 }
 
+struct Bound
+{
+    QString condition;
+    QVariantList values;
+};
+
+/// The conditions, nearest first, that a field lies behind or before a value. Null stands before
+/// every value and compares with none, so it is asked for by itself.
+std::vector<Bound> beyond(const QString& field, const QVariant& value, bool forward)
+{
+    if (forward && value.isNull())
+        return {{field + " IS NOT NULL"_L1, {}}};
+    if (forward)
+        return {{field + " > ?"_L1, {value}}};
+    if (value.isNull())
+        return {};
+    return {{field + " < ?"_L1, {value}}, {field + " IS NULL"_L1, {}}};
+}
+
 QString whereText(const QStringList& conditions)
 {
     return conditions.isEmpty() ? QString() : " WHERE "_L1 + conditions.join(" AND "_L1);
@@ -161,33 +180,19 @@ std::optional<StoredRow> TableRows::previous(Driver& driver, const RowOrder& ord
 std::optional<StoredRow> TableRows::neighbour(Driver& driver, const RowOrder& order,
                                               const StoredRow& from, Direction direction) const
 {
-    const bool forward = direction == Direction::Forward;
     for (std::size_t agreeing = order.size() + 1; agreeing-- > 0;) {
         QStringList conditions;
         QVariantList values;
         for (std::size_t i = 0; i < agreeing; ++i)
             addEqual(field(order[i]), from.values[static_cast<std::size_t>(order[i])], conditions,
                      values);
-        QStringList alternatives;
-        QVariant bound = from.number;
-        if (agreeing == order.size()) {
-            alternatives.append(rowNumber_ + (forward ? " > ?"_L1 : " < ?"_L1));
-        } else {
-            const QString name = field(order[agreeing]);
-            bound = from.values[static_cast<std::size_t>(order[agreeing])];
-            if (bound.isNull() && forward)
-                alternatives.append(name + " IS NOT NULL"_L1);
-            if (!bound.isNull())
-                alternatives.append(name + (forward ? " > ?"_L1 : " < ?"_L1));
-            if (!bound.isNull() && !forward)
-                alternatives.append(name + " IS NULL"_L1); // Null stands before every value
-        }
-        for (const QString& each : alternatives) {
-            QVariantList bindings = values;
-            if (each.endsWith(u'?'))
-                bindings.append(bound);
-            if (auto row = pick(driver, conditions + QStringList(each), bindings,
-                                ordering(order, agreeing, direction)))
+        const bool byNumber = agreeing == order.size();
+        const QString name = byNumber ? rowNumber_ : field(order[agreeing]);
+        const QVariant bound = byNumber ? QVariant(from.number)
+                                        : from.values[static_cast<std::size_t>(order[agreeing])];
+        for (const Bound& each : beyond(name, bound, direction == Direction::Forward)) {
+            if (auto row = pick(driver, conditions + QStringList(each.condition),
+                                values + each.values, ordering(order, agreeing, direction)))
                 return row;
         }
     }

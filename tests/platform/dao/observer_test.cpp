@@ -175,6 +175,37 @@ TEST_F(ObserverTest, HearsOfANewQueryThatTheRowMayBeAnother)
     EXPECT_EQ(recorder.take(), (QStringList{u"changed @9 of 1"_s}));
 }
 
+TEST_F(ObserverTest, MayLetGoOfTheRecordsetOrCloseIt)
+{
+    class LastWord final : public dao::RecordsetObserver
+    {
+    public:
+        explicit LastWord(std::function<void()> word) : word_(std::move(word)) {}
+        void currentAboutToChange() override { word_(); }
+        void currentChanged() override {}
+        void rowAdded(const dao::RowKey&) override {}
+        void rowUpdated(const dao::RowKey&) override {}
+        void rowDeleted(const dao::RowKey&) override {}
+
+    private:
+        std::function<void()> word_;
+    };
+    auto rows = dynaset(u"SELECT * FROM Items"_s);
+    LastWord release([&] { rows.reset(); });
+    rows->setObserver(&release);
+    rows->MoveNext();
+    EXPECT_EQ(rows, nullptr);
+    rows = dynaset(u"SELECT * FROM Items"_s);
+    rows->setObserver(&release);
+    rows->Delete();
+    EXPECT_EQ(rows, nullptr);
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 3);
+    rows = dynaset(u"SELECT * FROM Items"_s);
+    LastWord close([&] { rows->database()->Close(); });
+    rows->setObserver(&close);
+    EXPECT_EQ(errorOf([&] { rows->MoveNext(); }), 3420);
+}
+
 TEST_F(ObserverTest, AFailureInItLeavesTheRowCurrent)
 {
     class Refusal final : public dao::RecordsetObserver
