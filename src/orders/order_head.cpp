@@ -87,12 +87,16 @@ QBoxLayout* OrderHead::orderRow()
 QBoxLayout* OrderHead::customerRow()
 {
     auto* row = new QHBoxLayout;
-    row->addWidget(caption(u"Label14"_s, u"עבור לקוח :"_s, this));
-    row->addWidget(TextCustomerName, 4);
-    row->addWidget(caption(u"Label15"_s, u"כתובת :"_s, this));
-    row->addWidget(TextCustomerAddress, 4);
-    row->addWidget(caption(u"Label16"_s, u"מס' טלפון :"_s, this));
-    row->addWidget(TextCustomerTel, 2);
+    const auto addBox = [this, row](const QString& name, const QString& text, QLineEdit* box,
+                                    int stretch) {
+        QLabel* label = caption(name, text, this);
+        label->setBuddy(box);
+        row->addWidget(label);
+        row->addWidget(box, stretch);
+    };
+    addBox(u"Label14"_s, u"עבור לקוח :"_s, TextCustomerName, 4);
+    addBox(u"Label15"_s, u"כתובת :"_s, TextCustomerAddress, 4);
+    addBox(u"Label16"_s, u"מס' טלפון :"_s, TextCustomerTel, 2);
     return row;
 }
 
