@@ -8,6 +8,7 @@ namespace controls {
 namespace {
 
 constexpr int gap = 4; ///< Device-independent pixels between the picture and the caption.
+constexpr int border = 3;
 
 } // namespace
 
@@ -25,14 +26,7 @@ void PictureButton::paintEvent(QPaintEvent* /*event*/)
     QStylePainter painter(this);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
 
-    const int captionWidth = fontMetrics().horizontalAdvance(text());
-    const QSize whole(iconSize().width() + gap + captionWidth, height());
-    const QRect content = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, whole, rect());
-    const Qt::LayoutDirection direction = layoutDirection();
-    const QRect picture =
-        QStyle::alignedRect(direction, Qt::AlignLeft | Qt::AlignVCenter, iconSize(), content);
-    const QRect caption = QStyle::alignedRect(direction, Qt::AlignRight | Qt::AlignVCenter,
-                                              QSize(captionWidth, height()), content);
+    const auto [picture, caption] = places();
     icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     painter.drawItemText(caption, Qt::AlignCenter | Qt::TextShowMnemonic, option.palette,
                          isEnabled(), text(), QPalette::ButtonText);
@@ -43,6 +37,25 @@ void PictureButton::paintEvent(QPaintEvent* /*event*/)
         focus.rect = style()->subElementRect(QStyle::SE_PushButtonFocusRect, &option, this);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
     }
+}
+
+PictureButton::Places PictureButton::places() const
+{
+    const QSize caption(fontMetrics().horizontalAdvance(text()), fontMetrics().height());
+    const QSize above(caption.width(), iconSize().height() + caption.height());
+    if (above.height() <= height() - 2 * border) {
+        const QRect content = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, above, rect());
+        return {QStyle::alignedRect(Qt::LeftToRight, Qt::AlignHCenter | Qt::AlignTop, iconSize(),
+                                    content),
+                QStyle::alignedRect(Qt::LeftToRight, Qt::AlignHCenter | Qt::AlignBottom, caption,
+                                    content)};
+    }
+    const QSize beside(iconSize().width() + gap + caption.width(), height());
+    const QRect content = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, beside, rect());
+    return {QStyle::alignedRect(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter, iconSize(),
+                                content),
+            QStyle::alignedRect(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter, caption,
+                                content)};
 }
 
 } // namespace controls
