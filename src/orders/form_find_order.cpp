@@ -5,6 +5,7 @@
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/picture_button.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
@@ -13,8 +14,7 @@
 
 #include <QPushButton>
 #include <QScreen>
-#include <QStyleOptionButton>
-#include <QStylePainter>
+#include <QStyle>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -50,39 +50,10 @@ QList<controls::DBGridColumn> lineColumns()
     return columns;
 }
 
-/// A button with its picture above its text, as the place laid out for it is high and narrow.
-class PictureButton : public QPushButton
-{
-public:
-    using QPushButton::QPushButton;
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QStylePainter painter(this);
-        QStyleOptionButton option;
-        initStyleOption(&option);
-        painter.drawControl(QStyle::CE_PushButtonBevel, option);
-        const QIcon::Mode mode = isEnabled() ? QIcon::Normal : QIcon::Disabled;
-        const int textHeight = fontMetrics().height();
-        const QRect face = rect().adjusted(2, 2, -2, -2);
-        icon().paint(&painter, face.adjusted(0, 0, 0, -textHeight), Qt::AlignCenter, mode);
-        painter.drawItemText(face, Qt::AlignHCenter | Qt::AlignBottom, palette(), isEnabled(),
-                             text(), QPalette::ButtonText);
-        if (hasFocus()) {
-            QStyleOptionFocusRect focus;
-            focus.initFrom(this);
-            focus.rect = face;
-            painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
-        }
-    }
-};
-
 QPushButton* iconButton(const QString& name, const QString& caption, const QString& icon,
                         const QRect& place, QWidget* parent)
 {
-    auto* button = new PictureButton(QIcon(icon), caption, parent);
-    button->setObjectName(name);
+    auto* button = new controls::PictureButton(name, caption, QIcon(icon), parent);
     QFont font(u"Arial"_s);
     font.setPointSizeF(11.25);
     font.setBold(true);
