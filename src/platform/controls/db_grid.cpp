@@ -58,6 +58,7 @@ void DBGrid::setDataSource(DataControl* source)
 {
     source_ = source;
     using runtime::on;
+    on(source, &DataControl::Validate, this, [this] { writeBeforeMove(); });
     on(source, &DataControl::rowsReset, this, [this] { readRows(); });
     on(source, &DataControl::currentChanged, this, [this] { showCurrent(); });
     on(source, &DataControl::rowAdded, this, [this](const auto& key) { model_->addRow(key); });
@@ -108,7 +109,14 @@ void DBGrid::showCurrent()
     }
     if (row != currentIndex().row())
         goTo(row);
-    scrollTo(currentIndex());
+    bringIntoSight();
+}
+
+/// Before the grid is shown its room is not known.
+void DBGrid::bringIntoSight()
+{
+    if (isVisible())
+        scrollTo(currentIndex());
 }
 
 int DBGrid::shownColumn() const
@@ -213,13 +221,13 @@ void DBGrid::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
     shareWidth();
-    scrollTo(currentIndex());
+    bringIntoSight();
 }
 
 void DBGrid::showEvent(QShowEvent* event)
 {
     QTableView::showEvent(event);
-    scrollTo(currentIndex());
+    bringIntoSight();
 }
 
 void SetGridFont(DBGrid& grid)

@@ -84,6 +84,7 @@ private:
     dao::Recordset* rows() const;
     void readRows();
     void showCurrent();
+    void bringIntoSight();
     void goTo(int row);
     void moveRecordset(int row);
     void takeAway(const QVariant& key);
@@ -92,8 +93,10 @@ private:
     void flushEditor();
     bool leaveEditedRow(int nextRow);
     bool writeRow();
+    void writeBeforeMove();
     void dropEdit();
     void deleteRow();
+    void closeGap(int row, const QVariant& key);
     void focusMoved(const QWidget* from, const QWidget* to);
     void tellLater();
     void tellRefusal();
@@ -106,7 +109,8 @@ private:
     bool following_ = false; ///< The view is being brought to the recordset's row.
     bool moving_ = false;    ///< The recordset is being brought to the view's row.
     bool telling_ = false;
-    QString refusal_; ///< Not yet told.
+    QString refusal_;      ///< Not yet told.
+    bool rowGone_ = false; ///< The edited row has been deleted by another station.
 };
 
 /// Font size 11 and black text.

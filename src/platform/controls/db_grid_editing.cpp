@@ -64,13 +64,26 @@ bool DBGrid::writeRow()
 {
     if (model_->editedRow() < 0 || rows() == nullptr)
         return true;
+    // Writing may move the recordset, but never takes the view along.
+    const QScopedValueRollback moving(moving_, true);
     try {
         model_->writeEdit(*rows());
         return true;
     } catch (const RunTimeError& error) {
+        rowGone_ = error.number() == runtime::RecordDeleted;
         refusal_ = writeRefusal(error);
         return false;
     }
+}
+
+/// The recordset is about to leave its row by a move that did not begin in the grid.
+void DBGrid::writeBeforeMove()
+{
+    if (moving_)
+        return;
+    flushEditor();
+    if (!writeRow())
+        tellLater();
 }
 
 bool DBGrid::leaveEditedRow(int nextRow)
@@ -142,8 +155,13 @@ bool DBGrid::handleEditKey(const QKeyEvent& event)
 
 void DBGrid::dropEdit()
 {
-    const QScopedValueRollback following(following_, true);
-    model_->dropEdit();
+    const int row = model_->editedRow();
+    {
+        const QScopedValueRollback following(following_, true);
+        model_->dropEdit();
+    }
+    if (std::exchange(rowGone_, false))
+        closeGap(row, model_->keyAt(row));
 }
 
 void DBGrid::deleteRow()
@@ -159,8 +177,16 @@ void DBGrid::deleteRow()
     } catch (const RunTimeError& error) {
         refusal_ = deleteRefusal(error);
         tellRefusal();
-        return;
+        if (error.number() != runtime::RecordDeleted)
+            return;
     }
+    closeGap(row, key);
+}
+
+/// Takes a row out of sight that is no longer in the store, and stands on the one in its place.
+void DBGrid::closeGap(int row, const QVariant& key)
+{
+    takeAway(key);
     goTo(std::clamp(row, 0, std::max(model_->recordCount() - 1, 0)));
 }
 

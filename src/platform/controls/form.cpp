@@ -83,7 +83,7 @@ void ChildForm::Unload()
     if (!window_.isNull())
         outer = window_;
     outer->close();
-    deleteLater();
+    outer->deleteLater();
 }
 
 void ChildForm::closeEvent(QCloseEvent* event)

@@ -64,7 +64,7 @@ void addButtons(QMessageBox& box, int flags)
 void layOutText(QMessageBox& box, int flags)
 {
     const bool rightToLeft = (flags & runtime::vbMsgBoxRtlReading) != 0;
-    const bool right = (flags & runtime::vbMsgBoxRight) != 0;
+    const bool right = rightToLeft || (flags & runtime::vbMsgBoxRight) != 0;
     box.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     // The desktop's own order of buttons differs from one to the next.
     box.setStyleSheet(u"QDialogButtonBox { button-layout: 0 }"_s);

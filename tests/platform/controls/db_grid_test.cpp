@@ -403,6 +403,13 @@ void DBGridTest::keepsTheCurrentRowInSight()
     form.data->Recordset().MoveLast();
     form.show();
     QTRY_VERIFY(isInSight());
+
+    GridForm fresh(store);
+    fresh.hide();
+    fresh.data->setRecordset(store.dynaset());
+    fresh.data->Recordset().MoveNext();
+    fresh.show();
+    QCOMPARE(fresh.grid->rowAt(1), 0); // nothing is scrolled away without need
 }
 
 void DBGridTest::bigTablesOpenAndScrollAtOnce()
