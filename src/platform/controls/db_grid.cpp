@@ -187,13 +187,22 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
     }
 }
 
+/// The scroll bar may come or go by the sharing itself, and of that the toolkit sends no event
+/// while the grid is being shown.
 void DBGrid::shareWidth()
+{
+    const int former = viewport()->width();
+    shareWidth(former);
+    if (viewport()->width() != former)
+        shareWidth(viewport()->width());
+}
+
+void DBGrid::shareWidth(int room)
 {
     const QList<DBGridColumn>& columns = model_->columns();
     qint64 left = 0;
     for (const DBGridColumn& each : columns)
         left += each.width;
-    int room = viewport()->width();
     for (int i = 0; i < columns.size(); ++i) {
         if (columns[i].width == 0)
             continue;
@@ -227,6 +236,7 @@ void DBGrid::resizeEvent(QResizeEvent* event)
 void DBGrid::showEvent(QShowEvent* event)
 {
     QTableView::showEvent(event);
+    shareWidth();
     bringIntoSight();
 }
 

@@ -79,6 +79,7 @@ private:
     void setUpView();
     void fitRows();
     void shareWidth();
+    void shareWidth(int room);
     int shownColumn() const;
 
     dao::Recordset* rows() const;

@@ -66,6 +66,7 @@ class DBGridTest : public QObject
 
 private slots:
     void showsTheRowsInTheirColumns();
+    void columnsShareTheWidth_data();
     void columnsShareTheWidth();
     void captionIsABandOverTheHeaders();
     void standsOnTheRecordsetsRow();
@@ -111,14 +112,24 @@ void DBGridTest::showsTheRowsInTheirColumns()
     QVERIFY(!form.grid->verticalHeader()->isVisible());
 }
 
+void DBGridTest::columnsShareTheWidth_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::newRow("without a scroll bar") << 2;
+    QTest::newRow("beside a scroll bar") << 60;
+}
+
 void DBGridTest::columnsShareTheWidth()
 {
+    QFETCH(const int, rows);
     SampleStore store;
+    store.addLines(rows);
     GridForm form(store);
     QVERIFY(form.grid->isColumnHidden(3));
     QVERIFY(form.grid->isColumnHidden(4));
-    for (const int width : {420, 611, 333}) {
+    for (const int width : {form.width(), 420, 611, 333}) {
         form.resize(width, 320);
+        QCOMPARE(form.grid->verticalScrollBar()->isVisible(), rows > 2);
         const int room = form.grid->viewport()->width();
         const int first = form.grid->columnWidth(0);
         QCOMPARE(first + form.grid->columnWidth(1) + form.grid->columnWidth(2), room);
