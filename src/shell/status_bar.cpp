@@ -50,7 +50,7 @@ QLabel* StatusBar::addPanel(int index, const QString& text, int twips)
     panel->setObjectName(u"StatusBar1_"_s + QString::number(index));
     panel->setTextFormat(Qt::PlainText);
     panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    panel->setContentsMargins(4, 1, 4, 1);
+    panel->setMargin(3);
     // The last panel is wider than a small screen: it takes what the others leave.
     const bool last = index == 5;
     if (!last) {
