@@ -1,5 +1,6 @@
 #include "platform/dao/database.h"
 
+#include "platform/dao/connection_pool.h"
 #include "platform/dao/recordset_p.h"
 #include "platform/dao/sqlite_driver.h"
 #include "platform/dao/table_def_p.h"
@@ -103,6 +104,11 @@ Workspace& DBEngine::Workspaces(int number)
 std::shared_ptr<Database> DBEngine::OpenDatabase(const QString& path)
 {
     return workspace_.OpenDatabase(path);
+}
+
+void DBEngine::Idle()
+{
+    ConnectionPool::instance().clear();
 }
 
 } // namespace dao

@@ -187,6 +187,8 @@ public:
     /// Raises 3265 for any number but 0.
     Workspace& Workspaces(int number);
     std::shared_ptr<Database> OpenDatabase(const QString& path);
+    /// Lets go of the connections that no database works over at the moment.
+    void Idle();
 
 private:
     Workspace workspace_;

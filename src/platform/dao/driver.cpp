@@ -28,15 +28,63 @@ QString nextConnectionName()
 } // namespace
 
 SqlConnection::SqlConnection(const QString& plugin)
-    : name_(nextConnectionName()), database_(QSqlDatabase::addDatabase(plugin, name_))
+    : name_(nextConnectionName()), database_(QSqlDatabase::addDatabase(plugin, name_)),
+      passing_(database_)
 {
 }
 
 SqlConnection::~SqlConnection()
 {
+    statements_.clear();
+    passing_ = QSqlQuery();
     database_.close();
     database_ = QSqlDatabase();
     QSqlDatabase::removeDatabase(name_);
+}
+
+namespace {
+
+/// Enough for all that the forms ask; the pages of a grid have texts that seldom come again.
+constexpr std::size_t keptStatements = 64;
+
+bool mayChangeTheSchema(const QString& sql)
+{
+    for (const auto verb : {"SELECT"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
+        if (sql.startsWith(verb))
+            return false;
+    }
+    return true;
+}
+
+QSqlQuery prepared(const QSqlDatabase& database, const QString& sql)
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.prepare(sql); // a failure shows in its lastError
+    return query;
+}
+
+} // namespace
+
+QSqlQuery& SqlConnection::statement(const QString& sql)
+{
+    if (mayChangeTheSchema(sql)) {
+        schema_ = {};
+        statements_.clear();
+        passing_ = prepared(database_, sql);
+        return passing_;
+    }
+    const auto kept = statements_.find(sql);
+    if (kept != statements_.end())
+        return kept->second;
+    if (statements_.size() >= keptStatements)
+        statements_.clear();
+    QSqlQuery query = prepared(database_, sql);
+    if (query.lastError().isValid()) {
+        passing_ = std::move(query);
+        return passing_;
+    }
+    return statements_.emplace(sql, std::move(query)).first->second;
 }
 
 void Driver::commit()
@@ -51,22 +99,41 @@ void Driver::rollback()
     run(u"ROLLBACK"_s);
 }
 
-QSqlQuery Driver::run(const QString& sql, const QVariantList& values)
+void SqlConnection::drop(const QString& sql)
 {
-    QSqlQuery query(connection_.database());
-    query.setForwardOnly(true);
-    if (!query.prepare(sql))
-        throw error(query.lastError());
-    for (const QVariant& each : values)
-        query.addBindValue(each);
-    if (!query.exec())
-        throw error(query.lastError());
+    statements_.erase(sql);
+    passing_ = QSqlQuery(database_);
+}
+
+std::unique_ptr<SqlConnection> Driver::releaseConnection()
+{
+    if (failed_ || inTransaction_)
+        return nullptr;
+    return std::move(connection_);
+}
+
+QSqlQuery& Driver::start(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery& query = connection_->statement(sql);
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values[i]);
+    if (query.lastError().isValid() || !query.exec()) {
+        failed_ = true;
+        const QSqlError failure = query.lastError();
+        connection_->drop(sql);
+        throw error(failure);
+    }
     return query;
+}
+
+const QSqlQuery& Driver::run(const QString& sql, const QVariantList& values)
+{
+    return start(sql, values);
 }
 
 std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& values)
 {
-    QSqlQuery query = run(sql, values);
+    QSqlQuery& query = start(sql, values);
     const int columns = query.record().count();
     std::vector<StoredValues> all;
     while (query.next()) {
@@ -76,8 +143,13 @@ std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& v
             row.push_back(query.value(i));
         all.push_back(std::move(row));
     }
-    if (query.lastError().isValid())
-        throw error(query.lastError());
+    const QSqlError failure = query.lastError();
+    query.finish();
+    if (failure.isValid()) {
+        failed_ = true;
+        connection_->drop(sql);
+        throw error(failure);
+    }
     return all;
 }
 

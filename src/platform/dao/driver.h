@@ -7,6 +7,7 @@
 #include <QSqlQuery>
 #include <QStringList>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -34,8 +35,18 @@ struct TableInfo
     int ordinalOf(const QString& fieldName) const;
 };
 
-/// One connection of Qt Sql under a name of its own; the connection goes with this object. Every
-/// query on it has to be gone by then.
+/// What has been read of a store's schema, good for as long as the store's own mark of it stays.
+struct SchemaMemory
+{
+    int mark = 0;
+    std::map<QString, std::optional<TableInfo>> tables;
+    std::map<QString, std::vector<IndexInfo>> indexes;
+    std::map<QString, QString> counters;
+};
+
+/// One connection of Qt Sql under a name of its own; the connection goes with this object. It keeps
+/// its prepared statements and what was read of the schema, for the next database that works over
+/// it.
 class SqlConnection
 {
 public:
@@ -45,10 +56,19 @@ public:
     SqlConnection& operator=(const SqlConnection&) = delete;
 
     QSqlDatabase& database() { return database_; }
+    SchemaMemory& schema() { return schema_; }
+    /// The statement ready to be bound and run. A text that may change the schema is prepared for
+    /// this one time, and what is known of the schema is forgotten.
+    QSqlQuery& statement(const QString& sql);
+    /// Lets go of a statement that has failed.
+    void drop(const QString& sql);
 
 private:
     QString name_;
     QSqlDatabase database_;
+    std::map<QString, QSqlQuery> statements_;
+    QSqlQuery passing_;
+    SchemaMemory schema_;
 };
 
 /// One open connection to a store on one SQL engine. What the engines have in common (plain SQL,
@@ -101,8 +121,9 @@ public:
     /// The run-time error that an error of the engine stands for.
     virtual runtime::RunTimeError error(const QSqlError& error) const = 0;
 
-    /// Runs one statement to its end, unless it gives rows. Raises error().
-    QSqlQuery run(const QString& sql, const QVariantList& values = {});
+    /// Runs one statement to its end, unless it gives rows. The query stays good until the next
+    /// call. Raises error().
+    const QSqlQuery& run(const QString& sql, const QVariantList& values = {});
     /// All rows of a statement, which is finished afterwards.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
     /// The row numbers that an ordered SELECT of that one column gives.
@@ -113,14 +134,23 @@ public:
     static QString quoted(const QStringList& names);
 
 protected:
-    Driver(const QString& plugin, QString name) : connection_(plugin), name_(std::move(name)) {}
-    QSqlDatabase& connection() { return connection_.database(); }
+    Driver(std::unique_ptr<SqlConnection> connection, QString name)
+        : connection_(std::move(connection)), name_(std::move(name))
+    {
+    }
+    QSqlDatabase& connection() { return connection_->database(); }
+    SchemaMemory& schema() { return connection_->schema(); }
+    /// The connection for another use; null where it has failed or is in the middle of something.
+    std::unique_ptr<SqlConnection> releaseConnection();
     void setInTransaction() { inTransaction_ = true; }
 
 private:
-    SqlConnection connection_;
+    QSqlQuery& start(const QString& sql, const QVariantList& values);
+
+    std::unique_ptr<SqlConnection> connection_;
     QString name_;
     bool inTransaction_ = false;
+    bool failed_ = false;
 };
 
 /// Several statements that take effect together or not at all; part of a transaction that is

@@ -1,11 +1,18 @@
 #include "platform/dao/sqlite_driver.h"
 
+#include "platform/dao/connection_pool.h"
+
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QUrl>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 namespace dao {
 
@@ -135,9 +142,41 @@ QString counterTrigger(const QString& table, const QString& field)
              Driver::quoted(field), literal(table));
 }
 
+std::unique_ptr<SqlConnection> newConnection()
+{
+    return std::make_unique<SqlConnection>(u"QSQLITE"_s);
+}
+
+/// What tells one store file from another that took its place under the same name.
+QString identityOf(const QFileInfo& file)
+{
+#ifdef Q_OS_UNIX
+    struct stat status = {};
+    if (stat(QFile::encodeName(file.absoluteFilePath()).constData(), &status) == 0)
+        return u"%1:%2"_s.arg(status.st_dev).arg(status.st_ino);
+#endif
+    return QString::number(file.birthTime().toMSecsSinceEpoch());
+}
+
+QString keyOf(const QFileInfo& file, std::chrono::milliseconds lockWait)
+{
+    return u"%1|%2|%3"_s.arg(file.absoluteFilePath(), identityOf(file)).arg(lockWait.count());
+}
+
 } // namespace
 
-SqliteDriver::SqliteDriver(const QString& path) : Driver(u"QSQLITE"_s, path) {}
+SqliteDriver::SqliteDriver(std::unique_ptr<SqlConnection> connection, const QString& path)
+    : Driver(std::move(connection), path)
+{
+}
+
+SqliteDriver::~SqliteDriver()
+{
+    if (poolKey_.isEmpty())
+        return;
+    if (std::unique_ptr<SqlConnection> connection = releaseConnection())
+        ConnectionPool::instance().give(poolKey_, std::move(connection));
+}
 
 std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::milliseconds lockWait)
 {
@@ -150,9 +189,17 @@ std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::mil
     if (file.isFile() && file.size() < headerSignature.size())
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path));
+    const QString key = keyOf(file, lockWait);
+    if (std::unique_ptr<SqlConnection> idle = ConnectionPool::instance().take(key)) {
+        std::unique_ptr<SqliteDriver> driver(new SqliteDriver(std::move(idle), path));
+        driver->renewUse();
+        driver->poolKey_ = key;
+        return driver;
+    }
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(newConnection(), path));
     driver->connect(u"rw"_s, lockWait);
     driver->prepareUse();
+    driver->poolKey_ = key;
     return driver;
 }
 
@@ -161,7 +208,7 @@ std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
 {
     if (QFileInfo::exists(path))
         throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path));
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(newConnection(), path));
     driver->connect(u"rwc"_s, lockWait);
     try {
         // The sequence table comes into being with the first table that asks for one, and stays.
@@ -201,6 +248,24 @@ void SqliteDriver::prepareUse()
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
     settings.exec(u"PRAGMA synchronous = FULL"_s);
+    schema().mark = schemaMark();
+}
+
+/// A connection that was idle: it touches the file as an opening does, so that a locked or damaged
+/// one fails here, and learns whether another station has changed the schema meanwhile.
+void SqliteDriver::renewUse()
+{
+    const int mark = schemaMark();
+    if (mark != schema().mark)
+        schema() = {mark, {}, {}, {}};
+}
+
+int SqliteDriver::schemaMark()
+{
+    QSqlQuery query(connection());
+    if (!query.exec(u"PRAGMA schema_version"_s) || !query.next())
+        throw openingError(query.lastError());
+    return query.value(0).toInt();
 }
 
 RunTimeError SqliteDriver::openingError(const QSqlError& failure) const
@@ -272,6 +337,14 @@ std::vector<TableInfo> SqliteDriver::tables()
 
 std::optional<TableInfo> SqliteDriver::table(const QString& name)
 {
+    const auto known = schema().tables.find(name);
+    if (known != schema().tables.end())
+        return known->second;
+    return schema().tables.emplace(name, readTable(name)).first->second;
+}
+
+std::optional<TableInfo> SqliteDriver::readTable(const QString& name)
+{
     std::optional<TableInfo> found;
     for (const StoredValues& row :
          rows(u"SELECT m.name, m.type = 'table', c.name, c.type, c.\"notnull\" "
@@ -290,6 +363,14 @@ std::optional<TableInfo> SqliteDriver::table(const QString& name)
 }
 
 std::vector<IndexInfo> SqliteDriver::indexes(const QString& table)
+{
+    const auto known = schema().indexes.find(table);
+    if (known != schema().indexes.end())
+        return known->second;
+    return schema().indexes.emplace(table, readIndexes(table)).first->second;
+}
+
+std::vector<IndexInfo> SqliteDriver::readIndexes(const QString& table)
 {
     std::vector<IndexInfo> all;
     IndexInfo primary{primaryKeyName, {}, true, true};
@@ -337,6 +418,15 @@ QString SqliteDriver::joined(const QString& select) const
 }
 
 QString SqliteDriver::counterValue(const QString& table, const QString& field)
+{
+    const QString counter = table + u'.' + field;
+    const auto known = schema().counters.find(counter);
+    if (known != schema().counters.end())
+        return known->second;
+    return schema().counters.emplace(counter, readCounterValue(table, field)).first->second;
+}
+
+QString SqliteDriver::readCounterValue(const QString& table, const QString& field)
 {
     if (!rows(u"SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND name = ? COLLATE NOCASE"_s,
               {counterTriggerName(table, field)})

@@ -14,6 +14,7 @@ public:
     static std::unique_ptr<Driver> open(const QString& path, std::chrono::milliseconds lockWait);
     /// Makes an empty store and opens it. Raises 3204, 3051.
     static std::unique_ptr<Driver> create(const QString& path, std::chrono::milliseconds lockWait);
+    ~SqliteDriver() override;
 
     std::vector<TableInfo> tables() override;
     std::optional<TableInfo> table(const QString& name) override;
@@ -31,10 +32,17 @@ public:
     runtime::RunTimeError error(const QSqlError& error) const override;
 
 private:
-    explicit SqliteDriver(const QString& path);
+    SqliteDriver(std::unique_ptr<SqlConnection> connection, const QString& path);
     void connect(const QString& mode, std::chrono::milliseconds lockWait);
     void prepareUse();
+    void renewUse();
+    int schemaMark();
+    std::optional<TableInfo> readTable(const QString& name);
+    std::vector<IndexInfo> readIndexes(const QString& table);
+    QString readCounterValue(const QString& table, const QString& field);
     runtime::RunTimeError openingError(const QSqlError& error) const;
+
+    QString poolKey_; ///< Empty where the connection is not for another use.
 };
 
 } // namespace dao

@@ -62,6 +62,7 @@ TEST_F(AdoTest, OutlivesItsConnectionAndHoldsNoLock)
     raw_.reset();
     auto rows = execute(u"SELECT * FROM Items"_s);
     EXPECT_EQ(rows->rows(0, 1)[0][1], 5);
+    dao::DBEngine::instance().Idle();
     EXPECT_EQ(QSqlDatabase::connectionNames().size(), 1);
     sql(u"PRAGMA busy_timeout = 0"_s);
     sql(u"BEGIN EXCLUSIVE"_s);

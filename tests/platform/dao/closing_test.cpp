@@ -93,8 +93,10 @@ TEST_F(ClosingTest, TheConnectionGoesWithTheLastHandle)
     auto pages = rows->pages();
     database.reset();
     rows.reset();
+    dao::DBEngine::instance().Idle();
     EXPECT_EQ(QSqlDatabase::connectionNames().size(), 1);
     pages.reset();
+    dao::DBEngine::instance().Idle();
     EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
 }
 
@@ -104,6 +106,7 @@ TEST_F(ClosingTest, CloseOfARecordsetLetsGoOfItsDatabase)
     raw_.reset();
     const auto rows = table(u"Items"_s);
     rows->Close();
+    dao::DBEngine::instance().Idle();
     EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
     EXPECT_EQ(errorOf([&] { rows->MoveFirst(); }), 3420);
     EXPECT_EQ(rows->database(), nullptr);

@@ -92,6 +92,7 @@ protected:
     void TearDown() override
     {
         raw_.reset();
+        dao::DBEngine::instance().Idle();
         EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty())
             << qPrintable(QSqlDatabase::connectionNames().join(u", "_s));
         dao::DBEngine::instance().Workspaces(0).setLockWait(std::chrono::seconds(5));

@@ -1,0 +1,84 @@
+#include "platform/dao/fixture.h"
+
+#include <QFile>
+
+using namespace daotest;
+
+namespace {
+
+/// Databases one after the other work over one connection; what a database sees must not depend on
+/// it.
+class PoolTest : public ItemsTest
+{
+protected:
+    int openOnce() const
+    {
+        return open()->OpenRecordset(u"Items"_s, dao::dbOpenTable)->RecordCount();
+    }
+};
+
+TEST_F(PoolTest, TakesTheConnectionThatWasGivenBack)
+{
+    add(1, 10);
+    raw_.reset();
+    openOnce();
+    const QStringList names = QSqlDatabase::connectionNames();
+    EXPECT_EQ(names.size(), 1);
+    openOnce();
+    EXPECT_EQ(QSqlDatabase::connectionNames(), names);
+}
+
+TEST_F(PoolTest, GivesTwoDatabasesAtOnceAConnectionEach)
+{
+    add(1, 10);
+    raw_.reset();
+    openOnce();
+    const auto first = open();
+    const auto second = open();
+    EXPECT_EQ(QSqlDatabase::connectionNames().size(), 2);
+}
+
+TEST_F(PoolTest, SeesAStoreThatHasTakenTheFormersPlace)
+{
+    add(1, 10);
+    EXPECT_EQ(openOnce(), 1);
+    raw_.reset();
+    const QString copy = path_ + u".copy"_s;
+    ASSERT_TRUE(QFile::copy(path_, copy));
+    RawConnection{copy}(u"DELETE FROM Items"_s);
+    ASSERT_TRUE(QFile::remove(path_));
+    ASSERT_TRUE(QFile::rename(copy, path_));
+    EXPECT_EQ(openOnce(), 0);
+}
+
+TEST_F(PoolTest, SeesAFieldThatAnotherStationHasAdded)
+{
+    add(1, 10);
+    const int before = open()->OpenRecordset(u"Items"_s, dao::dbOpenTable)->FieldCount();
+    sql(u"ALTER TABLE Items ADD COLUMN Extra LONG"_s);
+    EXPECT_EQ(open()->OpenRecordset(u"Items"_s, dao::dbOpenTable)->FieldCount(), before + 1);
+}
+
+TEST_F(PoolTest, FailsAtOpeningWhileTheFileIsLocked)
+{
+    add(1, 10);
+    openOnce();
+    sql(u"BEGIN EXCLUSIVE"_s);
+    EXPECT_EQ(errorOf([&] { open(); }), 3260);
+    sql(u"COMMIT"_s);
+    EXPECT_EQ(openOnce(), 1);
+}
+
+TEST_F(PoolTest, FailsAtOpeningWhereTheFileHasBecomeNoStore)
+{
+    add(1, 10);
+    openOnce();
+    raw_.reset();
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(QByteArray(4096, 'x'));
+    file.close();
+    EXPECT_EQ(errorOf([&] { open(); }), 3343);
+}
+
+} // namespace
