@@ -37,7 +37,7 @@ public:
     {
         if (!QFile::copy(QStringLiteral(ZOMREL_PROGRAM), path_))
             qFatal("cannot copy the program");
-        if (store.path() != store.folder() + u"/Aluminium.mdb")
+        if (store.path() != store.folder() + u"/Aluminium.mdb"_s)
             QFile::copy(store.path(), store.folder() + u"/Aluminium.mdb"_s);
     }
     const QString& path() const { return path_; }
