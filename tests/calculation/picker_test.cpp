@@ -158,6 +158,10 @@ void PickerTest::tabOrder()
              (QStringList{u"DBGrid1"_s, u"CmdClose"_s, u"CmdPic"_s, u"TextNum_3"_s, u"TextNum_2"_s,
                           u"TextNum_1"_s, u"TextNum_0"_s, u"CheckKind"_s, u"ComboMonoBlock"_s,
                           u"TextNum_4"_s, u"TextNum_5"_s, u"Combo_U_Thick"_s}));
+    // Tab leaves the grid at once and does not walk through its cells.
+    picker.DBGrid1->setFocus();
+    QTest::keyClick(picker.DBGrid1, Qt::Key_Tab);
+    QVERIFY(picker.CmdClose->hasFocus());
 }
 
 void PickerTest::checkingEnablesAndProposes()
