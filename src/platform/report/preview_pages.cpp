@@ -215,25 +215,25 @@ void PreviewPages::paintSheets(const QRect& area)
     const int last = std::clamp((scrolled + area.bottom() - gap) / stride(), 0, pageCount() - 1);
     QPainter painter(viewport());
     for (int page = first; page <= last; ++page) {
-        painter.save();
-        paintSheet(page, painter);
-        painter.restore();
+        paintSheet(*document_->page(page), painter);
     }
 }
 
-void PreviewPages::paintSheet(int page, QPainter& painter)
+void PreviewPages::paintSheet(const Page& page, QPainter& painter)
 {
-    const QRect sheet = sheetRect(page);
+    const QRect sheet = sheetRect(page.index);
+    painter.save();
     painter.fillRect(sheet.translated(2, 2), palette().shadow());
     painter.fillRect(sheet, Qt::white);
     painter.setClipRect(sheet);
     painter.translate(sheet.topLeft());
     painter.scale(zoom_ / twipsPerPixel, zoom_ / twipsPerPixel);
     document_->paintPage(page, painter);
-    if (highlight_ && highlight_->page == page) {
+    if (highlight_ && highlight_->page == page.index) {
         painter.setCompositionMode(QPainter::CompositionMode_Multiply);
         painter.fillRect(highlight_->place, QColor(255, 230, 90));
     }
+    painter.restore();
 }
 
 /// No exception may leave a paint event, and a box must not open inside one.

@@ -65,7 +65,7 @@ private:
     void updateScrollBars();
     void followScrolling();
     void paintSheets(const QRect& area);
-    void paintSheet(int page, QPainter& painter);
+    void paintSheet(const Page& page, QPainter& painter);
     void raiseLater(std::exception_ptr failure);
 
     static constexpr int gap = 12; ///< Pixels around each sheet.

@@ -7,7 +7,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolBar>
@@ -102,7 +101,6 @@ void PreviewWindow::addPageNumber()
     pageNumber_->setToolTip(u"מספר הדף המוצג; הקלד מספר ו-Enter כדי לעבור אליו"_s);
     pageNumber_->setAlignment(Qt::AlignCenter);
     pageNumber_->setMaximumWidth(60);
-    pageNumber_->setValidator(new QIntValidator(0, 999999, pageNumber_));
     pageCount_ = new QLabel(toolbar_);
     pageCount_->setObjectName(u"LabelPageCount"_s);
     toolbar_->addWidget(new QLabel(u" דף "_s, toolbar_));
@@ -192,8 +190,10 @@ void PreviewWindow::goToLast()
 
 void PreviewWindow::goToTyped()
 {
-    if (!pageNumber_->text().isEmpty())
-        pages_->setCurrentPage(pageNumber_->text().toInt());
+    bool isNumber = false;
+    const int page = pageNumber_->text().toInt(&isNumber);
+    if (isNumber)
+        pages_->setCurrentPage(page);
     pages_->setFocus();
 }
 

@@ -1,0 +1,69 @@
+#include "platform/report/preview_fixture.h"
+
+namespace testsupport {
+
+using namespace report;
+using namespace Qt::StringLiterals;
+
+PreviewFixture::PreviewFixture(std::shared_ptr<MemoryRows> shown)
+    : report(smallReport), formerPaper_(setPaperDoor([] { return smallPaper; })),
+      formerFile_(setFileDoor([this](const FileRequest& request) {
+          fileRequests.push_back(request);
+          return chosenFile;
+      })),
+      formerPrinter_(setPrinterDoor([this](QPrinter& printer, QWidget*, int pageCount) {
+          return answerPrinter != nullptr && answerPrinter(printer, pageCount);
+      }))
+{
+    report.Sections(1).Controls(u"Number"_s).setCaption(u"17"_s);
+    show(std::move(shown));
+}
+
+PreviewFixture::~PreviewFixture()
+{
+    setPaperDoor(std::move(formerPaper_));
+    setFileDoor(std::move(formerFile_));
+    setPrinterDoor(std::move(formerPrinter_));
+}
+
+void PreviewFixture::show(std::shared_ptr<MemoryRows> shown)
+{
+    rows = std::move(shown);
+    report.setDataSource(rows);
+    report.Show();
+    if (!QTest::qWaitForWindowActive(&window()))
+        qFatal("the preview did not come to the front");
+}
+
+QMainWindow& PreviewFixture::window() const
+{
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->objectName() == smallReport.name)
+            return *qobject_cast<QMainWindow*>(each);
+    }
+    qFatal("no preview");
+}
+
+void PreviewFixture::click(const QString& actionName) const
+{
+    for (QToolBar* bar : window().findChildren<QToolBar*>()) {
+        if (QWidget* button = bar->widgetForAction(&action(actionName)))
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+}
+
+void PreviewFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const
+{
+    QTest::keyClick(&window(), key, modifiers);
+}
+
+void PreviewFixture::type(const QString& editName, const QString& text) const
+{
+    auto* edit = child<QLineEdit>(window(), editName);
+    edit->setFocus();
+    edit->selectAll();
+    edit->insert(text);
+    QTest::keyClick(edit, Qt::Key_Return);
+}
+
+} // namespace testsupport
