@@ -1,0 +1,351 @@
+#include "output/order_lines.h"
+#include "output/order_report.h"
+#include "platform/report/doors.h"
+#include "platform/report/pdf_words.h"
+#include "platform/report/preview_pages.h"
+
+#include "support/doors.h"
+#include "support/widgets.h"
+
+#include <QMainWindow>
+#include <QPainter>
+#include <QTest>
+
+using namespace report;
+using namespace testsupport;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The head of an order's report as the print handler sets it.
+std::vector<Section> headedSections()
+{
+    auto sections = makeSections(output::orderReportDesign);
+    Section& head = sections[1];
+    head.Controls(u"LabelDate"_s).setCaption(u"15/02/2026"_s);
+    head.Controls(u"LabelOrder_Num"_s).setCaption(u"17"_s);
+    head.Controls(u"LabelClientName"_s).setCaption(u"אלון"_s);
+    head.Controls(u"LabelAddress"_s).setCaption(u"הרצל 12 חיפה"_s);
+    head.Controls(u"LabelTel"_s).setCaption(u"03-1234567"_s);
+    return sections;
+}
+
+std::unique_ptr<Document> orderDocument(const QList<Values>& lines,
+                                        std::vector<Section> sections = headedSections())
+{
+    return std::make_unique<Document>(output::orderReportDesign, std::move(sections),
+                                      orderLines(lines), a4Portrait);
+}
+
+const ControlDesign& designed(Role role, QStringView name)
+{
+    for (const ControlDesign& control : sectionOf(output::orderReportDesign, role)->controls) {
+        if (control.name == name)
+            return control;
+    }
+    qFatal("no control %s", qPrintable(name.toString()));
+}
+
+constexpr int bodyLeft = 500;
+constexpr int headTop = 1440;
+constexpr int firstBlockTop = 1440 + 4020;
+constexpr int blockHeight = 2250;
+constexpr int footTop = 16838 - 1440 - 450;
+
+/// What stands on paper in the place of a control of a band whose top is given.
+QString printed(const PdfWords& pdf, int page, int bandTop, Role role, QStringView name)
+{
+    const ControlDesign& control = designed(role, name);
+    return pdf.at(page, bodyLeft + control.left, bandTop + control.top, control.width);
+}
+
+QString inBlock(const PdfWords& pdf, int block, QStringView name, int page = 0)
+{
+    return printed(pdf, page, firstBlockTop + block * blockHeight, Role::Detail, name);
+}
+
+QString inHead(const PdfWords& pdf, QStringView name, int page = 0)
+{
+    return printed(pdf, page, headTop, Role::PageHeader, name);
+}
+
+/// How every value of a line reads, by its control.
+const std::vector<std::pair<QString, QString>>& fieldsOfControls()
+{
+    static const std::vector<std::pair<QString, QString>> fields = [] {
+        std::vector<std::pair<QString, QString>> found;
+        for (const ControlDesign& control :
+             sectionOf(output::orderReportDesign, Role::Detail)->controls) {
+            if (control.kind == Kind::Field)
+                found.emplace_back(control.name.toString(), control.text.toString());
+        }
+        return found;
+    }();
+    return fields;
+}
+
+QString asText(const QVariant& value)
+{
+    return value.typeId() == QMetaType::QDate ? value.toDate().toString(u"dd/MM/yyyy"_s)
+                                              : value.toString();
+}
+
+} // namespace
+
+class OrderPaperTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void printsEachKindOfLine_data();
+    void printsEachKindOfLine();
+    void standsWhereItIsDrawn();
+    void hasTheStatedTypeSizes();
+    void printsItsHeadAndFootOnEveryPage();
+    void fillsThePageToTheLastBlock();
+    void keepsThePlaceOfTheLogo();
+    void printsCaptionsWithoutValues();
+    void keepsMixedTextsInOrder();
+    void cutsLongNumbersAtTheirEnd();
+    void keepsTheSignOfNegativeNumbers();
+    void printsNullBlank();
+    void opensItsPreview();
+};
+
+void OrderPaperTest::initTestCase()
+{
+    if (!PdfWords::canRead())
+        QSKIP("pdftotext is not installed");
+}
+
+void OrderPaperTest::printsEachKindOfLine_data()
+{
+    QTest::addColumn<Values>("line");
+    QTest::newRow("ordinary") << ordinaryLine(1);
+    QTest::newRow("monoblock") << monoblockLine(2);
+    QTest::newRow("door") << doorLine(3);
+}
+
+void OrderPaperTest::printsEachKindOfLine()
+{
+    QFETCH(Values, line);
+    const PdfWords pdf(*orderDocument({line}));
+    int checked = 0;
+    for (const auto& [control, field] : fieldsOfControls()) {
+        const QString column = field == u"Num"_s ? u"NUM"_s : field;
+        QVERIFY2(line.contains(column), qPrintable(column));
+        QVERIFY2(inBlock(pdf, 0, control) == asText(line[column]),
+                 qPrintable(control + u": "_s + inBlock(pdf, 0, control)));
+        ++checked;
+    }
+    QCOMPARE(checked, 36);
+}
+
+void OrderPaperTest::standsWhereItIsDrawn()
+{
+    const PdfWords pdf(*orderDocument({monoblockLine(1)}));
+    const auto near = [](double found, double stated) { return qAbs(found - stated) <= 25; };
+    // Right-aligned: they end at left plus width. Centred: their middle. Left: they begin there.
+    const QRectF width = pdf.placeOf(0, u"118.75"_s);
+    QVERIFY(near(width.right(), 500 + 3588 + 600));
+    QVERIFY(near(width.top(), firstBlockTop + 420));
+    const QRectF colour = pdf.placeOf(0, u"אפור"_s);
+    QVERIFY(near(colour.right(), 500 + 1200));
+    QVERIFY(near(colour.top(), firstBlockTop + 984));
+    const QRectF date = pdf.placeOf(0, u"15/02/2026"_s);
+    QVERIFY(near(date.center().x(), 500 + 270 + 1695 / 2.0));
+    QVERIFY(near(date.top(), headTop + 2595));
+    const QRectF part = pdf.placeOf(0, u"משקוף"_s);
+    QVERIFY(near(part.left(), 500 + 4296));
+    QVERIFY(near(part.top(), firstBlockTop + 360));
+    const QRectF slats = pdf.placeOf(0, u"26"_s);
+    QVERIFY(near(slats.center().x(), 500 + 1512 + 504 / 2.0));
+    QVERIFY(near(slats.top(), firstBlockTop + 1872));
+    const QRectF customer = pdf.placeOf(0, u"אלון"_s);
+    QVERIFY(near(customer.right(), 500 + 3885 + 5055));
+    QVERIFY(near(customer.top(), headTop + 2910));
+    // The mesh comes before the glass.
+    QVERIFY(pdf.placeOf(0, u"רשת"_s).top() < pdf.placeOf(0, u"זכוכית"_s).top());
+}
+
+void OrderPaperTest::hasTheStatedTypeSizes()
+{
+    const PdfWords pdf(*orderDocument({monoblockLine(1)}));
+    const auto points = [&](const QString& word) {
+        return pdf.placeOf(0, word).height() / 20 / PdfWords::lineHeight();
+    };
+    const auto isSize = [&](const QString& word, double size) {
+        return qAbs(points(word) - size) < 0.1;
+    };
+    QVERIFY(isSize(u"תאריך"_s, 15.75));
+    QVERIFY(isSize(u"15/02/2026"_s, 14.25));
+    QVERIFY(isSize(u"118.75"_s, 12));
+    QVERIFY(isSize(u"מונובלוק"_s, 11.25));
+    QVERIFY(isSize(u"דף"_s, 14.25));
+}
+
+void OrderPaperTest::printsItsHeadAndFootOnEveryPage()
+{
+    QList<Values> lines;
+    for (int i = 1; i <= 9; ++i)
+        lines += ordinaryLine(i);
+    const PdfWords pdf(*orderDocument(lines));
+    QCOMPARE(pdf.pageCount(), 3);
+    QVERIFY(qAbs(pdf.paper().width() - 11906) <= 10);
+    QVERIFY(qAbs(pdf.paper().height() - 16838) <= 10);
+    for (int page = 0; page < 3; ++page) {
+        QCOMPARE(inHead(pdf, u"Label1", page), u"תאריך הזמנה"_s);
+        QCOMPARE(inHead(pdf, u"LabelDate", page), u"15/02/2026"_s);
+        QCOMPARE(inHead(pdf, u"Label34", page), u"מס' הזמנה:"_s);
+        QCOMPARE(inHead(pdf, u"LabelOrder_Num", page), u"17"_s);
+        QCOMPARE(inHead(pdf, u"LabelClientName", page), u"אלון"_s);
+        QCOMPARE(inHead(pdf, u"LabelAddress", page), u"הרצל 12 חיפה"_s);
+        QCOMPARE(inHead(pdf, u"LabelTel", page), u"03-1234567"_s);
+        QCOMPARE(printed(pdf, page, footTop, Role::PageFooter, u"Label3"),
+                 QString::number(page + 1));
+        QCOMPARE(printed(pdf, page, footTop, Role::PageFooter, u"Label36"), u"3"_s);
+    }
+}
+
+void OrderPaperTest::fillsThePageToTheLastBlock()
+{
+    QList<Values> lines;
+    for (int i = 1; i <= 4; ++i)
+        lines += ordinaryLine(i);
+    const PdfWords full(*orderDocument(lines));
+    QCOMPARE(full.pageCount(), 1);
+    for (int block = 0; block < 4; ++block)
+        QCOMPARE(inBlock(full, block, u"Text24"), QString::number(block + 1));
+    lines += ordinaryLine(5);
+    const PdfWords more(*orderDocument(lines));
+    QCOMPARE(more.pageCount(), 2);
+    QCOMPARE(inBlock(more, 3, u"Text24"), u"4"_s);
+    QCOMPARE(inBlock(more, 0, u"Text24", 1), u"5"_s);
+    QCOMPARE(inBlock(more, 1, u"Text24", 1), QString());
+}
+
+void OrderPaperTest::keepsThePlaceOfTheLogo()
+{
+    // A tenth of the sheet's twips: 1191 by 1684 pixels.
+    const auto inked = [](Document& document) {
+        QImage sheet(1191, 1684, QImage::Format_RGB32);
+        sheet.fill(Qt::white);
+        QPainter painter(&sheet);
+        painter.scale(0.1, 0.1);
+        document.paintPage(0, painter);
+        return sheet;
+    };
+    auto sections = headedSections();
+    QImage logo(1071, 201, QImage::Format_RGB32);
+    logo.fill(Qt::red);
+    sections[1].Controls(u"ImageCompanyLogo"_s).setPicture(logo);
+    const auto with = orderDocument({ordinaryLine(1)}, sections);
+    const auto without = orderDocument({ordinaryLine(1)});
+    const QImage logoSheet = inked(*with);
+    const QImage plainSheet = inked(*without);
+    const QRect band(54, 156, 1068, 199); // 530, 1545 to 11240, 3555, less a pixel
+    for (const QPoint& corner :
+         {band.topLeft(), band.topRight(), band.bottomLeft(), band.bottomRight()}) {
+        QCOMPARE(logoSheet.pixelColor(corner), QColor(Qt::red));
+        QCOMPARE(plainSheet.pixelColor(corner), QColor(Qt::white));
+    }
+    // All else keeps its place.
+    const QRect rest(0, 358, 1191, 1684 - 358);
+    QCOMPARE(logoSheet.copy(rest), plainSheet.copy(rest));
+    QCOMPARE(inHead(PdfWords(*without), u"LabelOrder_Num"), u"17"_s);
+}
+
+void OrderPaperTest::printsCaptionsWithoutValues()
+{
+    auto sections = headedSections();
+    for (const QString& label : {u"LabelClientName"_s, u"LabelAddress"_s, u"LabelTel"_s})
+        sections[1].Controls(label).setCaption(QString());
+    const PdfWords pdf(*orderDocument({ordinaryLine(1)}, sections));
+    QCOMPARE(inHead(pdf, u"Label18"), u"עבור לקוח :"_s);
+    QCOMPARE(inHead(pdf, u"Label20"), u"כתובת :"_s);
+    QCOMPARE(inHead(pdf, u"Label22"), u"טלפון :"_s);
+    for (const QStringView label : {u"LabelClientName", u"LabelAddress", u"LabelTel"})
+        QCOMPARE(inHead(pdf, label), QString());
+}
+
+void OrderPaperTest::keepsMixedTextsInOrder()
+{
+    auto sections = headedSections();
+    sections[1].Controls(u"LabelClientName"_s).setCaption(u"אלומיניום PVC 2000 חיפה"_s);
+    const PdfWords pdf(*orderDocument({ordinaryLine(1)}, sections));
+    const double first = pdf.placeOf(0, u"אלומיניום"_s).left();
+    const double latin = pdf.placeOf(0, u"PVC"_s).left();
+    const double digits = pdf.placeOf(0, u"2000"_s).left();
+    const double last = pdf.placeOf(0, u"חיפה"_s).left();
+    // Latin and the number that follows it read from left to right amid the Hebrew.
+    QVERIFY(first > digits && digits > latin && latin > last && last > 0);
+}
+
+void OrderPaperTest::cutsLongNumbersAtTheirEnd()
+{
+    const PdfWords pdf(*orderDocument({with(ordinaryLine(1), {{u"Mashkof_W"_s, 1234567.891},
+                                                              {u"Kanaf_H"_s, 2.0 / 3},
+                                                              {u"Shalav_Count"_s, 1234567},
+                                                              {u"MyWidth"_s, 99999999999.0},
+                                                              {u"Reshet_W"_s, 123.45},
+                                                              {u"Reshet_H"_s, 123.45}})}));
+    const std::pair<QStringView, QString> cells[] = {{u"Text4", u"1234567.891"_s},
+                                                     {u"Text10", u"0.666666666666667"_s},
+                                                     {u"Text30", u"1234567"_s},
+                                                     {u"Width1", u"99999999999"_s}};
+    for (const auto& [control, value] : cells) {
+        const QString shown = inBlock(pdf, 0, control);
+        QVERIFY2(shown.size() >= 4 && value.startsWith(shown), qPrintable(shown));
+        QVERIFY(shown.size() < value.size());
+    }
+    // What fits to the last hair is whole.
+    QCOMPARE(inBlock(pdf, 0, u"Text19"), u"123.45"_s);
+    QCOMPARE(inBlock(pdf, 0, u"Text20"), u"123.45"_s);
+}
+
+void OrderPaperTest::keepsTheSignOfNegativeNumbers()
+{
+    const PdfWords pdf(*orderDocument({with(
+        monoblockLine(1), {{u"U_Cut"_s, -6.5}, {u"Glass_W"_s, -0.25}, {u"MYHeight_2"_s, -12.0}})}));
+    QCOMPARE(inBlock(pdf, 0, u"Text26"), u"-6.5"_s); // right-to-left
+    QCOMPARE(inBlock(pdf, 0, u"Text14"), u"-0.25"_s);
+    QCOMPARE(inBlock(pdf, 0, u"Height2"), u"-12"_s);
+}
+
+void OrderPaperTest::printsNullBlank()
+{
+    Values nothing;
+    for (const QString& column : lineColumns())
+        nothing[column] = QVariant();
+    const PdfWords pdf(*orderDocument({nothing}));
+    for (const auto& [control, field] : fieldsOfControls())
+        QVERIFY2(inBlock(pdf, 0, control).isEmpty(), qPrintable(control));
+    QCOMPARE(inBlock(pdf, 0, u"Label35"), u"מס' פריט :"_s);
+}
+
+void OrderPaperTest::opensItsPreview()
+{
+    const PaperDoor former = setPaperDoor([] { return a4Portrait; });
+    DataReport& report = output::dataReport1();
+    report.setDataSource(ordinaryLines(10));
+    report.Sections(2).Controls(u"LabelOrder_Num"_s).setCaption(u"17"_s);
+    report.Show();
+    QMainWindow* window = nullptr;
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->objectName() == u"DataReport1"_s)
+            window = qobject_cast<QMainWindow*>(each);
+    }
+    QVERIFY(window != nullptr);
+    QCOMPARE(window->windowTitle(), u" דו\"ח הזמנות"_s);
+    QVERIFY(window->isMaximized());
+    auto* pages = child<PreviewPages>(*window, u"PreviewPages"_s);
+    QCOMPARE(pages->property("pageCount").toInt(), 3);
+    QCOMPARE(pages->property("currentPage").toInt(), 1);
+    setPaperDoor([] { return Paper{11799, 16838}; });
+    QVERIFY_EXCEPTION_THROWN(report.Show(), runtime::RunTimeError);
+    setPaperDoor(former);
+}
+
+ZOMREL_QTEST_MAIN(OrderPaperTest)
+#include "order_paper_test.moc"
