@@ -5,6 +5,8 @@
 #include <QBuffer>
 #include <QIODevice>
 
+#include <algorithm>
+
 namespace report {
 
 using namespace Qt::StringLiterals;
@@ -30,6 +32,11 @@ QString alignment(Align align)
     return u"center"_s;
 }
 
+bool holdsSeveralLines(const ControlDesign& design)
+{
+    return design.points > 0 && design.height > 2 * 20 * design.points;
+}
+
 /// The style rule of one control, named as the control is.
 QString controlRule(const ControlDesign& design)
 {
@@ -41,6 +48,10 @@ QString controlRule(const ControlDesign& design)
     if (design.points > 0)
         rule += u"font-size:%1pt;text-align:%2;"_s.arg(QString::number(design.points),
                                                        alignment(design.align));
+    if (design.kind == Kind::Field)
+        rule += u"overflow-x:clip;"_s;
+    if (holdsSeveralLines(design))
+        rule += u"white-space:pre-wrap;"_s;
     if ((design.style & Style::Bold) != 0)
         rule += u"font-weight:bold;"_s;
     if ((design.style & Style::Underlined) != 0)
@@ -58,8 +69,7 @@ QString head(const Document& document)
         "<title>%1</title>\n<style>\n"
         "body{margin:1em auto;width:%2;font-family:'%3','%3 CLM',serif;line-height:1.05}\n"
         "section{position:relative;direction:ltr;break-inside:avoid}\n"
-        "section>*{position:absolute;box-sizing:border-box;white-space:pre-wrap;"
-        "overflow-wrap:anywhere}\n"
+        "section>*{position:absolute;box-sizing:border-box;white-space:pre}\n"
         "section>img{object-fit:contain}\n"_s.arg(document.title().toHtmlEscaped(),
                                                   points(design.width), design.fontFamily);
     for (const SectionDesign& section : design.sections) {
@@ -76,22 +86,58 @@ QString picture(const ControlDesign& design, const QImage& image)
         return {};
     QByteArray bytes;
     QBuffer buffer(&bytes);
-    image.save(&buffer, image.hasAlphaChannel() ? "PNG" : "JPG");
+    constexpr int jpegQuality = 92;
+    if (image.hasAlphaChannel())
+        image.save(&buffer, "PNG");
+    else
+        image.save(&buffer, "JPG", jpegQuality);
     const QString type = image.hasAlphaChannel() ? u"png"_s : u"jpeg"_s;
     return u"<img class=\"%1\" alt=\"\" src=\"data:image/%2;base64,%3\">\n"_s.arg(
         design.name, type, QString::fromLatin1(bytes.toBase64()));
 }
 
+bool isHebrew(QChar c)
+{
+    return c.direction() == QChar::DirR || c.direction() == QChar::DirAL;
+}
+
+/// Whether the text begins at the right, so that one too long is cut at its left.
+bool beginsAtTheRight(const DisplayText& display)
+{
+    const QString& text = display.text;
+    if (display.rightToLeft)
+        return std::any_of(text.begin(), text.end(), isHebrew);
+    const auto letter = std::find_if(text.begin(), text.end(), [](QChar c) {
+        return isHebrew(c) || c.direction() == QChar::DirL;
+    });
+    return letter != text.end() && isHebrew(*letter);
+}
+
+QString textElement(const ControlDesign& design, const QString& text)
+{
+    const DisplayText display = displayText(text, (design.style & Style::RightToLeft) != 0);
+    const auto direction = [](bool rightToLeft) { return rightToLeft ? u"rtl"_s : u"ltr"_s; };
+    QString content = display.text.toHtmlEscaped();
+    if (beginsAtTheRight(display) != display.rightToLeft)
+        content =
+            u"<span dir=\""_s + direction(display.rightToLeft) + u"\">"_s + content + u"</span>"_s;
+    return u"<div class=\"%1\" dir=\"%2\">%3</div>\n"_s.arg(
+        design.name, direction(beginsAtTheRight(display)), content);
+}
+
 QString element(const PrintedControl& printed)
 {
     const ControlDesign& design = printed.control->design();
-    if (design.kind == Kind::Image)
+    switch (design.kind) {
+    case Kind::Image:
         return picture(design, printed.control->Picture());
-    if (design.kind == Kind::Line)
+    case Kind::Line:
         return u"<div class=\"%1\"></div>\n"_s.arg(design.name);
-    const DisplayText display = displayText(printed.text, (design.style & Style::RightToLeft) != 0);
-    return u"<div class=\"%1\" dir=\"%2\">%3</div>\n"_s.arg(
-        design.name, display.rightToLeft ? u"rtl"_s : u"ltr"_s, display.text.toHtmlEscaped());
+    case Kind::Label:
+    case Kind::Field:
+        break;
+    }
+    return textElement(design, printed.text);
 }
 
 QString pageHtml(const Document& document, const Page& page)

@@ -110,13 +110,34 @@ TEST(HtmlExport, HoldsEveryTextInOrderWhereItStandsOnPaper)
     EXPECT_TRUE(html.contains(u"<div class=\"SizeField\" dir=\"ltr\">"_s));
 }
 
+TEST(HtmlExport, LetsEachTextBeginAtItsOwnSide)
+{
+    const QStringList names{u"חלון לבן"_s, u"White"_s, u"PVC לבן"_s, u"-5"_s};
+    const auto rows =
+        std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 4, [=](int row) {
+            return MemoryRows::Row{names[row], names[row]};
+        });
+    const QString html = text(writeHtml, *smallDocument(rows));
+    // NameField reads from right to left, SizeField from left to right.
+    for (const QString& element :
+         {u"<div class=\"NameField\" dir=\"rtl\">חלון לבן</div>"_s,
+          u"<div class=\"NameField\" dir=\"ltr\"><span dir=\"rtl\">White</span></div>"_s,
+          u"<div class=\"NameField\" dir=\"rtl\">PVC לבן</div>"_s,
+          u"<div class=\"NameField\" dir=\"ltr\">-5</div>"_s,
+          u"<div class=\"SizeField\" dir=\"rtl\"><span dir=\"ltr\">חלון לבן</span></div>"_s,
+          u"<div class=\"SizeField\" dir=\"ltr\">White</div>"_s,
+          u"<div class=\"SizeField\" dir=\"ltr\">PVC לבן</div>"_s,
+          u"<div class=\"SizeField\" dir=\"ltr\">-5</div>"_s})
+        EXPECT_TRUE(html.contains(element)) << element.toStdString();
+}
+
 TEST(HtmlExport, EscapesWhatTheUserTyped)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
         return MemoryRows::Row{u"<b>&\"%1 %2"_s, 1};
     });
     const QString html = text(writeHtml, *smallDocument(rows));
-    EXPECT_TRUE(html.contains(u"&lt;b&gt;&amp;&quot;%1 %2</div>"_s));
+    EXPECT_TRUE(html.contains(u"&lt;b&gt;&amp;&quot;%1 %2</"_s));
 }
 
 TEST(Export, TellsItsProgressPageByPage)

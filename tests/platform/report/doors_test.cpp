@@ -1,0 +1,116 @@
+#include "platform/report/doors.h"
+#include "platform/report/printing.h"
+
+#include "support/widgets.h"
+
+#include <QDialog>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace report;
+using namespace testsupport;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Waits for the dialog that stands before the user and acts on it once.
+template <typename Dialog, typename Act>
+void whenShown(QObject* context, Act act)
+{
+    auto* watch = new QTimer(context);
+    QObject::connect(watch, &QTimer::timeout, context, [watch, act] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr)
+            return;
+        watch->stop();
+        act(*dialog);
+    });
+    watch->start(10);
+}
+
+} // namespace
+
+/// The dialogs behind the doors as they are delivered.
+class DoorsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void laysOnA4WithoutAPrinter();
+    void proposesAFileName();
+    void completesAName();
+    void takesNoFileWhenLeft();
+    void leavesThePrintDialog();
+
+private:
+    QWidget window_;
+};
+
+void DoorsTest::initTestCase()
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    window_.show();
+}
+
+void DoorsTest::laysOnA4WithoutAPrinter()
+{
+    const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+    const Paper expected =
+        printer.isNull() ? Paper{11906, 16838} : paperOf(QPrinter(printer).pageLayout());
+    QCOMPARE(defaultPaper(), expected);
+}
+
+void DoorsTest::proposesAFileName()
+{
+    QStringList selected;
+    whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
+        QCOMPARE(dialog.windowTitle(), u"שמירה"_s);
+        QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
+        selected = dialog.selectedFiles();
+        dialog.reject();
+    });
+    askFile({&window_, u"שמירה"_s, u"הזמנה 17.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s});
+    QCOMPARE(selected.size(), 1);
+    QVERIFY(selected[0].endsWith(u"/הזמנה 17.pdf"_s));
+}
+
+void DoorsTest::completesAName()
+{
+    const QTemporaryDir folder;
+    whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        auto* name = child<QLineEdit>(dialog, u"fileNameEdit"_s);
+        name->setText(u"שלי"_s);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    const QString chosen = askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s});
+    QCOMPARE(chosen, folder.filePath(u"שלי.pdf"_s));
+}
+
+void DoorsTest::takesNoFileWhenLeft()
+{
+    whenShown<QFileDialog>(&window_, [](QFileDialog& dialog) { dialog.reject(); });
+    QCOMPARE(askFile({&window_, u"שמירה"_s, u"x.txt"_s, u"(*.txt)"_s, u"txt"_s}), QString());
+}
+
+void DoorsTest::leavesThePrintDialog()
+{
+    QPrinter printer;
+    int pages = 0;
+    whenShown<QPrintDialog>(&window_, [&](QPrintDialog& dialog) {
+        pages = dialog.maxPage();
+        dialog.reject();
+    });
+    QVERIFY(!askPrinter(printer, &window_, 12));
+    QCOMPARE(pages, 12);
+}
+
+ZOMREL_QTEST_MAIN(DoorsTest)
+#include "doors_test.moc"
