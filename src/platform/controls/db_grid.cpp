@@ -206,7 +206,7 @@ void DBGrid::shareWidth(int room)
     for (int i = 0; i < columns.size(); ++i) {
         if (columns[i].width == 0)
             continue;
-        const int width = static_cast<int>(room * columns[i].width / left);
+        const int width = static_cast<int>(qint64{room} * columns[i].width / left);
         setColumnWidth(i, width);
         room -= width;
         left -= columns[i].width;

@@ -39,8 +39,10 @@ public:
 private:
     int flags() const
     {
-        const int base = label_.layoutDirection() == Qt::RightToLeft ? Qt::TextForceRightToLeft : 0;
-        return label_.alignment().toInt() | Qt::TextWordWrap | base;
+        int flags = label_.alignment().toInt() | int{Qt::TextWordWrap};
+        if (label_.layoutDirection() == Qt::RightToLeft)
+            flags |= int{Qt::TextForceRightToLeft};
+        return flags;
     }
 
     QSize neededSize() const

@@ -71,7 +71,7 @@ void layOutText(QMessageBox& box, int flags)
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     if (label == nullptr)
         return;
-    label->setAlignment((right || rightToLeft ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+    label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                         Qt::AlignVCenter);
     breakAtLineEnds(*label);
 }

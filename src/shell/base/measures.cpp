@@ -15,7 +15,8 @@ std::int32_t hundredthsOf(double value)
 
 std::int16_t WholePart(double value)
 {
-    return runtime::toInt16(static_cast<double>(hundredthsOf(value) / 100));
+    const std::int32_t whole = hundredthsOf(value) / 100;
+    return runtime::toInt16(static_cast<double>(whole));
 }
 
 QString HundredthsText(double value)
