@@ -1,0 +1,29 @@
+#include "reliability/figures.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+namespace reliability {
+
+void writeFigures(const QString& topic, const QList<Figure>& figures)
+{
+    const QDir folder(QStringLiteral(ZOMREL_FIGURES));
+    QFile file(folder.filePath(topic + u".part"_s));
+    if (!folder.mkpath(u"."_s) || !file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qFatal("cannot write %s", qUtf8Printable(file.fileName()));
+    QTextStream text(&file);
+    for (const auto& [name, value] : figures)
+        text << name.leftJustified(48, u'.') << u' ' << value << u'\n';
+}
+
+int setting(const char* variable, int otherwise)
+{
+    bool isNumber = false;
+    const int value = qEnvironmentVariableIntValue(variable, &isNumber);
+    return isNumber ? value : otherwise;
+}
+
+} // namespace reliability

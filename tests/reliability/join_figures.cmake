@@ -1,0 +1,11 @@
+# Joins the figures that the tests have left in the folder FIGURES into one table and prints it.
+file(GLOB parts ${FIGURES}/*.part)
+list(SORT parts)
+set(table "")
+foreach(part ${parts})
+  get_filename_component(topic ${part} NAME_WE)
+  file(READ ${part} figures)
+  string(APPEND table "${topic}\n${figures}\n")
+endforeach()
+file(WRITE ${FIGURES}/figures.txt "${table}")
+message("${table}")

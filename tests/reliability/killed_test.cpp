@@ -1,0 +1,117 @@
+#include "reliability/figures.h"
+#include "reliability/ledger.h"
+#include "reliability/station_process.h"
+
+#include "store/store_access.h"
+#include "support/printers.h"
+#include "support/temporary_store.h"
+#include "tools/store/checker.h"
+
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+
+using namespace Qt::StringLiterals;
+using namespace reliability;
+using testsupport::TemporaryStore;
+
+namespace {
+
+constexpr int killsPerStore = 20;
+constexpr int endlessly = 1000000;
+
+/// One store that station after station dies on.
+struct Victim
+{
+    Victim() : store(TemporaryStore::Contents::Delivered)
+    {
+        addSeriesOfLines(store);
+        ledger = std::make_unique<Ledger>(store);
+    }
+
+    bool hasHotJournal() const { return QFileInfo(store.path() + u"-journal"_s).size() > 0; }
+
+    TemporaryStore store;
+    std::unique_ptr<Ledger> ledger;
+};
+
+class Killed : public testing::Test
+{
+protected:
+    /// Lets a station work and kills it: one in ten while it starts, the others at work.
+    void killOne(Victim& victim, int seed)
+    {
+        StationProcess station(victim.store.folder(), u"mixed"_s, QString::number(seed), endlessly);
+        std::uniform_int_distribution<int> moment(0, 250);
+        if (random_() % 10 != 0) {
+            ASSERT_TRUE(station.waitFor(u"ready"_s))
+                << qUtf8Printable(station.runTimeBoxes().join(u'\n'));
+            ++starts_;
+        }
+        station.listen(moment(random_));
+        station.kill();
+        EXPECT_EQ(station.runTimeBoxes(), QStringList());
+        if (victim.hasHotJournal())
+            ++hotJournals_;
+        for (const QString& told : station.takeTold())
+            victim.ledger->tell(told);
+    }
+
+    static void expectNothingLost(Victim& victim)
+    {
+        EXPECT_EQ(storetools::checkStore(victim.store.path()), QStringList());
+        EXPECT_EQ(victim.ledger->findings(victim.store), QStringList());
+        EXPECT_TRUE(store::TableExists(victim.store.path(), u"Orders"_s));
+    }
+
+    void add(const Victim& victim)
+    {
+        rows_ += victim.ledger->rowsCompared();
+        changes_ += victim.ledger->changesTold();
+    }
+
+    void writeDown(int seed, int kills) const
+    {
+        writeFigures(u"killed"_s,
+                     {{u"kills"_s, QString::number(kills)},
+                      {u"kills with a journal left to roll back"_s, QString::number(hotJournals_)},
+                      {u"starts after a kill or on a new store"_s, QString::number(starts_)},
+                      {u"changes acknowledged"_s, QString::number(changes_)},
+                      {u"rows compared"_s, QString::number(rows_)},
+                      {u"seed"_s, QString::number(seed)}});
+    }
+
+    std::mt19937 random_;
+
+private:
+    int hotJournals_ = 0;
+    int starts_ = 0;
+    int rows_ = 0;
+    int changes_ = 0;
+};
+
+TEST_F(Killed, LosesNothingAndLeavesNoRowByHalf)
+{
+    const int seed = setting("ZOMREL_SEED", int(std::random_device{}() % 1000000));
+    const int kills = setting("ZOMREL_KILLS", 200);
+    std::printf("ZOMREL_SEED=%d\n", seed);
+    random_.seed(unsigned(seed));
+    std::unique_ptr<Victim> victim;
+    for (int kill = 0; kill < kills && !HasFailure(); ++kill) {
+        SCOPED_TRACE(testing::Message() << "kill " << kill << " of seed " << seed);
+        if (kill % killsPerStore == 0) {
+            if (victim)
+                add(*victim);
+            victim = std::make_unique<Victim>();
+        }
+        ASSERT_NO_FATAL_FAILURE(killOne(*victim, seed + kill));
+        expectNothingLost(*victim);
+    }
+    add(*victim);
+    writeDown(seed, kills);
+}
+
+} // namespace

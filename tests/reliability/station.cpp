@@ -1,0 +1,203 @@
+// One station at work, for tests that kill it or set others beside it.
+//
+//     reliability_station FOLDER SCENARIO NAME COUNT
+//
+// SCENARIO "lines" adds COUNT lines, with new-order commands and closings between them; "paced"
+// adds a line for each line that comes in; "mixed" does COUNT of all the changes that the windows
+// allow, chosen at random by the seed NAME. Before a change stands a line with "?" and what is
+// going to be done, after it, once its handler has returned, the same without the question mark.
+
+#include "reliability/expected_line.h"
+#include "reliability/workplace.h"
+
+#include "platform/runtime/guard.h"
+#include "shell/appearance.h"
+#include "support/widgets.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include <cstdio>
+#include <memory>
+#include <random>
+#include <string>
+
+using namespace Qt::StringLiterals;
+using reliability::Workplace;
+
+namespace {
+
+void say(const QString& what)
+{
+    std::printf("%s\n", qUtf8Printable(what));
+    std::fflush(stdout);
+}
+
+/// Tells of a change before and after it.
+template <typename Change>
+void told(const QString& what, Change change)
+{
+    say(u"? "_s + what);
+    change();
+    say(what);
+}
+
+class Station
+{
+public:
+    Station(const QString& folder, const QString& scenario, const QString& name)
+        : scenario_(scenario), name_(name), random_(name.toUInt()), workplace_(folder)
+    {
+        newOrder();
+        say(u"ready"_s);
+    }
+
+    void step()
+    {
+        if (scenario_ == u"mixed")
+            mixed();
+        else if (scenario_ == u"paced")
+            paced();
+        else
+            lines();
+        ++steps_;
+    }
+
+private:
+    int random(int below) { return std::uniform_int_distribution<int>(0, below - 1)(random_); }
+
+    void newOrder()
+    {
+        say(u"? order"_s);
+        workplace_.newOrder();
+        say(u"order %1"_s.arg(workplace_.currentOrder()));
+    }
+
+    void addLine()
+    {
+        if (!workplace_.hasSeries())
+            workplace_.chooseSeries(reliability::seriesOfLines(), random(3) == 0);
+        const reliability::Opening opening{u"%1-%2"_s.arg(name_).arg(++lines_), 60 + random(200),
+                                           60 + random(200)};
+        const QString what = u"line %1 %2"_s.arg(workplace_.currentOrder()).arg(opening.tag);
+        say(u"? "_s + what);
+        const int number = workplace_.addLine(opening);
+        say(u"%1 %2 %3 %4"_s.arg(what).arg(number).arg(opening.width).arg(opening.height));
+    }
+
+    void closeOrder()
+    {
+        if (workplace_.lineCount() == 0)
+            return;
+        told(u"closed %1"_s.arg(workplace_.currentOrder()), [&] { workplace_.closeOrder(); });
+        newOrder();
+    }
+
+    void print()
+    {
+        if (workplace_.lineCount() == 0)
+            return;
+        told(u"printed %1"_s.arg(workplace_.currentOrder()), [&] { workplace_.print(); });
+    }
+
+    void deleteLine()
+    {
+        workplace_.goToLastLine();
+        if (workplace_.lineCount() > 0)
+            told(u"deleted "_s + workplace_.currentTag(), [&] { workplace_.deleteLine(); });
+    }
+
+    void deleteAllLines()
+    {
+        workplace_.goToLastLine();
+        if (workplace_.lineCount() > 0)
+            told(u"emptied %1"_s.arg(workplace_.currentOrder()),
+                 [&] { workplace_.deleteAllLines(); });
+    }
+
+    void editSeries()
+    {
+        const QString series = u"%1-%2"_s.arg(name_).arg(++series_);
+        told(u"series %1 1"_s.arg(series), [&] { workplace_.addSeries(series, 1); });
+        const int number = 2 + random(90);
+        told(u"series %1 %2"_s.arg(series).arg(number),
+             [&] { workplace_.changeLastSeries(number); });
+        if (random(2) == 0)
+            told(u"seriesdeleted "_s + series, [&] { workplace_.deleteLastSeries(); });
+        workplace_.closeSeriesForm();
+    }
+
+    void mixed()
+    {
+        const int dice = random(100);
+        if (dice < 60)
+            addLine();
+        else if (dice < 70)
+            deleteLine();
+        else if (dice < 76)
+            print();
+        else if (dice < 84)
+            closeOrder();
+        else if (dice < 87)
+            deleteAllLines();
+        else if (dice < 92)
+            newOrder();
+        else
+            editSeries();
+    }
+
+    void paced()
+    {
+        std::string word;
+        for (int c = std::getchar(); c != '\n' && c != EOF; c = std::getchar())
+            word += static_cast<char>(c);
+        if (word == "order")
+            newOrder();
+        else
+            addLine();
+    }
+
+    /// Every 25 lines the new-order command is given, every 50 the order is closed before it.
+    void lines()
+    {
+        if (steps_ % 50 == 49)
+            closeOrder();
+        else if (steps_ % 50 == 24)
+            newOrder();
+        addLine();
+    }
+
+    QString scenario_;
+    QString name_;
+    std::mt19937 random_;
+    Workplace workplace_;
+    int steps_ = 0;
+    int lines_ = 0;
+    int series_ = 0;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    testsupport::beforeApplication();
+    QApplication application(argc, argv);
+    shell::setUpAppearance(application);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() != 5)
+        qFatal("usage: reliability_station FOLDER SCENARIO NAME COUNT");
+    reliability::answerBoxes();
+    std::unique_ptr<Station> station;
+    runtime::guarded(
+        [&] { station = std::make_unique<Station>(arguments[1], arguments[2], arguments[3]); });
+    int left = arguments[4].toInt();
+    QTimer work;
+    runtime::on(&work, &QTimer::timeout, &work, [&] {
+        if (left-- > 0)
+            station->step();
+        else
+            runtime::EndProcess(0);
+    });
+    work.start(0);
+    return QApplication::exec();
+}

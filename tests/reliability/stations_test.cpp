@@ -1,0 +1,150 @@
+#include "reliability/figures.h"
+#include "reliability/ledger.h"
+#include "reliability/station_process.h"
+
+#include "support/printers.h"
+#include "support/temporary_store.h"
+#include "tools/store/checker.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using namespace reliability;
+using testsupport::TemporaryStore;
+
+namespace {
+
+constexpr int patience = 280000; // ms
+constexpr int mostRestarts = 10;
+
+/// How many numbers of lines are given more than once in an order. Two stations that add to one
+/// order at the same moment may take the same one: the store does not keep them apart.
+int doubledNumbers(TemporaryStore& store)
+{
+    return store
+        .scalar(u"SELECT count(*) FROM (SELECT 1 FROM Cuts GROUP BY Order_Num, NUM"
+                " HAVING count(*) > 1)"_s)
+        .toInt();
+}
+
+class Stations : public testing::Test
+{
+protected:
+    Stations() : store(TemporaryStore::Contents::Delivered)
+    {
+        addSeriesOfLines(store);
+        ledger = std::make_unique<Ledger>(store);
+    }
+
+    void tellLedger(StationProcess& station)
+    {
+        for (const QString& told : station.takeTold())
+            ledger->tell(told);
+    }
+
+    /// Waits for the station's end. Two stations that take the next order number at the same moment
+    /// take the same one: the key refuses the second, which ends with that failure and no other. It
+    /// is started again for the lines that it has left. Returns how often that was.
+    int finishWork(std::unique_ptr<StationProcess> station, int name, int lines)
+    {
+        for (int restarts = 0;; ++restarts) {
+            const int status = station->exitStatus(patience);
+            const QStringList boxes = station->runTimeBoxes();
+            for (const QString& told : station->takeTold()) {
+                ledger->tell(told);
+                if (told.startsWith(u"line "))
+                    --lines;
+            }
+            if (status == 0 || restarts == mostRestarts) {
+                EXPECT_EQ(status, 0);
+                EXPECT_EQ(boxes, QStringList());
+                return restarts;
+            }
+            EXPECT_EQ(status, 1);
+            EXPECT_EQ(boxes.size(), 1);
+            EXPECT_TRUE(boxes.value(0).startsWith(u"Run-time error '3022': "_s))
+                << qUtf8Printable(boxes.value(0));
+            const QString next = u"%1.%2"_s.arg(name).arg(restarts + 1);
+            station = std::make_unique<StationProcess>(store.folder(), u"lines"_s, next, lines);
+        }
+    }
+
+    void expectNothingLost()
+    {
+        EXPECT_EQ(storetools::checkStore(store.path()), QStringList());
+        EXPECT_EQ(ledger->findings(store), QStringList());
+    }
+
+    TemporaryStore store;
+    std::unique_ptr<Ledger> ledger;
+};
+
+TEST_F(Stations, LoseNoLineAndGiveNoOrderNumberTwice)
+{
+    constexpr int stationCount = 4;
+    const int lines = setting("ZOMREL_STATION_LINES", 250);
+    QElapsedTimer clock;
+    clock.start();
+    std::vector<std::unique_ptr<StationProcess>> stations;
+    for (int i = 0; i < stationCount; ++i)
+        stations.push_back(std::make_unique<StationProcess>(store.folder(), u"lines"_s,
+                                                            QString::number(i + 1), lines));
+    int endedByCollision = 0;
+    for (int i = 0; i < stationCount; ++i)
+        endedByCollision += finishWork(std::move(stations[i]), i + 1, lines);
+    const double seconds = double(clock.elapsed()) / 1000;
+
+    EXPECT_EQ(ledger->lineCount(), stationCount * lines);
+    expectNothingLost();
+    writeFigures(
+        u"stations"_s,
+        {{u"stations at once"_s, QString::number(stationCount)},
+         {u"lines of all stations"_s, QString::number(ledger->lineCount())},
+         {u"seconds"_s, QString::number(seconds, 'f', 1)},
+         {u"orders"_s, store.scalar(u"SELECT count(*) FROM Orders"_s).toString()},
+         {u"stations ended by taking one order number (3022)"_s, QString::number(endedByCollision)},
+         {u"line numbers given twice in an order"_s, QString::number(doubledNumbers(store))}});
+}
+
+TEST_F(Stations, WaitForALockThatIsLetGo)
+{
+    StationProcess station(store.folder(), u"paced"_s, u"1"_s, 1);
+    ASSERT_TRUE(station.waitFor(u"ready"_s));
+    store.execute(u"BEGIN IMMEDIATE"_s);
+    station.go();
+    ASSERT_TRUE(station.waitFor(u"? line"_s));
+    EXPECT_FALSE(station.waitFor(u"line"_s, 2000));
+    store.execute(u"ROLLBACK"_s);
+    EXPECT_EQ(station.exitStatus(patience), 0);
+    tellLedger(station);
+    EXPECT_EQ(ledger->lineCount(), 1);
+    expectNothingLost();
+}
+
+TEST_F(Stations, EndAtALockThatIsHeldTooLongAndLoseNothing)
+{
+    StationProcess station(store.folder(), u"paced"_s, u"1"_s, 2);
+    ASSERT_TRUE(station.waitFor(u"ready"_s));
+    station.go();
+    ASSERT_TRUE(station.waitFor(u"line"_s));
+    store.execute(u"BEGIN IMMEDIATE"_s);
+    QElapsedTimer clock;
+    clock.start();
+    station.go();
+    EXPECT_EQ(station.exitStatus(patience), 1);
+    EXPECT_GE(clock.elapsed(), 5000);
+    EXPECT_LT(clock.elapsed(), 8000);
+    ASSERT_EQ(station.runTimeBoxes().size(), 1);
+    EXPECT_TRUE(station.runTimeBoxes().first().startsWith(u"Run-time error '3260': "_s));
+    store.execute(u"ROLLBACK"_s);
+    tellLedger(station);
+    expectNothingLost();
+    EXPECT_EQ(ledger->lineCount(), 1);
+}
+
+} // namespace

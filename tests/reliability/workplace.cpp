@@ -1,0 +1,270 @@
+#include "reliability/workplace.h"
+
+#include "calculation/opening_panel.h"
+#include "catalogue/catalogue.h"
+#include "catalogue/fr_color_kind.h"
+#include "catalogue/fr_serials.h"
+#include "orders/fr_order.h"
+#include "orders/orders.h"
+#include "platform/controls/data_control.h"
+#include "platform/runtime/message_box.h"
+#include "shell/base/module1.h"
+#include "shell/start.h"
+#include "support/widgets.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using testsupport::child;
+
+namespace reliability {
+
+namespace {
+
+QWidget* shownWindow(const QString& name)
+{
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->objectName() == name && each->isVisible())
+            return each;
+    }
+    return nullptr;
+}
+
+void click(const QWidget& form, const QString& button)
+{
+    child<QPushButton>(form, button)->click();
+}
+
+void type(const QWidget& form, const QString& box, const QString& text)
+{
+    child<QLineEdit>(form, box)->setText(text);
+}
+
+controls::DataControl& data(const QWidget& form, const QString& name)
+{
+    return *child<controls::DataControl>(form, name);
+}
+
+/// Leaves the modal window that the next turn of the event loop finds.
+void leaveNextModal()
+{
+    QTimer::singleShot(0, qApp, [] {
+        if (QWidget* modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+}
+
+void fillSeries(const QWidget& form, int number)
+{
+    for (int i = 0; i < 8; ++i) {
+        type(form, u"TextSign_%1"_s.arg(i), u"-"_s);
+        type(form, u"TextNum_%1"_s.arg(2 * i), QString::number(number));
+        type(form, u"TextNum_%1"_s.arg(2 * i + 1), u"25"_s);
+    }
+    type(form, u"TextRem"_s, QString::number(number));
+}
+
+} // namespace
+
+void answerBoxes()
+{
+    runtime::setMessageBoxDoor([](const runtime::MessageBoxRequest& request) {
+        if ((request.flags & runtime::vbYesNo) != 0)
+            return runtime::vbYes;
+        std::fprintf(stderr, "%s\n", qUtf8Printable(request.text.simplified()));
+        std::fflush(stderr);
+        return runtime::vbOK;
+    });
+}
+
+QString customerOf(int order)
+{
+    return u"לקוח %1"_s.arg(order);
+}
+
+Workplace::Workplace(const QString& folder) : window_(shell::openMainWindow(folder)) {}
+
+Workplace::~Workplace() = default;
+
+void Workplace::trigger(const QString& tag)
+{
+    for (QAction* each : window_->findChildren<QAction*>()) {
+        if (each->data().toString() == tag)
+            each->trigger();
+    }
+}
+
+QWidget& Workplace::order() const
+{
+    return orders::frOrder();
+}
+
+QWidget& Workplace::series() const
+{
+    return catalogue::frSerials();
+}
+
+void Workplace::newOrder()
+{
+    trigger(u"Order"_s);
+    type(order(), u"TextCustomerName"_s, customerOf(currentOrder()));
+}
+
+bool Workplace::hasSeries() const
+{
+    return Module1::SelectedSerialNum != 0;
+}
+
+void Workplace::chooseSeries(const QString& name, bool monoblock)
+{
+    click(order(), u"CmdPicSerial"_s);
+    QWidget* picker = shownWindow(u"FormSelectSerial"_s);
+    if (picker == nullptr)
+        qFatal("the picker did not open");
+    auto* grid = child<QTableView>(*picker, u"DBGrid1"_s);
+    constexpr int nameColumn = 2;
+    int row = 0;
+    while (row < grid->model()->rowCount() && testsupport::cellText(*grid, row, nameColumn) != name)
+        ++row;
+    if (row == grid->model()->rowCount())
+        qFatal("no series %s", qUtf8Printable(name));
+    grid->setCurrentIndex(grid->model()->index(row, nameColumn));
+    child<QCheckBox>(*picker, u"CheckKind"_s)->setChecked(monoblock);
+    click(*picker, u"CmdPic"_s);
+}
+
+int Workplace::addLine(const Opening& opening)
+{
+    QWidget& form = order();
+    type(form, u"TextNum_0"_s, QString::number(opening.width));
+    type(form, u"TextNum_1"_s, u"50"_s);
+    type(form, u"TextNum_2"_s, QString::number(opening.height));
+    type(form, u"TextNum_3"_s, u"25"_s);
+    for (int part = 0; part < 4; ++part) {
+        child<QComboBox>(form, u"DBComboKind_%1"_s.arg(part))->setCurrentText(opening.tag);
+        child<QComboBox>(form, u"DBComboColor_%1"_s.arg(part))->setCurrentText(opening.tag);
+    }
+    click(form, u"CmdAdd"_s);
+    // The row that was added stands at the end of the recordset that it was added through.
+    dao::Recordset& added = orders::frOrder().opening().DataCuts->Recordset();
+    added.MoveLast();
+    if (added.Fields(u"Mashof_Kind"_s).Value().toString() != opening.tag)
+        qFatal("%s was not added", qUtf8Printable(opening.tag));
+    return added.Fields(u"NUM"_s).Value().toInt();
+}
+
+int Workplace::lineCount() const
+{
+    return data(order(), u"DataAllCuts"_s).Recordset().RecordCount();
+}
+
+void Workplace::goToLastLine()
+{
+    if (lineCount() > 0)
+        data(order(), u"DataAllCuts"_s).Recordset().MoveLast();
+}
+
+QString Workplace::currentTag() const
+{
+    return data(order(), u"DataAllCuts"_s).Recordset().Fields(u"Mashof_Kind"_s).Value().toString();
+}
+
+void Workplace::deleteLine()
+{
+    click(order(), u"CmdDel"_s);
+}
+
+void Workplace::deleteAllLines()
+{
+    click(order(), u"CmdDelAll"_s);
+}
+
+void Workplace::print()
+{
+    click(order(), u"CmdPrint"_s);
+}
+
+void Workplace::closeOrder()
+{
+    click(order(), u"CmdCloseOrder"_s);
+}
+
+void Workplace::viewLine()
+{
+    leaveNextModal();
+    click(order(), u"CmdView"_s);
+}
+
+void Workplace::findOrder()
+{
+    leaveNextModal();
+    trigger(u"FindOrder"_s);
+}
+
+void Workplace::closePreview()
+{
+    if (QWidget* preview = shownWindow(u"DataReport1"_s))
+        preview->close();
+}
+
+void Workplace::closeOrderForm()
+{
+    click(order(), u"Command2"_s);
+}
+
+int Workplace::currentOrder() const
+{
+    return Module1::CurrentOrderNum;
+}
+
+void Workplace::addSeries(const QString& name, int number)
+{
+    trigger(u"Serials"_s);
+    click(series(), u"CmdNew"_s);
+    type(series(), u"TextName"_s, name);
+    child<QComboBox>(series(), u"ComboLane"_s)->setCurrentIndex(1);
+    child<QComboBox>(series(), u"ComboWing"_s)->setCurrentIndex(1);
+    fillSeries(series(), number);
+    click(series(), u"CmdAdd"_s);
+}
+
+void Workplace::goToLastSeries()
+{
+    trigger(u"Serials"_s);
+    data(series(), u"DataGrid"_s).Recordset().MoveLast();
+}
+
+void Workplace::changeLastSeries(int number)
+{
+    goToLastSeries();
+    click(series(), u"CmdUpdate"_s);
+    fillSeries(series(), number);
+    click(series(), u"CmdUpdate"_s);
+}
+
+void Workplace::deleteLastSeries()
+{
+    goToLastSeries();
+    click(series(), u"CmdDelete"_s);
+}
+
+void Workplace::closeSeriesForm()
+{
+    click(series(), u"CmdEnd"_s);
+}
+
+void Workplace::openAndCloseKinds()
+{
+    trigger(u"ColorKind"_s);
+    catalogue::frColorKind().Unload();
+}
+
+} // namespace reliability
