@@ -78,6 +78,11 @@ void Database::Rollback()
     driver().rollback();
 }
 
+void Database::CopyTo(const QString& path)
+{
+    driver().copyTo(path);
+}
+
 std::shared_ptr<Database> Workspace::OpenDatabase(const QString& path) const
 {
     return std::make_shared<Database>(SqliteDriver::open(path, lockWait_));

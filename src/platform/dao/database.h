@@ -150,6 +150,12 @@ public:
     void CommitTrans();
     void Rollback();
 
+    /// Writes the whole store, as it stands at one moment, to the path, in place of what is there.
+    /// A copy is whole or not there at all. Other stations may work meanwhile; this process may
+    /// have no other connection to the store. Raises 3260 where the store stays locked, 3026, 3043
+    /// and 3051 where the copy cannot be written.
+    void CopyTo(const QString& path);
+
     /// The engine below. Raises 3420 after Close. For the rooms of the engine alone.
     Driver& driver() const;
 

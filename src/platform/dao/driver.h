@@ -118,6 +118,12 @@ public:
     /// whole store.
     virtual QStringList integrityFindings() = 0;
 
+    /// Writes the whole store, as it stands at one moment, to the path, in place of what is there,
+    /// and has it on the disk when it returns. Other stations may read meanwhile; one that writes
+    /// waits. Not while this process has another connection to the store. Raises 3260, 3026, 3043,
+    /// 3051.
+    virtual void copyTo(const QString& path) = 0;
+
     /// The run-time error that an error of the engine stands for.
     virtual runtime::RunTimeError error(const QSqlError& error) const = 0;
 

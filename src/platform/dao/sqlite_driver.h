@@ -29,6 +29,7 @@ public:
     QString fieldDefinition(const FieldInfo& field) const override;
     void begin() override;
     QStringList integrityFindings() override;
+    void copyTo(const QString& path) override;
     runtime::RunTimeError error(const QSqlError& error) const override;
 
 private:
