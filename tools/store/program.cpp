@@ -2,6 +2,7 @@
 
 #include "platform/runtime/run_time_error.h"
 #include "platform/runtime/version.h"
+#include "tools/store/backup.h"
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
 
@@ -32,6 +33,34 @@ ExitStatus check(const QStringList& arguments, QTextStream& out, QTextStream&)
     return Success;
 }
 
+ExitStatus notSound(const QStringList& findings, QTextStream& err)
+{
+    for (const QString& finding : findings)
+        err << finding << '\n';
+    err << "zomrel-store: the store is not sound; nothing was changed\n";
+    return Failure;
+}
+
+ExitStatus backup(const QStringList& arguments, QTextStream& out, QTextStream& err)
+{
+    const QStringList findings = backUpStore(arguments[0], arguments[1]);
+    if (!findings.isEmpty())
+        return notSound(findings, err);
+    out << "backed up " << arguments[0] << " to " << arguments[1] << '\n';
+    return Success;
+}
+
+ExitStatus restore(const QStringList& arguments, QTextStream& out, QTextStream& err)
+{
+    const RestoreOutcome outcome = restoreStore(arguments[0], arguments[1]);
+    if (!outcome.findings.isEmpty())
+        return notSound(outcome.findings, err);
+    out << "restored " << arguments[1] << " from " << arguments[0] << '\n';
+    if (!outcome.kept.isEmpty())
+        out << "the store before is kept as " << outcome.kept << '\n';
+    return Success;
+}
+
 struct Command
 {
     QString name;
@@ -48,6 +77,14 @@ const std::vector<Command>& commands()
          {u"FILE"_s},
          u"tell whether a store is sound, a line for each finding"_s,
          check},
+        {u"backup"_s,
+         {u"FILE"_s, u"TO"_s},
+         u"copy a store to a new file, also while stations work"_s,
+         backup},
+        {u"restore"_s,
+         {u"BACKUP"_s, u"FILE"_s},
+         u"put a sound backup in a store's place and keep that store"_s,
+         restore},
     };
     return all;
 }

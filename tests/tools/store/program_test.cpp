@@ -1,50 +1,18 @@
 #include "support/printers.h"
 #include "support/temporary_store.h"
+#include "tools/store/program_run.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-struct Outcome
-{
-    int exitStatus = -1;
-    QStringList out;
-    QStringList err;
-};
-
-QStringList lines(const QByteArray& output)
-{
-    return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
-}
-
-/// Runs the program as a user does, in a process of its own.
-Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
-{
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), arguments);
-    if (!process.waitForFinished())
-        ADD_FAILURE() << qPrintable(process.errorString());
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    return {process.exitCode(), lines(process.readAllStandardOutput()),
-            lines(process.readAllStandardError())};
-}
-
-QByteArray contentsOf(const QString& path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
-} // namespace
+using storetooltest::contentsOf;
+using storetooltest::Outcome;
+using storetooltest::zomrelStore;
 
 TEST(ProgramTest, CreatesAStoreThatIsSound)
 {
@@ -116,7 +84,8 @@ TEST(ProgramTest, HelpsWithALineForEachCommand)
 {
     const Outcome outcome = zomrelStore({u"--help"_s});
     EXPECT_EQ(outcome.exitStatus, 0);
-    for (const QString& call : {u"create FILE"_s, u"check FILE"_s, u"--help"_s, u"--version"_s}) {
+    for (const QString& call : {u"create FILE"_s, u"check FILE"_s, u"backup FILE TO"_s,
+                                u"restore BACKUP FILE"_s, u"--help"_s, u"--version"_s}) {
         const QStringList found = outcome.out.filter(u"zomrel-store %1 "_s.arg(call));
         EXPECT_EQ(found.size(), 1) << call.toStdString();
     }
@@ -132,6 +101,8 @@ TEST(ProgramTest, ExplainsItselfWhereTheCommandLineIsNotUnderstood)
         {u"create"_s},
         {u"create"_s, path, path},
         {u"check"_s},
+        {u"backup"_s, path},
+        {u"restore"_s, path},
         {u"Create"_s, path},
         {u"--help"_s, u"create"_s},
     };

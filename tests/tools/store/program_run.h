@@ -1,0 +1,46 @@
+#pragma once
+
+#include "support/printers.h"
+
+#include <QFile>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace storetooltest {
+
+using namespace Qt::StringLiterals;
+
+struct Outcome
+{
+    int exitStatus = -1;
+    QStringList out;
+    QStringList err;
+};
+
+inline QStringList lines(const QByteArray& output)
+{
+    return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
+}
+
+/// Runs the program as a user does, in a process of its own.
+inline Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
+{
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), arguments);
+    if (!process.waitForFinished())
+        ADD_FAILURE() << qPrintable(process.errorString());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    return {process.exitCode(), lines(process.readAllStandardOutput()),
+            lines(process.readAllStandardError())};
+}
+
+inline QByteArray contentsOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+} // namespace storetooltest

@@ -1,0 +1,176 @@
+#include "tools/store/backup.h"
+
+#include "platform/dao/database.h"
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/checker.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <array>
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What the engine keeps beside a store in the middle of a change. It belongs to that one file.
+const std::array<QString, 2> companions{u"-journal"_s, u"-wal"_s};
+
+fs::path native(const QString& path)
+{
+    return QFileInfo(path).filesystemFilePath();
+}
+
+[[noreturn]] void raise(const QString& path, const std::error_code& error)
+{
+    throw RunTimeError(
+        runtime::PermissionDenied,
+        u"Could not write '%1': %2"_s.arg(path, QString::fromLocal8Bit(error.message().c_str())));
+}
+
+/// A copy of a store beside the place that it is for. It goes with this object unless it was put
+/// there.
+class Copy
+{
+public:
+    Copy(dao::Database& source, const QString& target)
+        : target_(target),
+          path_(u"%1.%2.part"_s.arg(target).arg(QCoreApplication::applicationPid()))
+    {
+        source.CopyTo(path_);
+    }
+    ~Copy() { QFile::remove(path_); }
+    Copy(const Copy&) = delete;
+    Copy& operator=(const Copy&) = delete;
+
+    const QString& path() const { return path_; }
+
+    /// Refuses a target that has come into being meanwhile.
+    void putInEmptyPlace() const
+    {
+        if (QFileInfo::exists(target_) || !QFile::rename(path_, target_))
+            throw RunTimeError(runtime::DatabaseExists,
+                               u"Database '%1' already exists."_s.arg(target_));
+    }
+    /// In one step, so that the target is never missing.
+    void putInPlace() const
+    {
+        std::error_code error;
+        fs::rename(native(path_), native(target_), error);
+        if (error)
+            raise(target_, error);
+    }
+
+private:
+    QString target_;
+    QString path_;
+};
+
+/// Stations are kept from writing to a store while it is replaced. One that is damaged beyond
+/// opening holds nobody's work back; it is replaced all the same.
+class Hold
+{
+public:
+    explicit Hold(const QString& path)
+    {
+        if (!QFileInfo::exists(path))
+            return;
+        try {
+            database_ = dao::DBEngine::instance().OpenDatabase(path);
+            database_->BeginTrans();
+        } catch (const RunTimeError& error) {
+            if (error.number() != runtime::UnrecognizedFormat &&
+                error.number() != runtime::CorruptDatabase)
+                throw;
+            database_.reset();
+        }
+    }
+    bool isHeld() const { return database_ != nullptr; }
+
+private:
+    std::shared_ptr<dao::Database> database_;
+};
+
+QString freeName(const QString& path)
+{
+    const QString first = path + u".before-restore"_s;
+    QString name = first;
+    for (int number = 2; QFileInfo::exists(name); ++number)
+        name = u"%1.%2"_s.arg(first).arg(number);
+    return name;
+}
+
+/// Gives the store a second name, under which it stays when the first one goes to another. File
+/// systems that know only one name for a file get a copy.
+QString keep(const QString& path)
+{
+    const QString kept = freeName(path);
+    std::error_code error;
+    fs::create_hard_link(native(path), native(kept), error);
+    if (error)
+        fs::copy_file(native(path), native(kept), error);
+    if (error)
+        raise(kept, error);
+    return kept;
+}
+
+/// A half-made change left beside a store would be undone in the file that takes its place.
+void moveCompanions(const QString& path, const QString& kept)
+{
+    for (const QString& companion : companions) {
+        if (!QFileInfo::exists(path + companion))
+            continue;
+        std::error_code error;
+        fs::rename(native(path + companion), native(kept + companion), error);
+        if (error)
+            raise(kept + companion, error);
+    }
+}
+
+} // namespace
+
+QStringList backUpStore(const QString& path, const QString& target)
+{
+    const auto source = dao::DBEngine::instance().OpenDatabase(path);
+    // A half-made change that lies there would be undone in the copy.
+    for (const QString& suffix : {QString(), companions[0], companions[1]}) {
+        if (QFileInfo::exists(target + suffix))
+            throw RunTimeError(runtime::DatabaseExists,
+                               u"Database '%1' already exists."_s.arg(target + suffix));
+    }
+    const Copy copy(*source, target);
+    QStringList findings = checkStore(copy.path());
+    if (findings.isEmpty())
+        copy.putInEmptyPlace();
+    return findings;
+}
+
+RestoreOutcome restoreStore(const QString& backup, const QString& path)
+{
+    RestoreOutcome outcome;
+    const auto source = dao::DBEngine::instance().OpenDatabase(backup);
+    const Copy copy(*source, path);
+    source->Close();
+    outcome.findings = checkStore(copy.path());
+    if (!outcome.findings.isEmpty())
+        return outcome;
+    const Hold hold(path);
+    const bool replaces = QFileInfo::exists(path);
+    if (replaces) {
+        QFile::setPermissions(copy.path(), QFile::permissions(path));
+        outcome.kept = keep(path);
+    }
+    if (!hold.isHeld())
+        moveCompanions(path, replaces ? outcome.kept : freeName(path));
+    copy.putInPlace();
+    return outcome;
+}
+
+} // namespace storetools
