@@ -191,12 +191,14 @@ int main(int argc, char** argv)
     runtime::guarded(
         [&] { station = std::make_unique<Station>(arguments[1], arguments[2], arguments[3]); });
     int left = arguments[4].toInt();
+    // One step after the other, also where a step lets events through.
     QTimer work;
+    work.setSingleShot(true);
     runtime::on(&work, &QTimer::timeout, &work, [&] {
-        if (left-- > 0)
-            station->step();
-        else
+        if (left-- == 0)
             runtime::EndProcess(0);
+        station->step();
+        work.start(0);
     });
     work.start(0);
     return QApplication::exec();

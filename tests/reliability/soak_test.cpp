@@ -1,0 +1,211 @@
+#include "reliability/expected_line.h"
+#include "reliability/figures.h"
+#include "reliability/workplace.h"
+
+#include "support/temporary_store.h"
+#include "support/widgets.h"
+#include "tools/store/checker.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
+#include <QPixmapCache>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace reliability;
+using testsupport::TemporaryStore;
+
+namespace {
+
+/// An order has so many lines; measures are taken where a new one begins.
+constexpr int linesOfOrder = 40;
+/// The toolkit keeps pictures up to a limit; it is held so low that the first tenth fills it.
+constexpr int pictureCache = 1024; // KiB
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool freedMemoryIsKept = true; // the sanitizer holds it back to watch it
+#else
+constexpr bool freedMemoryIsKept = false;
+#endif
+
+/// What the process holds.
+struct Holdings
+{
+    int memory = 0;       ///< Resident, in KiB.
+    int handles = 0;      ///< Open file descriptors.
+    int storeHandles = 0; ///< Those of them that are the store's.
+};
+
+int residentMemory()
+{
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toInt();
+    }
+    return 0;
+}
+
+Holdings holdings(const QString& storePath)
+{
+    Holdings all{.memory = residentMemory()};
+    const QFileInfoList handles =
+        QDir(u"/proc/self/fd"_s).entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo& handle : handles) {
+        ++all.handles;
+        if (handle.symLinkTarget() == storePath)
+            ++all.storeHandles;
+    }
+    return all;
+}
+
+QString inMebibytes(int kibibytes)
+{
+    return u"%1 MiB"_s.arg(kibibytes / 1024.0, 0, 'f', 1);
+}
+
+/// A long day at one workplace: lines added, viewed, printed, orders closed and looked for, forms
+/// opened and closed.
+class Day
+{
+public:
+    explicit Day(const QString& folder) : workplace_(folder) { workplace_.newOrder(); }
+
+    void addLine(int i)
+    {
+        if (!workplace_.hasSeries())
+            workplace_.chooseSeries(seriesOfLines(), i / linesOfOrder % 3 == 0);
+        workplace_.addLine({u"soak-%1"_s.arg(i), 60 + i % 200, 60 + i % 170});
+        if (i % 5 == 0) {
+            workplace_.goToLastLine();
+            workplace_.viewLine();
+        }
+        if (i % 20 == 0) {
+            workplace_.print();
+            workplace_.closePreview();
+        }
+        if (i % 10 == 0)
+            openForms(i);
+        if (i % linesOfOrder == 0)
+            takeNextOrder();
+    }
+
+    void closeForms() { workplace_.closeOrderForm(); }
+    int formsOpened() const { return formsOpened_; }
+
+private:
+    void openForms(int i)
+    {
+        ++formsOpened_;
+        if (i % 30 == 0) {
+            const QString series = u"soak-%1"_s.arg(i);
+            workplace_.addSeries(series, 1);
+            workplace_.changeLastSeries(2);
+            workplace_.deleteLastSeries();
+            workplace_.closeSeriesForm();
+        } else if (i % 30 == 10) {
+            workplace_.openAndCloseKinds();
+        } else {
+            workplace_.closeOrderForm();
+            workplace_.newOrder();
+        }
+    }
+
+    void takeNextOrder()
+    {
+        workplace_.closeOrder();
+        workplace_.closePreview();
+        workplace_.newOrder();
+        workplace_.findOrder();
+    }
+
+    Workplace workplace_;
+    int formsOpened_ = 0;
+};
+
+/// Runs each piece of work from the event loop, as a user's click comes, and never one inside
+/// another.
+template <typename Work>
+void runEach(int first, int last, Work work)
+{
+    QEventLoop loop;
+    QTimer next;
+    next.setSingleShot(true);
+    int i = first;
+    QObject::connect(&next, &QTimer::timeout, &loop, [&] {
+        if (i > last) {
+            loop.quit();
+            return;
+        }
+        work(i++);
+        next.start(0);
+    });
+    next.start(0);
+    loop.exec();
+}
+
+} // namespace
+
+class Soak : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void holdsWhatItHeldAfterTheFirstTenth();
+};
+
+void Soak::holdsWhatItHeldAfterTheFirstTenth()
+{
+    const bool full = qEnvironmentVariable("ZOMREL_SOAK") == u"full";
+    const int lines = full ? 20000 : 2000;
+    TemporaryStore store(TemporaryStore::Contents::Delivered);
+    addSeriesOfLines(store);
+    const int handlesBefore = holdings(store.path()).storeHandles;
+    answerBoxes();
+    QPixmapCache::setCacheLimit(pictureCache);
+    QElapsedTimer clock;
+    clock.start();
+    Day day(store.folder());
+    const auto addLine = [&day](int i) { day.addLine(i); };
+    runEach(1, lines / 10, addLine);
+    const Holdings early = holdings(store.path());
+    runEach(lines / 10 + 1, lines, addLine);
+    const Holdings late = holdings(store.path());
+    const double seconds = double(clock.elapsed()) / 1000;
+    runEach(1, 1, [&day](int) { day.closeForms(); });
+    const Holdings closed = holdings(store.path());
+
+    writeFigures(u"soak"_s,
+                 {{u"lines added, viewed and printed"_s, QString::number(lines)},
+                  {u"forms opened and closed"_s, QString::number(day.formsOpened())},
+                  {u"orders closed"_s, QString::number(lines / linesOfOrder)},
+                  {u"seconds"_s, QString::number(seconds, 'f', 1)},
+                  {u"memory after the first tenth"_s, inMebibytes(early.memory)},
+                  {u"memory at the end"_s, inMebibytes(late.memory)},
+                  {u"file handles after the first tenth"_s, QString::number(early.handles)},
+                  {u"file handles at the end"_s, QString::number(late.handles)},
+                  {u"store handles left when all forms are closed"_s,
+                   QString::number(closed.storeHandles - handlesBefore)}});
+    QCOMPARE(late.handles, early.handles);
+    // The report keeps the rows that it showed last.
+    QVERIFY2(closed.storeHandles - handlesBefore <= 1,
+             qPrintable(QString::number(closed.storeHandles)));
+    if (!freedMemoryIsKept)
+        QVERIFY2(late.memory <= early.memory * 1.05,
+                 qPrintable(u"%1 to %2 KiB"_s.arg(early.memory).arg(late.memory)));
+
+    QCOMPARE(storetools::checkStore(store.path()), QStringList());
+    const QList<StoredLine> stored = storedLines(store);
+    QCOMPARE(stored.size(), lines);
+    for (const StoredLine& line : stored)
+        QCOMPARE(lineFindings(line), QStringList());
+}
+
+ZOMREL_QTEST_MAIN(Soak)
+#include "soak_test.moc"
