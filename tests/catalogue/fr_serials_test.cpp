@@ -127,7 +127,8 @@ void FrSerialsTest::grid()
         }
     }
     QVERIFY(grid->columnViewportPosition(0) < grid->columnViewportPosition(2));
-    QCOMPARE(grid->columnWidth(0), grid->columnWidth(1));
+    // Whole pixels: the width that does not divide goes to one of them.
+    QVERIFY(qAbs(grid->columnWidth(0) - grid->columnWidth(1)) <= 1);
     const double ratio = double(grid->columnWidth(2)) / grid->columnWidth(0);
     QVERIFY2(qAbs(ratio - 5292.0 / 1535) < 0.1, qPrintable(QString::number(ratio)));
     QCOMPARE(grid->model()->rowCount(), 2);

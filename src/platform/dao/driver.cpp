@@ -49,7 +49,7 @@ constexpr std::size_t keptStatements = 64;
 
 bool mayChangeTheSchema(const QString& sql)
 {
-    for (const auto verb : {"SELECT"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
+    for (const auto verb : {"SELECT"_L1, "WITH"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
         if (sql.startsWith(verb))
             return false;
     }
