@@ -2,6 +2,7 @@
 #include "reliability/figures.h"
 #include "reliability/workplace.h"
 
+#include "platform/dao/database.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"
 #include "tools/store/checker.h"
@@ -179,6 +180,7 @@ void Soak::holdsWhatItHeldAfterTheFirstTenth()
     const Holdings late = holdings(store.path());
     const double seconds = double(clock.elapsed()) / 1000;
     runEach(1, 1, [&day](int) { day.closeForms(); });
+    dao::DBEngine::instance().Idle(); // connections kept for the next use belong to no form
     const Holdings closed = holdings(store.path());
 
     writeFigures(u"soak"_s,
