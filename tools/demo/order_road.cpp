@@ -132,8 +132,10 @@ OrderRoad::OrderRoad(const QString& folder, const QString& out)
     : out_(out), window_(shell::openMainWindow(folder))
 {
     // Without a display the screen is smaller than any that the forms are made for.
-    if (window_->width() < smallestScreen.width())
+    if (window_->width() < smallestScreen.width()) {
+        window_->showNormal();
         window_->resize(smallestScreen);
+    }
     settle();
     picture(*window_, u"frame"_s);
 }

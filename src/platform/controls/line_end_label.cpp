@@ -17,9 +17,8 @@ constexpr int widestLine = 520; ///< Device-independent pixels; longer lines wra
 class LineEndPainter : public QObject
 {
 public:
-    explicit LineEndPainter(QLabel& label) : QObject(&label), label_(label)
+    explicit LineEndPainter(QLabel& label) : QObject(&label), label_(label), text_(label.text())
     {
-        text_ = label.text();
         text_.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
         label.setTextInteractionFlags(Qt::NoTextInteraction);
         label.setFixedSize(neededSize());
