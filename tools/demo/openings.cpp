@@ -55,7 +55,7 @@ Boxes measure(const QString& column, const QString& text)
 /// An opening's side must have a whole part: the order form refuses what is below 1.
 Boxes side(const QString& column, const QString& text)
 {
-    const Boxes boxes = measure(column, text);
+    Boxes boxes = measure(column, text);
     if (boxes.whole.toInt() == 0)
         throw Refusal{u"%1 is below 1: \"%2\""_s.arg(column, text)};
     return boxes;

@@ -111,7 +111,7 @@ QString freeName(const QString& path)
 /// systems that know only one name for a file get a copy.
 QString keep(const QString& path)
 {
-    const QString kept = freeName(path);
+    QString kept = freeName(path);
     std::error_code error;
     fs::create_hard_link(native(path), native(kept), error);
     if (error)
