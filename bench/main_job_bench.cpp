@@ -4,6 +4,7 @@
 #include "large_store.h"
 #include "paired.h"
 
+#include "calculation/cuts.h"
 #include "calculation/opening_panel.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
@@ -22,6 +23,20 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// The pure arithmetic of one window line, without boxes and store.
+void ComputeOneLine(benchmark::State& state)
+{
+    const cuts::Series series{{{{-1, -1.5}, {-4.2, -7.5}, {-13.4, -16}, {-6.3, -8.25}}}, 2};
+    const cuts::Size opening{120.5, 100.25};
+    for ([[maybe_unused]] auto _ : state) {
+        for (const auto part : {cuts::Mashkof, cuts::Kanaf, cuts::Glass, cuts::Reshet}) {
+            benchmark::DoNotOptimize(cuts::cutWidth(series, part, opening));
+            benchmark::DoNotOptimize(cuts::cutHeight(series, part, opening));
+        }
+    }
+}
+BENCHMARK(ComputeOneLine);
 
 /// A plain connection with a prepared durable INSERT and UPDATE on a store of its own.
 class BareStatements
