@@ -136,13 +136,12 @@ QWidget* SeriesFields::addDeduction(int index)
     row->setContentsMargins(0, 0, 0, 0);
 
     TextSign[index] = new Module1::SignBox(index, signedMeasure);
-    auto* whole = new MeasureBox(2 * index, u"0"_s, MeasureBox::OnLeaving::FillDefault);
-    auto* hundredths = new MeasureBox(2 * index + 1, u"00"_s, MeasureBox::OnLeaving::FillDefault);
-    TextNum[2 * index] = whole;
-    TextNum[2 * index + 1] = hundredths;
+    whole(index) = new MeasureBox(2 * index, u"0"_s, MeasureBox::OnLeaving::FillDefault);
+    hundredths(index) = new MeasureBox(2 * index + 1, u"00"_s, MeasureBox::OnLeaving::FillDefault);
     row->addWidget(TextSign[index]);
-    row->addWidget(new Module1::MeasurePair(u"Picture1_%1"_s.arg(index), whole, hundredths,
-                                            u"Label1_%1"_s.arg(index + 1), signedMeasure));
+    row->addWidget(new Module1::MeasurePair(u"Picture1_%1"_s.arg(index), whole(index),
+                                            hundredths(index), u"Label1_%1"_s.arg(index + 1),
+                                            signedMeasure));
     return signedMeasure;
 }
 
@@ -181,8 +180,8 @@ void SeriesFields::loadFrom(dao::Recordset& series)
         const QVariant stored = series.Fields(store::deductionFields()[i]).Value();
         const DeductionText text = splitDeduction(runtime::toDouble(stored));
         TextSign[i]->setText(text.sign);
-        TextNum[2 * i]->setText(text.whole);
-        TextNum[2 * i + 1]->setText(text.hundredths);
+        whole(i)->setText(text.whole);
+        hundredths(i)->setText(text.hundredths);
     }
     chooseCount(*ComboLane, series.Fields(u"Nativ_Num"_s).Value());
     chooseCount(*ComboWing, series.Fields(u"Kanaf_Num"_s).Value());
@@ -193,8 +192,7 @@ void SeriesFields::PutSeriesFields(controls::DataControl& Source)
     dao::Recordset& series = Source.Recordset();
     series.Fields(u"Name"_s).SetValue(TextName->text());
     for (int i = 0; i < deductionCount; ++i) {
-        const DeductionText text{TextSign[i]->text(), TextNum[2 * i]->text(),
-                                 TextNum[2 * i + 1]->text()};
+        const DeductionText text{TextSign[i]->text(), whole(i)->text(), hundredths(i)->text()};
         series.Fields(store::deductionFields()[i]).SetValue(joinDeduction(text));
     }
     series.Fields(u"Nativ_Num"_s).SetValue(ComboLane->currentIndex() + 1);
@@ -212,11 +210,11 @@ void SeriesFields::clear()
         TextNum[i]->setText(i % 2 == 0 ? u"0"_s : u"00"_s);
 }
 
-QList<QWidget*> SeriesFields::inTabOrder() const
+QList<QWidget*> SeriesFields::inTabOrder()
 {
     QList<QWidget*> fields{TextName, ComboLane, ComboWing};
     for (int i = 0; i < deductionCount; ++i)
-        fields << TextSign[i] << TextNum[2 * i] << TextNum[2 * i + 1];
+        fields << TextSign[i] << whole(i) << hundredths(i);
     return fields << TextRem;
 }
 

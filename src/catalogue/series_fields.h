@@ -44,7 +44,7 @@ public:
     /// Empties the fields for a new series. The signs stay: the next series mostly has them too.
     void clear();
     /// The fields, in the order in which Tab goes through them.
-    QList<QWidget*> inTabOrder() const;
+    QList<QWidget*> inTabOrder();
     /// Puts the focus into the name.
     void focusName();
 
@@ -57,12 +57,15 @@ private:
     void addDeductions(QVBoxLayout& column);
     void addRemark(QVBoxLayout& column);
     void loadFrom(dao::Recordset& series);
+    /// The two boxes of a deduction (0 to 7) stand side by side in TextNum.
+    Module1::MeasureBox*& whole(int index) { return TextNum[std::size_t(index) * 2]; }
+    Module1::MeasureBox*& hundredths(int index) { return TextNum[std::size_t(index) * 2 + 1]; }
 
     QLineEdit* TextName = nullptr;
     QComboBox* ComboLane = nullptr;
     QComboBox* ComboWing = nullptr;
     std::array<Module1::SignBox*, deductionCount> TextSign{};
-    std::array<Module1::MeasureBox*, 2 * deductionCount> TextNum{};
+    std::array<Module1::MeasureBox*, std::size_t{2} * deductionCount> TextNum{};
     QLineEdit* TextRem = nullptr;
 };
 

@@ -30,7 +30,7 @@ QImage LoadPicture(const QString& path)
 {
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
-    const QImage picture = reader.read();
+    QImage picture = reader.read();
     if (picture.isNull())
         throw runtime::RunTimeError(runtime::InvalidPicture);
     return picture;

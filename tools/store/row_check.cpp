@@ -8,6 +8,7 @@
 
 #include <limits>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -108,8 +109,8 @@ private:
 class LineCheck
 {
 public:
-    LineCheck(const store::TableSchema& cuts, const QMap<int, int>& orders)
-        : ordinal_(cuts.ordinalOf(u"Order_Num"_s)), orders_(orders)
+    LineCheck(const store::TableSchema& cuts, QMap<int, int> orders)
+        : ordinal_(cuts.ordinalOf(u"Order_Num"_s)), orders_(std::move(orders))
     {
     }
 
@@ -138,7 +139,7 @@ public:
 
 private:
     int ordinal_;
-    const QMap<int, int>& orders_;
+    QMap<int, int> orders_;
     int without_ = 0;
     QMap<int, int> lost_;
 };

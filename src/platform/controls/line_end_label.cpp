@@ -38,7 +38,7 @@ public:
 private:
     int flags() const
     {
-        int flags = label_.alignment().toInt() | int{Qt::TextWordWrap};
+        int flags = static_cast<int>(label_.alignment()) | int{Qt::TextWordWrap};
         if (label_.layoutDirection() == Qt::RightToLeft)
             flags |= int{Qt::TextForceRightToLeft};
         return flags;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace report {
 
@@ -108,6 +109,15 @@ QSize PreviewPages::sheetSize() const
 int PreviewPages::stride() const
 {
     return sheetSize().height() + gap;
+}
+
+/// In pixels from the top of the first sheet's gap. A scroll bar counts in int, which ends after
+/// some hundred thousand sheets at the greatest zoom: what lies beyond is left to find, print and
+/// export.
+int PreviewPages::sheetTop(int page) const
+{
+    constexpr qint64 reach = std::numeric_limits<int>::max() / 2;
+    return static_cast<int>(std::min(gap + qint64{page} * stride(), reach));
 }
 
 /// In the viewport's pixels. A sheet wider than the view begins at the right, where reading does.

@@ -58,7 +58,7 @@ protected:
 private:
     QSize sheetSize() const;
     int stride() const;
-    int sheetTop(int page) const { return gap + page * stride(); }
+    int sheetTop(int page) const;
     QRect sheetRect(int page) const;
     void applyZoom(double zoom);
     void applyFit();
