@@ -6,6 +6,9 @@
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
 
+#include <QMap>
+
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -15,21 +18,30 @@ namespace storetools {
 
 namespace {
 
-ExitStatus create(const QStringList& arguments, QTextStream& out, QTextStream&)
+/// What a command was given: its arguments in order and its options with their values.
+struct Call
 {
-    createStore(arguments.first());
-    out << "created " << arguments.first() << '\n';
+    QStringList arguments;
+    QMap<QString, QString> options;
+};
+
+ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
+{
+    const QString& path = call.arguments.first();
+    createStore(path);
+    out << "created " << path << '\n';
     return Success;
 }
 
-ExitStatus check(const QStringList& arguments, QTextStream& out, QTextStream&)
+ExitStatus check(const Call& call, QTextStream& out, QTextStream&)
 {
-    const QStringList findings = checkStore(arguments.first());
+    const QString& path = call.arguments.first();
+    const QStringList findings = checkStore(path);
     for (const QString& finding : findings)
         out << finding << '\n';
     if (!findings.isEmpty())
         return Failure;
-    out << "sound and complete: " << arguments.first() << '\n';
+    out << "sound and complete: " << path << '\n';
     return Success;
 }
 
@@ -41,8 +53,9 @@ ExitStatus notSound(const QStringList& findings, QTextStream& err)
     return Failure;
 }
 
-ExitStatus backup(const QStringList& arguments, QTextStream& out, QTextStream& err)
+ExitStatus backup(const Call& call, QTextStream& out, QTextStream& err)
 {
+    const QStringList& arguments = call.arguments;
     const QStringList findings = backUpStore(arguments[0], arguments[1]);
     if (!findings.isEmpty())
         return notSound(findings, err);
@@ -50,8 +63,9 @@ ExitStatus backup(const QStringList& arguments, QTextStream& out, QTextStream& e
     return Success;
 }
 
-ExitStatus restore(const QStringList& arguments, QTextStream& out, QTextStream& err)
+ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
 {
+    const QStringList& arguments = call.arguments;
     const RestoreOutcome outcome = restoreStore(arguments[0], arguments[1]);
     if (!outcome.findings.isEmpty())
         return notSound(outcome.findings, err);
@@ -61,12 +75,20 @@ ExitStatus restore(const QStringList& arguments, QTextStream& out, QTextStream& 
     return Success;
 }
 
+struct Option
+{
+    QString name;
+    QString value; ///< What stands behind it on the command line; empty where nothing does.
+    QString summary;
+};
+
 struct Command
 {
     QString name;
     QStringList arguments;
     QString summary;
-    std::function<ExitStatus(const QStringList&, QTextStream& out, QTextStream& err)> run;
+    std::function<ExitStatus(const Call&, QTextStream& out, QTextStream& err)> run;
+    std::vector<Option> options = {};
 };
 
 const std::vector<Command>& commands()
@@ -96,8 +118,12 @@ void printUsage(QTextStream& stream)
         stream << "  zomrel-store " << call.leftJustified(column) << summary << '\n';
     };
     stream << "usage:\n";
-    for (const Command& command : commands())
+    for (const Command& command : commands()) {
         line(command.name + u' ' + command.arguments.join(u' '), command.summary);
+        for (const Option& option : command.options)
+            stream << "    " << (option.name + u' ' + option.value).leftJustified(column + 11)
+                   << option.summary << '\n';
+    }
     line(u"--help"_s, u"show this"_s);
     line(u"--version"_s, u"show the version"_s);
 }
@@ -109,13 +135,34 @@ ExitStatus wrongUsage(QTextStream& err, const QString& message)
     return WrongUsage;
 }
 
-ExitStatus runCommand(const Command& command, const QStringList& arguments, QTextStream& out,
+/// Sorts what stands behind the command's name. Gives what is wrong with it; empty where nothing
+/// is.
+QString readCall(const Command& command, const QStringList& words, Call& call)
+{
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        const auto option = std::ranges::find(command.options, words[i], &Option::name);
+        if (option == command.options.end()) {
+            call.arguments.append(words[i]);
+            continue;
+        }
+        if (!option->value.isEmpty() && ++i == words.size())
+            return u"%1 takes %2"_s.arg(option->name, option->value);
+        call.options.insert(option->name, option->value.isEmpty() ? QString() : words[i]);
+    }
+    if (call.arguments.size() != command.arguments.size())
+        return u"%1 takes %2"_s.arg(command.name, command.arguments.join(u' '));
+    return {};
+}
+
+ExitStatus runCommand(const Command& command, const QStringList& words, QTextStream& out,
                       QTextStream& err)
 {
-    if (arguments.size() != command.arguments.size())
-        return wrongUsage(err, u"%1 takes %2"_s.arg(command.name, command.arguments.join(u' ')));
+    Call call;
+    const QString wrong = readCall(command, words, call);
+    if (!wrong.isEmpty())
+        return wrongUsage(err, wrong);
     try {
-        return command.run(arguments, out, err);
+        return command.run(call, out, err);
     } catch (const runtime::RunTimeError& error) {
         err << "zomrel-store: " << error.description() << '\n';
         return Failure;
