@@ -107,8 +107,8 @@ private:
         if (i % 30 == 0) {
             const QString series = u"soak-%1"_s.arg(i);
             workplace_.addSeries(series, 1);
-            workplace_.changeLastSeries(2);
-            workplace_.deleteLastSeries();
+            workplace_.changeSeries(series, 2);
+            workplace_.deleteSeries(series);
             workplace_.closeSeriesForm();
         } else if (i % 30 == 10) {
             workplace_.openAndCloseKinds();

@@ -3,9 +3,11 @@
 //     reliability_station FOLDER SCENARIO NAME COUNT
 //
 // SCENARIO "lines" adds COUNT lines, with new-order commands and closings between them; "paced"
-// adds a line for each line that comes in; "mixed" does COUNT of all the changes that the windows
-// allow, chosen at random by the seed NAME. Before a change stands a line with "?" and what is
-// going to be done, after it, once its handler has returned, the same without the question mark.
+// does a step for each word that comes in, "order", "close" or "line"; "mixed" does COUNT of all
+// the changes that the windows allow, chosen at random by the seed NAME; "aside" does the like in
+// order 1 alone, taken by search, and touches no other. Before a change stands a line with "?" and
+// what is going to be done, after it, once its handler has returned, the same without the question
+// mark.
 
 #include "reliability/expected_line.h"
 #include "reliability/workplace.h"
@@ -48,7 +50,10 @@ public:
     Station(const QString& folder, const QString& scenario, const QString& name)
         : scenario_(scenario), name_(name), random_(name.toUInt()), workplace_(folder)
     {
-        newOrder();
+        if (scenario_ == u"aside")
+            workplace_.takeOrder(1);
+        else
+            newOrder();
         say(u"ready"_s);
     }
 
@@ -58,6 +63,8 @@ public:
             mixed();
         else if (scenario_ == u"paced")
             paced();
+        else if (scenario_ == u"aside")
+            aside();
         else
             lines();
         ++steps_;
@@ -87,9 +94,14 @@ private:
 
     void closeOrder()
     {
+        told(u"closed %1"_s.arg(workplace_.currentOrder()), [&] { workplace_.closeOrder(); });
+    }
+
+    void closeAndGoOn()
+    {
         if (workplace_.lineCount() == 0)
             return;
-        told(u"closed %1"_s.arg(workplace_.currentOrder()), [&] { workplace_.closeOrder(); });
+        closeOrder();
         newOrder();
     }
 
@@ -121,9 +133,9 @@ private:
         told(u"series %1 1"_s.arg(series), [&] { workplace_.addSeries(series, 1); });
         const int number = 2 + random(90);
         told(u"series %1 %2"_s.arg(series).arg(number),
-             [&] { workplace_.changeLastSeries(number); });
+             [&] { workplace_.changeSeries(series, number); });
         if (random(2) == 0)
-            told(u"seriesdeleted "_s + series, [&] { workplace_.deleteLastSeries(); });
+            told(u"seriesdeleted "_s + series, [&] { workplace_.deleteSeries(series); });
         workplace_.closeSeriesForm();
     }
 
@@ -137,13 +149,28 @@ private:
         else if (dice < 76)
             print();
         else if (dice < 84)
-            closeOrder();
+            closeAndGoOn();
         else if (dice < 87)
             deleteAllLines();
         else if (dice < 92)
             newOrder();
         else
             editSeries();
+    }
+
+    void aside()
+    {
+        const int dice = random(100);
+        if (dice < 60)
+            addLine();
+        else if (dice < 75)
+            deleteLine();
+        else if (dice < 80)
+            print();
+        else if (dice < 90)
+            editSeries();
+        else
+            workplace_.takeOrder(1);
     }
 
     void paced()
@@ -153,6 +180,8 @@ private:
             word += static_cast<char>(c);
         if (word == "order")
             newOrder();
+        else if (word == "close")
+            closeOrder();
         else
             addLine();
     }
@@ -161,7 +190,7 @@ private:
     void lines()
     {
         if (steps_ % 50 == 49)
-            closeOrder();
+            closeAndGoOn();
         else if (steps_ % 50 == 24)
             newOrder();
         addLine();

@@ -7,6 +7,7 @@
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
+#include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
 #include "shell/base/module1.h"
 #include "shell/start.h"
@@ -209,6 +210,21 @@ void Workplace::findOrder()
     trigger(u"FindOrder"_s);
 }
 
+void Workplace::takeOrder(int number)
+{
+    QTimer::singleShot(0, qApp, [number] {
+        runtime::guarded([number] {
+            const QWidget& search = *QApplication::activeModalWidget();
+            dao::Recordset& all = data(search, u"DataOrders"_s).Recordset();
+            all.MoveFirst();
+            while (all.Fields(u"Number"_s).Value().toInt() != number)
+                all.MoveNext();
+            click(search, u"CmdPic"_s);
+        });
+    });
+    trigger(u"FindOrder"_s);
+}
+
 void Workplace::closePreview()
 {
     if (QWidget* preview = shownWindow(u"DataReport1"_s))
@@ -236,23 +252,27 @@ void Workplace::addSeries(const QString& name, int number)
     click(series(), u"CmdAdd"_s);
 }
 
-void Workplace::goToLastSeries()
+/// From the end on, where the latest stand: others may have added some meanwhile.
+void Workplace::goToSeries(const QString& name)
 {
     trigger(u"Serials"_s);
-    data(series(), u"DataGrid"_s).Recordset().MoveLast();
+    dao::Recordset& all = data(series(), u"DataGrid"_s).Recordset();
+    all.MoveLast();
+    while (all.Fields(u"Name"_s).Value().toString() != name)
+        all.MovePrevious();
 }
 
-void Workplace::changeLastSeries(int number)
+void Workplace::changeSeries(const QString& name, int number)
 {
-    goToLastSeries();
+    goToSeries(name);
     click(series(), u"CmdUpdate"_s);
     fillSeries(series(), number);
     click(series(), u"CmdUpdate"_s);
 }
 
-void Workplace::deleteLastSeries()
+void Workplace::deleteSeries(const QString& name)
 {
-    goToLastSeries();
+    goToSeries(name);
     click(series(), u"CmdDelete"_s);
 }
 

@@ -50,15 +50,17 @@ public:
     void closeOrder();
     void viewLine();
     void findOrder();
+    /// Takes the order on the search screen.
+    void takeOrder(int number);
     void closePreview();
     void closeOrderForm();
     int currentOrder() const;
 
     /// Adds a series whose remark is `number` and whose eight deductions are all -number.25.
     void addSeries(const QString& name, int number);
-    /// Gives the last series another number in the same manner.
-    void changeLastSeries(int number);
-    void deleteLastSeries();
+    /// Gives the series another number in the same manner.
+    void changeSeries(const QString& name, int number);
+    void deleteSeries(const QString& name);
     void closeSeriesForm();
     void openAndCloseKinds();
 
@@ -66,7 +68,7 @@ private:
     void trigger(const QString& tag);
     QWidget& order() const;
     QWidget& series() const;
-    void goToLastSeries();
+    void goToSeries(const QString& name);
 
     std::unique_ptr<shell::MDIZomrel> window_;
 };
