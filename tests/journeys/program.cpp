@@ -30,12 +30,18 @@ void copyInto(const QString& file, const QString& folder, const QString& name)
 } // namespace
 
 Program::Program(bool withStore)
+    : ownFolder_(std::make_unique<QTemporaryDir>()), folder_(ownFolder_->path())
 {
     copyInto(QStringLiteral(ZOMREL_PROGRAM), folder(), u"Zomrel"_s);
     if (!withStore)
         return;
     if (QProcess::execute(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"create"_s, storePath()}) != 0)
         qFatal("cannot make the store");
+}
+
+Program::Program(const QString& sharedFolder) : folder_(sharedFolder)
+{
+    copyInto(QStringLiteral(ZOMREL_PROGRAM), folder(), u"Zomrel"_s);
 }
 
 Program::~Program()

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
 
 namespace journeys {
 
@@ -28,6 +29,8 @@ class Program
 public:
     /// A folder with the program in it and, unless left out, the delivered store.
     explicit Program(bool withStore = true);
+    /// The program in a folder that others work in too.
+    explicit Program(const QString& sharedFolder);
     ~Program();
 
     void start();
@@ -37,7 +40,7 @@ public:
     /// Waits for the program's own end.
     int exitStatus();
 
-    QString folder() const { return folder_.path(); }
+    QString folder() const { return folder_; }
     QString storePath() const;
 
     void clickTag(const QString& tag);
@@ -74,7 +77,8 @@ private:
     QJsonObject ask(const QJsonObject& request);
     bool waitFor(const std::function<bool()>& condition);
 
-    QTemporaryDir folder_;
+    std::unique_ptr<QTemporaryDir> ownFolder_;
+    QString folder_;
     QProcess process_;
     QLocalSocket socket_;
 };

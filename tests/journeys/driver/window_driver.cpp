@@ -253,7 +253,7 @@ QJsonObject WindowDriver::answer(const QJsonObject& request)
                 QTest::keyClick(target, key, modifiers);
             else
                 for (const QChar sign : text)
-                    typeSign(target, sign);
+                    typeSign(keyTarget(), sign); // the first sign may open an editor
         });
         return describe(target);
     }
