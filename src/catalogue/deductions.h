@@ -14,6 +14,8 @@ struct DeductionText
     QString sign;       ///< "+" above zero, otherwise "-": a zero has the sign "-".
     QString whole;      ///< Digits without leading zeros.
     QString hundredths; ///< Always two digits.
+
+    bool operator==(const DeductionText&) const = default;
 };
 
 /// Rounds to the nearest hundredth. Raises 6 where the whole part exceeds 16 bits.

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/report/design.h"
+
+namespace output {
+
+/// The design of the order report, in twips.
+extern const report::ReportDesign orderReportDesign;
+
+} // namespace output
