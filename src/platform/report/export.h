@@ -24,7 +24,8 @@ Outcome writePdf(Document& document, const std::vector<int>& pages, QIODevice& d
 Outcome writeHtml(Document& document, QIODevice& device, const Progress& progress);
 
 /// Plain UTF-8: the page header once, then one block of text lines per row, an empty line between
-/// them. What stands side by side on paper stands on one line, from right to left, parted by tabs.
+/// them. What stands side by side on paper stands on one line, from right to left, parted by tabs;
+/// line breaks and tabs within a text become blanks.
 Outcome writeText(Document& document, QIODevice& device, const Progress& progress);
 
 using Writer = std::function<Outcome(QIODevice& device)>;

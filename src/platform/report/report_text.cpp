@@ -22,6 +22,18 @@ bool isLetter(QChar c)
     }
 }
 
+bool breaksLine(QChar c)
+{
+    switch (c.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool isSign(QChar c)
 {
     return c == u'-' || c == u'+';
@@ -53,12 +65,15 @@ QString valueText(const QVariant& value)
     return runtime::isNull(value) ? QString() : runtime::toText(value);
 }
 
+QString onOneLine(QString text)
+{
+    std::replace_if(text.begin(), text.end(), breaksLine, QChar(u' '));
+    return text;
+}
+
 DisplayText displayText(const QString& text, bool rightToLeft)
 {
-    QString plain = text;
-    std::replace_if(
-        plain.begin(), plain.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
-        QChar(u' '));
+    const QString plain = onOneLine(text);
     if (std::none_of(plain.cbegin(), plain.cend(), isLetter))
         return {plain, false};
     return {withSignsHeld(plain), rightToLeft};

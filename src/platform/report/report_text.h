@@ -18,10 +18,13 @@ struct DisplayText
 /// blank.
 QString valueText(const QVariant& value);
 
+/// The text with a blank in the place of each line break, tab or other control character.
+QString onOneLine(QString text);
+
 /// The text of a control in its reading order. A text without any letter (a number, a date, a
 /// telephone) always keeps its own order from left to right, so that a sign stays in front of its
-/// number; a signed number amid letters keeps its sign in front by a direction mark. Line breaks
-/// and tabs become blanks.
+/// number; a signed number amid letters keeps its sign in front by a direction mark. It is
+/// set on one line.
 DisplayText displayText(const QString& text, bool rightToLeft);
 
 } // namespace report

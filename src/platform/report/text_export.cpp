@@ -1,5 +1,7 @@
 #include "platform/report/export.h"
 
+#include "platform/report/report_text.h"
+
 #include <QIODevice>
 
 namespace report {
@@ -32,7 +34,7 @@ QString bandText(const Band& band)
         } else {
             text += u'\t';
         }
-        text += printed.text;
+        text += onOneLine(printed.text);
     }
     return text + QStringLiteral("\n\n");
 }

@@ -76,6 +76,15 @@ TEST(TextExport, HoldsTheHeadOnceAndABlockPerRow)
                                                         "\n"_s.toStdString());
 }
 
+TEST(TextExport, HoldsALineForATextWithBreaks)
+{
+    const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
+        return MemoryRows::Row{u"א\nב\tג"_s, 1.0};
+    });
+    const auto document = smallDocument(rows);
+    EXPECT_TRUE(text(writeText, *document).endsWith(u"\n\nשם:\tא ב ג\n1\n\n"_s));
+}
+
 TEST(HtmlExport, IsOneSelfContainedRightToLeftPage)
 {
     auto sections = makeSections(smallReport);

@@ -61,6 +61,8 @@ TEST(ReportText, HoldsASignInFrontOfItsNumberAmidLetters)
 TEST(ReportText, MakesOneLineOfATextWithBreaks)
 {
     EXPECT_EQ(displayText(u"א\nב\tג"_s, true).text, u"א ב ג"_s);
+    const QString separated = u"א"_s + QChar(0x2028) + u"ב"_s + QChar(0x2029) + u"ג"_s;
+    EXPECT_EQ(displayText(separated, true).text, u"א ב ג"_s);
 }
 
 } // namespace
