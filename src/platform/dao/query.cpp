@@ -3,6 +3,7 @@
 #include "platform/runtime/run_time_error.h"
 
 #include <array>
+#include <cmath>
 
 namespace dao {
 
@@ -80,8 +81,12 @@ public:
         const QStringView text = rest_.first(length);
         bool fits = false;
         QVariant number = text.toLongLong(&fits);
-        if (!fits)
-            number = text.toDouble();
+        if (!fits) {
+            const double value = text.toDouble();
+            if (!std::isfinite(value))
+                fail();
+            number = value;
+        }
         advance(length);
         return number;
     }

@@ -64,6 +64,7 @@ TEST(QueryTest, RefusesEveryOtherText)
         u"SELECT * FROM T WHERE F = --5"_s,
         u"SELECT * FROM T WHERE F = - 5"_s,
         u"SELECT * FROM T WHERE F = ."_s,
+        u"SELECT * FROM T WHERE F = "_s + QString(400, u'9'),
         u"SELECT * FROM T WHERE F > 5"_s,
         u"SELECT * FROM T WHERE F = 5 AND G = 6"_s,
         u"SELECT * FROM T WHERE F = 5 OR 1 = 1"_s,
