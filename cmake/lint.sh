@@ -15,7 +15,8 @@ fail() {
 
 # Rooms and files that know no widget, as patterns of the shell.
 widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/shell/base/module1.*
-  src/shell/base/measures.* src/calculation/cuts.* src/platform/report/design.*
+  src/shell/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
+  src/output/order_report_design.* src/platform/report/design.*
   src/platform/report/pagination.* src/platform/report/sections.* tools/store/*"
 widget_headers='QtWidgets|QtPrintSupport|Q(Widget|Application|Dialog|MainWindow|MdiArea|MessageBox|Label|LineEdit|ComboBox'
 widget_headers="$widget_headers"'|CheckBox|PushButton|ToolBar|ToolButton|StatusBar|Menu|TableView|AbstractItemView|HeaderView'

@@ -10,7 +10,7 @@ packages_run="g++ cmake ninja-build qt6-base-dev libqt6sql6-sqlite qt6-translati
 packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils"
 
 # What .ci/run needs besides both.
-packages_ci="clang clang-tidy clang-format cppcheck libbenchmark-dev"
+packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"
 
 is_installed() {
   dpkg-query --show --showformat='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed

@@ -47,3 +47,22 @@ function(zomrel_qtest name)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
+
+option(ZOMREL_FUZZ "Link the fuzz targets with libFuzzer, which Clang has" OFF)
+add_custom_target(zomrel_fuzz_targets)
+
+# zomrel_fuzz(NAME SOURCES ... LINKS ...): a fuzz target with its kept inputs in tests/fuzz/corpus/NAME.
+# Without libFuzzer it runs over them as a test.
+function(zomrel_fuzz name)
+  cmake_parse_arguments(F "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(fuzz_${name} ${F_SOURCES})
+  target_link_libraries(fuzz_${name} PRIVATE ${F_LINKS} zomrel_fuzz_support)
+  if(ZOMREL_FUZZ)
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+    add_dependencies(zomrel_fuzz_targets fuzz_${name})
+  else()
+    target_sources(fuzz_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/fuzz/replay.cpp)
+    add_test(NAME fuzz_${name}_corpus COMMAND fuzz_${name} ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name})
+    set_tests_properties(fuzz_${name}_corpus PROPERTIES TIMEOUT 300)
+  endif()
+endfunction()

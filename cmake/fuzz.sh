@@ -1,0 +1,39 @@
+#!/bin/sh
+# Builds the fuzz targets and runs each for a while, from a copy of its kept inputs:
+#
+#     cmake/fuzz.sh [FIGURES]
+#
+# ZOMREL_FUZZ_SECONDS is the time of each. What breaks one is left under build/fuzz/found; the
+# numbers of executions go to the folder FIGURES.
+set -eu
+figures=${1:-}
+cd "$(dirname "$0")/.."
+[ -e build/fuzz/build.ninja ] || cmake --preset fuzz
+cmake --build --preset fuzz
+
+work=build/fuzz/work
+rm -rf "$work"
+mkdir -p "$work" build/fuzz/found
+cp -r tests/fuzz/corpus/. "$work"
+names=$(ls "$work")
+
+export LSAN_OPTIONS=suppressions="$PWD/cmake/lsan-suppressions.txt":print_suppressions=0
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+status=0
+# shellcheck disable=SC2086 # words are split on purpose
+printf '%s\n' $names | xargs -P "$(nproc)" -I '{}' sh -c '
+  build/fuzz/tests/fuzz/fuzz_{} -max_total_time="${ZOMREL_FUZZ_SECONDS:-20}" -timeout=10 -max_len=1024 \
+    -print_final_stats=1 -artifact_prefix=build/fuzz/found/{}- '"$work"'/{} >'"$work"'/{}.log 2>&1' ||
+  status=1
+
+for name in $names; do
+  runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$work/$name.log")
+  printf '%-48s %s\n' "$name, executions" "${runs:-broken}"
+  if [ -z "$runs" ] || grep -q '^SUMMARY:' "$work/$name.log"; then
+    status=1
+    tail -n 60 "$work/$name.log" >&2
+  fi
+done >"$work/figures"
+cat "$work/figures"
+[ -z "$figures" ] || { mkdir -p "$figures" && cp "$work/figures" "$figures/fuzz.part"; }
+exit "$status"

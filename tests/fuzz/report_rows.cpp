@@ -1,0 +1,215 @@
+// The report's record source: rows of whatever a damaged or foreign store may hold, laid out,
+// painted and written as text and as a page.
+
+#include "fuzz/fuzz.h"
+
+#include "output/order_report_design.h"
+#include "platform/dao/values.h"
+#include "platform/report/export.h"
+#include "platform/report/memory_rows.h"
+#include "platform/report/report_text.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QGuiApplication>
+#include <QHash>
+#include <QImage>
+#include <QPainter>
+
+#include <array>
+#include <memory>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using testsupport::MemoryRows;
+
+namespace {
+
+constexpr int mostRows = 5; // one more than a page takes
+constexpr int longestText = 60;
+
+const std::array types{dao::dbText,   dao::dbText, dao::dbLong,   dao::dbInteger,
+                       dao::dbDouble, dao::dbDate, dao::dbBoolean};
+
+/// What a column may hold, whatever its type says.
+QVariant storedValue(fuzz::Input& input)
+{
+    switch (input.takeBelow(8)) {
+    case 0:
+        return {};
+    case 1:
+        return qlonglong{input.take<qint64>()};
+    case 2:
+        return input.take<double>();
+    case 3:
+        return double{input.take<qint16>() / 100.0};
+    case 4:
+        return QDate(2026, 3, 1).addDays(input.take<qint16>()).toString(Qt::ISODate);
+    case 5: {
+        QString text(input.takeBelow(longestText), Qt::Uninitialized);
+        for (QChar& c : text)
+            c = QChar(input.take<char16_t>());
+        return text;
+    }
+    default:
+        return input.takeText(input.takeBelow(longestText));
+    }
+}
+
+/// As the engine hands it on; Null where it refuses to.
+QVariant fieldValue(fuzz::Input& input)
+{
+    const dao::FieldInfo field{
+        .name = u"Field"_s,
+        .type = types[static_cast<std::size_t>(input.takeBelow(int(types.size())))]};
+    const QVariant stored = storedValue(input);
+    try {
+        return dao::fromStored(field, stored);
+    } catch (const runtime::RunTimeError& error) {
+        fuzz::require(error.number() == runtime::DataTypeConversion ||
+                          error.number() == runtime::Overflow,
+                      "a value is taken or refused as stated", stored.toString());
+        return {};
+    }
+}
+
+const QStringList& columns()
+{
+    static const QStringList names = [] {
+        QStringList all;
+        for (const report::ControlDesign& control :
+             report::sectionOf(output::orderReportDesign, report::Role::Detail)->controls) {
+            if (control.kind == report::Kind::Field)
+                all.append(control.text.toString());
+        }
+        return all;
+    }();
+    return names;
+}
+
+std::unique_ptr<report::Document> documentOf(int count, const MemoryRows::MakeRow& makeRow)
+{
+    return std::make_unique<report::Document>(
+        output::orderReportDesign, report::makeSections(output::orderReportDesign),
+        std::make_shared<MemoryRows>(columns(), count, makeRow), report::a4Portrait);
+}
+
+/// Whatever a text holds, it is laid on one line.
+void checkText(const QString& text)
+{
+    const report::DisplayText display = report::displayText(text, true);
+    for (const QChar c : display.text)
+        fuzz::require(c.category() != QChar::Other_Control &&
+                          c.category() != QChar::Separator_Line &&
+                          c.category() != QChar::Separator_Paragraph,
+                      "a text is laid on one line", text);
+}
+
+/// Every block once, whole, between the header and the footer.
+void checkPages(report::Document& document, int rows)
+{
+    const report::Pagination& places = document.pagination();
+    const int height = report::sectionOf(output::orderReportDesign, report::Role::Detail)->height;
+    int blocks = 0;
+    for (int index = 0; index < document.pageCount(); ++index) {
+        int onPage = 0;
+        for (const report::Band& band : document.page(index)->bands) {
+            if (band.role != report::Role::Detail)
+                continue;
+            const int top = places.blockTop(onPage++);
+            for (const report::PrintedControl& each : band.controls) {
+                const int y = each.corner.y();
+                fuzz::require(y >= top && y + each.control->design().height <= top + height,
+                              "a control stands in its block", each.text);
+                checkText(each.text);
+            }
+            fuzz::require(top + height <= places.footerTop(), "no block is split", {});
+        }
+        blocks += onPage;
+    }
+    fuzz::require(blocks == rows, "every row is a block", QString::number(blocks));
+}
+
+void paint(report::Document& document)
+{
+    QImage sheet(240, 340, QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    painter.scale(double(sheet.width()) / report::a4Portrait.width,
+                  double(sheet.height()) / report::a4Portrait.height);
+    for (int index = 0; index < document.pageCount(); ++index)
+        document.paintPage(index, painter);
+}
+
+template <typename Write>
+QByteArray written(Write write, report::Document& document)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    const report::Outcome outcome = write(document, buffer, [](int, int) { return true; });
+    fuzz::require(outcome == report::Outcome::Done, "the report is written", {});
+    return buffer.data();
+}
+
+/// The two files of so many rows without values, made once.
+const std::pair<QByteArray, QByteArray>& plainFiles(int rows)
+{
+    static QHash<int, std::pair<QByteArray, QByteArray>> made;
+    if (!made.contains(rows)) {
+        const auto plain = documentOf(
+            rows, [](int) { return MemoryRows::Row(static_cast<std::size_t>(columns().size())); });
+        made.insert(rows, {written(report::writeText, *plain), written(report::writeHtml, *plain)});
+    }
+    return *made.constFind(rows);
+}
+
+/// What the values hold does not change how the files are built.
+void checkFiles(report::Document& document, int rows)
+{
+    const auto& [plainText, plainHtml] = plainFiles(rows);
+    const QByteArray text = written(report::writeText, document);
+    for (const char sign : {'\n', '\t', '\r', '\f', '\v'})
+        fuzz::require(text.count(sign) == plainText.count(sign),
+                      "a text line per line of the block", QString::fromUtf8(text));
+    for (const QChar::SpecialCharacter sign : {QChar::LineSeparator, QChar::ParagraphSeparator})
+        fuzz::require(!QString::fromUtf8(text).contains(QChar(sign)), "no line break in a text",
+                      QString::fromUtf8(text));
+    const QByteArray html = written(report::writeHtml, document);
+    for (const char* element : {"<section", "</section>", "<div", "</div>", "<img", "<script"})
+        fuzz::require(html.count(element) == plainHtml.count(element), "an element per control",
+                      QString::fromUtf8(html));
+    const auto elements = [](const QByteArray& all) {
+        return all.count('<') - all.count("<span dir=") - all.count("</span>");
+    };
+    fuzz::require(elements(html) == elements(plainHtml), "no element out of a value",
+                  QString::fromUtf8(html));
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static QGuiApplication application(*argc, *argv);
+    QLocale::setDefault(QLocale::c());
+    return 0;
+}
+
+/// The first byte is the number of rows; then value after value.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzz::Input input(data, size);
+    const int count = input.takeBelow(mostRows + 1);
+    std::vector<MemoryRows::Row> rows(static_cast<std::size_t>(count));
+    for (MemoryRows::Row& row : rows) {
+        for (qsizetype i = 0; i < columns().size(); ++i)
+            row.push_back(fieldValue(input));
+    }
+    const auto document =
+        documentOf(count, [&rows](int row) { return rows[static_cast<std::size_t>(row)]; });
+    checkPages(*document, count);
+    paint(*document);
+    checkFiles(*document, count);
+    return 0;
+}
