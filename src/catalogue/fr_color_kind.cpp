@@ -4,6 +4,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/picture_button.h"
+#include "platform/controls/png_icon.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/guard.h"
 #include "store/schema.h"
@@ -89,8 +90,8 @@ void FrColorKind::addGrids()
 
 void FrColorKind::addCommand()
 {
-    auto* end = new controls::PictureButton(u"CmdEnd"_s, u"סיים"_s,
-                                            QIcon(u":/zomrel/icons/close.png"_s), this);
+    auto* end = new controls::PictureButton(
+        u"CmdEnd"_s, u"סיים"_s, controls::pngIcon({u":/zomrel/icons/close.png"_s}), this);
     end->setFont(commandFont());
     end->setGeometry(controls::twipsRect(6120, 6480, 1095, 495));
     runtime::on(end, &QPushButton::clicked, this, [this] { CmdEnd_Click(); });

@@ -6,6 +6,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/picture_button.h"
+#include "platform/controls/png_icon.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
@@ -53,7 +54,7 @@ QList<controls::DBGridColumn> lineColumns()
 QPushButton* iconButton(const QString& name, const QString& caption, const QString& icon,
                         const QRect& place, QWidget* parent)
 {
-    auto* button = new controls::PictureButton(name, caption, QIcon(icon), parent);
+    auto* button = new controls::PictureButton(name, caption, controls::pngIcon({icon}), parent);
     QFont font(u"Arial"_s);
     font.setPointSizeF(11.25);
     font.setBold(true);

@@ -3,6 +3,7 @@
 #include "output/form_print.h"
 #include "platform/controls/form.h"
 #include "platform/controls/picture_button.h"
+#include "platform/controls/png_icon.h"
 #include "platform/controls/twips.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
@@ -122,7 +123,7 @@ Label* addLabel(QWidget& form, const QString& name, const QString& text, const P
 QPushButton* addButton(QWidget& form, const QString& name, const QString& text, const QString& icon,
                        const Place& place)
 {
-    auto* button = new controls::PictureButton(name, text, QIcon(icon), &form);
+    auto* button = new controls::PictureButton(name, text, controls::pngIcon({icon}), &form);
     button->setFont(fontOf(cell));
     button->setGeometry(controls::twipsRect(place.left, place.top, place.width, place.height));
     return button;

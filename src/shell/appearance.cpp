@@ -1,5 +1,8 @@
 #include "shell/appearance.h"
 
+#include "platform/controls/png_icon.h"
+#include "shell/program_style.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
@@ -36,10 +39,10 @@ void enlargeFont()
 
 QIcon programIcon()
 {
-    QIcon icon;
-    for (const int side : {16, 32, 48, 128, 256})
-        icon.addFile(u":/zomrel/icons/zomrel-%1.png"_s.arg(side));
-    return icon;
+    QStringList files;
+    for (const int side : {16, 32, 48})
+        files.append(u":/zomrel/icons/zomrel-%1.png"_s.arg(side));
+    return controls::pngIcon(files);
 }
 
 void translateToolkit(QApplication& application)
@@ -53,7 +56,7 @@ void translateToolkit(QApplication& application)
 
 void setUpAppearance(QApplication& application)
 {
-    QApplication::setStyle(u"Fusion"_s);
+    QApplication::setStyle(new ProgramStyle);
     // Texts and grids are black on light ground, whatever the desktop's theme says.
     QApplication::setPalette(QApplication::style()->standardPalette());
     QApplication::setLayoutDirection(Qt::RightToLeft);

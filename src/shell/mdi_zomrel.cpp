@@ -6,6 +6,7 @@
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/form.h"
+#include "platform/controls/png_icon.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/version.h"
 #include "shell/base/module1.h"
@@ -40,7 +41,7 @@ QString shownVersion()
 
 QIcon picture(const QString& name)
 {
-    return QIcon(u":/zomrel/icons/%1.png"_s.arg(name));
+    return controls::pngIcon({u":/zomrel/icons/%1.png"_s.arg(name)});
 }
 
 QString beside(const QString& programDirectory, const QString& fileName)

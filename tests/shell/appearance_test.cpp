@@ -3,6 +3,7 @@
 #include "support/widgets.h"
 
 #include <QFontMetrics>
+#include <QProxyStyle>
 #include <QRawFont>
 #include <QStyle>
 #include <QTextLayout>
@@ -20,11 +21,15 @@ private slots:
     void namedFontsShowHebrew_data();
     void namedFontsShowHebrew();
     void toolkitSpeaksHebrew();
+    void programIconIsThere();
+    void toolbarExtensionPointsToTheRest();
 };
 
 void AppearanceTest::styleAndDirection()
 {
-    QCOMPARE(QApplication::style()->name().toLower(), u"fusion"_s);
+    const auto* style = qobject_cast<QProxyStyle*>(QApplication::style());
+    QVERIFY(style != nullptr);
+    QCOMPARE(style->baseStyle()->name(), u"fusion"_s);
     QCOMPARE(QApplication::layoutDirection(), Qt::RightToLeft);
     QCOMPARE(QApplication::palette().color(QPalette::Text), QColor(Qt::black));
     QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::white));
@@ -58,6 +63,40 @@ void AppearanceTest::namedFontsShowHebrew()
 void AppearanceTest::toolkitSpeaksHebrew()
 {
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"ביטול"_s);
+}
+
+void AppearanceTest::programIconIsThere()
+{
+    const QIcon icon = QApplication::windowIcon();
+    for (const int side : {16, 32, 48})
+        QCOMPARE(icon.actualSize(QSize(side, side)), QSize(side, side));
+}
+
+/// How high above or below the picture's middle its leftmost drawn pixel stands; -1 for none.
+int heightOfLeftmost(const QIcon& icon)
+{
+    const QImage image = icon.pixmap(16, 16).toImage();
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            if (image.pixelColor(x, y).alpha() > 128)
+                return std::abs(y - image.height() / 2);
+        }
+    }
+    return -1;
+}
+
+void AppearanceTest::toolbarExtensionPointsToTheRest()
+{
+    QWidget reading;
+    const auto extension = [&reading](Qt::LayoutDirection direction) {
+        reading.setLayoutDirection(direction);
+        return QApplication::style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton,
+                                                   nullptr, &reading);
+    };
+    // The wide end of what points to the right is its leftmost, the tip of what points to the left.
+    QVERIFY(heightOfLeftmost(extension(Qt::LeftToRight)) >= 3);
+    const int tip = heightOfLeftmost(extension(Qt::RightToLeft));
+    QVERIFY(tip >= 0 && tip < 3);
 }
 
 ZOMREL_QTEST_MAIN(AppearanceTest)

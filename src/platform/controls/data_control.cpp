@@ -73,6 +73,24 @@ DataControl::DataControl(const QString& name, QWidget* parent) : QWidget(parent)
 {
     setObjectName(name);
     setLayoutDirection(Qt::LeftToRight);
+    hide();
+}
+
+DataControl::~DataControl()
+{
+    if (recordset_)
+        recordset_->setObserver(nullptr);
+}
+
+void DataControl::setVisible(bool visible)
+{
+    if (visible && layout() == nullptr)
+        buildBar();
+    QWidget::setVisible(visible);
+}
+
+void DataControl::buildBar()
+{
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -85,13 +103,6 @@ DataControl::DataControl(const QString& name, QWidget* parent) : QWidget(parent)
     layout->addWidget(middle, 1);
     addButton(u"Next"_s, u"לבא"_s, QStyle::SP_MediaSeekForward, Step::Next);
     addButton(u"Last"_s, u"לאחרון"_s, QStyle::SP_MediaSkipForward, Step::Last);
-    hide();
-}
-
-DataControl::~DataControl()
-{
-    if (recordset_)
-        recordset_->setObserver(nullptr);
 }
 
 void DataControl::addButton(const QString& name, const QString& text, QStyle::StandardPixmap icon,

@@ -35,6 +35,9 @@ public:
     /// keeps no more rows "reached" than the requeried recordset itself counts.
     void Refresh();
 
+    /// Most data controls are never seen: the bar is made when it is first to be shown.
+    void setVisible(bool visible) override;
+
 signals:
     /// Before the current row changes: on every Move of the recordset, on a change of row in a
     /// bound grid, on Delete and on Refresh. A MoveLast has read to the end by then.
@@ -52,6 +55,7 @@ private:
     enum class Step { First, Previous, Next, Last };
 
     void currentAboutToChange() override;
+    void buildBar();
     void addButton(const QString& name, const QString& text, QStyle::StandardPixmap icon,
                    Step step);
     void move(Step step);

@@ -1,0 +1,54 @@
+#include "shell/program_style.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPixmap>
+#include <QPolygonF>
+#include <QWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+constexpr int side = 16; // pixels, of the picture and of the grid that it is drawn on
+
+/// Two points that follow each other, towards where the rest of the toolbar would be.
+QIcon extension(Qt::Orientation orientation, Qt::LayoutDirection direction)
+{
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::black, 1.5));
+    painter.translate(side / 2.0, side / 2.0);
+    if (orientation == Qt::Vertical)
+        painter.rotate(90);
+    else if (direction == Qt::RightToLeft)
+        painter.rotate(180);
+    for (const double left : {-4.0, 1.0})
+        painter.drawPolyline(QPolygonF{{left, -4}, {left + 4, 0}, {left, 4}});
+    return QIcon(picture);
+}
+
+} // namespace
+
+ProgramStyle::ProgramStyle() : QProxyStyle(u"fusion"_s) {}
+
+QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
+                                 const QWidget* widget) const
+{
+    const Qt::LayoutDirection direction =
+        widget == nullptr ? QGuiApplication::layoutDirection() : widget->layoutDirection();
+    switch (which) {
+    case SP_ToolBarHorizontalExtensionButton:
+        return extension(Qt::Horizontal, direction);
+    case SP_ToolBarVerticalExtensionButton:
+        return extension(Qt::Vertical, direction);
+    default:
+        return QProxyStyle::standardIcon(which, option, widget);
+    }
+}
+
+} // namespace shell
