@@ -6,8 +6,8 @@ namespace dao {
 
 namespace {
 
-/// A recordset over a list of row numbers that was taken at opening. The list is shared with the
-/// pages made from it until one of the two changes.
+/// A recordset over a list of rows that was taken at opening. The list is shared with the pages
+/// made from it until one of the two changes.
 class DynasetCursor final : public Recordset::Private
 {
 public:
@@ -21,7 +21,7 @@ public:
 
     RecordsetType type() const override { return dbOpenDynaset; }
     int recordCount() override { return static_cast<int>(std::min(reached_, queried_) + added()); }
-    bool isEmpty() override { return numbers_->empty(); }
+    bool isEmpty() override { return list_->size() == 0; }
     void reachEnd() override { reached_ = queried_; }
 
     void goFirst() override
@@ -37,18 +37,18 @@ public:
         if (isEmpty())
             place = Place::Empty;
         else
-            visit(numbers_->size() - 1);
+            visit(list_->size() - 1);
     }
 
     void goBy(int count) override
     {
         // A deleted row has left the list, so the row behind it stands at its place already.
         const qint64 from = place == Place::Before  ? -1
-                            : place == Place::After ? qint64(numbers_->size())
+                            : place == Place::After ? qint64(list_->size())
                                                     : qint64(at_);
         const qint64 skipped = place == Place::OnDeleted && count > 0 ? 1 : 0;
         const qint64 to = from + count - skipped;
-        if (to >= 0 && to < qint64(numbers_->size())) {
+        if (to >= 0 && to < qint64(list_->size())) {
             visit(static_cast<std::size_t>(to));
             return;
         }
@@ -57,51 +57,64 @@ public:
         standOn({}, to < 0 ? Place::Before : Place::After);
     }
 
-    bool has(RowNumber number) override { return find(number) < numbers_->size(); }
-    void goTo(RowNumber number) override { visit(find(number)); }
+    bool has(RowNumber number) override { return list_->find(*database, number) < list_->size(); }
+    void goTo(RowNumber number) override { visit(list_->find(*database, number)); }
 
     void requery() override
     {
-        numbers_ = std::make_shared<RowNumbers>(rows.numbers(driver(), query_.where, order_));
-        queried_ = numbers_->size();
+        const std::optional<KeyRun> keys = keyRun();
+        list_ = keys ? std::make_shared<RowList>(rows, order_.front(), *keys)
+                     : std::make_shared<RowList>(rows.numbers(driver(), query_.where, order_));
+        queried_ = list_->size();
         reached_ = 0;
     }
 
-    void rowAdded(RowNumber number) override { ownNumbers().push_back(number); }
+    void rowAdded(RowNumber number) override { ownList().append(number); }
 
     void rowRemoved() override
     {
-        ownNumbers().erase(numbers_->begin() + static_cast<RowNumbers::difference_type>(at_));
+        ownList().remove(at_);
         if (at_ < queried_)
             --queried_;
         if (at_ < reached_)
             --reached_;
     }
 
-    std::shared_ptr<const RowNumbers> allNumbers() override { return numbers_; }
+    std::shared_ptr<RowList> allRows() override { return list_; }
 
 private:
-    std::size_t added() const { return numbers_->size() - queried_; }
+    std::size_t added() const { return list_->size() - queried_; }
 
-    RowNumbers& ownNumbers()
+    RowList& ownList()
     {
-        if (numbers_.use_count() > 1)
-            numbers_ = std::make_shared<RowNumbers>(*numbers_);
-        return *numbers_;
+        if (list_.use_count() > 1)
+            list_ = std::make_shared<RowList>(*list_);
+        return *list_;
     }
 
-    std::size_t find(RowNumber number) const
+    /// The keys of a whole table in the order of its whole-number primary key, where they have no
+    /// gaps.
+    std::optional<KeyRun> keyRun()
     {
-        return static_cast<std::size_t>(std::find(numbers_->begin(), numbers_->end(), number) -
-                                        numbers_->begin());
+        if (query_.where || order_.size() != 1)
+            return {};
+        const FieldInfo& key = field(order_.front());
+        if (key.type != dbLong && key.type != dbInteger)
+            return {};
+        const std::vector<IndexInfo> indexes = driver().indexes(rows.table().name);
+        if (indexes.empty() || !indexes.front().primary || indexes.front().fields.size() != 1 ||
+            indexes.front().fields.front().compare(key.name, Qt::CaseInsensitive) != 0)
+            return {};
+        return rows.keyRun(driver(), order_.front());
     }
 
     /// Stands on a row of the list; one that another station has deleted has no values.
     void visit(std::size_t position)
     {
-        std::optional<StoredRow> found = rows.fetch(driver(), (*numbers_)[position]);
+        const RowNumber number = list_->at(*database, position);
+        std::optional<StoredRow> found = rows.fetch(driver(), number);
         rowExists = found.has_value();
-        row = found ? std::move(*found) : StoredRow{(*numbers_)[position], {}};
+        row = found ? std::move(*found) : StoredRow{number, {}};
         at_ = position;
         reached_ = std::max(reached_, std::min(position + 1, queried_));
         place = Place::OnRow;
@@ -109,9 +122,9 @@ private:
 
     SelectQuery query_;
     RowOrder order_;
-    std::shared_ptr<RowNumbers> numbers_; ///< The rows of the query, then those added.
-    std::size_t queried_ = 0;             ///< How many of them are the query's.
-    std::size_t reached_ = 0;             ///< How many of the query's have been reached.
+    std::shared_ptr<RowList> list_; ///< The rows of the query, then those added.
+    std::size_t queried_ = 0;       ///< How many of them are the query's.
+    std::size_t reached_ = 0;       ///< How many of the query's have been reached.
     std::size_t at_ = 0;
 };
 

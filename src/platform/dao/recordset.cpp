@@ -271,7 +271,7 @@ bool Recordset::moveToKey(const RowKey& key)
 std::unique_ptr<RecordsetPages> Recordset::pages()
 {
     d_->driver();
-    return makePages(d_->database, d_->rows, d_->allNumbers());
+    return makePages(d_->database, d_->rows, d_->allRows());
 }
 
 const QString& Field::Name() const

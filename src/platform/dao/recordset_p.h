@@ -2,6 +2,7 @@
 
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
+#include "platform/dao/row_list.h"
 #include "platform/dao/table_rows.h"
 
 #include <optional>
@@ -43,7 +44,7 @@ public:
     virtual void rowAdded(RowNumber) {}
     virtual void rowRemoved() {}
     /// All rows in this recordset's order.
-    virtual std::shared_ptr<const RowNumbers> allNumbers() = 0;
+    virtual std::shared_ptr<RowList> allRows() = 0;
 
     virtual void setIndex(const QString& name);
     virtual QString index() const;
@@ -85,6 +86,6 @@ TableInfo expectTable(Driver& driver, const QString& name);
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);
 
 std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<Database> database, const TableRows& rows,
-                                          std::shared_ptr<const RowNumbers> numbers);
+                                          std::shared_ptr<RowList> list);
 
 } // namespace dao

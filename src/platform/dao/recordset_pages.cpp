@@ -14,26 +14,24 @@ constexpr std::size_t pageLimit = 8;
 class Pages final : public RecordsetPages
 {
 public:
-    Pages(std::shared_ptr<Database> database, const TableRows& rows,
-          std::shared_ptr<const RowNumbers> numbers)
-        : database_(std::move(database)), rows_(rows), numbers_(std::move(numbers)),
+    Pages(std::shared_ptr<Database> database, const TableRows& rows, std::shared_ptr<RowList> list)
+        : database_(std::move(database)), rows_(rows), list_(std::move(list)),
           window_(pageSize, pageLimit)
     {
     }
 
-    int rowCount() const override { return static_cast<int>(numbers_->size()); }
+    int rowCount() const override { return static_cast<int>(list_->size()); }
 
     RowKey keyAt(int row) const override
     {
-        return stands(row) ? RowKey((*numbers_)[std::size_t(row)]) : RowKey();
+        return stands(row) ? RowKey(list_->at(*database_, std::size_t(row))) : RowKey();
     }
 
     int rowOf(const RowKey& key) const override
     {
-        const auto found = std::find(numbers_->begin(), numbers_->end(), key.toLongLong());
-        if (!key.isValid() || found == numbers_->end())
-            return -1;
-        return static_cast<int>(found - numbers_->begin());
+        const std::size_t found =
+            key.isValid() ? list_->find(*database_, key.toLongLong()) : list_->size();
+        return found < list_->size() ? static_cast<int>(found) : -1;
     }
 
     bool isLoaded(int row) const override
@@ -51,8 +49,8 @@ public:
             return;
         }
         const std::size_t start = window_.pageStart(std::size_t(row));
-        const std::size_t count = std::min(window_.pageSize(), numbers_->size() - start);
-        window_.keep(start, rows_.fetch(driver, std::span(*numbers_).subspan(start, count)));
+        const std::size_t count = std::min(window_.pageSize(), list_->size() - start);
+        window_.keep(start, rows_.fetch(driver, list_->numbers(*database_, start, count)));
     }
 
     QVariant value(int row, int ordinal) const override
@@ -71,18 +69,16 @@ public:
 
     void appendRow(const RowKey& key) override
     {
-        RowNumbers changed = *numbers_;
-        changed.push_back(key.toLongLong());
-        numbers_ = std::make_shared<const RowNumbers>(std::move(changed));
+        list_ = std::make_shared<RowList>(*list_);
+        list_->append(key.toLongLong());
     }
 
     void removeRow(int row) override
     {
         if (!stands(row))
             return;
-        RowNumbers changed = *numbers_;
-        changed.erase(changed.begin() + row);
-        numbers_ = std::make_shared<const RowNumbers>(std::move(changed));
+        list_ = std::make_shared<RowList>(*list_);
+        list_->remove(std::size_t(row));
         window_.remove(std::size_t(row));
     }
 
@@ -93,20 +89,20 @@ public:
     }
 
 private:
-    bool stands(int row) const { return row >= 0 && std::size_t(row) < numbers_->size(); }
+    bool stands(int row) const { return row >= 0 && std::size_t(row) < list_->size(); }
 
     std::shared_ptr<Database> database_;
     TableRows rows_;
-    std::shared_ptr<const RowNumbers> numbers_;
+    std::shared_ptr<RowList> list_;
     RowWindow<std::optional<StoredRow>> window_;
 };
 
 } // namespace
 
 std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<Database> database, const TableRows& rows,
-                                          std::shared_ptr<const RowNumbers> numbers)
+                                          std::shared_ptr<RowList> list)
 {
-    return std::make_unique<Pages>(std::move(database), rows, std::move(numbers));
+    return std::make_unique<Pages>(std::move(database), rows, std::move(list));
 }
 
 } // namespace dao

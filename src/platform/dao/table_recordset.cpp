@@ -38,9 +38,9 @@ public:
 
     void requery() override {}
 
-    std::shared_ptr<const RowNumbers> allNumbers() override
+    std::shared_ptr<RowList> allRows() override
     {
-        return std::make_shared<RowNumbers>(rows.numbers(driver(), {}, order_));
+        return std::make_shared<RowList>(rows.numbers(driver(), {}, order_));
     }
 
     void setIndex(const QString& name) override

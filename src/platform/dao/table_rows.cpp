@@ -107,6 +107,40 @@ RowNumbers TableRows::numbers(Driver& driver, const std::optional<SelectQuery::C
                              values);
 }
 
+std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
+{
+    const QString counted = u"(SELECT count(*) FROM %1%2)"_s;
+    const QString end = u"(SELECT %1(%2) FROM %3)"_s;
+    const QStringList asked{
+        counted.arg(name_, QString()),
+        counted.arg(name_, u" WHERE %1 IS NULL"_s.arg(field(key))),
+        end.arg(u"min"_s, field(key), name_),
+        end.arg(u"max"_s, field(key), name_),
+    };
+    const StoredValues seen = driver.rows("SELECT "_L1 + asked.join(u", "_s)).front();
+    for (const QVariant& each : seen) {
+        // A field may hold what is no whole number; nothing is known of the values between then.
+        if (each.typeId() != QMetaType::LongLong && each.typeId() != QMetaType::Int)
+            return {};
+    }
+    const qint64 count = seen[0].toLongLong();
+    const qint64 first = seen[2].toLongLong();
+    if (seen[1].toLongLong() != 0 || seen[3].toLongLong() - first != count - 1)
+        return {};
+    return KeyRun{first, static_cast<std::size_t>(count)};
+}
+
+std::vector<std::pair<qint64, RowNumber>> TableRows::numbersOfKeys(Driver& driver, int key,
+                                                                   qint64 first, qint64 last) const
+{
+    const QString sql =
+        u"SELECT %1, %2 FROM %3 WHERE %1 >= ? AND %1 <= ?"_s.arg(field(key), rowNumber_, name_);
+    std::vector<std::pair<qint64, RowNumber>> result;
+    for (const StoredValues& each : driver.rows(sql, {first, last}))
+        result.emplace_back(each[0].toLongLong(), each[1].toLongLong());
+    return result;
+}
+
 int TableRows::count(Driver& driver) const
 {
     return driver.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();

@@ -19,6 +19,13 @@ struct StoredRow
 /// order in which they were stored; none for the table's own order.
 using RowOrder = std::vector<int>;
 
+/// Whole numbers, one after the other, of which each row has one.
+struct KeyRun
+{
+    qint64 first = 0;
+    std::size_t count = 0;
+};
+
 /// The statements over the rows of one table, in SQL that every engine takes. Each call runs one
 /// statement (next and previous a few look-ups) and leaves nothing open.
 class TableRows
@@ -33,6 +40,12 @@ public:
     /// The numbers of all rows that meet the condition, in order.
     RowNumbers numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
                        const RowOrder& order) const;
+    /// The values of a field that is unique, where they are whole numbers without gaps and none of
+    /// them is Null; costs a few look-ups and no scan.
+    std::optional<KeyRun> keyRun(Driver& driver, int key) const;
+    /// The values of the unique field between these two, with the numbers of their rows.
+    std::vector<std::pair<qint64, RowNumber>> numbersOfKeys(Driver& driver, int key, qint64 first,
+                                                            qint64 last) const;
     int count(Driver& driver) const;
     bool isEmpty(Driver& driver) const;
 

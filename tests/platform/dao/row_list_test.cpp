@@ -1,0 +1,161 @@
+#include "platform/dao/fixture.h"
+
+using namespace daotest;
+
+namespace {
+
+const QString inOrder = u"SELECT * FROM Orders Order by Number"_s;
+
+/// A table in the order of its key, stored from the last number to the first, so that no row's own
+/// number follows from its key.
+class RowListTest : public DaoTest
+{
+protected:
+    void SetUp() override
+    {
+        DaoTest::SetUp();
+        sql(u"CREATE TABLE Orders (Number LONG PRIMARY KEY, Name TEXT(20))"_s);
+    }
+
+    void add(const QVariant& number) { sql(u"INSERT INTO Orders VALUES (?, 'n')"_s, {number}); }
+    void addDown(int last, int first)
+    {
+        sql(u"BEGIN"_s);
+        for (int number = last; number >= first; --number)
+            add(number);
+        sql(u"COMMIT"_s);
+    }
+
+    static QVariantList rest(dao::Recordset& rows)
+    {
+        QVariantList values;
+        for (; !rows.isEof(); rows.MoveNext())
+            values.append(rows.Fields(u"Number"_s).Value());
+        return values;
+    }
+};
+
+TEST_F(RowListTest, GivesAllRowsInOrderFromBothEnds)
+{
+    addDown(150, 1);
+    const auto rows = dynaset(inOrder);
+    EXPECT_EQ(rows->RecordCount(), 1);
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 150);
+    for (int number = 150; number >= 1; --number, rows->MovePrevious())
+        ASSERT_EQ(rows->Fields(u"Number"_s).Value(), number);
+    EXPECT_TRUE(rows->isBof());
+}
+
+TEST_F(RowListTest, ShowsNoRowThatOthersAddAfterwards)
+{
+    addDown(3, 1);
+    const auto rows = dynaset(inOrder);
+    add(4);
+    add(0);
+    EXPECT_EQ(rest(*rows), (QVariantList{1, 2, 3}));
+    EXPECT_EQ(rows->RecordCount(), 3);
+    rows->Requery();
+    EXPECT_EQ(rest(*rows), (QVariantList{0, 1, 2, 3, 4}));
+}
+
+TEST_F(RowListTest, KeepsThePlaceOfARowThatOthersDeleteBeforeItIsCome)
+{
+    addDown(100, 1);
+    const auto rows = dynaset(inOrder);
+    sql(u"DELETE FROM Orders WHERE Number = 99"_s);
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 100);
+    rows->MovePrevious();
+    EXPECT_FALSE(rows->hasCurrent());
+    EXPECT_EQ(errorOf([&] { rows->Fields(0).Value(); }), 3167);
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Fields(0).Value(), 98);
+}
+
+TEST_F(RowListTest, FindsARowThatHasNotBeenComeTo)
+{
+    addDown(200, 1);
+    const auto rows = dynaset(inOrder);
+    const auto key = table(u"Orders"_s)->currentKey(); // stored first, so the last in order
+    EXPECT_TRUE(rows->moveToKey(key));
+    EXPECT_EQ(rows->Fields(0).Value(), 200);
+    EXPECT_EQ(rows->RecordCount(), 200);
+    EXPECT_EQ(rows->pages()->rowOf(key), 199);
+    sql(u"INSERT INTO Orders (rowid, Number) VALUES (5000, 5000)"_s);
+    EXPECT_FALSE(rows->moveToKey(5000));
+    EXPECT_FALSE(rows->moveToKey(6000));
+}
+
+TEST_F(RowListTest, TakesAwayAndAddsInTheMiddleOfWhatIsNotKnownYet)
+{
+    addDown(300, 1);
+    const auto rows = dynaset(inOrder);
+    const auto pages = rows->pages();
+    rows->Move(149);
+    rows->Delete();
+    rows->AddNew();
+    rows->Fields(0).SetValue(1000);
+    rows->Update();
+    rows->MoveNext();
+    EXPECT_EQ(rows->Fields(0).Value(), 151);
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields(0).Value(), 1000);
+    EXPECT_EQ(rows->RecordCount(), 300);
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Fields(0).Value(), 300);
+    EXPECT_EQ(pages->rowCount(), 300) << "pages are told of changes and do not see them";
+    pages->removeRow(149);
+    pages->load(149);
+    EXPECT_EQ(pages->value(149, 0), 151);
+    pages->load(298);
+    EXPECT_EQ(pages->value(298, 0), 300);
+}
+
+TEST_F(RowListTest, PagesGiveRowsThatTheRecordsetHasNotComeTo)
+{
+    addDown(200, 1);
+    const auto rows = dynaset(inOrder);
+    const auto pages = rows->pages();
+    pages->load(130);
+    EXPECT_EQ(pages->value(130, 0), 131);
+    EXPECT_EQ(rows->RecordCount(), 1) << "pages do not count as reached";
+    EXPECT_TRUE(rows->moveToKey(pages->keyAt(199)));
+    EXPECT_EQ(rows->Fields(0).Value(), 200);
+}
+
+TEST_F(RowListTest, GivesAllRowsWhereTheKeysHaveGaps)
+{
+    for (const int number : {9, 2, 5, -3})
+        add(number);
+    EXPECT_EQ(rest(*dynaset(inOrder)), (QVariantList{-3, 2, 5, 9}));
+}
+
+TEST_F(RowListTest, GivesAllRowsWhereAKeyIsNullOrNoWholeNumber)
+{
+    for (const int number : {4, 1, 2})
+        add(number);
+    add(QVariant()); // four rows, as many as there are numbers from 1 to 4
+    const auto rows = dynaset(inOrder);
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 4);
+    rows->MoveFirst();
+    EXPECT_TRUE(rows->Fields(0).Value().isNull());
+    rows->MoveNext();
+    EXPECT_EQ(rest(*rows), (QVariantList{1, 2, 4}));
+
+    sql(u"UPDATE Orders SET Number = 'five' WHERE Number = 4"_s);
+    const auto others = dynaset(inOrder);
+    others->MoveLast();
+    EXPECT_EQ(others->RecordCount(), 4);
+}
+
+TEST_F(RowListTest, GivesAllRowsOfATableWithoutThatKey)
+{
+    sql(u"CREATE TABLE Plain (Number LONG, Name TEXT(20))"_s);
+    for (const int number : {2, 1, 3, 3})
+        sql(u"INSERT INTO Plain VALUES (?, 'n')"_s, {number});
+    EXPECT_EQ(rest(*dynaset(u"SELECT * FROM Plain ORDER BY Number"_s)), (QVariantList{1, 2, 3, 3}));
+}
+
+} // namespace
