@@ -1,0 +1,192 @@
+// The life of an order on a large store against the same on a small one: finding it, closing it,
+// deleting its lines. All of it has to cost by the order's own lines.
+
+#include "large_store.h"
+#include "paired.h"
+
+#include "orders/form_find_order.h"
+#include "orders/fr_order.h"
+#include "orders/orders.h"
+#include "platform/controls/data_control.h"
+#include "platform/runtime/message_box.h"
+#include "shell/base/module1.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int linesEach = 10;
+constexpr std::int16_t order = 5; ///< Stands in both stores.
+
+/// Both stores, filled once for all benchmarks.
+struct Stores
+{
+    Stores()
+    {
+        bench::fillStore(small, 10, linesEach);
+        bench::fillStore(large, 100000, linesEach);
+    }
+
+    testsupport::TemporaryStore small;
+    testsupport::TemporaryStore large;
+};
+
+Stores& stores()
+{
+    static Stores both;
+    return both;
+}
+
+void use(const testsupport::TemporaryStore& store)
+{
+    Module1::StorePath = store.path();
+}
+
+void click(const QWidget& form, const QString& button)
+{
+    form.findChild<QAbstractButton*>(button)->click();
+}
+
+/// Opens the search screen as the user sees it, goes to its first and to its last order.
+void lookThroughOrders(const testsupport::TemporaryStore& store)
+{
+    use(store);
+    orders::FormFindOrder form;
+    form.show();
+    benchmark::DoNotOptimize(form.grab());
+    for (const QString& end : {u"DataOrders_First"_s, u"DataOrders_Last"_s}) {
+        click(form, end);
+        benchmark::DoNotOptimize(form.grab());
+    }
+}
+
+void OpenSearchAndGoToItsEnds(benchmark::State& state)
+{
+    stores(); // filled beforehand
+    bench::runPaired(
+        state, 1.5, [] { lookThroughOrders(stores().large); },
+        [] { lookThroughOrders(stores().small); });
+}
+BENCHMARK(OpenSearchAndGoToItsEnds)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+/// The search screen on a store, whose lines follow a move at once.
+class Search
+{
+public:
+    explicit Search(const testsupport::TemporaryStore& store)
+        : store_(store), form_((use(store), std::make_unique<orders::FormFindOrder>())),
+          deferred_(form_->findChild<QTimer*>(u"TimerGetOrder"_s))
+    {
+        deferred_->setInterval(0);
+        form_->show();
+        waitForLines();
+    }
+
+    void moveBack()
+    {
+        use(store_);
+        click(*form_, u"DataOrders_Previous"_s);
+        waitForLines();
+    }
+
+private:
+    void waitForLines() const
+    {
+        while (deferred_->isActive())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    const testsupport::TemporaryStore& store_;
+    std::unique_ptr<orders::FormFindOrder> form_;
+    QTimer* deferred_;
+};
+
+void DeferredLoadAfterAMove(benchmark::State& state)
+{
+    std::unique_ptr<Search> large;
+    std::unique_ptr<Search> small;
+    bench::Pairs pairs;
+    for ([[maybe_unused]] auto _ : state) {
+        // The small store has no more orders to go back by.
+        large = std::make_unique<Search>(stores().large);
+        small = std::make_unique<Search>(stores().small);
+        for (int i = 0; i < 5; ++i) {
+            const double ours = bench::secondsOf([&] { large->moveBack(); });
+            pairs.add(ours, bench::secondsOf([&] { small->moveBack(); }));
+        }
+    }
+    pairs.report(state, 1.2);
+}
+BENCHMARK(DeferredLoadAfterAMove)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void takeOrder(const testsupport::TemporaryStore& store)
+{
+    use(store);
+    Module1::CurrentOrderNum = order;
+    orders::frOrder().GetOrderDetails(order);
+    // What the timer does a moment later.
+    orders::frOrder().findChild<controls::DataControl*>(u"DataAllCuts"_s)->Recordset().MoveLast();
+}
+
+/// The same click on the order in the large store and in the small one, each order whole again
+/// before.
+void runClick(benchmark::State& state, const QString& button)
+{
+    for (testsupport::TemporaryStore* store : {&stores().large, &stores().small})
+        store->execute(
+            u"CREATE TEMP TABLE IF NOT EXISTS kept AS SELECT * FROM Cuts WHERE Order_Num = ?"_s,
+            {order});
+    const auto timed = [&button](testsupport::TemporaryStore& store) {
+        store.execute(u"DELETE FROM Cuts WHERE Order_Num = ?"_s, {order});
+        store.execute(u"INSERT INTO Cuts SELECT * FROM kept"_s);
+        takeOrder(store);
+        return bench::secondsOf([&] { click(orders::frOrder(), button); });
+    };
+    bench::Pairs pairs;
+    for ([[maybe_unused]] auto _ : state) {
+        const double ours = timed(stores().large);
+        pairs.add(ours, timed(stores().small));
+        state.SetIterationTime(ours);
+    }
+    pairs.report(state, 1.2);
+    orders::frOrder().Unload();
+}
+
+void CloseOrder(benchmark::State& state)
+{
+    runClick(state, u"CmdCloseOrder"_s);
+}
+BENCHMARK(CloseOrder)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+void DeleteLine(benchmark::State& state)
+{
+    runClick(state, u"CmdDel"_s);
+}
+BENCHMARK(DeleteLine)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
+
+void DeleteAllLines(benchmark::State& state)
+{
+    runClick(state, u"CmdDelAll"_s);
+}
+BENCHMARK(DeleteAllLines)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    runtime::setMessageBoxDoor([](const runtime::MessageBoxRequest&) { return runtime::vbYes; });
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
