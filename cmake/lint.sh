@@ -17,7 +17,8 @@ fail() {
 widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/shell/base/module1.*
   src/shell/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
-  src/platform/report/pagination.* src/platform/report/sections.* tools/store/*"
+  src/platform/report/pagination.* src/platform/report/sections.* tools/store/*
+  tools/store/old_store/*"
 widget_headers='QtWidgets|QtPrintSupport|Q(Widget|Application|Dialog|MainWindow|MdiArea|MessageBox|Label|LineEdit|ComboBox'
 widget_headers="$widget_headers"'|CheckBox|PushButton|ToolBar|ToolButton|StatusBar|Menu|TableView|AbstractItemView|HeaderView'
 widget_headers="$widget_headers"'|Layout|[A-Z][A-Za-z]*Layout|Frame|GroupBox|Print[A-Z][A-Za-z]*|Style|StyledItemDelegate)'

@@ -3,8 +3,8 @@
 # either of the packages; the first is installed where neither is there.
 
 # What ./run needs: to build, to start, and the fonts and translations that the screens use.
-packages_run="g++ cmake ninja-build qt6-base-dev libqt6sql6-sqlite qt6-translations-l10n
-  culmus fonts-dejavu-core fonts-liberation2|fonts-liberation"
+packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libqt6sql6-sqlite
+  mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core fonts-liberation2|fonts-liberation"
 
 # What ./test needs besides.
 packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils"

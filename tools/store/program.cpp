@@ -5,11 +5,15 @@
 #include "tools/store/backup.h"
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
+#include "tools/store/old_store/reading.h"
+#include "tools/store/old_store/take_over.h"
+#include "tools/store/progress.h"
 
 #include <QMap>
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +21,9 @@ using namespace Qt::StringLiterals;
 namespace storetools {
 
 namespace {
+
+const QString codePageOption = u"--code-page"_s;
+const QString cutTextsOption = u"--cut-texts"_s;
 
 /// What a command was given: its arguments in order and its options with their values.
 struct Call
@@ -75,6 +82,58 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
+ExitStatus wrongUsage(QTextStream& err, const QString& message);
+
+/// Empty for a code page that there is not.
+std::optional<CodePage> codePageNamed(const QString& name)
+{
+    try {
+        return CodePage(name);
+    } catch (const runtime::RunTimeError&) {
+        return {};
+    }
+}
+
+ExitStatus notTakenOver(const TakeOverOutcome& outcome, QTextStream& err)
+{
+    for (const QString& line : outcome.notes + outcome.findings)
+        err << line << '\n';
+    err << "zomrel-store: nothing was taken over\n";
+    return Failure;
+}
+
+ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
+{
+    TakeOverOptions options;
+    if (const auto name = call.options.constFind(codePageOption); name != call.options.cend()) {
+        const std::optional<CodePage> codePage = codePageNamed(*name);
+        if (!codePage)
+            return wrongUsage(
+                err, u"there is no code page '%1' with a byte for each character"_s.arg(*name));
+        options.codePage = *codePage;
+    }
+    options.cutTexts = call.options.contains(cutTextsOption);
+    TakeOverOutcome outcome;
+    {
+        Progress progress(err);
+        outcome =
+            takeOverStore(call.arguments[0], call.arguments[1], options,
+                          [&](const QString& table, qint64 rows) { progress.show(table, rows); });
+    }
+    if (!outcome.findings.isEmpty())
+        return notTakenOver(outcome, err);
+    for (const QString& note : outcome.notes)
+        out << note << '\n';
+    constexpr int nameWidth = 14;
+    constexpr int numberWidth = 8;
+    out << u"table"_s.leftJustified(nameWidth) << u"rows"_s.rightJustified(numberWidth) << '\n';
+    for (const TakenTable& table : outcome.tables)
+        out << table.name.leftJustified(nameWidth)
+            << QString::number(table.rows).rightJustified(numberWidth) << '\n';
+    out << "took over " << call.arguments[0] << " into " << call.arguments[1] << '\n';
+    return Success;
+}
+
 struct Option
 {
     QString name;
@@ -107,6 +166,12 @@ const std::vector<Command>& commands()
          {u"BACKUP"_s, u"FILE"_s},
          u"put a sound backup in a store's place and keep that store"_s,
          restore},
+        {u"import"_s,
+         {u"OLD.mdb"_s, u"TO"_s},
+         u"take over an old-format store (Jet 3, Jet 4) into a new one"_s,
+         takeOver,
+         {{codePageOption, u"CP"_s, u"the code page of a Jet 3 file's texts (1255)"_s},
+          {cutTextsOption, {}, u"cut texts that are longer than their field"_s}}},
     };
     return all;
 }
@@ -176,6 +241,8 @@ ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err)
     if (arguments.isEmpty())
         return wrongUsage(err, u"a command is missing"_s);
     const QString& name = arguments.first();
+    if (arguments.size() == 2 && name == QLatin1StringView(readingCommand))
+        return runReading(arguments[1]) == 0 ? Success : Failure;
     if (arguments.size() == 1 && name == "--help"_L1) {
         printUsage(out);
         return Success;

@@ -1,0 +1,98 @@
+#include "tools/store/checker.h"
+#include "tools/store/old_store/old_files.h"
+
+#include <QRandomGenerator>
+
+using namespace Qt::StringLiterals;
+using storetooltest::contentsOf;
+using storetooltest::oldFile;
+using storetooltest::OldFileFolder;
+using storetooltest::Outcome;
+
+namespace {
+
+/// A damaged file is refused in one line, or with the values that make no sense; or a whole and
+/// sound store is made of it, where the damage lies elsewhere or cannot be told from a value.
+void expectNoHarm(const OldFileFolder& folder, const std::string& damage)
+{
+    SCOPED_TRACE(damage);
+    const QByteArray before = contentsOf(folder.old());
+    const Outcome outcome = folder.takeOver();
+    EXPECT_EQ(contentsOf(folder.old()), before);
+    if (outcome.exitStatus == 0) {
+        EXPECT_EQ(outcome.err, QStringList());
+        EXPECT_EQ(storetools::checkStore(folder.target()), QStringList());
+        EXPECT_EQ(folder.files(), (QStringList{u"new.mdb"_s, u"old.mdb"_s}));
+        EXPECT_TRUE(QFile::remove(folder.target()));
+        return;
+    }
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.out, QStringList());
+    EXPECT_EQ(outcome.err.filter(u"zomrel-store: "_s).size(), 1);
+    EXPECT_EQ(folder.files(), QStringList{u"old.mdb"_s});
+}
+
+class DamagedFilesTest : public testing::TestWithParam<const char*>
+{
+protected:
+    QByteArray whole_ = contentsOf(oldFile(QString::fromLatin1(GetParam())));
+    OldFileFolder folder_;
+};
+
+} // namespace
+
+TEST_P(DamagedFilesTest, CutOffAtEverySixteenth)
+{
+    for (int part = 0; part < 16; ++part) {
+        for (const int more : {0, 777}) {
+            folder_.write(whole_.left(whole_.size() * part / 16 + more));
+            expectNoHarm(folder_, "cut off at " + std::to_string(part));
+        }
+    }
+}
+
+TEST_P(DamagedFilesTest, WithoutItsEnd)
+{
+    folder_.write(whole_.left(whole_.size() * 7 / 8)); // in both there are lines behind it
+    const Outcome outcome = folder_.takeOver();
+    EXPECT_EQ(outcome.exitStatus, 1);
+    ASSERT_EQ(outcome.err.size(), 1);
+    EXPECT_TRUE(
+        outcome.err.first().startsWith(u"zomrel-store: '%1' is damaged: "_s.arg(folder_.old())))
+        << outcome.err.first().toStdString();
+}
+
+TEST_P(DamagedFilesTest, WithBytesOverwritten)
+{
+    QRandomGenerator random(20261121);
+    constexpr qsizetype pageSize = 4096;
+    for (int round = 0; round < 40; ++round) {
+        QByteArray damaged = whole_;
+        const bool inHeads = round % 2 == 0; // where the descriptions of pages and tables stand
+        const int count = round % 4 < 2 ? 1 : 50;
+        for (int i = 0; i < count; ++i) {
+            qsizetype place = random.bounded(damaged.size());
+            if (inHeads)
+                place = place / pageSize * pageSize + random.bounded(80);
+            damaged[place] = static_cast<char>(random.bounded(256));
+        }
+        folder_.write(damaged);
+        expectNoHarm(folder_, "round " + std::to_string(round));
+    }
+}
+
+TEST_P(DamagedFilesTest, WithPagesOfZerosAndOfOnes)
+{
+    constexpr qsizetype pageSize = 4096;
+    for (qsizetype page = 1; page < whole_.size() / pageSize; page += 7) {
+        QByteArray damaged = whole_;
+        damaged.replace(page * pageSize, pageSize,
+                        QByteArray(pageSize, page % 2 == 0 ? '\0' : '\xff'));
+        folder_.write(damaged);
+        expectNoHarm(folder_, "page " + std::to_string(page));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, DamagedFilesTest,
+                         testing::Values("old-store.mdb", "older-store.mdb"),
+                         [](const auto& each) { return each.index == 0 ? "Old" : "Older"; });

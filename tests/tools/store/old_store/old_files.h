@@ -1,0 +1,60 @@
+#pragma once
+
+#include "tools/store/program_run.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QString>
+#include <QTemporaryDir>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+namespace storetooltest {
+
+inline QString oldFile(const QString& name)
+{
+    return QStringLiteral(ZOMREL_TEST_DATA) + u"/old_store/"_s + name;
+}
+
+/// A folder with an old file of these bytes, and the place of the store that is to be made of it.
+class OldFileFolder
+{
+public:
+    QString old() const { return folder_.filePath(u"old.mdb"_s); }
+    QString target() const { return folder_.filePath(u"new.mdb"_s); }
+    QString path() const { return folder_.path(); }
+
+    void write(const QByteArray& bytes) const
+    {
+        QFile file(old());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    Outcome takeOver(const QStringList& options = {}) const
+    {
+        return zomrelStore(QStringList{u"import"_s, old(), target()} + options);
+    }
+
+    QStringList files() const
+    {
+        return QDir(path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                                      QDir::Name);
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+/// Of a Jet 4 file, whose pages have 4096 bytes: the place of the row with the number on the page.
+inline qsizetype rowPlace(const QByteArray& file, qsizetype page, qsizetype row)
+{
+    constexpr qsizetype pageSize = 4096;
+    constexpr qsizetype firstEntry = 14;
+    const char* entry = file.constData() + page * pageSize + firstEntry + row * 2;
+    return page * pageSize + (qFromLittleEndian<quint16>(entry) & 0x1fff);
+}
+
+} // namespace storetooltest

@@ -1,0 +1,103 @@
+#include "tools/store/old_store/code_page.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <iconv.h>
+
+#include <cerrno>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+/// The system's converter from one encoding to another.
+class Converter
+{
+public:
+    Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
+    ~Converter()
+    {
+        if (isOpen())
+            iconv_close(handle_);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    bool isOpen() const
+    {
+        // The converter's own way of saying that there is none.
+        return handle_ != reinterpret_cast<iconv_t>(-1); // NOLINT
+    }
+
+    enum class Result { Character, Unknown, Incomplete };
+
+    /// One byte by itself: a converter that sees the next one may join both to one character.
+    Result convert(char byte, char16_t& character) const
+    {
+        iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+        std::array<char16_t, 2> output{};
+        char* in = &byte;
+        auto* out = reinterpret_cast<char*>(output.data());
+        std::size_t inLeft = 1;
+        std::size_t outLeft = sizeof output;
+        if (iconv(handle_, &in, &inLeft, &out, &outLeft) == std::size_t(-1))
+            return errno == EINVAL ? Result::Incomplete : Result::Unknown;
+        iconv(handle_, nullptr, nullptr, &out, &outLeft);
+        character = output[0];
+        return outLeft == sizeof output - sizeof(char16_t) ? Result::Character : Result::Unknown;
+    }
+
+private:
+    iconv_t handle_;
+};
+
+bool isNumber(const QString& text)
+{
+    bool ok = false;
+    text.toUInt(&ok);
+    return ok;
+}
+
+} // namespace
+
+CodePage::CodePage(const QString& name) : name_(name)
+{
+    const Converter converter(Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? "UTF-16LE" : "UTF-16BE",
+                              systemName().constData());
+    bool singleBytes = converter.isOpen();
+    for (std::size_t i = 0; i < characters_.size() && singleBytes; ++i) {
+        characters_[i] = unknown;
+        const auto result = converter.convert(static_cast<char>(i), characters_[i]);
+        if (result == Converter::Result::Unknown)
+            characters_[i] = unknown;
+        singleBytes = result != Converter::Result::Incomplete;
+    }
+    if (!singleBytes)
+        throw RunTimeError(
+            runtime::InvalidProcedureCall,
+            u"There is no code page '%1' with a byte for each character."_s.arg(name));
+}
+
+QByteArray CodePage::systemName() const
+{
+    return ((isNumber(name_) ? u"CP"_s : QString()) + name_).toLatin1();
+}
+
+QString CodePage::decoded(const QByteArray& bytes) const
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        if (characters_[byte] == unknown)
+            throw RunTimeError(
+                runtime::DataTypeConversion,
+                u"byte %1 at %2 is no character of code page %3"_s.arg(byte).arg(i + 1).arg(name_));
+        text[i] = QChar(characters_[byte]);
+    }
+    return text;
+}
+
+} // namespace storetools

@@ -1,0 +1,212 @@
+#include "tools/store/old_store/frames.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QtEndian>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+enum class Kind : quint8 { Opened = 1, ForeignTable, Table, Row, TableEnd, End };
+
+/// A row fits a page, but for its memos, of which the reader takes no longer ones.
+constexpr quint32 longestFrame = 64 * 1024 * 1024;
+constexpr qsizetype lengthSize = sizeof(quint32);
+/// More columns than any table of the format has.
+constexpr quint32 mostColumns = 256;
+
+template <typename... Values>
+QByteArray frameOf(Kind kind, const Values&... values)
+{
+    QByteArray frame;
+    QDataStream stream(&frame, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_0);
+    stream << static_cast<quint8>(kind);
+    ((stream << values), ...);
+    return frame;
+}
+
+QByteArray columnsOf(const OldTable& table)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_0);
+    stream << static_cast<quint32>(table.columns.size());
+    for (const OldColumn& column : table.columns)
+        stream << column.name << column.type;
+    return bytes;
+}
+
+/// Empty where the bytes are not whole.
+std::optional<std::vector<OldColumn>> columnsFrom(const QByteArray& bytes)
+{
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_6_0);
+    quint32 count = 0;
+    stream >> count;
+    if (count > mostColumns)
+        return {};
+    std::vector<OldColumn> columns(count);
+    for (OldColumn& column : columns)
+        stream >> column.name >> column.type;
+    if (stream.status() != QDataStream::Ok || !stream.atEnd())
+        return {};
+    return columns;
+}
+
+OldRow rowFrom(QDataStream& stream, std::size_t columns)
+{
+    OldRow row(columns);
+    for (OldCell& cell : row) {
+        bool isNull = false;
+        stream >> isNull;
+        if (!isNull)
+            stream >> cell.emplace();
+    }
+    return row;
+}
+
+} // namespace
+
+void FrameWriter::opened(OldFormat format)
+{
+    write(frameOf(Kind::Opened, static_cast<quint8>(format)));
+}
+
+void FrameWriter::foreignTable(const QString& name, bool linked)
+{
+    write(frameOf(Kind::ForeignTable, name, linked));
+}
+
+void FrameWriter::table(const OldTable& table)
+{
+    write(frameOf(Kind::Table, table.name, table.recordedRows, columnsOf(table),
+                  table.foreignColumns));
+}
+
+void FrameWriter::row(const OldRow& row)
+{
+    QByteArray frame;
+    QDataStream stream(&frame, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_0);
+    stream << static_cast<quint8>(Kind::Row);
+    for (const OldCell& cell : row) {
+        stream << !cell.has_value();
+        if (cell)
+            stream << *cell;
+    }
+    write(frame);
+}
+
+void FrameWriter::tableEnd()
+{
+    write(frameOf(Kind::TableEnd));
+}
+
+void FrameWriter::end()
+{
+    write(frameOf(Kind::End));
+}
+
+void FrameWriter::write(const QByteArray& frame)
+{
+    QByteArray bytes(lengthSize, Qt::Uninitialized);
+    qToLittleEndian(static_cast<quint32>(frame.size()), bytes.data());
+    bytes += frame;
+    if (device_.write(bytes) != bytes.size())
+        throw RunTimeError(runtime::DiskOrNetworkError, device_.errorString());
+}
+
+void FrameReader::require(bool condition) const
+{
+    if (!condition)
+        throw RunTimeError(runtime::CorruptDatabase, u"what was read of it makes no sense"_s);
+}
+
+void FrameReader::take(const QByteArray& bytes)
+{
+    waiting_ += bytes;
+    qsizetype start = 0;
+    while (waiting_.size() - start >= lengthSize) {
+        const auto length = qFromLittleEndian<quint32>(waiting_.constData() + start);
+        require(length <= longestFrame);
+        if (waiting_.size() - start - lengthSize < qsizetype{length})
+            break;
+        takeFrame(waiting_.mid(start + lengthSize, length));
+        start += lengthSize + qsizetype{length};
+    }
+    waiting_.remove(0, start);
+}
+
+void FrameReader::takeOpened(quint8 format)
+{
+    require(format == static_cast<quint8>(OldFormat::Jet3) ||
+            format == static_cast<quint8>(OldFormat::Jet4));
+    state_ = State::BetweenTables;
+    visitor_.opened(OldFormat{format});
+}
+
+void FrameReader::takeFrame(const QByteArray& frame)
+{
+    QDataStream stream(frame);
+    stream.setVersion(QDataStream::Qt_6_0);
+    const auto whole = [&] { require(stream.status() == QDataStream::Ok && stream.atEnd()); };
+    const auto between = [&](State state) { require(state_ == state); };
+    quint8 kind = 0;
+    stream >> kind;
+    switch (Kind{kind}) {
+    case Kind::Opened: {
+        between(State::Start);
+        quint8 format = 0;
+        stream >> format;
+        whole();
+        return takeOpened(format);
+    }
+    case Kind::ForeignTable: {
+        between(State::BetweenTables);
+        QString name;
+        bool linked = false;
+        stream >> name >> linked;
+        whole();
+        return visitor_.foreignTable(name, linked);
+    }
+    case Kind::Table: {
+        between(State::BetweenTables);
+        OldTable table;
+        QByteArray columns;
+        stream >> table.name >> table.recordedRows >> columns >> table.foreignColumns;
+        whole();
+        std::optional<std::vector<OldColumn>> found = columnsFrom(columns);
+        require(found.has_value());
+        table.columns = std::move(*found);
+        columns_ = table.columns.size();
+        state_ = State::InTable;
+        return visitor_.table(table);
+    }
+    case Kind::Row: {
+        between(State::InTable);
+        const OldRow row = rowFrom(stream, columns_);
+        whole();
+        return visitor_.row(row);
+    }
+    case Kind::TableEnd:
+        between(State::InTable);
+        whole();
+        state_ = State::BetweenTables;
+        return visitor_.tableEnd();
+    case Kind::End:
+        between(State::BetweenTables);
+        whole();
+        state_ = State::Finished;
+        return visitor_.end();
+    }
+    require(false);
+}
+
+} // namespace storetools

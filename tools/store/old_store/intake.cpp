@@ -1,0 +1,83 @@
+#include "tools/store/old_store/intake.h"
+
+#include "platform/runtime/run_time_error.h"
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+/// The program makes this table itself where it is missing, and the user can type a list again.
+/// Lines and series cannot be done without.
+bool mayBeMissing(const QString& table)
+{
+    return table != u"Cuts"_s && table != u"Serials"_s;
+}
+
+} // namespace
+
+Intake::Intake(RowSink& sink, const TakeOverOptions& options, TakeOverProgress progress)
+    : sink_(sink), options_(options), progress_(std::move(progress))
+{
+}
+
+void Intake::foreignTable(const QString& name, bool linked)
+{
+    reports_.notes.add(name + (linked ? u": lies in another file; left out"_s
+                                      : u": is no table of the store; left out"_s));
+}
+
+void Intake::table(const OldTable& table)
+{
+    schema_ = store::tableSchema(table.name);
+    if (schema_ == nullptr || !added_.try_emplace(schema_->name).second)
+        throw RunTimeError(runtime::CorruptDatabase, u"its list of tables cannot be read"_s);
+    table_ = std::make_unique<TableIntake>(*schema_, table, format_, options_, reports_);
+    lastKey_.clear();
+}
+
+void Intake::row(const OldRow& row)
+{
+    const std::optional<NewRow> converted = table_->converted(row);
+    if (converted)
+        add(*converted);
+}
+
+void Intake::add(const NewRow& row)
+{
+    const auto key =
+        static_cast<std::size_t>(schema_->ordinalOf(schema_->indexes.front().fields.front()));
+    const bool doubled = lastKey_ == row[key]; // rows come by their keys
+    lastKey_ = row[key];
+    if (doubled)
+        reports_.findings.add(table_->found(u"stands in several rows"_s));
+    if (!reports_.findings.isEmpty())
+        return;
+    sink_.add(*schema_, row);
+    RowDigest& added = added_[schema_->name];
+    added.add(row);
+    if (progress_)
+        progress_(schema_->name, added.rows());
+}
+
+void Intake::tableEnd()
+{
+    table_->finish();
+}
+
+void Intake::end()
+{
+    for (const store::TableSchema& table : store::schema()) {
+        if (added_.contains(table.name))
+            continue;
+        const QString missing = table.name + u": the table is missing"_s;
+        if (mayBeMissing(table.name))
+            reports_.notes.add(missing + u"; it stays empty"_s);
+        else
+            reports_.findings.add(missing);
+    }
+}
+
+} // namespace storetools

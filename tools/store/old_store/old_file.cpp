@@ -1,0 +1,411 @@
+#include "tools/store/old_store/old_file.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "store/schema.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <algorithm>
+#include <memory>
+#include <span>
+
+#include <glib.h> // outside of what follows, which would give it C's linkage
+
+#include <mdbtools.h>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+constexpr int deletedRow = 0x8000;
+constexpr int movedRow = 0x4000;
+constexpr int placeOfRow = 0x1fff;
+
+/// No text of a store comes near it.
+constexpr qsizetype longestMemo = 16 * 1024 * 1024;
+
+[[noreturn]] void damaged(const QString& what)
+{
+    throw RunTimeError(runtime::CorruptDatabase, what);
+}
+
+void require(bool condition, const QString& otherwise)
+{
+    if (!condition)
+        damaged(otherwise);
+}
+
+struct HandleCloser
+{
+    void operator()(MdbHandle* handle) const { mdb_close(handle); }
+};
+using Handle = std::unique_ptr<MdbHandle, HandleCloser>;
+
+struct TableFreer
+{
+    void operator()(MdbTableDef* table) const { mdb_free_tabledef(table); }
+};
+using TableHandle = std::unique_ptr<MdbTableDef, TableFreer>;
+
+template <typename Item>
+std::span<Item*> itemsOf(GPtrArray* array)
+{
+    return {reinterpret_cast<Item**>(array->pdata), array->len};
+}
+
+QString nameOf(const char* name)
+{
+    return QString::fromUtf8(name);
+}
+
+quint32 wordAt(const QByteArray& bytes, qsizetype place)
+{
+    return qFromLittleEndian<quint32>(bytes.constData() + place);
+}
+
+/// The pages of one file.
+class Pages
+{
+public:
+    explicit Pages(MdbHandle& file) : file_(file) {}
+
+    MdbHandle& file() const { return file_; }
+    qsizetype size() const { return file_.fmt->pg_size; }
+
+    void read(quint32 page) const
+    {
+        require(mdb_read_pg(&file_, page) == size(), u"page %1 cannot be read"_s.arg(page));
+    }
+    bool holdsRowsOf(const MdbCatalogEntry& table) const
+    {
+        return file_.pg_buf[0] == MDB_PAGE_DATA &&
+               qFromLittleEndian<quint32>(&file_.pg_buf[4]) == table.table_pg;
+    }
+    int rows() const
+    {
+        const int rows = qFromLittleEndian<quint16>(&file_.pg_buf[file_.fmt->row_count_offset]);
+        require(file_.fmt->row_count_offset + 2 + 2 * rows <= size(),
+                u"a page has too many rows"_s);
+        return rows;
+    }
+    QByteArray bytes(qsizetype start, qsizetype length) const
+    {
+        require(start >= 0 && length >= 0 && start + length <= size(),
+                u"a row reaches beyond its page"_s);
+        return {reinterpret_cast<const char*>(&file_.pg_buf[start]), length};
+    }
+
+private:
+    MdbHandle& file_;
+};
+
+/// A row's place on the page that was read last.
+struct Place
+{
+    int start = 0;
+    std::size_t length = 0;
+    int flags = 0;
+};
+
+/// A row and where it lies.
+struct FoundRow
+{
+    qint32 key = 0;
+    quint32 page = 0;
+    Place place;
+};
+
+/// Reads one table. Its rows are found first and then read by their keys: a place that a deleted
+/// row has left is given to a new one, so their order in the file is not the one in which they were
+/// stored.
+class TableReader
+{
+public:
+    TableReader(const Pages& pages, MdbCatalogEntry& entry, OldStoreVisitor& visitor)
+        : pages_(pages), entry_(entry), visitor_(visitor),
+          schema_(*store::tableSchema(nameOf(entry.object_name))), table_(mdb_read_table(&entry))
+    {
+        require(table_ != nullptr && mdb_read_columns(table_.get()) != nullptr &&
+                    table_->num_cols <= MDB_MAX_COLS,
+                u"the description of %1 cannot be read"_s.arg(schema_.name));
+        columns_ = itemsOf<MdbColumn>(table_->columns);
+    }
+
+    void read()
+    {
+        describe();
+        quint32 page = 0;
+        while (const quint32 next = pageBehind(page)) {
+            page = next;
+            findRows(page);
+        }
+        require(rows_.size() >= table_->num_rows,
+                u"%1 has %2 rows and only %3 can be found"_s.arg(schema_.name)
+                    .arg(table_->num_rows)
+                    .arg(rows_.size()));
+        std::ranges::stable_sort(rows_, {}, &FoundRow::key);
+        for (const FoundRow& row : rows_) {
+            pages_.read(row.page);
+            tell(row.place);
+        }
+        visitor_.tableEnd();
+    }
+
+private:
+    void describe()
+    {
+        OldTable described;
+        described.name = schema_.name;
+        described.recordedRows = table_->num_rows;
+        const QString& key = schema_.indexes.front().fields.front();
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            const QString name = nameOf(columns_[i]->name);
+            taken_.push_back(schema_.ordinalOf(name) >= 0);
+            if (taken_.back())
+                described.columns.push_back({name, static_cast<quint8>(columns_[i]->col_type)});
+            else
+                described.foreignColumns.append(name);
+            if (name.compare(key, Qt::CaseInsensitive) == 0)
+                keyColumn_ = i;
+        }
+        visitor_.table(described);
+    }
+
+    /// 0 behind the last one.
+    quint32 pageBehind(quint32 page) const
+    {
+        const gint32 next = mdb_map_find_next(&pages_.file(), table_->usage_map,
+                                              static_cast<unsigned>(table_->map_sz), page);
+        require(next == 0 || next > static_cast<gint32>(page),
+                u"the list of the pages of %1 cannot be read"_s.arg(schema_.name));
+        return static_cast<quint32>(next);
+    }
+
+    void findRows(quint32 page)
+    {
+        pages_.read(page);
+        if (!pages_.holdsRowsOf(entry_))
+            return;
+        const int count = pages_.rows();
+        for (int row = 0; row < count; ++row) {
+            const std::optional<Place> place = placeOf(row);
+            require(place.has_value(), u"row %1 of page %2 lies nowhere"_s.arg(row).arg(page));
+            if ((place->flags & deletedRow) != 0)
+                continue;
+            if ((place->flags & movedRow) == 0) {
+                add(page, *place);
+                continue;
+            }
+            findMovedRow(*place);
+            pages_.read(page);
+        }
+    }
+
+    std::optional<Place> placeOf(int row) const
+    {
+        int start = 0;
+        std::size_t length = 0;
+        if (mdb_find_row(&pages_.file(), row, &start, &length) != 0)
+            return {};
+        return Place{.start = start & placeOfRow, .length = length, .flags = start & ~placeOfRow};
+    }
+
+    /// A row that had to grow lies elsewhere, marked as deleted so that it is not met there, and
+    /// has left its new place in the old one.
+    void findMovedRow(Place place)
+    {
+        constexpr int longestWay = 16;
+        for (int step = 0; step < longestWay && place.length >= sizeof(quint32); ++step) {
+            const quint32 target = wordAt(pages_.bytes(place.start, sizeof(quint32)), 0);
+            const quint32 page = target >> 8U;
+            const int row = static_cast<int>(target & 0xffU);
+            pages_.read(page);
+            if (!pages_.holdsRowsOf(entry_) || row >= pages_.rows())
+                return;
+            const std::optional<Place> next = placeOf(row);
+            if (!next)
+                return;
+            if ((next->flags & movedRow) == 0)
+                return add(page, *next);
+            place = *next;
+        }
+    }
+
+    void add(quint32 page, const Place& place)
+    {
+        rows_.push_back({keyOf(fieldsOf(place)), page, place});
+    }
+
+    std::vector<MdbField> fieldsOf(const Place& place) const
+    {
+        std::vector<MdbField> fields(columns_.size());
+        require(place.length > 0 &&
+                    mdb_crack_row(table_.get(), place.start, place.length, fields.data()) >= 0,
+                unreadableRow());
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            require(columns_[i]->col_type == MDB_BOOL || fields[i].is_null != 0 ||
+                        liesIn(place, fields[i]),
+                    unreadableRow());
+        return fields;
+    }
+
+    static bool liesIn(const Place& place, const MdbField& field)
+    {
+        const qsizetype end = place.start + static_cast<qsizetype>(place.length);
+        return field.start >= place.start && field.siz >= 0 &&
+               qsizetype{field.start} + field.siz <= end;
+    }
+
+    QString unreadableRow() const { return u"a row of %1 cannot be read"_s.arg(schema_.name); }
+
+    /// Every row has the same one in a table whose key is missing or no whole number.
+    qint32 keyOf(const std::vector<MdbField>& fields) const
+    {
+        if (!keyColumn_ || fields[*keyColumn_].is_null != 0)
+            return 0;
+        const MdbField& field = fields[*keyColumn_];
+        const QByteArray bytes = pages_.bytes(field.start, field.siz);
+        switch (columns_[*keyColumn_]->col_type) {
+        case MDB_LONGINT:
+            return bytes.size() == sizeof(qint32) ? qFromLittleEndian<qint32>(bytes.constData())
+                                                  : 0;
+        case MDB_INT:
+            return bytes.size() == sizeof(qint16) ? qFromLittleEndian<qint16>(bytes.constData())
+                                                  : 0;
+        default:
+            return 0;
+        }
+    }
+
+    void tell(const Place& place) const
+    {
+        const std::vector<MdbField> fields = fieldsOf(place);
+        OldRow row;
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (taken_[i])
+                row.push_back(cell(*columns_[i], fields[i]));
+        }
+        visitor_.row(row);
+    }
+
+    OldCell cell(const MdbColumn& column, const MdbField& field) const
+    {
+        if (column.col_type == MDB_BOOL) // whose value lies where others say that they are Null
+            return QByteArray(1, field.is_null != 0 ? '\0' : '\1');
+        if (field.is_null != 0)
+            return {};
+        const QByteArray bytes = pages_.bytes(field.start, field.siz);
+        return column.col_type == MDB_MEMO ? memo(bytes) : bytes;
+    }
+
+    /// A memo lies in the row, in a row of another page or in a chain of such.
+    QByteArray memo(const QByteArray& head) const
+    {
+        constexpr quint32 inRow = 0x80000000;
+        constexpr quint32 inOneRow = 0x40000000;
+        require(head.size() >= MDB_MEMO_OVERHEAD,
+                u"a text of %1 cannot be read"_s.arg(schema_.name));
+        const quint32 flags = wordAt(head, 0);
+        const auto length = qsizetype{flags & ~(inRow | inOneRow)};
+        require(length <= longestMemo, u"a text of %1 is too long"_s.arg(schema_.name));
+        if ((flags & inRow) != 0)
+            return exactly(head.mid(MDB_MEMO_OVERHEAD), length);
+        quint32 place = wordAt(head, sizeof(quint32));
+        if ((flags & inOneRow) != 0)
+            return exactly(piece(place), length);
+        QByteArray text;
+        while (text.size() < length && place != 0) {
+            const QByteArray next = piece(place);
+            require(next.size() > qsizetype{sizeof(quint32)},
+                    u"a text of %1 cannot be read"_s.arg(schema_.name));
+            place = wordAt(next, 0);
+            text += next.mid(sizeof(quint32));
+        }
+        return exactly(text, length);
+    }
+
+    QByteArray piece(quint32 place) const
+    {
+        void* page = nullptr;
+        int start = 0;
+        std::size_t length = 0;
+        const bool found =
+            mdb_find_pg_row(&pages_.file(), static_cast<int>(place), &page, &start, &length) == 0;
+        require(found && start >= 0 &&
+                    qsizetype{start} + static_cast<qsizetype>(length) <= pages_.size(),
+                u"a text of %1 cannot be found"_s.arg(schema_.name));
+        return {static_cast<const char*>(page) + start, static_cast<qsizetype>(length)};
+    }
+
+    QByteArray exactly(const QByteArray& bytes, qsizetype length) const
+    {
+        require(bytes.size() >= length, u"a text of %1 has lost its end"_s.arg(schema_.name));
+        return bytes.left(length);
+    }
+
+    Pages pages_;
+    MdbCatalogEntry& entry_;
+    OldStoreVisitor& visitor_;
+    const store::TableSchema& schema_;
+    TableHandle table_;
+    std::span<MdbColumn*> columns_;
+    std::vector<bool> taken_;
+    std::optional<std::size_t> keyColumn_;
+    std::vector<FoundRow> rows_;
+};
+
+Handle open(const QString& path)
+{
+    Handle handle(mdb_open(QFile::encodeName(path).constData(), MDB_NOFLAGS));
+    require(handle != nullptr, u"its first page cannot be read"_s);
+    return handle;
+}
+
+OldFormat formatOf(const MdbHandle& handle)
+{
+    require(handle.f->jet_version == MDB_VER_JET3 || handle.f->jet_version == MDB_VER_JET4,
+            u"it has an unknown format"_s);
+    return handle.f->jet_version == MDB_VER_JET3 ? OldFormat::Jet3 : OldFormat::Jet4;
+}
+
+/// A table that is lost from the list would be missed by nobody.
+void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
+{
+    const auto itself = std::ranges::find_if(catalog, [](const MdbCatalogEntry* entry) {
+        return nameOf(entry->object_name) == u"MSysObjects"_s;
+    });
+    require(itself != catalog.end(), u"its list of tables cannot be read"_s);
+    const TableHandle table(mdb_read_table(*itself));
+    require(table != nullptr && catalog.size() >= table->num_rows,
+            u"its list of tables is not whole"_s);
+}
+
+} // namespace
+
+void readOldFile(const QString& path, OldStoreVisitor& visitor)
+{
+    const Handle handle = open(path);
+    visitor.opened(formatOf(*handle));
+    require(mdb_read_catalog(handle.get(), MDB_ANY) != nullptr,
+            u"its list of tables cannot be read"_s);
+    const auto catalog = itemsOf<MdbCatalogEntry>(handle->catalog);
+    requireWholeCatalog(catalog);
+    for (MdbCatalogEntry* entry : catalog) {
+        const QString name = nameOf(entry->object_name);
+        if (entry->object_type == MDB_LINKED_TABLE)
+            visitor.foreignTable(name, true);
+        else if (mdb_is_user_table(entry) == 0)
+            continue;
+        else if (store::tableSchema(name) == nullptr)
+            visitor.foreignTable(name, false);
+        else
+            TableReader(Pages(*handle), *entry, visitor).read();
+    }
+    visitor.end();
+}
+
+} // namespace storetools

@@ -1,0 +1,134 @@
+#include "tools/store/old_store/old_value.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <QDateTime>
+#include <QtEndian>
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+[[noreturn]] void refuse(const QString& why)
+{
+    throw RunTimeError(runtime::DataTypeConversion, why);
+}
+
+template <typename Number>
+Number numberOf(const QByteArray& bytes)
+{
+    if (bytes.size() != qsizetype{sizeof(Number)})
+        refuse(u"%1 bytes stand where %2 belong"_s.arg(bytes.size()).arg(sizeof(Number)));
+    return qFromLittleEndian<Number>(bytes.constData());
+}
+
+/// Zero has one sign in a store.
+double plain(double value)
+{
+    return value == 0 ? 0 : value;
+}
+
+double decimal(const char* begin, const char* end)
+{
+    double value = 0;
+    std::from_chars(begin, end, value);
+    return plain(value);
+}
+
+double fromSingle(float value)
+{
+    std::array<char, 32> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), value);
+    return decimal(text.data(), written.ptr);
+}
+
+/// Ten thousandths, whose quotient need not be a double of the same decimal text.
+double fromCurrency(qint64 value)
+{
+    const QByteArray text = QByteArray::number(value) + "e-4";
+    return decimal(text.constData(), text.constData() + text.size());
+}
+
+/// Days since 30 December 1899. Behind the decimal point stands the time of day, forwards in
+/// negative numbers too.
+QVariant fromDays(double days)
+{
+    constexpr double farthest = 3'000'000; // beyond the last date of either format
+    if (!(std::abs(days) < farthest))
+        refuse(u"it is no date"_s);
+    constexpr int secondsOfDay = 24 * 60 * 60;
+    double whole = 0;
+    const double time = std::abs(std::modf(days, &whole));
+    const int seconds = static_cast<int>(std::lround(time * secondsOfDay));
+    const QDate date =
+        QDate(1899, 12, 30).addDays(static_cast<qint64>(whole) + seconds / secondsOfDay);
+    const int rest = seconds % secondsOfDay;
+    if (rest == 0)
+        return date;
+    return QDateTime(date, QTime(0, 0).addSecs(rest), Qt::UTC);
+}
+
+/// Two bytes for a character; behind the mark of a compressed text one byte for those below 256,
+/// where a zero byte leads over to two and back.
+QString fromUnicode(const QByteArray& bytes)
+{
+    const bool compressed = bytes.startsWith("\xff\xfe");
+    bool single = compressed;
+    QString text;
+    text.reserve(bytes.size());
+    for (qsizetype i = compressed ? 2 : 0; i < bytes.size();) {
+        if (compressed && bytes[i] == '\0') {
+            single = !single;
+            ++i;
+        } else if (single) {
+            text += QChar(quint16{static_cast<uchar>(bytes[i++])});
+        } else if (i + 1 < bytes.size()) {
+            text += QChar(qFromLittleEndian<quint16>(bytes.constData() + i));
+            i += 2;
+        } else {
+            refuse(u"it ends in the middle of a character"_s);
+        }
+    }
+    if (!text.isValidUtf16())
+        refuse(u"it holds half of a character"_s);
+    return text;
+}
+
+} // namespace
+
+QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
+                      const CodePage& codePage)
+{
+    switch (type) {
+    case OldBoolean:
+        return numberOf<quint8>(bytes) != 0 ? -1 : 0;
+    case OldByte:
+        return int{numberOf<quint8>(bytes)};
+    case OldInteger:
+        return int{numberOf<qint16>(bytes)};
+    case OldLong:
+        return int{numberOf<qint32>(bytes)};
+    case OldCurrency:
+        return fromCurrency(numberOf<qint64>(bytes));
+    case OldSingle:
+        return fromSingle(numberOf<float>(bytes));
+    case OldDouble:
+        return plain(numberOf<double>(bytes));
+    case OldDate:
+        return fromDays(numberOf<double>(bytes));
+    case OldText:
+    case OldMemo:
+        return format == OldFormat::Jet3 ? codePage.decoded(bytes) : fromUnicode(bytes);
+    default:
+        refuse(u"its type %1 cannot be taken over"_s.arg(type));
+    }
+}
+
+} // namespace storetools

@@ -1,0 +1,120 @@
+#include "tools/store/old_store/reading.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/old_store/frames.h"
+#include "tools/store/old_store/old_file.h"
+#include "tools/store/system.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+/// A process that says nothing for so many seconds hangs.
+constexpr int longestSilence = 60;
+constexpr int second = 1000; // ms
+
+/// The process that reads; it ends with this object.
+class Reader
+{
+public:
+    Reader(const QString& path, const CodePage& codePage)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
+            environment.remove(name);
+        environment.insert(u"MDB_JET3_CHARSET"_s, QString::fromLatin1(codePage.systemName()));
+        process_.setProcessEnvironment(environment);
+        process_.setStandardInputFile(QProcess::nullDevice());
+        process_.start(QCoreApplication::applicationFilePath(),
+                       {QString::fromLatin1(readingCommand), path});
+        if (!process_.waitForStarted())
+            throw RunTimeError(runtime::InternalError, process_.errorString());
+    }
+    ~Reader()
+    {
+        process_.kill();
+        process_.waitForFinished();
+    }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+
+    /// Raises 3049 where the process did not come to a good end.
+    void readTo(FrameReader& frames)
+    {
+        int silence = 0;
+        do {
+            const bool speaks = process_.waitForReadyRead(second);
+            silence = speaks ? 0 : silence + 1;
+            frames.take(process_.readAllStandardOutput());
+            errors_ = (errors_ + process_.readAllStandardError()).right(longestError);
+        } while (process_.state() != QProcess::NotRunning && silence < longestSilence);
+        if (process_.state() != QProcess::NotRunning)
+            damaged(u"reading it comes to no end"_s);
+        if (process_.exitStatus() != QProcess::NormalExit)
+            damaged(u"reading it breaks off"_s);
+        if (process_.exitCode() != 0)
+            damaged(lastError());
+        if (!frames.isFinished())
+            damaged(u"reading it does not reach its end"_s);
+    }
+
+private:
+    [[noreturn]] static void damaged(const QString& how)
+    {
+        throw RunTimeError(runtime::CorruptDatabase, how);
+    }
+
+    QString lastError() const
+    {
+        const QString last = QString::fromUtf8(errors_).trimmed().section(u'\n', -1);
+        return last.isEmpty() ? u"reading it fails"_s : last;
+    }
+
+    static constexpr qsizetype longestError = 1000;
+    QProcess process_;
+    QByteArray errors_;
+};
+
+} // namespace
+
+void readOldStore(const QString& path, const CodePage& codePage, OldStoreVisitor& visitor)
+{
+    try {
+        Reader reader(path, codePage);
+        FrameReader frames(visitor);
+        reader.readTo(frames);
+    } catch (const RunTimeError& error) {
+        if (error.number() != runtime::CorruptDatabase)
+            throw;
+        throw RunTimeError(runtime::CorruptDatabase,
+                           u"'%1' is damaged: %2"_s.arg(path, error.description()));
+    }
+}
+
+int runReading(const QString& path)
+{
+    limitThisProcess();
+    QFile output;
+    // The library prints there what it finds odd.
+    const int channel = takeStandardOutput();
+    if (channel < 0 || !output.open(channel, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
+        return 1;
+    try {
+        FrameWriter writer(output);
+        readOldFile(path, writer);
+        return output.flush() ? 0 : 1;
+    } catch (const RunTimeError& error) {
+        QTextStream(stderr) << '\n' << error.description() << '\n';
+        return 1;
+    }
+}
+
+} // namespace storetools

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QStringList>
+
+namespace storetools {
+
+/// Lines for the user, of which the first hundred are kept and the others counted.
+class Report
+{
+public:
+    void add(const QString& line)
+    {
+        if (lines_.size() < most)
+            lines_.append(line);
+        ++count_;
+    }
+    bool isEmpty() const { return count_ == 0; }
+    QStringList lines() const
+    {
+        if (count_ <= most)
+            return lines_;
+        return lines_ + QStringList(QStringLiteral("and %1 more").arg(count_ - most));
+    }
+
+private:
+    static constexpr qsizetype most = 100;
+    QStringList lines_;
+    qsizetype count_ = 0;
+};
+
+} // namespace storetools

@@ -1,0 +1,109 @@
+#include "tools/store/old_store/take_over.h"
+
+#include "platform/dao/database.h"
+#include "platform/dao/examination.h"
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/checker.h"
+#include "tools/store/new_store.h"
+#include "tools/store/old_store/reading.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+/// Raises 3024 and 3343 for a path that cannot be an old store.
+void requireOldStore(const QString& path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile())
+        throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
+    if (!file.open(QIODevice::ReadOnly))
+        throw RunTimeError(runtime::PermissionDenied,
+                           u"Could not read '%1': %2"_s.arg(path, file.errorString()));
+    constexpr qsizetype versionPlace = 20;
+    constexpr char lastVersion = 1; // 0 is Jet 3, 1 is Jet 4
+    const QByteArray head = file.read(versionPlace + 1);
+    const bool known = head.startsWith(QByteArray("\0\1\0\0Standard Jet DB\0", versionPlace));
+    const bool newer = head.startsWith(QByteArray("\0\1\0\0Standard ACE DB\0", versionPlace));
+    if (newer || (known && head.size() > versionPlace && head[versionPlace] > lastVersion))
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"'%1' has a newer format than Jet 4."_s.arg(path));
+    if (!known || head.size() <= versionPlace)
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"'%1' is no Jet 3 or Jet 4 file."_s.arg(path));
+}
+
+/// Adds rows to the tables of a store.
+class StoreSink : public RowSink
+{
+public:
+    explicit StoreSink(dao::Database& database) : database_(database) {}
+
+    void add(const store::TableSchema& table, const NewRow& row) override
+    {
+        if (table_ != &table) {
+            recordset_ = database_.OpenRecordset(table.name, dao::dbOpenTable);
+            table_ = &table;
+        }
+        recordset_->AddNew();
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (row[i].isValid())
+                recordset_->Fields(static_cast<int>(i)).SetValue(row[i]);
+        }
+        recordset_->Update();
+    }
+
+private:
+    dao::Database& database_;
+    const store::TableSchema* table_ = nullptr;
+    std::shared_ptr<dao::Recordset> recordset_;
+};
+
+/// Raises 51 where the store holds something else than what was added to it.
+void readBack(const QString& path, Intake& intake)
+{
+    const auto database = dao::DBEngine::instance().OpenDatabase(path);
+    for (const store::TableSchema& table : store::schema()) {
+        RowDigest found;
+        dao::examineRows(*database, table.name,
+                         [&](const dao::ExaminedRow& row) { found.add(row.values); });
+        if (!(found == intake.added(table)))
+            throw RunTimeError(runtime::InternalError,
+                               u"%1 does not read back as it was written."_s.arg(table.name));
+    }
+    database->Close();
+}
+
+} // namespace
+
+TakeOverOutcome takeOverStore(const QString& oldPath, const QString& target,
+                              const TakeOverOptions& options, const TakeOverProgress& progress)
+{
+    requireOldStore(oldPath);
+    NewStore store(target);
+    StoreSink sink(store.database());
+    Intake intake(sink, options, progress);
+    readOldStore(oldPath, options.codePage, intake);
+    TakeOverOutcome outcome;
+    outcome.notes = intake.reports().notes.lines();
+    outcome.findings = intake.reports().findings.lines();
+    if (!outcome.findings.isEmpty())
+        return outcome;
+    store.save();
+    readBack(store.unfinishedPath(), intake);
+    outcome.findings = checkStore(store.unfinishedPath());
+    if (!outcome.findings.isEmpty())
+        return outcome;
+    store.putInPlace();
+    for (const store::TableSchema& table : store::schema())
+        outcome.tables.push_back({table.name, intake.added(table).rows()});
+    return outcome;
+}
+
+} // namespace storetools

@@ -1,0 +1,76 @@
+#include "tools/store/system.h"
+
+// What only the operating system can do or say. Where it is another one, a process is not limited,
+// and nothing is a terminal.
+#include <QtGlobal>
+
+#include <cstdio>
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZOMREL_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define ZOMREL_ADDRESS_SANITIZER
+#endif
+
+namespace storetools {
+
+#ifdef Q_OS_UNIX
+
+namespace {
+
+void limit(decltype(RLIMIT_CORE) resource, rlim_t value)
+{
+    rlimit limits{};
+    getrlimit(resource, &limits);
+    limits.rlim_cur = value;
+    setrlimit(resource, &limits);
+}
+
+} // namespace
+
+void limitThisProcess()
+{
+    limit(RLIMIT_CORE, 0);
+#ifndef ZOMREL_ADDRESS_SANITIZER // which lays claim to most of the address space itself
+    constexpr rlim_t memory = rlim_t{1} << 30U;
+    limit(RLIMIT_AS, memory);
+#endif
+}
+
+int takeStandardOutput()
+{
+    const int output = dup(STDOUT_FILENO);
+    if (output >= 0 && dup2(STDERR_FILENO, STDOUT_FILENO) < 0)
+        return -1;
+    return output;
+}
+
+bool errorsGoToATerminal()
+{
+    return isatty(STDERR_FILENO) != 0;
+}
+
+#else
+
+void limitThisProcess() {}
+
+int takeStandardOutput()
+{
+    return fileno(stdout);
+}
+
+bool errorsGoToATerminal()
+{
+    return false;
+}
+
+#endif
+
+} // namespace storetools
