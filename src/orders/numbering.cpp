@@ -3,6 +3,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/process.h"
+#include "platform/runtime/run_time_error.h"
 #include "shell/base/module1.h"
 #include "store/store_access.h"
 
@@ -26,6 +27,32 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
+/// The rule as it is stated, over the table as it stands now.
+void applyNewOrderRule(dao::Recordset& orderRows)
+{
+    if (orderRows.RecordCount() == 0) {
+        Module1::CurrentOrderNum = 1;
+        addCurrentOrder(orderRows);
+        return;
+    }
+    orderRows.MoveLast();
+    if (isStillOpen(orderRows.Fields(u"Open_Close"_s).Value()))
+        Module1::CurrentOrderNum = runtime::toInt16(orderRows.Fields(u"Number"_s).Value());
+    else
+        addOrderAfterCurrent(orderRows);
+}
+
+/// Whether the last order is another one than that on which the recordset stands, if it stands on
+/// any. It stands on the last one afterwards.
+bool lastOrderHasChanged(dao::Recordset& orderRows)
+{
+    const dao::RowKey seen = orderRows.currentKey();
+    if (orderRows.RecordCount() == 0)
+        return false;
+    orderRows.MoveLast();
+    return orderRows.currentKey() != seen;
+}
+
 } // namespace
 
 void bindOrdersTable(controls::DataControl& holder)
@@ -46,16 +73,15 @@ void continueOrAddOrder(controls::DataControl& dataMDI)
 {
     bindOrdersTable(dataMDI);
     dao::Recordset& orderRows = dataMDI.Recordset();
-    if (orderRows.RecordCount() == 0) {
-        Module1::CurrentOrderNum = 1;
-        addCurrentOrder(orderRows);
-        return;
+    try {
+        applyNewOrderRule(orderRows);
+    } catch (const runtime::RunTimeError& error) {
+        // Another station may have taken the number since the last order was looked at. Then the
+        // rule finds that station's order; any other duplicate is none of its business.
+        if (error.number() != runtime::DuplicateKey || !lastOrderHasChanged(orderRows))
+            throw;
+        applyNewOrderRule(orderRows);
     }
-    orderRows.MoveLast();
-    if (isStillOpen(orderRows.Fields(u"Open_Close"_s).Value()))
-        Module1::CurrentOrderNum = runtime::toInt16(orderRows.Fields(u"Number"_s).Value());
-    else
-        addOrderAfterCurrent(orderRows);
 }
 
 QString linesQuery(const QString& number)

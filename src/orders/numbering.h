@@ -25,7 +25,8 @@ void addOrderAfterCurrent(dao::Recordset& orderRows);
 
 /// The new-order rule: the last order becomes the current one while it is open, so that no number
 /// is ever spent on an order that was left empty; otherwise the next one is added. The first order
-/// of all is 1. Leaves the table bound to dataMDI, on the row that was the last before.
+/// of all is 1. Where another station takes the number at the same moment, the rule is followed
+/// once more. Leaves the table bound to dataMDI, on the row that was the last before.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
 /// The query of all lines of an order as the grids show them.

@@ -27,6 +27,9 @@ private slots:
     void numbersBeyondSixteenBits();
     void highestNumberIsContinued();
     void missingIndexFails();
+    void anotherStationTakesTheNumber_data();
+    void anotherStationTakesTheNumber();
+    void aDuplicateOfAnotherKindFails();
     void missingDateFails();
 
     void longFormShowsTheDateOfTheOrderBefore();
@@ -179,6 +182,53 @@ void NumberingTest::highestNumberIsContinued()
     desk_->store.addOrder(32767);
     orders::openOrderLongForm(desk_->dataMDI);
     QCOMPARE(desk_->label("LabelOrderNum"), u"32767"_s);
+}
+
+void NumberingTest::anotherStationTakesTheNumber_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<int>("current");
+    QTest::addColumn<QList<int>>("numbers");
+
+    QTest::newRow("and works on it") << 0 << 8 << QList<int>{7, 8};
+    QTest::newRow("and has closed it") << -1 << 9 << QList<int>{7, 8, 9};
+}
+
+/// Between the look at the last order and the adding of the next one.
+void NumberingTest::anotherStationTakesTheNumber()
+{
+    QFETCH(int, state);
+    QFETCH(int, current);
+    QFETCH(QList<int>, numbers);
+    desk_->store.addOrder(7, true);
+    bool taken = false;
+    connect(&desk_->dataMDI, &controls::DataControl::currentChanged, this, [&] {
+        const auto& rows = desk_->dataMDI.Recordset();
+        if (taken || !rows.hasCurrent())
+            return;
+        taken = true;
+        desk_->store.execute(u"INSERT INTO Orders (Number, Order_Date, Open_Close)"
+                             " VALUES (8, '2026-02-28', ?)"_s,
+                             {state});
+    });
+
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QVERIFY(taken);
+    QCOMPARE(Module1::CurrentOrderNum, current);
+    QCOMPARE(storedNumbers(), numbers);
+    QCOMPARE(desk_->label("LabelOrderNum"), QString::number(current));
+    // Of the order on which the table stands: the one taken, or the one before the new one.
+    QCOMPARE(desk_->label("LabelOrderDate"), u"28/02/2026"_s);
+}
+
+void NumberingTest::aDuplicateOfAnotherKindFails()
+{
+    desk_->store.addOrder(7, true, u"2026-03-01"_s);
+    desk_->store.execute(u"CREATE UNIQUE INDEX ByDate ON Orders (Order_Date)"_s);
+
+    QCOMPARE(raisedBy([this] { orders::openOrderLongForm(desk_->dataMDI); }), 3022);
+    QCOMPARE(storedNumbers(), QList<int>{7});
 }
 
 void NumberingTest::missingIndexFails()

@@ -20,7 +20,6 @@ using testsupport::TemporaryStore;
 namespace {
 
 constexpr int patience = 280000; // ms
-constexpr int mostRestarts = 10;
 
 /// How many numbers of lines are given more than once in an order. Two stations that add to one
 /// order at the same moment may take the same one: the store does not keep them apart.
@@ -47,31 +46,11 @@ protected:
             ledger->tell(told);
     }
 
-    /// Waits for the station's end. Two stations that take the next order number at the same moment
-    /// take the same one: the key refuses the second, which ends with that failure and no other. It
-    /// is started again for the lines that it has left. Returns how often that was.
-    int finishWork(std::unique_ptr<StationProcess> station, int name, int lines)
+    void finishWork(StationProcess& station)
     {
-        for (int restarts = 0;; ++restarts) {
-            const int status = station->exitStatus(patience);
-            const QStringList boxes = station->runTimeBoxes();
-            for (const QString& told : station->takeTold()) {
-                ledger->tell(told);
-                if (told.startsWith(u"line "))
-                    --lines;
-            }
-            if (status == 0 || restarts == mostRestarts) {
-                EXPECT_EQ(status, 0);
-                EXPECT_EQ(boxes, QStringList());
-                return restarts;
-            }
-            EXPECT_EQ(status, 1);
-            EXPECT_EQ(boxes.size(), 1);
-            EXPECT_TRUE(boxes.value(0).startsWith(u"Run-time error '3022': "_s))
-                << qUtf8Printable(boxes.value(0));
-            const QString next = u"%1.%2"_s.arg(name).arg(restarts + 1);
-            station = std::make_unique<StationProcess>(store.folder(), u"lines"_s, next, lines);
-        }
+        EXPECT_EQ(station.exitStatus(patience), 0);
+        EXPECT_EQ(station.runTimeBoxes(), QStringList());
+        tellLedger(station);
     }
 
     void expectNothingLost()
@@ -94,9 +73,8 @@ TEST_F(Stations, LoseNoLineAndGiveNoOrderNumberTwice)
     for (int i = 0; i < stationCount; ++i)
         stations.push_back(std::make_unique<StationProcess>(store.folder(), u"lines"_s,
                                                             QString::number(i + 1), lines));
-    int endedByCollision = 0;
-    for (int i = 0; i < stationCount; ++i)
-        endedByCollision += finishWork(std::move(stations[i]), i + 1, lines);
+    for (const auto& station : stations)
+        finishWork(*station);
     const double seconds = double(clock.elapsed()) / 1000;
 
     EXPECT_EQ(ledger->lineCount(), stationCount * lines);
@@ -107,7 +85,6 @@ TEST_F(Stations, LoseNoLineAndGiveNoOrderNumberTwice)
          {u"lines of all stations"_s, QString::number(ledger->lineCount())},
          {u"seconds"_s, QString::number(seconds, 'f', 1)},
          {u"orders"_s, store.scalar(u"SELECT count(*) FROM Orders"_s).toString()},
-         {u"stations ended by taking one order number (3022)"_s, QString::number(endedByCollision)},
          {u"line numbers given twice in an order"_s, QString::number(doubledNumbers(store))}});
 }
 
