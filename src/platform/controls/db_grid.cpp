@@ -21,7 +21,11 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
     setObjectName(name);
     setUpView();
     setModel(model_);
-    connect(this, &QTableView::doubleClicked, this, &DBGrid::DblClick);
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
+        // The grid goes back from a row that another station has deleted.
+        if (cell.row() == currentIndex().row())
+            emit DblClick();
+    });
     connect(
         model_, &DBGridModel::readFailed, this,
         [this] { runtime::guarded([this] { model_->raiseReadFailure(); }); }, Qt::QueuedConnection);

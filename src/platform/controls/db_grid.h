@@ -59,7 +59,7 @@ public:
     void keyboardSearch(const QString& search) override;
 
 signals:
-    /// A double-click on a row.
+    /// A double-click on a row, which is then the current one.
     void DblClick();
     /// Enter in a read-only grid.
     void enterPressed();
