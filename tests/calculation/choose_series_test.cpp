@@ -58,6 +58,8 @@ private slots:
     void failures_data();
     void failures();
     void choosingFromAnEmptyTable();
+    void aSeriesThatIsGoneIsNotChosen();
+    void theCurrentSeriesThatIsGoneIsChosenAsItWas();
     void aBoxThatHoldsNoNumber();
     void anOrderFormThatCannotTakeTheFocus();
 };
@@ -396,6 +398,42 @@ void ChooseSeriesTest::choosingFromAnEmptyTable()
     host.boxes.answer(runtime::vbOK);
     choose(picker);
     host.expectEnded(runtime::NoCurrentRecord);
+}
+
+/// The grid does not go to it, and a double-click there takes no other in its place.
+void ChooseSeriesTest::aSeriesThatIsGoneIsNotChosen()
+{
+    PanelHost host;
+    const int first = host.store.addSeries(u"ראשונה"_s, someDeductions, 2, 3);
+    const int second = host.store.addSeries(u"שנייה"_s, someDeductions, 5, 4);
+    FormSelectSerial& picker = open(host);
+    host.store.execute(u"DELETE FROM Serials WHERE AutoNum = ?"_s, {second});
+    controls::DBGrid* grid = picker.DBGrid1;
+    const QPoint cell = grid->visualRect(grid->model()->index(1, 2)).center();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
+    QVERIFY(!host.end.exitStatus());
+    QCOMPARE(Module1::SelectedSerialNum, std::int16_t(0));
+    QVERIFY(picker.isVisible());
+    QCOMPARE(grid->currentIndex().row(), 0);
+    choose(picker);
+    QCOMPARE(int(Module1::SelectedSerialNum), first);
+}
+
+/// Its values are those of the moment at which it was visited; the next computation misses it.
+void ChooseSeriesTest::theCurrentSeriesThatIsGoneIsChosenAsItWas()
+{
+    PanelHost host;
+    const int only = host.store.addSeries(u"יחידה"_s, someDeductions, 2, 3);
+    FormSelectSerial& picker = open(host);
+    host.store.execute(u"DELETE FROM Serials"_s);
+    choose(picker);
+    QVERIFY(!host.end.exitStatus());
+    QCOMPARE(int(Module1::SelectedSerialNum), only);
+    QCOMPARE(host.panel().LabelSerial->text(), u"יחידה"_s);
+    host.type(u"100"_s, u"00"_s, u"100"_s, u"00"_s);
+    host.addFailing(runtime::NoCurrentRecord);
+    QCOMPARE(host.lineCount(), 0);
 }
 
 void ChooseSeriesTest::aBoxThatHoldsNoNumber()

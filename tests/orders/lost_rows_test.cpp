@@ -1,0 +1,309 @@
+#include "orders/desk.h"
+#include "platform/controls/db_grid.h"
+#include "platform/dao/recordset.h"
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using testsupport::child;
+using testsupport::Desk;
+using testsupport::inNextDialog;
+using testsupport::raisedBy;
+
+/// What is on the screen has been taken out of the store by another station, or is there as no
+/// station writes it.
+class LostRowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { desk_ = std::make_unique<Desk>(); }
+    void cleanup();
+
+    void closesAnOrderThatIsGone();
+    void printsAnOrderThatIsGone();
+    void takesAnOrderThatIsGone();
+    void takesAnOrderThatIsGoneWithoutAForm();
+    void movesToAnOrderThatIsGone();
+    void deletesALineThatIsGone();
+    void deletesAllUpToALineThatIsGone();
+    void viewsALineThatIsGone();
+    void browsesBeyondSixteenBits();
+    void movesToAnOrderWithoutANumber();
+    void opensTheSearchOnAnOrderWithoutANumber();
+    void findsNoNextNumberAfterNone_data();
+    void findsNoNextNumberAfterNone();
+    void listsLinesWithoutValues();
+
+private:
+    void expectEnded(int error);
+    /// Lays a row without a number in a table that takes it, as an older store may have it.
+    void addOrderWithoutANumber(int state = 0);
+    int orderCount() { return desk_->store.scalar(u"SELECT count(*) FROM Orders"_s).toInt(); }
+
+    std::unique_ptr<Desk> desk_;
+};
+
+namespace {
+
+void press(const QDialog& dialog, const QString& button)
+{
+    child<QPushButton>(dialog, button)->click();
+}
+
+void goTo(const QDialog& dialog, int row)
+{
+    auto* grid = child<controls::DBGrid>(dialog, u"DBGrid1"_s);
+    grid->setCurrentIndex(grid->model()->index(row, 4));
+}
+
+QString linesCaption(const QDialog& dialog)
+{
+    return child<controls::DBGrid>(dialog, u"DBGrid2"_s)->caption();
+}
+
+} // namespace
+
+void LostRowsTest::cleanup()
+{
+    QCOMPARE(desk_->boxes.unexpected(), QStringList());
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->objectName() == u"DataReport1"_s)
+            each->close();
+    }
+    desk_.reset();
+}
+
+void LostRowsTest::expectEnded(int error)
+{
+    QCOMPARE(desk_->end.exitStatus(), 1);
+    const QString text = desk_->boxes.shown().back().text;
+    QVERIFY2(text.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(text));
+}
+
+void LostRowsTest::addOrderWithoutANumber(int state)
+{
+    desk_->store.execute(u"DROP TABLE Orders"_s);
+    desk_->store.execute(
+        u"CREATE TABLE Orders (Number LONG, Order_Date DATETIME, Open_Close BOOLEAN,"
+        " CustomerName TEXT(50), CustomerAddress TEXT(50), CustomerTel TEXT(20))"_s);
+    desk_->store.execute(u"CREATE UNIQUE INDEX ByNumber ON Orders (Number)"_s);
+    desk_->store.execute(u"INSERT INTO Orders (Order_Date, Open_Close) VALUES ('2026-01-02', ?)"_s,
+                         {state});
+}
+
+/// Nothing is saved, and all else goes on: a row that is not found is no failure.
+void LostRowsTest::closesAnOrderThatIsGone()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->openOrder(1);
+    desk_->store.execute(u"DELETE FROM Orders"_s);
+    desk_->boxes.answer(runtime::vbYes);
+
+    desk_->click("CmdCloseOrder");
+
+    QVERIFY(!desk_->end.exitStatus());
+    QTRY_VERIFY(desk_->form() == nullptr);
+    QCOMPARE(orderCount(), 0);
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>({1, 2}));
+}
+
+void LostRowsTest::printsAnOrderThatIsGone()
+{
+    desk_->addOrderWithLines(1, {4});
+    desk_->openOrder(1);
+    desk_->store.execute(u"DELETE FROM Orders"_s);
+
+    desk_->click("CmdPrint");
+
+    QVERIFY(!desk_->end.exitStatus());
+    QCOMPARE(orderCount(), 0);
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
+}
+
+/// The form stays as it was but for the customer, whose boxes are emptied first.
+void LostRowsTest::takesAnOrderThatIsGone()
+{
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->store.addOrder(2);
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->type("TextCustomerName", u"דוד"_s);
+    inNextDialog([this](QDialog& dialog) {
+        desk_->store.execute(u"DELETE FROM Orders WHERE Number = 2"_s);
+        press(dialog, u"CmdPic"_s);
+    });
+    desk_->click("CmdFindOrder");
+
+    QVERIFY(!desk_->end.exitStatus());
+    QCOMPARE(Module1::CurrentOrderNum, 2);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
+    QCOMPARE(desk_->lines().RecordCount(), 3);
+    QCOMPARE(desk_->box("TextCustomerName"), QString());
+}
+
+/// A form that is loaded on it has no lines to go to.
+void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
+{
+    desk_->store.addOrder(2);
+    desk_->boxes.answer(runtime::vbOK);
+    inNextDialog([this](QDialog& dialog) {
+        desk_->store.execute(u"DELETE FROM Orders"_s);
+        press(dialog, u"CmdPic"_s);
+    });
+    orders::findOrder();
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s); // as laid out
+    QTRY_VERIFY(desk_->end.exitStatus().has_value());
+    expectEnded(91);
+}
+
+void LostRowsTest::movesToAnOrderThatIsGone()
+{
+    desk_->store.addOrder(1);
+    desk_->store.addOrder(2);
+    desk_->boxes.answer(runtime::vbOK);
+    inNextDialog([this](QDialog& dialog) {
+        QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 2"_s);
+        desk_->store.execute(u"DELETE FROM Orders WHERE Number = 1"_s);
+        goTo(dialog, 0);
+        QVERIFY(!desk_->end.exitStatus());
+        QTRY_VERIFY(desk_->end.exitStatus().has_value());
+    });
+    orders::findOrder();
+    expectEnded(3167);
+}
+
+void LostRowsTest::deletesALineThatIsGone()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->store.execute(u"DELETE FROM Cuts WHERE NUM = 2"_s);
+    desk_->boxes.answer(runtime::vbYes);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdDel");
+
+    expectEnded(3167);
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
+}
+
+void LostRowsTest::deletesAllUpToALineThatIsGone()
+{
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->store.execute(u"DELETE FROM Cuts WHERE NUM = 2"_s);
+    desk_->boxes.answer(runtime::vbYes);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdDelAll");
+
+    expectEnded(3167);
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{3});
+}
+
+/// A row's values are those of the moment at which it was visited.
+void LostRowsTest::viewsALineThatIsGone()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->store.execute(u"DELETE FROM Cuts"_s);
+    QString name;
+    inNextDialog(
+        [&name](QDialog& dialog) { name = child<QLabel>(dialog, u"LabelName"_s)->text(); });
+    desk_->click("CmdView");
+    QCOMPARE(name, u"סדרה 2"_s);
+    desk_->boxes.answer(runtime::vbOK);
+    testsupport::child<controls::DBGrid>(*desk_->form(), u"DBGrid1"_s)
+        ->setCurrentIndex(testsupport::child<controls::DBGrid>(*desk_->form(), u"DBGrid1"_s)
+                              ->model()
+                              ->index(0, 0));
+    desk_->click("CmdView");
+    expectEnded(3167);
+}
+
+/// The search shows any number; only the order form takes no more than 16 bits.
+void LostRowsTest::browsesBeyondSixteenBits()
+{
+    desk_->addOrderWithLines(1, {1});
+    desk_->addOrderWithLines(40000, {1, 2});
+    desk_->openOrder(1);
+    desk_->boxes.answer(runtime::vbOK);
+    inNextDialog([this](QDialog& dialog) {
+        QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 40000"_s);
+        QCOMPARE(child<controls::DBGrid>(dialog, u"DBGrid2"_s)->model()->rowCount(), 2);
+        goTo(dialog, 0);
+        QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 1"_s);
+        goTo(dialog, 1);
+        QVERIFY(!desk_->end.exitStatus());
+        press(dialog, u"CmdPic"_s);
+        QVERIFY(dialog.isVisible());
+    });
+    desk_->click("CmdFindOrder");
+    expectEnded(6);
+    QCOMPARE(Module1::CurrentOrderNum, 1);
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
+}
+
+void LostRowsTest::movesToAnOrderWithoutANumber()
+{
+    addOrderWithoutANumber();
+    desk_->store.addOrder(1);
+    desk_->boxes.answer(runtime::vbOK);
+    inNextDialog([this](QDialog& dialog) {
+        QCOMPARE(child<controls::DBGrid>(dialog, u"DBGrid1"_s)->model()->rowCount(), 2);
+        QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 1"_s);
+        goTo(dialog, 0);
+        QTRY_VERIFY(desk_->end.exitStatus().has_value());
+    });
+    orders::findOrder();
+    expectEnded(94);
+}
+
+void LostRowsTest::opensTheSearchOnAnOrderWithoutANumber()
+{
+    addOrderWithoutANumber();
+    QCOMPARE(raisedBy([] { orders::findOrder(); }), 94);
+}
+
+void LostRowsTest::findsNoNextNumberAfterNone_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::newRow("open") << 0;
+    QTest::newRow("closed") << -1;
+}
+
+void LostRowsTest::findsNoNextNumberAfterNone()
+{
+    QFETCH(int, state);
+    addOrderWithoutANumber(state);
+    QCOMPARE(raisedBy([this] { orders::openOrderLongForm(desk_->dataMDI); }), 94);
+    QCOMPARE(orderCount(), 1);
+    QCOMPARE(Module1::CurrentOrderNum, 0);
+}
+
+/// The lists show nothing where there is nothing.
+void LostRowsTest::listsLinesWithoutValues()
+{
+    desk_->store.execute(u"INSERT INTO Orders (Number) VALUES (1)"_s);
+    desk_->store.execute(u"INSERT INTO Cuts (Order_Num) VALUES (1)"_s);
+    inNextDialog([](QDialog& dialog) {
+        QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 1"_s);
+        QVERIFY(!dialog.grab().isNull());
+        const auto* lines = child<controls::DBGrid>(dialog, u"DBGrid2"_s)->model();
+        QCOMPARE(lines->rowCount(), 1);
+        for (int column = 0; column < lines->columnCount(); ++column)
+            QCOMPARE(lines->index(0, column).data().toString(), QString());
+        const auto* all = child<controls::DBGrid>(dialog, u"DBGrid1"_s)->model();
+        QCOMPARE(all->index(0, 3).data().toString(), QString());
+        QCOMPARE(all->index(0, 4).data().toString(), u"1"_s);
+    });
+    orders::findOrder();
+    QVERIFY(!desk_->end.exitStatus());
+}
+
+ZOMREL_QTEST_MAIN(LostRowsTest)
+#include "lost_rows_test.moc"
