@@ -54,11 +54,12 @@ private:
     iconv_t handle_;
 };
 
-bool isNumber(const QString& text)
+/// The name by which the system's converter knows it.
+QByteArray systemName(const QString& name)
 {
-    bool ok = false;
-    text.toUInt(&ok);
-    return ok;
+    bool isNumber = false;
+    name.toUInt(&isNumber);
+    return (isNumber ? u"CP"_s + name : name).toLatin1();
 }
 
 } // namespace
@@ -66,7 +67,7 @@ bool isNumber(const QString& text)
 CodePage::CodePage(const QString& name) : name_(name)
 {
     const Converter converter(Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? "UTF-16LE" : "UTF-16BE",
-                              systemName().constData());
+                              systemName(name).constData());
     bool singleBytes = converter.isOpen();
     for (std::size_t i = 0; i < characters_.size() && singleBytes; ++i) {
         characters_[i] = unknown;
@@ -79,11 +80,6 @@ CodePage::CodePage(const QString& name) : name_(name)
         throw RunTimeError(
             runtime::InvalidProcedureCall,
             u"There is no code page '%1' with a byte for each character."_s.arg(name));
-}
-
-QByteArray CodePage::systemName() const
-{
-    return ((isNumber(name_) ? u"CP"_s : QString()) + name_).toLatin1();
 }
 
 QString CodePage::decoded(const QByteArray& bytes) const

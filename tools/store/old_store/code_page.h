@@ -17,8 +17,6 @@ public:
 
     /// As it was given.
     const QString& name() const { return name_; }
-    /// The name by which the system's converter knows it.
-    QByteArray systemName() const;
     /// Raises 3421 for a byte that the code page does not know, and names it and its place.
     QString decoded(const QByteArray& bytes) const;
 

@@ -32,31 +32,34 @@ QByteArray frameOf(Kind kind, const Values&... values)
     return frame;
 }
 
-QByteArray columnsOf(const OldTable& table)
+QByteArray bytesOf(const std::vector<OldColumn>& columns)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_6_0);
-    stream << static_cast<quint32>(table.columns.size());
-    for (const OldColumn& column : table.columns)
+    stream << static_cast<quint32>(columns.size());
+    for (const OldColumn& column : columns)
         stream << column.name << column.type;
     return bytes;
 }
 
-/// Empty where the bytes are not whole.
-std::optional<std::vector<OldColumn>> columnsFrom(const QByteArray& bytes)
+void require(bool condition)
+{
+    if (!condition)
+        throw RunTimeError(runtime::CorruptDatabase, u"what was read of it makes no sense"_s);
+}
+
+std::vector<OldColumn> columnsFrom(const QByteArray& bytes)
 {
     QDataStream stream(bytes);
     stream.setVersion(QDataStream::Qt_6_0);
     quint32 count = 0;
     stream >> count;
-    if (count > mostColumns)
-        return {};
+    require(count <= mostColumns);
     std::vector<OldColumn> columns(count);
     for (OldColumn& column : columns)
         stream >> column.name >> column.type;
-    if (stream.status() != QDataStream::Ok || !stream.atEnd())
-        return {};
+    require(stream.status() == QDataStream::Ok && stream.atEnd());
     return columns;
 }
 
@@ -86,8 +89,8 @@ void FrameWriter::foreignTable(const QString& name, bool linked)
 
 void FrameWriter::table(const OldTable& table)
 {
-    write(frameOf(Kind::Table, table.name, table.recordedRows, columnsOf(table),
-                  table.foreignColumns));
+    write(frameOf(Kind::Table, table.name, table.recordedRows, bytesOf(table.columns),
+                  bytesOf(table.foreignColumns)));
 }
 
 void FrameWriter::row(const OldRow& row)
@@ -121,12 +124,6 @@ void FrameWriter::write(const QByteArray& frame)
     bytes += frame;
     if (device_.write(bytes) != bytes.size())
         throw RunTimeError(runtime::DiskOrNetworkError, device_.errorString());
-}
-
-void FrameReader::require(bool condition) const
-{
-    if (!condition)
-        throw RunTimeError(runtime::CorruptDatabase, u"what was read of it makes no sense"_s);
 }
 
 void FrameReader::take(const QByteArray& bytes)
@@ -180,11 +177,11 @@ void FrameReader::takeFrame(const QByteArray& frame)
         between(State::BetweenTables);
         OldTable table;
         QByteArray columns;
-        stream >> table.name >> table.recordedRows >> columns >> table.foreignColumns;
+        QByteArray foreign;
+        stream >> table.name >> table.recordedRows >> columns >> foreign;
         whole();
-        std::optional<std::vector<OldColumn>> found = columnsFrom(columns);
-        require(found.has_value());
-        table.columns = std::move(*found);
+        table.columns = columnsFrom(columns);
+        table.foreignColumns = columnsFrom(foreign);
         columns_ = table.columns.size();
         state_ = State::InTable;
         return visitor_.table(table);

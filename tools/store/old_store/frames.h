@@ -41,7 +41,6 @@ private:
 
     void takeFrame(const QByteArray& frame);
     void takeOpened(quint8 format);
-    void require(bool condition) const;
 
     OldStoreVisitor& visitor_;
     QByteArray waiting_;

@@ -1,6 +1,7 @@
 #include "tools/store/old_store/intake.h"
 
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/old_store/old_value.h"
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -25,8 +26,9 @@ Intake::Intake(RowSink& sink, const TakeOverOptions& options, TakeOverProgress p
 
 void Intake::foreignTable(const QString& name, bool linked)
 {
-    reports_.notes.add(name + (linked ? u": lies in another file; left out"_s
-                                      : u": is no table of the store; left out"_s));
+    const QString shown = decodedName(name, format_, options_.codePage);
+    reports_.notes.add(shown + (linked ? u": lies in another file; left out"_s
+                                       : u": is no table of the store; left out"_s));
 }
 
 void Intake::table(const OldTable& table)

@@ -26,7 +26,7 @@ constexpr int movedRow = 0x4000;
 constexpr int placeOfRow = 0x1fff;
 
 /// No text of a store comes near it.
-constexpr qsizetype longestMemo = 16 * 1024 * 1024;
+constexpr qsizetype longestMemo = qsizetype{16} * 1024 * 1024;
 
 [[noreturn]] void damaged(const QString& what)
 {
@@ -163,13 +163,11 @@ private:
         described.recordedRows = table_->num_rows;
         const QString& key = schema_.indexes.front().fields.front();
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            const QString name = nameOf(columns_[i]->name);
-            taken_.push_back(schema_.ordinalOf(name) >= 0);
-            if (taken_.back())
-                described.columns.push_back({name, static_cast<quint8>(columns_[i]->col_type)});
-            else
-                described.foreignColumns.append(name);
-            if (name.compare(key, Qt::CaseInsensitive) == 0)
+            const OldColumn column{nameOf(columns_[i]->name),
+                                   static_cast<quint8>(columns_[i]->col_type)};
+            taken_.push_back(schema_.ordinalOf(column.name) >= 0);
+            (taken_.back() ? described.columns : described.foreignColumns).push_back(column);
+            if (column.name.compare(key, Qt::CaseInsensitive) == 0)
                 keyColumn_ = i;
         }
         visitor_.table(described);

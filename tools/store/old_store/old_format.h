@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -39,9 +38,9 @@ struct OldColumn
 struct OldTable
 {
     QString name;
-    qint64 recordedRows = 0;        ///< How many rows the file says that it has.
-    std::vector<OldColumn> columns; ///< Those that the store knows.
-    QStringList foreignColumns;     ///< The others.
+    qint64 recordedRows = 0;               ///< How many rows the file says that it has.
+    std::vector<OldColumn> columns;        ///< Those that the store knows.
+    std::vector<OldColumn> foreignColumns; ///< The others.
 };
 
 /// The bytes of a value as they stand in the file, those of a memo put together; a Boolean is one
@@ -51,7 +50,7 @@ using OldCell = std::optional<QByteArray>;
 using OldRow = std::vector<OldCell>;
 
 /// Hears what an old store holds, in this order: opened, then tables with their rows and foreign
-/// tables mixed, then end.
+/// tables mixed, then end. The characters of a Jet 3 file's names are bytes of its code page.
 class OldStoreVisitor
 {
 public:

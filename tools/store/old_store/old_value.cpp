@@ -131,4 +131,15 @@ QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
     }
 }
 
+QString decodedName(const QString& name, OldFormat format, const CodePage& codePage)
+{
+    if (format != OldFormat::Jet3)
+        return name;
+    try {
+        return codePage.decoded(name.toLatin1());
+    } catch (const RunTimeError&) {
+        return name;
+    }
+}
+
 } // namespace storetools

@@ -14,4 +14,7 @@ namespace storetools {
 QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
                       const CodePage& codePage);
 
+/// A name as it is read to the user; one that cannot be decoded stays as it was told.
+QString decodedName(const QString& name, OldFormat format, const CodePage& codePage);
+
 } // namespace storetools

@@ -25,12 +25,14 @@ constexpr int second = 1000; // ms
 class Reader
 {
 public:
-    Reader(const QString& path, const CodePage& codePage)
+    explicit Reader(const QString& path)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
             environment.remove(name);
-        environment.insert(u"MDB_JET3_CHARSET"_s, QString::fromLatin1(codePage.systemName()));
+        // The library does not end its conversions, so a letter of Hebrew at the end of one name
+        // would begin the next one. Bytes that stay bytes leave nothing behind.
+        environment.insert(u"MDB_JET3_CHARSET"_s, u"ISO-8859-1"_s);
         process_.setProcessEnvironment(environment);
         process_.setStandardInputFile(QProcess::nullDevice());
         process_.start(QCoreApplication::applicationFilePath(),
@@ -85,10 +87,10 @@ private:
 
 } // namespace
 
-void readOldStore(const QString& path, const CodePage& codePage, OldStoreVisitor& visitor)
+void readOldStore(const QString& path, OldStoreVisitor& visitor)
 {
     try {
-        Reader reader(path, codePage);
+        Reader reader(path);
         FrameReader frames(visitor);
         reader.readTo(frames);
     } catch (const RunTimeError& error) {

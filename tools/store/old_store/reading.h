@@ -1,6 +1,5 @@
 #pragma once
 
-#include "tools/store/old_store/code_page.h"
 #include "tools/store/old_store/old_format.h"
 
 namespace storetools {
@@ -9,9 +8,9 @@ namespace storetools {
 constexpr auto readingCommand = "read-old-store";
 
 /// Reads an old store in a process of its own, which may end as it likes or hang, and hands on what
-/// it tells. The code page serves for names. Raises 3049 with a description of the damage where the
+/// it tells. Raises 3049 with a description of the damage where the
 /// file cannot be read to its end, and what the visitor raises.
-void readOldStore(const QString& path, const CodePage& codePage, OldStoreVisitor& visitor);
+void readOldStore(const QString& path, OldStoreVisitor& visitor);
 
 /// What that other process does: its exit status. What keeps it from reading goes to the error
 /// stream.

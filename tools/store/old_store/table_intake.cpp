@@ -46,8 +46,9 @@ TableIntake::TableIntake(const store::TableSchema& schema, const OldTable& table
       recordedRows_(table.recordedRows)
 {
     match(table);
-    for (const QString& column : table.foreignColumns)
-        reports_.notes.add(u"%1.%2: is no field of the store; left out"_s.arg(schema.name, column));
+    for (const OldColumn& column : table.foreignColumns)
+        reports_.notes.add(u"%1.%2: is no field of the store; left out"_s.arg(
+            schema.name, decodedName(column.name, format, options.codePage)));
     for (std::size_t i = 0; i < sources_.size(); ++i) {
         if (!sources_[i])
             reportMissing(schema.fields[i]);

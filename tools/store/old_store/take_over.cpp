@@ -89,7 +89,7 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const QString& target,
     NewStore store(target);
     StoreSink sink(store.database());
     Intake intake(sink, options, progress);
-    readOldStore(oldPath, options.codePage, intake);
+    readOldStore(oldPath, intake);
     TakeOverOutcome outcome;
     outcome.notes = intake.reports().notes.lines();
     outcome.findings = intake.reports().findings.lines();

@@ -29,7 +29,10 @@ public:
         QString line = u"table %1 %2:"_s.arg(table.name).arg(table.recordedRows);
         for (const OldColumn& column : table.columns)
             line += u" %1/%2"_s.arg(column.name).arg(column.type);
-        heard.append(line + u" but "_s + table.foreignColumns.join(u','));
+        line += u" but"_s;
+        for (const OldColumn& column : table.foreignColumns)
+            line += u" %1/%2"_s.arg(column.name).arg(column.type);
+        heard.append(line);
     }
     void row(const OldRow& row) override
     {
@@ -57,7 +60,7 @@ void writeAll(FrameWriter& writer)
 {
     writer.opened(OldFormat::Jet3);
     writer.foreignTable(u"טלפונים"_s, true);
-    writer.table({u"Cuts"_s, 2, {{u"Code"_s, OldLong}, {u"Name"_s, OldText}}, {u"Extra"_s}});
+    writer.table({u"Cuts"_s, 2, {{u"Code"_s, OldLong}, {u"Name"_s, OldText}}, {{u"Extra"_s, 11}}});
     writer.row({QByteArray("abcd"), std::nullopt});
     writer.row({std::nullopt, QByteArray("")});
     writer.tableEnd();
@@ -68,11 +71,11 @@ void writeAll(FrameWriter& writer)
 
 const QStringList all{u"opened 3"_s,
                       u"foreign טלפונים 1"_s,
-                      u"table Cuts 2: Code/4 Name/10 but Extra"_s,
+                      u"table Cuts 2: Code/4 Name/10 but Extra/11"_s,
                       u"<abcd> Null"_s,
                       u"Null <>"_s,
                       u"table end"_s,
-                      u"table Orders 0: but "_s,
+                      u"table Orders 0: but"_s,
                       u"table end"_s,
                       u"end"_s};
 

@@ -277,7 +277,7 @@ TEST_F(IntakeTest, CannotDoWithoutTheOtherFields)
 TEST_F(IntakeTest, TellsWhatIsForeignAndWhatIsMissing)
 {
     OldTable orders = describe(u"Orders"_s);
-    orders.foreignColumns = {u"Fax"_s};
+    orders.foreignColumns = {{u"Fax"_s, OldText}};
     tell(orders, {});
     tell(describe(u"Cuts"_s), {});
     intake_.foreignTable(u"Phones"_s, false);
