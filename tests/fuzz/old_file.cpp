@@ -1,0 +1,95 @@
+// A damaged old file, read by libmdb in a process of its own as the program does it: it is refused,
+// or a sound store is made of it. The process is this program itself, so libmdb works under the
+// same sanitizers.
+
+#include "fuzz/fuzz.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/checker.h"
+#include "tools/store/old_store/reading.h"
+#include "tools/store/old_store/take_over.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <array>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+using namespace storetools;
+
+namespace {
+
+QByteArray contentsOf(const QString& path)
+{
+    QFile file(path);
+    fuzz::require(file.open(QIODevice::ReadOnly), "a file can be read", path);
+    return file.readAll();
+}
+
+const QByteArray& wholeFile(int which)
+{
+    static const std::array files{
+        contentsOf(QStringLiteral(ZOMREL_TEST_DATA) + u"/old_store/old-store.mdb"_s),
+        contentsOf(QStringLiteral(ZOMREL_TEST_DATA) + u"/old_store/older-store.mdb"_s)};
+    return files[static_cast<std::size_t>(which)];
+}
+
+/// The first byte chooses the file, the next how much of it there is; then come places and bytes.
+QByteArray damagedFile(fuzz::Input& input)
+{
+    QByteArray file = wholeFile(input.takeBelow(2));
+    const int kept = input.takeBelow(256);
+    if (kept != 0)
+        file.truncate(file.size() * kept / 256);
+    while (!input.atEnd() && !file.isEmpty()) {
+        const auto place = static_cast<qsizetype>(input.take<quint32>());
+        file[place % file.size()] = input.take<char>();
+    }
+    return file;
+}
+
+void takeOver(const QString& old, const QString& target)
+{
+    try {
+        const TakeOverOutcome outcome = takeOverStore(old, target, {}, {});
+        if (!outcome.findings.isEmpty())
+            return;
+        fuzz::require(checkStore(target).isEmpty(), "a store is sound", {});
+        fuzz::require(QFile::remove(target), "a store is made", {});
+    } catch (const runtime::RunTimeError& error) {
+        fuzz::require(error.number() == runtime::CorruptDatabase ||
+                          error.number() == runtime::UnrecognizedFormat,
+                      "only damage is refused", error.description());
+    }
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    if (*argc == 3 && qstrcmp((*argv)[1], readingCommand) == 0)
+        std::_Exit(runReading(QFile::decodeName((*argv)[2])));
+    static const QCoreApplication application(*argc, *argv);
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const QTemporaryDir folder;
+    fuzz::Input input(data, size);
+    const QByteArray damaged = damagedFile(input);
+    const QString old = folder.filePath(u"old.mdb"_s);
+    QFile file(old);
+    fuzz::require(file.open(QIODevice::WriteOnly) && file.write(damaged) == damaged.size(),
+                  "a file can be written", old);
+    file.close();
+    takeOver(old, folder.filePath(u"new.mdb"_s));
+    fuzz::require(contentsOf(old) == damaged, "the old file stays as it is", {});
+    const QStringList left =
+        QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    fuzz::require(left == QStringList(u"old.mdb"_s), "nothing is left behind", left.join(u' '));
+    return 0;
+}
