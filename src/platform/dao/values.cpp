@@ -28,7 +28,8 @@ double number(const QVariant& value)
     }
 }
 
-/// A date, with its time of day where it has one. Years of four digits only, as they are stored.
+/// A date, with its time of day where it has one. Years of four digits only, as they are stored. A
+/// moment is in no time zone: in the machine's own there are times that a clock put forward skips.
 QVariant moment(const QDate& date, const QTime& time)
 {
     if (!date.isValid() || !time.isValid() || date.year() < 1 || date.year() > 9999)
@@ -36,7 +37,7 @@ QVariant moment(const QDate& date, const QTime& time)
     const QTime whole(time.hour(), time.minute(), time.second());
     if (whole == QTime(0, 0))
         return date;
-    return QDateTime(date, whole);
+    return QDateTime(date, whole, Qt::UTC);
 }
 
 QVariant momentOf(const QString& text)

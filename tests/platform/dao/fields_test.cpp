@@ -196,12 +196,22 @@ TEST_F(FieldsTest, HoldDatesAsIsoText)
     EXPECT_EQ(stored(u"Day"_s, QDate(2026, 3, 1)), QVariant(QDate(2026, 3, 1)));
     EXPECT_EQ(scalar(u"SELECT Day FROM Items"_s), u"2026-03-01"_s);
     sql(u"DELETE FROM Items"_s);
-    const QDateTime noon(QDate(2026, 3, 1), QTime(12, 30));
+    const QDateTime noon(QDate(2026, 3, 1), QTime(12, 30), Qt::UTC);
     EXPECT_EQ(stored(u"Day"_s, noon), QVariant(noon));
     EXPECT_EQ(scalar(u"SELECT Day FROM Items"_s), u"2026-03-01T12:30:00"_s);
     const QDateTime midnight(QDate(2026, 3, 2), QTime(0, 0));
     EXPECT_EQ(stored(u"Day"_s, midnight), QVariant(QDate(2026, 3, 2)));
     EXPECT_EQ(stored(u"Day"_s, u"2026-12-31"_s), QVariant(QDate(2026, 12, 31)));
+}
+
+TEST_F(FieldsTest, HoldTimesThatTheClockSkips)
+{
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "Asia/Jerusalem");
+    const QDateTime skipped(QDate(2026, 3, 27), QTime(2, 30), Qt::UTC);
+    EXPECT_EQ(stored(u"Day"_s, u"2026-03-27T02:30:00"_s), QVariant(skipped));
+    EXPECT_EQ(stored(u"Day"_s, skipped), QVariant(skipped));
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
 }
 
 TEST_F(FieldsTest, RefuseWhatIsNoDate)
@@ -214,7 +224,7 @@ TEST_F(FieldsTest, RefuseWhatIsNoDate)
 
 TEST_F(FieldsTest, ReadDatesAsHandsWriteThem)
 {
-    const QDateTime noon(QDate(2026, 3, 1), QTime(12, 30));
+    const QDateTime noon(QDate(2026, 3, 1), QTime(12, 30), Qt::UTC);
     EXPECT_EQ(read(u"Day"_s, u"'2026-03-01T12:30:00'"_s), QVariant(noon));
     EXPECT_EQ(read(u"Day"_s, u"'2026-03-01 12:30:00'"_s), QVariant(noon));
     EXPECT_EQ(read(u"Day"_s, u"'2026-03-01 12:30'"_s), QVariant(noon));
