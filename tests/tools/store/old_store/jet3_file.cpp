@@ -16,7 +16,7 @@ using storetools::OldColumn;
 using storetools::OldRow;
 
 constexpr qsizetype pageSize = 2048;
-constexpr quint32 firstCatalogPage = 2;
+constexpr quint32 firstCatalogPage = 2; // of three, one of which has rows
 
 template <typename Number>
 QByteArray bytesOf(Number number)
@@ -223,7 +223,7 @@ QByteArray rc4(const QByteArray& bytes, quint32 key)
     return result;
 }
 
-QByteArray jet3File(const std::vector<Jet3Table>& tables)
+QByteArray jet3File(const std::vector<Jet3Table>& tables, const std::vector<QByteArray>& looseRows)
 {
     Jet3Table catalog{"MSysObjects",
                       {{u"Id"_s, storetools::OldLong},
@@ -237,10 +237,15 @@ QByteArray jet3File(const std::vector<Jet3Table>& tables)
             {bytesOf(page), bytesOf(quint16{1}), bytesOf(flags), name, std::nullopt});
     };
     constexpr quint32 systemTable = 0x80000000;
-    constexpr quint32 catalogPages = 3; // of which one has rows
     list(catalog.name, firstCatalogPage, systemTable);
-    quint32 next = firstCatalogPage + catalogPages;
     QByteArray content;
+    quint32 next = firstLoosePage;
+    for (const QByteArray& row : looseRows) {
+        RowPage page(0);
+        page.add(row);
+        content += page.bytes();
+        ++next;
+    }
     for (const Jet3Table& table : tables) {
         list(table.name, next, 0);
         for (const QByteArray& page : pagesOf(table, next)) {

@@ -18,9 +18,13 @@ struct Jet3Table
     std::vector<storetools::OldRow> rows;
 };
 
+/// The pages from this one on hold the loose rows of a file, one each.
+constexpr quint32 firstLoosePage = 5;
+
 /// The whole file with these tables, as far as reading needs it: no indexes, one usage map for each
-/// table.
-QByteArray jet3File(const std::vector<Jet3Table>& tables);
+/// table. Memos may lie in loose rows.
+QByteArray jet3File(const std::vector<Jet3Table>& tables,
+                    const std::vector<QByteArray>& looseRows = {});
 
 /// The cipher of encoded files; the same once more gives back what was.
 QByteArray rc4(const QByteArray& bytes, quint32 key);

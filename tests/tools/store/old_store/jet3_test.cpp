@@ -12,10 +12,12 @@ using storetooltest::addRow;
 using storetooltest::bytesOf;
 using storetooltest::cohen;
 using storetooltest::emptyTables;
+using storetooltest::firstLoosePage;
 using storetooltest::Jet3Table;
 using storetooltest::oldFile;
 using storetooltest::OldFileFolder;
 using storetooltest::Outcome;
+using storetooltest::sliding;
 using storetooltest::tableIn;
 
 namespace {
@@ -130,6 +132,44 @@ TEST_F(Jet3Test, TakesMemosThatLieInTheirRow)
     addRow(kinds, {{u"Code"_s, bytesOf(qint32{1})}, {u"Name"_s, head + cohen}});
     ASSERT_EQ(takeOver().exitStatus, 0);
     EXPECT_EQ(valueIn(folder_.target(), u"GlassKind"_s, 0, u"Name"_s), u"כהן"_s);
+}
+
+TEST_F(Jet3Test, TakesMemosThatLieInOtherRows)
+{
+    Jet3Table& kinds = tableIn(tables_, "GlassKind");
+    kinds.columns[1].type = OldMemo;
+    const auto head = [](quint32 length, quint32 page) {
+        return bytesOf(length) + bytesOf(quint32{page << 8U}) + bytesOf(quint32{0});
+    };
+    constexpr quint32 inOneRow = 0x40000000;
+    const auto add = [&](qint32 code, const QByteArray& name) {
+        addRow(kinds, {{u"Code"_s, bytesOf(code)}, {u"Name"_s, name}});
+    };
+    add(1, head(inOneRow | 3, firstLoosePage));
+    add(2, head(7, firstLoosePage + 1));
+    // The first row names the place of the second one, which is the last.
+    const std::vector<QByteArray> rows{
+        cohen, bytesOf(quint32{(firstLoosePage + 2) << 8U}) + sliding, bytesOf(quint32{0}) + cohen};
+    folder_.write(storetooltest::jet3File(tables_, rows));
+    const Outcome outcome = folder_.takeOver();
+    ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
+    EXPECT_EQ(valueIn(folder_.target(), u"GlassKind"_s, 0, u"Name"_s), u"כהן"_s);
+    EXPECT_EQ(valueIn(folder_.target(), u"GlassKind"_s, 1, u"Name"_s), u"הזזהכהן"_s);
+}
+
+TEST_F(Jet3Test, MissesTheEndOfAMemo)
+{
+    Jet3Table& kinds = tableIn(tables_, "GlassKind");
+    kinds.columns[1].type = OldMemo;
+    const QByteArray head =
+        bytesOf(quint32{8}) + bytesOf(quint32{firstLoosePage << 8U}) + bytesOf(quint32{0});
+    addRow(kinds, {{u"Code"_s, bytesOf(qint32{1})}, {u"Name"_s, head}});
+    folder_.write(storetooltest::jet3File(tables_, {bytesOf(quint32{0}) + cohen}));
+    const Outcome outcome = folder_.takeOver();
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.err,
+              QStringList(u"zomrel-store: '%1' is damaged: a text of GlassKind has lost "
+                          "its end"_s.arg(folder_.old())));
 }
 
 /// The pages of an encoded file are enciphered, each with the file's key and its own number.

@@ -177,6 +177,32 @@ TEST(TakeOverTest, TakesRowsInTheOrderOfTheirKeys)
                            u"MashkofColor\t3\tלבן"_s}));
 }
 
+TEST(TakeOverTest, FindsARowThatHasMoved)
+{
+    constexpr qsizetype colours = 32; // the page of MashkofColor's rows
+    constexpr qsizetype page = colours * 4096;
+    constexpr qsizetype rowCount = page + 12;
+    const auto entry = [](qsizetype row) { return rowCount + 2 + 2 * row; };
+    QByteArray file = contentsOf(oldFile(u"old-store.mdb"_s));
+    ASSERT_EQ(file[rowCount], '\3');
+    // The second row goes in front of the third, marked as deleted, and leaves its place behind.
+    const qsizetype second = rowPlace(file, colours, 1);
+    const qsizetype length = rowPlace(file, colours, 0) - second;
+    const qsizetype moved = rowPlace(file, colours, 2) - length;
+    file.replace(moved, length, file.mid(second, length));
+    file.replace(second, 4, QByteArray("\3\x20\0\0", 4)); // the row with the number 3 of page 32
+    file[entry(1) + 1] = static_cast<char>(file[entry(1) + 1] | '\x40');
+    file[entry(3)] = static_cast<char>((moved - page) % 256);
+    file[entry(3) + 1] = static_cast<char>(((moved - page) / 256) | 0x80);
+    file[rowCount] = '\4';
+    const OldFileFolder folder;
+    folder.write(file);
+    const Outcome outcome = folder.takeOver();
+    ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
+    EXPECT_EQ(rowsOf(folder.target(), u"MashkofColor"_s),
+              listedRows(u"old-store.rows.tsv"_s, u"MashkofColor"_s));
+}
+
 TEST(TakeOverTest, RefusesAnExistingTarget)
 {
     const OldFileFolder folder;
