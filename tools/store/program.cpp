@@ -118,7 +118,7 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
         Progress progress(err);
         outcome =
             takeOverStore(call.arguments[0], call.arguments[1], options,
-                          [&](const QString& table, qint64 rows) { progress.show(table, rows); });
+                          [&](const QString& what, qint64 rows) { progress.show(what, rows); });
     }
     if (!outcome.findings.isEmpty())
         return notTakenOver(outcome, err);

@@ -19,13 +19,13 @@ Progress::~Progress()
     }
 }
 
-void Progress::show(const QString& table, qint64 rows)
+void Progress::show(const QString& what, qint64 rows)
 {
     constexpr qint64 pause = 100; // ms
     if (!isOn_ || sinceShown_.elapsed() < pause)
         return;
     sinceShown_.restart();
-    const QString line = u"%1: %2 rows"_s.arg(table).arg(rows);
+    const QString line = u"%1: %2 rows"_s.arg(what).arg(rows);
     terminal_ << '\r' << line.leftJustified(width_);
     terminal_.flush();
     width_ = qMax(width_, line.size());

@@ -16,7 +16,7 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    void show(const QString& table, qint64 rows);
+    void show(const QString& what, qint64 rows);
 
 private:
     QTextStream& terminal_;

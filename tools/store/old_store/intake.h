@@ -17,8 +17,8 @@ public:
     virtual void add(const store::TableSchema& table, const NewRow& row) = 0;
 };
 
-/// Is told now and then how many rows of a table have been taken over.
-using TakeOverProgress = std::function<void(const QString& table, qint64 rows)>;
+/// Is told at each row what is going on and how many rows it has come through.
+using TakeOverProgress = std::function<void(const QString& what, qint64 rows)>;
 
 /// Takes an old store in, row by row. From the first finding on nothing is added to the sink any
 /// more; the rest is looked through for further findings.

@@ -66,13 +66,16 @@ private:
 };
 
 /// Raises 51 where the store holds something else than what was added to it.
-void readBack(const QString& path, Intake& intake)
+void readBack(const QString& path, Intake& intake, const TakeOverProgress& progress)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
     for (const store::TableSchema& table : store::schema()) {
         RowDigest found;
-        dao::examineRows(*database, table.name,
-                         [&](const dao::ExaminedRow& row) { found.add(row.values); });
+        dao::examineRows(*database, table.name, [&](const dao::ExaminedRow& row) {
+            found.add(row.values);
+            if (progress)
+                progress(u"reading back "_s + table.name, found.rows());
+        });
         if (!(found == intake.added(table)))
             throw RunTimeError(runtime::InternalError,
                                u"%1 does not read back as it was written."_s.arg(table.name));
@@ -96,7 +99,7 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const QString& target,
     if (!outcome.findings.isEmpty())
         return outcome;
     store.save();
-    readBack(store.unfinishedPath(), intake);
+    readBack(store.unfinishedPath(), intake, progress);
     outcome.findings = checkStore(store.unfinishedPath());
     if (!outcome.findings.isEmpty())
         return outcome;

@@ -31,6 +31,12 @@ void put(QByteArray& page, qsizetype place, const QByteArray& bytes)
     page.replace(place, bytes.size(), bytes);
 }
 
+void setBit(QByteArray& bits, std::size_t number)
+{
+    const auto byte = static_cast<qsizetype>(number / 8);
+    bits[byte] = static_cast<char>(bits[byte] | (1 << (number % 8)));
+}
+
 bool isFixed(const OldColumn& column)
 {
     return column.type != storetools::OldText && column.type != storetools::OldMemo &&
@@ -59,8 +65,8 @@ qsizetype sizeOf(quint8 type)
 QByteArray placesOf(const std::vector<qsizetype>& ends, qsizetype rowSoFar, qsizetype maskSize)
 {
     QByteArray places;
-    for (auto end = ends.rbegin(); end != ends.rend(); ++end)
-        places += static_cast<char>(*end % 256);
+    for (const qsizetype end : ends)
+        places.prepend(static_cast<char>(end % 256));
     qsizetype jumps = 0;
     const auto length = [&] { return rowSoFar + places.size() + jumps + 1 + maskSize; };
     while ((length() - 1) / 256 > jumps)
@@ -84,7 +90,7 @@ QByteArray rowBytes(const Jet3Table& table, const OldRow& row)
     for (std::size_t i = 0; i < row.size(); ++i) {
         const bool isBoolean = table.columns[i].type == storetools::OldBoolean;
         if (isBoolean ? *row[i] == QByteArray(1, '\1') : row[i].has_value())
-            mask[i / 8] = static_cast<char>(mask[i / 8] | (1 << (i % 8)));
+            setBit(mask, i);
         if (isFixed(table.columns[i]) && !isBoolean)
             bytes += row[i].value_or(QByteArray(sizeOf(table.columns[i].type), '\0'));
     }
@@ -175,12 +181,11 @@ std::vector<QByteArray> pagesOf(const Jet3Table& table, quint32 firstPage)
         if (!rows.back().add(bytes))
             rows.emplace_back(firstPage).add(bytes);
     }
-    QByteArray map(69, '\0');
-    put(map, 1, bytesOf(quint32{firstPage + 2}));
+    QByteArray bits(64, '\0');
     for (std::size_t i = 0; i < rows.size(); ++i)
-        map[5 + i / 8] = static_cast<char>(map[5 + i / 8] | (1 << (i % 8)));
+        setBit(bits, i);
     RowPage mapPage(0);
-    mapPage.add(map);
+    mapPage.add('\0' + bytesOf(quint32{firstPage + 2}) + bits);
     std::vector<QByteArray> pages{descriptionPage(table, firstPage + 1), mapPage.bytes()};
     for (const RowPage& page : rows)
         pages.push_back(page.bytes());
