@@ -101,6 +101,9 @@ public:
     /// The expression that an INSERT gives to an unassigned counter; empty where the store counts
     /// by itself.
     virtual QString counterValue(const QString& table, const QString& field) = 0;
+    /// The expression that an INSERT gives to the row number, so that no number comes twice; empty
+    /// where the engine sees to that by itself or cannot.
+    virtual QString newRowNumber(const TableInfo&) { return {}; }
 
     virtual QStringList createTable(const TableInfo& table,
                                     const std::vector<IndexInfo>& indexes) const = 0;

@@ -10,6 +10,8 @@
 #include <QSqlError>
 #include <QUrl>
 
+#include <algorithm>
+
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
@@ -424,6 +426,21 @@ QString SqliteDriver::counterValue(const QString& table, const QString& field)
     if (known != schema().counters.end())
         return known->second;
     return schema().counters.emplace(counter, readCounterValue(table, field)).first->second;
+}
+
+/// The engine itself gives the number of a deleted last row to the next one. A station that has the
+/// former still in its list would then work on the latter, so the number follows the table's
+/// counter, which goes on counting.
+QString SqliteDriver::newRowNumber(const TableInfo& table)
+{
+    const auto counter = std::find_if(table.fields.begin(), table.fields.end(),
+                                      [](const FieldInfo& each) { return each.counter; });
+    // A store that was made past this engine may keep no high-water mark.
+    if (counter == table.fields.end() || !counterValue(table.name, counter->name).isEmpty())
+        return {};
+    return QStringLiteral("(SELECT 1 + max(ifnull((SELECT max(%1) FROM %2), 0), "
+                          "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = %3), 0)))")
+        .arg(rowNumber(table), quoted(table.name), literal(table.name));
 }
 
 QString SqliteDriver::readCounterValue(const QString& table, const QString& field)

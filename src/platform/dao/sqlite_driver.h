@@ -23,6 +23,7 @@ public:
     RowNumber insertedRow(const QSqlQuery& query) const override;
     QString joined(const QString& select) const override;
     QString counterValue(const QString& table, const QString& field) override;
+    QString newRowNumber(const TableInfo& table) override;
     QStringList createTable(const TableInfo& table,
                             const std::vector<IndexInfo>& indexes) const override;
     QString createIndex(const QString& table, const IndexInfo& index) const override;

@@ -248,6 +248,10 @@ RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assig
     QStringList places;
     QVariantList values;
     std::vector<bool> assigned(table_.fields.size());
+    if (const QString number = driver.newRowNumber(table_); !number.isEmpty()) {
+        columns.append(driver.rowNumber(table_));
+        places.append(number);
+    }
     for (const Assignment& each : assignments) {
         assigned[static_cast<std::size_t>(each.ordinal)] = true;
         columns.append(target(each.ordinal));

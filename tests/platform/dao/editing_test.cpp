@@ -56,6 +56,42 @@ TEST_F(EditingTest, ReplacesContentsThatTheFieldDoesNotTake)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 3);
 }
 
+/// Another station corrects a line by deleting it and entering it anew.
+TEST_F(EditingTest, ARowAddedAfterADeletionIsNotTakenForTheDeletedOne)
+{
+    raw_.reset();
+    path_ = folder_.filePath(u"Made.mdb"_s);
+    const auto database = dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_);
+    dao::TableDef lines = database->CreateTableDef(u"Lines"_s);
+    lines.Fields().Append(lines.CreateCounter(u"Code"_s));
+    lines.Fields().Append(lines.CreateField(u"Name"_s, dao::dbText, 10));
+    lines.indexes().Append(
+        dao::Index({.name = u"PrimaryKey"_s, .fields = {u"Code"_s}, .primary = true}));
+    database->tableDefs().Append(lines);
+    const auto add = [&](const QString& name) {
+        const auto rows = table(u"Lines"_s);
+        rows->AddNew();
+        rows->Fields(u"Name"_s).SetValue(name);
+        rows->Update();
+    };
+    add(u"a"_s);
+    add(u"wrong"_s);
+    const auto current = dynaset(u"Lines"_s);
+    current->MoveLast();
+    const auto list = dynaset(u"Lines"_s);
+    const auto theirs = table(u"Lines"_s);
+    theirs->MoveLast();
+    theirs->Delete();
+    add(u"right"_s);
+
+    EXPECT_EQ(errorOf([&] { current->Delete(); }), 3167);
+    EXPECT_EQ(errorOf([&] { current->Edit(); }), 3167);
+    list->MoveLast();
+    EXPECT_FALSE(list->hasCurrent());
+    EXPECT_EQ(scalar(u"SELECT group_concat(Name) FROM Lines"_s), u"a,right"_s);
+    EXPECT_EQ(scalar(u"SELECT Code FROM Lines WHERE Name = 'right'"_s), 3);
+}
+
 TEST_F(EditingTest, NeedsARowAndAnOpenedOne)
 {
     const auto rows = dynaset(u"Items"_s);
