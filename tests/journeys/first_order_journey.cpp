@@ -179,8 +179,11 @@ void FirstOrderJourney::continuesTheOrderAfterARestart()
     chooseSeries(program, u"בלגי 7000"_s);
     typeOpening(program, u"80"_s, u"00"_s, u"60"_s, u"00"_s);
     addLine(program, 1);
+    // Typed after the line, and so dropped by the end of the program.
+    program.fill(u"TextCustomerName"_s, u"לא נשמר"_s);
     program.clickTag(u"Exit"_s);
     QCOMPARE(program.exitStatus(), 0);
+    QVERIFY(program.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 
     program.start();
     program.clickTag(u"Order"_s);

@@ -4,6 +4,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 
+#include <QComboBox>
 #include <QSignalSpy>
 
 #include <memory>
@@ -23,6 +24,7 @@ private slots:
     void loadShowsTheOrder();
     void loadForgetsTheChosenSeries();
     void loadBindsOnDatabasesOfTheirOwn();
+    void listsAreThoseOfTheLoad();
     void detailsClearTheCustomer();
     void detailsOfAMissingOrder();
     void numberLabelFollowsTheSharedNumber();
@@ -97,6 +99,27 @@ void OrderDetailsTest::loadBindsOnDatabasesOfTheirOwn()
     }
     QCOMPARE(databases.size(), names.size());
     QVERIFY(!desk_->on<controls::DataControl>("DataMDI")->hasRecordset());
+}
+
+/// A name that is added or deleted meanwhile reaches the form when it is loaded anew.
+void OrderDetailsTest::listsAreThoseOfTheLoad()
+{
+    desk_->store.addOrder(1);
+    desk_->store.execute(u"INSERT INTO GlassColor (Name) VALUES ('שקוף')"_s);
+    desk_->store.addLine(1, 1);
+    desk_->store.execute(u"UPDATE Cuts SET Glass_Color = 'שקוף'"_s);
+    desk_->openOrder(1);
+    desk_->store.execute(u"DELETE FROM GlassColor"_s);
+    desk_->store.execute(u"INSERT INTO MashkofKind (Name) VALUES ('חדש')"_s);
+    QCOMPARE(desk_->on<QComboBox>("DBComboColor_2")->count(), 1);
+    QCOMPARE(desk_->on<QComboBox>("DBComboKind_0")->count(), 0);
+
+    desk_->click("Command2");
+    QTRY_VERIFY(desk_->form() == nullptr);
+    desk_->openOrder(1);
+    QCOMPARE(desk_->on<QComboBox>("DBComboColor_2")->count(), 0);
+    QCOMPARE(desk_->on<QComboBox>("DBComboKind_0")->itemText(0), u"חדש"_s);
+    QCOMPARE(desk_->store.scalar(u"SELECT Glass_Color FROM Cuts"_s).toString(), u"שקוף"_s);
 }
 
 void OrderDetailsTest::detailsClearTheCustomer()
