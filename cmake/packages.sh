@@ -2,12 +2,15 @@
 # The Debian packages that this system is built, tested and examined with. A word a|b is met by
 # either of the packages; the first is installed where neither is there.
 
-# What ./run needs: to build, to start, and the fonts and translations that the screens use.
-packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libqt6sql6-sqlite
-  mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core fonts-liberation2|fonts-liberation"
+# What ./run needs: to build, to start, and the fonts and translations that the screens use. A server
+# is none of it: its client library is all that a station has of it.
+packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev libqt6sql6-sqlite
+  libqt6sql6-psql mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
+  fonts-liberation2|fonts-liberation"
 
 # What ./test needs besides.
-packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils"
+packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils
+  postgresql-15"
 
 # What .ci/run needs besides both.
 packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"

@@ -66,3 +66,20 @@ function(zomrel_fuzz name)
     set_tests_properties(fuzz_${name}_corpus PROPERTIES TIMEOUT 300)
   endif()
 endfunction()
+
+# Where the server of a test run says how it is reached.
+set(ZOMREL_TEST_SERVER ${PROJECT_BINARY_DIR}/server/place)
+
+# zomrel_on_server(NAME ...): each of the tests runs once more over stores on a server, as NAME_on_server.
+function(zomrel_on_server)
+  foreach(name ${ARGN})
+    get_test_property(${name} ENVIRONMENT environment)
+    if(NOT environment)
+      set(environment "")
+    endif()
+    list(APPEND environment ZOMREL_TEST_ENGINE=postgresql ZOMREL_TEST_SERVER=${ZOMREL_TEST_SERVER})
+    add_test(NAME ${name}_on_server COMMAND ${name})
+    set_tests_properties(${name}_on_server PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}"
+                                                      FIXTURES_REQUIRED server)
+  endforeach()
+endfunction()

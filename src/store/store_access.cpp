@@ -34,7 +34,7 @@ void refuseForeignDatabase(dao::Database& database)
             return;
     }
     throw runtime::RunTimeError(runtime::UnrecognizedFormat,
-                                u"Unrecognized database format '%1'."_s.arg(database.Name()));
+                                u"Unrecognized database format '%1'."_s.arg(database.place()));
 }
 
 /// A table cannot be appended without a field, so it gets one that is taken away again at once.

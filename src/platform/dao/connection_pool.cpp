@@ -47,6 +47,11 @@ void ConnectionPool::give(const QString& key, std::unique_ptr<SqlConnection> con
         idle_.pop_front();
 }
 
+void ConnectionPool::forget(const QString& key)
+{
+    std::erase_if(idle_, [&key](const Idle& each) { return each.key == key; });
+}
+
 void ConnectionPool::clear()
 {
     idle_.clear();

@@ -18,6 +18,8 @@ public:
     std::unique_ptr<SqlConnection> take(const QString& key);
     /// Keeps the connection; the oldest goes where there are too many.
     void give(const QString& key, std::unique_ptr<SqlConnection> connection);
+    /// Lets go of all connections to one store.
+    void forget(const QString& key);
     void clear();
 
 private:

@@ -1,6 +1,8 @@
 #include "platform/dao/database.h"
 
 #include "platform/dao/connection_pool.h"
+#include "platform/dao/link.h"
+#include "platform/dao/postgres_driver.h"
 #include "platform/dao/recordset_p.h"
 #include "platform/dao/sqlite_driver.h"
 #include "platform/dao/table_def_p.h"
@@ -21,6 +23,11 @@ const QString& Database::Name() const
 {
     driver();
     return name_;
+}
+
+QString Database::place() const
+{
+    return driver().place();
 }
 
 Driver& Database::driver() const
@@ -83,14 +90,32 @@ void Database::CopyTo(const QString& path)
     driver().copyTo(path);
 }
 
+namespace {
+
+std::unique_ptr<Driver> openEmbedded(const QString& path, const Waits& waits)
+{
+    try {
+        return SqliteDriver::open(path, waits.lock);
+    } catch (const RunTimeError& error) {
+        if (error.number() == runtime::UnrecognizedFormat && beginsAsLink(path))
+            throw RunTimeError(runtime::UnrecognizedFormat,
+                               u"The store link '%1' is damaged: it is too long."_s.arg(path));
+        throw;
+    }
+}
+
+} // namespace
+
 std::shared_ptr<Database> Workspace::OpenDatabase(const QString& path) const
 {
-    return std::make_shared<Database>(SqliteDriver::open(path, lockWait_));
+    if (const std::optional<Link> link = linkAt(path))
+        return std::make_shared<Database>(PostgresDriver::open(path, *link, waits_));
+    return std::make_shared<Database>(openEmbedded(path, waits_));
 }
 
 std::shared_ptr<Database> Workspace::CreateDatabase(const QString& path) const
 {
-    return std::make_shared<Database>(SqliteDriver::create(path, lockWait_));
+    return std::make_shared<Database>(SqliteDriver::create(path, waits_.lock));
 }
 
 DBEngine& DBEngine::instance()

@@ -2,8 +2,8 @@
 
 #include "platform/dao/recordset.h"
 #include "platform/dao/types.h"
+#include "platform/dao/waits.h"
 
-#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -131,6 +131,8 @@ public:
     Database& operator=(const Database&) = delete;
 
     const QString& Name() const;
+    /// The store's place as a person is told of it: the path, or database and server.
+    QString place() const;
     bool isOpen() const { return driver_ != nullptr; }
 
     /// Opens a table by name (type dbOpenTable or dbOpenDynaset), or a query text of the form
@@ -172,17 +174,20 @@ class Workspace
 {
 public:
     /// How long a locked store is waited for; 5 s unless set.
-    void setLockWait(std::chrono::milliseconds wait) { lockWait_ = wait; }
-    /// Opens the store shared, for reading and writing, and creates nothing. Raises 3024 for a
-    /// missing file, 3343 for a file that is no store, 3049 for a damaged one, 3260 for one locked
-    /// longer than the wait of 5 s.
+    void setLockWait(std::chrono::milliseconds wait) { waits_.lock = wait; }
+    /// How long a server may take for one statement; 7 s unless set. More than the wait for a lock.
+    void setAnswerWait(std::chrono::milliseconds wait) { waits_.answer = wait; }
+    /// Opens the store shared, for reading and writing, and creates nothing. The file at the path
+    /// is the store, or a link to the database on a server that is. Raises 3024 for a missing file,
+    /// 3343 for a file that is no store and for a damaged link, 3049 for a damaged store, 3260 for
+    /// one locked longer than the wait of 5 s, 3151 for a server that cannot be reached.
     std::shared_ptr<Database> OpenDatabase(const QString& path) const;
     /// Makes an empty store and opens it. Raises 3204 where the file exists, 3024 where none can be
     /// made.
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
 
 private:
-    std::chrono::milliseconds lockWait_ = std::chrono::seconds(5);
+    Waits waits_;
 };
 
 /// The engine, made at its first use and kept for the life of the process.

@@ -47,15 +47,6 @@ namespace {
 /// Enough for all that the forms ask; the pages of a grid have texts that seldom come again.
 constexpr std::size_t keptStatements = 64;
 
-bool mayChangeTheSchema(const QString& sql)
-{
-    for (const auto verb : {"SELECT"_L1, "WITH"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
-        if (sql.startsWith(verb))
-            return false;
-    }
-    return true;
-}
-
 QSqlQuery prepared(const QSqlDatabase& database, const QString& sql)
 {
     QSqlQuery query(database);
@@ -66,10 +57,19 @@ QSqlQuery prepared(const QSqlDatabase& database, const QString& sql)
 
 } // namespace
 
+bool mayChangeTheSchema(const QString& sql)
+{
+    for (const auto verb : {"SELECT"_L1, "WITH"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
+        if (sql.startsWith(verb))
+            return false;
+    }
+    return true;
+}
+
 QSqlQuery& SqlConnection::statement(const QString& sql)
 {
     if (mayChangeTheSchema(sql)) {
-        schema_ = {};
+        forgetSchema();
         statements_.clear();
         passing_ = prepared(database_, sql);
         return passing_;
@@ -85,6 +85,12 @@ QSqlQuery& SqlConnection::statement(const QString& sql)
         return passing_;
     }
     return statements_.emplace(sql, std::move(query)).first->second;
+}
+
+QSqlQuery& SqlConnection::passing()
+{
+    passing_ = QSqlQuery(database_);
+    return passing_;
 }
 
 void Driver::commit()
@@ -112,14 +118,33 @@ std::unique_ptr<SqlConnection> Driver::releaseConnection()
     return std::move(connection_);
 }
 
-QSqlQuery& Driver::start(const QString& sql, const QVariantList& values)
+void Driver::setConnection(std::unique_ptr<SqlConnection> connection)
+{
+    connection_ = std::move(connection);
+    failed_ = false;
+}
+
+QSqlQuery& Driver::execute(const QString& sql, const QVariantList& values)
 {
     QSqlQuery& query = connection_->statement(sql);
     for (int i = 0; i < values.size(); ++i)
         query.bindValue(i, values[i]);
-    if (query.lastError().isValid() || !query.exec()) {
-        failed_ = true;
+    if (!query.lastError().isValid())
+        query.exec();
+    return query;
+}
+
+int Driver::columnCount(const QSqlQuery& query) const
+{
+    return query.record().count();
+}
+
+QSqlQuery& Driver::start(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery& query = execute(sql, values);
+    if (query.lastError().isValid()) {
         const QSqlError failure = query.lastError();
+        failed_ = failed_ || !outlivesFailure();
         connection_->drop(sql);
         throw error(failure);
     }
@@ -134,7 +159,7 @@ const QSqlQuery& Driver::run(const QString& sql, const QVariantList& values)
 std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& values)
 {
     QSqlQuery& query = start(sql, values);
-    const int columns = query.record().count();
+    const int columns = columnCount(query);
     std::vector<StoredValues> all;
     while (query.next()) {
         StoredValues row;
@@ -146,21 +171,20 @@ std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& v
     const QSqlError failure = query.lastError();
     query.finish();
     if (failure.isValid()) {
-        failed_ = true;
+        failed_ = failed_ || !outlivesFailure();
         connection_->drop(sql);
         throw error(failure);
     }
     return all;
 }
 
-RowNumbers Driver::rowNumbers(const QString& select, const QVariantList& values)
+RowNumbers Driver::rowNumbers(const QString& joined)
 {
-    const QString text = rows(joined(select), values).front().front().toString();
     RowNumbers numbers;
-    if (text.isEmpty())
+    if (joined.isEmpty())
         return numbers;
-    numbers.reserve(static_cast<std::size_t>(text.count(u',')) + 1);
-    for (const QStringView each : QStringTokenizer(text, u','))
+    numbers.reserve(static_cast<std::size_t>(joined.count(u',')) + 1);
+    for (const QStringView each : QStringTokenizer(joined, u','))
         numbers.push_back(each.toLongLong());
     return numbers;
 }

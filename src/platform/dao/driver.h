@@ -30,6 +30,7 @@ struct TableInfo
     QString name;
     bool updatable = true;
     std::vector<FieldInfo> fields;
+    bool numbered = true; ///< False where the engine cannot tell the table's rows apart.
 
     /// -1 where no field has the name (any case).
     int ordinalOf(const QString& fieldName) const;
@@ -38,7 +39,8 @@ struct TableInfo
 /// What has been read of a store's schema, good for as long as the store's own mark of it stays.
 struct SchemaMemory
 {
-    int mark = 0;
+    QString mark;
+    std::optional<std::vector<TableInfo>> all;
     std::map<QString, std::optional<TableInfo>> tables;
     std::map<QString, std::vector<IndexInfo>> indexes;
     std::map<QString, QString> counters;
@@ -56,10 +58,19 @@ public:
     SqlConnection& operator=(const SqlConnection&) = delete;
 
     QSqlDatabase& database() { return database_; }
-    SchemaMemory& schema() { return schema_; }
+    SchemaMemory& schema() { return *schema_; }
+    /// Why the connection was ended from this side; empty where it was not.
+    const QString& lossReason() const { return lossReason_; }
+    void setLossReason(const QString& reason) { lossReason_ = reason; }
+    /// Goes on with what another connection to the same store has read.
+    void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
+    /// Forgets what is known of the schema, for this connection alone.
+    void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }
     /// The statement ready to be bound and run. A text that may change the schema is prepared for
     /// this one time, and what is known of the schema is forgotten.
     QSqlQuery& statement(const QString& sql);
+    /// A statement that is run this one time and not prepared.
+    QSqlQuery& passing();
     /// Lets go of a statement that has failed.
     void drop(const QString& sql);
 
@@ -68,8 +79,12 @@ private:
     QSqlDatabase database_;
     std::map<QString, QSqlQuery> statements_;
     QSqlQuery passing_;
-    SchemaMemory schema_;
+    std::shared_ptr<SchemaMemory> schema_ = std::make_shared<SchemaMemory>();
+    QString lossReason_;
 };
+
+/// False for the statements that read and write rows.
+bool mayChangeTheSchema(const QString& sql);
 
 /// One open connection to a store on one SQL engine. What the engines have in common (plain SQL,
 /// NULLS FIRST, quoted names) is done here and in TableRows; what one of them does in a way of its
@@ -83,6 +98,8 @@ public:
 
     /// The path or the like that the store was opened by.
     const QString& name() const { return name_; }
+    /// The store's place as a person is told of it.
+    virtual QString place() const { return name_; }
 
     /// The tables and views in the order of creation, without their fields.
     virtual std::vector<TableInfo> tables() = 0;
@@ -91,13 +108,21 @@ public:
     /// The primary key first, then the others in the order of creation.
     virtual std::vector<IndexInfo> indexes(const QString& table) = 0;
 
-    /// The expression that gives the number of the table's rows.
+    /// The expression that gives the number of the table's rows. Raises 3343 where the engine
+    /// cannot tell them apart.
     virtual QString rowNumber(const TableInfo& table) const = 0;
-    /// The number of the row that the query has inserted.
-    virtual RowNumber insertedRow(const QSqlQuery& query) const = 0;
+    /// What a field's column is selected by, so that its value comes as it is stored.
+    virtual QString selected(const FieldInfo&, const QString& column) const { return column; }
+    /// What a field's column is ordered and compared by: texts by their code points.
+    virtual QString sorted(const FieldInfo&, const QString& column) const { return column; }
+    /// Runs an INSERT into the table and gives the new row's number.
+    virtual RowNumber insert(const TableInfo& table, const QString& sql,
+                             const QVariantList& values) = 0;
     /// A statement whose one row and column joins the only column of the ordered SELECT with
-    /// commas.
+    /// commas; Null where there is no row.
     virtual QString joined(const QString& select) const = 0;
+    /// The expression of the first number of a text that was joined so.
+    virtual QString firstOf(const QString& joined) const = 0;
     /// The expression that an INSERT gives to an unassigned counter; empty where the store counts
     /// by itself.
     virtual QString counterValue(const QString& table, const QString& field) = 0;
@@ -108,8 +133,7 @@ public:
     virtual QStringList createTable(const TableInfo& table,
                                     const std::vector<IndexInfo>& indexes) const = 0;
     virtual QString createIndex(const QString& table, const IndexInfo& index) const = 0;
-    /// A field's name, type and constraints, as they stand in CREATE TABLE and ADD COLUMN.
-    virtual QString fieldDefinition(const FieldInfo& field) const = 0;
+    virtual QStringList addField(const QString& table, const FieldInfo& field) const = 0;
 
     /// Opens a transaction that may write.
     virtual void begin() = 0;
@@ -135,8 +159,8 @@ public:
     const QSqlQuery& run(const QString& sql, const QVariantList& values = {});
     /// All rows of a statement, which is finished afterwards.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
-    /// The row numbers that an ordered SELECT of that one column gives.
-    RowNumbers rowNumbers(const QString& select, const QVariantList& values = {});
+    /// The row numbers in a text that joins them with commas.
+    static RowNumbers rowNumbers(const QString& joined);
 
     /// A name as SQL takes it whatever it is made of.
     static QString quoted(const QString& name);
@@ -148,10 +172,19 @@ protected:
     {
     }
     QSqlDatabase& connection() { return connection_->database(); }
+    SqlConnection& sqlConnection() const { return *connection_; }
     SchemaMemory& schema() { return connection_->schema(); }
+    /// Goes on over another connection.
+    void setConnection(std::unique_ptr<SqlConnection> connection);
+    /// Runs a statement and gives its query, whose lastError tells of a failure.
+    virtual QSqlQuery& execute(const QString& sql, const QVariantList& values);
+    virtual int columnCount(const QSqlQuery& query) const;
+    /// True where the connection is as good as before after a statement has failed on it.
+    virtual bool outlivesFailure() { return false; }
     /// The connection for another use; null where it has failed or is in the middle of something.
     std::unique_ptr<SqlConnection> releaseConnection();
     void setInTransaction() { inTransaction_ = true; }
+    void setFailed() { failed_ = true; }
 
 private:
     QSqlQuery& start(const QString& sql, const QVariantList& values);

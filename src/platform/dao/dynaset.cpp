@@ -1,6 +1,7 @@
 #include "platform/dao/recordset_p.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace dao {
 
@@ -62,9 +63,14 @@ public:
 
     void requery() override
     {
-        const std::optional<KeyRun> keys = keyRun();
-        list_ = keys ? std::make_shared<RowList>(rows, order_.front(), *keys)
-                     : std::make_shared<RowList>(rows.numbers(driver(), query_.where, order_));
+        first_.reset();
+        if (const std::optional<KeyRun> keys = keyRun()) {
+            list_ = std::make_shared<RowList>(rows, order_.front(), *keys);
+        } else {
+            TableRows::Listed listed = rows.listed(driver(), query_.where, order_);
+            list_ = std::make_shared<RowList>(std::move(listed.numbers));
+            first_ = std::move(listed.first);
+        }
         queried_ = list_->size();
         reached_ = 0;
     }
@@ -112,7 +118,9 @@ private:
     void visit(std::size_t position)
     {
         const RowNumber number = list_->at(*database, position);
-        std::optional<StoredRow> found = rows.fetch(driver(), number);
+        std::optional<StoredRow> found = std::exchange(first_, {});
+        if (!found || found->number != number)
+            found = rows.fetch(driver(), number);
         rowExists = found.has_value();
         row = found ? std::move(*found) : StoredRow{number, {}};
         at_ = position;
@@ -122,9 +130,10 @@ private:
 
     SelectQuery query_;
     RowOrder order_;
-    std::shared_ptr<RowList> list_; ///< The rows of the query, then those added.
-    std::size_t queried_ = 0;       ///< How many of them are the query's.
-    std::size_t reached_ = 0;       ///< How many of the query's have been reached.
+    std::shared_ptr<RowList> list_;  ///< The rows of the query, then those added.
+    std::optional<StoredRow> first_; ///< As the query read it, for the first visit alone.
+    std::size_t queried_ = 0;        ///< How many of them are the query's.
+    std::size_t reached_ = 0;        ///< How many of the query's have been reached.
     std::size_t at_ = 0;
 };
 

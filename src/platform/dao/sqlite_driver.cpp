@@ -102,6 +102,17 @@ QString declaredType(const FieldInfo& field)
     return field.size > 0 ? u"TEXT(%1)"_s.arg(field.size) : u"TEXT"_s;
 }
 
+/// A field's name, type and constraints, as they stand in CREATE TABLE and ADD COLUMN.
+QString fieldDefinition(const FieldInfo& field)
+{
+    QString text = Driver::quoted(field.name) + u' ' + declaredType(field);
+    if (field.type == dbBoolean)
+        text += " NOT NULL DEFAULT 0"_L1;
+    else if (field.required && !field.counter)
+        text += " NOT NULL"_L1;
+    return text;
+}
+
 QString literal(const QString& text)
 {
     QString inner = text;
@@ -257,17 +268,17 @@ void SqliteDriver::prepareUse()
 /// one fails here, and learns whether another station has changed the schema meanwhile.
 void SqliteDriver::renewUse()
 {
-    const int mark = schemaMark();
+    const QString mark = schemaMark();
     if (mark != schema().mark)
-        schema() = {mark, {}, {}, {}};
+        schema() = {mark, {}, {}, {}, {}};
 }
 
-int SqliteDriver::schemaMark()
+QString SqliteDriver::schemaMark()
 {
     QSqlQuery query(connection());
     if (!query.exec(u"PRAGMA schema_version"_s) || !query.next())
         throw openingError(query.lastError());
-    return query.value(0).toInt();
+    return query.value(0).toString();
 }
 
 RunTimeError SqliteDriver::openingError(const QSqlError& failure) const
@@ -408,15 +419,21 @@ QString SqliteDriver::rowNumber(const TableInfo& table) const
     return u"oid"_s;
 }
 
-RowNumber SqliteDriver::insertedRow(const QSqlQuery& query) const
+RowNumber SqliteDriver::insert(const TableInfo&, const QString& sql, const QVariantList& values)
 {
-    return query.lastInsertId().toLongLong();
+    return run(sql, values).lastInsertId().toLongLong();
 }
 
 QString SqliteDriver::joined(const QString& select) const
 {
     // The limit, which is none, keeps the engine from dropping the inner order.
-    return u"WITH listed(n) AS (%1 LIMIT -1) SELECT group_concat(n) FROM listed"_s.arg(select);
+    return u"WITH listed(n) AS (%1 LIMIT -1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(
+        select);
+}
+
+QString SqliteDriver::firstOf(const QString& joined) const
+{
+    return u"CAST(%1 AS INTEGER)"_s.arg(joined); // the digits that the text begins with
 }
 
 QString SqliteDriver::counterValue(const QString& table, const QString& field)
@@ -485,14 +502,9 @@ QString SqliteDriver::createIndex(const QString& table, const IndexInfo& index) 
                                             quoted(table), quoted(index.fields));
 }
 
-QString SqliteDriver::fieldDefinition(const FieldInfo& field) const
+QStringList SqliteDriver::addField(const QString& table, const FieldInfo& field) const
 {
-    QString text = quoted(field.name) + u' ' + declaredType(field);
-    if (field.type == dbBoolean)
-        text += " NOT NULL DEFAULT 0"_L1;
-    else if (field.required && !field.counter)
-        text += " NOT NULL"_L1;
-    return text;
+    return {u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(quoted(table), fieldDefinition(field))};
 }
 
 void SqliteDriver::begin()

@@ -20,14 +20,16 @@ public:
     std::optional<TableInfo> table(const QString& name) override;
     std::vector<IndexInfo> indexes(const QString& table) override;
     QString rowNumber(const TableInfo& table) const override;
-    RowNumber insertedRow(const QSqlQuery& query) const override;
+    RowNumber insert(const TableInfo& table, const QString& sql,
+                     const QVariantList& values) override;
     QString joined(const QString& select) const override;
+    QString firstOf(const QString& joined) const override;
     QString counterValue(const QString& table, const QString& field) override;
     QString newRowNumber(const TableInfo& table) override;
     QStringList createTable(const TableInfo& table,
                             const std::vector<IndexInfo>& indexes) const override;
     QString createIndex(const QString& table, const IndexInfo& index) const override;
-    QString fieldDefinition(const FieldInfo& field) const override;
+    QStringList addField(const QString& table, const FieldInfo& field) const override;
     void begin() override;
     QStringList integrityFindings() override;
     void copyTo(const QString& path) override;
@@ -38,7 +40,7 @@ private:
     void connect(const QString& mode, std::chrono::milliseconds lockWait);
     void prepareUse();
     void renewUse();
-    int schemaMark();
+    QString schemaMark();
     std::optional<TableInfo> readTable(const QString& name);
     std::vector<IndexInfo> readIndexes(const QString& table);
     QString readCounterValue(const QString& table, const QString& field);

@@ -139,8 +139,10 @@ void FieldDefs::Append(const FieldDef& field) const
         if (field.info().counter)
             throw RunTimeError(runtime::OperationNotSupported);
         Driver& driver = table_->driver();
-        driver.run(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(Driver::quoted(table_->name),
-                                                         driver.fieldDefinition(field.info())));
+        Together together(driver);
+        for (const QString& each : driver.addField(table_->name, field.info()))
+            driver.run(each);
+        together.commit();
     }
     const bool bringsBack = table_->standsHereAlone();
     known.push_back(field.info());
@@ -167,7 +169,8 @@ void FieldDefs::Delete(const QString& name) const
             driver.run("DROP TABLE "_L1 + table);
             table_->knownIndexes().clear();
         } else {
-            driver.run(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table, Driver::quoted(name)));
+            const QString& field = known[static_cast<std::size_t>(position)].name;
+            driver.run(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table, Driver::quoted(field)));
         }
     }
     known.erase(known.begin() + position);

@@ -61,8 +61,9 @@ TableRows::TableRows(const Driver& driver, TableInfo table)
 {
     QStringList columns(rowNumber_);
     for (std::size_t i = 0; i < table_.fields.size(); ++i)
-        columns.append(field(static_cast<int>(i)));
-    select_ = u"SELECT %1 FROM %2"_s.arg(columns.join(u", "_s), name_);
+        columns.append(driver.selected(table_.fields[i], field(static_cast<int>(i))));
+    columns_ = columns.join(u", "_s);
+    select_ = u"SELECT %1 FROM %2"_s.arg(columns_, name_);
 }
 
 int TableRows::expectField(const QString& name) const
@@ -85,26 +86,81 @@ QString TableRows::field(int ordinal) const
     return name_ + u'.' + target(ordinal);
 }
 
-QString TableRows::ordering(const RowOrder& order, std::size_t from, Direction direction) const
+QString TableRows::sortField(const Driver& driver, int ordinal) const
+{
+    return driver.sorted(table_.fields[static_cast<std::size_t>(ordinal)], field(ordinal));
+}
+
+QString TableRows::ordering(const Driver& driver, const RowOrder& order, std::size_t from,
+                            Direction direction) const
 {
     const bool forward = direction == Direction::Forward;
     QStringList terms;
-    for (std::size_t i = from; i < order.size(); ++i)
-        terms.append(field(order[i]) + (forward ? " ASC NULLS FIRST"_L1 : " DESC NULLS LAST"_L1));
+    for (std::size_t i = from; i < order.size(); ++i) {
+        // Where Null cannot be, an index made without a thought of Null serves the order too.
+        const bool withoutNull = table_.fields[static_cast<std::size_t>(order[i])].required;
+        const QString nulls = withoutNull ? QString()
+                              : forward   ? u" NULLS FIRST"_s
+                                          : u" NULLS LAST"_s;
+        terms.append(sortField(driver, order[i]) + (forward ? " ASC"_L1 : " DESC"_L1) + nulls);
+    }
     terms.append(rowNumber_ + (forward ? " ASC"_L1 : " DESC"_L1));
     return " ORDER BY "_L1 + terms.join(u", "_s);
+}
+
+/// A query compares with numbers alone: a text with the number's spelling, and a date equals none.
+void TableRows::addCondition(const SelectQuery::Condition& where, QStringList& conditions,
+                             QVariantList& values) const
+{
+    const int ordinal = expectField(where.field);
+    switch (table_.fields[static_cast<std::size_t>(ordinal)].type) {
+    case dbDate:
+        conditions.append(u"1 = 0"_s);
+        break;
+    case dbText:
+        addEqual(field(ordinal), where.value.toString(), conditions, values);
+        break;
+    default:
+        addEqual(field(ordinal), where.value, conditions, values);
+    }
+}
+
+TableRows::Statement TableRows::numbersStatement(Driver& driver,
+                                                 const std::optional<SelectQuery::Condition>& where,
+                                                 const RowOrder& order) const
+{
+    QStringList conditions;
+    QVariantList values;
+    if (where)
+        addCondition(*where, conditions, values);
+    const QString select = u"SELECT %1 FROM %2"_s.arg(rowNumber_, name_) + whereText(conditions) +
+                           ordering(driver, order, 0, Direction::Forward);
+    return {driver.joined(select), values};
 }
 
 RowNumbers TableRows::numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
                               const RowOrder& order) const
 {
-    QStringList conditions;
-    QVariantList values;
-    if (where)
-        addEqual(field(expectField(where->field)), where->value, conditions, values);
-    return driver.rowNumbers(u"SELECT %1 FROM %2"_s.arg(rowNumber_, name_) + whereText(conditions) +
-                                 ordering(order, 0, Direction::Forward),
-                             values);
+    const Statement statement = numbersStatement(driver, where, order);
+    return Driver::rowNumbers(
+        driver.rows(statement.sql, statement.values).front().front().toString());
+}
+
+TableRows::Listed TableRows::listed(Driver& driver,
+                                    const std::optional<SelectQuery::Condition>& where,
+                                    const RowOrder& order) const
+{
+    const Statement statement = numbersStatement(driver, where, order);
+    const QString list = Driver::quoted(u" list"_s);
+    const QString numbers = list + u".numbers"_s;
+    const QString sql = u"SELECT %1, %2 FROM (%3) AS %4 LEFT JOIN %5 ON %6 = %7"_s.arg(
+        numbers, columns_, statement.sql, list, name_, rowNumber_, driver.firstOf(numbers));
+    StoredValues columns = std::move(driver.rows(sql, statement.values).front());
+    Listed result{Driver::rowNumbers(columns.front().toString()), {}};
+    columns.erase(columns.begin());
+    if (!result.numbers.empty() && !columns.front().isNull())
+        result.first = taken(std::move(columns));
+    return result;
 }
 
 std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
@@ -189,12 +245,12 @@ std::optional<StoredRow> TableRows::pick(Driver& driver, const QStringList& cond
 
 std::optional<StoredRow> TableRows::first(Driver& driver, const RowOrder& order) const
 {
-    return pick(driver, {}, {}, ordering(order, 0, Direction::Forward));
+    return pick(driver, {}, {}, ordering(driver, order, 0, Direction::Forward));
 }
 
 std::optional<StoredRow> TableRows::last(Driver& driver, const RowOrder& order) const
 {
-    return pick(driver, {}, {}, ordering(order, 0, Direction::Backward));
+    return pick(driver, {}, {}, ordering(driver, order, 0, Direction::Backward));
 }
 
 std::optional<StoredRow> TableRows::next(Driver& driver, const RowOrder& order,
@@ -221,12 +277,12 @@ std::optional<StoredRow> TableRows::neighbour(Driver& driver, const RowOrder& or
             addEqual(field(order[i]), from.values[static_cast<std::size_t>(order[i])], conditions,
                      values);
         const bool byNumber = agreeing == order.size();
-        const QString name = byNumber ? rowNumber_ : field(order[agreeing]);
+        const QString name = byNumber ? rowNumber_ : sortField(driver, order[agreeing]);
         const QVariant bound = byNumber ? QVariant(from.number)
                                         : from.values[static_cast<std::size_t>(order[agreeing])];
         for (const Bound& each : beyond(name, bound, direction == Direction::Forward)) {
             if (auto row = pick(driver, conditions + QStringList(each.condition),
-                                values + each.values, ordering(order, agreeing, direction)))
+                                values + each.values, ordering(driver, order, agreeing, direction)))
                 return row;
         }
     }
@@ -239,7 +295,7 @@ std::optional<StoredRow> TableRows::find(Driver& driver, const RowOrder& order,
     QStringList conditions;
     QVariantList values;
     addEqual(field(order.front()), value, conditions, values);
-    return pick(driver, conditions, values, ordering(order, 1, Direction::Forward));
+    return pick(driver, conditions, values, ordering(driver, order, 1, Direction::Forward));
 }
 
 RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assignments) const
@@ -270,7 +326,7 @@ RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assig
     const QString what =
         columns.isEmpty() ? u"DEFAULT VALUES"_s
                           : u"(%1) VALUES (%2)"_s.arg(columns.join(u", "_s), places.join(u", "_s));
-    return driver.insertedRow(driver.run(u"INSERT INTO %1 "_s.arg(name_) + what, values));
+    return driver.insert(table_, u"INSERT INTO %1 "_s.arg(name_) + what, values);
 }
 
 bool TableRows::update(Driver& driver, RowNumber number,

@@ -40,6 +40,14 @@ public:
     /// The numbers of all rows that meet the condition, in order.
     RowNumbers numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
                        const RowOrder& order) const;
+    /// The same with the first row, read in the same look.
+    struct Listed
+    {
+        RowNumbers numbers;
+        std::optional<StoredRow> first;
+    };
+    Listed listed(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+                  const RowOrder& order) const;
     /// The values of a field that is unique, where they are whole numbers without gaps and none of
     /// them is Null; costs a few look-ups and no scan.
     std::optional<KeyRun> keyRun(Driver& driver, int key) const;
@@ -80,7 +88,18 @@ private:
 
     QString target(int ordinal) const;
     QString field(int ordinal) const;
-    QString ordering(const RowOrder& order, std::size_t from, Direction direction) const;
+    QString sortField(const Driver& driver, int ordinal) const;
+    QString ordering(const Driver& driver, const RowOrder& order, std::size_t from,
+                     Direction direction) const;
+    struct Statement
+    {
+        QString sql;
+        QVariantList values;
+    };
+    Statement numbersStatement(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+                               const RowOrder& order) const;
+    void addCondition(const SelectQuery::Condition& where, QStringList& conditions,
+                      QVariantList& values) const;
     std::optional<StoredRow> pick(Driver& driver, const QStringList& conditions,
                                   const QVariantList& values, const QString& ordering) const;
     std::optional<StoredRow> neighbour(Driver& driver, const RowOrder& order, const StoredRow& from,
@@ -89,6 +108,7 @@ private:
     TableInfo table_;
     QString name_;      ///< The table's name, quoted.
     QString rowNumber_; ///< The expression of a row's number.
+    QString columns_;   ///< The row's number and all fields.
     QString select_;    ///< SELECT number and all fields FROM table
 };
 

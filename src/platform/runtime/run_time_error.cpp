@@ -43,6 +43,8 @@ constexpr Description descriptions[] = {
     {TooFewParameters, "Too few parameters."},
     {TableNotFound, "Cannot find the input table or query."},
     {QuerySyntax, "Syntax error in FROM clause."},
+    {CallFailed, "Call to the database server failed."},
+    {ConnectionFailed, "Connection to the database server failed."},
     {FieldTooSmall, "The field is too small to accept the amount of data you attempted to add. "
                     "Try inserting or pasting less data."},
     {RecordDeleted, "Record is deleted."},

@@ -36,6 +36,8 @@ enum ErrorNumber {
     TooFewParameters = 3061,
     TableNotFound = 3078,
     QuerySyntax = 3131,
+    CallFailed = 3146,
+    ConnectionFailed = 3151,
     FieldTooSmall = 3163,
     RecordDeleted = 3167,
     FieldDefinedTwice = 3191,

@@ -90,6 +90,8 @@ TEST_F(AdoTest, FailsAsTheStoreDoes)
     EXPECT_EQ(errorOf([&] { execute(u"SELECT * FROM Nothing"_s); }), 3078);
     EXPECT_EQ(errorOf([&] { execute(u"SELECT * FROM Items ORDER BY Nun"_s); }), 3061);
     EXPECT_EQ(errorOf([&] { execute(u"Items"_s); }), 3131);
+    if (isOnServer()) // where nothing is stored that a type does not take
+        return;
     sql(u"INSERT INTO Items (Num) VALUES ('many')"_s);
     const auto rows = execute(u"SELECT * FROM Items"_s);
     EXPECT_EQ(errorOf([&] { rows->rows(0, 1); }), 3421);

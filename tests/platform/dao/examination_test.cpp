@@ -35,6 +35,7 @@ TEST_F(ExaminationTest, HandsOverEveryRowOnceInStoredOrder)
 
 TEST_F(ExaminationTest, NamesWhatItsTypeDoesNotTake)
 {
+    EMBEDDED_ONLY("a server stores nothing that a type does not take");
     sql(u"INSERT INTO Items (Code, Num, Name, Small, Amount, Day, Done, Note) "
         "VALUES (1, 'many', 'longer than ten', 40000, 'wide', '2026-13-01', -1, 'note')"_s);
     sql(u"INSERT INTO Items (Code, Amount, Day, Done) VALUES (2, 1.5, '2026-03-01', 0)"_s);
@@ -63,6 +64,7 @@ TEST_F(ExaminationTest, FindsNothingInASoundStore)
 
 TEST_F(ExaminationTest, TellsOfAnIndexThatMissesRows)
 {
+    EMBEDDED_ONLY("about the store's file");
     add(1, 5);
     // The index is declared anew over another field than the one it was filled from.
     sql(u"PRAGMA writable_schema = ON"_s);

@@ -3,9 +3,12 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 
+#include "support/plain_sql.h"
+#include "support/throwaway_server.h"
+
 #include <QDir>
+#include <QFile>
 #include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
@@ -29,57 +32,17 @@ inline int errorOf(const std::function<void()>& action)
     return 0;
 }
 
-/// A plain SQL connection past the engine, as another station or a hand with a shell has one.
-class RawConnection
-{
-public:
-    explicit RawConnection(const QString& path)
-    {
-        static int made = 0;
-        name_ = u"raw-%1"_s.arg(++made);
-        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, name_);
-        database.setDatabaseName(path);
-        if (!database.open())
-            ADD_FAILURE() << qPrintable(database.lastError().text());
-        QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
-    }
-    ~RawConnection()
-    {
-        QSqlDatabase::database(name_, false).close();
-        QSqlDatabase::removeDatabase(name_);
-    }
-    RawConnection(const RawConnection&) = delete;
-    RawConnection& operator=(const RawConnection&) = delete;
+/// Leaves a test that is about the one file that an embedded store is.
+#define EMBEDDED_ONLY(reason)                                                                      \
+    if (testsupport::isOnServer())                                                                 \
+    GTEST_SKIP() << (reason)
 
-    QList<QVariantList> operator()(const QString& sql, const QVariantList& values = {})
-    {
-        QSqlQuery query(QSqlDatabase::database(name_));
-        if (!query.prepare(sql)) {
-            ADD_FAILURE() << qPrintable(sql) << ": " << qPrintable(query.lastError().text());
-            return {};
-        }
-        for (const QVariant& each : values)
-            query.addBindValue(each);
-        if (!query.exec())
-            ADD_FAILURE() << qPrintable(sql) << ": " << qPrintable(query.lastError().text());
-        QList<QVariantList> rows;
-        while (query.next()) {
-            QVariantList row;
-            for (int i = 0; query.value(i).isValid(); ++i)
-                row.append(query.value(i));
-            rows.append(row);
-        }
-        return rows;
-    }
-    QVariant scalar(const QString& sql) { return operator()(sql).value(0).value(0); }
-    QSqlDatabase database() const { return QSqlDatabase::database(name_); }
+using testsupport::isOnServer;
+using testsupport::PlainSql;
 
-private:
-    QString name_;
-};
-
-/// A store in a folder of its own, made with plain SQL, so that the engine is tested over files
-/// that it has not made itself. No connection may be left behind by a test.
+/// A store in a folder of its own, made with plain SQL, so that the engine is tested over stores
+/// that it has not made itself. On a server it is a database of its own, with a link in the folder.
+/// No connection may be left behind by a test.
 class DaoTest : public testing::Test
 {
 protected:
@@ -87,6 +50,8 @@ protected:
     {
         ASSERT_TRUE(folder_.isValid());
         path_ = folder_.filePath(u"Aluminium.mdb"_s);
+        if (isOnServer())
+            linkToNewDatabase();
         dao::DBEngine::instance().Workspaces(0).setLockWait(std::chrono::milliseconds(20));
     }
     void TearDown() override
@@ -96,13 +61,32 @@ protected:
         EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty())
             << qPrintable(QSqlDatabase::connectionNames().join(u", "_s));
         dao::DBEngine::instance().Workspaces(0).setLockWait(std::chrono::seconds(5));
+        server_.reset();
+    }
+
+    void linkToNewDatabase()
+    {
+        const QString pattern = u"bare"_s;
+        testsupport::databaseOnce(pattern, [this](const dao::Link& link) {
+            writeFile(dao::linkText(link));
+            PlainSql(path_).database().exec(u"CREATE DOMAIN zomrel_boolean AS smallint"_s);
+        });
+        server_ = std::make_unique<testsupport::ThrowawayDatabase>(pattern);
+        server_->writeLink(path_);
+    }
+
+    void writeFile(const QByteArray& contents)
+    {
+        QFile file(path_);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(contents), contents.size());
     }
 
     QList<QVariantList> sql(const QString& text, const QVariantList& values = {})
     {
         if (!raw_)
-            raw_ = std::make_unique<RawConnection>(path_);
-        return (*raw_)(text, values);
+            raw_ = std::make_unique<PlainSql>(path_);
+        return raw_->rows(text, values);
     }
     QVariant scalar(const QString& text) { return sql(text).value(0).value(0); }
 
@@ -121,7 +105,8 @@ protected:
 
     QTemporaryDir folder_;
     QString path_;
-    std::unique_ptr<RawConnection> raw_;
+    std::unique_ptr<PlainSql> raw_;
+    std::unique_ptr<testsupport::ThrowawayDatabase> server_; ///< Null for an embedded store.
 };
 
 /// A table of items: a counter as its key, a second index on Num.

@@ -9,13 +9,6 @@ namespace {
 class OpeningTest : public DaoTest
 {
 protected:
-    void writeFile(const QByteArray& contents)
-    {
-        QFile file(path_);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(contents), contents.size());
-    }
-
     QString descriptionOfOpening()
     {
         try {
@@ -29,6 +22,7 @@ protected:
 
 TEST_F(OpeningTest, FindsNoMissingFileAndMakesNone)
 {
+    EMBEDDED_ONLY("about the store's file");
     EXPECT_EQ(errorOf([&] { open(); }), 3024);
     EXPECT_FALSE(QFile::exists(path_));
     EXPECT_TRUE(descriptionOfOpening().contains(path_));
@@ -36,6 +30,7 @@ TEST_F(OpeningTest, FindsNoMissingFileAndMakesNone)
 
 TEST_F(OpeningTest, FindsNoFileInAMissingFolder)
 {
+    EMBEDDED_ONLY("about the store's file");
     path_ = folder_.filePath(u"nowhere/Aluminium.mdb"_s);
     EXPECT_EQ(errorOf([&] { open(); }), 3024);
     EXPECT_EQ(errorOf([&] { dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_); }),
@@ -44,6 +39,7 @@ TEST_F(OpeningTest, FindsNoFileInAMissingFolder)
 
 TEST_F(OpeningTest, RefusesAnEmptyFile)
 {
+    EMBEDDED_ONLY("about the store's file");
     writeFile({});
     EXPECT_EQ(errorOf([&] { open(); }), 3343);
     EXPECT_EQ(QFile(path_).size(), 0);
@@ -51,6 +47,7 @@ TEST_F(OpeningTest, RefusesAnEmptyFile)
 
 TEST_F(OpeningTest, RefusesAFileThatIsNoStore)
 {
+    EMBEDDED_ONLY("about the store's file");
     for (const QByteArray& contents : {QByteArray("x"), QByteArray(16, '\0'),
                                        QByteArray("Standard Jet DB"), QByteArray(10000, 'z')}) {
         writeFile(contents);
@@ -61,12 +58,14 @@ TEST_F(OpeningTest, RefusesAFileThatIsNoStore)
 
 TEST_F(OpeningTest, RefusesAFolder)
 {
+    EMBEDDED_ONLY("about the store's file");
     ASSERT_TRUE(QDir().mkpath(path_));
     EXPECT_EQ(errorOf([&] { open(); }), 3051);
 }
 
 TEST_F(OpeningTest, TellsADamagedStore)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     QFile file(path_);
@@ -79,6 +78,7 @@ TEST_F(OpeningTest, TellsADamagedStore)
 
 TEST_F(OpeningTest, TellsADamagedHeader)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     QFile file(path_);
@@ -91,6 +91,7 @@ TEST_F(OpeningTest, TellsADamagedHeader)
 
 TEST_F(OpeningTest, WaitsForALockedStoreAndThenFails)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     sql(u"BEGIN EXCLUSIVE"_s);
     EXPECT_EQ(errorOf([&] { open(); }), 3260);
@@ -100,6 +101,7 @@ TEST_F(OpeningTest, WaitsForALockedStoreAndThenFails)
 
 TEST_F(OpeningTest, TakesAnySignInAPath)
 {
+    EMBEDDED_ONLY("about the store's file");
     for (const QString& name : {u"חלונות ודלתות.mdb"_s, u"a b?c#d%20e&mode=ro.mdb"_s,
                                 u"x;y'z\"w.mdb"_s, u"file:memory.mdb"_s}) {
         path_ = folder_.filePath(name);
@@ -116,6 +118,7 @@ TEST_F(OpeningTest, TakesAnySignInAPath)
 
 TEST_F(OpeningTest, DoesNotWriteTheFile)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     QFile file(path_);
@@ -130,6 +133,7 @@ TEST_F(OpeningTest, DoesNotWriteTheFile)
 
 TEST_F(OpeningTest, KeepsARollbackJournal)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     ASSERT_EQ(scalar(u"PRAGMA journal_mode = WAL"_s).toString(), u"wal"_s);
     raw_.reset();
@@ -139,6 +143,7 @@ TEST_F(OpeningTest, KeepsARollbackJournal)
 
 TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY, Num LONG)"_s);
     sql(u"INSERT INTO Items VALUES (1, 5)"_s);
     raw_.reset();
@@ -156,6 +161,7 @@ TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
 
 TEST_F(OpeningTest, RefusesAFileThatMayNotBeRead)
 {
+    EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     ASSERT_TRUE(QFile::setPermissions(path_, QFile::Permissions()));
@@ -171,6 +177,7 @@ TEST_F(OpeningTest, KnowsOneWorkspace)
 
 TEST_F(OpeningTest, MakesNoStoreWhereNoneMayBe)
 {
+    EMBEDDED_ONLY("about the store's file");
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner));
     const bool allowed = QFile(folder_.filePath(u"probe"_s)).open(QIODevice::WriteOnly);
     const int error =

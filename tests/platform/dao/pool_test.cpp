@@ -40,12 +40,13 @@ TEST_F(PoolTest, GivesTwoDatabasesAtOnceAConnectionEach)
 
 TEST_F(PoolTest, SeesAStoreThatHasTakenTheFormersPlace)
 {
+    EMBEDDED_ONLY("about the store's file");
     add(1, 10);
     EXPECT_EQ(openOnce(), 1);
     raw_.reset();
     const QString copy = path_ + u".copy"_s;
     ASSERT_TRUE(QFile::copy(path_, copy));
-    RawConnection{copy}(u"DELETE FROM Items"_s);
+    PlainSql(copy).rows(u"DELETE FROM Items"_s);
     ASSERT_TRUE(QFile::remove(path_));
     ASSERT_TRUE(QFile::rename(copy, path_));
     EXPECT_EQ(openOnce(), 0);
@@ -61,6 +62,7 @@ TEST_F(PoolTest, SeesAFieldThatAnotherStationHasAdded)
 
 TEST_F(PoolTest, FailsAtOpeningWhileTheFileIsLocked)
 {
+    EMBEDDED_ONLY("about the store's file");
     add(1, 10);
     openOnce();
     sql(u"BEGIN EXCLUSIVE"_s);
@@ -71,6 +73,7 @@ TEST_F(PoolTest, FailsAtOpeningWhileTheFileIsLocked)
 
 TEST_F(PoolTest, FailsAtOpeningWhereTheFileHasBecomeNoStore)
 {
+    EMBEDDED_ONLY("about the store's file");
     add(1, 10);
     openOnce();
     raw_.reset();

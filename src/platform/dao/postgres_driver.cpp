@@ -1,0 +1,289 @@
+#include "platform/dao/postgres_driver.h"
+
+#include "platform/dao/connection_pool.h"
+#include "platform/dao/postgres_connection.h"
+#include "platform/dao/postgres_schema.h"
+
+#include <QSqlError>
+
+#include <algorithm>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+QString keyOf(const Link& link, const Waits& waits)
+{
+    return u"server|%1|%2|%3|%4|%5|%6|%7"_s.arg(link.server)
+        .arg(link.port)
+        .arg(link.database, link.user, link.tls)
+        .arg(waits.lock.count())
+        .arg(waits.answer.count());
+}
+
+/// What has been read of the schema of a store, for all connections to it: a click works over
+/// several, and reading it costs round trips.
+std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& mark)
+{
+    static std::map<QString, std::shared_ptr<SchemaMemory>> memories;
+    std::shared_ptr<SchemaMemory>& memory = memories[key];
+    if (!memory || memory->mark != mark) {
+        memory = std::make_shared<SchemaMemory>();
+        memory->mark = mark;
+    }
+    return memory;
+}
+
+/// Two tables may differ in case alone; then the spelling counts.
+std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QString& name)
+{
+    auto found = std::find_if(all.begin(), all.end(),
+                              [&](const TableInfo& each) { return each.name == name; });
+    if (found == all.end())
+        found = std::find_if(all.begin(), all.end(), [&](const TableInfo& each) {
+            return each.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+    if (found == all.end())
+        return {};
+    return *found;
+}
+
+/// Transactions leave the schema as it is, but for one that is taken back.
+bool keepsTheSchema(const QString& sql)
+{
+    return !mayChangeTheSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
+}
+
+} // namespace
+
+PostgresDriver::PostgresDriver(std::unique_ptr<SqlConnection> connection, const QString& path,
+                               Link link, const Waits& waits)
+    : Driver(std::move(connection), path), link_(std::move(link)), waits_(waits),
+      poolKey_(keyOf(link_, waits_))
+{
+}
+
+PostgresDriver::~PostgresDriver()
+{
+    if (std::unique_ptr<SqlConnection> connection = releaseConnection())
+        ConnectionPool::instance().give(poolKey_, std::move(connection));
+}
+
+std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& link,
+                                             const Waits& waits)
+{
+    while (std::unique_ptr<SqlConnection> idle =
+               ConnectionPool::instance().take(keyOf(link, waits))) {
+        std::unique_ptr<PostgresDriver> driver(
+            new PostgresDriver(std::move(idle), path, link, waits));
+        if (driver->takeUp())
+            return driver;
+        // The others were lost with it, most likely; each would have to be waited for.
+        ConnectionPool::instance().forget(driver->poolKey_);
+    }
+    std::unique_ptr<PostgresDriver> driver(
+        new PostgresDriver(postgres::connect(link, waits), path, link, waits));
+    if (!driver->takeUp())
+        throw RunTimeError(runtime::ConnectionFailed,
+                           u"Connection to %1 failed: it was lost at once"_s.arg(link.place()));
+    return driver;
+}
+
+/// Greets the server, which shows whether the connection lives, and learns whether the schema is
+/// the one that is known. False where the connection has died.
+bool PostgresDriver::takeUp()
+{
+    const std::optional<postgres::Greeting> greeting = postgres::greet(sqlConnection(), link_);
+    if (!greeting) {
+        setFailed();
+        return false;
+    }
+    if (greeting->encoding != "UTF8"_L1) {
+        setFailed();
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"The encoding of %1 is %2; a store needs UTF8."_s.arg(
+                               link_.place(), greeting->encoding));
+    }
+    sqlConnection().shareSchema(sharedSchema(poolKey_, greeting->schemaMark));
+    return true;
+}
+
+/// Between two statements nothing is under way, so a connection that has died since is replaced
+/// without a word.
+void PostgresDriver::connectAnew()
+{
+    setConnection(postgres::connect(link_, waits_));
+    if (!takeUp())
+        throw RunTimeError(runtime::ConnectionFailed,
+                           u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
+}
+
+QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& values)
+{
+    const QString whole = postgres::withValues(sql, values);
+    const bool underWay = inTransaction() || sql == "ROLLBACK"_L1;
+    if (!underWay && postgres::isLost(sqlConnection()))
+        connectAnew();
+    if (!keepsTheSchema(sql))
+        sqlConnection().forgetSchema();
+    return postgres::execute(sqlConnection(), whole, waits_.answer);
+}
+
+int PostgresDriver::columnCount(const QSqlQuery& query) const
+{
+    return postgres::columnCount(query);
+}
+
+bool PostgresDriver::outlivesFailure()
+{
+    return !postgres::isLost(sqlConnection());
+}
+
+RunTimeError PostgresDriver::error(const QSqlError& failure) const
+{
+    return postgres::errorOf(failure, sqlConnection(), link_);
+}
+
+const std::vector<TableInfo>& PostgresDriver::knownTables()
+{
+    if (!schema().all) {
+        const std::vector<StoredValues> read = rows(postgres::tablesQuery());
+        for (const QString& each : postgres::sureCountersOf(read))
+            schema().counters[each] = QString();
+        schema().all = postgres::tablesOf(read);
+    }
+    return *schema().all;
+}
+
+std::vector<TableInfo> PostgresDriver::tables()
+{
+    std::vector<TableInfo> all = knownTables();
+    for (TableInfo& each : all)
+        each.fields.clear();
+    return all;
+}
+
+std::optional<TableInfo> PostgresDriver::table(const QString& name)
+{
+    if (std::optional<TableInfo> known = tableIn(knownTables(), name))
+        return known;
+    // Another station may have made it since the store was opened.
+    schema().all.reset();
+    return tableIn(knownTables(), name);
+}
+
+std::vector<IndexInfo> PostgresDriver::indexes(const QString& table)
+{
+    const auto known = schema().indexes.find(table);
+    if (known != schema().indexes.end())
+        return known->second;
+    std::vector<IndexInfo> read =
+        postgres::indexesOf(table, rows(postgres::indexesQuery(), {table}));
+    return schema().indexes.emplace(table, std::move(read)).first->second;
+}
+
+QString PostgresDriver::rowNumber(const TableInfo& table) const
+{
+    if (!table.numbered)
+        throw RunTimeError(
+            runtime::UnrecognizedFormat,
+            u"Table '%1' in %2 was not made as a store's table: it has no column %3."_s.arg(
+                table.name, link_.place(), postgres::rowColumn));
+    return postgres::rowColumn;
+}
+
+/// A moment comes as its text, for no time zone shall have a say in it.
+QString PostgresDriver::selected(const FieldInfo& field, const QString& column) const
+{
+    return field.type == dbDate ? column + "::text"_L1 : column;
+}
+
+QString PostgresDriver::sorted(const FieldInfo& field, const QString& column) const
+{
+    return field.type == dbText ? column + " COLLATE \"C\""_L1 : column;
+}
+
+RowNumber PostgresDriver::insert(const TableInfo& table, const QString& sql,
+                                 const QVariantList& values)
+{
+    return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
+}
+
+QString PostgresDriver::joined(const QString& select) const
+{
+    return u"SELECT string_agg(n::text, ',') AS numbers FROM (%1) AS listed(n)"_s.arg(select);
+}
+
+QString PostgresDriver::firstOf(const QString& joined) const
+{
+    return u"split_part(%1, ',', 1)::bigint"_s.arg(joined);
+}
+
+QString PostgresDriver::counterValue(const QString& table, const QString& field)
+{
+    knownTables();
+    if (schema().counters.contains(table + u'.' + field))
+        return {};
+    return u"(SELECT coalesce(max(%1), 0) + 1 FROM %2)"_s.arg(quoted(field), quoted(table));
+}
+
+QStringList PostgresDriver::createTable(const TableInfo& table,
+                                        const std::vector<IndexInfo>& indexes) const
+{
+    return postgres::createTable(table, indexes);
+}
+
+QString PostgresDriver::createIndex(const QString& table, const IndexInfo& index) const
+{
+    return postgres::createIndex(table, index);
+}
+
+QStringList PostgresDriver::addField(const QString& table, const FieldInfo& field) const
+{
+    return postgres::addField(table, field);
+}
+
+void PostgresDriver::begin()
+{
+    run(u"BEGIN"_s);
+    setInTransaction();
+}
+
+/// The server guards its files itself; what can be asked is whether everything can be read and
+/// whether the indexes are good.
+QStringList PostgresDriver::integrityFindings()
+{
+    QStringList findings;
+    for (const StoredValues& row :
+         rows(u"SELECT x.relname FROM pg_index i JOIN pg_class x ON x.oid = i.indexrelid "
+              "WHERE NOT (i.indisvalid AND i.indisready) AND x.relnamespace = "
+              "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY x.oid"_s))
+        findings.append(u"index '%1' is not valid"_s.arg(row.front().toString()));
+    for (const TableInfo& each : knownTables()) {
+        if (!each.updatable)
+            continue;
+        if (!each.numbered)
+            findings.append(u"table '%1' has no column %2"_s.arg(each.name, postgres::rowColumn));
+        try {
+            rows(u"SELECT sum(length(t::text)) FROM %1 AS t"_s.arg(quoted(each.name)));
+        } catch (const RunTimeError& failure) {
+            if (postgres::isLost(sqlConnection()))
+                throw;
+            findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
+        }
+    }
+    return findings;
+}
+
+void PostgresDriver::copyTo(const QString&)
+{
+    throw RunTimeError(
+        runtime::OperationNotSupported,
+        u"A store in %1 cannot be copied as a file; zomrel-store move copies it."_s.arg(
+            link_.place()));
+}
+
+} // namespace dao

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/dao/driver.h"
+#include "platform/dao/link.h"
+#include "platform/dao/waits.h"
+
+namespace dao {
+
+/// A store in a database on a PostgreSQL server.
+class PostgresDriver final : public Driver
+{
+public:
+    /// Opens the store that the link at the path names. Raises 3151 with the server and the reason
+    /// where it cannot be reached, 3343 for a database that cannot hold a store.
+    static std::unique_ptr<Driver> open(const QString& path, const Link& link, const Waits& waits);
+    ~PostgresDriver() override;
+
+    QString place() const override { return link_.place(); }
+    std::vector<TableInfo> tables() override;
+    std::optional<TableInfo> table(const QString& name) override;
+    std::vector<IndexInfo> indexes(const QString& table) override;
+    QString rowNumber(const TableInfo& table) const override;
+    QString selected(const FieldInfo& field, const QString& column) const override;
+    QString sorted(const FieldInfo& field, const QString& column) const override;
+    RowNumber insert(const TableInfo& table, const QString& sql,
+                     const QVariantList& values) override;
+    QString joined(const QString& select) const override;
+    QString firstOf(const QString& joined) const override;
+    QString counterValue(const QString& table, const QString& field) override;
+    QStringList createTable(const TableInfo& table,
+                            const std::vector<IndexInfo>& indexes) const override;
+    QString createIndex(const QString& table, const IndexInfo& index) const override;
+    QStringList addField(const QString& table, const FieldInfo& field) const override;
+    void begin() override;
+    QStringList integrityFindings() override;
+    void copyTo(const QString& path) override;
+    runtime::RunTimeError error(const QSqlError& error) const override;
+
+protected:
+    QSqlQuery& execute(const QString& sql, const QVariantList& values) override;
+    int columnCount(const QSqlQuery& query) const override;
+    bool outlivesFailure() override;
+
+private:
+    PostgresDriver(std::unique_ptr<SqlConnection> connection, const QString& path, Link link,
+                   const Waits& waits);
+    bool takeUp();
+    void connectAnew();
+    const std::vector<TableInfo>& knownTables();
+
+    Link link_;
+    Waits waits_;
+    QString poolKey_;
+};
+
+} // namespace dao

@@ -1,0 +1,278 @@
+#include "support/throwaway_server.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+#include <QUuid>
+
+#include <csignal>
+#include <functional>
+#include <grp.h>
+#include <libpq-fe.h>
+#include <memory>
+#include <netinet/in.h>
+#include <pwd.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace testsupport {
+
+namespace {
+
+const QString keeper = u"zomrel"_s;
+const QString ownDatabase = u"postgres"_s;
+constexpr int patience = 30000; // ms
+
+QString binary(const QString& name)
+{
+    const QStringList versions =
+        QDir(u"/usr/lib/postgresql"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    for (auto each = versions.rbegin(); each != versions.rend(); ++each) {
+        const QString path = u"/usr/lib/postgresql/%1/bin/%2"_s.arg(*each, name);
+        if (QFile::exists(path))
+            return path;
+    }
+    qFatal("%s is not installed; the package postgresql-15 has it", qPrintable(name));
+}
+
+/// The user that the server runs as: this one, or for root one who may do less.
+const passwd* serverUser()
+{
+    if (geteuid() != 0)
+        return nullptr;
+    for (const char* name : {"postgres", "nobody"}) {
+        if (const passwd* user = getpwnam(name))
+            return user;
+    }
+    qFatal("no user to run a server as");
+}
+
+/// In memory where there is such a place: a test's database is some three hundred files.
+QString quickFolder()
+{
+    const QFileInfo memory(u"/dev/shm"_s);
+    return memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
+}
+
+int freePort()
+{
+    const int listener = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof(address);
+    auto* general = reinterpret_cast<sockaddr*>(&address);
+    if (listener < 0 || bind(listener, general, size) != 0 ||
+        getsockname(listener, general, &size) != 0)
+        qFatal("no free port");
+    close(listener);
+    return ntohs(address.sin_port);
+}
+
+void becomeServerUser(QProcess& process, int endSignal)
+{
+    const passwd* user = serverUser();
+    const uid_t uid = user != nullptr ? user->pw_uid : geteuid();
+    const gid_t gid = user != nullptr ? user->pw_gid : getegid();
+    const bool change = user != nullptr;
+    process.setChildProcessModifier([uid, gid, change, endSignal] {
+        if (change && (setgroups(0, nullptr) != 0 || setgid(gid) != 0 || setuid(uid) != 0))
+            _exit(126);
+        prctl(PR_SET_PDEATHSIG, endSignal);
+    });
+}
+
+struct ConnectionCloser
+{
+    void operator()(PGconn* connection) const { PQfinish(connection); }
+};
+using Connection = std::unique_ptr<PGconn, ConnectionCloser>;
+
+Connection connectedTo(const dao::Link& link)
+{
+    const QString text = u"host='%1' port=%2 dbname=%3 user=%4"_s.arg(link.server)
+                             .arg(link.port)
+                             .arg(link.database, link.user);
+    return Connection(PQconnectdb(text.toUtf8().constData()));
+}
+
+void run(PGconn* connection, const QString& sql)
+{
+    PGresult* result = PQexec(connection, sql.toUtf8().constData());
+    const ExecStatusType status = PQresultStatus(result);
+    PQclear(result);
+    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
+        qFatal("%s\n%s", qPrintable(sql), PQerrorMessage(connection));
+}
+
+bool exists(PGconn* connection, const QString& database)
+{
+    const QString sql = u"SELECT FROM pg_database WHERE datname = '%1'"_s.arg(database);
+    PGresult* result = PQexec(connection, sql.toUtf8().constData());
+    const bool found = PQntuples(result) > 0;
+    PQclear(result);
+    return found;
+}
+
+/// This process's connection to the server's own database.
+PGconn* keeperConnection()
+{
+    static const Connection connection = [] {
+        Connection made = connectedTo(linkTo(ownDatabase));
+        if (PQstatus(made.get()) != CONNECTION_OK)
+            qFatal("%s", PQerrorMessage(made.get()));
+        return made;
+    }();
+    return connection.get();
+}
+
+dao::Link linkOn(const QString& folder, int port, const QString& database)
+{
+    return {folder, port, database, keeper, u"disable"_s};
+}
+
+/// Folder and port of the server that the test run has started, a line for each.
+QStringList sharedServer()
+{
+    QFile file(qEnvironmentVariable("ZOMREL_TEST_SERVER"));
+    if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+ThrowawayServer::ThrowawayServer() : folder_(quickFolder() + u"/zomrel-server-XXXXXX"_s)
+{
+    if (!folder_.isValid())
+        qFatal("%s", qPrintable(folder_.errorString()));
+    makeCluster();
+    start();
+}
+
+ThrowawayServer::~ThrowawayServer()
+{
+    endAtOnce();
+}
+
+void ThrowawayServer::makeCluster()
+{
+    if (const passwd* user = serverUser()) {
+        if (chown(QFile::encodeName(folder()).constData(), user->pw_uid, user->pw_gid) != 0)
+            qFatal("cannot give %s to %s", qPrintable(folder()), user->pw_name);
+        QFile::setPermissions(folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                            QFile::ReadOther | QFile::ExeOther);
+    }
+    runToEnd(binary(u"initdb"_s),
+             {u"--pgdata="_s + folder_.filePath(u"data"_s), u"--username="_s + keeper,
+              u"--auth=trust"_s, u"--encoding=UTF8"_s, u"--locale=C"_s, u"--no-sync"_s,
+              u"--no-instructions"_s});
+}
+
+void ThrowawayServer::runToEnd(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    becomeServerUser(process, SIGKILL);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setWorkingDirectory(folder());
+    process.start(program, arguments);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0)
+        qFatal("%s: %s", qPrintable(program), process.readAll().constData());
+}
+
+void ThrowawayServer::start()
+{
+    if (port_ == 0)
+        port_ = freePort();
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.setStandardOutputFile(folder_.filePath(u"log"_s), QIODevice::Append);
+    process_.setWorkingDirectory(folder());
+    becomeServerUser(process_, SIGQUIT);
+    process_.start(binary(u"postgres"_s),
+                   {u"-D"_s, folder_.filePath(u"data"_s), u"-k"_s, folder(), u"-p"_s,
+                    QString::number(port_), u"-c"_s, u"listen_addresses=127.0.0.1"_s, u"-c"_s,
+                    u"fsync=off"_s, u"-c"_s, u"full_page_writes=off"_s, u"-c"_s,
+                    u"wal_level=minimal"_s, u"-c"_s, u"max_wal_senders=0"_s, u"-c"_s,
+                    u"shared_buffers=64MB"_s});
+    for (int waited = 0; waited < patience; waited += 10) {
+        const Connection probe = connectedTo(linkOn(folder(), port_, ownDatabase));
+        if (PQstatus(probe.get()) == CONNECTION_OK)
+            return;
+        if (process_.waitForFinished(10)) // it ends at once where it cannot start
+            break;
+    }
+    QFile log(folder_.filePath(u"log"_s));
+    log.open(QIODevice::ReadOnly);
+    qFatal("the server does not start: %s", log.readAll().constData());
+}
+
+void ThrowawayServer::endAtOnce()
+{
+    if (process_.state() == QProcess::NotRunning)
+        return;
+    ::kill(static_cast<pid_t>(process_.processId()), SIGQUIT);
+    if (!process_.waitForFinished(patience))
+        process_.kill();
+    process_.waitForFinished();
+}
+
+bool isOnServer()
+{
+    return qEnvironmentVariable("ZOMREL_TEST_ENGINE") == "postgresql"_L1;
+}
+
+dao::Link linkTo(const QString& database)
+{
+    static const QStringList shared = sharedServer();
+    if (shared.size() == 2)
+        return linkOn(shared[0], shared[1].toInt(), database);
+    static ThrowawayServer own;
+    return linkOn(own.folder(), own.port(), database);
+}
+
+void runAsKeeper(const QString& sql)
+{
+    run(keeperConnection(), sql);
+}
+
+void databaseOnce(const QString& name, const std::function<void(const dao::Link&)>& fill)
+{
+    PGconn* connection = keeperConnection();
+    run(connection, u"SELECT pg_advisory_lock(1)"_s);
+    if (!exists(connection, name)) {
+        const QString unfinished = u"unfinished_"_s + name;
+        if (exists(connection, unfinished))
+            run(connection, u"DROP DATABASE \"%1\" WITH (FORCE)"_s.arg(unfinished));
+        run(connection, u"CREATE DATABASE \"%1\" TEMPLATE template0"_s.arg(unfinished));
+        fill(linkTo(unfinished));
+        run(connection, u"ALTER DATABASE \"%1\" RENAME TO \"%2\""_s.arg(unfinished, name));
+    }
+    run(connection, u"SELECT pg_advisory_unlock(1)"_s);
+}
+
+ThrowawayDatabase::ThrowawayDatabase(const QString& pattern)
+    : link_(linkTo(u"test_"_s + QUuid::createUuid().toString(QUuid::Id128)))
+{
+    runAsKeeper(u"CREATE DATABASE \"%1\" TEMPLATE \"%2\" STRATEGY file_copy"_s.arg(
+        link_.database, pattern.isEmpty() ? u"template0"_s : pattern));
+}
+
+ThrowawayDatabase::~ThrowawayDatabase()
+{
+    runAsKeeper(u"DROP DATABASE \"%1\" WITH (FORCE)"_s.arg(link_.database));
+}
+
+void ThrowawayDatabase::writeLink(const QString& path) const
+{
+    QFile file(path);
+    const QByteArray text = dao::linkText(link_);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+} // namespace testsupport
