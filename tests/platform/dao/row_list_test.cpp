@@ -82,9 +82,10 @@ TEST_F(RowListTest, FindsARowThatHasNotBeenComeTo)
     EXPECT_EQ(rows->Fields(0).Value(), 200);
     EXPECT_EQ(rows->RecordCount(), 200);
     EXPECT_EQ(rows->pages()->rowOf(key), 199);
-    sql(u"INSERT INTO Orders (rowid, Number) VALUES (5000, 5000)"_s);
-    EXPECT_FALSE(rows->moveToKey(5000));
-    EXPECT_FALSE(rows->moveToKey(6000));
+    add(5000);
+    const auto later = dynaset(u"SELECT * FROM Orders WHERE Number = 5000"_s)->currentKey();
+    EXPECT_FALSE(rows->moveToKey(later));
+    EXPECT_FALSE(rows->moveToKey(later.toLongLong() + 1));
 }
 
 TEST_F(RowListTest, TakesAwayAndAddsInTheMiddleOfWhatIsNotKnownYet)
@@ -133,6 +134,7 @@ TEST_F(RowListTest, GivesAllRowsWhereTheKeysHaveGaps)
 
 TEST_F(RowListTest, GivesAllRowsWhereAKeyIsNullOrNoWholeNumber)
 {
+    EMBEDDED_ONLY("a server's key is never Null");
     for (const int number : {4, 1, 2})
         add(number);
     add(QVariant()); // four rows, as many as there are numbers from 1 to 4
