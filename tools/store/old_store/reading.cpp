@@ -17,15 +17,13 @@ namespace storetools {
 
 namespace {
 
-/// A process that says nothing for so many seconds hangs.
-constexpr int longestSilence = 60;
 constexpr int second = 1000; // ms
 
 /// The process that reads; it ends with this object.
 class Reader
 {
 public:
-    explicit Reader(const QString& path)
+    explicit Reader(const ReadingProcess& process) : longestSilence_(process.longestSilence)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
@@ -35,8 +33,7 @@ public:
         environment.insert(u"MDB_JET3_CHARSET"_s, u"ISO-8859-1"_s);
         process_.setProcessEnvironment(environment);
         process_.setStandardInputFile(QProcess::nullDevice());
-        process_.start(QCoreApplication::applicationFilePath(),
-                       {QString::fromLatin1(readingCommand), path});
+        process_.start(process.program, process.arguments);
         if (!process_.waitForStarted())
             throw RunTimeError(runtime::InternalError, process_.errorString());
     }
@@ -57,7 +54,7 @@ public:
             silence = speaks ? 0 : silence + 1;
             frames.take(process_.readAllStandardOutput());
             errors_ = (errors_ + process_.readAllStandardError()).right(longestError);
-        } while (process_.state() != QProcess::NotRunning && silence < longestSilence);
+        } while (process_.state() != QProcess::NotRunning && silence < longestSilence_);
         if (process_.state() != QProcess::NotRunning)
             damaged(u"reading it comes to no end"_s);
         if (process_.exitStatus() != QProcess::NormalExit)
@@ -81,18 +78,26 @@ private:
     }
 
     static constexpr qsizetype longestError = 1000;
+    int longestSilence_;
     QProcess process_;
     QByteArray errors_;
 };
 
 } // namespace
 
+void readFrom(const ReadingProcess& process, OldStoreVisitor& visitor)
+{
+    Reader reader(process);
+    FrameReader frames(visitor);
+    reader.readTo(frames);
+}
+
 void readOldStore(const QString& path, OldStoreVisitor& visitor)
 {
     try {
-        Reader reader(path);
-        FrameReader frames(visitor);
-        reader.readTo(frames);
+        readFrom(
+            {QCoreApplication::applicationFilePath(), {QString::fromLatin1(readingCommand), path}},
+            visitor);
     } catch (const RunTimeError& error) {
         if (error.number() != runtime::CorruptDatabase)
             throw;

@@ -191,3 +191,15 @@ TEST(EncodedFileTest, IsReadLikeAnother)
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
     EXPECT_EQ(valueIn(folder.target(), u"Orders"_s, 6, u"CustomerName"_s), u"כהן ובניו"_s);
 }
+
+/// A password hides nothing: it is a word in the head of the file that programs ask for.
+TEST(EncodedFileTest, IsReadWithoutItsPassword)
+{
+    constexpr qsizetype passwordPlace = 0x42;
+    const OldFileFolder folder;
+    QByteArray file = storetooltest::contentsOf(oldFile(u"old-store.mdb"_s));
+    for (qsizetype i = 0; i < 12; i += 2)
+        file[passwordPlace + i] = static_cast<char>(file[passwordPlace + i] ^ ('a' + i));
+    folder.write(file);
+    EXPECT_EQ(folder.takeOver().exitStatus, 0);
+}
