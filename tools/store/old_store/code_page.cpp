@@ -4,6 +4,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cerrno>
 
 using namespace Qt::StringLiterals;
@@ -57,8 +58,7 @@ private:
 /// The name by which the system's converter knows it.
 QByteArray systemName(const QString& name)
 {
-    bool isNumber = false;
-    name.toUInt(&isNumber);
+    const bool isNumber = std::ranges::all_of(name, [](QChar each) { return each.isDigit(); });
     return (isNumber ? u"CP"_s + name : name).toLatin1();
 }
 

@@ -78,7 +78,7 @@ TEST_P(DamagedFilesTest, WithoutItsEnd)
 TEST_P(DamagedFilesTest, WithBytesOverwritten)
 {
     QRandomGenerator random(20261121);
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 24; ++round) {
         QByteArray damaged = whole_;
         const bool inHeads = round % 2 == 0; // where the descriptions of pages and tables stand
         const int count = round % 4 < 2 ? 1 : 50;
@@ -95,7 +95,7 @@ TEST_P(DamagedFilesTest, WithBytesOverwritten)
 
 TEST_P(DamagedFilesTest, WithPagesOfZerosAndOfOnes)
 {
-    for (qsizetype page = 1; page < whole_.size() / pageSize_; page += 7) {
+    for (qsizetype page = 1; page < whole_.size() / pageSize_; page += 13) {
         QByteArray damaged = whole_;
         damaged.replace(page * pageSize_, pageSize_,
                         QByteArray(pageSize_, page % 2 == 0 ? '\0' : '\xff'));
