@@ -47,6 +47,8 @@ void FrSerialsTest::opensBrowsing()
     stage_->add(u"first"_s, 5);
     const SerialsScreen screen;
     QVERIFY(screen.isIn(browsing));
+    // The first control in the tab order that can take the focus.
+    QTRY_COMPARE(testsupport::focusName(), u"CmdNew"_s);
     QCOMPARE(screen.form().objectName(), u"FrSerials"_s);
     QCOMPARE(screen.form().windowTitle(), u"סדרות"_s);
     QCOMPARE(screen.form().layoutDirection(), Qt::RightToLeft);

@@ -109,6 +109,7 @@ void typeSeries(Program& program, const std::array<Deduction, 8>& deductions)
 void enterSeries(Program& program)
 {
     program.clickTag(u"Serials"_s);
+    waitForFocus(program, u"CmdNew"_s); // the fields before it are out of use
     program.click(u"CmdNew"_s);
     typeSeries(program, {{{u"-"_s, u"1"_s, u"00"_s},
                           {u"-"_s, u"1"_s, u"5"_s},

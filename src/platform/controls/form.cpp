@@ -46,10 +46,12 @@ void ChildForm::Show()
         return;
     if (window_.isNull() && frame() != nullptr) {
         showInFrame(*frame());
+        focusFirst();
     } else if (window_.isNull()) {
         opensMaximised() && !isVisible() ? showMaximized() : show();
         raise();
         activateWindow();
+        focusFirst();
     } else {
         if (window_->isMinimized())
             window_->showNormal();
@@ -74,6 +76,21 @@ void ChildForm::showInFrame(QMdiArea& area)
     else
         window_->show();
     area.setActiveSubWindow(window_);
+}
+
+/// The toolkit tries no further than the first control in the tab order, also where that one is out
+/// of use.
+void ChildForm::focusFirst()
+{
+    if (focusWidget() != nullptr)
+        return;
+    for (QWidget* each = nextInFocusChain(); each != this; each = each->nextInFocusChain()) {
+        const bool takesTab = (each->focusPolicy() & Qt::TabFocus) != 0;
+        if (takesTab && each->isEnabled() && each->isVisible() && isAncestorOf(each)) {
+            each->setFocus();
+            return;
+        }
+    }
 }
 
 void ChildForm::Unload()

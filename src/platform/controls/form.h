@@ -41,6 +41,7 @@ protected:
 private:
     void leave();
     void showInFrame(QMdiArea& area);
+    void focusFirst();
 
     QPointer<QMdiSubWindow> window_;
     bool leaving_ = false;
