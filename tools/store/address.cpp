@@ -1,0 +1,115 @@
+#include "tools/store/address.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <QStringList>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+constexpr int highestPort = 65535;
+
+[[noreturn]] void refuse(const QString& what)
+{
+    throw RunTimeError(runtime::UnrecognizedFormat, u"No such place: %1."_s.arg(what));
+}
+
+QString decoded(const QString& text)
+{
+    return QUrl::fromPercentEncoding(text.toUtf8());
+}
+
+int portOf(const QString& text)
+{
+    bool isNumber = false;
+    const int port = text.toInt(&isNumber);
+    if (!isNumber || !text.front().isDigit() || port < 1 || port > highestPort)
+        refuse(u"'%1' is no port"_s.arg(text));
+    return port;
+}
+
+void takeOption(const QString& option, dao::Link& link)
+{
+    const qsizetype sign = option.indexOf(u'=');
+    const QString name = option.left(sign);
+    const QString value = sign < 0 ? QString() : decoded(option.mid(sign + 1));
+    if (name == "password"_L1)
+        refuse(u"an address holds no password"_s);
+    if (name == "sslmode"_L1)
+        link.tls = value;
+    else if (name == "host"_L1)
+        link.server = value;
+    else if (name == "port"_L1)
+        link.port = portOf(value);
+    else if (name == "user"_L1)
+        link.user = value;
+    else if (name == "dbname"_L1)
+        link.database = value;
+    else
+        refuse(u"'%1' is unknown in an address"_s.arg(name));
+}
+
+/// What the address does not say is an error, not whatever the machine's environment says.
+void checkWhole(const dao::Link& link)
+{
+    dao::parseLink(dao::linkText(link), link.place());
+}
+
+} // namespace
+
+bool isAddress(const QString& place)
+{
+    return place.startsWith("postgresql://"_L1) || place.startsWith("postgres://"_L1);
+}
+
+dao::Link parseServer(const QString& server)
+{
+    dao::Link link;
+    const bool isFolder = server.startsWith(u'/');
+    const qsizetype bracket = server.startsWith(u'[') ? server.indexOf(u']') : -1;
+    const qsizetype colon = isFolder ? -1 : server.indexOf(u':', bracket + 1);
+    if (bracket > 0) {
+        if (colon < 0 ? bracket + 1 != server.size() : colon != bracket + 1)
+            refuse(u"'%1' is no server"_s.arg(server));
+        link.server = server.mid(1, bracket - 1);
+    } else {
+        link.server = colon < 0 ? server : server.left(colon);
+    }
+    if (colon >= 0) {
+        if (colon + 1 == server.size())
+            refuse(u"'%1' has no port behind its colon"_s.arg(server));
+        link.port = portOf(server.mid(colon + 1));
+    }
+    return link;
+}
+
+dao::Link parseAddress(const QString& address)
+{
+    const QString whole = address.mid(address.indexOf("://"_L1) + 3);
+    const qsizetype question = whole.indexOf(u'?');
+    const QString place = question < 0 ? whole : whole.left(question);
+    const qsizetype slash = place.indexOf(u'/');
+    const QString authority = slash < 0 ? place : place.left(slash);
+    const qsizetype at = authority.lastIndexOf(u'@');
+    const QString user = at < 0 ? QString() : authority.left(at);
+    if (user.contains(u':'))
+        refuse(u"an address holds no password"_s);
+    const QString server = authority.mid(at + 1);
+    dao::Link link = server.contains(u'%') ? dao::Link{.server = decoded(server)}
+                                           : parseServer(server);
+    link.user = decoded(user);
+    link.database = slash < 0 ? QString() : decoded(place.mid(slash + 1));
+    if (question >= 0) {
+        for (const QString& option : whole.mid(question + 1).split(u'&', Qt::SkipEmptyParts))
+            takeOption(option, link);
+    }
+    checkWhole(link);
+    return link;
+}
+
+} // namespace storetools

@@ -1,0 +1,45 @@
+#include "tools/store/server_setup.h"
+
+namespace storetools {
+
+// What the stations do: they read everything; they add orders, lines and entries of the catalogue,
+// change them and take them away. Counters are moved by a function of the owner's. They make and
+// change no table: a store that is moved in whole needs no upgrade at a station's start.
+QString serverSetup()
+{
+    return QStringLiteral(R"(-- The roles of a Zomrel store. Run this as a superuser in the store's own database, which was
+-- made by: CREATE DATABASE zomrel ENCODING 'UTF8' TEMPLATE template0;
+-- Give both roles a way to log in (a password by \password, or a line in pg_hba.conf); a person's
+-- own role works as a station after: GRANT zomrel_station TO that_role;
+
+BEGIN;
+
+DO $$
+BEGIN
+  IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'zomrel_owner') THEN
+    CREATE ROLE zomrel_owner LOGIN;
+  END IF;
+  IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'zomrel_station') THEN
+    CREATE ROLE zomrel_station LOGIN;
+  END IF;
+  -- Nobody else comes into the database.
+  EXECUTE format('REVOKE ALL ON DATABASE %I FROM PUBLIC', current_database());
+  EXECUTE format('GRANT CONNECT ON DATABASE %I TO zomrel_owner, zomrel_station',
+                 current_database());
+END
+$$;
+
+-- The owner makes the store's tables, by zomrel-store move.
+REVOKE ALL ON SCHEMA public FROM PUBLIC;
+GRANT USAGE, CREATE ON SCHEMA public TO zomrel_owner;
+
+-- The stations read and write rows of the tables that the owner makes, and make none themselves.
+GRANT USAGE ON SCHEMA public TO zomrel_station;
+ALTER DEFAULT PRIVILEGES FOR ROLE zomrel_owner IN SCHEMA public
+  GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO zomrel_station;
+
+COMMIT;
+)");
+}
+
+} // namespace storetools
