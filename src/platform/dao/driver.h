@@ -83,6 +83,9 @@ private:
     QString lossReason_;
 };
 
+class RowStream;
+class RowSink;
+
 /// False for the statements that read and write rows.
 bool mayChangeTheSchema(const QString& sql);
 
@@ -150,6 +153,24 @@ public:
     /// waits. Not while this process has another connection to the store. Raises 3260, 3026, 3043,
     /// 3051.
     virtual void copyTo(const QString& path) = 0;
+
+    /// Opens a transaction that sees the store as it stands at this moment and changes nothing, for
+    /// as long as it takes.
+    virtual void beginReading() = 0;
+    /// All rows of a table, one after the other. One stream at a time; nothing else is run on the
+    /// connection while it lives.
+    virtual std::unique_ptr<RowStream> rowStream(const TableInfo& table) = 0;
+    /// A way to store many rows in a table that was made in the open transaction. As a stream, it
+    /// has the connection for itself.
+    virtual std::unique_ptr<RowSink> rowSink(const TableInfo& table) = 0;
+    /// The highest number that a counter is known to have given; 0 for none.
+    virtual qint64 highestGiven(const QString& table, const QString& field) = 0;
+    /// Lets a counter go on after the number.
+    virtual void countOnFrom(const QString& table, const QString& field, qint64 highest) = 0;
+    /// Tells the engine that a table has got many rows.
+    virtual void learnContents(const QString&) {}
+    /// Puts tables out of the store and gives the name of the place where they are kept.
+    virtual QString setAside(const QStringList& tables) = 0;
 
     /// The run-time error that an error of the engine stands for.
     virtual runtime::RunTimeError error(const QSqlError& error) const = 0;

@@ -34,6 +34,13 @@ public:
     void begin() override;
     QStringList integrityFindings() override;
     void copyTo(const QString& path) override;
+    void beginReading() override;
+    std::unique_ptr<RowStream> rowStream(const TableInfo& table) override;
+    std::unique_ptr<RowSink> rowSink(const TableInfo& table) override;
+    qint64 highestGiven(const QString& table, const QString& field) override;
+    void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
+    void learnContents(const QString& table) override;
+    QString setAside(const QStringList& tables) override;
     runtime::RunTimeError error(const QSqlError& error) const override;
 
 protected:

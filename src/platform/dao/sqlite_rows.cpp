@@ -1,0 +1,291 @@
+// The rows of a whole table of an embedded store, read and written as bytes.
+
+#include "platform/dao/row_bytes.h"
+#include "platform/dao/row_stream.h"
+#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/values.h"
+
+#include <QDateTime>
+#include <QSqlError>
+
+#include <limits>
+#include <vector>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+const QDate firstDay(2000, 1, 1);
+constexpr qint64 secondsOfADay = 86400;
+
+QStringList namesOf(const TableInfo& table)
+{
+    QStringList names;
+    for (const FieldInfo& each : table.fields)
+        names.append(each.name);
+    return names;
+}
+
+/// A stored moment is an ISO text, most often a day alone.
+std::optional<qint64> dayOf(QStringView text)
+{
+    constexpr qsizetype length = 10; // 2026-03-01
+    if (text.size() != length || text[4] != u'-' || text[7] != u'-')
+        return {};
+    const auto number = [&](qsizetype first, qsizetype count) {
+        int value = 0;
+        for (const QChar c : text.sliced(first, count)) {
+            if (c < u'0' || c > u'9')
+                return -1;
+            value = value * 10 + (c.unicode() - u'0');
+        }
+        return value;
+    };
+    const QDate day(number(0, 4), number(5, 2), number(8, 2));
+    if (!day.isValid() || day.year() < 1)
+        return {};
+    return firstDay.daysTo(day) * secondsOfADay;
+}
+
+qint64 secondsOf(const QVariant& moment)
+{
+    const qint64 days = firstDay.daysTo(moment.toDate()) * secondsOfADay;
+    return moment.typeId() == QMetaType::QDate
+               ? days
+               : days + moment.toTime().msecsSinceStartOfDay() / 1000;
+}
+
+/// Writes a field's value as the field gives it.
+void addValue(RowWriter& row, const FieldInfo& field, const QVariant& value)
+{
+    switch (value.isValid() ? field.type : 0) {
+    case 0:
+        return row.addNull();
+    case dbBoolean:
+    case dbInteger:
+        return row.addInt16(static_cast<qint16>(value.toInt()));
+    case dbLong:
+        return row.addInt32(value.toInt());
+    case dbDouble:
+        return row.addDouble(value.toDouble());
+    case dbDate:
+        return row.addMoment(secondsOf(value));
+    default:
+        return row.addText(value.toString());
+    }
+}
+
+void addText(RowWriter& row, const FieldInfo& field, const QString& text)
+{
+    if (field.size > 0 && text.size() > field.size)
+        throw RunTimeError(runtime::FieldTooSmall,
+                           u"has %1 characters and takes %2"_s.arg(text.size()).arg(field.size));
+    if (text.contains(QChar(u'\0')))
+        throw RunTimeError(runtime::DataTypeConversion, u"holds a sign that has no place"_s);
+    row.addText(text);
+}
+
+/// Writes a stored value; the common ones without a detour.
+void addStored(RowWriter& row, const FieldInfo& field, const QVariant& stored)
+{
+    const int type = stored.isNull() ? QMetaType::UnknownType : stored.typeId();
+    if (type == QMetaType::QString && field.type == dbText)
+        return addText(row, field, *static_cast<const QString*>(stored.constData()));
+    if (type == QMetaType::Double && field.type == dbDouble && qIsFinite(stored.toDouble()))
+        return row.addDouble(stored.toDouble());
+    if (type == QMetaType::LongLong && field.type == dbLong) {
+        const qint64 number = stored.toLongLong();
+        if (number == static_cast<qint32>(number))
+            return row.addInt32(static_cast<qint32>(number));
+    }
+    if (type == QMetaType::QString && field.type == dbDate) {
+        if (const auto day = dayOf(*static_cast<const QString*>(stored.constData())))
+            return row.addMoment(*day);
+    }
+    addValue(row, field, fromStored(field, stored));
+}
+
+class SqliteStream final : public RowStream
+{
+public:
+    SqliteStream(const SqliteDriver& driver, const TableInfo& table, QSqlQuery query)
+        : driver_(driver), table_(table), query_(std::move(query))
+    {
+        query_.setForwardOnly(true);
+        const QString number = driver.rowNumber(table);
+        if (!query_.exec(u"SELECT %1 FROM %2 ORDER BY %3"_s.arg(
+                Driver::quoted(namesOf(table)), Driver::quoted(table.name), number)))
+            throw driver_.error(query_.lastError());
+    }
+
+    std::optional<QByteArrayView> next() override
+    {
+        if (!query_.next()) {
+            if (query_.lastError().isValid())
+                throw driver_.error(query_.lastError());
+            return {};
+        }
+        ++rows_;
+        row_.bytes().resize(0); // keeps its room
+        const std::size_t count = table_.fields.size();
+        row_.begin(static_cast<int>(count));
+        for (std::size_t i = 0; i < count; ++i)
+            add(i);
+        return row_.bytes();
+    }
+
+private:
+    void add(std::size_t ordinal)
+    {
+        const FieldInfo& field = table_.fields[ordinal];
+        try {
+            addStored(row_, field, query_.value(static_cast<int>(ordinal)));
+        } catch (const RunTimeError& error) {
+            const bool own = error.number() == runtime::FieldTooSmall ||
+                             error.description() != runtime::errorDescription(error.number());
+            throw RunTimeError(
+                error.number(),
+                u"%1, %2: %3 %4"_s.arg(table_.name, place(), field.name,
+                                       own ? error.description() : u"cannot be read"_s));
+        }
+    }
+
+    /// A row is told by its first field, which is a table's key, or by its place.
+    QString place() const
+    {
+        const QVariant key = query_.value(0);
+        return key.typeId() == QMetaType::LongLong
+                   ? table_.fields.front().name + u' ' + key.toString()
+                   : u"row %1"_s.arg(rows_);
+    }
+
+    const SqliteDriver& driver_;
+    TableInfo table_;
+    QSqlQuery query_;
+    RowWriter row_;
+    qint64 rows_ = 0;
+};
+
+/// A row's value as it is bound to the statement.
+QVariant boundValue(const FieldInfo& field, const std::optional<QByteArrayView>& bytes)
+{
+    if (!bytes)
+        return {};
+    switch (field.type) {
+    case dbBoolean:
+    case dbInteger:
+        return int{int16Of(*bytes)};
+    case dbLong:
+        return int{int32Of(*bytes)};
+    case dbDouble:
+        return doubleOf(*bytes);
+    case dbDate: {
+        const qint64 seconds = momentOf(*bytes);
+        const qint64 days = seconds / secondsOfADay - (seconds % secondsOfADay < 0 ? 1 : 0);
+        const QDate day = firstDay.addDays(days);
+        const QTime time = QTime::fromMSecsSinceStartOfDay(
+            static_cast<int>((seconds - days * secondsOfADay) * 1000));
+        return toStored(field,
+                        time == QTime(0, 0) ? QVariant(day) : QVariant(QDateTime(day, time)));
+    }
+    case dbText:
+        break;
+    }
+    return QString::fromUtf8(*bytes);
+}
+
+class SqliteSink final : public RowSink
+{
+public:
+    SqliteSink(const SqliteDriver& driver, const TableInfo& table, QSqlQuery query)
+        : driver_(driver), fields_(table.fields), query_(std::move(query)), last_(fields_.size())
+    {
+        const QStringList places(static_cast<qsizetype>(fields_.size()), u"?"_s);
+        if (!query_.prepare(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(
+                Driver::quoted(table.name), Driver::quoted(namesOf(table)), places.join(u", "_s))))
+            throw driver_.error(query_.lastError());
+    }
+
+    /// A value that is the one of the row before stays bound, which is most of them in a workshop's
+    /// lines.
+    void add(QByteArrayView row) override
+    {
+        QByteArray bytes = row.toByteArray();
+        RowReader reader(bytes);
+        for (std::size_t i = 0; i < fields_.size(); ++i) {
+            const std::optional<QByteArrayView> field = reader.next();
+            if (isFirst_ || !isSame(field, last_[i]))
+                query_.bindValue(static_cast<int>(i), boundValue(fields_[i], field));
+            last_[i] = field;
+        }
+        isFirst_ = false;
+        lastRow_ = std::move(bytes); // the fields point into it
+        if (!query_.exec())
+            throw driver_.error(query_.lastError());
+    }
+
+    void finish() override { query_ = QSqlQuery(); }
+
+private:
+    using Field = std::optional<QByteArrayView>;
+
+    static bool isSame(const Field& one, const Field& other)
+    {
+        if (!one || !other)
+            return one.has_value() == other.has_value();
+        return *one == *other;
+    }
+
+    const SqliteDriver& driver_;
+    std::vector<FieldInfo> fields_;
+    QSqlQuery query_;
+    std::vector<Field> last_;
+    QByteArray lastRow_;
+    bool isFirst_ = true;
+};
+
+} // namespace
+
+void SqliteDriver::beginReading()
+{
+    run(u"BEGIN"_s);
+    setInTransaction();
+    rows(u"SELECT count(*) FROM sqlite_master"_s); // the moment is that of the first reading
+}
+
+std::unique_ptr<RowStream> SqliteDriver::rowStream(const TableInfo& table)
+{
+    return std::make_unique<SqliteStream>(*this, table, QSqlQuery(connection()));
+}
+
+std::unique_ptr<RowSink> SqliteDriver::rowSink(const TableInfo& table)
+{
+    return std::make_unique<SqliteSink>(*this, table, QSqlQuery(connection()));
+}
+
+qint64 SqliteDriver::highestGiven(const QString& table, const QString& field)
+{
+    return rows(u"SELECT max(ifnull((SELECT max(%1) FROM %2), 0), "
+                "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = ?), 0))"_s.arg(
+                    quoted(field), quoted(table)),
+                {table})
+        .front()
+        .front()
+        .toLongLong();
+}
+
+void SqliteDriver::countOnFrom(const QString& table, const QString&, qint64 highest)
+{
+    run(u"DELETE FROM sqlite_sequence WHERE name = ?"_s, {table});
+    run(u"INSERT INTO sqlite_sequence (name, seq) VALUES (?, ?)"_s, {table, highest});
+}
+
+QString SqliteDriver::setAside(const QStringList&)
+{
+    throw RunTimeError(runtime::OperationNotSupported);
+}
+
+} // namespace dao
