@@ -70,9 +70,8 @@ bool isAddress(const QString& place)
 dao::Link parseServer(const QString& server)
 {
     dao::Link link;
-    const bool isFolder = server.startsWith(u'/');
     const qsizetype bracket = server.startsWith(u'[') ? server.indexOf(u']') : -1;
-    const qsizetype colon = isFolder ? -1 : server.indexOf(u':', bracket + 1);
+    const qsizetype colon = server.indexOf(u':', bracket + 1);
     if (bracket > 0) {
         if (colon < 0 ? bracket + 1 != server.size() : colon != bracket + 1)
             refuse(u"'%1' is no server"_s.arg(server));
@@ -99,9 +98,8 @@ dao::Link parseAddress(const QString& address)
     const QString user = at < 0 ? QString() : authority.left(at);
     if (user.contains(u':'))
         refuse(u"an address holds no password"_s);
-    const QString server = authority.mid(at + 1);
-    dao::Link link = server.contains(u'%') ? dao::Link{.server = decoded(server)}
-                                           : parseServer(server);
+    dao::Link link = parseServer(authority.mid(at + 1));
+    link.server = decoded(link.server);
     link.user = decoded(user);
     link.database = slash < 0 ? QString() : decoded(place.mid(slash + 1));
     if (question >= 0) {

@@ -17,8 +17,8 @@ bool isAddress(const QString& place);
 /// Raises 3343 for one that says too little, more than a link can hold, or a password.
 dao::Link parseAddress(const QString& address);
 
-/// The server that "HOST", "HOST:PORT", "[ADDRESS]:PORT" or a folder names, on a link without its
-/// other parts. Raises 3343.
+/// The server that "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT" names, on a
+/// link without its other parts. Raises 3343.
 dao::Link parseServer(const QString& server);
 
 } // namespace storetools

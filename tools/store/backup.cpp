@@ -3,6 +3,7 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
+#include "tools/store/move.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -134,17 +135,10 @@ void moveCompanions(const QString& path, const QString& kept)
     }
 }
 
-} // namespace
-
-QStringList backUpStore(const QString& path, const QString& target)
+QStringList backUpFile(const Place& place, const QString& target)
 {
-    const auto source = dao::DBEngine::instance().OpenDatabase(path);
-    // A half-made change that lies there would be undone in the copy.
-    for (const QString& suffix : {QString(), companions[0], companions[1]}) {
-        if (QFileInfo::exists(target + suffix))
-            throw RunTimeError(runtime::DatabaseExists,
-                               u"Database '%1' already exists."_s.arg(target + suffix));
-    }
+    const auto source = place.open();
+    requireFree(target);
     const Copy copy(*source, target);
     QStringList findings = checkStore(copy.path());
     if (findings.isEmpty())
@@ -152,10 +146,23 @@ QStringList backUpStore(const QString& path, const QString& target)
     return findings;
 }
 
-RestoreOutcome restoreStore(const QString& backup, const QString& path)
+QStringList backUpDatabase(const Place& place, const QString& target, const RowsOfTable& progress)
+{
+    requireFree(target);
+    const StillStore source(place);
+    if (!source.findings().isEmpty())
+        return source.findings();
+    const MadeStore made = makeStoreOf(source, target, progress);
+    QStringList findings = checkStore(made.store->unfinishedPath());
+    if (findings.isEmpty())
+        made.store->putInPlace();
+    return findings;
+}
+
+RestoreOutcome restoreFile(const Place& backup, const QString& path)
 {
     RestoreOutcome outcome;
-    const auto source = dao::DBEngine::instance().OpenDatabase(backup);
+    const auto source = backup.open();
     const Copy copy(*source, path);
     source->Close();
     outcome.findings = checkStore(copy.path());
@@ -171,6 +178,37 @@ RestoreOutcome restoreStore(const QString& backup, const QString& path)
         moveCompanions(path, replaces ? outcome.kept : freeName(path));
     copy.putInPlace();
     return outcome;
+}
+
+RestoreOutcome restoreDatabase(const Place& backup, const Place& place, const RowsOfTable& progress)
+{
+    RestoreOutcome outcome;
+    const StillStore source(backup);
+    outcome.findings = source.check();
+    if (!outcome.findings.isEmpty())
+        return outcome;
+    const auto database = place.open();
+    database->BeginTrans();
+    const QStringList replaced = storeTablesIn(*database);
+    if (!replaced.isEmpty())
+        outcome.kept = dao::setAside(*database, replaced);
+    const StoreContents contents = source.copyTo(*database, progress);
+    readBack(*database, contents, progress);
+    database->CommitTrans();
+    return outcome;
+}
+
+} // namespace
+
+QStringList backUpStore(const Place& place, const QString& target, const RowsOfTable& progress)
+{
+    return place.isOnServer() ? backUpDatabase(place, target, progress) : backUpFile(place, target);
+}
+
+RestoreOutcome restoreStore(const Place& backup, const Place& place, const RowsOfTable& progress)
+{
+    return place.isOnServer() ? restoreDatabase(backup, place, progress)
+                              : restoreFile(backup, place.name());
 }
 
 } // namespace storetools

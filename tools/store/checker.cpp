@@ -2,7 +2,10 @@
 
 #include "platform/dao/database.h"
 #include "platform/dao/examination.h"
+#include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/layout.h"
+#include "tools/store/place.h"
 #include "tools/store/row_check.h"
 #include "tools/store/schema_check.h"
 
@@ -12,29 +15,53 @@ namespace storetools {
 
 namespace {
 
-QStringList engineCheck(dao::Database& database)
+/// What the engine finds is said of the file or of the server's database as a whole.
+QString whole(bool isOnServer)
+{
+    return isOnServer ? u"server: "_s : u"file: "_s;
+}
+
+QStringList engineCheck(dao::Database& database, bool isOnServer)
 {
     QStringList findings;
     for (const QString& finding : dao::engineFindings(database))
-        findings.append(u"file: "_s + QString(finding).replace(u'\n', u' '));
+        findings.append(whole(isOnServer) + QString(finding).replace(u'\n', u' '));
     return findings;
+}
+
+QStringList contentsCheck(dao::Database& database)
+{
+    const Layout layout = layoutOf(database);
+    return checkSchema(layout) + checkRows(database, layout);
 }
 
 } // namespace
 
-QStringList checkStore(const QString& path)
+QStringList checkStore(dao::Database& database, bool isOnServer)
+{
+    return engineCheck(database, isOnServer) + contentsCheck(database);
+}
+
+QStringList checkStore(const Place& place)
 {
     QStringList findings;
     try {
-        const auto database = dao::DBEngine::instance().OpenDatabase(path);
-        findings += engineCheck(*database);
-        const Layout layout = layoutOf(*database);
-        findings += checkSchema(layout) + checkRows(*database, layout);
+        const auto database = place.open();
+        findings += engineCheck(*database, place.isOnServer());
+        // Stations that delete an order between two looks would leave lines without it.
+        if (place.isOnServer())
+            dao::holdStill(*database);
+        findings += contentsCheck(*database);
         database->Close();
     } catch (const runtime::RunTimeError& error) {
-        findings.append(u"file: "_s + error.description());
+        findings.append(whole(place.isOnServer()) + error.description());
     }
     return findings;
+}
+
+QStringList checkStore(const QString& path)
+{
+    return checkStore(Place(path));
 }
 
 } // namespace storetools

@@ -3,15 +3,25 @@
 #include <QString>
 #include <QStringList>
 
+namespace dao {
+class Database;
+}
+
 namespace storetools {
 
+class Place;
+
 /// What is wrong with a store, a line for each finding; empty for one that is sound and complete.
-/// A file that cannot be opened is a finding. Changes nothing in the store.
+/// A store that cannot be opened is a finding. Changes nothing in the store. One on a server is
+/// looked at as it stands at one moment.
 ///
 /// Looked for: the engine's own findings; missing tables, fields and indexes; fields of another
 /// type or size; lines' fields that do not stand at their ordinals; contents that cannot be read by
 /// the declared type; texts longer than their field; missing and doubled keys; numbers that the
 /// program cannot handle; lines whose order does not exist.
+QStringList checkStore(const Place& place);
 QStringList checkStore(const QString& path);
+/// The same of an open store, which is one on a server or a copy that nobody else works on.
+QStringList checkStore(dao::Database& database, bool isOnServer);
 
 } // namespace storetools

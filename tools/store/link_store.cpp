@@ -18,16 +18,14 @@ namespace {
 
 [[noreturn]] void cannotWrite(const QString& path, const QString& reason)
 {
-    throw RunTimeError(runtime::PermissionDenied,
-                       u"Could not write '%1': %2"_s.arg(path, reason));
+    throw RunTimeError(runtime::PermissionDenied, u"Could not write '%1': %2"_s.arg(path, reason));
 }
 
 void refuseAnythingButALink(const QString& path)
 {
     const QFileInfo info(path);
     if ((info.exists() || info.isSymLink()) && !dao::beginsAsLink(path))
-        throw RunTimeError(runtime::DatabaseExists,
-                           u"Database '%1' already exists."_s.arg(path));
+        throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
 }
 
 void write(const QString& path, const QByteArray& text)

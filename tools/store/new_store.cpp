@@ -40,12 +40,15 @@ void createTable(dao::Database& database, const store::TableSchema& schema)
 
 } // namespace
 
-NewStore::NewStore(const QString& path) : path_(path), workshop_(workshopBeside(path))
+NewStore::NewStore(const QString& path, Tables tables)
+    : path_(path), workshop_(workshopBeside(path))
 {
     if (!workshop_.isValid())
         throw RunTimeError(runtime::PermissionDenied, workshop_.errorString());
     database_ = dao::DBEngine::instance().Workspaces(0).CreateDatabase(unfinishedPath());
     database_->BeginTrans();
+    if (tables == Tables::None)
+        return;
     for (const store::TableSchema& table : store::schema())
         createTable(*database_, table);
 }

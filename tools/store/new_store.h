@@ -16,9 +16,14 @@ namespace storetools {
 class NewStore
 {
 public:
-    /// Makes the store with all its tables and indexes and no row. Raises 3204 where the path
-    /// exists already, 3051 where its folder cannot be written, and what the engine raises.
-    explicit NewStore(const QString& path);
+    enum class Tables {
+        All,  ///< With their indexes and no row.
+        None, ///< To be copied from another store.
+    };
+
+    /// Raises 3204 where the path exists already, 3051 where its folder cannot be written, and what
+    /// the engine raises.
+    explicit NewStore(const QString& path, Tables tables = Tables::All);
     ~NewStore();
     NewStore(const NewStore&) = delete;
     NewStore& operator=(const NewStore&) = delete;

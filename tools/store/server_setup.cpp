@@ -7,7 +7,8 @@ namespace storetools {
 // change no table: a store that is moved in whole needs no upgrade at a station's start.
 QString serverSetup()
 {
-    return QStringLiteral(R"(-- The roles of a Zomrel store. Run this as a superuser in the store's own database, which was
+    return QStringLiteral(
+        R"(-- The roles of a Zomrel store. Run this as a superuser in the store's own database, which was
 -- made by: CREATE DATABASE zomrel ENCODING 'UTF8' TEMPLATE template0;
 -- Give both roles a way to log in (a password by \password, or a line in pg_hba.conf); a person's
 -- own role works as a station after: GRANT zomrel_station TO that_role;

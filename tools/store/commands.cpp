@@ -1,0 +1,266 @@
+#include "tools/store/commands.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "store/schema.h"
+#include "tools/store/address.h"
+#include "tools/store/backup.h"
+#include "tools/store/builder.h"
+#include "tools/store/checker.h"
+#include "tools/store/link_store.h"
+#include "tools/store/move.h"
+#include "tools/store/old_store/take_over.h"
+#include "tools/store/progress.h"
+#include "tools/store/server_setup.h"
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace storetools {
+
+namespace {
+
+const QString codePageOption = u"--code-page"_s;
+const QString cutTextsOption = u"--cut-texts"_s;
+const QString serverOption = u"--server"_s;
+const QString databaseOption = u"--database"_s;
+const QString userOption = u"--user"_s;
+const QString tlsOption = u"--tls"_s;
+
+void print(QTextStream& stream, const QStringList& lines)
+{
+    for (const QString& line : lines)
+        stream << line << '\n';
+}
+
+ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
+{
+    const QString& path = call.arguments.first();
+    createStore(path);
+    out << "created " << path << '\n';
+    return Success;
+}
+
+ExitStatus check(const Call& call, QTextStream& out, QTextStream&)
+{
+    const QString& name = call.arguments.first();
+    QStringList findings;
+    try {
+        findings = checkStore(Place(name));
+    } catch (const runtime::RunTimeError& error) {
+        findings.append(u"file: "_s + error.description()); // a link that is damaged
+    }
+    print(out, findings);
+    if (!findings.isEmpty())
+        return Failure;
+    out << "sound and complete: " << name << '\n';
+    return Success;
+}
+
+ExitStatus notSound(const QStringList& findings, QTextStream& err)
+{
+    print(err, findings);
+    err << "zomrel-store: the store is not sound; nothing was changed\n";
+    return Failure;
+}
+
+/// Runs a long command while a terminal shows how far it has come.
+template <typename Work>
+auto withProgress(QTextStream& err, Work&& work)
+{
+    Progress progress(err);
+    return work([&](const QString& what, qint64 rows) { progress.show(what, rows); });
+}
+
+ExitStatus backup(const Call& call, QTextStream& out, QTextStream& err)
+{
+    const QStringList& arguments = call.arguments;
+    const QStringList findings = withProgress(err, [&](const RowsOfTable& progress) {
+        return backUpStore(Place(arguments[0]), arguments[1], progress);
+    });
+    if (!findings.isEmpty())
+        return notSound(findings, err);
+    out << "backed up " << arguments[0] << " to " << arguments[1] << '\n';
+    return Success;
+}
+
+ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
+{
+    const QStringList& arguments = call.arguments;
+    const RestoreOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
+        return restoreStore(Place(arguments[0]), Place(arguments[1]), progress);
+    });
+    if (!outcome.findings.isEmpty())
+        return notSound(outcome.findings, err);
+    out << "restored " << arguments[1] << " from " << arguments[0] << '\n';
+    if (!outcome.kept.isEmpty())
+        out << "the store before is kept as " << outcome.kept << '\n';
+    return Success;
+}
+
+/// How many rows each table has got.
+class Counts
+{
+public:
+    explicit Counts(QTextStream& out) : out_(out) { line(u"table"_s, u"rows"_s); }
+    void add(const QString& table, qint64 rows) { line(table, QString::number(rows)); }
+
+private:
+    void line(const QString& table, const QString& rows)
+    {
+        constexpr int nameWidth = 14;
+        constexpr int numberWidth = 8;
+        out_ << table.leftJustified(nameWidth) << rows.rightJustified(numberWidth) << '\n';
+    }
+
+    QTextStream& out_;
+};
+
+ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
+{
+    const QStringList& arguments = call.arguments;
+    const MoveOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
+        return moveStore(Place(arguments[0]), Place(arguments[1]), progress);
+    });
+    if (!outcome.findings.isEmpty()) {
+        print(err, outcome.findings);
+        err << "zomrel-store: the store is not complete; nothing was moved\n";
+        return Failure;
+    }
+    print(out, outcome.notes);
+    Counts counts(out);
+    for (const store::TableSchema& table : store::schema())
+        counts.add(table.name, outcome.contents.at(table.name).rows);
+    out << "moved " << arguments[0] << " to " << arguments[1]
+        << "; both hold the same rows in all tables\n";
+    return Success;
+}
+
+/// Raises WrongCall for what cannot be a link.
+dao::Link linkOf(const Call& call)
+{
+    try {
+        dao::Link link = parseServer(call.options.value(serverOption));
+        link.database = call.options.value(databaseOption);
+        link.user = call.options.value(userOption);
+        link.tls = call.options.value(tlsOption, link.tls);
+        dao::linkText(link);
+        return link;
+    } catch (const runtime::RunTimeError& error) {
+        throw WrongCall(error.description());
+    }
+}
+
+ExitStatus link(const Call& call, QTextStream& out, QTextStream&)
+{
+    const QString& path = call.arguments.first();
+    const dao::Link link = linkOf(call);
+    const LinkedTo found = linkStore(path, link);
+    out << "linked " << path << " to " << link.place() << '\n';
+    if (found == LinkedTo::NoStoreYet)
+        out << "there is no store in that database yet; zomrel-store move brings one there\n";
+    return Success;
+}
+
+ExitStatus printServerSetup(const Call&, QTextStream& out, QTextStream&)
+{
+    out << serverSetup();
+    return Success;
+}
+
+CodePage codePageNamed(const QString& name)
+{
+    try {
+        return CodePage(name);
+    } catch (const runtime::RunTimeError&) {
+        throw WrongCall(u"there is no code page '%1' with a byte for each character"_s.arg(name));
+    }
+}
+
+ExitStatus notTakenOver(const TakeOverOutcome& outcome, QTextStream& err)
+{
+    print(err, outcome.notes + outcome.findings);
+    err << "zomrel-store: nothing was taken over\n";
+    return Failure;
+}
+
+ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
+{
+    TakeOverOptions options;
+    if (call.options.contains(codePageOption))
+        options.codePage = codePageNamed(call.options.value(codePageOption));
+    options.cutTexts = call.options.contains(cutTextsOption);
+    const TakeOverOutcome outcome = withProgress(err, [&](const TakeOverProgress& progress) {
+        return takeOverStore(call.arguments[0], call.arguments[1], options, progress);
+    });
+    if (!outcome.findings.isEmpty())
+        return notTakenOver(outcome, err);
+    print(out, outcome.notes);
+    Counts counts(out);
+    for (const TakenTable& table : outcome.tables)
+        counts.add(table.name, table.rows);
+    out << "took over " << call.arguments[0] << " into " << call.arguments[1] << '\n';
+    return Success;
+}
+
+std::vector<Command> commandsOverOneEngine()
+{
+    return {
+        {u"create"_s, {u"FILE"_s}, u"make a new store with the delivered catalogue"_s, create},
+        {u"check"_s,
+         {u"FILE"_s},
+         u"tell whether a store is sound, a line for each finding"_s,
+         check},
+        {u"backup"_s,
+         {u"FILE"_s, u"TO"_s},
+         u"copy a store to a new file, also while stations work"_s,
+         backup},
+        {u"restore"_s,
+         {u"BACKUP"_s, u"FILE"_s},
+         u"put a sound backup in a store's place and keep that store"_s,
+         restore},
+        {u"import"_s,
+         {u"OLD.mdb"_s, u"TO"_s},
+         u"take over an old-format store (Jet 3, Jet 4) into a new one"_s,
+         takeOver,
+         {{codePageOption, u"CP"_s, u"the code page of a Jet 3 file's texts (1255)"_s},
+          {cutTextsOption, {}, u"cut texts that are longer than their field"_s}}},
+    };
+}
+
+std::vector<Command> commandsAroundAServer()
+{
+    return {
+        {u"move"_s,
+         {u"FROM"_s, u"TO"_s},
+         u"copy a whole store between a file and a server's database"_s,
+         move},
+        {u"link"_s,
+         {u"FILE"_s},
+         u"write the link to a database in a store's place"_s,
+         link,
+         {{serverOption, u"HOST[:PORT]"_s, u"a name, an address or a socket's folder"_s, true},
+          {databaseOption, u"NAME"_s, u"the database on it"_s, true},
+          {userOption, u"NAME"_s, u"who logs in there"_s, true},
+          {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s}}},
+        {u"server-setup"_s,
+         {},
+         u"print the SQL that makes the roles of a server's database"_s,
+         printServerSetup},
+    };
+}
+
+} // namespace
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> all = [] {
+        std::vector<Command> both = commandsOverOneEngine();
+        for (Command& each : commandsAroundAServer())
+            both.push_back(std::move(each));
+        return both;
+    }();
+    return all;
+}
+
+} // namespace storetools

@@ -1,0 +1,70 @@
+#include "tools/store/move.h"
+
+#include "platform/dao/database.h"
+#include "platform/runtime/run_time_error.h"
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+StoreContents moveIntoFile(const StillStore& source, const QString& path,
+                           const RowsOfTable& progress)
+{
+    MadeStore made = makeStoreOf(source, path, progress);
+    made.store->putInPlace();
+    return std::move(made.contents);
+}
+
+StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
+                               const RowsOfTable& progress)
+{
+    target.BeginTrans();
+    StoreContents contents = source.copyTo(target, progress);
+    readBack(target, contents, progress);
+    target.CommitTrans();
+    return contents;
+}
+
+/// Null for a target that is to be a file.
+std::shared_ptr<dao::Database> emptyTarget(const Place& to)
+{
+    if (!to.isOnServer()) {
+        requireFree(to.name());
+        return nullptr;
+    }
+    std::shared_ptr<dao::Database> database = to.open();
+    if (!storeTablesIn(*database).isEmpty())
+        throw RunTimeError(runtime::DatabaseExists,
+                           u"There is a store already in %1."_s.arg(database->place()));
+    return database;
+}
+
+} // namespace
+
+MoveOutcome moveStore(const Place& from, const Place& to, const RowsOfTable& progress)
+{
+    const std::shared_ptr<dao::Database> target = emptyTarget(to);
+    const StillStore source(from);
+    MoveOutcome outcome{.notes = source.notes(), .findings = source.findings(), .contents = {}};
+    if (!outcome.findings.isEmpty())
+        return outcome;
+    outcome.contents = target ? moveIntoDatabase(source, *target, progress)
+                              : moveIntoFile(source, to.name(), progress);
+    return outcome;
+}
+
+MadeStore makeStoreOf(const StillStore& source, const QString& path, const RowsOfTable& progress)
+{
+    MadeStore made;
+    made.store = std::make_unique<NewStore>(path, NewStore::Tables::None);
+    made.contents = source.copyTo(made.store->database(), progress);
+    made.store->save();
+    const auto finished = dao::DBEngine::instance().OpenDatabase(made.store->unfinishedPath());
+    readBack(*finished, made.contents, progress);
+    return made;
+}
+
+} // namespace storetools

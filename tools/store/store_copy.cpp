@@ -1,0 +1,89 @@
+#include "tools/store/store_copy.h"
+
+#include "platform/dao/database.h"
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/checker.h"
+#include "tools/store/layout.h"
+#include "tools/store/schema_check.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+dao::RowsSeen rowsOf(const QString& what, const RowsOfTable& progress)
+{
+    if (!progress)
+        return {};
+    return [what, &progress](qint64 rows) { progress(what, rows); };
+}
+
+} // namespace
+
+StillStore::StillStore(const Place& place)
+    : isOnServer_(place.isOnServer()), database_(place.open())
+{
+    if (!isOnServer_) {
+        if (!folder_.isValid())
+            throw RunTimeError(runtime::PermissionDenied, folder_.errorString());
+        const QString copy = folder_.filePath(u"copy.mdb"_s);
+        database_->CopyTo(copy);
+        database_ = dao::DBEngine::instance().OpenDatabase(copy);
+    }
+    dao::holdStill(*database_);
+    examine();
+}
+
+void StillStore::examine()
+{
+    const Layout layout = layoutOf(*database_);
+    findings_ = checkSchema(layout);
+    for (const store::TableSchema& each : layout) {
+        const store::TableSchema* known = store::tableSchema(each.name);
+        if (known != nullptr && known->name == each.name)
+            tables_.append(each.name);
+        else
+            notes_.append(each.name + u": is no table of the store; left out"_s);
+    }
+}
+
+QStringList StillStore::check() const
+{
+    return checkStore(*database_, isOnServer_);
+}
+
+StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progress) const
+{
+    StoreContents written;
+    for (const QString& each : tables_)
+        written[each] = dao::copyTable(*database_, each, target, rowsOf(each, progress));
+    return written;
+}
+
+QStringList storeTablesIn(dao::Database& database)
+{
+    QStringList found;
+    const dao::TableDefs tables = database.tableDefs();
+    for (int i = 0; i < tables.Count(); ++i) {
+        const store::TableSchema* known = store::tableSchema(tables(i).Name());
+        if (known != nullptr)
+            found.append(tables(i).Name());
+    }
+    return found;
+}
+
+void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress)
+{
+    for (const auto& [table, contents] : written) {
+        if (dao::readTable(database, table, rowsOf(u"reading back "_s + table, progress)) !=
+            contents)
+            throw RunTimeError(runtime::InternalError,
+                               u"%1 does not read back as it was written."_s.arg(table));
+    }
+}
+
+} // namespace storetools
