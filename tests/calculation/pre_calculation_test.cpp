@@ -44,6 +44,7 @@ private slots:
     void doorShowsTwiceTheSashes();
     void monoblockShowsTheWindowsOwnCuts();
     void kindsAndColours();
+    void nothingChosenShowsNothing();
     void refusesWithoutASeriesFirst();
     void secondOneWritesIntoTheSameView();
     void theOrderFormStaysUsable();
@@ -138,6 +139,16 @@ void PreCalculationTest::kindsAndColours()
              (QStringList{u"סוג 0"_s, u"סוג 1"_s, u"סוג 2"_s, u"סוג 3"_s}));
     QCOMPARE(texts(output::formView().LabelColor),
              (QStringList{u"צבע 0"_s, u"צבע 1"_s, u"צבע 2"_s, u"צבע 3"_s}));
+}
+
+void PreCalculationTest::nothingChosenShowsNothing()
+{
+    PanelHost host;
+    host.chooseExample(1);
+    preCalculate(host);
+    QCOMPARE(texts(output::formView().LabelKind), QStringList(4, QString()));
+    QCOMPARE(texts(output::formView().LabelColor), QStringList(4, QString()));
+    QVERIFY(host.boxes.shown().empty());
 }
 
 void PreCalculationTest::refusesWithoutASeriesFirst()

@@ -42,6 +42,7 @@ private slots:
     void timerTicksOnce();
     void enabledAgainKeepsItsInterval();
     void timerOnAnEmptyOrder();
+    void emptyOrderKeepsTheCounterOfTheOneBefore();
     void timerWithoutLinesFails();
     void addedLineIsCounted();
 
@@ -308,6 +309,22 @@ void OrderDetailsTest::timerOnAnEmptyOrder()
     QTRY_VERIFY(desk_->timerRests());
     QCOMPARE(desk_->label("LabelLinesInOrder"), u"0"_s);
     QVERIFY(!desk_->end.exitStatus());
+}
+
+/// No event comes from lines that are not there, so none sets the label.
+void OrderDetailsTest::emptyOrderKeepsTheCounterOfTheOneBefore()
+{
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->store.addOrder(2);
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
+    Module1::CurrentOrderNum = 2;
+    desk_->form()->GetOrderDetails(2);
+    QTRY_VERIFY(desk_->timerRests());
+    QCOMPARE(desk_->label("LabelOrderNum"), u"2"_s);
+    QCOMPARE(desk_->lines().RecordCount(), 0);
+    QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
 }
 
 void OrderDetailsTest::timerWithoutLinesFails()

@@ -1,0 +1,169 @@
+#include "orders/desk.h"
+#include "output/form_view.h"
+#include "platform/controls/db_grid.h"
+#include "platform/dao/recordset.h"
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using testsupport::child;
+using testsupport::Desk;
+using testsupport::inNextDialog;
+
+/// CmdView: the line on which the grid stands, as a sheet.
+class ViewingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { desk_ = std::make_unique<Desk>(); }
+    void cleanup();
+
+    void noLinesLoadNoView();
+    void showsTheGridsLine();
+    void nextLineShowsNothingOfTheFormer();
+    void nullNumberEndsTheProgram_data();
+    void nullNumberEndsTheProgram();
+    void noCurrentLineEndsTheProgram();
+    void writesNothing();
+
+private:
+    /// The order is open and read to its end, the grid on the row.
+    void openOn(int row);
+    void goTo(int row) const;
+    void expectEnded(int error);
+
+    std::unique_ptr<Desk> desk_;
+};
+
+void ViewingTest::cleanup()
+{
+    QCOMPARE(desk_->boxes.unexpected(), QStringList());
+    if (output::isFormViewLoaded())
+        output::formView().Unload();
+    desk_.reset();
+}
+
+void ViewingTest::openOn(int row)
+{
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    goTo(row);
+}
+
+void ViewingTest::goTo(int row) const
+{
+    auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
+    grid->setCurrentIndex(grid->model()->index(row, 0));
+}
+
+void ViewingTest::expectEnded(int error)
+{
+    QCOMPARE(desk_->end.exitStatus(), 1);
+    const QString text = desk_->boxes.shown().back().text;
+    QVERIFY2(text.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(text));
+}
+
+void ViewingTest::noLinesLoadNoView()
+{
+    desk_->store.addOrder(1);
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->click("CmdView");
+    QVERIFY(!output::isFormViewLoaded());
+    QVERIFY(desk_->boxes.shown().empty());
+}
+
+/// With today's date, neither the order's nor the line's, and every value as it is stored.
+void ViewingTest::showsTheGridsLine()
+{
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->store.execute(
+        u"UPDATE Cuts SET MyWidth = 1234.5, MYHeight = -0.25, Mashkof_W = 0.1, Mashkof_H = 2,"
+        " Reshet_Count = 7, Reshet_Kind = 'א', Reshet_Color = 'ב' WHERE NUM = 2"_s);
+    openOn(1);
+    bool wasModal = false;
+    inNextDialog([&wasModal](QDialog& view) {
+        wasModal = view.isModal();
+        const auto text = [&view](const char* name) {
+            return child<QLabel>(view, QString::fromLatin1(name))->text();
+        };
+        QCOMPARE(view.objectName(), u"FormView"_s);
+        QCOMPARE(text("LabelName"), u"סדרה 2"_s);
+        QCOMPARE(text("LabelDate"), u"01/03/2026"_s);
+        QCOMPARE(text("LabelOpenWidth"), u"1234.5"_s);
+        QCOMPARE(text("LabelOpenHeight"), u"-0.25"_s);
+        QCOMPARE(text("LabelWidth_0"), u"0.1"_s);
+        QCOMPARE(text("LabelHeight_0"), u"2"_s);
+        QCOMPARE(text("LabelCount_3"), u"7"_s);
+        QCOMPARE(text("LabelKind_3"), u"א"_s);
+        QCOMPARE(text("LabelColor_3"), u"ב"_s);
+        child<QPushButton>(view, u"CmdClose"_s)->click();
+    });
+    desk_->click("CmdView");
+    QVERIFY(wasModal);
+    QVERIFY(!output::isFormViewLoaded());
+}
+
+void ViewingTest::nextLineShowsNothingOfTheFormer()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->store.execute(u"UPDATE Cuts SET Name = NULL, Glass_Kind = NULL WHERE NUM = 2"_s);
+    openOn(0);
+    inNextDialog(
+        [](QDialog& view) { QVERIFY(!child<QLabel>(view, u"LabelKind_2"_s)->text().isEmpty()); });
+    desk_->click("CmdView");
+    goTo(1);
+    inNextDialog([](QDialog& view) {
+        QCOMPARE(child<QLabel>(view, u"LabelName"_s)->text(), QString());
+        QCOMPARE(child<QLabel>(view, u"LabelKind_2"_s)->text(), QString());
+        QVERIFY(!child<QLabel>(view, u"LabelColor_2"_s)->text().isEmpty());
+    });
+    desk_->click("CmdView");
+}
+
+void ViewingTest::nullNumberEndsTheProgram_data()
+{
+    QTest::addColumn<QString>("field");
+    for (const char* field : {"MyWidth", "MYHeight", "Mashkof_W", "Reshet_H", "Mahkof_Count",
+                              "Kanaf_Count", "Glass_Count", "Reshet_Count"})
+        QTest::newRow(field) << QString::fromLatin1(field);
+}
+
+void ViewingTest::nullNumberEndsTheProgram()
+{
+    QFETCH(QString, field);
+    desk_->addOrderWithLines(1, {1});
+    desk_->store.execute(u"UPDATE Cuts SET %1 = NULL"_s.arg(field));
+    openOn(0);
+    desk_->boxes.answer(runtime::vbOK);
+    desk_->click("CmdView");
+    expectEnded(94);
+}
+
+void ViewingTest::noCurrentLineEndsTheProgram()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    openOn(1);
+    desk_->lines().MoveNext();
+    QCOMPARE(desk_->lines().RecordCount(), 2);
+    desk_->boxes.answer(runtime::vbOK);
+    desk_->click("CmdView");
+    expectEnded(3021);
+}
+
+void ViewingTest::writesNothing()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    openOn(0);
+    desk_->type("TextCustomerName", u"דוד"_s);
+    const auto before = desk_->store.rows(u"SELECT * FROM Cuts"_s);
+    inNextDialog([](QDialog& view) { view.close(); });
+    desk_->click("CmdView");
+    QCOMPARE(desk_->store.rows(u"SELECT * FROM Cuts"_s), before);
+    QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
+    QCOMPARE(desk_->box("TextCustomerName"), u"דוד"_s);
+}
+
+ZOMREL_QTEST_MAIN(ViewingTest)
+#include "viewing_test.moc"
