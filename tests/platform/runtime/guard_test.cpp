@@ -49,6 +49,17 @@ TEST(Guard, CatchesForeignExceptions)
     EXPECT_EQ(end.exitStatus(), 1);
 }
 
+TEST(Guard, SaysThatMemoryHasRunOut)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    boxes.answer(vbOK);
+    guarded([] { throw std::bad_alloc(); });
+    ASSERT_EQ(boxes.shown().size(), 1u);
+    EXPECT_EQ(boxes.shown()[0].text, u"Run-time error '7':\n\nOut of memory"_s);
+    EXPECT_EQ(end.exitStatus(), 1);
+}
+
 TEST(Guard, RunsNoOtherHandlerWhileTheBoxStands)
 {
     testsupport::RecordedEnd end;

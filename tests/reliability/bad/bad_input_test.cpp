@@ -3,6 +3,7 @@
 #include "orders/desk.h"
 #include "orders/order_head.h"
 #include "platform/controls/db_combo.h"
+#include "reliability/bad/typed_texts.h"
 #include "shell/base/input_boxes.h"
 #include "tools/store/checker.h"
 
@@ -10,6 +11,8 @@
 #include <QComboBox>
 #include <QTest>
 
+#include <array>
+#include <cmath>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -27,16 +30,16 @@ private slots:
 
     void measureBox_data();
     void measureBox();
-    void doorBox_data() { texts(); }
+    void doorBox_data() { texts({4, 5}); }
     void doorBox();
-    void monoblockBox_data() { texts(); }
+    void monoblockBox_data() { texts({0, 1, 2, 3, 4, 5}); }
     void monoblockBox();
     void customerBoxes_data();
     void customerBoxes();
     void kindsAndColours();
 
 private:
-    static void texts();
+    static void texts(const QList<int>& boxes);
     void chooseSeries(const QString& sign = {}, int monoblockBox = -1, const QString& text = {});
     void type(int box, const QString& text) const;
     void expectOutcome(int error, const QString& field, double value);
@@ -47,59 +50,6 @@ private:
 namespace {
 
 constexpr int refused = -1; ///< A box with the program's own refusal.
-constexpr int correct = 0;
-
-struct TypedText
-{
-    const char* name;
-    QString text;
-    int error;
-    double value = 0;
-};
-
-/// What a box gives for a text, a refusal of 0 left aside.
-QList<TypedText> typedTexts()
-{
-    const int mismatch = runtime::TypeMismatch;
-    return {
-        {"empty", QString(), mismatch},
-        {"blank", u"   "_s, mismatch},
-        {"letters", u"abc"_s, mismatch},
-        {"digit and letter", u"1a"_s, mismatch},
-        {"Hebrew", u"אבג"_s, mismatch},
-        {"Arabic-Indic digits", u"١٢"_s, mismatch},
-        {"full-width digit", u"５"_s, mismatch},
-        {"plus", u"+5"_s, correct, 5},
-        {"minus", u"-5"_s, correct, -5},
-        {"sign alone", u"-"_s, mismatch},
-        {"sign behind", u"5-"_s, mismatch},
-        {"two signs", u"--5"_s, mismatch},
-        {"blanks around", u" 7 "_s, correct, 7},
-        {"blank within", u"1 2"_s, mismatch},
-        {"point", u"2.5"_s, correct, 2.5},
-        {"exponent", u"1e2"_s, correct, 100},
-        {"exponent alone", u"e5"_s, mismatch},
-        {"too large", u"9e999"_s, runtime::Overflow},
-        {"comma", u"1,5"_s, mismatch},
-        {"left-to-right mark", u"\u200e5"_s, mismatch},
-        {"right-to-left override", u"\u202e12"_s, mismatch},
-        {"isolate", u"\u20665\u2069"_s, mismatch},
-        {"quote", u"'"_s, mismatch},
-        {"SQL", u"1';DROP TABLE Cuts--"_s, mismatch},
-        {"infinity", u"inf"_s, mismatch},
-        {"no number", u"nan"_s, mismatch},
-        {"zero byte", u"5"_s + QChar(u'\0'), mismatch},
-        {"line end", u"5\n"_s, mismatch},
-    };
-}
-
-/// Past the box's own length, which a program may set and a user may not type.
-void setWhole(QLineEdit& box, const QString& text)
-{
-    if (text.size() > box.maxLength())
-        box.setMaxLength(static_cast<int>(text.size()));
-    box.setText(text);
-}
 
 } // namespace
 
@@ -118,15 +68,19 @@ void BadInputTest::cleanup()
     desk_.reset();
 }
 
-void BadInputTest::texts()
+void BadInputTest::texts(const QList<int>& boxes)
 {
+    QTest::addColumn<int>("box");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
     QTest::addColumn<double>("value");
-    for (const TypedText& each : typedTexts())
-        QTest::newRow(each.name) << each.text << each.error << each.value;
-    QTest::newRow("zero") << u"0"_s << correct << 0.0;
-    QTest::newRow("longest") << QString(32767, u'9') << int{runtime::Overflow} << 0.0;
+    for (const int box : boxes) {
+        for (const TypedText& each : typedTexts())
+            QTest::addRow("%d, %s", box, each.name) << box << each.text << each.error << each.value;
+        QTest::addRow("%d, zero", box) << box << u"0"_s << correct << 0.0;
+        QTest::addRow("%d, longest", box)
+            << box << QString(32767, u'9') << int{runtime::Overflow} << 0.0;
+    }
 }
 
 /// Chooses the only series through the picker; a text may be laid in one of the monoblock's boxes.
@@ -213,25 +167,30 @@ void BadInputTest::measureBox()
 /// The thickness comes off the door's width twice.
 void BadInputTest::doorBox()
 {
+    QFETCH(int, box);
     QFETCH(QString, text);
     QFETCH(int, error);
     QFETCH(double, value);
     chooseSeries(u"d2000"_s);
     type(0, u"90"_s);
     type(2, u"210"_s);
-    type(4, text);
-    type(5, u"00"_s);
+    type(4, u"3"_s);
+    type(5, u"50"_s);
+    type(box, text);
     desk_->click("CmdAdd");
-    expectOutcome(error, u"MyWidth_2"_s, 90 - 2 * value);
+    const double thickness = box == 4 ? value + 0.5 : 3 + value / 100;
+    expectOutcome(error, u"MyWidth_2"_s, 90 - 2 * thickness);
 }
 
-/// The width deduction's whole box; the second one holds the proposed hundredths.
+/// The first monoblock proposes deductions of 2.80 from the width and 18.00 from the height, and
+/// slats of 4.50.
 void BadInputTest::monoblockBox()
 {
+    QFETCH(int, box);
     QFETCH(QString, text);
     QFETCH(int, error);
     QFETCH(double, value);
-    chooseSeries({}, 0, text);
+    chooseSeries({}, box, text);
     if (error != correct) {
         expectOutcome(error, {}, 0);
         QCOMPARE(desk_->label("LabelSerial"), u"סדרה"_s);
@@ -240,7 +199,16 @@ void BadInputTest::monoblockBox()
     type(0, u"90"_s);
     type(2, u"210"_s);
     desk_->click("CmdAdd");
-    expectOutcome(correct, u"MyWidth_2"_s, 90 - (value + 0.8));
+    const std::array<double, 3> proposed{2.8, 18, 4.5};
+    const double proposal = proposed[std::size_t(box) / 2];
+    const double whole = std::floor(proposal);
+    const double measure = box % 2 == 0 ? value + proposal - whole : whole + value / 100;
+    if (box < 2)
+        expectOutcome(correct, u"MyWidth_2"_s, 90 - measure);
+    else if (box < 4)
+        expectOutcome(correct, u"MYHeight_2"_s, 210 - measure);
+    else
+        expectOutcome(correct, u"Shalav_Thick"_s, measure);
 }
 
 void BadInputTest::customerBoxes_data()

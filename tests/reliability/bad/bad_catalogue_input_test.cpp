@@ -1,0 +1,228 @@
+#include "catalogue/fr_color_kind.h"
+#include "catalogue/serials_screen.h"
+#include "platform/controls/db_grid.h"
+#include "reliability/bad/typed_texts.h"
+#include "store/schema.h"
+#include "tools/store/checker.h"
+
+#include <QMap>
+
+#include <cmath>
+#include <memory>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+/// Texts that no one means to type in the boxes of a series and in the cells of the lists of kinds
+/// and colours: each makes a correct row or none, and leaves a sound store.
+class BadCatalogueInputTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { stage_ = std::make_unique<SerialsStage>(); }
+    void cleanup();
+
+    void deductionBoxes_data();
+    void deductionBoxes();
+    void textBoxes_data();
+    void textBoxes();
+    void cells_data();
+    void cells();
+
+private:
+    std::unique_ptr<SerialsStage> stage_;
+};
+
+namespace {
+
+/// A deduction of -7.25 with one of its boxes holding something else; what is in no list is no
+/// number.
+enum Box { Sign, Whole, Hundredths };
+
+QMap<QString, double> numbersMadeBy(Box box)
+{
+    switch (box) {
+    case Sign: // before 7.25
+        return {{u"empty"_s, 7.25},
+                {u"blank"_s, 7.25},
+                {u"plus"_s, 57.25},
+                {u"minus"_s, -57.25},
+                {u"sign alone"_s, -7.25}};
+    case Whole: // between - and .25
+        return {{u"empty"_s, -0.25}};
+    case Hundredths: // behind -7.
+        return {{u"empty"_s, -7},
+                {u"blank"_s, -7},
+                {u"exponent"_s, -710},
+                {u"exponent alone"_s, -700000}};
+    }
+    return {};
+}
+
+QLineEdit* boxOf(const SerialsScreen& screen, int box, int deduction)
+{
+    switch (box) {
+    case Sign:
+        return screen.sign(deduction);
+    case Whole:
+        return screen.num(2 * deduction);
+    default:
+        return screen.num(2 * deduction + 1);
+    }
+}
+
+} // namespace
+
+void BadCatalogueInputTest::cleanup()
+{
+    QCOMPARE(storetools::checkStore(stage_->store.path()), QStringList());
+    stage_.reset();
+}
+
+void BadCatalogueInputTest::deductionBoxes_data()
+{
+    QTest::addColumn<int>("box");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<double>("value");
+    const QList<std::pair<Box, const char*>> boxes{
+        {Sign, "sign"}, {Whole, "whole"}, {Hundredths, "hundredths"}};
+    for (const auto& [box, name] : boxes) {
+        const QMap<QString, double> numbers = numbersMadeBy(box);
+        for (const TypedText& each : typedTexts()) {
+            const QString key = QString::fromLatin1(each.name);
+            int error = numbers.contains(key) ? correct : int{runtime::DataTypeConversion};
+            // "-7.9e999"; before or within the number the exponent has a point behind it.
+            if (box == Hundredths && key == u"too large")
+                error = runtime::Overflow;
+            QTest::addRow("%s, %s", name, each.name)
+                << int{box} << each.text << error << numbers.value(key);
+        }
+    }
+    QTest::newRow("whole, longest")
+        << int{Whole} << QString(32767, u'9') << int{runtime::Overflow} << 0.0;
+    QTest::newRow("hundredths, longest")
+        << int{Hundredths} << QString(32767, u'9') << correct << -8.0;
+}
+
+/// In every one of the eight deductions by turns.
+void BadCatalogueInputTest::deductionBoxes()
+{
+    QFETCH(int, box);
+    QFETCH(QString, text);
+    QFETCH(int, error);
+    QFETCH(double, value);
+    const int deduction = int(qHash(QString::fromLatin1(QTest::currentDataTag()), 0) % 8);
+    const SerialsScreen screen;
+    screen.press("CmdNew");
+    screen.box(u"TextName"_s)->setText(u"סדרה"_s);
+    for (int i = 0; i < 8; ++i)
+        screen.setDeduction(i, u"- 7 25"_s);
+    setWhole(*boxOf(screen, box, deduction), text);
+    stage_->boxes.answer(runtime::vbYes);
+    screen.press("CmdAdd");
+
+    const QString field = store::deductionFields()[deduction];
+    if (error == correct) {
+        QCOMPARE(stage_->boxes.shown().size(), std::size_t{1}); // the question
+        const double stored =
+            stage_->store.scalar(u"SELECT %1 FROM Serials"_s.arg(field)).toDouble();
+        QVERIFY2(std::abs(stored - value) <= std::abs(value) * 1e-12,
+                 qPrintable(QString::number(stored, 'g', 17)));
+        QCOMPARE(stage_->names(), QStringList(u"סדרה"_s));
+        return;
+    }
+    QCOMPARE(stage_->names(), QStringList());
+    QCOMPARE(stage_->boxes.shown().size(), std::size_t{2});
+    const QString shown = stage_->boxes.shown().back().text;
+    QVERIFY2(shown.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(shown));
+    QCOMPARE(stage_->end.exitStatus(), std::optional(1));
+}
+
+void BadCatalogueInputTest::textBoxes_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("error");
+    for (const TypedText& each : typedTexts())
+        QTest::newRow(each.name) << each.text << correct;
+    QTest::newRow("full") << QString(50, u'ש') << correct;
+    QTest::newRow("one too long") << QString(51, u'ש') << int{runtime::FieldTooSmall};
+    QTest::newRow("longest") << QString(32767, u'ש') << int{runtime::FieldTooSmall};
+}
+
+/// Name and remark are stored as they stand, also empty.
+void BadCatalogueInputTest::textBoxes()
+{
+    QFETCH(QString, text);
+    QFETCH(int, error);
+    const SerialsScreen screen;
+    screen.press("CmdNew");
+    for (const QString& box : {u"TextName"_s, u"TextRem"_s})
+        setWhole(*screen.box(box), text);
+    const QString shown = screen.box(u"TextName"_s)->text();
+    stage_->boxes.answer(runtime::vbYes);
+    for (int i = 0; i < 8; ++i)
+        screen.setDeduction(i, u"- 7 25"_s);
+    screen.press("CmdAdd");
+    const auto rows = stage_->store.rows(u"SELECT Name, Rem FROM Serials"_s);
+    if (error == correct) {
+        QCOMPARE(rows.size(), 1);
+        for (const QVariant& each : rows.constFirst()) {
+            QVERIFY(!each.isNull());
+            QCOMPARE(each.toString(), shown);
+        }
+        return;
+    }
+    QVERIFY(rows.isEmpty());
+    QVERIFY(stage_->boxes.shown().back().text.startsWith(u"Run-time error '%1':"_s.arg(error)));
+    QCOMPARE(stage_->end.exitStatus(), std::optional(1));
+}
+
+void BadCatalogueInputTest::cells_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isRefused");
+    for (const TypedText& each : typedTexts())
+        QTest::newRow(each.name) << each.text << false;
+    QTest::newRow("full") << QString(50, u'ש') << false;
+    QTest::newRow("one too long") << QString(51, u'ש') << true;
+    QTest::newRow("longest") << QString(32767, u'ש') << true;
+}
+
+/// A cell of a list takes what fits its field; what does not is refused, and nothing is lost.
+void BadCatalogueInputTest::cells()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isRefused);
+    stage_->store.execute(u"INSERT INTO GlassKind (Name) VALUES ('שקוף')"_s);
+    const auto names = [this] {
+        return stage_->store.rows(u"SELECT Name FROM GlassKind ORDER BY Code"_s);
+    };
+    catalogue::FrColorKind& form = catalogue::frColorKind();
+    form.Show();
+    auto* grid = testsupport::child<controls::DBGrid>(form, u"DBGridKind_2"_s);
+    const QModelIndex cell = grid->model()->index(0, 1);
+    QCOMPARE(cell.data().toString(), u"שקוף"_s);
+    grid->setCurrentIndex(cell);
+    grid->model()->setData(cell, text);
+    stage_->boxes.answer(runtime::vbOK);
+    QCOMPARE(grid->commitEdits(), !isRefused);
+    const auto shown = stage_->boxes.shown();
+    QTest::keyClick(grid, Qt::Key_Escape); // gives up what was refused
+    form.Unload();
+    QVERIFY(!stage_->end.exitStatus());
+    if (isRefused) {
+        QCOMPARE(shown.size(), std::size_t{1});
+        QVERIFY(shown.front().text.startsWith(u"השורה לא נשמרה: "_s));
+        QCOMPARE(stage_->boxes.shown().size(), std::size_t{1});
+        QCOMPARE(names().constFirst().constFirst().toString(), u"שקוף"_s);
+        return;
+    }
+    QVERIFY(stage_->boxes.shown().empty());
+    QCOMPARE(names().size(), 1);
+    QCOMPARE(names().constFirst().constFirst().toString(), text);
+}
+
+ZOMREL_QTEST_MAIN(BadCatalogueInputTest)
+#include "bad_catalogue_input_test.moc"
