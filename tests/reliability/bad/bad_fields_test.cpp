@@ -34,6 +34,8 @@ private slots:
     void order();
     void orderNumber_data();
     void orderNumber();
+    void foundNumber_data();
+    void foundNumber();
     void list_data();
     void list();
 
@@ -43,6 +45,7 @@ private:
     int errorOf(Work work);
     int errorOfOpeningTheOrder();
     int errorOfAdding();
+    int errorOfTakingByTheSearch();
     QList<QVariant> row(const QString& table) const;
 
     std::unique_ptr<Desk> desk_;
@@ -155,6 +158,26 @@ int BadFieldsTest::errorOfAdding()
     return error;
 }
 
+/// Opens the search, lets its lines come, and takes the order under its cursor.
+int BadFieldsTest::errorOfTakingByTheSearch()
+{
+    QTimer onceOpen; // goes with this call where the search does not open
+    onceOpen.setSingleShot(true);
+    connect(&onceOpen, &QTimer::timeout, this, [this] {
+        auto* search = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QVERIFY(search != nullptr);
+        search->grab();
+        const auto* deferred = testsupport::child<QTimer>(*search, u"TimerGetOrder"_s);
+        QTRY_VERIFY(!deferred->isActive() || desk_->end.exitStatus());
+        if (!desk_->end.exitStatus())
+            testsupport::child<QPushButton>(*search, u"CmdPic"_s)->click();
+        if (desk_->end.exitStatus())
+            search->reject();
+    });
+    onceOpen.start(0);
+    return errorOf([] { orders::findOrder(); });
+}
+
 /// The first row of the table, but for the number that printing gives.
 QList<QVariant> BadFieldsTest::row(const QString& table) const
 {
@@ -257,10 +280,12 @@ void BadFieldsTest::order()
     desk_->store.execute(u"UPDATE Orders SET %1 = %2"_s.arg(field, value));
     const auto before = row(u"Orders"_s);
     const bool isShown = field != u"Open_Close";
+    const int shown = field == u"Order_Date" ? errorWithoutNull(value, unreadable)
+                      : isShown              ? unreadable
+                                             : 0;
     const int opened = errorOfOpeningTheOrder();
-    QCOMPARE(opened, field == u"Order_Date" ? errorWithoutNull(value, unreadable)
-                     : isShown              ? unreadable
-                                            : 0);
+    QCOMPARE(opened, shown);
+    QCOMPARE(errorOfTakingByTheSearch(), shown);
     if (opened != 0) {
         QCOMPARE(row(u"Orders"_s), before);
         return;
@@ -311,6 +336,37 @@ void BadFieldsTest::orderNumber()
              isClosed && error == 0 ? 2 : 1);
     if (error == 0)
         QCOMPARE(Module1::CurrentOrderNum, number);
+}
+
+void BadFieldsTest::foundNumber_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<int>("number");
+    const dao::FieldInfo number{.name = u"Number"_s, .type = dao::dbLong};
+    for (const StoredValue& each : storedValues()) {
+        if (each.sql == u"NULL") // the key takes none
+            continue;
+        const int value = QString(each.sql).remove(u'\'').toInt();
+        const bool fits = readingError(each, number) == 0 && value == qint16(value);
+        const int error = readingError(each, number) != 0 ? readingError(each, number)
+                          : fits                          ? 0
+                                                          : int{runtime::Overflow};
+        QTest::newRow(each.name) << each.sql << error << (fits ? value : 1);
+    }
+}
+
+/// The search lists whatever stands there; to the order form goes what fits 16 bits.
+void BadFieldsTest::foundNumber()
+{
+    QFETCH(QString, value);
+    QFETCH(int, error);
+    QFETCH(int, number);
+    desk_->openOrder(1);
+    desk_->store.execute(u"UPDATE Orders SET Number = %1"_s.arg(value));
+    QCOMPARE(errorOfTakingByTheSearch(), error);
+    QCOMPARE(int{Module1::CurrentOrderNum}, number);
+    QCOMPARE(desk_->store.scalar(u"SELECT count(*) FROM Orders"_s), 1);
 }
 
 void BadFieldsTest::list_data()
