@@ -179,9 +179,11 @@ std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
         if (each.typeId() != QMetaType::LongLong && each.typeId() != QMetaType::Int)
             return {};
     }
-    const qint64 count = seen[0].toLongLong();
     const qint64 first = seen[2].toLongLong();
-    if (seen[1].toLongLong() != 0 || seen[3].toLongLong() - first != count - 1)
+    // Unsigned, as the ends may lie further apart than a signed number holds.
+    const auto count = static_cast<quint64>(seen[0].toLongLong());
+    const auto width = static_cast<quint64>(seen[3].toLongLong()) - static_cast<quint64>(first);
+    if (seen[1].toLongLong() != 0 || width != count - 1)
         return {};
     return KeyRun{first, static_cast<std::size_t>(count)};
 }

@@ -1,5 +1,7 @@
 #include "platform/dao/fixture.h"
 
+#include <limits>
+
 using namespace daotest;
 
 namespace {
@@ -130,6 +132,19 @@ TEST_F(RowListTest, GivesAllRowsWhereTheKeysHaveGaps)
     for (const int number : {9, 2, 5, -3})
         add(number);
     EXPECT_EQ(rest(*dynaset(inOrder)), (QVariantList{-3, 2, 5, 9}));
+}
+
+TEST_F(RowListTest, GivesAllRowsWhereTheKeysLieAWorldApart)
+{
+    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    add(std::numeric_limits<qlonglong>::max());
+    add(1);
+    add(std::numeric_limits<qlonglong>::min());
+    const auto rows = dynaset(inOrder);
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 3);
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Fields(0).Value(), 1);
 }
 
 TEST_F(RowListTest, GivesAllRowsWhereAKeyIsNullOrNoWholeNumber)
