@@ -2,6 +2,7 @@
 #include "catalogue/serials_screen.h"
 #include "platform/controls/db_grid.h"
 #include "reliability/bad/typed_texts.h"
+#include "reliability/figures.h"
 #include "store/schema.h"
 #include "tools/store/checker.h"
 
@@ -22,6 +23,7 @@ class BadCatalogueInputTest : public QObject
 private slots:
     void init() { stage_ = std::make_unique<SerialsStage>(); }
     void cleanup();
+    void cleanupTestCase();
 
     void deductionBoxes_data();
     void deductionBoxes();
@@ -32,6 +34,7 @@ private slots:
 
 private:
     std::unique_ptr<SerialsStage> stage_;
+    int typed_ = 0;
 };
 
 namespace {
@@ -78,6 +81,14 @@ void BadCatalogueInputTest::cleanup()
 {
     QCOMPARE(storetools::checkStore(stage_->store.path()), QStringList());
     stage_.reset();
+    ++typed_;
+}
+
+void BadCatalogueInputTest::cleanupTestCase()
+{
+    reliability::writeFigures(
+        u"bad_catalogue_input"_s,
+        {{u"texts typed into a series and the lists"_s, QString::number(typed_)}});
 }
 
 void BadCatalogueInputTest::deductionBoxes_data()

@@ -4,6 +4,7 @@
 #include "orders/order_head.h"
 #include "platform/controls/db_combo.h"
 #include "reliability/bad/typed_texts.h"
+#include "reliability/figures.h"
 #include "shell/base/input_boxes.h"
 #include "tools/store/checker.h"
 
@@ -27,6 +28,7 @@ class BadInputTest : public QObject
 private slots:
     void init();
     void cleanup();
+    void cleanupTestCase();
 
     void measureBox_data();
     void measureBox();
@@ -45,6 +47,7 @@ private:
     void expectOutcome(int error, const QString& field, double value);
 
     std::unique_ptr<Desk> desk_;
+    int typed_ = 0;
 };
 
 namespace {
@@ -66,6 +69,13 @@ void BadInputTest::cleanup()
 {
     QCOMPARE(storetools::checkStore(desk_->store.path()), QStringList());
     desk_.reset();
+    ++typed_;
+}
+
+void BadInputTest::cleanupTestCase()
+{
+    reliability::writeFigures(u"bad_input"_s,
+                              {{u"texts typed into an order's boxes"_s, QString::number(typed_)}});
 }
 
 void BadInputTest::texts(const QList<int>& boxes)

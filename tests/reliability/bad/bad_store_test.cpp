@@ -1,5 +1,6 @@
 #include "platform/dao/database.h"
 #include "reliability/bad/working_day.h"
+#include "reliability/figures.h"
 #include "support/temporary_store.h"
 #include "tools/store/checker.h"
 
@@ -26,6 +27,7 @@ class BadStoreTest : public QObject
 
 private slots:
     void initTestCase();
+    void cleanupTestCase();
     void soundStoreWorks();
     void missing();
     void aFolder();
@@ -51,6 +53,7 @@ private:
     /// The number of lines of the series in the newest order, -1 where they cannot be read.
     int newLines() const;
 
+    std::map<Outcome, int> days_;
     QByteArray sound_;
     std::optional<QTemporaryDir> folder_;
     QString box_; ///< What the last box of the last day said.
@@ -83,6 +86,14 @@ void BadStoreTest::initTestCase()
     sound_ = contentsOf(store.path());
     QVERIFY(sound_.size() >= 16 * pageSize);
     QCOMPARE(sound_.size() % pageSize, 0);
+}
+
+void BadStoreTest::cleanupTestCase()
+{
+    reliability::writeFigures(
+        u"bad_store"_s,
+        {{u"damaged stores that a day ended at"_s, QString::number(days_[Outcome::Ended])},
+         {u"damaged stores that a day went on with"_s, QString::number(days_[Outcome::Worked])}});
 }
 
 void BadStoreTest::lay(const QByteArray& bytes)
@@ -138,7 +149,9 @@ BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
         QTest::qFail("the line that was added is not there", __FILE__, __LINE__);
     if (!worked && !ended)
         QTest::qFail("neither worked nor ended with a box: " + box_.toUtf8(), __FILE__, __LINE__);
-    return worked ? Outcome::Worked : Outcome::Ended;
+    const Outcome outcome = worked ? Outcome::Worked : Outcome::Ended;
+    ++days_[outcome];
+    return outcome;
 }
 
 void BadStoreTest::soundStoreWorks()

@@ -2,6 +2,7 @@
 #include "orders/order_head.h"
 #include "platform/dao/database.h"
 #include "reliability/bad/working_day.h"
+#include "reliability/figures.h"
 #include "support/temporary_store.h"
 #include "tools/store/checker.h"
 
@@ -24,6 +25,11 @@ class FullDiskTest : public QObject
 private slots:
     void command_data();
     void command();
+    void cleanupTestCase();
+
+private:
+    int tried_ = 0;
+    int ended_ = 0;
 };
 
 namespace {
@@ -138,6 +144,8 @@ void FullDiskTest::command()
             run(day, static_cast<Command>(command));
         }
         ended = !day.goesOn();
+        ++tried_;
+        ended_ += ended ? 1 : 0;
         if (ended) {
             QVERIFY2(day.endedWithABox(), qPrintable(day.lastBox()));
             QVERIFY2(day.lastBox().startsWith(u"Run-time error '3043':"_s) ||
@@ -163,6 +171,13 @@ void FullDiskTest::command()
     } else {
         QVERIFY(after == (ended ? before : done));
     }
+}
+
+void FullDiskTest::cleanupTestCase()
+{
+    reliability::writeFigures(u"full_disk"_s,
+                              {{u"commands on a full disk"_s, QString::number(tried_)},
+                               {u"commands ended with their box"_s, QString::number(ended_)}});
 }
 
 ZOMREL_QTEST_MAIN(FullDiskTest)
