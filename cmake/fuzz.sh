@@ -28,7 +28,7 @@ printf '%s\n' $names | xargs -P "$(nproc)" -I '{}' sh -c '
 
 for name in $names; do
   runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$work/$name.log")
-  printf '%-48s %s\n' "$name, executions" "${runs:-broken}"
+  printf '%s %s\n' "$(printf '%-48s' "$name,executions" | tr ' ,' '. ')" "${runs:-broken}"
   if [ -z "$runs" ] || grep -q '^SUMMARY:' "$work/$name.log"; then
     status=1
     tail -n 60 "$work/$name.log" >&2
