@@ -8,6 +8,7 @@
 #include "tools/store/checker.h"
 #include "tools/store/old_store/reading.h"
 #include "tools/store/old_store/take_over.h"
+#include "tools/store/place.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -54,7 +55,7 @@ QByteArray damagedFile(fuzz::Input& input)
 void takeOver(const QString& old, const QString& target)
 {
     try {
-        const TakeOverOutcome outcome = takeOverStore(old, target, {}, {});
+        const TakeOverOutcome outcome = takeOverStore(old, Place(target), {}, {});
         if (!outcome.findings.isEmpty())
             return;
         fuzz::require(checkStore(target).isEmpty(), "a store is sound", {});

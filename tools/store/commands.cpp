@@ -191,7 +191,7 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
         options.codePage = codePageNamed(call.options.value(codePageOption));
     options.cutTexts = call.options.contains(cutTextsOption);
     const TakeOverOutcome outcome = withProgress(err, [&](const TakeOverProgress& progress) {
-        return takeOverStore(call.arguments[0], call.arguments[1], options, progress);
+        return takeOverStore(call.arguments[0], Place(call.arguments[1]), options, progress);
     });
     if (!outcome.findings.isEmpty())
         return notTakenOver(outcome, err);

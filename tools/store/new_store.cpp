@@ -40,6 +40,12 @@ void createTable(dao::Database& database, const store::TableSchema& schema)
 
 } // namespace
 
+void createTables(dao::Database& database)
+{
+    for (const store::TableSchema& table : store::schema())
+        createTable(database, table);
+}
+
 NewStore::NewStore(const QString& path, Tables tables)
     : path_(path), workshop_(workshopBeside(path))
 {
@@ -47,10 +53,8 @@ NewStore::NewStore(const QString& path, Tables tables)
         throw RunTimeError(runtime::PermissionDenied, workshop_.errorString());
     database_ = dao::DBEngine::instance().Workspaces(0).CreateDatabase(unfinishedPath());
     database_->BeginTrans();
-    if (tables == Tables::None)
-        return;
-    for (const store::TableSchema& table : store::schema())
-        createTable(*database_, table);
+    if (tables == Tables::All)
+        createTables(*database_);
 }
 
 NewStore::~NewStore() = default;

@@ -11,6 +11,9 @@ class Database;
 
 namespace storetools {
 
+/// Makes the eleven tables with their indexes in a database that has none of them.
+void createTables(dao::Database& database);
+
 /// A store in the making. It lies in a folder of its own beside its place until it is put there
 /// whole; one that is not goes with this object.
 class NewStore

@@ -6,6 +6,8 @@
 #include "tools/store/checker.h"
 #include "tools/store/new_store.h"
 #include "tools/store/old_store/reading.h"
+#include "tools/store/place.h"
+#include "tools/store/store_copy.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -65,13 +67,75 @@ private:
     std::shared_ptr<dao::Recordset> recordset_;
 };
 
-/// Raises 51 where the store holds something else than what was added to it.
-void readBack(const QString& path, Intake& intake, const TakeOverProgress& progress)
+/// A store that is being made, in one transaction. It goes with this object unless it was kept.
+class Target
 {
-    const auto database = dao::DBEngine::instance().OpenDatabase(path);
+public:
+    virtual ~Target() = default;
+    /// With all its tables.
+    virtual dao::Database& database() = 0;
+    /// The store as it is when it is written. Nothing is added any more.
+    virtual dao::Database& finished() = 0;
+    virtual bool isOnServer() const = 0;
+    virtual void keep() = 0;
+};
+
+class FileTarget : public Target
+{
+public:
+    explicit FileTarget(const QString& path) : store_(path) {}
+    dao::Database& database() override { return store_.database(); }
+    dao::Database& finished() override
+    {
+        store_.save();
+        finished_ = dao::DBEngine::instance().OpenDatabase(store_.unfinishedPath());
+        return *finished_;
+    }
+    bool isOnServer() const override { return false; }
+    void keep() override
+    {
+        finished_.reset();
+        store_.putInPlace();
+    }
+
+private:
+    NewStore store_;
+    std::shared_ptr<dao::Database> finished_;
+};
+
+class ServerTarget : public Target
+{
+public:
+    explicit ServerTarget(const Place& place) : database_(place.open())
+    {
+        if (!storeTablesIn(*database_).isEmpty())
+            throw RunTimeError(runtime::DatabaseExists,
+                               u"There is a store already in %1."_s.arg(database_->place()));
+        database_->BeginTrans();
+        createTables(*database_);
+    }
+    dao::Database& database() override { return *database_; }
+    dao::Database& finished() override { return *database_; }
+    bool isOnServer() const override { return true; }
+    void keep() override { database_->CommitTrans(); }
+
+private:
+    std::shared_ptr<dao::Database> database_;
+};
+
+std::unique_ptr<Target> makeTarget(const Place& place)
+{
+    if (place.isOnServer())
+        return std::make_unique<ServerTarget>(place);
+    return std::make_unique<FileTarget>(place.name());
+}
+
+/// Raises 51 where the store holds something else than what was added to it.
+void readBack(dao::Database& database, Intake& intake, const TakeOverProgress& progress)
+{
     for (const store::TableSchema& table : store::schema()) {
         RowDigest found;
-        dao::examineRows(*database, table.name, [&](const dao::ExaminedRow& row) {
+        dao::examineRows(database, table.name, [&](const dao::ExaminedRow& row) {
             found.add(row.values);
             if (progress)
                 progress(u"reading back "_s + table.name, found.rows());
@@ -80,17 +144,16 @@ void readBack(const QString& path, Intake& intake, const TakeOverProgress& progr
             throw RunTimeError(runtime::InternalError,
                                u"%1 does not read back as it was written."_s.arg(table.name));
     }
-    database->Close();
 }
 
 } // namespace
 
-TakeOverOutcome takeOverStore(const QString& oldPath, const QString& target,
+TakeOverOutcome takeOverStore(const QString& oldPath, const Place& place,
                               const TakeOverOptions& options, const TakeOverProgress& progress)
 {
     requireOldStore(oldPath);
-    NewStore store(target);
-    StoreSink sink(store.database());
+    const std::unique_ptr<Target> target = makeTarget(place);
+    StoreSink sink(target->database());
     Intake intake(sink, options, progress);
     readOldStore(oldPath, intake);
     TakeOverOutcome outcome;
@@ -98,12 +161,12 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const QString& target,
     outcome.findings = intake.reports().findings.lines();
     if (!outcome.findings.isEmpty())
         return outcome;
-    store.save();
-    readBack(store.unfinishedPath(), intake, progress);
-    outcome.findings = checkStore(store.unfinishedPath());
+    dao::Database& finished = target->finished();
+    readBack(finished, intake, progress);
+    outcome.findings = checkStore(finished, target->isOnServer());
     if (!outcome.findings.isEmpty())
         return outcome;
-    store.putInPlace();
+    target->keep();
     for (const store::TableSchema& table : store::schema())
         outcome.tables.push_back({table.name, intake.added(table).rows()});
     return outcome;

@@ -4,6 +4,8 @@
 
 namespace storetools {
 
+class Place;
+
 struct TakenTable
 {
     QString name;
@@ -17,12 +19,13 @@ struct TakeOverOutcome
     std::vector<TakenTable> tables; ///< What the new store holds, where there is one.
 };
 
-/// Makes a new store of an old-format one, which is opened for reading only. The new store gets its
-/// name when it is complete, was read back and is sound.
+/// Makes a new store of an old-format one, which is opened for reading only: a file, or the tables
+/// in a server's database that has none of them. The file gets its name, the database its tables,
+/// when the store is complete, was read back and is sound.
 ///
-/// Raises 3204 where the target exists, 3024 and 3343 where the old path is no such store, 3049
-/// where it is damaged, and what writing raises.
-TakeOverOutcome takeOverStore(const QString& oldPath, const QString& target,
+/// Raises 3204 where the target holds a store already, 3024 and 3343 where the old path is no such
+/// store, 3049 where it is damaged, and what opening and writing raise.
+TakeOverOutcome takeOverStore(const QString& oldPath, const Place& target,
                               const TakeOverOptions& options, const TakeOverProgress& progress);
 
 } // namespace storetools
