@@ -126,6 +126,9 @@ std::unique_ptr<SqlConnection> connect(const Link& link, const Waits& waits)
     if (!opening->isGood)
         throw noConnection(link, opening->connection->database().lastError().databaseText());
     std::unique_ptr<SqlConnection> connection = std::move(opening->connection);
+    // What the server remarks stands in its own log; what fails comes as an error.
+    PQsetNoticeProcessor(
+        handleOf(connection->database()), [](void*, const char*) {}, nullptr);
     const QSqlError failure = execute(*connection, greeting, greetingWait).lastError();
     if (failure.isValid())
         throw noConnection(link, failure.databaseText());
