@@ -6,6 +6,8 @@ foreach(program Zomrel zomrel-store zomrel-demo)
   endif()
 endforeach()
 
+install(FILES docs/zomrel-store.1 DESTINATION .)
+
 # A workshop lays its own picture in the logo's place, which then stays.
 install(
   CODE "
@@ -17,6 +19,10 @@ install(
 install(
   FILES data/zomrel.desktop
   DESTINATION share/applications
+  COMPONENT desktop EXCLUDE_FROM_ALL)
+install(
+  FILES docs/zomrel-store.1
+  DESTINATION share/man/man1
   COMPONENT desktop EXCLUDE_FROM_ALL)
 foreach(pixels 16 32 48 128 256)
   install(

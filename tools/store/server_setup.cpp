@@ -3,8 +3,9 @@
 namespace storetools {
 
 // What the stations do: they read everything; they add orders, lines and entries of the catalogue,
-// change them and take them away. Counters are moved by a function of the owner's. They make and
-// change no table: a store that is moved in whole needs no upgrade at a station's start.
+// change them and take them away. Counters are moved by a function of the owner's; a backup looks
+// at them. They make and change no table: a store that is moved in whole needs no upgrade at a
+// station's start.
 QString serverSetup()
 {
     return QStringLiteral(
@@ -27,6 +28,8 @@ BEGIN
   EXECUTE format('REVOKE ALL ON DATABASE %I FROM PUBLIC', current_database());
   EXECUTE format('GRANT CONNECT ON DATABASE %I TO zomrel_owner, zomrel_station',
                  current_database());
+  -- The owner keeps what zomrel-store restore replaces in a schema of its own.
+  EXECUTE format('GRANT CREATE ON DATABASE %I TO zomrel_owner', current_database());
 END
 $$;
 
@@ -38,6 +41,8 @@ GRANT USAGE, CREATE ON SCHEMA public TO zomrel_owner;
 GRANT USAGE ON SCHEMA public TO zomrel_station;
 ALTER DEFAULT PRIVILEGES FOR ROLE zomrel_owner IN SCHEMA public
   GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO zomrel_station;
+ALTER DEFAULT PRIVILEGES FOR ROLE zomrel_owner IN SCHEMA public
+  GRANT SELECT ON SEQUENCES TO zomrel_station;
 
 COMMIT;
 )");

@@ -1,0 +1,188 @@
+// Moves that do not come to their end: the target is complete or untouched.
+
+#include "support/plain_sql.h"
+#include "support/temporary_store.h"
+#include "tools/store/server_run.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using storetooltest::addressOf;
+using storetooltest::asText;
+using storetooltest::contentsOf;
+using storetooltest::Outcome;
+using storetooltest::ServerSql;
+using storetooltest::zomrelStore;
+using testsupport::TemporaryStore;
+using testsupport::ThrowawayServer;
+
+namespace {
+
+constexpr int manyLines = 60000;
+constexpr int step = 1; // ms
+
+class MoveFailuresTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        for (const QString& name : {u"empty"_s, u"there"_s})
+            keeper_.run(u"CREATE DATABASE "_s + name);
+        store_.addOrder(1);
+        store_.execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                       "WHERE i < ?) INSERT INTO Cuts (Code, Order_Num, NUM, Name, MyWidth) "
+                       "SELECT i, 1, i, 'line ' || i, i / 7.0 FROM n"_s,
+                       {manyLines});
+    }
+
+    dao::Link link(const QString& database) const
+    {
+        return {server_.folder(), server_.port(), database, u"zomrel"_s, u"disable"_s};
+    }
+    QString address(const QString& database) const { return addressOf(link(database)); }
+    QStringList files() const
+    {
+        return QDir(folder_.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    int tablesIn(const QString& database) const
+    {
+        return ServerSql(link(database))
+            .scalar(u"SELECT count(*) FROM pg_tables WHERE schemaname = 'public'"_s)
+            .toInt();
+    }
+    /// Starts a move and returns when its lines are being copied.
+    void startMove(QProcess& process, const QString& from, const QString& to)
+    {
+        process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"move"_s, from, to});
+        ASSERT_TRUE(process.waitForStarted());
+        const QString copying = u"SELECT count(*) FROM pg_stat_activity "
+                                "WHERE query LIKE 'COPY%\"MyWidth\"%' AND state = 'active' "
+                                "AND pid <> pg_backend_pid()"_s;
+        while (keeper_.scalar(copying).toInt() == 0)
+            ASSERT_FALSE(process.waitForFinished(step)) << "it was too quick to be stopped";
+    }
+    /// Returns when nobody but the keeper is connected any more.
+    void waitForTheEndOf(const QString& database)
+    {
+        QProcess clock;
+        const QString others =
+            u"SELECT count(*) FROM pg_stat_activity WHERE datname = '%1'"_s.arg(database);
+        while (keeper_.scalar(others).toInt() > 0)
+            clock.waitForFinished(step);
+    }
+
+    ThrowawayServer server_;
+    ServerSql keeper_{link(u"postgres"_s)};
+    TemporaryStore store_;
+    QTemporaryDir folder_;
+};
+
+} // namespace
+
+TEST_F(MoveFailuresTest, LeavesADatabaseUntouchedWhenKilled)
+{
+    const QByteArray before = contentsOf(store_.path());
+    QProcess process;
+    startMove(process, store_.path(), address(u"empty"_s));
+    process.kill();
+    process.waitForFinished();
+    waitForTheEndOf(u"empty"_s);
+    EXPECT_EQ(tablesIn(u"empty"_s), 0);
+    EXPECT_EQ(contentsOf(store_.path()), before);
+    EXPECT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"empty"_s)}).exitStatus, 0);
+}
+
+TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
+{
+    ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
+    const QString target = folder_.filePath(u"new.mdb"_s);
+    QProcess process;
+    startMove(process, address(u"there"_s), target);
+    process.kill();
+    process.waitForFinished();
+    EXPECT_FALSE(QFile::exists(target));
+    EXPECT_EQ(zomrelStore({u"move"_s, address(u"there"_s), target}).exitStatus, 0);
+}
+
+TEST_F(MoveFailuresTest, SaysThatTheServerIsGoneAndLeavesTheDatabaseUntouched)
+{
+    QProcess process;
+    startMove(process, store_.path(), address(u"empty"_s));
+    server_.endAtOnce();
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+    const QStringList said = storetooltest::lines(process.readAllStandardError());
+    EXPECT_EQ(said.size(), 1);
+    EXPECT_TRUE(said.value(0).startsWith(
+        u"zomrel-store: The connection to %1 was lost: "_s.arg(link(u"empty"_s).place())))
+        << asText(said);
+    server_.start();
+    EXPECT_EQ(tablesIn(u"empty"_s), 0);
+}
+
+TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
+{
+    ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
+    QProcess process;
+    startMove(process, address(u"there"_s), folder_.filePath(u"new.mdb"_s));
+    server_.endAtOnce();
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(storetooltest::lines(process.readAllStandardError()).size(), 1);
+    EXPECT_TRUE(files().isEmpty()) << asText(files());
+    server_.start();
+    EXPECT_EQ(zomrelStore({u"check"_s, address(u"there"_s)}).exitStatus, 0);
+}
+
+TEST_F(MoveFailuresTest, KeepsTheMomentOfAFileThatAStationWritesTo)
+{
+    QProcess process;
+    startMove(process, store_.path(), address(u"there"_s));
+    // The station is not kept waiting while rows go to the server.
+    store_.execute(u"PRAGMA busy_timeout = 0"_s);
+    store_.execute(u"INSERT INTO Orders (Number) VALUES (2)"_s);
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+    ServerSql server(link(u"there"_s));
+    EXPECT_EQ(server.scalar(u"SELECT count(*) FROM \"Orders\""_s), 1);
+    EXPECT_EQ(server.scalar(u"SELECT count(*) FROM \"Cuts\""_s), manyLines);
+}
+
+TEST_F(MoveFailuresTest, KeepsTheMomentOfADatabaseThatAStationWritesTo)
+{
+    ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
+    const QString target = folder_.filePath(u"new.mdb"_s);
+    QProcess process;
+    startMove(process, address(u"there"_s), target);
+    ServerSql station(link(u"there"_s));
+    station.run(u"DELETE FROM \"Cuts\""_s);
+    station.run(u"DELETE FROM \"Orders\""_s);
+    station.run(u"INSERT INTO \"Serials\" (\"Name\") VALUES ('later')"_s);
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+    testsupport::PlainSql copy(target);
+    EXPECT_EQ(copy.scalar(u"SELECT count(*) FROM Orders"_s), 1);
+    EXPECT_EQ(copy.scalar(u"SELECT count(*) FROM Cuts"_s), manyLines);
+    EXPECT_EQ(copy.scalar(u"SELECT count(*) FROM Serials"_s), 0);
+}
+
+TEST_F(MoveFailuresTest, LosesARaceForTheDatabaseAndNothingElse)
+{
+    ServerSql other(link(u"empty"_s));
+    other.run(u"BEGIN; CREATE TABLE \"ReshetColor\" (x integer)"_s);
+    QProcess process;
+    process.start(QStringLiteral(ZOMREL_STORE_PROGRAM),
+                  {u"move"_s, store_.path(), address(u"empty"_s)});
+    ASSERT_TRUE(process.waitForStarted());
+    const QString waiting = u"SELECT count(*) FROM pg_stat_activity "
+                            "WHERE datname = 'empty' AND wait_event_type = 'Lock'"_s;
+    while (keeper_.scalar(waiting).toInt() == 0)
+        ASSERT_FALSE(process.waitForFinished(step));
+    other.run(u"COMMIT"_s);
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(tablesIn(u"empty"_s), 1);
+}
