@@ -147,7 +147,9 @@ QStringList sharedServer()
 
 } // namespace
 
-ThrowawayServer::ThrowawayServer() : folder_(quickFolder() + u"/zomrel-server-XXXXXX"_s)
+ThrowawayServer::ThrowawayServer(Care care)
+    : care_(care),
+      folder_((care == Care::Quick ? quickFolder() : QDir::tempPath()) + u"/zomrel-server-XXXXXX"_s)
 {
     if (!folder_.isValid())
         qFatal("%s", qPrintable(folder_.errorString()));
@@ -193,12 +195,15 @@ void ThrowawayServer::start()
     process_.setStandardOutputFile(folder_.filePath(u"log"_s), QIODevice::Append);
     process_.setWorkingDirectory(folder());
     becomeServerUser(process_, SIGQUIT);
-    process_.start(binary(u"postgres"_s),
-                   {u"-D"_s, folder_.filePath(u"data"_s), u"-k"_s, folder(), u"-p"_s,
-                    QString::number(port_), u"-c"_s, u"listen_addresses=127.0.0.1"_s, u"-c"_s,
-                    u"fsync=off"_s, u"-c"_s, u"full_page_writes=off"_s, u"-c"_s,
-                    u"wal_level=minimal"_s, u"-c"_s, u"max_wal_senders=0"_s, u"-c"_s,
-                    u"shared_buffers=64MB"_s});
+    QStringList settings{u"listen_addresses=127.0.0.1"_s};
+    if (care_ == Care::Quick)
+        settings << u"fsync=off"_s << u"full_page_writes=off"_s << u"wal_level=minimal"_s
+                 << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s;
+    QStringList arguments{u"-D"_s, folder_.filePath(u"data"_s), u"-k"_s, folder(),
+                          u"-p"_s, QString::number(port_)};
+    for (const QString& each : settings)
+        arguments << u"-c"_s << each;
+    process_.start(binary(u"postgres"_s), arguments);
     for (int waited = 0; waited < patience; waited += 10) {
         const Connection probe = connectedTo(linkOn(folder(), port_, ownDatabase));
         if (PQstatus(probe.get()) == CONNECTION_OK)

@@ -16,7 +16,12 @@ namespace testsupport {
 class ThrowawayServer
 {
 public:
-    ThrowawayServer();
+    enum class Care {
+        Quick,   ///< What it has taken may get lost with the machine.
+        Durable, ///< On the disk, with the settings that a server comes with.
+    };
+
+    explicit ThrowawayServer(Care care = Care::Quick);
     ~ThrowawayServer();
     ThrowawayServer(const ThrowawayServer&) = delete;
     ThrowawayServer& operator=(const ThrowawayServer&) = delete;
@@ -34,6 +39,7 @@ private:
     void makeCluster();
     void runToEnd(const QString& program, const QStringList& arguments);
 
+    Care care_;
     QTemporaryDir folder_;
     int port_ = 0;
     QProcess process_;
