@@ -35,7 +35,7 @@ void printUsage(QTextStream& stream)
     line(u"--version"_s, u"show the version"_s);
     stream << "A store is named by its file, by the link to it, or as "
               "postgresql://USER@HOST/DATABASE.\n"
-              "New stores that create, backup and import make are files.\n";
+              "New stores that create and backup make are files.\n";
 }
 
 ExitStatus wrongUsage(QTextStream& err, const QString& message)
