@@ -1,0 +1,39 @@
+#include "support/ordinary_user.h"
+
+#include <QtGlobal>
+
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace testsupport {
+
+namespace {
+
+/// What lets root pass over the marks.
+constexpr unsigned passingOver = (1U << CAP_DAC_OVERRIDE) | (1U << CAP_DAC_READ_SEARCH);
+
+/// Leaves of the powers in force those that `keep` says and adds `give`; returns what was in force.
+unsigned change(unsigned keep, unsigned give)
+{
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct data[_LINUX_CAPABILITY_U32S_3]{};
+    if (syscall(SYS_capget, &header, data) != 0)
+        qFatal("the process does not know its powers");
+    const unsigned former = data[0].effective;
+    data[0].effective = (former & keep) | give;
+    if (syscall(SYS_capset, &header, data) != 0)
+        qFatal("the process cannot change its powers");
+    return former;
+}
+
+} // namespace
+
+OrdinaryUser::OrdinaryUser() : former_(change(~passingOver, 0) & passingOver) {}
+
+OrdinaryUser::~OrdinaryUser()
+{
+    change(~0U, former_);
+}
+
+} // namespace testsupport
