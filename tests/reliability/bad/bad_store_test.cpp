@@ -50,8 +50,10 @@ private:
     QByteArray bytes() const;
     QStringList findings() const { return storetools::checkStore(path()); }
     QString path() const { return folder_->filePath(u"Aluminium.mdb"_s); }
-    /// The number of lines of the series in the newest order, -1 where they cannot be read.
-    int newLines() const;
+    /// What the query counts, -1 where it cannot be asked.
+    int count(const QString& query) const;
+    int newLines() const { return count(u"SELECT count(*) FROM Cuts WHERE Order_Num = 3"_s); }
+    int newOrders() const { return count(u"SELECT count(*) FROM Orders WHERE Number = 3"_s); }
 
     std::map<Outcome, int> days_;
     QByteArray sound_;
@@ -109,21 +111,21 @@ QByteArray BadStoreTest::bytes() const
     return contentsOf(path());
 }
 
-int BadStoreTest::newLines() const
+int BadStoreTest::count(const QString& query) const
 {
-    int count = -1;
+    int result = -1;
     {
         QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"look"_s);
         database.setDatabaseName(path());
-        QSqlQuery query;
+        QSqlQuery asked;
         if (database.open()) {
-            query = QSqlQuery(database);
-            if (query.exec(u"SELECT count(*) FROM Cuts WHERE Order_Num = 3"_s) && query.next())
-                count = query.value(0).toInt();
+            asked = QSqlQuery(database);
+            if (asked.exec(query) && asked.next())
+                result = asked.value(0).toInt();
         }
     }
     QSqlDatabase::removeDatabase(u"look"_s);
-    return count;
+    return result;
 }
 
 BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
@@ -132,12 +134,16 @@ BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
     QElapsedTimer clock;
     clock.start();
     bool started = false;
+    bool opened = false;
     bool worked = false;
     bool ended = false;
+    QByteArray atStart;
     {
         WorkingDay day;
         started = day.start(folder_->path());
-        worked = started && day.openOrder() && day.chooseSeries() && day.addLine();
+        atStart = bytes(); // fields that Orders lacked may have been added
+        opened = started && day.openOrder();
+        worked = opened && day.chooseSeries() && day.addLine();
         ended = day.endedWithABox();
         box_ = day.lastBox();
     }
@@ -145,6 +151,9 @@ BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
         QTest::qFail("the day lasted too long", __FILE__, __LINE__);
     if (!started && bytes() != damaged)
         QTest::qFail("a store that did not even open was changed", __FILE__, __LINE__);
+    // Its number is written before the order's form is filled.
+    if (!opened && bytes() != atStart && newOrders() != 1)
+        QTest::qFail("a change that failed has left something", __FILE__, __LINE__);
     if (worked && newLines() != 1)
         QTest::qFail("the line that was added is not there", __FILE__, __LINE__);
     if (!worked && !ended)

@@ -22,6 +22,7 @@ class FullDiskTest : public QObject
 private slots:
     void command_data();
     void command();
+    void linesUntilTheDiskIsFull();
     void cleanupTestCase();
 
 private:
@@ -107,6 +108,33 @@ void FullDiskTest::command()
         QVERIFY(after == heldAfter(static_cast<Command>(command), before));
     else
         QVERIFY(mayBeLeft(static_cast<Command>(command), before, after));
+}
+
+/// There is room for the journal and for some lines; the store itself cannot grow any further.
+void FullDiskTest::linesUntilTheDiskIsFull()
+{
+    constexpr int most = 1000;
+    TemporaryStore store;
+    layOrder(store, AddLine);
+    const Held before = held(store);
+    int added = 0;
+    {
+        WorkingDay day;
+        QVERIFY(day.start(store.folder()) && day.openOrder() && day.chooseSeries());
+        const FileSizeLimit limit(QFileInfo(store.path()).size() + pageSize);
+        while (day.addLine() && added < most)
+            ++added;
+        QVERIFY2(day.endedWithABox(), qPrintable(day.lastBox()));
+        QVERIFY2(day.lastBox().startsWith(u"Run-time error '3043':"_s) ||
+                     day.lastBox().startsWith(u"Run-time error '3026':"_s),
+                 qPrintable(day.lastBox()));
+    }
+    tried_ += added + 1;
+    ++ended_;
+    QVERIFY(added > 0 && added < most);
+    QCOMPARE(storetools::checkStore(store.path()), QStringList());
+    const int stored = held(store).lines - before.lines;
+    QVERIFY(stored == added || stored == added + 1);
 }
 
 void FullDiskTest::cleanupTestCase()
