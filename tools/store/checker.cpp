@@ -31,11 +31,20 @@ QStringList engineCheck(dao::Database& database, bool isOnServer)
 
 QStringList contentsCheck(dao::Database& database)
 {
-    const Layout layout = layoutOf(database);
-    return checkSchema(layout) + checkRows(database, layout);
+    return checkSchema(layoutOf(database)) + checkContents(database);
 }
 
 } // namespace
+
+QStringList checkMaking(dao::Database& database, bool isOnServer)
+{
+    return engineCheck(database, isOnServer) + checkSchema(layoutOf(database));
+}
+
+QStringList checkContents(dao::Database& database)
+{
+    return checkRows(database, layoutOf(database));
+}
 
 QStringList checkStore(dao::Database& database, bool isOnServer)
 {

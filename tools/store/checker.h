@@ -24,4 +24,9 @@ QStringList checkStore(const QString& path);
 /// The same of an open store, which is one on a server or a copy that nobody else works on.
 QStringList checkStore(dao::Database& database, bool isOnServer);
 
+/// The part that is about how the store was made: the engine's findings and the tables.
+QStringList checkMaking(dao::Database& database, bool isOnServer);
+/// The part that is about what it holds.
+QStringList checkContents(dao::Database& database);
+
 } // namespace storetools

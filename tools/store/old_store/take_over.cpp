@@ -163,9 +163,11 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const Place& place,
         return outcome;
     dao::Database& finished = target->finished();
     readBack(finished, intake, progress);
-    outcome.findings = checkStore(finished, target->isOnServer());
+    outcome.findings = checkMaking(finished, target->isOnServer());
     if (!outcome.findings.isEmpty())
         return outcome;
+    // Rows that the old store had like this are the workshop's own and come along.
+    outcome.notes += checkContents(finished);
     target->keep();
     for (const store::TableSchema& table : store::schema())
         outcome.tables.push_back({table.name, intake.added(table).rows()});

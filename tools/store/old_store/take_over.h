@@ -21,7 +21,7 @@ struct TakeOverOutcome
 
 /// Makes a new store of an old-format one, which is opened for reading only: a file, or the tables
 /// in a server's database that has none of them. The file gets its name, the database its tables,
-/// when the store is complete, was read back and is sound.
+/// when the store is complete and was read back. What the old rows lack is a note.
 ///
 /// Raises 3204 where the target holds a store already, 3024 and 3343 where the old path is no such
 /// store, 3049 where it is damaged, and what opening and writing raise.
