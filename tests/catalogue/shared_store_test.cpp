@@ -28,11 +28,12 @@ private slots:
     void listTellsOfALockedStore();
     void deletionFromAListTellsOfALockedStore();
     void otherListsKeepTheirRows();
+    void movingInAListTellsOfALockedStore();
 
 private:
     void expectEnded(int error) const;
-    /// As a station does that is writing: others may read meanwhile.
-    void lock() { stage_->store.execute(u"BEGIN IMMEDIATE"_s); }
+    /// As a station does that is writing; others may read until it puts down what it has written.
+    void lock(const QString& kind = u"IMMEDIATE"_s) { stage_->store.execute(u"BEGIN "_s + kind); }
     void letGo() { stage_->store.execute(u"ROLLBACK"_s); }
 
     catalogue::FrColorKind& openLists();
@@ -218,6 +219,27 @@ void SharedStoreTest::otherListsKeepTheirRows()
     QTest::mouseClick(child<QPushButton>(catalogue::frColorKind(), u"CmdEnd"_s), Qt::LeftButton);
     QCOMPARE(stored(u"MashkofKind"_s), QStringList({u"first"_s, u"b"_s}));
     QCOMPARE(stored(u"KanafKind"_s), QStringList({u"second"_s, u"b"_s}));
+}
+
+/// Where not even reading is possible: both lists tell, and both stay as they are.
+void SharedStoreTest::movingInAListTellsOfALockedStore()
+{
+    openLists();
+    stand(1, 0);
+    type(u"typed"_s);
+    lock(u"EXCLUSIVE"_s);
+    stage_->boxes.answer(runtime::vbOK);
+    stage_->boxes.answer(runtime::vbOK);
+    stand(0, 1);
+    QTRY_COMPARE(stage_->boxes.shown().size(), 2U);
+    letGo();
+    QVERIFY(!stage_->end.exitStatus());
+    QCOMPARE(list(0)->currentIndex().row(), 0);
+    QCOMPARE(list(1)->model()->index(0, 1).data().toString(), u"typed"_s);
+    stand(0, 1);
+    QCOMPARE(list(0)->currentIndex().row(), 1);
+    QTest::mouseClick(child<QPushButton>(catalogue::frColorKind(), u"CmdEnd"_s), Qt::LeftButton);
+    QCOMPARE(stored(u"KanafKind"_s), QStringList({u"typed"_s, u"b"_s}));
 }
 
 ZOMREL_QTEST_MAIN(SharedStoreTest)

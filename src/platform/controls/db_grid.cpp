@@ -166,7 +166,11 @@ void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previ
     if (following_ || !current.isValid())
         return;
     runtime::guarded([this, row = current.row()] {
-        if (leaveEditedRow(row))
+        if (!leaveEditedRow(row))
+            return;
+        if (editable_)
+            moveUnlessHeld(row);
+        else
             moveRecordset(row);
     });
 }

@@ -93,6 +93,7 @@ private:
     bool handleEditKey(const QKeyEvent& event);
     void flushEditor();
     bool leaveEditedRow(int nextRow);
+    void moveUnlessHeld(int row);
     bool writeRow();
     void writeBeforeMove();
     void dropEdit();

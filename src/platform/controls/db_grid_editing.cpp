@@ -94,6 +94,21 @@ bool DBGrid::leaveEditedRow(int nextRow)
     return false;
 }
 
+/// Where another station holds the store, the grid stays on its row and says so: what is typed in
+/// this grid or beside it must not go with the program.
+void DBGrid::moveUnlessHeld(int row)
+{
+    try {
+        moveRecordset(row);
+    } catch (const RunTimeError& error) {
+        if (error.number() != runtime::Locked)
+            throw;
+        refusal_ = readRefusal(error);
+        showCurrent();
+        tellLater();
+    }
+}
+
 /// A box must not stand inside the toolkit's own handling of the key or click that led to it.
 void DBGrid::tellLater()
 {

@@ -50,4 +50,9 @@ QString deleteRefusal(const runtime::RunTimeError& error)
     return u"השורה לא נמחקה: "_s + reason(error);
 }
 
+QString readRefusal(const runtime::RunTimeError& error)
+{
+    return u"השורה לא נקראה: "_s + reason(error);
+}
+
 } // namespace controls

@@ -35,4 +35,5 @@ TEST(Refusal, NumbersAReasonThatHasNoWords)
     const RunTimeError error(runtime::InternalError);
     EXPECT_TRUE(controls::writeRefusal(error).contains(u"(51)"_s));
     EXPECT_TRUE(controls::deleteRefusal(error).contains(u"(51)"_s));
+    EXPECT_TRUE(controls::readRefusal(error).contains(u"(51)"_s));
 }
