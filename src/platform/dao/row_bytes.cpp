@@ -11,14 +11,14 @@ namespace {
 constexpr qint64 microseconds = 1000000;
 
 template <typename T>
-void append(QByteArray& bytes, T value)
+void append(std::string& bytes, T value)
 {
     const T ordered = qToBigEndian(value);
     bytes.append(reinterpret_cast<const char*>(&ordered), sizeof(T));
 }
 
 template <typename T>
-void appendField(QByteArray& bytes, T value)
+void appendField(std::string& bytes, T value)
 {
     append(bytes, static_cast<qint32>(sizeof(T)));
     append(bytes, value);
@@ -53,13 +53,13 @@ void RowWriter::addDouble(double value)
 
 void RowWriter::addText(QStringView value)
 {
-    const qsizetype start = bytes_.size();
-    const qsizetype head = static_cast<qsizetype>(sizeof(qint32));
-    bytes_.resize(start + head + encoder_.requiredSpace(value.size()));
+    const std::size_t start = bytes_.size();
+    constexpr std::size_t head = sizeof(qint32);
+    bytes_.resize(start + head + static_cast<std::size_t>(encoder_.requiredSpace(value.size())));
     char* const text = bytes_.data() + start + head;
-    const qsizetype length = encoder_.appendToBuffer(text, value) - text;
+    const auto length = encoder_.appendToBuffer(text, value) - text;
     qToBigEndian(static_cast<qint32>(length), bytes_.data() + start);
-    bytes_.resize(start + head + length);
+    bytes_.resize(start + head + static_cast<std::size_t>(length));
 }
 
 void RowWriter::addMoment(qint64 seconds)

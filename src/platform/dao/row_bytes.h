@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QByteArray>
 #include <QByteArrayView>
 #include <QStringEncoder>
 #include <QStringView>
 
 #include <optional>
+#include <string>
 
 namespace dao {
 
@@ -27,10 +27,11 @@ public:
     void addText(QStringView value);
     void addMoment(qint64 seconds);
 
-    QByteArray& bytes() { return bytes_; }
+    QByteArrayView bytes() const { return QByteArrayView(bytes_.data(), std::ssize(bytes_)); }
+    void clear() { bytes_.clear(); }
 
 private:
-    QByteArray bytes_;
+    std::string bytes_; ///< Grows by a few bytes at less cost than Qt's array does.
     QStringEncoder encoder_{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
 };
 

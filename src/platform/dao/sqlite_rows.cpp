@@ -88,22 +88,47 @@ void addText(RowWriter& row, const FieldInfo& field, const QString& text)
     row.addText(text);
 }
 
+template <typename T>
+const T& held(const QVariant& value)
+{
+    return *static_cast<const T*>(value.constData());
+}
+
+/// Writes a text that was stored where a text or a moment is expected. False for another one.
+bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
+{
+    if (text.isNull()) // what the toolkit makes of Null
+        return false;
+    if (field.type == dbText) {
+        addText(row, field, text);
+        return true;
+    }
+    const std::optional<qint64> day = field.type == dbDate ? dayOf(text) : std::nullopt;
+    if (day)
+        row.addMoment(*day);
+    return day.has_value();
+}
+
 /// Writes a stored value; the common ones without a detour.
 void addStored(RowWriter& row, const FieldInfo& field, const QVariant& stored)
 {
-    const int type = stored.isNull() ? QMetaType::UnknownType : stored.typeId();
-    if (type == QMetaType::QString && field.type == dbText)
-        return addText(row, field, *static_cast<const QString*>(stored.constData()));
-    if (type == QMetaType::Double && field.type == dbDouble && qIsFinite(stored.toDouble()))
-        return row.addDouble(stored.toDouble());
-    if (type == QMetaType::LongLong && field.type == dbLong) {
-        const qint64 number = stored.toLongLong();
-        if (number == static_cast<qint32>(number))
+    switch (stored.typeId()) {
+    case QMetaType::QString:
+        if (addStoredText(row, field, held<QString>(stored)))
+            return;
+        break;
+    case QMetaType::Double:
+        if (field.type == dbDouble && qIsFinite(held<double>(stored)))
+            return row.addDouble(held<double>(stored));
+        break;
+    case QMetaType::LongLong: {
+        const auto number = held<qlonglong>(stored);
+        if (field.type == dbLong && number == static_cast<qint32>(number))
             return row.addInt32(static_cast<qint32>(number));
+        break;
     }
-    if (type == QMetaType::QString && field.type == dbDate) {
-        if (const auto day = dayOf(*static_cast<const QString*>(stored.constData())))
-            return row.addMoment(*day);
+    default:
+        break;
     }
     addValue(row, field, fromStored(field, stored));
 }
@@ -129,7 +154,7 @@ public:
             return {};
         }
         ++rows_;
-        row_.bytes().resize(0); // keeps its room
+        row_.clear();
         const std::size_t count = table_.fields.size();
         row_.begin(static_cast<int>(count));
         for (std::size_t i = 0; i < count; ++i)
@@ -213,8 +238,9 @@ public:
     /// lines.
     void add(QByteArrayView row) override
     {
-        QByteArray bytes = row.toByteArray();
-        RowReader reader(bytes);
+        thisRow_.resize(0); // keeps its room
+        thisRow_.append(row);
+        RowReader reader(thisRow_);
         for (std::size_t i = 0; i < fields_.size(); ++i) {
             const std::optional<QByteArrayView> field = reader.next();
             if (isFirst_ || !isSame(field, last_[i]))
@@ -222,7 +248,7 @@ public:
             last_[i] = field;
         }
         isFirst_ = false;
-        lastRow_ = std::move(bytes); // the fields point into it
+        std::swap(lastRow_, thisRow_); // the last fields point into it
         if (!query_.exec())
             throw driver_.error(query_.lastError());
     }
@@ -244,6 +270,7 @@ private:
     QSqlQuery query_;
     std::vector<Field> last_;
     QByteArray lastRow_;
+    QByteArray thisRow_;
     bool isFirst_ = true;
 };
 
