@@ -14,9 +14,8 @@ namespace storetools {
 
 namespace {
 
-/// What a command does with a whole store takes longer than what a form waits for. A server that is
-/// no longer there shows much sooner.
-constexpr std::chrono::minutes patience(10);
+/// What a command does with a whole store takes longer than what a form waits for.
+constexpr std::chrono::minutes patience(5);
 
 void printUsage(QTextStream& stream)
 {

@@ -186,8 +186,8 @@ QString selected(const FieldInfo& field)
 class PostgresStream final : public RowStream
 {
 public:
-    PostgresStream(Copying copying, const TableInfo& table, const QString& rowNumber)
-        : copying_(std::move(copying)), table_(table), canon_(table_)
+    PostgresStream(const Copying& copying, const TableInfo& table, const QString& rowNumber)
+        : copying_(copying), table_(table), canon_(table_)
     {
         QStringList columns;
         for (const FieldInfo& each : table.fields)
@@ -289,7 +289,7 @@ private:
 class PostgresSink final : public RowSink
 {
 public:
-    PostgresSink(Copying copying, const TableInfo& table) : copying_(std::move(copying))
+    PostgresSink(const Copying& copying, const TableInfo& table) : copying_(copying)
     {
         QStringList names;
         for (const FieldInfo& each : table.fields)

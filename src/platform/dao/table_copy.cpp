@@ -81,7 +81,7 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
     const Making making = makingOf(target, info, source.indexes(info.name));
     runAll(target, making.before);
     const std::unique_ptr<RowSink> sink = target.rowSink(info);
-    const TableContents contents =
+    TableContents contents =
         readThrough(source, info, seen, [&](QByteArrayView row) { sink->add(row); });
     sink->finish();
     runAll(target, making.after);

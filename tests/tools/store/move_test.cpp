@@ -316,6 +316,31 @@ TEST_F(MoveTest, TellsOfContentsThatDoNotFit)
               0);
 }
 
+TEST_F(MoveTest, TellsOfContentsThatNoFieldHas)
+{
+    store_.addOrder(1);
+    store_.addLine(1, 1);
+    expectMoved(store_.path(), link_);
+    ServerSql server(database_.link());
+    for (const auto& [damage, repair, field] :
+         {std::tuple(u"\"MyWidth\" = 'NaN'"_s, u"\"MyWidth\" = 1"_s, u"MyWidth"_s),
+          std::tuple(u"\"MyWidth\" = '-Infinity'"_s, u"\"MyWidth\" = 1"_s, u"MyWidth"_s),
+          std::tuple(u"\"Order_Date\" = 'infinity'"_s, u"\"Order_Date\" = NULL"_s, u"Order_Date"_s),
+          std::tuple(u"\"Order_Date\" = '10000-01-01'"_s, u"\"Order_Date\" = NULL"_s,
+                     u"Order_Date"_s)}) {
+        server.run(u"UPDATE \"Cuts\" SET "_s + damage);
+        const Outcome outcome = move(link_, at(u"new.mdb"_s));
+        EXPECT_EQ(outcome.exitStatus, 1);
+        EXPECT_EQ(outcome.err,
+                  QStringList{u"zomrel-store: Cuts, row 1: %1 cannot be read"_s.arg(field)});
+        EXPECT_FALSE(QFile::exists(at(u"new.mdb"_s)));
+        server.run(u"UPDATE \"Cuts\" SET "_s + repair);
+    }
+    // Zeros are one and the same, whatever sign they had.
+    server.run(u"UPDATE \"Cuts\" SET \"MyWidth\" = '-0'"_s);
+    expectMoved(link_, at(u"new.mdb"_s));
+}
+
 TEST_F(MoveTest, FailsWithoutASourceOrAPlace)
 {
     EXPECT_EQ(move(at(u"absent.mdb"_s), address_).exitStatus, 1);
