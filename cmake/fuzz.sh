@@ -22,7 +22,7 @@ export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 status=0
 # shellcheck disable=SC2086 # words are split on purpose
 printf '%s\n' $names | xargs -P "$(nproc)" -I '{}' sh -c '
-  build/fuzz/tests/fuzz/fuzz_{} -max_total_time="${ZOMREL_FUZZ_SECONDS:-20}" -timeout=10 -max_len=1024 \
+  build/fuzz/tests/fuzz/fuzz_{} -max_total_time="${ZOMREL_FUZZ_SECONDS:-20}" -timeout=60 -max_len=2048 \
     -print_final_stats=1 -artifact_prefix=build/fuzz/found/{}- '"$work"'/{} >'"$work"'/{}.log 2>&1' ||
   status=1
 
