@@ -2,7 +2,7 @@
 # the timing of the others, so each runs alone.
 foreach(check format lint cppcheck tidy sanitizers)
   add_test(NAME check_${check} COMMAND ${PROJECT_SOURCE_DIR}/cmake/${check}.sh)
-  set_tests_properties(check_${check} PROPERTIES LABELS check RUN_SERIAL ON TIMEOUT 2400)
+  set_tests_properties(check_${check} PROPERTIES LABELS check RUN_SERIAL ON TIMEOUT 3600)
 endforeach()
 
 # Its executions stand in the table of the reliability tests.
