@@ -1,6 +1,7 @@
 #include "reliability/expected_line.h"
 
 #include "store/schema.h"
+#include "support/plain_sql.h"
 #include "support/temporary_store.h"
 
 #include <QDate>
@@ -64,6 +65,31 @@ bool isRecentDay(const QString& text)
 
 } // namespace
 
+StoredRows::StoredRows(testsupport::TemporaryStore& store)
+    : ask_([&store](const QString& sql, const QList<QVariant>& values) {
+          return store.rows(sql, values);
+      })
+{
+}
+
+StoredRows::StoredRows(testsupport::PlainSql& store)
+    : ask_([&store](const QString& sql, const QList<QVariant>& values) {
+          return store.rows(sql, values);
+      })
+{
+}
+
+QList<QList<QVariant>> StoredRows::rows(const QString& sql, const QList<QVariant>& values) const
+{
+    return ask_(sql, values);
+}
+
+QVariant StoredRows::scalar(const QString& sql, const QList<QVariant>& values) const
+{
+    const QList<QList<QVariant>> all = rows(sql, values);
+    return all.isEmpty() ? QVariant() : all.first().first();
+}
+
 QString seriesOfLines()
 {
     return u"סדרת בדיקה"_s;
@@ -75,7 +101,7 @@ void addSeriesOfLines(testsupport::TemporaryStore& store)
                     2);
 }
 
-QList<StoredLine> storedLines(testsupport::TemporaryStore& store)
+QList<StoredLine> storedLines(const StoredRows& store)
 {
     QStringList fields;
     for (const dao::FieldInfo& field : store::tableSchema(u"Cuts"_s)->fields)

@@ -1,5 +1,7 @@
 #include "reliability/figures.h"
 
+#include "support/throwaway_server.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTextStream>
@@ -8,15 +10,21 @@ using namespace Qt::StringLiterals;
 
 namespace reliability {
 
-void writeFigures(const QString& topic, const QList<Figure>& figures)
+Engine currentEngine()
 {
-    const QDir folder(QStringLiteral(ZOMREL_FIGURES));
+    return testsupport::isOnServer() ? Engine::Server : Engine::Embedded;
+}
+
+void writeFigures(const QString& topic, const QList<Figure>& figures, Engine engine)
+{
+    const QDir folder(QStringLiteral(ZOMREL_FIGURES) +
+                      (engine == Engine::Server ? u"/server"_s : u"/embedded"_s));
     QFile file(folder.filePath(topic + u".part"_s));
     if (!folder.mkpath(u"."_s) || !file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         qFatal("cannot write %s", qUtf8Printable(file.fileName()));
     QTextStream text(&file);
     for (const auto& [name, value] : figures)
-        text << name.leftJustified(48, u'.') << u' ' << value << u'\n';
+        text << name << u'\t' << value << u'\n';
 }
 
 int setting(const char* variable, int otherwise)

@@ -15,14 +15,14 @@ namespace reliability {
 class Ledger
 {
 public:
-    explicit Ledger(testsupport::TemporaryStore& store);
+    explicit Ledger(const StoredRows& store);
 
-    /// Takes a line of a station's standard output.
-    void tell(const QString& told);
+    /// Takes a line of a station's standard output. Stations at work at once have names.
+    void tell(const QString& told, const QString& station = {});
 
     /// Where the store differs from what was told; empty where nothing is lost. The change that was
     /// under way counts from then on as the store has it.
-    QStringList findings(testsupport::TemporaryStore& store);
+    QStringList findings(const StoredRows& store);
 
     int rowsCompared() const { return rowsCompared_; }
     int changesTold() const { return changesTold_; }
@@ -37,23 +37,25 @@ private:
         int height = 0;
     };
 
-    void apply(const QStringList& change);
-    void forgetNumbers(int order);
+    void apply(const QStringList& change, const QString& station);
+    void forgetNumbers(int order, const QString& station);
+    int numberOf(int order, int told, const QString& station) const;
     void removeLinesOf(int order);
 
-    bool isUnderWay(const QString& change) const { return underWay_ == change; }
+    bool isUnderWay(const QString& change) const { return underWay_.values().contains(change); }
     QStringList checkLine(const StoredLine& stored);
-    QStringList checkLines(testsupport::TemporaryStore& store);
-    QStringList checkOrders(testsupport::TemporaryStore& store);
-    QStringList checkOrder(int number, const QString& state, const QVariant& customer);
-    QStringList checkSeries(testsupport::TemporaryStore& store);
+    QStringList checkLines(const StoredRows& store);
+    QStringList checkOrders(const StoredRows& store);
+    QStringList checkOrder(int number, int highest, const QString& state, const QVariant& customer);
+    QStringList checkSeries(const StoredRows& store);
     QStringList checkOneSeries(const QString& name, const QList<QVariant>& row);
 
     QMap<QString, Line> lines_;
     QMap<int, bool> closed_; ///< All orders.
     QSet<int> withCustomer_;
     QMap<QString, int> series_;
-    QString underWay_;
+    QMap<QString, QString> underWay_;      ///< By station.
+    QMap<int, QSet<QString>> renumbering_; ///< The stations whose reports number an order anew.
     int firstOwnSeries_;
     int rowsCompared_ = 0;
     int changesTold_ = 0;

@@ -3,11 +3,11 @@
 //     reliability_station FOLDER SCENARIO NAME COUNT
 //
 // SCENARIO "lines" adds COUNT lines, with new-order commands and closings between them; "paced"
-// does a step for each word that comes in, "order", "close" or "line"; "mixed" does COUNT of all
-// the changes that the windows allow, chosen at random by the seed NAME; "aside" does the like in
-// order 1 alone, taken by search, and touches no other. Before a change stands a line with "?" and
-// what is going to be done, after it, once its handler has returned, the same without the question
-// mark.
+// does a step for each word that comes in, "order", "close", "line" or "work", a step of "lines";
+// "mixed" does COUNT of all the changes that the windows allow, chosen at random by the seed NAME;
+// "aside" does the like in order 1 alone, taken by search, and touches no other. Before a change
+// stands a line with "?" and what is going to be done, after it, once its handler has returned, the
+// same without the question mark.
 
 #include "reliability/expected_line.h"
 #include "reliability/workplace.h"
@@ -182,6 +182,8 @@ private:
             newOrder();
         else if (word == "close")
             closeOrder();
+        else if (word == "work")
+            lines();
         else
             addLine();
     }
