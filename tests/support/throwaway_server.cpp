@@ -198,7 +198,8 @@ void ThrowawayServer::start()
     QStringList settings{u"listen_addresses=127.0.0.1"_s};
     if (care_ == Care::Quick)
         settings << u"fsync=off"_s << u"full_page_writes=off"_s << u"wal_level=minimal"_s
-                 << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s;
+                 << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s
+                 << u"max_connections=300"_s; // a station holds a dozen and more
     QStringList arguments{u"-D"_s, folder_.filePath(u"data"_s), u"-k"_s, folder(),
                           u"-p"_s, QString::number(port_)};
     for (const QString& each : settings)

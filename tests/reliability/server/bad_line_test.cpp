@@ -1,0 +1,192 @@
+// A station's line to its server that delays, cuts and stalls.
+
+#include "reliability/figures.h"
+#include "reliability/server/server_store.h"
+
+#include "support/printers.h"
+#include "support/server_proxy.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using namespace reliability;
+using testsupport::ServerProxy;
+
+namespace {
+
+constexpr int patience = 60000;    // ms
+constexpr int longestWait = 10000; // ms, from the line's going bad to the station's end
+constexpr int glance = 20;         // ms
+constexpr int lines = 4;
+constexpr int chunksOfTheWork = 120; ///< About those of a station's start and its lines.
+
+/// A station that reaches the store through a line of its own.
+struct Remote
+{
+    Remote(ServerStore& store, const QString& itsName, int count)
+        : name(itsName), proxy(store.server().port()), link(store.linkByPort(proxy.port())),
+          station(link.folder(), u"paced"_s, name, count)
+    {
+    }
+
+    void askForLines(int count) { station.go(QByteArray("line\n").repeated(count - 1) + "line"); }
+
+    QString name;
+    ServerProxy proxy;
+    LinkFolder link;
+    StationProcess station;
+};
+
+class BadLine : public testing::Test
+{
+protected:
+    /// The station has ended with the box of a lost or unreachable server.
+    void expectStatedEnd(Remote& remote, bool atStart = false)
+    {
+        EXPECT_EQ(remote.station.exitStatus(patience), 1);
+        const QStringList boxes = remote.station.runTimeBoxes();
+        EXPECT_EQ(boxes.size(), 1);
+        EXPECT_TRUE(tellsOfTheServer(boxes.value(0)) ||
+                    (atStart && tellsOfACutUpgrade(boxes.value(0))))
+            << qUtf8Printable(boxes.join(u'\n'));
+        store_.tell(remote.station, remote.name);
+    }
+
+    ServerStore store_;
+    std::mt19937 random_;
+};
+
+TEST_F(BadLine, DelaysAndTheWorkIsDone)
+{
+    Remote remote(store_, u"delayed"_s, lines);
+    ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
+    remote.proxy.delay(std::chrono::milliseconds(30));
+    remote.askForLines(lines);
+    EXPECT_EQ(remote.station.exitStatus(patience), 0);
+    EXPECT_EQ(remote.station.runTimeBoxes(), QStringList());
+    store_.tell(remote.station, remote.name);
+    EXPECT_EQ(store_.ledger().lineCount(), lines);
+    EXPECT_EQ(store_.findings(), QStringList());
+}
+
+TEST_F(BadLine, IsCutAndNothingIsLost)
+{
+    const unsigned seed = printedSeed();
+    random_.seed(seed);
+    const int cuts = setting("ZOMREL_LINE_FAULTS", 20);
+    std::uniform_int_distribution<int> moment(0, chunksOfTheWork);
+    int ended = 0;
+    for (int cut = 0; cut < cuts && !HasFailure(); ++cut) {
+        SCOPED_TRACE(testing::Message() << "cut " << cut << " of seed " << seed);
+        Remote remote(store_, QString::number(cut), lines);
+        const bool atStart = cut % 5 == 0;
+        if (!atStart) {
+            ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
+        }
+        remote.proxy.cutAfter(moment(random_));
+        remote.askForLines(lines);
+        // Where nothing was under way, the station has gone on over a new connection.
+        if (remote.station.exitStatus(patience) == 0) {
+            EXPECT_EQ(remote.station.runTimeBoxes(), QStringList());
+            store_.tell(remote.station, remote.name);
+        } else {
+            expectStatedEnd(remote, atStart);
+            ++ended;
+        }
+        EXPECT_EQ(store_.findings(), QStringList());
+    }
+    writeFigures(u"line cut"_s,
+                 {{u"cuts"_s, QString::number(cuts)},
+                  {u"stations that went on"_s, QString::number(cuts - ended)},
+                  {u"stations that ended with their box"_s, QString::number(ended)},
+                  {u"lines acknowledged"_s, QString::number(store_.ledger().lineCount())},
+                  {u"seed"_s, QString::number(seed)}},
+                 Engine::Server);
+}
+
+TEST_F(BadLine, StallsAndTheWaitIsBounded)
+{
+    const unsigned seed = printedSeed();
+    random_.seed(seed);
+    constexpr int stationCount = 6;
+    constexpr int stepsOfALine = 10; ///< Chunks that a line surely takes.
+    std::uniform_int_distribution<int> moment(0, lines * stepsOfALine);
+    std::vector<std::unique_ptr<Remote>> remotes;
+    for (int i = 0; i < stationCount; ++i) {
+        remotes.push_back(std::make_unique<Remote>(store_, u"stalled%1"_s.arg(i + 1), 1000));
+        ASSERT_TRUE(remotes.back()->station.waitFor(u"ready"_s));
+    }
+    for (const auto& each : remotes) {
+        each->proxy.stallAfter(moment(random_));
+        each->askForLines(100);
+    }
+    for (const auto& each : remotes) {
+        while (!each->proxy.isStalled())
+            each->station.listen(glance);
+    }
+    QElapsedTimer clock;
+    clock.start();
+    for (const auto& each : remotes)
+        expectStatedEnd(*each);
+    EXPECT_LT(clock.elapsed(), longestWait);
+    const double longest = double(clock.elapsed()) / 1000;
+    remotes.clear();
+    EXPECT_EQ(store_.findings(), QStringList());
+    StationProcess next(store_.folder(), u"lines"_s, u"next"_s, 1);
+    EXPECT_EQ(next.exitStatus(patience), 0);
+    store_.tell(next, u"next"_s);
+    EXPECT_EQ(store_.findings(), QStringList());
+    writeFigures(u"line stalled"_s,
+                 {{u"stations whose line stalled"_s, QString::number(stationCount)},
+                  {u"seconds until the last had ended"_s, QString::number(longest, 'f', 1)},
+                  {u"seed"_s, QString::number(seed)}},
+                 Engine::Server);
+}
+
+/// A station that dies leaves nothing behind that another one would have to wait for, wherever in
+/// an add it was.
+TEST_F(BadLine, OfADeadStationHoldsNoLock)
+{
+    constexpr int waitForALock = 5000; // ms, after which a station gives up
+    StationProcess other(store_.folder(), u"paced"_s, u"other"_s, 1000);
+    ASSERT_TRUE(other.waitFor(u"ready"_s));
+    int chunks = 0;
+    int longest = 0;
+    for (bool wasWhole = false; !wasWhole && !HasFailure(); ++chunks) {
+        SCOPED_TRACE(testing::Message() << "dead after " << chunks << " chunks of an add");
+        Remote remote(store_, u"dead%1"_s.arg(chunks), 1000);
+        ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
+        remote.askForLines(1);
+        ASSERT_TRUE(remote.station.waitFor(u"line"_s)); // the first one chooses the series
+        store_.tell(remote.station, remote.name);
+        remote.proxy.stallAfter(chunks);
+        remote.askForLines(1);
+        while (!wasWhole && !remote.proxy.isStalled())
+            wasWhole = remote.station.waitFor(u"line"_s, glance);
+        remote.station.kill();
+        remote.proxy.cut();
+        store_.tell(remote.station, remote.name);
+
+        QElapsedTimer clock;
+        clock.start();
+        other.go("line");
+        EXPECT_TRUE(other.waitFor(u"line"_s, waitForALock));
+        longest = std::max(longest, int(clock.elapsed()));
+        store_.tell(other, u"other"_s);
+        EXPECT_EQ(store_.findings(), QStringList());
+    }
+    EXPECT_GT(chunks, 2);
+    EXPECT_LT(longest, waitForALock);
+    writeFigures(u"station killed in an add"_s,
+                 {{u"moments of an add, all of them"_s, QString::number(chunks)},
+                  {u"longest add of another one then, ms"_s, QString::number(longest)}},
+                 Engine::Server);
+}
+
+} // namespace

@@ -1,0 +1,133 @@
+// The server killed at random moments while stations add, and started again.
+
+#include "reliability/figures.h"
+#include "reliability/server/server_store.h"
+
+#include "support/printers.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+#include <random>
+
+using namespace Qt::StringLiterals;
+using namespace reliability;
+
+namespace {
+
+constexpr int endlessly = 1000000;
+constexpr int mostSteps = 6;       ///< Between two kills.
+constexpr int longestMoment = 250; // ms
+constexpr int patience = 60000;    // ms
+
+class Restarts : public testing::Test
+{
+protected:
+    struct Seat
+    {
+        QString name;
+        std::unique_ptr<StationProcess> station;
+        int stepsLeft = 0;
+    };
+
+    /// Stations whose seats are empty come in, and all have work until after the kill.
+    void setToWork()
+    {
+        for (Seat& seat : seats_) {
+            if (!seat.station) {
+                seat.name = QString::number(++named_);
+                seat.station = std::make_unique<StationProcess>(store_.folder(), u"paced"_s,
+                                                                seat.name, endlessly);
+            }
+            seat.stepsLeft = std::uniform_int_distribution<int>(1, mostSteps)(random_);
+            seat.station->go(QByteArray("work\n").repeated(seat.stepsLeft - 1) + "work");
+        }
+    }
+
+    /// The server goes at a moment of the stations' work, at times while they start.
+    void killServer()
+    {
+        whileStarting_ = random_() % 10 == 0;
+        if (!whileStarting_) {
+            for (const Seat& seat : seats_)
+                ASSERT_TRUE(seat.station->waitFor(u"? line"_s));
+        }
+        std::uniform_int_distribution<int> moment(0, longestMoment);
+        seats_[0].station->listen(moment(random_));
+        store_.server().endAtOnce();
+        store_.server().start();
+    }
+
+    /// A station that nothing was under way at finishes its work, the other one has ended as
+    /// stated.
+    void letFinish(Seat& seat)
+    {
+        while (seat.stepsLeft > 0 && seat.station->waitFor(u"line "_s, patience)) {
+            const QStringList told = seat.station->takeTold();
+            for (const QString& each : told) {
+                store_.ledger().tell(each, seat.name);
+                seat.stepsLeft -= each.startsWith(u"line "_s) ? 1 : 0;
+            }
+        }
+        if (seat.stepsLeft == 0) {
+            ++wentOn_;
+            return;
+        }
+        EXPECT_EQ(seat.station->exitStatus(patience), 1);
+        store_.tell(*seat.station, seat.name);
+        const QStringList boxes = seat.station->runTimeBoxes();
+        EXPECT_EQ(boxes.size(), 1);
+        EXPECT_TRUE(tellsOfTheServer(boxes.value(0)) ||
+                    (whileStarting_ && tellsOfACutUpgrade(boxes.value(0))))
+            << qUtf8Printable(boxes.join(u'\n'));
+        seat.station.reset();
+        ++ended_;
+    }
+
+    void writeDown(int kills, unsigned seed, double seconds)
+    {
+        writeFigures(u"server killed"_s,
+                     {{u"kills and starts of the server"_s, QString::number(kills)},
+                      {u"stations that went on"_s, QString::number(wentOn_)},
+                      {u"stations that ended with their box"_s, QString::number(ended_)},
+                      {u"changes acknowledged"_s, QString::number(store_.ledger().changesTold())},
+                      {u"rows compared"_s, QString::number(store_.ledger().rowsCompared())},
+                      {u"seconds"_s, QString::number(seconds, 'f', 1)},
+                      {u"seed"_s, QString::number(seed)}},
+                     Engine::Server);
+    }
+
+    std::mt19937 random_;
+    ServerStore store_;
+    std::array<Seat, 2> seats_;
+
+private:
+    int named_ = 0;
+    bool whileStarting_ = false;
+    int wentOn_ = 0;
+    int ended_ = 0;
+};
+
+TEST_F(Restarts, LoseNothingThatWasAcknowledged)
+{
+    const unsigned seed = printedSeed();
+    const int kills = setting("ZOMREL_SERVER_KILLS", 50);
+    random_.seed(seed);
+    QElapsedTimer clock;
+    clock.start();
+    for (int kill = 0; kill < kills && !HasFailure(); ++kill) {
+        SCOPED_TRACE(testing::Message() << "kill " << kill << " of seed " << seed);
+        setToWork();
+        ASSERT_NO_FATAL_FAILURE(killServer());
+        for (Seat& seat : seats_)
+            letFinish(seat);
+        EXPECT_EQ(store_.findings(), QStringList());
+    }
+    EXPECT_GT(store_.ledger().lineCount(), 0);
+    writeDown(kills, seed, double(clock.elapsed()) / 1000);
+}
+
+} // namespace
