@@ -89,10 +89,15 @@ QStringList StationProcess::takeTold()
     return std::exchange(told_, {});
 }
 
-QStringList StationProcess::runTimeBoxes()
+QString StationProcess::errors()
 {
     errors_ += process_.readAllStandardError();
-    return QString::fromUtf8(errors_).split(u'\n').filter(u"Run-time error"_s);
+    return QString::fromUtf8(errors_);
+}
+
+QStringList StationProcess::runTimeBoxes()
+{
+    return errors().split(u'\n').filter(u"Run-time error"_s);
 }
 
 } // namespace reliability

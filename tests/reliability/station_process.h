@@ -29,6 +29,8 @@ public:
 
     /// The whole lines that it has told since the last call.
     QStringList takeTold();
+    /// All that it has written to its standard error.
+    QString errors();
     /// The run-time boxes that it has shown.
     QStringList runTimeBoxes();
 

@@ -135,8 +135,11 @@ void Workplace::chooseSeries(const QString& name, bool monoblock)
     int row = 0;
     while (row < grid->model()->rowCount() && testsupport::cellText(*grid, row, nameColumn) != name)
         ++row;
-    if (row == grid->model()->rowCount())
+    if (row == grid->model()->rowCount()) {
+        // A grid tells a moment later that it could not read its rows, and the program ends.
+        QApplication::sendPostedEvents(grid, QEvent::MetaCall);
         qFatal("no series %s", qUtf8Printable(name));
+    }
     grid->setCurrentIndex(grid->model()->index(row, nameColumn));
     child<QCheckBox>(*picker, u"CheckKind"_s)->setChecked(monoblock);
     click(*picker, u"CmdPic"_s);

@@ -49,7 +49,8 @@ protected:
     /// The station has ended with the box of a lost or unreachable server.
     void expectStatedEnd(Remote& remote, bool atStart = false)
     {
-        EXPECT_EQ(remote.station.exitStatus(patience), 1);
+        EXPECT_EQ(remote.station.exitStatus(patience), 1)
+            << qUtf8Printable(remote.station.errors());
         const QStringList boxes = remote.station.runTimeBoxes();
         EXPECT_EQ(boxes.size(), 1);
         EXPECT_TRUE(tellsOfTheServer(boxes.value(0)) ||

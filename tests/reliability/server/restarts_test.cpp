@@ -76,7 +76,7 @@ protected:
             ++wentOn_;
             return;
         }
-        EXPECT_EQ(seat.station->exitStatus(patience), 1);
+        EXPECT_EQ(seat.station->exitStatus(patience), 1) << qUtf8Printable(seat.station->errors());
         store_.tell(*seat.station, seat.name);
         const QStringList boxes = seat.station->runTimeBoxes();
         EXPECT_EQ(boxes.size(), 1);
