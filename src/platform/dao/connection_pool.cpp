@@ -29,32 +29,45 @@ ConnectionPool& ConnectionPool::instance()
     return pool;
 }
 
-std::unique_ptr<SqlConnection> ConnectionPool::take(const QString& key)
+std::shared_ptr<SqlConnection> ConnectionPool::take(const QString& key)
 {
     const auto found = std::find_if(idle_.rbegin(), idle_.rend(),
                                     [&key](const Idle& each) { return each.key == key; });
     if (found == idle_.rend())
         return nullptr;
-    std::unique_ptr<SqlConnection> connection = std::move(found->connection);
+    std::shared_ptr<SqlConnection> connection = std::move(found->connection);
     idle_.erase(std::next(found).base());
     return connection;
 }
 
-void ConnectionPool::give(const QString& key, std::unique_ptr<SqlConnection> connection)
+void ConnectionPool::give(const QString& key, std::shared_ptr<SqlConnection> connection)
 {
     idle_.push_back({key, std::move(connection)});
     if (idle_.size() > mostIdle)
         idle_.pop_front();
 }
 
-void ConnectionPool::forget(const QString& key)
+std::shared_ptr<SqlConnection> ConnectionPool::shared(const QString& key) const
 {
-    std::erase_if(idle_, [&key](const Idle& each) { return each.key == key; });
+    const auto found = shared_.find(key);
+    return found == shared_.end() ? nullptr : found->second.connection.lock();
+}
+
+void ConnectionPool::share(const QString& key, const std::shared_ptr<SqlConnection>& connection)
+{
+    shared_[key] = {connection, connection};
+}
+
+void ConnectionPool::unshare(const QString& key)
+{
+    shared_.erase(key);
 }
 
 void ConnectionPool::clear()
 {
     idle_.clear();
+    for (auto& [key, each] : shared_)
+        each.kept.reset();
 }
 
 } // namespace dao

@@ -3,6 +3,7 @@
 #include "platform/dao/driver.h"
 
 #include <deque>
+#include <map>
 
 namespace dao {
 
@@ -15,11 +16,18 @@ public:
 
     /// The connection to the store that was given back last; null where there is none. Stores with
     /// one key are the same one.
-    std::unique_ptr<SqlConnection> take(const QString& key);
+    std::shared_ptr<SqlConnection> take(const QString& key);
     /// Keeps the connection; the oldest goes where there are too many.
-    void give(const QString& key, std::unique_ptr<SqlConnection> connection);
-    /// Lets go of all connections to one store.
-    void forget(const QString& key);
+    void give(const QString& key, std::shared_ptr<SqlConnection> connection);
+
+    /// The connection that all databases of a store share; null where there is none.
+    std::shared_ptr<SqlConnection> shared(const QString& key) const;
+    /// Lets all databases to come share the connection, and keeps it where none does.
+    void share(const QString& key, const std::shared_ptr<SqlConnection>& connection);
+    /// No other database shall share it any more.
+    void unshare(const QString& key);
+
+    /// Lets go of all connections; one that is shared stays known while a database uses it.
     void clear();
 
 private:
@@ -28,9 +36,15 @@ private:
     struct Idle
     {
         QString key;
-        std::unique_ptr<SqlConnection> connection;
+        std::shared_ptr<SqlConnection> connection;
+    };
+    struct Shared
+    {
+        std::weak_ptr<SqlConnection> connection;
+        std::shared_ptr<SqlConnection> kept;
     };
     std::deque<Idle> idle_;
+    std::map<QString, Shared> shared_;
 };
 
 } // namespace dao

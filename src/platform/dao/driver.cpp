@@ -111,17 +111,16 @@ void SqlConnection::drop(const QString& sql)
     passing_ = QSqlQuery(database_);
 }
 
-std::unique_ptr<SqlConnection> Driver::releaseConnection()
+std::shared_ptr<SqlConnection> Driver::releaseConnection()
 {
     if (failed_ || inTransaction_)
         return nullptr;
     return std::move(connection_);
 }
 
-void Driver::setConnection(std::unique_ptr<SqlConnection> connection)
+void Driver::setConnection(std::shared_ptr<SqlConnection> connection)
 {
     connection_ = std::move(connection);
-    failed_ = false;
 }
 
 QSqlQuery& Driver::execute(const QString& sql, const QVariantList& values)
@@ -144,7 +143,7 @@ QSqlQuery& Driver::start(const QString& sql, const QVariantList& values)
     QSqlQuery& query = execute(sql, values);
     if (query.lastError().isValid()) {
         const QSqlError failure = query.lastError();
-        failed_ = failed_ || !outlivesFailure();
+        failed_ = true;
         connection_->drop(sql);
         throw error(failure);
     }
@@ -171,7 +170,7 @@ std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& v
     const QSqlError failure = query.lastError();
     query.finish();
     if (failure.isValid()) {
-        failed_ = failed_ || !outlivesFailure();
+        failed_ = true;
         connection_->drop(sql);
         throw error(failure);
     }

@@ -188,7 +188,7 @@ public:
     static QString quoted(const QStringList& names);
 
 protected:
-    Driver(std::unique_ptr<SqlConnection> connection, QString name)
+    Driver(std::shared_ptr<SqlConnection> connection, QString name)
         : connection_(std::move(connection)), name_(std::move(name))
     {
     }
@@ -196,21 +196,19 @@ protected:
     SqlConnection& sqlConnection() const { return *connection_; }
     SchemaMemory& schema() { return connection_->schema(); }
     /// Goes on over another connection.
-    void setConnection(std::unique_ptr<SqlConnection> connection);
+    void setConnection(std::shared_ptr<SqlConnection> connection);
+    const std::shared_ptr<SqlConnection>& heldConnection() const { return connection_; }
     /// Runs a statement and gives its query, whose lastError tells of a failure.
     virtual QSqlQuery& execute(const QString& sql, const QVariantList& values);
     virtual int columnCount(const QSqlQuery& query) const;
-    /// True where the connection is as good as before after a statement has failed on it.
-    virtual bool outlivesFailure() { return false; }
     /// The connection for another use; null where it has failed or is in the middle of something.
-    std::unique_ptr<SqlConnection> releaseConnection();
+    std::shared_ptr<SqlConnection> releaseConnection();
     void setInTransaction() { inTransaction_ = true; }
-    void setFailed() { failed_ = true; }
 
 private:
     QSqlQuery& start(const QString& sql, const QVariantList& values);
 
-    std::unique_ptr<SqlConnection> connection_;
+    std::shared_ptr<SqlConnection> connection_;
     QString name_;
     bool inTransaction_ = false;
     bool failed_ = false;

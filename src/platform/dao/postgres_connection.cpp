@@ -22,6 +22,8 @@ namespace {
 /// For the whole of a log-in, name look-up included. With the wait of a greeting it stays below
 /// ten seconds, which is what a click may take where a connection has died unseen.
 constexpr std::chrono::seconds openingWait(5);
+/// For one address of the server; the client library then says why.
+constexpr std::chrono::seconds addressWait(4);
 constexpr std::chrono::seconds greetingWait(3);
 constexpr std::chrono::seconds idleInTransaction(60);
 
@@ -75,7 +77,7 @@ QString connectOptions(const Link& link, const Waits& waits)
             .arg(std::chrono::milliseconds(idleInTransaction).count());
     return u"connect_timeout=%1;tcp_user_timeout=%2;keepalives_idle=5;keepalives_interval=2;"
            "keepalives_count=2;sslmode=%3;application_name=Zomrel;options='%4'"_s
-               .arg(openingWait.count())
+               .arg(addressWait.count())
                .arg(waits.answer.count())
                .arg(link.tls, session);
 }
@@ -123,9 +125,9 @@ std::unique_ptr<SqlConnection> connect(const Link& link, const Waits& waits)
         opening->isGivenUp = true;
         throw noConnection(link, u"no answer within %1 s"_s.arg(openingWait.count()));
     }
-    if (!opening->isGood)
-        throw noConnection(link, opening->connection->database().lastError().databaseText());
     std::unique_ptr<SqlConnection> connection = std::move(opening->connection);
+    if (!opening->isGood)
+        throw noConnection(link, connection->database().lastError().databaseText());
     // What the server remarks stands in its own log; what fails comes as an error.
     PQsetNoticeProcessor(
         handleOf(connection->database()), [](void*, const char*) {}, nullptr);
@@ -140,7 +142,7 @@ std::optional<Greeting> greet(SqlConnection& connection, const Link& link)
     if (isLost(connection))
         return {};
     QSqlQuery& query = execute(connection, u"EXECUTE zomrel_greeting"_s, greetingWait);
-    if (query.lastError().isValid()) {
+    if (!query.isActive()) {
         if (isLost(connection))
             return {};
         throw errorOf(query.lastError(), connection, link);
@@ -161,6 +163,11 @@ bool isLost(SqlConnection& connection)
     PQconsumeInput(handle);
     PQconsumeInput(handle);
     return PQstatus(handle) != CONNECTION_OK;
+}
+
+bool hasFailedTransaction(SqlConnection& connection)
+{
+    return PQtransactionStatus(handleOf(connection.database())) == PQTRANS_INERROR;
 }
 
 QSqlQuery& execute(SqlConnection& connection, const QString& sql,

@@ -26,6 +26,9 @@ std::optional<Greeting> greet(SqlConnection& connection, const Link& link);
 /// sent by itself is read.
 bool isLost(SqlConnection& connection);
 
+/// True in a transaction that can only be taken back.
+bool hasFailedTransaction(SqlConnection& connection);
+
 /// Runs the statement as it stands; the query's lastError tells of a failure. A wait for its answer
 /// beyond the patience ends the connection.
 QSqlQuery& execute(SqlConnection& connection, const QString& sql,

@@ -59,36 +59,37 @@ bool keepsTheSchema(const QString& sql)
 
 } // namespace
 
-PostgresDriver::PostgresDriver(std::unique_ptr<SqlConnection> connection, const QString& path,
+PostgresDriver::PostgresDriver(std::shared_ptr<SqlConnection> connection, const QString& path,
                                Link link, const Waits& waits)
     : Driver(std::move(connection), path), link_(std::move(link)), waits_(waits),
       poolKey_(keyOf(link_, waits_))
 {
 }
 
+/// A transaction's own connection serves all where there is none that does.
 PostgresDriver::~PostgresDriver()
 {
-    if (std::unique_ptr<SqlConnection> connection = releaseConnection())
-        ConnectionPool::instance().give(poolKey_, std::move(connection));
+    ConnectionPool& pool = ConnectionPool::instance();
+    if (!inTransaction() && !pool.shared(poolKey_) && !postgres::isLost(sqlConnection()))
+        pool.share(poolKey_, heldConnection());
 }
 
 std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& link,
                                              const Waits& waits)
 {
-    while (std::unique_ptr<SqlConnection> idle =
-               ConnectionPool::instance().take(keyOf(link, waits))) {
+    ConnectionPool& pool = ConnectionPool::instance();
+    const QString key = keyOf(link, waits);
+    if (std::shared_ptr<SqlConnection> shared = pool.shared(key)) {
         std::unique_ptr<PostgresDriver> driver(
-            new PostgresDriver(std::move(idle), path, link, waits));
+            new PostgresDriver(std::move(shared), path, link, waits));
         if (driver->takeUp())
             return driver;
-        // The others were lost with it, most likely; each would have to be waited for.
-        ConnectionPool::instance().forget(driver->poolKey_);
+        pool.unshare(key);
     }
     std::unique_ptr<PostgresDriver> driver(
         new PostgresDriver(postgres::connect(link, waits), path, link, waits));
-    if (!driver->takeUp())
-        throw RunTimeError(runtime::ConnectionFailed,
-                           u"Connection to %1 failed: it was lost at once"_s.arg(link.place()));
+    driver->requireTakenUp();
+    pool.share(key, driver->heldConnection());
     return driver;
 }
 
@@ -97,36 +98,50 @@ std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& li
 bool PostgresDriver::takeUp()
 {
     const std::optional<postgres::Greeting> greeting = postgres::greet(sqlConnection(), link_);
-    if (!greeting) {
-        setFailed();
+    if (!greeting)
         return false;
-    }
-    if (greeting->encoding != "UTF8"_L1) {
-        setFailed();
+    if (greeting->encoding != "UTF8"_L1)
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"The encoding of %1 is %2; a store needs UTF8."_s.arg(
                                link_.place(), greeting->encoding));
-    }
     sqlConnection().shareSchema(sharedSchema(poolKey_, greeting->schemaMark));
     return true;
 }
 
-/// Between two statements nothing is under way, so a connection that has died since is replaced
-/// without a word.
-void PostgresDriver::connectAnew()
+void PostgresDriver::requireTakenUp()
 {
-    setConnection(postgres::connect(link_, waits_));
     if (!takeUp())
         throw RunTimeError(runtime::ConnectionFailed,
                            u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
 }
 
+/// Takes another connection in the place of one that has died: between two statements nothing is
+/// under way.
+void PostgresDriver::goOnAnew()
+{
+    ConnectionPool& pool = ConnectionPool::instance();
+    const std::shared_ptr<SqlConnection> shared = pool.shared(poolKey_);
+    if (shared && shared != heldConnection() && !postgres::isLost(*shared)) {
+        setConnection(shared);
+        return;
+    }
+    setConnection(postgres::connect(link_, waits_));
+    requireTakenUp();
+    pool.share(poolKey_, heldConnection());
+}
+
 QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& values)
 {
     const QString whole = postgres::withValues(sql, values);
-    const bool underWay = inTransaction() || sql == "ROLLBACK"_L1;
-    if (!underWay && postgres::isLost(sqlConnection()))
-        connectAnew();
+    if (postgres::isLost(sqlConnection())) {
+        if (inTransaction() || sql == "ROLLBACK"_L1)
+            throw error({});
+        goOnAnew();
+    }
+    // The server would take this for a rollback and not say so.
+    if (sql == "COMMIT"_L1 && postgres::hasFailedTransaction(sqlConnection()))
+        throw RunTimeError(runtime::InvalidOperation,
+                           u"A statement of the transaction has failed; nothing of it is kept."_s);
     if (!keepsTheSchema(sql))
         sqlConnection().forgetSchema();
     return postgres::execute(sqlConnection(), whole, waits_.answer);
@@ -135,11 +150,6 @@ QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& value
 int PostgresDriver::columnCount(const QSqlQuery& query) const
 {
     return postgres::columnCount(query);
-}
-
-bool PostgresDriver::outlivesFailure()
-{
-    return !postgres::isLost(sqlConnection());
 }
 
 RunTimeError PostgresDriver::error(const QSqlError& failure) const
@@ -246,8 +256,20 @@ QStringList PostgresDriver::addField(const QString& table, const FieldInfo& fiel
     return postgres::addField(table, field);
 }
 
+/// The other databases on the store are no part of the transaction, so they get another connection.
 void PostgresDriver::begin()
 {
+    ConnectionPool& pool = ConnectionPool::instance();
+    if (pool.shared(poolKey_) == heldConnection()) {
+        constexpr long here = 1;
+        constexpr long inThePool = 1;
+        if (heldConnection().use_count() > here + inThePool) {
+            setConnection(postgres::connect(link_, waits_));
+            requireTakenUp();
+        } else {
+            pool.unshare(poolKey_);
+        }
+    }
     run(u"BEGIN"_s);
     setInTransaction();
 }

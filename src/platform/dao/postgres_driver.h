@@ -6,13 +6,16 @@
 
 namespace dao {
 
-/// A store in a database on a PostgreSQL server.
+/// A store in a database on a PostgreSQL server. Nothing stays open between two calls, so all the
+/// databases that a process has open on one store share a connection; a transaction has one of its
+/// own.
 class PostgresDriver final : public Driver
 {
 public:
     /// Opens the store that the link at the path names. Raises 3151 with the server and the reason
     /// where it cannot be reached, 3343 for a database that cannot hold a store.
     static std::unique_ptr<Driver> open(const QString& path, const Link& link, const Waits& waits);
+
     ~PostgresDriver() override;
 
     QString place() const override { return link_.place(); }
@@ -46,13 +49,13 @@ public:
 protected:
     QSqlQuery& execute(const QString& sql, const QVariantList& values) override;
     int columnCount(const QSqlQuery& query) const override;
-    bool outlivesFailure() override;
 
 private:
-    PostgresDriver(std::unique_ptr<SqlConnection> connection, const QString& path, Link link,
+    PostgresDriver(std::shared_ptr<SqlConnection> connection, const QString& path, Link link,
                    const Waits& waits);
     bool takeUp();
-    void connectAnew();
+    void requireTakenUp();
+    void goOnAnew();
     const std::vector<TableInfo>& knownTables();
 
     Link link_;

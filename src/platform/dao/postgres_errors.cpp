@@ -51,9 +51,11 @@ RunTimeError errorOf(const QSqlError& error, SqlConnection& connection, const Li
     const QString text = error.databaseText().simplified();
     if (isLost(connection)) {
         const QString& reason = connection.lossReason();
+        const QString told = !reason.isEmpty() ? reason
+                             : !text.isEmpty() ? text
+                                               : u"it is closed"_s;
         return RunTimeError(runtime::CallFailed,
-                            u"The connection to %1 was lost: %2"_s.arg(
-                                link.place(), reason.isEmpty() ? text : reason));
+                            u"The connection to %1 was lost: %2"_s.arg(link.place(), told));
     }
     for (const Meaning& each : meanings) {
         if (!state.startsWith(each.state))

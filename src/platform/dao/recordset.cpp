@@ -32,18 +32,21 @@ int Recordset::RecordCount()
 bool Recordset::isBof() const
 {
     d_->driver();
+    d_->settle();
     return d_->place == Place::Before || d_->place == Place::Empty;
 }
 
 bool Recordset::isEof() const
 {
     d_->driver();
+    d_->settle();
     return d_->place == Place::After || d_->place == Place::Empty;
 }
 
 bool Recordset::hasCurrent() const
 {
     d_->driver();
+    d_->settle();
     return d_->place == Place::OnRow && d_->rowExists;
 }
 
@@ -95,6 +98,7 @@ void Recordset::MovePrevious()
 void Recordset::Move(int rows)
 {
     d_->driver();
+    d_->settle();
     if (d_->place == Place::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
         throw RunTimeError(runtime::NoCurrentRecord);
     moving(*this, *d_, [this, rows] {
@@ -110,7 +114,7 @@ void Recordset::SetIndex(const QString& name)
     d_->driver();
     d_->setIndex(name);
     d_->drop();
-    d_->goFirst();
+    d_->standFirst();
     if (d_->observer != nullptr)
         d_->observer->currentChanged();
 }
@@ -160,6 +164,7 @@ void Recordset::Update()
     if (d_->pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     if (d_->pending == Pending::Addition) {
+        d_->settle(); // before the row is there that would be the first
         const RowNumber number = d_->rows.insert(driver, d_->additions());
         d_->drop();
         const bool first = d_->place == Place::Empty;

@@ -62,7 +62,8 @@ public:
 /// A table-type recordset or a dynaset. After opening it stands on the first row, if there is one.
 ///
 /// A table type is live: it is ordered by its Index or else by the table's own order, RecordCount
-/// is exact, and moves and Seek cost one key look-up.
+/// is exact, and moves and Seek cost one key look-up. The first row is looked up when it is first
+/// asked for, after opening and after SetIndex.
 ///
 /// A dynaset takes its keys once, at opening, in the query's order; rows of equal sort value stand
 /// in the order in which they were stored. RecordCount counts the rows reached: 0 for none, 1 after

@@ -39,8 +39,9 @@ const FieldInfo& Recordset::Private::field(int ordinal) const
     return rows.table().fields[static_cast<std::size_t>(ordinal)];
 }
 
-void Recordset::Private::requireReadable() const
+void Recordset::Private::requireReadable()
 {
+    settle();
     if (place == Place::OnDeleted || (place == Place::OnRow && !rowExists))
         throw RunTimeError(runtime::RecordDeleted);
     if (place != Place::OnRow)
@@ -55,7 +56,7 @@ void Recordset::Private::refetch()
         row = std::move(*found);
 }
 
-QVariant Recordset::Private::value(int ordinal) const
+QVariant Recordset::Private::value(int ordinal)
 {
     const auto index = static_cast<std::size_t>(ordinal);
     if (pending != Pending::Nothing && assigned[index])

@@ -35,6 +35,10 @@ public:
     /// Counts to the end, where counting depends on how far the rows were read.
     virtual void reachEnd() {}
     virtual void goFirst() = 0;
+    /// Stands on the first row; a kind may look it up when it is first asked for.
+    virtual void standFirst() { goFirst(); }
+    /// Looks up what standFirst has left.
+    virtual void settle() {}
     virtual void goLast() = 0;
     /// A relative move by at least one row, from a place that allows it.
     virtual void goBy(int rows) = 0;
@@ -54,10 +58,10 @@ public:
     Driver& driver() const;
     const FieldInfo& field(int ordinal) const;
     /// Raises 3021 or 3167 where the current row cannot be read.
-    void requireReadable() const;
+    void requireReadable();
     /// Fetches the current row's values anew.
     void refetch();
-    QVariant value(int ordinal) const;
+    QVariant value(int ordinal);
     void drop();
     /// Stands on a row, or where there is none, at the place given (Empty if no row is left).
     void standOn(std::optional<StoredRow> found, Place otherwise);

@@ -155,9 +155,9 @@ QString counterTrigger(const QString& table, const QString& field)
              Driver::quoted(field), literal(table));
 }
 
-std::unique_ptr<SqlConnection> newConnection()
+std::shared_ptr<SqlConnection> newConnection()
 {
-    return std::make_unique<SqlConnection>(u"QSQLITE"_s);
+    return std::make_shared<SqlConnection>(u"QSQLITE"_s);
 }
 
 /// What tells one store file from another that took its place under the same name.
@@ -178,7 +178,7 @@ QString keyOf(const QFileInfo& file, std::chrono::milliseconds lockWait)
 
 } // namespace
 
-SqliteDriver::SqliteDriver(std::unique_ptr<SqlConnection> connection, const QString& path)
+SqliteDriver::SqliteDriver(std::shared_ptr<SqlConnection> connection, const QString& path)
     : Driver(std::move(connection), path)
 {
 }
@@ -187,7 +187,7 @@ SqliteDriver::~SqliteDriver()
 {
     if (poolKey_.isEmpty())
         return;
-    if (std::unique_ptr<SqlConnection> connection = releaseConnection())
+    if (std::shared_ptr<SqlConnection> connection = releaseConnection())
         ConnectionPool::instance().give(poolKey_, std::move(connection));
 }
 
@@ -203,7 +203,7 @@ std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::mil
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
     const QString key = keyOf(file, lockWait);
-    if (std::unique_ptr<SqlConnection> idle = ConnectionPool::instance().take(key)) {
+    if (std::shared_ptr<SqlConnection> idle = ConnectionPool::instance().take(key)) {
         std::unique_ptr<SqliteDriver> driver(new SqliteDriver(std::move(idle), path));
         driver->renewUse();
         driver->poolKey_ = key;

@@ -42,7 +42,7 @@ public:
     runtime::RunTimeError error(const QSqlError& error) const override;
 
 private:
-    SqliteDriver(std::unique_ptr<SqlConnection> connection, const QString& path);
+    SqliteDriver(std::shared_ptr<SqlConnection> connection, const QString& path);
     void connect(const QString& mode, std::chrono::milliseconds lockWait);
     void prepareUse();
     void renewUse();

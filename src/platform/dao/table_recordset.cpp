@@ -15,14 +15,31 @@ public:
     TableCursor(std::shared_ptr<Database> owner, TableInfo table)
         : Private(std::move(owner), std::move(table))
     {
-        goFirst();
     }
 
     RecordsetType type() const override { return dbOpenTable; }
     int recordCount() override { return rows.count(driver()); }
     bool isEmpty() override { return rows.isEmpty(driver()); }
-    void goFirst() override { standOn(rows.first(driver(), order_), Place::Empty); }
-    void goLast() override { standOn(rows.last(driver(), order_), Place::Empty); }
+
+    void goFirst() override
+    {
+        settled_ = true;
+        standOn(rows.first(driver(), order_), Place::Empty);
+    }
+
+    void goLast() override
+    {
+        settled_ = true;
+        standOn(rows.last(driver(), order_), Place::Empty);
+    }
+
+    void standFirst() override { settled_ = false; }
+
+    void settle() override
+    {
+        if (!settled_)
+            goFirst();
+    }
 
     void goBy(int count) override
     {
@@ -34,7 +51,11 @@ public:
 
     bool has(RowNumber number) override { return rows.fetch(driver(), number).has_value(); }
 
-    void goTo(RowNumber number) override { standOn(rows.fetch(driver(), number), Place::Nowhere); }
+    void goTo(RowNumber number) override
+    {
+        settled_ = true;
+        standOn(rows.fetch(driver(), number), Place::Nowhere);
+    }
 
     void requery() override {}
 
@@ -66,6 +87,7 @@ public:
         unlimited.size = 0; // a text longer than the field is no error to look for
         const QVariant stored = toStored(keyField, converted(unlimited, key));
         std::optional<StoredRow> found = rows.find(driver(), order_, stored);
+        settled_ = true;
         noMatch = !found;
         if (found)
             standOn(std::move(found), Place::Nowhere);
@@ -92,6 +114,9 @@ private:
 
     QString index_;
     RowOrder order_;
+    /// False where it stands on the first row without having looked it up: most tables are opened
+    /// for a Seek.
+    bool settled_ = false;
 };
 
 class TableRecordset final : public Recordset

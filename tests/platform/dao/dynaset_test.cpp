@@ -33,6 +33,50 @@ TEST_F(DynasetTest, SortsByAFieldWhateverItsName)
     EXPECT_EQ(rest(*dynaset(u"By_Order"_s), u"Order"_s), (QVariantList{30, 10, 20}));
 }
 
+TEST_F(DynasetTest, SortsTextsByTheirCodePoints)
+{
+    const QStringList names{u"b"_s, u"Z"_s, u"א"_s, u"a"_s,  u"_"_s,  u""_s,
+                            u"B"_s, u"é"_s, u"~"_s, u" a"_s, u"10"_s, u"9"_s};
+    int code = 0;
+    for (const QString& name : names) {
+        ++code;
+        add(code, code, name);
+    }
+    sql(u"INSERT INTO Items (Code, Done) VALUES (99, 0)"_s);
+    const QVariantList sorted{QVariant(), u""_s,  u" a"_s, u"10"_s, u"9"_s, u"B"_s, u"Z"_s,
+                              u"_"_s,     u"a"_s, u"b"_s,  u"~"_s,  u"é"_s, u"א"_s};
+    EXPECT_EQ(rest(*dynaset(u"SELECT * FROM Items ORDER BY Name"_s), u"Name"_s), sorted);
+    sql(u"CREATE INDEX ByName ON Items (Name)"_s);
+    const auto rows = table(u"Items"_s);
+    rows->SetIndex(u"ByName"_s);
+    EXPECT_EQ(rest(*rows, u"Name"_s), sorted);
+    rows->Seek(u"="_s, u"B"_s);
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 7) << "case counts";
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Fields(u"Name"_s).Value(), u"9"_s);
+    rows->Seek(u"="_s, u"É"_s);
+    EXPECT_TRUE(rows->NoMatch());
+}
+
+TEST_F(DynasetTest, ComparesANumberWithAFieldOfAnyType)
+{
+    sql(u"INSERT INTO Items (Code, Num, Name, Amount, Day, Done, Note) "
+        "VALUES (1, 5, '5', 5.5, '2026-01-01', -1, '-7')"_s);
+    const auto found = [this](const QString& condition) {
+        return rest(*dynaset(u"SELECT * FROM Items WHERE "_s + condition), u"Code"_s).size();
+    };
+    EXPECT_EQ(found(u"Num = 5"_s), 1);
+    EXPECT_EQ(found(u"Num = 5.5"_s), 0);
+    EXPECT_EQ(found(u"Num = 99999999999"_s), 0);
+    EXPECT_EQ(found(u"Name = 5"_s), 1);
+    EXPECT_EQ(found(u"Name = 6"_s), 0);
+    EXPECT_EQ(found(u"Note = -7"_s), 1);
+    EXPECT_EQ(found(u"Amount = 5.5"_s), 1);
+    EXPECT_EQ(found(u"Day = 2026"_s), 0);
+    EXPECT_EQ(found(u"Done = -1"_s), 1);
+    EXPECT_EQ(found(u"Done = 1"_s), 0);
+}
+
 TEST_F(DynasetTest, TakesTheRowsThatMeetTheCondition)
 {
     add(1, 7);
