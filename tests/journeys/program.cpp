@@ -1,11 +1,11 @@
 #include "journeys/program.h"
 
+#include "support/plain_sql.h"
+#include "support/temporary_store.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QSqlRecord>
 #include <QTest>
 #include <QUuid>
 
@@ -33,10 +33,8 @@ Program::Program(bool withStore)
     : ownFolder_(std::make_unique<QTemporaryDir>()), folder_(ownFolder_->path())
 {
     copyInto(QStringLiteral(ZOMREL_PROGRAM), folder(), u"Zomrel"_s);
-    if (!withStore)
-        return;
-    if (QProcess::execute(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"create"_s, storePath()}) != 0)
-        qFatal("cannot make the store");
+    if (withStore)
+        layStore();
 }
 
 Program::Program(const QString& sharedFolder) : folder_(sharedFolder)
@@ -48,6 +46,17 @@ Program::~Program()
 {
     if (isRunning())
         kill();
+}
+
+/// An embedded store as its user makes it, or one on the server of this test run.
+void Program::layStore()
+{
+    using testsupport::TemporaryStore;
+    if (testsupport::isOnServer())
+        database_ = TemporaryStore::write(TemporaryStore::Contents::Delivered, storePath());
+    else if (QProcess::execute(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"create"_s, storePath()}) !=
+             0)
+        qFatal("cannot make the store");
 }
 
 QString Program::storePath() const
@@ -255,26 +264,10 @@ void Program::screenshot(const QString& file, const QString& name)
 
 QList<QVariantList> Program::rows(const QString& sql)
 {
-    QList<QVariantList> all;
-    const QString connection = QUuid::createUuid().toString();
-    {
-        QSqlDatabase store = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection);
-        store.setDatabaseName(storePath());
-        store.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=5000"_s);
-        if (!store.open())
-            qFatal("cannot look into the store");
-        QSqlQuery query(store);
-        if (!query.exec(sql))
-            qFatal("%s: %s", qPrintable(sql), qPrintable(query.lastError().text()));
-        while (query.next()) {
-            QVariantList row;
-            for (int column = 0; column < query.record().count(); ++column)
-                row.append(query.value(column));
-            all.append(row);
-        }
-    }
-    QSqlDatabase::removeDatabase(connection);
-    return all;
+    testsupport::PlainSql store(storePath());
+    if (!store.isOnServer())
+        store.rows(u"PRAGMA busy_timeout = 5000"_s);
+    return store.rows(sql);
 }
 
 QVariant Program::scalar(const QString& sql)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/throwaway_server.h"
+
 #include <QJsonObject>
 #include <QLocalSocket>
 #include <QProcess>
@@ -74,10 +76,12 @@ public:
     void execute(const QString& sql);
 
 private:
+    void layStore();
     QJsonObject ask(const QJsonObject& request);
     bool waitFor(const std::function<bool()>& condition);
 
     std::unique_ptr<QTemporaryDir> ownFolder_;
+    std::unique_ptr<testsupport::ThrowawayDatabase> database_; ///< Null for an embedded store.
     QString folder_;
     QProcess process_;
     QLocalSocket socket_;

@@ -1,7 +1,10 @@
 #include "journeys/program.h"
+#include "platform/dao/database.h"
+#include "support/plain_sql.h"
+#include "support/throwaway_server.h"
 
+#include <QDir>
 #include <QFile>
-#include <QSqlQuery>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,7 +22,13 @@ private slots:
     void refusesAMissingStore();
     void refusesAFileThatIsNoStore();
     void refusesALockedStore();
+    void refusesALinkThatLeadsNowhere_data();
+    void refusesALinkThatLeadsNowhere();
+    void refusesADatabaseThatIsNoStore();
     void upgradesAnOlderOrdersTable();
+
+private:
+    static void expectRefusal(Program& program, int number, const QStringList& told);
 };
 
 void StartJourney::showsTheEmptyFrame()
@@ -75,19 +84,83 @@ void StartJourney::refusesAFileThatIsNoStore()
 
 void StartJourney::refusesALockedStore()
 {
+    if (testsupport::isOnServer())
+        QSKIP("a server's store is never locked as a whole");
     Program program;
-    QSqlDatabase station = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"station"_s);
-    station.setDatabaseName(program.storePath());
-    QVERIFY(station.open());
-    QVERIFY(QSqlQuery(station).exec(u"BEGIN EXCLUSIVE"_s));
+    testsupport::PlainSql station(program.storePath());
+    station.rows(u"BEGIN EXCLUSIVE"_s);
     program.start();
     const Box box = program.waitForBox();
     QVERIFY2(box.text.startsWith(u"Run-time error '3260':\n\n"_s), qPrintable(box.text));
     program.press(Qt::Key_Return);
     QCOMPARE(program.exitStatus(), 1);
-    QVERIFY(QSqlQuery(station).exec(u"ROLLBACK"_s));
-    station = QSqlDatabase();
-    QSqlDatabase::removeDatabase(u"station"_s);
+    station.rows(u"ROLLBACK"_s);
+}
+
+void StartJourney::refusesALinkThatLeadsNowhere_data()
+{
+    QTest::addColumn<QByteArray>("link");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QStringList>("told");
+    const QByteArray first("Zomrel store link 1\n");
+    const QByteArray rest("database = zomrel\nuser = station\ntls = prefer\n");
+    QTest::newRow("damaged") << first + "server = h\nport = 0\n" + rest << 3343
+                             << QStringList{u"'0' is no port"_s, u"Aluminium.mdb"_s};
+    QTest::newRow("a password") << first + "server = h\nport = 5432\npassword = x\n" + rest << 3343
+                                << QStringList{u"password"_s, u"Aluminium.mdb"_s};
+    QTest::newRow("nothing there") << first + "server = 127.0.0.1\nport = 1\n" + rest << 3151
+                                   << QStringList{u"127.0.0.1:1"_s, u"Connection refused"_s};
+    QTest::newRow("no such folder")
+        << first + "server = /no/such/folder\nport = 5432\n" + rest << 3151
+        << QStringList{u"/no/such/folder:5432"_s, u"No such file"_s};
+}
+
+void StartJourney::refusesALinkThatLeadsNowhere()
+{
+    QFETCH(const QByteArray, link);
+    QFETCH(const int, number);
+    QFETCH(const QStringList, told);
+    Program program(false);
+    QFile file(program.storePath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(link);
+    file.close();
+    expectRefusal(program, number, told);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), link);
+    QCOMPARE(QDir(program.folder()).entryList(QDir::Files),
+             (QStringList{u"Aluminium.mdb"_s, u"Zomrel"_s}));
+}
+
+void StartJourney::refusesADatabaseThatIsNoStore()
+{
+    if (!testsupport::isOnServer())
+        QSKIP("about a server");
+    const testsupport::ThrowawayDatabase database;
+    Program program(false);
+    database.writeLink(program.storePath());
+    testsupport::PlainSql store(program.storePath());
+    store.exactly(u"CREATE TABLE notes (text text)"_s);
+    expectRefusal(program, 3343, {database.link().place()});
+    QCOMPARE(store
+                 .scalar(u"SELECT count(*) FROM pg_class WHERE relnamespace = "
+                         "'public'::regnamespace AND relkind = 'r'"_s)
+                 .toInt(),
+             1);
+}
+
+/// The stated box with these words in it, the stated end, and no window seen.
+void StartJourney::expectRefusal(Program& program, int number, const QStringList& told)
+{
+    program.start();
+    const Box box = program.waitForBox();
+    QVERIFY2(box.text.startsWith(u"Run-time error '%1':\n\n"_s.arg(number)), qPrintable(box.text));
+    for (const QString& each : told)
+        QVERIFY2(box.text.contains(each), qPrintable(box.text));
+    QCOMPARE(box.title, u"ProjZomrel"_s);
+    QVERIFY(!program.isVisible(u"MDIZomrel"_s));
+    program.press(Qt::Key_Return);
+    QCOMPARE(program.exitStatus(), 1);
 }
 
 void StartJourney::upgradesAnOlderOrdersTable()
@@ -96,10 +169,10 @@ void StartJourney::upgradesAnOlderOrdersTable()
     program.execute(u"ALTER TABLE Orders DROP COLUMN CustomerTel"_s);
     program.start();
     QVERIFY(program.waitForWindow(u"MDIZomrel"_s));
-    QCOMPARE(
-        program.scalar(u"SELECT type FROM pragma_table_info('Orders') WHERE name = 'CustomerTel'"_s)
-            .toString(),
-        u"TEXT(20)"_s);
+    const auto database = dao::DBEngine::instance().OpenDatabase(program.storePath());
+    const dao::FieldDef added = database->tableDefs()(u"Orders"_s).Fields()(u"CustomerTel"_s);
+    QCOMPARE(added.Type(), dao::dbText);
+    QCOMPARE(added.Size(), 20);
 }
 
 QTEST_GUILESS_MAIN(StartJourney)

@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QSet>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace testsupport {
@@ -168,11 +170,17 @@ private:
         const Token token = tokens_[at_++];
         if (token.kind != Kind::Word)
             return token.text;
+        if (is(token, "ROWID"_L1) && !names_.contains(token.text))
+            return u"zomrel_row"_s;
         if (is(token, "IFNULL"_L1))
             return u"coalesce"_s;
         if (is(token, "GROUP_CONCAT"_L1))
             return joining();
-        return isKeyword(token.text) ? token.text : name(token.text);
+        if (isKeyword(token.text)) {
+            namesAnew_ = is(token, "TO"_L1);
+            return token.text;
+        }
+        return std::exchange(namesAnew_, false) ? u'"' + token.text + u'"' : name(token.text);
     }
 
     QString joining()
@@ -236,6 +244,7 @@ private:
     Tokens tokens_;
     QStringList names_;
     qsizetype at_ = 0;
+    bool namesAnew_ = false; ///< After RENAME ... TO, where a name is as it is spelled.
 };
 
 QString locking(const QStringList& tables, const QString& mode)

@@ -1,15 +1,11 @@
 #include "support/temporary_store.h"
 
+#include "platform/dao/database.h"
 #include "shell/base/module1.h"
 #include "store/schema.h"
 #include "tools/store/builder.h"
 
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QSqlRecord>
-#include <QUuid>
 
 using namespace Qt::StringLiterals;
 
@@ -29,17 +25,50 @@ QString pattern(TemporaryStore::Contents contents)
     return path;
 }
 
-QSqlQuery executed(const QString& connection, const QString& sql, const QList<QVariant>& values)
+/// Makes the tables of an embedded store in another database and copies all rows, each with its
+/// number where it is counted.
+void copyRows(dao::Database& from, dao::Database& to)
 {
-    QSqlQuery query(QSqlDatabase::database(connection));
-    query.setForwardOnly(true);
-    bool good = query.prepare(sql);
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    good = good && query.exec();
-    if (!good)
-        qFatal("%s\n%s", qUtf8Printable(sql), qUtf8Printable(query.lastError().text()));
-    return query;
+    for (const store::TableSchema& schema : store::schema()) {
+        dao::TableDef table = to.CreateTableDef(schema.name);
+        for (const dao::FieldInfo& field : schema.fields)
+            table.Fields().Append(dao::FieldDef(field));
+        for (const dao::IndexInfo& index : schema.indexes)
+            table.indexes().Append(dao::Index(index));
+        to.tableDefs().Append(table);
+        const auto source = from.OpenRecordset(schema.name, dao::dbOpenTable);
+        const auto target = to.OpenRecordset(schema.name, dao::dbOpenTable);
+        for (; !source->isEof(); source->MoveNext()) {
+            target->AddNew();
+            for (int i = 0; i < source->FieldCount(); ++i)
+                target->Fields(i).SetValue(source->Fields(i).Value());
+            target->Update();
+        }
+    }
+}
+
+/// The same on the server of this test run, made by the first process that asks.
+QString patternDatabase(TemporaryStore::Contents contents)
+{
+    const bool delivered = contents == TemporaryStore::Contents::Delivered;
+    const QString name = delivered ? u"delivered"_s : u"empty"_s;
+    databaseOnce(name, [contents](const dao::Link& link) {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"link"_s));
+        file.open(QIODevice::WriteOnly);
+        file.write(dao::linkText(link));
+        file.close();
+        dao::DBEngine& engine = dao::DBEngine::instance();
+        const auto from = engine.OpenDatabase(pattern(contents));
+        const auto to = engine.OpenDatabase(file.fileName());
+        to->BeginTrans();
+        copyRows(*from, *to);
+        to->CommitTrans();
+        from->Close();
+        to->Close();
+        engine.Idle();
+    });
+    return name;
 }
 
 QString questionMarks(qsizetype count)
@@ -49,23 +78,28 @@ QString questionMarks(qsizetype count)
 
 } // namespace
 
-TemporaryStore::TemporaryStore(Contents contents)
-    : connection_(QUuid::createUuid().toString()), formerStorePath_(Module1::StorePath),
-      formerLogoPath_(Module1::LogoPath)
+std::unique_ptr<ThrowawayDatabase> TemporaryStore::write(Contents contents, const QString& path)
 {
-    if (!QFile::copy(pattern(contents), path()))
-        qFatal("cannot copy a store to %s", qUtf8Printable(path()));
-    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection_);
-    database.setDatabaseName(path());
-    if (!database.open())
-        qFatal("%s", qUtf8Printable(database.lastError().text()));
+    if (isOnServer()) {
+        auto database = std::make_unique<ThrowawayDatabase>(patternDatabase(contents));
+        database->writeLink(path);
+        return database;
+    }
+    if (!QFile::copy(pattern(contents), path))
+        qFatal("cannot copy a store to %s", qUtf8Printable(path));
+    return {};
+}
+
+TemporaryStore::TemporaryStore(Contents contents)
+    : database_(write(contents, path())), sql_(std::make_unique<PlainSql>(path())),
+      formerStorePath_(Module1::StorePath), formerLogoPath_(Module1::LogoPath)
+{
     Module1::StorePath = path();
     Module1::LogoPath = folder_.filePath(u"Logo.jpg"_s);
 }
 
 TemporaryStore::~TemporaryStore()
 {
-    QSqlDatabase::removeDatabase(connection_);
     Module1::StorePath = formerStorePath_;
     Module1::LogoPath = formerLogoPath_;
 }
@@ -82,27 +116,17 @@ QString TemporaryStore::folder() const
 
 void TemporaryStore::execute(const QString& sql, const QList<QVariant>& values)
 {
-    executed(connection_, sql, values);
+    sql_->rows(sql, values);
 }
 
 QList<QList<QVariant>> TemporaryStore::rows(const QString& sql, const QList<QVariant>& values)
 {
-    QSqlQuery query = executed(connection_, sql, values);
-    const int columns = query.record().count();
-    QList<QList<QVariant>> all;
-    while (query.next()) {
-        QList<QVariant> row;
-        for (int column = 0; column < columns; ++column)
-            row.append(query.value(column));
-        all.append(row);
-    }
-    return all;
+    return sql_->rows(sql, values);
 }
 
 QVariant TemporaryStore::scalar(const QString& sql, const QList<QVariant>& values)
 {
-    const QList<QList<QVariant>> all = rows(sql, values);
-    return all.isEmpty() ? QVariant() : all.first().first();
+    return sql_->scalar(sql, values);
 }
 
 int TemporaryStore::addSeries(const QString& name, const QList<double>& deductions, int kanafNum,

@@ -1,14 +1,20 @@
 #pragma once
 
+#include "support/plain_sql.h"
+#include "support/throwaway_server.h"
+
 #include <QList>
 #include <QString>
 #include <QTemporaryDir>
 #include <QVariant>
 
+#include <memory>
+
 namespace testsupport {
 
 /// A store in a temporary folder of its own, and a plain SQL connection to look at it and to lay
-/// rows in it past the engine. Sets Module1::StorePath and LogoPath for as long as it lives.
+/// rows in it past the engine. Where the tests run over a server, the store is a database there and
+/// the folder holds the link to it. Sets Module1::StorePath and LogoPath for as long as it lives.
 class TemporaryStore
 {
 public:
@@ -25,8 +31,8 @@ public:
     QString path() const;
     QString folder() const;
 
-    /// Runs one SQL statement with bound values; aborts the test with the engine's text where it
-    /// fails.
+    /// Runs one SQL statement with bound values, past the engine. Throws a std::runtime_error with
+    /// the engine's text where it fails.
     void execute(const QString& sql, const QList<QVariant>& values = {});
     QList<QList<QVariant>> rows(const QString& sql, const QList<QVariant>& values = {});
     /// The first column of the first row; invalid where there is none.
@@ -42,9 +48,13 @@ public:
     /// sashes, dated 2026-01-02, all its fields filled.
     void addLine(int orderNumber, int lineNumber, const QString& name = QStringLiteral("סדרה"));
 
+    /// Writes a store of its own to the path, or the link to it.
+    static std::unique_ptr<ThrowawayDatabase> write(Contents contents, const QString& path);
+
 private:
     QTemporaryDir folder_;
-    QString connection_;
+    std::unique_ptr<ThrowawayDatabase> database_; ///< Null for an embedded store.
+    std::unique_ptr<PlainSql> sql_;
     QString formerStorePath_;
     QString formerLogoPath_;
 };

@@ -1,22 +1,23 @@
 #include "sample_store.h"
 
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QSqlRecord>
-#include <QUuid>
-
 #include <chrono>
 
 using namespace Qt::StringLiterals;
 
 namespace controlstest {
 
-SampleStore::SampleStore() : connection_(QUuid::createUuid().toString())
+SampleStore::SampleStore()
 {
     dao::Workspace& workspace = dao::DBEngine::instance().Workspaces(0);
     workspace.setLockWait(std::chrono::milliseconds(20));
-    const std::shared_ptr<dao::Database> made = workspace.CreateDatabase(path());
+    std::shared_ptr<dao::Database> made;
+    if (testsupport::isOnServer()) {
+        database_ = std::make_unique<testsupport::ThrowawayDatabase>();
+        database_->writeLink(path());
+        made = workspace.OpenDatabase(path());
+    } else {
+        made = workspace.CreateDatabase(path());
+    }
     dao::TableDef lines = made->CreateTableDef(u"Lines"_s);
     lines.Fields().Append(lines.CreateCounter(u"Code"_s));
     lines.Fields().Append(lines.CreateField(u"Name"_s, dao::dbText, 10));
@@ -25,37 +26,17 @@ SampleStore::SampleStore() : connection_(QUuid::createUuid().toString())
     lines.Fields().Append(lines.CreateField(u"Num"_s, dao::dbLong));
     lines.indexes().Append(dao::Index({u"PrimaryKey"_s, {u"Code"_s}, true, true}));
     made->tableDefs().Append(lines);
-
-    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection_);
-    database.setDatabaseName(path());
-    if (!database.open())
-        qFatal("%s", qUtf8Printable(database.lastError().text()));
+    sql_ = std::make_unique<testsupport::PlainSql>(path());
 }
 
 SampleStore::~SampleStore()
 {
     dao::DBEngine::instance().Workspaces(0).setLockWait(std::chrono::seconds(5));
-    QSqlDatabase::database(connection_, false).close();
-    QSqlDatabase::removeDatabase(connection_);
 }
 
 QList<QVariantList> SampleStore::sql(const QString& text, const QVariantList& values)
 {
-    QSqlQuery query(QSqlDatabase::database(connection_));
-    bool good = query.prepare(text);
-    for (const QVariant& each : values)
-        query.addBindValue(each);
-    good = good && query.exec();
-    if (!good)
-        qFatal("%s\n%s", qUtf8Printable(text), qUtf8Printable(query.lastError().text()));
-    QList<QVariantList> rows;
-    while (query.next()) {
-        QVariantList row;
-        for (int i = 0; i < query.record().count(); ++i)
-            row.append(query.isNull(i) ? QVariant() : query.value(i));
-        rows.append(row);
-    }
-    return rows;
+    return sql_->rows(text, values);
 }
 
 void SampleStore::addLines(const QStringList& names)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/dao/database.h"
+#include "support/plain_sql.h"
+#include "support/throwaway_server.h"
 
 #include <QTemporaryDir>
 #include <QVariant>
@@ -19,7 +21,7 @@ public:
     SampleStore(const SampleStore&) = delete;
     SampleStore& operator=(const SampleStore&) = delete;
 
-    /// Runs SQL past the engine, as another station does. Aborts the test where it fails.
+    /// Runs SQL past the engine, as another station does.
     QList<QVariantList> sql(const QString& text, const QVariantList& values = {});
     /// Adds a line of this name for each; Num counts from 1 on.
     void addLines(const QStringList& names);
@@ -35,7 +37,8 @@ private:
     QString path() const;
 
     QTemporaryDir folder_;
-    QString connection_;
+    std::unique_ptr<testsupport::ThrowawayDatabase> database_; ///< Null for an embedded store.
+    std::unique_ptr<testsupport::PlainSql> sql_;
 };
 
 } // namespace controlstest
