@@ -11,11 +11,8 @@
 #include <unistd.h>
 #endif
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZOMREL_ADDRESS_SANITIZER
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
+// GCC says it by the first, Clang by the second; Qt lets every compiler answer to the second.
+#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
 #define ZOMREL_ADDRESS_SANITIZER
 #endif
 
