@@ -10,4 +10,6 @@ export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 # What they look for needs no more of these, which are slow with them.
 export ZOMREL_KILLS="${ZOMREL_KILLS:-60}"
 export ZOMREL_STATION_LINES="${ZOMREL_STATION_LINES:-100}"
+export ZOMREL_SERVER_STATION_LINES="${ZOMREL_SERVER_STATION_LINES:-100}"
+export ZOMREL_SERVER_KILLS="${ZOMREL_SERVER_KILLS:-10}"
 ZOMREL_SHOW='' exec ctest --preset asan --parallel "$(nproc)"
