@@ -36,14 +36,27 @@ protected:
     /// Stations whose seats are empty come in, and all have work until after the kill.
     void setToWork()
     {
-        for (Seat& seat : seats_) {
-            if (!seat.station) {
-                seat.name = QString::number(++named_);
-                seat.station = std::make_unique<StationProcess>(store_.folder(), u"paced"_s,
-                                                                seat.name, endlessly);
-            }
-            seat.stepsLeft = std::uniform_int_distribution<int>(1, mostSteps)(random_);
-            seat.station->go(QByteArray("work\n").repeated(seat.stepsLeft - 1) + "work");
+        for (Seat& seat : seats_)
+            giveWork(seat);
+    }
+
+    void giveWork(Seat& seat)
+    {
+        if (!seat.station) {
+            seat.name = QString::number(++named_);
+            seat.station =
+                std::make_unique<StationProcess>(store_.folder(), u"paced"_s, seat.name, endlessly);
+        }
+        seat.stepsLeft = std::uniform_int_distribution<int>(1, mostSteps)(random_);
+        seat.station->go(QByteArray("work\n").repeated(seat.stepsLeft - 1) + "work");
+    }
+
+    /// A station may have told of its last line and met the kill before in what follows a line.
+    void waitForWork(Seat& seat)
+    {
+        while (!seat.station->waitFor(u"? line"_s) && !HasFailure()) {
+            checkEnded(seat);
+            giveWork(seat);
         }
     }
 
@@ -52,8 +65,8 @@ protected:
     {
         whileStarting_ = random_() % 10 == 0;
         if (!whileStarting_) {
-            for (const Seat& seat : seats_)
-                ASSERT_TRUE(seat.station->waitFor(u"? line"_s));
+            for (Seat& seat : seats_)
+                waitForWork(seat);
         }
         std::uniform_int_distribution<int> moment(0, longestMoment);
         seats_[0].station->listen(moment(random_));
@@ -76,6 +89,11 @@ protected:
             ++wentOn_;
             return;
         }
+        checkEnded(seat);
+    }
+
+    void checkEnded(Seat& seat)
+    {
         EXPECT_EQ(seat.station->exitStatus(patience), 1) << qUtf8Printable(seat.station->errors());
         store_.tell(*seat.station, seat.name);
         const QStringList boxes = seat.station->runTimeBoxes();
