@@ -118,12 +118,17 @@ void FrOrder::CmdOpenOrder_Click()
 {
     bindOrdersTable(*DataOrder);
     dao::Recordset& orderRows = DataOrder->Recordset();
-    orderRows.MoveLast();
-    if (!isMarkedClosed(orderRows.Fields(u"Open_Close"_s).Value())) {
+    bool isRefused = false;
+    untilNumberIsFree(orderRows, [&] {
+        orderRows.MoveLast();
+        isRefused = !isMarkedClosed(orderRows.Fields(u"Open_Close"_s).Value());
+        if (!isRefused)
+            addOrderAfterCurrent(orderRows);
+    });
+    if (isRefused) {
         runtime::MsgBox(u"יש הזמנה פתוחה , סגור הזמנה קודם!!"_s, refusal, u"הזמנה פתוחה"_s);
         return;
     }
-    addOrderAfterCurrent(orderRows);
     DataOrder->Database().Close();
     commands().CmdOpenOrder->setEnabled(false);
     commands().CmdCloseOrder->setEnabled(true);

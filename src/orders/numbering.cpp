@@ -27,7 +27,7 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
-/// The rule as it is stated, over the table as it stands now.
+/// The rule, over the table as it stands now.
 void applyNewOrderRule(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0) {
@@ -42,15 +42,15 @@ void applyNewOrderRule(dao::Recordset& orderRows)
         addOrderAfterCurrent(orderRows);
 }
 
-/// Whether the last order is another one than that on which the recordset stands, if it stands on
-/// any. It stands on the last one afterwards.
-bool lastOrderHasChanged(dao::Recordset& orderRows)
+/// Whether another station has added the order that was to be the current one. The recordset stands
+/// on the last order afterwards.
+bool numberIsTaken(dao::Recordset& orderRows)
 {
-    const dao::RowKey seen = orderRows.currentKey();
     if (orderRows.RecordCount() == 0)
         return false;
     orderRows.MoveLast();
-    return orderRows.currentKey() != seen;
+    const QVariant last = orderRows.Fields(u"Number"_s).Value();
+    return !runtime::isNull(last) && runtime::toDouble(last) >= Module1::CurrentOrderNum;
 }
 
 } // namespace
@@ -69,19 +69,24 @@ void addOrderAfterCurrent(dao::Recordset& orderRows)
     addCurrentOrder(orderRows);
 }
 
+void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule)
+{
+    for (;;) {
+        try {
+            rule();
+            return;
+        } catch (const runtime::RunTimeError& error) {
+            if (error.number() != runtime::DuplicateKey || !numberIsTaken(orderRows))
+                throw;
+        }
+    }
+}
+
 void continueOrAddOrder(controls::DataControl& dataMDI)
 {
     bindOrdersTable(dataMDI);
     dao::Recordset& orderRows = dataMDI.Recordset();
-    try {
-        applyNewOrderRule(orderRows);
-    } catch (const runtime::RunTimeError& error) {
-        // Another station may have taken the number since the last order was looked at. Then the
-        // rule finds that station's order; any other duplicate is none of its business.
-        if (error.number() != runtime::DuplicateKey || !lastOrderHasChanged(orderRows))
-            throw;
-        applyNewOrderRule(orderRows);
-    }
+    untilNumberIsFree(orderRows, [&orderRows] { applyNewOrderRule(orderRows); });
 }
 
 QString linesQuery(const QString& number)

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 namespace controls {
 class DataControl;
@@ -23,10 +24,14 @@ void bindOrdersTable(controls::DataControl& holder);
 /// Raises 6, and adds nothing, where the number leaves 16 bits.
 void addOrderAfterCurrent(dao::Recordset& orderRows);
 
+/// Follows a rule that looks at the last order and may add the next one. Where another station has
+/// taken its number in between, the rule is followed again over the orders as they then stand; any
+/// other duplicate is none of its business and goes on as 3022.
+void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule);
+
 /// The new-order rule: the last order becomes the current one while it is open, so that no number
 /// is ever spent on an order that was left empty; otherwise the next one is added. The first order
-/// of all is 1. Where another station takes the number at the same moment, the rule is followed
-/// once more. Leaves the table bound to dataMDI, on the row that was the last before.
+/// of all is 1. Leaves the table bound to dataMDI, on the row that was the last before.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
 /// The query of all lines of an order as the grids show them.

@@ -29,6 +29,8 @@ private slots:
     void missingIndexFails();
     void anotherStationTakesTheNumber_data();
     void anotherStationTakesTheNumber();
+    void anotherStationAddsTheFirstOrder();
+    void otherStationsTakeOneNumberAfterTheOther();
     void aDuplicateOfAnotherKindFails();
     void missingDateFails();
 
@@ -44,15 +46,19 @@ private slots:
     void openOrderRefusesBesideAnOpenOne();
     void openOrderRefusesAfterAClosedBoolean();
     void openOrderAddsAfterAOne();
+    void openOrderWhileAnotherStationTakesTheNumber();
     void openOrderFailsOnNoOrderAtAll();
     void openOrderOverflows();
 
 private:
     QList<int> storedNumbers();
+    /// Another station adds the order when this one has looked at the last and is about to add.
+    void addElsewhereMeanwhile(const QList<int>& numbers, int state);
     /// The table with a whole number for its state, as older stores may have it.
     void storeStateAsNumber();
 
     std::unique_ptr<Desk> desk_;
+    QList<int> elsewhere_; ///< Numbers that another station is yet to take.
 };
 
 void NumberingTest::cleanup()
@@ -177,6 +183,18 @@ void NumberingTest::numbersBeyondSixteenBits()
     QVERIFY(desk_->form() == nullptr);
 }
 
+void NumberingTest::addElsewhereMeanwhile(const QList<int>& numbers, int state)
+{
+    elsewhere_ = numbers;
+    runtime::setClock([this, state] {
+        if (!elsewhere_.isEmpty())
+            desk_->store.execute(u"INSERT INTO Orders (Number, Order_Date, Open_Close)"
+                                 " VALUES (?, '2026-02-28', ?)"_s,
+                                 {elsewhere_.takeFirst(), state});
+        return QDate(2026, 3, 1);
+    });
+}
+
 void NumberingTest::highestNumberIsContinued()
 {
     desk_->store.addOrder(32767);
@@ -220,6 +238,30 @@ void NumberingTest::anotherStationTakesTheNumber()
     QCOMPARE(desk_->label("LabelOrderNum"), QString::number(current));
     // Of the order on which the table stands: the one taken, or the one before the new one.
     QCOMPARE(desk_->label("LabelOrderDate"), u"28/02/2026"_s);
+}
+
+void NumberingTest::anotherStationAddsTheFirstOrder()
+{
+    addElsewhereMeanwhile({1}, 0);
+
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QCOMPARE(elsewhere_, QList<int>());
+    QCOMPARE(Module1::CurrentOrderNum, 1);
+    QCOMPARE(storedNumbers(), QList<int>{1});
+    QCOMPARE(desk_->label("LabelOrderDate"), u"28/02/2026"_s);
+}
+
+void NumberingTest::otherStationsTakeOneNumberAfterTheOther()
+{
+    desk_->store.addOrder(7, true);
+    addElsewhereMeanwhile({8, 9, 10}, -1);
+
+    orders::openOrderLongForm(desk_->dataMDI);
+
+    QCOMPARE(elsewhere_, QList<int>());
+    QCOMPARE(Module1::CurrentOrderNum, 11);
+    QCOMPARE(storedNumbers(), (QList<int>{7, 8, 9, 10, 11}));
 }
 
 void NumberingTest::aDuplicateOfAnotherKindFails()
@@ -396,6 +438,23 @@ void NumberingTest::openOrderAddsAfterAOne()
     QCOMPARE(desk_->label("LabelOrderNum"), u"5"_s);
     QCOMPARE(desk_->label("LabelOrderDate"), u"02/01/2026"_s);
     QCOMPARE(desk_->box("TextCustomerName"), u"לקוח"_s);
+}
+
+void NumberingTest::openOrderWhileAnotherStationTakesTheNumber()
+{
+    storeStateAsNumber();
+    desk_->store.execute(u"INSERT INTO Orders VALUES (5, '2026-01-02', 1, '', NULL, NULL)"_s);
+    desk_->openOrder(5);
+    desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);
+    addElsewhereMeanwhile({6}, 0);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdOpenOrder");
+
+    QCOMPARE(elsewhere_, QList<int>());
+    QCOMPARE(storedNumbers(), (QList<int>{5, 6}));
+    QCOMPARE(desk_->boxes.shown().size(), std::size_t(1));
+    QVERIFY(desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
 }
 
 void NumberingTest::openOrderFailsOnNoOrderAtAll()
