@@ -69,7 +69,7 @@ QVariant fieldValue(fuzz::Input& input)
     } catch (const runtime::RunTimeError& error) {
         fuzz::require(error.number() == runtime::DataTypeConversion ||
                           error.number() == runtime::Overflow,
-                      "a value is taken or refused as stated", stored.toString());
+                      "a value is taken, or refused with its error", stored.toString());
         return {};
     }
 }

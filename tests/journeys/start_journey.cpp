@@ -149,7 +149,7 @@ void StartJourney::refusesADatabaseThatIsNoStore()
              1);
 }
 
-/// The stated box with these words in it, the stated end, and no window seen.
+/// One run-time box with these words in it, exit status 1, and no window seen.
 void StartJourney::expectRefusal(Program& program, int number, const QStringList& told)
 {
     program.start();

@@ -2,7 +2,7 @@
 
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
-#include "store/schema.h"
+#include "tools/store/store_copy.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -41,12 +41,7 @@ LinkedTo tried(const QByteArray& text)
     const QString path = folder.filePath(u"link"_s);
     write(path, text);
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
-    dao::TableDefs tables = database->tableDefs();
-    for (int i = 0; i < tables.Count(); ++i) {
-        if (store::tableSchema(tables(i).Name()) != nullptr)
-            return LinkedTo::Store;
-    }
-    return LinkedTo::NoStoreYet;
+    return storeTablesIn(*database).isEmpty() ? LinkedTo::NoStoreYet : LinkedTo::Store;
 }
 
 } // namespace

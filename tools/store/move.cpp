@@ -1,10 +1,6 @@
 #include "tools/store/move.h"
 
 #include "platform/dao/database.h"
-#include "platform/runtime/run_time_error.h"
-
-using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -36,9 +32,7 @@ std::shared_ptr<dao::Database> emptyTarget(const Place& to)
         return nullptr;
     }
     std::shared_ptr<dao::Database> database = to.open();
-    if (!storeTablesIn(*database).isEmpty())
-        throw RunTimeError(runtime::DatabaseExists,
-                           u"There is a store already in %1."_s.arg(database->place()));
+    requireNoStore(*database);
     return database;
 }
 

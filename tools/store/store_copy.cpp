@@ -69,11 +69,17 @@ QStringList storeTablesIn(dao::Database& database)
     QStringList found;
     const dao::TableDefs tables = database.tableDefs();
     for (int i = 0; i < tables.Count(); ++i) {
-        const store::TableSchema* known = store::tableSchema(tables(i).Name());
-        if (known != nullptr)
-            found.append(tables(i).Name());
+        if (const QString name = tables(i).Name(); store::tableSchema(name) != nullptr)
+            found.append(name);
     }
     return found;
+}
+
+void requireNoStore(dao::Database& database)
+{
+    if (!storeTablesIn(database).isEmpty())
+        throw RunTimeError(runtime::DatabaseExists,
+                           u"There is a store already in %1."_s.arg(database.place()));
 }
 
 void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress)

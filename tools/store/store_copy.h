@@ -48,6 +48,8 @@ private:
 
 /// The names of those of the eleven tables that a store has.
 QStringList storeTablesIn(dao::Database& database);
+/// Raises 3204 for a database that has any of them.
+void requireNoStore(dao::Database& database);
 
 /// Reads all that was copied once more. Raises 51 where it is not what was written.
 void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress);

@@ -108,9 +108,7 @@ class ServerTarget : public Target
 public:
     explicit ServerTarget(const Place& place) : database_(place.open())
     {
-        if (!storeTablesIn(*database_).isEmpty())
-            throw RunTimeError(runtime::DatabaseExists,
-                               u"There is a store already in %1."_s.arg(database_->place()));
+        requireNoStore(*database_);
         database_->BeginTrans();
         createTables(*database_);
     }
