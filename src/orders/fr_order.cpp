@@ -84,16 +84,14 @@ void FrOrder::Form_Load()
 void FrOrder::layOut()
 {
     setLayoutDirection(Qt::RightToLeft);
-    auto* linesColumn = new QVBoxLayout;
-    linesColumn->addWidget(DBGrid1, 1);
-    linesColumn->addWidget(commands_);
     auto* body = new QHBoxLayout;
     body->setSpacing(12);
     body->addWidget(opening_);
-    body->addLayout(linesColumn, 1);
+    body->addWidget(DBGrid1, 1);
     auto* whole = new QVBoxLayout(this);
     whole->addWidget(head_);
     whole->addLayout(body, 1);
+    whole->addWidget(commands_);
 }
 
 void FrOrder::setTabOrders()

@@ -264,6 +264,7 @@ void OrderFormTest::noButtonActsUnasked()
 void OrderFormTest::fitsTheScreen_data()
 {
     QTest::addColumn<QSize>("screen");
+    QTest::newRow("1024x768") << QSize(1024, 768);
     QTest::newRow("1366x768") << QSize(1366, 768);
     QTest::newRow("1920x1080") << QSize(1920, 1080);
 }
