@@ -3,6 +3,8 @@
 #include <QtGlobal>
 
 #include <linux/capability.h>
+#include <linux/securebits.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -27,12 +29,23 @@ unsigned change(unsigned keep, unsigned give)
     return former;
 }
 
+void setBits(int bits)
+{
+    if (geteuid() == 0 && prctl(PR_SET_SECUREBITS, bits) != 0)
+        qFatal("root cannot start processes without its powers");
+}
+
 } // namespace
 
-OrdinaryUser::OrdinaryUser() : former_(change(~passingOver, 0) & passingOver) {}
+OrdinaryUser::OrdinaryUser()
+    : former_(change(~passingOver, 0) & passingOver), formerBits_(prctl(PR_GET_SECUREBITS))
+{
+    setBits(formerBits_ | SECBIT_NOROOT);
+}
 
 OrdinaryUser::~OrdinaryUser()
 {
+    setBits(formerBits_);
     change(~0U, former_);
 }
 

@@ -2,8 +2,8 @@
 
 namespace testsupport {
 
-/// For as long as it lives, the marks of files and folders hold for this thread as they do for an
-/// ordinary user, although the tests may run as root.
+/// For as long as it lives, the marks of files and folders hold for this thread and the processes
+/// that it starts as they do for an ordinary user, although the tests may run as root.
 class OrdinaryUser
 {
 public:
@@ -14,6 +14,7 @@ public:
 
 private:
     unsigned former_; ///< The powers that are given back.
+    int formerBits_;  ///< Whether a process started as root gets all powers.
 };
 
 } // namespace testsupport

@@ -1,5 +1,7 @@
 #include "platform/dao/fixture.h"
 
+#include "support/ordinary_user.h"
+
 #include <QFile>
 
 using namespace daotest;
@@ -148,8 +150,7 @@ TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
     sql(u"INSERT INTO Items VALUES (1, 5)"_s);
     raw_.reset();
     ASSERT_TRUE(QFile::setPermissions(path_, QFile::ReadOwner));
-    if (QFile(path_).open(QIODevice::ReadWrite))
-        GTEST_SKIP() << "this user may write every file";
+    const testsupport::OrdinaryUser user;
     const auto rows = table(u"Items"_s);
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 5);
     rows->Edit();
@@ -165,8 +166,7 @@ TEST_F(OpeningTest, RefusesAFileThatMayNotBeRead)
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     ASSERT_TRUE(QFile::setPermissions(path_, QFile::Permissions()));
-    if (QFile(path_).open(QIODevice::ReadOnly))
-        GTEST_SKIP() << "this user may read every file";
+    const testsupport::OrdinaryUser user;
     EXPECT_EQ(errorOf([&] { open(); }), 3051);
 }
 
@@ -179,12 +179,10 @@ TEST_F(OpeningTest, MakesNoStoreWhereNoneMayBe)
 {
     EMBEDDED_ONLY("about the store's file");
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner));
-    const bool allowed = QFile(folder_.filePath(u"probe"_s)).open(QIODevice::WriteOnly);
+    const testsupport::OrdinaryUser user;
     const int error =
         errorOf([&] { dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_); });
     QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    if (allowed)
-        GTEST_SKIP() << "this user may write every folder";
     EXPECT_EQ(error, 3024);
     EXPECT_FALSE(QFile::exists(path_));
 }
