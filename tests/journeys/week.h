@@ -24,7 +24,7 @@ Week workAWeek(Program& program, const std::function<void()>& betweenOrders);
 /// Compares every row that the week has written with what it has to be. Days are ISO texts.
 void compareWeek(Program& program, const Week& week, const QStringList& days);
 
-/// Takes the week's own rows out of the store again.
+/// Takes the week's own rows out of the store again and puts back what it changed in the lists.
 void removeWeek(Program& program, const Week& week);
 
 } // namespace journeys

@@ -101,6 +101,12 @@ void addSeriesOfLines(testsupport::TemporaryStore& store)
                     2);
 }
 
+QString listedName(const QString& tag)
+{
+    constexpr qsizetype longest = 50;
+    return tag.leftJustified(longest, u'ש');
+}
+
 QList<StoredLine> storedLines(const StoredRows& store)
 {
     QStringList fields;

@@ -18,6 +18,9 @@ namespace reliability {
 QString seriesOfLines();
 void addSeriesOfLines(testsupport::TemporaryStore& store);
 
+/// The name that a station puts in a list of kinds or colours for its tag: as long as the field.
+QString listedName(const QString& tag);
+
 /// What stands in a store, asked for past the program. The store has to outlive it.
 class StoredRows
 {

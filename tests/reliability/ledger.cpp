@@ -3,14 +3,40 @@
 #include "store/schema.h"
 
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace reliability {
 
+namespace {
+
+/// The eight lists in the order of their grids: kinds, then colours.
+QStringList listTables()
+{
+    QStringList kinds;
+    QStringList colours;
+    for (const store::PartLists& part : store::partLists()) {
+        kinds.append(part.kindTable);
+        colours.append(part.colorTable);
+    }
+    return kinds + colours;
+}
+
+QList<QList<QVariant>> namesOf(const StoredRows& store, int list)
+{
+    return store.rows(u"SELECT Code, Name FROM %1 ORDER BY Code"_s.arg(listTables()[list]));
+}
+
+} // namespace
+
 Ledger::Ledger(const StoredRows& store)
     : firstOwnSeries_(store.scalar(u"SELECT max(AutoNum) + 1 FROM Serials"_s).toInt())
 {
+    for (int list = 0; list < listTables().size(); ++list) {
+        for (const QList<QVariant>& row : namesOf(store, list))
+            lists_[list].insert(row[0].toInt(), row[1].toString());
+    }
 }
 
 void Ledger::tell(const QString& told, const QString& station)
@@ -51,6 +77,10 @@ void Ledger::apply(const QStringList& change, const QString& station)
         series_[change[1]] = change[2].toInt();
     } else if (what == u"seriesdeleted") {
         series_.remove(change[1]);
+    } else if (what == u"name" || what == u"renamed") {
+        lists_[change[1].toInt()][change[3].toInt()] = listedName(change[2]);
+    } else if (what == u"unnamed") {
+        lists_[change[1].toInt()].remove(change[2].toInt());
     }
 }
 
@@ -77,7 +107,8 @@ void Ledger::removeLinesOf(int order)
 
 QStringList Ledger::findings(const StoredRows& store)
 {
-    const QStringList all = checkLines(store) + checkOrders(store) + checkSeries(store);
+    const QStringList all =
+        checkLines(store) + checkOrders(store) + checkSeries(store) + checkLists(store);
     underWay_.clear();
     return all;
 }
@@ -208,6 +239,48 @@ QStringList Ledger::checkOneSeries(const QString& name, const QList<QVariant>& r
             findings.append(u"series %1 has the deduction '%2'"_s.arg(name, row[i].toString()));
     }
     return findings;
+}
+
+QStringList Ledger::checkLists(const StoredRows& store)
+{
+    QStringList findings;
+    for (int list = 0; list < listTables().size(); ++list) {
+        QSet<int> codes;
+        QSet<QString> names;
+        for (const QList<QVariant>& row : namesOf(store, list)) {
+            findings += checkName(list, row[0].toInt(), row[1].toString());
+            codes.insert(row[0].toInt());
+            names.insert(row[1].toString());
+        }
+        if (names.size() != codes.size())
+            findings.append(u"a name of list %1 stands there twice"_s.arg(list));
+        for (const int code : lists_[list].keys()) {
+            if (codes.contains(code))
+                continue;
+            if (!isUnderWay(u"unnamed %1 %2"_s.arg(list).arg(code)))
+                findings.append(u"name %1 of list %2 is lost"_s.arg(lists_[list][code]).arg(list));
+            lists_[list].remove(code);
+        }
+    }
+    return findings;
+}
+
+/// A name that was being changed is the former one or the new one.
+QStringList Ledger::checkName(int list, int code, const QString& name)
+{
+    ++rowsCompared_;
+    const bool isKnown = lists_[list].contains(code);
+    const QString former = std::exchange(lists_[list][code], name);
+    if (isKnown && former == name)
+        return {};
+    const QStringList open = underWay_.values().filter(isKnown ? u"renamed "_s : u"name "_s);
+    for (const QString& each : open) {
+        const QStringList words = each.split(u' ');
+        if (words[1].toInt() == list && listedName(words[2]) == name &&
+            (!isKnown || words[3].toInt() == code))
+            return {};
+    }
+    return {u"list %1 has '%2' in the place of '%3'"_s.arg(QString::number(list), name, former)};
 }
 
 } // namespace reliability

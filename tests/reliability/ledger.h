@@ -48,12 +48,15 @@ private:
     QStringList checkOrders(const StoredRows& store);
     QStringList checkOrder(int number, int highest, const QString& state, const QVariant& customer);
     QStringList checkSeries(const StoredRows& store);
+    QStringList checkLists(const StoredRows& store);
+    QStringList checkName(int list, int code, const QString& name);
     QStringList checkOneSeries(const QString& name, const QList<QVariant>& row);
 
     QMap<QString, Line> lines_;
     QMap<int, bool> closed_; ///< All orders.
     QSet<int> withCustomer_;
     QMap<QString, int> series_;
+    QMap<int, QMap<int, QString>> lists_;  ///< Names by code, the delivered ones too.
     QMap<QString, QString> underWay_;      ///< By station.
     QMap<int, QSet<QString>> renumbering_; ///< The stations whose reports number an order anew.
     int firstOwnSeries_;

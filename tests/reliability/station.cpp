@@ -139,36 +139,59 @@ private:
         workplace_.closeSeriesForm();
     }
 
+    /// In one of the lists of kinds and colours.
+    void editNames()
+    {
+        const int list = random(8);
+        const auto nextTag = [this] { return u"%1-%2"_s.arg(name_).arg(++names_); };
+        const QString added = nextTag();
+        const QString what = u"name %1 %2"_s.arg(list).arg(added);
+        say(u"? "_s + what);
+        const int code = workplace_.addName(list, reliability::listedName(added));
+        say(u"%1 %2"_s.arg(what).arg(code));
+        const QString changed = nextTag();
+        told(u"renamed %1 %2 %3"_s.arg(list).arg(changed).arg(code),
+             [&] { workplace_.changeName(list, code, reliability::listedName(changed)); });
+        if (random(2) == 0)
+            told(u"unnamed %1 %2"_s.arg(list).arg(code),
+                 [&] { workplace_.deleteName(list, code); });
+        workplace_.closeKinds();
+    }
+
     void mixed()
     {
         const int dice = random(100);
-        if (dice < 60)
+        if (dice < 50)
             addLine();
-        else if (dice < 70)
+        else if (dice < 60)
             deleteLine();
-        else if (dice < 76)
+        else if (dice < 66)
             print();
-        else if (dice < 84)
+        else if (dice < 74)
             closeAndGoOn();
-        else if (dice < 87)
+        else if (dice < 77)
             deleteAllLines();
-        else if (dice < 92)
+        else if (dice < 82)
             newOrder();
-        else
+        else if (dice < 91)
             editSeries();
+        else
+            editNames();
     }
 
     void aside()
     {
         const int dice = random(100);
-        if (dice < 60)
+        if (dice < 50)
             addLine();
-        else if (dice < 75)
+        else if (dice < 65)
             deleteLine();
-        else if (dice < 80)
+        else if (dice < 70)
             print();
-        else if (dice < 90)
+        else if (dice < 80)
             editSeries();
+        else if (dice < 90)
+            editNames();
         else
             workplace_.takeOrder(1);
     }
@@ -205,6 +228,7 @@ private:
     int steps_ = 0;
     int lines_ = 0;
     int series_ = 0;
+    int names_ = 0;
 };
 
 } // namespace

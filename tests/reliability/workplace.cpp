@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <QTest>
 #include <QTimer>
 
 #include <cstdio>
@@ -61,6 +62,19 @@ void leaveNextModal()
         if (QWidget* modal = QApplication::activeModalWidget())
             modal->close();
     });
+}
+
+constexpr int codeColumn = 0;
+constexpr int nameColumn = 1;
+
+/// Down to the next row, which writes this one; a grid that could not do so says why and goes back.
+void leaveRow(QTableView& grid)
+{
+    const int row = grid.currentIndex().row();
+    QTest::keyClick(&grid, Qt::Key_Down);
+    QApplication::sendPostedEvents(&grid, QEvent::MetaCall);
+    if (grid.currentIndex().row() != row + 1)
+        qFatal("row %d of %s was not written", row, qUtf8Printable(grid.objectName()));
 }
 
 void fillSeries(const QWidget& form, int number)
@@ -282,6 +296,56 @@ void Workplace::deleteSeries(const QString& name)
 void Workplace::closeSeriesForm()
 {
     click(series(), u"CmdEnd"_s);
+}
+
+QTableView& Workplace::openList(int list)
+{
+    trigger(u"ColorKind"_s);
+    return *child<QTableView>(catalogue::frColorKind(), u"DBGridKind_%1"_s.arg(list));
+}
+
+/// From the end on, as with the series.
+void Workplace::goToName(QTableView& grid, int code)
+{
+    int row = grid.model()->rowCount() - 1;
+    while (row >= 0 && testsupport::cellText(grid, row, codeColumn).toInt() != code)
+        --row;
+    if (row < 0)
+        qFatal("no code %d in %s", code, qUtf8Printable(grid.objectName()));
+    grid.setCurrentIndex(grid.model()->index(row, nameColumn));
+}
+
+int Workplace::addName(int list, const QString& name)
+{
+    QTableView& grid = openList(list);
+    const int blank = grid.model()->rowCount() - 1;
+    grid.setCurrentIndex(grid.model()->index(blank, nameColumn));
+    testsupport::typeIntoCell(grid, name);
+    leaveRow(grid);
+    return testsupport::cellText(grid, blank, codeColumn).toInt();
+}
+
+void Workplace::changeName(int list, int code, const QString& name)
+{
+    QTableView& grid = openList(list);
+    goToName(grid, code);
+    testsupport::typeIntoCell(grid, name);
+    leaveRow(grid);
+}
+
+void Workplace::deleteName(int list, int code)
+{
+    QTableView& grid = openList(list);
+    goToName(grid, code);
+    const int rows = grid.model()->rowCount();
+    QTest::keyClick(&grid, Qt::Key_Delete);
+    if (grid.model()->rowCount() != rows - 1)
+        qFatal("code %d of %s was not deleted", code, qUtf8Printable(grid.objectName()));
+}
+
+void Workplace::closeKinds()
+{
+    click(catalogue::frColorKind(), u"CmdEnd"_s);
 }
 
 void Workplace::openAndCloseKinds()

@@ -8,6 +8,7 @@ namespace shell {
 class MDIZomrel;
 }
 
+class QTableView;
 class QWidget;
 
 namespace reliability {
@@ -62,6 +63,15 @@ public:
     void changeSeries(const QString& name, int number);
     void deleteSeries(const QString& name);
     void closeSeriesForm();
+
+    /// Types a name into the blank last row of a list of kinds and colours, told by the index of
+    /// its grid, leaves the row and returns the code that it got.
+    int addName(int list, const QString& name);
+    /// Types another name over the row with the code and leaves it.
+    void changeName(int list, int code, const QString& name);
+    /// Deletes the row with the code by the keyboard.
+    void deleteName(int list, int code);
+    void closeKinds();
     void openAndCloseKinds();
 
 private:
@@ -69,6 +79,8 @@ private:
     QWidget& order() const;
     QWidget& series() const;
     void goToSeries(const QString& name);
+    QTableView& openList(int list);
+    void goToName(QTableView& grid, int code);
 
     std::unique_ptr<shell::MDIZomrel> window_;
 };

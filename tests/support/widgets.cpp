@@ -1,8 +1,11 @@
 #include "support/widgets.h"
 
+#include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
 #include <QTableView>
+
+#include <algorithm>
 
 namespace testsupport {
 
@@ -60,6 +63,24 @@ void doubleClickCell(QTableView& view, int row, int column)
     clickCell(view, row, column);
     const QPoint place = view.visualRect(view.model()->index(row, column)).center();
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+}
+
+void typeIntoCell(QTableView& view, const QString& text)
+{
+    const auto send = [](QWidget& widget, Qt::Key key, const QString& letter = {}) {
+        QTest::sendKeyEvent(QTest::Click, &widget, key, letter, Qt::NoModifier);
+    };
+    // The first letter opens the cell's editor, which gets the others.
+    send(view, Qt::Key_unknown, text.left(1));
+    const QList<QLineEdit*> editors = view.findChildren<QLineEdit*>();
+    const auto open = std::find_if(editors.begin(), editors.end(),
+                                   [](const QLineEdit* each) { return !each->isHidden(); });
+    if (open == editors.end())
+        qFatal("%s takes no text", qPrintable(view.objectName()));
+    QLineEdit& editor = **open;
+    for (const QChar letter : text.mid(1))
+        send(editor, Qt::Key_unknown, QString(letter));
+    send(editor, Qt::Key_Return);
 }
 
 QMessageBox* shownMessageBox()

@@ -41,6 +41,9 @@ QString cellText(const QTableView& view, int row, int column);
 void clickCell(QTableView& view, int row, int column);
 void doubleClickCell(QTableView& view, int row, int column);
 
+/// Types over the current cell of an editable grid and ends with Enter; any script.
+void typeIntoCell(QTableView& view, const QString& text);
+
 /// The message box in sight, null where there is none.
 QMessageBox* shownMessageBox();
 
