@@ -36,10 +36,7 @@ public:
     }
     bool openOrder()
     {
-        testsupport::child<QToolBar>(*window_, QStringLiteral("Toolbar1"))
-            ->actions()
-            .constFirst()
-            ->trigger();
+        trigger(QStringLiteral("Order"));
         return goesOn() && form() != nullptr;
     }
     bool chooseSeries()
@@ -62,7 +59,26 @@ public:
         click(QStringLiteral("CmdAdd"));
         return goesOn();
     }
-    void click(const QString& button) { testsupport::child<QPushButton>(*form(), button)->click(); }
+    void click(const QString& button) { click(*form(), button); }
+    static void click(const QWidget& on, const QString& button)
+    {
+        testsupport::child<QPushButton>(on, button)->click();
+    }
+    /// Gives the toolbar's command with the tag.
+    void trigger(const QString& tag)
+    {
+        for (QAction* each :
+             testsupport::child<QToolBar>(*window_, QStringLiteral("Toolbar1"))->actions()) {
+            if (each->data().toString() == tag)
+                each->trigger();
+        }
+    }
+    /// The child window of this kind; null where there is none.
+    template <typename Form>
+    Form* child() const
+    {
+        return window_->findChild<Form*>();
+    }
     orders::FrOrder* form() const { return window_->findChild<orders::FrOrder*>(); }
 
     /// False once the program has ended.
@@ -84,7 +100,8 @@ public:
     void leave()
     {
         for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == u"FormSelectSerial" || each->objectName() == u"FormView")
+            if (each->objectName() == u"FormSelectSerial" || each->objectName() == u"FormView" ||
+                each->objectName() == u"DataReport1")
                 each->close();
         }
         if (window_ != nullptr && form() != nullptr)

@@ -1,100 +1,66 @@
 #pragma once
 
-#include "orders/order_commands.h"
-#include "orders/order_head.h"
 #include "reliability/bad/working_day.h"
 #include "support/temporary_store.h"
 
+#include <QMap>
+#include <QVariant>
+
+#include <array>
 #include <utility>
 
 /// The commands that write to the store, tried where they cannot.
-enum Command { NewOrder, AddLine, DeleteLine, SaveDetails, CloseOrder };
-
-inline constexpr std::pair<const char*, Command> writingCommands[] = {{"new order", NewOrder},
-                                                                      {"line", AddLine},
-                                                                      {"deleting", DeleteLine},
-                                                                      {"details", SaveDetails},
-                                                                      {"closing", CloseOrder}};
-
-inline const QString nameBefore = QStringLiteral("לקוח");
-inline const QString nameAfter = QStringLiteral("לקוח אחר");
-
-/// Order 1 as the command finds it: closed before a new one, without lines where its details are
-/// saved by themselves.
-inline void layOrder(testsupport::TemporaryStore& store, Command command)
-{
-    constexpr int linesBefore = 4;
-    store.addSeries(QStringLiteral("סדרה"), {-1, -1.5, -4.2, -7.5, -13.4, -16, -6.3, -8.25}, 2, 2);
-    store.addOrder(1, command == NewOrder);
-    store.execute(QStringLiteral("UPDATE Orders SET CustomerName = ?"), {nameBefore});
-    const int lines = command == SaveDetails ? 0 : linesBefore;
-    for (int line = 1; line <= lines; ++line)
-        store.addLine(1, line);
-}
-
-/// What the store holds of order 1 and how many orders there are.
-struct Held
-{
-    int orders;
-    int lines;
-    QString customer;
-    bool closed;
-    bool operator==(const Held&) const = default;
+enum Command {
+    NewOrder,
+    AddLine,
+    DeleteLine,
+    DeleteAllLines,
+    SaveDetails,
+    PrintOrder,
+    CloseOrder,
+    AddSeries,
+    SaveSeries,
+    DeleteSeries,
+    AddName,
+    ChangeName,
+    DeleteName
 };
 
-inline Held held(testsupport::TemporaryStore& store)
-{
-    return {
-        store.scalar(QStringLiteral("SELECT count(*) FROM Orders")).toInt(),
-        store.scalar(QStringLiteral("SELECT count(*) FROM Cuts WHERE Order_Num = 1")).toInt(),
-        store.scalar(QStringLiteral("SELECT CustomerName FROM Orders WHERE Number = 1")).toString(),
-        store.scalar(QStringLiteral("SELECT Open_Close FROM Orders WHERE Number = 1")).toInt() !=
-            0};
-}
+inline constexpr std::array<std::pair<const char*, Command>, 13> writingCommands{
+    {{"new order", NewOrder},
+     {"line", AddLine},
+     {"deleting", DeleteLine},
+     {"deleting all", DeleteAllLines},
+     {"details", SaveDetails},
+     {"printing", PrintOrder},
+     {"closing", CloseOrder},
+     {"series", AddSeries},
+     {"saving a series", SaveSeries},
+     {"deleting a series", DeleteSeries},
+     {"name", AddName},
+     {"changing a name", ChangeName},
+     {"deleting a name", DeleteName}}};
 
-inline void run(WorkingDay& day, Command command)
-{
-    switch (command) {
-    case NewOrder:
-        day.openOrder();
-        break;
-    case AddLine:
-        day.addLine();
-        break;
-    case DeleteLine:
-        day.boxes.answer(runtime::vbYes);
-        day.click(QStringLiteral("CmdDel"));
-        break;
-    case SaveDetails:
-        day.click(
-            QStringLiteral("CmdPrint")); // with no line in the order it saves and nothing else
-        break;
-    case CloseOrder:
-        day.boxes.answer(runtime::vbYes);
-        day.click(QStringLiteral("CmdCloseOrder"));
-        break;
-    }
-}
+/// Commands in the grids of kinds and colours, which tell of a refusal themselves and go on.
+bool isInGrid(Command command);
 
-inline Held heldAfter(Command command, const Held& before)
-{
-    Held done = before;
-    if (command == NewOrder)
-        ++done.orders;
-    else if (command == DeleteLine)
-        --done.lines;
-    else
-        done.customer = nameAfter;
-    done.lines += command == AddLine ? 1 : 0;
-    done.closed = done.closed || command == CloseOrder;
-    return done;
-}
+/// The store as the command finds it: order 1, closed before a new one and without lines where its
+/// details are saved by themselves, two series, two kinds of frame.
+void layStore(testsupport::TemporaryStore& store, Command command);
 
-/// True for what a command that failed may leave: what was there, or a line without the customer's
-/// details, which are a change of their own behind it.
-inline bool mayBeLeft(Command command, const Held& before, const Held& after)
-{
-    Held lineOnly = before;
-    ++lineOnly.lines;
-    return after == before || (command == AddLine && after == lineOnly);
-}
+/// All up to the moment at which the command is given. False where the program has ended.
+bool prepare(WorkingDay& day, Command command);
+
+/// Gives the command, with Yes to its question; one in a grid by leaving the row or by Delete.
+void run(WorkingDay& day, Command command);
+
+/// Every row of the store by its table and the number that it is known by.
+using AllRows = QMap<QString, QMap<int, QVariantList>>;
+AllRows allRows(testsupport::TemporaryStore& store);
+
+/// The rows that the command makes of those that it finds where nothing hinders it.
+AllRows rowsDone(Command command);
+
+/// True for what a command that failed may leave: what was there, or, for one that changes several
+/// rows, each row as it was or as it was to be.
+bool mayBeLeft(Command command, const AllRows& before, const AllRows& done, const AllRows& after);
