@@ -10,7 +10,7 @@ packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev li
 
 # What ./test needs besides.
 packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils
-  postgresql-15"
+  postgresql-15 openssl"
 
 # What .ci/run needs besides both.
 packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"

@@ -199,6 +199,8 @@ void ThrowawayServer::start()
     if (care_ == Care::Quick)
         settings << u"fsync=off"_s << u"full_page_writes=off"_s << u"wal_level=minimal"_s
                  << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s << u"max_connections=300"_s;
+    if (QFile::exists(serverKey()))
+        settings << u"ssl=on"_s;
     QStringList arguments{u"-D"_s, folder_.filePath(u"data"_s), u"-k"_s, folder(),
                           u"-p"_s, QString::number(port_)};
     for (const QString& each : settings)
@@ -216,6 +218,12 @@ void ThrowawayServer::start()
     qFatal("the server does not start: %s", log.readAll().constData());
 }
 
+/// The name by which a server finds it.
+QString ThrowawayServer::serverKey() const
+{
+    return folder_.filePath(u"data/server.key"_s);
+}
+
 void ThrowawayServer::endAtOnce()
 {
     if (process_.state() == QProcess::NotRunning)
@@ -224,6 +232,18 @@ void ThrowawayServer::endAtOnce()
     if (!process_.waitForFinished(patience))
         process_.kill();
     process_.waitForFinished();
+}
+
+QString ThrowawayServer::certify()
+{
+    const QString certificate = folder_.filePath(u"data/server.crt"_s);
+    runToEnd(u"openssl"_s, {u"req"_s, u"-x509"_s, u"-nodes"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
+                            u"ec_paramgen_curve:prime256v1"_s, u"-subj"_s, u"/CN=throwaway"_s,
+                            u"-addext"_s, u"subjectAltName=IP:127.0.0.1"_s, u"-days"_s, u"2"_s,
+                            u"-keyout"_s, serverKey(), u"-out"_s, certificate});
+    endAtOnce();
+    start();
+    return certificate;
 }
 
 bool isOnServer()

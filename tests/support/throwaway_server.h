@@ -30,6 +30,10 @@ public:
     void start();
     /// Ends it as a crash does, every connection with it.
     void endAtOnce();
+    /// Starts it again with a certificate of its own, so that it takes encrypted connections too.
+    /// The certificate is good for the address 127.0.0.1 and no name, and vouches for itself; gives
+    /// the file that it stands in.
+    QString certify();
 
     /// The folder of its socket.
     QString folder() const { return folder_.path(); }
@@ -38,6 +42,7 @@ public:
 private:
     void makeCluster();
     void runToEnd(const QString& program, const QStringList& arguments);
+    QString serverKey() const;
 
     Care care_;
     QTemporaryDir folder_;
