@@ -1,6 +1,7 @@
 // Moving a store between a file and a server against PostgreSQL's own COPY of the same rows. The
 // number of lines is that of ZOMREL_MOVE_LINES.
 
+#include "bare_server.h"
 #include "paired.h"
 
 #include "support/temporary_store.h"
@@ -13,9 +14,7 @@
 #include <QCoreApplication>
 #include <QUrl>
 
-#include <libpq-fe.h>
 #include <map>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -51,37 +50,11 @@ void fill(testsupport::TemporaryStore& store, int lines)
         {lines, orders, orders});
 }
 
-struct ResultCloser
-{
-    void operator()(PGresult* result) const { PQclear(result); }
-};
-using Result = std::unique_ptr<PGresult, ResultCloser>;
-
-struct ConnectionCloser
-{
-    void operator()(PGconn* connection) const { PQfinish(connection); }
-};
-
 /// The bare calls of the server's client library.
-class Bare
+class Bare : public bench::BareServer
 {
 public:
-    explicit Bare(const dao::Link& link)
-        : connection_(PQconnectdb(u"host='%1' port=%2 dbname=%3 user=%4"_s.arg(link.server)
-                                      .arg(link.port)
-                                      .arg(link.database, link.user)
-                                      .toUtf8()
-                                      .constData()))
-    {
-    }
-
-    void run(const QString& sql) const
-    {
-        const Result result(PQexec(connection_.get(), sql.toUtf8().constData()));
-        const ExecStatusType status = PQresultStatus(result.get());
-        if (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE)
-            qFatal("%s\n%s", qPrintable(sql), PQerrorMessage(connection_.get()));
-    }
+    using BareServer::BareServer;
 
     /// The table's rows as the text of a copy.
     template <typename Visitor>
@@ -90,11 +63,11 @@ public:
         run(u"COPY (SELECT * FROM \"%1\" ORDER BY zomrel_row) TO STDOUT"_s.arg(table));
         char* data = nullptr;
         int length = 0;
-        while ((length = PQgetCopyData(connection_.get(), &data, 0)) > 0) {
+        while ((length = PQgetCopyData(connection(), &data, 0)) > 0) {
             visitor(data, length);
             PQfreemem(data);
         }
-        end();
+        endCopy();
     }
 
     void copyIn(const QString& table, const QByteArray& text) const
@@ -102,22 +75,11 @@ public:
         constexpr qsizetype block = 1 << 16;
         run(u"COPY \"%1\" FROM STDIN"_s.arg(table));
         for (qsizetype at = 0; at < text.size(); at += block)
-            PQputCopyData(connection_.get(), text.constData() + at,
+            PQputCopyData(connection(), text.constData() + at,
                           static_cast<int>(std::min(block, text.size() - at)));
-        PQputCopyEnd(connection_.get(), nullptr);
-        end();
+        PQputCopyEnd(connection(), nullptr);
+        endCopy();
     }
-
-private:
-    void end() const
-    {
-        while (const Result result{PQgetResult(connection_.get())}) {
-            if (PQresultStatus(result.get()) != PGRES_COMMAND_OK)
-                qFatal("%s", PQerrorMessage(connection_.get()));
-        }
-    }
-
-    std::unique_ptr<PGconn, ConnectionCloser> connection_;
 };
 
 /// A large store as a file and in a database, and the texts of its tables' copies.

@@ -10,12 +10,25 @@
 /// the ratio of their medians in the same run.
 namespace bench {
 
+/// Runs from its making on.
+class Stopwatch
+{
+public:
+    double seconds() const
+    {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
 template <typename Action>
 double secondsOf(Action&& action)
 {
-    const auto start = std::chrono::steady_clock::now();
+    const Stopwatch watch;
     action();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return watch.seconds();
 }
 
 inline double median(std::vector<double> values)

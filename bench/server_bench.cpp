@@ -1,0 +1,332 @@
+// The program over a store on a server: adding a line against the bare statements that it stands
+// for, and screens on a large store against the same on a small one. The number of orders of the
+// large one is that of ZOMREL_SERVER_ORDERS, each of ten lines.
+
+#include "paired.h"
+#include "server_store.h"
+
+#include "calculation/form_select_serial.h"
+#include "orders/form_find_order.h"
+#include "orders/fr_order.h"
+#include "orders/orders.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_grid.h"
+#include "platform/dao/database.h"
+#include "platform/runtime/guard.h"
+#include "shell/base/module1.h"
+#include "store/store_access.h"
+#include "support/server_proxy.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int usualOrders = 100000;
+constexpr int fewOrders = 10;
+constexpr int linesEach = 10;
+constexpr std::int16_t knownOrder = 5; ///< Stands in both stores.
+constexpr double goal = 1.5;
+
+template <typename Widget>
+Widget* onOrderForm(const QString& name)
+{
+    return orders::frOrder().findChild<Widget*>(name);
+}
+
+/// The order form on the first order of the store, in sight, with a series chosen and some lines.
+class OpenOrder
+{
+public:
+    explicit OpenOrder(const bench::ServerStore& store)
+    {
+        store.use();
+        Module1::CurrentOrderNum = 0;
+        controls::DataControl dataMDI(u"DataMDI"_s);
+        orders::openOrderLongForm(dataMDI);
+        orders::frOrder().show();
+        Module1::SelectedSerialNum = 1;
+        timer_ = onOrderForm<QTimer>(u"Timer1"_s);
+        timer_->setInterval(0);
+        onRowAdded_ = runtime::on(onOrderForm<controls::DataControl>(u"DataCuts"_s),
+                                  &controls::DataControl::rowAdded, &orders::frOrder(),
+                                  [this](const dao::RowKey&) { onCommitted(); });
+        for (int i = 0; i < linesEach; ++i) {
+            typeOpening();
+            clickAdd();
+            settle();
+        }
+    }
+
+    ~OpenOrder()
+    {
+        QObject::disconnect(onRowAdded_);
+        orders::frOrder().Unload();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        dao::DBEngine::instance().Idle();
+    }
+    OpenOrder(const OpenOrder&) = delete;
+    OpenOrder& operator=(const OpenOrder&) = delete;
+
+    void typeOpening() const
+    {
+        onOrderForm<QLineEdit>(u"TextNum_0"_s)->setText(u"120"_s);
+        onOrderForm<QLineEdit>(u"TextNum_2"_s)->setText(u"100"_s);
+    }
+    void clickAdd() const { onOrderForm<QAbstractButton>(u"CmdAdd"_s)->click(); }
+    /// What follows a click: the timer's tick and the painting.
+    void settle() const
+    {
+        while (timer_->isActive())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        benchmark::DoNotOptimize(orders::frOrder().grab());
+    }
+
+    std::function<void()> onCommitted = [] {};
+
+private:
+    QTimer* timer_ = nullptr;
+    QMetaObject::Connection onRowAdded_;
+};
+
+/// How often the program asks the server and waits for it.
+struct RoundTrips
+{
+    int untilCommitted = 0;
+    int ofClick = 0;
+    int ofAll = 0; ///< With the timer's tick and the painting.
+};
+
+RoundTrips roundTripsOfAClick()
+{
+    const bench::ServerStore store(u"counted"_s);
+    const testsupport::ServerProxy proxy(store.link().port);
+    store.leadThrough(proxy.port());
+    OpenOrder order(store);
+    RoundTrips counted;
+    order.typeOpening();
+    const int before = proxy.roundTrips();
+    order.onCommitted = [&] { counted.untilCommitted = proxy.roundTrips() - before; };
+    order.clickAdd();
+    counted.ofClick = proxy.roundTrips() - before;
+    order.settle();
+    counted.ofAll = proxy.roundTrips() - before;
+    order.onCommitted = [] {};
+    return counted;
+}
+
+void tellRoundTrips(benchmark::State& state)
+{
+    static const RoundTrips counted = roundTripsOfAClick(); // once, with a form of its own
+    state.counters["trips_committed"] = counted.untilCommitted;
+    state.counters["trips_click"] = counted.ofClick;
+    state.counters["trips_all"] = counted.ofAll;
+}
+
+/// The statements that adding a line stands for, on an order of a store of its own.
+class BareLine
+{
+public:
+    explicit BareLine(const QString& name) : store_(name, 1, linesEach), bare_(store_.link()) {}
+
+    /// The series, the order's lines and the last of them; then one durable INSERT.
+    void add() const
+    {
+        benchmark::DoNotOptimize(bare_.run(u"SELECT * FROM \"Serials\" WHERE \"AutoNum\" = 1"_s));
+        benchmark::DoNotOptimize(bare_.run(numbers_ + u" ORDER BY \"NUM\""_s));
+        benchmark::DoNotOptimize(bare_.run(last_));
+        bare_.run(insert_);
+    }
+
+    /// The lines again, the order, and what comes into sight of the lines.
+    void refresh() const
+    {
+        benchmark::DoNotOptimize(bare_.run(numbers_ + u" ORDER BY \"Order_Date\""_s));
+        benchmark::DoNotOptimize(bare_.run(u"SELECT * FROM \"Orders\" WHERE \"Number\" = 1"_s));
+    }
+
+private:
+    const QString numbers_ = u"SELECT zomrel_row FROM \"Cuts\" WHERE \"Order_Num\" = 1"_s;
+    const QString last_ = u"SELECT * FROM \"Cuts\" WHERE zomrel_row = %1"_s.arg(linesEach);
+    const QString insert_ = bench::insertedLines(u"1"_s, u"2"_s) + u" RETURNING zomrel_row"_s;
+    bench::ServerStore store_;
+    bench::BareServer bare_;
+};
+
+void AddLineUntilCommitted(benchmark::State& state)
+{
+    tellRoundTrips(state);
+    const bench::ServerStore store(u"committed"_s);
+    const BareLine bare(u"bare_committed"_s);
+    OpenOrder order(store);
+    bench::Pairs pairs;
+    for ([[maybe_unused]] auto _ : state) {
+        double ours = 0;
+        order.typeOpening();
+        const bench::Stopwatch watch;
+        order.onCommitted = [&] { ours = watch.seconds(); };
+        order.clickAdd();
+        order.settle();
+        pairs.add(ours, bench::secondsOf([&] { bare.add(); }));
+        state.SetIterationTime(ours);
+    }
+    order.onCommitted = [] {};
+    pairs.report(state, goal);
+}
+
+BENCHMARK(AddLineUntilCommitted)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);
+
+/// The click to its end: the lines are read again and the customer is saved.
+void AddLine(benchmark::State& state)
+{
+    tellRoundTrips(state);
+    const bench::ServerStore store(u"added"_s);
+    const BareLine bare(u"bare_added"_s);
+    OpenOrder order(store);
+    bench::Pairs pairs;
+    for ([[maybe_unused]] auto _ : state) {
+        order.typeOpening();
+        const double ours = bench::secondsOf([&] { order.clickAdd(); });
+        order.settle();
+        pairs.add(ours, bench::secondsOf([&] {
+                      bare.add();
+                      bare.refresh();
+                  }));
+        state.SetIterationTime(ours);
+    }
+    pairs.report(state, goal);
+}
+BENCHMARK(AddLine)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);
+
+/// Both stores, filled once for all benchmarks.
+struct Stores
+{
+    static int manyOrders()
+    {
+        const int orders = qEnvironmentVariableIntValue("ZOMREL_SERVER_ORDERS");
+        return orders > 0 ? orders : usualOrders;
+    }
+
+    bench::ServerStore small{u"small"_s, fewOrders, linesEach};
+    bench::ServerStore large{u"large"_s, manyOrders(), linesEach};
+};
+
+const Stores& stores()
+{
+    static const Stores both;
+    return both;
+}
+
+template <typename Action>
+void onLargeAndSmall(benchmark::State& state, Action&& action)
+{
+    const auto on = [&action](const bench::ServerStore& store) {
+        store.use();
+        action();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    on(stores().large); // connects, and reads the schema
+    on(stores().small);
+    bench::runPaired(
+        state, goal, [&] { on(stores().large); }, [&] { on(stores().small); });
+    dao::DBEngine::instance().Idle();
+}
+
+void OpenOrderForm(benchmark::State& state)
+{
+    onLargeAndSmall(state, [] {
+        Module1::CurrentOrderNum = knownOrder;
+        benchmark::DoNotOptimize(orders::frOrder().grab());
+        orders::frOrder().Unload();
+    });
+}
+BENCHMARK(OpenOrderForm)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+void OpenSearch(benchmark::State& state)
+{
+    onLargeAndSmall(state, [] {
+        orders::FormFindOrder form;
+        form.show();
+        benchmark::DoNotOptimize(form.grab());
+    });
+}
+BENCHMARK(OpenSearch)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+void OpenPicker(benchmark::State& state)
+{
+    onLargeAndSmall(state, [] {
+        calculation::FormSelectSerial form;
+        form.show();
+        benchmark::DoNotOptimize(form.grab());
+    });
+}
+BENCHMARK(OpenPicker)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+/// Places of the search screen's orders, none of which has been in sight: by turns in the midst of
+/// them and near the beginning.
+void ScrollSearch(benchmark::State& state)
+{
+    constexpr int away = 1000; // rows, beyond what one read brings
+    stores().large.use();
+    orders::FormFindOrder form;
+    form.show();
+    auto* grid = form.findChild<controls::DBGrid*>(u"DBGrid1"_s);
+    const auto scrollTo = [&](int row) {
+        grid->verticalScrollBar()->setValue(row);
+        benchmark::DoNotOptimize(grid->grab());
+    };
+    int row = 0;
+    const int middle = grid->verticalScrollBar()->maximum() / 2;
+    bench::Pairs pairs;
+    for ([[maybe_unused]] auto _ : state) {
+        row += away;
+        const double ours = bench::secondsOf([&] { scrollTo(middle + row); });
+        pairs.add(ours, bench::secondsOf([&] { scrollTo(row); }));
+        state.SetIterationTime(ours);
+    }
+    pairs.report(state, goal);
+}
+BENCHMARK(ScrollSearch)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
+
+/// A page in the midst of all orders against the bare SELECT of as many rows by their keys.
+void FetchPage(benchmark::State& state)
+{
+    constexpr int pageRows = 64;
+    stores().large.use();
+    const auto pages =
+        store::OpenMyDataBase()
+            ->OpenRecordset(u"SELECT * FROM Orders ORDER BY Number"_s, dao::dbOpenDynaset)
+            ->pages();
+    const bench::BareServer bare(stores().large.link());
+    bench::Pairs pairs;
+    int page = pages->rowCount() / pageRows / 2;
+    for ([[maybe_unused]] auto _ : state) {
+        const int first = ++page * pageRows;
+        const double ours = bench::secondsOf([&] { pages->load(first); });
+        const QString sql =
+            u"SELECT * FROM \"Orders\" WHERE \"Number\" BETWEEN %1 AND %2"_s.arg(first + 1).arg(
+                first + pageRows);
+        pairs.add(ours, bench::secondsOf([&] { benchmark::DoNotOptimize(bare.run(sql)); }));
+        state.SetIterationTime(ours);
+    }
+    pairs.report(state, goal);
+}
+BENCHMARK(FetchPage)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(100);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
