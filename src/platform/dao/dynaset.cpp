@@ -117,12 +117,13 @@ private:
     /// Stands on a row of the list; one that another station has deleted has no values.
     void visit(std::size_t position)
     {
-        const RowNumber number = list_->at(*database, position);
-        std::optional<StoredRow> found = std::exchange(first_, {});
-        if (!found || found->number != number)
-            found = rows.fetch(driver(), number);
+        std::optional<StoredRow> found;
+        if (std::optional<StoredRow> first = std::exchange(first_, {}); first && position == 0)
+            found = std::move(first);
+        else
+            found = list_->row(*database, rows, position);
         rowExists = found.has_value();
-        row = found ? std::move(*found) : StoredRow{number, {}};
+        row = found ? std::move(*found) : StoredRow{list_->at(*database, position), {}};
         at_ = position;
         reached_ = std::max(reached_, std::min(position + 1, queried_));
         place = Place::OnRow;

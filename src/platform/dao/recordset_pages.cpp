@@ -41,7 +41,7 @@ public:
 
     void load(int row) override
     {
-        Driver& driver = database_->driver();
+        database_->driver(); // raises where the database is closed
         if (!stands(row))
             return;
         if (isLoaded(row)) {
@@ -50,7 +50,7 @@ public:
         }
         const std::size_t start = window_.pageStart(std::size_t(row));
         const std::size_t count = std::min(window_.pageSize(), list_->size() - start);
-        window_.keep(start, rows_.fetch(driver, list_->numbers(*database_, start, count)));
+        window_.keep(start, list_->rows(*database_, rows_, start, count));
     }
 
     QVariant value(int row, int ordinal) const override

@@ -12,9 +12,6 @@ namespace dao {
 
 namespace {
 
-/// So many rows around one that is come to are looked up with it.
-constexpr std::size_t lookUpSize = 64;
-
 /// The mark of the first key; the others' follow. No table counts its rows down to there.
 constexpr RowNumber firstMark = std::numeric_limits<RowNumber>::min();
 
@@ -35,18 +32,35 @@ bool RowList::isMark(RowNumber number) const
 
 RowNumber RowList::at(Database& database, std::size_t place)
 {
-    if (isMark(numbers_[place])) {
-        const std::size_t start = place - place % lookUpSize;
-        lookUp(database, start, std::min(lookUpSize, size() - start));
-    }
+    if (isMark(numbers_[place]))
+        readMarked(database, place, 1);
     return numbers_[place];
 }
 
-RowNumbers RowList::numbers(Database& database, std::size_t first, std::size_t count)
+std::optional<StoredRow> RowList::row(Database& database, const TableRows& table, std::size_t place)
 {
-    lookUp(database, first, count);
-    const auto begin = numbers_.begin() + static_cast<std::ptrdiff_t>(first);
-    return {begin, begin + static_cast<std::ptrdiff_t>(count)};
+    std::optional<StoredRow> found = std::move(readMarked(database, place, 1).front());
+    if (found || isMark(numbers_[place]))
+        return found;
+    return table.fetch(database.driver(), numbers_[place]);
+}
+
+std::vector<std::optional<StoredRow>> RowList::rows(Database& database, const TableRows& table,
+                                                    std::size_t first, std::size_t count)
+{
+    std::vector<std::optional<StoredRow>> result = readMarked(database, first, count);
+    RowNumbers numbers;
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (result[i] || isMark(numbers_[first + i]))
+            continue;
+        numbers.push_back(numbers_[first + i]);
+        places.push_back(i);
+    }
+    std::vector<std::optional<StoredRow>> others = table.fetch(database.driver(), numbers);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        result[places[i]] = std::move(others[i]);
+    return result;
 }
 
 std::size_t RowList::find(Database& database, RowNumber number)
@@ -81,25 +95,29 @@ void RowList::remove(std::size_t place)
     numbers_.erase(numbers_.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
-/// Puts the numbers of the rows in the place of their marks.
-void RowList::lookUp(Database& database, std::size_t first, std::size_t count)
+/// Reads the rows that are known by their keys alone and puts their numbers in the place of their
+/// marks.
+std::vector<std::optional<StoredRow>> RowList::readMarked(Database& database, std::size_t first,
+                                                          std::size_t count)
 {
-    std::vector<std::size_t> asked;
-    for (std::size_t place = first; place < first + count; ++place) {
-        if (isMark(numbers_[place]))
-            asked.push_back(place);
+    std::vector<std::optional<StoredRow>> result(count);
+    QHash<qint64, std::size_t> asked;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (isMark(numbers_[first + i]))
+            asked.insert(keys_->run.first + (numbers_[first + i] - firstMark), i);
     }
-    if (asked.empty())
-        return;
-    const auto keyAt = [this](std::size_t place) {
-        return keys_->run.first + (numbers_[place] - firstMark);
-    };
-    QHash<qint64, RowNumber> found;
-    for (const auto& [key, number] : keys_->rows.numbersOfKeys(
-             database.driver(), keys_->ordinal, keyAt(asked.front()), keyAt(asked.back())))
-        found.insert(key, number);
-    for (const std::size_t place : asked)
-        numbers_[place] = found.value(keyAt(place), numbers_[place]);
+    if (asked.isEmpty())
+        return result;
+    const auto [low, high] = std::minmax_element(asked.keyBegin(), asked.keyEnd());
+    for (StoredRow& each : keys_->rows.rowsOfKeys(database.driver(), keys_->ordinal, *low, *high)) {
+        const auto place =
+            asked.constFind(each.values[static_cast<std::size_t>(keys_->ordinal)].toLongLong());
+        if (place == asked.cend())
+            continue;
+        numbers_[first + *place] = each.number;
+        result[*place] = std::move(each);
+    }
+    return result;
 }
 
 } // namespace dao

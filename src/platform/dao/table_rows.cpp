@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+#include <algorithm>
+
 namespace dao {
 
 using namespace Qt::StringLiterals;
@@ -27,6 +29,18 @@ void addEqual(const QString& field, const QVariant& value, QStringList& conditio
     }
     conditions.append(field + " = ?"_L1);
     values.append(value);
+}
+
+bool isWholeNumber(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong: // what the toolkit takes a server's count for
+        return true;
+    default:
+        return false;
+    }
 }
 
 struct Bound
@@ -174,11 +188,9 @@ std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = driver.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    for (const QVariant& each : seen) {
-        // A field may hold what is no whole number; nothing is known of the values between then.
-        if (each.typeId() != QMetaType::LongLong && each.typeId() != QMetaType::Int)
-            return {};
-    }
+    // A field may hold what is no whole number; nothing is known of the values between then.
+    if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
+        return {};
     const qint64 first = seen[2].toLongLong();
     // Unsigned, as the ends may lie further apart than a signed number holds.
     const auto count = static_cast<quint64>(seen[0].toLongLong());
@@ -188,14 +200,13 @@ std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
     return KeyRun{first, static_cast<std::size_t>(count)};
 }
 
-std::vector<std::pair<qint64, RowNumber>> TableRows::numbersOfKeys(Driver& driver, int key,
-                                                                   qint64 first, qint64 last) const
+std::vector<StoredRow> TableRows::rowsOfKeys(Driver& driver, int key, qint64 first,
+                                             qint64 last) const
 {
-    const QString sql =
-        u"SELECT %1, %2 FROM %3 WHERE %1 >= ? AND %1 <= ?"_s.arg(field(key), rowNumber_, name_);
-    std::vector<std::pair<qint64, RowNumber>> result;
-    for (const StoredValues& each : driver.rows(sql, {first, last}))
-        result.emplace_back(each[0].toLongLong(), each[1].toLongLong());
+    const QStringList conditions{field(key) + " >= ?"_L1, field(key) + " <= ?"_L1};
+    std::vector<StoredRow> result;
+    for (StoredValues& columns : driver.rows(select_ + whereText(conditions), {first, last}))
+        result.push_back(taken(std::move(columns)));
     return result;
 }
 

@@ -51,9 +51,8 @@ public:
     /// The values of a field that is unique, where they are whole numbers without gaps and none of
     /// them is Null; costs a few look-ups and no scan.
     std::optional<KeyRun> keyRun(Driver& driver, int key) const;
-    /// The values of the unique field between these two, with the numbers of their rows.
-    std::vector<std::pair<qint64, RowNumber>> numbersOfKeys(Driver& driver, int key, qint64 first,
-                                                            qint64 last) const;
+    /// The rows whose unique field lies between these two, in no order.
+    std::vector<StoredRow> rowsOfKeys(Driver& driver, int key, qint64 first, qint64 last) const;
     int count(Driver& driver) const;
     bool isEmpty(Driver& driver) const;
 

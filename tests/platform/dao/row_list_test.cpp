@@ -1,4 +1,5 @@
 #include "platform/dao/fixture.h"
+#include "platform/dao/table_rows.h"
 
 #include <limits>
 
@@ -47,6 +48,20 @@ TEST_F(RowListTest, GivesAllRowsInOrderFromBothEnds)
     for (int number = 150; number >= 1; --number, rows->MovePrevious())
         ASSERT_EQ(rows->Fields(u"Number"_s).Value(), number);
     EXPECT_TRUE(rows->isBof());
+}
+
+TEST_F(RowListTest, KnowsKeysWithoutGapsByTheirEnds)
+{
+    addDown(150, 11);
+    const auto database = open();
+    dao::Driver& driver = database->driver();
+    const dao::TableRows rows(driver, driver.table(u"Orders"_s).value());
+    const auto keys = rows.keyRun(driver, 0);
+    ASSERT_TRUE(keys) << "or every number is listed at opening";
+    EXPECT_EQ(keys->first, 11);
+    EXPECT_EQ(keys->count, 140U);
+    sql(u"DELETE FROM Orders WHERE Number = 50"_s);
+    EXPECT_FALSE(rows.keyRun(driver, 0));
 }
 
 TEST_F(RowListTest, ShowsNoRowThatOthersAddAfterwards)
