@@ -97,7 +97,6 @@ class OrderPaperTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void printsEachKindOfLine_data();
     void printsEachKindOfLine();
     void standsWhereItIsDrawn();
@@ -112,12 +111,6 @@ private slots:
     void printsNullBlank();
     void opensItsPreview();
 };
-
-void OrderPaperTest::initTestCase()
-{
-    if (!PdfWords::canRead())
-        QSKIP("pdftotext is not installed");
-}
 
 void OrderPaperTest::printsEachKindOfLine_data()
 {

@@ -43,7 +43,6 @@ class PdfExportTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void hasThePaperAndThePages();
     void writesThePagesThatAreAsked();
     void setsTextsAtTheirPlaceAndSize();
@@ -53,12 +52,6 @@ private slots:
     void leavesNothingWhenCancelled();
     void inksAnImageAsItDoesPaper();
 };
-
-void PdfExportTest::initTestCase()
-{
-    if (!PdfWords::canRead())
-        QSKIP("pdftotext is not installed");
-}
 
 void PdfExportTest::hasThePaperAndThePages()
 {

@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
@@ -39,11 +38,6 @@ double number(const QXmlStreamReader& xml, const QString& name)
 
 } // namespace
 
-bool PdfWords::canRead()
-{
-    return !QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty();
-}
-
 double PdfWords::lineHeight()
 {
     return 1.05; // David's ascent of 0.8 and descent of 0.25
@@ -74,7 +68,7 @@ void PdfWords::read(const QString& path)
     QProcess reader;
     reader.start(u"pdftotext"_s, {u"-bbox"_s, path, u"-"_s});
     if (!reader.waitForFinished() || reader.exitCode() != 0)
-        qFatal("the PDF could not be read");
+        qFatal("pdftotext, of the package poppler-utils, cannot read %s", qUtf8Printable(path));
     QXmlStreamReader xml(reader.readAllStandardOutput());
     while (!xml.atEnd()) {
         xml.readNext();

@@ -12,8 +12,6 @@ namespace testsupport {
 class PdfWords
 {
 public:
-    /// Whether the reader is installed.
-    static bool canRead();
     /// The reader takes a word to be so many times as high as its size.
     static double lineHeight();
 
