@@ -69,7 +69,10 @@ QString textOf(const QVariant& value)
 {
     try {
         const QString text = runtime::toText(value);
-        return text.isNull() ? u""_s : text;
+        if (text.isNull())
+            return u""_s;
+        // Half of a character that stands in two would take the one behind it along.
+        return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
     } catch (const RunTimeError& error) {
         if (error.number() == runtime::TypeMismatch)
             throw RunTimeError(runtime::DataTypeConversion);

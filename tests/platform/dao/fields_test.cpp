@@ -138,6 +138,13 @@ TEST_F(FieldsTest, TakeTextsUpToTheirSize)
     EXPECT_EQ(errorOfAssigning(u"Name"_s, -1234567890.5), 3163);
 }
 
+TEST_F(FieldsTest, KeepNoHalfOfACharacter)
+{
+    EXPECT_EQ(stored(u"Name"_s, u"א😀ב"_s), u"א😀ב"_s);
+    EXPECT_EQ(stored(u"Name"_s, u"א"_s + QChar(0xd83d) + u"בג"_s), u"א?בג"_s);
+    EXPECT_EQ(stored(u"Name"_s, u"א"_s + QChar(0xde00) + u"בג"_s), u"א?בג"_s);
+}
+
 TEST_F(FieldsTest, KeepAnySignOfAText)
 {
     const QString odd = u"a?b'\"\u202e\U0001F600\n\\"_s;
