@@ -191,7 +191,7 @@ void PreviewWindow::goToLast()
 void PreviewWindow::goToTyped()
 {
     bool isNumber = false;
-    const int page = pageNumber_->text().toInt(&isNumber);
+    const int page = pageNumber_->text().trimmed().toInt(&isNumber);
     if (isNumber)
         pages_->setCurrentPage(page);
     pages_->setFocus();
