@@ -58,6 +58,8 @@ void BadPreviewTest::texts()
                                       {u"minus"_s, -5},
                                       {u"blanks around"_s, 7},
                                       {u"line end"_s, 5},
+                                      {u"non-breaking blank"_s, 5},
+                                      {u"thin blank"_s, 5},
                                       {u"zero byte"_s, 5}};
     for (const TypedText& each : typedTexts()) {
         const QString name = QString::fromLatin1(each.name);
@@ -110,13 +112,12 @@ void BadPreviewTest::find_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("result");
     // The rows are "שורה 1" to "שורה 30" with their halves.
-    const QHash<QString, QString> found{{u"blank"_s, u" לא נמצא "_s}, {u"empty"_s, QString()}};
-    for (const TypedText& each : typedTexts()) {
-        const QString name = QString::fromLatin1(each.name);
-        // "2.5" is the half of the fifth row, on the second page.
-        const QString result = name == u"point"_s ? u" דף 2 "_s : found.value(name, u" לא נמצא "_s);
-        QTest::newRow(each.name) << each.text << result;
-    }
+    // "2.5" is the half of the fifth row, on the second page; a point stands in that of the first.
+    const QHash<QString, QString> found{
+        {u"empty"_s, QString()}, {u"point"_s, u" דף 2 "_s}, {u"point alone"_s, u" דף 1 "_s}};
+    for (const TypedText& each : typedTexts())
+        QTest::newRow(each.name) << each.text
+                                 << found.value(QString::fromLatin1(each.name), u" לא נמצא "_s);
     QTest::newRow("longest") << longest << u" לא נמצא "_s;
 }
 

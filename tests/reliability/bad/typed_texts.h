@@ -50,7 +50,50 @@ inline QList<TypedText> typedTexts()
         {"no number", u"nan"_s, mismatch},
         {"zero byte", u"5"_s + QChar(u'\0'), mismatch},
         {"line end", u"5\n"_s, mismatch},
+        {"Hebrew digits", u"ט״ו"_s, mismatch},
+        {"geresh", u"5׳"_s, mismatch},
+        {"niqqud", u"5\u05b0"_s, mismatch},
+        {"Persian digit", u"۵"_s, mismatch},
+        {"fraction", u"½"_s, mismatch},
+        {"plus alone", u"+"_s, mismatch},
+        {"plus and minus", u"+-2"_s, mismatch},
+        {"minus of typography", u"\u22125"_s, mismatch},
+        {"dash", u"\u20135"_s, mismatch},
+        {"thousand by exponent", u"1e3"_s, correct, 1000},
+        {"exponent too large", u"1e400"_s, runtime::Overflow},
+        {"vanishing", u"1e-400"_s, correct, 0},
+        {"exponent cut off", u"1e"_s, mismatch},
+        {"thousands", u"1,000"_s, mismatch},
+        {"thousands and comma", u"1.234,5"_s, mismatch},
+        {"thousands by quote", u"1'000"_s, mismatch},
+        {"Arabic decimal sign", u"1\u066b5"_s, mismatch},
+        {"two points", u"1.2.3"_s, mismatch},
+        {"point alone", u"."_s, mismatch},
+        {"right-to-left mark", u"\u200f5"_s, mismatch},
+        {"Arabic letter mark", u"5\u061c"_s, mismatch},
+        {"left-to-right embedding", u"\u202a5\u202c"_s, mismatch},
+        {"right-to-left embedding", u"\u202b5\u202c"_s, mismatch},
+        {"left-to-right override", u"\u202d5\u202c"_s, mismatch},
+        {"right-to-left isolate", u"\u20675\u2069"_s, mismatch},
+        {"first strong isolate", u"\u20685\u2069"_s, mismatch},
+        {"byte order mark", u"5\ufeff"_s, mismatch},
+        {"zero-width blank", u"5\u200b"_s, mismatch},
+        {"non-breaking blank", u"\u00a05"_s, mismatch},
+        {"non-breaking blank alone", u"\u00a0"_s, mismatch},
+        {"thin blank", u"5\u2009"_s, mismatch},
+        {"zero byte alone", QString(QChar(u'\0')), mismatch},
+        {"emoji", u"😀"_s, mismatch},
+        {"half an emoji", QString(QChar(0xd83d)), mismatch},
+        {"half an emoji within", u'a' + QString(QChar(0xd83d)) + u"bc"_s, mismatch},
+        {"backslash and signs", u"\\%_*?[#]"_s, mismatch},
     };
+}
+
+/// The text as a field keeps it: what is half of a character only is told by a question mark.
+inline QString keptText(QString typed)
+{
+    const bool isHalf = typed.count(QChar(0xd83d)) > typed.count(QChar(0xde00));
+    return isHalf ? typed.replace(QChar(0xd83d), u'?') : typed;
 }
 
 /// Past the box's own length, which a program may set and a user may not type.
