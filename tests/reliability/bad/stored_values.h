@@ -6,7 +6,7 @@
 #include <QList>
 #include <QString>
 
-#include <algorithm>
+#include <cstdlib>
 
 /// Contents of a field as no form writes them. SQLite keeps a number that is none as Null, so there
 /// is no other case of it.
@@ -34,6 +34,14 @@ inline QList<StoredValue> storedValues()
         {"beyond 16 bits", QStringLiteral("32768"), none, none, none, no, QStringLiteral("32768")},
         {"largest whole", QStringLiteral("2147483647"), none, none, none, no,
          QStringLiteral("2147483647")},
+        {"one beyond 32 bits", QStringLiteral("2147483648"), none, over, none, no,
+         QStringLiteral("2147483648")},
+        {"one below 32 bits", QStringLiteral("-2147483649"), none, over, none, no,
+         QStringLiteral("-2147483649")},
+        {"largest of 64 bits", QStringLiteral("9223372036854775807"), none, over, none, no,
+         QStringLiteral("9223372036854775807")},
+        {"beyond 64 bits", QStringLiteral("9223372036854775808"), none, over, none, no,
+         QStringLiteral("9.22337203685478e+18")},
         {"beyond 32 bits", QStringLiteral("3000000000"), none, over, none, no,
          QStringLiteral("3000000000")},
         {"huge", QStringLiteral("1e308"), none, over, none, no, QStringLiteral("1.0e+308")},
@@ -42,6 +50,8 @@ inline QList<StoredValue> storedValues()
          QStringLiteral("-Inf")},
         {"letters", QStringLiteral("'wide'"), no, no, none, no, QStringLiteral("wide")},
         {"bytes", QStringLiteral("x'00ff'"), no, no, no, no, QStringLiteral("")},
+        {"empty text", QStringLiteral("''"), no, no, none, no, QStringLiteral("")},
+        {"no day", QStringLiteral("'2026-02-30'"), no, no, none, no, QStringLiteral("2026-02-30")},
         {"digits", QStringLiteral("'12'"), none, none, none, no, QStringLiteral("12")},
         {"long text", u'\'' + QString(300, u'ש') + u'\'', no, no, none, no, QString(300, u'ש')},
     };
@@ -63,10 +73,10 @@ inline int readingError(const StoredValue& value, const dao::FieldInfo& field)
     }
 }
 
-/// Some values add nothing for a field that is no whole number.
+/// Where whole numbers end says nothing of a field that is none.
 inline bool isWorthAsking(const StoredValue& value, const dao::FieldInfo& field)
 {
-    const bool isWhole = field.type == dao::dbLong;
-    return isWhole ||
-           (value.sql != u"32768" && value.sql != u"2147483647" && value.sql != u"3000000000");
+    bool isWhole = false;
+    const qint64 number = value.sql.toLongLong(&isWhole);
+    return field.type == dao::dbLong || !isWhole || std::abs(number) < 32768;
 }
