@@ -27,6 +27,8 @@ private slots:
 
     void deductionBoxes_data();
     void deductionBoxes();
+    void savedDeduction_data() { deductionBoxes_data(); }
+    void savedDeduction();
     void textBoxes_data();
     void textBoxes();
     void cells_data();
@@ -145,6 +147,41 @@ void BadCatalogueInputTest::deductionBoxes()
     }
     QCOMPARE(stage_->names(), QStringList());
     QCOMPARE(stage_->boxes.shown().size(), std::size_t{2});
+    const QString shown = stage_->boxes.shown().back().text;
+    QVERIFY2(shown.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(shown));
+    QCOMPARE(stage_->end.exitStatus(), std::optional(1));
+}
+
+/// The last of the eight, when all else has been written to the record already.
+void BadCatalogueInputTest::savedDeduction()
+{
+    QFETCH(int, box);
+    QFETCH(QString, text);
+    QFETCH(int, error);
+    QFETCH(double, value);
+    constexpr int last = 7;
+    stage_->add(u"לפני"_s, -1);
+    const SerialsScreen screen;
+    screen.press("CmdUpdate");
+    screen.box(u"TextName"_s)->setText(u"אחרי"_s);
+    for (int i = 0; i <= last; ++i)
+        screen.setDeduction(i, u"- 7 25"_s);
+    setWhole(*boxOf(screen, box, last), text);
+    screen.press("CmdUpdate");
+
+    const auto rows =
+        stage_->store.rows(u"SELECT Name, Mashkof_W, Glass_H, Reshet_H FROM Serials"_s);
+    QCOMPARE(rows.size(), 1);
+    if (error == correct) {
+        QVERIFY(stage_->boxes.shown().empty());
+        QCOMPARE(rows.constFirst().mid(0, 3), QVariantList({u"אחרי"_s, -7.25, -7.25}));
+        const double stored = rows.constFirst().constLast().toDouble();
+        QVERIFY2(std::abs(stored - value) <= std::abs(value) * 1e-12,
+                 qPrintable(QString::number(stored, 'g', 17)));
+        return;
+    }
+    QCOMPARE(rows.constFirst(), QVariantList({u"לפני"_s, -1.0, -1.0, -1.0}));
+    QCOMPARE(stage_->boxes.shown().size(), std::size_t{1});
     const QString shown = stage_->boxes.shown().back().text;
     QVERIFY2(shown.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(shown));
     QCOMPARE(stage_->end.exitStatus(), std::optional(1));

@@ -2,6 +2,7 @@
 #include "calculation/opening_panel.h"
 #include "orders/desk.h"
 #include "orders/order_head.h"
+#include "output/form_view.h"
 #include "platform/controls/db_combo.h"
 #include "reliability/bad/typed_texts.h"
 #include "reliability/figures.h"
@@ -10,6 +11,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QTest>
 
 #include <array>
@@ -40,6 +42,9 @@ private slots:
     void customerBoxes();
     void oneCustomerBoxTooLong_data();
     void oneCustomerBoxTooLong();
+    void preCalculation_data() { texts({0, 1, 2, 3}); }
+    void preCalculation();
+    void kindsAndColours_data();
     void kindsAndColours();
 
 private:
@@ -303,18 +308,70 @@ void BadInputTest::oneCustomerBoxTooLong()
     }
 }
 
+/// Shown and not stored; a zero is computed like any other measure.
+void BadInputTest::preCalculation()
+{
+    QFETCH(int, box);
+    QFETCH(QString, text);
+    QFETCH(int, error);
+    QFETCH(double, value);
+    chooseSeries();
+    for (int each = 0; each < 4; ++each)
+        type(each, each % 2 == 0 ? u"100"_s : u"00"_s);
+    type(box, text);
+    desk_->click("CmdOK");
+    if (error != correct) {
+        expectOutcome(error, {}, 0);
+        QVERIFY(!output::formView().isVisible());
+        return;
+    }
+    QVERIFY(desk_->boxes.shown().empty());
+    const QLabel* label =
+        box < 2 ? output::formView().LabelOpenWidth : output::formView().LabelOpenHeight;
+    QCOMPARE(label->text().toDouble(), box % 2 == 0 ? value : 100 + value / 100);
+    QCOMPARE(desk_->store.scalar(u"SELECT count(*) FROM Cuts"_s), 0);
+    QCOMPARE(desk_->box(box == 0 ? "TextNum_0" : "TextNum_2"), box % 2 == 0 ? text : u"100"_s);
+    output::formView().close();
+}
+
+void BadInputTest::kindsAndColours_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("error");
+    for (const TypedText& each : typedTexts())
+        QTest::newRow(each.name) << each.text << correct;
+    QTest::newRow("quotes") << u"'; DROP TABLE Cuts; -- \" ` א"_s << correct;
+    QTest::newRow("full") << QString(50, u'"') << correct;
+    QTest::newRow("one too long") << QString(51, u'ש') << int{runtime::FieldTooSmall};
+    QTest::newRow("longest") << QString(32767, u'ש') << int{runtime::FieldTooSmall};
+}
+
+/// Stored as they stand, an empty one as an empty text.
 void BadInputTest::kindsAndColours()
 {
+    QFETCH(QString, text);
+    QFETCH(int, error);
     chooseSeries();
-    const QString quoted = u"'; DROP TABLE Cuts; -- \" \u202e א"_s;
-    desk_->form()->opening().DBComboKind[0]->setEditText(quoted);
-    desk_->form()->opening().DBComboColor[3]->setEditText(QString(50, u'"'));
+    const calculation::OpeningPanel& panel = desk_->form()->opening();
+    for (std::size_t part = 0; part < 4; ++part) {
+        panel.DBComboKind[part]->setEditText(text);
+        panel.DBComboColor[part]->setEditText(text);
+    }
     type(0, u"100"_s);
     type(2, u"100"_s);
+    const QString shown = keptText(panel.DBComboKind[0]->currentText());
     desk_->click("CmdAdd");
-    expectOutcome(correct, u"MyWidth"_s, 100);
-    QVERIFY(desk_->store.scalar(u"SELECT count(*) FROM Cuts WHERE Mashof_Kind = ?"_s, {quoted})
-                .toInt() == 1);
+    expectOutcome(error, u"MyWidth"_s, 100);
+    if (error != correct)
+        return;
+    for (const QVariant& each :
+         desk_->store
+             .rows(u"SELECT Mashof_Kind, Mahkof_Color, Kanaf_Kind, Kanaf_Color, Glass_Kind,"
+                   " Glass_Color, Reshet_Kind, Reshet_Color FROM Cuts"_s)
+             .constFirst()) {
+        QVERIFY(!each.isNull());
+        QCOMPARE(each.toString(), shown);
+    }
 }
 
 ZOMREL_QTEST_MAIN(BadInputTest)
