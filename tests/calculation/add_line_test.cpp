@@ -2,16 +2,12 @@
 
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
-#include "platform/dao/database.h"
-#include "platform/dao/link.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
 #include "shell/base/input_boxes.h"
 #include "shell/base/module1.h"
 #include "support/widgets.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLocale>
@@ -82,7 +78,6 @@ private slots:
     void slatsRoundHalfToEven();
 
     void decimalCommaOfTheMachine();
-    void needsFewRoundTripsToAServer();
 };
 
 void AddLineTest::ordinaryLine()
@@ -407,45 +402,6 @@ void AddLineTest::decimalCommaOfTheMachine()
     QCOMPARE(host.boxes.unexpected(), QStringList());
     QCOMPARE(host.stored(u"MyWidth"_s), QVariant(9.75));
     QCOMPARE(host.stored(u"U_Thick"_s), QVariant(6.5));
-}
-
-/// The statements that the server has written to its log, each a round trip.
-static QStringList loggedStatements(const dao::Link& link, qint64 from)
-{
-    QFile log(link.server + u"/log"_s);
-    log.open(QIODevice::ReadOnly);
-    log.seek(from);
-    return QString::fromUtf8(log.readAll()).split(u'\n').filter(u"LOG:  statement: "_s);
-}
-
-void AddLineTest::needsFewRoundTripsToAServer()
-{
-    if (!testsupport::isOnServer())
-        QSKIP("about a server");
-    PanelHost host;
-    const dao::Link link = dao::linkAt(host.store.path()).value();
-    testsupport::runAsKeeper(
-        u"ALTER DATABASE \"%1\" SET log_statement = 'all'"_s.arg(link.database));
-    testsupport::runAsKeeper(u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE "
-                             "datname = '%1' AND application_name = 'Zomrel'"_s.arg(
-                                 link.database)); // the next one is logged
-    host.chooseExample(2);
-    const auto addOne = [&host] {
-        host.type(u"120"_s, u"50"_s, u"100"_s, u"25"_s);
-        host.add();
-    };
-    for (int warm = 0; warm < 4; ++warm)
-        addOne();
-    const qint64 from = QFileInfo(link.server + u"/log"_s).size();
-    addOne();
-    const QStringList statements = loggedStatements(link, from);
-    qsizetype untilCommitted = 0;
-    while (untilCommitted < statements.size() &&
-           !statements[untilCommitted].contains(u"statement: INSERT"_s))
-        ++untilCommitted;
-    ++untilCommitted;
-    QVERIFY2(untilCommitted <= statements.size(), "no line was added");
-    QVERIFY2(untilCommitted <= 6, qPrintable(statements.join(u'\n')));
 }
 
 ZOMREL_QTEST_MAIN(AddLineTest)

@@ -164,17 +164,18 @@ void ServerProxy::pass(int from)
         pollfd waker = {wakers_[0], POLLIN, 0};
         ::poll(&waker, 1, delay_);
     }
-    const bool isCut = comesToZero(cutIn_);
-    sendAll(to, bytes.data(), static_cast<std::size_t>(isCut ? count / 2 : count));
-    if (isCut) {
-        endAll();
-        return;
-    }
+    // Before the answer can be read, so that whoever reads it finds it counted.
     if (asked_.contains(to)) {
         asked_[to] = true;
     } else if (asked_[from]) {
         asked_[from] = false;
         ++roundTrips_;
+    }
+    const bool isCut = comesToZero(cutIn_);
+    sendAll(to, bytes.data(), static_cast<std::size_t>(isCut ? count / 2 : count));
+    if (isCut) {
+        endAll();
+        return;
     }
 }
 

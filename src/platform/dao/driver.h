@@ -73,12 +73,18 @@ public:
     QSqlQuery& passing();
     /// Lets go of a statement that has failed.
     void drop(const QString& sql);
+    /// The names under which a server keeps statements for this connection, by their texts; empty
+    /// for one that has come once.
+    std::map<QString, QString>& serverStatements() { return serverStatements_; }
+    int nextStatementNumber() { return ++statementNumber_; }
 
 private:
     QString name_;
     QSqlDatabase database_;
     std::map<QString, QSqlQuery> statements_;
     QSqlQuery passing_;
+    std::map<QString, QString> serverStatements_;
+    int statementNumber_ = 0;
     std::shared_ptr<SchemaMemory> schema_ = std::make_shared<SchemaMemory>();
     QString lossReason_;
 };

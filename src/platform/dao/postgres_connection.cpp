@@ -2,7 +2,6 @@
 
 #include "platform/dao/answer_watch.h"
 
-#include <QLocale>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlResult>
@@ -30,13 +29,13 @@ constexpr std::chrono::seconds idleInTransaction(60);
 /// What tells of any change to the schema: every change of a table or an index leaves a row of the
 /// one catalogue or of the other written by another transaction.
 const QString greeting = QStringLiteral(
-    "PREPARE zomrel_greeting AS WITH place AS "
-    "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
-    "SELECT (SELECT concat_ws('.', count(*), sum(c.xmin::text::bigint)) FROM pg_class c "
-    "WHERE c.relnamespace = (SELECT oid FROM place)) || '.' || "
+    "PREPARE zomrel_greeting AS WITH relation AS MATERIALIZED "
+    "(SELECT c.oid, c.relkind, c.xmin::text::bigint AS writer FROM pg_class c "
+    "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())) "
+    "SELECT (SELECT concat_ws('.', count(*), sum(writer)) FROM relation) || '.' || "
     "(SELECT concat_ws('.', count(*), sum(a.xmin::text::bigint)) FROM pg_attribute a "
-    "WHERE a.attrelid = ANY (ARRAY(SELECT c.oid FROM pg_class c WHERE c.relkind <> 'i' "
-    "AND c.relnamespace = (SELECT oid FROM place)))), "
+    "WHERE a.attnum > 0 AND a.attrelid = ANY (ARRAY(SELECT oid FROM relation "
+    "WHERE relkind NOT IN ('i', 'I', 'S')))), "
     "current_setting('server_encoding'), "
     "CASE WHEN current_setting('synchronous_commit') = 'off' "
     "THEN set_config('synchronous_commit', 'on', false) END");
@@ -186,60 +185,6 @@ int columnCount(const QSqlQuery& query)
 {
     const auto* result = pointerIn<PGresult*>(query.result()->handle(), "pg_result*", "PGresult*");
     return result != nullptr ? PQnfields(result) : 0;
-}
-
-namespace {
-
-QString literalText(const QString& text)
-{
-    if (text.contains(QChar(u'\0')))
-        throw RunTimeError(runtime::DataTypeConversion);
-    QString inner = text;
-    return u'\'' + inner.replace(u'\'', u"''"_s) + u'\'';
-}
-
-QString literal(const QVariant& value)
-{
-    if (!value.isValid() || value.isNull())
-        return u"NULL"_s;
-    switch (value.typeId()) {
-    case QMetaType::Bool:
-        return value.toBool() ? u"-1"_s : u"0"_s;
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-        return QString::number(value.toLongLong());
-    case QMetaType::Double: {
-        const QString number =
-            QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
-        return qIsFinite(value.toDouble()) ? number : literalText(number);
-    }
-    default:
-        return literalText(value.toString());
-    }
-}
-
-} // namespace
-
-QString withValues(const QString& sql, const QVariantList& values)
-{
-    if (values.isEmpty())
-        return sql;
-    QString whole;
-    qsizetype next = 0;
-    QChar quote;
-    for (const QChar c : sql) {
-        if (!quote.isNull()) {
-            if (c == quote)
-                quote = {};
-        } else if (c == u'"' || c == u'\'') {
-            quote = c;
-        } else if (c == u'?' && next < values.size()) {
-            whole += literal(values[next++]);
-            continue;
-        }
-        whole += c;
-    }
-    return whole;
 }
 
 } // namespace dao::postgres

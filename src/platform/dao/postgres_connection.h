@@ -41,6 +41,12 @@ runtime::RunTimeError errorOf(const QSqlError& error, SqlConnection& connection,
 /// the server cannot hold.
 QString withValues(const QString& sql, const QVariantList& values);
 
+/// Runs a statement over rows, with the values in the places of its question marks. One that comes
+/// again is kept by the server, which then neither reads nor plans it anew. Not in a transaction,
+/// for it may have to be tried twice.
+QSqlQuery& executeKept(SqlConnection& connection, const QString& sql, const QVariantList& values,
+                       std::chrono::milliseconds patience);
+
 int columnCount(const QSqlQuery& query);
 
 } // namespace postgres

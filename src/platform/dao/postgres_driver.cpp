@@ -132,7 +132,6 @@ void PostgresDriver::goOnAnew()
 
 QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& values)
 {
-    const QString whole = postgres::withValues(sql, values);
     if (postgres::isLost(sqlConnection())) {
         if (inTransaction() || sql == "ROLLBACK"_L1)
             throw error({});
@@ -144,7 +143,9 @@ QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& value
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
     if (!keepsTheSchema(sql))
         sqlConnection().forgetSchema();
-    return postgres::execute(sqlConnection(), whole, waits_.answer);
+    if (!inTransaction() && !values.isEmpty() && !mayChangeTheSchema(sql))
+        return postgres::executeKept(sqlConnection(), sql, values, waits_.answer);
+    return postgres::execute(sqlConnection(), postgres::withValues(sql, values), waits_.answer);
 }
 
 int PostgresDriver::columnCount(const QSqlQuery& query) const

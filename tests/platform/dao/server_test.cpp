@@ -358,6 +358,81 @@ TEST_F(ServerTest, KeepsItsConnectionWhereAStatementIsRefused)
     EXPECT_EQ(QSqlDatabase::connectionNames(), names);
 }
 
+/// How many statements the server keeps for the database's connection, but for the greeting.
+int keptStatements(dao::Database& database)
+{
+    return database.driver()
+        .rows(u"SELECT count(*) FROM pg_prepared_statements WHERE name <> 'zomrel_greeting'"_s)
+        .front()
+        .front()
+        .toInt();
+}
+
+TEST_F(ServerTest, KeepsStatementsThatComeAgain)
+{
+    add(1, 10);
+    add(2, 20);
+    const auto database = open();
+    const auto nameOf = [&](int number) {
+        return database
+            ->OpenRecordset(u"SELECT * FROM Items WHERE Num = %1"_s.arg(number), dao::dbOpenDynaset)
+            ->Fields(u"Code"_s)
+            .Value();
+    };
+    EXPECT_EQ(nameOf(10), 1);
+    EXPECT_EQ(keptStatements(*database), 0) << "what comes once is not worth it";
+    EXPECT_EQ(nameOf(20), 2);
+    EXPECT_EQ(nameOf(10), 1);
+    EXPECT_EQ(keptStatements(*database), 1);
+}
+
+TEST_F(ServerTest, ComparesANumberAsItIsWrittenHoweverOften)
+{
+    add(1, 2);
+    const auto database = open();
+    for (int i = 0; i < 8; ++i) {
+        for (const QString& number : {u"1.5"_s, u"2.5"_s, u"5000000000"_s, u"-5000000000"_s})
+            EXPECT_EQ(database
+                          ->OpenRecordset(u"SELECT * FROM Items WHERE Num = "_s + number,
+                                          dao::dbOpenDynaset)
+                          ->RecordCount(),
+                      0)
+                << number.toStdString();
+        EXPECT_EQ(
+            database->OpenRecordset(u"SELECT * FROM Items WHERE Num = 2"_s, dao::dbOpenDynaset)
+                ->RecordCount(),
+            1);
+    }
+}
+
+TEST_F(ServerTest, RunsAKeptStatementOverATableThatHasChanged)
+{
+    add(1, 10);
+    const auto database = open();
+    const auto rows = database->OpenRecordset(u"Items"_s, dao::dbOpenDynaset);
+    for (int i = 0; i < 8; ++i)
+        rows->Move(0);
+    ASSERT_EQ(keptStatements(*database), 1);
+    sql(u"SELECT 1"_s);
+    raw_->exactly(u"ALTER TABLE \"Items\" ALTER \"Name\" TYPE varchar(30)"_s);
+    rows->Move(0);
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
+    database->driver().run(u"DEALLOCATE ALL"_s);
+    rows->Move(0);
+    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
+}
+
+TEST_F(ServerTest, KeepsNoStatementInATransaction)
+{
+    add(1, 10);
+    const auto rows = dynaset(u"Items"_s);
+    rows->database()->BeginTrans();
+    for (int i = 0; i < 4; ++i)
+        rows->Move(0);
+    EXPECT_EQ(keptStatements(*rows->database()), 0);
+    rows->database()->Rollback();
+}
+
 TEST_F(ServerTest, KeepsEveryCommitDurable)
 {
     raw_.reset();
