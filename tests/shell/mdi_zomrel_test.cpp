@@ -6,9 +6,11 @@
 #include "support/temporary_store.h"
 #include "support/widgets.h"
 
+#include <QDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPushButton>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
@@ -38,6 +40,7 @@ private slots:
     void childWindowCommands_data();
     void childWindowCommands();
     void aFormHasOneInstance();
+    void allFormsTakeOneConnectionToAServer();
     void unknownTagDoesNothing();
     void buttonThatDoesNotExist();
 
@@ -249,6 +252,33 @@ void MdiZomrelTest::aFormHasOneInstance()
     button(2)->click();
     QCOMPARE(formInFrame(u"FrSerials"_s), first);
     QCOMPARE(window_->findChild<QMdiArea*>()->activeSubWindow()->widget(), first);
+}
+
+/// What a station takes of the connections that a server has to give.
+void MdiZomrelTest::allFormsTakeOneConnectionToAServer()
+{
+    if (!testsupport::isOnServer())
+        QSKIP("about a server");
+    store_->addOrder(1);
+    store_->addLine(1, 1);
+    for (int form = 1; form <= 3; ++form)
+        button(form)->click();
+    testsupport::child<QPushButton>(*formInFrame(u"FrOrder"_s), u"CmdPicSerial"_s)->click();
+    QVERIFY(testsupport::child<QDialog>(*window_, u"FormSelectSerial"_s)->isVisible());
+    int connections = -1;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&] {
+        if (QWidget* form = QApplication::activeModalWidget()) {
+            connections = store_
+                              ->scalar(u"SELECT COUNT(*) FROM pg_stat_activity WHERE datname = "
+                                       "current_database() AND application_name = 'Zomrel'"_s)
+                              .toInt();
+            form->close();
+        }
+    });
+    watch.start(10);
+    menuAction(u"FindOrder"_s)->trigger();
+    QCOMPARE(connections, 1);
 }
 
 void MdiZomrelTest::unknownTagDoesNothing()

@@ -198,7 +198,7 @@ void ThrowawayServer::start()
     QStringList settings{u"listen_addresses=127.0.0.1"_s};
     if (care_ == Care::Quick)
         settings << u"fsync=off"_s << u"full_page_writes=off"_s << u"wal_level=minimal"_s
-                 << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s << u"max_connections=300"_s;
+                 << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s;
     if (QFile::exists(serverKey()))
         settings << u"ssl=on"_s;
     QStringList arguments{u"-D"_s, folder_.filePath(u"data"_s), u"-k"_s, folder(),
