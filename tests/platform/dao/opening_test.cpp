@@ -1,5 +1,6 @@
 #include "platform/dao/fixture.h"
 
+#include "platform/dao/driver.h"
 #include "support/ordinary_user.h"
 
 #include <QFile>
@@ -141,6 +142,16 @@ TEST_F(OpeningTest, KeepsARollbackJournal)
     raw_.reset();
     open();
     EXPECT_EQ(scalar(u"PRAGMA journal_mode"_s).toString(), u"delete"_s);
+}
+
+/// What is told of as written is on the disk; a new connection and one that was kept alike.
+TEST_F(OpeningTest, WaitsForTheDisk)
+{
+    EMBEDDED_ONLY("about the store's file");
+    constexpr int full = 2;
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    for (int use = 0; use < 2; ++use)
+        EXPECT_EQ(open()->driver().rows(u"PRAGMA synchronous"_s).front().front(), full);
 }
 
 TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
