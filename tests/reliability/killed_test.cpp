@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <numeric>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -60,6 +61,7 @@ protected:
             ++hotJournals_;
         for (const QString& told : station.takeTold())
             victim.ledger->tell(told);
+        inAChange_ += victim.ledger->isAnyUnderWay() ? 1 : 0;
     }
 
     static void expectNothingLost(Victim& victim)
@@ -84,7 +86,25 @@ protected:
     void add(const Victim& victim)
     {
         rows_ += victim.ledger->rowsCompared();
-        changes_ += victim.ledger->changesTold();
+        for (const auto& [kind, times] : victim.ledger->kindsTold().asKeyValueRange())
+            changes_[kind] += times;
+    }
+
+    /// Many kills have met every change that there is, and mostly in its middle.
+    void expectThatMuchWasDone(int kills)
+    {
+        constexpr int many = 1000;
+        const int changes = std::accumulate(changes_.begin(), changes_.end(), 0);
+        EXPECT_GT(changes, 0);
+        if (kills >= killsPerStore) {
+            EXPECT_GT(inAChange_, kills / 4);
+        }
+        if (changes < many)
+            return;
+        for (const QString& kind :
+             {u"order"_s, u"line"_s, u"deleted"_s, u"emptied"_s, u"printed"_s, u"closed"_s,
+              u"series"_s, u"seriesdeleted"_s, u"name"_s, u"renamed"_s, u"unnamed"_s})
+            EXPECT_GT(changes_[kind], 0) << qUtf8Printable(kind);
     }
 
     void writeDown(int seed, int kills) const
@@ -93,7 +113,8 @@ protected:
                      {{u"kills"_s, QString::number(kills)},
                       {u"kills with a journal left to roll back"_s, QString::number(hotJournals_)},
                       {u"starts after a kill or on a new store"_s, QString::number(starts_)},
-                      {u"changes acknowledged"_s, QString::number(changes_)},
+                      {u"kills in the middle of a change"_s, QString::number(inAChange_)},
+                      {u"changes acknowledged"_s, acknowledged()},
                       {u"rows compared"_s, QString::number(rows_)},
                       {u"seed"_s, QString::number(seed)}});
     }
@@ -101,10 +122,21 @@ protected:
     std::mt19937 random_;
 
 private:
+    /// "2311: closed 60, line 1100, …"
+    QString acknowledged() const
+    {
+        QStringList kinds;
+        for (const auto& [kind, times] : changes_.asKeyValueRange())
+            kinds.append(u"%1 %2"_s.arg(kind).arg(times));
+        const int all = std::accumulate(changes_.begin(), changes_.end(), 0);
+        return u"%1: %2"_s.arg(all).arg(kinds.join(u", "_s));
+    }
+
     int hotJournals_ = 0;
     int starts_ = 0;
     int rows_ = 0;
-    int changes_ = 0;
+    int inAChange_ = 0;
+    QMap<QString, int> changes_; ///< By their kind.
 };
 
 TEST_F(Killed, LosesNothingAndLeavesNoRowByHalf)
@@ -126,6 +158,7 @@ TEST_F(Killed, LosesNothingAndLeavesNoRowByHalf)
         }
     }
     writeDown(seed, kills);
+    expectThatMuchWasDone(kills);
 }
 
 QByteArray contentsOf(const QString& path)

@@ -3,6 +3,7 @@
 #include "store/schema.h"
 
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -51,8 +52,14 @@ void Ledger::tell(const QString& told, const QString& station)
         return;
     }
     underWay_.remove(station);
-    ++changesTold_;
-    apply(told.split(u' '), station);
+    const QStringList words = told.split(u' ');
+    ++kindsTold_[words[0]];
+    apply(words, station);
+}
+
+int Ledger::changesTold() const
+{
+    return std::accumulate(kindsTold_.begin(), kindsTold_.end(), 0);
 }
 
 void Ledger::apply(const QStringList& change, const QString& station)

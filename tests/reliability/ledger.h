@@ -25,7 +25,10 @@ public:
     QStringList findings(const StoredRows& store);
 
     int rowsCompared() const { return rowsCompared_; }
-    int changesTold() const { return changesTold_; }
+    int changesTold() const;
+    /// How many changes of each kind have been told of, by the first word of their telling.
+    const QMap<QString, int>& kindsTold() const { return kindsTold_; }
+    bool isAnyUnderWay() const { return !underWay_.isEmpty(); }
     qsizetype lineCount() const { return lines_.size(); }
 
 private:
@@ -61,7 +64,7 @@ private:
     QMap<int, QSet<QString>> renumbering_; ///< The stations whose reports number an order anew.
     int firstOwnSeries_;
     int rowsCompared_ = 0;
-    int changesTold_ = 0;
+    QMap<QString, int> kindsTold_;
 };
 
 } // namespace reliability
