@@ -70,16 +70,20 @@ endfunction()
 # Where the server of a test run says how it is reached.
 set(ZOMREL_TEST_SERVER ${PROJECT_BINARY_DIR}/server/place)
 
-# zomrel_on_server(NAME ...): each of the tests runs once more over stores on a server, as NAME_on_server.
+# zomrel_on_server(NAME ...): each of the tests runs once more over stores on a server, as NAME_on_server,
+# with the properties that it has when this is said.
 function(zomrel_on_server)
   foreach(name ${ARGN})
-    get_test_property(${name} ENVIRONMENT environment)
-    if(NOT environment)
-      set(environment "")
-    endif()
-    list(APPEND environment ZOMREL_TEST_ENGINE=postgresql ZOMREL_TEST_SERVER=${ZOMREL_TEST_SERVER})
+    foreach(property ENVIRONMENT FIXTURES_REQUIRED TIMEOUT)
+      get_test_property(${name} ${property} ${property})
+      if(NOT ${property})
+        set(${property} "")
+      endif()
+    endforeach()
+    list(APPEND ENVIRONMENT ZOMREL_TEST_ENGINE=postgresql ZOMREL_TEST_SERVER=${ZOMREL_TEST_SERVER})
+    list(APPEND FIXTURES_REQUIRED server)
     add_test(NAME ${name}_on_server COMMAND ${name})
-    set_tests_properties(${name}_on_server PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}"
-                                                      FIXTURES_REQUIRED server)
+    set_tests_properties(${name}_on_server PROPERTIES TIMEOUT "${TIMEOUT}" ENVIRONMENT "${ENVIRONMENT}"
+                                                      FIXTURES_REQUIRED "${FIXTURES_REQUIRED}")
   endforeach()
 endfunction()

@@ -32,6 +32,8 @@ QVariant shown(const QVariant& value)
         const bool whole = moment.time() == QTime(0, 0);
         return moment.toString(whole ? u"yyyy-MM-dd"_s : u"yyyy-MM-ddTHH:mm:ss"_s);
     }
+    case QMetaType::Double:
+        return qIsNaN(value.toDouble()) ? QVariant(u"NaN"_s) : value;
     default:
         return value;
     }
@@ -73,7 +75,7 @@ PlainSql::PlainSql(const QString& path) : name_(QUuid::createUuid().toString())
     if (!database.open())
         qFatal("%s", qUtf8Printable(database.lastError().text()));
     if (!onServer_)
-        rows(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
+        QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
 }
 
 PlainSql::~PlainSql()

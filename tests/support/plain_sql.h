@@ -21,7 +21,7 @@ public:
     PlainSql& operator=(const PlainSql&) = delete;
 
     /// The rows that a statement gives: moments as their ISO text, truth as 1 and 0, Null as an
-    /// invalid value.
+    /// invalid value, what is no number as "NaN", so that all can be compared.
     QList<QList<QVariant>> rows(const QString& sql, const QList<QVariant>& values = {});
     /// The first column of the first row; invalid where there is none.
     QVariant scalar(const QString& sql, const QList<QVariant>& values = {});

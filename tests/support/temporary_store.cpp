@@ -5,6 +5,7 @@
 #include "store/schema.h"
 #include "tools/store/builder.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -127,6 +128,47 @@ QList<QList<QVariant>> TemporaryStore::rows(const QString& sql, const QList<QVar
 QVariant TemporaryStore::scalar(const QString& sql, const QList<QVariant>& values)
 {
     return sql_->scalar(sql, values);
+}
+
+QByteArray TemporaryStore::contents()
+{
+    if (!sql_->isOnServer()) {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    const QString tables = u"SELECT quote_ident(relname), string_agg(attname || ' ' || "
+                           "format_type(atttypid, atttypmod), ', ' ORDER BY attnum) "
+                           "FROM pg_class c JOIN pg_attribute a ON attrelid = c.oid "
+                           "WHERE relnamespace = 'public'::regnamespace AND attnum > 0 "
+                           "AND NOT attisdropped AND relkind IN ('r', 'v') "
+                           "GROUP BY relname ORDER BY relname"_s;
+    QString all;
+    for (const QList<QVariant>& table : sql_->exactly(tables)) {
+        const QString name = table[0].toString();
+        all += name + u": "_s + table[1].toString() + u'\n';
+        all +=
+            sql_->exactly(
+                    u"SELECT string_agg(t::text, '\n' ORDER BY t::text) FROM %1 AS t"_s.arg(name))
+                .first()
+                .first()
+                .toString() +
+            u'\n';
+    }
+    return all.toUtf8();
+}
+
+void TemporaryStore::waitUntilLeft()
+{
+    if (!sql_->isOnServer())
+        return;
+    dao::DBEngine::instance().Idle();
+    const QDeadlineTimer deadline(std::chrono::seconds(30));
+    const QString sql = u"SELECT count(*), pg_sleep(0.002) FROM pg_stat_activity WHERE datname = "
+                        "current_database() AND application_name = 'Zomrel'"_s;
+    while (sql_->exactly(sql).first().first().toInt() > 0) {
+        if (deadline.hasExpired())
+            qFatal("a program that has ended is still at work on its store");
+    }
 }
 
 int TemporaryStore::addSeries(const QString& name, const QList<double>& deductions, int kanafNum,

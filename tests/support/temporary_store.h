@@ -38,6 +38,14 @@ public:
     /// The first column of the first row; invalid where there is none.
     QVariant scalar(const QString& sql, const QList<QVariant>& values = {});
 
+    /// All that the store holds, to be compared: the file's bytes, or what a server tells of its
+    /// tables, their columns and their rows.
+    QByteArray contents();
+
+    /// Waits until no program works on the store any more, but for this one's plain SQL: a server
+    /// goes on with the statement that a station was killed in.
+    void waitUntilLeft();
+
     /// Adds a series and returns its AutoNum. The deductions stand in the table's order: frame
     /// width and height, sash, glass, mesh.
     int addSeries(const QString& name, const QList<double>& deductions, int kanafNum, int nativNum,
