@@ -84,6 +84,8 @@ void WeekJourney::besideOthers()
     const Week week = workAWeek(program, [&] { workBetween(other, true); });
     tellLedger(ledger, other);
     restless.kill();
+    other.kill();
+    store.waitUntilLeft();
     QCOMPARE(restless.runTimeBoxes(), QStringList());
     tellLedger(ledger, restless);
 

@@ -27,7 +27,7 @@ int doubledNumbers(TemporaryStore& store)
 {
     return store
         .scalar(u"SELECT count(*) FROM (SELECT 1 FROM Cuts GROUP BY Order_Num, NUM"
-                " HAVING count(*) > 1)"_s)
+                " HAVING count(*) > 1) AS doubled"_s)
         .toInt();
 }
 

@@ -42,7 +42,7 @@ TEST(ServerStations, LoseNoLineAndGiveNoOrderNumberTwice)
     EXPECT_EQ(store.findings(), QStringList());
     const int doubled = store.count(u"SELECT count(*) FROM (SELECT 1 FROM Cuts GROUP BY Order_Num, "
                                     "NUM HAVING count(*) > 1) AS doubled"_s);
-    writeFigures(u"stations"_s,
+    writeFigures(u"many stations"_s,
                  {{u"stations at once"_s, QString::number(stationCount)},
                   {u"lines of all stations"_s, QString::number(store.ledger().lineCount())},
                   {u"seconds"_s, QString::number(seconds, 'f', 1)},
