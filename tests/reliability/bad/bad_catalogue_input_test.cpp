@@ -108,6 +108,8 @@ void BadCatalogueInputTest::deductionBoxes_data()
             // "-7.9e999"; before or within the number the exponent has a point behind it.
             if (box == Hundredths && (key == u"too large" || key == u"exponent too large"))
                 error = runtime::Overflow;
+            if (error == runtime::DataTypeConversion && !typedNumbers().contains(each))
+                continue;
             QTest::addRow("%s, %s", name, each.name)
                 << int{box} << each.text << error << numbers.value(key);
         }
@@ -192,7 +194,7 @@ void BadCatalogueInputTest::textBoxes_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
     for (const TypedText& each : typedTexts())
-        QTest::newRow(each.name) << each.text << correct;
+        QTest::newRow(each.name) << each.text << storingError(each);
     QTest::newRow("full") << QString(50, u'ש') << correct;
     QTest::newRow("one too long") << QString(51, u'ש') << int{runtime::FieldTooSmall};
     QTest::newRow("longest") << QString(32767, u'ש') << int{runtime::FieldTooSmall};
@@ -231,7 +233,7 @@ void BadCatalogueInputTest::cells_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("isRefused");
     for (const TypedText& each : typedTexts())
-        QTest::newRow(each.name) << each.text << false;
+        QTest::newRow(each.name) << each.text << (storingError(each) != correct);
     QTest::newRow("full") << QString(50, u'ש') << false;
     QTest::newRow("one too long") << QString(51, u'ש') << true;
     QTest::newRow("longest") << QString(32767, u'ש') << true;

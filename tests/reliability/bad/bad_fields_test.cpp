@@ -116,8 +116,8 @@ void BadFieldsTest::combinations(const QString& table, const QStringList& butFor
     QTest::addColumn<QString>("value");
     QTest::addColumn<int>("unreadable"); // the error that reading raises
     for (const dao::FieldInfo& field : store::tableSchema(table)->fields) {
-        for (const StoredValue& value : storedValues()) {
-            if (butFor.contains(field.name) || !isWorthAsking(value, field) ||
+        for (const StoredValue& value : valuesFor(field)) {
+            if (butFor.contains(field.name) ||
                 (field.type == dao::dbBoolean && value.sql == u"NULL")) // the column takes none
                 continue;
             QTest::addRow("%s %s", qPrintable(field.name), value.name)
@@ -328,6 +328,8 @@ void BadFieldsTest::orderNumber_data()
     QTest::newRow("last") << u"32767"_s << false << 0 << 32767;
     QTest::newRow("last, closed") << u"32767"_s << true << over << 0;
     QTest::newRow("beyond 16 bits") << u"32768"_s << false << over << 0;
+    if (testsupport::isOnServer()) // its column takes nothing else
+        return;
     QTest::newRow("beyond 32 bits") << u"3000000000"_s << false << over << 0;
     QTest::newRow("huge, closed") << u"1e308"_s << true << over << 0;
     QTest::newRow("infinite") << u"9e999"_s << false << over << 0;
@@ -358,7 +360,7 @@ void BadFieldsTest::foundNumber_data()
     QTest::addColumn<int>("number");
     const dao::FieldInfo number{.name = u"Number"_s, .type = dao::dbLong};
     for (const StoredValue& each : storedValues()) {
-        if (each.sql == u"NULL") // the key takes none
+        if (each.sql == u"NULL" || !isKept(each, number)) // the key takes no Null
             continue;
         const int value = QString(each.sql).remove(u'\'').toInt();
         const bool fits = readingError(each, number) == 0 && value == qint16(value);
@@ -387,9 +389,10 @@ void BadFieldsTest::list_data()
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("shown");
+    const dao::FieldInfo name{.name = u"Name"_s, .type = dao::dbText, .size = 50};
     for (const store::PartLists& part : store::partLists()) {
         for (const QString& table : {part.kindTable, part.colorTable}) {
-            for (const StoredValue& value : storedValues())
+            for (const StoredValue& value : valuesFor(name))
                 QTest::addRow("%s %s", qPrintable(table), value.name)
                     << table << value.sql << value.shownAsText;
         }

@@ -1,23 +1,38 @@
 #include "platform/dao/database.h"
 #include "reliability/bad/working_day.h"
 #include "reliability/figures.h"
+#include "store/schema.h"
+#include "support/plain_sql.h"
 #include "support/temporary_store.h"
+#include "support/throwaway_server.h"
 #include "tools/store/checker.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <map>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using testsupport::TemporaryStore;
+
+namespace {
+
+constexpr qint64 longest = 30000; ///< Milliseconds that a day may last on a busy machine.
+constexpr int pageSize = 4096;
+
+QByteArray contentsOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
 
 /// The program at stores as no program leaves them: it says what is wrong and ends, or it works.
 /// It never crashes or hangs, and never makes a damaged file worse.
@@ -40,52 +55,60 @@ private slots:
     void withoutAField();
     void wrongType_data();
     void wrongType();
+    void anotherDatabase_data();
+    void anotherDatabase();
 
 private:
     enum class Outcome { Ended, Worked };
 
     Outcome workOn(const QByteArray& bytes);
     Outcome workOnChanged(const QStringList& statements);
+    Outcome work();
     void lay(const QByteArray& bytes);
-    QByteArray bytes() const;
+    void laySound();
+    static void typesOfAServer();
+    QByteArray contents() const { return store_ ? store_->contents() : contentsOf(path()); }
     QStringList findings() const { return storetools::checkStore(path()); }
-    QString path() const { return folder_->filePath(u"Aluminium.mdb"_s); }
+    QString folder() const { return store_ ? store_->folder() : folder_->path(); }
+    QString path() const { return folder() + u"/Aluminium.mdb"_s; }
     /// What the query counts, -1 where it cannot be asked.
     int count(const QString& query) const;
-    int newLines() const { return count(u"SELECT count(*) FROM Cuts WHERE Order_Num = 3"_s); }
-    int newOrders() const { return count(u"SELECT count(*) FROM Orders WHERE Number = 3"_s); }
+    int newLines() const
+    {
+        return count(u"SELECT count(*) FROM \"Cuts\" WHERE \"Order_Num\" = 3"_s);
+    }
+    int newOrders() const
+    {
+        return count(u"SELECT count(*) FROM \"Orders\" WHERE \"Number\" = 3"_s);
+    }
 
     std::map<Outcome, int> days_;
     QByteArray sound_;
-    std::optional<QTemporaryDir> folder_;
-    QString box_; ///< What the last box of the last day said.
+    std::optional<QTemporaryDir> folder_;   ///< With a damaged file in it.
+    std::unique_ptr<TemporaryStore> store_; ///< Changed by statements; null for a damaged file.
+    QString box_;                           ///< What the last box of the last day said.
 };
 
-namespace {
-
-constexpr qint64 longest = 30000; ///< Milliseconds that a day may last on a busy machine.
-constexpr int pageSize = 4096;
-
-QByteArray contentsOf(const QString& path)
+/// A delivered store with two closed orders, so that the day begins with a new one.
+void BadStoreTest::laySound()
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    folder_.reset();
+    store_ = std::make_unique<TemporaryStore>(TemporaryStore::Contents::Delivered);
+    store_->execute(u"BEGIN"_s);
+    for (int order = 1; order <= 2; ++order) {
+        store_->addOrder(order, true);
+        for (int line = 1; line <= 15; ++line)
+            store_->addLine(order, line);
+    }
+    store_->execute(u"COMMIT"_s);
 }
 
-} // namespace
-
-/// A delivered store with two closed orders, so that the day begins with a new one.
 void BadStoreTest::initTestCase()
 {
-    TemporaryStore store(TemporaryStore::Contents::Delivered);
-    store.execute(u"BEGIN"_s);
-    for (int order = 1; order <= 2; ++order) {
-        store.addOrder(order, true);
-        for (int line = 1; line <= 15; ++line)
-            store.addLine(order, line);
-    }
-    store.execute(u"COMMIT"_s);
-    sound_ = contentsOf(store.path());
+    if (testsupport::isOnServer())
+        return;
+    laySound();
+    sound_ = contents();
     QVERIFY(sound_.size() >= 16 * pageSize);
     QCOMPARE(sound_.size() % pageSize, 0);
 }
@@ -100,37 +123,32 @@ void BadStoreTest::cleanupTestCase()
 
 void BadStoreTest::lay(const QByteArray& bytes)
 {
+    store_.reset();
     folder_.emplace();
     QFile file(path());
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
-QByteArray BadStoreTest::bytes() const
-{
-    return contentsOf(path());
-}
-
 int BadStoreTest::count(const QString& query) const
 {
-    int result = -1;
-    {
-        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"look"_s);
-        database.setDatabaseName(path());
-        QSqlQuery asked;
-        if (database.open()) {
-            asked = QSqlQuery(database);
-            if (asked.exec(query) && asked.next())
-                result = asked.value(0).toInt();
-        }
+    try {
+        testsupport::PlainSql sql(path());
+        return sql.exactly(query).first().first().toInt();
+    } catch (const std::runtime_error&) {
+        return -1;
     }
-    QSqlDatabase::removeDatabase(u"look"_s);
-    return result;
 }
 
 BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
 {
     lay(damaged);
+    return work();
+}
+
+BadStoreTest::Outcome BadStoreTest::work()
+{
+    const QByteArray before = contents();
     QElapsedTimer clock;
     clock.start();
     bool started = false;
@@ -140,8 +158,8 @@ BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
     QByteArray atStart;
     {
         WorkingDay day;
-        started = day.start(folder_->path());
-        atStart = bytes(); // fields that Orders lacked may have been added
+        started = day.start(folder());
+        atStart = contents(); // fields that Orders lacked may have been added
         opened = started && day.openOrder();
         worked = opened && day.chooseSeries() && day.addLine();
         ended = day.endedWithABox();
@@ -149,10 +167,10 @@ BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
     }
     if (clock.elapsed() > longest)
         QTest::qFail("the day lasted too long", __FILE__, __LINE__);
-    if (!started && bytes() != damaged)
+    if (!started && contents() != before)
         QTest::qFail("a store that did not even open was changed", __FILE__, __LINE__);
     // Its number is written before the order's form is filled.
-    if (!opened && bytes() != atStart && newOrders() != 1)
+    if (!opened && contents() != atStart && newOrders() != 1)
         QTest::qFail("a change that failed has left something", __FILE__, __LINE__);
     if (worked && newLines() != 1)
         QTest::qFail("the line that was added is not there", __FILE__, __LINE__);
@@ -165,12 +183,13 @@ BadStoreTest::Outcome BadStoreTest::workOn(const QByteArray& damaged)
 
 void BadStoreTest::soundStoreWorks()
 {
-    QCOMPARE(workOn(sound_), Outcome::Worked);
+    QCOMPARE(workOnChanged({}), Outcome::Worked);
     QCOMPARE(findings(), QStringList());
 }
 
 void BadStoreTest::missing()
 {
+    store_.reset();
     folder_.emplace();
     WorkingDay day;
     QVERIFY(!day.start(folder_->path()));
@@ -182,6 +201,7 @@ void BadStoreTest::missing()
 
 void BadStoreTest::aFolder()
 {
+    store_.reset();
     folder_.emplace();
     QVERIFY(QDir().mkdir(path()));
     WorkingDay day;
@@ -193,6 +213,8 @@ void BadStoreTest::aFolder()
 
 void BadStoreTest::noStore_data()
 {
+    if (testsupport::isOnServer())
+        QSKIP("about the file");
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("one byte") << QByteArray("S");
@@ -211,13 +233,15 @@ void BadStoreTest::noStore()
 {
     QFETCH(QByteArray, content);
     QCOMPARE(workOn(content), Outcome::Ended);
-    QCOMPARE(bytes(), content);
+    QCOMPARE(contents(), content);
     QCOMPARE(QDir(folder_->path()).entryList(QDir::Files), QStringList{u"Aluminium.mdb"_s});
     QVERIFY(!findings().isEmpty());
 }
 
 void BadStoreTest::truncated()
 {
+    if (testsupport::isOnServer())
+        QSKIP("a server guards its own files");
     for (int part = 0; part < 16; ++part) {
         const QByteArray cut = sound_.left(sound_.size() * part / 16);
         lay(cut);
@@ -231,6 +255,8 @@ void BadStoreTest::truncated()
 /// end holds rows.
 void BadStoreTest::flippedBytes()
 {
+    if (testsupport::isOnServer())
+        QSKIP("a server guards its own files");
     std::map<Outcome, int> outcomes;
     for (qsizetype page = 0; page < sound_.size(); page += pageSize) {
         for (const qsizetype offset :
@@ -240,7 +266,7 @@ void BadStoreTest::flippedBytes()
             flipped[place] = static_cast<char>(flipped[place] ^ 0xff);
             lay(flipped);
             const QStringList before = findings();
-            QCOMPARE(bytes(), flipped);
+            QCOMPARE(contents(), flipped);
             const Outcome outcome = workOn(flipped);
             ++outcomes[outcome];
             const QString where =
@@ -257,24 +283,13 @@ void BadStoreTest::flippedBytes()
 
 BadStoreTest::Outcome BadStoreTest::workOnChanged(const QStringList& statements)
 {
-    QByteArray changed;
+    laySound();
     {
-        lay(sound_);
-        {
-            QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"change"_s);
-            database.setDatabaseName(path());
-            database.open();
-            for (const QString& statement : statements) {
-                QSqlQuery query(database);
-                if (!query.exec(statement))
-                    QTest::qFail(qPrintable(statement + query.lastError().text()), __FILE__,
-                                 __LINE__);
-            }
-        }
-        QSqlDatabase::removeDatabase(u"change"_s);
-        changed = bytes();
+        testsupport::PlainSql sql(path());
+        for (const QString& statement : statements)
+            sql.exactly(statement);
     }
-    return workOn(changed);
+    return work();
 }
 
 void BadStoreTest::withoutATable_data()
@@ -290,7 +305,7 @@ void BadStoreTest::withoutATable()
 {
     QFETCH(QString, table);
     QFETCH(bool, works);
-    const Outcome outcome = workOnChanged({u"DROP TABLE %1"_s.arg(table)});
+    const Outcome outcome = workOnChanged({u"DROP TABLE \"%1\""_s.arg(table)});
     QCOMPARE(outcome == Outcome::Worked, works);
     QVERIFY2(box_.startsWith(u"Run-time error '"_s), qPrintable(box_));
     QVERIFY(!findings().isEmpty());
@@ -305,45 +320,116 @@ void BadStoreTest::withoutAField()
           std::pair(u"Serials"_s, u"Kanaf_Num"_s), std::pair(u"Serials"_s, u"Name"_s),
           std::pair(u"Serials"_s, u"Sign"_s), std::pair(u"Serials"_s, u"Reshet_H"_s)}) {
         const Outcome outcome =
-            workOnChanged({u"ALTER TABLE %1 DROP COLUMN \"%2\""_s.arg(table, field)});
+            workOnChanged({u"ALTER TABLE \"%1\" DROP COLUMN \"%2\""_s.arg(table, field)});
         QVERIFY2(!findings().isEmpty(), qPrintable(field));
         QVERIFY2(outcome == Outcome::Ended || newLines() == 1, qPrintable(field));
     }
     for (const QString& field : {u"CustomerName"_s, u"CustomerTel"_s, u"CustomerAddress"_s}) {
-        QCOMPARE(workOnChanged({u"ALTER TABLE Orders DROP COLUMN "_s + field}), Outcome::Worked);
+        QCOMPARE(workOnChanged({u"ALTER TABLE \"Orders\" DROP COLUMN \"%1\""_s.arg(field)}),
+                 Outcome::Worked);
         QCOMPARE(findings(), QStringList());
     }
 }
 
 void BadStoreTest::wrongType_data()
 {
-    QTest::addColumn<QString>("sql");
-    const auto redeclared = [](const QString& table, const QString& from, const QString& to) {
-        return u"UPDATE sqlite_master SET sql = replace(sql, '%1', '%2') WHERE name = '%3'"_s.arg(
-            from, to, table);
+    QTest::addColumn<QStringList>("statements");
+    struct Case
+    {
+        const char* name;
+        QString table;
+        QString field;
+        QString from; ///< As a file declares it.
+        QString to;
+        QString serverType;
+        QString serverValue;
     };
-    QTest::newRow("date as Boolean")
-        << redeclared(u"Orders"_s, u"\"Order_Date\" DATETIME"_s, u"\"Order_Date\" BOOLEAN"_s);
-    QTest::newRow("number as date")
-        << redeclared(u"Orders"_s, u"\"Number\" LONG"_s, u"\"Number\" DATETIME"_s);
-    QTest::newRow("width as date")
-        << redeclared(u"Cuts"_s, u"\"MyWidth\" DOUBLE"_s, u"\"MyWidth\" DATETIME"_s);
-    QTest::newRow("line number as text")
-        << redeclared(u"Cuts"_s, u"\"NUM\" LONG"_s, u"\"NUM\" TEXT(1)"_s);
-    QTest::newRow("kind too short")
-        << redeclared(u"Cuts"_s, u"\"Kind\" TEXT(30)"_s, u"\"Kind\" TEXT(1)"_s);
-    QTest::newRow("series' name as number")
-        << redeclared(u"Serials"_s, u"\"Name\" TEXT(50)"_s, u"\"Name\" LONG"_s);
-    QTest::newRow("sashes as date")
-        << redeclared(u"Serials"_s, u"\"Kanaf_Num\" LONG"_s, u"\"Kanaf_Num\" DATETIME"_s);
+    const QList<Case> cases{{"date as Boolean", u"Orders"_s, u"Order_Date"_s, u"DATETIME"_s,
+                             u"BOOLEAN"_s, u"zomrel_boolean"_s, u"0"_s},
+                            {"number as date", u"Orders"_s, u"Number"_s, u"LONG"_s, u"DATETIME"_s,
+                             u"timestamp"_s,
+                             u"timestamp '2026-01-01' + \"Number\" * interval '1 day'"_s},
+                            {"width as date", u"Cuts"_s, u"MyWidth"_s, u"DOUBLE"_s, u"DATETIME"_s,
+                             u"timestamp"_s, u"timestamp '2026-01-01'"_s},
+                            {"line number as text", u"Cuts"_s, u"NUM"_s, u"LONG"_s, u"TEXT(1)"_s,
+                             u"varchar(1)"_s, u"left(\"NUM\"::text, 1)"_s},
+                            {"kind too short", u"Cuts"_s, u"Kind"_s, u"TEXT(30)"_s, u"TEXT(1)"_s,
+                             u"varchar(1)"_s, u"left(\"Kind\", 1)"_s},
+                            {"series' name as number", u"Serials"_s, u"Name"_s, u"TEXT(50)"_s,
+                             u"LONG"_s, u"integer"_s, u"1"_s},
+                            {"sashes as date", u"Serials"_s, u"Kanaf_Num"_s, u"LONG"_s,
+                             u"DATETIME"_s, u"timestamp"_s, u"timestamp '2026-01-01'"_s}};
+    for (const Case& each : cases) {
+        const QString redeclared =
+            u"UPDATE sqlite_master SET sql = replace(sql, '\"%1\" %2', '\"%1\" %3') "
+            "WHERE name = '%4'"_s.arg(each.field, each.from, each.to, each.table);
+        const QString altered = u"ALTER TABLE \"%1\" ALTER \"%2\" TYPE %3 USING %4"_s.arg(
+            each.table, each.field, each.serverType, each.serverValue);
+        QTest::newRow(each.name) << (testsupport::isOnServer()
+                                         ? QStringList{altered}
+                                         : QStringList{u"PRAGMA writable_schema = ON"_s,
+                                                       redeclared});
+    }
+    if (testsupport::isOnServer())
+        typesOfAServer();
+}
+
+/// Types that no file has.
+void BadStoreTest::typesOfAServer()
+{
+    const auto altered = [](const QString& table, const QString& field, const QString& type) {
+        return QStringList(u"ALTER TABLE \"%1\" ALTER \"%2\" TYPE %3"_s.arg(table, field, type));
+    };
+    QTest::newRow("width of any number of digits")
+        << altered(u"Cuts"_s, u"MyWidth"_s, u"numeric USING 'NaN'"_s);
+    QTest::newRow("order's number of 64 bits")
+        << altered(u"Orders"_s, u"Number"_s, u"bigint USING \"Number\" + 3000000000"_s);
+    QTest::newRow("sashes as bytes")
+        << altered(u"Serials"_s, u"Kanaf_Num"_s, u"bytea USING '\\x00ff'::bytea"_s);
+    QTest::newRow("series' name as an array")
+        << altered(u"Serials"_s, u"Name"_s, u"text[] USING ARRAY[\"Name\", 'x']"_s);
+    QTest::newRow("order's date with a time zone")
+        << altered(u"Orders"_s, u"Order_Date"_s, u"timestamptz"_s);
+    QTest::newRow("a width that is computed")
+        << QStringList{u"ALTER TABLE \"Cuts\" DROP COLUMN \"MyWidth_2\""_s,
+                       u"ALTER TABLE \"Cuts\" ADD COLUMN \"MyWidth_2\" double precision "
+                       "GENERATED ALWAYS AS (\"MyWidth\" * 2) STORED"_s};
 }
 
 void BadStoreTest::wrongType()
 {
-    QFETCH(QString, sql);
-    const Outcome outcome = workOnChanged({u"PRAGMA writable_schema = ON"_s, sql});
+    QFETCH(QStringList, statements);
+    const Outcome outcome = workOnChanged(statements);
     QVERIFY(!findings().isEmpty());
     QVERIFY(outcome == Outcome::Ended || newLines() == 1);
+}
+
+void BadStoreTest::anotherDatabase_data()
+{
+    QTest::addColumn<QStringList>("statements");
+    QStringList empty;
+    for (const store::TableSchema& each : store::schema())
+        empty.append(u"DROP TABLE \"%1\""_s.arg(each.name));
+    const QStringList foreign{
+        u"CREATE TABLE \"Orders\" (id integer PRIMARY KEY, customer text, total numeric)"_s,
+        u"INSERT INTO \"Orders\" VALUES (1, 'x', 12.5)"_s,
+        u"CREATE TABLE \"Invoices\" (id integer PRIMARY KEY)"_s};
+    QTest::newRow("empty") << empty;
+    QTest::newRow("of another program") << empty + foreign;
+    if (!testsupport::isOnServer())
+        return;
+    for (const QString& table : {u"Orders"_s, u"Cuts"_s, u"Serials"_s, u"GlassKind"_s})
+        QTest::addRow("%s without row numbers", qPrintable(table))
+            << QStringList(u"ALTER TABLE \"%1\" DROP COLUMN zomrel_row CASCADE"_s.arg(table));
+}
+
+/// A database that is no store, or not as one is made.
+void BadStoreTest::anotherDatabase()
+{
+    QFETCH(QStringList, statements);
+    QCOMPARE(workOnChanged(statements), Outcome::Ended);
+    QVERIFY2(box_.startsWith(u"Run-time error '"_s), qPrintable(box_));
+    QVERIFY(!findings().isEmpty());
 }
 
 ZOMREL_QTEST_MAIN(BadStoreTest)

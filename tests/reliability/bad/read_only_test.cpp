@@ -1,19 +1,25 @@
 #include "catalogue/fr_color_kind.h"
 #include "platform/dao/database.h"
+#include "platform/dao/link.h"
+#include "platform/runtime/run_time_error.h"
 #include "reliability/bad/writing_commands.h"
 #include "reliability/figures.h"
 #include "support/ordinary_user.h"
+#include "support/plain_sql.h"
+#include "support/throwaway_server.h"
 #include "tools/store/checker.h"
 
 #include <QDir>
 #include <QFile>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using testsupport::TemporaryStore;
 
-/// A store that may be read and not written, by its own marks or its folder's: it is shown, and the
-/// command that writes ends the program with the box that says so, or the grid says so; not a byte
-/// of it changes.
+/// A store that may be read and not written, by its own marks, its folder's or its server's word:
+/// it is shown, and the command that writes ends the program with the box that says so, or the grid
+/// says so; not a byte of it changes.
 class ReadOnlyTest : public QObject
 {
     Q_OBJECT
@@ -35,14 +41,36 @@ constexpr QFile::Permissions writeFile = QFile::ReadOwner | QFile::WriteOwner;
 constexpr QFile::Permissions readFolder = QFile::ReadOwner | QFile::ExeOwner;
 constexpr QFile::Permissions writeFolder = readFolder | QFile::WriteOwner;
 
+/// Who may do what with a store.
+enum Rule {
+    ReadFile,
+    ReadFolder,
+    ReadBoth,
+    NoFile,
+    ReadDatabase, ///< The server lets nobody write in it.
+    ReadRole,     ///< The server lets this user only read.
+    NoRole,
+};
+
+QList<std::pair<const char*, Rule>> rulesForReading()
+{
+    if (testsupport::isOnServer())
+        return {{"database", ReadDatabase}, {"user", ReadRole}};
+    return {{"file", ReadFile}, {"folder", ReadFolder}, {"both", ReadBoth}};
+}
+
 /// The marks of a store and its folder, taken away at the end.
 class Marks
 {
 public:
-    Marks(const TemporaryStore& store, QFile::Permissions file, QFile::Permissions folder)
-        : path_(store.path()), folder_(store.folder())
+    Marks(const TemporaryStore& store, Rule rule) : path_(store.path()), folder_(store.folder())
     {
-        set(file, folder);
+        const bool readsFile = rule == ReadFile || rule == ReadBoth;
+        const bool readsFolder = rule == ReadFolder || rule == ReadBoth;
+        set(rule == NoFile ? QFile::Permissions()
+            : readsFile    ? readFile
+                           : writeFile,
+            readsFolder ? readFolder : writeFolder);
     }
     ~Marks() { set(writeFile, writeFolder); }
     Marks(const Marks&) = delete;
@@ -59,23 +87,68 @@ private:
     QString folder_;
 };
 
-QByteArray contentsOf(const QString& path)
+/// What a server lets this station do, taken back at the end.
+class Rights
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+public:
+    Rights(const TemporaryStore& store, Rule rule) : path_(store.path()), link_(*dao::linkAt(path_))
+    {
+        testsupport::PlainSql sql(path_);
+        if (rule == ReadDatabase) {
+            sql.exactly(u"ALTER DATABASE \"%1\" SET default_transaction_read_only = on"_s.arg(
+                link_.database));
+            return;
+        }
+        sql.exactly(u"DO $$ BEGIN CREATE ROLE zomrel_reader LOGIN; "
+                    "EXCEPTION WHEN duplicate_object OR unique_violation THEN NULL; END $$"_s);
+        if (rule == ReadRole)
+            sql.exactly(u"GRANT SELECT ON ALL TABLES IN SCHEMA public TO zomrel_reader"_s);
+        dao::Link readers = link_;
+        readers.user = u"zomrel_reader"_s;
+        write(readers);
+    }
+    ~Rights() { write(link_); }
+    Rights(const Rights&) = delete;
+    Rights& operator=(const Rights&) = delete;
+
+private:
+    void write(const dao::Link& link) const
+    {
+        QFile file(path_);
+        file.open(QIODevice::WriteOnly);
+        file.write(dao::linkText(link));
+    }
+
+    QString path_;
+    dao::Link link_;
+};
+
+/// Lets the rule hold for as long as it lives.
+class Ruled
+{
+public:
+    Ruled(const TemporaryStore& store, Rule rule)
+    {
+        if (testsupport::isOnServer())
+            rights_.emplace(store, rule);
+        else
+            marks_.emplace(store, rule);
+    }
+
+private:
+    std::optional<Marks> marks_;
+    std::optional<Rights> rights_;
+};
 
 } // namespace
 
 void ReadOnlyTest::command_data()
 {
     QTest::addColumn<int>("command");
-    QTest::addColumn<bool>("isFileReadOnly");
-    QTest::addColumn<bool>("isFolderReadOnly");
+    QTest::addColumn<int>("rule");
     for (const auto& [name, number] : writingCommands) {
-        QTest::addRow("%s, file", name) << int{number} << true << false;
-        QTest::addRow("%s, folder", name) << int{number} << false << true;
-        QTest::addRow("%s, both", name) << int{number} << true << true;
+        for (const auto& [whose, rule] : rulesForReading())
+            QTest::addRow("%s, %s", name, whose) << int{number} << int{rule};
     }
 }
 
@@ -83,16 +156,14 @@ void ReadOnlyTest::command()
 {
     QFETCH(int, command);
     const auto what = static_cast<Command>(command);
-    QFETCH(bool, isFileReadOnly);
-    QFETCH(bool, isFolderReadOnly);
+    QFETCH(int, rule);
     TemporaryStore store;
     layStore(store, what);
-    const QByteArray before = contentsOf(store.path());
+    const QByteArray before = store.contents();
     const testsupport::OrdinaryUser user;
     dao::DBEngine::instance().Idle();
     {
-        const Marks marks(store, isFileReadOnly ? readFile : writeFile,
-                          isFolderReadOnly ? readFolder : writeFolder);
+        const Ruled ruled(store, static_cast<Rule>(rule));
         WorkingDay day;
         QVERIFY2(day.start(store.folder()), qPrintable(day.lastBox()));
         QVERIFY2(prepare(day, what), qPrintable(day.lastBox()));
@@ -104,30 +175,34 @@ void ReadOnlyTest::command()
                      qPrintable(day.lastBox()));
         } else {
             QVERIFY2(day.endedWithABox(), qPrintable(day.lastBox()));
-            QVERIFY2(day.lastBox().startsWith(u"Run-time error '3027':"_s),
+            const int error = rule == ReadRole ? runtime::PermissionDenied : runtime::ReadOnly;
+            QVERIFY2(day.lastBox().startsWith(u"Run-time error '%1':"_s.arg(error)),
                      qPrintable(day.lastBox()));
         }
     }
-    QCOMPARE(contentsOf(store.path()), before);
+    QCOMPARE(store.contents(), before);
     QCOMPARE(QDir(store.folder()).entryList(QDir::Files), QStringList{u"Aluminium.mdb"_s});
     QCOMPARE(storetools::checkStore(store.path()), QStringList());
 }
 
+/// A server shows even then which tables there are, so the start goes well and the first look into
+/// one fails.
 void ReadOnlyTest::unreadable()
 {
     TemporaryStore store;
     layStore(store, NewOrder);
-    const QByteArray before = contentsOf(store.path());
+    const QByteArray before = store.contents();
     const testsupport::OrdinaryUser user;
     dao::DBEngine::instance().Idle();
     {
-        const Marks marks(store, QFile::Permissions(), writeFolder);
+        const Ruled ruled(store, testsupport::isOnServer() ? NoRole : NoFile);
         WorkingDay day;
-        QVERIFY(!day.start(store.folder()));
+        QCOMPARE(day.start(store.folder()), testsupport::isOnServer());
+        QVERIFY(!day.goesOn() || !day.openOrder());
         QVERIFY(day.endedWithABox());
         QVERIFY2(day.lastBox().startsWith(u"Run-time error '3051':"_s), qPrintable(day.lastBox()));
     }
-    QCOMPARE(contentsOf(store.path()), before);
+    QCOMPARE(store.contents(), before);
 }
 
 void ReadOnlyTest::cleanupTestCase()

@@ -2,14 +2,25 @@
 
 #include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
+#include "support/throwaway_server.h"
 
 #include <QList>
 #include <QString>
 
 #include <cstdlib>
 
-/// Contents of a field as no form writes them. SQLite keeps a number that is none as Null, so there
-/// is no other case of it.
+/// Columns on a server, each of which keeps only what its type takes. An embedded store keeps
+/// anything anywhere.
+enum Columns : unsigned {
+    DoubleColumn = 1,
+    LongColumn = 2,
+    ShortColumn = 4, ///< INTEGER and BOOLEAN
+    TextColumn = 8,
+    DateColumn = 16,
+    AnyColumn = 31,
+};
+
+/// Contents of a field as no form writes them.
 struct StoredValue
 {
     const char* name;
@@ -20,9 +31,11 @@ struct StoredValue
     int asText;
     int asDate;
     QString shownAsText; ///< What a text field that holds it shows.
+    unsigned columns = AnyColumn;
 };
 
-inline QList<StoredValue> storedValues()
+/// A number that is none is kept as Null, so there is no other case of it.
+inline QList<StoredValue> valuesOfAFile()
 {
     constexpr int none = 0;
     constexpr int no = runtime::DataTypeConversion;
@@ -57,6 +70,64 @@ inline QList<StoredValue> storedValues()
     };
 }
 
+/// What the types of a server's columns take and the program's own do not.
+inline QList<StoredValue> valuesOfAServer()
+{
+    constexpr int none = 0;
+    constexpr int no = runtime::DataTypeConversion;
+    constexpr int over = runtime::Overflow;
+    constexpr unsigned wide = DoubleColumn | TextColumn;
+    constexpr unsigned numbers = wide | LongColumn;
+    constexpr unsigned moments = DateColumn | TextColumn;
+    return {
+        {"Null", QStringLiteral("NULL"), none, none, none, none, QStringLiteral("")},
+        {"zero", QStringLiteral("0"), none, none, none, no, QStringLiteral("0"),
+         numbers | ShortColumn},
+        {"negative", QStringLiteral("-3"), none, none, none, no, QStringLiteral("-3"),
+         numbers | ShortColumn},
+        {"beyond 16 bits", QStringLiteral("32768"), none, none, none, no, QStringLiteral("32768"),
+         numbers},
+        {"largest whole", QStringLiteral("2147483647"), none, none, none, no,
+         QStringLiteral("2147483647"), numbers},
+        {"huge", QStringLiteral("1e308"), none, over, none, no, {}, DoubleColumn},
+        {"infinite", QStringLiteral("'Infinity'"), over, over, none, no, QStringLiteral("Infinity"),
+         wide | DateColumn},
+        {"negative infinite", QStringLiteral("'-Infinity'"), over, over, none, no,
+         QStringLiteral("-Infinity"), wide | DateColumn},
+        {"no number", QStringLiteral("'NaN'"), over, over, none, no, QStringLiteral("NaN"), wide},
+        {"letters", QStringLiteral("'wide'"), no, no, none, no, QStringLiteral("wide"), TextColumn},
+        {"empty text", QStringLiteral("''"), no, no, none, no, QStringLiteral(""), TextColumn},
+        {"digits", QStringLiteral("'12'"), none, none, none, no, QStringLiteral("12"),
+         numbers | ShortColumn},
+        {"year of five digits", QStringLiteral("'20000-01-01'"), no, no, none, no,
+         QStringLiteral("20000-01-01"), moments},
+        {"before the first year", QStringLiteral("'0044-03-15 BC'"), no, no, none, no,
+         QStringLiteral("0044-03-15 BC"), moments},
+    };
+}
+
+inline QList<StoredValue> storedValues()
+{
+    return testsupport::isOnServer() ? valuesOfAServer() : valuesOfAFile();
+}
+
+inline bool isKept(const StoredValue& value, const dao::FieldInfo& field)
+{
+    switch (field.type) {
+    case dao::dbText:
+        return !testsupport::isOnServer() ||
+               ((value.columns & TextColumn) != 0 && value.shownAsText.size() <= field.size);
+    case dao::dbDate:
+        return (value.columns & DateColumn) != 0;
+    case dao::dbLong:
+        return (value.columns & LongColumn) != 0;
+    case dao::dbDouble:
+        return (value.columns & DoubleColumn) != 0;
+    default:
+        return (value.columns & ShortColumn) != 0;
+    }
+}
+
 /// What reading the value as this field raises; 0 where it can be read.
 inline int readingError(const StoredValue& value, const dao::FieldInfo& field)
 {
@@ -79,4 +150,19 @@ inline bool isWorthAsking(const StoredValue& value, const dao::FieldInfo& field)
     bool isWhole = false;
     const qint64 number = value.sql.toLongLong(&isWhole);
     return field.type == dao::dbLong || !isWhole || std::abs(number) < 32768;
+}
+
+/// The values that are tried in the field. Over a server, where each costs a database, a number
+/// with decimals or a text gets Null and one of the others, the next field the next one.
+inline QList<StoredValue> valuesFor(const dao::FieldInfo& field)
+{
+    QList<StoredValue> all;
+    for (const StoredValue& each : storedValues()) {
+        if (isKept(each, field) && isWorthAsking(each, field))
+            all.append(each);
+    }
+    if (!testsupport::isOnServer() || (field.type != dao::dbDouble && field.type != dao::dbText))
+        return all;
+    static qsizetype turn = 0;
+    return {all[0], all[1 + turn++ % (all.size() - 1)]};
 }

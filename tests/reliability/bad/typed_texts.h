@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/runtime/run_time_error.h"
+#include "support/throwaway_server.h"
 
 #include <QLineEdit>
 #include <QList>
@@ -14,6 +15,8 @@ struct TypedText
     QString text;
     int error; ///< What reading it as a measure raises.
     double value = 0;
+
+    bool operator==(const TypedText& other) const { return text == other.text; }
 };
 
 /// Texts that no one means to type in a box for a number, one that is none in a box for a text.
@@ -94,6 +97,25 @@ inline QString keptText(QString typed)
 {
     const bool isHalf = typed.count(QChar(0xd83d)) > typed.count(QChar(0xde00));
     return isHalf ? typed.replace(QChar(0xd83d), u'?') : typed;
+}
+
+/// The texts for a box for a number: over a server those that reach it, for what is no number is
+/// known before; letters stand for all of that.
+inline QList<TypedText> typedNumbers()
+{
+    QList<TypedText> all = typedTexts();
+    if (testsupport::isOnServer())
+        all.removeIf([](const TypedText& each) {
+            return each.error == runtime::TypeMismatch && QByteArrayView(each.name) != "letters";
+        });
+    return all;
+}
+
+/// What storing the text in a field for texts raises: a server takes no zero byte.
+inline int storingError(const TypedText& typed)
+{
+    const bool isRefused = testsupport::isOnServer() && typed.text.contains(QChar(u'\0'));
+    return isRefused ? int{runtime::DataTypeConversion} : correct;
 }
 
 /// Past the box's own length, which a program may set and a user may not type.
