@@ -32,6 +32,9 @@ QString reason(const runtime::RunTimeError& error)
         return u"אין די מקום בדיסק."_s;
     case runtime::DiskOrNetworkError:
         return u"הגישה לדיסק או לרשת נכשלה."_s;
+    case runtime::CallFailed:
+    case runtime::ConnectionFailed:
+        return u"אין קשר לשרת הנתונים."_s;
     default:
         return u"קובץ הנתונים דחה את הפעולה (%1)."_s.arg(error.number());
     }
