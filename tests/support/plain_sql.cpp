@@ -111,6 +111,14 @@ QVariant PlainSql::scalar(const QString& sql, const QList<QVariant>& values)
     return rows(sql, values).value(0).value(0);
 }
 
+void PlainSql::reconnect()
+{
+    QSqlDatabase connection = database();
+    connection.close();
+    if (!connection.open())
+        qFatal("%s", qUtf8Printable(connection.lastError().text()));
+}
+
 QString PlainSql::translated(const QString& sql) const
 {
     const QString query =

@@ -29,6 +29,9 @@ public:
     /// The same for a statement in the words of the store's own engine.
     QList<QList<QVariant>> exactly(const QString& sql, const QList<QVariant>& values = {});
 
+    /// Connects again to a server that has been started anew.
+    void reconnect();
+
     bool isOnServer() const { return onServer_; }
     QSqlDatabase database() const { return QSqlDatabase::database(name_); }
 

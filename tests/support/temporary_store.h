@@ -42,6 +42,9 @@ public:
     /// tables, their columns and their rows.
     QByteArray contents();
 
+    /// Looks at it over a new connection, after its server has been started anew.
+    void reconnect() { sql_->reconnect(); }
+
     /// Waits until no program works on the store any more, but for this one's plain SQL: a server
     /// goes on with the statement that a station was killed in.
     void waitUntilLeft();

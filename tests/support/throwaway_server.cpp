@@ -13,6 +13,7 @@
 #include <libpq-fe.h>
 #include <memory>
 #include <netinet/in.h>
+#include <optional>
 #include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -119,7 +120,7 @@ bool exists(PGconn* connection, const QString& database)
     return found;
 }
 
-/// This process's connection to the server's own database.
+/// This process's connection to the server's own database, anew where the server has been ended.
 PGconn* keeperConnection()
 {
     static const Connection connection = [] {
@@ -128,12 +129,23 @@ PGconn* keeperConnection()
             qFatal("%s", PQerrorMessage(made.get()));
         return made;
     }();
+    // The one reading takes the words of a server that went down, the other finds the end.
+    PQconsumeInput(connection.get());
+    PQconsumeInput(connection.get());
+    if (PQstatus(connection.get()) != CONNECTION_OK)
+        PQreset(connection.get());
     return connection.get();
 }
 
 dao::Link linkOn(const QString& folder, int port, const QString& database)
 {
     return {folder, port, database, keeper, u"disable"_s};
+}
+
+std::optional<dao::Link>& usedServer()
+{
+    static std::optional<dao::Link> link;
+    return link;
 }
 
 /// Folder and port of the server that the test run has started, a line for each.
@@ -147,9 +159,11 @@ QStringList sharedServer()
 
 } // namespace
 
-ThrowawayServer::ThrowawayServer(Care care)
-    : care_(care),
-      folder_((care == Care::Quick ? quickFolder() : QDir::tempPath()) + u"/zomrel-server-XXXXXX"_s)
+ThrowawayServer::ThrowawayServer(Care care, const QString& disk)
+    : care_(care), folder_((!disk.isEmpty()         ? disk
+                            : care == Care::Durable ? QDir::tempPath()
+                                                    : quickFolder()) +
+                           u"/zomrel-server-XXXXXX"_s)
 {
     if (!folder_.isValid())
         qFatal("%s", qPrintable(folder_.errorString()));
@@ -170,10 +184,16 @@ void ThrowawayServer::makeCluster()
         QFile::setPermissions(folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
                                             QFile::ReadOther | QFile::ExeOther);
     }
-    runToEnd(binary(u"initdb"_s),
-             {u"--pgdata="_s + folder_.filePath(u"data"_s), u"--username="_s + keeper,
-              u"--auth=trust"_s, u"--encoding=UTF8"_s, u"--locale=C"_s, u"--no-sync"_s,
-              u"--no-instructions"_s});
+    QStringList arguments{u"--pgdata="_s + folder_.filePath(u"data"_s),
+                          u"--username="_s + keeper,
+                          u"--auth=trust"_s,
+                          u"--encoding=UTF8"_s,
+                          u"--locale=C"_s,
+                          u"--no-sync"_s,
+                          u"--no-instructions"_s};
+    if (care_ == Care::Cramped)
+        arguments.append(u"--wal-segsize=1"_s);
+    runToEnd(binary(u"initdb"_s), arguments);
 }
 
 void ThrowawayServer::runToEnd(const QString& program, const QStringList& arguments)
@@ -196,7 +216,9 @@ void ThrowawayServer::start()
     process_.setWorkingDirectory(folder());
     becomeServerUser(process_, SIGQUIT);
     QStringList settings{u"listen_addresses=127.0.0.1"_s};
-    if (care_ == Care::Quick)
+    if (care_ == Care::Cramped)
+        settings << u"wal_recycle=off"_s << u"min_wal_size=2MB"_s << u"autovacuum=off"_s;
+    if (care_ != Care::Durable)
         settings << u"fsync=off"_s << u"full_page_writes=off"_s << u"wal_level=minimal"_s
                  << u"max_wal_senders=0"_s << u"shared_buffers=64MB"_s;
     if (QFile::exists(serverKey()))
@@ -251,8 +273,15 @@ bool isOnServer()
     return qEnvironmentVariable("ZOMREL_TEST_ENGINE") == "postgresql"_L1;
 }
 
+void useServer(const ThrowawayServer& server)
+{
+    usedServer() = linkOn(server.folder(), server.port(), ownDatabase);
+}
+
 dao::Link linkTo(const QString& database)
 {
+    if (usedServer())
+        return linkOn(usedServer()->server, usedServer()->port, database);
     static const QStringList shared = sharedServer();
     if (shared.size() == 2)
         return linkOn(shared[0], shared[1].toInt(), database);

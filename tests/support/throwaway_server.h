@@ -19,9 +19,11 @@ public:
     enum class Care {
         Quick,   ///< What it has taken may get lost with the machine.
         Durable, ///< On the disk, with the settings that a server comes with.
+        Cramped, ///< As a quick one, with a journal in files of 1 MiB and none made beforehand.
     };
 
-    explicit ThrowawayServer(Care care = Care::Quick);
+    /// In a folder of the disk, or of one that suits its care.
+    explicit ThrowawayServer(Care care = Care::Quick, const QString& disk = {});
     ~ThrowawayServer();
     ThrowawayServer(const ThrowawayServer&) = delete;
     ThrowawayServer& operator=(const ThrowawayServer&) = delete;
@@ -70,6 +72,9 @@ private:
 
 /// True where the tests run over stores on a server.
 bool isOnServer();
+
+/// Makes it the server of this process's stores. It has to come before the first of them.
+void useServer(const ThrowawayServer& server);
 
 /// The way to a database of the server of this test run: the one that ZOMREL_TEST_SERVER names, or
 /// else one that this process starts at its first use.
