@@ -84,7 +84,7 @@ QString filled(const QString& sql, qsizetype count,
 }
 
 /// Enough for all that the forms ask again and again.
-constexpr std::size_t mostKept = 64;
+constexpr std::size_t mostKept = 200;
 
 /// What is kept no longer fits the tables, or another hand has taken it away. Nothing has been done
 /// then.
