@@ -77,6 +77,9 @@ public:
     /// for one that has come once.
     std::map<QString, QString>& serverStatements() { return serverStatements_; }
     int nextStatementNumber() { return ++statementNumber_; }
+    /// Whether a server has answered on it since the program last waited for an event.
+    bool hasJustAnswered() const { return hasJustAnswered_; }
+    void setJustAnswered(bool just) { hasJustAnswered_ = just; }
 
 private:
     QString name_;
@@ -85,6 +88,7 @@ private:
     QSqlQuery passing_;
     std::map<QString, QString> serverStatements_;
     int statementNumber_ = 0;
+    bool hasJustAnswered_ = false;
     std::shared_ptr<SchemaMemory> schema_ = std::make_shared<SchemaMemory>();
     QString lossReason_;
 };

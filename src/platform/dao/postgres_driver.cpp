@@ -4,7 +4,10 @@
 #include "platform/dao/postgres_connection.h"
 #include "platform/dao/postgres_schema.h"
 
+#include <QCoreApplication>
 #include <QSqlError>
+#include <QThread>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -51,6 +54,20 @@ std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QStrin
     return *found;
 }
 
+/// Holds for as long as the event is handled that is being handled now; outside an event loop, not
+/// at all.
+void markAsAnswered(const std::shared_ptr<SqlConnection>& connection)
+{
+    if (QThread::currentThread()->loopLevel() == 0)
+        return;
+    connection->setJustAnswered(true);
+    QTimer::singleShot(0, QCoreApplication::instance(),
+                       [answered = std::weak_ptr<SqlConnection>(connection)] {
+                           if (const auto still = answered.lock())
+                               still->setJustAnswered(false);
+                       });
+}
+
 /// Transactions leave the schema as it is, but for one that is taken back.
 bool keepsTheSchema(const QString& sql)
 {
@@ -94,9 +111,12 @@ std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& li
 }
 
 /// Greets the server, which shows whether the connection lives, and learns whether the schema is
-/// the one that is known. False where the connection has died.
+/// the one that is known. False where the connection has died. A handler opens the store again and
+/// again; one greeting is enough for it.
 bool PostgresDriver::takeUp()
 {
+    if (sqlConnection().hasJustAnswered() && !postgres::isLost(sqlConnection()))
+        return true;
     const std::optional<postgres::Greeting> greeting = postgres::greet(sqlConnection(), link_);
     if (!greeting)
         return false;
@@ -105,6 +125,7 @@ bool PostgresDriver::takeUp()
                            u"The encoding of %1 is %2; a store needs UTF8."_s.arg(
                                link_.place(), greeting->encoding));
     sqlConnection().shareSchema(sharedSchema(poolKey_, greeting->schemaMark));
+    markAsAnswered(heldConnection());
     return true;
 }
 
@@ -143,9 +164,18 @@ QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& value
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
     if (!keepsTheSchema(sql))
         sqlConnection().forgetSchema();
+    if (mayChangeTheSchema(sql))
+        askAnew();
     if (!inTransaction() && !values.isEmpty() && !mayChangeTheSchema(sql))
         return postgres::executeKept(sqlConnection(), sql, values, waits_.answer);
     return postgres::execute(sqlConnection(), postgres::withValues(sql, values), waits_.answer);
+}
+
+/// Lets the next database to be opened ask for the schema's mark.
+void PostgresDriver::askAnew() const
+{
+    if (const auto shared = ConnectionPool::instance().shared(poolKey_))
+        shared->setJustAnswered(false);
 }
 
 int PostgresDriver::columnCount(const QSqlQuery& query) const

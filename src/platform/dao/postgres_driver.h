@@ -56,6 +56,7 @@ private:
     bool takeUp();
     void requireTakenUp();
     void goOnAnew();
+    void askAnew() const;
     const std::vector<TableInfo>& knownTables();
 
     Link link_;

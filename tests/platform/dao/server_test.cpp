@@ -3,8 +3,7 @@
 
 #include "platform/dao/driver.h"
 #include "platform/dao/examination.h"
-#include "platform/dao/fixture.h"
-#include "platform/dao/link.h"
+#include "platform/dao/server_fixture.h"
 
 #include <QElapsedTimer>
 
@@ -16,51 +15,6 @@
 using namespace daotest;
 
 namespace {
-
-struct Failure
-{
-    int number = 0;
-    QString text;
-};
-
-Failure failureOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const runtime::RunTimeError& error) {
-        return {error.number(), error.description()};
-    }
-    return {};
-}
-
-class ServerTest : public ItemsTest
-{
-protected:
-    void SetUp() override
-    {
-        if (!isOnServer())
-            GTEST_SKIP() << "about a server";
-        ItemsTest::SetUp();
-    }
-    void TearDown() override
-    {
-        if (!isOnServer())
-            return;
-        dao::DBEngine::instance().Workspaces(0).setAnswerWait(dao::Waits().answer);
-        ItemsTest::TearDown();
-    }
-
-    void writeLink(const dao::Link& link) { writeFile(dao::linkText(link)); }
-    const dao::Link& link() const { return server_->link(); }
-
-    /// Ends every connection to the store but those of the test's own hand.
-    void endConnections()
-    {
-        raw_.reset();
-        testsupport::runAsKeeper(u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity "
-                                 "WHERE datname = '%1'"_s.arg(link().database));
-    }
-};
 
 TEST_F(ServerTest, NamesTheServerThatItCannotReach)
 {
@@ -356,81 +310,6 @@ TEST_F(ServerTest, KeepsItsConnectionWhereAStatementIsRefused)
     EXPECT_EQ(names.size(), 1);
     refused();
     EXPECT_EQ(QSqlDatabase::connectionNames(), names);
-}
-
-/// How many statements the server keeps for the database's connection, but for the greeting.
-int keptStatements(dao::Database& database)
-{
-    return database.driver()
-        .rows(u"SELECT count(*) FROM pg_prepared_statements WHERE name <> 'zomrel_greeting'"_s)
-        .front()
-        .front()
-        .toInt();
-}
-
-TEST_F(ServerTest, KeepsStatementsThatComeAgain)
-{
-    add(1, 10);
-    add(2, 20);
-    const auto database = open();
-    const auto nameOf = [&](int number) {
-        return database
-            ->OpenRecordset(u"SELECT * FROM Items WHERE Num = %1"_s.arg(number), dao::dbOpenDynaset)
-            ->Fields(u"Code"_s)
-            .Value();
-    };
-    EXPECT_EQ(nameOf(10), 1);
-    EXPECT_EQ(keptStatements(*database), 0) << "what comes once is not worth it";
-    EXPECT_EQ(nameOf(20), 2);
-    EXPECT_EQ(nameOf(10), 1);
-    EXPECT_EQ(keptStatements(*database), 1);
-}
-
-TEST_F(ServerTest, ComparesANumberAsItIsWrittenHoweverOften)
-{
-    add(1, 2);
-    const auto database = open();
-    for (int i = 0; i < 8; ++i) {
-        for (const QString& number : {u"1.5"_s, u"2.5"_s, u"5000000000"_s, u"-5000000000"_s})
-            EXPECT_EQ(database
-                          ->OpenRecordset(u"SELECT * FROM Items WHERE Num = "_s + number,
-                                          dao::dbOpenDynaset)
-                          ->RecordCount(),
-                      0)
-                << number.toStdString();
-        EXPECT_EQ(
-            database->OpenRecordset(u"SELECT * FROM Items WHERE Num = 2"_s, dao::dbOpenDynaset)
-                ->RecordCount(),
-            1);
-    }
-}
-
-TEST_F(ServerTest, RunsAKeptStatementOverATableThatHasChanged)
-{
-    add(1, 10);
-    const auto database = open();
-    const auto rows = database->OpenRecordset(u"Items"_s, dao::dbOpenDynaset);
-    for (int i = 0; i < 8; ++i)
-        rows->Move(0);
-    ASSERT_EQ(keptStatements(*database), 1);
-    sql(u"SELECT 1"_s);
-    raw_->exactly(u"ALTER TABLE \"Items\" ALTER \"Name\" TYPE varchar(30)"_s);
-    rows->Move(0);
-    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
-    database->driver().run(u"DEALLOCATE ALL"_s);
-    rows->Move(0);
-    EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
-}
-
-TEST_F(ServerTest, KeepsNoStatementInATransaction)
-{
-    add(1, 10);
-    const auto rows = dynaset(u"Items"_s);
-    rows->database()->BeginTrans();
-    for (int i = 0; i < 4; ++i)
-        rows->Move(0);
-    EXPECT_EQ(keptStatements(*rows->database()), 0);
-    rows->database()->Rollback();
 }
 
 TEST_F(ServerTest, KeepsEveryCommitDurable)

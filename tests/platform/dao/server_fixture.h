@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/dao/fixture.h"
+#include "platform/dao/link.h"
+
+namespace daotest {
+
+struct Failure
+{
+    int number = 0;
+    QString text;
+};
+
+inline Failure failureOf(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const runtime::RunTimeError& error) {
+        return {error.number(), error.description()};
+    }
+    return {};
+}
+
+class ServerTest : public ItemsTest
+{
+protected:
+    void SetUp() override
+    {
+        if (!isOnServer())
+            GTEST_SKIP() << "about a server";
+        ItemsTest::SetUp();
+    }
+    void TearDown() override
+    {
+        if (!isOnServer())
+            return;
+        dao::DBEngine::instance().Workspaces(0).setAnswerWait(dao::Waits().answer);
+        ItemsTest::TearDown();
+    }
+
+    void writeLink(const dao::Link& link) { writeFile(dao::linkText(link)); }
+    const dao::Link& link() const { return server_->link(); }
+
+    /// Ends every connection to the store but those of the test's own hand.
+    void endConnections()
+    {
+        raw_.reset();
+        testsupport::runAsKeeper(u"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity "
+                                 "WHERE datname = '%1'"_s.arg(link().database));
+    }
+};
+
+} // namespace daotest
