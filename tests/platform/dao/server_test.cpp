@@ -263,6 +263,24 @@ TEST_F(ServerTest, TellsTablesApartThatDifferInCaseAlone)
     EXPECT_EQ(table(u"T"_s)->Fields(0).Name(), u"A"_s);
 }
 
+TEST_F(ServerTest, ReadsNumbersOfWiderTypesWhereTheyFit)
+{
+    for (const int number : {7, -7, 0})
+        add(10 + number, number);
+    raw_->exactly(u"ALTER TABLE \"Items\" ALTER \"Num\" TYPE bigint, "
+                  "ALTER \"Small\" TYPE numeric USING 3, ALTER \"Amount\" TYPE real USING 1.5"_s);
+    raw_->exactly(u"INSERT INTO \"Items\" (\"Code\", \"Num\") VALUES (20, 3000000000)"_s);
+    const auto items = table(u"Items"_s);
+    EXPECT_EQ(items->Fields(u"Num"_s).Type(), dao::dbLong);
+    for (const int number : {7, -7, 0}) {
+        EXPECT_EQ(items->Fields(u"Num"_s).Value(), number);
+        EXPECT_EQ(items->Fields(u"Small"_s).Value(), 3);
+        EXPECT_EQ(items->Fields(u"Amount"_s).Value(), 1.5);
+        items->MoveNext();
+    }
+    EXPECT_EQ(errorOf([&] { items->Fields(u"Num"_s).Value(); }), 6);
+}
+
 TEST_F(ServerTest, WritesNothingWhereItMayNot)
 {
     add(1, 10);
