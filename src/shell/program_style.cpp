@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPolygonF>
+#include <QStyleOption>
 #include <QWidget>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,15 @@ QIcon extension(Qt::Orientation orientation, Qt::LayoutDirection direction)
     return QIcon(picture);
 }
 
+template <typename Option>
+Option inProgramPalette(const Option& option)
+{
+    Option same = option;
+    same.palette = QGuiApplication::palette();
+    same.palette.setCurrentColorGroup(option.palette.currentColorGroup());
+    return same;
+}
+
 } // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(u"fusion"_s) {}
@@ -48,6 +58,31 @@ QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* optio
         return extension(Qt::Vertical, direction);
     default:
         return QProxyStyle::standardIcon(which, option, widget);
+    }
+}
+
+void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const
+{
+    const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    if (element != CE_HeaderSection || header == nullptr)
+        return QProxyStyle::drawControl(element, option, painter, widget);
+    const QStyleOptionHeader same = inProgramPalette(*header);
+    QProxyStyle::drawControl(element, &same, painter, widget);
+}
+
+void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                      QPainter* painter, const QWidget* widget) const
+{
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        bar != nullptr && control == CC_ScrollBar) {
+        const QStyleOptionSlider same = inProgramPalette(*bar);
+        QProxyStyle::drawComplexControl(control, &same, painter, widget);
+    } else if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
+        const QStyleOptionComboBox same = inProgramPalette(*list);
+        QProxyStyle::drawComplexControl(control, &same, painter, widget);
+    } else {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "reliability/workplace.h"
 
 #include "platform/dao/database.h"
+#include "shell/appearance.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"
 #include "tools/store/checker.h"
@@ -159,6 +160,7 @@ class Soak : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { shell::setUpAppearance(*qApp); }
     void holdsWhatItHeldAfterTheFirstTenth();
 };
 

@@ -1,11 +1,15 @@
 #include "shell/appearance.h"
 
+#include "shell/program_style.h"
 #include "support/widgets.h"
 
 #include <QFontMetrics>
+#include <QPainter>
+#include <QPixmap>
 #include <QProxyStyle>
 #include <QRawFont>
 #include <QStyle>
+#include <QStyleOption>
 #include <QTextLayout>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +27,27 @@ private slots:
     void toolkitSpeaksHebrew();
     void programIconIsThere();
     void toolbarExtensionPointsToTheRest();
+    void drawsWhatItKeepsInOnePalette();
+};
+
+/// Notes the palettes in which the toolkit's style is asked to draw.
+class NotingStyle : public QProxyStyle
+{
+public:
+    explicit NotingStyle(QList<qint64>& palettes) : QProxyStyle(u"fusion"_s), palettes_(palettes) {}
+    void drawControl(ControlElement, const QStyleOption* option, QPainter*,
+                     const QWidget*) const override
+    {
+        palettes_.append(option->palette.cacheKey());
+    }
+    void drawComplexControl(ComplexControl, const QStyleOptionComplex* option, QPainter*,
+                            const QWidget*) const override
+    {
+        palettes_.append(option->palette.cacheKey());
+    }
+
+private:
+    QList<qint64>& palettes_;
 };
 
 void AppearanceTest::styleAndDirection()
@@ -97,6 +122,26 @@ void AppearanceTest::toolbarExtensionPointsToTheRest()
     QVERIFY(heightOfLeftmost(extension(Qt::LeftToRight)) >= 3);
     const int tip = heightOfLeftmost(extension(Qt::RightToLeft));
     QVERIFY(tip >= 0 && tip < 3);
+}
+
+void AppearanceTest::drawsWhatItKeepsInOnePalette()
+{
+    QList<qint64> palettes;
+    shell::ProgramStyle style;
+    style.setBaseStyle(new NotingStyle(palettes));
+    QStyleOptionHeader header;
+    QStyleOptionSlider bar;
+    QStyleOptionComboBox list;
+    for (QStyleOption* option : std::initializer_list<QStyleOption*>{&header, &bar, &list})
+        option->palette.setColor(QPalette::Window, Qt::red);
+    QPixmap paper(1, 1);
+    QPainter painter(&paper);
+
+    style.drawControl(QStyle::CE_HeaderSection, &header, &painter, nullptr);
+    style.drawComplexControl(QStyle::CC_ScrollBar, &bar, &painter, nullptr);
+    style.drawComplexControl(QStyle::CC_ComboBox, &list, &painter, nullptr);
+
+    QCOMPARE(palettes, QList<qint64>(3, QApplication::palette().cacheKey()));
 }
 
 ZOMREL_QTEST_MAIN(AppearanceTest)

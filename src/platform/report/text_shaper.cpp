@@ -22,8 +22,8 @@ constexpr double twipsPerPoint = 20;
 constexpr double endlessWidth = 1 << 20;
 /// What a text keeps from the border of its box.
 constexpr double boxInset = 20;
-/// Texts kept shaped: some pages' worth.
-constexpr std::size_t keptTexts = 4096;
+/// Texts kept shaped: a few pages' worth.
+constexpr std::size_t keptTexts = 1024;
 
 using Layout = std::unique_ptr<QTextLayout>;
 
