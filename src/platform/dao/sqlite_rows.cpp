@@ -290,6 +290,8 @@ std::unique_ptr<RowStream> SqliteDriver::rowStream(const TableInfo& table)
 
 std::unique_ptr<RowSink> SqliteDriver::rowSink(const TableInfo& table)
 {
+    // Pages that do not stay in memory until the end are written, journal first, in between.
+    QSqlQuery(connection()).exec(u"PRAGMA cache_size = -16384"_s); // KiB
     return std::make_unique<SqliteSink>(*this, table, QSqlQuery(connection()));
 }
 
