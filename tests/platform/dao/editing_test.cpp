@@ -1,5 +1,7 @@
 #include "platform/dao/fixture.h"
 
+#include "platform/dao/driver.h"
+
 using namespace daotest;
 
 namespace {
@@ -52,6 +54,32 @@ TEST_F(EditingTest, WritesNothingWhereNothingChanged)
     rows->Fields(u"Day"_s).SetValue(QDate(2026, 1, 1));
     rows->Update();
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Writes"_s), 1) << "one statement for all fields";
+    const auto stored = dynaset(u"Items"_s);
+    EXPECT_EQ(stored->Fields(u"Name"_s).Value(), u"X"_s);
+    EXPECT_EQ(stored->Fields(u"Day"_s).Value(), QDate(2026, 1, 1));
+}
+
+/// As the engine tells it: no test can take the room of a whole disk.
+TEST_F(EditingTest, TellsOfAFullDiskAndKeepsWhatIsWritten)
+{
+    EMBEDDED_ONLY("a server tells of its own disk");
+    constexpr int most = 1000;
+    const auto database = open();
+    const int pages = database->driver().rows(u"PRAGMA page_count"_s).front().front().toInt();
+    database->driver().rows(u"PRAGMA max_page_count = %1"_s.arg(pages + 2));
+    const auto rows = database->OpenRecordset(u"Items"_s, dao::dbOpenTable);
+    int added = 0;
+    int error = 0;
+    while (error == 0 && added < most) {
+        rows->AddNew();
+        rows->Fields(u"Note"_s).SetValue(QString(500, u'x'));
+        error = errorOf([&] { rows->Update(); });
+        added += error == 0 ? 1 : 0;
+    }
+    EXPECT_EQ(error, 3026);
+    EXPECT_GT(added, 0);
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), added);
+    EXPECT_EQ(scalar(u"PRAGMA integrity_check"_s).toString(), u"ok"_s);
 }
 
 TEST_F(EditingTest, ReplacesContentsThatTheFieldDoesNotTake)

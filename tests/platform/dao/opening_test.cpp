@@ -150,8 +150,11 @@ TEST_F(OpeningTest, WaitsForTheDisk)
     EMBEDDED_ONLY("about the store's file");
     constexpr int full = 2;
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
-    for (int use = 0; use < 2; ++use)
-        EXPECT_EQ(open()->driver().rows(u"PRAGMA synchronous"_s).front().front(), full);
+    for (int use = 0; use < 2; ++use) {
+        const auto database = open();
+        EXPECT_EQ(database->driver().rows(u"PRAGMA synchronous"_s).front().front(), full);
+        EXPECT_EQ(database->driver().rows(u"PRAGMA journal_mode"_s).front().front(), u"delete"_s);
+    }
 }
 
 TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)

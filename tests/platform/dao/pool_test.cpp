@@ -1,5 +1,7 @@
 #include "platform/dao/fixture.h"
 
+#include "platform/dao/driver.h"
+
 #include <QFile>
 
 using namespace daotest;
@@ -37,6 +39,23 @@ TEST_F(PoolTest, GivesTwoDatabasesAtOnceAConnectionEach)
     const auto second = open();
     // Nothing stays open between two calls on a server, so one connection serves all.
     EXPECT_EQ(QSqlDatabase::connectionNames().size(), isOnServer() ? 1 : 2);
+}
+
+/// What comes later must not be part of a change that nobody ends.
+TEST_F(PoolTest, KeepsNoConnectionInTheMiddleOfAChange)
+{
+    raw_.reset();
+    {
+        const auto left = open();
+        left->driver().begin();
+        left->driver().run(u"INSERT INTO \"Items\" (\"Num\", \"Done\") VALUES (1, 0)"_s);
+    }
+    EXPECT_EQ(openOnce(), 0);
+    const auto rows = open()->OpenRecordset(u"Items"_s, dao::dbOpenTable);
+    rows->AddNew();
+    rows->Fields(u"Num"_s).SetValue(2);
+    rows->Update();
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 1);
 }
 
 TEST_F(PoolTest, SeesAStoreThatHasTakenTheFormersPlace)
