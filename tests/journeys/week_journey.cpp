@@ -83,6 +83,7 @@ void WeekJourney::besideOthers()
     const QString begun = today();
     const Week week = workAWeek(program, [&] { workBetween(other, true); });
     tellLedger(ledger, other);
+    QVERIFY2(restless.isAtWork(), qPrintable(restless.errors()));
     restless.kill();
     other.kill();
     store.waitUntilLeft();

@@ -55,6 +55,7 @@ protected:
             ++starts_;
         }
         station.listen(moment(random_));
+        EXPECT_TRUE(station.isAtWork()) << qUtf8Printable(station.errors());
         station.kill();
         victim.store.waitUntilLeft();
         EXPECT_EQ(station.runTimeBoxes(), QStringList());
@@ -102,6 +103,9 @@ protected:
         }
         if (changes < many)
             return;
+        if (!testsupport::isOnServer()) {
+            EXPECT_GT(hotJournals_, 0);
+        }
         for (const QString& kind :
              {u"order"_s, u"line"_s, u"deleted"_s, u"emptied"_s, u"printed"_s, u"closed"_s,
               u"series"_s, u"seriesdeleted"_s, u"name"_s, u"renamed"_s, u"unnamed"_s})

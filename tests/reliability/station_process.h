@@ -22,6 +22,8 @@ public:
     void listen(int milliseconds);
     /// Lets a paced station do its next step.
     void go(const QByteArray& word = "line");
+    /// False where it has ended by itself.
+    bool isAtWork() const { return process_.state() != QProcess::NotRunning; }
     /// Ends it as a power failure does.
     void kill();
     /// Its exit status; -1 where it did not end by itself.
