@@ -54,7 +54,7 @@ bool prepareSeries(WorkingDay& day, Command command)
     const auto& form = *day.child<catalogue::FrSerials>();
     if (command == DeleteSeries)
         return true;
-    day.click(form, command == AddSeries ? u"CmdNew"_s : u"CmdUpdate"_s);
+    WorkingDay::click(form, command == AddSeries ? u"CmdNew"_s : u"CmdUpdate"_s);
     child<QLineEdit>(form, u"TextName"_s)->setText(u"סדרה אחרת"_s);
     return day.goesOn();
 }
@@ -76,9 +76,9 @@ void runInSeries(WorkingDay& day, Command command)
 {
     const auto& form = *day.child<catalogue::FrSerials>();
     day.boxes.answer(runtime::vbYes);
-    day.click(form, command == AddSeries    ? u"CmdAdd"_s
-                    : command == SaveSeries ? u"CmdUpdate"_s
-                                            : u"CmdDelete"_s);
+    WorkingDay::click(form, command == AddSeries    ? u"CmdAdd"_s
+                            : command == SaveSeries ? u"CmdUpdate"_s
+                                                    : u"CmdDelete"_s);
 }
 
 void runInGrid(WorkingDay& day, Command command)
