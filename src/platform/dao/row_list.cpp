@@ -39,9 +39,9 @@ RowNumber RowList::at(Database& database, std::size_t place)
 
 std::optional<StoredRow> RowList::row(Database& database, const TableRows& table, std::size_t place)
 {
-    std::optional<StoredRow> found = std::move(readMarked(database, place, 1).front());
-    if (found || isMark(numbers_[place]))
-        return found;
+    std::vector<std::optional<StoredRow>> found = readMarked(database, place, 1);
+    if (found.front() || isMark(numbers_[place]))
+        return std::move(found.front());
     return table.fetch(database.driver(), numbers_[place]);
 }
 
