@@ -1,6 +1,7 @@
 // The main job: adding a line and opening the order form, each against what the same work costs
 // bare.
 
+#include "application.h"
 #include "large_store.h"
 #include "paired.h"
 
@@ -201,11 +202,5 @@ BENCHMARK(OpenOrderFormOnALargeStore)->UseManualTime()->Iterations(100);
 
 int main(int argc, char** argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runInApplication(argc, argv);
 }

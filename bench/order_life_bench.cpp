@@ -1,6 +1,7 @@
 // The life of an order on a large store against the same on a small one: finding it, closing it,
 // deleting its lines. All of it has to cost by the order's own lines.
 
+#include "application.h"
 #include "large_store.h"
 #include "paired.h"
 
@@ -181,12 +182,6 @@ BENCHMARK(DeleteAllLines)->UseManualTime()->Unit(benchmark::kMillisecond)->Itera
 
 int main(int argc, char** argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QApplication::setLayoutDirection(Qt::RightToLeft);
     runtime::setMessageBoxDoor([](const runtime::MessageBoxRequest&) { return runtime::vbYes; });
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runInApplication(argc, argv);
 }

@@ -2,6 +2,7 @@
 // for, and screens on a large store against the same on a small one. The number of orders of the
 // large one is that of ZOMREL_SERVER_ORDERS, each of ten lines.
 
+#include "application.h"
 #include "paired.h"
 #include "server_store.h"
 
@@ -345,11 +346,5 @@ BENCHMARK(FetchPage)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations
 
 int main(int argc, char** argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runInApplication(argc, argv);
 }
