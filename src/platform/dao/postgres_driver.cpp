@@ -54,11 +54,16 @@ std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QStrin
     return *found;
 }
 
+bool isHandlingEvents()
+{
+    return QThread::currentThread()->loopLevel() > 0;
+}
+
 /// Holds for as long as the event is handled that is being handled now; outside an event loop, not
 /// at all.
 void markAsAnswered(const std::shared_ptr<SqlConnection>& connection)
 {
-    if (QThread::currentThread()->loopLevel() == 0)
+    if (!isHandlingEvents())
         return;
     connection->setJustAnswered(true);
     QTimer::singleShot(0, QCoreApplication::instance(),
@@ -115,7 +120,8 @@ std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& li
 /// again; one greeting is enough for it.
 bool PostgresDriver::takeUp()
 {
-    if (sqlConnection().hasJustAnswered() && !postgres::isLost(sqlConnection()))
+    if (isHandlingEvents() && sqlConnection().hasJustAnswered() &&
+        !postgres::isLost(sqlConnection()))
         return true;
     const std::optional<postgres::Greeting> greeting = postgres::greet(sqlConnection(), link_);
     if (!greeting)
