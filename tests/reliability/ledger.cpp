@@ -114,7 +114,7 @@ void Ledger::removeLinesOf(int order)
 
 QStringList Ledger::findings(const StoredRows& store)
 {
-    const QStringList all =
+    QStringList all =
         checkLines(store) + checkOrders(store) + checkSeries(store) + checkLists(store);
     underWay_.clear();
     return all;

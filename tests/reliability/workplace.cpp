@@ -64,8 +64,8 @@ void leaveNextModal()
     });
 }
 
-constexpr int codeColumn = 0;
-constexpr int nameColumn = 1;
+constexpr int columnOfCode = 0;
+constexpr int columnOfName = 1;
 
 /// Down to the next row, which writes this one; a grid that could not do so says why and goes back.
 void leaveRow(QTableView& grid)
@@ -308,21 +308,21 @@ QTableView& Workplace::openList(int list)
 void Workplace::goToName(QTableView& grid, int code)
 {
     int row = grid.model()->rowCount() - 1;
-    while (row >= 0 && testsupport::cellText(grid, row, codeColumn).toInt() != code)
+    while (row >= 0 && testsupport::cellText(grid, row, columnOfCode).toInt() != code)
         --row;
     if (row < 0)
         qFatal("no code %d in %s", code, qUtf8Printable(grid.objectName()));
-    grid.setCurrentIndex(grid.model()->index(row, nameColumn));
+    grid.setCurrentIndex(grid.model()->index(row, columnOfName));
 }
 
 int Workplace::addName(int list, const QString& name)
 {
     QTableView& grid = openList(list);
     const int blank = grid.model()->rowCount() - 1;
-    grid.setCurrentIndex(grid.model()->index(blank, nameColumn));
+    grid.setCurrentIndex(grid.model()->index(blank, columnOfName));
     testsupport::typeIntoCell(grid, name);
     leaveRow(grid);
-    return testsupport::cellText(grid, blank, codeColumn).toInt();
+    return testsupport::cellText(grid, blank, columnOfCode).toInt();
 }
 
 void Workplace::changeName(int list, int code, const QString& name)
