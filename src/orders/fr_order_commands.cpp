@@ -118,6 +118,7 @@ void FrOrder::CmdOpenOrder_Click()
 {
     bindOrdersTable(*DataOrder);
     dao::Recordset& orderRows = DataOrder->Recordset();
+    const std::int16_t shown = Module1::CurrentOrderNum;
     bool isRefused = false;
     untilNumberIsFree(orderRows, [&] {
         orderRows.MoveLast();
@@ -126,6 +127,7 @@ void FrOrder::CmdOpenOrder_Click()
             addOrderAfterCurrent(orderRows);
     });
     if (isRefused) {
+        Module1::CurrentOrderNum = shown;
         runtime::MsgBox(u"יש הזמנה פתוחה , סגור הזמנה קודם!!"_s, refusal, u"הזמנה פתוחה"_s);
         return;
     }

@@ -453,6 +453,7 @@ void NumberingTest::openOrderWhileAnotherStationTakesTheNumber()
 
     QCOMPARE(elsewhere_, QList<int>());
     QCOMPARE(storedNumbers(), (QList<int>{5, 6}));
+    QCOMPARE(Module1::CurrentOrderNum, 5);
     QCOMPARE(desk_->boxes.shown().size(), std::size_t(1));
     QVERIFY(desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
 }
