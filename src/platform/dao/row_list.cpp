@@ -39,9 +39,11 @@ RowNumber RowList::at(Database& database, std::size_t place)
 
 std::optional<StoredRow> RowList::row(Database& database, const TableRows& table, std::size_t place)
 {
-    std::vector<std::optional<StoredRow>> found = readMarked(database, place, 1);
-    if (found.front() || isMark(numbers_[place]))
-        return std::move(found.front());
+    std::vector<std::optional<StoredRow>> marked = readMarked(database, place, 1);
+    std::optional<StoredRow> found;
+    found.swap(marked.front());
+    if (found || isMark(numbers_[place]))
+        return found;
     return table.fetch(database.driver(), numbers_[place]);
 }
 
