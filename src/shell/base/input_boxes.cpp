@@ -257,12 +257,11 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    for (MeasureBox* box : {whole, hundredths}) {
+    for (MeasureBox* box : {whole, hundredths})
         box->setFrame(false);
-        QPalette white = box->palette(); // also while it is disabled, as the frame around it
-        white.setColor(QPalette::Disabled, QPalette::Base, white.color(QPalette::Base));
-        box->setPalette(white);
-    }
+    QPalette white = palette(); // also while it is disabled
+    white.setColor(QPalette::Disabled, QPalette::Base, white.color(QPalette::Base));
+    setPalette(white);
     layout->addWidget(whole);
     layout->addWidget(point_);
     layout->addWidget(hundredths);
