@@ -51,6 +51,7 @@ private:
     static void texts(const QList<int>& boxes);
     void chooseSeries(const QString& sign = {}, int monoblockBox = -1, const QString& text = {});
     void type(int box, const QString& text) const;
+    void typeOpening(int box, const QString& text);
     void expectOutcome(int error, const QString& field, double value);
 
     std::unique_ptr<Desk> desk_;
@@ -127,6 +128,15 @@ void BadInputTest::type(int box, const QString& text) const
     setWhole(*desk_->form()->opening().TextNum[static_cast<std::size_t>(box)], text);
 }
 
+/// Chooses the series and lays the text in one of the boxes of an opening of 100 by 100.
+void BadInputTest::typeOpening(int box, const QString& text)
+{
+    chooseSeries();
+    for (int each = 0; each < 4; ++each)
+        type(each, each % 2 == 0 ? u"100"_s : u"00"_s);
+    type(box, text);
+}
+
 /// No line and a box, or the one line with the value in the field.
 void BadInputTest::expectOutcome(int error, const QString& field, double value)
 {
@@ -180,10 +190,7 @@ void BadInputTest::measureBox()
     QFETCH(QString, text);
     QFETCH(int, error);
     QFETCH(double, value);
-    chooseSeries();
-    for (int each = 0; each < 4; ++each)
-        type(each, each % 2 == 0 ? u"100"_s : u"00"_s);
-    type(box, text);
+    typeOpening(box, text);
     desk_->click("CmdAdd");
     expectOutcome(error, box < 2 ? u"MyWidth"_s : u"MYHeight"_s, value);
 }
@@ -321,10 +328,7 @@ void BadInputTest::preCalculation()
     QFETCH(QString, text);
     QFETCH(int, error);
     QFETCH(double, value);
-    chooseSeries();
-    for (int each = 0; each < 4; ++each)
-        type(each, each % 2 == 0 ? u"100"_s : u"00"_s);
-    type(box, text);
+    typeOpening(box, text);
     desk_->click("CmdOK");
     if (error != correct) {
         expectOutcome(error, {}, 0);

@@ -68,6 +68,7 @@ class InputBoxesTest : public QObject
 private slots:
     void defaultsFollowTheIndex();
     void pairStandsFromLeftToRight();
+    void pairStaysWhiteWhileDisabled();
     void enterAndArrowsWalkAndSelect_data();
     void enterAndArrowsWalkAndSelect();
     void walkSkipsWhatTabSkips();
@@ -124,6 +125,16 @@ void InputBoxesTest::pairStandsFromLeftToRight()
     QCOMPARE(boxes.whole->parentWidget(), boxes.pair);
     const int room = boxes.whole->fontMetrics().horizontalAdvance(u"888"_s);
     QVERIFY(boxes.whole->width() > room);
+}
+
+void InputBoxesTest::pairStaysWhiteWhileDisabled()
+{
+    QWidget form;
+    const Boxes boxes(&form);
+    form.setEnabled(false);
+    const QImage picture = boxes.pair->grab().toImage();
+    for (int x = 2; x < picture.width() - 2; ++x)
+        QCOMPARE(picture.pixelColor(x, 2), QColor(Qt::white));
 }
 
 void InputBoxesTest::enterAndArrowsWalkAndSelect_data()
