@@ -1,10 +1,19 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
+#include <QStringList>
 
 namespace dao::sqlite {
 
-/// The statement that makes the trigger of a table's counter.
-QString counterTrigger(const QString& table, const QString& field);
+/// What the engine's error text holds where a counter has no number left.
+constexpr QLatin1StringView counterExhausted("has given its last number");
+
+/// The statement that makes the table of counters, one row for each counted table, unless the store
+/// has it.
+QString counterTableMaking();
+
+/// The statements that make a counter out of a field of a new table.
+QStringList counterMaking(const QString& table, const QString& field);
 
 } // namespace dao::sqlite

@@ -1,6 +1,7 @@
 #include "platform/dao/sqlite_driver.h"
 
 #include "platform/dao/connection_pool.h"
+#include "platform/dao/sqlite_counters.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -124,11 +125,7 @@ std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(newConnection(), path));
     driver->connect(u"rwc"_s, lockWait);
     try {
-        // The sequence table comes into being with the first table that asks for one, and stays.
-        Together together(*driver);
-        driver->run(u"CREATE TABLE first (number INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
-        driver->run(u"DROP TABLE first"_s);
-        together.commit();
+        driver->run(sqlite::counterTableMaking());
         driver->prepareUse();
     } catch (const RunTimeError&) {
         driver.reset();
@@ -228,11 +225,17 @@ RunTimeError SqliteDriver::error(const QSqlError& failure) const
     case NoMemory:
         return RunTimeError(runtime::OutOfMemory);
     case Constraint:
+        if (text.contains(sqlite::counterExhausted))
+            return RunTimeError(
+                runtime::Overflow,
+                u"%1 (%2)"_s.arg(runtime::errorDescription(runtime::Overflow), text));
         return RunTimeError(text.contains("NOT NULL"_L1) ? runtime::FieldRequired
                                                          : runtime::DuplicateKey);
     default:
         break;
     }
+    if (text.contains("integer overflow"_L1))
+        return RunTimeError(runtime::Overflow);
     if (text.contains("no such table"_L1))
         return RunTimeError(runtime::TableNotFound);
     if (text.contains("duplicate column name"_L1))

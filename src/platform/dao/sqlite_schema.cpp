@@ -171,7 +171,7 @@ QStringList SqliteDriver::createTable(const TableInfo& table,
         each.required = each.required || keyFields.contains(each.name, Qt::CaseInsensitive);
         parts.append(fieldDefinition(each));
         if (each.counter)
-            following.append(sqlite::counterTrigger(table.name, each.name));
+            following.append(sqlite::counterMaking(table.name, each.name));
     }
     return QStringList(u"CREATE TABLE %1 (%2%3)"_s.arg(quoted(table.name), parts.join(u", "_s),
                                                        primaryKey)) +

@@ -13,6 +13,7 @@ namespace {
 constexpr int tableExists = 3010;
 constexpr int noFieldDefined = 3264;
 constexpr int defaultTextSize = 255;
+constexpr auto ownPrefix = "zomrel_"_L1;
 
 /// The element at a position of a collection; raises 3265 for a position that does not exist.
 template <typename Element>
@@ -207,11 +208,14 @@ FieldDef TableDef::CreateCounter(const QString& name) const
     return FieldDef(info);
 }
 
-/// The tables that the store holds, then those that stand in a definition alone.
+/// The tables that the store holds, then those that stand in a definition alone. The program's own
+/// additions to the store are opened by their names and not listed.
 std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
 {
     std::vector<std::shared_ptr<TableDefState>> listed;
     for (const TableInfo& each : driver().tables()) {
+        if (each.name.startsWith(ownPrefix, Qt::CaseInsensitive))
+            continue;
         auto known = std::find_if(tables_.begin(), tables_.end(), [&](const auto& state) {
             return state->name.compare(each.name, Qt::CaseInsensitive) == 0;
         });

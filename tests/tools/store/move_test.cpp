@@ -187,8 +187,8 @@ TEST_F(MoveTest, LetsCountersGoOnAfterTheHighestNumberEverGiven)
     back.rows(add);
     EXPECT_EQ(back.scalar(last), 502);
     back.rows(u"INSERT INTO ReshetColor (Name) VALUES ('next')"_s);
-    const QVariant given =
-        store_.scalar(u"SELECT seq FROM sqlite_sequence WHERE name = 'ReshetColor'"_s);
+    const QVariant given = store_.scalar(u"SELECT last_number FROM zomrel_counters "
+                                         "WHERE table_name = 'ReshetColor'"_s);
     EXPECT_EQ(back.scalar(u"SELECT Code FROM ReshetColor"_s).toInt(), given.toInt() + 1);
 }
 
