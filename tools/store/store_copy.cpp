@@ -53,7 +53,7 @@ void StillStore::examine()
 
 QStringList StillStore::check() const
 {
-    return checkStore(*database_, isOnServer_);
+    return checkForCopying(*database_, isOnServer_);
 }
 
 StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progress) const

@@ -28,7 +28,7 @@ public:
     /// The tables that are none of the store's, a line for each.
     const QStringList& notes() const { return notes_; }
 
-    /// What checkStore finds.
+    /// What checkForCopying finds.
     QStringList check() const;
 
     /// Makes the eleven tables in a store that has none of them, within its transaction. Raises as
