@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto counterTable = "zomrel_counters"_L1;
+using sqlite::counterTable;
 
 QString literal(const QString& text)
 {

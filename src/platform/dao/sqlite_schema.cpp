@@ -85,7 +85,8 @@ std::vector<TableInfo> SqliteDriver::tables()
     std::vector<TableInfo> all;
     for (const StoredValues& row :
          rows(u"SELECT name, type = 'table' FROM sqlite_master WHERE type IN ('table', 'view') "
-              "AND name NOT LIKE 'sqlite!_%' ESCAPE '!' ORDER BY rowid"_s))
+              "AND name NOT LIKE 'sqlite!_%' ESCAPE '!' AND name <> ? ORDER BY rowid"_s,
+              {QString(sqlite::counterTable)}))
         all.push_back({row[0].toString(), row[1].toBool(), {}});
     return all;
 }

@@ -13,7 +13,6 @@ namespace {
 constexpr int tableExists = 3010;
 constexpr int noFieldDefined = 3264;
 constexpr int defaultTextSize = 255;
-constexpr auto ownPrefix = "zomrel_"_L1;
 
 /// The element at a position of a collection; raises 3265 for a position that does not exist.
 template <typename Element>
@@ -35,6 +34,11 @@ int positionOf(const std::vector<Element>& all, const QString& name)
 }
 
 } // namespace
+
+bool isOwnTable(const QString& name)
+{
+    return name.startsWith("zomrel_"_L1, Qt::CaseInsensitive);
+}
 
 Driver& TableDefState::driver() const
 {
@@ -214,7 +218,7 @@ std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
 {
     std::vector<std::shared_ptr<TableDefState>> listed;
     for (const TableInfo& each : driver().tables()) {
-        if (each.name.startsWith(ownPrefix, Qt::CaseInsensitive))
+        if (isOwnTable(each.name))
             continue;
         auto known = std::find_if(tables_.begin(), tables_.end(), [&](const auto& state) {
             return state->name.compare(each.name, Qt::CaseInsensitive) == 0;

@@ -224,6 +224,18 @@ TEST_F(MoveTest, LeavesForeignTablesOutAndSaysSo)
               true);
 }
 
+TEST_F(MoveTest, TakesTheProgramsOwnTablesAlong)
+{
+    store_.execute(u"CREATE TABLE zomrel_notes (Code COUNTER PRIMARY KEY, Note TEXT(20))"_s);
+    store_.execute(u"INSERT INTO zomrel_notes VALUES (3, 'kept')"_s);
+    expectMoved(store_.path(), link_);
+    expectMoved(link_, at(u"back.mdb"_s));
+    const QString notes = u"SELECT Code, Note FROM zomrel_notes"_s;
+    EXPECT_EQ(PlainSql(link_).rows(notes), (QList<QVariantList>{{3, u"kept"_s}}));
+    EXPECT_EQ(PlainSql(at(u"back.mdb"_s)).rows(notes), (QList<QVariantList>{{3, u"kept"_s}}));
+    EXPECT_EQ(zomrelStore({u"check"_s, at(u"back.mdb"_s)}).exitStatus, 0);
+}
+
 TEST_F(MoveTest, MovesFromFileToFileAndFromServerToServer)
 {
     store_.addOrder(3);

@@ -258,3 +258,14 @@ TEST_F(ServerBackupTest, RestoresNothingWhileAStationHoldsTheStore)
     station.rows(u"ROLLBACK"_s);
     EXPECT_EQ(check(), QStringList{u"sound and complete: "_s + link_});
 }
+
+TEST_F(ServerBackupTest, RestoresTheProgramsOwnTables)
+{
+    PlainSql(link_).rows(u"CREATE TABLE zomrel_notes (Note TEXT(20))"_s);
+    PlainSql(link_).rows(u"INSERT INTO zomrel_notes (Note) VALUES ('kept')"_s);
+    ASSERT_EQ(backUp().exitStatus, 0);
+    PlainSql(link_).rows(u"UPDATE zomrel_notes SET Note = 'changed'"_s);
+    const Outcome outcome = restore();
+    EXPECT_EQ(outcome.exitStatus, 0) << asText(outcome.err);
+    EXPECT_EQ(PlainSql(link_).scalar(u"SELECT Note FROM zomrel_notes"_s), u"kept"_s);
+}
