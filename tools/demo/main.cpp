@@ -1,4 +1,4 @@
-// zomrel-demo: drives the program's forms through the road of one order, from a table of openings.
+// zomrel-demo enters the openings of a file into a new order through the program's forms.
 
 #include "demo/cuts_table.h"
 #include "demo/openings.h"
@@ -77,7 +77,7 @@ void tell(const QString& path, int lineNumber, const QString& reason)
     std::fprintf(stderr, "%s:%d: %s\n", qUtf8Printable(path), lineNumber, qUtf8Printable(reason));
 }
 
-/// Adds every opening that can be; says how many could not.
+/// Adds all valid openings and returns the number of openings that were not added.
 int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QString& path)
 {
     int refused = 0;
@@ -96,8 +96,8 @@ int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QSt
     return refused;
 }
 
-/// A folder that looks as the program's own does: the store, by a link, under the name that it has
-/// there.
+/// Fills the folder like an installed program folder. It contains links to the store, under the
+/// store's fixed name, and to the logo.
 void layProgramFolder(const QTemporaryDir& folder, const QString& store)
 {
     QFile::link(QFileInfo(store).absoluteFilePath(), folder.filePath(u"Aluminium.mdb"_s));
