@@ -48,7 +48,8 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream&)
     try {
         findings = checkStore(Place(name));
     } catch (const runtime::RunTimeError& error) {
-        findings.append(u"file: "_s + error.description()); // a link that is damaged
+        // A damaged link cannot be opened at all.
+        findings.append(u"file: "_s + error.description());
     }
     print(out, findings);
     if (!findings.isEmpty())
@@ -64,7 +65,7 @@ ExitStatus notSound(const QStringList& findings, QTextStream& err)
     return Failure;
 }
 
-/// Runs a long command while a terminal shows how far it has come.
+/// Runs a long command and shows its progress if the error stream is a terminal.
 template <typename Work>
 auto withProgress(QTextStream& err, Work&& work)
 {
@@ -98,7 +99,7 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// How many rows each table has got.
+/// Prints the number of rows of each table.
 class Counts
 {
 public:
@@ -136,7 +137,7 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// Raises WrongCall for what cannot be a link.
+/// Builds a link from the options. Throws WrongCall if the options do not form a valid link.
 dao::Link linkOf(const Call& call)
 {
     try {

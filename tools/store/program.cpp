@@ -14,7 +14,8 @@ namespace storetools {
 
 namespace {
 
-/// What a command does with a whole store takes longer than what a form waits for.
+/// The lock timeout of the commands. A command processes a whole store, which takes longer than the
+/// access of a form.
 constexpr std::chrono::minutes patience(5);
 
 void printUsage(QTextStream& stream)
@@ -44,7 +45,8 @@ ExitStatus wrongUsage(QTextStream& err, const QString& message)
     return WrongUsage;
 }
 
-/// Sorts what stands behind the command's name. Raises WrongCall.
+/// Separates the words after the command name into options and arguments. Throws WrongCall for a
+/// missing option or value, or a wrong number of arguments.
 Call callOf(const Command& command, const QStringList& words)
 {
     Call call;

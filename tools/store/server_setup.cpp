@@ -2,10 +2,10 @@
 
 namespace storetools {
 
-// What the stations do: they read everything; they add orders, lines and entries of the catalogue,
-// change them and take them away. Counters are moved by a function of the owner's; a backup looks
-// at them. They make and change no table: a store that is moved in whole needs no upgrade at a
-// station's start.
+// The station role may read everything and may insert, update and delete orders, lines and
+// catalogue entries. Counters advance through a function that the owner owns; backups read them.
+// The station role cannot create or alter tables, because a store that was moved as a whole needs
+// no upgrade when a station starts.
 QString serverSetup()
 {
     return QStringLiteral(
