@@ -46,7 +46,8 @@ void chooseSeries(Program& program, const QString& name)
 void typeOpening(Program& program, const QString& width, const QString& widthHundredths,
                  const QString& height, const QString& heightHundredths)
 {
-    // A second click would only take the selection away from the box that has the focus already.
+    // Clicking the box again would remove its selection, so the click is skipped if it has the
+    // focus.
     if (program.focusName() != u"TextNum_0")
         program.click(u"FrOrder/TextNum_0"_s);
     const QStringList texts{width, widthHundredths, height, heightHundredths};

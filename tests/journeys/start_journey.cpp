@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 using journeys::Box;
 using journeys::Program;
 
-/// How the program starts and ends, as its user meets it.
+/// Journeys of starting and ending the program.
 class StartJourney : public QObject
 {
     Q_OBJECT
@@ -149,7 +149,8 @@ void StartJourney::refusesADatabaseThatIsNoStore()
              1);
 }
 
-/// One run-time box with these words in it, exit status 1, and no window seen.
+/// Expects a start that shows one run-time error box with these words, opens no window, and ends
+/// with exit status 1.
 void StartJourney::expectRefusal(Program& program, int number, const QStringList& told)
 {
     program.start();

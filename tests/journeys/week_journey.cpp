@@ -21,7 +21,7 @@ QString today()
     return QDate::currentDate().toString(Qt::ISODate);
 }
 
-/// The station takes an order of its own in, with two lines, and closes it.
+/// Lets the station enter an order with two lines and close it.
 void workBetween(StationProcess& station, bool opens)
 {
     if (opens)
@@ -41,7 +41,7 @@ void tellLedger(Ledger& ledger, StationProcess& station)
 
 } // namespace
 
-/// All that a week brings, alone and beside others.
+/// Journeys of a whole week, alone and with other stations on the same store.
 class WeekJourney : public QObject
 {
     Q_OBJECT
@@ -62,8 +62,8 @@ void WeekJourney::alone()
     QCOMPARE(storetools::checkStore(program.storePath()), QStringList());
 }
 
-/// One station works without a pause, in an older order and in the catalogue; another takes orders
-/// of its own, before the week's first and between two of them.
+/// One other station works without a pause in an older order and in the catalogue. Another one
+/// enters orders of its own before the week's first order and between two of its orders.
 void WeekJourney::besideOthers()
 {
     TemporaryStore store(TemporaryStore::Contents::Delivered);
