@@ -112,7 +112,7 @@ controls::DBGrid* FrColorKindTest::grid(int index)
     return child<controls::DBGrid>(*form_, u"DBGridKind_%1"_s.arg(index));
 }
 
-/// Clicks on the name in the row of the grid.
+/// Clicks the name cell of the row.
 void FrColorKindTest::stand(int index, int row)
 {
     controls::DBGrid* clicked = grid(index);
@@ -253,7 +253,8 @@ void FrColorKindTest::addsChangesAndDeletes()
 
     stand(index, 1);
     type(u"לבן"_s);
-    QCOMPARE(names(index), QStringList(u"a"_s)); // not before the row is left
+    // The row is written only after it has been left.
+    QCOMPARE(names(index), QStringList(u"a"_s));
     press(Qt::Key_Down);
     QCOMPARE(names(index), QStringList({u"a"_s, u"לבן"_s}));
     QCOMPARE(grid(index)->model()->rowCount(), 3);

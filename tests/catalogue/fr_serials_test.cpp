@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The screen as it opens, and the commands that make a new series.
+/// Tests of opening the series editor and of the commands that create a series.
 class FrSerialsTest : public QObject
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ void FrSerialsTest::opensBrowsing()
     stage_->add(u"first"_s, 5);
     const SerialsScreen screen;
     QVERIFY(screen.isIn(browsing));
-    // The first control in the tab order that can take the focus.
+    // CmdNew is the first enabled control in tab order.
     QTRY_COMPARE(testsupport::focusName(), u"CmdNew"_s);
     QCOMPARE(screen.form().objectName(), u"FrSerials"_s);
     QCOMPARE(screen.form().windowTitle(), u"סדרות"_s);
@@ -129,7 +129,7 @@ void FrSerialsTest::grid()
         }
     }
     QVERIFY(grid->columnViewportPosition(0) < grid->columnViewportPosition(2));
-    // Whole pixels: the width that does not divide goes to one of them.
+    // Column widths are whole pixels; a remainder goes to one of the columns.
     QVERIFY(qAbs(grid->columnWidth(0) - grid->columnWidth(1)) <= 1);
     const double ratio = double(grid->columnWidth(2)) / grid->columnWidth(0);
     QVERIFY2(qAbs(ratio - 5292.0 / 1535) < 0.1, qPrintable(QString::number(ratio)));
@@ -152,7 +152,8 @@ void FrSerialsTest::failsToOpenWithoutAStore()
         QCOMPARE(error.number(), int(runtime::DatabaseFileNotFound));
     }
     Module1::StorePath = path;
-    const SerialsScreen screen; // nothing of the failed load is left
+    // A failed load leaves no partly loaded instance behind.
+    const SerialsScreen screen;
     QVERIFY(screen.isIn(browsing));
 }
 
@@ -224,7 +225,7 @@ void FrSerialsTest::addStoresTheFields()
         "Reshet_H, Nativ_Num, Kanaf_Num, Rem, Sign IS NULL FROM Serials"_s);
     QCOMPARE(rows.size(), 1);
     QCOMPARE(rows[0][0].toString(), u"חדשה"_s);
-    // A single digit stands behind the point as it is: "5" is fifty hundredths.
+    // A single hundredths digit is placed behind the point unchanged: "5" means fifty hundredths.
     const QList<double> numbers{-0.5, 1.15, -2.25, 3.35, -4.45, 5.55, -6.65, 7.75};
     for (int i = 0; i < 8; ++i)
         QCOMPARE(rows[0][i + 1].toDouble(), numbers[i]);

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The commands that work on the row on which the grid stands, and the end of the screen.
+/// Tests of the commands on the grid's current row and of closing the series editor.
 class SerialsEditingTest : public QObject
 {
     Q_OBJECT
@@ -72,7 +72,8 @@ void SerialsEditingTest::updateFollowsTheGrid()
     const SerialsScreen screen;
     screen.moveTo(2);
     QCOMPARE(screen.box(u"TextName"_s)->text(),
-             QString()); // the fields do not follow by themselves
+             // The fields do not follow the grid's current row.
+             QString());
     screen.press("CmdUpdate");
     QCOMPARE(screen.box(u"TextName"_s)->text(), u"c"_s);
     screen.box(u"TextName"_s)->setText(u"C"_s);
@@ -152,7 +153,7 @@ void SerialsEditingTest::deleteTakesTheGridsRow()
     QVERIFY(screen.isIn(newSeries));
     const auto* grid = screen.find<QTableView>(u"DBGrid1"_s);
     QCOMPARE(grid->model()->rowCount(), 2);
-    // The row that has taken its place is the next one to go.
+    // The row that takes the deleted row's place becomes current.
     stage_->boxes.answer(runtime::vbYes);
     screen.press("CmdDelete");
     QCOMPARE(stage_->names(), QStringList(u"a"_s));

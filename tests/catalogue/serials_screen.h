@@ -14,7 +14,7 @@
 #include <QTableView>
 #include <QTest>
 
-/// Types a text, in any script, where the focus is.
+/// Types a text of any script into the widget that has the focus.
 inline void type(const QString& text)
 {
     for (const QChar letter : text) {
@@ -23,7 +23,7 @@ inline void type(const QString& text)
     }
 }
 
-/// A store without series, and the doors to the outside.
+/// A store without series, with recorded message boxes and program ends.
 struct SerialsStage
 {
     int add(const QString& name, double deduction = -1)
@@ -44,7 +44,7 @@ struct SerialsStage
     testsupport::RecordedEnd end;
 };
 
-/// What may be used on the screen in one of its states.
+/// The controls that are enabled in one state of the series editor.
 struct SerialsState
 {
     bool frame;
@@ -54,7 +54,7 @@ inline constexpr SerialsState browsing{false, true};
 inline constexpr SerialsState newSeries{true, true};
 inline constexpr SerialsState editing{true, false};
 
-/// The series editor on the screen, for as long as this lives.
+/// Shows the series editor and unloads it in the destructor.
 class SerialsScreen
 {
 public:
@@ -98,7 +98,7 @@ public:
                isEnabled("CmdEnd");
     }
 
-    /// Clicks on a row of the grid.
+    /// Clicks a row of the grid.
     void moveTo(int row) const
     {
         auto* grid = find<QTableView>(QStringLiteral("DBGrid1"));
@@ -113,7 +113,8 @@ public:
         QTest::mouseClick(find<QPushButton>(QString::fromLatin1(button)), Qt::LeftButton);
     }
 
-    /// Sign, whole and hundredths of a deduction as one text, "- 2 50".
+    /// Returns the sign, the whole part and the hundredths of a deduction as one text, such as "- 2
+    /// 50".
     QString deduction(int i) const
     {
         return QStringList{sign(i)->text(), num(2 * i)->text(), num(2 * i + 1)->text()}.join(

@@ -6,7 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// The keyboard in the boxes of the series editor, and what a box holds when it is left.
+/// Tests of the keyboard in the boxes of the series editor and of the contents of a box after it
+/// loses the focus.
 class SeriesBoxesTest : public QObject
 {
     Q_OBJECT
@@ -51,7 +52,7 @@ void SeriesBoxesTest::cleanup()
     store_.reset();
 }
 
-/// Puts the focus into the box and the text in place of what it holds.
+/// Focuses the box and replaces its text.
 void SeriesBoxesTest::enter(QLineEdit* box, const QString& text)
 {
     box->setFocus();
@@ -195,7 +196,7 @@ void SeriesBoxesTest::measureReadsFromTheLeft()
         QVERIFY(screen_->find(u"Picture1_%1"_s.arg(i))->isAncestorOf(screen_->num(2 * i)));
         QVERIFY(screen_->find(u"Picture1_%1"_s.arg(i))->isAncestorOf(screen_->num(2 * i + 1)));
     }
-    // The width's column stands at the right, where reading begins.
+    // The width column is on the right, because the form reads right-to-left.
     QVERIFY(leftOf(u"Picture1_0"_s) > leftOf(u"Picture1_1"_s));
     QVERIFY(leftOf(u"Label6"_s) > leftOf(u"Picture1_0"_s));
 }

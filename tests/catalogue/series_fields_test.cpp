@@ -8,7 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// What stands in the fields, what reaches the record, and what is refused on either way.
+/// Tests of loading a series into the fields and writing it back, including the errors of both
+/// directions.
 class SeriesFieldsTest : public QObject
 {
     Q_OBJECT
@@ -48,7 +49,7 @@ int SeriesFieldsTest::addPlain(const QString& name)
     return stage_->store.addSeries(name, {-1, -2, -3, -4, -5, -6, -7, -8}, 2, 2);
 }
 
-/// The run-time box stands for a failure that nobody catches.
+/// Expects the run-time error box, which ends the program.
 void SeriesFieldsTest::expectEnd(int number, const QString& description)
 {
     QCOMPARE(stage_->boxes.shown().size(), 1u);
@@ -160,7 +161,7 @@ void SeriesFieldsTest::refusesToLoad()
     QFETCH(int, number);
     QFETCH(QString, description);
     addPlain();
-    // The deleted row is the screen's current one; a second one keeps the table from being empty.
+    // The deleted row is the current row. The second row keeps the table from being empty.
     addPlain(u"other"_s);
     const SerialsScreen screen;
     stage_->store.execute(change + u" WHERE Name = 'plain'"_s);

@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 using testsupport::child;
 
-/// The catalogue's screens beside another station, which holds the store or takes rows away.
+/// Tests of the catalogue's forms while another station locks the store or deletes rows.
 class SharedStoreTest : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,8 @@ private slots:
 
 private:
     void expectEnded(int error) const;
-    /// As a station does that is writing; others may read until it puts down what it has written.
+    /// Locks the store as a writing station does. Other stations may read until it writes its
+    /// changes to the file.
     void lock(const QString& kind = u"IMMEDIATE"_s) { stage_->store.execute(u"BEGIN "_s + kind); }
     void letGo() { stage_->store.execute(u"ROLLBACK"_s); }
 
@@ -71,7 +72,7 @@ void SharedStoreTest::editorEndsOnALockedStore_data()
         QTest::newRow(command) << QByteArray(command);
 }
 
-/// By the run-time system's box, and the store stays as it was.
+/// Expects the run-time error box and an unchanged store.
 void SharedStoreTest::editorEndsOnALockedStore()
 {
     QFETCH(QByteArray, command);
@@ -103,7 +104,7 @@ void SharedStoreTest::editingASeriesThatIsGone()
     QCOMPARE(stage_->names(), QStringList(u"b"_s));
 }
 
-/// The table counts its rows at the press: with none left there is nothing to edit.
+/// CmdUpdate reads the row count first, so with no rows left it does nothing.
 void SharedStoreTest::editingWhereAllSeriesAreGone()
 {
     stage_->add(u"a"_s);
@@ -160,7 +161,8 @@ QStringList SharedStoreTest::stored(const QString& table)
     return all;
 }
 
-/// By the grid's own prompt: the row stays typed in, and once the store is free it is written.
+/// The grid shows its own message and keeps the typed row. The row is written after the lock has
+/// ended.
 void SharedStoreTest::listTellsOfALockedStore()
 {
     openLists();
@@ -198,8 +200,8 @@ void SharedStoreTest::deletionFromAListTellsOfALockedStore()
     catalogue::frColorKind().Unload();
 }
 
-/// A row that cannot be written takes no other with it: what was left is stored, what is typed
-/// elsewhere goes on.
+/// A row that cannot be written does not affect other grids: rows left earlier are stored, and
+/// typing elsewhere continues.
 void SharedStoreTest::otherListsKeepTheirRows()
 {
     openLists();
@@ -221,7 +223,7 @@ void SharedStoreTest::otherListsKeepTheirRows()
     QCOMPARE(stored(u"KanafKind"_s), QStringList({u"second"_s, u"b"_s}));
 }
 
-/// Where not even reading is possible: both lists tell, and both stay as they are.
+/// With an exclusive lock even reading fails. Both grids show a message and keep their contents.
 void SharedStoreTest::movingInAListTellsOfALockedStore()
 {
     openLists();
