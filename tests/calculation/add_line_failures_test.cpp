@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Failures while a line is added: each ends the program, and none leaves a half-written row.
+/// Errors while a line is added. Each error ends the program and leaves no partial row.
 class AddLineFailuresTest : public QObject
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ namespace {
 
 using Row = QList<QVariant>;
 
-/// The line's fields from the opening's width to the number of slats.
+/// The computed fields of a line, from the width of the opening to the number of slats.
 constexpr auto computedFields =
     "MyWidth, MYHeight, Mashkof_W, Mashkof_H, Kanaf_W, Kanaf_H, Glass_W, Glass_H, Reshet_W, "
     "Reshet_H"_L1;
@@ -36,7 +36,7 @@ Row lastLine(PanelHost& host, QLatin1StringView fields)
         .value(0);
 }
 
-/// Makes the table of lines again, with another text of its creation.
+/// Recreates the table Cuts with a modified CREATE TABLE statement.
 void recreateCuts(PanelHost& host, const QRegularExpression& part, const QString& replacement)
 {
     QString sql =
@@ -113,7 +113,7 @@ void AddLineTest::monoblockLine()
     QCOMPARE(lastLine(host, shutterFields),
              (Row{u"מונובלוק : 20 מכסה 15"_s, 118.0, 82.25, 6.5, 86.25, 100.25 - 17.6, 4.5,
                   120.5 - 12.7, 20, 120.5, 18.0}));
-    // The next line needs nothing chosen again.
+    // The next line needs no new choice in the picker.
     host.type(u"100"_s, u"00"_s, u"100"_s, u"00"_s);
     host.add();
     QCOMPARE(host.stored(u"U_Thick"_s), QVariant(6.5));

@@ -91,7 +91,7 @@ void ChooseSeriesTest::choosingAnOrdinaryWindow()
     QVERIFY(!Module1::IsDoorFrame);
     QVERIFY(!Module1::IsMonoblock);
     QCOMPARE(host.panel().LabelKind->text(), u"רגיל"_s);
-    // What a monoblock left is not touched.
+    // The values of the previous monoblock stay unchanged.
     QCOMPARE(Module1::MonoWidthDeduct, QVariant(7.0));
     QCOMPARE(Module1::Shalav_Thick, QVariant(3.0));
     QCOMPARE(Module1::U_Thick, QVariant(u"5.3"_s));
@@ -323,7 +323,7 @@ void ChooseSeriesTest::outlivesTheOrderForm()
     const int autoNum = host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
     QPointer<FormSelectSerial> picker = &open(host);
     host.leaveOrderForm();
-    // The first touch of the order form loads another one, which starts without a series.
+    // The first access to the order form loads a new one, which has no chosen series.
     std::unique_ptr<calculation::OpeningPanel> reloaded;
     calculation::setOpeningPanelProvider([&]() -> calculation::OpeningPanel& {
         if (reloaded == nullptr) {
@@ -400,7 +400,8 @@ void ChooseSeriesTest::choosingFromAnEmptyTable()
     host.expectEnded(runtime::NoCurrentRecord);
 }
 
-/// The grid does not go to it, and a double-click there takes no other in its place.
+/// The deleted series cannot become the grid's current row, and double-clicking it chooses no other
+/// series.
 void ChooseSeriesTest::aSeriesThatIsGoneIsNotChosen()
 {
     PanelHost host;
@@ -420,7 +421,8 @@ void ChooseSeriesTest::aSeriesThatIsGoneIsNotChosen()
     QCOMPARE(int(Module1::SelectedSerialNum), first);
 }
 
-/// Its values are those of the moment at which it was visited; the next computation misses it.
+/// The current row keeps the values of the last visit, so it can be chosen; the next computation
+/// does not find the series.
 void ChooseSeriesTest::theCurrentSeriesThatIsGoneIsChosenAsItWas()
 {
     PanelHost host;

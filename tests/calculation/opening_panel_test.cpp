@@ -185,7 +185,7 @@ void OpeningPanelTest::listsOfKindsAndColours()
         QCOMPARE(host.panel().DataKind[index]->objectName(), u"DataKind_%1"_s.arg(part));
         QCOMPARE(host.panel().DataColor[index]->Recordset().Type(), dao::dbOpenTable);
     }
-    // Each has a database of its own.
+    // Each list has a database of its own.
     QVERIFY(&host.panel().DataKind[0]->Database() != &host.panel().DataKind[1]->Database());
 }
 

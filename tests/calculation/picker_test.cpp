@@ -158,7 +158,7 @@ void PickerTest::tabOrder()
              (QStringList{u"DBGrid1"_s, u"CmdClose"_s, u"CmdPic"_s, u"TextNum_3"_s, u"TextNum_2"_s,
                           u"TextNum_1"_s, u"TextNum_0"_s, u"CheckKind"_s, u"ComboMonoBlock"_s,
                           u"TextNum_4"_s, u"TextNum_5"_s, u"Combo_U_Thick"_s}));
-    // Tab leaves the grid at once and does not walk through its cells.
+    // Tab leaves the grid immediately and does not move between its cells.
     picker.DBGrid1->setFocus();
     QTest::keyClick(picker.DBGrid1, Qt::Key_Tab);
     QVERIFY(picker.CmdClose->hasFocus());
@@ -222,7 +222,7 @@ void PickerTest::optionsPropose()
     picker.ComboMonoBlock->setCurrentIndex(position);
     QCOMPARE(texts(picker), proposed + QStringList({u"6"_s, u"50"_s}));
     QCOMPARE(picker.Combo_U_Thick->currentIndex(), 1);
-    // Taken once more by the user it proposes the same again.
+    // Choosing the current entry again restores its proposed values.
     picker.TextNum[0]->setText(u"9"_s);
     picker.ComboMonoBlock->setFocus();
     emit picker.ComboMonoBlock->activated(position);
