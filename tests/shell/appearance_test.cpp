@@ -30,7 +30,7 @@ private slots:
     void drawsWhatItKeepsInOnePalette();
 };
 
-/// Notes the palettes in which the toolkit's style is asked to draw.
+/// Records the palettes that are passed to the style for drawing.
 class NotingStyle : public QProxyStyle
 {
 public:
@@ -81,7 +81,8 @@ void AppearanceTest::namedFontsShowHebrew()
     layout.endLayout();
     for (const QGlyphRun& run : layout.glyphRuns()) {
         for (const quint32 glyph : run.glyphIndexes())
-            QVERIFY(glyph != 0); // 0 is the box of a missing letter
+            // Glyph 0 is the box that stands for a missing letter.
+            QVERIFY(glyph != 0);
     }
 }
 
@@ -97,7 +98,8 @@ void AppearanceTest::programIconIsThere()
         QCOMPARE(icon.actualSize(QSize(side, side)), QSize(side, side));
 }
 
-/// How high above or below the picture's middle its leftmost drawn pixel stands; -1 for none.
+/// Returns the vertical distance, in pixels, of the icon's leftmost drawn pixel from its middle, or
+/// -1 if nothing is drawn.
 int heightOfLeftmost(const QIcon& icon)
 {
     const QImage image = icon.pixmap(16, 16).toImage();
@@ -118,7 +120,8 @@ void AppearanceTest::toolbarExtensionPointsToTheRest()
         return QApplication::style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton,
                                                    nullptr, &reading);
     };
-    // The wide end of what points to the right is its leftmost, the tip of what points to the left.
+    // An arrowhead that points right has its wide end leftmost; one that points left has its tip
+    // leftmost.
     QVERIFY(heightOfLeftmost(extension(Qt::LeftToRight)) >= 3);
     const int tip = heightOfLeftmost(extension(Qt::RightToLeft));
     QVERIFY(tip >= 0 && tip < 3);

@@ -19,7 +19,7 @@ private slots:
 
 namespace {
 
-/// The frame with a box that has the focus.
+/// A main window with a box that has the focus.
 struct Frame : QMainWindow
 {
     QLineEdit* box = new QLineEdit(this);

@@ -50,7 +50,7 @@ private slots:
 private:
     QToolButton* button(int index) const;
     QAction* menuAction(const QString& tag) const;
-    /// The form in the frame, or null where it is not shown.
+    /// Returns the form in the frame, or nullptr if it is not shown.
     QWidget* formInFrame(const QString& name) const;
 
     std::unique_ptr<testsupport::TemporaryStore> store_;
@@ -254,7 +254,7 @@ void MdiZomrelTest::aFormHasOneInstance()
     QCOMPARE(window_->findChild<QMdiArea*>()->activeSubWindow()->widget(), first);
 }
 
-/// What a station takes of the connections that a server has to give.
+/// Servers limit the number of connections, so all forms of a station share one.
 void MdiZomrelTest::allFormsTakeOneConnectionToAServer()
 {
     if (!testsupport::isOnServer())

@@ -42,7 +42,8 @@ QByteArray contents(const QString& path)
 
 } // namespace
 
-/// The start shows the run-time box and ends with 1; no window is left or was seen.
+/// Expects that the start shows the run-time error box, ends with exit status 1, and never shows a
+/// window.
 void StartTest::expectFailure(const QString& folder, int number)
 {
     testsupport::RecordedBoxes boxes;
@@ -134,7 +135,8 @@ void StartTest::workingDirectoryDoesNotMatter()
     const QString former = QDir::currentPath();
     QVERIFY(QDir::setCurrent(elsewhere.path()));
     const QString folder = QCoreApplication::applicationDirPath();
-    expectFailure(folder, 3024); // no store lies beside the test
+    // The working directory of the test contains no store.
+    expectFailure(folder, 3024);
     QDir::setCurrent(former);
     QCOMPARE(Module1::StorePath, QDir::toNativeSeparators(folder + u"/Aluminium.mdb"_s));
     QCOMPARE(Module1::LogoPath, QDir::toNativeSeparators(folder + u"/Logo.jpg"_s));

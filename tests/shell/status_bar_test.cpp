@@ -43,8 +43,9 @@ void StatusBarTest::panelsStandInOrderWithTheirTexts()
     bar.resize(1366, bar.sizeHint().height());
     bar.show();
     for (int i = 1; i < 5; ++i)
-        QVERIFY(panel(bar, i)->x() > panel(bar, i + 1)->x()); // read from the right
-    // 1764, 1411, 1058 and 1058 twips
+        // The panels are laid out right-to-left.
+        QVERIFY(panel(bar, i)->x() > panel(bar, i + 1)->x());
+    // The widths are 1764, 1411, 1058 and 1058 twips.
     QVERIFY(panel(bar, 1)->width() >= 118);
     QVERIFY(panel(bar, 2)->width() >= 94);
     QVERIFY(panel(bar, 3)->width() >= 71);

@@ -66,7 +66,7 @@ void ToolbarKeysTest::f10GoesToTheFirstButton()
 void ToolbarKeysTest::arrowsGoFromButtonToButton()
 {
     QTest::keyClick(box_, Qt::Key_F10);
-    QTest::keyClick(button(0), Qt::Key_Left); // the second stands to the left of the first
+    QTest::keyClick(button(0), Qt::Key_Left); // The second button is to the left of the first.
     QCOMPARE(QApplication::focusWidget(), button(1));
     QTest::keyClick(button(1), Qt::Key_Right);
     QTest::keyClick(button(0), Qt::Key_Right);
@@ -104,7 +104,7 @@ void ToolbarKeysTest::downOpensTheMenu()
     QTest::keyClick(button(0), Qt::Key_Down);
     QTRY_VERIFY(opened);
     QTRY_VERIFY(!menu_->isVisible());
-    QTest::keyClick(button(1), Qt::Key_Down); // no menu: nothing happens
+    QTest::keyClick(button(1), Qt::Key_Down); // The button has no menu, so nothing happens.
 }
 
 void ToolbarKeysTest::escapeGoesBack()

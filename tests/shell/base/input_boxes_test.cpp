@@ -28,7 +28,7 @@ QComboBox* editableCombo(QWidget* form)
     return combo;
 }
 
-/// A form with one pair of boxes, and what can stand behind them in the tab order.
+/// A form with one pair of boxes and controls that follow them in tab order.
 struct Boxes
 {
     explicit Boxes(QWidget* form, OnLeaving onLeaving = OnLeaving::FillDefault)
@@ -229,14 +229,16 @@ void InputBoxesTest::noKeyIsRefused()
     boxes.whole->setFocus();
     boxes.whole->selectAll();
     QTest::keyClicks(boxes.whole, u"-.a9"_s);
-    QCOMPARE(boxes.whole->text(), u"-.a"_s); // up to its limit
+    // The text is truncated to the box's maximum length.
+    QCOMPARE(boxes.whole->text(), u"-.a"_s);
     boxes.hundredths->setFocus();
     boxes.hundredths->selectAll();
     QTest::keyClicks(boxes.hundredths, u"7x1"_s);
     QCOMPARE(boxes.hundredths->text(), u"7x"_s);
     QVERIFY(!boxes.hundredths->isReadOnly());
     boxes.name->setFocus();
-    QCOMPARE(boxes.whole->text(), u"-.a"_s); // what is no number stays, too
+    // A text that is not a number stays as well.
+    QCOMPARE(boxes.whole->text(), u"-.a"_s);
 }
 
 void InputBoxesTest::emptyBoxesAreFilled()
@@ -275,7 +277,8 @@ void InputBoxesTest::singleHundredthIsPaddedOnTheOrderFormOnly()
 
         boxes.whole->setText(u"7"_s);
         boxes.name->setFocus();
-        QCOMPARE(boxes.whole->text(), u"7"_s); // a whole box is never padded
+        // A whole box is never padded.
+        QCOMPARE(boxes.whole->text(), u"7"_s);
     }
 }
 
@@ -306,7 +309,8 @@ void InputBoxesTest::focusSelects()
     boxes.whole->setFocus(Qt::OtherFocusReason);
     QCOMPARE(boxes.whole->selectedText(), u"123"_s);
     boxes.hundredths->setFocus(Qt::OtherFocusReason);
-    QCOMPARE(boxes.hundredths->selectedText(), u""_s); // where the form does not ask for it
+    // Selecting on focus is off by default.
+    QCOMPARE(boxes.hundredths->selectedText(), u""_s);
 }
 
 void InputBoxesTest::clickSelectsAndTheSelectionStays()
@@ -320,10 +324,11 @@ void InputBoxesTest::clickSelectsAndTheSelectionStays()
     const QPoint start(3, boxes.whole->height() / 2);
     QTest::mousePress(boxes.whole, Qt::LeftButton, {}, start);
     QCOMPARE(boxes.whole->selectedText(), u"123"_s);
-    QTest::mouseMove(boxes.whole, start + QPoint(5, 0)); // a hand is not quite still
+    // A real click usually moves the mouse a little.
+    QTest::mouseMove(boxes.whole, start + QPoint(5, 0));
     QTest::mouseRelease(boxes.whole, Qt::LeftButton, {}, start + QPoint(5, 0));
     QCOMPARE(boxes.whole->selectedText(), u"123"_s);
-    // A further click in the box places the cursor as usual.
+    // The next click in the focused box places the cursor as usual.
     QTest::mouseClick(boxes.whole, Qt::LeftButton, {}, start);
     QCOMPARE(boxes.whole->selectedText(), u""_s);
 }
@@ -376,7 +381,7 @@ void InputBoxesTest::signLockLastsAsLongAsTheKey()
         QTest::keyRelease(&box, key);
         QVERIFY(!box.isReadOnly());
     }
-    // While Shift is held nothing is typed, a plus of the main keyboard least of all.
+    // While Shift is held the box is read-only, so even the main keyboard's plus is not typed.
     box.selectAll();
     QTest::keyPress(&box, Qt::Key_Shift);
     QTest::keyPress(&box, Qt::Key_Minus, Qt::ShiftModifier);
@@ -384,7 +389,7 @@ void InputBoxesTest::signLockLastsAsLongAsTheKey()
     QCOMPARE(box.text(), u"-"_s);
     QTest::keyRelease(&box, Qt::Key_Minus, Qt::ShiftModifier);
     QVERIFY(!box.isReadOnly());
-    // A box that holds a sign takes no other until that one is selected or removed.
+    // A box that holds a sign accepts no other sign until the first one is selected or removed.
     box.deselect();
     box.end(false);
     QTest::keyClick(&box, Qt::Key_Plus, Qt::KeypadModifier);
@@ -471,14 +476,15 @@ void InputBoxesTest::helpersTakeKeyCodes()
     QVERIFY(testsupport::showActive(form));
     boxes.whole->setFocus();
     Module1::KeyNavigate(*boxes.whole, 13, false);
-    QCOMPARE(boxes.hundredths->selectedText(), u"00"_s); // whatever the flag says
+    // The text is selected regardless of the argument `selectAll`.
+    QCOMPARE(boxes.hundredths->selectedText(), u"00"_s);
     Module1::KeyNavigate(*boxes.hundredths, 65, true);
     QCOMPARE(testsupport::focusName(), u"TextNum_1"_s);
     QVERIFY(!boxes.hundredths->isReadOnly());
     boxes.name->setText(u"abc"_s);
     Module1::SelectAllText(*boxes.name);
     QCOMPARE(boxes.name->selectedText(), u"abc"_s);
-    // A box in a window that nobody sees is passed over in silence.
+    // For a box in a hidden window the helper does nothing and reports no error.
     MeasureBox hidden(0, u"0"_s, OnLeaving::FillDefault);
     Module1::KeyNavigate(hidden, 40, true);
     QCOMPARE(hidden.text(), u"0"_s);
