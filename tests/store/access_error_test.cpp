@@ -14,7 +14,7 @@ namespace {
 constexpr int plainFlags = 16 + 1048576;
 constexpr int yesNoCancelFlags = 3 + 16 + 1048576;
 
-/// What the box says of the error itself, before any advice.
+/// Returns the first line of the error box, which names the error before any advice.
 QString firstLine(int number, const QString& description)
 {
     return u"שגיאה מספר: (%1) - תאור: "_s.arg(number) + description;

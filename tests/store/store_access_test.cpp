@@ -17,7 +17,7 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-/// The number of the run-time error that the action raises; 0 where it raises none.
+/// Returns the number of the run-time error that the action throws, or 0 if it throws none.
 template <typename Action>
 int errorOf(Action action)
 {
@@ -71,7 +71,7 @@ class StoreAccessTest : public testing::Test
 protected:
     ~StoreAccessTest() override { EXPECT_TRUE(boxes.unexpected().isEmpty()); }
 
-    /// Lets the store be locked by another user until `unlock`.
+    /// Locks the store as another user until `unlock`.
     void lock() { temporaryStore.execute(u"BEGIN EXCLUSIVE"_s); }
     void unlock() { temporaryStore.execute(u"ROLLBACK"_s); }
 
@@ -280,7 +280,7 @@ TEST_F(BuildOrdersTableTest, AddsEveryMissingFieldInOrder)
     expectFreshOrders();
     const auto orders = store::OpenMyDataBase()->OpenRecordset(u"Orders"_s, dao::dbOpenTable);
     EXPECT_EQ(orders->Fields(u"Number"_s).Value(), QVariant(4));
-    EXPECT_EQ(orders->Fields(u"Open_Close"_s).Value(), QVariant(0)); // a Boolean is never Null
+    EXPECT_EQ(orders->Fields(u"Open_Close"_s).Value(), QVariant(0)); // A Boolean is never Null.
 }
 
 TEST_F(BuildOrdersTableTest, LeavesAFieldOfAnotherTypeOrSizeSilently)
@@ -366,7 +366,7 @@ TEST_F(BuildOrdersTableTest, LockedStoreGoesUpUnreported)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-/// A store that cannot be written is no matter while nothing is missing.
+/// A read-only store opens without an error if nothing has to be added.
 TEST_F(BuildOrdersTableTest, ReadOnlyCompleteStoreOpens)
 {
     QFile::setPermissions(temporaryStore.path(), QFile::ReadOwner);
