@@ -1,4 +1,4 @@
-// A series' deductions between number, three boxes and store.
+// Fuzzes the conversion of deductions between number, input boxes and stored text.
 
 #include "fuzz/fuzz.h"
 
@@ -15,7 +15,7 @@ using catalogue::DeductionText;
 
 namespace {
 
-/// The greatest number whose whole part stands in 16 bits.
+/// The smallest magnitude whose whole part exceeds 16 bits after rounding.
 constexpr double limit = 32767.995;
 
 std::optional<DeductionText> split(double value)
@@ -54,7 +54,7 @@ void checkBoxes(double value, const DeductionText& boxes)
                   "the hundredths are two digits", input);
 }
 
-/// From the store to the boxes and back.
+/// Checks the way from a stored number to the boxes and back.
 void checkNumber(double value)
 {
     const QString input = QString::number(value, 'g', 17);
@@ -67,12 +67,12 @@ void checkNumber(double value)
     const std::optional<double> joined = number(catalogue::joinDeduction(*boxes));
     fuzz::require(joined.has_value(), "the boxes are a number again", input);
     fuzz::require(std::abs(*joined - value) <= 0.005 + 1e-9, "the nearest hundredth", input);
-    // The sign of what was rounded to nothing is not kept.
+    // The sign of a value that was rounded to 0 is lost.
     if (*joined != 0)
         fuzz::require(split(*joined) == boxes, "what was rounded stays", input);
 }
 
-/// From the boxes to the store and back.
+/// Checks the way from the boxes to a stored number and back.
 void checkTexts(const DeductionText& boxes)
 {
     const QString joined = catalogue::joinDeduction(boxes);
@@ -101,7 +101,8 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
     return 0;
 }
 
-/// Numbers by their bits, numbers of hundredths and near them, or the texts of the three boxes.
+/// The input holds numbers as raw bytes, numbers near whole hundredths, or the texts of the three
+/// boxes.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

@@ -1,6 +1,6 @@
-// A damaged old file, read by libmdb in a process of its own as the program does it: it is refused,
-// or a sound store is made of it. The process is this program itself, so libmdb works under the
-// same sanitizers.
+// Fuzzes the import of damaged old files. libmdb reads the file in a separate process, as in the
+// real program. The file is either refused or yields a sound store. The separate process runs this
+// same program, so libmdb runs under the same sanitizers.
 
 #include "fuzz/fuzz.h"
 
@@ -38,7 +38,8 @@ const QByteArray& wholeFile(int which)
     return files[static_cast<std::size_t>(which)];
 }
 
-/// The first byte chooses the file, the next how much of it there is; then come places and bytes.
+/// The first byte chooses the file and the second how much of it is kept. Then pairs of position
+/// and byte follow.
 QByteArray damagedFile(fuzz::Input& input)
 {
     QByteArray file = wholeFile(input.takeBelow(2));

@@ -1,5 +1,5 @@
-// The rows of an old store on their way into a new one: whatever the process that reads the old
-// file hands over, what comes out fits its field, and nothing is dropped without a word.
+// Fuzzes the import of rows. Whatever the reading process sends, each imported value fits its
+// field, and each dropped value is reported.
 
 #include "fuzz/fuzz.h"
 
@@ -39,7 +39,7 @@ bool isOfType(const dao::FieldInfo& field, const QVariant& value)
     return value.typeId() == QMetaType::QString && text.size() <= field.size && text.isValidUtf16();
 }
 
-/// Holds every row against its table and counts them.
+/// Checks every row against its table and counts the rows.
 class CheckingSink : public RowSink
 {
 public:
@@ -61,7 +61,7 @@ public:
     int rows = 0;
 };
 
-/// Takes the bytes as those of the pipe, in pieces of any size.
+/// Feeds the input to the FrameReader as pipe data, in pieces of any size.
 void takeStream(fuzz::Input& input, OldStoreVisitor& visitor)
 {
     FrameReader reader(visitor);
@@ -85,7 +85,7 @@ OldCell takeCell(fuzz::Input& input)
     return bytes;
 }
 
-/// Makes tables of the store with columns of any type and rows of any bytes.
+/// Generates tables of the store with columns of any type and rows of any bytes.
 void tellTables(fuzz::Input& input, OldStoreVisitor& visitor)
 {
     visitor.opened(input.takeBelow(2) == 0 ? OldFormat::Jet3 : OldFormat::Jet4);
@@ -110,7 +110,7 @@ void tellTables(fuzz::Input& input, OldStoreVisitor& visitor)
     visitor.end();
 }
 
-/// Counts the rows that are told.
+/// Counts the rows that the visitor receives.
 class CountingIntake : public Intake
 {
 public:
@@ -139,7 +139,7 @@ void takeAndCheck(const TakeOverOptions& options, const std::function<void(OldSt
     fuzz::require(intake.reports().findings.lines().size() <= 101, "findings are bounded", {});
 }
 
-/// What is told and what comes out of the pipe are the same.
+/// Writing what was read from the pipe yields the same bytes.
 void checkPipe(const QByteArray& written)
 {
     QBuffer again;
@@ -158,7 +158,7 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
     return 0;
 }
 
-/// The first byte chooses whether texts are cut and what the rest is: the pipe's bytes or rows.
+/// The first byte chooses whether texts are truncated and whether the rest is pipe data or rows.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

@@ -1,4 +1,4 @@
-// Query texts taken apart.
+// Fuzzes the query parser.
 
 #include "fuzz/fuzz.h"
 
@@ -33,7 +33,8 @@ bool isKeyword(const QString& name)
     return keywords.contains(name, Qt::CaseInsensitive);
 }
 
-/// Nothing that could end a name where it stands between quotes, or be more than a name.
+/// Returns true for a name of letters, digits and underscores that starts with no digit and is no
+/// keyword. Such a name cannot end a quoted identifier.
 bool isName(const QString& name)
 {
     return !name.isEmpty() && !name.front().isNumber() && !isKeyword(name) &&
@@ -41,7 +42,8 @@ bool isName(const QString& name)
                        [](QChar c) { return c.isLetterOrNumber() || c == u'_'; });
 }
 
-/// One pattern for the whole text, for texts of the letters that the program itself uses.
+/// An independent implementation of the grammar as one regular expression, for texts with the
+/// letters that the program itself uses.
 const QRegularExpression& grammar()
 {
     static const QRegularExpression pattern = [] {
@@ -87,7 +89,7 @@ void checkAgainstGrammar(const QString& text, const std::optional<dao::SelectQue
     }
 }
 
-/// The query in its shortest words.
+/// Returns the query in its canonical form.
 QString spelled(const dao::SelectQuery& query)
 {
     QString text = u"SELECT * FROM "_s + query.table;
@@ -140,7 +142,7 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
     return 0;
 }
 
-/// The input is the query text: UTF-8, or UTF-16 behind a zero byte.
+/// The input is the query text, in UTF-8, or in UTF-16 after a leading zero byte.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);
