@@ -18,12 +18,12 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-/// Every loss and every half that the ledger is there to find, each laid in a store by hand. What
-/// it does not find here, no test with a station would ever tell of.
+/// Puts every kind of loss and partial row into a store by hand and expects the ledger to find it.
+/// A loss that the ledger misses here would go unnoticed in every test with stations.
 class LedgerTest : public testing::Test
 {
 protected:
-    /// Order 1 with a line, a series, a name in the second list: told of and in the store.
+    /// Stores and reports order 1 with a line, a series, and a name in the second list.
     void SetUp() override
     {
         addSeriesOfLines(store);
@@ -43,7 +43,7 @@ protected:
         ASSERT_EQ(findings(), QStringList());
     }
 
-    /// An ordinary line of 120.50 by 100.25 as the stations' series makes it.
+    /// Adds an ordinary line of 120.50 by 100.25 for the stations' series.
     void addLine(const QString& tag)
     {
         store.addLine(1, 1, reliability::seriesOfLines());
@@ -144,7 +144,8 @@ TEST_F(LedgerTest, FindsAChangeThatIsNotThere)
     EXPECT_GE(findings().size(), 3);
 }
 
-/// It may be there or not, whole, and only that one.
+/// An unconfirmed change may be stored or not, but only completely, and no other change may be
+/// missing.
 TEST_F(LedgerTest, LetsWhatWasUnderWayBeThereOrNot)
 {
     const std::pair<QString, QString> changes[] = {
@@ -172,7 +173,8 @@ TEST_F(LedgerTest, LetsNoHalfOfWhatWasUnderWayBeThere)
     ledger->tell(u"? line 1 7-5"_s);
     addLine(u"7-5"_s);
     store.execute(u"UPDATE Cuts SET Kanaf_Kind = NULL WHERE Mashof_Kind = '7-5'"_s);
-    EXPECT_EQ(findings().size(), 2); // empty, and not the tag
+    // The text is empty instead of the tag.
+    EXPECT_EQ(findings().size(), 2);
     store.execute(u"DELETE FROM Cuts WHERE Mashof_Kind = '7-5'"_s);
     ledger->tell(u"deleted 7-5"_s);
     ledger->tell(u"? series 7-1 4"_s);

@@ -19,10 +19,10 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-constexpr int patience = 280000; // ms
+constexpr int patience = 280000; // Milliseconds.
 
-/// How many numbers of lines are given more than once in an order. Two stations that add to one
-/// order at the same moment may take the same one: the store does not keep them apart.
+/// Returns how many line numbers occur more than once in an order. Two stations that add lines to
+/// the same order at the same moment may choose the same number; the store does not prevent it.
 int doubledNumbers(TemporaryStore& store)
 {
     return store

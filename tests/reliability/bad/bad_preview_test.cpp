@@ -15,9 +15,9 @@ using namespace report;
 using namespace testsupport;
 using namespace Qt::StringLiterals;
 
-/// Texts that no one means to type in the boxes of the preview, and names of files that no disk
-/// takes: the preview stays where it is or goes where a number says, and a file is whole or not
-/// there.
+/// Enters unusual texts into the boxes of the preview, and file names that no disk accepts. The
+/// preview stays on its page or goes to the page that a number names. A file is complete or does
+/// not exist.
 class BadPreviewTest : public QObject
 {
     Q_OBJECT
@@ -43,12 +43,13 @@ private:
 namespace {
 
 constexpr int rows = 30;
-constexpr int pages = 10; // of three blocks
+constexpr int pages = 10; // Each page has three blocks.
 const QString longest(32767, u'9');
 
 } // namespace
 
-/// What the boxes take for a whole number: blanks around it and one sign. A zero byte ends it.
+/// Lists the texts with the whole number that a box reads from them. Blanks around the number and
+/// one sign are allowed. A zero byte ends the text.
 void BadPreviewTest::texts()
 {
     QTest::addColumn<QString>("text");
@@ -111,8 +112,8 @@ void BadPreviewTest::find_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("result");
-    // The rows are "שורה 1" to "שורה 30" with their halves.
-    // "2.5" is the half of the fifth row, on the second page; a point stands in that of the first.
+    // The rows are "שורה 1" to "שורה 30", each with half its number. "2.5" is half of the fifth
+    // row, on the second page; the half of the first row contains a point.
     const QHash<QString, QString> found{
         {u"empty"_s, QString()}, {u"point"_s, u" דף 2 "_s}, {u"point alone"_s, u" דף 1 "_s}};
     for (const TypedText& each : typedTexts())

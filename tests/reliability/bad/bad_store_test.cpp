@@ -23,7 +23,8 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-constexpr qint64 longest = 30000; ///< Milliseconds that a day may last on a busy machine.
+/// Timeout of one day in milliseconds; generous for a busy machine.
+constexpr qint64 longest = 30000;
 constexpr int pageSize = 4096;
 
 QByteArray contentsOf(const QString& path)
@@ -34,8 +35,8 @@ QByteArray contentsOf(const QString& path)
 
 } // namespace
 
-/// The program at stores as no program leaves them: it says what is wrong and ends, or it works.
-/// It never crashes or hangs, and never makes a damaged file worse.
+/// Runs the program on damaged stores. It either shows an error and ends, or works. It never
+/// crashes or hangs, and it never damages a file further.
 class BadStoreTest : public QObject
 {
     Q_OBJECT
@@ -71,7 +72,7 @@ private:
     QStringList findings() const { return storetools::checkStore(path()); }
     QString folder() const { return store_ ? store_->folder() : folder_->path(); }
     QString path() const { return folder() + u"/Aluminium.mdb"_s; }
-    /// What the query counts, -1 where it cannot be asked.
+    /// Returns the result of a count query, or -1 if the query fails.
     int count(const QString& query) const;
     int newLines() const
     {
@@ -84,12 +85,13 @@ private:
 
     std::map<Outcome, int> days_;
     QByteArray sound_;
-    std::optional<QTemporaryDir> folder_;   ///< With a damaged file in it.
-    std::unique_ptr<TemporaryStore> store_; ///< Changed by statements; null for a damaged file.
-    QString box_;                           ///< What the last box of the last day said.
+    std::optional<QTemporaryDir> folder_; ///< The folder of the damaged file.
+    /// A store that was changed by SQL statements; null for a damaged file.
+    std::unique_ptr<TemporaryStore> store_;
+    QString box_; ///< The text of the last message box of the last day.
 };
 
-/// A delivered store with two closed orders, so that the day begins with a new one.
+/// Creates a delivered store with two closed orders, so that the day starts with a new order.
 void BadStoreTest::laySound()
 {
     folder_.reset();
@@ -159,7 +161,8 @@ BadStoreTest::Outcome BadStoreTest::work()
     {
         WorkingDay day;
         started = day.start(folder());
-        atStart = contents(); // fields that Orders lacked may have been added
+        // The start may have added missing fields to Orders.
+        atStart = contents();
         opened = started && day.openOrder();
         worked = opened && day.chooseSeries() && day.addLine();
         ended = day.endedWithABox();
@@ -169,7 +172,7 @@ BadStoreTest::Outcome BadStoreTest::work()
         QTest::qFail("the day lasted too long", __FILE__, __LINE__);
     if (!started && contents() != before)
         QTest::qFail("a store that did not even open was changed", __FILE__, __LINE__);
-    // Its number is written before the order's form is filled.
+    // The order's number is stored before the form is loaded, so it may exist without a line.
     if (!opened && contents() != atStart && newOrders() != 1)
         QTest::qFail("a change that failed has left something", __FILE__, __LINE__);
     if (worked && newLines() != 1)
@@ -251,8 +254,8 @@ void BadStoreTest::truncated()
     }
 }
 
-/// The first byte of each page tells what the page is, the next ones where its rows lie, and its
-/// end holds rows.
+/// The first byte of a page is its type, the next bytes locate its rows, and the end of the page
+/// holds rows.
 void BadStoreTest::flippedBytes()
 {
     if (testsupport::isOnServer())
@@ -298,7 +301,8 @@ void BadStoreTest::withoutATable_data()
     QTest::addColumn<bool>("works");
     for (const auto& table : {u"Cuts"_s, u"Serials"_s, u"MashkofKind"_s, u"ReshetColor"_s})
         QTest::newRow(qPrintable(table)) << table << false;
-    QTest::newRow("Orders") << u"Orders"_s << false; // it is made anew without an index
+    // Orders is recreated without an index.
+    QTest::newRow("Orders") << u"Orders"_s << false;
 }
 
 void BadStoreTest::withoutATable()
@@ -311,7 +315,8 @@ void BadStoreTest::withoutATable()
     QVERIFY(!findings().isEmpty());
 }
 
-/// Each field of the tables that a line is made of. Those of Orders are added at the start.
+/// Removes each field that a line is computed from. Missing fields of Orders are added at the
+/// start.
 void BadStoreTest::withoutAField()
 {
     for (const auto& [table, field] :
@@ -339,7 +344,7 @@ void BadStoreTest::wrongType_data()
         const char* name;
         QString table;
         QString field;
-        QString from; ///< As a file declares it.
+        QString from; ///< The column's declaration in the file.
         QString to;
         QString serverType;
         QString serverValue;
@@ -374,7 +379,7 @@ void BadStoreTest::wrongType_data()
         typesOfAServer();
 }
 
-/// Types that no file has.
+/// Column types that only a server has.
 void BadStoreTest::typesOfAServer()
 {
     const auto altered = [](const QString& table, const QString& field, const QString& type) {
@@ -423,7 +428,7 @@ void BadStoreTest::anotherDatabase_data()
             << QStringList(u"ALTER TABLE \"%1\" DROP COLUMN zomrel_row CASCADE"_s.arg(table));
 }
 
-/// A database that is no store, or not as one is made.
+/// Opens a database that is not a store or was altered afterwards.
 void BadStoreTest::anotherDatabase()
 {
     QFETCH(QStringList, statements);

@@ -1,4 +1,4 @@
-// Many stations on one server.
+// Tests of many stations on one server.
 
 #include "reliability/figures.h"
 #include "reliability/server/server_store.h"
@@ -17,7 +17,7 @@ using namespace reliability;
 
 namespace {
 
-constexpr int patience = 3600000; // ms
+constexpr int patience = 3600000; // Milliseconds.
 
 TEST(ServerStations, LoseNoLineAndGiveNoOrderNumberTwice)
 {
