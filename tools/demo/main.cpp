@@ -35,12 +35,12 @@ struct Arguments
 void setUpParser(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
-        u"Types the openings of a table into a new order through the program's own forms."_s);
+        u"Enters the openings of a file into a new order through the program's forms."_s);
     parser.addPositionalArgument(u"OPENINGS.csv"_s,
-                                 u"the openings; its first line names the columns: "_s +
+                                 u"file of openings; its first line names the columns: "_s +
                                      demo::columns().join(u','));
-    parser.addOption({u"store"_s, u"the store; made anew where it does not exist"_s, u"FILE"_s});
-    parser.addOption({u"out"_s, u"where the pictures and the order's papers go"_s, u"FOLDER"_s});
+    parser.addOption({u"store"_s, u"the store; created if it does not exist"_s, u"FILE"_s});
+    parser.addOption({u"out"_s, u"output folder for the pictures and the report"_s, u"FOLDER"_s});
     parser.addHelpOption();
     parser.addVersionOption();
 }

@@ -18,7 +18,8 @@ struct Refusal
 };
 
 /// Splits a line into cells. A quote at the start of a cell opens a quoted cell, and a doubled
-/// quote inside it is one quote. A quote anywhere else is an ordinary character.
+/// quote inside it is one quote. A quote anywhere else is an ordinary character, as in the Hebrew
+/// abbreviation of millimetres.
 QStringList cellsOf(const QString& line)
 {
     QStringList cells{QString()};
