@@ -31,11 +31,11 @@ void printUsage(QTextStream& stream)
             stream << "    " << (option.name + u' ' + option.value).leftJustified(column + 11)
                    << option.summary << '\n';
     }
-    line(u"--help"_s, u"show this"_s);
+    line(u"--help"_s, u"show this help"_s);
     line(u"--version"_s, u"show the version"_s);
-    stream << "A store is named by its file, by the link to it, or as "
+    stream << "A store is given as its file, as a link file, or as "
               "postgresql://USER@HOST/DATABASE.\n"
-              "New stores that create and backup make are files.\n";
+              "The commands create and backup write new files.\n";
 }
 
 ExitStatus wrongUsage(QTextStream& err, const QString& message)
