@@ -36,17 +36,17 @@ class FirstOrderJourney : public QObject
     Q_OBJECT
 
 private slots:
-    void writesTheFirstOrderAndAnOrdinaryLine();
-    void writesAMonoblockLine();
-    void writesADoorLine();
-    void writesADoorLineWithMonoblock();
-    void refusesInItsOrder();
-    void continuesTheOrderAfterARestart();
-    void addsToTheLastOrderFromTheButtonMenu();
-    void endsOnALetterInABoxAndStoresNothing();
+    void firstOrder_storesAnOrdinaryLine();
+    void monoblock_storesItsLine();
+    void door_storesItsLine();
+    void doorWithMonoblock_storesItsLine();
+    void severalRefusals_areGivenInFixedOrder();
+    void restart_continuesTheOpenOrder();
+    void newOrderMenu_addsToTheLastOrder();
+    void letterInABox_endsTheProgramAndStoresNothing();
 };
 
-void FirstOrderJourney::writesTheFirstOrderAndAnOrdinaryLine()
+void FirstOrderJourney::firstOrder_storesAnOrdinaryLine()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 2, 2);
@@ -76,7 +76,7 @@ void FirstOrderJourney::writesTheFirstOrderAndAnOrdinaryLine()
     QCOMPARE(program.focusName(), u"TextNum_0"_s);
 }
 
-void FirstOrderJourney::writesAMonoblockLine()
+void FirstOrderJourney::monoblock_storesItsLine()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 2, 2);
@@ -99,7 +99,7 @@ void FirstOrderJourney::writesAMonoblockLine()
     QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"מונו בלוק : 10"_s}));
 }
 
-void FirstOrderJourney::writesADoorLine()
+void FirstOrderJourney::door_storesItsLine()
 {
     Program program;
     addSeries(program, u"דלת 4500"_s, 1, 1, u"d2000"_s);
@@ -119,7 +119,7 @@ void FirstOrderJourney::writesADoorLine()
     QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"אור"_s}));
 }
 
-void FirstOrderJourney::writesADoorLineWithMonoblock()
+void FirstOrderJourney::doorWithMonoblock_storesItsLine()
 {
     Program program;
     addSeries(program, u"דלת 4500"_s, 2, 1, u"d2000"_s);
@@ -143,7 +143,7 @@ void FirstOrderJourney::writesADoorLineWithMonoblock()
     QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"מונו בלוק : 10"_s}));
 }
 
-void FirstOrderJourney::refusesInItsOrder()
+void FirstOrderJourney::severalRefusals_areGivenInFixedOrder()
 {
     Program program;
     program.start();
@@ -171,7 +171,7 @@ void FirstOrderJourney::refusesInItsOrder()
     QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt(), 0);
 }
 
-void FirstOrderJourney::continuesTheOrderAfterARestart()
+void FirstOrderJourney::restart_continuesTheOpenOrder()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);
@@ -203,7 +203,7 @@ void FirstOrderJourney::continuesTheOrderAfterARestart()
     QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"2"_s));
 }
 
-void FirstOrderJourney::addsToTheLastOrderFromTheButtonMenu()
+void FirstOrderJourney::newOrderMenu_addsToTheLastOrder()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);
@@ -230,7 +230,7 @@ void FirstOrderJourney::addsToTheLastOrderFromTheButtonMenu()
     QVERIFY(program.waitForRows(u"FrOrder/DBGrid1"_s, 0));
 }
 
-void FirstOrderJourney::endsOnALetterInABoxAndStoresNothing()
+void FirstOrderJourney::letterInABox_endsTheProgramAndStoresNothing()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);

@@ -54,7 +54,7 @@ void typeOpening(Program& program, const QString& width, const QString& widthHun
     for (int box = 0; box < texts.size(); ++box) {
         const QString name = u"TextNum_%1"_s.arg(box);
         if (!QTest::qWaitFor([&] { return program.focusName() == name; }))
-            qFatal("Enter did not lead to %s but to %s", qPrintable(name),
+            qFatal("Enter moved the focus not to %s but to %s", qPrintable(name),
                    qPrintable(program.focusName()));
         program.type(texts[box]);
         program.press(Qt::Key_Return);

@@ -158,11 +158,11 @@ void Program::fill(const QString& name, const QString& text)
 {
     click(name);
     if (!waitFor([&] { return focusName() == name.section(u'/', -1); }))
-        qFatal("%s does not take the focus", qPrintable(name));
+        qFatal("%s does not get the focus", qPrintable(name));
     press(Qt::Key_A, Qt::ControlModifier);
     type(text);
     if (!waitForText(name, text))
-        qFatal("%s does not take %s", qPrintable(name), qPrintable(text));
+        qFatal("%s did not accept the text %s", qPrintable(name), qPrintable(text));
 }
 
 QString Program::text(const QString& name)
@@ -243,7 +243,7 @@ Box Program::waitForBox()
             seen = ask({{u"do"_s, u"box"_s}});
             return seen[u"exists"_s].toBool();
         }))
-        qFatal("no message box came");
+        qFatal("no message box was shown");
     Box box{seen[u"text"_s].toString(), seen[u"title"_s].toString(), {}};
     for (const QJsonValue& each : seen[u"buttons"_s].toArray())
         box.buttons.append(each.toString());

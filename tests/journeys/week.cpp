@@ -25,7 +25,7 @@ const QString seriesGrid = u"FrSerials/DBGrid1"_s;
 void expect(bool good, const char* what)
 {
     if (!good)
-        qFatal("the week went wrong: %s", what);
+        qFatal("unexpected state in the week: %s", what);
 }
 
 /// Waits for the message box and answers it.
@@ -33,14 +33,15 @@ void answerBox(Program& program, const QString& text, const QString& title, cons
 {
     const Box box = program.waitForBox();
     if (box.text != text || box.title != title)
-        qFatal("instead of \"%s\" came \"%s\"", qPrintable(text), qPrintable(box.text));
+        qFatal("expected the box \"%s\" but got \"%s\"", qPrintable(text), qPrintable(box.text));
     program.answer(answer);
 }
 
 void waitForFocus(Program& program, const QString& name)
 {
     if (!QTest::qWaitFor([&] { return program.focusName() == name; }))
-        qFatal("%s has no focus but %s", qPrintable(name), qPrintable(program.focusName()));
+        qFatal("expected the focus on %s but it is on %s", qPrintable(name),
+               qPrintable(program.focusName()));
 }
 
 /// Returns the row of the grid that has this text in the column, waiting until it appears.

@@ -47,11 +47,11 @@ class WeekJourney : public QObject
     Q_OBJECT
 
 private slots:
-    void alone();
-    void besideOthers();
+    void weekAlone_storesItsRows();
+    void weekBesideOtherStations_storesItsRows();
 };
 
-void WeekJourney::alone()
+void WeekJourney::weekAlone_storesItsRows()
 {
     Program program;
     const QString begun = today();
@@ -64,7 +64,7 @@ void WeekJourney::alone()
 
 /// One other station works without a pause in an older order and in the catalogue. Another one
 /// enters orders of its own before the week's first order and between two of its orders.
-void WeekJourney::besideOthers()
+void WeekJourney::weekBesideOtherStations_storesItsRows()
 {
     TemporaryStore store(TemporaryStore::Contents::Delivered);
     reliability::addSeriesOfLines(store);
