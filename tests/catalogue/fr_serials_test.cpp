@@ -17,20 +17,20 @@ private slots:
     void init() { stage_ = std::make_unique<SerialsStage>(); }
     void cleanup();
 
-    void opensBrowsing();
-    void texts_data();
-    void texts();
-    void fixedLists();
-    void grid();
-    void failsToOpenWithoutAStore();
-    void newClearsAllButTheSigns();
-    void newAfterAnAllPlusSeries();
-    void addAsksFirst();
-    void addStoresTheFields();
-    void addNeedsNoEarlierStep();
-    void addGivesTheNextKey();
-    void addShowsTheNewRow();
-    void reopensAfresh();
+    void newForm_isBrowsing();
+    void captions_haveTheirTexts_data();
+    void captions_haveTheirTexts();
+    void trackAndSashLists_haveFixedEntries();
+    void grid_showsThreeOfItsColumns();
+    void missingStore_isFileNotFound();
+    void cmdNew_clearsAllButTheSigns();
+    void cmdNewAfterAPlusSeries_keepsThePlusSigns();
+    void addAnsweredNo_storesNothing();
+    void addAnsweredYes_storesTheFields();
+    void addWithoutCmdNew_storesTheFields();
+    void addAfterADeletion_reusesNoKey();
+    void addedSeries_appearsInTheGrid();
+    void reopenedForm_startsAfresh();
 
 private:
     std::unique_ptr<SerialsStage> stage_;
@@ -42,7 +42,7 @@ void FrSerialsTest::cleanup()
     stage_.reset();
 }
 
-void FrSerialsTest::opensBrowsing()
+void FrSerialsTest::newForm_isBrowsing()
 {
     stage_->add(u"first"_s, 5);
     const SerialsScreen screen;
@@ -64,7 +64,7 @@ void FrSerialsTest::opensBrowsing()
     QVERIFY(!screen.find(u"FrameOrder"_s)->isAncestorOf(screen.find(u"DBGrid1"_s)));
 }
 
-void FrSerialsTest::texts_data()
+void FrSerialsTest::captions_haveTheirTexts_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("Label1_0") << u"עריכת סדרות"_s;
@@ -88,7 +88,7 @@ void FrSerialsTest::texts_data()
     QTest::newRow("CmdEnd") << u"סיים"_s;
 }
 
-void FrSerialsTest::texts()
+void FrSerialsTest::captions_haveTheirTexts()
 {
     QFETCH(QString, text);
     const SerialsScreen screen;
@@ -96,7 +96,7 @@ void FrSerialsTest::texts()
     QCOMPARE(screen.find(name)->property("text").toString(), text);
 }
 
-void FrSerialsTest::fixedLists()
+void FrSerialsTest::trackAndSashLists_haveFixedEntries()
 {
     const SerialsScreen screen;
     const auto entries = [&](const QString& name) {
@@ -113,7 +113,7 @@ void FrSerialsTest::fixedLists()
     QVERIFY(!screen.list(u"ComboWing"_s)->isEditable());
 }
 
-void FrSerialsTest::grid()
+void FrSerialsTest::grid_showsThreeOfItsColumns()
 {
     stage_->add(u"סדרה א"_s);
     stage_->add(u"סדרה ב"_s);
@@ -142,7 +142,7 @@ void FrSerialsTest::grid()
     QVERIFY(!grid->model()->index(0, 2).flags().testFlag(Qt::ItemIsEditable));
 }
 
-void FrSerialsTest::failsToOpenWithoutAStore()
+void FrSerialsTest::missingStore_isFileNotFound()
 {
     const QString path = std::exchange(Module1::StorePath, stage_->store.folder() + u"/none.mdb"_s);
     try {
@@ -157,7 +157,7 @@ void FrSerialsTest::failsToOpenWithoutAStore()
     QVERIFY(screen.isIn(browsing));
 }
 
-void FrSerialsTest::newClearsAllButTheSigns()
+void FrSerialsTest::cmdNew_clearsAllButTheSigns()
 {
     const SerialsScreen screen;
     screen.box(u"TextName"_s)->setText(u"n"_s);
@@ -178,7 +178,7 @@ void FrSerialsTest::newClearsAllButTheSigns()
     QCOMPARE(stage_->names(), QStringList());
 }
 
-void FrSerialsTest::newAfterAnAllPlusSeries()
+void FrSerialsTest::cmdNewAfterAPlusSeries_keepsThePlusSigns()
 {
     stage_->add(u"plus"_s, 3.5);
     const SerialsScreen screen;
@@ -189,7 +189,7 @@ void FrSerialsTest::newAfterAnAllPlusSeries()
         QCOMPARE(screen.deduction(i), u"+ 0 00"_s);
 }
 
-void FrSerialsTest::addAsksFirst()
+void FrSerialsTest::addAnsweredNo_storesNothing()
 {
     const SerialsScreen screen;
     screen.press("CmdNew");
@@ -204,7 +204,7 @@ void FrSerialsTest::addAsksFirst()
     QVERIFY(screen.isIn(newSeries));
 }
 
-void FrSerialsTest::addStoresTheFields()
+void FrSerialsTest::addAnsweredYes_storesTheFields()
 {
     const SerialsScreen screen;
     screen.press("CmdNew");
@@ -232,7 +232,7 @@ void FrSerialsTest::addStoresTheFields()
     QCOMPARE(rows[0].mid(9), QList<QVariant>({2, 6, u""_s, 1}));
 }
 
-void FrSerialsTest::addNeedsNoEarlierStep()
+void FrSerialsTest::addWithoutCmdNew_storesTheFields()
 {
     stage_->add(u"first"_s);
     const SerialsScreen screen;
@@ -247,7 +247,7 @@ void FrSerialsTest::addNeedsNoEarlierStep()
              QList<QList<QVariant>>({{0.0, 1, 1}, {0.0, 1, 1}}));
 }
 
-void FrSerialsTest::addGivesTheNextKey()
+void FrSerialsTest::addAfterADeletion_reusesNoKey()
 {
     stage_->add(u"a"_s);
     const int highest = stage_->add(u"b"_s);
@@ -258,7 +258,7 @@ void FrSerialsTest::addGivesTheNextKey()
     QCOMPARE(stage_->store.scalar(u"SELECT max(AutoNum) FROM Serials"_s).toInt(), highest + 1);
 }
 
-void FrSerialsTest::addShowsTheNewRow()
+void FrSerialsTest::addedSeries_appearsInTheGrid()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -274,7 +274,7 @@ void FrSerialsTest::addShowsTheNewRow()
     QCOMPARE(grid->currentIndex().row(), 1);
 }
 
-void FrSerialsTest::reopensAfresh()
+void FrSerialsTest::reopenedForm_startsAfresh()
 {
     {
         const SerialsScreen screen;

@@ -62,14 +62,14 @@ public:
     {
         form_->Show();
         if (!QTest::qWaitForWindowActive(form_))
-            qFatal("the form does not become active");
+            qFatal("the form did not become active");
     }
     ~SerialsScreen()
     {
         if (isOpen())
             form_->Unload();
         if (!QTest::qWaitFor([this] { return form_.isNull(); }))
-            qFatal("the form does not go");
+            qFatal("the form did not close");
     }
     SerialsScreen(const SerialsScreen&) = delete;
     SerialsScreen& operator=(const SerialsScreen&) = delete;
@@ -105,7 +105,7 @@ public:
         const QRect cell = grid->visualRect(grid->model()->index(row, 2));
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell.center());
         if (grid->currentIndex().row() != row)
-            qFatal("the grid does not go to row %d", row);
+            qFatal("the grid did not move to row %d", row);
     }
 
     void press(const char* button) const

@@ -16,17 +16,17 @@ private slots:
     void init();
     void cleanup();
 
-    void tabOrder();
-    void enterWalksThroughTheBoxes();
-    void upWalksBack();
-    void enterStaysInTheName();
-    void signsTakeTheirKeysAlone_data();
-    void signsTakeTheirKeysAlone();
-    void measuresTakeEveryKey();
-    void emptiedBoxesAreFilled();
-    void singleDigitStays();
-    void buttonPressEndsAnEmptySign();
-    void measureReadsFromTheLeft();
+    void tabKey_visitsTheControlsInOrder();
+    void enterKey_movesThroughTheBoxes();
+    void upKey_movesBack();
+    void enterInTheName_keepsTheFocus();
+    void signBox_acceptsOnlySignKeys_data();
+    void signBox_acceptsOnlySignKeys();
+    void measureBox_acceptsEveryKey();
+    void emptyBoxLeft_isFilled();
+    void singleDigitLeft_isNotPadded();
+    void buttonPressInAnEmptySign_fillsThePlus();
+    void signAndMeasure_areLaidOutLeftToRight();
 
 private:
     void enter(QLineEdit* box, const QString& text = {});
@@ -63,7 +63,7 @@ void SeriesBoxesTest::enter(QLineEdit* box, const QString& text)
         QTest::keyClicks(box, text);
 }
 
-void SeriesBoxesTest::tabOrder()
+void SeriesBoxesTest::tabKey_visitsTheControlsInOrder()
 {
     QStringList expected{u"TextName"_s, u"ComboLane"_s, u"ComboWing"_s};
     for (int i = 0; i < 8; ++i) {
@@ -82,7 +82,7 @@ void SeriesBoxesTest::tabOrder()
     QCOMPARE(reached, expected);
 }
 
-void SeriesBoxesTest::enterWalksThroughTheBoxes()
+void SeriesBoxesTest::enterKey_movesThroughTheBoxes()
 {
     screen_->sign(0)->setFocus();
     const QStringList way{u"TextNum_0"_s, u"TextNum_1"_s, u"TextSign_1"_s, u"TextNum_2"_s};
@@ -96,7 +96,7 @@ void SeriesBoxesTest::enterWalksThroughTheBoxes()
     QCOMPARE(screen_->num(2)->text(), u"7"_s);
 }
 
-void SeriesBoxesTest::upWalksBack()
+void SeriesBoxesTest::upKey_movesBack()
 {
     screen_->num(2)->setFocus();
     for (const QString& next : {u"TextSign_1"_s, u"TextNum_1"_s, u"TextNum_0"_s, u"TextSign_0"_s}) {
@@ -106,7 +106,7 @@ void SeriesBoxesTest::upWalksBack()
     }
 }
 
-void SeriesBoxesTest::enterStaysInTheName()
+void SeriesBoxesTest::enterInTheName_keepsTheFocus()
 {
     QLineEdit* name = screen_->box(u"TextName"_s);
     enter(name, u"n"_s);
@@ -117,7 +117,7 @@ void SeriesBoxesTest::enterStaysInTheName()
     QVERIFY(boxes_->shown().empty());
 }
 
-void SeriesBoxesTest::signsTakeTheirKeysAlone_data()
+void SeriesBoxesTest::signBox_acceptsOnlySignKeys_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("onKeypad");
@@ -132,7 +132,7 @@ void SeriesBoxesTest::signsTakeTheirKeysAlone_data()
     QTest::newRow("blank") << int(Qt::Key_Space) << false << QString();
 }
 
-void SeriesBoxesTest::signsTakeTheirKeysAlone()
+void SeriesBoxesTest::signBox_acceptsOnlySignKeys()
 {
     QFETCH(int, key);
     QFETCH(bool, onKeypad);
@@ -144,7 +144,7 @@ void SeriesBoxesTest::signsTakeTheirKeysAlone()
     QCOMPARE(sign->text(), text);
 }
 
-void SeriesBoxesTest::measuresTakeEveryKey()
+void SeriesBoxesTest::measureBox_acceptsEveryKey()
 {
     enter(screen_->num(4), u"1a-x"_s);
     QCOMPARE(screen_->num(4)->text(), u"1a-"_s);
@@ -152,7 +152,7 @@ void SeriesBoxesTest::measuresTakeEveryKey()
     QCOMPARE(screen_->num(5)->text(), u".9"_s);
 }
 
-void SeriesBoxesTest::emptiedBoxesAreFilled()
+void SeriesBoxesTest::emptyBoxLeft_isFilled()
 {
     for (int i = 0; i < 8; ++i) {
         enter(screen_->sign(i));
@@ -165,14 +165,14 @@ void SeriesBoxesTest::emptiedBoxesAreFilled()
     }
 }
 
-void SeriesBoxesTest::singleDigitStays()
+void SeriesBoxesTest::singleDigitLeft_isNotPadded()
 {
     enter(screen_->num(1), u"5"_s);
     screen_->box(u"TextName"_s)->setFocus();
     QCOMPARE(screen_->num(1)->text(), u"5"_s);
 }
 
-void SeriesBoxesTest::buttonPressEndsAnEmptySign()
+void SeriesBoxesTest::buttonPressInAnEmptySign_fillsThePlus()
 {
     enter(screen_->num(0), u"2"_s);
     enter(screen_->sign(0));
@@ -183,7 +183,7 @@ void SeriesBoxesTest::buttonPressEndsAnEmptySign()
     QCOMPARE(store_->scalar(u"SELECT Mashkof_W FROM Serials"_s), 2.0);
 }
 
-void SeriesBoxesTest::measureReadsFromTheLeft()
+void SeriesBoxesTest::signAndMeasure_areLaidOutLeftToRight()
 {
     const auto leftOf = [&](const QString& name) {
         const QWidget* widget = screen_->find(name);

@@ -20,15 +20,15 @@ private slots:
     void init();
     void cleanup();
 
-    void editorEndsOnALockedStore_data();
-    void editorEndsOnALockedStore();
-    void editingASeriesThatIsGone();
-    void editingWhereAllSeriesAreGone();
-    void deletingASeriesThatIsGone();
-    void listTellsOfALockedStore();
-    void deletionFromAListTellsOfALockedStore();
-    void otherListsKeepTheirRows();
-    void movingInAListTellsOfALockedStore();
+    void lockedStore_endsTheSeriesEditor_data();
+    void lockedStore_endsTheSeriesEditor();
+    void editingADeletedSeries_isRecordDeleted();
+    void editingWithAllSeriesDeleted_doesNothing();
+    void deletingADeletedSeries_isRecordDeleted();
+    void lockedStore_keepsTheTypedRow();
+    void lockedStore_keepsTheDeletedRow();
+    void refusedRow_leavesOtherListsUnchanged();
+    void exclusiveLock_keepsBothListsUnchanged();
 
 private:
     void expectEnded(int error) const;
@@ -65,7 +65,7 @@ void SharedStoreTest::expectEnded(int error) const
     QVERIFY2(text.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(text));
 }
 
-void SharedStoreTest::editorEndsOnALockedStore_data()
+void SharedStoreTest::lockedStore_endsTheSeriesEditor_data()
 {
     QTest::addColumn<QByteArray>("command");
     for (const char* command : {"CmdAdd", "CmdUpdate", "CmdDelete"})
@@ -73,7 +73,7 @@ void SharedStoreTest::editorEndsOnALockedStore_data()
 }
 
 /// Expects the run-time error box and an unchanged store.
-void SharedStoreTest::editorEndsOnALockedStore()
+void SharedStoreTest::lockedStore_endsTheSeriesEditor()
 {
     QFETCH(QByteArray, command);
     stage_->add(u"a"_s);
@@ -92,7 +92,7 @@ void SharedStoreTest::editorEndsOnALockedStore()
     QCOMPARE(stage_->names(), QStringList(u"a"_s));
 }
 
-void SharedStoreTest::editingASeriesThatIsGone()
+void SharedStoreTest::editingADeletedSeries_isRecordDeleted()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -105,7 +105,7 @@ void SharedStoreTest::editingASeriesThatIsGone()
 }
 
 /// CmdUpdate reads the row count first, so with no rows left it does nothing.
-void SharedStoreTest::editingWhereAllSeriesAreGone()
+void SharedStoreTest::editingWithAllSeriesDeleted_doesNothing()
 {
     stage_->add(u"a"_s);
     const SerialsScreen screen;
@@ -115,7 +115,7 @@ void SharedStoreTest::editingWhereAllSeriesAreGone()
     QVERIFY(screen.isIn(browsing));
 }
 
-void SharedStoreTest::deletingASeriesThatIsGone()
+void SharedStoreTest::deletingADeletedSeries_isRecordDeleted()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -137,7 +137,7 @@ catalogue::FrColorKind& SharedStoreTest::openLists()
     catalogue::FrColorKind& form = catalogue::frColorKind();
     form.Show();
     if (!QTest::qWaitForWindowActive(&form))
-        qFatal("the form does not become active");
+        qFatal("the form did not become active");
     return form;
 }
 
@@ -163,7 +163,7 @@ QStringList SharedStoreTest::stored(const QString& table)
 
 /// The grid shows its own message and keeps the typed row. The row is written after the lock has
 /// ended.
-void SharedStoreTest::listTellsOfALockedStore()
+void SharedStoreTest::lockedStore_keepsTheTypedRow()
 {
     openLists();
     stand(0, 1);
@@ -184,7 +184,7 @@ void SharedStoreTest::listTellsOfALockedStore()
     QCOMPARE(stored(u"MashkofKind"_s), QStringList({u"a"_s, u"changed"_s}));
 }
 
-void SharedStoreTest::deletionFromAListTellsOfALockedStore()
+void SharedStoreTest::lockedStore_keepsTheDeletedRow()
 {
     openLists();
     stand(1, 0);
@@ -202,7 +202,7 @@ void SharedStoreTest::deletionFromAListTellsOfALockedStore()
 
 /// A row that cannot be written does not affect other grids: rows left earlier are stored, and
 /// typing elsewhere continues.
-void SharedStoreTest::otherListsKeepTheirRows()
+void SharedStoreTest::refusedRow_leavesOtherListsUnchanged()
 {
     openLists();
     stand(0, 0);
@@ -224,7 +224,7 @@ void SharedStoreTest::otherListsKeepTheirRows()
 }
 
 /// With an exclusive lock even reading fails. Both grids show a message and keep their contents.
-void SharedStoreTest::movingInAListTellsOfALockedStore()
+void SharedStoreTest::exclusiveLock_keepsBothListsUnchanged()
 {
     openLists();
     stand(1, 0);
