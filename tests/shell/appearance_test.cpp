@@ -20,14 +20,14 @@ class AppearanceTest : public QObject
 
 private slots:
     void initTestCase() { shell::setUpAppearance(*qApp); }
-    void styleAndDirection();
-    void fontIsReadable();
-    void namedFontsShowHebrew_data();
-    void namedFontsShowHebrew();
-    void toolkitSpeaksHebrew();
-    void programIconIsThere();
-    void toolbarExtensionPointsToTheRest();
-    void drawsWhatItKeepsInOnePalette();
+    void style_isRightToLeftFusion();
+    void font_hasAtLeast11Points();
+    void namedFonts_haveHebrewGlyphs_data();
+    void namedFonts_haveHebrewGlyphs();
+    void toolkitTexts_areHebrew();
+    void programIcon_hasAllSizes();
+    void toolbarExtension_pointsToTheHiddenPart();
+    void cachedPixmaps_useTheApplicationPalette();
 };
 
 /// Records the palettes that are passed to the style for drawing.
@@ -50,7 +50,7 @@ private:
     QList<qint64>& palettes_;
 };
 
-void AppearanceTest::styleAndDirection()
+void AppearanceTest::style_isRightToLeftFusion()
 {
     const auto* style = qobject_cast<QProxyStyle*>(QApplication::style());
     QVERIFY(style != nullptr);
@@ -60,19 +60,19 @@ void AppearanceTest::styleAndDirection()
     QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::white));
 }
 
-void AppearanceTest::fontIsReadable()
+void AppearanceTest::font_hasAtLeast11Points()
 {
     QVERIFY(QApplication::font().pointSizeF() >= 11);
 }
 
-void AppearanceTest::namedFontsShowHebrew_data()
+void AppearanceTest::namedFonts_haveHebrewGlyphs_data()
 {
     QTest::addColumn<QString>("family");
     for (const QString& each : {u"David"_s, u"Arial"_s, u"MS Sans Serif"_s})
         QTest::newRow(qPrintable(each)) << each;
 }
 
-void AppearanceTest::namedFontsShowHebrew()
+void AppearanceTest::namedFonts_haveHebrewGlyphs()
 {
     QFETCH(QString, family);
     QTextLayout layout(u"אבגדהוזחטיכלמנסעפצקרשת"_s, QFont(family, 12));
@@ -86,12 +86,12 @@ void AppearanceTest::namedFontsShowHebrew()
     }
 }
 
-void AppearanceTest::toolkitSpeaksHebrew()
+void AppearanceTest::toolkitTexts_areHebrew()
 {
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"ביטול"_s);
 }
 
-void AppearanceTest::programIconIsThere()
+void AppearanceTest::programIcon_hasAllSizes()
 {
     const QIcon icon = QApplication::windowIcon();
     for (const int side : {16, 32, 48})
@@ -112,7 +112,7 @@ int heightOfLeftmost(const QIcon& icon)
     return -1;
 }
 
-void AppearanceTest::toolbarExtensionPointsToTheRest()
+void AppearanceTest::toolbarExtension_pointsToTheHiddenPart()
 {
     QWidget reading;
     const auto extension = [&reading](Qt::LayoutDirection direction) {
@@ -127,7 +127,7 @@ void AppearanceTest::toolbarExtensionPointsToTheRest()
     QVERIFY(tip >= 0 && tip < 3);
 }
 
-void AppearanceTest::drawsWhatItKeepsInOnePalette()
+void AppearanceTest::cachedPixmaps_useTheApplicationPalette()
 {
     QList<qint64> palettes;
     shell::ProgramStyle style;

@@ -14,12 +14,12 @@ class StatusBarTest : public QObject
     Q_OBJECT
 
 private slots:
-    void panelsStandInOrderWithTheirTexts();
-    void toolTips();
-    void dateIsTheSystems();
-    void dateRunsOn();
-    void timeIsTheSystems();
-    void productLineIsReadableOnASmallScreen();
+    void panels_haveTheirTextsAndOrder();
+    void panels_haveTheirToolTips();
+    void datePanel_showsToday();
+    void datePanel_followsMidnight();
+    void timePanel_showsTheCurrentTime();
+    void productLine_fitsASmallScreen();
 };
 
 namespace {
@@ -33,7 +33,7 @@ const QString product = u"זומרל  - תוכנה לחישוב חיתוכים �
 
 } // namespace
 
-void StatusBarTest::panelsStandInOrderWithTheirTexts()
+void StatusBarTest::panels_haveTheirTextsAndOrder()
 {
     shell::StatusBar bar(nullptr);
     QCOMPARE(bar.objectName(), u"StatusBar1"_s);
@@ -52,7 +52,7 @@ void StatusBarTest::panelsStandInOrderWithTheirTexts()
     QVERIFY(panel(bar, 4)->width() >= 71);
 }
 
-void StatusBarTest::toolTips()
+void StatusBarTest::panels_haveTheirToolTips()
 {
     shell::StatusBar bar(nullptr);
     QCOMPARE(panel(bar, 1)->toolTip(), QString());
@@ -62,14 +62,14 @@ void StatusBarTest::toolTips()
     QCOMPARE(panel(bar, 5)->toolTip(), product);
 }
 
-void StatusBarTest::dateIsTheSystems()
+void StatusBarTest::datePanel_showsToday()
 {
     const testsupport::FixedToday today(QDate(2018, 4, 20));
     shell::StatusBar bar(nullptr);
     QCOMPARE(panel(bar, 1)->text(), u"20/04/2018"_s);
 }
 
-void StatusBarTest::dateRunsOn()
+void StatusBarTest::datePanel_followsMidnight()
 {
     auto today = std::make_unique<testsupport::FixedToday>(QDate(2026, 12, 31));
     shell::StatusBar bar(nullptr);
@@ -79,7 +79,7 @@ void StatusBarTest::dateRunsOn()
     QTRY_COMPARE(panel(bar, 1)->text(), u"01/01/2027"_s);
 }
 
-void StatusBarTest::timeIsTheSystems()
+void StatusBarTest::timePanel_showsTheCurrentTime()
 {
     const QString before = QTime::currentTime().toString(u"HH:mm"_s);
     shell::StatusBar bar(nullptr);
@@ -88,7 +88,7 @@ void StatusBarTest::timeIsTheSystems()
     QVERIFY(shown == before || shown == after);
 }
 
-void StatusBarTest::productLineIsReadableOnASmallScreen()
+void StatusBarTest::productLine_fitsASmallScreen()
 {
     shell::StatusBar bar(nullptr);
     bar.resize(1366, bar.sizeHint().height());

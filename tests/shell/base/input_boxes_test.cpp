@@ -66,32 +66,32 @@ class InputBoxesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void defaultsFollowTheIndex();
-    void pairStandsFromLeftToRight();
-    void pairStaysWhiteWhileDisabled();
-    void enterAndArrowsWalkAndSelect_data();
-    void enterAndArrowsWalkAndSelect();
-    void walkSkipsWhatTabSkips();
-    void walkStaysInItsChildWindow();
-    void enterPressesNoDefaultButton();
-    void noKeyIsRefused();
-    void emptyBoxesAreFilled();
-    void singleHundredthIsPaddedOnTheOrderFormOnly();
-    void menusAreNoLoss();
-    void focusSelects();
-    void clickSelectsAndTheSelectionStays();
+    void evenAndOddIndex_giveWholeAndHundredthsBox();
+    void measurePair_isLaidOutLeftToRight();
+    void disabledPair_staysWhite();
+    void enterAndArrows_moveFocusAndSelect_data();
+    void enterAndArrows_moveFocusAndSelect();
+    void arrowKey_skipsControlsWithoutTabStop();
+    void arrowKey_staysInItsChildWindow();
+    void enterInABox_pressesNoDefaultButton();
+    void measureBox_acceptsEveryKey();
+    void emptyBoxLeft_isFilled();
+    void singleHundredth_isPaddedOnlyWithFillDefaultAndPad();
+    void menuOrOtherProgram_isNoFocusLoss();
+    void focus_selectsTheText();
+    void focusingClick_keepsTheSelection();
 
-    void signKeys_data();
-    void signKeys();
-    void signLockLastsAsLongAsTheKey();
-    void signTakesNoPaste();
-    void signWalks();
-    void signLeftByTabIsNotLocked();
-    void signLeftEmptyIsPlus();
-    void helpersTakeKeyCodes();
+    void signBox_acceptsOnlySignKeys_data();
+    void signBox_acceptsOnlySignKeys();
+    void signLock_endsWithTheKeyRelease();
+    void signBox_acceptsNoPaste();
+    void signBox_movesFocusByEnterAndArrows();
+    void signBoxLeftByTab_isNotReadOnly();
+    void emptySignLeft_becomesPlus();
+    void keyHelpers_acceptKeyCodes();
 };
 
-void InputBoxesTest::defaultsFollowTheIndex()
+void InputBoxesTest::evenAndOddIndex_giveWholeAndHundredthsBox()
 {
     const MeasureBox whole(4, u"4"_s, OnLeaving::FillDefault);
     QCOMPARE(whole.objectName(), u"TextNum_4"_s);
@@ -111,7 +111,7 @@ void InputBoxesTest::defaultsFollowTheIndex()
     QCOMPARE(sign.maxLength(), 1);
 }
 
-void InputBoxesTest::pairStandsFromLeftToRight()
+void InputBoxesTest::measurePair_isLaidOutLeftToRight()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -127,7 +127,7 @@ void InputBoxesTest::pairStandsFromLeftToRight()
     QVERIFY(boxes.whole->width() > room);
 }
 
-void InputBoxesTest::pairStaysWhiteWhileDisabled()
+void InputBoxesTest::disabledPair_staysWhite()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -137,7 +137,7 @@ void InputBoxesTest::pairStaysWhiteWhileDisabled()
         QCOMPARE(picture.pixelColor(x, 2), QColor(Qt::white));
 }
 
-void InputBoxesTest::enterAndArrowsWalkAndSelect_data()
+void InputBoxesTest::enterAndArrows_moveFocusAndSelect_data()
 {
     QTest::addColumn<QString>("from");
     QTest::addColumn<int>("key");
@@ -146,18 +146,18 @@ void InputBoxesTest::enterAndArrowsWalkAndSelect_data()
 
     QTest::newRow("Enter goes on")
         << u"TextNum_0"_s << int(Qt::Key_Return) << u"TextNum_1"_s << u"00"_s;
-    QTest::newRow("so does the keypad's")
+    QTest::newRow("keypad Enter goes on")
         << u"TextNum_0"_s << int(Qt::Key_Enter) << u"TextNum_1"_s << u"00"_s;
-    QTest::newRow("so does Down") << u"TextNum_0"_s << int(Qt::Key_Down) << u"TextNum_1"_s
+    QTest::newRow("Down goes on") << u"TextNum_0"_s << int(Qt::Key_Down) << u"TextNum_1"_s
                                   << u"00"_s;
     QTest::newRow("Up goes back") << u"TextNum_1"_s << int(Qt::Key_Up) << u"TextNum_0"_s << u"0"_s;
     QTest::newRow("into an editable combo")
         << u"TextNum_1"_s << int(Qt::Key_Return) << u"DBComboKind_0"_s << u"white"_s;
-    QTest::newRow("Up in the first goes round")
+    QTest::newRow("Up in the first box goes to the last control")
         << u"TextNum_0"_s << int(Qt::Key_Up) << u"CmdOK"_s << u""_s;
 }
 
-void InputBoxesTest::enterAndArrowsWalkAndSelect()
+void InputBoxesTest::enterAndArrows_moveFocusAndSelect()
 {
     QFETCH(const QString, from);
     QFETCH(const int, key);
@@ -175,7 +175,7 @@ void InputBoxesTest::enterAndArrowsWalkAndSelect()
     QTEST(edit != nullptr ? edit->selectedText() : QString(u""_s), "selected");
 }
 
-void InputBoxesTest::walkSkipsWhatTabSkips()
+void InputBoxesTest::arrowKey_skipsControlsWithoutTabStop()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -188,7 +188,7 @@ void InputBoxesTest::walkSkipsWhatTabSkips()
     QCOMPARE(boxes.name->selectedText(), u"ab"_s);
 }
 
-void InputBoxesTest::walkStaysInItsChildWindow()
+void InputBoxesTest::arrowKey_staysInItsChildWindow()
 {
     QMdiArea frame;
     auto* first = new QWidget;
@@ -208,7 +208,7 @@ void InputBoxesTest::walkStaysInItsChildWindow()
     QCOMPARE(inSecond.combo->lineEdit()->selectedText(), u"white"_s);
 }
 
-void InputBoxesTest::enterPressesNoDefaultButton()
+void InputBoxesTest::enterInABox_pressesNoDefaultButton()
 {
     QDialog form;
     const Boxes boxes(&form);
@@ -221,7 +221,7 @@ void InputBoxesTest::enterPressesNoDefaultButton()
     QCOMPARE(pressed.count(), 0);
 }
 
-void InputBoxesTest::noKeyIsRefused()
+void InputBoxesTest::measureBox_acceptsEveryKey()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -241,7 +241,7 @@ void InputBoxesTest::noKeyIsRefused()
     QCOMPARE(boxes.whole->text(), u"-.a"_s);
 }
 
-void InputBoxesTest::emptyBoxesAreFilled()
+void InputBoxesTest::emptyBoxLeft_isFilled()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -256,7 +256,7 @@ void InputBoxesTest::emptyBoxesAreFilled()
     QCOMPARE(boxes.hundredths->text(), u"00"_s);
 }
 
-void InputBoxesTest::singleHundredthIsPaddedOnTheOrderFormOnly()
+void InputBoxesTest::singleHundredth_isPaddedOnlyWithFillDefaultAndPad()
 {
     for (const OnLeaving onLeaving : {OnLeaving::FillDefault, OnLeaving::FillDefaultAndPad}) {
         QWidget form;
@@ -282,7 +282,7 @@ void InputBoxesTest::singleHundredthIsPaddedOnTheOrderFormOnly()
     }
 }
 
-void InputBoxesTest::menusAreNoLoss()
+void InputBoxesTest::menuOrOtherProgram_isNoFocusLoss()
 {
     QWidget form;
     const Boxes boxes(&form, OnLeaving::FillDefaultAndPad);
@@ -298,7 +298,7 @@ void InputBoxesTest::menusAreNoLoss()
     QCOMPARE(boxes.hundredths->selectedText(), u""_s);
 }
 
-void InputBoxesTest::focusSelects()
+void InputBoxesTest::focus_selectsTheText()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -313,7 +313,7 @@ void InputBoxesTest::focusSelects()
     QCOMPARE(boxes.hundredths->selectedText(), u""_s);
 }
 
-void InputBoxesTest::clickSelectsAndTheSelectionStays()
+void InputBoxesTest::focusingClick_keepsTheSelection()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -333,7 +333,7 @@ void InputBoxesTest::clickSelectsAndTheSelectionStays()
     QCOMPARE(boxes.whole->selectedText(), u""_s);
 }
 
-void InputBoxesTest::signKeys_data()
+void InputBoxesTest::signBox_acceptsOnlySignKeys_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("keypad");
@@ -355,7 +355,7 @@ void InputBoxesTest::signKeys_data()
     QTest::newRow("Delete") << int(Qt::Key_Delete) << false << u"\x7f"_s << u""_s;
 }
 
-void InputBoxesTest::signKeys()
+void InputBoxesTest::signBox_acceptsOnlySignKeys()
 {
     QFETCH(const int, key);
     QFETCH(const bool, keypad);
@@ -370,7 +370,7 @@ void InputBoxesTest::signKeys()
     QVERIFY(!box.isReadOnly());
 }
 
-void InputBoxesTest::signLockLastsAsLongAsTheKey()
+void InputBoxesTest::signLock_endsWithTheKeyRelease()
 {
     SignBox box(0);
     QVERIFY(testsupport::showActive(box));
@@ -399,7 +399,7 @@ void InputBoxesTest::signLockLastsAsLongAsTheKey()
     QCOMPARE(box.text(), u"+"_s);
 }
 
-void InputBoxesTest::signTakesNoPaste()
+void InputBoxesTest::signBox_acceptsNoPaste()
 {
     SignBox box(0);
     QVERIFY(testsupport::showActive(box));
@@ -411,7 +411,7 @@ void InputBoxesTest::signTakesNoPaste()
     QCOMPARE(box.text(), u"-"_s);
 }
 
-void InputBoxesTest::signWalks()
+void InputBoxesTest::signBox_movesFocusByEnterAndArrows()
 {
     QWidget form;
     auto* column = new QVBoxLayout(&form);
@@ -430,7 +430,7 @@ void InputBoxesTest::signWalks()
     QVERIFY(!sign->isReadOnly());
 }
 
-void InputBoxesTest::signLeftByTabIsNotLocked()
+void InputBoxesTest::signBoxLeftByTab_isNotReadOnly()
 {
     QWidget form;
     auto* column = new QVBoxLayout(&form);
@@ -452,7 +452,7 @@ void InputBoxesTest::signLeftByTabIsNotLocked()
     QCOMPARE(QApplication::focusWidget(), name);
 }
 
-void InputBoxesTest::signLeftEmptyIsPlus()
+void InputBoxesTest::emptySignLeft_becomesPlus()
 {
     QWidget form;
     auto* column = new QVBoxLayout(&form);
@@ -469,7 +469,7 @@ void InputBoxesTest::signLeftEmptyIsPlus()
     QCOMPARE(sign->text(), u"+"_s);
 }
 
-void InputBoxesTest::helpersTakeKeyCodes()
+void InputBoxesTest::keyHelpers_acceptKeyCodes()
 {
     QWidget form;
     const Boxes boxes(&form);

@@ -40,7 +40,7 @@ TEST(Measures, SplitsAStoredMeasureIntoItsTwoBoxes)
     }
 }
 
-TEST(Measures, SplitsANegativeMeasureAsItIs)
+TEST(Measures, SplitsANegativeMeasureWithItsSign)
 {
     EXPECT_EQ(Module1::WholePart(-2.5), -2);
     EXPECT_EQ(Module1::HundredthsText(-0.05), u"0-5"_s);
@@ -58,7 +58,7 @@ int errorOf(Action action)
     return 0;
 }
 
-TEST(Measures, OverflowsBeyondTheRangeOfTheBoxes)
+TEST(Measures, OverflowBeyond32BitHundredths)
 {
     EXPECT_EQ(errorOf([] { Module1::WholePart(32768); }), runtime::Overflow);
     EXPECT_EQ(Module1::HundredthsText(32768), u"00"_s); // Only WholePart narrows to 16 bits.
@@ -69,7 +69,7 @@ TEST(Measures, OverflowsBeyondTheRangeOfTheBoxes)
     EXPECT_EQ(errorOf([nan] { Module1::HundredthsText(nan); }), runtime::Overflow);
 }
 
-TEST(Measures, ReadsTheBoxesAsTheyStand)
+TEST(Measures, ReadsHundredthsPlusWhole)
 {
     EXPECT_EQ(Module1::ReadMeasure(u"120"_s, u"00"_s), 120);
     EXPECT_EQ(Module1::ReadMeasure(u"2"_s, u"50"_s), 2.5);
@@ -81,7 +81,7 @@ TEST(Measures, ReadsTheBoxesAsTheyStand)
     EXPECT_EQ(Module1::ReadMeasure(u"4"_s, u"80"_s), 0.8 + 4);
 }
 
-TEST(Measures, RefusesWhatIsNoNumber)
+TEST(Measures, RefusesTextsThatAreNoNumbers)
 {
     for (const QString& text : {u""_s, u" "_s, u"a"_s, u"1a"_s, u"--"_s, u"."_s, u"1 2"_s}) {
         EXPECT_EQ(errorOf([&] { Module1::ReadMeasure(text, u"00"_s); }), runtime::TypeMismatch)
