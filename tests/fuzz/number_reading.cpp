@@ -89,7 +89,7 @@ void checkNarrowing(double value, const Outcome<Integer>& outcome)
     const double rounded = roundedHalfToEven(value);
     const bool fits = rounded >= std::numeric_limits<Integer>::min() &&
                       rounded <= std::numeric_limits<Integer>::max();
-    fuzz::require(outcome.value.has_value() == fits, "narrowing takes what fits", input);
+    fuzz::require(outcome.value.has_value() == fits, "narrowing accepts values in range", input);
     if (fits)
         fuzz::require(double(*outcome.value) == rounded, "narrowing rounds half to even", input);
     else
@@ -100,10 +100,10 @@ void checkReading(const QString& text)
 {
     const Outcome<double> expected = expectedDouble(text);
     const Outcome<double> read = outcomeOf([&] { return runtime::toDouble(text); });
-    fuzz::require(read.value == expected.value, "reading gives the number", text);
-    fuzz::require(read.error == expected.error, "reading gives the error", text);
+    fuzz::require(read.value == expected.value, "reading returns the expected number", text);
+    fuzz::require(read.error == expected.error, "reading throws the expected error", text);
     fuzz::require(outcomeOf([&] { return runtime::toDouble(QVariant(text)); }).value == read.value,
-                  "a field's text reads like a box's", text);
+                  "a field and a box read a text alike", text);
     fuzz::require(runtime::toText(QVariant(text)) == text, "a text stays as it is", text);
 }
 
@@ -126,22 +126,22 @@ void checkWriting(double value)
     const QString text = runtime::toText(value);
     if (!std::isfinite(value))
         return;
-    fuzz::require(isWellFormed(text), "a number's text is plain", text);
+    fuzz::require(isWellFormed(text), "a number's text is well-formed", text);
     const Outcome<double> read = outcomeOf([&] { return runtime::toDouble(text); });
     // Rounding the largest doubles to 15 digits may exceed the range of a double, and the smallest
     // doubles have fewer digits.
     if (std::abs(value) > 1.79769313486231e308) {
         fuzz::require(read.value.has_value() || read.error == runtime::Overflow,
-                      "the greatest numbers stay or overflow", text);
+                      "the largest numbers are kept or overflow", text);
         return;
     }
-    fuzz::require(read.value.has_value(), "a number's text is a number", text);
+    fuzz::require(read.value.has_value(), "a number's text can be parsed", text);
     if (std::abs(value) < std::numeric_limits<double>::min())
         return;
-    fuzz::require(std::abs(*read.value - value) <= std::abs(value) * 5.1e-15, "15 digits come back",
-                  text);
-    fuzz::require(runtime::toText(*read.value) == text, "a text that was read is written again",
-                  text);
+    fuzz::require(std::abs(*read.value - value) <= std::abs(value) * 5.1e-15,
+                  "15 digits survive a round trip", text);
+    fuzz::require(runtime::toText(*read.value) == text,
+                  "a parsed number is formatted to the same text", text);
 }
 
 void checkNumber(double value)

@@ -60,11 +60,11 @@ void takeOver(const QString& old, const QString& target)
         if (!outcome.findings.isEmpty())
             return;
         fuzz::require(checkStore(target).isEmpty(), "a store is sound", {});
-        fuzz::require(QFile::remove(target), "a store is made", {});
+        fuzz::require(QFile::remove(target), "a store is created", {});
     } catch (const runtime::RunTimeError& error) {
         fuzz::require(error.number() == runtime::CorruptDatabase ||
                           error.number() == runtime::UnrecognizedFormat,
-                      "only damage is refused", error.description());
+                      "only damaged files are refused", error.description());
     }
 }
 
@@ -89,9 +89,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
                   "a file can be written", old);
     file.close();
     takeOver(old, folder.filePath(u"new.mdb"_s));
-    fuzz::require(contentsOf(old) == damaged, "the old file stays as it is", {});
+    fuzz::require(contentsOf(old) == damaged, "the old file is not changed", {});
     const QStringList left =
         QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    fuzz::require(left == QStringList(u"old.mdb"_s), "nothing is left behind", left.join(u' '));
+    fuzz::require(left == QStringList(u"old.mdb"_s), "no file is left behind", left.join(u' '));
     return 0;
 }

@@ -51,7 +51,7 @@ public:
             const dao::FieldInfo& field = table.fields[i];
             fuzz::require(isOfType(field, row[i]), "a value fits its field", row[i].toString());
             fuzz::require(dao::converted(field, row[i]) == row[i],
-                          "a value stays as it is where it is assigned", row[i].toString());
+                          "assigning a value does not change it", row[i].toString());
         }
         const QString& key = table.indexes.front().fields.front();
         fuzz::require(row[static_cast<std::size_t>(table.ordinalOf(key))].isValid(),
@@ -130,12 +130,12 @@ void takeAndCheck(const TakeOverOptions& options, const std::function<void(OldSt
     try {
         tell(intake);
     } catch (const runtime::RunTimeError& error) {
-        fuzz::require(error.number() == runtime::CorruptDatabase, "only damage breaks off",
-                      error.description());
+        fuzz::require(error.number() == runtime::CorruptDatabase,
+                      "the import stops only for damage", error.description());
         return;
     }
     fuzz::require(sink.rows == intake.rows || !intake.reports().findings.isEmpty(),
-                  "a row that is not taken is reported", QString::number(intake.rows));
+                  "a skipped row is reported", QString::number(intake.rows));
     fuzz::require(intake.reports().findings.lines().size() <= 101, "findings are bounded", {});
 }
 
@@ -147,8 +147,8 @@ void checkPipe(const QByteArray& written)
     FrameWriter writer(again);
     FrameReader reader(writer);
     reader.take(written);
-    fuzz::require(reader.isFinished(), "what was written is whole", {});
-    fuzz::require(again.data() == written, "what was written is read as it was", {});
+    fuzz::require(reader.isFinished(), "written data is complete", {});
+    fuzz::require(again.data() == written, "written data is read unchanged", {});
 }
 
 } // namespace

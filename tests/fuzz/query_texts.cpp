@@ -21,7 +21,8 @@ std::optional<dao::SelectQuery> parsed(const QString& text)
     try {
         return dao::parseQuery(text);
     } catch (const runtime::RunTimeError& error) {
-        fuzz::require(error.number() == runtime::QuerySyntax, "a refusal is one of syntax", text);
+        fuzz::require(error.number() == runtime::QuerySyntax, "a rejected query is a syntax error",
+                      text);
         return std::nullopt;
     }
 }
@@ -75,12 +76,13 @@ void checkAgainstGrammar(const QString& text, const std::optional<dao::SelectQue
     const QRegularExpressionMatch match = grammar().match(text);
     const QByteArray number = match.captured(3).toLatin1();
     const bool isFinite = std::isfinite(std::strtod(number.constData(), nullptr));
-    fuzz::require(query.has_value() == (match.hasMatch() && isFinite), "what is a query is taken",
+    fuzz::require(query.has_value() == (match.hasMatch() && isFinite), "a valid query is accepted",
                   text);
     if (!query)
         return;
     fuzz::require(query->table == match.captured(1), "the table is the one named", text);
-    fuzz::require(query->where.has_value() == match.hasCaptured(2), "a condition is read", text);
+    fuzz::require(query->where.has_value() == match.hasCaptured(2), "the condition is parsed",
+                  text);
     fuzz::require(query->orderBy == match.captured(4), "the order is read", text);
     if (query->where) {
         fuzz::require(query->where->field == match.captured(2), "the field is read", text);
@@ -104,7 +106,7 @@ QString spelled(const dao::SelectQuery& query)
 
 void checkRoundTrip(const QString& text, const dao::SelectQuery& query)
 {
-    fuzz::require(dao::isQuery(text), "what is taken begins like a query", text);
+    fuzz::require(dao::isQuery(text), "an accepted text starts like a query", text);
     fuzz::require(isName(query.table), "the table is a name", text);
     fuzz::require(query.orderBy.isEmpty() || isName(query.orderBy), "the order is a name", text);
     if (query.where) {
@@ -115,10 +117,10 @@ void checkRoundTrip(const QString& text, const dao::SelectQuery& query)
                       "the value is a number", text);
     }
     const std::optional<dao::SelectQuery> again = parsed(spelled(query));
-    fuzz::require(again.has_value(), "its own spelling is taken", text);
+    fuzz::require(again.has_value(), "the canonical text is accepted", text);
     fuzz::require(again->table == query.table && again->orderBy == query.orderBy &&
                       again->where.has_value() == query.where.has_value(),
-                  "its own spelling says the same", text);
+                  "the canonical text yields the same query", text);
     if (query.where)
         fuzz::require(
             again->where->field == query.where->field &&

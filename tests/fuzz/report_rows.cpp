@@ -70,7 +70,7 @@ QVariant fieldValue(fuzz::Input& input)
     } catch (const runtime::RunTimeError& error) {
         fuzz::require(error.number() == runtime::DataTypeConversion ||
                           error.number() == runtime::Overflow,
-                      "a value is taken, or refused with its error", stored.toString());
+                      "a value is accepted or rejected with its error", stored.toString());
         return {};
     }
 }
@@ -122,14 +122,14 @@ void checkPages(report::Document& document, int rows)
             for (const report::PrintedControl& each : band.controls) {
                 const int y = each.corner.y();
                 fuzz::require(y >= top && y + each.control->design().height <= top + height,
-                              "a control stands in its block", each.text);
+                              "a control lies inside its block", each.text);
                 checkText(each.text);
             }
             fuzz::require(top + height <= places.footerTop(), "no block is split", {});
         }
         blocks += onPage;
     }
-    fuzz::require(blocks == rows, "every row is a block", QString::number(blocks));
+    fuzz::require(blocks == rows, "every row is printed as one block", QString::number(blocks));
 }
 
 void paint(report::Document& document)
@@ -172,18 +172,18 @@ void checkFiles(report::Document& document, int rows)
     const QByteArray text = written(report::writeText, document);
     for (const char sign : {'\n', '\t', '\r', '\f', '\v'})
         fuzz::require(text.count(sign) == plainText.count(sign),
-                      "a text line per line of the block", QString::fromUtf8(text));
+                      "the text file has one line per line of the block", QString::fromUtf8(text));
     for (const QChar::SpecialCharacter sign : {QChar::LineSeparator, QChar::ParagraphSeparator})
-        fuzz::require(!QString::fromUtf8(text).contains(QChar(sign)), "no line break in a text",
-                      QString::fromUtf8(text));
+        fuzz::require(!QString::fromUtf8(text).contains(QChar(sign)),
+                      "no text contains a line break", QString::fromUtf8(text));
     const QByteArray html = written(report::writeHtml, document);
     for (const char* element : {"<section", "</section>", "<div", "</div>", "<img", "<script"})
-        fuzz::require(html.count(element) == plainHtml.count(element), "an element per control",
-                      QString::fromUtf8(html));
+        fuzz::require(html.count(element) == plainHtml.count(element),
+                      "the HTML has one element per control", QString::fromUtf8(html));
     const auto elements = [](const QByteArray& all) {
         return all.count('<') - all.count("<span dir=") - all.count("</span>");
     };
-    fuzz::require(elements(html) == elements(plainHtml), "no element out of a value",
+    fuzz::require(elements(html) == elements(plainHtml), "no value creates an HTML element",
                   QString::fromUtf8(html));
 }
 
