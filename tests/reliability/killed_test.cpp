@@ -141,7 +141,7 @@ private:
     QMap<QString, int> changes_; ///< Number of changes of each kind.
 };
 
-TEST_F(Killed, LosesNothingAndLeavesNoRowByHalf)
+TEST_F(Killed, LosesNothingAndLeavesNoPartialRow)
 {
     const int seed = setting("ZOMREL_SEED", int(std::random_device{}() % 1000000));
     const int kills = setting("ZOMREL_KILLS", 200) / (testsupport::isOnServer() ? 4 : 1);
@@ -178,10 +178,10 @@ void write(const QString& path, const QByteArray& bytes)
 
 /// Creates the store that a power failure leaves during a change: a part of the change in the file,
 /// and the journal with the previous contents beside it.
-TEST_F(Killed, StartsOverAChangeThatWasCutOff)
+TEST_F(Killed, StartsAfterAnInterruptedChange)
 {
     if (testsupport::isOnServer())
-        GTEST_SKIP() << "a server keeps its own journal";
+        GTEST_SKIP() << "a server has its own journal";
     Victim victim;
     {
         StationProcess station(victim.store.folder(), u"lines"_s, u"before"_s, 20);

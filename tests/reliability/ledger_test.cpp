@@ -82,7 +82,7 @@ class LedgerOfHarm : public LedgerTest, public testing::WithParamInterface<Harm>
 {
 };
 
-TEST_P(LedgerOfHarm, FindsIt)
+TEST_P(LedgerOfHarm, FindsTheLoss)
 {
     store.execute(GetParam().sql);
     const QStringList found = findings();
@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(
         Harm{"a name too many", u"INSERT INTO ReshetColor (Name) VALUES ('חום')"_s, 1},
         Harm{"a name twice", u"INSERT INTO KanafKind (Name) SELECT Name FROM KanafKind"_s, 2}));
 
-TEST_F(LedgerTest, FindsALineThatWasNeverAddedOrStandsTwice)
+TEST_F(LedgerTest, FindsAnUnreportedOrDuplicateLine)
 {
     addLine(u"7-9"_s);
     EXPECT_EQ(findings(), QStringList(u"line 7-9 was never added"_s));
@@ -130,14 +130,14 @@ TEST_F(LedgerTest, FindsALineThatWasNeverAddedOrStandsTwice)
     EXPECT_EQ(findings(), QStringList(u"line 7-1 stands there twice"_s));
 }
 
-TEST_F(LedgerTest, FindsWhatWasDeletedAndIsThere)
+TEST_F(LedgerTest, FindsADeletedRowThatIsStillStored)
 {
     for (const QString& told : {u"deleted 7-1"_s, u"seriesdeleted 7-1"_s, u"unnamed 1 5"_s})
         ledger->tell(told);
     EXPECT_EQ(findings().size(), 3);
 }
 
-TEST_F(LedgerTest, FindsAChangeThatIsNotThere)
+TEST_F(LedgerTest, FindsAMissingChange)
 {
     for (const QString& told : {u"closed 1"_s, u"series 7-1 2"_s, u"renamed 1 7-3 5"_s})
         ledger->tell(told);
@@ -146,7 +146,7 @@ TEST_F(LedgerTest, FindsAChangeThatIsNotThere)
 
 /// An unconfirmed change may be stored or not, but only completely, and no other change may be
 /// missing.
-TEST_F(LedgerTest, LetsWhatWasUnderWayBeThereOrNot)
+TEST_F(LedgerTest, AcceptsAnUnconfirmedChangeStoredOrNot)
 {
     const std::pair<QString, QString> changes[] = {
         {u"? deleted 7-1"_s, u"DELETE FROM Cuts"_s},
@@ -165,7 +165,7 @@ TEST_F(LedgerTest, LetsWhatWasUnderWayBeThereOrNot)
     }
 }
 
-TEST_F(LedgerTest, LetsNoHalfOfWhatWasUnderWayBeThere)
+TEST_F(LedgerTest, FindsAPartlyStoredUnconfirmedChange)
 {
     ledger->tell(u"? renamed 1 7-3 5"_s);
     store.execute(u"UPDATE KanafKind SET Name = '7-3'"_s);

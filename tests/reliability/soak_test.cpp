@@ -164,10 +164,10 @@ class Soak : public QObject
 
 private slots:
     void initTestCase() { shell::setUpAppearance(*qApp); }
-    void holdsWhatItHeldAfterTheFirstTenth();
+    void longRun_leaksNoMemoryOrHandles();
 };
 
-void Soak::holdsWhatItHeldAfterTheFirstTenth()
+void Soak::longRun_leaksNoMemoryOrHandles()
 {
     const int lines = setting("ZOMREL_SOAK_LINES", defaultLines);
     TemporaryStore store(TemporaryStore::Contents::Delivered);

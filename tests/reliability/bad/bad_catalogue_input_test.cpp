@@ -25,14 +25,14 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void deductionBoxes_data();
-    void deductionBoxes();
-    void savedDeduction_data() { deductionBoxes_data(); }
-    void savedDeduction();
-    void textBoxes_data();
-    void textBoxes();
-    void cells_data();
-    void cells();
+    void oddDeductionOnAdd_isStoredOrRefused_data();
+    void oddDeductionOnAdd_isStoredOrRefused();
+    void oddDeductionOnSave_isStoredOrRefused_data() { oddDeductionOnAdd_isStoredOrRefused_data(); }
+    void oddDeductionOnSave_isStoredOrRefused();
+    void oddNameAndRemark_areStoredOrRefused_data();
+    void oddNameAndRemark_areStoredOrRefused();
+    void oddCellText_isStoredOrRefused_data();
+    void oddCellText_isStoredOrRefused();
 
 private:
     std::unique_ptr<SerialsStage> stage_;
@@ -95,7 +95,7 @@ void BadCatalogueInputTest::cleanupTestCase()
         {{u"texts typed into a series and the lists"_s, QString::number(typed_)}});
 }
 
-void BadCatalogueInputTest::deductionBoxes_data()
+void BadCatalogueInputTest::oddDeductionOnAdd_isStoredOrRefused_data()
 {
     QTest::addColumn<int>("box");
     QTest::addColumn<QString>("text");
@@ -125,7 +125,7 @@ void BadCatalogueInputTest::deductionBoxes_data()
 }
 
 /// The hash of the row's tag chooses one of the eight deductions, so all are covered.
-void BadCatalogueInputTest::deductionBoxes()
+void BadCatalogueInputTest::oddDeductionOnAdd_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -160,7 +160,7 @@ void BadCatalogueInputTest::deductionBoxes()
 }
 
 /// Uses the last of the eight deductions, when all other fields have already been assigned.
-void BadCatalogueInputTest::savedDeduction()
+void BadCatalogueInputTest::oddDeductionOnSave_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -194,7 +194,7 @@ void BadCatalogueInputTest::savedDeduction()
     QCOMPARE(stage_->end.exitStatus(), std::optional(1));
 }
 
-void BadCatalogueInputTest::textBoxes_data()
+void BadCatalogueInputTest::oddNameAndRemark_areStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
@@ -206,7 +206,7 @@ void BadCatalogueInputTest::textBoxes_data()
 }
 
 /// The name and the remark are stored unchanged, even if empty.
-void BadCatalogueInputTest::textBoxes()
+void BadCatalogueInputTest::oddNameAndRemark_areStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(int, error);
@@ -233,7 +233,7 @@ void BadCatalogueInputTest::textBoxes()
     QCOMPARE(stage_->end.exitStatus(), std::optional(1));
 }
 
-void BadCatalogueInputTest::cells_data()
+void BadCatalogueInputTest::oddCellText_isStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("isRefused");
@@ -245,7 +245,7 @@ void BadCatalogueInputTest::cells_data()
 }
 
 /// A text that fits the field is stored. Any other text is rejected, and no row is lost.
-void BadCatalogueInputTest::cells()
+void BadCatalogueInputTest::oddCellText_isStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(bool, isRefused);

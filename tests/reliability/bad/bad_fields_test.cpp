@@ -28,18 +28,24 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void series_data() { combinations(u"Serials"_s, {u"AutoNum"_s}); }
-    void series();
-    void line_data() { combinations(u"Cuts"_s, {u"Code"_s, u"Order_Num"_s}); }
-    void line();
-    void order_data() { combinations(u"Orders"_s, {u"Number"_s}); }
-    void order();
-    void orderNumber_data();
-    void orderNumber();
-    void foundNumber_data();
-    void foundNumber();
-    void list_data();
-    void list();
+    void oddSeriesField_isUsedOrEndsTheProgram_data()
+    {
+        combinations(u"Serials"_s, {u"AutoNum"_s});
+    }
+    void oddSeriesField_isUsedOrEndsTheProgram();
+    void oddLineField_isUsedOrEndsTheProgram_data()
+    {
+        combinations(u"Cuts"_s, {u"Code"_s, u"Order_Num"_s});
+    }
+    void oddLineField_isUsedOrEndsTheProgram();
+    void oddOrderField_isUsedOrEndsTheProgram_data() { combinations(u"Orders"_s, {u"Number"_s}); }
+    void oddOrderField_isUsedOrEndsTheProgram();
+    void oddLastOrderNumber_isContinuedOrEndsTheProgram_data();
+    void oddLastOrderNumber_isContinuedOrEndsTheProgram();
+    void oddNumberInTheSearch_isTakenOrEndsTheProgram_data();
+    void oddNumberInTheSearch_isTakenOrEndsTheProgram();
+    void oddListName_isShown_data();
+    void oddListName_isShown();
 
 private:
     static void combinations(const QString& table, const QStringList& butFor);
@@ -106,9 +112,9 @@ void BadFieldsTest::cleanup()
 
 void BadFieldsTest::cleanupTestCase()
 {
-    reliability::writeFigures(u"bad_fields"_s,
-                              {{u"fields with odd contents worked with"_s, QString::number(tried_)},
-                               {u"commands ended with their box"_s, QString::number(ended_)}});
+    reliability::writeFigures(
+        u"bad_fields"_s, {{u"fields with unusual contents"_s, QString::number(tried_)},
+                          {u"commands that ended with an error box"_s, QString::number(ended_)}});
 }
 
 void BadFieldsTest::combinations(const QString& table, const QStringList& butFor)
@@ -142,7 +148,8 @@ int BadFieldsTest::errorOf(Work work)
         desk_->boxes.shown().size() == 1 ? desk_->boxes.shown().front().text : QString();
     const QString number = text.section(u'\'', 1, 1);
     if (desk_->end.exitStatus() != 1 || text.section(u'\'', 0, 0) != u"Run-time error ")
-        QTest::qFail("not ended by one run-time box: " + text.toUtf8(), __FILE__, __LINE__);
+        QTest::qFail("did not end with exactly one run-time error box: " + text.toUtf8(), __FILE__,
+                     __LINE__);
     ++ended_;
     return number.toInt();
 }
@@ -170,7 +177,7 @@ int BadFieldsTest::errorOfAdding()
     const int error = errorOf([this] { desk_->click("CmdAdd"); });
     const int after = desk_->store.scalar(u"SELECT count(*) FROM Cuts"_s).toInt();
     if (after != before + (error == 0 ? 1 : 0))
-        QTest::qFail("a line by half", __FILE__, __LINE__);
+        QTest::qFail("a partial line was stored", __FILE__, __LINE__);
     return error;
 }
 
@@ -209,7 +216,7 @@ QList<QVariant> BadFieldsTest::row(const QString& table) const
 }
 
 /// Chooses the series in the picker, then views and adds a line.
-void BadFieldsTest::series()
+void BadFieldsTest::oddSeriesField_isUsedOrEndsTheProgram()
 {
     QFETCH(QString, field);
     QFETCH(QString, value);
@@ -252,7 +259,7 @@ void BadFieldsTest::series()
 }
 
 /// Shows the line, views it, adds another line and prints the order.
-void BadFieldsTest::line()
+void BadFieldsTest::oddLineField_isUsedOrEndsTheProgram()
 {
     QFETCH(QString, field);
     QFETCH(QString, value);
@@ -288,7 +295,7 @@ void BadFieldsTest::line()
 }
 
 /// Uses the order's fields on the form, when saving, and for the next order.
-void BadFieldsTest::order()
+void BadFieldsTest::oddOrderField_isUsedOrEndsTheProgram()
 {
     QFETCH(QString, field);
     QFETCH(QString, value);
@@ -318,7 +325,7 @@ void BadFieldsTest::order()
     QCOMPARE(Module1::CurrentOrderNum, isOpen ? 1 : 2);
 }
 
-void BadFieldsTest::orderNumber_data()
+void BadFieldsTest::oddLastOrderNumber_isContinuedOrEndsTheProgram_data()
 {
     QTest::addColumn<QString>("value");
     QTest::addColumn<bool>("isClosed");
@@ -343,7 +350,7 @@ void BadFieldsTest::orderNumber_data()
 }
 
 /// Tests the stored order number that the new-order rule reads.
-void BadFieldsTest::orderNumber()
+void BadFieldsTest::oddLastOrderNumber_isContinuedOrEndsTheProgram()
 {
     QFETCH(QString, value);
     QFETCH(bool, isClosed);
@@ -358,7 +365,7 @@ void BadFieldsTest::orderNumber()
         QCOMPARE(Module1::CurrentOrderNum, number);
 }
 
-void BadFieldsTest::foundNumber_data()
+void BadFieldsTest::oddNumberInTheSearch_isTakenOrEndsTheProgram_data()
 {
     QTest::addColumn<QString>("value");
     QTest::addColumn<int>("error");
@@ -379,7 +386,7 @@ void BadFieldsTest::foundNumber_data()
 
 /// The search form lists any stored number. Only a number that fits 16 bits can be loaded into the
 /// order form.
-void BadFieldsTest::foundNumber()
+void BadFieldsTest::oddNumberInTheSearch_isTakenOrEndsTheProgram()
 {
     QFETCH(QString, value);
     QFETCH(int, error);
@@ -391,7 +398,7 @@ void BadFieldsTest::foundNumber()
     QCOMPARE(desk_->store.scalar(u"SELECT count(*) FROM Orders"_s), 1);
 }
 
-void BadFieldsTest::list_data()
+void BadFieldsTest::oddListName_isShown_data()
 {
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("value");
@@ -407,7 +414,7 @@ void BadFieldsTest::list_data()
 }
 
 /// Shows a kind or a colour in its combo box and in its editor.
-void BadFieldsTest::list()
+void BadFieldsTest::oddListName_isShown()
 {
     QFETCH(QString, table);
     QFETCH(QString, value);

@@ -32,20 +32,20 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void measureBox_data();
-    void measureBox();
-    void doorBox_data() { texts({4, 5}); }
-    void doorBox();
-    void monoblockBox_data() { texts({0, 1, 2, 3, 4, 5}); }
-    void monoblockBox();
-    void customerBoxes_data();
-    void customerBoxes();
-    void oneCustomerBoxTooLong_data();
-    void oneCustomerBoxTooLong();
-    void preCalculation_data() { texts({0, 1, 2, 3}); }
-    void preCalculation();
-    void kindsAndColours_data();
-    void kindsAndColours();
+    void oddMeasure_isStoredOrRefused_data();
+    void oddMeasure_isStoredOrRefused();
+    void oddDoorThickness_isStoredOrRefused_data() { texts({4, 5}); }
+    void oddDoorThickness_isStoredOrRefused();
+    void oddMonoblockValue_isStoredOrRefused_data() { texts({0, 1, 2, 3, 4, 5}); }
+    void oddMonoblockValue_isStoredOrRefused();
+    void oddCustomerText_isStoredOrRefused_data();
+    void oddCustomerText_isStoredOrRefused();
+    void oneCustomerTextTooLong_storesNoneOfThem_data();
+    void oneCustomerTextTooLong_storesNoneOfThem();
+    void oddMeasureInPreCalculation_isShownOrRefused_data() { texts({0, 1, 2, 3}); }
+    void oddMeasureInPreCalculation_isShownOrRefused();
+    void oddKindOrColour_isStoredOrRefused_data();
+    void oddKindOrColour_isStoredOrRefused();
 
 private:
     static void texts(const QList<int>& boxes);
@@ -163,7 +163,7 @@ void BadInputTest::expectOutcome(int error, const QString& field, double value)
     QCOMPARE(desk_->end.exitStatus(), std::optional(1));
 }
 
-void BadInputTest::measureBox_data()
+void BadInputTest::oddMeasure_isStoredOrRefused_data()
 {
     QTest::addColumn<int>("box");
     QTest::addColumn<QString>("text");
@@ -187,7 +187,7 @@ void BadInputTest::measureBox_data()
     }
 }
 
-void BadInputTest::measureBox()
+void BadInputTest::oddMeasure_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -199,7 +199,7 @@ void BadInputTest::measureBox()
 }
 
 /// The thickness of the door frame is subtracted from the width twice.
-void BadInputTest::doorBox()
+void BadInputTest::oddDoorThickness_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -218,7 +218,7 @@ void BadInputTest::doorBox()
 
 /// The first monoblock type proposes a width deduction of 2.80, a height deduction of 18.00 and
 /// slats of 4.50.
-void BadInputTest::monoblockBox()
+void BadInputTest::oddMonoblockValue_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -245,7 +245,7 @@ void BadInputTest::monoblockBox()
         expectOutcome(correct, u"Shalav_Thick"_s, measure);
 }
 
-void BadInputTest::customerBoxes_data()
+void BadInputTest::oddCustomerText_isStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
@@ -258,7 +258,7 @@ void BadInputTest::customerBoxes_data()
 
 /// A customer's text is stored unchanged, an empty one as Null. A text that is too long ends the
 /// program and leaves the stored details unchanged.
-void BadInputTest::customerBoxes()
+void BadInputTest::oddCustomerText_isStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(int, error);
@@ -283,7 +283,7 @@ void BadInputTest::customerBoxes()
         QVERIFY(each.isNull());
 }
 
-void BadInputTest::oneCustomerBoxTooLong_data()
+void BadInputTest::oneCustomerTextTooLong_storesNoneOfThem_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<int>("length");
@@ -297,7 +297,7 @@ void BadInputTest::oneCustomerBoxTooLong_data()
 }
 
 /// If one of the three texts does not fit its field, the other two are not stored either.
-void BadInputTest::oneCustomerBoxTooLong()
+void BadInputTest::oneCustomerTextTooLong_storesNoneOfThem()
 {
     QFETCH(QString, box);
     QFETCH(int, length);
@@ -325,7 +325,7 @@ void BadInputTest::oneCustomerBoxTooLong()
 }
 
 /// The result is shown but not stored. A zero is computed like any other measure.
-void BadInputTest::preCalculation()
+void BadInputTest::oddMeasureInPreCalculation_isShownOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -347,7 +347,7 @@ void BadInputTest::preCalculation()
     output::formView().close();
 }
 
-void BadInputTest::kindsAndColours_data()
+void BadInputTest::oddKindOrColour_isStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
@@ -360,7 +360,7 @@ void BadInputTest::kindsAndColours_data()
 }
 
 /// Texts are stored unchanged; an empty one is stored as an empty text.
-void BadInputTest::kindsAndColours()
+void BadInputTest::oddKindOrColour_isStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(int, error);

@@ -23,14 +23,14 @@ class BadPreviewTest : public QObject
     Q_OBJECT
 
 private slots:
-    void page_data() { texts(); }
-    void page();
-    void zoom_data() { texts(); }
-    void zoom();
-    void find_data();
-    void find();
-    void fileName_data();
-    void fileName();
+    void oddPageNumber_isFollowedOrIgnored_data() { texts(); }
+    void oddPageNumber_isFollowedOrIgnored();
+    void oddZoom_isFollowedOrIgnored_data() { texts(); }
+    void oddZoom_isFollowedOrIgnored();
+    void oddSearchText_isFoundOrReported_data();
+    void oddSearchText_isFoundOrReported();
+    void oddFileName_givesAWholeFileOrNone_data();
+    void oddFileName_givesAWholeFileOrNone();
     void cleanup() { ++tried_; }
     void cleanupTestCase();
 
@@ -73,7 +73,7 @@ void BadPreviewTest::texts()
     QTest::newRow("longest") << longest << 0 << false;
 }
 
-void BadPreviewTest::page()
+void BadPreviewTest::oddPageNumber_isFollowedOrIgnored()
 {
     QFETCH(QString, text);
     QFETCH(int, number);
@@ -90,7 +90,7 @@ void BadPreviewTest::page()
     QVERIFY(!preview.end.exitStatus() && preview.boxes.shown().empty());
 }
 
-void BadPreviewTest::zoom()
+void BadPreviewTest::oddZoom_isFollowedOrIgnored()
 {
     QFETCH(QString, text);
     QFETCH(int, number);
@@ -108,7 +108,7 @@ void BadPreviewTest::zoom()
     QVERIFY(!preview.end.exitStatus() && preview.boxes.shown().empty());
 }
 
-void BadPreviewTest::find_data()
+void BadPreviewTest::oddSearchText_isFoundOrReported_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("result");
@@ -122,7 +122,7 @@ void BadPreviewTest::find_data()
     QTest::newRow("longest") << longest << u" לא נמצא "_s;
 }
 
-void BadPreviewTest::find()
+void BadPreviewTest::oddSearchText_isFoundOrReported()
 {
     QFETCH(QString, text);
     QFETCH(QString, result);
@@ -136,7 +136,7 @@ void BadPreviewTest::find()
     QVERIFY(!preview.end.exitStatus() && preview.boxes.shown().empty());
 }
 
-void BadPreviewTest::fileName_data()
+void BadPreviewTest::oddFileName_givesAWholeFileOrNone_data()
 {
     QTest::addColumn<QString>("action");
     QTest::addColumn<QString>("name");
@@ -169,7 +169,7 @@ void BadPreviewTest::fileName_data()
     }
 }
 
-void BadPreviewTest::fileName()
+void BadPreviewTest::oddFileName_givesAWholeFileOrNone()
 {
     QFETCH(QString, action);
     QFETCH(QString, name);
@@ -202,8 +202,8 @@ void BadPreviewTest::fileName()
 
 void BadPreviewTest::cleanupTestCase()
 {
-    reliability::writeFigures(u"bad_preview"_s, {{u"texts and file names given to the preview"_s,
-                                                  QString::number(tried_)}});
+    reliability::writeFigures(
+        u"bad_preview"_s, {{u"texts and file names in the preview"_s, QString::number(tried_)}});
 }
 
 ZOMREL_QTEST_MAIN(BadPreviewTest)

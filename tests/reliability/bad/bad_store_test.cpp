@@ -44,20 +44,20 @@ class BadStoreTest : public QObject
 private slots:
     void initTestCase();
     void cleanupTestCase();
-    void soundStoreWorks();
-    void missing();
-    void aFolder();
-    void noStore_data();
-    void noStore();
-    void truncated();
-    void flippedBytes();
-    void withoutATable_data();
-    void withoutATable();
-    void withoutAField();
-    void wrongType_data();
-    void wrongType();
-    void anotherDatabase_data();
-    void anotherDatabase();
+    void soundStore_works();
+    void missingStore_endsTheProgram();
+    void folderInPlaceOfTheStore_endsTheProgram();
+    void otherFile_endsTheProgram_data();
+    void otherFile_endsTheProgram();
+    void truncatedFile_isFoundDamaged();
+    void flippedBytes_workOrEndTheProgram();
+    void missingTable_worksOrEndsTheProgram_data();
+    void missingTable_worksOrEndsTheProgram();
+    void missingField_worksOrEndsTheProgram();
+    void wrongColumnType_worksOrEndsTheProgram_data();
+    void wrongColumnType_worksOrEndsTheProgram();
+    void otherDatabase_endsTheProgram_data();
+    void otherDatabase_endsTheProgram();
 
 private:
     enum class Outcome { Ended, Worked };
@@ -117,10 +117,10 @@ void BadStoreTest::initTestCase()
 
 void BadStoreTest::cleanupTestCase()
 {
-    reliability::writeFigures(
-        u"bad_store"_s,
-        {{u"damaged stores that a day ended at"_s, QString::number(days_[Outcome::Ended])},
-         {u"damaged stores that a day went on with"_s, QString::number(days_[Outcome::Worked])}});
+    reliability::writeFigures(u"bad_store"_s, {{u"damaged stores that ended the program"_s,
+                                                QString::number(days_[Outcome::Ended])},
+                                               {u"damaged stores that the program worked with"_s,
+                                                QString::number(days_[Outcome::Worked])}});
 }
 
 void BadStoreTest::lay(const QByteArray& bytes)
@@ -169,28 +169,29 @@ BadStoreTest::Outcome BadStoreTest::work()
         box_ = day.lastBox();
     }
     if (clock.elapsed() > longest)
-        QTest::qFail("the day lasted too long", __FILE__, __LINE__);
+        QTest::qFail("the working day exceeded its timeout", __FILE__, __LINE__);
     if (!started && contents() != before)
-        QTest::qFail("a store that did not even open was changed", __FILE__, __LINE__);
+        QTest::qFail("a store that could not be opened was changed", __FILE__, __LINE__);
     // The order's number is stored before the form is loaded, so it may exist without a line.
     if (!opened && contents() != atStart && newOrders() != 1)
-        QTest::qFail("a change that failed has left something", __FILE__, __LINE__);
+        QTest::qFail("a failed change left data behind", __FILE__, __LINE__);
     if (worked && newLines() != 1)
-        QTest::qFail("the line that was added is not there", __FILE__, __LINE__);
+        QTest::qFail("the added line is not stored", __FILE__, __LINE__);
     if (!worked && !ended)
-        QTest::qFail("neither worked nor ended with a box: " + box_.toUtf8(), __FILE__, __LINE__);
+        QTest::qFail("neither worked nor ended with an error box: " + box_.toUtf8(), __FILE__,
+                     __LINE__);
     const Outcome outcome = worked ? Outcome::Worked : Outcome::Ended;
     ++days_[outcome];
     return outcome;
 }
 
-void BadStoreTest::soundStoreWorks()
+void BadStoreTest::soundStore_works()
 {
     QCOMPARE(workOnChanged({}), Outcome::Worked);
     QCOMPARE(findings(), QStringList());
 }
 
-void BadStoreTest::missing()
+void BadStoreTest::missingStore_endsTheProgram()
 {
     store_.reset();
     folder_.emplace();
@@ -202,7 +203,7 @@ void BadStoreTest::missing()
     QVERIFY(!findings().isEmpty());
 }
 
-void BadStoreTest::aFolder()
+void BadStoreTest::folderInPlaceOfTheStore_endsTheProgram()
 {
     store_.reset();
     folder_.emplace();
@@ -214,10 +215,10 @@ void BadStoreTest::aFolder()
     QVERIFY(!findings().isEmpty());
 }
 
-void BadStoreTest::noStore_data()
+void BadStoreTest::otherFile_endsTheProgram_data()
 {
     if (testsupport::isOnServer())
-        QSKIP("about the file");
+        QSKIP("applies only to an embedded file");
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("one byte") << QByteArray("S");
@@ -232,7 +233,7 @@ void BadStoreTest::noStore_data()
     QTest::newRow("signature and random") << QByteArray("SQLite format 3\0", 16) + random;
 }
 
-void BadStoreTest::noStore()
+void BadStoreTest::otherFile_endsTheProgram()
 {
     QFETCH(QByteArray, content);
     QCOMPARE(workOn(content), Outcome::Ended);
@@ -241,10 +242,10 @@ void BadStoreTest::noStore()
     QVERIFY(!findings().isEmpty());
 }
 
-void BadStoreTest::truncated()
+void BadStoreTest::truncatedFile_isFoundDamaged()
 {
     if (testsupport::isOnServer())
-        QSKIP("a server guards its own files");
+        QSKIP("a server protects its own files");
     for (int part = 0; part < 16; ++part) {
         const QByteArray cut = sound_.left(sound_.size() * part / 16);
         lay(cut);
@@ -256,10 +257,10 @@ void BadStoreTest::truncated()
 
 /// The first byte of a page is its type, the next bytes locate its rows, and the end of the page
 /// holds rows.
-void BadStoreTest::flippedBytes()
+void BadStoreTest::flippedBytes_workOrEndTheProgram()
 {
     if (testsupport::isOnServer())
-        QSKIP("a server guards its own files");
+        QSKIP("a server protects its own files");
     std::map<Outcome, int> outcomes;
     for (qsizetype page = 0; page < sound_.size(); page += pageSize) {
         for (const qsizetype offset :
@@ -295,7 +296,7 @@ BadStoreTest::Outcome BadStoreTest::workOnChanged(const QStringList& statements)
     return work();
 }
 
-void BadStoreTest::withoutATable_data()
+void BadStoreTest::missingTable_worksOrEndsTheProgram_data()
 {
     QTest::addColumn<QString>("table");
     QTest::addColumn<bool>("works");
@@ -305,7 +306,7 @@ void BadStoreTest::withoutATable_data()
     QTest::newRow("Orders") << u"Orders"_s << false;
 }
 
-void BadStoreTest::withoutATable()
+void BadStoreTest::missingTable_worksOrEndsTheProgram()
 {
     QFETCH(QString, table);
     QFETCH(bool, works);
@@ -317,7 +318,7 @@ void BadStoreTest::withoutATable()
 
 /// Removes each field that a line is computed from. Missing fields of Orders are added at the
 /// start.
-void BadStoreTest::withoutAField()
+void BadStoreTest::missingField_worksOrEndsTheProgram()
 {
     for (const auto& [table, field] :
          {std::pair(u"Cuts"_s, u"NUM"_s), std::pair(u"Cuts"_s, u"MyWidth"_s),
@@ -336,7 +337,7 @@ void BadStoreTest::withoutAField()
     }
 }
 
-void BadStoreTest::wrongType_data()
+void BadStoreTest::wrongColumnType_worksOrEndsTheProgram_data()
 {
     QTest::addColumn<QStringList>("statements");
     struct Case
@@ -401,7 +402,7 @@ void BadStoreTest::typesOfAServer()
                        "GENERATED ALWAYS AS (\"MyWidth\" * 2) STORED"_s};
 }
 
-void BadStoreTest::wrongType()
+void BadStoreTest::wrongColumnType_worksOrEndsTheProgram()
 {
     QFETCH(QStringList, statements);
     const Outcome outcome = workOnChanged(statements);
@@ -409,7 +410,7 @@ void BadStoreTest::wrongType()
     QVERIFY(outcome == Outcome::Ended || newLines() == 1);
 }
 
-void BadStoreTest::anotherDatabase_data()
+void BadStoreTest::otherDatabase_endsTheProgram_data()
 {
     QTest::addColumn<QStringList>("statements");
     QStringList empty;
@@ -429,7 +430,7 @@ void BadStoreTest::anotherDatabase_data()
 }
 
 /// Opens a database that is not a store or was altered afterwards.
-void BadStoreTest::anotherDatabase()
+void BadStoreTest::otherDatabase_endsTheProgram()
 {
     QFETCH(QStringList, statements);
     QCOMPARE(workOnChanged(statements), Outcome::Ended);

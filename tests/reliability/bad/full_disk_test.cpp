@@ -31,10 +31,10 @@ class FullDiskTest : public QObject
 
 private slots:
     void initTestCase();
-    void command_data();
-    void command();
-    void rowsUntilTheDiskIsFull_data();
-    void rowsUntilTheDiskIsFull();
+    void fullDisk_commandIsCompleteOrRefused_data();
+    void fullDisk_commandIsCompleteOrRefused();
+    void rowsUntilTheDiskIsFull_areAllStored_data();
+    void rowsUntilTheDiskIsFull_areAllStored();
     void cleanupTestCase();
 
 private:
@@ -171,12 +171,12 @@ void FullDiskTest::initTestCase()
         return;
     disk_ = std::make_unique<SmallDisk>(diskSize);
     if (!disk_->isThere())
-        QSKIP("only who may mount a disk can fill it under a server");
+        QSKIP("filling a server's disk needs the right to mount one");
     server_ = std::make_unique<ThrowawayServer>(ThrowawayServer::Care::Cramped, disk_->path());
     testsupport::useServer(*server_);
 }
 
-void FullDiskTest::command_data()
+void FullDiskTest::fullDisk_commandIsCompleteOrRefused_data()
 {
     QTest::addColumn<int>("command");
     // The percentage of the store's size that can be rewritten.
@@ -197,7 +197,7 @@ void FullDiskTest::command_data()
     }
 }
 
-void FullDiskTest::command()
+void FullDiskTest::fullDisk_commandIsCompleteOrRefused()
 {
     QFETCH(int, command);
     QFETCH(qint64, percent);
@@ -266,7 +266,7 @@ void FullDiskTest::repeatInGrid(WorkingDay& day, Command command, TemporaryStore
     QCOMPARE(day.boxes.shown().size(), told);
 }
 
-void FullDiskTest::rowsUntilTheDiskIsFull_data()
+void FullDiskTest::rowsUntilTheDiskIsFull_areAllStored_data()
 {
     QTest::addColumn<int>("command");
     QTest::addColumn<QString>("table");
@@ -276,7 +276,7 @@ void FullDiskTest::rowsUntilTheDiskIsFull_data()
 }
 
 /// The journal and some rows fit on the disk, but the store cannot grow further.
-void FullDiskTest::rowsUntilTheDiskIsFull()
+void FullDiskTest::rowsUntilTheDiskIsFull_areAllStored()
 {
     QFETCH(int, command);
     QFETCH(QString, table);
@@ -329,7 +329,7 @@ void FullDiskTest::cleanupTestCase()
         return;
     reliability::writeFigures(
         u"full_disk"_s, {{u"commands on a full disk"_s, QString::number(tried_)},
-                         {u"commands ended or refused with their box"_s, QString::number(ended_)}});
+                         {u"commands that ended or were refused"_s, QString::number(ended_)}});
 }
 
 ZOMREL_QTEST_MAIN(FullDiskTest)

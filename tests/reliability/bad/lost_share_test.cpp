@@ -19,9 +19,9 @@ class LostShareTest : public QObject
     Q_OBJECT
 
 private slots:
-    void command_data();
-    void command();
-    void start();
+    void lostFolder_endsTheProgramAndLosesNothing_data();
+    void lostFolder_endsTheProgramAndLosesNothing();
+    void lostFolderAtStart_endsTheProgram();
     void cleanupTestCase();
 
 private:
@@ -85,7 +85,7 @@ void run(WorkingDay& day, Command command)
 
 } // namespace
 
-void LostShareTest::command_data()
+void LostShareTest::lostFolder_endsTheProgramAndLosesNothing_data()
 {
     QTest::addColumn<int>("command");
     // Pooled connections keep the file open.
@@ -99,7 +99,7 @@ void LostShareTest::command_data()
     }
 }
 
-void LostShareTest::command()
+void LostShareTest::lostFolder_endsTheProgramAndLosesNothing()
 {
     QFETCH(int, command);
     QFETCH(bool, isHeldOpen);
@@ -135,7 +135,7 @@ void LostShareTest::command()
     QCOMPARE(store.scalar(u"SELECT count(*) FROM Cuts WHERE Order_Num = 1"_s).toInt(), 2);
 }
 
-void LostShareTest::start()
+void LostShareTest::lostFolderAtStart_endsTheProgram()
 {
     TemporaryStore store;
     const OutOfReach away(store.folder());
@@ -149,7 +149,7 @@ void LostShareTest::start()
 void LostShareTest::cleanupTestCase()
 {
     reliability::writeFigures(u"lost_share"_s,
-                              {{u"commands that missed their store"_s, QString::number(lost_)}});
+                              {{u"commands on a missing store"_s, QString::number(lost_)}});
 }
 
 ZOMREL_QTEST_MAIN(LostShareTest)

@@ -25,9 +25,9 @@ class ReadOnlyTest : public QObject
     Q_OBJECT
 
 private slots:
-    void command_data();
-    void command();
-    void unreadable();
+    void readOnlyStore_refusesAndStaysUnchanged_data();
+    void readOnlyStore_refusesAndStaysUnchanged();
+    void unreadableStore_endsTheProgram();
     void cleanupTestCase();
 
 private:
@@ -142,7 +142,7 @@ private:
 
 } // namespace
 
-void ReadOnlyTest::command_data()
+void ReadOnlyTest::readOnlyStore_refusesAndStaysUnchanged_data()
 {
     QTest::addColumn<int>("command");
     QTest::addColumn<int>("rule");
@@ -152,7 +152,7 @@ void ReadOnlyTest::command_data()
     }
 }
 
-void ReadOnlyTest::command()
+void ReadOnlyTest::readOnlyStore_refusesAndStaysUnchanged()
 {
     QFETCH(int, command);
     const auto what = static_cast<Command>(command);
@@ -187,7 +187,7 @@ void ReadOnlyTest::command()
 
 /// A server without read rights still lists the tables, so the start succeeds and the first read
 /// fails.
-void ReadOnlyTest::unreadable()
+void ReadOnlyTest::unreadableStore_endsTheProgram()
 {
     TemporaryStore store;
     layStore(store, NewOrder);
@@ -207,8 +207,8 @@ void ReadOnlyTest::unreadable()
 
 void ReadOnlyTest::cleanupTestCase()
 {
-    reliability::writeFigures(u"read_only"_s, {{u"commands on a store that may not be written"_s,
-                                                QString::number(tried_)}});
+    reliability::writeFigures(u"read_only"_s,
+                              {{u"commands on a read-only store"_s, QString::number(tried_)}});
 }
 
 ZOMREL_QTEST_MAIN(ReadOnlyTest)

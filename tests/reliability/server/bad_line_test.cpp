@@ -65,7 +65,7 @@ protected:
     std::mt19937 random_;
 };
 
-TEST_F(BadLine, DelaysAndTheWorkIsDone)
+TEST_F(BadLine, DelayedConnectionCompletesTheWork)
 {
     Remote remote(store_, u"delayed"_s, lines);
     ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
@@ -78,7 +78,7 @@ TEST_F(BadLine, DelaysAndTheWorkIsDone)
     EXPECT_EQ(store_.findings(), QStringList());
 }
 
-TEST_F(BadLine, IsCutAndNothingIsLost)
+TEST_F(BadLine, CutConnectionLosesNothing)
 {
     const unsigned seed = printedSeed();
     random_.seed(seed);
@@ -107,13 +107,13 @@ TEST_F(BadLine, IsCutAndNothingIsLost)
     writeFigures(u"line cut"_s,
                  {{u"cuts"_s, QString::number(cuts)},
                   {u"stations that went on"_s, QString::number(cuts - ended)},
-                  {u"stations that ended with their box"_s, QString::number(ended)},
+                  {u"stations that ended with an error box"_s, QString::number(ended)},
                   {u"lines acknowledged"_s, QString::number(store_.ledger().lineCount())},
                   {u"seed"_s, QString::number(seed)}},
                  Engine::Server);
 }
 
-TEST_F(BadLine, StallsAndTheWaitIsBounded)
+TEST_F(BadLine, StalledConnectionEndsWithinItsTimeout)
 {
     const unsigned seed = printedSeed();
     random_.seed(seed);
@@ -147,14 +147,14 @@ TEST_F(BadLine, StallsAndTheWaitIsBounded)
     store_.tell(next, u"next"_s);
     EXPECT_EQ(store_.findings(), QStringList());
     writeFigures(u"line stalled"_s,
-                 {{u"stations whose line stalled"_s, QString::number(stationCount)},
-                  {u"seconds until the last had ended"_s, QString::number(longest, 'f', 1)},
+                 {{u"stations with a stalled connection"_s, QString::number(stationCount)},
+                  {u"seconds until the last station ended"_s, QString::number(longest, 'f', 1)},
                   {u"seed"_s, QString::number(seed)}},
                  Engine::Server);
 }
 
 /// A killed station leaves no lock behind, at whatever point of adding a line it was killed.
-TEST_F(BadLine, OfADeadStationHoldsNoLock)
+TEST_F(BadLine, KilledStationLeavesNoLock)
 {
     // Milliseconds until a station gives up waiting for a lock.
     constexpr int waitForALock = 5000;
@@ -189,8 +189,8 @@ TEST_F(BadLine, OfADeadStationHoldsNoLock)
     EXPECT_GT(chunks, 2);
     EXPECT_LT(longest, waitForALock);
     writeFigures(u"station killed in an add"_s,
-                 {{u"moments of an add, all of them"_s, QString::number(chunks)},
-                  {u"longest add of another one then, ms"_s, QString::number(longest)}},
+                 {{u"moments while a line is added"_s, QString::number(chunks)},
+                  {u"longest add of another station, ms"_s, QString::number(longest)}},
                  Engine::Server);
 }
 

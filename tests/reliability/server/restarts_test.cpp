@@ -111,7 +111,7 @@ protected:
         writeFigures(u"server killed"_s,
                      {{u"kills and starts of the server"_s, QString::number(kills)},
                       {u"stations that went on"_s, QString::number(wentOn_)},
-                      {u"stations that ended with their box"_s, QString::number(ended_)},
+                      {u"stations that ended with an error box"_s, QString::number(ended_)},
                       {u"changes acknowledged"_s, QString::number(store_.ledger().changesTold())},
                       {u"rows compared"_s, QString::number(store_.ledger().rowsCompared())},
                       {u"seconds"_s, QString::number(seconds, 'f', 1)},
@@ -130,7 +130,7 @@ private:
     int ended_ = 0;
 };
 
-TEST_F(Restarts, LoseNothingThatWasAcknowledged)
+TEST_F(Restarts, LoseNoConfirmedChange)
 {
     const unsigned seed = printedSeed();
     const int kills = setting("ZOMREL_SERVER_KILLS", 50);

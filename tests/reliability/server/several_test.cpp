@@ -19,7 +19,7 @@ namespace {
 
 constexpr int patience = 3600000; // Milliseconds.
 
-TEST(ServerStations, LoseNoLineAndGiveNoOrderNumberTwice)
+TEST(ServerStations, LoseNoLineAndRepeatNoOrderNumber)
 {
     constexpr int stationCount = 8;
     const int lines = setting("ZOMREL_SERVER_STATION_LINES", 1000);
