@@ -32,8 +32,8 @@ class FormSelectSerial : public QDialog
     Q_OBJECT
 
 public:
-    /// Throws any error of store::OpenMyDataBase, such as DatabaseFileNotFound (3024) or Locked
-    /// (3260).
+    /// Creates the picker and loads the series. Throws any error of store::OpenMyDataBase, such as
+    /// DatabaseFileNotFound (3024) or Locked (3260).
     FormSelectSerial();
 
     /// Shows the picker as a modeless window, or brings it to the front if it is already shown.

@@ -36,8 +36,8 @@ void setFields(dao::Recordset& line, int ordinal, std::initializer_list<QVariant
         line.Fields(ordinal++).SetValue(value);
 }
 
-/// Returns the highest line number of the order plus one, so only the highest number can be reused
-/// after a deletion.
+/// Returns the number of a new line: the highest line number of the order plus one. Thus only the
+/// highest number can be reused after a deletion.
 std::int16_t nextLineNumber(dao::Recordset& lines)
 {
     if (lines.RecordCount() <= 0)

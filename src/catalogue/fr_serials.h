@@ -21,8 +21,8 @@ class FrSerials : public controls::ChildForm
     Q_OBJECT
 
 public:
-    /// Throws any error of store::OpenMyDataBase, such as DatabaseFileNotFound (3024) or Locked
-    /// (3260).
+    /// Creates the series editor and loads the series. Throws any error of store::OpenMyDataBase,
+    /// such as DatabaseFileNotFound (3024) or Locked (3260).
     FrSerials();
 
 private:

@@ -24,8 +24,8 @@ bool holdsTable(dao::Database& database, const QString& tableName)
     return false;
 }
 
-/// Throws UnrecognizedFormat (3343) for a database that belongs to another program. Such a database
-/// opens without an error, and adding the table Orders would damage it.
+/// Checks that the database is a store. Throws UnrecognizedFormat (3343) for a database of another
+/// program, which opens without an error and would be damaged by adding the table Orders.
 void refuseForeignDatabase(dao::Database& database)
 {
     dao::TableDefs tables = database.tableDefs();

@@ -62,7 +62,8 @@ public:
             throw RunTimeError(runtime::DatabaseExists,
                                u"Database '%1' already exists."_s.arg(target_));
     }
-    /// Replaces the target atomically, so that the target exists at every moment.
+    /// Moves the copy to the target atomically, replacing an existing file. The target exists at
+    /// every moment.
     void putInPlace() const
     {
         std::error_code error;

@@ -24,8 +24,9 @@ public:
         None, ///< No tables; they will be copied from another store.
     };
 
-    /// Throws DatabaseExists (3204) if the path already exists, PermissionDenied (3051) if its
-    /// folder is not writable, and any error of the SQL engine.
+    /// Creates a new store in a temporary folder beside the path. Throws DatabaseExists (3204) if
+    /// the path already exists, PermissionDenied (3051) if its folder is not writable, and any
+    /// error of the SQL engine.
     explicit NewStore(const QString& path, Tables tables = Tables::All);
     ~NewStore();
     NewStore(const NewStore&) = delete;

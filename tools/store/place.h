@@ -16,7 +16,8 @@ namespace storetools {
 class Place
 {
 public:
-    /// Throws UnrecognizedFormat (3343) for an invalid address and for a damaged link.
+    /// Parses a store's location from the command line. Throws UnrecognizedFormat (3343) for an
+    /// invalid address and for a damaged link.
     explicit Place(const QString& name);
 
     /// Returns the location as it was given.
@@ -33,9 +34,9 @@ private:
     QString path_;
 };
 
-/// Throws DatabaseExists (3204) if a new embedded store cannot have this path, because a file
-/// exists there. A leftover journal counts as well, since SQLite would roll it back into the new
-/// store.
+/// Checks that a new embedded store can be created at this path. Throws DatabaseExists (3204) if a
+/// file exists there. A leftover journal counts as well, since SQLite would roll it back into the
+/// new store.
 void requireFree(const QString& path);
 
 } // namespace storetools

@@ -14,8 +14,8 @@ namespace storetools {
 
 namespace {
 
-/// The lock timeout of the commands. A command processes a whole store, which takes longer than the
-/// access of a form.
+/// Timeout for a server's answer to one statement. A command processes a whole store, which takes
+/// longer than a query of a form.
 constexpr std::chrono::minutes patience(5);
 
 void printUsage(QTextStream& stream)

@@ -19,7 +19,7 @@ using StoreContents = std::map<QString, dao::TableContents>;
 class StillStore
 {
 public:
-    /// Throws the errors of opening and copying the store.
+    /// Opens the store and takes the snapshot. Throws the errors of opening and copying the store.
     explicit StillStore(const Place& place);
 
     /// Returns the schema errors that prevent copying, one line for each missing or wrong table,
@@ -48,7 +48,7 @@ private:
 
 /// Returns the names of the store's tables that the database has.
 QStringList storeTablesIn(dao::Database& database);
-/// Throws DatabaseExists (3204) if the database has any of the store's tables.
+/// Checks that the database has none of the store's tables. Throws DatabaseExists (3204) otherwise.
 void requireNoStore(dao::Database& database);
 
 /// Reads all copied rows again. Throws InternalError (51) if they differ from what was written.

@@ -15,7 +15,7 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 
 void CellDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
 {
-    // The base class deletes the editor later. Until then it must not count as open.
+    // The base class deletes a closed editor later. Until then the editor must not count as open.
     if (editor_ == editor)
         editor_.clear();
     QStyledItemDelegate::destroyEditor(editor, index);

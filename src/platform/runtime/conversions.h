@@ -24,8 +24,9 @@ double toDouble(const QString& text);
 /// Null and TypeMismatch (13) for a value that is not a number.
 double toDouble(const QVariant& value);
 
-/// These functions round half to even. They throw Overflow (6) for NaN and outside the integer's
-/// range. The overloads for QVariant also throw InvalidUseOfNull (94) and TypeMismatch (13).
+/// The functions toInt16 and toInt32 round half to even. They throw Overflow (6) for NaN and
+/// outside the integer's range. The overloads for QVariant also throw InvalidUseOfNull (94) and
+/// TypeMismatch (13).
 std::int16_t toInt16(double value);
 std::int16_t toInt16(const QVariant& value);
 std::int32_t toInt32(double value);
@@ -36,8 +37,8 @@ std::int32_t toInt32(const QVariant& value);
 /// exponent ("1E+15").
 QString toText(double value);
 
-/// Formats a field's value: a number as above, a date in the short format. Throws InvalidUseOfNull
-/// (94) for Null.
+/// Formats a field's value: a number like toText(double), a date in the short format. Throws
+/// InvalidUseOfNull (94) for Null.
 QString toText(const QVariant& value);
 
 /// Formats a date in the locale's short format, with a four-digit year. The C locale gives

@@ -6,7 +6,7 @@
 
 namespace runtime {
 
-/// Flags of a message box. The sum of one button set, one icon and the reading flags is passed.
+/// Flags of a message box. Callers pass the sum of one button set, one icon and the reading flags.
 enum MessageBoxFlag {
     vbOKOnly = 0,
     vbYesNoCancel = 3,

@@ -116,7 +116,7 @@ InputBox::InputBox(const QString& name, const QString& text, int maxLength, QWid
 QSize InputBox::sizeHint() const
 {
     const QSize usual = QLineEdit::sizeHint();
-    // The width leaves room for the cursor and for a letter that is wider than a digit.
+    // The input box is wide enough for the cursor and for a letter that is wider than a digit.
     const int contents = fontMetrics().horizontalAdvance(QString(maxLength() + 1, u'0'));
     QStyleOptionFrame option;
     initStyleOption(&option);
@@ -262,7 +262,7 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->setSpacing(0);
     for (MeasureBox* box : {whole, hundredths})
         box->setFrame(false);
-    // The frame stays white while it is disabled.
+    // The frame of a measure stays white while it is disabled.
     QPalette white = palette();
     white.setColor(QPalette::Disabled, QPalette::Base, white.color(QPalette::Base));
     setPalette(white);

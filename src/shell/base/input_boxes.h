@@ -71,7 +71,7 @@ class MeasureBox : public InputBox
 
 public:
     enum class OnLeaving {
-        /// An empty box becomes "0" (whole) or "00" (hundredths).
+        /// A box that is left empty becomes "0" (whole) or "00" (hundredths).
         FillDefault,
         /// Like FillDefault; a single digit in a hundredths box also gets a trailing "0".
         FillDefaultAndPad,

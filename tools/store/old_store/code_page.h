@@ -11,7 +11,7 @@ namespace storetools {
 class CodePage
 {
 public:
-    /// Takes the number of a code page, or an encoding name that iconv knows. Throws
+    /// Opens the code page with this number, or with an encoding name that iconv knows. Throws
     /// InvalidProcedureCall (5) if the code page is unknown or is not a single-byte encoding.
     explicit CodePage(const QString& name);
 

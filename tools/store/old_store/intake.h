@@ -35,7 +35,8 @@ public:
 
     void opened(OldFormat format) override { format_ = format; }
     void foreignTable(const QString& name, bool linked) override;
-    /// Throws CorruptDatabase (3049) if the same table is reported twice or is unknown.
+    /// Starts the import of a table. Throws CorruptDatabase (3049) if the table is unknown or has
+    /// been reported before.
     void table(const OldTable& table) override;
     void row(const OldRow& row) override;
     void tableEnd() override;

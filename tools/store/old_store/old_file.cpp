@@ -374,8 +374,8 @@ OldFormat formatOf(const MdbHandle& handle)
     return handle.f->jet_version == MDB_VER_JET3 ? OldFormat::Jet3 : OldFormat::Jet4;
 }
 
-/// Throws CorruptDatabase (3049) if the catalog holds fewer tables than it records. Otherwise a
-/// table that is lost from the catalog would go unnoticed.
+/// Checks that the catalog is complete. Throws CorruptDatabase (3049) if it holds fewer tables than
+/// it records. Otherwise a table that is lost from the catalog would go unnoticed.
 void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
 {
     const auto itself = std::ranges::find_if(catalog, [](const MdbCatalogEntry* entry) {

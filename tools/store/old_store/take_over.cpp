@@ -19,8 +19,8 @@ namespace storetools {
 
 namespace {
 
-/// Throws DatabaseFileNotFound (3024), PermissionDenied (3051) or UnrecognizedFormat (3343) if the
-/// path is not a readable old store.
+/// Checks that the path is a readable old store. Throws DatabaseFileNotFound (3024),
+/// PermissionDenied (3051) or UnrecognizedFormat (3343) otherwise.
 void requireOldStore(const QString& path)
 {
     QFile file(path);
@@ -130,7 +130,8 @@ std::unique_ptr<Target> makeTarget(const Place& place)
     return std::make_unique<FileTarget>(place.name());
 }
 
-/// Throws InternalError (51) if the stored rows differ from the rows that were added.
+/// Reads the stored rows back. Throws InternalError (51) if they differ from the rows that were
+/// added.
 void readBack(dao::Database& database, Intake& intake, const TakeOverProgress& progress)
 {
     for (const store::TableSchema& table : store::schema()) {
