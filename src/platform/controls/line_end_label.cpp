@@ -11,9 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int widestLine = 520; ///< Device-independent pixels; longer lines wrap.
+/// Maximum line width in device-independent pixels; longer lines wrap.
+constexpr int widestLine = 520;
 
-/// Paints a label in place of its own painting.
+/// Event filter that paints a label instead of the label's own painting.
 class LineEndPainter : public QObject
 {
 public:

@@ -4,8 +4,8 @@ class QLabel;
 
 namespace controls {
 
-/// Makes a label of plain text show each carriage return in it as a line end, which the toolkit
-/// draws as a blank. The label's text stays as it is. Does nothing where the text has none.
+/// Makes a plain-text label show each carriage return as a line break; Qt would draw it as a blank.
+/// The label's text stays unchanged. Does nothing if the text has no carriage return.
 void breakAtLineEnds(QLabel& label);
 
 } // namespace controls
