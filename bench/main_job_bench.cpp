@@ -5,12 +5,12 @@
 #include "large_store.h"
 #include "paired.h"
 
+#include "base/module1.h"
 #include "calculation/cuts.h"
 #include "calculation/opening_panel.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
-#include "shell/base/module1.h"
 #include "support/temporary_store.h"
 
 #include <QApplication>

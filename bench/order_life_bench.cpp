@@ -5,12 +5,12 @@
 #include "large_store.h"
 #include "paired.h"
 
+#include "base/module1.h"
 #include "orders/form_find_order.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/message_box.h"
-#include "shell/base/module1.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -6,6 +6,7 @@
 #include "paired.h"
 #include "server_store.h"
 
+#include "base/module1.h"
 #include "calculation/form_select_serial.h"
 #include "orders/form_find_order.h"
 #include "orders/fr_order.h"
@@ -14,7 +15,6 @@
 #include "platform/controls/db_grid.h"
 #include "platform/dao/database.h"
 #include "platform/runtime/guard.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 #include "support/server_proxy.h"
 

@@ -1,7 +1,7 @@
 #include "server_store.h"
 
+#include "base/module1.h"
 #include "platform/dao/database.h"
-#include "shell/base/module1.h"
 #include "store/schema.h"
 #include "support/temporary_store.h"
 #include "tools/store/move.h"

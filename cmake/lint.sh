@@ -14,8 +14,8 @@ fail() {
 }
 
 # Rooms and files that must not use widgets, as shell patterns.
-widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/shell/base/module1.*
-  src/shell/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
+widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/base/module1.*
+  src/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
   src/platform/report/pagination.* src/platform/report/sections.* tools/store/*
   tools/store/old_store/*"
@@ -42,7 +42,7 @@ cat >"$work/rooms" <<'ROOMS'
 src/platform/runtime/
 src/platform/dao/
 src/platform/controls/ src/platform/report/
-src/shell/base/
+src/base/
 src/store/
 src/catalogue/ src/output/
 src/calculation/
@@ -51,7 +51,7 @@ src/shell/
 src/main.cpp
 ROOMS
 awk '
-  # The longest matching prefix is the room, so src/shell/base/ is distinct from src/shell/.
+  # The longest matching prefix is the room.
   function room(file,   i, best) {
     best = ""
     for (i in rank)

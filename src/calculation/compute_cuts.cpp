@@ -1,10 +1,10 @@
 #include "calculation/opening_panel.h"
 
+#include "base/input_boxes.h"
+#include "base/measures.h"
+#include "base/module1.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/conversions.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/measures.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 #include <QLabel>

@@ -1,14 +1,14 @@
 #include "calculation/form_select_serial.h"
 
+#include "base/input_boxes.h"
+#include "base/measures.h"
+#include "base/module1.h"
 #include "calculation/opening_panel.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/form.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/measures.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 #include <QCheckBox>

@@ -18,10 +18,10 @@ class DataControl;
 class DBGrid;
 } // namespace controls
 
-namespace Module1 {
+namespace base {
 class MeasureBox;
 class MeasurePair;
-} // namespace Module1
+} // namespace base
 
 namespace calculation {
 
@@ -49,8 +49,8 @@ public:
     QGroupBox* FrameMonoblock = nullptr;
     QComboBox* ComboMonoBlock = nullptr;
     QComboBox* Combo_U_Thick = nullptr;
-    std::array<Module1::MeasureBox*, 6> TextNum{};
-    std::array<Module1::MeasurePair*, 3> Picture1{};
+    std::array<base::MeasureBox*, 6> TextNum{};
+    std::array<base::MeasurePair*, 3> Picture1{};
 
 signals:
     void unloaded();
@@ -69,8 +69,8 @@ private:
     void chainTabOrder();
     void connectHandlers();
     void centreOnScreen();
-    Module1::MeasurePair* measurePair(std::size_t pair, const QString& wholeText,
-                                      const QString& hundredthsText, const QString& pointName);
+    base::MeasurePair* measurePair(std::size_t pair, const QString& wholeText,
+                                   const QString& hundredthsText, const QString& pointName);
     QWidgetList monoblockControls() const;
 };
 

@@ -1,8 +1,8 @@
 #include "calculation/form_select_serial.h"
 
+#include "base/input_boxes.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
-#include "shell/base/input_boxes.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -75,21 +75,21 @@ void FormSelectSerial::buildGrid()
     DBGrid1->setMinimumSize(600, 240);
 }
 
-Module1::MeasurePair* FormSelectSerial::measurePair(std::size_t pair, const QString& wholeText,
-                                                    const QString& hundredthsText,
-                                                    const QString& pointName)
+base::MeasurePair* FormSelectSerial::measurePair(std::size_t pair, const QString& wholeText,
+                                                 const QString& hundredthsText,
+                                                 const QString& pointName)
 {
     const std::array texts{wholeText, hundredthsText};
     for (std::size_t side = 0; side < 2; ++side) {
         const std::size_t index = 2 * pair + side;
-        auto* box = new Module1::MeasureBox(static_cast<int>(index), texts[side],
-                                            Module1::MeasureBox::OnLeaving::FillDefault);
+        auto* box = new base::MeasureBox(static_cast<int>(index), texts[side],
+                                         base::MeasureBox::OnLeaving::FillDefault);
         box->setObjectName(member(u"TextNum"_s, index));
         box->setFont(QFont(u"David"_s, 13));
         TextNum[index] = box;
     }
-    Picture1[pair] = new Module1::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair],
-                                              TextNum[2 * pair + 1], pointName, FrameMonoblock);
+    Picture1[pair] = new base::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair],
+                                           TextNum[2 * pair + 1], pointName, FrameMonoblock);
     return Picture1[pair];
 }
 
@@ -132,9 +132,9 @@ void FormSelectSerial::buildMonoblock()
 QWidgetList FormSelectSerial::monoblockControls() const
 {
     QWidgetList all{ComboMonoBlock, Combo_U_Thick};
-    for (Module1::MeasureBox* box : TextNum)
+    for (base::MeasureBox* box : TextNum)
         all.append(box);
-    for (const Module1::MeasurePair* pair : Picture1)
+    for (const base::MeasurePair* pair : Picture1)
         all.append(pair->point());
     return all;
 }

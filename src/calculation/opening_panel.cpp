@@ -1,5 +1,8 @@
 #include "calculation/opening_panel.h"
 
+#include "base/input_boxes.h"
+#include "base/key_helpers.h"
+#include "base/module1.h"
 #include "calculation/form_select_serial.h"
 #include "output/form_view.h"
 #include "platform/controls/data_control.h"
@@ -8,8 +11,6 @@
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/process.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 #include <QLabel>
@@ -136,7 +137,7 @@ void OpeningPanel::bindKindsAndColours()
 
 void OpeningPanel::focusBox(std::size_t index)
 {
-    Module1::MeasureBox& box = *TextNum[index];
+    base::MeasureBox& box = *TextNum[index];
     if (!box.isVisible() || !box.isEnabled())
         throw runtime::RunTimeError(runtime::InvalidProcedureCall);
     activateChildWindow(*this);

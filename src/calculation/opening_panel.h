@@ -22,10 +22,10 @@ namespace dao {
 class Recordset;
 }
 
-namespace Module1 {
+namespace base {
 class MeasureBox;
 class MeasurePair;
-} // namespace Module1
+} // namespace base
 
 namespace calculation {
 
@@ -55,8 +55,8 @@ public:
     /// its text. Throws InvalidProcedureCall (5) if the box is hidden or disabled.
     void focusBox(std::size_t index);
 
-    std::array<Module1::MeasureBox*, 6> TextNum{};
-    std::array<Module1::MeasurePair*, 3> Picture1{};
+    std::array<base::MeasureBox*, 6> TextNum{};
+    std::array<base::MeasurePair*, 3> Picture1{};
     std::array<controls::DBCombo*, cuts::PartCount> DBComboKind{};
     std::array<controls::DBCombo*, cuts::PartCount> DBComboColor{};
     std::array<controls::DataControl*, cuts::PartCount> DataKind{};
@@ -102,7 +102,7 @@ private:
     void buildDataControls();
     void arrange();
     void chainTabOrder();
-    Module1::MeasurePair* measurePair(std::size_t pair, const QString& wholeText, QWidget* parent);
+    base::MeasurePair* measurePair(std::size_t pair, const QString& wholeText, QWidget* parent);
 };
 
 /// Sets the function that returns the order form's panel and loads the form if necessary. The

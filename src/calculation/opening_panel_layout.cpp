@@ -1,8 +1,8 @@
 #include "calculation/opening_panel.h"
 
+#include "base/input_boxes.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
-#include "shell/base/input_boxes.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -102,22 +102,22 @@ void OpeningPanel::buildSeriesLabels()
     LabelKind = value(u"LabelKind"_s, u"רגיל"_s, Qt::AlignRight, this);
 }
 
-Module1::MeasurePair* OpeningPanel::measurePair(std::size_t pair, const QString& wholeText,
-                                                QWidget* parent)
+base::MeasurePair* OpeningPanel::measurePair(std::size_t pair, const QString& wholeText,
+                                             QWidget* parent)
 {
     const std::array texts{wholeText, u"00"_s};
     for (std::size_t side = 0; side < 2; ++side) {
         const std::size_t index = 2 * pair + side;
-        auto* box = new Module1::MeasureBox(static_cast<int>(index), texts[side],
-                                            Module1::MeasureBox::OnLeaving::FillDefaultAndPad);
+        auto* box = new base::MeasureBox(static_cast<int>(index), texts[side],
+                                         base::MeasureBox::OnLeaving::FillDefaultAndPad);
         box->setObjectName(member(u"TextNum"_s, index));
         box->setFont(QFont(u"David"_s, 13));
         box->setSelectsOnFocus(true);
         TextNum[index] = box;
     }
     Picture1[pair] =
-        new Module1::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair],
-                                 TextNum[2 * pair + 1], member(u"Label1"_s, 3 + pair), parent);
+        new base::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair], TextNum[2 * pair + 1],
+                              member(u"Label1"_s, 3 + pair), parent);
     return Picture1[pair];
 }
 

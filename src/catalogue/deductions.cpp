@@ -1,6 +1,6 @@
 #include "catalogue/deductions.h"
 
-#include "shell/base/measures.h"
+#include "base/measures.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 #include "catalogue/series_fields.h"
 
+#include "base/input_boxes.h"
 #include "platform/controls/data_control.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/input_boxes.h"
 #include "store/schema.h"
 
 #include <QComboBox>
@@ -130,20 +130,20 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
 
 QWidget* SeriesFields::addDeduction(int index)
 {
-    using Module1::MeasureBox;
+    using base::MeasureBox;
     auto* signedMeasure = new QWidget(this);
     // The sign, the whole box and the hundredths box stay left-to-right on the right-to-left form.
     signedMeasure->setLayoutDirection(Qt::LeftToRight);
     auto* row = new QHBoxLayout(signedMeasure);
     row->setContentsMargins(0, 0, 0, 0);
 
-    TextSign[index] = new Module1::SignBox(index, signedMeasure);
+    TextSign[index] = new base::SignBox(index, signedMeasure);
     whole(index) = new MeasureBox(2 * index, u"0"_s, MeasureBox::OnLeaving::FillDefault);
     hundredths(index) = new MeasureBox(2 * index + 1, u"00"_s, MeasureBox::OnLeaving::FillDefault);
     row->addWidget(TextSign[index]);
-    row->addWidget(new Module1::MeasurePair(u"Picture1_%1"_s.arg(index), whole(index),
-                                            hundredths(index), u"Label1_%1"_s.arg(index + 1),
-                                            signedMeasure));
+    row->addWidget(new base::MeasurePair(u"Picture1_%1"_s.arg(index), whole(index),
+                                         hundredths(index), u"Label1_%1"_s.arg(index + 1),
+                                         signedMeasure));
     return signedMeasure;
 }
 

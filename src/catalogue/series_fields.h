@@ -17,10 +17,10 @@ class DataControl;
 namespace dao {
 class Recordset;
 }
-namespace Module1 {
+namespace base {
 class MeasureBox;
 class SignBox;
-} // namespace Module1
+} // namespace base
 
 namespace catalogue {
 
@@ -61,14 +61,14 @@ private:
     void addRemark(QVBoxLayout& column);
     void loadFrom(dao::Recordset& series);
     /// The whole box and the hundredths box of deduction 0 to 7 are adjacent in TextNum.
-    Module1::MeasureBox*& whole(int index) { return TextNum[std::size_t(index) * 2]; }
-    Module1::MeasureBox*& hundredths(int index) { return TextNum[std::size_t(index) * 2 + 1]; }
+    base::MeasureBox*& whole(int index) { return TextNum[std::size_t(index) * 2]; }
+    base::MeasureBox*& hundredths(int index) { return TextNum[std::size_t(index) * 2 + 1]; }
 
     QLineEdit* TextName = nullptr;
     QComboBox* ComboLane = nullptr;
     QComboBox* ComboWing = nullptr;
-    std::array<Module1::SignBox*, deductionCount> TextSign{};
-    std::array<Module1::MeasureBox*, std::size_t{2} * deductionCount> TextNum{};
+    std::array<base::SignBox*, deductionCount> TextSign{};
+    std::array<base::MeasureBox*, std::size_t{2} * deductionCount> TextNum{};
     QLineEdit* TextRem = nullptr;
 };
 

@@ -1,5 +1,6 @@
 #include "orders/form_find_order.h"
 
+#include "base/module1.h"
 #include "orders/fr_order.h"
 #include "orders/numbering.h"
 #include "orders/orders.h"
@@ -10,7 +11,6 @@
 #include "platform/controls/twips.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 #include <QPushButton>

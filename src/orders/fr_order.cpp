@@ -1,5 +1,7 @@
 #include "orders/fr_order.h"
 
+#include "base/input_boxes.h"
+#include "base/module1.h"
 #include "calculation/opening_panel.h"
 #include "orders/numbering.h"
 #include "orders/order_commands.h"
@@ -10,8 +12,6 @@
 #include "platform/controls/db_grid.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 #include <QHBoxLayout>

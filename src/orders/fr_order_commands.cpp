@@ -1,5 +1,6 @@
 // The command handlers of the order form. Each handler is named after its button.
 
+#include "base/module1.h"
 #include "orders/fr_order.h"
 #include "orders/numbering.h"
 #include "orders/order_commands.h"
@@ -10,7 +11,6 @@
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
-#include "shell/base/module1.h"
 
 #include <QLabel>
 #include <QProgressDialog>

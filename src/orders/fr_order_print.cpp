@@ -1,13 +1,13 @@
 // The print command of the order form. It saves the order's details, renumbers the lines and opens
 // the report.
 
+#include "base/module1.h"
 #include "orders/fr_order.h"
 #include "orders/order_head.h"
 #include "output/order_report.h"
 #include "platform/controls/data_control.h"
 #include "platform/dao/connection.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 #include <QImageReader>

@@ -1,10 +1,10 @@
 #include "orders/numbering.h"
 
+#include "base/module1.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/process.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 
 using namespace Qt::StringLiterals;

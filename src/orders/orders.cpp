@@ -1,5 +1,8 @@
 #include "orders/orders.h"
 
+#include "base/input_boxes.h"
+#include "base/key_helpers.h"
+#include "base/module1.h"
 #include "calculation/opening_panel.h"
 #include "orders/form_find_order.h"
 #include "orders/fr_order.h"
@@ -9,8 +12,6 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/form.h"
 #include "platform/runtime/conversions.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 
 #include <QLabel>
 #include <QMdiArea>

@@ -1,5 +1,6 @@
 #include "shell/mdi_zomrel.h"
 
+#include "base/module1.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/fr_color_kind.h"
 #include "catalogue/fr_serials.h"
@@ -9,7 +10,6 @@
 #include "platform/controls/png_icon.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/version.h"
-#include "shell/base/module1.h"
 #include "shell/status_bar.h"
 #include "shell/toolbar_keys.h"
 #include "store/store_access.h"

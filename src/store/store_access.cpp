@@ -1,9 +1,9 @@
 #include "store/store_access.h"
 
+#include "base/module1.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "store/access_error.h"
 #include "store/schema.h"
 

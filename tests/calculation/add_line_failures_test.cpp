@@ -1,9 +1,9 @@
 #include "panel_host.h"
 
+#include "base/input_boxes.h"
+#include "base/module1.h"
 #include "platform/controls/db_combo.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 #include "support/widgets.h"
 
 #include <QLabel>

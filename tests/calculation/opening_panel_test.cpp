@@ -1,10 +1,10 @@
 #include "panel_host.h"
 
+#include "base/input_boxes.h"
+#include "base/module1.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 #include "support/widgets.h"
 
 #include <QGroupBox>
@@ -84,7 +84,7 @@ void OpeningPanelTest::boxes_haveTheirInitialTextsAndLimits()
     PanelHost host;
     QCOMPARE(host.boxTexts(), (QStringList{u"0"_s, u"00"_s, u"0"_s, u"00"_s, u"4"_s, u"00"_s}));
     for (std::size_t i = 0; i < host.panel().TextNum.size(); ++i) {
-        const Module1::MeasureBox* box = host.panel().TextNum[i];
+        const base::MeasureBox* box = host.panel().TextNum[i];
         QCOMPARE(box->objectName(), u"TextNum_%1"_s.arg(i));
         QCOMPARE(box->maxLength(), i % 2 == 0 ? 3 : 2);
     }

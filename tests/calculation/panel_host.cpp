@@ -1,8 +1,8 @@
 #include "panel_host.h"
 
+#include "base/input_boxes.h"
+#include "base/module1.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -129,7 +129,7 @@ int PanelHost::lineCount()
 QStringList PanelHost::boxTexts() const
 {
     QStringList texts;
-    for (const Module1::MeasureBox* box : panel_->TextNum)
+    for (const base::MeasureBox* box : panel_->TextNum)
         texts.append(box->text());
     return texts;
 }

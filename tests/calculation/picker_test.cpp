@@ -1,11 +1,11 @@
 #include "picker_host.h"
 
+#include "base/input_boxes.h"
+#include "base/module1.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/input_boxes.h"
-#include "shell/base/module1.h"
 #include "support/widgets.h"
 
 #include <QCheckBox>
@@ -27,7 +27,7 @@ namespace {
 QStringList texts(const FormSelectSerial& picker)
 {
     QStringList result;
-    for (const Module1::MeasureBox* box : picker.TextNum)
+    for (const base::MeasureBox* box : picker.TextNum)
         result.append(box->text());
     return result;
 }
@@ -173,7 +173,7 @@ void PickerTest::checkingMonoblock_enablesAndFillsTheBoxes()
     QVERIFY(picker.CheckKind->isChecked());
     QVERIFY(picker.ComboMonoBlock->isEnabled());
     QVERIFY(picker.Combo_U_Thick->isEnabled());
-    for (const Module1::MeasureBox* box : picker.TextNum)
+    for (const base::MeasureBox* box : picker.TextNum)
         QVERIFY(box->isEnabled());
     for (const int index : {2, 4, 9})
         QVERIFY(child<QLabel>(picker, u"Label1_%1"_s.arg(index))->isEnabled());

@@ -1,8 +1,8 @@
+#include "base/module1.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/fr_color_kind.h"
 #include "platform/controls/db_grid.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 
 #include "support/doors.h"
 #include "support/temporary_store.h"

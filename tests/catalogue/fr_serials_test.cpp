@@ -1,8 +1,8 @@
 #include "serials_screen.h"
 
+#include "base/module1.h"
 #include "platform/controls/db_grid.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 
 #include <memory>
 

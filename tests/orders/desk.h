@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/module1.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "support/doors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"

@@ -1,5 +1,6 @@
 #include "reliability/workplace.h"
 
+#include "base/module1.h"
 #include "calculation/opening_panel.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/fr_color_kind.h"
@@ -9,7 +10,6 @@
 #include "platform/controls/data_control.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
-#include "shell/base/module1.h"
 #include "shell/start.h"
 #include "support/widgets.h"
 

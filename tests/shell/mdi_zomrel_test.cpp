@@ -1,7 +1,7 @@
 #include "shell/mdi_zomrel.h"
 
+#include "base/module1.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "support/doors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"

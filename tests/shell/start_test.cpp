@@ -1,7 +1,7 @@
 #include "shell/start.h"
 
+#include "base/module1.h"
 #include "platform/dao/database.h"
-#include "shell/base/module1.h"
 #include "support/doors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"

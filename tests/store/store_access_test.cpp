@@ -1,7 +1,7 @@
 #include "store/store_access.h"
 
+#include "base/module1.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "store/schema.h"
 #include "support/doors.h"
 #include "support/ordinary_user.h"

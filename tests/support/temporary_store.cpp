@@ -1,7 +1,7 @@
 #include "support/temporary_store.h"
 
+#include "base/module1.h"
 #include "platform/dao/database.h"
-#include "shell/base/module1.h"
 #include "store/schema.h"
 #include "tools/store/builder.h"
 

@@ -4,10 +4,10 @@
 #include "demo/openings.h"
 #include "demo/order_road.h"
 
+#include "base/module1.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/version.h"
 #include "shell/appearance.h"
-#include "shell/base/module1.h"
 #include "tools/store/builder.h"
 
 #include <QApplication>

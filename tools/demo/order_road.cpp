@@ -1,5 +1,6 @@
 #include "demo/order_road.h"
 
+#include "base/module1.h"
 #include "calculation/opening_panel.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
@@ -7,7 +8,6 @@
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
-#include "shell/base/module1.h"
 #include "shell/start.h"
 
 #include <QAction>

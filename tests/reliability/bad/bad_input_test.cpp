@@ -1,3 +1,4 @@
+#include "base/input_boxes.h"
 #include "calculation/form_select_serial.h"
 #include "calculation/opening_panel.h"
 #include "orders/desk.h"
@@ -6,7 +7,6 @@
 #include "platform/controls/db_combo.h"
 #include "reliability/bad/typed_texts.h"
 #include "reliability/figures.h"
-#include "shell/base/input_boxes.h"
 #include "tools/store/checker.h"
 
 #include <QCheckBox>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/input_boxes.h"
 #include "calculation/opening_panel.h"
 #include "orders/fr_order.h"
 #include "platform/controls/form.h"
 #include "platform/dao/database.h"
-#include "shell/base/input_boxes.h"
 #include "shell/start.h"
 #include "support/doors.h"
 #include "support/widgets.h"

@@ -1,6 +1,6 @@
+#include "base/module1.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
-#include "shell/base/module1.h"
 #include "store/store_access.h"
 #include "support/temporary_store.h"
 #include "tools/store/server_run.h"

@@ -1,5 +1,5 @@
+#include "base/module1.h"
 #include "platform/dao/database.h"
-#include "shell/base/module1.h"
 #include "store/schema.h"
 #include "support/printers.h"
 #include "support/temporary_store.h"

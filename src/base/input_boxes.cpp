@@ -1,33 +1,18 @@
-#include "shell/base/input_boxes.h"
+#include "base/input_boxes.h"
+
+#include "base/key_helpers.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyleOptionFrame>
 
-namespace Module1 {
+namespace base {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Sends the box a Tab key press, or Shift+Tab to go back. If `selectReached` is true, selects the
-/// text of the box that gets the focus.
-void goOneTabStop(QLineEdit& box, bool back, bool selectReached)
-{
-    QKeyEvent tab(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab,
-                  back ? Qt::ShiftModifier : Qt::NoModifier);
-    QApplication::sendEvent(&box, &tab);
-    if (!selectReached)
-        return;
-    QWidget* reached = box.window()->focusWidget();
-    if (auto* combo = qobject_cast<QComboBox*>(reached); combo != nullptr && combo->isEditable())
-        combo->lineEdit()->selectAll();
-    else if (auto* edit = qobject_cast<QLineEdit*>(reached))
-        edit->selectAll();
-}
 
 /// Returns false for focus events that are caused by a menu or by switching to another program. In
 /// these cases no other control of this program gets the focus.
@@ -45,64 +30,6 @@ bool countsAsChange(const QFocusEvent& event)
 }
 
 } // namespace
-
-std::int32_t keyCodeOf(const QKeyEvent& event)
-{
-    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
-    switch (event.key()) {
-    case Qt::Key_Backspace:
-        return KeyBackspace;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return KeyReturn;
-    case Qt::Key_Up:
-        return KeyUp;
-    case Qt::Key_Down:
-        return KeyDown;
-    case Qt::Key_Delete:
-        return KeyDelete;
-    case Qt::Key_Plus:
-        return keypad ? KeyAdd : KeyOther;
-    case Qt::Key_Minus:
-        return keypad ? KeySubtract : KeyMinus;
-    default:
-        return KeyOther;
-    }
-}
-
-void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool /*selectAll*/)
-{
-    if (keyCode == KeyDown || keyCode == KeyReturn)
-        goOneTabStop(box, false, true);
-    else if (keyCode == KeyUp)
-        goOneTabStop(box, true, true);
-}
-
-void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll)
-{
-    switch (keyCode) {
-    case KeyBackspace:
-    case KeyDelete:
-    case KeyAdd:
-    case KeySubtract:
-    case KeyMinus:
-        break;
-    case KeyReturn:
-    case KeyDown:
-        goOneTabStop(box, false, selectAll);
-        break;
-    case KeyUp:
-        goOneTabStop(box, true, selectAll);
-        break;
-    default:
-        box.setReadOnly(true);
-    }
-}
-
-void SelectAllText(QLineEdit& box)
-{
-    box.selectAll();
-}
 
 InputBox::InputBox(const QString& name, const QString& text, int maxLength, QWidget* parent)
     : QLineEdit(parent)
@@ -133,9 +60,9 @@ void InputBox::gotFocus(Qt::FocusReason /*reason*/) {}
 
 void InputBox::keyPressEvent(QKeyEvent* event)
 {
-    const std::int32_t keyCode = keyCodeOf(*event);
+    const std::int32_t keyCode = Module1::keyCodeOf(*event);
     keyDown(keyCode);
-    if (keyCode == KeyReturn || keyCode == KeyUp || keyCode == KeyDown)
+    if (keyCode == Module1::KeyReturn || keyCode == Module1::KeyUp || keyCode == Module1::KeyDown)
         // Accepting the event keeps a surrounding dialog from pressing its default button on Enter.
         event->accept();
     else
@@ -182,12 +109,12 @@ void MeasureBox::gotFocus(Qt::FocusReason reason)
     if (!selectsOnFocus_)
         return;
     reachedByMouse_ = reason == Qt::MouseFocusReason;
-    SelectAllText(*this);
+    Module1::SelectAllText(*this);
 }
 
 void MeasureBox::keyDown(std::int32_t keyCode)
 {
-    KeyNavigate(*this, keyCode, true);
+    Module1::KeyNavigate(*this, keyCode, true);
 }
 
 void MeasureBox::lostFocus()
@@ -205,7 +132,7 @@ void MeasureBox::mousePressEvent(QMouseEvent* event)
 {
     QLineEdit::mousePressEvent(event);
     if (reachedByMouse_)
-        SelectAllText(*this);
+        Module1::SelectAllText(*this);
 }
 
 void MeasureBox::mouseMoveEvent(QMouseEvent* event)
@@ -228,7 +155,7 @@ SignBox::SignBox(int index, QWidget* parent)
 
 void SignBox::keyDown(std::int32_t keyCode)
 {
-    KeySignFilter(*this, keyCode, true);
+    Module1::KeySignFilter(*this, keyCode, true);
 }
 
 void SignBox::lostFocus()
@@ -271,4 +198,4 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->addWidget(hundredths);
 }
 
-} // namespace Module1
+} // namespace base

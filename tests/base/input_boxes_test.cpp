@@ -1,5 +1,6 @@
-#include "shell/base/input_boxes.h"
+#include "base/input_boxes.h"
 
+#include "base/key_helpers.h"
 #include "support/widgets.h"
 
 #include <QClipboard>
@@ -12,9 +13,9 @@
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
-using Module1::MeasureBox;
-using Module1::MeasurePair;
-using Module1::SignBox;
+using base::MeasureBox;
+using base::MeasurePair;
+using base::SignBox;
 using OnLeaving = MeasureBox::OnLeaving;
 
 namespace {

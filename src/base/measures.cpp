@@ -1,4 +1,4 @@
-#include "shell/base/measures.h"
+#include "base/measures.h"
 
 #include "platform/runtime/conversions.h"
 

@@ -1,4 +1,4 @@
-#include "shell/base/module1.h"
+#include "base/module1.h"
 
 namespace Module1 {
 
