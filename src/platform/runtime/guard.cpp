@@ -2,6 +2,10 @@
 
 #include "platform/runtime/message_box.h"
 
+#include <QStringList>
+
+#include <cstdio>
+
 namespace runtime {
 
 namespace {
@@ -18,6 +22,25 @@ struct EndingScope
     EndingScope& operator=(const EndingScope&) = delete;
 };
 
+/// Returns the names of the object and of the objects that contain it, for example
+/// "FrOrder/OpeningPanel/CmdAdd". Objects without a name are left out.
+QString pathOf(const QObject* object)
+{
+    QStringList names;
+    for (; object != nullptr; object = object->parent()) {
+        if (!object->objectName().isEmpty())
+            names.prepend(object->objectName());
+    }
+    return names.isEmpty() ? QStringLiteral("an unnamed object") : names.join(u'/');
+}
+
+/// The log helps to find the cause of an error that a user reports by its number alone.
+void log(const RunTimeError& error, const QObject* sender)
+{
+    std::fprintf(stderr, "Run-time error %d in %s: %s\n", error.number(),
+                 qUtf8Printable(pathOf(sender)), qUtf8Printable(error.description()));
+}
+
 } // namespace
 
 bool isEnding()
@@ -25,8 +48,9 @@ bool isEnding()
     return ending;
 }
 
-void endWithRunTimeBox(const RunTimeError& error)
+void endWithRunTimeBox(const RunTimeError& error, const QObject* sender)
 {
+    log(error, sender);
     const EndingScope scope;
     MsgBox(
         QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),

@@ -3,6 +3,9 @@
 #include "platform/runtime/process.h"
 #include "platform/runtime/run_time_error.h"
 
+#include <QObject>
+#include <QPointer>
+
 #include <exception>
 #include <new>
 #include <type_traits>
@@ -12,16 +15,17 @@
 /// them. Therefore every event handler runs inside guarded().
 namespace runtime {
 
-/// Shows the run-time error box and ends the process with exit status 1. No other guarded handler
-/// runs while the box is open.
-void endWithRunTimeBox(const RunTimeError& error);
+/// Writes the error and its sender to stderr, shows the run-time error box and ends the process with
+/// exit status 1. No other guarded handler runs while the box is open. The sender is the object
+/// whose signal led to the error, or nullptr if there is none.
+void endWithRunTimeBox(const RunTimeError& error, const QObject* sender);
 
 /// Returns true while a run-time error box is open and the process is about to end.
 bool isEnding();
 
 /// Runs the handler. If it throws, shows the run-time error box and ends the process.
 template <typename Handler>
-void guarded(Handler&& handler) noexcept
+void guarded(Handler&& handler, const QPointer<const QObject>& sender = {}) noexcept
 {
     if (isEnding())
         return;
@@ -29,11 +33,11 @@ void guarded(Handler&& handler) noexcept
         try {
             std::forward<Handler>(handler)();
         } catch (const RunTimeError& error) {
-            endWithRunTimeBox(error);
+            endWithRunTimeBox(error, sender);
         } catch (const std::bad_alloc&) {
-            endWithRunTimeBox(RunTimeError(OutOfMemory));
+            endWithRunTimeBox(RunTimeError(OutOfMemory), sender);
         } catch (const std::exception& error) {
-            endWithRunTimeBox(RunTimeError(InternalError, QString::fromUtf8(error.what())));
+            endWithRunTimeBox(RunTimeError(InternalError, QString::fromUtf8(error.what())), sender);
         }
     } catch (const ProcessEnded&) {
         // Tests throw ProcessEnded instead of ending the process. The handler has been left, so
@@ -49,10 +53,10 @@ auto on(Sender* sender, Signal signal, Context* context, Handler handler)
 {
     return Context::connect(
         sender, signal, context,
-        [handler](
+        [handler, from = QPointer<const QObject>(sender)](
             auto&&... arguments) mutable requires std::is_invocable_v<Handler&,
                                                                       decltype(arguments)...> {
-            guarded([&] { handler(std::forward<decltype(arguments)>(arguments)...); });
+            guarded([&] { handler(std::forward<decltype(arguments)>(arguments)...); }, from);
         });
 }
 

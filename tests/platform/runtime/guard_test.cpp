@@ -27,6 +27,41 @@ TEST(Guard, ShowsTheRunTimeBoxAndEndsWithStatusOne)
     EXPECT_EQ(end.exitStatus(), 1);
 }
 
+TEST(Guard, WritesTheErrorAndItsSenderToStandardError)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    boxes.answer(vbOK);
+    QObject form;
+    form.setObjectName(u"FrOrder"_s);
+    auto* unnamed = new QObject(&form);
+    auto* button = new QObject(unnamed);
+    button->setObjectName(u"CmdAdd"_s);
+    on(button, &QObject::objectNameChanged, &form, [] { throw RunTimeError(TypeMismatch); });
+    testing::internal::CaptureStderr();
+    button->setObjectName(u"CmdOK"_s);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Run-time error 13 in FrOrder/CmdOK: Type mismatch\n");
+}
+
+TEST(Guard, WritesNoNameOfASenderThatTheHandlerHasDeleted)
+{
+    testsupport::RecordedBoxes boxes;
+    testsupport::RecordedEnd end;
+    boxes.answer(vbOK);
+    auto* button = new QObject;
+    button->setObjectName(u"CmdOK"_s);
+    testing::internal::CaptureStderr();
+    guarded(
+        [button] {
+            delete button;
+            throw RunTimeError(Overflow);
+        },
+        QPointer<const QObject>(button));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Run-time error 6 in an unnamed object: Overflow\n");
+}
+
 TEST(Guard, LeavesAHandlerThatSucceedsAlone)
 {
     testsupport::RecordedBoxes boxes;
