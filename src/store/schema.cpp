@@ -60,8 +60,8 @@ TableSchema orders()
             .indexes = {primaryKey(u"Number"_s)}};
 }
 
-/// The order of these fields is a contract, because lines are written and read by ordinal. Adding a
-/// line writes the ordinals 2 to 32, 35 and 36.
+/// The order of these fields is a contract, because lines are written and read by ordinal
+/// (line_columns.h).
 TableSchema cuts()
 {
     TableSchema table;

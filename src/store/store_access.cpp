@@ -108,12 +108,8 @@ void BuildOrdersTable(const QString& path)
     if (!TableExists(path, u"Orders"_s))
         createOrders(*database);
     dao::TableDef orders = database->tableDefs()(u"Orders"_s);
-    AlterField(orders, u"APPEND"_s, u"Number"_s, dao::dbLong);
-    AlterField(orders, u"APPEND"_s, u"Order_Date"_s, dao::dbDate);
-    AlterField(orders, u"APPEND"_s, u"Open_Close"_s, dao::dbBoolean);
-    AlterField(orders, u"APPEND"_s, u"CustomerName"_s, dao::dbText, 50);
-    AlterField(orders, u"APPEND"_s, u"CustomerAddress"_s, dao::dbText, 50);
-    AlterField(orders, u"APPEND"_s, u"CustomerTel"_s, dao::dbText, 20);
+    for (const dao::FieldInfo& field : tableSchema(u"Orders"_s)->fields)
+        AlterField(orders, u"APPEND"_s, field.name, field.type, field.size);
     database->Close();
 }
 

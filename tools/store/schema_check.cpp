@@ -1,5 +1,7 @@
 #include "tools/store/schema_check.h"
 
+#include "store/line_columns.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -8,17 +10,9 @@ namespace storetools {
 
 namespace {
 
-/// Lines are written and read by position from the first of these ordinals to the last, with a gap
-/// of two fields that are known by name.
-constexpr int firstByOrdinal = 2;
-constexpr int lastByOrdinal = 36;
-constexpr int firstOfGap = 33;
-constexpr int lastOfGap = 34;
-
 bool isFixed(const store::TableSchema& table, int ordinal)
 {
-    return table.name == "Cuts"_L1 && ordinal >= firstByOrdinal && ordinal <= lastByOrdinal &&
-           (ordinal < firstOfGap || ordinal > lastOfGap);
+    return table.name == "Cuts"_L1 && store::line::isReachedByOrdinal(ordinal);
 }
 
 QString typeName(const dao::FieldInfo& field)

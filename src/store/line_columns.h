@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+
+/// The ordinals of the table Cuts, by which order lines are written and read. Their order is a
+/// contract between all programs that use a store. The fields at orderNumber and remark, and those
+/// after boxHeight, are reached by name only and may stand elsewhere.
+namespace store::line {
+
+/// The parts of a window stand in the order frame, sash, glass, mesh.
+inline constexpr int partCount = 4;
+
+inline constexpr int openingWidth = 2;
+inline constexpr int openingHeight = 3;
+constexpr int cutWidth(int part)
+{
+    return 4 + 2 * part;
+}
+constexpr int cutHeight(int part)
+{
+    return cutWidth(part) + 1;
+}
+constexpr int kind(int part)
+{
+    return 12 + 3 * part;
+}
+constexpr int colour(int part)
+{
+    return kind(part) + 1;
+}
+constexpr int count(int part)
+{
+    return kind(part) + 2;
+}
+inline constexpr int windowKind = 24;
+/// The first of the eight fields of the roller shutter: MyWidth_2 to Shalav_Count.
+inline constexpr int firstOfShutter = 25;
+inline constexpr int lastOfShutter = 32;
+inline constexpr int orderNumber = 33;
+inline constexpr int remark = 34;
+inline constexpr int boxWidth = 35;
+inline constexpr int boxHeight = 36;
+
+/// The measures of a line from openingWidth to the mesh's cut height stand in this order in
+/// Module1::CutValues as well, where the opening width has the index 0.
+inline constexpr std::size_t measureCount = 10;
+constexpr std::size_t measureIndex(int ordinal)
+{
+    return static_cast<std::size_t>(ordinal - openingWidth);
+}
+
+/// Returns true if lines are written and read at this ordinal, whatever the name of its field.
+constexpr bool isReachedByOrdinal(int ordinal)
+{
+    return ordinal >= openingWidth && ordinal <= boxHeight && ordinal != orderNumber &&
+           ordinal != remark;
+}
+
+} // namespace store::line
