@@ -7,6 +7,8 @@
 #include <QLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScreen>
+#include <QStyle>
 
 namespace controls {
 
@@ -30,6 +32,19 @@ void setFrame(QMdiArea* frame)
 QMdiArea* frame()
 {
     return sharedFrame();
+}
+
+QWidget* mainWindow()
+{
+    return frame() != nullptr ? frame()->window() : nullptr;
+}
+
+void centreOnScreen(QWidget& window)
+{
+    const QWidget* onScreen = window.parentWidget() != nullptr ? window.parentWidget() : &window;
+    window.move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window.size(),
+                                    onScreen->screen()->availableGeometry())
+                    .topLeft());
 }
 
 ChildForm::ChildForm(const QString& name, const QString& title)

@@ -12,6 +12,11 @@ namespace controls {
 /// top-level window.
 void setFrame(QMdiArea* frame);
 QMdiArea* frame();
+/// Returns the window that contains the frame, or nullptr without a frame.
+QWidget* mainWindow();
+/// Moves a window to the middle of the available area of its parent's screen, or of its own screen
+/// if it has no parent.
+void centreOnScreen(QWidget& window);
 
 /// A child window of the main window's frame.
 class ChildForm : public QWidget

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "platform/runtime/twips.h"
+
 #include <QRect>
 
 namespace controls {
 
-/// One device-independent pixel is 15 twips.
-inline constexpr int twipsPerPixel = 15;
-
+/// Converts twips to device-independent pixels, rounded half up.
 constexpr int pixels(int twips)
 {
+    using runtime::twipsPerPixel;
     return (twips + twipsPerPixel / 2) / twipsPerPixel;
 }
 

@@ -182,6 +182,11 @@ QString toText(const QVariant& value)
     }
 }
 
+QString textOrEmpty(const QVariant& value)
+{
+    return isNull(value) ? QString() : toText(value);
+}
+
 QString toShortDate(const QDate& date)
 {
     const QLocale locale;

@@ -41,6 +41,9 @@ QString toText(double value);
 /// InvalidUseOfNull (94) for Null.
 QString toText(const QVariant& value);
 
+/// Formats a field's value like toText. Returns an empty text for Null.
+QString textOrEmpty(const QVariant& value);
+
 /// Formats a date in the locale's short format, with a four-digit year. The C locale gives
 /// day/month/year.
 QString toShortDate(const QDate& date);
