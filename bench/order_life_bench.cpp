@@ -59,7 +59,7 @@ void click(const QWidget& form, const QString& button)
 void lookThroughOrders(const testsupport::TemporaryStore& store)
 {
     use(store);
-    orders::FormFindOrder form;
+    orders::FormFindOrder form([](std::int16_t) {});
     form.show();
     benchmark::DoNotOptimize(form.grab());
     for (const QString& end : {u"DataOrders_First"_s, u"DataOrders_Last"_s}) {
@@ -83,7 +83,8 @@ class Search
 {
 public:
     explicit Search(const testsupport::TemporaryStore& store)
-        : store_(store), form_((use(store), std::make_unique<orders::FormFindOrder>())),
+        : store_(store),
+          form_((use(store), std::make_unique<orders::FormFindOrder>([](std::int16_t) {}))),
           deferred_(form_->findChild<QTimer*>(u"TimerGetOrder"_s))
     {
         deferred_->setInterval(0);

@@ -278,7 +278,7 @@ BENCHMARK(OpenOrderForm)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterat
 void OpenSearch(benchmark::State& state)
 {
     onLargeAndSmall(state, [] {
-        orders::FormFindOrder form;
+        orders::FormFindOrder form([](std::int16_t) {});
         form.show();
         benchmark::DoNotOptimize(form.grab());
     });
@@ -302,7 +302,7 @@ void ScrollSearch(benchmark::State& state)
     // Number of rows to scroll by; larger than one page that the grid fetches.
     constexpr int away = 1000;
     stores().large.use();
-    orders::FormFindOrder form;
+    orders::FormFindOrder form([](std::int16_t) {});
     form.show();
     auto* grid = form.findChild<controls::DBGrid*>(u"DBGrid1"_s);
     const auto scrollTo = [&](int row) {

@@ -1,11 +1,11 @@
 #include "orders/form_find_order.h"
 
 #include "base/module1.h"
-#include "orders/fr_order.h"
-#include "orders/numbering.h"
-#include "orders/orders.h"
+#include "orders/order_lines.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/form.h"
+#include "platform/controls/makers.h"
 #include "platform/controls/picture_button.h"
 #include "platform/controls/png_icon.h"
 #include "platform/controls/twips.h"
@@ -14,8 +14,6 @@
 #include "store/store_access.h"
 
 #include <QPushButton>
-#include <QScreen>
-#include <QStyle>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -55,10 +53,7 @@ QPushButton* iconButton(const QString& name, const QString& caption, const QStri
                         const QRect& place, QWidget* parent)
 {
     auto* button = new controls::PictureButton(name, caption, controls::pngIcon({icon}), parent);
-    QFont font(u"Arial"_s);
-    font.setPointSizeF(11.25);
-    font.setBold(true);
-    button->setFont(font);
+    button->setFont(controls::boldFontOf(u"Arial"_s, 11.25));
     button->setGeometry(place);
     // The buttons are not default buttons, because Enter in a grid must not choose an order.
     button->setAutoDefault(false);
@@ -67,8 +62,8 @@ QPushButton* iconButton(const QString& name, const QString& caption, const QStri
 
 } // namespace
 
-FormFindOrder::FormFindOrder(QWidget* parent)
-    : QDialog(parent), DBGrid1(new controls::DBGrid(u"DBGrid1"_s, this)),
+FormFindOrder::FormFindOrder(LoadOrder load, QWidget* parent)
+    : QDialog(parent), load_(std::move(load)), DBGrid1(new controls::DBGrid(u"DBGrid1"_s, this)),
       DataOrders(new controls::DataControl(u"DataOrders"_s, this)),
       DBGrid2(new controls::DBGrid(u"DBGrid2"_s, this)),
       DataCuts(new controls::DataControl(u"DataCuts"_s, this)),
@@ -107,10 +102,7 @@ void FormFindOrder::layOut()
     DBGrid2->setDataSource(DataCuts);
     DataCuts->setGeometry(controls::twipsRect(1320, 7290, 6105, 375));
     DataCuts->show();
-    const QWidget* onScreen = parentWidget() != nullptr ? parentWidget() : this;
-    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(),
-                             onScreen->screen()->availableGeometry())
-             .topLeft());
+    controls::centreOnScreen(*this);
 }
 
 void FormFindOrder::connectHandlers()
@@ -144,7 +136,7 @@ void FormFindOrder::Get_Order()
 void FormFindOrder::Sel_Order()
 {
     Module1::CurrentOrderNum = runtime::toInt16(currentNumber());
-    frOrder().GetOrderDetails(Module1::CurrentOrderNum);
+    load_(Module1::CurrentOrderNum);
     accept();
 }
 
@@ -175,6 +167,11 @@ void FormFindOrder::bindLinesOfCurrent()
     Module1::SqlText = linesQuery(runtime::toText(currentNumber()));
     DataCuts->setRecordset(
         store::OpenMyDataBase()->OpenRecordset(Module1::SqlText, dao::dbOpenDynaset));
+}
+
+void findOrder(LoadOrder load)
+{
+    FormFindOrder(std::move(load), controls::mainWindow()).exec();
 }
 
 } // namespace orders

@@ -2,6 +2,9 @@
 
 #include <QDialog>
 
+#include <cstdint>
+#include <functional>
+
 class QPushButton;
 class QTimer;
 
@@ -12,8 +15,11 @@ class DBGrid;
 
 namespace orders {
 
-/// The modal search form. It lists all orders, newest first, and loads the chosen one into the
-/// order form. The instance exists only while it is shown and never writes to the store.
+/// Loads the order with this number into the order form.
+using LoadOrder = std::function<void(std::int16_t number)>;
+
+/// The modal search form. It lists all orders, newest first, and loads the chosen one. The instance
+/// exists only while it is shown and never writes to the store.
 class FormFindOrder : public QDialog
 {
     Q_OBJECT
@@ -21,7 +27,7 @@ class FormFindOrder : public QDialog
 public:
     /// Loads the form and lists the orders. Throws NoCurrentRecord (3021) if there is no order, and
     /// any store error.
-    explicit FormFindOrder(QWidget* parent = nullptr);
+    explicit FormFindOrder(LoadOrder load, QWidget* parent = nullptr);
 
 private:
     void layOut();
@@ -39,6 +45,7 @@ private:
     QVariant currentNumber() const;
     void bindLinesOfCurrent();
 
+    LoadOrder load_;
     controls::DBGrid* DBGrid1;
     controls::DataControl* DataOrders;
     controls::DBGrid* DBGrid2;
@@ -49,5 +56,8 @@ private:
     /// happens. A burst of moves causes one update.
     QTimer* TimerGetOrder;
 };
+
+/// Runs the search form as a modal dialog. Throws the errors of FormFindOrder.
+void findOrder(LoadOrder load);
 
 } // namespace orders

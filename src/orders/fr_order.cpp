@@ -2,6 +2,7 @@
 
 #include "base/input_boxes.h"
 #include "base/module1.h"
+#include "calculation/form_select_serial.h"
 #include "calculation/opening_panel.h"
 #include "orders/numbering.h"
 #include "orders/order_commands.h"
@@ -119,6 +120,8 @@ void FrOrder::connectHandlers()
                 [this] { DataAllCuts_Validate(); });
     runtime::on(Timer1, &QTimer::timeout, this, [this] { Timer1_Timer(); });
     runtime::on(opening_, &calculation::OpeningPanel::lineAdded, this, [this] { lineAdded(); });
+    runtime::on(opening_, &calculation::OpeningPanel::seriesRequested, this,
+                [] { calculation::formSelectSerial().Show(); });
     connectCommands();
 }
 
@@ -198,6 +201,18 @@ void FrOrder::enableTimer1()
 {
     if (!Timer1->isActive())
         Timer1->start();
+}
+
+FrOrder& frOrder()
+{
+    static controls::DefaultInstance<FrOrder> instance;
+    if (instance.isLoaded())
+        return instance();
+    calculation::setOpeningPanelProvider(
+        []() -> calculation::OpeningPanel& { return frOrder().opening(); });
+    FrOrder& loaded = instance();
+    loaded.Show();
+    return loaded;
 }
 
 } // namespace orders

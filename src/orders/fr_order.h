@@ -92,4 +92,7 @@ private:
     OrderCommands* commands_;
 };
 
+/// Returns the order form. The first call creates the form and shows it in the frame.
+FrOrder& frOrder();
+
 } // namespace orders

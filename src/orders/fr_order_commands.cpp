@@ -1,11 +1,11 @@
 // The command handlers of the order form. Each handler is named after its button.
 
 #include "base/module1.h"
+#include "orders/form_find_order.h"
 #include "orders/fr_order.h"
 #include "orders/numbering.h"
 #include "orders/order_commands.h"
 #include "orders/order_head.h"
-#include "orders/orders.h"
 #include "output/form_view.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/conversions.h"
@@ -112,7 +112,7 @@ void FrOrder::deleteLines(dao::Recordset& lines, int count)
 
 void FrOrder::CmdFindOrder_Click()
 {
-    findOrder();
+    findOrder([this](std::int16_t number) { GetOrderDetails(number); });
     head().LabelLinesInOrder->setText(QString::number(DataAllCuts->Recordset().RecordCount()));
 }
 

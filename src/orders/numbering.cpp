@@ -90,11 +90,6 @@ void continueOrAddOrder(controls::DataControl& dataMDI)
     untilNumberIsFree(orderRows, [&orderRows] { applyNewOrderRule(orderRows); });
 }
 
-QString linesQuery(const QString& number)
-{
-    return u"SELECT * FROM CUTS WHERE ORDER_NUM = "_s + number + u" ORDER BY ORDER_DATE ASC"_s;
-}
-
 QString orderQuery(std::int16_t number)
 {
     return u"SELECT * FROM Orders WHERE Number = "_s + QString::number(number);

@@ -35,8 +35,6 @@ void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& r
 /// before the call.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
-/// Returns the query of all lines of an order, sorted as the grids show them.
-QString linesQuery(const QString& number);
 /// Returns the query of the order's row in the table Orders.
 QString orderQuery(std::int16_t number);
 

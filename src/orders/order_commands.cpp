@@ -1,5 +1,7 @@
 #include "orders/order_commands.h"
 
+#include "platform/controls/makers.h"
+
 #include <QHBoxLayout>
 #include <QPushButton>
 
@@ -11,9 +13,8 @@ namespace {
 
 QPushButton* command(const QString& name, const QString& caption, QWidget* parent)
 {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    button->setFont(QFont(u"Arial"_s, 11));
+    QPushButton* button =
+        controls::makeButton(name, caption, controls::fontOf(u"Arial"_s, 11), parent);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     button->setMinimumHeight(36);
     return button;

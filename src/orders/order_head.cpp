@@ -1,5 +1,7 @@
 #include "orders/order_head.h"
 
+#include "platform/controls/makers.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,22 +16,13 @@ const QString labelFamily = u"David"_s;
 
 QLabel* caption(const QString& name, const QString& text, QWidget* parent)
 {
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(name);
-    label->setFont(QFont(labelFamily));
-    return label;
+    return controls::makeLabel(name, text, QFont(labelFamily), parent);
 }
 
-/// Creates a label for a value, with a frame that distinguishes it from a fixed caption.
 QLabel* value(const QString& name, const QString& designText, const QFont& font, QWidget* parent)
 {
-    QLabel* label = caption(name, designText, parent);
-    label->setFont(font);
-    label->setTextFormat(Qt::PlainText);
+    QLabel* label = controls::makeValueLabel(name, designText, font, parent);
     label->setAlignment(Qt::AlignCenter);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setBackgroundRole(QPalette::Base);
-    label->setAutoFillBackground(true);
     label->setMinimumWidth(90);
     return label;
 }
@@ -46,7 +39,7 @@ QLineEdit* customerBox(const QString& name, int maxLength, QWidget* parent)
     auto* box = new QLineEdit(parent);
     box->setObjectName(name);
     box->setMaxLength(maxLength);
-    box->setFont(QFont(labelFamily, 13));
+    box->setFont(controls::fontOf(labelFamily, 13));
     box->setLayoutDirection(Qt::RightToLeft);
     box->setAlignment(Qt::AlignRight | Qt::AlignVCenter | Qt::AlignAbsolute);
     return box;

@@ -31,6 +31,11 @@ QList<controls::DBGridColumn> lineColumns()
 
 } // namespace
 
+QString linesQuery(const QString& number)
+{
+    return u"SELECT * FROM CUTS WHERE ORDER_NUM = "_s + number + u" ORDER BY ORDER_DATE ASC"_s;
+}
+
 controls::DBGrid* makeLinesGrid(controls::DataControl* lines, QWidget* parent)
 {
     auto* grid = new controls::DBGrid(u"DBGrid1"_s, parent);

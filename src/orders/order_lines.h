@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class QWidget;
 
 namespace controls {
@@ -8,6 +10,9 @@ class DBGrid;
 } // namespace controls
 
 namespace orders {
+
+/// Returns the query of all lines of an order, sorted as the grids show them.
+QString linesQuery(const QString& number);
 
 /// Creates DBGrid1, the read-only grid of an order's lines. Its current row is the order's current
 /// line.

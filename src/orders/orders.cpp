@@ -10,11 +10,9 @@
 #include "orders/order_commands.h"
 #include "orders/order_head.h"
 #include "platform/controls/data_control.h"
-#include "platform/controls/form.h"
 #include "platform/runtime/conversions.h"
 
 #include <QLabel>
-#include <QMdiArea>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -33,18 +31,6 @@ QString currentOrderDate(dao::Recordset& orderRows)
 }
 
 } // namespace
-
-FrOrder& frOrder()
-{
-    static controls::DefaultInstance<FrOrder> instance;
-    if (instance.isLoaded())
-        return instance();
-    calculation::setOpeningPanelProvider(
-        []() -> calculation::OpeningPanel& { return frOrder().opening(); });
-    FrOrder& loaded = instance();
-    loaded.Show();
-    return loaded;
-}
 
 void openOrderLongForm(controls::DataControl& dataMDI)
 {
@@ -67,9 +53,7 @@ void openOrderShortForm(controls::DataControl& dataMDI)
 
 void findOrder()
 {
-    QMdiArea* frame = controls::frame();
-    FormFindOrder form(frame != nullptr ? frame->window() : nullptr);
-    form.exec();
+    findOrder([](std::int16_t number) { frOrder().GetOrderDetails(number); });
 }
 
 } // namespace orders

@@ -7,11 +7,6 @@ class DataControl;
 /// The functions of the order room that the main window calls.
 namespace orders {
 
-class FrOrder;
-
-/// Returns the order form. The first call creates the form and shows it in the frame.
-FrOrder& frOrder();
-
 /// Runs the toolbar's order command. Applies the new-order rule, shows the current order on the
 /// order form, and closes the database behind dataMDI.
 void openOrderLongForm(controls::DataControl& dataMDI);
@@ -20,7 +15,7 @@ void openOrderLongForm(controls::DataControl& dataMDI);
 /// form that is already loaded keeps its contents. The database behind dataMDI stays open.
 void openOrderShortForm(controls::DataControl& dataMDI);
 
-/// Runs the search form as a modal dialog.
+/// Runs the search form as a modal dialog. The chosen order is loaded into the order form.
 void findOrder();
 
 } // namespace orders
