@@ -1,6 +1,7 @@
 #include "base/input_boxes.h"
 
 #include "base/key_helpers.h"
+#include "base/measures.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -172,7 +173,7 @@ void SignBox::inputMethodEvent(QInputMethodEvent* event)
 
 MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureBox* hundredths,
                          const QString& pointName, QWidget* parent)
-    : QFrame(parent), point_(new QLabel(u"."_s, this))
+    : QFrame(parent), whole_(whole), hundredths_(hundredths), point_(new QLabel(u"."_s, this))
 {
     setObjectName(pictureName);
     setLayoutDirection(Qt::LeftToRight);
@@ -196,6 +197,11 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->addWidget(whole);
     layout->addWidget(point_);
     layout->addWidget(hundredths);
+}
+
+double MeasurePair::measure() const
+{
+    return Module1::ReadMeasure(whole_->text(), hundredths_->text());
 }
 
 } // namespace base

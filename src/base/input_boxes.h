@@ -101,8 +101,12 @@ public:
     MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureBox* hundredths,
                 const QString& pointName, QWidget* parent = nullptr);
     QLabel* point() const { return point_; }
+    /// Returns the value of the two boxes. Throws the errors of Module1::ReadMeasure.
+    double measure() const;
 
 private:
+    MeasureBox* whole_;
+    MeasureBox* hundredths_;
     QLabel* point_;
 };
 

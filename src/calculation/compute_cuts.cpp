@@ -1,10 +1,10 @@
 #include "calculation/opening_panel.h"
 
 #include "base/input_boxes.h"
-#include "base/measures.h"
 #include "base/module1.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/conversions.h"
+#include "store/line_columns.h"
 #include "store/store_access.h"
 
 #include <QLabel>
@@ -20,7 +20,7 @@ namespace {
 /// Returns the index in CutValues of a part's cut width. The part's cut height follows it.
 constexpr std::size_t widthCell(cuts::Part part)
 {
-    return 2 + 2 * static_cast<std::size_t>(part);
+    return store::line::measureIndex(store::line::cutWidth(part));
 }
 
 constexpr std::array allParts{cuts::Mashkof, cuts::Kanaf, cuts::Glass, cuts::Reshet};
@@ -98,7 +98,7 @@ void computeDoor(const cuts::Size& opening, double thickness, const cuts::Series
     constexpr std::size_t sash = widthCell(cuts::Kanaf);
     Module1::CutValues[sash] = cuts::cutWidth(series, cuts::Kanaf, door);
     Module1::CutValues[sash + 1] = cuts::cutHeight(series, cuts::Kanaf, door);
-    for (std::size_t cell = widthCell(cuts::Glass); cell < 10; ++cell)
+    for (std::size_t cell = widthCell(cuts::Glass); cell < store::line::measureCount; ++cell)
         Module1::CutValues[cell] = 0;
 }
 
@@ -107,9 +107,9 @@ void computeDoor(const cuts::Size& opening, double thickness, const cuts::Series
 void OpeningPanel::ComputeCuts()
 {
     cuts::Size opening;
-    opening.width = measure(0);
+    opening.width = Picture1[0]->measure();
     Module1::MyWidth = opening.width;
-    opening.height = measure(2);
+    opening.height = Picture1[1]->measure();
     Module1::MYHeight = opening.height;
     clearShutter();
     if (Module1::IsMonoblock) {
@@ -122,22 +122,17 @@ void OpeningPanel::ComputeCuts()
     if (!seekSeries())
         return;
 
-    for (std::size_t cell = 0; cell < 10; ++cell)
+    for (std::size_t cell = 0; cell < store::line::measureCount; ++cell)
         Module1::CutValues[cell] = 0;
     Module1::CutValues[0] = opening.width;
     Module1::CutValues[1] = opening.height;
     const cuts::Series series = readSeries(DataSerial->Recordset());
     computeParts(opening, series);
     if (Module1::IsDoorFrame)
-        computeDoor(opening, measure(4), series);
+        computeDoor(opening, Picture1[2]->measure(), series);
     Module1::KindCaption = LabelKind->text();
     Module1::CutValues[10] = runtime::toDouble(Module1::MyWidth_2);
     Module1::CutValues[11] = Module1::MYHeight_2;
-}
-
-double OpeningPanel::measure(std::size_t wholeBox) const
-{
-    return Module1::ReadMeasure(TextNum[wholeBox]->text(), TextNum[wholeBox + 1]->text());
 }
 
 bool OpeningPanel::seekSeries()

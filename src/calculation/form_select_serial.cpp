@@ -1,7 +1,6 @@
 #include "calculation/form_select_serial.h"
 
 #include "base/input_boxes.h"
-#include "base/measures.h"
 #include "base/module1.h"
 #include "calculation/opening_panel.h"
 #include "platform/controls/data_control.h"
@@ -15,10 +14,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QMdiArea>
 #include <QPushButton>
-#include <QScreen>
-#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -39,13 +35,6 @@ const std::array<std::array<QString, 4>, 3> monoblockProposals{{
 /// The width deduction of a slat for each entry of Combo_U_Thick, in the measures' unit.
 constexpr std::array shalavWidthDeducts{12.7, 10.3};
 
-/// Returns the main window as the picker's owner, so that the picker gets no taskbar entry of its
-/// own.
-QWidget* owner()
-{
-    return controls::frame() != nullptr ? controls::frame()->window() : nullptr;
-}
-
 } // namespace
 
 FormSelectSerial& formSelectSerial()
@@ -54,9 +43,10 @@ FormSelectSerial& formSelectSerial()
     return instance();
 }
 
+// The main window owns the picker, so that the picker gets no taskbar entry of its own.
 FormSelectSerial::FormSelectSerial()
-    : QDialog(owner(), Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint)
+    : QDialog(controls::mainWindow(), Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                          Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint)
 {
     setObjectName(u"FormSelectSerial"_s);
     setWindowTitle(u" סדרות"_s);
@@ -90,20 +80,13 @@ void FormSelectSerial::connectHandlers()
 
 void FormSelectSerial::Show()
 {
-    if (!isVisible())
-        centreOnScreen();
+    if (!isVisible()) {
+        adjustSize();
+        controls::centreOnScreen(*this);
+    }
     show();
     raise();
     activateWindow();
-}
-
-void FormSelectSerial::centreOnScreen()
-{
-    adjustSize();
-    const QWidget* main = parentWidget() != nullptr ? parentWidget() : this;
-    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(),
-                             main->screen()->availableGeometry())
-             .topLeft());
 }
 
 /// Every way of closing the picker ends here: the commands, Escape and the close box.
@@ -164,17 +147,12 @@ void FormSelectSerial::ChooseSeries()
 void FormSelectSerial::takeMonoblock()
 {
     Module1::IsMonoblock = true;
-    Module1::MonoWidthDeduct = measure(0);
-    Module1::MonoHeightDeduct = measure(2);
+    Module1::MonoWidthDeduct = Picture1[0]->measure();
+    Module1::MonoHeightDeduct = Picture1[1]->measure();
     Module1::U_Thick = Combo_U_Thick->currentText();
     Module1::ShalavWidthDeduct =
         shalavWidthDeducts[static_cast<std::size_t>(Combo_U_Thick->currentIndex())];
-    Module1::Shalav_Thick = measure(4);
-}
-
-double FormSelectSerial::measure(std::size_t wholeBox) const
-{
-    return Module1::ReadMeasure(TextNum[wholeBox]->text(), TextNum[wholeBox + 1]->text());
+    Module1::Shalav_Thick = Picture1[2]->measure();
 }
 
 } // namespace calculation

@@ -60,7 +60,6 @@ private:
     void ComboMonoBlock_Click(int position);
     void ChooseSeries();
     void takeMonoblock();
-    double measure(std::size_t wholeBox) const;
 
     void buildGrid();
     void buildMonoblock();
@@ -68,7 +67,6 @@ private:
     void arrange();
     void chainTabOrder();
     void connectHandlers();
-    void centreOnScreen();
     base::MeasurePair* measurePair(std::size_t pair, const QString& wholeText,
                                    const QString& hundredthsText, const QString& pointName);
     QWidgetList monoblockControls() const;

@@ -3,6 +3,7 @@
 #include "base/input_boxes.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/makers.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -19,19 +20,21 @@ namespace calculation {
 
 namespace {
 
+QFont formFont()
+{
+    return controls::fontOf(u"David"_s, 12);
+}
+
 QLabel* caption(const QString& name, const QString& text, QWidget* parent)
 {
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(name);
-    label->setFont(QFont(u"David"_s, 12));
-    return label;
+    return controls::makeLabel(name, text, formFont(), parent);
 }
 
 QComboBox* dropDownList(const QString& name, const QStringList& entries, QWidget* parent)
 {
     auto* combo = new QComboBox(parent);
     combo->setObjectName(name);
-    combo->setFont(QFont(u"David"_s, 12));
+    combo->setFont(formFont());
     combo->addItems(entries);
     combo->setCurrentIndex(-1);
     return combo;
@@ -39,17 +42,11 @@ QComboBox* dropDownList(const QString& name, const QStringList& entries, QWidget
 
 QPushButton* command(const QString& name, const QString& text, QWidget* parent)
 {
-    auto* button = new QPushButton(text, parent);
-    button->setObjectName(name);
-    button->setFont(QFont(u"Arial"_s, 11));
+    QPushButton* button =
+        controls::makeButton(name, text, controls::fontOf(u"Arial"_s, 11), parent);
     // The buttons are not default buttons, because Enter in an input box must not press them.
     button->setAutoDefault(false);
     return button;
-}
-
-QString member(const QString& array, std::size_t index)
-{
-    return array + u'_' + QString::number(index);
 }
 
 } // namespace
@@ -84,12 +81,13 @@ base::MeasurePair* FormSelectSerial::measurePair(std::size_t pair, const QString
         const std::size_t index = 2 * pair + side;
         auto* box = new base::MeasureBox(static_cast<int>(index), texts[side],
                                          base::MeasureBox::OnLeaving::FillDefault);
-        box->setObjectName(member(u"TextNum"_s, index));
-        box->setFont(QFont(u"David"_s, 13));
+        box->setObjectName(controls::memberName(u"TextNum"_s, index));
+        box->setFont(controls::fontOf(u"David"_s, 13));
         TextNum[index] = box;
     }
-    Picture1[pair] = new base::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair],
-                                           TextNum[2 * pair + 1], pointName, FrameMonoblock);
+    Picture1[pair] =
+        new base::MeasurePair(controls::memberName(u"Picture1"_s, pair), TextNum[2 * pair],
+                              TextNum[2 * pair + 1], pointName, FrameMonoblock);
     return Picture1[pair];
 }
 
@@ -97,10 +95,10 @@ void FormSelectSerial::buildMonoblock()
 {
     CheckKind = new QCheckBox(u"האם החלון הוא מסוג \" מונובלוק \" ?"_s, this);
     CheckKind->setObjectName(u"CheckKind"_s);
-    CheckKind->setFont(QFont(u"David"_s, 12));
+    CheckKind->setFont(formFont());
     FrameMonoblock = new QGroupBox(u"נתוני  מונובלוק"_s, this);
     FrameMonoblock->setObjectName(u"FrameMonoblock"_s);
-    FrameMonoblock->setFont(QFont(u"David"_s, 12));
+    FrameMonoblock->setFont(formFont());
     ComboMonoBlock = dropDownList(
         u"ComboMonoBlock"_s, {u"מונו בלוק : 10"_s, u"מונו בלוק : 30"_s, u"מונובלוק : 20 מכסה 15"_s},
         FrameMonoblock);

@@ -3,7 +3,6 @@
 #include "base/input_boxes.h"
 #include "base/key_helpers.h"
 #include "base/module1.h"
-#include "calculation/form_select_serial.h"
 #include "output/form_view.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
@@ -11,6 +10,7 @@
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/process.h"
+#include "store/line_columns.h"
 #include "store/store_access.h"
 
 #include <QLabel>
@@ -59,10 +59,12 @@ QVariant twice(const QVariant& count)
 
 void writeCounts(dao::Recordset& line, dao::Recordset& series)
 {
-    line.Fields(14).SetValue(framePieces);
-    line.Fields(17).SetValue(Module1::IsDoorFrame ? kanafNum(series) : twice(kanafNum(series)));
-    line.Fields(20).SetValue(kanafNum(series));
-    line.Fields(23).SetValue(kanafNum(series));
+    using store::line::count;
+    line.Fields(count(cuts::Mashkof)).SetValue(framePieces);
+    line.Fields(count(cuts::Kanaf))
+        .SetValue(Module1::IsDoorFrame ? kanafNum(series) : twice(kanafNum(series)));
+    line.Fields(count(cuts::Glass)).SetValue(kanafNum(series));
+    line.Fields(count(cuts::Reshet)).SetValue(kanafNum(series));
 }
 
 /// Truncates the text to the field's declared size. A field without a declared size takes the whole
@@ -75,11 +77,17 @@ QString cutToSize(const QString& text, const dao::Field& field)
 
 void writeShutter(dao::Recordset& line)
 {
-    setFields(line, 25,
+    setFields(line, store::line::firstOfShutter,
               {Module1::MyWidth_2, Module1::MYHeight_2, Module1::U_Thick, Module1::U_Cut,
                Module1::U_Vasa, Module1::Shalav_Thick, Module1::Shalav_Width,
                std::nearbyint(Module1::Shalav_Count)});
-    setFields(line, 35, {Module1::Argaz_Width, Module1::Argaz_Height});
+    setFields(line, store::line::boxWidth, {Module1::Argaz_Width, Module1::Argaz_Height});
+}
+
+/// Returns the text of the computed measure that a line stores at this ordinal.
+QString measureText(int ordinal)
+{
+    return runtime::toText(Module1::CutValues[store::line::measureIndex(ordinal)]);
 }
 
 /// Activates the child window that contains the panel.
@@ -148,7 +156,7 @@ void OpeningPanel::focusBox(std::size_t index)
 
 void OpeningPanel::CmdPicSerial_Click()
 {
-    formSelectSerial().Show();
+    emit seriesRequested();
 }
 
 void OpeningPanel::CmdOK_Click()
@@ -163,12 +171,11 @@ void OpeningPanel::CmdOK_Click()
         view.LabelKind[part]->setText(DBComboKind[part]->currentText());
     for (std::size_t part = 0; part < cuts::PartCount; ++part)
         view.LabelColor[part]->setText(DBComboColor[part]->currentText());
-    const auto& cells = Module1::CutValues;
-    view.LabelOpenWidth->setText(runtime::toText(cells[0]));
-    view.LabelOpenHeight->setText(runtime::toText(cells[1]));
-    for (std::size_t part = 0; part < cuts::PartCount; ++part) {
-        view.LabelWidth[part]->setText(runtime::toText(cells[2 + 2 * part]));
-        view.LabelHeight[part]->setText(runtime::toText(cells[3 + 2 * part]));
+    view.LabelOpenWidth->setText(measureText(store::line::openingWidth));
+    view.LabelOpenHeight->setText(measureText(store::line::openingHeight));
+    for (int part = 0; part < store::line::partCount; ++part) {
+        view.LabelWidth[part]->setText(measureText(store::line::cutWidth(part)));
+        view.LabelHeight[part]->setText(measureText(store::line::cutHeight(part)));
     }
     dao::Recordset& series = DataSerial->Recordset();
     view.LabelCount[cuts::Mashkof]->setText(runtime::toText(double{framePieces}));
@@ -227,27 +234,23 @@ void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
     lines.Fields(u"Order_Num"_s).SetValue(int{Module1::CurrentOrderNum});
     lines.Fields(u"NUM"_s).SetValue(int{number});
     lines.Fields(u"Order_Date"_s).SetValue(runtime::Today());
-    for (int cell = 0; cell < 10; ++cell)
-        lines.Fields(cell + 2).SetValue(Module1::CutValues[static_cast<std::size_t>(cell)]);
+    for (std::size_t i = 0; i < store::line::measureCount; ++i)
+        lines.Fields(store::line::openingWidth + int(i)).SetValue(Module1::CutValues[i]);
     writeKindsAndColours(lines);
     writeCounts(lines, DataSerial->Recordset());
-    dao::Field kind = lines.Fields(24);
+    dao::Field kind = lines.Fields(store::line::windowKind);
     kind.SetValue(Module1::IsMonoblock ? cutToSize(Module1::KindCaption, kind) : u"אור"_s);
     writeShutter(lines);
 }
 
 void OpeningPanel::writeKindsAndColours(dao::Recordset& lines)
 {
-    int ordinal = 12;
-    for (const controls::DBCombo* combo : DBComboKind) {
-        lines.Fields(ordinal).SetValue(combo->currentText());
-        ordinal += 3;
-    }
-    ordinal = 13;
-    for (const controls::DBCombo* combo : DBComboColor) {
-        lines.Fields(ordinal).SetValue(combo->currentText());
-        ordinal += 3;
-    }
+    for (int part = 0; part < store::line::partCount; ++part)
+        lines.Fields(store::line::kind(part))
+            .SetValue(DBComboKind[std::size_t(part)]->currentText());
+    for (int part = 0; part < store::line::partCount; ++part)
+        lines.Fields(store::line::colour(part))
+            .SetValue(DBComboColor[std::size_t(part)]->currentText());
 }
 
 void OpeningPanel::clearOpening()

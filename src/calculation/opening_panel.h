@@ -76,6 +76,8 @@ public:
     QPushButton* CmdClear1 = nullptr;
 
 signals:
+    /// Emitted when the user asks for the series picker.
+    void seriesRequested();
     /// Emitted after a line has been stored and the opening's boxes have been cleared.
     void lineAdded();
 
@@ -91,7 +93,6 @@ private:
     void writeKindsAndColours(dao::Recordset& lines);
     void clearOpening();
 
-    double measure(std::size_t wholeBox) const;
     bool seekSeries();
 
     void buildSeriesLabels();

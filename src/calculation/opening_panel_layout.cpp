@@ -1,8 +1,10 @@
 #include "calculation/opening_panel.h"
 
 #include "base/input_boxes.h"
+#include "base/part_captions.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
+#include "platform/controls/makers.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -18,24 +20,22 @@ namespace calculation {
 
 namespace {
 
-QLabel* caption(const QString& name, const QString& text, QWidget* parent)
+QFont formFont()
 {
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(name);
-    label->setFont(QFont(u"David"_s, 12));
-    label->setTextFormat(Qt::PlainText);
-    return label;
+    return controls::fontOf(u"David"_s, 12);
 }
 
-/// Creates a label for a value, with a frame so that an empty value is visible. The alignment is
-/// absolute, because otherwise a text of digits alone is aligned to the opposite side.
+QLabel* caption(const QString& name, const QString& text, QWidget* parent)
+{
+    return controls::makeLabel(name, text, formFont(), parent);
+}
+
+/// Creates a label for a value. The alignment is absolute, because otherwise a text of digits alone
+/// is aligned to the opposite side.
 QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment, QWidget* parent)
 {
-    QLabel* label = caption(name, text, parent);
+    QLabel* label = controls::makeValueLabel(name, text, formFont(), parent);
     label->setAlignment(alignment | Qt::AlignAbsolute | Qt::AlignVCenter);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setBackgroundRole(QPalette::Base);
-    label->setAutoFillBackground(true);
     label->setMargin(2);
     label->setMinimumWidth(40);
     return label;
@@ -45,28 +45,22 @@ QGroupBox* frame(const QString& name, const QString& title, QWidget* parent)
 {
     auto* box = new QGroupBox(title, parent);
     box->setObjectName(name);
-    box->setFont(QFont(u"David"_s, 12));
+    box->setFont(formFont());
     return box;
 }
 
 QPushButton* command(const QString& name, const QString& text, QWidget* parent)
 {
-    auto* button = new QPushButton(text, parent);
-    button->setObjectName(name);
-    button->setFont(QFont(u"Arial"_s, 11));
+    QPushButton* button =
+        controls::makeButton(name, text, controls::fontOf(u"Arial"_s, 11), parent);
     button->setMinimumHeight(34);
     return button;
-}
-
-QString member(const QString& array, std::size_t index)
-{
-    return array + u'_' + QString::number(index);
 }
 
 controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, QWidget* parent)
 {
     auto* combo = new controls::DBCombo(name, parent);
-    combo->setFont(QFont(u"David"_s, 12));
+    combo->setFont(formFont());
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(8);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -82,8 +76,9 @@ controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, Q
 void OpeningPanel::buildDataControls()
 {
     for (std::size_t part = 0; part < cuts::PartCount; ++part) {
-        DataColor[part] = new controls::DataControl(member(u"DataColor"_s, part), this);
-        DataKind[part] = new controls::DataControl(member(u"DataKind"_s, part), this);
+        DataColor[part] =
+            new controls::DataControl(controls::memberName(u"DataColor"_s, part), this);
+        DataKind[part] = new controls::DataControl(controls::memberName(u"DataKind"_s, part), this);
     }
     DataCuts = new controls::DataControl(u"DataCuts"_s, this);
     DataSerial = new controls::DataControl(u"DataSerial"_s, this);
@@ -110,14 +105,14 @@ base::MeasurePair* OpeningPanel::measurePair(std::size_t pair, const QString& wh
         const std::size_t index = 2 * pair + side;
         auto* box = new base::MeasureBox(static_cast<int>(index), texts[side],
                                          base::MeasureBox::OnLeaving::FillDefaultAndPad);
-        box->setObjectName(member(u"TextNum"_s, index));
-        box->setFont(QFont(u"David"_s, 13));
+        box->setObjectName(controls::memberName(u"TextNum"_s, index));
+        box->setFont(controls::fontOf(u"David"_s, 13));
         box->setSelectsOnFocus(true);
         TextNum[index] = box;
     }
-    Picture1[pair] =
-        new base::MeasurePair(member(u"Picture1"_s, pair), TextNum[2 * pair], TextNum[2 * pair + 1],
-                              member(u"Label1"_s, 3 + pair), parent);
+    Picture1[pair] = new base::MeasurePair(controls::memberName(u"Picture1"_s, pair),
+                                           TextNum[2 * pair], TextNum[2 * pair + 1],
+                                           controls::memberName(u"Label1"_s, 3 + pair), parent);
     return Picture1[pair];
 }
 
@@ -158,13 +153,14 @@ void OpeningPanel::buildFrame2()
     grid->addWidget(caption(u"Label5"_s, u"סוג"_s, Frame2), 0, 1);
     grid->addWidget(caption(u"Label10"_s, u"צבע"_s, Frame2), 0, 2);
     const std::array names{u"Label6"_s, u"Label7"_s, u"Label8"_s, u"Label9"_s};
-    const std::array texts{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
     for (std::size_t part = 0; part < cuts::PartCount; ++part) {
         const int row = static_cast<int>(part) + 1;
-        grid->addWidget(caption(names[part], texts[part], Frame2), row, 0);
-        DBComboKind[part] = partCombo(member(u"DBComboKind"_s, part), DataKind[part], Frame2);
+        grid->addWidget(caption(names[part], base::partCaptions()[part], Frame2), row, 0);
+        DBComboKind[part] =
+            partCombo(controls::memberName(u"DBComboKind"_s, part), DataKind[part], Frame2);
         grid->addWidget(DBComboKind[part], row, 1);
-        DBComboColor[part] = partCombo(member(u"DBComboColor"_s, part), DataColor[part], Frame2);
+        DBComboColor[part] =
+            partCombo(controls::memberName(u"DBComboColor"_s, part), DataColor[part], Frame2);
         grid->addWidget(DBComboColor[part], row, 2);
     }
 }

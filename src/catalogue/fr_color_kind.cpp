@@ -1,6 +1,6 @@
 #include "catalogue/fr_color_kind.h"
 
-#include "catalogue/command_font.h"
+#include "catalogue/fonts.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/picture_button.h"
@@ -61,12 +61,7 @@ FrColorKind::FrColorKind() : ChildForm(u"FrColorKind"_s, u"סוגים וצבעי
 
 void FrColorKind::addHeading()
 {
-    auto* heading = new QLabel(u"סוגים וצבעים"_s, this);
-    heading->setObjectName(u"Label1"_s);
-    QFont font(u"David"_s);
-    font.setPointSizeF(20.25);
-    font.setBold(true);
-    heading->setFont(font);
+    QLabel* heading = controls::makeLabel(u"Label1"_s, u"סוגים וצבעים"_s, headingFont(), this);
     heading->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     heading->setGeometry(controls::twipsRect(3840, 360, 2655, 615));
 }

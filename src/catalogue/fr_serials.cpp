@@ -1,6 +1,6 @@
 #include "catalogue/fr_serials.h"
 
-#include "catalogue/command_font.h"
+#include "catalogue/fonts.h"
 #include "catalogue/series_fields.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
@@ -54,10 +54,7 @@ void FrSerials::addGrid()
 
 QPushButton* FrSerials::addCommand(const QString& name, const QString& caption)
 {
-    auto* command = new QPushButton(caption, this);
-    command->setObjectName(name);
-    command->setFont(commandFont());
-    return command;
+    return controls::makeButton(name, caption, commandFont(), this);
 }
 
 void FrSerials::addCommands()
@@ -76,12 +73,7 @@ void FrSerials::addCommands()
 
 void FrSerials::layOut()
 {
-    auto* heading = new QLabel(u"עריכת סדרות"_s, this);
-    heading->setObjectName(u"Label1_0"_s);
-    QFont font(u"David"_s);
-    font.setPointSizeF(20.25);
-    font.setBold(true);
-    heading->setFont(font);
+    QLabel* heading = controls::makeLabel(u"Label1_0"_s, u"עריכת סדרות"_s, headingFont(), this);
     heading->setAlignment(Qt::AlignCenter);
 
     auto* middle = new QHBoxLayout;

@@ -1,7 +1,9 @@
 #include "catalogue/series_fields.h"
 
 #include "base/input_boxes.h"
+#include "base/part_captions.h"
 #include "platform/controls/data_control.h"
+#include "platform/controls/makers.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"
@@ -21,9 +23,7 @@ namespace {
 
 QFont fieldFont()
 {
-    QFont font(u"David"_s);
-    font.setPointSizeF(14.25);
-    return font;
+    return controls::fontOf(u"David"_s, 14.25);
 }
 
 /// Returns a palette in which disabled fields keep readable text. The user reads the fields while
@@ -62,9 +62,7 @@ SeriesFields::SeriesFields(QWidget* parent) : QGroupBox(parent)
 
 QLabel* SeriesFields::addLabel(const QString& name, const QString& caption)
 {
-    auto* label = new QLabel(caption, this);
-    label->setObjectName(name);
-    return label;
+    return controls::makeLabel(name, caption, {}, this);
 }
 
 QLineEdit* SeriesFields::addTextBox(const QString& name)
@@ -114,9 +112,10 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
     grid->setHorizontalSpacing(24);
     grid->addWidget(addLabel(u"Label4"_s, u"מהרוחב "_s), 0, 1, Qt::AlignCenter);
     grid->addWidget(addLabel(u"Label5"_s, u"מהגובה"_s), 0, 2, Qt::AlignCenter);
-    const std::array parts{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
     for (int part = 0; part < 4; ++part) {
-        grid->addWidget(addLabel(u"Label%1"_s.arg(6 + part), parts[part]), part + 1, 0);
+        grid->addWidget(
+            addLabel(u"Label%1"_s.arg(6 + part), base::partCaptions()[std::size_t(part)]), part + 1,
+            0);
         grid->addWidget(addDeduction(2 * part), part + 1, 1, Qt::AlignCenter);
         grid->addWidget(addDeduction(2 * part + 1), part + 1, 2, Qt::AlignCenter);
     }
@@ -177,7 +176,7 @@ void SeriesFields::loadFrom(dao::Recordset& series)
 {
     TextName->setText(runtime::toText(series.Fields(u"Name"_s).Value()));
     const QVariant remark = series.Fields(u"Rem"_s).Value();
-    TextRem->setText(runtime::isNull(remark) ? QString() : runtime::toText(remark));
+    TextRem->setText(runtime::textOrEmpty(remark));
     for (int i = 0; i < deductionCount; ++i) {
         const QVariant stored = series.Fields(store::deductionFields()[i]).Value();
         const DeductionText text = splitDeduction(runtime::toDouble(stored));

@@ -2,6 +2,8 @@
 
 #include "base/input_boxes.h"
 #include "base/module1.h"
+#include "calculation/form_select_serial.h"
+#include "platform/runtime/guard.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <QHBoxLayout>
@@ -41,6 +43,8 @@ PanelHost::PanelHost()
     row->addWidget(panel_);
     calculation::setOpeningPanelProvider(
         [this]() -> calculation::OpeningPanel& { return *panel_; });
+    runtime::on(panel_, &calculation::OpeningPanel::seriesRequested, panel_,
+                [] { calculation::formSelectSerial().Show(); });
     panel_->bindKindsAndColours();
     window_.show();
     window_.activateWindow();
