@@ -129,6 +129,9 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
+    // What is set at run time is data: a customer may be called "%p".
+    if (control.isCaptionSet())
+        return caption;
     if (caption == u"%p")
         return QString::number(pageIndex + 1);
     if (caption == u"%P")
