@@ -29,7 +29,7 @@ Document::Document(const ReportDesign& design, std::vector<Section> sections,
                    std::shared_ptr<ado::Recordset> rows, Paper paper)
     : design_(design), sections_(std::move(sections)), rows_(std::move(rows)),
       pagination_(design, paper), blockCount_(rows_->RecordCount()),
-      ink_(std::make_unique<PageInk>(design.fontFamily))
+      ink_(std::make_unique<PageInk>(design))
 {
     bindFields();
 }
