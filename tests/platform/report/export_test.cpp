@@ -67,6 +67,15 @@ TEST(TextExport, HoldsALineForATextWithBreaks)
     EXPECT_TRUE(textOf(*document).endsWith(u"\n\nשם:\tא ב ג\n1\n\n"_s));
 }
 
+TEST(TextExport, HoldsNoEmptyLineWithinABlock)
+{
+    const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 2, [](int) {
+        return MemoryRows::Row{u"א"_s, QVariant()};
+    });
+    const auto document = smallDocument(rows);
+    EXPECT_TRUE(textOf(*document).endsWith(u"17\n\nשם:\tא\n\nשם:\tא\n\n"_s));
+}
+
 TEST(TextExport, TellsItsProgressPageByPage)
 {
     const auto document = smallDocument(smallRows(7));
