@@ -28,7 +28,7 @@ bool forbiddenInFileName(QChar c)
 Document::Document(const ReportDesign& design, std::vector<Section> sections,
                    std::shared_ptr<ado::Recordset> rows, Paper paper)
     : design_(design), sections_(std::move(sections)), rows_(std::move(rows)),
-      pagination_(design, paper), ink_(std::make_unique<PageInk>(design.fontFamily))
+      pagination_(design, paper), ink_(std::make_unique<PageInk>(design))
 {
     bindFields();
 }
@@ -155,6 +155,9 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
+    // What is set at run time is data: a customer may be called "%p".
+    if (control.isCaptionSet())
+        return caption;
     if (caption == u"%p")
         return QString::number(pageIndex + 1);
     if (caption == u"%P")

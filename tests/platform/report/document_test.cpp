@@ -97,6 +97,19 @@ TEST(Document, TakesAPlaceholderOnlyForAWholeCaption)
     EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), u"50%p"_s);
 }
 
+TEST(Document, TakesNoPlaceholderFromACaptionSetAtRunTime)
+{
+    for (const QString& caption : {u"%p"_s, u"%P"_s, u"%d"_s}) {
+        auto sections = makeSections(smallReport);
+        sections[0].Controls(u"Number"_s).setCaption(caption);
+        sections[2].Controls(u"Day"_s).setCaption(caption);
+        Document document(smallReport, std::move(sections), smallRows(1), smallPaper);
+        EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), caption);
+        EXPECT_EQ(textOf(*document.page(0), 2, u"Day"), caption) << "where the design had one";
+        EXPECT_EQ(textOf(*document.page(0), 2, u"Page"), u"1"_s);
+    }
+}
+
 TEST(Document, PrintsNullBlank)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
