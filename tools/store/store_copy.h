@@ -11,7 +11,7 @@ namespace storetools {
 /// Progress callback of a long command. It receives the current step and the number of rows so far.
 using RowsOfTable = std::function<void(const QString& what, qint64 rows)>;
 
-/// The contents of the eleven tables of a store, by table name.
+/// The contents of the tables of a store, by table name.
 using StoreContents = std::map<QString, dao::TableContents>;
 
 /// A consistent snapshot of a store. Stations keep working meanwhile. For an embedded store the
@@ -28,10 +28,10 @@ public:
     /// Returns one line for each table that does not belong to the store.
     const QStringList& notes() const { return notes_; }
 
-    /// Runs checkStore on the snapshot and returns its findings.
+    /// Runs checkForCopying on the snapshot and returns its findings.
     QStringList check() const;
 
-    /// Creates the eleven tables in a target that has none of them, within the target's
+    /// Creates the store's tables in a target that has none of them, within the target's
     /// transaction, and copies the rows. Throws the errors of dao::copyTable.
     StoreContents copyTo(dao::Database& target, const RowsOfTable& progress) const;
 
@@ -46,7 +46,7 @@ private:
     QStringList notes_;
 };
 
-/// Returns the names of the store's tables that the database has.
+/// Returns the names of the eleven tables and of the program's own tables that the database has.
 QStringList storeTablesIn(dao::Database& database);
 /// Checks that the database has none of the store's tables. Throws DatabaseExists (3204) otherwise.
 void requireNoStore(dao::Database& database);
