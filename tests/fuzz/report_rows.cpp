@@ -170,9 +170,13 @@ void checkFiles(report::Document& document, int rows)
 {
     const auto& [plainText, plainHtml] = plainFiles(rows);
     const QByteArray text = written(report::writeText, document);
-    for (const char sign : {'\n', '\t', '\r', '\f', '\v'})
+    for (const char* sign : {"\n\n", "\t", "\r", "\f", "\v"})
         fuzz::require(text.count(sign) == plainText.count(sign),
-                      "the text file has one line per line of the block", QString::fromUtf8(text));
+                      "an empty line after each block and nowhere else", QString::fromUtf8(text));
+    // The line of the kind stands alone; it is left out where there is none.
+    const qsizetype kindLines = text.count('\n') - plainText.count('\n');
+    fuzz::require(kindLines >= 0 && kindLines <= rows, "a text line per line of the block",
+                  QString::fromUtf8(text));
     for (const QChar::SpecialCharacter sign : {QChar::LineSeparator, QChar::ParagraphSeparator})
         fuzz::require(!QString::fromUtf8(text).contains(QChar(sign)),
                       "no text contains a line break", QString::fromUtf8(text));

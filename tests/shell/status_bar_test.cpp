@@ -17,7 +17,7 @@ private slots:
     void panels_haveTheirTextsAndOrder();
     void panels_haveTheirToolTips();
     void datePanel_showsToday();
-    void datePanel_followsMidnight();
+    void datePanel_updatesWhenTheDateChanges();
     void timePanel_showsTheCurrentTime();
     void productLine_fitsASmallScreen();
 };
@@ -69,7 +69,7 @@ void StatusBarTest::datePanel_showsToday()
     QCOMPARE(panel(bar, 1)->text(), u"20/04/2018"_s);
 }
 
-void StatusBarTest::datePanel_followsMidnight()
+void StatusBarTest::datePanel_updatesWhenTheDateChanges()
 {
     auto today = std::make_unique<testsupport::FixedToday>(QDate(2026, 12, 31));
     shell::StatusBar bar(nullptr);

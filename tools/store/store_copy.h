@@ -28,7 +28,7 @@ public:
     /// Returns one line for each table that does not belong to the store.
     const QStringList& notes() const { return notes_; }
 
-    /// Runs checkStore on the snapshot and returns its findings.
+    /// Runs checkForCopying on the snapshot and returns its findings.
     QStringList check() const;
 
     /// Creates the tables in a target that has none of them, within the target's
