@@ -64,6 +64,17 @@ std::vector<OldColumn> columnsFrom(const QByteArray& bytes)
     return columns;
 }
 
+OldTable tableFrom(QDataStream& stream)
+{
+    OldTable table;
+    QByteArray columns;
+    QByteArray foreign;
+    stream >> table.name >> table.recordedRows >> columns >> foreign;
+    table.columns = columnsFrom(columns);
+    table.foreignColumns = columnsFrom(foreign);
+    return table;
+}
+
 OldRow rowFrom(QDataStream& stream, std::size_t columns)
 {
     OldRow row(columns);
@@ -176,13 +187,8 @@ void FrameReader::takeFrame(const QByteArray& frame)
     }
     case Kind::Table: {
         between(State::BetweenTables);
-        OldTable table;
-        QByteArray columns;
-        QByteArray foreign;
-        stream >> table.name >> table.recordedRows >> columns >> foreign;
+        const OldTable table = tableFrom(stream);
         whole();
-        table.columns = columnsFrom(columns);
-        table.foreignColumns = columnsFrom(foreign);
         columns_ = table.columns.size();
         state_ = State::InTable;
         return visitor_.table(table);

@@ -1,22 +1,13 @@
 #include "tools/store/old_store/old_file.h"
 
-#include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
+#include "tools/store/old_store/old_pages.h"
 
 #include <QFile>
-#include <QtEndian>
 
 #include <algorithm>
-#include <memory>
-#include <span>
-
-// Included before mdbtools.h, which would otherwise include it inside extern "C".
-#include <glib.h>
-
-#include <mdbtools.h>
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -29,80 +20,11 @@ constexpr int placeOfRow = 0x1fff;
 /// Maximum length of a memo in bytes; real memos are far shorter.
 constexpr qsizetype longestMemo = qsizetype{16} * 1024 * 1024;
 
-[[noreturn]] void damaged(const QString& what)
-{
-    throw RunTimeError(runtime::CorruptDatabase, what);
-}
-
-void require(bool condition, const QString& otherwise)
-{
-    if (!condition)
-        damaged(otherwise);
-}
-
 struct HandleCloser
 {
     void operator()(MdbHandle* handle) const { mdb_close(handle); }
 };
 using Handle = std::unique_ptr<MdbHandle, HandleCloser>;
-
-struct TableFreer
-{
-    void operator()(MdbTableDef* table) const { mdb_free_tabledef(table); }
-};
-using TableHandle = std::unique_ptr<MdbTableDef, TableFreer>;
-
-template <typename Item>
-std::span<Item*> itemsOf(GPtrArray* array)
-{
-    return {reinterpret_cast<Item**>(array->pdata), array->len};
-}
-
-QString nameOf(const char* name)
-{
-    return QString::fromUtf8(name);
-}
-
-quint32 wordAt(const QByteArray& bytes, qsizetype place)
-{
-    return qFromLittleEndian<quint32>(bytes.constData() + place);
-}
-
-/// Access to the pages of one file.
-class Pages
-{
-public:
-    explicit Pages(MdbHandle& file) : file_(file) {}
-
-    MdbHandle& file() const { return file_; }
-    qsizetype size() const { return file_.fmt->pg_size; }
-
-    void read(quint32 page) const
-    {
-        require(mdb_read_pg(&file_, page) == size(), u"page %1 cannot be read"_s.arg(page));
-    }
-    bool holdsRowsOf(const MdbCatalogEntry& table) const
-    {
-        return file_.pg_buf[0] == MDB_PAGE_DATA &&
-               qFromLittleEndian<quint32>(&file_.pg_buf[4]) == table.table_pg;
-    }
-    int rows() const
-    {
-        const int rows = qFromLittleEndian<quint16>(&file_.pg_buf[file_.fmt->row_count_offset]);
-        require(file_.fmt->row_count_offset + 2 + 2 * rows <= size(),
-                u"a page has too many rows"_s);
-        return rows;
-    }
-    QByteArray bytes(qsizetype start, qsizetype length) const
-    {
-        require(start >= 0 && length >= 0 && start + length <= size(),
-                u"a row reaches beyond its page"_s);
-        return {reinterpret_cast<const char*>(&file_.pg_buf[start]), length};
-    }
-
-private:
-    MdbHandle& file_;
-};
 
 /// The position of a row on the page that was read last.
 struct Place

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/runtime/run_time_error.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QtEndian>
+
+#include <memory>
+#include <span>
+
+// Included before mdbtools.h, which would otherwise include it inside extern "C".
+#include <glib.h>
+
+#include <mdbtools.h>
+
+namespace storetools {
+
+/// Throws CorruptDatabase (3049).
+[[noreturn]] inline void damaged(const QString& what)
+{
+    throw runtime::RunTimeError(runtime::CorruptDatabase, what);
+}
+
+/// Throws CorruptDatabase (3049) with this description if the condition does not hold.
+inline void require(bool condition, const QString& otherwise)
+{
+    if (!condition)
+        damaged(otherwise);
+}
+
+struct TableFreer
+{
+    void operator()(MdbTableDef* table) const { mdb_free_tabledef(table); }
+};
+using TableHandle = std::unique_ptr<MdbTableDef, TableFreer>;
+
+template <typename Item>
+std::span<Item*> itemsOf(GPtrArray* array)
+{
+    return {reinterpret_cast<Item**>(array->pdata), array->len};
+}
+
+inline QString nameOf(const char* name)
+{
+    return QString::fromUtf8(name);
+}
+
+inline quint32 wordAt(const QByteArray& bytes, qsizetype place)
+{
+    return qFromLittleEndian<quint32>(bytes.constData() + place);
+}
+
+/// Access to the pages of one file.
+class Pages
+{
+public:
+    explicit Pages(MdbHandle& file) : file_(file) {}
+
+    MdbHandle& file() const { return file_; }
+    qsizetype size() const { return file_.fmt->pg_size; }
+
+    void read(quint32 page) const
+    {
+        require(mdb_read_pg(&file_, page) == size(),
+                QStringLiteral("page %1 cannot be read").arg(page));
+    }
+    bool holdsRowsOf(const MdbCatalogEntry& table) const
+    {
+        return file_.pg_buf[0] == MDB_PAGE_DATA &&
+               qFromLittleEndian<quint32>(&file_.pg_buf[4]) == table.table_pg;
+    }
+    int rows() const
+    {
+        const int rows = qFromLittleEndian<quint16>(&file_.pg_buf[file_.fmt->row_count_offset]);
+        require(file_.fmt->row_count_offset + 2 + 2 * rows <= size(),
+                QStringLiteral("a page has too many rows"));
+        return rows;
+    }
+    QByteArray bytes(qsizetype start, qsizetype length) const
+    {
+        require(start >= 0 && length >= 0 && start + length <= size(),
+                QStringLiteral("a row reaches beyond its page"));
+        return {reinterpret_cast<const char*>(&file_.pg_buf[start]), length};
+    }
+
+private:
+    MdbHandle& file_;
+};
+
+} // namespace storetools
