@@ -185,6 +185,7 @@ BENCHMARK(DeleteAllLines)->UseManualTime()->Unit(benchmark::kMillisecond)->Itera
 
 int main(int argc, char** argv)
 {
-    runtime::setMessageBoxDoor([](const runtime::MessageBoxRequest&) { return runtime::vbYes; });
+    runtime::messageBoxDoor().replace(
+        [](const runtime::MessageBoxRequest&) { return runtime::vbYes; });
     return bench::runInApplication(argc, argv);
 }

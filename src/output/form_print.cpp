@@ -6,7 +6,6 @@
 #include <QWidget>
 
 #include <algorithm>
-#include <utility>
 
 namespace output {
 
@@ -25,12 +24,6 @@ std::unique_ptr<QPaintDevice> defaultPrinter()
     return device;
 }
 
-PrintDeviceDoor& printDevice()
-{
-    static PrintDeviceDoor door = defaultPrinter;
-    return door;
-}
-
 void paintForm(QWidget& form, QPaintDevice& device)
 {
     QPainter painter(&device);
@@ -45,15 +38,16 @@ void paintForm(QWidget& form, QPaintDevice& device)
 
 } // namespace
 
-PrintDeviceDoor setPrintDeviceDoor(PrintDeviceDoor door)
+PrintDeviceDoor& printDeviceDoor()
 {
-    return std::exchange(printDevice(), std::move(door));
+    static PrintDeviceDoor door(defaultPrinter);
+    return door;
 }
 
 void printForm(QWidget& form) noexcept
 {
     try {
-        if (const std::unique_ptr<QPaintDevice> device = printDevice()())
+        if (const std::unique_ptr<QPaintDevice> device = printDeviceDoor()())
             paintForm(form, *device);
     } catch (...) {
         // A printer that fails leaves no trace: the sheet still stands on the screen.

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include "platform/runtime/door.h"
+
 #include <memory>
 
 class QPaintDevice;
@@ -10,10 +11,8 @@ namespace output {
 
 /// Gives the device that a form's image is printed on, or null where there is none. The default is
 /// the machine's default printer.
-using PrintDeviceDoor = std::function<std::unique_ptr<QPaintDevice>()>;
-
-/// Replaces the door and returns the former one.
-PrintDeviceDoor setPrintDeviceDoor(PrintDeviceDoor door);
+using PrintDeviceDoor = runtime::Door<std::unique_ptr<QPaintDevice>()>;
+PrintDeviceDoor& printDeviceDoor();
 
 /// Prints the image of a form in its size on the screen, made smaller where the paper is narrower.
 /// Reports nothing: without a printer, or with one that fails, nothing happens.

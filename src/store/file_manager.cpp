@@ -3,8 +3,6 @@
 #include <QDir>
 #include <QProcess>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace store {
@@ -22,22 +20,17 @@ void startDetached()
 #endif
 }
 
-FileManagerDoor& currentDoor()
-{
-    static FileManagerDoor door = startDetached;
-    return door;
-}
-
 } // namespace
 
 void startFileManager()
 {
-    currentDoor()();
+    fileManagerDoor()();
 }
 
-FileManagerDoor setFileManagerDoor(FileManagerDoor door)
+FileManagerDoor& fileManagerDoor()
 {
-    return std::exchange(currentDoor(), std::move(door));
+    static FileManagerDoor door(startDetached);
+    return door;
 }
 
 } // namespace store

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <functional>
+#include "platform/runtime/door.h"
 
 namespace store {
 
 /// Starts the system's file manager without waiting for it. Does nothing if the system has none.
 void startFileManager();
 
-using FileManagerDoor = std::function<void()>;
-/// Replaces the function that starts the file manager and returns the previous one. Tests use it.
-FileManagerDoor setFileManagerDoor(FileManagerDoor door);
+using FileManagerDoor = runtime::Door<void()>;
+FileManagerDoor& fileManagerDoor();
 
 } // namespace store

@@ -186,7 +186,7 @@ void NumberingTest::numbersBeyondSixteenBits()
 void NumberingTest::addElsewhereMeanwhile(const QList<int>& numbers, int state)
 {
     elsewhere_ = numbers;
-    runtime::setClock([this, state] {
+    runtime::clockDoor().replace([this, state] {
         if (!elsewhere_.isEmpty())
             desk_->store.execute(u"INSERT INTO Orders (Number, Order_Date, Open_Close)"
                                  " VALUES (?, '2026-02-28', ?)"_s,

@@ -81,9 +81,10 @@ QString PrintingTest::exported()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"report.txt"_s);
-    const auto former = report::setFileDoor([&](const report::FileRequest&) { return path; });
+    const auto former =
+        report::fileDoor().replace([&](const report::FileRequest&) { return path; });
     testsupport::child<QAction>(*preview(), u"ActionExportText"_s)->trigger();
-    report::setFileDoor(former);
+    report::fileDoor().replace(former);
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }

@@ -47,16 +47,16 @@ private:
 class Printer
 {
 public:
-    explicit Printer(output::PrintDeviceDoor door)
-        : former_(output::setPrintDeviceDoor(std::move(door)))
+    explicit Printer(output::PrintDeviceDoor::Function door)
+        : former_(output::printDeviceDoor().replace(std::move(door)))
     {
     }
-    ~Printer() { output::setPrintDeviceDoor(std::move(former_)); }
+    ~Printer() { output::printDeviceDoor().replace(std::move(former_)); }
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
 
 private:
-    output::PrintDeviceDoor former_;
+    output::PrintDeviceDoor::Function former_;
 };
 
 QRect inkOf(const QImage& image, const QRect& area)

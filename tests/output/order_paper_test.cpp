@@ -359,7 +359,7 @@ void OrderPaperTest::printsNullBlank()
 
 void OrderPaperTest::opensItsPreview()
 {
-    const PaperDoor former = setPaperDoor([] { return a4Portrait; });
+    const PaperDoor::Function former = paperDoor().replace([] { return a4Portrait; });
     DataReport& report = output::dataReport1();
     report.setDataSource(ordinaryLines(10));
     report.Sections(2).Controls(u"LabelOrder_Num"_s).setCaption(u"17"_s);
@@ -375,9 +375,9 @@ void OrderPaperTest::opensItsPreview()
     auto* pages = child<PreviewPages>(*window, u"PreviewPages"_s);
     QCOMPARE(pages->property("pageCount").toInt(), 3);
     QCOMPARE(pages->property("currentPage").toInt(), 1);
-    setPaperDoor([] { return Paper{11799, 16838}; });
+    paperDoor().replace([] { return Paper{11799, 16838}; });
     QVERIFY_EXCEPTION_THROWN(report.Show(), runtime::RunTimeError);
-    setPaperDoor(former);
+    paperDoor().replace(former);
 }
 
 ZOMREL_QTEST_MAIN(OrderPaperTest)

@@ -92,7 +92,7 @@ void fillSeries(const QWidget& form, int number)
 
 void answerBoxes()
 {
-    runtime::setMessageBoxDoor([](const runtime::MessageBoxRequest& request) {
+    runtime::messageBoxDoor().replace([](const runtime::MessageBoxRequest& request) {
         if ((request.flags & runtime::vbYesNo) != 0)
             return runtime::vbYes;
         std::fprintf(stderr, "%s\n", qUtf8Printable(request.text.simplified()));

@@ -43,8 +43,10 @@ QString noAccessText(const QString& firstLine)
 class AccessErrorTest : public testing::Test
 {
 protected:
-    AccessErrorTest() : former_(store::setFileManagerDoor([this] { ++fileManagerStarts; })) {}
-    ~AccessErrorTest() override { store::setFileManagerDoor(std::move(former_)); }
+    AccessErrorTest() : former_(store::fileManagerDoor().replace([this] { ++fileManagerStarts; }))
+    {
+    }
+    ~AccessErrorTest() override { store::fileManagerDoor().replace(std::move(former_)); }
 
     const runtime::MessageBoxRequest& onlyBox() const
     {
@@ -57,7 +59,7 @@ protected:
     int fileManagerStarts = 0;
 
 private:
-    store::FileManagerDoor former_;
+    store::FileManagerDoor::Function former_;
 };
 
 class SilentNumber : public AccessErrorTest, public testing::WithParamInterface<int>

@@ -3,13 +3,14 @@
 namespace testsupport {
 
 RecordedBoxes::RecordedBoxes()
-    : former_(runtime::setMessageBoxDoor([this](const auto& request) { return take(request); }))
+    : former_(
+          runtime::messageBoxDoor().replace([this](const auto& request) { return take(request); }))
 {
 }
 
 RecordedBoxes::~RecordedBoxes()
 {
-    runtime::setMessageBoxDoor(std::move(former_));
+    runtime::messageBoxDoor().replace(std::move(former_));
 }
 
 void RecordedBoxes::clear()
@@ -32,7 +33,7 @@ runtime::MessageBoxAnswer RecordedBoxes::take(const runtime::MessageBoxRequest& 
 }
 
 RecordedEnd::RecordedEnd()
-    : former_(runtime::setEndProcessDoor([this](int exitStatus) {
+    : former_(runtime::endProcessDoor().replace([this](int exitStatus) {
           if (!exitStatus_)
               exitStatus_ = exitStatus;
           throw runtime::ProcessEnded{exitStatus};
@@ -42,14 +43,17 @@ RecordedEnd::RecordedEnd()
 
 RecordedEnd::~RecordedEnd()
 {
-    runtime::setEndProcessDoor(std::move(former_));
+    runtime::endProcessDoor().replace(std::move(former_));
 }
 
-FixedToday::FixedToday(const QDate& day) : former_(runtime::setClock([day] { return day; })) {}
+FixedToday::FixedToday(const QDate& day)
+    : former_(runtime::clockDoor().replace([day] { return day; }))
+{
+}
 
 FixedToday::~FixedToday()
 {
-    runtime::setClock(std::move(former_));
+    runtime::clockDoor().replace(std::move(former_));
 }
 
 } // namespace testsupport

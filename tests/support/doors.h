@@ -35,7 +35,7 @@ private:
     std::deque<runtime::MessageBoxAnswer> answers_;
     std::vector<runtime::MessageBoxRequest> shown_;
     QList<QString> unexpected_;
-    runtime::MessageBoxDoor former_;
+    runtime::MessageBoxDoor::Function former_;
 };
 
 /// Stands behind runtime::EndProcess: keeps the first exit status and leaves the handler.
@@ -52,7 +52,7 @@ public:
 
 private:
     std::optional<int> exitStatus_;
-    runtime::EndProcessDoor former_;
+    runtime::EndProcessDoor::Function former_;
 };
 
 /// Holds today's date at one day.
@@ -65,7 +65,7 @@ public:
     FixedToday& operator=(const FixedToday&) = delete;
 
 private:
-    runtime::Clock former_;
+    runtime::ClockDoor::Function former_;
 };
 
 } // namespace testsupport

@@ -103,16 +103,17 @@ class RefusalWatch
 {
 public:
     RefusalWatch()
-        : former_(runtime::setMessageBoxDoor([this](const runtime::MessageBoxRequest& request) {
-              if (runtime::isEnding())
-                  return former_(request);
-              if (text_.isEmpty())
-                  text_ = request.text;
-              return runtime::vbOK;
-          }))
+        : former_(
+              runtime::messageBoxDoor().replace([this](const runtime::MessageBoxRequest& request) {
+                  if (runtime::isEnding())
+                      return former_(request);
+                  if (text_.isEmpty())
+                      text_ = request.text;
+                  return runtime::vbOK;
+              }))
     {
     }
-    ~RefusalWatch() { runtime::setMessageBoxDoor(std::move(former_)); }
+    ~RefusalWatch() { runtime::messageBoxDoor().replace(std::move(former_)); }
     RefusalWatch(const RefusalWatch&) = delete;
     RefusalWatch& operator=(const RefusalWatch&) = delete;
 
@@ -124,7 +125,7 @@ public:
 
 private:
     QString text_;
-    runtime::MessageBoxDoor former_;
+    runtime::MessageBoxDoor::Function former_;
 };
 
 } // namespace
@@ -231,13 +232,13 @@ void OrderRoad::print()
         // The program does not print an order without lines.
         return;
     picture(*preview, u"report-preview"_s);
-    const auto former = report::setFileDoor([this](const report::FileRequest& request) {
+    const auto former = report::fileDoor().replace([this](const report::FileRequest& request) {
         return u"%1/order-%2.%3"_s.arg(out_).arg(Module1::CurrentOrderNum).arg(request.suffix);
     });
     for (const QString& command :
          {u"ActionExportPdf"_s, u"ActionExportHtml"_s, u"ActionExportText"_s})
         control<QAction>(*preview, command).trigger();
-    report::setFileDoor(former);
+    report::fileDoor().replace(former);
 }
 
 void OrderRoad::picture(QWidget& shown, const QString& name)

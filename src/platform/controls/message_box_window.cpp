@@ -108,7 +108,7 @@ MessageBoxAnswer showBox(const MessageBoxRequest& request)
 
 void installMessageBoxes()
 {
-    runtime::setMessageBoxDoor(showBox);
+    runtime::messageBoxDoor().replace(showBox);
 }
 
 } // namespace controls

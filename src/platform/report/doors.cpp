@@ -1,6 +1,6 @@
 #include "platform/report/doors.h"
 
-#include "platform/report/printing.h"
+#include "platform/report/paper.h"
 
 #include <QFileDialog>
 #include <QPrintDialog>
@@ -9,8 +9,6 @@
 #include <QProcess>
 #include <QSettings>
 #include <QStandardPaths>
-
-#include <utility>
 
 namespace report {
 
@@ -55,34 +53,23 @@ QString showFileDialog(const FileRequest& request)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
+} // namespace
+
 PaperDoor& paperDoor()
 {
-    static PaperDoor door = paperOfDefaultPrinter;
+    static PaperDoor door(paperOfDefaultPrinter);
     return door;
 }
-
-PrinterDoor& printerDoor()
-{
-    static PrinterDoor door = showPrintDialog;
-    return door;
-}
-
-FileDoor& fileDoor()
-{
-    static FileDoor door = showFileDialog;
-    return door;
-}
-
-} // namespace
 
 Paper defaultPaper()
 {
     return paperDoor()();
 }
 
-PaperDoor setPaperDoor(PaperDoor door)
+PrinterDoor& printerDoor()
 {
-    return std::exchange(paperDoor(), std::move(door));
+    static PrinterDoor door(showPrintDialog);
+    return door;
 }
 
 bool askPrinter(QPrinter& printer, QWidget* parent, int pageCount)
@@ -90,19 +77,15 @@ bool askPrinter(QPrinter& printer, QWidget* parent, int pageCount)
     return printerDoor()(printer, parent, pageCount);
 }
 
-PrinterDoor setPrinterDoor(PrinterDoor door)
+FileDoor& fileDoor()
 {
-    return std::exchange(printerDoor(), std::move(door));
+    static FileDoor door(showFileDialog);
+    return door;
 }
 
 QString askFile(const FileRequest& request)
 {
     return fileDoor()(request);
-}
-
-FileDoor setFileDoor(FileDoor door)
-{
-    return std::exchange(fileDoor(), std::move(door));
 }
 
 } // namespace report

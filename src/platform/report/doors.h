@@ -1,10 +1,9 @@
 #pragma once
 
 #include "platform/report/pagination.h"
+#include "platform/runtime/door.h"
 
 #include <QString>
-
-#include <functional>
 
 class QPrinter;
 class QWidget;
@@ -16,13 +15,13 @@ namespace report {
 /// The paper that a report is laid on when it is shown: the default printer's, A4 upright without
 /// one.
 Paper defaultPaper();
-using PaperDoor = std::function<Paper()>;
-PaperDoor setPaperDoor(PaperDoor door);
+using PaperDoor = runtime::Door<Paper()>;
+PaperDoor& paperDoor();
 
 /// Lets the user choose printer and pages; false where the user thinks better of it.
 bool askPrinter(QPrinter& printer, QWidget* parent, int pageCount);
-using PrinterDoor = std::function<bool(QPrinter& printer, QWidget* parent, int pageCount)>;
-PrinterDoor setPrinterDoor(PrinterDoor door);
+using PrinterDoor = runtime::Door<bool(QPrinter& printer, QWidget* parent, int pageCount)>;
+PrinterDoor& printerDoor();
 
 struct FileRequest
 {
@@ -35,7 +34,7 @@ struct FileRequest
 
 /// Lets the user choose a file to write; empty where the user thinks better of it.
 QString askFile(const FileRequest& request);
-using FileDoor = std::function<QString(const FileRequest& request)>;
-FileDoor setFileDoor(FileDoor door);
+using FileDoor = runtime::Door<QString(const FileRequest& request)>;
+FileDoor& fileDoor();
 
 } // namespace report

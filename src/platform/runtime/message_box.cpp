@@ -1,7 +1,6 @@
 #include "platform/runtime/message_box.h"
 
 #include <cstdio>
-#include <utility>
 
 namespace runtime {
 
@@ -13,22 +12,17 @@ MessageBoxAnswer writeToStandardError(const MessageBoxRequest& request)
     return vbOK;
 }
 
-MessageBoxDoor& currentDoor()
-{
-    static MessageBoxDoor door = writeToStandardError;
-    return door;
-}
-
 } // namespace
 
-MessageBoxDoor setMessageBoxDoor(MessageBoxDoor door)
+MessageBoxDoor& messageBoxDoor()
 {
-    return std::exchange(currentDoor(), std::move(door));
+    static MessageBoxDoor door(writeToStandardError);
+    return door;
 }
 
 MessageBoxAnswer MsgBox(const QString& text, int flags, const QString& title)
 {
-    return currentDoor()({text, flags, title.isEmpty() ? QStringLiteral("ProjZomrel") : title});
+    return messageBoxDoor()({text, flags, title.isEmpty() ? QStringLiteral("ProjZomrel") : title});
 }
 
 } // namespace runtime

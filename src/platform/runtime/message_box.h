@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "platform/runtime/door.h"
 
-#include <functional>
+#include <QString>
 
 namespace runtime {
 
@@ -35,10 +35,8 @@ struct MessageBoxRequest
 /// The function that shows a message box and returns the answer. The default, for programs without
 /// windows, writes the text to stderr and returns vbOK. The desktop program installs a function
 /// with real boxes at start.
-using MessageBoxDoor = std::function<MessageBoxAnswer(const MessageBoxRequest&)>;
-
-/// Replaces the function that shows message boxes and returns the previous one.
-MessageBoxDoor setMessageBoxDoor(MessageBoxDoor door);
+using MessageBoxDoor = Door<MessageBoxAnswer(const MessageBoxRequest&)>;
+MessageBoxDoor& messageBoxDoor();
 
 /// Shows a modal message box and returns the answer. An empty title becomes the project's name,
 /// "ProjZomrel".

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <utility>
 
 namespace runtime {
 
@@ -14,38 +13,28 @@ void endAtOnce(int exitStatus)
     std::_Exit(exitStatus);
 }
 
-EndProcessDoor& currentEnd()
+} // namespace
+
+EndProcessDoor& endProcessDoor()
 {
-    static EndProcessDoor door = endAtOnce;
+    static EndProcessDoor door(endAtOnce);
     return door;
 }
 
-Clock& currentClock()
-{
-    static Clock clock = QDate::currentDate;
-    return clock;
-}
-
-} // namespace
-
 void EndProcess(int exitStatus)
 {
-    currentEnd()(exitStatus);
+    endProcessDoor()(exitStatus);
 }
 
-EndProcessDoor setEndProcessDoor(EndProcessDoor door)
+ClockDoor& clockDoor()
 {
-    return std::exchange(currentEnd(), std::move(door));
+    static ClockDoor door(QDate::currentDate);
+    return door;
 }
 
 QDate Today()
 {
-    return currentClock()();
-}
-
-Clock setClock(Clock clock)
-{
-    return std::exchange(currentClock(), std::move(clock));
+    return clockDoor()();
 }
 
 } // namespace runtime

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QDate>
+#include "platform/runtime/door.h"
 
-#include <functional>
+#include <QDate>
 
 namespace runtime {
 
@@ -10,10 +10,10 @@ namespace runtime {
 /// anything. It returns only if a test has replaced it.
 void EndProcess(int exitStatus);
 
-/// Replaces the function that ends the process and returns the previous one. The replacement may
-/// throw ProcessEnded to leave the current handler; guarded() ignores that exception.
-using EndProcessDoor = std::function<void(int exitStatus)>;
-EndProcessDoor setEndProcessDoor(EndProcessDoor door);
+/// The function that ends the process. A replacement may throw ProcessEnded to leave the current
+/// handler; guarded() ignores that exception.
+using EndProcessDoor = Door<void(int exitStatus)>;
+EndProcessDoor& endProcessDoor();
 
 /// Exception that a test throws instead of ending the process.
 struct ProcessEnded
@@ -21,10 +21,10 @@ struct ProcessEnded
     int exitStatus;
 };
 
-/// Returns the current date without a time part. Tests can replace it.
+/// Returns the current date without a time part.
 QDate Today();
 
-using Clock = std::function<QDate()>;
-Clock setClock(Clock clock);
+using ClockDoor = Door<QDate()>;
+ClockDoor& clockDoor();
 
 } // namespace runtime

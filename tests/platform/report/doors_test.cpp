@@ -1,5 +1,5 @@
 #include "platform/report/doors.h"
-#include "platform/report/printing.h"
+#include "platform/report/paper.h"
 
 #include "support/widgets.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/connection.h"
+#include "platform/report/row_source.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <QStringList>
@@ -14,10 +14,10 @@ namespace testsupport {
 
 /// A record source out of thin air: each row is made when it is asked for. Counts what was read. It
 /// can hold its first rows only until all are read, as a long query does.
-class MemoryRows : public ado::Recordset
+class MemoryRows : public report::RowSource
 {
 public:
-    using Row = std::vector<QVariant>;
+    using Row = report::Row;
     using MakeRow = std::function<Row(int)>;
 
     MemoryRows(QStringList names, int count, MakeRow makeRow)
@@ -25,7 +25,7 @@ public:
     {
     }
 
-    int RecordCount() const override { return count_; }
+    int rowCount() const override { return count_; }
     int rowsAtHand() const override { return atHand.value_or(count_); }
     bool readAll() override
     {
@@ -42,10 +42,9 @@ public:
         count_ = count;
         makeRow_ = std::move(makeRow);
     }
-    int FieldCount() const override { return static_cast<int>(names_.size()); }
     int ordinalOf(const QString& name) const override
     {
-        for (int i = 0; i < FieldCount(); ++i) {
+        for (int i = 0; i < static_cast<int>(names_.size()); ++i) {
             if (names_[i].compare(name, Qt::CaseInsensitive) == 0)
                 return i;
         }

@@ -6,12 +6,12 @@ using namespace report;
 using namespace Qt::StringLiterals;
 
 PreviewFixture::PreviewFixture(std::shared_ptr<MemoryRows> shown)
-    : report(smallReport), formerPaper_(setPaperDoor([] { return smallPaper; })),
-      formerFile_(setFileDoor([this](const FileRequest& request) {
+    : report(smallReport), formerPaper_(paperDoor().replace([] { return smallPaper; })),
+      formerFile_(fileDoor().replace([this](const FileRequest& request) {
           fileRequests.push_back(request);
           return chosenFile;
       })),
-      formerPrinter_(setPrinterDoor([this](QPrinter& printer, QWidget*, int pageCount) {
+      formerPrinter_(printerDoor().replace([this](QPrinter& printer, QWidget*, int pageCount) {
           return answerPrinter != nullptr && answerPrinter(printer, pageCount);
       }))
 {
@@ -21,9 +21,9 @@ PreviewFixture::PreviewFixture(std::shared_ptr<MemoryRows> shown)
 
 PreviewFixture::~PreviewFixture()
 {
-    setPaperDoor(std::move(formerPaper_));
-    setFileDoor(std::move(formerFile_));
-    setPrinterDoor(std::move(formerPrinter_));
+    paperDoor().replace(std::move(formerPaper_));
+    fileDoor().replace(std::move(formerFile_));
+    printerDoor().replace(std::move(formerPrinter_));
 }
 
 void PreviewFixture::show(std::shared_ptr<MemoryRows> shown)

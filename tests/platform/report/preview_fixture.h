@@ -50,9 +50,9 @@ public:
     std::function<bool(QPrinter&, int pageCount)> answerPrinter; ///< None: the dialog is left.
 
 private:
-    report::PaperDoor formerPaper_;
-    report::FileDoor formerFile_;
-    report::PrinterDoor formerPrinter_;
+    report::PaperDoor::Function formerPaper_;
+    report::FileDoor::Function formerFile_;
+    report::PrinterDoor::Function formerPrinter_;
 };
 
 } // namespace testsupport

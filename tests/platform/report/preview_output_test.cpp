@@ -1,3 +1,4 @@
+#include "platform/report/paper.h"
 #include "platform/report/pdf_words.h"
 #include "platform/report/preview_fixture.h"
 #include "platform/report/printing.h"

@@ -103,9 +103,9 @@ void PreviewTest::refusesWhatItCannotShow()
         QStringList{u"Name"_s}, 1, [](int) { return MemoryRows::Row{1}; }));
     QCOMPARE(errorOfShow(preview.report), int(runtime::ItemNotFound));
     preview.report.setDataSource(preview.rows);
-    setPaperDoor([] { return Paper{5299, 5400}; });
+    paperDoor().replace([] { return Paper{5299, 5400}; });
     QCOMPARE(errorOfShow(preview.report), int(runtime::ReportWidthTooLarge));
-    setPaperDoor([] { return Paper{5300, 5400}; });
+    paperDoor().replace([] { return Paper{5300, 5400}; });
     QCOMPARE(errorOfShow(preview.report), 0);
 }
 

@@ -99,12 +99,12 @@ TEST(Guard, RunsNoOtherHandlerWhileTheBoxStands)
 {
     testsupport::RecordedEnd end;
     bool ranMeanwhile = false;
-    const MessageBoxDoor former = setMessageBoxDoor([&](const MessageBoxRequest&) {
+    const MessageBoxDoor::Function former = messageBoxDoor().replace([&](const MessageBoxRequest&) {
         guarded([&] { ranMeanwhile = true; });
         return vbOK;
     });
     guarded([] { throw RunTimeError(Overflow); });
-    setMessageBoxDoor(former);
+    messageBoxDoor().replace(former);
     EXPECT_FALSE(ranMeanwhile);
     EXPECT_EQ(end.exitStatus(), 1);
     EXPECT_FALSE(isEnding());
