@@ -28,7 +28,7 @@ constexpr int twipsPerInch = 1440;
 
 /// Creates the given number of lines, alternating between ordinary, monoblock and door lines, each
 /// with different sizes.
-std::shared_ptr<ado::Recordset> lines(int count)
+std::shared_ptr<RowSource> lines(int count)
 {
     return std::make_shared<testsupport::MemoryRows>(
         testsupport::lineColumns(), count, [](int row) {
@@ -176,7 +176,7 @@ void printRichTextTable()
 }
 
 /// Measures from Show until the first page has been painted.
-void openPreview(DataReport& report, const std::shared_ptr<ado::Recordset>& rows)
+void openPreview(DataReport& report, const std::shared_ptr<RowSource>& rows)
 {
     report.setDataSource(rows);
     report.Show();
@@ -232,7 +232,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    setPaperDoor([] { return a4Portrait; });
+    paperDoor().replace([] { return a4Portrait; });
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -5,6 +5,7 @@
 #include "orders/fr_order.h"
 #include "orders/order_head.h"
 #include "output/order_report.h"
+#include "output/query_rows.h"
 #include "platform/controls/data_control.h"
 #include "platform/dao/connection.h"
 #include "platform/runtime/run_time_error.h"
@@ -72,7 +73,7 @@ void FrOrder::openReport()
     store::OpenAdoConnection(connection, Module1::StorePath);
     Module1::SqlText = printedLinesQuery();
     report::DataReport& DataReport1 = output::dataReport1();
-    DataReport1.setDataSource(connection.Execute(Module1::SqlText));
+    DataReport1.setDataSource(output::rowsOf(connection.Execute(Module1::SqlText)));
     report::Section& pageHead = DataReport1.Sections(2);
     if (Module1::FileSys->FileExists(Module1::LogoPath))
         pageHead.Controls(u"ImageCompanyLogo"_s).setPicture(LoadPicture(Module1::LogoPath));

@@ -1,8 +1,10 @@
 #include "output/form_view.h"
 
+#include "base/part_captions.h"
 #include "output/fitted_label.h"
 #include "output/form_print.h"
 #include "platform/controls/form.h"
+#include "platform/controls/makers.h"
 #include "platform/controls/picture_button.h"
 #include "platform/controls/png_icon.h"
 #include "platform/controls/twips.h"
@@ -10,10 +12,10 @@
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/process.h"
+#include "store/line_columns.h"
 
 #include <QCloseEvent>
 #include <QLabel>
-#include <QMdiArea>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -59,8 +61,7 @@ constexpr Look cell{12, Style::Regular, toRight};
 
 QFont fontOf(const Look& look)
 {
-    QFont font(u"David"_s);
-    font.setPointSizeF(look.pointSize);
+    QFont font = controls::fontOf(u"David"_s, look.pointSize);
     font.setBold(look.style == Style::Bold);
     font.setUnderline(look.style == Style::Underlined);
     return font;
@@ -102,11 +103,6 @@ QPushButton* addButton(QWidget& form, const QString& name, const QString& text, 
     return button;
 }
 
-QWidget* mainWindow()
-{
-    return controls::frame() != nullptr ? controls::frame()->window() : nullptr;
-}
-
 QString viewingDate()
 {
     return runtime::Today().toString(u"dd/MM/yyyy"_s);
@@ -121,7 +117,7 @@ controls::DefaultInstance<FormView>& instance()
 } // namespace
 
 // Standing over the main window, it is never lost behind it while both are in use.
-FormView::FormView() : QDialog(mainWindow())
+FormView::FormView() : QDialog(controls::mainWindow())
 {
     setObjectName(u"FormView"_s);
     setWindowTitle(u"הזמנה"_s);
@@ -169,10 +165,9 @@ void FormView::addParts()
     addLabel<FittedLabel>(*this, u"Label5"_s, u"סוג"_s, {2160, 3840, 2175, 255}, columnHead);
     addLabel<FittedLabel>(*this, u"Label14"_s, u"צבע"_s, {120, 3840, 1695, 255}, columnHead);
 
-    const std::array rowCaptions{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
     for (int i = 0; i < 4; ++i) {
         const int top = 4320 + 360 * i;
-        addLabel<FittedLabel>(*this, u"Label%1"_s.arg(6 + i), rowCaptions[i],
+        addLabel<FittedLabel>(*this, u"Label%1"_s.arg(6 + i), base::partCaptions()[std::size_t(i)],
                               {7920, top, 1455, 255}, caption);
         LabelWidth[i] = addLabel<NumberLabel>(*this, u"LabelWidth_%1"_s.arg(i), u"Label16"_s,
                                               {6480, top, 1095, 255}, cell);
@@ -266,7 +261,7 @@ void fillFromLine(FormView& view, dao::Recordset& line)
 {
     // A label that a former showing has filled must not keep its text where this line has none.
     const auto fillUnlessNull = [](QLabel* label, const QVariant& value) {
-        label->setText(runtime::isNull(value) ? QString() : runtime::toText(value));
+        label->setText(runtime::textOrEmpty(value));
     };
     const auto fill = [&line](QLabel* label, int ordinal) {
         label->setText(runtime::toText(line.Fields(ordinal).Value()));
@@ -274,18 +269,18 @@ void fillFromLine(FormView& view, dao::Recordset& line)
 
     fillUnlessNull(view.LabelName, line.Fields(u"Name"_s).Value());
     view.LabelDate->setText(viewingDate());
-    fill(view.LabelOpenWidth, 2);
-    fill(view.LabelOpenHeight, 3);
+    fill(view.LabelOpenWidth, store::line::openingWidth);
+    fill(view.LabelOpenHeight, store::line::openingHeight);
     for (int i = 0; i < 4; ++i) {
-        fill(view.LabelWidth[i], 4 + 2 * i);
-        fill(view.LabelHeight[i], 5 + 2 * i);
+        fill(view.LabelWidth[i], store::line::cutWidth(i));
+        fill(view.LabelHeight[i], store::line::cutHeight(i));
     }
     for (int i = 0; i < 4; ++i)
-        fillUnlessNull(view.LabelKind[i], line.Fields(12 + 3 * i).Value());
+        fillUnlessNull(view.LabelKind[i], line.Fields(store::line::kind(i)).Value());
     for (int i = 0; i < 4; ++i)
-        fillUnlessNull(view.LabelColor[i], line.Fields(13 + 3 * i).Value());
+        fillUnlessNull(view.LabelColor[i], line.Fields(store::line::colour(i)).Value());
     for (int i = 0; i < 4; ++i)
-        fill(view.LabelCount[i], 14 + 3 * i);
+        fill(view.LabelCount[i], store::line::count(i));
 }
 
 } // namespace output

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/controls/db_grid_column.h"
+
 #include <QPointer>
-#include <QString>
 #include <QTableView>
 
 namespace dao {
@@ -14,16 +15,6 @@ class CaptionHeader;
 class CellDelegate;
 class DataControl;
 class DBGridModel;
-
-struct DBGridColumn
-{
-    QString caption;
-    QString field;
-    /// Relative width of a shown column; 0 hides it (the column exists all the same).
-    int width = 0;
-    /// Digits behind the decimal sign of a number, as "0.00" has 2; -1 for the general conversion.
-    int decimals = -1;
-};
 
 /// A grid bound to a data control: it shows the rows of its recordset, pages them in as they come
 /// into view, stands on the recordset's current row and moves the recordset when the user moves in

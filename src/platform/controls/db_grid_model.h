@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/controls/db_grid.h"
+#include "platform/controls/db_grid_column.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/run_time_error.h"
 

@@ -1,6 +1,5 @@
 #include "platform/report/data_report.h"
 
-#include "platform/dao/connection.h"
 #include "platform/report/document.h"
 #include "platform/report/doors.h"
 #include "platform/report/preview_window.h"
@@ -20,7 +19,7 @@ DataReport::~DataReport()
     delete preview_;
 }
 
-void DataReport::setDataSource(std::shared_ptr<ado::Recordset> rows)
+void DataReport::setDataSource(std::shared_ptr<RowSource> rows)
 {
     rows_ = std::move(rows);
 }

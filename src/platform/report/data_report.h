@@ -6,13 +6,10 @@
 
 #include <memory>
 
-namespace ado {
-class Recordset;
-}
-
 namespace report {
 
 class PreviewWindow;
+class RowSource;
 
 /// A report at run time: its record source, what is set of its controls, and its preview. What is
 /// set afterwards reaches paper with the next Show.
@@ -26,7 +23,7 @@ public:
     DataReport& operator=(const DataReport&) = delete;
 
     /// The rows that the next Show prints. The preview keeps them for as long as it shows them.
-    void setDataSource(std::shared_ptr<ado::Recordset> rows);
+    void setDataSource(std::shared_ptr<RowSource> rows);
     /// The sections in the order of the design, counted from 1. Raises 9 for another index.
     Section& Sections(int index);
     /// Opens the preview, modeless and maximised, at its first page; the window that stands
@@ -37,7 +34,7 @@ public:
 private:
     const ReportDesign& design_;
     std::vector<Section> sections_;
-    std::shared_ptr<ado::Recordset> rows_;
+    std::shared_ptr<RowSource> rows_;
     QPointer<PreviewWindow> preview_;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/runtime/twips.h"
+
 #include <QStringView>
 
 #include <span>
@@ -70,7 +72,7 @@ struct ReportDesign
 };
 
 /// Top and bottom margin of a report whose design leaves them open.
-inline constexpr int defaultVerticalMargin = 1440;
+inline constexpr int defaultVerticalMargin = runtime::twipsPerInch;
 
 constexpr const SectionDesign* sectionOf(const ReportDesign& design, Role role)
 {

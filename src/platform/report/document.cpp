@@ -1,6 +1,5 @@
 #include "platform/report/document.h"
 
-#include "platform/dao/connection.h"
 #include "platform/report/page_ink.h"
 #include "platform/report/report_text.h"
 #include "platform/runtime/conversions.h"
@@ -26,7 +25,7 @@ bool forbiddenInFileName(QChar c)
 } // namespace
 
 Document::Document(const ReportDesign& design, std::vector<Section> sections,
-                   std::shared_ptr<ado::Recordset> rows, Paper paper)
+                   std::shared_ptr<RowSource> rows, Paper paper)
     : design_(design), sections_(std::move(sections)), rows_(std::move(rows)),
       pagination_(design, paper), ink_(std::make_unique<PageInk>(design))
 {
@@ -72,12 +71,12 @@ void Document::bindFields()
 
 int Document::blockCount() const
 {
-    return rows_->RecordCount();
+    return rows_->rowCount();
 }
 
 bool Document::isWhole() const
 {
-    return rows_->rowsAtHand() == rows_->RecordCount();
+    return rows_->rowsAtHand() == rows_->rowCount();
 }
 
 bool Document::hasPage(int index) const

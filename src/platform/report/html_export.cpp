@@ -1,6 +1,7 @@
 #include "platform/report/export.h"
 
 #include "platform/report/text_shaper.h"
+#include "platform/runtime/twips.h"
 
 #include <QBuffer>
 #include <QIODevice>
@@ -14,9 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double twipsPerPoint = 20;
+constexpr double twipsPerPoint = runtime::twipsPerPoint;
 /// Half of it lies inside the control on paper, all of it in a style sheet.
-constexpr double borderWidth = 15;
+constexpr double borderWidth = runtime::twipsPerPixel;
 /// What of its width a text may take here: a browser may have another font than this machine.
 constexpr double safeShare = 0.9;
 

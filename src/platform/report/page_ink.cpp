@@ -1,5 +1,7 @@
 #include "platform/report/page_ink.h"
 
+#include "platform/runtime/twips.h"
+
 #include <QPainter>
 
 namespace report {
@@ -7,7 +9,7 @@ namespace report {
 namespace {
 
 /// One pixel of a screen at 96 dots per inch.
-constexpr double lineWidth = 15;
+constexpr double lineWidth = runtime::twipsPerPixel;
 
 void drawPicture(const QRectF& place, const QImage& picture, QPainter& painter)
 {

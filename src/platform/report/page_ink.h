@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/report/document.h"
+#include "platform/report/page.h"
 #include "platform/report/text_shaper.h"
 
 #include <QLineF>

@@ -1,5 +1,7 @@
 #include "platform/report/export.h"
 
+#include "platform/runtime/twips.h"
+
 #include <QIODevice>
 #include <QPageSize>
 #include <QPainter>
@@ -9,8 +11,7 @@ namespace report {
 
 namespace {
 
-constexpr int twipsPerInch = 1440;
-constexpr double twipsPerPoint = 20;
+constexpr double twipsPerPoint = runtime::twipsPerPoint;
 
 /// Hands everything through and remembers whether all of it was taken: the PDF engine does not say.
 class CheckedDevice : public QIODevice
@@ -66,7 +67,7 @@ Outcome writePdf(Document& document, const std::vector<int>& pages, QIODevice& d
     QPdfWriter writer(&checked);
     writer.setPageSize(pageSize(document.paper()));
     writer.setPageMargins(QMarginsF());
-    writer.setResolution(twipsPerInch); // one device unit is one twip
+    writer.setResolution(runtime::twipsPerInch); // one device unit is one twip
     writer.setTitle(document.title());
     const Outcome outcome = drawPages(document, pages, writer, checked, progress);
     return outcome == Outcome::Done && checked.failed() ? Outcome::Failed : outcome;

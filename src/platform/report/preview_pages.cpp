@@ -1,6 +1,7 @@
 #include "platform/report/preview_pages.h"
 
 #include "platform/runtime/guard.h"
+#include "platform/runtime/twips.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -14,7 +15,7 @@ namespace report {
 
 namespace {
 
-constexpr double twipsPerPixel = 15;
+constexpr double twipsPerPixel = runtime::twipsPerPixel;
 constexpr int scrollStep = 40;
 constexpr double zoomSteps[] = {0.1, 0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4, 5};
 

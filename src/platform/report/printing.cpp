@@ -2,9 +2,11 @@
 
 #include "platform/report/doors.h"
 #include "platform/report/export.h"
+#include "platform/report/paper.h"
 #include "platform/report/work_progress.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
+#include "platform/runtime/twips.h"
 
 #include <QPainter>
 #include <QPrinter>
@@ -16,14 +18,6 @@ namespace report {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double twipsPerInch = 1440;
-constexpr double millimetresPerInch = 25.4;
-
-int twips(double millimetres)
-{
-    return qRound(millimetres / millimetresPerInch * twipsPerInch);
-}
 
 void refuse(const QString& text)
 {
@@ -59,7 +53,7 @@ Outcome drawOnPrinter(Document& document, const std::vector<int>& pages, QPrinte
     QPainter painter;
     if (!painter.begin(&printer))
         return Outcome::Failed;
-    const double scale = printer.resolution() / twipsPerInch;
+    const double scale = double(printer.resolution()) / runtime::twipsPerInch;
     painter.scale(scale, scale);
     const int total = static_cast<int>(pages.size());
     for (int i = 0; i < total; ++i) {
@@ -132,12 +126,6 @@ Outcome writeTo(const QString& path, Document& document, Format format, QWidget*
 }
 
 } // namespace
-
-Paper paperOf(const QPageLayout& layout)
-{
-    const QSizeF sheet = layout.fullRect(QPageLayout::Millimeter).size();
-    return {twips(sheet.width()), twips(sheet.height())};
-}
 
 void printDocument(Document& document, int currentPage, QWidget* parent)
 {

@@ -2,15 +2,10 @@
 
 #include "platform/report/document.h"
 
-#include <QPageLayout>
-
 class QPrinter;
 class QWidget;
 
 namespace report {
-
-/// The whole sheet of a page layout, its orientation included.
-Paper paperOf(const QPageLayout& layout);
 
 /// Asks for a printer and prints what the user chose there. A paper other than the document's has
 /// the pages laid anew; a file that the user chose is written as an export is. Refusals are shown.

@@ -62,7 +62,7 @@ QString withSignsHeld(const QString& text)
 
 QString valueText(const QVariant& value)
 {
-    return runtime::isNull(value) ? QString() : runtime::toText(value);
+    return runtime::textOrEmpty(value);
 }
 
 QString onOneLine(QString text)

@@ -1,6 +1,7 @@
 #include "platform/report/shaped_text.h"
 
 #include "platform/report/report_text.h"
+#include "platform/runtime/twips.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -17,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double twipsPerPoint = 20;
+constexpr double twipsPerPoint = runtime::twipsPerPoint;
 /// Wide enough for any one line; the toolkit's own greatest width has a special meaning.
 constexpr double endlessWidth = 1 << 20;
 constexpr QChar ellipsis(0x2026);

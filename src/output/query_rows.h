@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/report/row_source.h"
+
+#include <memory>
+
+namespace ado {
+class Recordset;
+}
+
+namespace output {
+
+/// Returns the rows of a query as a report reads them.
+std::shared_ptr<report::RowSource> rowsOf(std::shared_ptr<ado::Recordset> query);
+
+} // namespace output
