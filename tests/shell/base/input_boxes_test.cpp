@@ -68,6 +68,7 @@ class InputBoxesTest : public QObject
 private slots:
     void defaultsFollowTheIndex();
     void pairStandsFromLeftToRight();
+    void pointStandsInTheFixedPitchFontThatIsNamed();
     void pairStaysWhiteWhileDisabled();
     void enterAndArrowsWalkAndSelect_data();
     void enterAndArrowsWalkAndSelect();
@@ -119,12 +120,23 @@ void InputBoxesTest::pairStandsFromLeftToRight()
     QCOMPARE(boxes.pair->objectName(), u"Picture1_0"_s);
     QCOMPARE(boxes.pair->point()->objectName(), u"Label1_1"_s);
     QCOMPARE(boxes.pair->point()->text(), u"."_s);
-    QVERIFY(QFontInfo(boxes.pair->point()->font()).fixedPitch());
     QVERIFY(boxes.whole->x() < boxes.pair->point()->x());
     QVERIFY(boxes.pair->point()->x() < boxes.hundredths->x());
     QCOMPARE(boxes.whole->parentWidget(), boxes.pair);
-    const int room = boxes.whole->fontMetrics().horizontalAdvance(u"888"_s);
-    QVERIFY(boxes.whole->width() > room);
+    QVERIFY(boxes.whole->width() > boxes.whole->fontMetrics().horizontalAdvance(u"888"_s));
+}
+
+/// Judged by the widths that are drawn: what a font says of its own pitch may be wrong.
+void InputBoxesTest::pointStandsInTheFixedPitchFontThatIsNamed()
+{
+    QWidget form;
+    const Boxes boxes(&form);
+    const QFont font = boxes.pair->point()->font();
+    QCOMPARE(QFontInfo(font).family(), u"DejaVu Sans Mono"_s);
+    const QFontMetricsF metrics(font);
+    for (const QString& each : {u"i"_s, u"W"_s, u"0"_s})
+        QCOMPARE(metrics.horizontalAdvance(each), metrics.horizontalAdvance(u"."_s));
+    QCOMPARE(QFontInfo(font).pointSizeF(), QFontInfo(boxes.whole->font()).pointSizeF());
 }
 
 void InputBoxesTest::pairStaysWhiteWhileDisabled()
