@@ -14,6 +14,9 @@
 
 namespace journeys {
 
+/// How long a journey waits for the program, on a busy machine too.
+inline constexpr int patience = 60000; // ms
+
 /// What a message box of the program shows.
 struct Box
 {
@@ -23,7 +26,7 @@ struct Box
 };
 
 /// The built program in a folder of its own, driven through its real windows by key and mouse.
-/// Every look waits for what it expects, for 10 s at most, and fails the journey with what it saw
+/// Every look waits for what it expects, for a minute at most, and fails the journey with what it saw
 /// instead. A control is named by its object name, or as "Form/Name" where several forms have one
 /// of that name.
 class Program

@@ -84,8 +84,9 @@ public:
     /// False once the program has ended.
     bool goesOn() const { return !end.exitStatus().has_value(); }
     /// Ended with status 1, and the last box says why.
-    bool endedWithABox() const
+    bool endedWithABox()
     {
+        boxes.takeUnexpected(); // the last one is judged here
         return end.exitStatus() == 1 && !boxes.shown().empty() &&
                (boxes.shown().back().flags & runtime::vbCritical) != 0 &&
                (boxes.shown().back().text.startsWith(u"Run-time error '") ||
