@@ -111,7 +111,7 @@ TEST_F(BackupTest, HoldsOneMomentWhileAStationWrites)
         store_.execute(u"COMMIT"_s);
         while (!process.waitForFinished(0) && order < mostOrders)
             addWholeOrder();
-        ASSERT_TRUE(process.waitForFinished(storetooltest::programPatience));
+        ASSERT_TRUE(storetooltest::hasEnded(process));
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
         EXPECT_EQ(storetools::checkStore(target), QStringList());
         const int copied = scalar(target, u"SELECT max(Number) FROM Orders"_s).toInt();

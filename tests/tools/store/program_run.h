@@ -25,6 +25,12 @@ inline QStringList lines(const QByteArray& output)
 
 inline constexpr int programPatience = 120000; // ms, on a busy machine too
 
+/// Waits for the end of a process that may have ended already.
+inline bool hasEnded(QProcess& process)
+{
+    return process.state() == QProcess::NotRunning || process.waitForFinished(programPatience);
+}
+
 /// Runs the program as a user does, in a process of its own.
 inline Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
 {

@@ -156,7 +156,7 @@ TEST_F(ServerBackupTest, HoldsOneMomentWhileAStationWrites)
         do
             addWholeOrder();
         while (!process.waitForFinished(0) && order < mostOrders);
-        ASSERT_TRUE(process.waitForFinished(storetooltest::programPatience));
+        ASSERT_TRUE(storetooltest::hasEnded(process));
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
         EXPECT_GT(order, before);
         PlainSql copy(target);
