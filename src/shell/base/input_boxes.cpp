@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFontDatabase>
+#include <QFont>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyleOptionFrame>
@@ -42,6 +42,16 @@ bool countsAsChange(const QFocusEvent& event)
     default:
         return true;
     }
+}
+
+/// The families are ones that the program's packages install. A machine's own choice of a fixed
+/// font depends on what else is installed there, and may not be of fixed pitch at all.
+QFont fixedPitchFont()
+{
+    QFont font;
+    font.setFamilies({u"DejaVu Sans Mono"_s, u"Liberation Mono"_s});
+    font.setStyleHint(QFont::TypeWriter);
+    return font;
 }
 
 } // namespace
@@ -255,7 +265,7 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     point_->setObjectName(pointName);
-    point_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    point_->setFont(fixedPitchFont());
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
