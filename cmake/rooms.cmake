@@ -28,6 +28,17 @@ function(zomrel_room name)
   target_link_libraries(${name} PUBLIC zomrel_options ${ROOM_LINKS})
 endfunction()
 
+# Tests that ./test --quick leaves out.
+include(${CMAKE_CURRENT_LIST_DIR}/slow_tests.cmake)
+
+# Labels a test as slow if it is listed; a list entry that is no test is an error, see tests/CMakeLists.txt.
+function(zomrel_label_slow name)
+  if(name IN_LIST ZOMREL_SLOW_TESTS)
+    set_property(TEST ${name} APPEND PROPERTY LABELS slow)
+    set_property(GLOBAL APPEND PROPERTY ZOMREL_SLOW_TESTS_LABELLED ${name})
+  endif()
+endfunction()
+
 # zomrel_gtest(NAME SOURCES ... LINKS ...): adds a GoogleTest binary without widgets.
 function(zomrel_gtest name)
   cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
@@ -35,7 +46,8 @@ function(zomrel_gtest name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${T_LINKS} GTest::gtest GTest::gmock zomrel_gtest_main)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900)
+  zomrel_label_slow(${name})
 endfunction()
 
 # zomrel_qtest(NAME SOURCES ... LINKS ...): adds a Qt Test binary that runs widgets on the offscreen platform.
@@ -45,7 +57,8 @@ function(zomrel_qtest name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${T_LINKS} Qt6::Test zomrel_test_support)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  zomrel_label_slow(${name})
 endfunction()
 
 option(ZOMREL_FUZZ "Link the fuzz targets with libFuzzer, which Clang has" OFF)
@@ -63,7 +76,8 @@ function(zomrel_fuzz name)
   else()
     target_sources(fuzz_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/fuzz/replay.cpp)
     add_test(NAME fuzz_${name}_corpus COMMAND fuzz_${name} ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name})
-    set_tests_properties(fuzz_${name}_corpus PROPERTIES TIMEOUT 300)
+    set_tests_properties(fuzz_${name}_corpus PROPERTIES TIMEOUT 900 ENVIRONMENT LC_ALL=C.UTF-8)
+    zomrel_label_slow(fuzz_${name}_corpus)
   endif()
 endfunction()
 
@@ -85,5 +99,6 @@ function(zomrel_on_server)
     add_test(NAME ${name}_on_server COMMAND ${name})
     set_tests_properties(${name}_on_server PROPERTIES TIMEOUT "${TIMEOUT}" ENVIRONMENT "${ENVIRONMENT}"
                                                       FIXTURES_REQUIRED "${FIXTURES_REQUIRED}")
+    zomrel_label_slow(${name}_on_server)
   endforeach()
 endfunction()

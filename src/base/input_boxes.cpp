@@ -4,7 +4,7 @@
 #include "base/measures.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QFont>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyleOptionFrame>
@@ -28,6 +28,16 @@ bool countsAsChange(const QFocusEvent& event)
     default:
         return true;
     }
+}
+
+/// The families are ones that the program's packages install. A machine's own choice of a fixed
+/// font depends on what else is installed there, and may not be of fixed pitch at all.
+QFont fixedPitchFont()
+{
+    QFont font;
+    font.setFamilies({u"DejaVu Sans Mono"_s, u"Liberation Mono"_s});
+    font.setStyleHint(QFont::TypeWriter);
+    return font;
 }
 
 } // namespace
@@ -183,7 +193,7 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     point_->setObjectName(pointName);
-    point_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    point_->setFont(fixedPitchFont());
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

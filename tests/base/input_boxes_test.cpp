@@ -69,6 +69,7 @@ class InputBoxesTest : public QObject
 private slots:
     void evenAndOddIndex_giveWholeAndHundredthsBox();
     void measurePair_isLaidOutLeftToRight();
+    void pointLabel_hasTheNamedFixedPitchFont();
     void disabledPair_staysWhite();
     void enterAndArrows_moveFocusAndSelect_data();
     void enterAndArrows_moveFocusAndSelect();
@@ -120,12 +121,23 @@ void InputBoxesTest::measurePair_isLaidOutLeftToRight()
     QCOMPARE(boxes.pair->objectName(), u"Picture1_0"_s);
     QCOMPARE(boxes.pair->point()->objectName(), u"Label1_1"_s);
     QCOMPARE(boxes.pair->point()->text(), u"."_s);
-    QVERIFY(QFontInfo(boxes.pair->point()->font()).fixedPitch());
     QVERIFY(boxes.whole->x() < boxes.pair->point()->x());
     QVERIFY(boxes.pair->point()->x() < boxes.hundredths->x());
     QCOMPARE(boxes.whole->parentWidget(), boxes.pair);
-    const int room = boxes.whole->fontMetrics().horizontalAdvance(u"888"_s);
-    QVERIFY(boxes.whole->width() > room);
+    QVERIFY(boxes.whole->width() > boxes.whole->fontMetrics().horizontalAdvance(u"888"_s));
+}
+
+/// Compares drawn widths, because the pitch that a font declares may be wrong.
+void InputBoxesTest::pointLabel_hasTheNamedFixedPitchFont()
+{
+    QWidget form;
+    const Boxes boxes(&form);
+    const QFont font = boxes.pair->point()->font();
+    QCOMPARE(QFontInfo(font).family(), u"DejaVu Sans Mono"_s);
+    const QFontMetricsF metrics(font);
+    for (const QString& each : {u"i"_s, u"W"_s, u"0"_s})
+        QCOMPARE(metrics.horizontalAdvance(each), metrics.horizontalAdvance(u"."_s));
+    QCOMPARE(QFontInfo(font).pointSizeF(), QFontInfo(boxes.whole->font()).pointSizeF());
 }
 
 void InputBoxesTest::disabledPair_staysWhite()

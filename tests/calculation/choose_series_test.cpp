@@ -111,7 +111,7 @@ void ChooseSeriesTest::monoblock_setsItsSharedState()
     choose(picker);
     QVERIFY(Module1::IsMonoblock);
     QCOMPARE(Module1::MonoWidthDeduct, QVariant(0.25));
-    QCOMPARE(Module1::MonoHeightDeduct, 8 / 100.0 + 20);
+    QCOMPARE(Module1::MonoHeightDeduct, 20.08);
     QCOMPARE(Module1::U_Thick, QVariant(u"6.5"_s));
     QCOMPARE(Module1::ShalavWidthDeduct, QVariant(12.7));
     QCOMPARE(Module1::Shalav_Thick, QVariant(4.5));
@@ -192,8 +192,8 @@ void ChooseSeriesTest::singleDigitHundredths_areHundredths()
     picker.TextNum[1]->setText(u"8"_s);
     picker.TextNum[5]->setText(u"5"_s);
     choose(picker);
-    QCOMPARE(Module1::MonoWidthDeduct, QVariant(8 / 100.0 + 2));
-    QCOMPARE(Module1::Shalav_Thick, QVariant(5 / 100.0 + 4));
+    QCOMPARE(Module1::MonoWidthDeduct, QVariant(2.08));
+    QCOMPARE(Module1::Shalav_Thick, QVariant(4.05));
 }
 
 void ChooseSeriesTest::secondUThickness_setsItsDeduction()
@@ -449,7 +449,7 @@ void ChooseSeriesTest::boxWithoutANumber_isTypeMismatch()
     choose(picker);
     host.expectEnded(runtime::TypeMismatch);
     QVERIFY(Module1::IsMonoblock);
-    QCOMPARE(Module1::MonoWidthDeduct, QVariant(80 / 100.0 + 2));
+    QCOMPARE(Module1::MonoWidthDeduct, QVariant(2.8));
     QCOMPARE(Module1::MonoHeightDeduct, 0.0);
     QCOMPARE(host.panel().LabelKind->text(), u"רגיל"_s);
 }

@@ -165,6 +165,7 @@ void SeriesFieldsTest::badRecord_endsTheProgramOnLoad()
     addPlain(u"other"_s);
     const SerialsScreen screen;
     stage_->store.execute(change + u" WHERE Name = 'plain'"_s);
+    stage_->boxes.answer(runtime::vbOK);
     screen.press("CmdUpdate");
     expectEnd(number, description);
 }
@@ -278,6 +279,7 @@ void SeriesFieldsTest::badTextOnSave_endsTheProgram()
     screen.box(u"TextName"_s)->setText(u"half"_s);
     screen.box(u"TextRem"_s)->setText(u"half"_s);
     screen.box(box)->setText(text);
+    stage_->boxes.answer(runtime::vbOK);
     screen.press("CmdUpdate");
     QCOMPARE(stage_->end.exitStatus(), std::optional<int>(1));
     QCOMPARE(stage_->boxes.shown().size(), 1u);
@@ -300,6 +302,7 @@ void SeriesFieldsTest::badTextOnAdd_endsTheProgram()
     screen.press("CmdNew");
     screen.box(box)->setText(text);
     stage_->boxes.answer(runtime::vbYes);
+    stage_->boxes.answer(runtime::vbOK);
     screen.press("CmdAdd");
     QCOMPARE(stage_->end.exitStatus(), std::optional<int>(1));
     QCOMPARE(stage_->boxes.shown().size(), 2u);

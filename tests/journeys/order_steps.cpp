@@ -53,7 +53,7 @@ void typeOpening(Program& program, const QString& width, const QString& widthHun
     const QStringList texts{width, widthHundredths, height, heightHundredths};
     for (int box = 0; box < texts.size(); ++box) {
         const QString name = u"TextNum_%1"_s.arg(box);
-        if (!QTest::qWaitFor([&] { return program.focusName() == name; }))
+        if (!QTest::qWaitFor([&] { return program.focusName() == name; }, patience))
             qFatal("Enter moved the focus not to %s but to %s", qPrintable(name),
                    qPrintable(program.focusName()));
         program.type(texts[box]);

@@ -18,8 +18,6 @@ namespace journeys {
 
 namespace {
 
-constexpr int patience = 10000; // Milliseconds.
-
 void copyInto(const QString& file, const QString& folder, const QString& name)
 {
     const QString target = folder + u'/' + name;

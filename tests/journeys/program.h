@@ -14,6 +14,9 @@
 
 namespace journeys {
 
+/// Time limit of every wait for the program, in milliseconds. It is long enough for a busy machine.
+inline constexpr int patience = 60000;
+
 /// The contents of a message box of the program.
 struct Box
 {
@@ -23,7 +26,7 @@ struct Box
 };
 
 /// The built program in a folder of its own, driven through its windows by key and mouse events.
-/// Every query waits up to 10 s for the expected state and fails the journey with the actual state.
+/// Every query waits up to 60 s for the expected state and fails the journey with the actual state.
 /// A control is named by its object name, or as "Form/Name" if several forms have a control with
 /// that name.
 class Program

@@ -2,6 +2,7 @@
 #include "platform/dao/database.h"
 #include "support/plain_sql.h"
 #include "support/throwaway_server.h"
+#include "support/widgets.h"
 
 #include <QDir>
 #include <QFile>
@@ -176,5 +177,5 @@ void StartJourney::olderOrdersTable_isUpgraded()
     QCOMPARE(added.Size(), 20);
 }
 
-QTEST_GUILESS_MAIN(StartJourney)
+ZOMREL_GUILESS_QTEST_MAIN(StartJourney)
 #include "start_journey.moc"

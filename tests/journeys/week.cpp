@@ -39,7 +39,7 @@ void answerBox(Program& program, const QString& text, const QString& title, cons
 
 void waitForFocus(Program& program, const QString& name)
 {
-    if (!QTest::qWaitFor([&] { return program.focusName() == name; }))
+    if (!QTest::qWaitFor([&] { return program.focusName() == name; }, patience))
         qFatal("expected the focus on %s but it is on %s", qPrintable(name),
                qPrintable(program.focusName()));
 }
@@ -143,7 +143,8 @@ void mendSeries(Program& program)
     typeSign(program, u"-"_s);
     expect(program.waitForText(u"TextSign_7"_s, u"-"_s), "another sign");
     program.click(u"CmdUpdate"_s);
-    expect(QTest::qWaitFor([&] { return program.isEnabled(u"CmdNew"_s); }), "editing has ended");
+    expect(QTest::qWaitFor([&] { return program.isEnabled(u"CmdNew"_s); }, patience),
+           "editing has ended");
     program.click(u"CmdEnd"_s);
     expect(program.waitForGone(u"FrSerials"_s), "the series editor is gone");
 }
@@ -247,7 +248,8 @@ int workOnTheSecond(Program& program)
     add(program, {u"60"_s, u"5"_s, u"70"_s, u"00"_s}, 2);
     add(program, {u"200"_s, u"00"_s, u"150"_s, u"00"_s}, 3);
     program.clickCell(orderGrid, 0, 1);
-    expect(QTest::qWaitFor([&] { return program.gridCurrentRow(orderGrid) == 0; }), "first line");
+    expect(QTest::qWaitFor([&] { return program.gridCurrentRow(orderGrid) == 0; }, patience),
+           "first line");
     program.click(u"CmdDel"_s);
     answerBox(program, u"האם אתה בטוח שברצונך למחוק את ההזמנה הזו??"_s, u"מחיקת הזמנה"_s,
               yesButton);

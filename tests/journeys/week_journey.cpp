@@ -3,6 +3,7 @@
 #include "reliability/ledger.h"
 #include "reliability/station_process.h"
 #include "support/temporary_store.h"
+#include "support/widgets.h"
 #include "tools/store/checker.h"
 
 #include <QDate>
@@ -99,5 +100,5 @@ void WeekJourney::weekBesideOtherStations_storesItsRows()
     QCOMPARE(ledger.findings(store), QStringList());
 }
 
-QTEST_GUILESS_MAIN(WeekJourney)
+ZOMREL_GUILESS_QTEST_MAIN(WeekJourney)
 #include "week_journey.moc"

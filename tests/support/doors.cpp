@@ -1,6 +1,18 @@
 #include "support/doors.h"
 
+#include "support/test_failure.h"
+
 namespace testsupport {
+
+namespace {
+
+/// The answer that does least: No where it can be given, else OK.
+runtime::MessageBoxAnswer cautiousAnswer(const runtime::MessageBoxRequest& request)
+{
+    return (request.flags & runtime::vbYesNo) != 0 ? runtime::vbNo : runtime::vbOK;
+}
+
+} // namespace
 
 RecordedBoxes::RecordedBoxes()
     : former_(
@@ -11,10 +23,12 @@ RecordedBoxes::RecordedBoxes()
 RecordedBoxes::~RecordedBoxes()
 {
     runtime::messageBoxDoor().replace(std::move(former_));
+    reportUnexpected();
 }
 
 void RecordedBoxes::clear()
 {
+    reportUnexpected();
     answers_.clear();
     shown_.clear();
     unexpected_.clear();
@@ -25,11 +39,28 @@ runtime::MessageBoxAnswer RecordedBoxes::take(const runtime::MessageBoxRequest& 
     shown_.push_back(request);
     if (answers_.empty()) {
         unexpected_.append(request.text);
-        return (request.flags & runtime::vbYesNo) != 0 ? runtime::vbNo : runtime::vbOK;
+        return cautiousAnswer(request);
     }
     const runtime::MessageBoxAnswer next = answers_.front();
     answers_.pop_front();
     return next;
+}
+
+void RecordedBoxes::reportUnexpected() const
+{
+    for (const QString& text : unexpected_)
+        reportFailure(QStringLiteral("unexpected message box: ") + text);
+    if (!answers_.empty())
+        reportFailure(
+            QStringLiteral("expected message boxes that did not come: %1").arg(answers_.size()));
+}
+
+void failOnUnwatchedBoxes()
+{
+    runtime::messageBoxDoor().replace([](const runtime::MessageBoxRequest& request) {
+        reportFailure(QStringLiteral("message box outside of any RecordedBoxes: ") + request.text);
+        return cautiousAnswer(request);
+    });
 }
 
 RecordedEnd::RecordedEnd()

@@ -8,12 +8,15 @@
 
 #include <deque>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace testsupport {
 
-/// Stands behind runtime::MsgBox for as long as it lives: keeps every box and gives the answers
-/// laid ready. A box without an answer laid ready is kept as unexpected and answered No (or OK).
+/// Answers runtime::MsgBox for as long as it lives: keeps every box and gives the answers that the
+/// test has set up. Each answer expects one box. A box without an answer is unexpected; it is
+/// answered No (or OK) and fails the test when this object is cleared or destroyed, and so does an
+/// answer whose box did not come.
 class RecordedBoxes
 {
 public:
@@ -22,21 +25,30 @@ public:
     RecordedBoxes(const RecordedBoxes&) = delete;
     RecordedBoxes& operator=(const RecordedBoxes&) = delete;
 
+    /// Expects one more box and sets up its answer.
     void answer(runtime::MessageBoxAnswer next) { answers_.push_back(next); }
     const std::vector<runtime::MessageBoxRequest>& shown() const { return shown_; }
-    /// Texts of the boxes that no answer was laid ready for. A test ends by asserting that it is
-    /// empty.
+    /// Texts of the unexpected boxes so far.
     const QList<QString>& unexpected() const { return unexpected_; }
+    /// Gives these texts and forgets them, so that they no longer fail the test. For tests that
+    /// cannot know beforehand whether a box will come; they have to check what they take.
+    QList<QString> takeUnexpected() { return std::exchange(unexpected_, {}); }
+    /// Forgets the boxes shown so far. Fails the test for what was not as expected up to here.
     void clear();
 
 private:
     runtime::MessageBoxAnswer take(const runtime::MessageBoxRequest& request);
+    void reportUnexpected() const;
 
     std::deque<runtime::MessageBoxAnswer> answers_;
     std::vector<runtime::MessageBoxRequest> shown_;
     QList<QString> unexpected_;
     runtime::MessageBoxDoor::Function former_;
 };
+
+/// Makes every box that comes while no RecordedBoxes lives fail the test. The main function of each
+/// test binary calls it first.
+void failOnUnwatchedBoxes();
 
 /// Stands behind runtime::EndProcess: keeps the first exit status and leaves the handler.
 class RecordedEnd

@@ -1,6 +1,7 @@
 // The server of a whole test run: "serve_tests begin FILE" starts it and writes where it is to the
 // file, "serve_tests end FILE" ends it. It ends by itself when the test run is no longer there.
 
+#include "support/plain_environment.h"
 #include "support/throwaway_server.h"
 
 #include <QCoreApplication>
@@ -22,8 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60000; // ms
-constexpr int step = 20;        // ms
+constexpr int patience = 250000; // ms, on a busy machine too
+constexpr int step = 20;         // ms
 
 bool waitFor(const std::function<bool()>& condition)
 {
@@ -87,6 +88,7 @@ int serve(const QString& place, pid_t testRun)
 
 int main(int argc, char** argv)
 {
+    testsupport::setPlainEnvironment();
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == u"begin"_s)

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <array>
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -87,6 +88,17 @@ void ServerProxy::stallAfter(int chunks)
     stallIn_ = chunks;
 }
 
+void ServerProxy::stallAfterBytes(qint64 bytes)
+{
+    stallInBytes_ = bytes;
+}
+
+void ServerProxy::resume()
+{
+    isStalled_ = false;
+    wake();
+}
+
 void ServerProxy::cut()
 {
     endAsked_ = true;
@@ -146,6 +158,13 @@ void ServerProxy::takeConnection()
 void ServerProxy::pass(int from)
 {
     const int to = others_[from];
+    char first = 0;
+    const bool isChunk = ::recv(from, &first, 1, MSG_PEEK) > 0; // else the end of the connection
+    if (isChunk && (comesToZero(stallIn_) || stallInBytes_ == 0)) {
+        stallInBytes_ = -1;
+        isStalled_ = true;
+        return;
+    }
     std::array<char, 65536> bytes = {};
     const ssize_t count = ::recv(from, bytes.data(), bytes.size(), 0);
     if (count <= 0) {
@@ -156,10 +175,8 @@ void ServerProxy::pass(int from)
         }
         return;
     }
-    if (comesToZero(stallIn_)) {
-        isStalled_ = true;
-        return;
-    }
+    if (stallInBytes_ > 0)
+        stallInBytes_ = std::max<qint64>(stallInBytes_ - count, 0);
     if (delay_ > 0) {
         pollfd waker = {wakers_[0], POLLIN, 0};
         ::poll(&waker, 1, delay_);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <atomic>
 #include <chrono>
 #include <map>
@@ -26,7 +28,11 @@ public:
     void cutAfter(int chunks);
     /// After so many chunks nothing gets through any more, and nobody is told.
     void stallAfter(int chunks);
+    /// The same once so many bytes have passed, in both directions together.
+    void stallAfterBytes(qint64 bytes);
     bool isStalled() const { return isStalled_; }
+    /// Lets through again, beginning with what was held back.
+    void resume();
     /// Ends all connections at both sides, stalled ones too.
     void cut();
 
@@ -49,6 +55,7 @@ private:
     std::atomic<int> delay_ = 0; // ms
     std::atomic<int> cutIn_ = -1;
     std::atomic<int> stallIn_ = -1;
+    std::atomic<qint64> stallInBytes_ = -1;
     std::atomic<bool> isStalled_ = false;
     std::atomic<bool> endAsked_ = false;
     std::atomic<bool> isOver_ = false;

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <QThread>
 #include <QUuid>
 
@@ -27,7 +28,7 @@ namespace {
 
 const QString keeper = u"zomrel"_s;
 const QString ownDatabase = u"postgres"_s;
-constexpr int patience = 30000; // ms
+constexpr int patience = 120000; // ms, on a busy machine too
 
 QString binary(const QString& name)
 {
@@ -53,11 +54,30 @@ const passwd* serverUser()
     qFatal("no user to run a server as");
 }
 
-/// In memory where there is such a place: a test's database is some three hundred files.
+/// Whether the server's user can pass all folders on the way to this one.
+bool isReachable(const QString& folder)
+{
+    if (serverUser() == nullptr)
+        return true;
+    QFileInfo each(folder);
+    while (!each.isRoot() && each.permission(QFile::ExeOther))
+        each = QFileInfo(each.absolutePath());
+    return each.isRoot();
+}
+
+QString diskFolder()
+{
+    return isReachable(QDir::tempPath()) ? QDir::tempPath() : u"/var/tmp"_s;
+}
+
+/// In memory where there is room: a test's database is some three hundred files.
 QString quickFolder()
 {
-    const QFileInfo memory(u"/dev/shm"_s);
-    return memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
+    constexpr qint64 roomForATestRun = qint64(1) << 30;
+    const QStorageInfo memory(u"/dev/shm"_s);
+    const bool isThere = memory.isValid() && memory.rootPath() == "/dev/shm"_L1 &&
+                         QFileInfo(memory.rootPath()).isWritable();
+    return isThere && memory.bytesAvailable() >= roomForATestRun ? memory.rootPath() : diskFolder();
 }
 
 int freePort()
@@ -161,7 +181,7 @@ QStringList sharedServer()
 
 ThrowawayServer::ThrowawayServer(Care care, const QString& disk)
     : care_(care), folder_((!disk.isEmpty()         ? disk
-                            : care == Care::Durable ? QDir::tempPath()
+                            : care == Care::Durable ? diskFolder()
                                                     : quickFolder()) +
                            u"/zomrel-server-XXXXXX"_s)
 {

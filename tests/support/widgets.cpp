@@ -1,5 +1,8 @@
 #include "support/widgets.h"
 
+#include "support/doors.h"
+#include "support/plain_environment.h"
+
 #include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
@@ -108,9 +111,11 @@ NextMessageBox::NextMessageBox(std::function<void(QMessageBox&)> action)
 
 void beforeApplication()
 {
+    setPlainEnvironment();
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QLocale::setDefault(QLocale::c());
+    failOnUnwatchedBoxes();
 }
 
 void afterApplication()

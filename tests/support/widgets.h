@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/test_failure.h"
+
 #include <QApplication>
 #include <QStringList>
 #include <QTest>
@@ -7,6 +9,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <type_traits>
 
 class QMessageBox;
 class QTableView;
@@ -61,19 +64,40 @@ private:
     bool hasCome_ = false;
 };
 
-/// Sets the platform, the locale, the style and the direction that tests run under. Called by
-/// ZOMREL_QTEST_MAIN before and after the application is made.
+/// Sets the environment, the platform, the locale, the style and the direction that tests run
+/// under, and makes each message box that no test watches a failure. Called before and after the
+/// application is made.
 void beforeApplication();
 void afterApplication();
+
+/// Runs all tests of the class and gives the exit status, once the application and all that it left
+/// behind have gone. The application is a QApplication, or a QCoreApplication for tests that have
+/// no windows of their own.
+template <typename TestClass, typename Application>
+int runTests(int argc, char** argv)
+{
+    beforeApplication();
+    int status = 0;
+    {
+        Application application(argc, argv);
+        if constexpr (std::is_same_v<Application, QApplication>)
+            afterApplication();
+        TestClass test;
+        status = QTest::qExec(&test, argc, argv);
+    }
+    return exitStatus(status);
+}
 
 } // namespace testsupport
 
 #define ZOMREL_QTEST_MAIN(TestClass)                                                               \
     int main(int argc, char** argv)                                                                \
     {                                                                                              \
-        testsupport::beforeApplication();                                                          \
-        QApplication application(argc, argv);                                                      \
-        testsupport::afterApplication();                                                           \
-        TestClass test;                                                                            \
-        return QTest::qExec(&test, argc, argv);                                                    \
+        return testsupport::runTests<TestClass, QApplication>(argc, argv);                         \
+    }
+
+#define ZOMREL_GUILESS_QTEST_MAIN(TestClass)                                                       \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        return testsupport::runTests<TestClass, QCoreApplication>(argc, argv);                     \
     }

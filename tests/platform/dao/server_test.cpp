@@ -16,6 +16,9 @@ using namespace daotest;
 
 namespace {
 
+/// Milliseconds. A wait that has a bound of a few seconds ends within this on a busy machine too.
+constexpr qint64 busyMachine = 30000;
+
 TEST_F(ServerTest, NamesTheServerThatItCannotReach)
 {
     dao::Link lost = link();
@@ -100,7 +103,7 @@ TEST_F(ServerTest, WaitsForASilentServerInBounds)
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(errorOf([&] { open(); }), 3151);
-    EXPECT_LT(clock.elapsed(), 8000);
+    EXPECT_LT(clock.elapsed(), busyMachine);
 }
 
 TEST_F(ServerTest, RefusesADatabaseThatCannotHoldEveryText)
@@ -236,7 +239,7 @@ TEST_F(ServerTest, WaitsForAnAnswerInBounds)
     const Failure failure = failureOf([&] { rows->Move(0); });
     EXPECT_EQ(failure.number, 3146);
     EXPECT_TRUE(failure.text.contains(u"no answer within 1 s"_s)) << qPrintable(failure.text);
-    EXPECT_LT(clock.elapsed(), 5000);
+    EXPECT_LT(clock.elapsed(), busyMachine); // and so not by the wait for a lock
     sql(u"COMMIT"_s);
     EXPECT_EQ(errorOf([&] { rows->Move(0); }), 0);
 }

@@ -69,7 +69,8 @@ void PdfWords::read(const QString& path)
 {
     QProcess reader;
     reader.start(u"pdftotext"_s, {u"-bbox"_s, path, u"-"_s});
-    if (!reader.waitForFinished() || reader.exitCode() != 0)
+    constexpr int patience = 120000; // ms
+    if (!reader.waitForFinished(patience) || reader.exitCode() != 0)
         qFatal("pdftotext, of the package poppler-utils, cannot read %s", qUtf8Printable(path));
     QXmlStreamReader xml(reader.readAllStandardOutput());
     while (!xml.atEnd()) {

@@ -144,8 +144,8 @@ int BadFieldsTest::errorOf(Work work)
     runtime::guarded(work);
     if (!desk_->end.exitStatus() && desk_->boxes.shown().empty())
         return 0;
-    const QString text =
-        desk_->boxes.shown().size() == 1 ? desk_->boxes.shown().front().text : QString();
+    const QStringList shown = desk_->boxes.takeUnexpected();
+    const QString text = shown.size() == 1 ? shown.front() : QString();
     const QString number = text.section(u'\'', 1, 1);
     if (desk_->end.exitStatus() != 1 || text.section(u'\'', 0, 0) != u"Run-time error ")
         QTest::qFail("did not end with exactly one run-time error box: " + text.toUtf8(), __FILE__,

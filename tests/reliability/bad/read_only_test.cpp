@@ -171,6 +171,7 @@ void ReadOnlyTest::readOnlyStore_refusesAndStaysUnchanged()
         ++tried_;
         if (isInGrid(what)) {
             QVERIFY(day.goesOn() && day.child<catalogue::FrColorKind>()->isVisible());
+            QCOMPARE(day.boxes.takeUnexpected().size(), 1);
             QVERIFY2(day.lastBox().contains(u"קובץ הנתונים פתוח לקריאה בלבד."_s),
                      qPrintable(day.lastBox()));
         } else {

@@ -84,8 +84,9 @@ public:
     /// Returns false once the program has ended.
     bool goesOn() const { return !end.exitStatus().has_value(); }
     /// Returns true if the program ended with exit status 1 and the last box shows an error.
-    bool endedWithABox() const
+    bool endedWithABox()
     {
+        boxes.takeUnexpected(); // the last one is judged here
         return end.exitStatus() == 1 && !boxes.shown().empty() &&
                (boxes.shown().back().flags & runtime::vbCritical) != 0 &&
                (boxes.shown().back().text.startsWith(u"Run-time error '") ||

@@ -75,7 +75,8 @@ bool prepareName(WorkingDay& day, Command command)
 void runInSeries(WorkingDay& day, Command command)
 {
     const auto& form = *day.child<catalogue::FrSerials>();
-    day.boxes.answer(runtime::vbYes);
+    if (command != SaveSeries) // which asks nothing
+        day.boxes.answer(runtime::vbYes);
     WorkingDay::click(form, command == AddSeries    ? u"CmdAdd"_s
                             : command == SaveSeries ? u"CmdUpdate"_s
                                                     : u"CmdDelete"_s);

@@ -1,6 +1,7 @@
 // Moves that do not come to their end: the target is complete or untouched.
 
 #include "support/plain_sql.h"
+#include "support/server_proxy.h"
 #include "support/temporary_store.h"
 #include "tools/store/server_run.h"
 
@@ -20,7 +21,10 @@ using testsupport::ThrowawayServer;
 namespace {
 
 constexpr int manyLines = 60000;
-constexpr int step = 1; // ms
+/// Far more than what comes before the lines, far less than what the lines take.
+constexpr qint64 bytesIntoTheLines = 1 << 20;
+constexpr int step = 1;          // ms
+constexpr int patience = 120000; // ms
 
 class MoveFailuresTest : public testing::Test
 {
@@ -52,16 +56,20 @@ protected:
             .scalar(u"SELECT count(*) FROM pg_tables WHERE schemaname = 'public'"_s)
             .toInt();
     }
-    /// Starts a move and returns when its lines are being copied.
+    /// The same by way of the proxy, which holds a move up in the middle of its lines.
+    dao::Link heldUp(const QString& database) const
+    {
+        return {u"127.0.0.1"_s, proxy_.port(), database, u"zomrel"_s, u"disable"_s};
+    }
+    /// Starts a move to or from a held-up database and returns when its lines are being copied. The
+    /// move goes on when the proxy does.
     void startMove(QProcess& process, const QString& from, const QString& to)
     {
+        proxy_.stallAfterBytes(bytesIntoTheLines);
         process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"move"_s, from, to});
         ASSERT_TRUE(process.waitForStarted());
-        const QString copying = u"SELECT count(*) FROM pg_stat_activity "
-                                "WHERE query LIKE 'COPY%\"MyWidth\"%' AND state = 'active' "
-                                "AND pid <> pg_backend_pid()"_s;
-        while (keeper_.scalar(copying).toInt() == 0)
-            ASSERT_FALSE(process.waitForFinished(step)) << "it was too quick to be stopped";
+        while (!proxy_.isStalled())
+            ASSERT_FALSE(process.waitForFinished(step)) << "it did not come to its lines";
     }
     /// Returns when nobody but the keeper is connected any more.
     void waitForTheEndOf(const QString& database)
@@ -74,6 +82,7 @@ protected:
     }
 
     ThrowawayServer server_;
+    testsupport::ServerProxy proxy_{server_.port()};
     ServerSql keeper_{link(u"postgres"_s)};
     TemporaryStore store_;
     QTemporaryDir folder_;
@@ -85,9 +94,10 @@ TEST_F(MoveFailuresTest, LeavesADatabaseUntouchedWhenKilled)
 {
     const QByteArray before = contentsOf(store_.path());
     QProcess process;
-    startMove(process, store_.path(), address(u"empty"_s));
+    startMove(process, store_.path(), addressOf(heldUp(u"empty"_s)));
     process.kill();
-    process.waitForFinished();
+    process.waitForFinished(patience);
+    proxy_.cut();
     waitForTheEndOf(u"empty"_s);
     EXPECT_EQ(tablesIn(u"empty"_s), 0);
     EXPECT_EQ(contentsOf(store_.path()), before);
@@ -99,9 +109,9 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     const QString target = folder_.filePath(u"new.mdb"_s);
     QProcess process;
-    startMove(process, address(u"there"_s), target);
+    startMove(process, addressOf(heldUp(u"there"_s)), target);
     process.kill();
-    process.waitForFinished();
+    process.waitForFinished(patience);
     EXPECT_FALSE(QFile::exists(target));
     EXPECT_EQ(zomrelStore({u"move"_s, address(u"there"_s), target}).exitStatus, 0);
 }
@@ -109,15 +119,16 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
 TEST_F(MoveFailuresTest, SaysThatTheServerIsGoneAndLeavesTheDatabaseUntouched)
 {
     QProcess process;
-    startMove(process, store_.path(), address(u"empty"_s));
+    startMove(process, store_.path(), addressOf(heldUp(u"empty"_s)));
     server_.endAtOnce();
-    ASSERT_TRUE(process.waitForFinished());
+    proxy_.resume();
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 1);
     const QStringList said = storetooltest::lines(process.readAllStandardError());
     EXPECT_EQ(said.size(), 1);
     EXPECT_TRUE(said.value(0).startsWith(
-        u"zomrel-store: The connection to %1 was lost: "_s.arg(link(u"empty"_s).place())))
+        u"zomrel-store: The connection to %1 was lost: "_s.arg(heldUp(u"empty"_s).place())))
         << asText(said);
     server_.start();
     EXPECT_EQ(tablesIn(u"empty"_s), 0);
@@ -127,9 +138,10 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     QProcess process;
-    startMove(process, address(u"there"_s), folder_.filePath(u"new.mdb"_s));
+    startMove(process, addressOf(heldUp(u"there"_s)), folder_.filePath(u"new.mdb"_s));
     server_.endAtOnce();
-    ASSERT_TRUE(process.waitForFinished());
+    proxy_.resume();
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_EQ(storetooltest::lines(process.readAllStandardError()).size(), 1);
     EXPECT_TRUE(files().isEmpty()) << asText(files());
@@ -140,11 +152,12 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
 TEST_F(MoveFailuresTest, KeepsTheMomentOfAFileThatAStationWritesTo)
 {
     QProcess process;
-    startMove(process, store_.path(), address(u"there"_s));
+    startMove(process, store_.path(), addressOf(heldUp(u"there"_s)));
     // The station is not kept waiting while rows go to the server.
     store_.execute(u"PRAGMA busy_timeout = 0"_s);
     store_.execute(u"INSERT INTO Orders (Number) VALUES (2)"_s);
-    ASSERT_TRUE(process.waitForFinished());
+    proxy_.resume();
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     ServerSql server(link(u"there"_s));
     EXPECT_EQ(server.scalar(u"SELECT count(*) FROM \"Orders\""_s), 1);
@@ -156,12 +169,13 @@ TEST_F(MoveFailuresTest, KeepsTheMomentOfADatabaseThatAStationWritesTo)
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     const QString target = folder_.filePath(u"new.mdb"_s);
     QProcess process;
-    startMove(process, address(u"there"_s), target);
+    startMove(process, addressOf(heldUp(u"there"_s)), target);
     ServerSql station(link(u"there"_s));
     station.run(u"DELETE FROM \"Cuts\""_s);
     station.run(u"DELETE FROM \"Orders\""_s);
     station.run(u"INSERT INTO \"Serials\" (\"Name\") VALUES ('later')"_s);
-    ASSERT_TRUE(process.waitForFinished());
+    proxy_.resume();
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     testsupport::PlainSql copy(target);
     EXPECT_EQ(copy.scalar(u"SELECT count(*) FROM Orders"_s), 1);
@@ -182,7 +196,7 @@ TEST_F(MoveFailuresTest, LosesARaceForTheDatabaseAndNothingElse)
     while (keeper_.scalar(waiting).toInt() == 0)
         ASSERT_FALSE(process.waitForFinished(step));
     other.run(u"COMMIT"_s);
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_EQ(tablesIn(u"empty"_s), 1);
 }

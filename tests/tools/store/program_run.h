@@ -23,13 +23,21 @@ inline QStringList lines(const QByteArray& output)
     return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
 }
 
+inline constexpr int programPatience = 120000; // ms, on a busy machine too
+
+/// Waits for the end of a process that may have ended already.
+inline bool hasEnded(QProcess& process)
+{
+    return process.state() == QProcess::NotRunning || process.waitForFinished(programPatience);
+}
+
 /// Runs the program as a user does, in a process of its own.
 inline Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
 {
     QProcess process;
     process.setWorkingDirectory(folder);
     process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), arguments);
-    if (!process.waitForFinished())
+    if (!process.waitForFinished(programPatience))
         ADD_FAILURE() << qPrintable(process.errorString());
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     return {process.exitCode(), lines(process.readAllStandardOutput()),
