@@ -1,9 +1,11 @@
 #pragma once
 
-#include "tools/store/program.h"
+#include "tools/store/exit_status.h"
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
+#include <QTextStream>
 
 #include <functional>
 #include <vector>

@@ -6,7 +6,7 @@
 #include "tools/store/commands.h"
 #include "tools/store/old_store/reading.h"
 
-#include <algorithm>
+#include <QCommandLineParser>
 
 using namespace Qt::StringLiterals;
 
@@ -45,25 +45,36 @@ ExitStatus wrongUsage(QTextStream& err, const QString& message)
     return WrongUsage;
 }
 
+QString nameOf(const Option& option)
+{
+    return option.name.mid(2); // without the two dashes
+}
+
+QString takes(const Command& command)
+{
+    const QString words = command.arguments.isEmpty() ? u"nothing"_s : command.arguments.join(u' ');
+    return u"%1 takes %2"_s.arg(command.name, words);
+}
+
 /// Separates the words after the command name into options and arguments. Throws WrongCall for a
-/// missing option or value, or a wrong number of arguments.
+/// missing option or value, an unknown option, or a wrong number of arguments.
 Call callOf(const Command& command, const QStringList& words)
 {
-    Call call;
-    for (qsizetype i = 0; i < words.size(); ++i) {
-        const auto option = std::ranges::find(command.options, words[i], &Option::name);
-        if (option == command.options.end()) {
-            call.arguments.append(words[i]);
+    QCommandLineParser parser;
+    for (const Option& each : command.options)
+        parser.addOption({nameOf(each), each.summary, each.value});
+    const bool isUnderstood = parser.parse(QStringList(command.name) + words);
+    Call call{.arguments = parser.positionalArguments(), .options = {}};
+    for (const Option& each : command.options) {
+        if (!parser.isSet(nameOf(each)))
             continue;
-        }
-        if (!option->value.isEmpty() && ++i == words.size())
-            throw WrongCall(u"%1 takes %2"_s.arg(option->name, option->value));
-        call.options.insert(option->name, option->value.isEmpty() ? QString() : words[i]);
+        const QStringList values = parser.values(nameOf(each));
+        if (!each.value.isEmpty() && values.isEmpty())
+            throw WrongCall(u"%1 takes %2"_s.arg(each.name, each.value));
+        call.options.insert(each.name, values.isEmpty() ? QString() : values.last());
     }
-    if (call.arguments.size() != command.arguments.size())
-        throw WrongCall(command.arguments.isEmpty()
-                            ? u"%1 takes nothing"_s.arg(command.name)
-                            : u"%1 takes %2"_s.arg(command.name, command.arguments.join(u' ')));
+    if (!isUnderstood || call.arguments.size() != command.arguments.size())
+        throw WrongCall(takes(command));
     for (const Option& each : command.options) {
         if (each.required && !call.options.contains(each.name))
             throw WrongCall(u"%1 takes %2 %3"_s.arg(command.name, each.name, each.value));

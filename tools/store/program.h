@@ -1,18 +1,11 @@
 #pragma once
 
+#include "tools/store/exit_status.h"
+
 #include <QStringList>
 #include <QTextStream>
 
 namespace storetools {
-
-/// The program's exit statuses.
-enum ExitStatus {
-    Success = 0,
-    /// The command failed, or the checked store has errors.
-    Failure = 1,
-    /// The command line is invalid.
-    WrongUsage = 2,
-};
 
 /// Runs the command line, given without the program's name. Results are written to `out`, errors to
 /// `err`.

@@ -50,6 +50,11 @@ void require(bool condition)
         throw RunTimeError(runtime::CorruptDatabase, u"what was read of it makes no sense"_s);
 }
 
+void requireEndOf(const QDataStream& stream)
+{
+    require(stream.status() == QDataStream::Ok && stream.atEnd());
+}
+
 std::vector<OldColumn> columnsFrom(const QByteArray& bytes)
 {
     QDataStream stream(bytes);
@@ -60,7 +65,7 @@ std::vector<OldColumn> columnsFrom(const QByteArray& bytes)
     std::vector<OldColumn> columns(count);
     for (OldColumn& column : columns)
         stream >> column.name >> column.type;
-    require(stream.status() == QDataStream::Ok && stream.atEnd());
+    requireEndOf(stream);
     return columns;
 }
 
@@ -153,64 +158,73 @@ void FrameReader::take(const QByteArray& bytes)
     waiting_.remove(0, start);
 }
 
-void FrameReader::takeOpened(quint8 format)
+void FrameReader::takeFrame(const QByteArray& frame)
 {
+    QDataStream stream(frame);
+    stream.setVersion(QDataStream::Qt_6_0);
+    quint8 kind = 0;
+    stream >> kind;
+    switch (Kind{kind}) {
+    case Kind::Opened:
+        return takeOpened(stream);
+    case Kind::ForeignTable:
+        return takeForeignTable(stream);
+    case Kind::Table:
+        return takeTable(stream);
+    case Kind::Row:
+        return takeRow(stream);
+    case Kind::TableEnd:
+        require(state_ == State::InTable);
+        requireEndOf(stream);
+        state_ = State::BetweenTables;
+        return visitor_.tableEnd();
+    case Kind::End:
+        require(state_ == State::BetweenTables);
+        requireEndOf(stream);
+        state_ = State::Finished;
+        return visitor_.end();
+    }
+    require(false);
+}
+
+void FrameReader::takeOpened(QDataStream& stream)
+{
+    require(state_ == State::Start);
+    quint8 format = 0;
+    stream >> format;
+    requireEndOf(stream);
     require(format == static_cast<quint8>(OldFormat::Jet3) ||
             format == static_cast<quint8>(OldFormat::Jet4));
     state_ = State::BetweenTables;
     visitor_.opened(OldFormat{format});
 }
 
-void FrameReader::takeFrame(const QByteArray& frame)
+void FrameReader::takeForeignTable(QDataStream& stream)
 {
-    QDataStream stream(frame);
-    stream.setVersion(QDataStream::Qt_6_0);
-    const auto whole = [&] { require(stream.status() == QDataStream::Ok && stream.atEnd()); };
-    const auto between = [&](State state) { require(state_ == state); };
-    quint8 kind = 0;
-    stream >> kind;
-    switch (Kind{kind}) {
-    case Kind::Opened: {
-        between(State::Start);
-        quint8 format = 0;
-        stream >> format;
-        whole();
-        return takeOpened(format);
-    }
-    case Kind::ForeignTable: {
-        between(State::BetweenTables);
-        QString name;
-        bool linked = false;
-        stream >> name >> linked;
-        whole();
-        return visitor_.foreignTable(name, linked);
-    }
-    case Kind::Table: {
-        between(State::BetweenTables);
-        const OldTable table = tableFrom(stream);
-        whole();
-        columns_ = table.columns.size();
-        state_ = State::InTable;
-        return visitor_.table(table);
-    }
-    case Kind::Row: {
-        between(State::InTable);
-        const OldRow row = rowFrom(stream, columns_);
-        whole();
-        return visitor_.row(row);
-    }
-    case Kind::TableEnd:
-        between(State::InTable);
-        whole();
-        state_ = State::BetweenTables;
-        return visitor_.tableEnd();
-    case Kind::End:
-        between(State::BetweenTables);
-        whole();
-        state_ = State::Finished;
-        return visitor_.end();
-    }
-    require(false);
+    require(state_ == State::BetweenTables);
+    QString name;
+    bool linked = false;
+    stream >> name >> linked;
+    requireEndOf(stream);
+    visitor_.foreignTable(name, linked);
+}
+
+void FrameReader::takeTable(QDataStream& stream)
+{
+    require(state_ == State::BetweenTables);
+    const OldTable table = tableFrom(stream);
+    requireEndOf(stream);
+    columns_ = table.columns.size();
+    state_ = State::InTable;
+    visitor_.table(table);
+}
+
+void FrameReader::takeRow(QDataStream& stream)
+{
+    require(state_ == State::InTable);
+    const OldRow row = rowFrom(stream, columns_);
+    requireEndOf(stream);
+    visitor_.row(row);
 }
 
 } // namespace storetools

@@ -2,6 +2,7 @@
 
 #include "tools/store/old_store/old_format.h"
 
+class QDataStream;
 class QIODevice;
 
 namespace storetools {
@@ -40,7 +41,10 @@ private:
     enum class State { Start, BetweenTables, InTable, Finished };
 
     void takeFrame(const QByteArray& frame);
-    void takeOpened(quint8 format);
+    void takeOpened(QDataStream& stream);
+    void takeForeignTable(QDataStream& stream);
+    void takeTable(QDataStream& stream);
+    void takeRow(QDataStream& stream);
 
     OldStoreVisitor& visitor_;
     QByteArray waiting_;
