@@ -15,6 +15,8 @@ set(ZOMREL_SLOW_TESTS
     data_control_test_on_server
     db_grid_editing_test
     db_grid_editing_test_on_server
+    db_grid_refusal_test
+    db_grid_refusal_test_on_server
     db_grid_test
     db_grid_test_on_server
     first_order_journey

@@ -1,83 +1,16 @@
-#include "platform/controls/data_control.h"
-#include "platform/controls/db_grid.h"
-#include "sample_store.h"
+#include "edit_form.h"
 #include "support/doors.h"
-#include "support/widgets.h"
 
-#include <QAbstractItemModelTester>
-#include <QLineEdit>
 #include <QSignalSpy>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using controls::DataControl;
-using controls::DBGrid;
+using controlstest::EditForm;
+using controlstest::nameColumn;
 using controlstest::SampleStore;
+using controlstest::sizeColumn;
 using testsupport::cellText;
 using testsupport::clickCell;
-
-namespace {
-
-constexpr int nameColumn = 1;
-constexpr int sizeColumn = 2;
-
-/// A form with an editable grid on the lines of the store, and another box to go to.
-class EditForm : public QWidget
-{
-public:
-    explicit EditForm(SampleStore& store)
-        : grid(new DBGrid(u"DBGridKind_0"_s, this)), data(new DataControl(u"DataKind_0"_s, this)),
-          other(new QLineEdit(this))
-    {
-        auto* column = new QVBoxLayout(this);
-        column->addWidget(grid);
-        column->addWidget(other);
-        grid->setColumns(
-            {{u"Code"_s, u"Code"_s}, {u"שם"_s, u"Name"_s, 2}, {u"גודל"_s, u"Size"_s, 1}});
-        grid->setEditable(true);
-        grid->setDataSource(data);
-        data->setRecordset(store.table());
-        resize(320, 320);
-        if (!testsupport::showActive(*this))
-            qFatal("the form is not active");
-        grid->setFocus();
-    }
-
-    /// The editor that stands open; closed ones live on until the event loop takes them away.
-    QLineEdit* editor() const
-    {
-        for (auto* each : grid->viewport()->findChildren<QLineEdit*>())
-            if (each->isVisible())
-                return each;
-        return nullptr;
-    }
-    int rowCount() const { return grid->model()->rowCount(); }
-
-    /// Types into the current cell as the keyboard does: the first key opens the editor.
-    void type(const QString& text) const
-    {
-        for (const QChar each : text) {
-            QWidget* target = editor() != nullptr ? static_cast<QWidget*>(editor()) : grid;
-            QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(each),
-                                Qt::NoModifier);
-        }
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
-    {
-        QWidget* target = editor() != nullptr ? static_cast<QWidget*>(editor()) : grid;
-        QTest::keyClick(target, key, modifiers);
-        if (key == Qt::Key_Return)
-            QTRY_VERIFY(editor() == nullptr); // the toolkit closes it behind the key
-    }
-
-    DBGrid* grid;
-    DataControl* data;
-    QLineEdit* other;
-    QAbstractItemModelTester tester{grid->model(),
-                                    QAbstractItemModelTester::FailureReportingMode::Fatal};
-};
-
-} // namespace
 
 class DBGridEditingTest : public QObject
 {
@@ -102,15 +35,6 @@ private slots:
     void deleteKeyDeletesTheRow();
     void deleteKeyInTheEditorDeletesACharacter();
     void deleteKeyOnATypedRowDropsIt();
-
-    void refusedWriteIsToldAndKept_data();
-    void refusedWriteIsToldAndKept();
-    void refusedNewRowIsToldAndKept();
-    void refusalOnLeavingTheGrid();
-    void refusalOnClosing();
-    void refusedDeleteIsTold();
-    void rowDeletedByAnotherStation();
-    void readingFailureIsARunTimeError();
 
 private:
     std::unique_ptr<SampleStore> store_;
@@ -382,176 +306,6 @@ void DBGridEditingTest::deleteKeyOnATypedRowDropsIt()
     QVERIFY(form.grid->commitEdits());
     QCOMPARE(store_->names(), QStringList{u"a"_s});
     QCOMPARE(form.rowCount(), 2);
-}
-
-void DBGridEditingTest::refusedWriteIsToldAndKept_data()
-{
-    QTest::addColumn<QString>("before"); // SQL
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("mended");
-    QTest::addColumn<QString>("reason");
-
-    QTest::newRow("too long") << u""_s << u""_s << nameColumn << u"12345678901"_s << u"1234567890"_s
-                              << u"הטקסט ארוך מדי"_s;
-    QTest::newRow("duplicate") << u"CREATE UNIQUE INDEX ByName ON Lines (Name)"_s << u""_s
-                               << nameColumn << u"b"_s << u"c"_s << u"אותו ערך"_s;
-    QTest::newRow("no number") << u""_s << u""_s << sizeColumn << u"x"_s << u"-1.5"_s
-                               << u"אינו מתאים לסוג"_s;
-    QTest::newRow("locked") << u"BEGIN IMMEDIATE"_s << u"COMMIT"_s << nameColumn << u"n"_s << u"m"_s
-                            << u"תפוסים"_s;
-}
-
-void DBGridEditingTest::refusedWriteIsToldAndKept()
-{
-    QFETCH(const QString, before);
-    QFETCH(const QString, after);
-    QFETCH(const int, column);
-    QFETCH(const QString, typed);
-    QFETCH(const QString, mended);
-    QFETCH(const QString, reason);
-    store_->addLines({u"a"_s, u"b"_s});
-    store_->sql(u"UPDATE Lines SET Size = 1"_s);
-    if (!before.isEmpty())
-        store_->sql(before);
-    const EditForm form(*store_);
-    clickCell(*form.grid, 0, column);
-    form.type(typed);
-    boxes_->answer(runtime::vbOK);
-    form.press(Qt::Key_Down);
-    QTRY_COMPARE(boxes_->shown().size(), 1U);
-    QCOMPARE(boxes_->shown()[0].flags, 1572880);
-    QVERIFY2(boxes_->shown()[0].text.contains(reason), qUtf8Printable(boxes_->shown()[0].text));
-    QCOMPARE(form.grid->currentIndex().row(), 0);
-    QVERIFY(form.grid->selectionModel()->isRowSelected(0));
-    QCOMPARE(form.data->Recordset().Fields(u"Code"_s).Value().toInt(), 1);
-    QCOMPARE(cellText(*form.grid, 0, column), typed);
-    QCOMPARE(store_->names(), (QStringList{u"a"_s, u"b"_s}));
-
-    // Escape drops it; what the store holds is shown again.
-    form.press(Qt::Key_Escape);
-    QCOMPARE(cellText(*form.grid, 0, column), column == nameColumn ? u"a"_s : u"1"_s);
-    form.press(Qt::Key_Down);
-    QCOMPARE(form.grid->currentIndex().row(), 1);
-
-    // Mended, it is written.
-    form.press(Qt::Key_Up);
-    form.type(typed);
-    boxes_->answer(runtime::vbOK);
-    clickCell(*form.grid, 1, column);
-    QTRY_COMPARE(boxes_->shown().size(), 2U);
-    if (!after.isEmpty())
-        store_->sql(after);
-    QTRY_COMPARE(form.grid->currentIndex().row(), 0);
-    form.type(mended);
-    form.press(Qt::Key_Down);
-    QCOMPARE(cellText(*form.grid, 0, column), mended);
-    const QString field = column == nameColumn ? u"Name"_s : u"Size"_s;
-    QCOMPARE(store_->sql(u"SELECT %1 FROM Lines ORDER BY Code"_s.arg(field))[0][0].toString(),
-             mended);
-    QCOMPARE(form.grid->currentIndex().row(), 1);
-}
-
-void DBGridEditingTest::refusedNewRowIsToldAndKept()
-{
-    store_->sql(u"DROP TABLE Lines"_s);
-    store_->sql(u"CREATE TABLE Lines (Code COUNTER PRIMARY KEY, Name TEXT(10), Size DOUBLE, "
-                "Day DATETIME, Num LONG NOT NULL)"_s);
-    const EditForm form(*store_);
-    clickCell(*form.grid, 0, nameColumn);
-    form.type(u"a"_s);
-    boxes_->answer(runtime::vbOK);
-    form.press(Qt::Key_Down);
-    QTRY_COMPARE(boxes_->shown().size(), 1U);
-    QVERIFY(boxes_->shown()[0].text.contains(u"חסר ערך"_s));
-    QTRY_COMPARE(form.grid->currentIndex().row(), 0);
-    QCOMPARE(form.rowCount(), 2);
-    QCOMPARE(cellText(*form.grid, 0, nameColumn), u"a"_s);
-    QCOMPARE(store_->names(), QStringList());
-    form.press(Qt::Key_Escape);
-    QCOMPARE(form.rowCount(), 1);
-    QVERIFY(form.grid->commitEdits());
-}
-
-void DBGridEditingTest::refusalOnLeavingTheGrid()
-{
-    store_->addLines({u"a"_s});
-    const EditForm form(*store_);
-    clickCell(*form.grid, 0, nameColumn);
-    form.type(u"12345678901"_s);
-    boxes_->answer(runtime::vbOK);
-    QTest::mouseClick(form.other, Qt::LeftButton);
-    QTRY_COMPARE(boxes_->shown().size(), 1U);
-    QTRY_COMPARE(QApplication::focusWidget(), form.grid);
-    QCOMPARE(cellText(*form.grid, 0, nameColumn), u"12345678901"_s);
-    form.press(Qt::Key_Escape);
-    form.other->setFocus();
-    QCOMPARE(store_->names(), QStringList{u"a"_s});
-}
-
-void DBGridEditingTest::refusalOnClosing()
-{
-    store_->addLines({u"a"_s});
-    const EditForm form(*store_);
-    clickCell(*form.grid, 0, nameColumn);
-    form.type(u"12345678901"_s);
-    boxes_->answer(runtime::vbOK);
-    QVERIFY(!form.grid->commitEdits()); // with the editor open
-    QCOMPARE(boxes_->shown().size(), 1U);
-    QCOMPARE(cellText(*form.grid, 0, nameColumn), u"12345678901"_s);
-    form.press(Qt::Key_F2);
-    QCOMPARE(form.editor()->text(), u"12345678901"_s);
-    form.editor()->setText(u"b"_s);
-    QVERIFY(form.grid->commitEdits());
-    QCOMPARE(store_->names(), QStringList{u"b"_s});
-}
-
-void DBGridEditingTest::refusedDeleteIsTold()
-{
-    store_->addLines({u"a"_s});
-    const EditForm form(*store_);
-    store_->sql(u"BEGIN IMMEDIATE"_s);
-    boxes_->answer(runtime::vbOK);
-    form.press(Qt::Key_Delete);
-    QCOMPARE(boxes_->shown().size(), 1U);
-    QVERIFY(boxes_->shown()[0].text.contains(u"תפוסים"_s));
-    QCOMPARE(form.rowCount(), 2);
-    store_->sql(u"COMMIT"_s);
-    QCOMPARE(store_->names(), QStringList{u"a"_s});
-    form.press(Qt::Key_Delete);
-    QCOMPARE(store_->names(), QStringList());
-}
-
-void DBGridEditingTest::rowDeletedByAnotherStation()
-{
-    store_->addLines({u"a"_s, u"b"_s});
-    const EditForm form(*store_);
-    clickCell(*form.grid, 0, nameColumn);
-    form.type(u"x"_s);
-    store_->sql(u"DELETE FROM Lines WHERE Name = 'a'"_s);
-    boxes_->answer(runtime::vbOK);
-    form.press(Qt::Key_Down);
-    QTRY_COMPARE(boxes_->shown().size(), 1U);
-    QVERIFY(boxes_->shown()[0].text.contains(u"נמחקה"_s));
-    QTRY_COMPARE(form.grid->currentIndex().row(), 0);
-    QCOMPARE(cellText(*form.grid, 0, nameColumn), u"x"_s);
-    form.press(Qt::Key_Escape); // nothing is left to go back to
-    QCOMPARE(form.rowCount(), 2);
-    QCOMPARE(cellText(*form.grid, 0, nameColumn), u"b"_s);
-    QCOMPARE(store_->names(), QStringList{u"b"_s});
-}
-
-void DBGridEditingTest::readingFailureIsARunTimeError()
-{
-    store_->addLines({u"a"_s, u"b"_s});
-    testsupport::RecordedEnd end;
-    const EditForm form(*store_);
-    form.data->Database().Close();
-    boxes_->answer(runtime::vbOK);
-    form.press(Qt::Key_Down);
-    QTRY_COMPARE(end.exitStatus(), 1);
-    QVERIFY(boxes_->shown()[0].text.startsWith(u"Run-time error '3420':"_s));
 }
 
 ZOMREL_QTEST_MAIN(DBGridEditingTest)
