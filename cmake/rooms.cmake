@@ -4,28 +4,30 @@ target_include_directories(zomrel_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_definitions(
   zomrel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
                            QT_DISABLE_DEPRECATED_BEFORE=0x060000)
-target_compile_options(
-  zomrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-                           -Wold-style-cast -Wcast-qual)
-
-option(ZOMREL_WERROR "Treat warnings as errors" OFF)
-if(ZOMREL_WERROR)
-  target_compile_options(zomrel_options INTERFACE -Werror)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(
+    zomrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                             -Wold-style-cast -Wcast-qual)
+  if(ZOMREL_WERROR)
+    target_compile_options(zomrel_options INTERFACE -Werror)
+  endif()
+elseif(MSVC)
+  target_compile_options(zomrel_options INTERFACE /W4 /utf-8 /permissive- $<$<BOOL:${ZOMREL_WERROR}>:/WX>)
 endif()
 
-set(ZOMREL_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 if(ZOMREL_SANITIZE)
   target_compile_options(zomrel_options INTERFACE -fsanitize=${ZOMREL_SANITIZE} -fno-omit-frame-pointer
                                                   -fno-sanitize-recover=all)
   target_link_options(zomrel_options INTERFACE -fsanitize=${ZOMREL_SANITIZE})
 endif()
 
-# zomrel_room(NAME SOURCES ... LINKS ...): adds a room of the program, a static library that links
-# only the rooms below it. A call into a higher room does not link.
+# zomrel_room(NAME SOURCES ... LINKS ... USES ...): adds a room of the program, a static library that links only
+# the rooms below it. LINKS are the libraries that the room's headers include; USES are those that only its
+# .cpp files include.
 function(zomrel_room name)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;USES" ${ARGN})
   add_library(${name} STATIC ${ROOM_SOURCES})
-  target_link_libraries(${name} PUBLIC zomrel_options ${ROOM_LINKS})
+  target_link_libraries(${name} PUBLIC zomrel_options ${ROOM_LINKS} PRIVATE ${ROOM_USES})
 endfunction()
 
 # Tests that ./test --quick leaves out.
@@ -61,7 +63,6 @@ function(zomrel_qtest name)
   zomrel_label_slow(${name})
 endfunction()
 
-option(ZOMREL_FUZZ "Link the fuzz targets with libFuzzer, which Clang has" OFF)
 add_custom_target(zomrel_fuzz_targets)
 
 # zomrel_fuzz(NAME SOURCES ... LINKS ...): adds a fuzz target with its saved inputs in tests/fuzz/corpus/NAME.

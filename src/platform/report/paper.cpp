@@ -3,6 +3,7 @@
 #include "platform/runtime/twips.h"
 
 #include <QPageLayout>
+#include <QRectF>
 
 namespace report {
 
