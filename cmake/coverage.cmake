@@ -1,5 +1,4 @@
 # Line coverage for cmake/coverage.sh.
-option(ZOMREL_COVERAGE "Count the lines of src/ that run (GCC)" OFF)
 if(ZOMREL_COVERAGE)
   # src/CMakeLists.txt compiles the instrumented code; every binary that links it needs the counters.
   add_link_options(--coverage)

@@ -1,0 +1,15 @@
+# All options of the build. The presets in CMakePresets.json set them.
+option(ZOMREL_BUILD_TESTS "Build the tests" ON)
+option(ZOMREL_BUILD_BENCH "Build the benchmarks" OFF)
+option(ZOMREL_CHECKS "Let CTest run the static checks, the Clang build and the sanitizers too" OFF)
+option(ZOMREL_WERROR "Treat warnings as errors" OFF)
+option(ZOMREL_COVERAGE "Count the lines of src/ that run (GCC only)" OFF)
+option(ZOMREL_FUZZ "Link the fuzz targets with libFuzzer (Clang only)" OFF)
+set(ZOMREL_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them (GCC and Clang)")
+
+if(ZOMREL_COVERAGE AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  message(FATAL_ERROR "ZOMREL_COVERAGE needs GCC.")
+endif()
+if(ZOMREL_FUZZ AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  message(FATAL_ERROR "ZOMREL_FUZZ needs Clang.")
+endif()
