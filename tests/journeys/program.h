@@ -26,9 +26,9 @@ struct Box
 };
 
 /// The built program in a folder of its own, driven through its real windows by key and mouse.
-/// Every look waits for what it expects, for a minute at most, and fails the journey with what it saw
-/// instead. A control is named by its object name, or as "Form/Name" where several forms have one
-/// of that name.
+/// Every look waits for what it expects, for a minute at most, and fails the journey with what it
+/// saw instead. A control is named by its object name, or as "Form/Name" where several forms have
+/// one of that name.
 class Program
 {
 public:
