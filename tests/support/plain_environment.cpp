@@ -49,6 +49,10 @@ void setPlainEnvironment()
     }
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("CUPS_SERVER", "localhost:1"); // nothing answers there, and so there is no printer
+    // How long a test may take is CTest's to say; Qt Test's own limit ends a long one on a busy
+    // machine.
+    if (!qEnvironmentVariableIsSet("QTEST_FUNCTION_TIMEOUT"))
+        qputenv("QTEST_FUNCTION_TIMEOUT", "7200000");
     if (qgetenv("TMPDIR").size() > longestTemporaryFolder)
         qunsetenv("TMPDIR");
     ::umask(S_IWGRP | S_IWOTH);
