@@ -9,7 +9,7 @@ namespace output {
 namespace {
 
 /// One pixel, in twips.
-constexpr double underlineWidth = controls::twipsPerPixel;
+constexpr double underlineWidth = runtime::twipsPerPixel;
 
 report::Align alignOf(Qt::Alignment alignment)
 {
@@ -22,9 +22,9 @@ report::Align alignOf(Qt::Alignment alignment)
 
 report::ShapedText FittedLabel::shapedText() const
 {
-    const double width = this->width() * controls::twipsPerPixel;
+    const double width = this->width() * runtime::twipsPerPixel;
     const report::TextFrame frame{.width = width,
-                                  .height = double(height() * controls::twipsPerPixel),
+                                  .height = double(height() * runtime::twipsPerPixel),
                                   .free = {0, width},
                                   .align = alignOf(alignment()),
                                   .rightToLeft = isRightToLeft()};
@@ -36,7 +36,7 @@ void FittedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.scale(1.0 / controls::twipsPerPixel, 1.0 / controls::twipsPerPixel);
+    painter.scale(1.0 / runtime::twipsPerPixel, 1.0 / runtime::twipsPerPixel);
     painter.setPen(QPen(palette().color(foregroundRole()), underlineWidth));
     const report::ShapedText shaped = shapedText();
     report::drawGlyphs(shaped, {}, painter);
