@@ -4,8 +4,8 @@
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
-#include "platform/runtime/run_time_error.h"
 #include "support/doors.h"
+#include "support/errors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"
 
@@ -16,7 +16,6 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include <optional>
 #include <utility>
 
 namespace testsupport {
@@ -60,18 +59,6 @@ public:
     /// True when the timer that brings the grid to its last line has done its work.
     bool timerRests() const;
 };
-
-/// The number of the run-time error that the call raises.
-template <typename Call>
-std::optional<int> raisedBy(Call call)
-{
-    try {
-        call();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return std::nullopt;
-}
 
 /// Lays ready what is done in the next modal dialog, which is left afterwards in any case.
 template <typename Work>

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using testsupport::child;
 using testsupport::Desk;
+using testsupport::errorOf;
 using testsupport::inNextDialog;
-using testsupport::raisedBy;
 
 class FindingTest : public QObject
 {
@@ -384,7 +384,7 @@ void FindingTest::counterAfterTheSearch()
 
 void FindingTest::noOrderAtAll()
 {
-    QCOMPARE(raisedBy([] { orders::findOrder(); }), runtime::NoCurrentRecord);
+    QCOMPARE(errorOf([] { orders::findOrder(); }), runtime::NoCurrentRecord);
 }
 
 void FindingTest::manyOrders()

@@ -7,8 +7,8 @@
 using namespace Qt::StringLiterals;
 using testsupport::child;
 using testsupport::Desk;
+using testsupport::errorOf;
 using testsupport::inNextDialog;
-using testsupport::raisedBy;
 
 /// What is on the screen has been taken out of the store by another station, or is there as no
 /// station writes it.
@@ -266,7 +266,7 @@ void LostRowsTest::movesToAnOrderWithoutANumber()
 void LostRowsTest::opensTheSearchOnAnOrderWithoutANumber()
 {
     addOrderWithoutANumber();
-    QCOMPARE(raisedBy([] { orders::findOrder(); }), 94);
+    QCOMPARE(errorOf([] { orders::findOrder(); }), 94);
 }
 
 void LostRowsTest::findsNoNextNumberAfterNone_data()
@@ -280,7 +280,7 @@ void LostRowsTest::findsNoNextNumberAfterNone()
 {
     QFETCH(int, state);
     addOrderWithoutANumber(state);
-    QCOMPARE(raisedBy([this] { orders::openOrderLongForm(desk_->dataMDI); }), 94);
+    QCOMPARE(errorOf([this] { orders::openOrderLongForm(desk_->dataMDI); }), 94);
     QCOMPARE(orderCount(), 1);
     QCOMPARE(Module1::CurrentOrderNum, 0);
 }

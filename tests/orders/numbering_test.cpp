@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 using testsupport::Desk;
-using testsupport::raisedBy;
+using testsupport::errorOf;
 
 class NumberingTest : public QObject
 {
@@ -177,8 +177,8 @@ void NumberingTest::numbersBeyondSixteenBits()
     QFETCH(bool, closed);
     desk_->store.addOrder(number, closed);
 
-    QCOMPARE(raisedBy([&] { orders::openOrderLongForm(desk_->dataMDI); }), runtime::Overflow);
-    QCOMPARE(raisedBy([&] { orders::openOrderShortForm(desk_->dataMDI); }), runtime::Overflow);
+    QCOMPARE(errorOf([&] { orders::openOrderLongForm(desk_->dataMDI); }), runtime::Overflow);
+    QCOMPARE(errorOf([&] { orders::openOrderShortForm(desk_->dataMDI); }), runtime::Overflow);
     QCOMPARE(storedNumbers(), QList<int>{number});
     QVERIFY(desk_->form() == nullptr);
 }
@@ -269,7 +269,7 @@ void NumberingTest::aDuplicateOfAnotherKindFails()
     desk_->store.addOrder(7, true, u"2026-03-01"_s);
     desk_->store.execute(u"CREATE UNIQUE INDEX ByDate ON Orders (Order_Date)"_s);
 
-    QCOMPARE(raisedBy([this] { orders::openOrderLongForm(desk_->dataMDI); }), 3022);
+    QCOMPARE(errorOf([this] { orders::openOrderLongForm(desk_->dataMDI); }), 3022);
     QCOMPARE(storedNumbers(), QList<int>{7});
 }
 
@@ -279,7 +279,7 @@ void NumberingTest::missingIndexFails()
     desk_->store.execute(u"CREATE TABLE Orders (Number LONG, Order_Date DATETIME,"
                          " Open_Close BOOLEAN DEFAULT 0)"_s);
 
-    QCOMPARE(raisedBy([&] { orders::openOrderLongForm(desk_->dataMDI); }), runtime::ItemNotFound);
+    QCOMPARE(errorOf([&] { orders::openOrderLongForm(desk_->dataMDI); }), runtime::ItemNotFound);
     QCOMPARE(storedNumbers(), QList<int>());
 }
 
@@ -288,7 +288,7 @@ void NumberingTest::missingDateFails()
     desk_->store.addOrder(4);
     desk_->store.execute(u"UPDATE Orders SET Order_Date = NULL"_s);
 
-    QCOMPARE(raisedBy([&] { orders::openOrderLongForm(desk_->dataMDI); }),
+    QCOMPARE(errorOf([&] { orders::openOrderLongForm(desk_->dataMDI); }),
              runtime::InvalidUseOfNull);
 }
 

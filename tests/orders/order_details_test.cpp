@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using testsupport::Desk;
-using testsupport::raisedBy;
+using testsupport::errorOf;
 
 class OrderDetailsTest : public QObject
 {
@@ -167,7 +167,7 @@ void OrderDetailsTest::nullDateFails()
 {
     desk_->store.addOrder(1);
     desk_->store.execute(u"UPDATE Orders SET Order_Date = NULL"_s);
-    QCOMPARE(raisedBy([&] { desk_->openOrder(1); }), runtime::InvalidUseOfNull);
+    QCOMPARE(errorOf([&] { desk_->openOrder(1); }), runtime::InvalidUseOfNull);
     QVERIFY(desk_->form() == nullptr);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/runtime/run_time_error.h"
 #include "sample_store.h"
 #include "support/doors.h"
+#include "support/errors.h"
 #include "support/widgets.h"
 
 #include <QAbstractButton>
@@ -12,23 +13,13 @@
 using namespace Qt::StringLiterals;
 using controls::DataControl;
 using controlstest::SampleStore;
+using testsupport::errorOf;
 
 namespace {
 
 QString currentName(const DataControl& control)
 {
     return control.Recordset().Fields(u"Name"_s).Value().toString();
-}
-
-template <typename Action>
-int errorOf(Action action)
-{
-    try {
-        action();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 /// What a Validate handler sees: the row before the change, and the count.

@@ -3,6 +3,7 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 
+#include "support/errors.h"
 #include "support/plain_sql.h"
 #include "support/throwaway_server.h"
 
@@ -21,22 +22,12 @@ namespace daotest {
 
 using namespace Qt::StringLiterals;
 
-/// The number of the run-time error that an action raises; 0 where it raises none.
-inline int errorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
-
 /// Leaves a test that is about the one file that an embedded store is.
 #define EMBEDDED_ONLY(reason)                                                                      \
     if (testsupport::isOnServer())                                                                 \
     GTEST_SKIP() << (reason)
 
+using testsupport::errorOf;
 using testsupport::isOnServer;
 using testsupport::PlainSql;
 

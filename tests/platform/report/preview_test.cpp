@@ -1,4 +1,5 @@
 #include "platform/report/preview_fixture.h"
+#include "support/errors.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -90,12 +91,7 @@ void PreviewTest::refusesWhatItCannotShow()
 {
     PreviewFixture preview(smallRows(30));
     const auto errorOfShow = [](DataReport& report) {
-        try {
-            report.Show();
-        } catch (const runtime::RunTimeError& error) {
-            return error.number();
-        }
-        return 0;
+        return testsupport::errorOf([&] { report.Show(); });
     };
     DataReport empty(smallReport);
     QCOMPARE(errorOfShow(empty), int(runtime::ObjectNotSet));

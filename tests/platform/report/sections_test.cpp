@@ -1,24 +1,15 @@
 #include "platform/report/sections.h"
 
 #include "platform/report/small_report.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 
 using namespace report;
+using testsupport::errorOf;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-template <typename Act>
-int errorOf(Act act)
-{
-    try {
-        act();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 TEST(Sections, StandAsDesigned)
 {

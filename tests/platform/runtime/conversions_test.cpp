@@ -1,5 +1,6 @@
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"
+#include "support/errors.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -10,6 +11,7 @@
 #include <limits>
 
 using namespace runtime;
+using testsupport::errorOf;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -26,16 +28,6 @@ public:
 
 const QLocale decimalComma(QLocale::German, QLocale::Germany);
 const QLocale hebrew(QLocale::Hebrew, QLocale::Israel);
-
-int errorOf(const auto& action)
-{
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 int errorOfText(const QString& text)
 {

@@ -119,3 +119,22 @@ TEST(ProgramTest, ExplainsItselfWhereTheCommandLineIsNotUnderstood)
     }
     EXPECT_FALSE(QFile::exists(path));
 }
+
+TEST(ProgramTest, WrongOption_isNamedInTheFirstLine)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"new.mdb"_s);
+    const auto firstLine = [](const QStringList& arguments) {
+        const Outcome outcome = zomrelStore(arguments);
+        EXPECT_EQ(outcome.exitStatus, 2) << arguments.join(u' ').toStdString();
+        return outcome.err.value(0);
+    };
+    EXPECT_EQ(firstLine({u"import"_s, path, path, u"--code-page"_s}),
+              u"zomrel-store: --code-page takes CP"_s);
+    EXPECT_EQ(firstLine({u"import"_s, path, path, u"--cut-numbers"_s}),
+              u"zomrel-store: import takes OLD.mdb TO"_s);
+    EXPECT_EQ(firstLine({u"server-setup"_s, u"--user"_s, u"me"_s}),
+              u"zomrel-store: server-setup takes nothing"_s);
+    EXPECT_EQ(firstLine({u"import"_s, path, path, u"--code-page"_s, u"x"_s}),
+              u"zomrel-store: there is no code page 'x' with a byte for each character"_s);
+}
