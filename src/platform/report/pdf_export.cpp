@@ -12,7 +12,8 @@ namespace {
 constexpr int twipsPerInch = 1440;
 constexpr double twipsPerPoint = 20;
 
-/// Hands everything through and remembers whether all of it was taken: the PDF engine does not say.
+/// Forwards all writes to the target device and records a failed write, because Qt's PDF engine
+/// does not report it.
 class CheckedDevice : public QIODevice
 {
 public:
@@ -66,7 +67,7 @@ Outcome writePdf(Document& document, const std::vector<int>& pages, QIODevice& d
     QPdfWriter writer(&checked);
     writer.setPageSize(pageSize(document.paper()));
     writer.setPageMargins(QMarginsF());
-    writer.setResolution(twipsPerInch); // one device unit is one twip
+    writer.setResolution(twipsPerInch); // One device unit is one twip.
     writer.setTitle(document.title());
     const Outcome outcome = drawPages(document, pages, writer, checked, progress);
     return outcome == Outcome::Done && checked.failed() ? Outcome::Failed : outcome;
