@@ -8,8 +8,8 @@ namespace storetools {
 
 namespace {
 
-/// Lines are written and read by position from the first of these ordinals to the last, with a gap
-/// of two fields that are known by name.
+/// The range of field positions by which the program reads and writes lines. The gap contains two
+/// fields that it accesses by name.
 constexpr int firstByOrdinal = 2;
 constexpr int lastByOrdinal = 36;
 constexpr int firstOfGap = 33;
@@ -69,7 +69,8 @@ bool isOn(const dao::IndexInfo& index, const QStringList& fields)
     return index.fields.join(u'\n').compare(fields.join(u'\n'), Qt::CaseInsensitive) == 0;
 }
 
-/// The first index is the one that the program works by; the others keep its costs down.
+/// Returns the findings about a table's indexes. The program depends on the first index; the others
+/// only make access faster.
 QStringList checkIndexes(const store::TableSchema& expected, const store::TableSchema& found)
 {
     QStringList findings;
