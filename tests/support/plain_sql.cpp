@@ -75,7 +75,8 @@ PlainSql::PlainSql(const QString& path) : name_(QUuid::createUuid().toString())
     if (!database.open())
         qFatal("%s", qUtf8Printable(database.lastError().text()));
     if (!onServer_)
-        QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
+        QSqlQuery(database).exec(
+            u"PRAGMA synchronous = OFF"_s); // A test's rows may be lost in a system crash.
 }
 
 PlainSql::~PlainSql()

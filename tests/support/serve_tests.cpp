@@ -1,5 +1,6 @@
-// The server of a whole test run: "serve_tests begin FILE" starts it and writes where it is to the
-// file, "serve_tests end FILE" ends it. It ends by itself when the test run is no longer there.
+// The database server of a whole test run. "serve_tests begin FILE" starts it and writes its folder
+// and port to the file. "serve_tests end FILE" stops it. It stops by itself after the test run has
+// ended.
 
 #include "support/throwaway_server.h"
 
@@ -22,8 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60000; // ms
-constexpr int step = 20;        // ms
+constexpr int patience = 60000; // Maximum waiting time in milliseconds.
+constexpr int step = 20;        // Polling interval in milliseconds.
 
 bool waitFor(const std::function<bool()>& condition)
 {
@@ -60,7 +61,7 @@ int end(const QString& place)
     return waitFor([&] { return !QFile::exists(place + u".running"_s); }) ? 0 : 1;
 }
 
-/// Lives as long as the file with its place does, and the test run that asked for it.
+/// Runs the server until its place file is deleted or the test run has ended.
 int serve(const QString& place, pid_t testRun)
 {
     const testsupport::ThrowawayServer server;
