@@ -42,7 +42,7 @@ private slots:
 
 private:
     const runtime::MessageBoxRequest& onlyBox();
-    /// The order is open with all its lines read, as it is 200 ms after it was opened.
+    /// Opens the order and reads all its lines, which is the state 200 ms after opening.
     void openRead(int order, const QList<int>& lineNumbers);
 
     std::unique_ptr<Desk> desk_;
@@ -123,7 +123,7 @@ void ClosingDeletingTest::closeMarksPrintsAndUnloads()
 
     QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
-    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1}); // printing has numbered it
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1}); // Printing has numbered the line.
     QTRY_VERIFY(form.isNull());
     QCOMPARE(Module1::CurrentOrderNum, 1);
     QVERIFY(desk_->window.isVisible());
@@ -192,7 +192,7 @@ void ClosingDeletingTest::deleteTakesTheLineChosenInTheGrid()
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDel");
 
-    QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 3})); // the gap stays
+    QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 3})); // The gap remains.
     QCOMPARE(grid->model()->rowCount(), 2);
     QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 3);
 }
@@ -248,7 +248,7 @@ void ClosingDeletingTest::deleteAllBeforeTheEndWasRead()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
-    QCOMPARE(desk_->lines().RecordCount(), 1); // rows reached so far
+    QCOMPARE(desk_->lines().RecordCount(), 1); // Only the first row has been reached.
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDelAll");
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));

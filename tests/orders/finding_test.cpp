@@ -167,7 +167,7 @@ void FindingTest::firstTickNamesTheOrder()
         QCOMPARE(timer->interval(), 100);
         QVERIFY(timer->isActive());
         QTRY_VERIFY(!timer->isActive());
-        // The number stands behind the colon, although the text promises a count.
+        // The text after the colon is the order number, although the caption promises a count.
         QCOMPARE(grid(dialog, u"DBGrid2"_s)->caption(), u"שורות בהזמנה : 20"_s);
     });
     orders::findOrder();
@@ -229,7 +229,7 @@ void FindingTest::barMovesTheCursor()
     inNextDialog([](QDialog& dialog) {
         auto* timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QTRY_VERIFY(!timer->isActive());
-        orderRows(dialog).MovePrevious(); // what the bar's button does
+        orderRows(dialog).MovePrevious(); // The button of the bar does the same.
         QVERIFY(timer->isActive());
         QTRY_COMPARE(grid(dialog, u"DBGrid2"_s)->caption(), u"שורות בהזמנה : 4"_s);
     });

@@ -12,7 +12,7 @@ using controls::DBGrid;
 using testsupport::clickCell;
 using testsupport::Desk;
 
-/// The counter of the order form after deletions and clicks, worked with mouse and keyboard.
+/// The order form's line counter after deletions and clicks by mouse and keyboard.
 class LineCountTest : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ private slots:
     void print_withAllLinesInView_renumbersTheFirstAlone();
 
 private:
-    /// The order is open and its grid has been painted.
+    /// Opens the order and waits until its grid has been painted.
     void openShown(int order, int lineCount);
     DBGrid& grid() const { return *desk_->on<DBGrid>("DBGrid1"); }
     void press(const char* button) const

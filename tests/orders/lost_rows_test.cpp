@@ -10,8 +10,8 @@ using testsupport::Desk;
 using testsupport::inNextDialog;
 using testsupport::raisedBy;
 
-/// What is on the screen has been taken out of the store by another station, or is there as no
-/// station writes it.
+/// The order form with rows that another station has deleted, and with rows that no station would
+/// write.
 class LostRowsTest : public QObject
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ private slots:
 
 private:
     void expectEnded(int error);
-    /// Lays a row without a number in a table that takes it, as an older store may have it.
+    /// Adds an order without a number, as an older store may contain it.
     void addOrderWithoutANumber(int state = 0);
     int orderCount() { return desk_->store.scalar(u"SELECT count(*) FROM Orders"_s).toInt(); }
 
@@ -92,7 +92,7 @@ void LostRowsTest::addOrderWithoutANumber(int state)
                          {state});
 }
 
-/// Nothing is saved, and all else goes on: a row that is not found is no failure.
+/// A missing row is not an error: nothing is saved and the rest of the handler runs.
 void LostRowsTest::closesAnOrderThatIsGone()
 {
     desk_->addOrderWithLines(1, {1, 2});
@@ -121,7 +121,7 @@ void LostRowsTest::printsAnOrderThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
 }
 
-/// The form stays as it was but for the customer, whose boxes are emptied first.
+/// Only the customer boxes change: they are cleared before the row is searched.
 void LostRowsTest::takesAnOrderThatIsGone()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
@@ -143,7 +143,7 @@ void LostRowsTest::takesAnOrderThatIsGone()
     QCOMPARE(desk_->box("TextCustomerName"), QString());
 }
 
-/// A form that is loaded on it has no lines to go to.
+/// Without a loaded form, no timer moves to the last line.
 void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
 {
     desk_->store.addOrder(2);
@@ -153,7 +153,7 @@ void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
         press(dialog, u"CmdPic"_s);
     });
     orders::findOrder();
-    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s); // as laid out
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s); // The label keeps its initial caption.
     QTRY_VERIFY(desk_->end.exitStatus().has_value());
     expectEnded(91);
 }
@@ -204,7 +204,7 @@ void LostRowsTest::deletesAllUpToALineThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{3});
 }
 
-/// A row's values are those of the moment at which it was visited.
+/// The grid's row keeps the values that were read when it became current.
 void LostRowsTest::viewsALineThatIsGone()
 {
     desk_->addOrderWithLines(1, {1, 2});
@@ -225,7 +225,7 @@ void LostRowsTest::viewsALineThatIsGone()
     expectEnded(3167);
 }
 
-/// The search shows any number; only the order form takes no more than 16 bits.
+/// The search form shows any number; only the order form is limited to 16 bits.
 void LostRowsTest::browsesBeyondSixteenBits()
 {
     desk_->addOrderWithLines(1, {1});
@@ -285,7 +285,7 @@ void LostRowsTest::findsNoNextNumberAfterNone()
     QCOMPARE(Module1::CurrentOrderNum, 0);
 }
 
-/// The lists show nothing where there is nothing.
+/// Null values appear as empty cells.
 void LostRowsTest::listsLinesWithoutValues()
 {
     desk_->store.execute(u"INSERT INTO Orders (Number) VALUES (1)"_s);

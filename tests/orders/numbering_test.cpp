@@ -52,13 +52,14 @@ private slots:
 
 private:
     QList<int> storedNumbers();
-    /// Another station adds the order when this one has looked at the last and is about to add.
+    /// Lets another station add the order after this one has looked up the last order and before it
+    /// adds the next one.
     void addElsewhereMeanwhile(const QList<int>& numbers, int state);
-    /// The table with a whole number for its state, as older stores may have it.
+    /// Changes the state column to a whole number, as in older stores.
     void storeStateAsNumber();
 
     std::unique_ptr<Desk> desk_;
-    QList<int> elsewhere_; ///< Numbers that another station is yet to take.
+    QList<int> elsewhere_; ///< Numbers that another station has yet to use.
 };
 
 void NumberingTest::cleanup()
@@ -134,7 +135,7 @@ void NumberingTest::nextNumber()
 {
     QFETCH(QList<int>, closed);
     QFETCH(QList<int>, open);
-    // The highest number is laid in first: the last row is the last by the index.
+    // The highest number is inserted first, because the last row must be determined by the index.
     for (qsizetype i = closed.size(); i > 0; --i)
         desk_->store.addOrder(closed[i - 1], true);
     for (int number : open)
@@ -212,7 +213,8 @@ void NumberingTest::anotherStationTakesTheNumber_data()
     QTest::newRow("and has closed it") << -1 << 9 << QList<int>{7, 8, 9};
 }
 
-/// Between the look at the last order and the adding of the next one.
+/// The other station adds its order between the lookup of the last order and the insertion of the
+/// next one.
 void NumberingTest::anotherStationTakesTheNumber()
 {
     QFETCH(int, state);
@@ -236,7 +238,7 @@ void NumberingTest::anotherStationTakesTheNumber()
     QCOMPARE(Module1::CurrentOrderNum, current);
     QCOMPARE(storedNumbers(), numbers);
     QCOMPARE(desk_->label("LabelOrderNum"), QString::number(current));
-    // Of the order on which the table stands: the one taken, or the one before the new one.
+    // The date belongs to the current row of the table: the added order, or the one before it.
     QCOMPARE(desk_->label("LabelOrderDate"), u"28/02/2026"_s);
 }
 
@@ -300,7 +302,8 @@ void NumberingTest::longFormShowsTheDateOfTheOrderBefore()
     QCOMPARE(desk_->label("LabelOrderNum"), u"12"_s);
     QCOMPARE(desk_->label("LabelOrderDate"), u"15/01/2026"_s);
 
-    orders::openOrderLongForm(desk_->dataMDI); // the order is open now: its own date
+    orders::openOrderLongForm(
+        desk_->dataMDI); // The order is open now, so the form shows its own date.
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
 }
 
@@ -341,7 +344,8 @@ void NumberingTest::longFormOnALoadedForm()
     QCOMPARE(Module1::CurrentOrderNum, 3);
     QCOMPARE(desk_->label("LabelOrderNum"), u"3"_s);
     QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 3);
-    QVERIFY(desk_->timerRests()); // the lines are bound; nothing moves to the last one
+    QVERIFY(desk_->timerRests()); // The lines are bound, but the timer that moves to the last line
+                                  // does not run.
     QCOMPARE(desk_->label("LabelLinesInOrder"), u"2"_s);
     QCOMPARE(desk_->box("TextCustomerName"), u"ישן"_s);
     QCOMPARE(desk_->box("TextCustomerTel"), u"03-5551234"_s);

@@ -102,7 +102,7 @@ void OrderDetailsTest::loadBindsOnDatabasesOfTheirOwn()
     QVERIFY(!desk_->on<controls::DataControl>("DataMDI")->hasRecordset());
 }
 
-/// A name that is added or deleted meanwhile reaches the form when it is loaded anew.
+/// Added or deleted names appear after the form has been loaded again.
 void OrderDetailsTest::listsAreThoseOfTheLoad()
 {
     desk_->store.addOrder(1);
@@ -146,7 +146,8 @@ void OrderDetailsTest::detailsOfAMissingOrder()
 
     desk_->form()->GetOrderDetails(99);
 
-    QCOMPARE(desk_->box("TextCustomerName"), QString()); // cleared before the store is asked
+    QCOMPARE(desk_->box("TextCustomerName"),
+             QString()); // The boxes are cleared before the row is searched.
     QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
     QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 1);
 }
@@ -311,7 +312,7 @@ void OrderDetailsTest::timerOnAnEmptyOrder()
     QVERIFY(!desk_->end.exitStatus());
 }
 
-/// No event comes from lines that are not there, so none sets the label.
+/// An order without lines causes no row event, so the counter label is not updated.
 void OrderDetailsTest::emptyOrderKeepsTheCounterOfTheOneBefore()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
@@ -330,7 +331,7 @@ void OrderDetailsTest::emptyOrderKeepsTheCounterOfTheOneBefore()
 void OrderDetailsTest::timerWithoutLinesFails()
 {
     desk_->boxes.answer(runtime::vbOK);
-    desk_->openOrder(8); // no such order
+    desk_->openOrder(8); // There is no such order.
     QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/01/2002"_s);
 

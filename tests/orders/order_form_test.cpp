@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 using testsupport::child;
 using testsupport::Desk;
 
-/// The order form as a screen.
+/// The layout of the order form.
 class OrderFormTest : public QObject
 {
     Q_OBJECT
@@ -178,7 +178,7 @@ void OrderFormTest::gridColumns()
                  isShown ? shown[column] : hidden[column - 5]);
     }
     QVERIFY(grid->horizontalHeader()->isVisible());
-    // The first column stands at the left edge, whatever direction the form reads in.
+    // The first column is at the left edge, although the form is right-to-left.
     QVERIFY(grid->columnViewportPosition(0) < grid->columnViewportPosition(4));
 }
 
@@ -247,7 +247,7 @@ void OrderFormTest::tabOrder()
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
     QVERIFY(QTest::qWaitForWindowActive(&desk_->window));
     grid->setFocus();
-    QTest::keyClick(grid, Qt::Key_Tab); // out of the grid, not to its next cell
+    QTest::keyClick(grid, Qt::Key_Tab); // Tab leaves the grid instead of going to the next cell.
     QCOMPARE(QApplication::focusWidget()->objectName(), u"CmdView"_s);
 }
 
@@ -272,7 +272,8 @@ void OrderFormTest::fitsTheScreen_data()
 void OrderFormTest::fitsTheScreen()
 {
     QFETCH(QSize, screen);
-    constexpr int aroundTheForm = 140; // tool bar, status bar, both titles
+    constexpr int aroundTheForm =
+        140; // Height of tool bar, status bar and both title bars in pixels.
     desk_->form()->opening().FrameDoorMashkof->show();
     const QSize room = screen - QSize(0, aroundTheForm);
     const QSize needed = desk_->form()->minimumSizeHint();

@@ -41,7 +41,7 @@ private:
     void openRead(int order, const QList<int>& lineNumbers);
     QString caption(const char* label);
     static QWidget* preview();
-    /// The report in the preview as it is saved to a text file.
+    /// Returns the previewed report as exported to a text file.
     static QString exported();
     static void layUnreadableLogo();
 
@@ -202,11 +202,12 @@ void PrintingTest::unreadableLogoFails()
 
     QCOMPARE(desk_->end.exitStatus(), 1);
     QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '481':"_s));
-    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1}); // saved and numbered before
+    QCOMPARE(desk_->storedLineNumbers(1),
+             QList<int>{1}); // Saving and numbering happen before printing.
     QVERIFY(preview() == nullptr);
 }
 
-/// What closing has done by the moment of printing stays when printing fails.
+/// Changes that closing has made before printing remain if printing fails.
 void PrintingTest::failedPrintOfAClosing()
 {
     layUnreadableLogo();
@@ -241,7 +242,7 @@ void PrintingTest::lineDeletedMeanwhileIsShownWhole()
     openRead(1, {1, 2, 3, 4, 5, 6, 7, 8, 9});
     desk_->click("CmdPrint");
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
-    testsupport::clickCell(*grid, 7, 0); // on a page that has not been looked at
+    testsupport::clickCell(*grid, 7, 0); // The row is on a page that has not been shown.
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDel");
     desk_->store.execute(u"UPDATE Cuts SET Name = 'אחר'"_s);
@@ -275,7 +276,7 @@ void PrintingTest::longOrderIsShownAsOfOneMoment()
     const QString text = exported();
     QCOMPARE(text.count(u"מס' פריט :"_s), count - 1);
     QCOMPARE(text.count(u"\tשם\n"_s) + text.count(u"\tאחר\n"_s), count - 1);
-    QCOMPARE(text.count(u"אחר"_s), 2); // the first page is of the same moment as the last
+    QCOMPARE(text.count(u"אחר"_s), 2); // The first and the last page belong to the same snapshot.
 }
 
 ZOMREL_QTEST_MAIN(PrintingTest)

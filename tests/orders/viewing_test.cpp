@@ -10,7 +10,7 @@ using testsupport::child;
 using testsupport::Desk;
 using testsupport::inNextDialog;
 
-/// CmdView: the line on which the grid stands, as a sheet.
+/// CmdView, which shows the current line of the grid in the line view.
 class ViewingTest : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ private slots:
     void writesNothing();
 
 private:
-    /// The order is open and read to its end, the grid on the row.
+    /// Opens the order, reads all its lines and makes the row current in the grid.
     void openOn(int row);
     void goTo(int row) const;
     void expectEnded(int error);
@@ -74,7 +74,7 @@ void ViewingTest::noLinesLoadNoView()
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-/// With today's date, neither the order's nor the line's, and every value as it is stored.
+/// The view shows today's date instead of the order's or the line's, and every value as stored.
 void ViewingTest::showsTheGridsLine()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
