@@ -21,7 +21,7 @@ namespace {
 constexpr int nameColumn = 1;
 constexpr int sizeColumn = 2;
 
-/// A form with an editable grid on the lines of the store, and another box to go to.
+/// A form with an editable grid on the lines of the store and a second focusable control.
 class EditForm : public QWidget
 {
 public:
@@ -43,7 +43,7 @@ public:
         grid->setFocus();
     }
 
-    /// The editor that stands open; closed ones live on until the event loop takes them away.
+    /// Returns the open editor. Closed editors exist until the event loop deletes them.
     QLineEdit* editor() const
     {
         for (auto* each : grid->viewport()->findChildren<QLineEdit*>())
@@ -53,7 +53,7 @@ public:
     }
     int rowCount() const { return grid->model()->rowCount(); }
 
-    /// Types into the current cell as the keyboard does: the first key opens the editor.
+    /// Types into the current cell; the first key opens the editor.
     void type(const QString& text) const
     {
         for (const QChar each : text) {
@@ -67,7 +67,7 @@ public:
         QWidget* target = editor() != nullptr ? static_cast<QWidget*>(editor()) : grid;
         QTest::keyClick(target, key, modifiers);
         if (key == Qt::Key_Return)
-            QTRY_VERIFY(editor() == nullptr); // the toolkit closes it behind the key
+            QTRY_VERIFY(editor() == nullptr); // Qt closes the editor after the key event.
     }
 
     DBGrid* grid;
@@ -126,7 +126,7 @@ void DBGridEditingTest::init()
 
 void DBGridEditingTest::cleanup()
 {
-    QCOMPARE(boxes_->unexpected(), QStringList()); // each box that came was waited for
+    QCOMPARE(boxes_->unexpected(), QStringList()); // Every message box was expected.
     boxes_.reset();
     store_.reset();
 }
@@ -160,7 +160,7 @@ void DBGridEditingTest::typingOnTheBlankRowAddsARow()
     QCOMPARE(store_->sql(u"SELECT Code FROM Lines WHERE Name = 'c'"_s)[0][0].toInt(), 3);
     QCOMPARE(form.rowCount(), 4);
     QCOMPARE(cellText(*form.grid, 2, nameColumn), u"c"_s);
-    QCOMPARE(cellText(*form.grid, 2, 0), u"3"_s); // given by the store
+    QCOMPARE(cellText(*form.grid, 2, 0), u"3"_s); // The store has assigned this value.
     QCOMPARE(form.grid->currentIndex().row(), 3);
 }
 
@@ -187,16 +187,16 @@ void DBGridEditingTest::cellsAreEditedInPlace()
     store_->addLines({u"ab"_s, u"cd"_s, u"ef"_s});
     const EditForm form(*store_);
     clickCell(*form.grid, 0, nameColumn);
-    form.type(u"x"_s); // typing replaces
+    form.type(u"x"_s); // Typing replaces the text.
     form.press(Qt::Key_Down);
-    form.press(Qt::Key_F2); // F2 opens with all selected
+    form.press(Qt::Key_F2); // F2 opens the editor with all text selected.
     QCOMPARE(form.editor()->selectedText(), u"cd"_s);
     form.press(Qt::Key_End);
     form.type(u"y"_s);
     clickCell(*form.grid, 2, nameColumn);
     testsupport::doubleClickCell(*form.grid, 2, nameColumn);
     QVERIFY(form.editor() != nullptr);
-    QCOMPARE(form.editor()->maxLength(), 32767); // the store decides, not the editor
+    QCOMPARE(form.editor()->maxLength(), 32767); // The store limits the length, not the editor.
     form.editor()->setText(u"z"_s);
     QVERIFY(form.grid->commitEdits());
     QCOMPARE(store_->names(), (QStringList{u"x"_s, u"cdy"_s, u"z"_s}));
@@ -268,19 +268,19 @@ void DBGridEditingTest::escapeDropsTheEdit()
     const EditForm form(*store_);
     clickCell(*form.grid, 0, nameColumn);
     form.type(u"x"_s);
-    form.press(Qt::Key_Escape); // in the editor
+    form.press(Qt::Key_Escape); // The first Escape closes the editor.
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"a"_s);
 
     form.type(u"x"_s);
     form.press(Qt::Key_Return);
-    form.press(Qt::Key_Escape); // in the row
+    form.press(Qt::Key_Escape); // The second Escape discards the edit of the row.
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"a"_s);
 
     clickCell(*form.grid, 1, nameColumn);
     form.type(u"x"_s);
     form.press(Qt::Key_Return);
     QCOMPARE(form.rowCount(), 3);
-    form.press(Qt::Key_Escape); // in the row that was to be added
+    form.press(Qt::Key_Escape); // Escape discards the row that was being added.
     QCOMPARE(form.rowCount(), 2);
     QCOMPARE(form.grid->currentIndex().row(), 1);
     QVERIFY(form.grid->commitEdits());
@@ -324,12 +324,12 @@ void DBGridEditingTest::movingFiresValidateOncePerRecord()
     QSignalSpy validate(form.data, &DataControl::Validate);
     clickCell(*form.grid, 1, nameColumn);
     QCOMPARE(validate.count(), 1);
-    clickCell(*form.grid, 2, nameColumn); // the blank row is no record
+    clickCell(*form.grid, 2, nameColumn); // The blank row is not a record.
     QCOMPARE(validate.count(), 1);
     form.type(u"c"_s);
-    clickCell(*form.grid, 1, nameColumn); // still the current record
+    clickCell(*form.grid, 1, nameColumn); // This row is still the current record.
     QCOMPARE(validate.count(), 1);
-    clickCell(*form.grid, 2, nameColumn); // a record now
+    clickCell(*form.grid, 2, nameColumn); // The new row is a record now.
     QCOMPARE(validate.count(), 2);
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"c"_s);
 }
@@ -344,13 +344,13 @@ void DBGridEditingTest::deleteKeyDeletesTheRow()
     QCOMPARE(form.rowCount(), 3);
     QCOMPARE(form.grid->currentIndex().row(), 1);
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"c"_s);
-    form.press(Qt::Key_Delete); // the last one: on to the one before it
+    form.press(Qt::Key_Delete); // After the last row is deleted, the previous row becomes current.
     QCOMPARE(store_->names(), QStringList{u"a"_s});
     QCOMPARE(form.grid->currentIndex().row(), 0);
     form.press(Qt::Key_Delete);
     QCOMPARE(store_->names(), QStringList());
     QCOMPARE(form.rowCount(), 1);
-    form.press(Qt::Key_Delete); // on the blank row
+    form.press(Qt::Key_Delete); // Delete has no effect on the blank row.
     QCOMPARE(form.rowCount(), 1);
     form.type(u"d"_s);
     form.press(Qt::Key_Down);
@@ -386,7 +386,7 @@ void DBGridEditingTest::deleteKeyOnATypedRowDropsIt()
 
 void DBGridEditingTest::refusedWriteIsToldAndKept_data()
 {
-    QTest::addColumn<QString>("before"); // SQL
+    QTest::addColumn<QString>("before"); // SQL that runs first.
     QTest::addColumn<QString>("after");
     QTest::addColumn<int>("column");
     QTest::addColumn<QString>("typed");
@@ -429,13 +429,13 @@ void DBGridEditingTest::refusedWriteIsToldAndKept()
     QCOMPARE(cellText(*form.grid, 0, column), typed);
     QCOMPARE(store_->names(), (QStringList{u"a"_s, u"b"_s}));
 
-    // Escape drops it; what the store holds is shown again.
+    // Escape discards the edit, and the stored value is shown again.
     form.press(Qt::Key_Escape);
     QCOMPARE(cellText(*form.grid, 0, column), column == nameColumn ? u"a"_s : u"1"_s);
     form.press(Qt::Key_Down);
     QCOMPARE(form.grid->currentIndex().row(), 1);
 
-    // Mended, it is written.
+    // A corrected value is written.
     form.press(Qt::Key_Up);
     form.type(typed);
     boxes_->answer(runtime::vbOK);
@@ -497,7 +497,7 @@ void DBGridEditingTest::refusalOnClosing()
     clickCell(*form.grid, 0, nameColumn);
     form.type(u"12345678901"_s);
     boxes_->answer(runtime::vbOK);
-    QVERIFY(!form.grid->commitEdits()); // with the editor open
+    QVERIFY(!form.grid->commitEdits()); // The editor is still open.
     QCOMPARE(boxes_->shown().size(), 1U);
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"12345678901"_s);
     form.press(Qt::Key_F2);
@@ -536,7 +536,7 @@ void DBGridEditingTest::rowDeletedByAnotherStation()
     QVERIFY(boxes_->shown()[0].text.contains(u"נמחקה"_s));
     QTRY_COMPARE(form.grid->currentIndex().row(), 0);
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"x"_s);
-    form.press(Qt::Key_Escape); // nothing is left to go back to
+    form.press(Qt::Key_Escape); // There is no row left to return to.
     QCOMPARE(form.rowCount(), 2);
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"b"_s);
     QCOMPARE(store_->names(), QStringList{u"b"_s});
