@@ -1,4 +1,4 @@
-// Moves that do not come to their end: the target is complete or untouched.
+// Moves that do not finish: the target is either complete or unchanged.
 
 #include "support/plain_sql.h"
 #include "support/temporary_store.h"
@@ -20,7 +20,7 @@ using testsupport::ThrowawayServer;
 namespace {
 
 constexpr int manyLines = 60000;
-constexpr int step = 1; // ms
+constexpr int step = 1; // Polling interval in milliseconds.
 
 class MoveFailuresTest : public testing::Test
 {
