@@ -56,8 +56,8 @@ namespace {
 template <typename Motion>
 void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
 {
-    const std::shared_ptr<Recordset> alive =
-        recordset.shared_from_this(); // Keeps the recordset alive if the observer releases it.
+    // Keeps the recordset alive if the observer releases it.
+    const std::shared_ptr<Recordset> alive = recordset.shared_from_this();
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();
     d.driver(); // Throws if the observer has closed the database.
@@ -165,8 +165,8 @@ void Recordset::Update()
     if (d_->pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     if (d_->pending == Pending::Addition) {
-        d_->settle(); // The delayed lookup of the first row must not find the row that is added
-                      // here.
+        // The delayed lookup of the first row must not find the row that is added here.
+        d_->settle();
         const RowNumber number = d_->rows.insert(driver, d_->additions());
         d_->drop();
         const bool first = d_->place == Place::Empty;

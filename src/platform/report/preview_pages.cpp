@@ -259,8 +259,9 @@ void PreviewPages::paintSheets(const QRect& area)
         const int place = verticalScrollBar()->value() + y - gap;
         return std::clamp(place / stride(), 0, pageCount() - 1);
     };
+    // This may change the pages, so it runs before anything is painted.
     if (!document_->hasPage(pageAt(area.bottom())))
-        readAll(); // This may change the pages, so it runs before anything is painted.
+        readAll();
     QPainter painter(viewport());
     const int last = pageAt(area.bottom());
     for (int page = pageAt(area.top()); page <= last; ++page)

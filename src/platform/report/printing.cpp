@@ -141,8 +141,8 @@ Paper paperOf(const QPageLayout& layout)
 
 void printDocument(Document& document, int currentPage, QWidget* parent)
 {
-    document.readAll(); // The print dialog shows the number of pages, which is final only after
-                        // readAll.
+    // The print dialog shows the number of pages, which is final only after readAll.
+    document.readAll();
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(document.title());
     printer.setFullPage(true);
