@@ -17,28 +17,28 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void closeRefusesAnEmptyOrder();
-    void closeAnsweredNoSavesNothing();
-    void closeMarksPrintsAndUnloads();
-    void nextOrderAfterAClosedOne();
-    void closedOrderIsClosedAgain();
+    void close_withoutLines_isRefused();
+    void close_answeredNo_savesNothing();
+    void close_answeredYes_savesPrintsAndUnloads();
+    void openOrder_afterClosing_addsTheNextOrder();
+    void close_ofAClosedOrder_leavesItClosed();
 
-    void deleteOnNoLines();
-    void deleteAnsweredNo();
-    void deleteTakesTheCurrentLine();
-    void deleteTakesTheLineChosenInTheGrid();
-    void deleteTheLastOfAll();
+    void delete_withoutLines_showsNoBox();
+    void delete_answeredNo_keepsTheLines();
+    void delete_answeredYes_deletesTheCurrentLine();
+    void delete_afterChoosingALine_deletesThatLine();
+    void delete_ofTheOnlyLine_setsTheCounterToZero();
 
-    void deleteAllOnNoLines();
-    void deleteAllAnsweredNo();
-    void deleteAllTakesTheLinesOfThisOrder();
-    void deleteAllBeforeTheEndWasRead();
-    void deleteAllCanBeStopped();
-    void deletedOrderIsRefusedAndContinued();
-    void closedOrderLosesLinesToo();
+    void deleteAll_withoutLines_showsNoBox();
+    void deleteAll_answeredNo_keepsTheLines();
+    void deleteAll_answeredYes_keepsOtherOrders();
+    void deleteAll_beforeAllRowsAreRead_deletesTheReachedRows();
+    void deleteAll_cancelled_keepsTheRemainingLines();
+    void deleteAll_thenClose_isRefusedAndTheOrderStaysOpen();
+    void delete_onAClosedOrder_deletesTheLine();
 
-    void finishDropsTheCustomer();
-    void eachLoadStartsAfresh();
+    void finish_withATypedCustomer_savesNothing();
+    void load_afterUnload_startsWithInitialValues();
 
 private:
     const runtime::MessageBoxRequest& onlyBox();
@@ -80,7 +80,7 @@ void ClosingDeletingTest::openRead(int order, const QList<int>& lineNumbers)
     QTRY_VERIFY(desk_->timerRests());
 }
 
-void ClosingDeletingTest::closeRefusesAnEmptyOrder()
+void ClosingDeletingTest::close_withoutLines_isRefused()
 {
     openRead(1, {});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -96,7 +96,7 @@ void ClosingDeletingTest::closeRefusesAnEmptyOrder()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void ClosingDeletingTest::closeAnsweredNoSavesNothing()
+void ClosingDeletingTest::close_answeredNo_savesNothing()
 {
     openRead(1, {1});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -112,7 +112,7 @@ void ClosingDeletingTest::closeAnsweredNoSavesNothing()
     QVERIFY(desk_->form() != nullptr);
 }
 
-void ClosingDeletingTest::closeMarksPrintsAndUnloads()
+void ClosingDeletingTest::close_answeredYes_savesPrintsAndUnloads()
 {
     openRead(1, {4});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -129,7 +129,7 @@ void ClosingDeletingTest::closeMarksPrintsAndUnloads()
     QVERIFY(desk_->window.isVisible());
 }
 
-void ClosingDeletingTest::nextOrderAfterAClosedOne()
+void ClosingDeletingTest::openOrder_afterClosing_addsTheNextOrder()
 {
     openRead(1, {1});
     desk_->boxes.answer(runtime::vbYes);
@@ -143,7 +143,7 @@ void ClosingDeletingTest::nextOrderAfterAClosedOne()
     QCOMPARE(desk_->lines().RecordCount(), 0);
 }
 
-void ClosingDeletingTest::closedOrderIsClosedAgain()
+void ClosingDeletingTest::close_ofAClosedOrder_leavesItClosed()
 {
     openRead(1, {1});
     desk_->store.execute(u"UPDATE Orders SET Open_Close = -1"_s);
@@ -152,14 +152,14 @@ void ClosingDeletingTest::closedOrderIsClosedAgain()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
 }
 
-void ClosingDeletingTest::deleteOnNoLines()
+void ClosingDeletingTest::delete_withoutLines_showsNoBox()
 {
     openRead(1, {});
     desk_->click("CmdDel");
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void ClosingDeletingTest::deleteAnsweredNo()
+void ClosingDeletingTest::delete_answeredNo_keepsTheLines()
 {
     openRead(1, {1, 2});
     desk_->boxes.answer(runtime::vbNo);
@@ -171,7 +171,7 @@ void ClosingDeletingTest::deleteAnsweredNo()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2}));
 }
 
-void ClosingDeletingTest::deleteTakesTheCurrentLine()
+void ClosingDeletingTest::delete_answeredYes_deletesTheCurrentLine()
 {
     openRead(1, {1, 2, 3});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -183,7 +183,7 @@ void ClosingDeletingTest::deleteTakesTheCurrentLine()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void ClosingDeletingTest::deleteTakesTheLineChosenInTheGrid()
+void ClosingDeletingTest::delete_afterChoosingALine_deletesThatLine()
 {
     openRead(1, {1, 2, 3});
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
@@ -197,7 +197,7 @@ void ClosingDeletingTest::deleteTakesTheLineChosenInTheGrid()
     QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 3);
 }
 
-void ClosingDeletingTest::deleteTheLastOfAll()
+void ClosingDeletingTest::delete_ofTheOnlyLine_setsTheCounterToZero()
 {
     openRead(1, {1});
     desk_->boxes.answer(runtime::vbYes);
@@ -210,14 +210,14 @@ void ClosingDeletingTest::deleteTheLastOfAll()
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void ClosingDeletingTest::deleteAllOnNoLines()
+void ClosingDeletingTest::deleteAll_withoutLines_showsNoBox()
 {
     openRead(1, {});
     desk_->click("CmdDelAll");
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void ClosingDeletingTest::deleteAllAnsweredNo()
+void ClosingDeletingTest::deleteAll_answeredNo_keepsTheLines()
 {
     openRead(1, {1, 2});
     desk_->boxes.answer(runtime::vbNo);
@@ -229,7 +229,7 @@ void ClosingDeletingTest::deleteAllAnsweredNo()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2}));
 }
 
-void ClosingDeletingTest::deleteAllTakesTheLinesOfThisOrder()
+void ClosingDeletingTest::deleteAll_answeredYes_keepsOtherOrders()
 {
     desk_->addOrderWithLines(2, {1});
     openRead(1, {1, 2, 3, 4});
@@ -244,7 +244,7 @@ void ClosingDeletingTest::deleteAllTakesTheLinesOfThisOrder()
     QCOMPARE(desk_->on<controls::DBGrid>("DBGrid1")->model()->rowCount(), 0);
 }
 
-void ClosingDeletingTest::deleteAllBeforeTheEndWasRead()
+void ClosingDeletingTest::deleteAll_beforeAllRowsAreRead_deletesTheReachedRows()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
@@ -254,7 +254,7 @@ void ClosingDeletingTest::deleteAllBeforeTheEndWasRead()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));
 }
 
-void ClosingDeletingTest::deleteAllCanBeStopped()
+void ClosingDeletingTest::deleteAll_cancelled_keepsTheRemainingLines()
 {
     constexpr int count = 3000;
     desk_->store.addOrder(1);
@@ -282,7 +282,7 @@ void ClosingDeletingTest::deleteAllCanBeStopped()
     QCOMPARE(desk_->storedLineNumbers(1).last(), count);
 }
 
-void ClosingDeletingTest::deletedOrderIsRefusedAndContinued()
+void ClosingDeletingTest::deleteAll_thenClose_isRefusedAndTheOrderStaysOpen()
 {
     openRead(1, {1, 2});
     desk_->boxes.answer(runtime::vbYes);
@@ -297,7 +297,7 @@ void ClosingDeletingTest::deletedOrderIsRefusedAndContinued()
     QCOMPARE(Module1::CurrentOrderNum, 1);
 }
 
-void ClosingDeletingTest::closedOrderLosesLinesToo()
+void ClosingDeletingTest::delete_onAClosedOrder_deletesTheLine()
 {
     openRead(1, {1, 2});
     desk_->store.execute(u"UPDATE Orders SET Open_Close = -1"_s);
@@ -306,7 +306,7 @@ void ClosingDeletingTest::closedOrderLosesLinesToo()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
 }
 
-void ClosingDeletingTest::finishDropsTheCustomer()
+void ClosingDeletingTest::finish_withATypedCustomer_savesNothing()
 {
     openRead(1, {1});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -317,7 +317,7 @@ void ClosingDeletingTest::finishDropsTheCustomer()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void ClosingDeletingTest::eachLoadStartsAfresh()
+void ClosingDeletingTest::load_afterUnload_startsWithInitialValues()
 {
     openRead(1, {1});
     desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);

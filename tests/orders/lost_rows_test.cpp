@@ -20,20 +20,20 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void closesAnOrderThatIsGone();
-    void printsAnOrderThatIsGone();
-    void takesAnOrderThatIsGone();
-    void takesAnOrderThatIsGoneWithoutAForm();
-    void movesToAnOrderThatIsGone();
-    void deletesALineThatIsGone();
-    void deletesAllUpToALineThatIsGone();
-    void viewsALineThatIsGone();
-    void browsesBeyondSixteenBits();
-    void movesToAnOrderWithoutANumber();
-    void opensTheSearchOnAnOrderWithoutANumber();
-    void findsNoNextNumberAfterNone_data();
-    void findsNoNextNumberAfterNone();
-    void listsLinesWithoutValues();
+    void close_ofADeletedOrder_savesNothing();
+    void print_ofADeletedOrder_savesNothing();
+    void load_ofADeletedOrder_clearsOnlyTheCustomer();
+    void load_ofADeletedOrderWithoutAForm_failsInTheTimer();
+    void move_toADeletedOrder_failsWithRecordDeleted();
+    void delete_ofADeletedLine_failsWithRecordDeleted();
+    void deleteAll_stopsAtADeletedLine();
+    void view_ofADeletedLine_showsTheValuesReadBefore();
+    void browse_beyondSixteenBits_failsOnlyAtLoading();
+    void move_toAnOrderWithoutANumber_failsWithInvalidUseOfNull();
+    void findOrder_withoutANumber_failsWithInvalidUseOfNull();
+    void openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing_data();
+    void openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing();
+    void linesWithNullValues_showEmptyCells();
 
 private:
     void expectEnded(int error);
@@ -93,7 +93,7 @@ void LostRowsTest::addOrderWithoutANumber(int state)
 }
 
 /// A missing row is not an error: nothing is saved and the rest of the handler runs.
-void LostRowsTest::closesAnOrderThatIsGone()
+void LostRowsTest::close_ofADeletedOrder_savesNothing()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -108,7 +108,7 @@ void LostRowsTest::closesAnOrderThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>({1, 2}));
 }
 
-void LostRowsTest::printsAnOrderThatIsGone()
+void LostRowsTest::print_ofADeletedOrder_savesNothing()
 {
     desk_->addOrderWithLines(1, {4});
     desk_->openOrder(1);
@@ -122,7 +122,7 @@ void LostRowsTest::printsAnOrderThatIsGone()
 }
 
 /// Only the customer boxes change: they are cleared before the row is searched.
-void LostRowsTest::takesAnOrderThatIsGone()
+void LostRowsTest::load_ofADeletedOrder_clearsOnlyTheCustomer()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.addOrder(2);
@@ -144,7 +144,7 @@ void LostRowsTest::takesAnOrderThatIsGone()
 }
 
 /// Without a loaded form, no timer moves to the last line.
-void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
+void LostRowsTest::load_ofADeletedOrderWithoutAForm_failsInTheTimer()
 {
     desk_->store.addOrder(2);
     desk_->boxes.answer(runtime::vbOK);
@@ -158,7 +158,7 @@ void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
     expectEnded(91);
 }
 
-void LostRowsTest::movesToAnOrderThatIsGone()
+void LostRowsTest::move_toADeletedOrder_failsWithRecordDeleted()
 {
     desk_->store.addOrder(1);
     desk_->store.addOrder(2);
@@ -174,7 +174,7 @@ void LostRowsTest::movesToAnOrderThatIsGone()
     expectEnded(3167);
 }
 
-void LostRowsTest::deletesALineThatIsGone()
+void LostRowsTest::delete_ofADeletedLine_failsWithRecordDeleted()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -189,7 +189,7 @@ void LostRowsTest::deletesALineThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
 }
 
-void LostRowsTest::deletesAllUpToALineThatIsGone()
+void LostRowsTest::deleteAll_stopsAtADeletedLine()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
@@ -205,7 +205,7 @@ void LostRowsTest::deletesAllUpToALineThatIsGone()
 }
 
 /// The grid's row keeps the values that were read when it became current.
-void LostRowsTest::viewsALineThatIsGone()
+void LostRowsTest::view_ofADeletedLine_showsTheValuesReadBefore()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -226,7 +226,7 @@ void LostRowsTest::viewsALineThatIsGone()
 }
 
 /// The search form shows any number; only the order form is limited to 16 bits.
-void LostRowsTest::browsesBeyondSixteenBits()
+void LostRowsTest::browse_beyondSixteenBits_failsOnlyAtLoading()
 {
     desk_->addOrderWithLines(1, {1});
     desk_->addOrderWithLines(40000, {1, 2});
@@ -248,7 +248,7 @@ void LostRowsTest::browsesBeyondSixteenBits()
     QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
 }
 
-void LostRowsTest::movesToAnOrderWithoutANumber()
+void LostRowsTest::move_toAnOrderWithoutANumber_failsWithInvalidUseOfNull()
 {
     addOrderWithoutANumber();
     desk_->store.addOrder(1);
@@ -263,20 +263,20 @@ void LostRowsTest::movesToAnOrderWithoutANumber()
     expectEnded(94);
 }
 
-void LostRowsTest::opensTheSearchOnAnOrderWithoutANumber()
+void LostRowsTest::findOrder_withoutANumber_failsWithInvalidUseOfNull()
 {
     addOrderWithoutANumber();
     QCOMPARE(raisedBy([] { orders::findOrder(); }), 94);
 }
 
-void LostRowsTest::findsNoNextNumberAfterNone_data()
+void LostRowsTest::openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing_data()
 {
     QTest::addColumn<int>("state");
     QTest::newRow("open") << 0;
     QTest::newRow("closed") << -1;
 }
 
-void LostRowsTest::findsNoNextNumberAfterNone()
+void LostRowsTest::openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing()
 {
     QFETCH(int, state);
     addOrderWithoutANumber(state);
@@ -286,7 +286,7 @@ void LostRowsTest::findsNoNextNumberAfterNone()
 }
 
 /// Null values appear as empty cells.
-void LostRowsTest::listsLinesWithoutValues()
+void LostRowsTest::linesWithNullValues_showEmptyCells()
 {
     desk_->store.execute(u"INSERT INTO Orders (Number) VALUES (1)"_s);
     desk_->store.execute(u"INSERT INTO Cuts (Order_Num) VALUES (1)"_s);

@@ -23,19 +23,19 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void headOfThePaper();
-    void customerIsSavedFirst();
-    void noLinesEndsSilently();
-    void onlyTheFirstRowIsRenumbered();
-    void gridIsNotRefreshed();
-    void stateIsNotTouched();
-    void numbersFollowTheSharedNumber();
-    void logoStays();
-    void unreadableLogoFails();
-    void failedPrintOfAClosing();
-    void previewOutlivesTheForm();
-    void lineDeletedMeanwhileIsShownWhole();
-    void longOrderIsShownAsOfOneMoment();
+    void print_fillsInThePageHeader();
+    void print_savesTheCustomer();
+    void print_withoutLines_savesTheCustomerOnly();
+    void print_renumbersOnlyTheFirstRow();
+    void print_doesNotRefreshTheGrid();
+    void print_keepsTheOrdersState();
+    void print_usesCurrentOrderNum();
+    void logo_remainsAfterItsFileIsDeleted();
+    void unreadableLogo_failsWithInvalidPicture();
+    void close_withAFailingPrint_keepsTheOrderClosed();
+    void preview_remainsAfterTheFormIsUnloaded();
+    void lineDeletedDuringThePreview_isStillShown();
+    void longOrder_isShownAsOneSnapshot();
 
 private:
     void openRead(int order, const QList<int>& lineNumbers);
@@ -95,7 +95,7 @@ void PrintingTest::layUnreadableLogo()
     broken.write("no picture");
 }
 
-void PrintingTest::headOfThePaper()
+void PrintingTest::print_fillsInThePageHeader()
 {
     openRead(12, {1, 2});
     desk_->type("TextCustomerName", u"דוד כהן"_s);
@@ -113,7 +113,7 @@ void PrintingTest::headOfThePaper()
     QCOMPARE(Module1::SqlText, u"SELECT * FROM Cuts WHERE ORDER_NUM = 12 ORDER BY NUM ASC"_s);
 }
 
-void PrintingTest::customerIsSavedFirst()
+void PrintingTest::print_savesTheCustomer()
 {
     openRead(1, {1});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -121,7 +121,7 @@ void PrintingTest::customerIsSavedFirst()
     QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
 }
 
-void PrintingTest::noLinesEndsSilently()
+void PrintingTest::print_withoutLines_savesTheCustomerOnly()
 {
     openRead(1, {});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -131,7 +131,7 @@ void PrintingTest::noLinesEndsSilently()
     QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
 }
 
-void PrintingTest::onlyTheFirstRowIsRenumbered()
+void PrintingTest::print_renumbersOnlyTheFirstRow()
 {
     openRead(1, {1, 2, 5});
     desk_->click("CmdPrint");
@@ -143,7 +143,7 @@ void PrintingTest::onlyTheFirstRowIsRenumbered()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 5}));
 }
 
-void PrintingTest::gridIsNotRefreshed()
+void PrintingTest::print_doesNotRefreshTheGrid()
 {
     openRead(1, {3, 4});
     const dao::Recordset* before = &desk_->lines();
@@ -153,7 +153,7 @@ void PrintingTest::gridIsNotRefreshed()
     QCOMPARE(desk_->on<controls::DataControl>("DataCut")->Recordset().Type(), dao::dbOpenDynaset);
 }
 
-void PrintingTest::stateIsNotTouched()
+void PrintingTest::print_keepsTheOrdersState()
 {
     openRead(1, {1});
     desk_->click("CmdPrint");
@@ -163,7 +163,7 @@ void PrintingTest::stateIsNotTouched()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
 }
 
-void PrintingTest::numbersFollowTheSharedNumber()
+void PrintingTest::print_usesCurrentOrderNum()
 {
     desk_->addOrderWithLines(2, {8});
     openRead(1, {4});
@@ -175,7 +175,7 @@ void PrintingTest::numbersFollowTheSharedNumber()
     QCOMPARE(caption("LabelOrder_Num"), u"2"_s);
 }
 
-void PrintingTest::logoStays()
+void PrintingTest::logo_remainsAfterItsFileIsDeleted()
 {
     const auto logo = [] {
         return output::dataReport1().Sections(2).Controls(u"ImageCompanyLogo"_s).Picture();
@@ -192,7 +192,7 @@ void PrintingTest::logoStays()
     QCOMPARE(logo().size(), QSize(20, 10));
 }
 
-void PrintingTest::unreadableLogoFails()
+void PrintingTest::unreadableLogo_failsWithInvalidPicture()
 {
     layUnreadableLogo();
     openRead(1, {2});
@@ -202,13 +202,13 @@ void PrintingTest::unreadableLogoFails()
 
     QCOMPARE(desk_->end.exitStatus(), 1);
     QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '481':"_s));
-    QCOMPARE(desk_->storedLineNumbers(1),
-             QList<int>{1}); // Saving and numbering happen before printing.
+    // Saving and numbering happen before printing.
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
     QVERIFY(preview() == nullptr);
 }
 
 /// Changes that closing has made before printing remain if printing fails.
-void PrintingTest::failedPrintOfAClosing()
+void PrintingTest::close_withAFailingPrint_keepsTheOrderClosed()
 {
     layUnreadableLogo();
     openRead(1, {2});
@@ -226,7 +226,7 @@ void PrintingTest::failedPrintOfAClosing()
     QVERIFY(desk_->form()->isVisible());
 }
 
-void PrintingTest::previewOutlivesTheForm()
+void PrintingTest::preview_remainsAfterTheFormIsUnloaded()
 {
     openRead(1, {1});
     desk_->boxes.answer(runtime::vbYes);
@@ -237,7 +237,7 @@ void PrintingTest::previewOutlivesTheForm()
     QVERIFY(!preview()->grab().isNull());
 }
 
-void PrintingTest::lineDeletedMeanwhileIsShownWhole()
+void PrintingTest::lineDeletedDuringThePreview_isStillShown()
 {
     openRead(1, {1, 2, 3, 4, 5, 6, 7, 8, 9});
     desk_->click("CmdPrint");
@@ -258,7 +258,7 @@ void PrintingTest::lineDeletedMeanwhileIsShownWhole()
     QVERIFY(!text.contains(u"אחר"_s));
 }
 
-void PrintingTest::longOrderIsShownAsOfOneMoment()
+void PrintingTest::longOrder_isShownAsOneSnapshot()
 {
     constexpr int count = 600;
     desk_->store.addOrder(1);

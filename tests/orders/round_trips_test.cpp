@@ -16,8 +16,8 @@ class RoundTripsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void addingALineNeedsFew();
-    void openingAnOrderGreetsOnce();
+    void addingALine_needsElevenRoundTrips();
+    void openingAnOrder_greetsTheServerOnce();
 };
 
 namespace {
@@ -74,7 +74,7 @@ struct CountedDesk
 
 } // namespace
 
-void RoundTripsTest::addingALineNeedsFew()
+void RoundTripsTest::addingALine_needsElevenRoundTrips()
 {
     if (!testsupport::isOnServer())
         QSKIP("about a server");
@@ -106,7 +106,7 @@ void RoundTripsTest::addingALineNeedsFew()
     QCOMPARE(ofAll, 11);
 }
 
-void RoundTripsTest::openingAnOrderGreetsOnce()
+void RoundTripsTest::openingAnOrder_greetsTheServerOnce()
 {
     if (!testsupport::isOnServer())
         QSKIP("about a server");

@@ -19,13 +19,13 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void noLinesLoadNoView();
-    void showsTheGridsLine();
-    void nextLineShowsNothingOfTheFormer();
-    void nullNumberEndsTheProgram_data();
-    void nullNumberEndsTheProgram();
-    void noCurrentLineEndsTheProgram();
-    void writesNothing();
+    void view_withoutLines_opensNothing();
+    void view_showsTheCurrentLine();
+    void view_ofTheNextLine_showsNoFormerText();
+    void view_withANullNumber_failsWithInvalidUseOfNull_data();
+    void view_withANullNumber_failsWithInvalidUseOfNull();
+    void view_withoutACurrentLine_failsWithNoCurrentRecord();
+    void view_writesNothing();
 
 private:
     /// Opens the order, reads all its lines and makes the row current in the grid.
@@ -64,7 +64,7 @@ void ViewingTest::expectEnded(int error)
     QVERIFY2(text.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(text));
 }
 
-void ViewingTest::noLinesLoadNoView()
+void ViewingTest::view_withoutLines_opensNothing()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -75,7 +75,7 @@ void ViewingTest::noLinesLoadNoView()
 }
 
 /// The view shows today's date instead of the order's or the line's, and every value as stored.
-void ViewingTest::showsTheGridsLine()
+void ViewingTest::view_showsTheCurrentLine()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.execute(
@@ -105,7 +105,7 @@ void ViewingTest::showsTheGridsLine()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void ViewingTest::nextLineShowsNothingOfTheFormer()
+void ViewingTest::view_ofTheNextLine_showsNoFormerText()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->store.execute(u"UPDATE Cuts SET Name = NULL, Glass_Kind = NULL WHERE NUM = 2"_s);
@@ -122,7 +122,7 @@ void ViewingTest::nextLineShowsNothingOfTheFormer()
     desk_->click("CmdView");
 }
 
-void ViewingTest::nullNumberEndsTheProgram_data()
+void ViewingTest::view_withANullNumber_failsWithInvalidUseOfNull_data()
 {
     QTest::addColumn<QString>("field");
     for (const char* field : {"MyWidth", "MYHeight", "Mashkof_W", "Reshet_H", "Mahkof_Count",
@@ -130,7 +130,7 @@ void ViewingTest::nullNumberEndsTheProgram_data()
         QTest::newRow(field) << QString::fromLatin1(field);
 }
 
-void ViewingTest::nullNumberEndsTheProgram()
+void ViewingTest::view_withANullNumber_failsWithInvalidUseOfNull()
 {
     QFETCH(QString, field);
     desk_->addOrderWithLines(1, {1});
@@ -141,7 +141,7 @@ void ViewingTest::nullNumberEndsTheProgram()
     expectEnded(94);
 }
 
-void ViewingTest::noCurrentLineEndsTheProgram()
+void ViewingTest::view_withoutACurrentLine_failsWithNoCurrentRecord()
 {
     desk_->addOrderWithLines(1, {1, 2});
     openOn(1);
@@ -152,7 +152,7 @@ void ViewingTest::noCurrentLineEndsTheProgram()
     expectEnded(3021);
 }
 
-void ViewingTest::writesNothing()
+void ViewingTest::view_writesNothing()
 {
     desk_->addOrderWithLines(1, {1, 2});
     openOn(0);

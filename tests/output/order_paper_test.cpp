@@ -251,8 +251,8 @@ void OrderPaperTest::keepsThePlaceOfTheLogo()
     const auto without = orderDocument({ordinaryLine(1)});
     const QImage logoSheet = inked(*with);
     const QImage plainSheet = inked(*without);
-    const QRect band(54, 156, 1068,
-                     199); // 530, 1545 to 11240, 3555 in twips, reduced by one pixel.
+    // 530, 1545 to 11240, 3555 in twips, reduced by one pixel.
+    const QRect band(54, 156, 1068, 199);
     for (const QPoint& corner :
          {band.topLeft(), band.topRight(), band.bottomLeft(), band.bottomRight()}) {
         QCOMPARE(logoSheet.pixelColor(corner), QColor(Qt::red));

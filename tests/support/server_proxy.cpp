@@ -28,8 +28,9 @@ void sendAll(int to, const char* bytes, std::size_t count)
 {
     while (count > 0) {
         const ssize_t sent = ::send(to, bytes, count, MSG_NOSIGNAL);
+        // A closed connection is detected by the next read.
         if (sent <= 0)
-            return; // The next read detects the end.
+            return;
         bytes += sent;
         count -= static_cast<std::size_t>(sent);
     }

@@ -173,8 +173,8 @@ void DataControlTest::refreshKeepsTheRow()
     const Watch watch(control);
     store.sql(u"UPDATE Lines SET Num = 9 WHERE Name = 'a'"_s); // The row now sorts last.
     control.Refresh();
-    QCOMPARE(watch.seen,
-             QStringList{u"b of 2"_s}); // Validate fires once, before the query runs again.
+    // Validate fires once, before the query runs again.
+    QCOMPARE(watch.seen, QStringList{u"b of 2"_s});
     QCOMPARE(currentName(control), u"b"_s);
     control.Recordset().MoveLast();
     QCOMPARE(currentName(control), u"a"_s);

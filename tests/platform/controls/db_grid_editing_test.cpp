@@ -66,8 +66,9 @@ public:
     {
         QWidget* target = editor() != nullptr ? static_cast<QWidget*>(editor()) : grid;
         QTest::keyClick(target, key, modifiers);
+        // Qt closes the editor after the key event.
         if (key == Qt::Key_Return)
-            QTRY_VERIFY(editor() == nullptr); // Qt closes the editor after the key event.
+            QTRY_VERIFY(editor() == nullptr);
     }
 
     DBGrid* grid;

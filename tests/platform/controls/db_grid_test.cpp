@@ -212,8 +212,8 @@ void DBGridTest::oneMoveIsOneValidate()
     clickCell(*form.grid, 2, 0);
     QCOMPARE(before, (QStringList{u"a"_s, u"b"_s}));
     form.data->Recordset().MoveFirst();
-    QCOMPARE(before.size(),
-             3); // The recordset's own move causes no second Validate when the grid follows it.
+    // The recordset's own move causes no second Validate when the grid follows it.
+    QCOMPARE(before.size(), 3);
 }
 
 void DBGridTest::clicksMoveTheRecordset()
@@ -248,9 +248,9 @@ void DBGridTest::keepsTheRowSelected()
     const QRect cell = form.grid->visualRect(form.grid->model()->index(0, 0));
     QTest::mouseClick(form.grid->viewport(), Qt::LeftButton, Qt::ControlModifier, cell.center());
     QVERIFY(form.grid->selectionModel()->isRowSelected(0));
-    QTest::mouseClick(
-        form.grid->viewport(), Qt::LeftButton, {},
-        QPoint(20, form.grid->viewport()->height() - 5)); // The click is below the last row.
+    // The click is below the last row.
+    QTest::mouseClick(form.grid->viewport(), Qt::LeftButton, {},
+                      QPoint(20, form.grid->viewport()->height() - 5));
     QVERIFY(form.grid->selectionModel()->isRowSelected(0));
     QCOMPARE(form.currentName(), u"a"_s);
 }
@@ -450,8 +450,8 @@ void DBGridTest::readingFailureIsARunTimeError()
     const GridForm form(store);
     form.data->Database().Close();
     boxes.answer(runtime::vbOK);
-    QCOMPARE(cellText(*form.grid, 400, 2),
-             u""_s); // The cell is read while Qt paints, so nothing is thrown.
+    // The cell is read while Qt paints, so nothing is thrown.
+    QCOMPARE(cellText(*form.grid, 400, 2), u""_s);
     QVERIFY(!end.exitStatus());
     QCOMPARE(cellText(*form.grid, 300, 2), u""_s);
     QTRY_COMPARE(end.exitStatus(), 1);

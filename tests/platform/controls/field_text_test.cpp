@@ -24,8 +24,8 @@ TEST(FieldText, FixesTheDecimals)
 {
     EXPECT_EQ(fieldText(120, 2), u"120.00"_s);
     EXPECT_EQ(fieldText(92.5, 2), u"92.50"_s);
-    EXPECT_EQ(fieldText(2.005, 2),
-              u"2.01"_s); // Halves round away from zero, based on 15 significant digits.
+    // Halves round away from zero, based on 15 significant digits.
+    EXPECT_EQ(fieldText(2.005, 2), u"2.01"_s);
     EXPECT_EQ(fieldText(2.004, 2), u"2.00"_s);
     EXPECT_EQ(fieldText(0.999, 2), u"1.00"_s);
     EXPECT_EQ(fieldText(-7.5, 2), u"-7.50"_s);

@@ -50,8 +50,8 @@ TEST(FreeSpace, IsTheWholeWidthOfAControlThatStandsAlone)
 TEST(FreeSpace, KeepsFromTheBordersOfABox)
 {
     expectFree({field(2000, 600, Align::Right, Boxed)}, 40, 560);
-    expectFree({field(2000, 200, Align::Right, Boxed)}, 20,
-               180); // A narrow box keeps a tenth of its width.
+    // A narrow box keeps a tenth of its width.
+    expectFree({field(2000, 200, Align::Right, Boxed)}, 20, 180);
 }
 
 TEST(FreeSpace, KeepsFromTheInkOfACaptionBesideIt)
@@ -78,8 +78,8 @@ TEST(FreeSpace, KeepsFromVerticalLines)
     expectFree({field(2000, 600), line(1990, 0, 0, 5000)}, 30, 600);
     expectFree({field(2000, 600), line(2600, 0, 0, 5000)}, 0, 560);
     expectFree({field(2000, 600), line(1950, 0, 0, 5000)}, 0, 600); // The line is 50 twips away.
-    expectFree({field(2000, 600), line(2600, 0, 0, 1100)}, 0,
-               600); // The line ends above the middle of the field.
+    // The line ends above the middle of the field.
+    expectFree({field(2000, 600), line(2600, 0, 0, 1100)}, 0, 600);
     expectFree({field(2000, 600), line(0, 1000, 5000, 0)}, 0, 600); // The line is horizontal.
 }
 

@@ -148,8 +148,8 @@ void HtmlExportTest::leavesRoomForAnotherFont()
     const double natural =
         textWidth(u"268.25"_s, false, twipFont(smallReport.fontFamily.toString(), 12, false));
     const double drawn = natural * stretchOf(spanOf(html, u"268.25"_s));
-    QVERIFY(drawn <= 0.9 * 520 &&
-            drawn > 0.85 * 520); // The field is 600 wide, reduced by 40 on each side.
+    // The field is 600 wide, reduced by 40 on each side.
+    QVERIFY(drawn <= 0.9 * 520 && drawn > 0.85 * 520);
 }
 
 void HtmlExportTest::escapesWhatTheUserTyped()

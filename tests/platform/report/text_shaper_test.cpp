@@ -57,8 +57,8 @@ void TextShaperTest::takesTheHebrewFamily()
 void TextShaperTest::standsWhereItIsAligned_data()
 {
     QTest::addColumn<Align>("align");
-    QTest::addColumn<double>(
-        "share"); // Share of the remaining width that is to the left of the text.
+    // Share of the remaining width that is to the left of the text.
+    QTest::addColumn<double>("share");
     QTest::newRow("left") << Align::Left << 0.0;
     QTest::newRow("right") << Align::Right << 1.0;
     QTest::newRow("centre") << Align::Centre << 0.5;

@@ -357,8 +357,8 @@ TEST_F(MoveTest, FailsWithoutASourceOrAPlace)
 {
     EXPECT_EQ(move(at(u"absent.mdb"_s), address_).exitStatus, 1);
     EXPECT_EQ(move(store_.path(), at(u"no such folder/new.mdb"_s)).exitStatus, 1);
-    EXPECT_EQ(move(address_, at(u"new.mdb"_s)).exitStatus,
-              1); // The database does not contain a store.
+    // The database does not contain a store.
+    EXPECT_EQ(move(address_, at(u"new.mdb"_s)).exitStatus, 1);
     EXPECT_EQ(move(u"postgresql://x:y@server/z"_s, at(u"new.mdb"_s)).err,
               QStringList{u"zomrel-store: No such place: an address holds no password."_s});
     EXPECT_EQ(

@@ -67,8 +67,8 @@ TEST_P(DamagedFilesTest, CutOffAtEverySixteenth)
 
 TEST_P(DamagedFilesTest, WithoutItsEnd)
 {
-    folder_.write(
-        whole_.left(whole_.size() * 7 / 8)); // In both files there are lines after this position.
+    // In both files there are lines after this position.
+    folder_.write(whole_.left(whole_.size() * 7 / 8));
     const Outcome outcome = folder_.takeOver();
     EXPECT_EQ(outcome.exitStatus, 1);
     ASSERT_EQ(outcome.err.size(), 1);
@@ -82,9 +82,8 @@ TEST_P(DamagedFilesTest, WithBytesOverwritten)
     QRandomGenerator random(20261121);
     for (int round = 0; round < 24; ++round) {
         QByteArray damaged = whole_;
-        const bool inHeads =
-            round % 2 ==
-            0; // Headers of pages and table descriptions are in the first bytes of a page.
+        // Headers of pages and table descriptions are in the first bytes of a page.
+        const bool inHeads = round % 2 == 0;
         const int count = round % 4 < 2 ? 1 : 50;
         for (int i = 0; i < count; ++i) {
             qsizetype place = random.bounded(damaged.size());

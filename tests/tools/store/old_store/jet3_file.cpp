@@ -16,8 +16,8 @@ using storetools::OldColumn;
 using storetools::OldRow;
 
 constexpr qsizetype pageSize = 2048;
-constexpr quint32 firstCatalogPage =
-    2; // The first of three catalogue pages, one of which has rows.
+// The first of three catalogue pages, one of which has rows.
+constexpr quint32 firstCatalogPage = 2;
 
 template <typename Number>
 QByteArray bytesOf(Number number)
@@ -168,8 +168,8 @@ QByteArray descriptionPage(const Jet3Table& table, quint32 mapPage)
                                        [](const OldColumn& column) { return !isFixed(column); });
     put(page, 23, bytesOf(static_cast<quint16>(varying)));
     put(page, 25, bytesOf(static_cast<quint16>(table.columns.size())));
-    for (const qsizetype map : {35, 39}) // The usage map of the table's pages and the map of pages
-                                         // with free space are the same here.
+    // The usage map of the table's pages and the map of pages with free space are the same here.
+    for (const qsizetype map : {35, 39})
         put(page, map, bytesOf(quint32{mapPage << 8U}));
     put(page, 43, columnEntries(table));
     return page;

@@ -248,8 +248,8 @@ TEST(TakeOverTest, StopsAtValuesThatCannotBeTakenAndTellsAllOfThem)
     const QByteArray thickness("6\0.\0005\0", 6);
     const qsizetype place = file.indexOf(thickness);
     ASSERT_GT(place, 0);
-    file[place + 4] = 'x'; // Rows fill a page from its end, so the first match is in the last of
-                           // the sixteen lines.
+    // Rows fill a page from its end, so the first match is in the last of the sixteen lines.
+    file[place + 4] = 'x';
     folder.write(file);
     const Outcome outcome = folder.takeOver();
     EXPECT_EQ(outcome.exitStatus, 1);
