@@ -8,7 +8,7 @@ namespace output {
 
 namespace {
 
-/// One pixel, in twips.
+/// One pixel in twips.
 constexpr double underlineWidth = runtime::twipsPerPixel;
 
 report::Align alignOf(Qt::Alignment alignment)

@@ -6,14 +6,15 @@
 
 namespace output {
 
-/// A label that draws its text as paper does: condensed, set smaller or cut with an ellipsis where
-/// it is wider than the label. It reads in the label's layout direction.
+/// A label that fits its text in the same way as the printed report: a text wider than the label is
+/// condensed, reduced in size or truncated with an ellipsis. The reading direction is the label's
+/// layout direction.
 class FittedLabel : public QLabel
 {
 public:
     explicit FittedLabel(QWidget* parent) : QLabel(parent) {}
 
-    /// The text as it is drawn, in twips.
+    /// Returns the text as drawn, measured in twips.
     report::ShapedText shapedText() const;
 
 protected:

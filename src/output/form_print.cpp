@@ -11,7 +11,8 @@ namespace output {
 
 namespace {
 
-/// Dots per inch. A form is printed as a picture, and more of them would only cost memory.
+/// Maximum resolution in dots per inch. A form is printed as an image, so a higher resolution only
+/// needs more memory.
 constexpr int finest = 600;
 
 std::unique_ptr<QPaintDevice> defaultPrinter()
@@ -50,7 +51,7 @@ void printForm(QWidget& form) noexcept
         if (const std::unique_ptr<QPaintDevice> device = printDeviceDoor()())
             paintForm(form, *device);
     } catch (...) {
-        // A printer that fails leaves no trace: the sheet still stands on the screen.
+        // Errors of the printer are ignored; the form is still visible on the screen.
         return;
     }
 }

@@ -28,14 +28,14 @@ namespace output {
 
 namespace {
 
-/// Alignments hold as they stand, whatever direction the form reads in.
+/// Alignments that are not mirrored in a right-to-left form.
 constexpr Qt::Alignment toLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
 constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
 constexpr Qt::Alignment toCentre = Qt::AlignCenter;
 
 enum class Style { Regular, Bold, Underlined };
 
-/// A place in twips from the form's left and top.
+/// A rectangle in twips from the form's top left corner.
 struct Place
 {
     int left;
@@ -67,7 +67,7 @@ QFont fontOf(const Look& look)
     return font;
 }
 
-/// A label for a number or a date, which runs from left to right.
+/// A label for a number or a date. It always reads left-to-right.
 class NumberLabel : public FittedLabel
 {
 public:
@@ -77,7 +77,8 @@ public:
     }
 };
 
-/// The place is kept but for its height: what is lower than a line of the font would clip it.
+/// Adds a label at the given place. Its height is increased to the line height of the font if the
+/// text would otherwise be clipped.
 template <typename Label>
 Label* addLabel(QWidget& form, const QString& name, const QString& text, const Place& place,
                 const Look& look)
@@ -116,12 +117,12 @@ controls::DefaultInstance<FormView>& instance()
 
 } // namespace
 
-// Standing over the main window, it is never lost behind it while both are in use.
+// The main window is the parent, so that the view stays above it while both are in use.
 FormView::FormView() : QDialog(controls::mainWindow())
 {
     setObjectName(u"FormView"_s);
     setWindowTitle(u"הזמנה"_s);
-    // The sheet is what is printed: black on white under every theme of the desktop.
+    // The form is printed as it looks, so it is black on white under every desktop theme.
     QPalette sheet = palette();
     sheet.setColor(QPalette::Window, Qt::white);
     sheet.setColor(QPalette::WindowText, Qt::black);
@@ -201,8 +202,8 @@ void FormView::load()
         LabelColor[i]->clear();
         LabelCount[i]->clear();
         LabelWidth[i]->clear();
-        // Always the frame's: the other three heights keep their laid-out caption until a caller
-        // writes them.
+        // Only the frame's height is cleared. The other three heights keep their initial caption
+        // until a caller sets them.
         LabelHeight[0]->clear();
     }
     LabelDate->setText(viewingDate());
@@ -217,7 +218,7 @@ void FormView::ShowModeless()
 
 void FormView::ShowModal()
 {
-    hide(); // a window that is on the screen cannot become modal
+    hide(); // A visible window cannot become modal.
     exec();
 }
 
@@ -259,7 +260,7 @@ bool isFormViewLoaded()
 
 void fillFromLine(FormView& view, dao::Recordset& line)
 {
-    // A label that a former showing has filled must not keep its text where this line has none.
+    // A label must not keep its previous text if this line's value is Null.
     const auto fillUnlessNull = [](QLabel* label, const QVariant& value) {
         label->setText(runtime::textOrEmpty(value));
     };

@@ -13,11 +13,11 @@ class Recordset;
 
 namespace output {
 
-/// The view of one line: a sheet of labels that its caller fills, from a stored line (fillFromLine)
-/// or from figures that are not stored yet. It writes nothing to the store.
+/// The view of one order line. It consists of labels that the caller fills, either from a stored
+/// line (fillFromLine) or from values that are not stored yet. It never writes to the store.
 ///
-/// There is one instance, formView(). It is loaded, and so blanked, by the first touch, and goes
-/// when it is closed: nothing of one showing reaches the next.
+/// The single instance is formView(). The first access creates it with blank labels, and closing
+/// deletes it, so that no text remains for the next time.
 class FormView : public QDialog
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ class FormView : public QDialog
 public:
     explicit FormView();
 
-    /// The index of an array is the part: frame, sash, glass, mesh.
+    /// Labels per part, indexed by frame, sash, glass and mesh.
     QLabel* LabelName = nullptr;
     QLabel* LabelDate = nullptr;
     QLabel* LabelOpenWidth = nullptr;
@@ -36,16 +36,16 @@ public:
     std::array<QLabel*, 4> LabelKind{};
     std::array<QLabel*, 4> LabelColor{};
 
-    /// Shows the form, or brings it forward, and returns at once.
+    /// Shows the form or raises it, and returns immediately.
     void ShowModeless();
-    /// Shows the form above all others, also where it stood open modelessly before, and returns
-    /// when it has been unloaded.
+    /// Shows the form modally, even if it is already open modelessly, and returns after it has been
+    /// closed.
     void ShowModal();
-    /// Takes the form away. It is deleted when control is back in the event loop; the instance
-    /// counts as not loaded at once.
+    /// Closes the form. It is deleted when control returns to the event loop, but it counts as not
+    /// loaded immediately.
     void Unload();
 
-    /// Closed by its button or its close box alone, not by Escape.
+    /// Ignores Escape; only the button and the close box close the form.
     void reject() override {}
 
 signals:
@@ -67,13 +67,14 @@ private:
     bool isUnloaded_ = false;
 };
 
-/// The one line view, loaded by this touch if it was not.
+/// Returns the single line view, creating it if it is not loaded.
 FormView& formView();
 bool isFormViewLoaded();
 
-/// Fills the view from the current row of the lines of an order, whose columns it takes by their
-/// ordinals in the table Cuts. Raises 94 for a Null in the opening, a cut size or a count, 3021
-/// without a current row. A Null name, kind or colour leaves its label blank.
+/// Fills the view from the current row of an order's lines, whose columns are taken by their
+/// position in the table Cuts. Throws InvalidUseOfNull (94) if an opening size, cut size or count
+/// is Null, and NoCurrentRecord (3021) without a current row. A Null name, kind or colour leaves
+/// its label blank.
 void fillFromLine(FormView& view, dao::Recordset& line);
 
 } // namespace output

@@ -18,7 +18,7 @@ DataReport& dataReport1()
 {
     if (keptReport == nullptr) {
         keptReport = new DataReport(orderReportDesign);
-        // The preview is a window and has to go before the application does.
+        // The preview is a window and must be deleted before the application object.
         qAddPostRoutine([] { delete std::exchange(keptReport, nullptr); });
     }
     return *keptReport;

@@ -5,8 +5,8 @@
 
 namespace output {
 
-/// The order report, made at its first use and kept for the rest of the run: what was set once
-/// (a logo) stays until it is set again.
+/// Returns the single order report, created at the first access and kept until the program ends.
+/// Properties that are set once, such as a logo, keep their value.
 report::DataReport& dataReport1();
 
 } // namespace output

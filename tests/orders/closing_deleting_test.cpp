@@ -18,32 +18,32 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void closeRefusesAnEmptyOrder();
-    void closeAnsweredNoSavesNothing();
-    void closeMarksPrintsAndUnloads();
-    void nextOrderAfterAClosedOne();
-    void closedOrderIsClosedAgain();
+    void close_withoutLines_isRefused();
+    void close_answeredNo_savesNothing();
+    void close_answeredYes_savesPrintsAndUnloads();
+    void openOrder_afterClosing_addsTheNextOrder();
+    void close_ofAClosedOrder_leavesItClosed();
 
-    void deleteOnNoLines();
-    void deleteAnsweredNo();
-    void deleteTakesTheCurrentLine();
-    void deleteTakesTheLineChosenInTheGrid();
-    void deleteTheLastOfAll();
+    void delete_withoutLines_showsNoBox();
+    void delete_answeredNo_keepsTheLines();
+    void delete_answeredYes_deletesTheCurrentLine();
+    void delete_afterChoosingALine_deletesThatLine();
+    void delete_ofTheOnlyLine_setsTheCounterToZero();
 
-    void deleteAllOnNoLines();
-    void deleteAllAnsweredNo();
-    void deleteAllTakesTheLinesOfThisOrder();
-    void deleteAllBeforeTheEndWasRead();
-    void deleteAllCanBeStopped();
-    void deletedOrderIsRefusedAndContinued();
-    void closedOrderLosesLinesToo();
+    void deleteAll_withoutLines_showsNoBox();
+    void deleteAll_answeredNo_keepsTheLines();
+    void deleteAll_answeredYes_keepsOtherOrders();
+    void deleteAll_beforeAllRowsAreRead_deletesTheReachedRows();
+    void deleteAll_cancelled_keepsTheRemainingLines();
+    void deleteAll_thenClose_isRefusedAndTheOrderStaysOpen();
+    void delete_onAClosedOrder_deletesTheLine();
 
-    void finishDropsTheCustomer();
-    void eachLoadStartsAfresh();
+    void finish_withATypedCustomer_savesNothing();
+    void load_afterUnload_startsWithInitialValues();
 
 private:
     const runtime::MessageBoxRequest& onlyBox();
-    /// The order is open with all its lines read, as it is 200 ms after it was opened.
+    /// Opens the order and reads all its lines, which is the state 200 ms after opening.
     void openRead(int order, const QList<int>& lineNumbers);
 
     std::unique_ptr<Desk> desk_;
@@ -81,7 +81,7 @@ void ClosingDeletingTest::openRead(int order, const QList<int>& lineNumbers)
     QTRY_VERIFY(desk_->timerRests());
 }
 
-void ClosingDeletingTest::closeRefusesAnEmptyOrder()
+void ClosingDeletingTest::close_withoutLines_isRefused()
 {
     openRead(1, {});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -97,7 +97,7 @@ void ClosingDeletingTest::closeRefusesAnEmptyOrder()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void ClosingDeletingTest::closeAnsweredNoSavesNothing()
+void ClosingDeletingTest::close_answeredNo_savesNothing()
 {
     openRead(1, {1});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -113,7 +113,7 @@ void ClosingDeletingTest::closeAnsweredNoSavesNothing()
     QVERIFY(desk_->form() != nullptr);
 }
 
-void ClosingDeletingTest::closeMarksPrintsAndUnloads()
+void ClosingDeletingTest::close_answeredYes_savesPrintsAndUnloads()
 {
     openRead(1, {4});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -124,13 +124,13 @@ void ClosingDeletingTest::closeMarksPrintsAndUnloads()
 
     QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
-    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1}); // printing has numbered it
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1}); // Printing has numbered the line.
     QTRY_VERIFY(form.isNull());
     QCOMPARE(Module1::CurrentOrderNum, 1);
     QVERIFY(desk_->window.isVisible());
 }
 
-void ClosingDeletingTest::nextOrderAfterAClosedOne()
+void ClosingDeletingTest::openOrder_afterClosing_addsTheNextOrder()
 {
     openRead(1, {1});
     desk_->boxes.answer(runtime::vbYes);
@@ -144,7 +144,7 @@ void ClosingDeletingTest::nextOrderAfterAClosedOne()
     QCOMPARE(desk_->lines().RecordCount(), 0);
 }
 
-void ClosingDeletingTest::closedOrderIsClosedAgain()
+void ClosingDeletingTest::close_ofAClosedOrder_leavesItClosed()
 {
     openRead(1, {1});
     desk_->store.execute(u"UPDATE Orders SET Open_Close = -1"_s);
@@ -153,14 +153,14 @@ void ClosingDeletingTest::closedOrderIsClosedAgain()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
 }
 
-void ClosingDeletingTest::deleteOnNoLines()
+void ClosingDeletingTest::delete_withoutLines_showsNoBox()
 {
     openRead(1, {});
     desk_->click("CmdDel");
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void ClosingDeletingTest::deleteAnsweredNo()
+void ClosingDeletingTest::delete_answeredNo_keepsTheLines()
 {
     openRead(1, {1, 2});
     desk_->boxes.answer(runtime::vbNo);
@@ -172,7 +172,7 @@ void ClosingDeletingTest::deleteAnsweredNo()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2}));
 }
 
-void ClosingDeletingTest::deleteTakesTheCurrentLine()
+void ClosingDeletingTest::delete_answeredYes_deletesTheCurrentLine()
 {
     openRead(1, {1, 2, 3});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -184,7 +184,7 @@ void ClosingDeletingTest::deleteTakesTheCurrentLine()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void ClosingDeletingTest::deleteTakesTheLineChosenInTheGrid()
+void ClosingDeletingTest::delete_afterChoosingALine_deletesThatLine()
 {
     openRead(1, {1, 2, 3});
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
@@ -193,12 +193,12 @@ void ClosingDeletingTest::deleteTakesTheLineChosenInTheGrid()
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDel");
 
-    QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 3})); // the gap stays
+    QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 3})); // The gap remains.
     QCOMPARE(grid->model()->rowCount(), 2);
     QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 3);
 }
 
-void ClosingDeletingTest::deleteTheLastOfAll()
+void ClosingDeletingTest::delete_ofTheOnlyLine_setsTheCounterToZero()
 {
     openRead(1, {1});
     desk_->boxes.answer(runtime::vbYes);
@@ -211,14 +211,14 @@ void ClosingDeletingTest::deleteTheLastOfAll()
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void ClosingDeletingTest::deleteAllOnNoLines()
+void ClosingDeletingTest::deleteAll_withoutLines_showsNoBox()
 {
     openRead(1, {});
     desk_->click("CmdDelAll");
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void ClosingDeletingTest::deleteAllAnsweredNo()
+void ClosingDeletingTest::deleteAll_answeredNo_keepsTheLines()
 {
     openRead(1, {1, 2});
     desk_->boxes.answer(runtime::vbNo);
@@ -230,7 +230,7 @@ void ClosingDeletingTest::deleteAllAnsweredNo()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2}));
 }
 
-void ClosingDeletingTest::deleteAllTakesTheLinesOfThisOrder()
+void ClosingDeletingTest::deleteAll_answeredYes_keepsOtherOrders()
 {
     desk_->addOrderWithLines(2, {1});
     openRead(1, {1, 2, 3, 4});
@@ -245,11 +245,11 @@ void ClosingDeletingTest::deleteAllTakesTheLinesOfThisOrder()
     QCOMPARE(desk_->on<controls::DBGrid>("DBGrid1")->model()->rowCount(), 0);
 }
 
-void ClosingDeletingTest::deleteAllBeforeTheEndWasRead()
+void ClosingDeletingTest::deleteAll_beforeAllRowsAreRead_deletesTheReachedRows()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
-    QCOMPARE(desk_->lines().RecordCount(), 1); // rows reached so far
+    QCOMPARE(desk_->lines().RecordCount(), 1); // Only the first row has been reached.
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDelAll");
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));
@@ -257,7 +257,7 @@ void ClosingDeletingTest::deleteAllBeforeTheEndWasRead()
 
 /// The progress usually comes up after half a second. Here it does after the first line, so that
 /// lines are left to delete when it is cancelled, however quick the disk is.
-void ClosingDeletingTest::deleteAllCanBeStopped()
+void ClosingDeletingTest::deleteAll_cancelled_keepsTheRemainingLines()
 {
     QList<int> numbers(20);
     std::iota(numbers.begin(), numbers.end(), 1);
@@ -284,7 +284,7 @@ void ClosingDeletingTest::deleteAllCanBeStopped()
     QCOMPARE(desk_->lines().RecordCount(), left.size());
 }
 
-void ClosingDeletingTest::deletedOrderIsRefusedAndContinued()
+void ClosingDeletingTest::deleteAll_thenClose_isRefusedAndTheOrderStaysOpen()
 {
     openRead(1, {1, 2});
     desk_->boxes.answer(runtime::vbYes);
@@ -299,7 +299,7 @@ void ClosingDeletingTest::deletedOrderIsRefusedAndContinued()
     QCOMPARE(Module1::CurrentOrderNum, 1);
 }
 
-void ClosingDeletingTest::closedOrderLosesLinesToo()
+void ClosingDeletingTest::delete_onAClosedOrder_deletesTheLine()
 {
     openRead(1, {1, 2});
     desk_->store.execute(u"UPDATE Orders SET Open_Close = -1"_s);
@@ -308,7 +308,7 @@ void ClosingDeletingTest::closedOrderLosesLinesToo()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
 }
 
-void ClosingDeletingTest::finishDropsTheCustomer()
+void ClosingDeletingTest::finish_withATypedCustomer_savesNothing()
 {
     openRead(1, {1});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -319,7 +319,7 @@ void ClosingDeletingTest::finishDropsTheCustomer()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void ClosingDeletingTest::eachLoadStartsAfresh()
+void ClosingDeletingTest::load_afterUnload_startsWithInitialValues()
 {
     openRead(1, {1});
     desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);

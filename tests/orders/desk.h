@@ -20,8 +20,8 @@
 
 namespace testsupport {
 
-/// What a test of the orders works at: an empty store, today held at 1 March 2026, the doors to
-/// the outside watched, a frame for the order form, the shared variables as a start leaves them.
+/// The environment of an order test: an empty store, today fixed at 1 March 2026, recorded message
+/// boxes and dialogs, a frame for the order form, and the shared variables in their initial state.
 class Desk
 {
 public:
@@ -37,11 +37,11 @@ public:
     QMainWindow window;
     controls::DataControl dataMDI{QStringLiteral("DataMDI")};
 
-    /// An order with lines of these numbers, each line's series named after its number.
+    /// Adds an order with lines of these numbers. The series name of each line is its number.
     void addOrderWithLines(int number, const QList<int>& lineNumbers);
-    /// The order is the current one, and the form is loaded on it.
+    /// Makes the order current and loads the form with it.
     orders::FrOrder& openOrder(int number);
-    /// The loaded order form; null where none is loaded.
+    /// Returns the loaded order form, or nullptr if none is loaded.
     orders::FrOrder* form() const;
 
     template <typename Widget>
@@ -54,13 +54,13 @@ public:
     QString box(const char* name) const { return on<QLineEdit>(name)->text(); }
     void type(const char* name, const QString& text) const { on<QLineEdit>(name)->setText(text); }
     dao::Recordset& lines() const;
-    /// NUM of the order's lines in the store, by their place in the table.
+    /// Returns the NUM of the order's stored lines in table order.
     QList<int> storedLineNumbers(int order);
-    /// True when the timer that brings the grid to its last line has done its work.
+    /// Returns true after the timer that moves the grid to the last line has fired.
     bool timerRests() const;
 };
 
-/// Lays ready what is done in the next modal dialog, which is left afterwards in any case.
+/// Runs the work in the next modal dialog and closes the dialog afterwards.
 template <typename Work>
 void inNextDialog(Work work)
 {

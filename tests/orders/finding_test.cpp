@@ -24,27 +24,27 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void screen();
-    void columns();
-    void startsOnTheNewest();
-    void firstTickNamesTheOrder();
-    void linesFollowTheCursor();
-    void burstOfMovesTicksOnce();
-    void orderWithoutLines();
-    void barMovesTheCursor();
-    void taking_data();
-    void taking();
-    void takingAClosedOrder();
-    void takingLosesTheTypedCustomer();
-    void takingWithoutAnOrderForm();
-    void takingABigNumberFails();
-    void closingTakesNothing();
-    void closingBoxTakesNothing();
-    void enterTakesNothing();
-    void leavingBeforeTheTick();
-    void counterAfterTheSearch();
-    void noOrderAtAll();
-    void manyOrders();
+    void searchForm_hasItsLayout();
+    void grids_haveTheirColumns();
+    void open_selectsTheHighestOrderNumber();
+    void firstTimerTick_showsTheOrderNumber();
+    void move_showsTheLinesAfterTheTimer();
+    void manyMoves_updateTheLinesOnce();
+    void orderWithoutLines_showsAnEmptyGrid();
+    void moveByTheBar_showsTheLines();
+    void load_replacesTheShownOrder_data();
+    void load_replacesTheShownOrder();
+    void load_ofAClosedOrder_leavesItClosed();
+    void load_withATypedCustomer_discardsIt();
+    void load_withoutAnOrderForm_opensOne();
+    void load_beyondSixteenBits_failsWithOverflow();
+    void close_loadsNothing();
+    void closeBox_loadsNothing();
+    void enterInTheGrid_loadsNothing();
+    void closeBeforeTheTimer_deletesTheTimer();
+    void close_updatesTheLineCounter();
+    void open_withoutOrders_failsWithNoCurrentRecord();
+    void open_withManyOrders_isFast();
 
 private:
     std::unique_ptr<Desk> desk_;
@@ -90,7 +90,7 @@ void FindingTest::cleanup()
     desk_.reset();
 }
 
-void FindingTest::screen()
+void FindingTest::searchForm_hasItsLayout()
 {
     desk_->store.addOrder(1);
     inNextDialog([](QDialog& dialog) {
@@ -122,7 +122,7 @@ void FindingTest::screen()
     orders::findOrder();
 }
 
-void FindingTest::columns()
+void FindingTest::grids_haveTheirColumns()
 {
     desk_->store.addOrder(1);
     inNextDialog([](QDialog& dialog) {
@@ -146,7 +146,7 @@ void FindingTest::columns()
     orders::findOrder();
 }
 
-void FindingTest::startsOnTheNewest()
+void FindingTest::open_selectsTheHighestOrderNumber()
 {
     desk_->store.addOrder(12);
     desk_->addOrderWithLines(20, {1, 2});
@@ -160,7 +160,7 @@ void FindingTest::startsOnTheNewest()
     orders::findOrder();
 }
 
-void FindingTest::firstTickNamesTheOrder()
+void FindingTest::firstTimerTick_showsTheOrderNumber()
 {
     desk_->addOrderWithLines(20, {1, 2});
     inNextDialog([](QDialog& dialog) {
@@ -168,13 +168,13 @@ void FindingTest::firstTickNamesTheOrder()
         QCOMPARE(timer->interval(), 100);
         QVERIFY(timer->isActive());
         QTRY_VERIFY(!timer->isActive());
-        // The number stands behind the colon, although the text promises a count.
+        // The text after the colon is the order number, although the caption promises a count.
         QCOMPARE(grid(dialog, u"DBGrid2"_s)->caption(), u"שורות בהזמנה : 20"_s);
     });
     orders::findOrder();
 }
 
-void FindingTest::linesFollowTheCursor()
+void FindingTest::move_showsTheLinesAfterTheTimer()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->addOrderWithLines(2, {7});
@@ -193,7 +193,7 @@ void FindingTest::linesFollowTheCursor()
     orders::findOrder();
 }
 
-void FindingTest::burstOfMovesTicksOnce()
+void FindingTest::manyMoves_updateTheLinesOnce()
 {
     for (int number = 1; number <= 30; ++number)
         desk_->store.addOrder(number);
@@ -212,7 +212,7 @@ void FindingTest::burstOfMovesTicksOnce()
     orders::findOrder();
 }
 
-void FindingTest::orderWithoutLines()
+void FindingTest::orderWithoutLines_showsAnEmptyGrid()
 {
     desk_->store.addOrder(4);
     inNextDialog([](QDialog& dialog) {
@@ -223,28 +223,28 @@ void FindingTest::orderWithoutLines()
     orders::findOrder();
 }
 
-void FindingTest::barMovesTheCursor()
+void FindingTest::moveByTheBar_showsTheLines()
 {
     desk_->store.addOrder(4);
     desk_->store.addOrder(5);
     inNextDialog([](QDialog& dialog) {
         auto* timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QTRY_VERIFY(!timer->isActive());
-        orderRows(dialog).MovePrevious(); // what the bar's button does
+        orderRows(dialog).MovePrevious(); // The button of the bar does the same.
         QVERIFY(timer->isActive());
         QTRY_COMPARE(grid(dialog, u"DBGrid2"_s)->caption(), u"שורות בהזמנה : 4"_s);
     });
     orders::findOrder();
 }
 
-void FindingTest::taking_data()
+void FindingTest::load_replacesTheShownOrder_data()
 {
     QTest::addColumn<bool>("byDoubleClick");
     QTest::newRow("the button") << false;
     QTest::newRow("a double-click") << true;
 }
 
-void FindingTest::taking()
+void FindingTest::load_replacesTheShownOrder()
 {
     QFETCH(bool, byDoubleClick);
     desk_->addOrderWithLines(1, {1, 2, 3});
@@ -273,7 +273,7 @@ void FindingTest::taking()
     QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 3);
 }
 
-void FindingTest::takingAClosedOrder()
+void FindingTest::load_ofAClosedOrder_leavesItClosed()
 {
     desk_->store.addOrder(1, true);
     inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
@@ -283,7 +283,7 @@ void FindingTest::takingAClosedOrder()
     QVERIFY(desk_->on<QPushButton>("CmdCloseOrder")->isEnabled());
 }
 
-void FindingTest::takingLosesTheTypedCustomer()
+void FindingTest::load_withATypedCustomer_discardsIt()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -294,7 +294,7 @@ void FindingTest::takingLosesTheTypedCustomer()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 }
 
-void FindingTest::takingWithoutAnOrderForm()
+void FindingTest::load_withoutAnOrderForm_opensOne()
 {
     desk_->addOrderWithLines(6, {1, 2});
     inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
@@ -306,7 +306,7 @@ void FindingTest::takingWithoutAnOrderForm()
     QTRY_COMPARE(desk_->label("LabelLinesInOrder"), u"2"_s);
 }
 
-void FindingTest::takingABigNumberFails()
+void FindingTest::load_beyondSixteenBits_failsWithOverflow()
 {
     desk_->store.addOrder(40000);
     desk_->boxes.answer(runtime::vbOK);
@@ -316,7 +316,7 @@ void FindingTest::takingABigNumberFails()
     QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '6':"_s));
 }
 
-void FindingTest::closingTakesNothing()
+void FindingTest::close_loadsNothing()
 {
     desk_->store.addOrder(1);
     desk_->store.addOrder(2);
@@ -332,7 +332,7 @@ void FindingTest::closingTakesNothing()
     QCOMPARE(desk_->box("TextCustomerName"), u"נשאר"_s);
 }
 
-void FindingTest::closingBoxTakesNothing()
+void FindingTest::closeBox_loadsNothing()
 {
     desk_->store.addOrder(2);
     inNextDialog([](QDialog& dialog) {
@@ -344,7 +344,7 @@ void FindingTest::closingBoxTakesNothing()
     QVERIFY(desk_->form() == nullptr);
 }
 
-void FindingTest::enterTakesNothing()
+void FindingTest::enterInTheGrid_loadsNothing()
 {
     desk_->store.addOrder(2);
     inNextDialog([](QDialog& dialog) {
@@ -357,7 +357,7 @@ void FindingTest::enterTakesNothing()
     QVERIFY(desk_->form() == nullptr);
 }
 
-void FindingTest::leavingBeforeTheTick()
+void FindingTest::closeBeforeTheTimer_deletesTheTimer()
 {
     desk_->store.addOrder(2);
     QPointer<QTimer> timer;
@@ -370,7 +370,7 @@ void FindingTest::leavingBeforeTheTick()
     QVERIFY(timer.isNull());
 }
 
-void FindingTest::counterAfterTheSearch()
+void FindingTest::close_updatesTheLineCounter()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.addOrder(2);
@@ -382,12 +382,12 @@ void FindingTest::counterAfterTheSearch()
     QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
 }
 
-void FindingTest::noOrderAtAll()
+void FindingTest::open_withoutOrders_failsWithNoCurrentRecord()
 {
     QCOMPARE(errorOf([] { orders::findOrder(); }), runtime::NoCurrentRecord);
 }
 
-void FindingTest::manyOrders()
+void FindingTest::open_withManyOrders_isFast()
 {
     constexpr int count = 100000;
     desk_->store.execute(

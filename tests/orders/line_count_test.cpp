@@ -12,7 +12,7 @@ using controls::DBGrid;
 using testsupport::clickCell;
 using testsupport::Desk;
 
-/// The counter of the order form after deletions and clicks, worked with mouse and keyboard.
+/// The order form's line counter after deletions and clicks by mouse and keyboard.
 class LineCountTest : public QObject
 {
     Q_OBJECT
@@ -22,16 +22,16 @@ private slots:
     void cleanup();
 
     void deleteAll_afterOneDeletion_leavesNoLine();
-    void deleteAll_beforeTheTimer_takesTheLinesInView();
+    void deleteAll_beforeTheTimer_deletesTheVisibleLines();
     void click_afterADeletion_countsAllLines();
     void keys_afterADeletion_countAllLines();
     void deletions_oneByOne_countDown();
     void manyLines_deletedWhileScrolled();
-    void refresh_afterAnotherStationDeleted_countsWhatIsLeft();
-    void print_withAllLinesInView_renumbersTheFirstAlone();
+    void refresh_afterAnotherStationDeleted_countsTheRemainingLines();
+    void print_withAllLinesVisible_renumbersOnlyTheFirst();
 
 private:
-    /// The order is open and its grid has been painted.
+    /// Opens the order and waits until its grid has been painted.
     void openShown(int order, int lineCount);
     DBGrid& grid() const { return *desk_->on<DBGrid>("DBGrid1"); }
     void press(const char* button) const
@@ -78,7 +78,7 @@ void LineCountTest::deleteAll_afterOneDeletion_leavesNoLine()
     QCOMPARE(grid().model()->rowCount(), 0);
 }
 
-void LineCountTest::deleteAll_beforeTheTimer_takesTheLinesInView()
+void LineCountTest::deleteAll_beforeTheTimer_deletesTheVisibleLines()
 {
     openShown(1, 4);
     desk_->on<QTimer>("Timer1")->stop();
@@ -150,7 +150,7 @@ void LineCountTest::manyLines_deletedWhileScrolled()
     QCOMPARE(counter(), u"0"_s);
 }
 
-void LineCountTest::refresh_afterAnotherStationDeleted_countsWhatIsLeft()
+void LineCountTest::refresh_afterAnotherStationDeleted_countsTheRemainingLines()
 {
     openShown(1, 6);
     QTRY_COMPARE(counter(), u"6"_s);
@@ -167,7 +167,7 @@ void LineCountTest::refresh_afterAnotherStationDeleted_countsWhatIsLeft()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>());
 }
 
-void LineCountTest::print_withAllLinesInView_renumbersTheFirstAlone()
+void LineCountTest::print_withAllLinesVisible_renumbersOnlyTheFirst()
 {
     openShown(1, 3);
     QTRY_COMPARE(counter(), u"3"_s);

@@ -10,8 +10,8 @@ using testsupport::Desk;
 using testsupport::errorOf;
 using testsupport::inNextDialog;
 
-/// What is on the screen has been taken out of the store by another station, or is there as no
-/// station writes it.
+/// The order form with rows that another station has deleted, and with rows that no station would
+/// write.
 class LostRowsTest : public QObject
 {
     Q_OBJECT
@@ -20,24 +20,24 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void closesAnOrderThatIsGone();
-    void printsAnOrderThatIsGone();
-    void takesAnOrderThatIsGone();
-    void takesAnOrderThatIsGoneWithoutAForm();
-    void movesToAnOrderThatIsGone();
-    void deletesALineThatIsGone();
-    void deletesAllUpToALineThatIsGone();
-    void viewsALineThatIsGone();
-    void browsesBeyondSixteenBits();
-    void movesToAnOrderWithoutANumber();
-    void opensTheSearchOnAnOrderWithoutANumber();
-    void findsNoNextNumberAfterNone_data();
-    void findsNoNextNumberAfterNone();
-    void listsLinesWithoutValues();
+    void close_ofADeletedOrder_savesNothing();
+    void print_ofADeletedOrder_savesNothing();
+    void load_ofADeletedOrder_clearsOnlyTheCustomer();
+    void load_ofADeletedOrderWithoutAForm_failsInTheTimer();
+    void move_toADeletedOrder_failsWithRecordDeleted();
+    void delete_ofADeletedLine_failsWithRecordDeleted();
+    void deleteAll_stopsAtADeletedLine();
+    void view_ofADeletedLine_showsTheValuesReadBefore();
+    void browse_beyondSixteenBits_failsOnlyAtLoading();
+    void move_toAnOrderWithoutANumber_failsWithInvalidUseOfNull();
+    void findOrder_withoutANumber_failsWithInvalidUseOfNull();
+    void openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing_data();
+    void openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing();
+    void linesWithNullValues_showEmptyCells();
 
 private:
     void expectEnded(int error);
-    /// Lays a row without a number in a table that takes it, as an older store may have it.
+    /// Adds an order without a number, as an older store may contain it.
     void addOrderWithoutANumber(int state = 0);
     int orderCount() { return desk_->store.scalar(u"SELECT count(*) FROM Orders"_s).toInt(); }
 
@@ -92,8 +92,8 @@ void LostRowsTest::addOrderWithoutANumber(int state)
                          {state});
 }
 
-/// Nothing is saved, and all else goes on: a row that is not found is no failure.
-void LostRowsTest::closesAnOrderThatIsGone()
+/// A missing row is not an error: nothing is saved and the rest of the handler runs.
+void LostRowsTest::close_ofADeletedOrder_savesNothing()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -108,7 +108,7 @@ void LostRowsTest::closesAnOrderThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>({1, 2}));
 }
 
-void LostRowsTest::printsAnOrderThatIsGone()
+void LostRowsTest::print_ofADeletedOrder_savesNothing()
 {
     desk_->addOrderWithLines(1, {4});
     desk_->openOrder(1);
@@ -121,8 +121,8 @@ void LostRowsTest::printsAnOrderThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
 }
 
-/// The form stays as it was but for the customer, whose boxes are emptied first.
-void LostRowsTest::takesAnOrderThatIsGone()
+/// Only the customer boxes change: they are cleared before the row is searched.
+void LostRowsTest::load_ofADeletedOrder_clearsOnlyTheCustomer()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.addOrder(2);
@@ -143,8 +143,8 @@ void LostRowsTest::takesAnOrderThatIsGone()
     QCOMPARE(desk_->box("TextCustomerName"), QString());
 }
 
-/// A form that is loaded on it has no lines to go to.
-void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
+/// Without a loaded form, no timer moves to the last line.
+void LostRowsTest::load_ofADeletedOrderWithoutAForm_failsInTheTimer()
 {
     desk_->store.addOrder(2);
     desk_->boxes.answer(runtime::vbOK);
@@ -153,12 +153,12 @@ void LostRowsTest::takesAnOrderThatIsGoneWithoutAForm()
         press(dialog, u"CmdPic"_s);
     });
     orders::findOrder();
-    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s); // as laid out
+    QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s); // The label keeps its initial caption.
     QTRY_VERIFY(desk_->end.exitStatus().has_value());
     expectEnded(91);
 }
 
-void LostRowsTest::movesToAnOrderThatIsGone()
+void LostRowsTest::move_toADeletedOrder_failsWithRecordDeleted()
 {
     desk_->store.addOrder(1);
     desk_->store.addOrder(2);
@@ -174,7 +174,7 @@ void LostRowsTest::movesToAnOrderThatIsGone()
     expectEnded(3167);
 }
 
-void LostRowsTest::deletesALineThatIsGone()
+void LostRowsTest::delete_ofADeletedLine_failsWithRecordDeleted()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -189,7 +189,7 @@ void LostRowsTest::deletesALineThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
 }
 
-void LostRowsTest::deletesAllUpToALineThatIsGone()
+void LostRowsTest::deleteAll_stopsAtADeletedLine()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
@@ -204,8 +204,8 @@ void LostRowsTest::deletesAllUpToALineThatIsGone()
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>{3});
 }
 
-/// A row's values are those of the moment at which it was visited.
-void LostRowsTest::viewsALineThatIsGone()
+/// The grid's row keeps the values that were read when it became current.
+void LostRowsTest::view_ofADeletedLine_showsTheValuesReadBefore()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -225,8 +225,8 @@ void LostRowsTest::viewsALineThatIsGone()
     expectEnded(3167);
 }
 
-/// The search shows any number; only the order form takes no more than 16 bits.
-void LostRowsTest::browsesBeyondSixteenBits()
+/// The search form shows any number; only the order form is limited to 16 bits.
+void LostRowsTest::browse_beyondSixteenBits_failsOnlyAtLoading()
 {
     desk_->addOrderWithLines(1, {1});
     desk_->addOrderWithLines(40000, {1, 2});
@@ -248,7 +248,7 @@ void LostRowsTest::browsesBeyondSixteenBits()
     QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
 }
 
-void LostRowsTest::movesToAnOrderWithoutANumber()
+void LostRowsTest::move_toAnOrderWithoutANumber_failsWithInvalidUseOfNull()
 {
     addOrderWithoutANumber();
     desk_->store.addOrder(1);
@@ -263,20 +263,20 @@ void LostRowsTest::movesToAnOrderWithoutANumber()
     expectEnded(94);
 }
 
-void LostRowsTest::opensTheSearchOnAnOrderWithoutANumber()
+void LostRowsTest::findOrder_withoutANumber_failsWithInvalidUseOfNull()
 {
     addOrderWithoutANumber();
     QCOMPARE(errorOf([] { orders::findOrder(); }), 94);
 }
 
-void LostRowsTest::findsNoNextNumberAfterNone_data()
+void LostRowsTest::openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing_data()
 {
     QTest::addColumn<int>("state");
     QTest::newRow("open") << 0;
     QTest::newRow("closed") << -1;
 }
 
-void LostRowsTest::findsNoNextNumberAfterNone()
+void LostRowsTest::openOrder_afterAnOrderWithoutANumber_failsAndAddsNothing()
 {
     QFETCH(int, state);
     addOrderWithoutANumber(state);
@@ -285,8 +285,8 @@ void LostRowsTest::findsNoNextNumberAfterNone()
     QCOMPARE(Module1::CurrentOrderNum, 0);
 }
 
-/// The lists show nothing where there is nothing.
-void LostRowsTest::listsLinesWithoutValues()
+/// Null values appear as empty cells.
+void LostRowsTest::linesWithNullValues_showEmptyCells()
 {
     desk_->store.execute(u"INSERT INTO Orders (Number) VALUES (1)"_s);
     desk_->store.execute(u"INSERT INTO Cuts (Order_Num) VALUES (1)"_s);

@@ -17,48 +17,49 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void firstOrderOfAll();
-    void firstOrderOfAllByTheMenu();
-    void repeatedCommandsKeepTheOpenOrder();
-    void nextNumber_data();
-    void nextNumber();
-    void newRowHoldsNumberAndDateAlone();
-    void numbersBeyondSixteenBits_data();
-    void numbersBeyondSixteenBits();
-    void highestNumberIsContinued();
-    void missingIndexFails();
-    void anotherStationTakesTheNumber_data();
-    void anotherStationTakesTheNumber();
-    void anotherStationAddsTheFirstOrder();
-    void otherStationsTakeOneNumberAfterTheOther();
-    void aDuplicateOfAnotherKindFails();
-    void missingDateFails();
+    void longForm_withoutOrders_addsOrderOne();
+    void shortForm_withoutOrders_addsOrderOne();
+    void repeatedCommands_keepTheOpenOrder();
+    void longForm_continuesOrAddsAnOrder_data();
+    void longForm_continuesOrAddsAnOrder();
+    void newOrder_hasOnlyNumberAndDate();
+    void numberBeyondSixteenBits_failsWithOverflow_data();
+    void numberBeyondSixteenBits_failsWithOverflow();
+    void openOrderWithTheHighestNumber_isContinued();
+    void missingIndex_failsWithItemNotFound();
+    void numberTakenByAnotherStation_isContinuedOrSkipped_data();
+    void numberTakenByAnotherStation_isContinuedOrSkipped();
+    void firstOrderAddedByAnotherStation_isContinued();
+    void severalNumbersTakenByOtherStations_areSkipped();
+    void duplicateInAnotherIndex_failsWithDuplicateKey();
+    void openOrderWithoutADate_failsWithInvalidUseOfNull();
 
-    void longFormShowsTheDateOfTheOrderBefore();
-    void shortFormLoadsTheOrdersOwnDate();
-    void longFormClosesItsDatabase();
-    void shortFormLeavesItsDatabaseOpen();
-    void longFormOnALoadedForm();
-    void shortFormOnALoadedForm();
-    void longFormSelectsTheWidth();
-    void longFormDisablesOpenOrder();
+    void longForm_afterAdding_showsTheDateOfThePreviousOrder();
+    void shortForm_afterAdding_showsTheNewOrdersDate();
+    void longForm_closesItsDatabase();
+    void shortForm_leavesItsDatabaseOpen();
+    void longForm_onALoadedForm_keepsTheCustomer();
+    void shortForm_onALoadedForm_changesOnlyTheSharedNumber();
+    void longForm_selectsTheWidth();
+    void longForm_disablesOpenOrder();
 
-    void openOrderRefusesBesideAnOpenOne();
-    void openOrderRefusesAfterAClosedBoolean();
-    void openOrderAddsAfterAOne();
-    void openOrderWhileAnotherStationTakesTheNumber();
-    void openOrderFailsOnNoOrderAtAll();
-    void openOrderOverflows();
+    void openOrder_withAnOpenOrder_isRefused();
+    void openOrder_afterAnOrderClosedAsBoolean_isRefused();
+    void openOrder_afterAnOrderWithStateOne_addsAnOrder();
+    void openOrder_withTheNumberTakenMeanwhile_isRefused();
+    void openOrder_withoutOrders_failsWithNoCurrentRecord();
+    void openOrder_afterTheHighestNumber_failsWithOverflow();
 
 private:
     QList<int> storedNumbers();
-    /// Another station adds the order when this one has looked at the last and is about to add.
+    /// Lets another station add the order after this one has looked up the last order and before it
+    /// adds the next one.
     void addElsewhereMeanwhile(const QList<int>& numbers, int state);
-    /// The table with a whole number for its state, as older stores may have it.
+    /// Changes the state column to a whole number, as in older stores.
     void storeStateAsNumber();
 
     std::unique_ptr<Desk> desk_;
-    QList<int> elsewhere_; ///< Numbers that another station is yet to take.
+    QList<int> elsewhere_; ///< Numbers that another station has yet to use.
 };
 
 void NumberingTest::cleanup()
@@ -84,7 +85,7 @@ void NumberingTest::storeStateAsNumber()
     desk_->store.execute(u"CREATE UNIQUE INDEX ByNumber ON Orders (Number)"_s);
 }
 
-void NumberingTest::firstOrderOfAll()
+void NumberingTest::longForm_withoutOrders_addsOrderOne()
 {
     orders::openOrderLongForm(desk_->dataMDI);
 
@@ -95,7 +96,7 @@ void NumberingTest::firstOrderOfAll()
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
 }
 
-void NumberingTest::firstOrderOfAllByTheMenu()
+void NumberingTest::shortForm_withoutOrders_addsOrderOne()
 {
     orders::openOrderShortForm(desk_->dataMDI);
 
@@ -106,7 +107,7 @@ void NumberingTest::firstOrderOfAllByTheMenu()
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
 }
 
-void NumberingTest::repeatedCommandsKeepTheOpenOrder()
+void NumberingTest::repeatedCommands_keepTheOpenOrder()
 {
     for (int i = 0; i < 2; ++i) {
         orders::openOrderLongForm(desk_->dataMDI);
@@ -116,7 +117,7 @@ void NumberingTest::repeatedCommandsKeepTheOpenOrder()
     QCOMPARE(storedNumbers(), QList<int>{1});
 }
 
-void NumberingTest::nextNumber_data()
+void NumberingTest::longForm_continuesOrAddsAnOrder_data()
 {
     QTest::addColumn<QList<int>>("closed");
     QTest::addColumn<QList<int>>("open");
@@ -130,11 +131,11 @@ void NumberingTest::nextNumber_data()
     QTest::newRow("two digits follow nine") << QList<int>{9, 10} << QList<int>{} << 11 << 3;
 }
 
-void NumberingTest::nextNumber()
+void NumberingTest::longForm_continuesOrAddsAnOrder()
 {
     QFETCH(QList<int>, closed);
     QFETCH(QList<int>, open);
-    // The highest number is laid in first: the last row is the last by the index.
+    // The highest number is inserted first, because the last row must be determined by the index.
     for (qsizetype i = closed.size(); i > 0; --i)
         desk_->store.addOrder(closed[i - 1], true);
     for (int number : open)
@@ -146,7 +147,7 @@ void NumberingTest::nextNumber()
     QTEST(desk_->store.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), "rows");
 }
 
-void NumberingTest::newRowHoldsNumberAndDateAlone()
+void NumberingTest::newOrder_hasOnlyNumberAndDate()
 {
     desk_->store.addOrder(7, true);
     orders::openOrderShortForm(desk_->dataMDI);
@@ -161,7 +162,7 @@ void NumberingTest::newRowHoldsNumberAndDateAlone()
         QVERIFY(row[0][customer].isNull());
 }
 
-void NumberingTest::numbersBeyondSixteenBits_data()
+void NumberingTest::numberBeyondSixteenBits_failsWithOverflow_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<bool>("closed");
@@ -171,7 +172,7 @@ void NumberingTest::numbersBeyondSixteenBits_data()
     QTest::newRow("a closed one does not fit") << 40000 << true;
 }
 
-void NumberingTest::numbersBeyondSixteenBits()
+void NumberingTest::numberBeyondSixteenBits_failsWithOverflow()
 {
     QFETCH(int, number);
     QFETCH(bool, closed);
@@ -195,14 +196,14 @@ void NumberingTest::addElsewhereMeanwhile(const QList<int>& numbers, int state)
     });
 }
 
-void NumberingTest::highestNumberIsContinued()
+void NumberingTest::openOrderWithTheHighestNumber_isContinued()
 {
     desk_->store.addOrder(32767);
     orders::openOrderLongForm(desk_->dataMDI);
     QCOMPARE(desk_->label("LabelOrderNum"), u"32767"_s);
 }
 
-void NumberingTest::anotherStationTakesTheNumber_data()
+void NumberingTest::numberTakenByAnotherStation_isContinuedOrSkipped_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<int>("current");
@@ -212,8 +213,9 @@ void NumberingTest::anotherStationTakesTheNumber_data()
     QTest::newRow("and has closed it") << -1 << 9 << QList<int>{7, 8, 9};
 }
 
-/// Between the look at the last order and the adding of the next one.
-void NumberingTest::anotherStationTakesTheNumber()
+/// The other station adds its order between the lookup of the last order and the insertion of the
+/// next one.
+void NumberingTest::numberTakenByAnotherStation_isContinuedOrSkipped()
 {
     QFETCH(int, state);
     QFETCH(int, current);
@@ -236,11 +238,11 @@ void NumberingTest::anotherStationTakesTheNumber()
     QCOMPARE(Module1::CurrentOrderNum, current);
     QCOMPARE(storedNumbers(), numbers);
     QCOMPARE(desk_->label("LabelOrderNum"), QString::number(current));
-    // Of the order on which the table stands: the one taken, or the one before the new one.
+    // The date belongs to the current row of the table: the added order, or the one before it.
     QCOMPARE(desk_->label("LabelOrderDate"), u"28/02/2026"_s);
 }
 
-void NumberingTest::anotherStationAddsTheFirstOrder()
+void NumberingTest::firstOrderAddedByAnotherStation_isContinued()
 {
     addElsewhereMeanwhile({1}, 0);
 
@@ -252,7 +254,7 @@ void NumberingTest::anotherStationAddsTheFirstOrder()
     QCOMPARE(desk_->label("LabelOrderDate"), u"28/02/2026"_s);
 }
 
-void NumberingTest::otherStationsTakeOneNumberAfterTheOther()
+void NumberingTest::severalNumbersTakenByOtherStations_areSkipped()
 {
     desk_->store.addOrder(7, true);
     addElsewhereMeanwhile({8, 9, 10}, -1);
@@ -264,7 +266,7 @@ void NumberingTest::otherStationsTakeOneNumberAfterTheOther()
     QCOMPARE(storedNumbers(), (QList<int>{7, 8, 9, 10, 11}));
 }
 
-void NumberingTest::aDuplicateOfAnotherKindFails()
+void NumberingTest::duplicateInAnotherIndex_failsWithDuplicateKey()
 {
     desk_->store.addOrder(7, true, u"2026-03-01"_s);
     desk_->store.execute(u"CREATE UNIQUE INDEX ByDate ON Orders (Order_Date)"_s);
@@ -273,7 +275,7 @@ void NumberingTest::aDuplicateOfAnotherKindFails()
     QCOMPARE(storedNumbers(), QList<int>{7});
 }
 
-void NumberingTest::missingIndexFails()
+void NumberingTest::missingIndex_failsWithItemNotFound()
 {
     desk_->store.execute(u"DROP TABLE Orders"_s);
     desk_->store.execute(u"CREATE TABLE Orders (Number LONG, Order_Date DATETIME,"
@@ -283,7 +285,7 @@ void NumberingTest::missingIndexFails()
     QCOMPARE(storedNumbers(), QList<int>());
 }
 
-void NumberingTest::missingDateFails()
+void NumberingTest::openOrderWithoutADate_failsWithInvalidUseOfNull()
 {
     desk_->store.addOrder(4);
     desk_->store.execute(u"UPDATE Orders SET Order_Date = NULL"_s);
@@ -292,7 +294,7 @@ void NumberingTest::missingDateFails()
              runtime::InvalidUseOfNull);
 }
 
-void NumberingTest::longFormShowsTheDateOfTheOrderBefore()
+void NumberingTest::longForm_afterAdding_showsTheDateOfThePreviousOrder()
 {
     desk_->store.addOrder(11, true, u"2026-01-15"_s);
     orders::openOrderLongForm(desk_->dataMDI);
@@ -300,11 +302,12 @@ void NumberingTest::longFormShowsTheDateOfTheOrderBefore()
     QCOMPARE(desk_->label("LabelOrderNum"), u"12"_s);
     QCOMPARE(desk_->label("LabelOrderDate"), u"15/01/2026"_s);
 
-    orders::openOrderLongForm(desk_->dataMDI); // the order is open now: its own date
+    // The order is open now, so the form shows its own date.
+    orders::openOrderLongForm(desk_->dataMDI);
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
 }
 
-void NumberingTest::shortFormLoadsTheOrdersOwnDate()
+void NumberingTest::shortForm_afterAdding_showsTheNewOrdersDate()
 {
     desk_->store.addOrder(11, true, u"2026-01-15"_s);
     orders::openOrderShortForm(desk_->dataMDI);
@@ -313,21 +316,21 @@ void NumberingTest::shortFormLoadsTheOrdersOwnDate()
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/03/2026"_s);
 }
 
-void NumberingTest::longFormClosesItsDatabase()
+void NumberingTest::longForm_closesItsDatabase()
 {
     orders::openOrderLongForm(desk_->dataMDI);
     QVERIFY(!desk_->dataMDI.Database().isOpen());
     QVERIFY(desk_->lines().database()->isOpen());
 }
 
-void NumberingTest::shortFormLeavesItsDatabaseOpen()
+void NumberingTest::shortForm_leavesItsDatabaseOpen()
 {
     orders::openOrderShortForm(desk_->dataMDI);
     QVERIFY(desk_->dataMDI.Database().isOpen());
     QCOMPARE(desk_->dataMDI.Recordset().RecordCount(), 1);
 }
 
-void NumberingTest::longFormOnALoadedForm()
+void NumberingTest::longForm_onALoadedForm_keepsTheCustomer()
 {
     desk_->addOrderWithLines(2, {1, 2});
     desk_->store.execute(u"UPDATE Orders SET CustomerName = 'ישן'"_s);
@@ -341,7 +344,8 @@ void NumberingTest::longFormOnALoadedForm()
     QCOMPARE(Module1::CurrentOrderNum, 3);
     QCOMPARE(desk_->label("LabelOrderNum"), u"3"_s);
     QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 3);
-    QVERIFY(desk_->timerRests()); // the lines are bound; nothing moves to the last one
+    // The lines are bound, but the timer that moves to the last line does not run.
+    QVERIFY(desk_->timerRests());
     QCOMPARE(desk_->label("LabelLinesInOrder"), u"2"_s);
     QCOMPARE(desk_->box("TextCustomerName"), u"ישן"_s);
     QCOMPARE(desk_->box("TextCustomerTel"), u"03-5551234"_s);
@@ -351,7 +355,7 @@ void NumberingTest::longFormOnALoadedForm()
              u"ישן"_s);
 }
 
-void NumberingTest::shortFormOnALoadedForm()
+void NumberingTest::shortForm_onALoadedForm_changesOnlyTheSharedNumber()
 {
     desk_->addOrderWithLines(2, {1});
     desk_->addOrderWithLines(3, {7});
@@ -364,7 +368,7 @@ void NumberingTest::shortFormOnALoadedForm()
     QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 2);
 }
 
-void NumberingTest::longFormSelectsTheWidth()
+void NumberingTest::longForm_selectsTheWidth()
 {
     orders::openOrderLongForm(desk_->dataMDI);
     auto* width = desk_->on<QLineEdit>("TextNum_0");
@@ -373,7 +377,7 @@ void NumberingTest::longFormSelectsTheWidth()
     QCOMPARE(width->selectedText(), u"123"_s);
 }
 
-void NumberingTest::longFormDisablesOpenOrder()
+void NumberingTest::longForm_disablesOpenOrder()
 {
     orders::openOrderLongForm(desk_->dataMDI);
     auto* openOrder = desk_->on<QPushButton>("CmdOpenOrder");
@@ -384,7 +388,7 @@ void NumberingTest::longFormDisablesOpenOrder()
     QVERIFY(!openOrder->isEnabled());
 }
 
-void NumberingTest::openOrderRefusesBesideAnOpenOne()
+void NumberingTest::openOrder_withAnOpenOrder_isRefused()
 {
     desk_->store.addOrder(5);
     desk_->openOrder(5);
@@ -404,7 +408,7 @@ void NumberingTest::openOrderRefusesBesideAnOpenOne()
     QVERIFY(desk_->on<controls::DataControl>("DataOrder")->Database().isOpen());
 }
 
-void NumberingTest::openOrderRefusesAfterAClosedBoolean()
+void NumberingTest::openOrder_afterAnOrderClosedAsBoolean_isRefused()
 {
     desk_->store.addOrder(5, true);
     desk_->openOrder(5);
@@ -418,7 +422,7 @@ void NumberingTest::openOrderRefusesAfterAClosedBoolean()
     QVERIFY(desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
 }
 
-void NumberingTest::openOrderAddsAfterAOne()
+void NumberingTest::openOrder_afterAnOrderWithStateOne_addsAnOrder()
 {
     storeStateAsNumber();
     desk_->store.execute(u"INSERT INTO Orders VALUES (5, '2026-01-02', 1, 'לקוח', NULL, NULL)"_s);
@@ -440,7 +444,7 @@ void NumberingTest::openOrderAddsAfterAOne()
     QCOMPARE(desk_->box("TextCustomerName"), u"לקוח"_s);
 }
 
-void NumberingTest::openOrderWhileAnotherStationTakesTheNumber()
+void NumberingTest::openOrder_withTheNumberTakenMeanwhile_isRefused()
 {
     storeStateAsNumber();
     desk_->store.execute(u"INSERT INTO Orders VALUES (5, '2026-01-02', 1, '', NULL, NULL)"_s);
@@ -458,7 +462,7 @@ void NumberingTest::openOrderWhileAnotherStationTakesTheNumber()
     QVERIFY(desk_->on<QPushButton>("CmdOpenOrder")->isEnabled());
 }
 
-void NumberingTest::openOrderFailsOnNoOrderAtAll()
+void NumberingTest::openOrder_withoutOrders_failsWithNoCurrentRecord()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -473,7 +477,7 @@ void NumberingTest::openOrderFailsOnNoOrderAtAll()
     QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '3021':"_s));
 }
 
-void NumberingTest::openOrderOverflows()
+void NumberingTest::openOrder_afterTheHighestNumber_failsWithOverflow()
 {
     storeStateAsNumber();
     desk_->store.execute(u"INSERT INTO Orders VALUES (32767, '2026-01-02', 1, NULL, NULL, NULL)"_s);

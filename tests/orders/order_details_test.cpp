@@ -21,30 +21,30 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void loadShowsTheOrder();
-    void loadForgetsTheChosenSeries();
-    void loadBindsOnDatabasesOfTheirOwn();
-    void listsAreThoseOfTheLoad();
-    void detailsClearTheCustomer();
-    void detailsOfAMissingOrder();
-    void numberLabelFollowsTheSharedNumber();
-    void nullDateFails();
-    void linesQueryIsByDate();
+    void load_showsTheOrder();
+    void load_resetsTheChosenSeries();
+    void load_givesEachDataControlItsOwnDatabase();
+    void lists_changeOnlyWithTheNextLoad();
+    void details_clearATypedCustomer();
+    void details_ofAMissingOrder_changeOnlyTheCustomer();
+    void numberLabel_showsCurrentOrderNum();
+    void load_withANullDate_failsWithInvalidUseOfNull();
+    void lines_areSortedByDate();
 
-    void saveWritesTheCurrentOrder();
-    void emptyBoxesBecomeNull();
-    void saveLeavesTheState();
-    void saveClosesTheOrder();
-    void saveWithoutARow();
-    void boxesHoldWhatTheFieldsHold();
+    void save_writesTheOrderOfCurrentOrderNum();
+    void save_withEmptyBoxes_storesNull();
+    void save_withoutClosing_keepsTheState();
+    void save_withClosing_marksTheOrderClosed();
+    void save_ofAMissingOrder_changesNothing();
+    void boxes_limitTextsToTheFieldSizes();
 
-    void timerGoesToTheLastLine();
-    void timerTicksOnce();
-    void enabledAgainKeepsItsInterval();
-    void timerOnAnEmptyOrder();
-    void emptyOrderKeepsTheCounterOfTheOneBefore();
-    void timerWithoutLinesFails();
-    void addedLineIsCounted();
+    void timer_movesToTheLastLine();
+    void timer_firesOnce();
+    void timer_enabledAgain_doesNotRestart();
+    void timer_withoutLines_leavesTheCounterAtZero();
+    void details_ofAnEmptyOrder_keepThePreviousCounter();
+    void timer_withoutARecordset_failsWithObjectNotSet();
+    void addedLine_savesTheCustomerAndIsCounted();
 
 private:
     std::unique_ptr<Desk> desk_;
@@ -56,7 +56,7 @@ void OrderDetailsTest::cleanup()
     desk_.reset();
 }
 
-void OrderDetailsTest::loadShowsTheOrder()
+void OrderDetailsTest::load_showsTheOrder()
 {
     desk_->store.addOrder(3, false, u"2026-02-07"_s);
     desk_->store.execute(
@@ -73,7 +73,7 @@ void OrderDetailsTest::loadShowsTheOrder()
     QVERIFY(desk_->on<QPushButton>("CmdCloseOrder")->isEnabled());
 }
 
-void OrderDetailsTest::loadForgetsTheChosenSeries()
+void OrderDetailsTest::load_resetsTheChosenSeries()
 {
     desk_->store.addOrder(1);
     Module1::SelectedSerialNum = 12;
@@ -81,7 +81,7 @@ void OrderDetailsTest::loadForgetsTheChosenSeries()
     QCOMPARE(Module1::SelectedSerialNum, 0);
 }
 
-void OrderDetailsTest::loadBindsOnDatabasesOfTheirOwn()
+void OrderDetailsTest::load_givesEachDataControlItsOwnDatabase()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -102,8 +102,8 @@ void OrderDetailsTest::loadBindsOnDatabasesOfTheirOwn()
     QVERIFY(!desk_->on<controls::DataControl>("DataMDI")->hasRecordset());
 }
 
-/// A name that is added or deleted meanwhile reaches the form when it is loaded anew.
-void OrderDetailsTest::listsAreThoseOfTheLoad()
+/// Added or deleted names appear after the form has been loaded again.
+void OrderDetailsTest::lists_changeOnlyWithTheNextLoad()
 {
     desk_->store.addOrder(1);
     desk_->store.execute(u"INSERT INTO GlassColor (Name) VALUES ('שקוף')"_s);
@@ -123,7 +123,7 @@ void OrderDetailsTest::listsAreThoseOfTheLoad()
     QCOMPARE(desk_->store.scalar(u"SELECT Glass_Color FROM Cuts"_s).toString(), u"שקוף"_s);
 }
 
-void OrderDetailsTest::detailsClearTheCustomer()
+void OrderDetailsTest::details_clearATypedCustomer()
 {
     desk_->store.addOrder(1);
     desk_->store.addOrder(2);
@@ -137,7 +137,7 @@ void OrderDetailsTest::detailsClearTheCustomer()
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders WHERE Number = 1"_s).isNull());
 }
 
-void OrderDetailsTest::detailsOfAMissingOrder()
+void OrderDetailsTest::details_ofAMissingOrder_changeOnlyTheCustomer()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -146,12 +146,13 @@ void OrderDetailsTest::detailsOfAMissingOrder()
 
     desk_->form()->GetOrderDetails(99);
 
-    QCOMPARE(desk_->box("TextCustomerName"), QString()); // cleared before the store is asked
+    // The boxes are cleared before the row is searched.
+    QCOMPARE(desk_->box("TextCustomerName"), QString());
     QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
     QCOMPARE(desk_->lines().Fields(u"Order_Num"_s).Value().toInt(), 1);
 }
 
-void OrderDetailsTest::numberLabelFollowsTheSharedNumber()
+void OrderDetailsTest::numberLabel_showsCurrentOrderNum()
 {
     desk_->store.addOrder(1);
     desk_->store.addOrder(2, false, u"2026-02-20"_s);
@@ -163,7 +164,7 @@ void OrderDetailsTest::numberLabelFollowsTheSharedNumber()
     QCOMPARE(desk_->label("LabelOrderDate"), u"20/02/2026"_s);
 }
 
-void OrderDetailsTest::nullDateFails()
+void OrderDetailsTest::load_withANullDate_failsWithInvalidUseOfNull()
 {
     desk_->store.addOrder(1);
     desk_->store.execute(u"UPDATE Orders SET Order_Date = NULL"_s);
@@ -171,7 +172,7 @@ void OrderDetailsTest::nullDateFails()
     QVERIFY(desk_->form() == nullptr);
 }
 
-void OrderDetailsTest::linesQueryIsByDate()
+void OrderDetailsTest::lines_areSortedByDate()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.execute(u"UPDATE Cuts SET Order_Date = '2026-01-09' WHERE NUM = 1"_s);
@@ -184,7 +185,7 @@ void OrderDetailsTest::linesQueryIsByDate()
     QCOMPARE(desk_->lines().Fields(u"NUM"_s).Value().toInt(), 1);
 }
 
-void OrderDetailsTest::saveWritesTheCurrentOrder()
+void OrderDetailsTest::save_writesTheOrderOfCurrentOrderNum()
 {
     desk_->store.addOrder(1);
     desk_->store.addOrder(2);
@@ -205,7 +206,7 @@ void OrderDetailsTest::saveWritesTheCurrentOrder()
     QVERIFY(!desk_->on<controls::DataControl>("DataOrder")->Database().isOpen());
 }
 
-void OrderDetailsTest::emptyBoxesBecomeNull()
+void OrderDetailsTest::save_withEmptyBoxes_storesNull()
 {
     desk_->store.addOrder(1);
     desk_->store.execute(
@@ -224,7 +225,7 @@ void OrderDetailsTest::emptyBoxesBecomeNull()
     QCOMPARE(desk_->box("TextCustomerName"), QString());
 }
 
-void OrderDetailsTest::saveLeavesTheState()
+void OrderDetailsTest::save_withoutClosing_keepsTheState()
 {
     desk_->store.addOrder(1, true);
     desk_->openOrder(1);
@@ -232,7 +233,7 @@ void OrderDetailsTest::saveLeavesTheState()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
 }
 
-void OrderDetailsTest::saveClosesTheOrder()
+void OrderDetailsTest::save_withClosing_marksTheOrderClosed()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -240,7 +241,7 @@ void OrderDetailsTest::saveClosesTheOrder()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
 }
 
-void OrderDetailsTest::saveWithoutARow()
+void OrderDetailsTest::save_ofAMissingOrder_changesNothing()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -250,7 +251,7 @@ void OrderDetailsTest::saveWithoutARow()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), 0);
 }
 
-void OrderDetailsTest::boxesHoldWhatTheFieldsHold()
+void OrderDetailsTest::boxes_limitTextsToTheFieldSizes()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -267,7 +268,7 @@ void OrderDetailsTest::boxesHoldWhatTheFieldsHold()
     QCOMPARE(row[2].toString(), QString(20, u'x'));
 }
 
-void OrderDetailsTest::timerGoesToTheLastLine()
+void OrderDetailsTest::timer_movesToTheLastLine()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
@@ -281,7 +282,7 @@ void OrderDetailsTest::timerGoesToTheLastLine()
     QCOMPARE(desk_->on<controls::DBGrid>("DBGrid1")->currentIndex().row(), 2);
 }
 
-void OrderDetailsTest::timerTicksOnce()
+void OrderDetailsTest::timer_firesOnce()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->openOrder(1);
@@ -292,7 +293,7 @@ void OrderDetailsTest::timerTicksOnce()
     QCOMPARE(ticks.count(), 1);
 }
 
-void OrderDetailsTest::enabledAgainKeepsItsInterval()
+void OrderDetailsTest::timer_enabledAgain_doesNotRestart()
 {
     desk_->addOrderWithLines(1, {1});
     desk_->openOrder(1);
@@ -302,7 +303,7 @@ void OrderDetailsTest::enabledAgainKeepsItsInterval()
     QVERIFY(timer->remainingTime() < 150);
 }
 
-void OrderDetailsTest::timerOnAnEmptyOrder()
+void OrderDetailsTest::timer_withoutLines_leavesTheCounterAtZero()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -311,8 +312,8 @@ void OrderDetailsTest::timerOnAnEmptyOrder()
     QVERIFY(!desk_->end.exitStatus());
 }
 
-/// No event comes from lines that are not there, so none sets the label.
-void OrderDetailsTest::emptyOrderKeepsTheCounterOfTheOneBefore()
+/// An order without lines causes no row event, so the counter label is not updated.
+void OrderDetailsTest::details_ofAnEmptyOrder_keepThePreviousCounter()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.addOrder(2);
@@ -327,10 +328,10 @@ void OrderDetailsTest::emptyOrderKeepsTheCounterOfTheOneBefore()
     QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
 }
 
-void OrderDetailsTest::timerWithoutLinesFails()
+void OrderDetailsTest::timer_withoutARecordset_failsWithObjectNotSet()
 {
     desk_->boxes.answer(runtime::vbOK);
-    desk_->openOrder(8); // no such order
+    desk_->openOrder(8); // There is no such order.
     QCOMPARE(desk_->label("LabelOrderNum"), u"1"_s);
     QCOMPARE(desk_->label("LabelOrderDate"), u"01/01/2002"_s);
 
@@ -341,7 +342,7 @@ void OrderDetailsTest::timerWithoutLinesFails()
     desk_->on<QTimer>("Timer1")->stop();
 }
 
-void OrderDetailsTest::addedLineIsCounted()
+void OrderDetailsTest::addedLine_savesTheCustomerAndIsCounted()
 {
     desk_->addOrderWithLines(1, {1});
     desk_->openOrder(1);

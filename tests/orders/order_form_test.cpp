@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 using testsupport::child;
 using testsupport::Desk;
 
-/// The order form as a screen.
+/// The layout of the order form.
 class OrderFormTest : public QObject
 {
     Q_OBJECT
@@ -32,13 +32,13 @@ private slots:
     void customerBoxes();
     void gridColumns();
     void gridFormatsTheOpening();
-    void gridIsForReading();
-    void fontsAfterLoad();
+    void grid_isReadOnly();
+    void load_setsTheFonts();
     void tabOrder();
-    void noButtonActsUnasked();
-    void fitsTheScreen_data();
-    void fitsTheScreen();
-    void oneInstance();
+    void enterAndEscape_pressNoButton();
+    void form_fitsCommonScreenSizes_data();
+    void form_fitsCommonScreenSizes();
+    void form_isASingleInstance();
 
 private:
     std::unique_ptr<Desk> desk_;
@@ -178,7 +178,7 @@ void OrderFormTest::gridColumns()
                  isShown ? shown[column] : hidden[column - 5]);
     }
     QVERIFY(grid->horizontalHeader()->isVisible());
-    // The first column stands at the left edge, whatever direction the form reads in.
+    // The first column is at the left edge, although the form is right-to-left.
     QVERIFY(grid->columnViewportPosition(0) < grid->columnViewportPosition(4));
 }
 
@@ -193,7 +193,7 @@ void OrderFormTest::gridFormatsTheOpening()
         QTRY_COMPARE(model->index(0, column).data().toString(), texts[column]);
 }
 
-void OrderFormTest::gridIsForReading()
+void OrderFormTest::grid_isReadOnly()
 {
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
     grid->setFocus();
@@ -207,7 +207,7 @@ void OrderFormTest::gridIsForReading()
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void OrderFormTest::fontsAfterLoad()
+void OrderFormTest::load_setsTheFonts()
 {
     int labels = 0;
     for (const QLabel* label : desk_->form()->findChildren<QLabel*>()) {
@@ -247,11 +247,11 @@ void OrderFormTest::tabOrder()
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
     QVERIFY(QTest::qWaitForWindowActive(&desk_->window));
     grid->setFocus();
-    QTest::keyClick(grid, Qt::Key_Tab); // out of the grid, not to its next cell
+    QTest::keyClick(grid, Qt::Key_Tab); // Tab leaves the grid instead of going to the next cell.
     QCOMPARE(QApplication::focusWidget()->objectName(), u"CmdView"_s);
 }
 
-void OrderFormTest::noButtonActsUnasked()
+void OrderFormTest::enterAndEscape_pressNoButton()
 {
     auto* name = desk_->on<QLineEdit>("TextCustomerName");
     name->setFocus();
@@ -261,7 +261,7 @@ void OrderFormTest::noButtonActsUnasked()
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-void OrderFormTest::fitsTheScreen_data()
+void OrderFormTest::form_fitsCommonScreenSizes_data()
 {
     QTest::addColumn<QSize>("screen");
     QTest::newRow("1024x768") << QSize(1024, 768);
@@ -269,10 +269,11 @@ void OrderFormTest::fitsTheScreen_data()
     QTest::newRow("1920x1080") << QSize(1920, 1080);
 }
 
-void OrderFormTest::fitsTheScreen()
+void OrderFormTest::form_fitsCommonScreenSizes()
 {
     QFETCH(QSize, screen);
-    constexpr int aroundTheForm = 140; // tool bar, status bar, both titles
+    // Height of tool bar, status bar and both title bars in pixels.
+    constexpr int aroundTheForm = 140;
     desk_->form()->opening().FrameDoorMashkof->show();
     const QSize room = screen - QSize(0, aroundTheForm);
     const QSize needed = desk_->form()->minimumSizeHint();
@@ -287,7 +288,7 @@ void OrderFormTest::fitsTheScreen()
                  qPrintable(label->objectName()));
 }
 
-void OrderFormTest::oneInstance()
+void OrderFormTest::form_isASingleInstance()
 {
     QCOMPARE(&orders::frOrder(), desk_->form());
     QCOMPARE(&calculation::openingPanel(), &desk_->form()->opening());

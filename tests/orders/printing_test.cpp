@@ -23,25 +23,25 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void headOfThePaper();
-    void customerIsSavedFirst();
-    void noLinesEndsSilently();
-    void onlyTheFirstRowIsRenumbered();
-    void gridIsNotRefreshed();
-    void stateIsNotTouched();
-    void numbersFollowTheSharedNumber();
-    void logoStays();
-    void unreadableLogoFails();
-    void failedPrintOfAClosing();
-    void previewOutlivesTheForm();
-    void lineDeletedMeanwhileIsShownWhole();
-    void longOrderIsShownAsOfOneMoment();
+    void print_fillsInThePageHeader();
+    void print_savesTheCustomer();
+    void print_withoutLines_savesTheCustomerOnly();
+    void print_renumbersOnlyTheFirstRow();
+    void print_doesNotRefreshTheGrid();
+    void print_keepsTheOrdersState();
+    void print_usesCurrentOrderNum();
+    void logo_remainsAfterItsFileIsDeleted();
+    void unreadableLogo_failsWithInvalidPicture();
+    void close_withAFailingPrint_keepsTheOrderClosed();
+    void preview_remainsAfterTheFormIsUnloaded();
+    void lineDeletedDuringThePreview_isStillShown();
+    void longOrder_isShownAsOneSnapshot();
 
 private:
     void openRead(int order, const QList<int>& lineNumbers);
     QString caption(const char* label);
     static QWidget* preview();
-    /// The report in the preview as it is saved to a text file.
+    /// Returns the previewed report as exported to a text file.
     static QString exported();
     static void layUnreadableLogo();
 
@@ -96,7 +96,7 @@ void PrintingTest::layUnreadableLogo()
     broken.write("no picture");
 }
 
-void PrintingTest::headOfThePaper()
+void PrintingTest::print_fillsInThePageHeader()
 {
     openRead(12, {1, 2});
     desk_->type("TextCustomerName", u"דוד כהן"_s);
@@ -114,7 +114,7 @@ void PrintingTest::headOfThePaper()
     QCOMPARE(Module1::SqlText, u"SELECT * FROM Cuts WHERE ORDER_NUM = 12 ORDER BY NUM ASC"_s);
 }
 
-void PrintingTest::customerIsSavedFirst()
+void PrintingTest::print_savesTheCustomer()
 {
     openRead(1, {1});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -122,7 +122,7 @@ void PrintingTest::customerIsSavedFirst()
     QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
 }
 
-void PrintingTest::noLinesEndsSilently()
+void PrintingTest::print_withoutLines_savesTheCustomerOnly()
 {
     openRead(1, {});
     desk_->type("TextCustomerName", u"שם"_s);
@@ -132,7 +132,7 @@ void PrintingTest::noLinesEndsSilently()
     QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"שם"_s);
 }
 
-void PrintingTest::onlyTheFirstRowIsRenumbered()
+void PrintingTest::print_renumbersOnlyTheFirstRow()
 {
     openRead(1, {1, 2, 5});
     desk_->click("CmdPrint");
@@ -144,7 +144,7 @@ void PrintingTest::onlyTheFirstRowIsRenumbered()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 5}));
 }
 
-void PrintingTest::gridIsNotRefreshed()
+void PrintingTest::print_doesNotRefreshTheGrid()
 {
     openRead(1, {3, 4});
     const dao::Recordset* before = &desk_->lines();
@@ -154,7 +154,7 @@ void PrintingTest::gridIsNotRefreshed()
     QCOMPARE(desk_->on<controls::DataControl>("DataCut")->Recordset().Type(), dao::dbOpenDynaset);
 }
 
-void PrintingTest::stateIsNotTouched()
+void PrintingTest::print_keepsTheOrdersState()
 {
     openRead(1, {1});
     desk_->click("CmdPrint");
@@ -164,7 +164,7 @@ void PrintingTest::stateIsNotTouched()
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
 }
 
-void PrintingTest::numbersFollowTheSharedNumber()
+void PrintingTest::print_usesCurrentOrderNum()
 {
     desk_->addOrderWithLines(2, {8});
     openRead(1, {4});
@@ -176,7 +176,7 @@ void PrintingTest::numbersFollowTheSharedNumber()
     QCOMPARE(caption("LabelOrder_Num"), u"2"_s);
 }
 
-void PrintingTest::logoStays()
+void PrintingTest::logo_remainsAfterItsFileIsDeleted()
 {
     const auto logo = [] {
         return output::dataReport1().Sections(2).Controls(u"ImageCompanyLogo"_s).Picture();
@@ -193,7 +193,7 @@ void PrintingTest::logoStays()
     QCOMPARE(logo().size(), QSize(20, 10));
 }
 
-void PrintingTest::unreadableLogoFails()
+void PrintingTest::unreadableLogo_failsWithInvalidPicture()
 {
     layUnreadableLogo();
     openRead(1, {2});
@@ -203,12 +203,13 @@ void PrintingTest::unreadableLogoFails()
 
     QCOMPARE(desk_->end.exitStatus(), 1);
     QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '481':"_s));
-    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1}); // saved and numbered before
+    // Saving and numbering happen before printing.
+    QCOMPARE(desk_->storedLineNumbers(1), QList<int>{1});
     QVERIFY(preview() == nullptr);
 }
 
-/// What closing has done by the moment of printing stays when printing fails.
-void PrintingTest::failedPrintOfAClosing()
+/// Changes that closing has made before printing remain if printing fails.
+void PrintingTest::close_withAFailingPrint_keepsTheOrderClosed()
 {
     layUnreadableLogo();
     openRead(1, {2});
@@ -226,7 +227,7 @@ void PrintingTest::failedPrintOfAClosing()
     QVERIFY(desk_->form()->isVisible());
 }
 
-void PrintingTest::previewOutlivesTheForm()
+void PrintingTest::preview_remainsAfterTheFormIsUnloaded()
 {
     openRead(1, {1});
     desk_->boxes.answer(runtime::vbYes);
@@ -237,12 +238,12 @@ void PrintingTest::previewOutlivesTheForm()
     QVERIFY(!preview()->grab().isNull());
 }
 
-void PrintingTest::lineDeletedMeanwhileIsShownWhole()
+void PrintingTest::lineDeletedDuringThePreview_isStillShown()
 {
     openRead(1, {1, 2, 3, 4, 5, 6, 7, 8, 9});
     desk_->click("CmdPrint");
     auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
-    testsupport::clickCell(*grid, 7, 0); // on a page that has not been looked at
+    testsupport::clickCell(*grid, 7, 0); // The row is on a page that has not been shown.
     desk_->boxes.answer(runtime::vbYes);
     desk_->click("CmdDel");
     desk_->store.execute(u"UPDATE Cuts SET Name = 'אחר'"_s);
@@ -258,7 +259,7 @@ void PrintingTest::lineDeletedMeanwhileIsShownWhole()
     QVERIFY(!text.contains(u"אחר"_s));
 }
 
-void PrintingTest::longOrderIsShownAsOfOneMoment()
+void PrintingTest::longOrder_isShownAsOneSnapshot()
 {
     constexpr int count = 600;
     desk_->store.addOrder(1);
@@ -276,7 +277,7 @@ void PrintingTest::longOrderIsShownAsOfOneMoment()
     const QString text = exported();
     QCOMPARE(text.count(u"מס' פריט :"_s), count - 1);
     QCOMPARE(text.count(u"\tשם\n"_s) + text.count(u"\tאחר\n"_s), count - 1);
-    QCOMPARE(text.count(u"אחר"_s), 2); // the first page is of the same moment as the last
+    QCOMPARE(text.count(u"אחר"_s), 2); // The first and the last page belong to the same snapshot.
 }
 
 ZOMREL_QTEST_MAIN(PrintingTest)

@@ -1,4 +1,4 @@
-// How often a click asks a server and waits for it, counted on the line between them.
+// Counts the round trips to the server per click with a proxy on the connection.
 
 #include "orders/desk.h"
 #include "platform/dao/link.h"
@@ -16,13 +16,13 @@ class RoundTripsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void addingALineNeedsFew();
-    void openingAnOrderGreetsOnce();
+    void addingALine_needsElevenRoundTrips();
+    void openingAnOrder_greetsTheServerOnce();
 };
 
 namespace {
 
-/// Does the work as the event loop calls a handler: all that it asks is one event's.
+/// Runs the work inside one event of the event loop, like a handler.
 template <typename Work>
 void inAnEvent(Work work)
 {
@@ -34,7 +34,7 @@ void inAnEvent(Work work)
     loop.exec();
 }
 
-/// A desk whose way to the server leads over a line that counts.
+/// An order test environment whose connection to the server passes through a counting proxy.
 struct CountedDesk
 {
     CountedDesk()
@@ -48,7 +48,7 @@ struct CountedDesk
         file.write(dao::linkText(link));
     }
 
-    /// The round trips of the click itself.
+    /// Returns the number of round trips of the click itself.
     int addLine() const
     {
         desk.type("TextNum_0", u"120"_s);
@@ -61,20 +61,20 @@ struct CountedDesk
         });
         return after - before;
     }
-    /// What follows a click: the timer's tick and the painting.
+    /// Waits for the timer and the painting that follow a click.
     void settle() const
     {
         QTRY_VERIFY(desk.timerRests());
         desk.form()->grab();
     }
 
-    std::unique_ptr<testsupport::ServerProxy> proxy; ///< Outlives what goes over it.
+    std::unique_ptr<testsupport::ServerProxy> proxy; ///< Must outlive the connections.
     testsupport::Desk desk;
 };
 
 } // namespace
 
-void RoundTripsTest::addingALineNeedsFew()
+void RoundTripsTest::addingALine_needsElevenRoundTrips()
 {
     if (!testsupport::isOnServer())
         QSKIP("about a server");
@@ -98,15 +98,15 @@ void RoundTripsTest::addingALineNeedsFew()
     desk.on<controls::DataControl>("DataCuts")->disconnect(this);
     QCOMPARE(desk.store.scalar(u"SELECT count(*) FROM Cuts"_s).toInt(), 5);
 
-    // The greeting, the series, the order's lines, the last of them, the new one.
+    // The greeting, the series, the order's lines, the last line and the new line.
     QCOMPARE(untilCommitted, 5);
-    // The lines again and the row where the grid stood; the order, and again to change it.
+    // The lines again and the grid's current row; the order, and a second query to change it.
     QCOMPARE(ofClick, 9);
-    // The last line for the timer, and a page for the grid.
+    // The last line for the timer, and one page of the grid.
     QCOMPARE(ofAll, 11);
 }
 
-void RoundTripsTest::openingAnOrderGreetsOnce()
+void RoundTripsTest::openingAnOrder_greetsTheServerOnce()
 {
     if (!testsupport::isOnServer())
         QSKIP("about a server");
@@ -125,7 +125,7 @@ void RoundTripsTest::openingAnOrderGreetsOnce()
         desk.openOrder(1);
         after = counted.proxy->roundTrips();
     });
-    // The greeting; which rows each of the eight empty lists has; the order and its lines.
+    // The greeting; the row keys of each of the eight empty lists; the order and its lines.
     QCOMPARE(after - before, 1 + 8 + 2);
 }
 

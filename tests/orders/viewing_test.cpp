@@ -10,7 +10,7 @@ using testsupport::child;
 using testsupport::Desk;
 using testsupport::inNextDialog;
 
-/// CmdView: the line on which the grid stands, as a sheet.
+/// CmdView, which shows the current line of the grid in the line view.
 class ViewingTest : public QObject
 {
     Q_OBJECT
@@ -19,16 +19,16 @@ private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup();
 
-    void noLinesLoadNoView();
-    void showsTheGridsLine();
-    void nextLineShowsNothingOfTheFormer();
-    void nullNumberEndsTheProgram_data();
-    void nullNumberEndsTheProgram();
-    void noCurrentLineEndsTheProgram();
-    void writesNothing();
+    void view_withoutLines_opensNothing();
+    void view_showsTheCurrentLine();
+    void view_ofTheNextLine_showsNoFormerText();
+    void view_withANullNumber_failsWithInvalidUseOfNull_data();
+    void view_withANullNumber_failsWithInvalidUseOfNull();
+    void view_withoutACurrentLine_failsWithNoCurrentRecord();
+    void view_writesNothing();
 
 private:
-    /// The order is open and read to its end, the grid on the row.
+    /// Opens the order, reads all its lines and makes the row current in the grid.
     void openOn(int row);
     void goTo(int row) const;
     void expectEnded(int error);
@@ -64,7 +64,7 @@ void ViewingTest::expectEnded(int error)
     QVERIFY2(text.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(text));
 }
 
-void ViewingTest::noLinesLoadNoView()
+void ViewingTest::view_withoutLines_opensNothing()
 {
     desk_->store.addOrder(1);
     desk_->openOrder(1);
@@ -74,8 +74,8 @@ void ViewingTest::noLinesLoadNoView()
     QVERIFY(desk_->boxes.shown().empty());
 }
 
-/// With today's date, neither the order's nor the line's, and every value as it is stored.
-void ViewingTest::showsTheGridsLine()
+/// The view shows today's date instead of the order's or the line's, and every value as stored.
+void ViewingTest::view_showsTheCurrentLine()
 {
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->store.execute(
@@ -105,7 +105,7 @@ void ViewingTest::showsTheGridsLine()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void ViewingTest::nextLineShowsNothingOfTheFormer()
+void ViewingTest::view_ofTheNextLine_showsNoFormerText()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->store.execute(u"UPDATE Cuts SET Name = NULL, Glass_Kind = NULL WHERE NUM = 2"_s);
@@ -122,7 +122,7 @@ void ViewingTest::nextLineShowsNothingOfTheFormer()
     desk_->click("CmdView");
 }
 
-void ViewingTest::nullNumberEndsTheProgram_data()
+void ViewingTest::view_withANullNumber_failsWithInvalidUseOfNull_data()
 {
     QTest::addColumn<QString>("field");
     for (const char* field : {"MyWidth", "MYHeight", "Mashkof_W", "Reshet_H", "Mahkof_Count",
@@ -130,7 +130,7 @@ void ViewingTest::nullNumberEndsTheProgram_data()
         QTest::newRow(field) << QString::fromLatin1(field);
 }
 
-void ViewingTest::nullNumberEndsTheProgram()
+void ViewingTest::view_withANullNumber_failsWithInvalidUseOfNull()
 {
     QFETCH(QString, field);
     desk_->addOrderWithLines(1, {1});
@@ -141,7 +141,7 @@ void ViewingTest::nullNumberEndsTheProgram()
     expectEnded(94);
 }
 
-void ViewingTest::noCurrentLineEndsTheProgram()
+void ViewingTest::view_withoutACurrentLine_failsWithNoCurrentRecord()
 {
     desk_->addOrderWithLines(1, {1, 2});
     openOn(1);
@@ -152,7 +152,7 @@ void ViewingTest::noCurrentLineEndsTheProgram()
     expectEnded(3021);
 }
 
-void ViewingTest::writesNothing()
+void ViewingTest::view_writesNothing()
 {
     desk_->addOrderWithLines(1, {1, 2});
     openOn(0);

@@ -21,11 +21,11 @@ using testsupport::child;
 
 namespace {
 
-/// A page of paper; what has been printed on it is kept when the printer lets it go.
+/// A sheet of paper. It stores what has been printed when the printer releases it.
 class Page : public QImage
 {
 public:
-    /// `fineness` is the number of printer dots to a dot of the screen.
+    /// `fineness` is the number of printer dots per screen dot.
     Page(const QSize& dots, int fineness, QImage& printed)
         : QImage(dots, Format_RGB32), printed_(printed)
     {
@@ -43,7 +43,7 @@ private:
     QImage& printed_;
 };
 
-/// Puts a printer behind the door for as long as it lives.
+/// Replaces the default printer for its lifetime.
 class Printer
 {
 public:

@@ -42,7 +42,7 @@ QPushButton* button(const QString& name)
     return child<QPushButton>(formView(), name);
 }
 
-/// The text of a label as it is drawn.
+/// Returns the shaped text of a label.
 report::ShapedText drawn(const QLabel* label)
 {
     return dynamic_cast<const output::FittedLabel&>(*label).shapedText();
@@ -55,7 +55,7 @@ std::shared_ptr<dao::Recordset> linesOf(int order)
     return store::OpenMyDataBase()->OpenRecordset(lineOfOrder.arg(order), dao::dbOpenDynaset);
 }
 
-/// The number of the error that filling raises; 0 where it raises none.
+/// Returns the number of the error that filling throws, or 0.
 int errorOfFilling(dao::Recordset& line)
 {
     try {
@@ -280,7 +280,7 @@ void FormViewTest::numbersRunFromTheLeft()
 
 void FormViewTest::condensesAWideNumber()
 {
-    QLabel* cell = formView().LabelWidth[1]; // 73 pixels
+    QLabel* cell = formView().LabelWidth[1]; // This label is 73 pixels wide.
     cell->setText(u"67.46666"_s);
     const report::ShapedText shaped = drawn(cell);
     QCOMPARE(shaped.lines[0].text, u"67.46666"_s);
@@ -290,7 +290,7 @@ void FormViewTest::condensesAWideNumber()
     QCOMPARE(smaller.lines[0].text, u"31.6666666666667"_s);
     QVERIFY(smaller.fit.stretch == 75 && smaller.fit.size < 100);
     QVERIFY(smaller.lines[0].width <= 73 * 15);
-    // Right-aligned, as it is stated.
+    // The cell is right-aligned.
     QCOMPARE(smaller.lines[0].corner.x(), 73 * 15 - smaller.lines[0].width);
 }
 
@@ -328,7 +328,7 @@ void FormViewTest::drawsWithinTheLabel()
     int last = image.width() - 1;
     while (last > first && !hasInk(last))
         --last;
-    // The number is drawn as wide as it is shaped, to a pixel at either side.
+    // The drawn width equals the shaped width to one pixel on each side.
     const double scale = image.devicePixelRatio() / 15;
     QVERIFY(qAbs(last - first + 1 - drawn(cell).lines[0].width * scale) <= 3);
     QVERIFY(last >= image.width() - 4);

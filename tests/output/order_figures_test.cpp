@@ -1,4 +1,4 @@
-// Every figure of many random lines, read back from the printed report.
+// Prints many random lines and reads every figure back from the PDF.
 
 #include "output/order_lines.h"
 #include "output/order_report_design.h"
@@ -23,7 +23,7 @@ constexpr int linesOfAPage = 4;
 constexpr int bodyLeft = 500;
 constexpr int firstBlockTop = 1440 + 4020;
 constexpr int blockHeight = 2250;
-/// What the digits of a PDF's numbers may add to a place, in twips.
+/// Rounding error of positions in a PDF, in twips.
 constexpr double rounding = 1;
 
 const QStringList measures{u"MyWidth"_s,     u"MYHeight"_s,     u"MyWidth_2"_s,   u"MYHeight_2"_s,
@@ -34,13 +34,14 @@ const QStringList measures{u"MyWidth"_s,     u"MYHeight"_s,     u"MyWidth_2"_s, 
 const QStringList counts{u"Mahkof_Count"_s, u"Kanaf_Count"_s, u"Glass_Count"_s, u"Reshet_Count"_s,
                          u"Shalav_Count"_s};
 
-/// The same figures on every machine: the engine is specified, the distributions are not.
+/// A random generator with the same results on every machine. The C++ standard specifies the engine
+/// but not the distributions.
 class Figures
 {
 public:
     int below(int limit) { return static_cast<int>(engine_() % static_cast<unsigned>(limit)); }
 
-    /// A measure up to 999.99: hundredths, what halving them leaves, or a third.
+    /// Returns a size up to 999.99: in hundredths, in halves of hundredths, or in thirds.
     double measure()
     {
         const double hundredths = below(100000) / 100.0;
@@ -88,7 +89,7 @@ QRect boxOf(int block, const ControlDesign& control)
             control.width, control.height};
 }
 
-/// What is wrong with the figure on paper; empty where it is right.
+/// Returns what is wrong with a printed figure, or an empty text.
 QString fault(const QString& stored, const QString& shown)
 {
     if (shown == stored)

@@ -9,7 +9,7 @@ namespace testsupport {
 
 using Values = QHash<QString, QVariant>;
 
-/// The columns of an order line that the report reads, as the store spells them.
+/// The columns of an order line that the report reads, in the store's spelling.
 inline const QStringList& lineColumns()
 {
     static const QStringList names{QStringLiteral("NUM"),          QStringLiteral("Order_Date"),
@@ -33,7 +33,7 @@ inline const QStringList& lineColumns()
     return names;
 }
 
-/// A line of an ordinary window.
+/// Returns a line of an ordinary window.
 inline Values ordinaryLine(int number)
 {
     return {{QStringLiteral("NUM"), number},
@@ -74,7 +74,7 @@ inline Values ordinaryLine(int number)
             {QStringLiteral("Shalav_Count"), 0}};
 }
 
-/// The line with some of its values replaced.
+/// Returns the line with some values replaced.
 inline Values with(Values line, const Values& others)
 {
     for (auto each = others.cbegin(); each != others.cend(); ++each)
@@ -82,7 +82,7 @@ inline Values with(Values line, const Values& others)
     return line;
 }
 
-/// A line of a window with a roller-shutter box.
+/// Returns a line of a window with a roller-shutter box.
 inline Values monoblockLine(int number)
 {
     return with(ordinaryLine(number),
@@ -99,7 +99,8 @@ inline Values monoblockLine(int number)
                  {QStringLiteral("Shalav_Count"), 26}});
 }
 
-/// A line of a door: glass and mesh have no size, and the frame's thickness stands as U thickness.
+/// Returns a line of a door. Glass and mesh have no size, and the U thickness is the frame's
+/// thickness.
 inline Values doorLine(int number)
 {
     return with(ordinaryLine(number), {{QStringLiteral("Name"), QStringLiteral("דלת כניסה 9400")},
@@ -120,14 +121,14 @@ inline MemoryRows::Row lineRow(const Values& line)
     return row;
 }
 
-/// The lines as the report's record source.
+/// Returns a record source with these lines.
 inline std::shared_ptr<MemoryRows> orderLines(const QList<Values>& lines)
 {
     return std::make_shared<MemoryRows>(lineColumns(), static_cast<int>(lines.size()),
                                         [lines](int row) { return lineRow(lines[row]); });
 }
 
-/// So many ordinary lines, numbered from 1.
+/// Returns this number of ordinary lines, numbered from 1.
 inline std::shared_ptr<MemoryRows> ordinaryLines(int count)
 {
     return std::make_shared<MemoryRows>(lineColumns(), count,

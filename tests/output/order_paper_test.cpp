@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The head of an order's report as the print handler sets it.
+/// Returns the sections with the page header filled in like the print handler does.
 std::vector<Section> headedSections()
 {
     auto sections = makeSections(output::orderReportDesign);
@@ -52,20 +52,20 @@ constexpr int firstBlockTop = 1440 + 4020;
 constexpr int blockHeight = 2250;
 constexpr int footTop = 16838 - 1440 - 450;
 
-/// The box of a control of a band whose top is given.
+/// Returns the rectangle of a control in a band with this top edge.
 QRect boxOf(int bandTop, Role role, QStringView name)
 {
     const ControlDesign& control = designed(role, name);
     return {bodyLeft + control.left, bandTop + control.top, control.width, control.height};
 }
 
-/// What stands on paper in the box of a control.
+/// Returns the text printed inside the rectangle of a control.
 QString printed(const PdfWords& pdf, int page, int bandTop, Role role, QStringView name)
 {
     return pdf.at(page, boxOf(bandTop, role, name));
 }
 
-/// Where it stands, in the first block of the first page.
+/// Returns the bounding box of a control's printed text in the first block of the first page.
 QRectF inkInBlock(const PdfWords& pdf, QStringView name)
 {
     return pdf.placeAt(0, boxOf(firstBlockTop, Role::Detail, name));
@@ -81,7 +81,7 @@ QString inHead(const PdfWords& pdf, QStringView name, int page = 0)
     return printed(pdf, page, headTop, Role::PageHeader, name);
 }
 
-/// How every value of a line reads, by its control.
+/// Maps each control to the text of its field.
 const std::vector<std::pair<QString, QString>>& fieldsOfControls()
 {
     static const std::vector<std::pair<QString, QString>> fields = [] {
@@ -152,8 +152,8 @@ void OrderPaperTest::standsWhereItIsDrawn()
 {
     const PdfWords pdf(*orderDocument({monoblockLine(1)}));
     const auto near = [](double found, double stated) { return qAbs(found - stated) <= 25; };
-    // Right-aligned: they end at left plus width, 40 before a border. Centred: their middle.
-    // Left: they begin there. In height they stand in the middle.
+    // Right-aligned texts end at left plus width, or 40 twips before a border. Centred texts are in
+    // the middle, left-aligned texts start at the left. All texts are centred vertically.
     const QRectF width = pdf.placeOf(0, u"118.75"_s);
     QVERIFY(near(width.right(), 500 + 3588 + 600 - 40));
     QVERIFY(near(width.center().y(), firstBlockTop + 420 + 150));
@@ -172,7 +172,7 @@ void OrderPaperTest::standsWhereItIsDrawn()
     const QRectF customer = pdf.placeOf(0, u"אלון"_s);
     QVERIFY(near(customer.right(), 500 + 3885 + 5055));
     QVERIFY(near(customer.center().y(), headTop + 2910 + 120));
-    // The mesh comes before the glass.
+    // The row of the mesh is above the row of the glass.
     QVERIFY(pdf.placeOf(0, u"רשת"_s).top() < pdf.placeOf(0, u"זכוכית"_s).top());
 }
 
@@ -234,7 +234,7 @@ void OrderPaperTest::fillsThePageToTheLastBlock()
 
 void OrderPaperTest::keepsThePlaceOfTheLogo()
 {
-    // A tenth of the sheet's twips: 1191 by 1684 pixels.
+    // One pixel is ten twips, so the sheet has 1191 by 1684 pixels.
     const auto inked = [](Document& document) {
         QImage sheet(1191, 1684, QImage::Format_RGB32);
         sheet.fill(Qt::white);
@@ -251,13 +251,14 @@ void OrderPaperTest::keepsThePlaceOfTheLogo()
     const auto without = orderDocument({ordinaryLine(1)});
     const QImage logoSheet = inked(*with);
     const QImage plainSheet = inked(*without);
-    const QRect band(54, 156, 1068, 199); // 530, 1545 to 11240, 3555, less a pixel
+    // 530, 1545 to 11240, 3555 in twips, reduced by one pixel.
+    const QRect band(54, 156, 1068, 199);
     for (const QPoint& corner :
          {band.topLeft(), band.topRight(), band.bottomLeft(), band.bottomRight()}) {
         QCOMPARE(logoSheet.pixelColor(corner), QColor(Qt::red));
         QCOMPARE(plainSheet.pixelColor(corner), QColor(Qt::white));
     }
-    // All else keeps its place.
+    // Everything else keeps its position.
     const QRect rest(0, 358, 1191, 1684 - 358);
     QCOMPARE(logoSheet.copy(rest), plainSheet.copy(rest));
     QCOMPARE(inHead(PdfWords(*without), u"LabelOrder_Num"), u"17"_s);
@@ -285,7 +286,7 @@ void OrderPaperTest::keepsMixedTextsInOrder()
     const double latin = pdf.placeOf(0, u"PVC"_s).left();
     const double digits = pdf.placeOf(0, u"2000"_s).left();
     const double last = pdf.placeOf(0, u"חיפה"_s).left();
-    // Latin and the number that follows it read from left to right amid the Hebrew.
+    // The Latin word and the following number read left-to-right inside the Hebrew text.
     QVERIFY(first > digits && digits > latin && latin > last && last > 0);
 }
 
@@ -318,7 +319,7 @@ void OrderPaperTest::keepsStripValuesFromTheirCaptions()
                                                                {u"Shalav_Thick"_s, 123.75},
                                                                {u"Shalav_Width"_s, 264.35},
                                                                {u"Shalav_Count"_s, 1000}})}));
-    // From the right: each caption has its value at its left.
+    // From right to left, each caption has its value at its left.
     const QStringView row[] = {u"Label25", u"Text25", u"Label26", u"Text26", u"Label27", u"Text27",
                                u"Label29", u"Text29", u"Label30", u"Text30", u"Label28", u"Text28"};
     for (std::size_t i = 0; i + 1 < std::size(row); ++i) {
@@ -329,7 +330,7 @@ void OrderPaperTest::keepsStripValuesFromTheirCaptions()
         QVERIFY2(gap >= 39, qPrintable(row[i + 1].toString() + u" "_s + QString::number(gap)));
     }
     QCOMPARE(inBlock(pdf, 0, u"Text26"), u"102.4"_s);
-    // Condensed, not moved.
+    // The value is condensed but not moved.
     for (const QStringView value : {u"Text25", u"Text26", u"Text27", u"Text28"}) {
         const ControlDesign& control = designed(Role::Detail, value);
         const double middle = bodyLeft + control.left + control.width / 2.0;
@@ -341,7 +342,7 @@ void OrderPaperTest::keepsTheSignOfNegativeNumbers()
 {
     const PdfWords pdf(*orderDocument({with(
         monoblockLine(1), {{u"U_Cut"_s, -6.5}, {u"Glass_W"_s, -0.25}, {u"MYHeight_2"_s, -12.0}})}));
-    QCOMPARE(inBlock(pdf, 0, u"Text26"), u"-6.5"_s); // right-to-left
+    QCOMPARE(inBlock(pdf, 0, u"Text26"), u"-6.5"_s); // This control is right-to-left.
     QCOMPARE(inBlock(pdf, 0, u"Text14"), u"-0.25"_s);
     QCOMPARE(inBlock(pdf, 0, u"Height2"), u"-12"_s);
 }

@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The drawing of the report, control by control: name, caption in quotes or field, left, top, width
-// and height in twips, size, alignment, style.
+// The report's layout, one control per line: name, caption in quotes or field, left, top, width and
+// height in twips, font size, alignment, style.
 constexpr const char* drawnHeader = R"table(
 ImageCompanyLogo | image | 30 105 10710 2010
 Line8 | line | 30 2190 10770 0
@@ -124,7 +124,7 @@ QString styleText(const ControlDesign& control)
     return styles.isEmpty() ? u"-"_s : styles.join(u", "_s);
 }
 
-/// A control of the design in the words of the drawing.
+/// Returns a control in the notation of the tables above.
 QString described(const ControlDesign& control)
 {
     static const QStringList alignments{u"left"_s, u"right"_s, u"centre"_s};

@@ -13,10 +13,9 @@
 
 namespace testsupport {
 
-/// Answers runtime::MsgBox for as long as it lives: keeps every box and gives the answers that the
-/// test has set up. Each answer expects one box. A box without an answer is unexpected; it is
-/// answered No (or OK) and fails the test when this object is cleared or destroyed, and so does an
-/// answer whose box did not come.
+/// Replaces runtime::MsgBox for its lifetime, records every message box and returns the prepared
+/// answers. A box without a prepared answer is recorded as unexpected and answered with No, or OK
+/// if it has no No.
 class RecordedBoxes
 {
 public:
@@ -28,7 +27,8 @@ public:
     /// Expects one more box and sets up its answer.
     void answer(runtime::MessageBoxAnswer next) { answers_.push_back(next); }
     const std::vector<runtime::MessageBoxRequest>& shown() const { return shown_; }
-    /// Texts of the unexpected boxes so far.
+    /// Returns the texts of the boxes without a prepared answer. Each test asserts at its end that
+    /// the list is empty.
     const QList<QString>& unexpected() const { return unexpected_; }
     /// Gives these texts and forgets them, so that they no longer fail the test. For tests that
     /// cannot know beforehand whether a box will come; they have to check what they take.
@@ -50,7 +50,8 @@ private:
 /// test binary calls it first.
 void failOnUnwatchedBoxes();
 
-/// Stands behind runtime::EndProcess: keeps the first exit status and leaves the handler.
+/// Replaces runtime::EndProcess for its lifetime. It records the first exit status and leaves the
+/// handler by an exception.
 class RecordedEnd
 {
 public:
@@ -67,7 +68,7 @@ private:
     runtime::EndProcessDoor::Function former_;
 };
 
-/// Holds today's date at one day.
+/// Fixes today's date for its lifetime.
 class FixedToday
 {
 public:

@@ -12,10 +12,11 @@ namespace testsupport {
 
 namespace {
 
-/// What lets root pass over the marks.
+/// The capabilities with which root ignores file permissions.
 constexpr unsigned passingOver = (1U << CAP_DAC_OVERRIDE) | (1U << CAP_DAC_READ_SEARCH);
 
-/// Leaves of the powers in force those that `keep` says and adds `give`; returns what was in force.
+/// Restricts the effective capabilities to those in `keep`, adds those in `give`, and returns the
+/// previous ones.
 unsigned change(unsigned keep, unsigned give)
 {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};

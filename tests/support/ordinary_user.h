@@ -2,8 +2,8 @@
 
 namespace testsupport {
 
-/// For as long as it lives, the marks of files and folders hold for this thread and the processes
-/// that it starts as they do for an ordinary user, although the tests may run as root.
+/// Enforces file and folder permissions for the current thread and the processes that it starts,
+/// even if the tests run as root. The effect ends with the object.
 class OrdinaryUser
 {
 public:
@@ -13,8 +13,9 @@ public:
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
 
 private:
-    unsigned former_; ///< The powers that are given back.
-    int formerBits_;  ///< Whether a process started as root gets all powers.
+    unsigned former_; ///< Capabilities to restore.
+    int formerBits_;  ///< Secure bits to restore; they determine whether a process started as root
+                      ///< gets all capabilities.
 };
 
 } // namespace testsupport

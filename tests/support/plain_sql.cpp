@@ -74,8 +74,9 @@ PlainSql::PlainSql(const QString& path) : name_(QUuid::createUuid().toString())
     database.setDatabaseName(link ? link->database : path);
     if (!database.open())
         qFatal("%s", qUtf8Printable(database.lastError().text()));
+    // A test's rows may be lost in a system crash.
     if (!onServer_)
-        QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
+        QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s);
 }
 
 PlainSql::~PlainSql()

@@ -7,29 +7,28 @@
 
 namespace testsupport {
 
-/// A plain SQL connection past the engine, as another station or a hand with a shell has one, to a
-/// store of either engine. Statements are written in the embedded engine's words; those that a
-/// server says in another way are translated. Throws a
-/// std::runtime_error where a statement fails.
+/// A direct SQL connection to a store that bypasses the engine, like another program on the same
+/// store. It works for embedded stores and for stores on a server. Statements use SQLite's dialect
+/// and are translated for a server. Throws std::runtime_error if a statement fails.
 class PlainSql
 {
 public:
-    /// Opens the store at the path: an embedded one, or the one that the link there leads to.
+    /// Opens the embedded store at the path, or the store that the link file at the path refers to.
     explicit PlainSql(const QString& path);
     ~PlainSql();
     PlainSql(const PlainSql&) = delete;
     PlainSql& operator=(const PlainSql&) = delete;
 
-    /// The rows that a statement gives: moments as their ISO text, truth as 1 and 0, Null as an
-    /// invalid value, what is no number as "NaN", so that all can be compared.
+    /// Returns the rows of a statement in a form that can be compared: date and time as ISO text,
+    /// Boolean values as 1 and 0, Null as an invalid value, and not-a-number as "NaN".
     QList<QList<QVariant>> rows(const QString& sql, const QList<QVariant>& values = {});
-    /// The first column of the first row; invalid where there is none.
+    /// Returns the first column of the first row, or an invalid value if there is no row.
     QVariant scalar(const QString& sql, const QList<QVariant>& values = {});
 
-    /// The same for a statement in the words of the store's own engine.
+    /// Returns the rows of a statement in the dialect of the store's own engine.
     QList<QList<QVariant>> exactly(const QString& sql, const QList<QVariant>& values = {});
 
-    /// Connects again to a server that has been started anew.
+    /// Connects again after the server has been restarted.
     void reconnect();
 
     bool isOnServer() const { return onServer_; }

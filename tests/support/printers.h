@@ -6,7 +6,8 @@
 
 #include <ostream>
 
-// How GoogleTest shows Qt's values where an expectation fails; it looks for these by name.
+// Overloads with which GoogleTest prints Qt values in failure messages. GoogleTest finds them by
+// name.
 
 inline void PrintTo(const QString& text, std::ostream* out)
 {

@@ -1,5 +1,6 @@
-// The server of a whole test run: "serve_tests begin FILE" starts it and writes where it is to the
-// file, "serve_tests end FILE" ends it. It ends by itself when the test run is no longer there.
+// The database server of a whole test run. "serve_tests begin FILE" starts it and writes its folder
+// and port to the file. "serve_tests end FILE" stops it. It stops by itself after the test run has
+// ended.
 
 #include "support/plain_environment.h"
 #include "support/throwaway_server.h"
@@ -61,7 +62,7 @@ int end(const QString& place)
     return waitFor([&] { return !QFile::exists(place + u".running"_s); }) ? 0 : 1;
 }
 
-/// Lives as long as the file with its place does, and the test run that asked for it.
+/// Runs the server until its place file is deleted or the test run has ended.
 int serve(const QString& place, pid_t testRun)
 {
     const testsupport::ThrowawayServer server;

@@ -29,8 +29,9 @@ void sendAll(int to, const char* bytes, std::size_t count)
 {
     while (count > 0) {
         const ssize_t sent = ::send(to, bytes, count, MSG_NOSIGNAL);
+        // A closed connection is detected by the next read.
         if (sent <= 0)
-            return; // the next reading finds the end
+            return;
         bytes += sent;
         count -= static_cast<std::size_t>(sent);
     }
@@ -42,7 +43,7 @@ void answerAtOnce(int socket)
     setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof(yes));
 }
 
-/// Counts down to zero and says whether it has just come to it; below zero it does not count.
+/// Counts down and returns true when the counter reaches zero. A negative counter is inactive.
 bool comesToZero(std::atomic<int>& left)
 {
     return left >= 0 && left-- == 0;
@@ -181,7 +182,8 @@ void ServerProxy::pass(int from)
         pollfd waker = {wakers_[0], POLLIN, 0};
         ::poll(&waker, 1, delay_);
     }
-    // Before the answer can be read, so that whoever reads it finds it counted.
+    // The round trip is counted before the answer is forwarded, so that whoever reads the answer
+    // finds it counted.
     if (asked_.contains(to)) {
         asked_[to] = true;
     } else if (asked_[from]) {

@@ -9,12 +9,12 @@
 
 namespace testsupport {
 
-/// A line to a server on the loopback address that goes bad as a test wants it. A chunk is what
-/// arrives at once from one side.
+/// A proxy to a server on the loopback address that simulates network faults. A chunk is the data
+/// of one read from one side.
 class ServerProxy
 {
 public:
-    /// Leads to this port of the loopback address.
+    /// Forwards connections to this port of the loopback address.
     explicit ServerProxy(int serverPort);
     ~ServerProxy();
     ServerProxy(const ServerProxy&) = delete;
@@ -22,21 +22,23 @@ public:
 
     int port() const { return port_; }
 
-    /// Holds every chunk back for so long.
+    /// Delays every chunk by this time.
     void delay(std::chrono::milliseconds each);
-    /// Cuts all connections in the middle of a chunk, after so many whole ones; new ones are good.
+    /// Closes all connections in the middle of a chunk, after this number of complete chunks. Later
+    /// connections work.
     void cutAfter(int chunks);
-    /// After so many chunks nothing gets through any more, and nobody is told.
+    /// Stops forwarding after this number of chunks without closing the connections.
     void stallAfter(int chunks);
     /// The same once so many bytes have passed, in both directions together.
     void stallAfterBytes(qint64 bytes);
     bool isStalled() const { return isStalled_; }
     /// Lets through again, beginning with what was held back.
     void resume();
-    /// Ends all connections at both sides, stalled ones too.
+    /// Closes all connections on both sides, including stalled ones.
     void cut();
 
-    /// How often a question has been answered: changes of direction from the server to the station.
+    /// Returns the number of completed round trips, that is, changes of direction from the server
+    /// to the station.
     int roundTrips() const { return roundTrips_; }
 
 private:
@@ -49,10 +51,10 @@ private:
     int serverPort_;
     int port_ = 0;
     int listener_ = -1;
-    int wakers_[2] = {-1, -1};   ///< A pipe's reading and writing end.
-    std::map<int, int> others_;  ///< Each socket's other end.
-    std::map<int, bool> asked_;  ///< By the server's socket: a question stands unanswered.
-    std::atomic<int> delay_ = 0; // ms
+    int wakers_[2] = {-1, -1};   ///< The read end and write end of the pipe that wakes the thread.
+    std::map<int, int> others_;  ///< The peer socket of each socket.
+    std::map<int, bool> asked_;  ///< True, by server socket, while a request has no answer yet.
+    std::atomic<int> delay_ = 0; // Delay in milliseconds.
     std::atomic<int> cutIn_ = -1;
     std::atomic<int> stallIn_ = -1;
     std::atomic<qint64> stallInBytes_ = -1;

@@ -25,13 +25,13 @@ bool isWordSign(QChar c)
     return c.isLetterOrNumber() || c == u'_';
 }
 
-/// The length of the token that stands at the place.
+/// Returns the length of the token at this position.
 qsizetype lengthAt(const QString& sql, qsizetype start)
 {
     const QChar first = sql[start];
     qsizetype end = start + 1;
     if (first == u'\'' || first == u'"') {
-        // A doubled sign stands for itself: it ends one run and begins the next.
+        // A doubled quote is an escaped quote inside the token.
         while (end < sql.size() && (sql[end] != first || sql.mid(end, 2) == QString(2, first)))
             end += sql[end] == first ? 2 : 1;
         return std::min(end + 1, sql.size()) - start;
@@ -81,7 +81,7 @@ bool isKeyword(const QString& word)
     return keywords.contains(word.toUpper());
 }
 
-/// A column's type in the server's words, by its name and its size in brackets.
+/// Returns the PostgreSQL type of a column for its SQLite type name and its size in brackets.
 QString serverType(const QString& word, const QString& size)
 {
     static const QHash<QString, QString> types{
@@ -119,7 +119,8 @@ public:
 
     QString whole() { return upTo(tokens_.size()); }
 
-    /// CREATE TABLE name (columns): each with its type, and the rows' numbers at the end.
+    /// Translates CREATE TABLE name (columns): the types of the columns. It appends the column for
+    /// row ids.
     QString tableMaking()
     {
         qsizetype open = 0;
@@ -138,7 +139,7 @@ public:
         return text + u", zomrel_row bigint GENERATED ALWAYS AS IDENTITY UNIQUE)"_s;
     }
 
-    /// ALTER TABLE name ADD COLUMN column.
+    /// Translates ALTER TABLE name ADD COLUMN column.
     QString columnAdding()
     {
         qsizetype column = 0;
@@ -186,7 +187,7 @@ private:
     QString joining()
     {
         QString inner;
-        at_ = solid(at_) + 1; // the bracket
+        at_ = solid(at_) + 1; // Skips the bracket.
         while (tokens_[at_].text != u")"_s)
             inner += next();
         return u"string_agg((%1)::text, ',' "_s.arg(inner);
@@ -204,7 +205,7 @@ private:
         return u'"' + found + u'"';
     }
 
-    /// Name, type and constraints, or a constraint of the table, up to its comma or bracket.
+    /// Translates a column definition or table constraint up to its comma or closing bracket.
     QString columnDefinition()
     {
         at_ = solid(at_);
@@ -244,7 +245,7 @@ private:
     Tokens tokens_;
     QStringList names_;
     qsizetype at_ = 0;
-    bool namesAnew_ = false; ///< After RENAME ... TO, where a name is as it is spelled.
+    bool namesAnew_ = false; ///< True after RENAME ... TO, where the name keeps its spelling.
 };
 
 QString locking(const QStringList& tables, const QString& mode)

@@ -12,7 +12,8 @@ namespace testsupport {
 
 SmallDisk::SmallDisk(qint64 bytes)
 {
-    // In a view of the disks of its own, so that it is gone with the process however that ends.
+    // The disk is mounted in a separate mount namespace, so that it disappears with the process in
+    // every case.
     if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
         return;
     const QByteArray place = QFile::encodeName(path());

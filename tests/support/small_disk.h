@@ -5,8 +5,9 @@
 
 namespace testsupport {
 
-/// A disk of so many bytes, in memory, which can be filled. It is seen by this process and those
-/// that it starts, and goes with them. Only who may mount gets one.
+/// A file system in memory with the given size in bytes, which a test can fill up. It is visible
+/// only to this process and its child processes and disappears with them. Only a process that may
+/// mount can create one.
 class SmallDisk
 {
 public:
@@ -15,13 +16,13 @@ public:
     SmallDisk(const SmallDisk&) = delete;
     SmallDisk& operator=(const SmallDisk&) = delete;
 
-    /// False where this process may not mount.
+    /// Returns false if this process may not mount.
     bool isThere() const { return isThere_; }
     QString path() const { return folder_.path(); }
 
-    /// Leaves no room for anything.
+    /// Fills the disk completely.
     void fill() const;
-    /// Gives the room back.
+    /// Frees the space that fill has taken.
     void empty() const;
 
 private:

@@ -14,8 +14,8 @@ namespace testsupport {
 
 namespace {
 
-/// The stores that every temporary one is a copy of, each built at its first use: a copy takes no
-/// time worth saving, a building takes some.
+/// Returns the path of the store from which temporary stores are copied, and builds it at the first
+/// use. Copying takes much less time than building.
 QString pattern(TemporaryStore::Contents contents)
 {
     static const QTemporaryDir folder;
@@ -26,8 +26,8 @@ QString pattern(TemporaryStore::Contents contents)
     return path;
 }
 
-/// Makes the tables of an embedded store in another database and copies all rows, each with its
-/// number where it is counted.
+/// Creates the tables of an embedded store in another database and copies all rows, including
+/// counter values.
 void copyRows(dao::Database& from, dao::Database& to)
 {
     for (const store::TableSchema& schema : store::schema()) {
@@ -48,7 +48,8 @@ void copyRows(dao::Database& from, dao::Database& to)
     }
 }
 
-/// The same on the server of this test run, made by the first process that asks.
+/// Returns the template database on the server of this test run. The first process that needs it
+/// creates it.
 QString patternDatabase(TemporaryStore::Contents contents)
 {
     const bool delivered = contents == TemporaryStore::Contents::Delivered;
@@ -195,8 +196,8 @@ void TemporaryStore::addOrder(int number, bool closed, const QString& isoDate)
 
 void TemporaryStore::addLine(int orderNumber, int lineNumber, const QString& name)
 {
-    // An ordinary window of 120 by 100 with two sashes: frame -0.6, sash -2.8 and -6.5, glass -19.6
-    // and -19.7, mesh -2.4 and -6.9.
+    // A normal window of 120 by 100 with two sashes. The deductions are -0.6 for the frame, -2.8
+    // and -6.5 for the sash, -19.6 and -19.7 for the glass, -2.4 and -6.9 for the mesh.
     const QList<std::pair<QString, QVariant>> cells{
         {u"Order_Num"_s, orderNumber},
         {u"NUM"_s, lineNumber},
@@ -232,7 +233,7 @@ void TemporaryStore::addLine(int orderNumber, int lineNumber, const QString& nam
         fields.append(field);
         values.append(value);
     }
-    // An ordinary line holds 0 in what only monoblocks and doors have.
+    // A normal line has 0 in the fields that only monoblocks and doors use.
     for (const QString& field :
          {u"MyWidth_2"_s, u"MYHeight_2"_s, u"U_Thick"_s, u"U_Cut"_s, u"U_Vasa"_s, u"Shalav_Thick"_s,
           u"Shalav_Width"_s, u"Shalav_Count"_s, u"Argaz_Width"_s, u"Argaz_Height"_s}) {

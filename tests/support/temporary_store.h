@@ -12,15 +12,15 @@
 
 namespace testsupport {
 
-/// A store in a temporary folder of its own, and a plain SQL connection to look at it and to lay
-/// rows in it past the engine. Where the tests run over a server, the store is a database there and
-/// the folder holds the link to it. Sets Module1::StorePath and LogoPath for as long as it lives.
+/// A store in its own temporary folder, with an SQL connection that bypasses the engine to read and
+/// insert rows. If the tests run on a server, the store is a database there and the folder contains
+/// the link file. Module1::StorePath and LogoPath refer to the store for its lifetime.
 class TemporaryStore
 {
 public:
     enum class Contents {
-        Delivered, ///< As `zomrel-store create` makes it, catalogue and all.
-        Empty,     ///< All eleven tables with their indexes, no row.
+        Delivered, ///< A store as created by `zomrel-store create`, with the catalogue.
+        Empty,     ///< A store with all eleven tables and their indexes but without rows.
     };
 
     explicit TemporaryStore(Contents contents = Contents::Empty);
@@ -31,35 +31,36 @@ public:
     QString path() const;
     QString folder() const;
 
-    /// Runs one SQL statement with bound values, past the engine. Throws a std::runtime_error with
-    /// the engine's text where it fails.
+    /// Runs one SQL statement with bound values, bypassing the engine. Throws std::runtime_error
+    /// with the engine's message if the statement fails.
     void execute(const QString& sql, const QList<QVariant>& values = {});
     QList<QList<QVariant>> rows(const QString& sql, const QList<QVariant>& values = {});
-    /// The first column of the first row; invalid where there is none.
+    /// Returns the first column of the first row, or an invalid value if there is no row.
     QVariant scalar(const QString& sql, const QList<QVariant>& values = {});
 
-    /// All that the store holds, to be compared: the file's bytes, or what a server tells of its
-    /// tables, their columns and their rows.
+    /// Returns the complete contents for comparison: the bytes of the file, or the tables, columns
+    /// and rows of the database on a server.
     QByteArray contents();
 
-    /// Looks at it over a new connection, after its server has been started anew.
+    /// Opens a new connection after the server has been restarted.
     void reconnect() { sql_->reconnect(); }
 
-    /// Waits until no program works on the store any more, but for this one's plain SQL: a server
-    /// goes on with the statement that a station was killed in.
+    /// Waits until no other connection uses the store. A server continues to execute the statement
+    /// of a killed station.
     void waitUntilLeft();
 
-    /// Adds a series and returns its AutoNum. The deductions stand in the table's order: frame
-    /// width and height, sash, glass, mesh.
+    /// Adds a series and returns its AutoNum. The deductions are in the table's column order: width
+    /// and height of frame, sash, glass and mesh.
     int addSeries(const QString& name, const QList<double>& deductions, int kanafNum, int nativNum,
                   const QVariant& sign = {});
     void addOrder(int number, bool closed = false,
                   const QString& isoDate = QStringLiteral("2026-01-02"));
-    /// Adds an ordinary line with the number to the order: an opening of 120 by 100 with two
-    /// sashes, dated 2026-01-02, all its fields filled.
+    /// Adds a normal line with this number to the order: an opening of 120 by 100 with two sashes,
+    /// dated 2026-01-02, with a value in every field.
     void addLine(int orderNumber, int lineNumber, const QString& name = QStringLiteral("סדרה"));
 
-    /// Writes a store of its own to the path, or the link to it.
+    /// Creates a separate store at the path. On a server, the path gets the link file and the
+    /// returned object owns the database.
     static std::unique_ptr<ThrowawayDatabase> write(Contents contents, const QString& path);
 
 private:

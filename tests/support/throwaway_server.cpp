@@ -42,7 +42,7 @@ QString binary(const QString& name)
     qFatal("%s is not installed; the package postgresql-15 has it", qPrintable(name));
 }
 
-/// The user that the server runs as: this one, or for root one who may do less.
+/// Returns the user that runs the server: the current one, or an unprivileged one if that is root.
 const passwd* serverUser()
 {
     if (geteuid() != 0)
@@ -70,7 +70,8 @@ QString diskFolder()
     return isReachable(QDir::tempPath()) ? QDir::tempPath() : u"/var/tmp"_s;
 }
 
-/// In memory where there is room: a test's database is some three hundred files.
+/// Returns a folder in memory if possible, because the database of one test has about three hundred
+/// files.
 QString quickFolder()
 {
     constexpr qint64 roomForATestRun = qint64(1) << 30;
@@ -140,7 +141,8 @@ bool exists(PGconn* connection, const QString& database)
     return found;
 }
 
-/// This process's connection to the server's own database, anew where the server has been ended.
+/// Returns this process's connection to the maintenance database. Reconnects after the server has
+/// been restarted.
 PGconn* keeperConnection()
 {
     static const Connection connection = [] {
@@ -149,7 +151,8 @@ PGconn* keeperConnection()
             qFatal("%s", PQerrorMessage(made.get()));
         return made;
     }();
-    // The one reading takes the words of a server that went down, the other finds the end.
+    // After a shutdown, the first call reads the server's last message and the second one detects
+    // the closed connection.
     PQconsumeInput(connection.get());
     PQconsumeInput(connection.get());
     if (PQstatus(connection.get()) != CONNECTION_OK)
@@ -168,7 +171,7 @@ std::optional<dao::Link>& usedServer()
     return link;
 }
 
-/// Folder and port of the server that the test run has started, a line for each.
+/// Returns the folder and the port of the server that the test run has started, one per line.
 QStringList sharedServer()
 {
     QFile file(qEnvironmentVariable("ZOMREL_TEST_SERVER"));
@@ -252,7 +255,7 @@ void ThrowawayServer::start()
         const Connection probe = connectedTo(linkOn(folder(), port_, ownDatabase));
         if (PQstatus(probe.get()) == CONNECTION_OK)
             return;
-        if (process_.waitForFinished(10)) // it ends at once where it cannot start
+        if (process_.waitForFinished(10)) // A server that cannot start ends immediately.
             break;
     }
     QFile log(folder_.filePath(u"log"_s));
@@ -260,7 +263,7 @@ void ThrowawayServer::start()
     qFatal("the server does not start: %s", log.readAll().constData());
 }
 
-/// The name by which a server finds it.
+/// Returns the path at which the server expects its private key.
 QString ThrowawayServer::serverKey() const
 {
     return folder_.filePath(u"data/server.key"_s);
@@ -336,8 +339,9 @@ ThrowawayDatabase::ThrowawayDatabase(const QString& pattern)
         link_.database, pattern.isEmpty() ? u"template0"_s : pattern));
 }
 
-/// A window that outlives its test for a moment still reads its store, as it does where a file has
-/// been unlinked; so the last few stay. The server takes them with it.
+/// The last few databases of a process are not dropped, because a window may still read its store
+/// shortly after its test. A deleted file can be read in that case, too. The server removes the
+/// databases when it ends.
 ThrowawayDatabase::~ThrowawayDatabase()
 {
     constexpr qsizetype kept = 3;

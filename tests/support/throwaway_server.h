@@ -10,34 +10,37 @@
 
 namespace testsupport {
 
-/// A PostgreSQL server of the tests' own in a temporary folder, reached by a local socket there and
-/// by a free port of the loopback address. Where the tests run as root it belongs to another user,
-/// for a server refuses root. It ends with this object, or with the process however that ends.
+/// A private PostgreSQL server in a temporary folder. It accepts connections on a local socket in
+/// the folder and on a free port of the loopback address. PostgreSQL refuses to run as root, so
+/// tests that run as root start it as another user. The server ends with this object, or with the
+/// process even if that is killed.
 class ThrowawayServer
 {
 public:
     enum class Care {
-        Quick,   ///< What it has taken may get lost with the machine.
-        Durable, ///< On the disk, with the settings that a server comes with.
-        Cramped, ///< As a quick one, with a journal in files of 1 MiB and none made beforehand.
+        Quick,   ///< Does not sync to disk; committed data may be lost in a system crash.
+        Durable, ///< Syncs to disk with PostgreSQL's default settings.
+        Cramped, ///< Like Quick, but with a write-ahead log in segments of 1 MiB that are not
+                 ///< preallocated.
     };
 
-    /// In a folder of the disk, or of one that suits its care.
+    /// Starts the server in a folder of the given disk, or in a suitable folder if no disk is
+    /// given.
     explicit ThrowawayServer(Care care = Care::Quick, const QString& disk = {});
     ~ThrowawayServer();
     ThrowawayServer(const ThrowawayServer&) = delete;
     ThrowawayServer& operator=(const ThrowawayServer&) = delete;
 
-    /// Starts it again after it was ended, over the same databases.
+    /// Starts the server again after it was stopped, with the same databases.
     void start();
-    /// Ends it as a crash does, every connection with it.
+    /// Stops the server immediately, like a crash; all connections are lost.
     void endAtOnce();
-    /// Starts it again with a certificate of its own, so that it takes encrypted connections too.
-    /// The certificate is good for the address 127.0.0.1 and no name, and vouches for itself; gives
-    /// the file that it stands in.
+    /// Restarts the server with its own certificate, so that it also accepts encrypted connections.
+    /// The self-signed certificate is valid for the address 127.0.0.1 only. Returns the path of the
+    /// certificate file.
     QString certify();
 
-    /// The folder of its socket.
+    /// Returns the folder of the socket.
     QString folder() const { return folder_.path(); }
     int port() const { return port_; }
 
@@ -52,39 +55,42 @@ private:
     QProcess process_;
 };
 
-/// A database of its own, for as long as it lives, on the server of this test run.
+/// A database on the server of this test run. It is dropped after the object is destroyed.
 class ThrowawayDatabase
 {
 public:
-    /// What a new database is a copy of: nothing, or another one that databaseOnce has made.
+    /// Creates the database, empty or as a copy of a template database that was created by
+    /// databaseOnce.
     explicit ThrowawayDatabase(const QString& pattern = {});
     ~ThrowawayDatabase();
     ThrowawayDatabase(const ThrowawayDatabase&) = delete;
     ThrowawayDatabase& operator=(const ThrowawayDatabase&) = delete;
 
     const dao::Link& link() const { return link_; }
-    /// Lays the link to it at the path.
+    /// Writes the link file of the database to the path.
     void writeLink(const QString& path) const;
 
 private:
     dao::Link link_;
 };
 
-/// True where the tests run over stores on a server.
+/// Returns true if the tests use stores on a server.
 bool isOnServer();
 
-/// Makes it the server of this process's stores. It has to come before the first of them.
+/// Sets the server for the stores of this process. Must be called before the first store is
+/// created.
 void useServer(const ThrowawayServer& server);
 
-/// The way to a database of the server of this test run: the one that ZOMREL_TEST_SERVER names, or
-/// else one that this process starts at its first use.
+/// Returns the link to a database on the server of this test run. That is the server named by
+/// ZOMREL_TEST_SERVER, or otherwise one that this process starts at the first use.
 dao::Link linkTo(const QString& database);
 
-/// Makes a database of this name, by filling a new one, where the server has none; other processes
-/// wait meanwhile. It then serves as a pattern, so nobody may stay connected to it.
+/// Creates and fills a database with this name unless the server has one. Other processes wait
+/// until it is filled. The database then serves as a template, so no connection to it may stay
+/// open.
 void databaseOnce(const QString& name, const std::function<void(const dao::Link&)>& fill);
 
-/// Runs a statement in the server's own database, as its keeper does.
+/// Runs a statement as superuser in the server's maintenance database.
 void runAsKeeper(const QString& sql);
 
 } // namespace testsupport

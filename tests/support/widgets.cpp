@@ -73,7 +73,7 @@ void typeIntoCell(QTableView& view, const QString& text)
     const auto send = [](QWidget& widget, Qt::Key key, const QString& letter = {}) {
         QTest::sendKeyEvent(QTest::Click, &widget, key, letter, Qt::NoModifier);
     };
-    // The first letter opens the cell's editor, which gets the others.
+    // The first character opens the editor of the cell, which receives the other characters.
     send(view, Qt::Key_unknown, text.left(1));
     const QList<QLineEdit*> editors = view.findChildren<QLineEdit*>();
     const auto open = std::find_if(editors.begin(), editors.end(),

@@ -16,10 +16,11 @@ class QTableView;
 
 namespace testsupport {
 
-/// Names of all named children, for the message of a finder that found nothing.
+/// Returns the names of all named children, for the failure message of a search without result.
 QString namesBelow(const QObject& parent);
 
-/// The child with the object name; the test fails with the names that exist where there is none.
+/// Returns the child with this object name. If there is none, the test fails with the existing
+/// names.
 template <typename Widget>
 Widget* child(const QObject& parent, const QString& name)
 {
@@ -29,34 +30,35 @@ Widget* child(const QObject& parent, const QString& name)
     return found;
 }
 
-/// Object names in the order in which Tab reaches them from `first`, visible and enabled ones,
-/// until it comes round.
+/// Returns the object names of the visible and enabled widgets in the order in which Tab reaches
+/// them, starting at `first`, for one complete round.
 QStringList tabOrderFrom(QWidget* first);
 
-/// Shows a window and waits until it is the active one, so that its focus is the keyboard's.
+/// Shows a window and waits until it is the active window and receives the keyboard input.
 bool showActive(QWidget& window);
 
-/// Object name of the widget that has the keyboard; empty where none has.
+/// Returns the object name of the focus widget, or an empty text if there is none.
 QString focusName();
 
-/// The text of a cell, and a click of the left button into it.
+/// Return the text of a cell, click into it with the left button, and double-click it.
 QString cellText(const QTableView& view, int row, int column);
 void clickCell(QTableView& view, int row, int column);
 void doubleClickCell(QTableView& view, int row, int column);
 
-/// Types over the current cell of an editable grid and ends with Enter; any script.
+/// Replaces the text of the current cell of an editable grid and presses Enter. Works for text of
+/// any script.
 void typeIntoCell(QTableView& view, const QString& text);
 
-/// The message box in sight, null where there is none.
+/// Returns the visible message box, or nullptr if there is none.
 QMessageBox* shownMessageBox();
 
-/// Runs an action on the next message box that comes up while it lives, from inside the box's own
-/// loop. The action has to close the box.
+/// Runs an action on the next message box that opens during the object's lifetime, inside the box's
+/// event loop. The action must close the box.
 class NextMessageBox
 {
 public:
     explicit NextMessageBox(std::function<void(QMessageBox&)> action);
-    /// True once a box has come up.
+    /// Returns true after a box has opened.
     bool hasCome() const { return hasCome_; }
 
 private:
@@ -64,9 +66,8 @@ private:
     bool hasCome_ = false;
 };
 
-/// Sets the environment, the platform, the locale, the style and the direction that tests run
-/// under, and makes each message box that no test watches a failure. Called before and after the
-/// application is made.
+/// Set the platform, locale, style and layout direction of the tests. ZOMREL_QTEST_MAIN calls them
+/// before and after the application object is created.
 void beforeApplication();
 void afterApplication();
 

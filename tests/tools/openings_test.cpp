@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A table of the given rows under the right first line.
+/// Reads a table with the correct header line and the given rows.
 demo::Openings read(const QString& rows)
 {
     QByteArray bytes = (demo::columns().join(u',') + u'\n' + rows).toUtf8();

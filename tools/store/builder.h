@@ -4,16 +4,16 @@
 
 namespace storetools {
 
-/// The folder of the delivered contents, which the library carries inside it.
+/// Returns the folder of the delivered contents, which is compiled into the library.
 QString deliveredContents();
 
-/// Makes a store with all its tables and indexes and with the rows of the contents folder: for each
-/// table at most one file, named after it. It is built beside its place and moved there when it is
-/// complete, so the path holds a whole store or what it held before. An empty folder name gives a
-/// store without rows.
+/// Creates a store with all tables and indexes and with the rows of the contents folder, which has
+/// at most one file per table, named after the table. An empty folder name creates a store without
+/// rows. The store is built under a temporary name and renamed when it is complete, so that the
+/// path never holds a partial store.
 ///
-/// Raises 3204 where the path exists already, 3421 for contents that do not fit their table, and
-/// what the engine raises.
+/// Throws DatabaseExists (3204) if the path exists, DataTypeConversion (3421) for contents that do
+/// not match their table, and any store error.
 void createStore(const QString& path, const QString& contents = deliveredContents());
 
 } // namespace storetools

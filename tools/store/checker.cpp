@@ -16,7 +16,7 @@ namespace storetools {
 
 namespace {
 
-/// What the engine finds is said of the file or of the server's database as a whole.
+/// Returns the prefix of findings that concern the whole file or the whole database on a server.
 QString whole(bool isOnServer)
 {
     return isOnServer ? u"server: "_s : u"file: "_s;
@@ -41,14 +41,16 @@ QStringList schemaAndContents(dao::Database& database)
     return checkSchema(layoutOf(database)) + checkContents(database);
 }
 
-/// The engine's findings and those of the check. That a store cannot be opened is a finding.
+/// Returns the engine's findings and those of the check. Failing to open the store is a finding,
+/// too.
 QStringList findingsOf(const Place& place, QStringList (*check)(dao::Database&))
 {
     QStringList findings;
     try {
         const auto database = place.open();
         findings += engineCheck(*database, place.isOnServer());
-        // Stations that delete an order between two looks would leave lines without it.
+        // Without a snapshot, a station that deletes an order during the check would seem to leave
+        // lines without an order.
         if (place.isOnServer())
             dao::holdStill(*database);
         findings += check(*database);

@@ -10,8 +10,8 @@ class Database;
 
 namespace storetools {
 
-/// The counters of the described tables that are missing, stand below a number that their table
-/// holds, or have no number left. Tables and fields that the layout lacks are left out.
+/// Returns a finding for each counter of the described tables that is missing, lower than a number
+/// in its table, or exhausted. Tables and fields that are missing from the layout are skipped.
 QStringList checkCounters(dao::Database& database, const Layout& layout);
 
 } // namespace storetools

@@ -16,11 +16,12 @@ namespace storetools {
 
 namespace {
 
-/// The program reads the numbers of orders and series into 16 bits; 0 means none chosen.
+/// Range of order and series numbers. The program reads them as 16-bit integers; 0 means that none
+/// is chosen.
 constexpr int lowestNumber = 1;
 constexpr int highestNumber = std::numeric_limits<qint16>::max();
 
-/// Goes over one table's rows and keeps what is wrong with them.
+/// Checks the rows of one table and collects the findings.
 class TableCheck
 {
 public:
@@ -44,7 +45,7 @@ public:
             checkKey(row, row.values[std::size_t(keyOrdinal_)]);
     }
 
-    /// The findings of single rows, then the keys that stand in several.
+    /// Returns the findings of single rows, followed by the keys that several rows share.
     QStringList findings() const
     {
         QStringList all = findings_;
@@ -60,7 +61,8 @@ public:
     const QMap<int, int>& rowsByKey() const { return keys_; }
 
 private:
-    /// A row is told by its key, where it has one that can be read, else by its place.
+    /// Adds a finding about a row. The row is identified by its key if the key can be read, and
+    /// otherwise by its position.
     void add(const dao::ExaminedRow& row, const QString& finding)
     {
         const QVariant key = keyOrdinal_ < 0 ? QVariant() : row.values[std::size_t(keyOrdinal_)];
@@ -105,7 +107,7 @@ private:
     QMap<int, int> keys_;
 };
 
-/// Counts the lines that belong to no order.
+/// Counts the lines whose order does not exist.
 class LineCheck
 {
 public:
@@ -144,7 +146,7 @@ private:
     QMap<int, int> lost_;
 };
 
-/// Reads a table to its end, or says why that is not possible.
+/// Reads all rows of a table. Returns a finding if that fails.
 QStringList readThrough(dao::Database& database, const QString& table,
                         const std::function<void(const dao::ExaminedRow&)>& visitor)
 {

@@ -10,7 +10,7 @@ class Database;
 
 namespace storetools {
 
-/// What is wrong with the rows of the described tables, as far as those exist.
+/// Returns the findings about the rows of the described tables that exist.
 QStringList checkRows(dao::Database& database, const Layout& layout);
 
 } // namespace storetools

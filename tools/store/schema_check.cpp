@@ -63,7 +63,8 @@ bool isOn(const dao::IndexInfo& index, const QStringList& fields)
     return index.fields.join(u'\n').compare(fields.join(u'\n'), Qt::CaseInsensitive) == 0;
 }
 
-/// The first index is the one that the program works by; the others keep its costs down.
+/// Returns the findings about a table's indexes. The program depends on the first index; the others
+/// only make access faster.
 QStringList checkIndexes(const store::TableSchema& expected, const store::TableSchema& found)
 {
     QStringList findings;

@@ -6,8 +6,8 @@
 
 namespace storetools {
 
-/// Where the tables, fields and indexes of a store differ from the described ones. Tables and
-/// fields that the description does not know are the workshop's own and no finding.
+/// Returns the differences between the tables, fields and indexes of a store and their description.
+/// Additional tables and fields belong to the workshop and are no finding.
 QStringList checkSchema(const Layout& layout);
 
 } // namespace storetools

@@ -16,7 +16,7 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Moves within its life are nobody's business but the data control's own.
+/// Detaches the observer for its lifetime, so that internal moves fire no events.
 class ObserverPause
 {
 public:
@@ -34,15 +34,16 @@ private:
     dao::RecordsetObserver* observer_;
 };
 
-/// Where a recordset stands before it is queried again.
+/// The current position of a recordset before its query runs again.
 struct Place
 {
     bool onRow = false;
-    dao::RowKey key; ///< Invalid behind the last row.
+    dao::RowKey key; ///< Invalid after the last row.
     int row = 0;
 };
 
-/// The recordset's place; for a row that is deleted, that of the row behind it.
+/// Returns the current position of the recordset. If the current row is deleted, the position is
+/// that of the next row.
 Place placeOf(dao::Recordset& rows)
 {
     const std::unique_ptr<dao::RecordsetPages> pages = rows.pages();
@@ -57,7 +58,7 @@ Place placeOf(dao::Recordset& rows)
     return {true, next, std::max(row, 0)};
 }
 
-/// Stands on the row of the place, or on the one that has taken its place.
+/// Makes the row of the position current, or the row that took its position.
 void returnTo(dao::Recordset& rows, const Place& place)
 {
     if (!place.onRow || rows.moveToKey(place.key))
@@ -180,7 +181,7 @@ void DataControl::move(Step step)
     }
 }
 
-/// One row on or back; at the ends the row stays.
+/// Moves one row forward or back. At the first and last row the current row does not change.
 void DataControl::stepInside(dao::Recordset& rows, Step step)
 {
     if (step == Step::Next) {

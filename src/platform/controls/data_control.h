@@ -10,10 +10,10 @@
 
 namespace controls {
 
-/// Holds one recordset for its form and tells the grids and combos bound to it what happens there.
-/// Hidden by default; where a form shows it, it is a bar with buttons for the first, previous, next
-/// and last row, named <name>_First and so on. Its Move buttons run guarded and stay where there is
-/// no further row; each press fires Validate once.
+/// Owns the recordset of a form and notifies the bound grids and combo boxes of its changes. It is
+/// hidden by default. If a form shows it, it is a bar with buttons for the first, previous, next
+/// and last row, named <name>_First and so on. At the first and last row the buttons do nothing.
+/// Each press emits Validate once; errors of the button handlers open the run-time error box.
 class DataControl : public QWidget, private dao::RecordsetObserver
 {
     Q_OBJECT
@@ -22,30 +22,31 @@ public:
     explicit DataControl(const QString& name, QWidget* parent = nullptr);
     ~DataControl() override;
 
-    /// Binds another recordset (the former one is let go). Does not fire Validate.
+    /// Binds another recordset and releases the previous one. Does not emit Validate.
     void setRecordset(std::shared_ptr<dao::Recordset> recordset);
     bool hasRecordset() const { return recordset_ != nullptr; }
-    /// Raises 91 while no recordset is bound.
+    /// Throws ObjectNotSet (91) if no recordset is bound.
     dao::Recordset& Recordset() const;
-    /// The database of the recordset. Raises 91 while no recordset is bound.
+    /// Returns the recordset's database. Throws ObjectNotSet (91) if no recordset is bound.
     dao::Database& Database() const;
 
-    /// Fires Validate, runs the query again, and stands on the row with the same key as before or
-    /// on the one that has taken its place; on the first where there was no row before. RecordCount
-    /// then counts as many rows as before, and all rows if it counted all before.
+    /// Emits Validate and runs the query again. The row with the same key becomes current; if it
+    /// was deleted, the row that took its position; if there was no current row, the first row.
+    /// RecordCount then covers as many rows as before, or all rows if it covered all before. Throws
+    /// ObjectNotSet (91) if no recordset is bound.
     void Refresh();
 
-    /// Most data controls are never seen: the bar is made when it is first to be shown.
+    /// Creates the bar when it is first shown, because most data controls stay hidden.
     void setVisible(bool visible) override;
 
 signals:
-    /// Before the current row changes: on every Move of the recordset, on a change of row in a
-    /// bound grid, on Delete and on Refresh. A MoveLast has read to the end by then.
+    /// Emitted before the current row changes: by every Move of the recordset, a row change in a
+    /// bound grid, Delete and Refresh. On MoveLast all rows have already been read.
     void Validate();
 
-    /// For bound controls: all rows are to be read anew, and the current row may be another.
+    /// Tells bound controls to read all rows again. The current row may have changed.
     void rowsReset();
-    // These four are what the recordset tells its observer, passed on.
+    // The following four signals forward the recordset's observer notifications.
     void currentChanged() override;
     void rowAdded(const dao::RowKey& key) override;
     void rowUpdated(const dao::RowKey& key) override;

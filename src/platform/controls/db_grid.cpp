@@ -22,7 +22,8 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
     setUpView();
     setModel(model_);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
-        // The grid goes back from a row that another station has deleted.
+        // After a click on a row that another station has deleted, the grid has returned to the
+        // previous row.
         if (cell.row() == currentIndex().row())
             emit DblClick();
     });
@@ -100,7 +101,7 @@ void DBGrid::readRows()
     showCurrent();
 }
 
-/// Brings the view to the recordset's row.
+/// Makes the recordset's current row the current row of the view.
 void DBGrid::showCurrent()
 {
     if (moving_)
@@ -116,7 +117,7 @@ void DBGrid::showCurrent()
     bringIntoSight();
 }
 
-/// Before the grid is shown its room is not known.
+/// Scrolls to the current row. Before the grid is shown, its size is not known.
 void DBGrid::bringIntoSight()
 {
     if (isVisible())
@@ -138,7 +139,7 @@ void DBGrid::goTo(int row)
     setCurrentIndex(model_->index(row, shownColumn()));
 }
 
-/// Brings the recordset to the row that the user has moved to.
+/// Makes the row to which the user has moved the recordset's current row.
 void DBGrid::moveRecordset(int row)
 {
     const dao::RowKey key = model_->keyAt(row);
@@ -178,7 +179,7 @@ void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previ
 QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& index,
                                                              const QEvent* /*event*/) const
 {
-    // The current row is the selected one, also where Ctrl is held.
+    // The selected row is always the current row, even if Ctrl is pressed.
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
                            : QItemSelectionModel::NoUpdate;
 }
@@ -195,8 +196,8 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
     }
 }
 
-/// The scroll bar may come or go by the sharing itself, and of that the toolkit sends no event
-/// while the grid is being shown.
+/// Distributes the width over the columns, a second time if the first pass shows or hides the
+/// scroll bar. Qt sends no resize event for that change while the grid is being shown.
 void DBGrid::shareWidth()
 {
     const int former = viewport()->width();
@@ -254,7 +255,7 @@ void DBGrid::paintEvent(QPaintEvent* event)
     markShownRows();
 }
 
-/// Counts the rows in the viewport, and those before them, as reached. Raises nothing.
+/// Counts all rows up to the last visible one as reached. Does not throw.
 void DBGrid::markShownRows()
 {
     if (rows() == nullptr)

@@ -16,22 +16,24 @@ class CellDelegate;
 class DataControl;
 class DBGridModel;
 
-/// A grid bound to a data control: it shows the rows of its recordset, pages them in as they come
-/// into view, stands on the recordset's current row and moves the recordset when the user moves in
-/// it.
+/// A grid bound to a data control. It shows the rows of the recordset and loads pages of rows as
+/// they become visible. Its current row follows the recordset's current row, and the recordset
+/// follows when the user moves in the grid.
 ///
-/// Columns stand in their stored order from the left edge although the forms read from right to
-/// left: the view's own direction is left-to-right, its cells' text right-aligned. The caption is a
-/// band above the column headers. Shown columns share the width by their relative widths.
+/// Columns are placed in their stored order from the left, although the forms read right-to-left:
+/// the layout direction of the view is left-to-right and its cells are right-aligned. The caption
+/// is a band above the column headers. Visible columns share the width in proportion to their
+/// relative widths.
 ///
-/// Rows that have been painted in the viewport, even in part, count as reached in the recordset,
-/// and so do all rows before them (dao::Recordset::markReached). Rows that were never scrolled into
-/// view do not count, so a long table costs no more to show than a short one.
+/// A row counts as reached in the recordset if it or a later row has been painted in the viewport,
+/// even in part (dao::Recordset::markReached). Rows that were never scrolled into view do not
+/// count, so that a long table is as fast to show as a short one.
 ///
-/// Read-only unless setEditable is called; then it has a blank last row on which typing adds a
-/// record, edits a cell in place and writes the row when it is left (or the grid is closed), and
-/// deletes the selected row with the Delete key. What the store refuses is told in a box of the
-/// grid's own, in Hebrew, and the row keeps what was typed until it is mended or Escape drops it.
+/// The grid is read-only unless setEditable is called. An editable grid has a blank last row in
+/// which typing adds a record, and cells that can be edited in place. It writes an edited row when
+/// the user leaves the row or the grid closes. The Delete key deletes the selected row. If the
+/// store refuses a change, a Hebrew message box says so, and the row keeps the typed text until the
+/// user corrects it or discards it with Escape.
 class DBGrid : public QTableView
 {
     Q_OBJECT
@@ -47,16 +49,16 @@ public:
     void setCaption(const QString& caption);
     void setEditable(bool editable);
 
-    /// Writes a row that is being edited, and tells a refusal. True where nothing is left
-    /// unwritten. Raises nothing.
+    /// Writes the row that is being edited and reports a refusal in a message box. Returns true if
+    /// no unwritten edit remains. Does not throw.
     bool commitEdits();
 
     void keyboardSearch(const QString& search) override;
 
 signals:
-    /// A double-click on a row, which is then the current one.
+    /// Emitted on a double-click on a row, which is then the current row.
     void DblClick();
-    /// Enter in a read-only grid.
+    /// Emitted on Enter in a read-only grid.
     void enterPressed();
 
 protected:
@@ -105,11 +107,11 @@ private:
     DBGridModel* model_;
     QPointer<DataControl> source_;
     bool editable_ = false;
-    bool following_ = false; ///< The view is being brought to the recordset's row.
-    bool moving_ = false;    ///< The recordset is being brought to the view's row.
+    bool following_ = false; ///< True while the view moves to the recordset's current row.
+    bool moving_ = false;    ///< True while the recordset moves to the view's current row.
     bool telling_ = false;
-    QString refusal_;      ///< Not yet told.
-    bool rowGone_ = false; ///< The edited row has been deleted by another station.
+    QString refusal_;      ///< Text of a refusal that has not been shown yet.
+    bool rowGone_ = false; ///< True if another station has deleted the edited row.
 };
 
 /// Font size 11 and black text.

@@ -1,4 +1,4 @@
-// What the grid does where it may be edited.
+// The editing functions of DBGrid.
 
 #include "platform/controls/cell_delegate.h"
 #include "platform/controls/data_control.h"
@@ -52,19 +52,19 @@ bool DBGrid::commitEdits()
     return written;
 }
 
-/// Takes what stands in an open editor over into the row.
+/// Copies the text of an open editor to the edited row.
 void DBGrid::flushEditor()
 {
     if (QLineEdit* editor = delegate_->editor())
         commitData(editor);
 }
 
-/// Writes the edited row. A refusal is kept to be told.
+/// Writes the edited row. Returns false on a refusal, whose text is kept for tellRefusal.
 bool DBGrid::writeRow()
 {
     if (model_->editedRow() < 0 || rows() == nullptr)
         return true;
-    // Writing may move the recordset, but never takes the view along.
+    // Writing may move the recordset, but the view must not follow.
     const QScopedValueRollback moving(moving_, true);
     try {
         model_->writeEdit(*rows());
@@ -76,7 +76,7 @@ bool DBGrid::writeRow()
     }
 }
 
-/// The recordset is about to leave its row by a move that did not begin in the grid.
+/// Writes the edited row before a move of the recordset that was not started in the grid.
 void DBGrid::writeBeforeMove()
 {
     if (moving_)
@@ -94,8 +94,9 @@ bool DBGrid::leaveEditedRow(int nextRow)
     return false;
 }
 
-/// Where another station holds the store, the grid stays on its row and says so: what is typed in
-/// this grid or beside it must not go with the program.
+/// Moves the recordset to a row. If another station has locked the store, the grid stays on its
+/// current row and shows a message. The error box would end the program and lose typed text in this
+/// grid or beside it.
 void DBGrid::moveUnlessHeld(int row)
 {
     try {
@@ -109,14 +110,15 @@ void DBGrid::moveUnlessHeld(int row)
     }
 }
 
-/// A box must not stand inside the toolkit's own handling of the key or click that led to it.
+/// Shows the refusal from the event loop, because no message box may open inside Qt's handling of
+/// the key or click that caused the refusal.
 void DBGrid::tellLater()
 {
     QMetaObject::invokeMethod(
         this, [this] { runtime::guarded([this] { tellRefusal(); }); }, Qt::QueuedConnection);
 }
 
-/// Tells a refusal that has not been told yet, with the view back on the row that it is about.
+/// Shows a pending refusal, after the view has returned to the row concerned.
 void DBGrid::tellRefusal()
 {
     if (refusal_.isEmpty() || telling_)
@@ -136,7 +138,7 @@ void DBGrid::tellRefusal()
 
 QModelIndex DBGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // A row that is being added has a blank one behind it only once something stands in it.
+    // A row that is being added has a blank row below it only after a cell contains text.
     flushEditor();
     return QTableView::moveCursor(action, modifiers);
 }
@@ -198,7 +200,8 @@ void DBGrid::deleteRow()
     closeGap(row, key);
 }
 
-/// Takes a row out of sight that is no longer in the store, and stands on the one in its place.
+/// Removes a row that is no longer in the store from the view. The row that took its position
+/// becomes current.
 void DBGrid::closeGap(int row, const QVariant& key)
 {
     takeAway(key);

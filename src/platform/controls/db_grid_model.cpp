@@ -41,7 +41,8 @@ void DBGridModel::bind(dao::Recordset* rows)
     endResetModel();
 }
 
-/// Finds each column's field, in the former recordset's fields where none is given.
+/// Finds the field of each column. Without a recordset, the fields of the previous recordset are
+/// used.
 void DBGridModel::resolveFields(const dao::Recordset* rows)
 {
     if (rows != nullptr)
@@ -71,7 +72,7 @@ void DBGridModel::addRow(const dao::RowKey& key)
     if (!pages_)
         return;
     if (writing_ && edit_ && edit_->isNew) {
-        // The row that was typed stands here already; it only becomes a row of the store.
+        // The typed row is already visible; it only becomes a stored row.
         pages_->appendRow(key);
         edit_->isNew = false;
         return;
@@ -148,7 +149,7 @@ void DBGridModel::dropEdit()
         return;
     const Edit dropped = *edit_;
     if (dropped.isNew) {
-        // Its row is the blank one again, so the one behind it goes.
+        // The added row becomes the blank row again, so the blank row below it is removed.
         beginRemoveRows({}, dropped.row + 1, dropped.row + 1);
         edit_.reset();
         endRemoveRows();
@@ -211,12 +212,12 @@ QString DBGridModel::cellText(int row, int column) const
     try {
         return fieldText(value, columns_[column].decimals);
     } catch (const RunTimeError&) {
-        return value.toString(); // of a type that no field of the store has
+        return value.toString(); // No field of the store has this type.
     }
 }
 
-/// Reads the row's page where it has not been read. The toolkit asks from inside its own frames, so
-/// a failure is kept and told behind them.
+/// Loads the page of a row if it is not loaded. Qt calls this during layout and painting, where
+/// nothing may throw, so an error is stored and reported through readFailed.
 bool DBGridModel::isRead(int row) const
 {
     if (failure_)

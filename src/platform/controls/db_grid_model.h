@@ -13,9 +13,9 @@
 
 namespace controls {
 
-/// The rows of a recordset as a grid shows them, read in pages when they are asked for; where the
-/// grid is editable, a blank row behind them, and what has been typed into one row and not yet
-/// written. A row that is being added has a blank row behind it already.
+/// The rows of a recordset for a grid, loaded in pages on demand. An editable model adds a blank
+/// row at the end and keeps the unwritten text of one edited row. While a row is being added,
+/// another blank row follows it.
 class DBGridModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -28,29 +28,30 @@ public:
     const QList<DBGridColumn>& columns() const { return columns_; }
     void setEditable(bool editable);
 
-    /// Shows the rows of another recordset, or the same one's anew; null for none. What was typed
-    /// and not written is dropped. Raises what the engine raises.
+    /// Binds another recordset, or the same one again, and discards an unwritten edit; nullptr
+    /// unbinds. Throws any error of reading.
     void bind(dao::Recordset* rows);
     int recordCount() const;
-    /// Invalid for a row that stands in no store.
+    /// Returns an invalid key for a row that is not in the store.
     dao::RowKey keyAt(int row) const;
-    /// -1 where no such row is shown.
+    /// Returns -1 if the model has no row with this key.
     int rowOf(const dao::RowKey& key) const;
 
     void addRow(const dao::RowKey& key);
     void updateRow(const dao::RowKey& key);
     void removeRow(const dao::RowKey& key);
 
-    /// The row that holds something typed and not yet written; -1 where there is none.
+    /// Returns the row with unwritten text, or -1 if there is none.
     int editedRow() const;
-    /// Writes the edited row. What the store refuses is raised; the store and what was typed stay
-    /// as they are then.
+    /// Writes the edited row. Throws if the store refuses it; the store and the unwritten text are
+    /// then unchanged.
     void writeEdit(dao::Recordset& rows);
     void dropEdit();
-    /// Drops what was typed into one cell, and with the last of them the row's edit.
+    /// Discards the unwritten text of one cell, and the whole edit if no other cell has unwritten
+    /// text.
     void dropCell(const QModelIndex& index);
 
-    /// Raises the failure that readFailed told of.
+    /// Throws the error that caused readFailed, if there is one.
     void raiseReadFailure() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -62,7 +63,8 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
 signals:
-    /// A page could not be read. The model shows nothing more until it is bound again.
+    /// Emitted when a page could not be read. The model shows no further rows until it is bound
+    /// again.
     void readFailed() const;
 
 private:
@@ -70,7 +72,7 @@ private:
     {
         int row = 0;
         bool isNew = false;
-        QMap<int, QString> cells; ///< By column.
+        QMap<int, QString> cells; ///< Unwritten texts by column.
     };
 
     void resolveFields(const dao::Recordset* rows);
@@ -82,7 +84,8 @@ private:
 
     QList<DBGridColumn> columns_;
     std::vector<dao::FieldInfo> fields_;
-    std::vector<int> ordinals_; ///< By column; -1 for a field that the table has not.
+    std::vector<int>
+        ordinals_; ///< Field positions by column; -1 for a field that the table does not have.
     std::unique_ptr<dao::RecordsetPages> pages_;
     bool editable_ = false;
     bool writing_ = false;

@@ -36,11 +36,11 @@ void addButton(QMessageBox& box, QMessageBox::StandardButton button, const QStri
 {
     QAbstractButton* added = box.addButton(button);
     added->setText(caption);
-    added->setIcon({}); // some desktops put one there that leaves the text too little room
+    added->setIcon({}); // Some desktops set an icon that leaves too little space for the caption.
 }
 
-/// Puts the set's buttons on the box, in reading order; Enter presses the first, Escape and the
-/// close box the last.
+/// Adds the buttons of the set in reading order. Enter presses the first button; Escape and the
+/// close box press the last one.
 void addButtons(QMessageBox& box, int flags)
 {
     const int set = flags & buttonBits;
@@ -65,14 +65,14 @@ void layOutText(QMessageBox& box, int flags)
     const bool rightToLeft = (flags & runtime::vbMsgBoxRtlReading) != 0;
     const bool right = rightToLeft || (flags & runtime::vbMsgBoxRight) != 0;
     box.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    // The desktop's own order of buttons differs from one to the next.
+    // The order of buttons must not depend on the desktop.
     box.setStyleSheet(u"QDialogButtonBox { button-layout: 0 }"_s);
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     if (label == nullptr)
         return;
     label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                         Qt::AlignVCenter);
-    // A label breaks its text at carriage returns only where the text can be selected.
+    // QLabel breaks lines at carriage returns only if its text is selectable.
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
@@ -100,7 +100,7 @@ MessageBoxAnswer showBox(const MessageBoxRequest& request)
     addButtons(*box, request.flags);
     layOutText(*box, request.flags);
     const MessageBoxAnswer answer = answerOf(box->exec());
-    delete box; // null where the window that it stood over has gone
+    delete box; // The pointer is null if the parent window has been deleted.
     return answer;
 }
 

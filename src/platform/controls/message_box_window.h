@@ -2,9 +2,10 @@
 
 namespace controls {
 
-/// Puts QMessageBox behind runtime::MsgBox. Yes and No read כן and לא, OK אישור, Cancel ביטול;
-/// Escape and the close box count as No (as Cancel or OK where the box has no No); Enter presses
-/// Yes. Texts are plain; right-to-left and right alignment follow the flags.
+/// Installs QMessageBox as the implementation of runtime::MsgBox. The Hebrew captions are כן for
+/// Yes, לא for No, אישור for OK and ביטול for Cancel. Escape and the close box count as Cancel, as
+/// No in a box without Cancel, and as OK in a box with OK only. Enter presses Yes or OK. Texts are
+/// plain text; flags set the reading direction and the right alignment.
 void installMessageBoxes();
 
 } // namespace controls

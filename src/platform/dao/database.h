@@ -12,7 +12,7 @@ namespace dao {
 class Driver;
 class Database;
 
-/// One index of a table definition.
+/// An index of a table definition.
 class Index
 {
 public:
@@ -28,8 +28,8 @@ private:
 
 struct TableDefState;
 
-/// A field that is made by TableDef::CreateField and not yet appended, or one that stands in a
-/// table.
+/// A field of a table definition: either one of a table, or a new one created by
+/// TableDef::CreateField.
 class FieldDef
 {
 public:
@@ -43,57 +43,59 @@ private:
     FieldInfo info_;
 };
 
-/// The indexes of a table: the primary key first, then the others in the order of creation.
+/// The indexes of a table: first the primary key, then the others in the order of creation.
 class Indexes
 {
 public:
     explicit Indexes(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Raises 3265 for a position or name that does not exist.
+    /// Throws ItemNotFound (3265) for an unknown position or name.
     Index operator()(int position) const;
     Index operator()(const QString& name) const;
-    /// Adds an index, in the store at once where the table is appended, otherwise with the table.
-    /// Raises 3265, then or there, where the table has not all its fields.
+    /// Adds an index. If the table is already appended, the index is created in the store
+    /// immediately, otherwise together with the table. Throws ItemNotFound (3265) at that time if
+    /// the table lacks a field of the index.
     void Append(const Index& index) const;
 
 private:
     std::shared_ptr<TableDefState> table_;
 };
 
-/// The fields of a table definition, by position or by name in any case.
+/// The fields of a table definition, by position or by case-insensitive name.
 class FieldDefs
 {
 public:
     explicit FieldDefs(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Raises 3265 for a position or name that does not exist.
+    /// Throws ItemNotFound (3265) for an unknown position or name.
     FieldDef operator()(int position) const;
     FieldDef operator()(const QString& name) const;
-    /// Adds the field to the table, in the store at once where the table is appended; old rows hold
-    /// Null there, a Boolean False. Raises 3191 where the name exists.
+    /// Adds a field. If the table is already appended, the field is created in the store
+    /// immediately. Existing rows get Null, or False in a Boolean field. Throws FieldDefinedTwice
+    /// (3191) if the name exists.
     void Append(const FieldDef& field) const;
-    /// Takes the field out of the table. A table may be left without any field; it then stands in
-    /// this definition alone until the next field is appended.
+    /// Removes the field from the table. If it was the last field, the table exists only in this
+    /// definition until a field is appended.
     void Delete(const QString& name) const;
 
 private:
     std::shared_ptr<TableDefState> table_;
 };
 
-/// A table's definition. Made by Database::CreateTableDef or addressed through TableDefs; a handle
-/// that shares its state with every other handle on the same table of the same Database.
+/// The definition of a table, created by Database::CreateTableDef or obtained from TableDefs. All
+/// handles for the same table of the same Database share their state.
 class TableDef
 {
 public:
     const QString& Name() const;
-    /// False where the definition cannot be changed (a view).
+    /// Returns false if the definition cannot be changed, as for a view.
     bool Updatable() const;
     FieldDefs Fields() const { return FieldDefs(state_); }
     dao::Indexes indexes() const { return dao::Indexes(state_); }
-    /// Type and size of a new field; a text field of size 0 gets the default size of 255.
+    /// Creates a field with this type and size. A text field of size 0 gets the default size 255.
     FieldDef CreateField(const QString& name, DataType type, int size = 0) const;
-    /// A counter: a whole number that the store gives from 1 and never gives twice, also not after
-    /// the row with the highest one has been deleted.
+    /// Creates a counter: a whole number that the store assigns, starting with 1. The store never
+    /// assigns a number twice, even if the row with the highest number has been deleted.
     FieldDef CreateCounter(const QString& name) const;
 
     explicit TableDef(std::shared_ptr<TableDefState> state) : state_(std::move(state)) {}
@@ -109,7 +111,8 @@ class TableDefs
 public:
     explicit TableDefs(Database& database) : database_(database) {}
     int Count() const;
-    /// By position in the order of creation, or by name in any case. Raises 3265.
+    /// Returns a table by position in the order of creation, or by case-insensitive name. Throws
+    /// ItemNotFound (3265).
     TableDef operator()(int position) const;
     TableDef operator()(const QString& name) const;
     /// Creates the table in the store.
@@ -119,9 +122,9 @@ private:
     Database& database_;
 };
 
-/// One connection of its own to a store. Shared between the handle that opened it and every
-/// recordset opened on it; the connection goes with the last of them, or at once by Close, after
-/// which every recordset on it raises 3420.
+/// A handle on a store with its own connection. It is shared by the code that opened it and by all
+/// its recordsets. The connection ends with the last of these references or with Close. After
+/// Close, all its recordsets throw ObjectClosed (3420).
 class Database : public std::enable_shared_from_this<Database>
 {
 public:
@@ -131,34 +134,38 @@ public:
     Database& operator=(const Database&) = delete;
 
     const QString& Name() const;
-    /// The store's place as a person is told of it: the path, or database and server.
+    /// Returns the store's location for messages: the path, or the database and server.
     QString place() const;
     bool isOpen() const { return driver_ != nullptr; }
 
-    /// Opens a table by name (type dbOpenTable or dbOpenDynaset), or a query text of the form
-    /// SELECT * FROM table [WHERE field = number] [ORDER BY field [ASC]] as a dynaset.
-    /// Raises 3078 for an unknown table, 3061 for an unknown field, 3131 for another text,
-    /// 3251 for a query opened as a table, 3420 after Close.
+    /// Opens a recordset. `source` is a table name (type dbOpenTable or dbOpenDynaset) or, for a
+    /// dynaset, a query of the form SELECT * FROM table [WHERE field = number] [ORDER BY field
+    /// [ASC]]. Throws TableNotFound (3078), TooFewParameters (3061) for an unknown field,
+    /// QuerySyntax (3131) for any other query, OperationNotSupported (3251) for a query with
+    /// dbOpenTable, and ObjectClosed (3420) after Close.
     std::shared_ptr<Recordset> OpenRecordset(const QString& source, RecordsetType type);
 
     TableDefs tableDefs() { return TableDefs(*this); }
-    /// A definition that stands in no store before it is appended.
+    /// Creates the definition of a new table. The store contains the table only after it is
+    /// appended.
     TableDef CreateTableDef(const QString& name);
     void Close();
 
-    /// A transaction over everything that this database does. The program itself uses none; the
-    /// companion programs build and move whole stores in one.
+    /// Transaction control for all operations of this Database. The main program uses no
+    /// transactions; the companion programs create and move whole stores in one transaction.
     void BeginTrans();
     void CommitTrans();
     void Rollback();
 
-    /// Writes the whole store, as it stands at one moment, to the path, in place of what is there.
-    /// A copy is whole or not there at all. Other stations may work meanwhile; this process may
-    /// have no other connection to the store. Raises 3260 where the store stays locked, 3026, 3043
-    /// and 3051 where the copy cannot be written.
+    /// Writes a snapshot of the whole store to the path and replaces an existing file there. A
+    /// failed copy leaves no partial file. Other stations may keep working, but this process must
+    /// not have another connection to the store. Throws Locked (3260) if the store stays locked,
+    /// and DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied (3051) if the copy cannot
+    /// be written.
     void CopyTo(const QString& path);
 
-    /// The engine below. Raises 3420 after Close. For the rooms of the engine alone.
+    /// Returns the engine driver. Throws ObjectClosed (3420) after Close. For use inside the engine
+    /// only.
     Driver& driver() const;
 
 private:
@@ -173,32 +180,35 @@ private:
 class Workspace
 {
 public:
-    /// How long a locked store is waited for; 5 s unless set.
+    /// Sets how long to wait for a locked store. The default is 5 seconds.
     void setLockWait(std::chrono::milliseconds wait) { waits_.lock = wait; }
-    /// How long a server may take for one statement; 7 s unless set. More than the wait for a lock.
+    /// Sets the timeout of one statement on a server. The default is 7 seconds. The timeout must be
+    /// longer than the lock wait.
     void setAnswerWait(std::chrono::milliseconds wait) { waits_.answer = wait; }
-    /// Opens the store shared, for reading and writing, and creates nothing. The file at the path
-    /// is the store, or a link to the database on a server that is. Raises 3024 for a missing file,
-    /// 3343 for a file that is no store and for a damaged link, 3049 for a damaged store, 3260 for
-    /// one locked longer than the wait of 5 s, 3151 for a server that cannot be reached.
+    /// Opens an existing store shared for reading and writing. The file at the path is either an
+    /// embedded store or a link to a database on a server. Throws DatabaseFileNotFound (3024) for a
+    /// missing file, UnrecognizedFormat (3343) for a file that is not a store and for a damaged
+    /// link, CorruptDatabase (3049) for a damaged store, Locked (3260) if the store stays locked
+    /// for the lock wait, and ConnectionFailed (3151) if the server cannot be reached.
     std::shared_ptr<Database> OpenDatabase(const QString& path) const;
-    /// Makes an empty store and opens it. Raises 3204 where the file exists, 3024 where none can be
-    /// made.
+    /// Creates an empty store and opens it. Throws DatabaseExists (3204) if the file exists, and
+    /// DatabaseFileNotFound (3024) if it cannot be created.
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
 
 private:
     Waits waits_;
 };
 
-/// The engine, made at its first use and kept for the life of the process.
+/// The store engine. The single instance is created at the first use and kept until the process
+/// ends.
 class DBEngine
 {
 public:
     static DBEngine& instance();
-    /// Raises 3265 for any number but 0.
+    /// Throws ItemNotFound (3265) for any number except 0.
     Workspace& Workspaces(int number);
     std::shared_ptr<Database> OpenDatabase(const QString& path);
-    /// Lets go of the connections that no database works over at the moment.
+    /// Closes the pooled connections that no Database uses.
     void Idle();
 
 private:

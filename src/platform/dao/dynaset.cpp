@@ -7,8 +7,8 @@ namespace dao {
 
 namespace {
 
-/// A recordset over a list of rows that was taken at opening. The list is shared with the pages
-/// made from it until one of the two changes.
+/// A recordset over a list of rows that is read at opening. The pages created from it share the
+/// list until either of them changes it.
 class DynasetCursor final : public Recordset::Private
 {
 public:
@@ -48,7 +48,7 @@ public:
 
     void goBy(int count) override
     {
-        // A deleted row has left the list, so the row behind it stands at its place already.
+        // The list no longer contains a deleted row, so the next row is already at its position.
         const qint64 from = place == Place::Before  ? -1
                             : place == Place::After ? qint64(list_->size())
                                                     : qint64(at_);
@@ -114,8 +114,8 @@ private:
         return *list_;
     }
 
-    /// The keys of a whole table in the order of its whole-number primary key, where they have no
-    /// gaps.
+    /// Returns the range of primary keys if the recordset is a whole table sorted by a whole-number
+    /// primary key without gaps.
     std::optional<KeyRun> keyRun()
     {
         if (query_.where || order_.size() != 1)
@@ -130,7 +130,8 @@ private:
         return rows.keyRun(driver(), order_.front());
     }
 
-    /// Stands on a row of the list; one that another station has deleted has no values.
+    /// Makes the row at a list position current. A row that another station has deleted has no
+    /// values.
     void visit(std::size_t position)
     {
         std::optional<StoredRow> found;
@@ -147,10 +148,11 @@ private:
 
     SelectQuery query_;
     RowOrder order_;
-    std::shared_ptr<RowList> list_;  ///< The rows of the query, then those added.
-    std::optional<StoredRow> first_; ///< As the query read it, for the first visit alone.
-    std::size_t queried_ = 0;        ///< How many of them are the query's.
-    std::size_t reached_ = 0;        ///< How many of the query's have been reached.
+    std::shared_ptr<RowList> list_; ///< The rows of the query, followed by added rows.
+    std::optional<StoredRow>
+        first_;               ///< The first row as read by the query, for the first visit only.
+    std::size_t queried_ = 0; ///< Number of rows in the list that come from the query.
+    std::size_t reached_ = 0; ///< Number of the query's rows that have been reached.
     std::size_t at_ = 0;
 };
 

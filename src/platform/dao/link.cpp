@@ -19,7 +19,8 @@ namespace {
 
 constexpr QByteArrayView firstLine("Zomrel store link 1");
 constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
-/// An embedded store with a table in it is never as small as the longest link may be.
+/// Maximum size of a link file in bytes. An embedded store with at least one table is always
+/// larger.
 constexpr qint64 longestText = 4095;
 constexpr qsizetype longestValue = 255;
 constexpr int highestPort = 65535;
@@ -38,7 +39,7 @@ bool hasFirstLine(QByteArrayView text)
     return text.startsWith(firstLine);
 }
 
-/// What is wrong with a link; the caller knows where the link lies.
+/// The reason why a link is invalid. The caller adds the path.
 class Damage
 {
 public:
@@ -72,7 +73,7 @@ int portOf(const QString& value)
     return port;
 }
 
-/// Takes the values of a link out of its lines, each key once.
+/// Parses the lines of a link and collects the values. Each key may occur once.
 class Reader
 {
 public:
@@ -213,8 +214,8 @@ bool beginsAsLink(const QString& path)
 std::optional<Link> linkAt(const QString& path)
 {
     const QFileInfo info(path);
-    // A file of a store's size is left alone: opening and closing it past the engine would drop
-    // the locks that this process holds on it.
+    // A file larger than any link file is not opened. If the process has it open as a store,
+    // closing a second file descriptor would release the store's POSIX locks.
     if (!info.isFile() || info.size() > longestText)
         return {};
     QFile file(path);

@@ -7,39 +7,42 @@
 
 namespace dao {
 
-/// Where a store on a server is found. A link file says it in place of an embedded store; it never
-/// holds a password, for which the server's own client library has its ways.
+/// The address of a store on a server. A link file contains it and takes the place of an embedded
+/// store. It never contains a password; the PostgreSQL client library has its own ways to get one.
 struct Link
 {
-    QString server; ///< A host's name or address, or the folder of a local socket.
+    QString server; ///< Host name, address, or folder of a local socket.
     int port = 5432;
     QString database;
     QString user;
-    QString tls = QStringLiteral("prefer"); ///< One of linkTlsModes().
+    QString tls = QStringLiteral("prefer"); ///< TLS mode, one of linkTlsModes().
 
-    /// The store's place as a person is told of it: database and server.
+    /// Returns the database and the server as text for messages.
     QString place() const;
-    /// The server alone.
+    /// Returns the server and its port as text for messages.
     QString host() const;
 
     bool operator==(const Link&) const = default;
 };
 
-/// The names of the TLS modes, the weakest first.
+/// Returns the names of the TLS modes, the weakest first.
 const QStringList& linkTlsModes();
 
-/// Takes a link's text apart. The path is for the error's text. Raises 3343 with what is wrong for
-/// anything but the first line, each key once, and a value that can be.
+/// Parses the text of a link file. The path is used for error messages only. Throws
+/// UnrecognizedFormat (3343) with a reason if the first line is wrong, a key is missing, unknown or
+/// repeated, or a value is invalid.
 Link parseLink(const QByteArray& text, const QString& path);
 
-/// The text that parseLink gives the link back from. Raises 3343 as it does for a value that
-/// cannot be in a link.
+/// Returns the text of a link file; parseLink is the inverse. Throws UnrecognizedFormat (3343) for
+/// a value that a link file cannot contain.
 QByteArray linkText(const Link& link);
 
-/// The link that lies at the path; nothing where no link lies there. Raises 3343 for a damaged one.
+/// Returns the link in the file at the path, or nothing if the file is not a link file. Throws
+/// UnrecognizedFormat (3343) for a damaged link file.
 std::optional<Link> linkAt(const QString& path);
 
-/// True for a file that begins as a link does, however long it is. It opens and closes the file.
+/// Returns true if the file starts like a link file, regardless of its size. The function opens and
+/// closes the file.
 bool beginsAsLink(const QString& path);
 
 } // namespace dao

@@ -24,7 +24,7 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-/// Takes words, numbers and signs off the front of a query text.
+/// Splits a query text into words, numbers and symbols from the front.
 class Reader
 {
 public:

@@ -7,7 +7,7 @@
 
 namespace dao {
 
-/// A query text taken apart: SELECT * FROM table [WHERE field = number] [ORDER BY field [ASC]].
+/// A parsed query of the form SELECT * FROM table [WHERE field = number] [ORDER BY field [ASC]].
 struct SelectQuery
 {
     struct Condition
@@ -21,10 +21,10 @@ struct SelectQuery
     QString orderBy; ///< Empty for the table's own order.
 };
 
-/// True for a text that begins like a query, so is no table's name.
+/// Returns true if the text starts like a query and therefore is not a table name.
 bool isQuery(const QString& source);
 
-/// Raises 3131 for a text that is no such query.
+/// Parses a query. Throws QuerySyntax (3131) for any other text.
 SelectQuery parseQuery(const QString& text);
 
 } // namespace dao

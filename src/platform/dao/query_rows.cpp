@@ -1,4 +1,4 @@
-// The rows of a query with their values, as they stand at one moment.
+// Reads the rows of a query with their values in one snapshot.
 
 #include "platform/dao/table_rows.h"
 
@@ -13,7 +13,8 @@ TableRows::Beginning TableRows::beginning(Driver& driver,
     const Statement met = condition(where);
     const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
     const Statement numbers = selection(driver, rowNumber_, where, order);
-    // The numbers are sorted by themselves, as an engine that sorts whole rows reads every one.
+    // The row ids are sorted in a subquery, because an engine that sorts whole rows reads all of
+    // them.
     const QString sql =
         u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +

@@ -52,14 +52,15 @@ bool Recordset::hasCurrent() const
 
 namespace {
 
-/// Tells the observer before and after whatever moves the current row.
+/// Moves the current row and notifies the observer before and after it.
 template <typename Motion>
 void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
 {
-    const std::shared_ptr<Recordset> alive = recordset.shared_from_this(); // whatever it lets go of
+    // Keeps the recordset alive if the observer releases it.
+    const std::shared_ptr<Recordset> alive = recordset.shared_from_this();
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();
-    d.driver(); // the observer may have closed the database
+    d.driver(); // Throws if the observer has closed the database.
     d.drop();
     motion();
     if (d.observer != nullptr)
@@ -164,7 +165,8 @@ void Recordset::Update()
     if (d_->pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     if (d_->pending == Pending::Addition) {
-        d_->settle(); // before the row is there that would be the first
+        // The delayed lookup of the first row must not find the row that is added here.
+        d_->settle();
         const RowNumber number = d_->rows.insert(driver, d_->additions());
         d_->drop();
         const bool first = d_->place == Place::Empty;

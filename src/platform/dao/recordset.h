@@ -12,8 +12,8 @@ class Recordset;
 class RecordsetPages;
 class Driver;
 
-/// One field of a recordset's current row. A light handle: it stays good while its recordset lives,
-/// and always means the row that is current at the moment of use.
+/// A field of a recordset's current row. This lightweight handle is valid while its recordset
+/// exists. It always refers to the row that is current at the time of use.
 class Field
 {
 public:
@@ -21,19 +21,21 @@ public:
 
     const QString& Name() const;
     DataType Type() const;
-    /// Declared size of a text field in characters.
+    /// Returns the declared maximum length of a text field in characters.
     int Size() const;
 
-    /// The value of the current row, or of the row being added or edited: an int for whole numbers
-    /// and counters, -1 or 0 for a Boolean, a double, a QString, a QDate (QDateTime where there is
-    /// a time part), an invalid QVariant for Null. Raises 3021 without a current row, 3167 for a
-    /// deleted one.
+    /// Returns the value of the current row, or of the row that is being added or edited. The
+    /// QVariant holds an int for whole numbers and counters, -1 or 0 for a Boolean, a double, a
+    /// QString, a QDate (a QDateTime if there is a time part), and is invalid for Null. Throws
+    /// NoCurrentRecord (3021) without a current row, and RecordDeleted (3167) if the current row is
+    /// deleted.
     QVariant Value() const;
 
-    /// Assigns to the row being added or edited, converted to the field's type at once. Whole
-    /// numbers round half to even. Raises 3020 outside AddNew and Edit, 3421 for a text that is no
-    /// number or date (the empty text included), 6 for a number beyond the type, 3163 for a text
-    /// longer than Size.
+    /// Assigns a value to the row that is being added or edited, and converts it to the field's
+    /// type immediately. Whole numbers round half to even. Throws UpdateWithoutEdit (3020) outside
+    /// of AddNew and Edit, DataTypeConversion (3421) for a text that is not a number or date
+    /// (including the empty text), Overflow (6) for a number outside the type's range, and
+    /// FieldTooSmall (3163) for a text longer than Size.
     void SetValue(const QVariant& value);
 
 private:
@@ -41,40 +43,44 @@ private:
     int ordinal_;
 };
 
-/// Watches one recordset. The data control is one.
+/// Observes one recordset. The data control implements it.
 class RecordsetObserver
 {
 public:
     virtual ~RecordsetObserver() = default;
-    /// Before every move (Move..., Seek, moveToKey), also one onto the same row, and before a
-    /// Delete. A MoveLast has read to the end by then. A move that is refused fires nothing. What
-    /// it throws keeps the move from happening.
+    /// Called before every move (Move..., Seek, moveToKey), even if the row stays the same, and
+    /// before a Delete. On MoveLast all rows have already been read. A refused move causes no call.
+    /// An exception from this function prevents the move.
     virtual void currentAboutToChange() = 0;
-    /// After every move, after SetIndex and Requery, and where the first row of all was added: the
-    /// current row may be another one or none. Not after a Delete, for which rowDeleted stands.
+    /// Called after every move, after SetIndex and Requery, and when the first row is added to an
+    /// empty recordset. The current row may be another one or none. Not called after a Delete,
+    /// which calls rowDeleted.
     virtual void currentChanged() = 0;
-    /// Rows were added, changed or deleted through this recordset.
+    /// Called after a row was added, changed or deleted through this recordset.
     virtual void rowAdded(const RowKey& key) = 0;
     virtual void rowUpdated(const RowKey& key) = 0;
     virtual void rowDeleted(const RowKey& key) = 0;
 };
 
-/// A table-type recordset or a dynaset. After opening it stands on the first row, if there is one.
+/// A table-type recordset or a dynaset. After opening, the first row is current if there is one.
 ///
-/// A table type is live: it is ordered by its Index or else by the table's own order, RecordCount
-/// is exact, and moves and Seek cost one key look-up. The first row is looked up when it is first
-/// asked for, after opening and after SetIndex.
+/// A table-type recordset always shows the live table. Its order is that of its Index, or the
+/// table's own order without one. RecordCount is exact. Each move and each Seek costs one key
+/// lookup. The lookup of the first row, after opening and after SetIndex, is delayed until the row
+/// is needed.
 ///
-/// A dynaset takes its keys once, at opening, in the query's order; rows of equal sort value stand
-/// in the order in which they were stored. RecordCount counts the rows reached: 0 for none, 1 after
-/// opening, all after MoveLast, up to the farthest row visited otherwise. Rows that a bound grid
-/// has shown count as reached as well (markReached). Rows added through it count and stand at its
-/// end; rows deleted through it no longer count.
+/// A dynaset reads its row keys once, when it is opened, in the order of the query. Rows with equal
+/// sort values are in insertion order. RecordCount counts the rows that have been reached: 0
+/// without rows, 1 after opening, all after MoveLast, and otherwise up to the farthest row that was
+/// current. Rows that a bound grid has shown count as reached, too (markReached). Rows added
+/// through the dynaset are counted and placed at its end. Rows deleted through it are no longer
+/// counted.
 ///
-/// The values of a row are fetched when it is visited, again by Move(0) and by Edit. No cursor
-/// stays open between calls, so a recordset never holds a lock on the store.
+/// A row's values are read when it becomes current, and again by Move(0) and Edit. No database
+/// cursor stays open between calls, so a recordset never holds a lock on the store.
 ///
-/// Every method but Type, database and setObserver raises 3420 once the Database is closed.
+/// All functions except Type, database and setObserver throw ObjectClosed (3420) after the Database
+/// has been closed.
 class Recordset : public std::enable_shared_from_this<Recordset>
 {
 public:
@@ -83,79 +89,83 @@ public:
     Recordset& operator=(const Recordset&) = delete;
 
     RecordsetType Type() const;
-    /// Null once this recordset itself is closed.
+    /// Returns nullptr after this recordset has been closed.
     const std::shared_ptr<Database>& database() const;
 
     int RecordCount();
     bool isBof() const;
     bool isEof() const;
-    /// True on a row that can be read.
+    /// Returns true if there is a current row that can be read.
     bool hasCurrent() const;
 
-    /// Moves. Each drops what was assigned since AddNew or Edit without Update.
-    /// MoveFirst and MoveLast raise 3021 on an empty recordset; MoveNext raises 3021 at the end,
-    /// MovePrevious at the beginning. After a Delete, MoveNext goes to the row behind the deleted
-    /// one.
+    /// Change the current row. Each move discards the assignments since AddNew or Edit that no
+    /// Update has written. MoveFirst and MoveLast throw NoCurrentRecord (3021) on an empty
+    /// recordset; so do MoveNext at the end and MovePrevious at the beginning. After a Delete,
+    /// MoveNext goes to the row after the deleted one.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
     void MovePrevious();
-    /// Relative move; Move(0) fetches the current row's values anew.
+    /// Moves by this number of rows. Move(0) reads the current row's values again.
     void Move(int rows);
 
-    /// Table type only (3251 otherwise): the order by one of the table's indexes. Raises 3015 for
-    /// an unknown name. Stands on the first row afterwards.
+    /// Sets the order to one of the table's indexes and makes the first row current. Throws
+    /// NotAnIndex (3015) for an unknown name, and OperationNotSupported (3251) on a dynaset.
     void SetIndex(const QString& name);
     QString Index() const;
-    /// Table type only: makes the first row whose index value equals the key current. Otherwise
-    /// NoMatch becomes true and there is no current row. Raises 3019 without an Index, 3251 for
-    /// another comparison than "=".
+    /// Makes the first row whose index value equals the key current. If there is none, NoMatch
+    /// becomes true and no row is current. Throws NoCurrentIndex (3019) without an Index, and
+    /// OperationNotSupported (3251) on a dynaset and for any comparison except "=".
     void Seek(const QString& comparison, const QVariant& key);
     bool NoMatch() const;
 
-    /// Opens a new row for assignment; the current row stays current, also after Update. Only where
-    /// the recordset has no row at all, the one added becomes its current row.
+    /// Starts a new row for assignments. The current row stays current, even after Update; only in
+    /// an empty recordset the new row becomes current.
     void AddNew();
-    /// Opens the current row for assignment, its values fetched anew. Raises 3021, 3167.
+    /// Starts editing the current row and reads its values again. Throws NoCurrentRecord (3021) and
+    /// RecordDeleted (3167).
     void Edit();
-    /// Writes the new or edited row by one statement; an Edit that changed nothing writes nothing.
-    /// Raises 3020 without AddNew or Edit, 3022 for a duplicate key, 3027, 3260, 3314 and the like;
-    /// the store then holds what it held before.
+    /// Writes the new or edited row with one statement. An Edit without changed values writes
+    /// nothing. Throws UpdateWithoutEdit (3020) outside of AddNew and Edit, DuplicateKey (3022),
+    /// ReadOnly (3027), Locked (3260), FieldRequired (3314) and other store errors; the store is
+    /// then unchanged.
     void Update();
     void CancelUpdate();
-    /// Deletes the current row. It stays current but cannot be read (3167) until the next move.
+    /// Deletes the current row. It stays current until the next move, but reading it throws
+    /// RecordDeleted (3167).
     void Delete();
 
     int FieldCount() const;
-    /// Raises 3265 for a name (any case) or ordinal that does not exist.
+    /// Returns a field by case-insensitive name or by position, counted from 0. Throws ItemNotFound
+    /// (3265) for an unknown field.
     Field Fields(const QString& name);
     Field Fields(int ordinal);
     const std::vector<FieldInfo>& fieldInfos() const;
 
-    /// Runs the query again and stands on the first row.
+    /// Runs the query again and makes the first row current.
     void Requery();
-    /// Lets go of the database; every further call raises 3420.
+    /// Releases the Database. All later calls throw ObjectClosed (3420).
     void Close();
 
-    /// For bound controls ------------------------------------------------------------------------
+    /// Functions for bound controls ---------------------------------------------------------------
 
-    /// At most one; null takes it away. The observer must outlive the recordset or take itself
-    /// away.
+    /// Sets the only observer; nullptr removes it. The observer must outlive the recordset or
+    /// remove itself.
     void setObserver(RecordsetObserver* observer);
-    /// The current row's key; invalid where there is none.
+    /// Returns the current row's key, or an invalid key if there is no current row.
     RowKey currentKey() const;
-    /// Makes the row with the key current, as a Move does (observer calls included); false where
-    /// the recordset has no such row, and nothing changes then.
+    /// Makes the row with this key current and notifies the observer like any move. Returns false
+    /// and changes nothing if the recordset has no such row.
     bool moveToKey(const RowKey& key);
-    /// A reader of its own over the same rows in the same order, for grids: it neither moves this
-    /// recordset nor changes what RecordCount says.
+    /// Returns an independent reader of the same rows in the same order, for grids. Using it
+    /// neither moves this recordset nor changes RecordCount.
     std::unique_ptr<RecordsetPages> pages();
-    /// Counts the first `count` rows as reached, as if the farthest of them had been visited,
-    /// without reading or moving. Does nothing on a table type. Raises nothing, not even on a
-    /// closed recordset.
+    /// Counts the first `count` rows as reached, as if the last of them had been current, without
+    /// reading or moving. Has no effect on a table-type recordset. Does not throw, even on a closed
+    /// recordset.
     void markReached(int count) noexcept;
-    /// Requery for a data control's Refresh: counts as many rows as reached as before, and all rows
-    /// if all had been reached.
+    /// Runs the query again for a data control's Refresh. The same number of rows counts as reached
+    /// as before, or all rows if all had been reached.
     void requeryAsFarAsReached();
 
     class Private;
@@ -168,29 +178,28 @@ private:
     std::unique_ptr<Private> d_;
 };
 
-/// The rows of a recordset, read in pages as a grid shows them. The row keys are taken at making;
-/// the values of a page when one of its rows is asked for. Read failures are thrown from load
-/// alone, so that a model may ask for rows inside the toolkit's frames without an exception passing
-/// there.
+/// The rows of a recordset, read in pages for a grid. The constructor reads the row keys; load
+/// reads the values of one page. Only load throws read errors, so a model can call the other
+/// functions while Qt is painting.
 class RecordsetPages
 {
 public:
     virtual ~RecordsetPages() = default;
     virtual int rowCount() const = 0;
     virtual RowKey keyAt(int row) const = 0;
-    /// -1 where no such row exists.
+    /// Returns the position of the row with this key, or -1 if there is none.
     virtual int rowOf(const RowKey& key) const = 0;
-    /// True where the row's values have been read.
+    /// Returns true if the row's values have been read.
     virtual bool isLoaded(int row) const = 0;
-    /// Reads the page around the row. Raises what the engine raises.
+    /// Reads the page that contains the row. Throws any error of reading.
     virtual void load(int row) = 0;
-    /// The value of a loaded row's field, as Field::Value gives it; invalid where the row is not
-    /// loaded or no longer exists.
+    /// Returns a field value like Field::Value, or an invalid value if the row is not loaded or no
+    /// longer exists.
     virtual QVariant value(int row, int ordinal) const = 0;
-    /// Follow-ups of what the recordset's observer hears.
+    /// Must be called to follow the recordset's observer notifications.
     virtual void appendRow(const RowKey& key) = 0;
     virtual void removeRow(int row) = 0;
-    /// Forgets the values of a row, so that the next load reads them anew.
+    /// Discards the values of a row, so that the next load reads them again.
     virtual void forget(int row) = 0;
 };
 

@@ -107,7 +107,7 @@ std::vector<TableRows::Assignment> Recordset::Private::changes() const
         try {
             same = fromStored(each, row.values[i]) == *assigned[i];
         } catch (const RunTimeError&) {
-            same = false; // what the field cannot hold is always replaced
+            same = false; // A stored value that does not fit the field is always replaced.
         }
         if (!same)
             all.push_back({static_cast<int>(i), toStored(each, *assigned[i])});

@@ -9,18 +9,18 @@
 
 namespace dao {
 
-/// What the two kinds of recordset share: the row that was visited last, what is assigned to it,
-/// and the place where the recordset stands. The kinds know how to get from one place to another.
+/// The common state of both kinds of recordset: the values of the current row, the assignments to
+/// it and the current position. The derived classes implement the moves.
 class Recordset::Private
 {
 public:
     enum class Place {
-        Nowhere,   ///< After a Seek that found nothing.
+        Nowhere,   ///< No current row after a Seek without a match.
         Before,    ///< Before the first row.
         OnRow,     ///< On a row, which another station may have deleted.
-        OnDeleted, ///< On a row deleted through this recordset.
-        After,     ///< Behind the last row.
-        Empty,     ///< There is no row.
+        OnDeleted, ///< On a row that was deleted through this recordset.
+        After,     ///< After the last row.
+        Empty,     ///< There are no rows.
     };
     enum class Pending { Nothing, Addition, Change };
 
@@ -32,42 +32,44 @@ public:
     virtual RecordsetType type() const = 0;
     virtual int recordCount() = 0;
     virtual bool isEmpty() = 0;
-    /// Counts to the end, where counting depends on how far the rows were read.
+    /// Marks all rows as reached. Has an effect on dynasets only.
     virtual void reachEnd() {}
-    /// Counts the first rows as reached, where counting depends on how far the rows were read.
+    /// Marks the first `count` rows as reached. Has an effect on dynasets only.
     virtual void reach(int /*count*/) noexcept {}
     virtual void goFirst() = 0;
-    /// Stands on the first row; a kind may look it up when it is first asked for.
+    /// Makes the first row current. A derived class may delay the lookup until settle.
     virtual void standFirst() { goFirst(); }
-    /// Looks up what standFirst has left.
+    /// Performs the lookup that standFirst has delayed.
     virtual void settle() {}
     virtual void goLast() = 0;
-    /// A relative move by at least one row, from a place that allows it.
+    /// Moves by at least one row, from a position that allows the move.
     virtual void goBy(int rows) = 0;
     virtual bool has(RowNumber number) = 0;
     virtual void goTo(RowNumber number) = 0;
     virtual void requery() = 0;
-    /// Requery with as many rows counted as reached as before.
+    /// Runs the query again, with as many rows counted as reached as before.
     virtual void requeryAsFarAsReached() { requery(); }
     virtual void rowAdded(RowNumber) {}
     virtual void rowRemoved() {}
-    /// All rows in this recordset's order.
+    /// Returns all rows in this recordset's order.
     virtual std::shared_ptr<RowList> allRows() = 0;
 
     virtual void setIndex(const QString& name);
     virtual QString index() const;
     virtual void seek(const QVariant& key);
 
-    /// Raises 3420 once the recordset or its database is closed.
+    /// Returns the engine driver. Throws ObjectClosed (3420) after the recordset or its database
+    /// has been closed.
     Driver& driver() const;
     const FieldInfo& field(int ordinal) const;
-    /// Raises 3021 or 3167 where the current row cannot be read.
+    /// Throws NoCurrentRecord (3021) or RecordDeleted (3167) if the current row cannot be read.
     void requireReadable();
-    /// Fetches the current row's values anew.
+    /// Reads the current row's values again.
     void refetch();
     QVariant value(int ordinal);
     void drop();
-    /// Stands on a row, or where there is none, at the place given (Empty if no row is left).
+    /// Makes the given row current. Without a row, the position becomes `otherwise`, or Empty if
+    /// the recordset has no rows.
     void standOn(std::optional<StoredRow> found, Place otherwise);
     std::vector<TableRows::Assignment> additions() const;
     std::vector<TableRows::Assignment> changes() const;
@@ -85,12 +87,13 @@ public:
 };
 
 std::shared_ptr<Recordset> openTable(std::shared_ptr<Database> database, TableInfo table);
-/// Raises 3061 for an unknown field of the query.
+/// Throws TooFewParameters (3061) for an unknown field in the query.
 std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, TableInfo table,
                                        const SelectQuery& query);
-/// The table that a query or name is about. Raises 3078, and 3251 for a view.
+/// Returns the definition of a table. Throws TableNotFound (3078), and OperationNotSupported (3251)
+/// for a view.
 TableInfo expectTable(Driver& driver, const QString& name);
-/// The order that a query asks for. Raises 3061.
+/// Returns the sort order of a query. Throws TooFewParameters (3061) for an unknown field.
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);
 
 std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<Database> database, const TableRows& rows,

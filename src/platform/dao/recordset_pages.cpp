@@ -41,7 +41,7 @@ public:
 
     void load(int row) override
     {
-        database_->driver(); // raises where the database is closed
+        database_->driver(); // Throws if the database is closed.
         if (!stands(row))
             return;
         if (isLoaded(row)) {
@@ -63,7 +63,7 @@ public:
             const auto place = std::size_t(ordinal);
             return fromStored(rows_.table().fields[place], (*found)->values[place]);
         } catch (const runtime::RunTimeError&) {
-            return {}; // contents that the field does not take are shown as none
+            return {}; // A stored value that does not fit the field is shown as empty.
         }
     }
 

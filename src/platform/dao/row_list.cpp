@@ -12,7 +12,8 @@ namespace dao {
 
 namespace {
 
-/// The mark of the first key; the others' follow. No table counts its rows down to there.
+/// The mark of the first key; the following keys have consecutive marks. No table has row ids this
+/// low.
 constexpr RowNumber firstMark = std::numeric_limits<RowNumber>::min();
 
 } // namespace
@@ -97,8 +98,7 @@ void RowList::remove(std::size_t place)
     numbers_.erase(numbers_.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
-/// Reads the rows that are known by their keys alone and puts their numbers in the place of their
-/// marks.
+/// Reads the rows that are known only by their keys, and replaces their marks by row ids.
 std::vector<std::optional<StoredRow>> RowList::readMarked(Database& database, std::size_t first,
                                                           std::size_t count)
 {

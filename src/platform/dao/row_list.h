@@ -8,25 +8,24 @@ namespace dao {
 
 class Database;
 
-/// The rows of a recordset in their order. Rows that stand in the order of a whole-number key
-/// without gaps are told by that alone: their numbers come with their values when they are read, so
-/// a long table costs no more to open than a short one. Which rows are in the list, and where, is
-/// settled when it is made; a row that is deleted before it is read keeps its place, with a number
-/// that no row has.
+/// The ordered rows of a recordset. Rows in the order of a whole-number key without gaps are stored
+/// as a key range only, and their row ids are read together with their values, so that a long table
+/// opens as fast as a short one. The set of rows and their order are fixed when the list is
+/// created. A row that is deleted before it is read keeps its position but gets an unused row id.
 class RowList
 {
 public:
     explicit RowList(RowNumbers numbers);
-    /// The rows of these keys.
+    /// Creates a list of the rows with these keys.
     RowList(const TableRows& rows, int keyOrdinal, const KeyRun& keys);
 
     std::size_t size() const { return numbers_.size(); }
     RowNumber at(Database& database, std::size_t place);
-    /// Reads rows of the table; one that no longer exists is absent.
+    /// Read rows of the table. A row that no longer exists is returned as nullopt.
     std::optional<StoredRow> row(Database& database, const TableRows& table, std::size_t place);
     std::vector<std::optional<StoredRow>> rows(Database& database, const TableRows& table,
                                                std::size_t first, std::size_t count);
-    /// The place of the row; size() where it is not in the list.
+    /// Returns the position of the row, or size() if it is not in the list.
     std::size_t find(Database& database, RowNumber number);
     void append(RowNumber number);
     void remove(std::size_t place);
@@ -43,7 +42,7 @@ private:
     std::vector<std::optional<StoredRow>> readMarked(Database& database, std::size_t first,
                                                      std::size_t count);
 
-    /// A row that is known by its key alone has a mark instead of its number.
+    /// Row ids. A row that is known only by its key has a mark instead of its row id.
     RowNumbers numbers_;
     std::optional<Keys> keys_;
 };

@@ -9,23 +9,24 @@
 
 namespace dao {
 
-/// Some pages of a long list of rows, the ones used last. A page that is kept holds a value or a
-/// hole for each of its rows.
+/// A cache of the most recently used pages of a long list of rows. A cached page holds a value or
+/// nothing for each of its rows.
 template <typename Row>
 class RowWindow
 {
 public:
-    /// Rows are kept by pages of `pageSize` rows, at most `pageLimit` of them.
+    /// Creates a cache of at most `pageLimit` pages with `pageSize` rows each.
     RowWindow(std::size_t pageSize, std::size_t pageLimit)
         : pageSize_(pageSize), pageLimit_(pageLimit)
     {
     }
 
-    /// The first row of the page that a row lies on.
+    /// Returns the index of the first row on the page that contains the row.
     std::size_t pageStart(std::size_t row) const { return row - row % pageSize_; }
     std::size_t pageSize() const { return pageSize_; }
 
-    /// The row's value; null where it is not kept. Stays good until the next change.
+    /// Returns the cached value of a row, or nullptr. The pointer is valid until the next change of
+    /// the cache.
     const Row* find(std::size_t row) const
     {
         for (const Page& page : pages_) {
@@ -37,7 +38,8 @@ public:
         return nullptr;
     }
 
-    /// Keeps the page that begins with row `start`; the page unused for longest makes room.
+    /// Caches the page that starts with row `start`, and evicts the least recently used page if the
+    /// cache is full.
     void keep(std::size_t start, std::vector<Row> rows)
     {
         pages_.remove_if([start](const Page& page) { return page.start == start; });
@@ -49,7 +51,7 @@ public:
         pages_.push_front(std::move(page));
     }
 
-    /// Marks the row's page as used last.
+    /// Marks the row's page as the most recently used one.
     void touch(std::size_t row)
     {
         const auto page = std::find_if(pages_.begin(), pages_.end(), [&](const Page& each) {
@@ -59,7 +61,7 @@ public:
             pages_.splice(pages_.begin(), pages_, page);
     }
 
-    /// Forgets one row's value.
+    /// Discards the value of one row.
     void forget(std::size_t row)
     {
         for (Page& page : pages_) {
@@ -68,7 +70,8 @@ public:
         }
     }
 
-    /// Follows the removal of a row: the rows behind it move up, so their pages are forgotten.
+    /// Updates the cache after the removal of a row. The following rows have moved, so their pages
+    /// are discarded.
     void remove(std::size_t row)
     {
         pages_.remove_if([&](const Page& page) { return page.start >= pageStart(row); });
@@ -83,7 +86,7 @@ private:
 
     std::size_t pageSize_;
     std::size_t pageLimit_;
-    std::list<Page> pages_; ///< The one used last stands first.
+    std::list<Page> pages_; ///< Cached pages, the most recently used first.
 };
 
 } // namespace dao

@@ -14,7 +14,7 @@ constexpr int tableExists = 3010;
 constexpr int noFieldDefined = 3264;
 constexpr int defaultTextSize = 255;
 
-/// The element at a position of a collection; raises 3265 for a position that does not exist.
+/// Returns the element at a position. Throws ItemNotFound (3265) if the position does not exist.
 template <typename Element>
 const Element& at(const std::vector<Element>& all, int position)
 {
@@ -23,7 +23,7 @@ const Element& at(const std::vector<Element>& all, int position)
     return all[static_cast<std::size_t>(position)];
 }
 
-/// The position of the element with a name in any case; -1 where there is none.
+/// Returns the position of the element with this case-insensitive name, or -1 if there is none.
 template <typename Element>
 int positionOf(const std::vector<Element>& all, const QString& name)
 {
@@ -106,7 +106,7 @@ void Indexes::Append(const Index& index) const
 {
     std::vector<IndexInfo>& known = table_->knownIndexes();
     if (table_->appended) {
-        // A primary key belongs to the making of a table.
+        // A primary key can only be created together with its table.
         if (index.Primary())
             throw RunTimeError(runtime::OperationNotSupported);
         table_->requireFields(index.info());
@@ -140,7 +140,8 @@ void FieldDefs::Append(const FieldDef& field) const
     if (positionOf(known, field.Name()) >= 0)
         throw RunTimeError(runtime::FieldDefinedTwice);
     if (table_->appended && !known.empty()) {
-        // A counter numbers a table's rows from the first one on.
+        // A counter cannot be added to an existing table, because it numbers the rows from the
+        // first one on.
         if (field.info().counter)
             throw RunTimeError(runtime::OperationNotSupported);
         Driver& driver = table_->driver();
@@ -212,8 +213,8 @@ FieldDef TableDef::CreateCounter(const QString& name) const
     return FieldDef(info);
 }
 
-/// The tables that the store holds, then those that stand in a definition alone. The program's own
-/// additions to the store are opened by their names and not listed.
+/// Returns the tables of the store, followed by the tables that exist only as a definition. The
+/// program's internal tables can be opened by name but are not listed.
 std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
 {
     std::vector<std::shared_ptr<TableDefState>> listed;

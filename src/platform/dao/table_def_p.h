@@ -7,10 +7,10 @@
 
 namespace dao {
 
-/// True for the tables in which the program keeps what is no part of the listed ones.
+/// Returns true for the program's internal tables, which are not listed.
 bool isOwnTable(const QString& name);
 
-/// What a Database knows of one table; fields and indexes are read when they are first asked for.
+/// The state of a table definition. Fields and indexes are read when they are first needed.
 struct TableDefState
 {
     QString name;
@@ -23,10 +23,10 @@ struct TableDefState
     Driver& driver() const;
     std::vector<FieldInfo>& knownFields();
     std::vector<IndexInfo>& knownIndexes();
-    /// A table that was appended and then lost its last field: no SQL engine need hold such a
-    /// table, so it stands here alone.
+    /// Returns true for an appended table that has lost its last field. It exists only in this
+    /// definition, because not every SQL engine supports a table without columns.
     bool standsHereAlone() { return appended && knownFields().empty(); }
-    /// Raises 3265 where the index is over a field that the table has not.
+    /// Throws ItemNotFound (3265) if the table lacks a field of the index.
     void requireFields(const IndexInfo& index);
     void createInStore();
 };

@@ -7,8 +7,8 @@ namespace dao {
 
 namespace {
 
-/// A live recordset over a whole table. Its place is the current row's own values and number, so
-/// it needs no list of rows and stays right whatever others write.
+/// A live recordset over a whole table. The current row's values and row id determine its position.
+/// It needs no list of rows and stays correct if other stations write.
 class TableCursor final : public Recordset::Private
 {
 public:
@@ -84,7 +84,7 @@ public:
     {
         const FieldInfo& keyField = field(order_.front());
         FieldInfo unlimited = keyField;
-        unlimited.size = 0; // a text longer than the field is no error to look for
+        unlimited.size = 0; // A search text may be longer than the field.
         const QVariant stored = toStored(keyField, converted(unlimited, key));
         std::optional<StoredRow> found = rows.find(driver(), order_, stored);
         settled_ = true;
@@ -114,8 +114,8 @@ private:
 
     QString index_;
     RowOrder order_;
-    /// False where it stands on the first row without having looked it up: most tables are opened
-    /// for a Seek.
+    /// False while the lookup of the first row is delayed, because most tables are opened only for
+    /// a Seek.
     bool settled_ = false;
 };
 

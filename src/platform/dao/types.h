@@ -5,7 +5,7 @@
 
 namespace dao {
 
-/// Field types under their DAO names and numbers.
+/// Field types with their DAO names and numbers.
 enum DataType {
     dbBoolean = 1,
     dbInteger = 3,
@@ -20,21 +20,22 @@ enum RecordsetType {
     dbOpenDynaset = 2,
 };
 
-/// What a row is told apart by, whatever its fields hold. Opaque above the engine; equal keys mean
-/// the same row of the same table.
+/// Internal row id. It is opaque to callers of the engine; equal keys identify the same row of the
+/// same table.
 using RowKey = QVariant;
 
-/// What a table says of one of its fields.
+/// The definition of a field in a table.
 struct FieldInfo
 {
     QString name;
     DataType type = dbText;
-    int size = 0; ///< Characters of a text field, 0 where it has no limit; 0 for other types.
+    int size = 0; ///< Maximum length of a text field in characters; 0 for an unlimited text field
+                  ///< and for other types.
     bool counter = false;
     bool required = false;
 };
 
-/// What a table says of one of its indexes.
+/// The definition of an index of a table.
 struct IndexInfo
 {
     QString name;

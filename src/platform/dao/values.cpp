@@ -17,7 +17,7 @@ namespace {
 double number(const QVariant& value)
 {
     try {
-        // A whole number of 64 bits on a server comes unsigned where it is not negative.
+        // Qt delivers a non-negative 64-bit integer of a server as an unsigned number.
         const bool isUnsigned = value.typeId() == QMetaType::ULongLong;
         const double result = isUnsigned ? value.toDouble() : runtime::toDouble(value);
         if (!std::isfinite(result))
@@ -30,8 +30,9 @@ double number(const QVariant& value)
     }
 }
 
-/// A date, with its time of day where it has one. Years of four digits only, as they are stored. A
-/// moment is in no time zone: in the machine's own there are times that a clock put forward skips.
+/// Returns a QDate, or a QDateTime if there is a time of day. The year has four digits, as in
+/// stored values. The QDateTime is in UTC, because local time has a gap when daylight saving time
+/// starts.
 QVariant moment(const QDate& date, const QTime& time)
 {
     if (!date.isValid() || !time.isValid() || date.year() < 1 || date.year() > 9999)
@@ -73,7 +74,7 @@ QString textOf(const QVariant& value)
         const QString text = runtime::toText(value);
         if (text.isNull())
             return u""_s;
-        // Half of a character that stands in two would take the one behind it along.
+        // An unpaired surrogate would damage the following character, so it is replaced.
         return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
     } catch (const RunTimeError& error) {
         if (error.number() == runtime::TypeMismatch)

@@ -2,20 +2,22 @@
 
 #include "platform/dao/types.h"
 
-/// Between what a store holds, what a field's value is and what is assigned to it.
+/// Conversions between stored values, field values and assigned values.
 namespace dao {
 
-/// A stored value as the field's value. Raises 3421 for contents that the declared type does not
-/// take, 6 for a number beyond it.
+/// Converts a stored value to a field value. Throws DataTypeConversion (3421) if the contents do
+/// not match the declared type, and Overflow (6) for a number outside the type's range.
 QVariant fromStored(const FieldInfo& field, const QVariant& stored);
 
-/// An assigned value converted to the field's type. Raises 3421, 6, 3163.
+/// Converts an assigned value to the field's type. Throws DataTypeConversion (3421), Overflow (6),
+/// and FieldTooSmall (3163) for a text longer than the field.
 QVariant converted(const FieldInfo& field, const QVariant& assigned);
 
-/// A field's value as it is stored.
+/// Converts a field value to its stored form.
 QVariant toStored(const FieldInfo& field, const QVariant& value);
 
-/// The value of a field that nothing was assigned to in a new row.
+/// Returns the value of a field of a new row before anything is assigned: 0 for a Boolean, Null for
+/// other types.
 QVariant initialValue(const FieldInfo& field);
 
 } // namespace dao

@@ -11,8 +11,8 @@ namespace report {
 class PreviewWindow;
 class RowSource;
 
-/// A report at run time: its record source, what is set of its controls, and its preview. What is
-/// set afterwards reaches paper with the next Show.
+/// A report at run time. It holds the record source, the captions and pictures that are set at run
+/// time, and the preview window. Later changes take effect at the next Show.
 class DataReport
 {
 public:
@@ -22,13 +22,15 @@ public:
     DataReport(const DataReport&) = delete;
     DataReport& operator=(const DataReport&) = delete;
 
-    /// The rows that the next Show prints. The preview keeps them for as long as it shows them.
+    /// Sets the rows that the next Show displays. The preview keeps them while it shows them.
     void setDataSource(std::shared_ptr<RowSource> rows);
-    /// The sections in the order of the design, counted from 1. Raises 9 for another index.
+    /// Returns a section by its position in the design, counted from 1. Throws SubscriptOutOfRange
+    /// (9) for any other index.
     Section& Sections(int index);
-    /// Opens the preview, modeless and maximised, at its first page; the window that stands
-    /// already is taken again. Raises 91 without a data source, 3265 for a field that the record
-    /// source does not have, 8519 where the paper is too narrow.
+    /// Opens the modeless, maximised preview at the first page. An existing preview window is used
+    /// again. Throws ObjectNotSet (91) without a record source, ItemNotFound (3265) if the record
+    /// source lacks a field of the design, and ReportWidthTooLarge (8519) if the report is wider
+    /// than the paper.
     void Show();
 
 private:

@@ -6,26 +6,26 @@
 
 #include <span>
 
-/// A report's design as data: tables of constants that can be laid beside the drawing of the form.
-/// All positions and sizes are twips (1/1440 inch), from the left edge and the top of the section;
-/// the left edge stays the left edge although the texts read from right to left.
+/// A report's design as constant tables. All positions and sizes are in twips (1/1440 inch),
+/// measured from the left and top edges of the section. They are never mirrored, although the texts
+/// read right-to-left.
 namespace report {
 
 enum class Kind {
     Label, ///< A caption, fixed by the design or set at run time.
-    Field, ///< A column of the record source, by name in any case.
-    Line,  ///< Horizontal or vertical: one of width and height is 0.
-    Image, ///< A picture set at run time, empty before.
+    Field, ///< A column of the record source; its name ignores case.
+    Line,  ///< A horizontal or vertical line: one of width and height is 0.
+    Image, ///< A picture that is set at run time; blank until then.
 };
 
 enum class Align { Left, Right, Centre };
 
-/// Style flags of a control, added up.
+/// Style flags of a control; they can be combined.
 enum Style {
     Plain = 0,
     Bold = 1,
     Underlined = 2,
-    RightToLeft = 4, ///< Reading order; independent of the alignment.
+    RightToLeft = 4, ///< Reading direction, independent of the alignment.
     Boxed = 8,       ///< A thin solid border around the control.
 };
 
@@ -33,18 +33,18 @@ struct ControlDesign
 {
     Kind kind;
     QStringView name;
-    QStringView text; ///< A label's caption, a field's column.
+    QStringView text; ///< The caption of a label or the column of a field.
     int left;
     int top;
     int width;
     int height;
-    double points = 0; ///< Font size.
+    double points = 0; ///< Font size in points.
     Align align = Align::Left;
     int style = Plain;
 };
 
-/// What a section is for. Only page header, detail and page footer carry controls here; the report
-/// header and footer stand in the collection with height 0.
+/// The role of a section. Only the page header, the detail and the page footer contain controls.
+/// The report header and report footer have height 0.
 enum class Role { ReportHeader, PageHeader, Detail, PageFooter, ReportFooter };
 
 struct SectionDesign
@@ -58,20 +58,21 @@ struct SectionDesign
 struct ReportDesign
 {
     QStringView name;
-    QStringView caption; ///< Of the preview window.
+    QStringView caption; ///< Title of the preview window.
     QStringView fontFamily;
-    int width; ///< Of the sections, without the margins.
+    int width; ///< Width of the sections without the margins.
     int leftMargin;
     int rightMargin;
     int topMargin;
     int bottomMargin;
     std::span<const SectionDesign> sections;
-    /// An exported file is proposed under this word and the caption of the named label.
+    /// An exported file gets a default name that consists of this word and the caption of the label
+    /// documentNumberLabel.
     QStringView documentWord;
     QStringView documentNumberLabel;
 };
 
-/// Top and bottom margin of a report whose design leaves them open.
+/// The top and bottom margin, in twips, of a report whose design defines none.
 inline constexpr int defaultVerticalMargin = runtime::twipsPerInch;
 
 constexpr const SectionDesign* sectionOf(const ReportDesign& design, Role role)

@@ -14,7 +14,7 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Enough for the pages that a screen shows at once.
+/// Size of the page cache; a screen shows fewer pages at once.
 constexpr std::size_t keptPageCount = 32;
 
 bool forbiddenInFileName(QChar c)
@@ -36,7 +36,7 @@ Document::~Document() = default;
 
 std::unique_ptr<Document> Document::onPaper(Paper paper)
 {
-    readAll(); // the two share their rows, and neither may change under the other
+    readAll(); // Both documents share the rows, so neither may reload them later.
     return std::make_unique<Document>(design_, sections_, rows_, paper);
 }
 
@@ -154,7 +154,7 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
-    // What is set at run time is data: a customer may be called "%p".
+    // A caption that is set at run time is data and may contain "%p".
     if (control.isCaptionSet())
         return caption;
     if (caption == u"%p")

@@ -13,26 +13,27 @@ namespace report {
 
 class PageInk;
 
-/// A report with its captions, pictures and rows as they stand at one moment, laid on one paper.
-/// Its pages are made when they are asked for; a few are kept.
+/// A snapshot of a report's captions, pictures and rows, laid out on one paper. The document
+/// creates a page when it is requested and caches the most recent pages.
 ///
-/// All pages show the rows of one moment. A long record source holds its first rows only when it is
-/// opened (RowSource), so that the first page stands at once; whoever shows the document calls
-/// readAll soon afterwards, and printing, exporting and searching begin with it. A page with rows
-/// that are not at hand is never made from what the store holds by then: page() calls readAll
-/// first, which takes all rows from one later moment, those of the first page included.
+/// All pages show the rows of one moment. A long record source initially holds only its first rows
+/// (RowSource), so that the first page appears immediately. The caller that shows the document
+/// calls readAll soon afterwards. Printing, exporting and searching start with readAll. A page
+/// never combines rows of two moments: if page() needs a row that is not loaded, it calls readAll
+/// first, which reads all rows again at one later moment.
 class Document
 {
 public:
-    /// The design must outlive the document; the sections are taken over as they are. Raises 3265
-    /// for a field that the rows do not have, and what Pagination raises.
+    /// Copies the sections. The design must outlive the document. Throws ItemNotFound (3265) if the
+    /// rows lack a field of the design, and any error of Pagination.
     Document(const ReportDesign& design, std::vector<Section> sections,
              std::shared_ptr<RowSource> rows, Paper paper);
     ~Document();
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
-    /// The same report on another paper. Raises what Pagination and readAll raise.
+    /// Returns the same report laid out on another paper. Throws any error of Pagination and
+    /// readAll.
     std::unique_ptr<Document> onPaper(Paper paper);
 
     const ReportDesign& design() const { return design_; }
@@ -40,24 +41,25 @@ public:
     Paper paper() const { return pagination_.paper(); }
     int blockCount() const;
     int pageCount() const { return pagination_.pageCount(blockCount()); }
-    /// What the report is filed under: the design's word and number, fit for a file name.
+    /// Returns the default name of exported files and of the print job: the design's word and the
+    /// order number, without characters that are forbidden in file names.
     QString title() const;
 
-    /// True once all rows are at hand: the number of pages is final then.
+    /// Returns true if all rows are loaded. The number of pages is final from then on.
     bool isWhole() const;
-    /// True where the rows of the page are at hand.
+    /// Returns true if all rows of this page are loaded.
     bool hasPage(int index) const;
-    /// Reads all rows where the document is not whole. True if pages given before are others now,
-    /// or their number is. Raises what reading raises, and nothing has changed then.
+    /// Reads all rows if some are not loaded. Returns true if earlier pages, or their number, are
+    /// outdated. Throws any error of reading; the document is then unchanged.
     bool readAll();
 
-    /// The page, made from the rows at hand or else after readAll; pages count from 0. Raises what
-    /// reading raises.
+    /// Returns a page by its index, counted from 0. Calls readAll first if a row of the page is not
+    /// loaded. Throws any error of reading.
     std::shared_ptr<const Page> page(int index);
-    /// The only way to ink: screen, printer, files and tests alike. The painter stands at the
-    /// corner of the sheet and is scaled to twips. Draws nothing but the page and raises nothing.
+    /// Draws a page. Screen, printer, PDF files and tests all draw through this function. The
+    /// painter's origin must be the top left corner of the sheet and its unit the twip.
     void paintPage(const Page& page, QPainter& painter) noexcept;
-    /// Both at once. Raises what reading raises, before anything is drawn.
+    /// Creates a page and draws it. Throws any error of reading before anything is drawn.
     void paintPage(int index, QPainter& painter) { paintPage(*page(index), painter); }
 
 private:
@@ -70,7 +72,8 @@ private:
     std::vector<Section> sections_;
     std::shared_ptr<RowSource> rows_;
     Pagination pagination_;
-    std::vector<std::vector<int>> ordinals_; ///< Of the fields, section by section; -1 for others.
+    std::vector<std::vector<int>> ordinals_; ///< Field positions in the record source, section by
+                                             ///< section; -1 for other controls.
     std::deque<std::shared_ptr<const Page>> keptPages_;
     std::unique_ptr<PageInk> ink_;
 };

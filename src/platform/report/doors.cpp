@@ -22,9 +22,9 @@ Paper paperOfDefaultPrinter()
     return printer.isNull() ? a4Portrait : paperOf(QPrinter(printer).pageLayout());
 }
 
-/// The toolkit's dialogs write their history to a settings file of the user's when they close. The
-/// program leaves no file outside its folder, so these settings get a place in which no file can be
-/// made. Where they are no file, as on Windows, this changes nothing.
+/// Qt's dialogs write their history to a settings file of the user when they close. The program
+/// must not create files outside its folder. A settings path below the null device makes it
+/// impossible to create the file. On Windows, where settings are not a file, this has no effect.
 void keepNoDialogHistory()
 {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
@@ -32,7 +32,7 @@ void keepNoDialogHistory()
 
 bool showPrintDialog(QPrinter& printer, QWidget* parent, int pageCount)
 {
-    keepNoDialogHistory(); // the dialog has a button that opens a file dialog
+    keepNoDialogHistory(); // The print dialog has a button that opens a file dialog.
     QPrintDialog dialog(&printer, parent);
     dialog.setWindowTitle(u"הדפסה"_s);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);

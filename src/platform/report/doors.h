@@ -8,17 +8,17 @@
 class QPrinter;
 class QWidget;
 
-/// What the preview asks of the desktop, each behind a door that can be replaced. The dialogs that
-/// stand behind them at first write no settings file.
+/// The preview's requests to the desktop, each behind a function that tests can replace. The
+/// default dialogs write no settings file.
 namespace report {
 
-/// The paper that a report is laid on when it is shown: the default printer's, A4 upright without
-/// one.
+/// Returns the paper on which a report is laid out when it is shown: the default printer's paper,
+/// or A4 portrait without a printer.
 Paper defaultPaper();
 using PaperDoor = runtime::Door<Paper()>;
 PaperDoor& paperDoor();
 
-/// Lets the user choose printer and pages; false where the user thinks better of it.
+/// Lets the user choose the printer and the pages. Returns false if the user cancels.
 bool askPrinter(QPrinter& printer, QWidget* parent, int pageCount);
 using PrinterDoor = runtime::Door<bool(QPrinter& printer, QWidget* parent, int pageCount)>;
 PrinterDoor& printerDoor();
@@ -27,12 +27,12 @@ struct FileRequest
 {
     QWidget* parent;
     QString title;
-    QString proposedName; ///< With its suffix, without a folder.
-    QString filter;       ///< As a file dialog takes it.
-    QString suffix;       ///< Of a name that is typed without one; without the dot.
+    QString proposedName; ///< Default file name with suffix, without a folder.
+    QString filter;       ///< Filter in the syntax of QFileDialog.
+    QString suffix;       ///< Suffix that is appended to a name typed without one; without the dot.
 };
 
-/// Lets the user choose a file to write; empty where the user thinks better of it.
+/// Lets the user choose a file to write. Returns an empty text if the user cancels.
 QString askFile(const FileRequest& request);
 using FileDoor = runtime::Door<QString(const FileRequest& request)>;
 FileDoor& fileDoor();

@@ -6,35 +6,38 @@
 
 class QIODevice;
 
-/// A report as a file. Each writer goes page by page, so that memory grows with the page and not
-/// with the report. Reading failures are raised; writing failures are outcomes.
+/// The export of a report to a file. Each writer handles one page at a time, so that memory use
+/// depends on the size of a page and not on the number of pages. Errors of reading are thrown;
+/// errors of writing are returned as Outcome::Failed.
 namespace report {
 
 enum class Outcome { Done, Cancelled, Failed };
 
-/// Told after each page how many of how many are done; false cancels what is under way.
+/// Callback after each page with the number of finished pages and of all pages. Returning false
+/// cancels the export.
 using Progress = std::function<bool(int done, int total)>;
 
-/// The pages, from 0, in their order.
+/// Writes the given pages, counted from 0, in the given order.
 Outcome writePdf(Document& document, const std::vector<int>& pages, QIODevice& device,
                  const Progress& progress);
 
-/// One self-contained page, right-to-left, pictures inlined: the page header once, then every
-/// block as it lies on paper.
+/// Writes one self-contained right-to-left HTML page with embedded pictures. It contains the page
+/// header once and then every block in its printed layout.
 Outcome writeHtml(Document& document, QIODevice& device, const Progress& progress);
 
-/// Plain UTF-8: the page header once, then one block of text lines per row, an empty line between
-/// them. What stands side by side on paper stands on one line, from right to left, parted by tabs;
-/// line breaks and tabs within a text become blanks.
+/// Writes plain UTF-8 text. It contains the page header once and then one group of lines per row,
+/// separated by empty lines. Controls that are side by side on paper share one line; they are
+/// ordered from right to left and separated by tabs. Line breaks and tabs inside a text are
+/// replaced by spaces.
 Outcome writeText(Document& document, QIODevice& device, const Progress& progress);
 
 using Writer = std::function<Outcome(QIODevice& device)>;
 
-/// Runs the writer over a new file beside the path, which takes the path's place at the end. Unless
-/// the outcome is Done, what was there before stands untouched and nothing is left behind.
+/// Runs the writer on a temporary file in the target folder and then replaces the target by it.
+/// Unless the outcome is Done, the target is unchanged and the temporary file is removed.
 Outcome writeFile(const QString& path, const Writer& writer);
 
-/// All pages of a document.
+/// Returns the indexes of all pages of a document.
 std::vector<int> allPages(const Document& document);
 
 } // namespace report

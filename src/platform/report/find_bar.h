@@ -12,7 +12,7 @@ namespace report {
 
 class PreviewPages;
 
-/// The bar below the pages in which a text is typed and found. Hidden until it is opened.
+/// The search bar below the pages. It is hidden until it is opened.
 class FindBar : public QToolBar
 {
     Q_OBJECT
@@ -23,7 +23,8 @@ public:
     void setDocument(std::shared_ptr<Document> document);
     void open();
     void close();
-    /// Goes to the next or previous place of the text; opens the bar where there is none yet.
+    /// Shows the next or previous hit of the typed text. Opens the bar first if it is hidden or
+    /// empty.
     void find(SearchDirection direction);
 
     QAction* nextAction() const { return next_; }

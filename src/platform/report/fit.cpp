@@ -6,8 +6,8 @@ namespace report {
 
 namespace {
 
-/// The whole percents that `part` is of `whole`. A text that fits exactly must not lose a percent
-/// to rounding.
+/// Returns part / whole in whole percents, rounded down. A tolerance keeps a text that fits exactly
+/// from losing one percent to a floating-point error.
 int percentOf(double part, double whole)
 {
     constexpr double roundingError = 1e-9;

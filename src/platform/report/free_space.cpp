@@ -6,7 +6,8 @@ namespace report {
 
 namespace {
 
-/// A box narrower than ten times the inset cannot afford all of it.
+/// Returns the distance between a boxed control's border and its text. It is reduced for a box
+/// narrower than ten times the clearance.
 double borderInset(const ControlDesign& control)
 {
     return std::min(clearance, control.width / 10.0);
@@ -17,21 +18,21 @@ bool isBoxed(const ControlDesign& control)
     return (control.style & Style::Boxed) != 0;
 }
 
-/// Whether the controls share at least half of the height of the lower one.
+/// Returns true if the controls overlap vertically by at least half of the smaller height.
 bool standSideBySide(const ControlDesign& a, const ControlDesign& b)
 {
     const int shared = std::min(a.top + a.height, b.top + b.height) - std::max(a.top, b.top);
     return shared > 0 && 2 * shared >= std::min(a.height, b.height);
 }
 
-/// Whether the neighbour comes so near that it may take some of the control's width.
+/// Returns true if the neighbour is close enough to restrict the control's text horizontally.
 bool isNear(const ControlDesign& control, const ControlDesign& neighbour)
 {
     return neighbour.left < control.left + control.width + clearance &&
            neighbour.left + neighbour.width > control.left - clearance;
 }
 
-/// Where the ink of a caption lies, in twips from the left edge of the section.
+/// Returns the horizontal extent of a caption's text, in twips from the left edge of the section.
 Extent captionInk(const ControlDesign& caption, double naturalWidth)
 {
     const double width = std::min<double>(naturalWidth, caption.width);
@@ -47,7 +48,7 @@ Extent captionInk(const ControlDesign& caption, double naturalWidth)
     return {middle - width / 2, middle + width / 2};
 }
 
-/// Narrows the free part of a field by what stands beside it.
+/// The free part of a field, reduced step by step by the neighbours.
 class FreeSpace
 {
 public:

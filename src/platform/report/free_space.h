@@ -7,10 +7,10 @@
 
 namespace report {
 
-/// What a text keeps from borders, lines and the captions beside it, in twips.
+/// Minimum distance, in twips, between a text and a border, a line or an adjacent caption.
 inline constexpr double clearance = 40;
 
-/// The part of a control's width that its text may take, in twips from the control's left edge.
+/// The part of a control's width that its text may occupy, in twips from the control's left edge.
 struct Extent
 {
     double left;
@@ -19,17 +19,17 @@ struct Extent
     bool operator==(const Extent&) const = default;
 };
 
-/// The greatest width of a text that is aligned as stated in a control of the width and stays in
-/// the free part: a centred text loses on both sides what is taken from one.
+/// Returns the greatest width of a text that stays in the free part of a control with this width
+/// and alignment. A centred text loses twice the space that is missing on one side.
 double usableWidth(const Extent& free, double width, Align align);
 
-/// The natural width of a caption in twips.
+/// Returns the natural width of a caption in twips.
 using CaptionWidth = std::function<double(const ControlDesign& caption)>;
 
-/// Finds the free part of a control among the other controls of its section. A boxed control keeps
-/// its text from its own borders. A field also keeps it from the captions on its line and from the
-/// vertical lines and borders that run along it; neighbours that would leave it less than half of
-/// its width are ignored.
+/// Returns the free part of a control's width among the other controls of its section. The text of
+/// a boxed control keeps clear of its own borders. The text of a field also keeps clear of captions
+/// beside it and of vertical lines and borders beside it. If less than half of the width remains,
+/// the neighbours are ignored.
 Extent freeExtent(const ControlDesign& control, std::span<const ControlDesign> section,
                   const CaptionWidth& captionWidth);
 

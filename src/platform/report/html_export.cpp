@@ -16,18 +16,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double twipsPerPoint = runtime::twipsPerPoint;
-/// Half of it lies inside the control on paper, all of it in a style sheet.
+/// Width of a border in twips. On paper half of it is inside the control; in CSS all of it is.
 constexpr double borderWidth = runtime::twipsPerPixel;
-/// What of its width a text may take here: a browser may have another font than this machine.
+/// Share of the available width that a text may occupy, because the browser may use another font
+/// than this machine.
 constexpr double safeShare = 0.9;
 
-/// Twips as the points of a style sheet.
+/// Converts twips to a CSS length in points.
 QString points(double twips)
 {
     return QString::number(twips / twipsPerPoint) + u"pt"_s;
 }
 
-/// Flexible boxes name their edges by the direction of the section, which is left to right.
+/// CSS alignments of a control. A flex container names its edges by the direction of the section,
+/// which is left-to-right.
 struct Alignment
 {
     QString text;
@@ -47,8 +49,8 @@ Alignment alignment(Align align)
     return {u"center"_s, u"center"_s};
 }
 
-/// Keeps a text in the free part of its control. A centred text that is too wide for its box grows
-/// on both sides.
+/// Returns the padding that keeps a text in the free part of its control. A centred text gets equal
+/// padding on both sides, because it overflows to both sides.
 QString padding(const ControlDesign& design, const TextFrame& frame)
 {
     const double border = (design.style & Style::Boxed) != 0 ? borderWidth : 0;
@@ -60,7 +62,7 @@ QString padding(const ControlDesign& design, const TextFrame& frame)
                                        points(std::max(0.0, left - border)));
 }
 
-/// The style rule of one control, named as the control is.
+/// Returns the CSS rule of a control. The class is named after the control.
 QString controlRule(const ControlDesign& design, TextShaper& shaper)
 {
     QString rule = u".%1{left:%2;top:%3;width:%4;height:%5;"_s.arg(
@@ -120,7 +122,8 @@ QString picture(const ControlDesign& design, const QImage& image)
         design.name, type, QString::fromLatin1(bytes.toBase64()));
 }
 
-/// How the text is condensed and made smaller, as on paper but with room for another font.
+/// Returns the CSS for condensing and size reduction. It equals the printed text but leaves a
+/// reserve for another font.
 QString fitStyle(const ShapedText& text, double available)
 {
     const double size = text.fit.vertical();

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Each bracket beside its counterpart.
+/// Bracket pairs; the counterpart of the bracket at index i is at index i ^ 1.
 const QString brackets = u"()[]{}<>"_s;
 constexpr char16_t leftToRightMark = 0x200e;
 constexpr char16_t rightToLeftMark = 0x200f;
@@ -45,7 +45,7 @@ std::vector<Glyph> glyphsOf(const QTextLayout& layout)
     return glyphs;
 }
 
-/// The place of a bracket's glyph among `brackets`; -1 for any other glyph.
+/// Returns the index of the glyph's bracket in `brackets`, or -1 for any other glyph.
 qsizetype bracketOf(const Glyph& glyph)
 {
     return glyph.font.glyphIndexesForString(brackets).indexOf(glyph.index);
@@ -65,7 +65,8 @@ void mirrorBracket(Glyph& glyph)
     glyph.index = glyph.font.glyphIndexesForString(brackets).at(bracket ^ 1);
 }
 
-/// Adds an invisible mark of direction, in the font of the glyph beside it if that has one.
+/// Adds an invisible direction mark in the font of the adjacent glyph. A font without the mark adds
+/// nothing.
 void addMark(std::vector<Glyph>& glyphs, const Glyph& beside, char16_t mark, double x)
 {
     const quint32 index = beside.font.glyphIndexesForString(QString(QChar(mark))).value(0);

@@ -9,22 +9,24 @@ class QTextLayout;
 
 namespace report {
 
-/// Glyphs that are drawn with one call.
+/// Glyphs that one call draws.
 struct GlyphPiece
 {
     QGlyphRun run;
-    /// Set where the piece is a single glyph drawn as its mirror image, from this x to the left.
+    /// Set if the piece is a single glyph that is drawn as its mirror image. The mirror image
+    /// extends to the left from this x position.
     std::optional<double> mirroredFrom;
 };
 
-/// The glyphs of a layout of one line, ordered for programs that read the text back from a PDF.
+/// Returns the glyph pieces of a one-line layout in an order that lets programs extract the text
+/// from a PDF.
 ///
-/// The pieces come in the order in which they stand on paper, from the left, because such programs
-/// put words together from neighbours. Fonts draw "(" in right-to-left text with the glyph of ")",
-/// and a PDF tells a character by its glyph: a mirrored bracket is therefore drawn as the mirror
-/// image of its own glyph. In a text with brackets, invisible marks of direction bound the parts
-/// that run from left to right: one at the left, so that the brackets that follow in right-to-left
-/// text are not counted with the part, and one behind a bracket at the right, so that it is.
+/// The pieces are sorted from left to right, because such programs build words from adjacent
+/// glyphs. In right-to-left text, fonts draw "(" with the glyph of ")", but a PDF identifies a
+/// character by its glyph. A mirrored bracket is therefore drawn as the mirror image of its own
+/// glyph. In a text with brackets, invisible direction marks delimit the left-to-right parts. A
+/// mark at the left end keeps the following brackets of right-to-left text out of the part. A mark
+/// after a bracket at the right end keeps that bracket in the part.
 std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout);
 
 } // namespace report

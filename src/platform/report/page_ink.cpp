@@ -8,7 +8,7 @@ namespace report {
 
 namespace {
 
-/// One pixel of a screen at 96 dots per inch.
+/// Line width in twips; one pixel of a screen with 96 dots per inch.
 constexpr double lineWidth = runtime::twipsPerPixel;
 
 void drawPicture(const QRectF& place, const QImage& picture, QPainter& painter)
@@ -66,7 +66,7 @@ void PageInk::drawText(const PrintedControl& printed, QPainter& painter)
     const ControlDesign& design = printed.control->design();
     const ShapedText& text = shaper_.shaped(design, printed.text);
     drawGlyphs(text, printed.corner, painter);
-    // The toolkit misplaces the underlines of glyph runs under a scaled painter.
+    // Qt draws the underlines of glyph runs at a wrong position under a scaled painter.
     if ((design.style & Style::Underlined) != 0) {
         for (const QLineF& underline : underlines(text, printed.corner))
             lines_.append(underline);

@@ -9,7 +9,8 @@
 
 namespace report {
 
-/// Draws pages: texts, then all lines and borders at once, under a painter scaled to twips.
+/// Draws a page: first all texts and pictures, then all lines and borders in one call. The
+/// painter's unit must be the twip.
 class PageInk
 {
 public:

@@ -4,7 +4,7 @@
 
 namespace report {
 
-/// A sheet as it lies in the printer, in twips.
+/// The size of a sheet in twips, in its printed orientation.
 struct Paper
 {
     int width;
@@ -15,25 +15,26 @@ struct Paper
 
 inline constexpr Paper a4Portrait{11906, 16838};
 
-/// Where a report's bands stand on sheets of one paper, and which blocks each page takes. Plain
-/// arithmetic over twips. A block is the detail of one row and is never split; page header and
-/// footer stand on every page, the footer directly above the bottom margin.
+/// Computes the positions of a report's bands on the paper and the blocks of each page, in twips. A
+/// block is the detail section of one row and is never split. The page header and page footer
+/// appear on every page; the footer is directly above the bottom margin.
 class Pagination
 {
 public:
-    /// Raises 8519 where the report and its side margins are wider than the paper, 5 where the
-    /// paper is too short for one block.
+    /// Throws ReportWidthTooLarge (8519) if the report with its side margins is wider than the
+    /// paper, and InvalidProcedureCall (5) if the paper is too short for one block.
     Pagination(const ReportDesign& design, Paper paper);
 
     Paper paper() const { return paper_; }
     int blocksPerPage() const { return blocksPerPage_; }
-    /// Pages that so many blocks fill; an empty report still has one.
+    /// Returns the number of pages for this number of blocks. An empty report has one page.
     int pageCount(int blocks) const;
-    /// The first block of a page; pages and blocks count from 0.
+    /// Returns the index of the first block of a page. Pages and blocks are counted from 0.
     int firstBlock(int page) const { return page * blocksPerPage_; }
     int blocksOn(int page, int blocks) const;
 
-    /// Left edge of every band, and the tops of the bands, from the corner of the sheet.
+    /// Return the left edge of every band and the top edges of the bands, in twips from the top
+    /// left corner of the sheet.
     int left() const { return left_; }
     int headerTop() const { return headerTop_; }
     int blockTop(int blockOnPage) const { return detailTop_ + blockOnPage * blockHeight_; }

@@ -13,7 +13,8 @@ namespace {
 
 constexpr double twipsPerPoint = runtime::twipsPerPoint;
 
-/// Hands everything through and remembers whether all of it was taken: the PDF engine does not say.
+/// Forwards all writes to the target device and records a failed write, because Qt's PDF engine
+/// does not report it.
 class CheckedDevice : public QIODevice
 {
 public:

@@ -24,7 +24,7 @@ constexpr double zoomSteps[] = {0.1, 0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4, 5};
 PreviewPages::PreviewPages(QWidget* parent) : QAbstractScrollArea(parent)
 {
     setFrameShape(QFrame::NoFrame);
-    // A bar that came and went would change the width that a fit is worked out from.
+    // A scroll bar that appears on demand would change the width from which the zoom is computed.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setBackgroundRole(QPalette::Mid);
     viewport()->setAutoFillBackground(true);
@@ -124,16 +124,18 @@ int PreviewPages::stride() const
     return sheetSize().height() + gap;
 }
 
-/// In pixels from the top of the first sheet's gap. A scroll bar counts in int, which ends after
-/// some hundred thousand sheets at the greatest zoom: what lies beyond is left to find, print and
-/// export.
+/// Returns the top edge of a sheet in pixels below the start of the scroll area. The range of a
+/// scroll bar is limited to int, which is exceeded after some hundred thousand sheets at the
+/// greatest zoom. Pages beyond the limit cannot be scrolled to, but search, printing and export
+/// include them.
 int PreviewPages::sheetTop(int page) const
 {
     constexpr qint64 reach = std::numeric_limits<int>::max() / 2;
     return static_cast<int>(std::min(gap + qint64{page} * stride(), reach));
 }
 
-/// In the viewport's pixels. A sheet wider than the view begins at the right, where reading does.
+/// Returns a sheet's rectangle in viewport pixels. If the sheet is wider than the viewport, it is
+/// initially scrolled to its right edge, where reading starts.
 QRect PreviewPages::sheetRect(int page) const
 {
     const QSize size = sheetSize();
@@ -148,7 +150,7 @@ void PreviewPages::applyZoom(double zoom)
     const double wanted = std::clamp(zoom, smallestZoom, greatestZoom);
     if (wanted == zoom_)
         return;
-    // The place at the top of the view stays there.
+    // The position at the top of the view stays the same.
     const double place = static_cast<double>(verticalScrollBar()->value()) / stride();
     zoom_ = wanted;
     updateScrollBars();
@@ -172,7 +174,7 @@ void PreviewPages::updateScrollBars()
 {
     const QSize view = viewport()->size();
     const int pages = pageCount();
-    // The last page, too, can be brought to the top.
+    // The range allows the last page to be scrolled to the top.
     const int end = pages == 0 ? 0 : sheetTop(pages) - view.height();
     const int lastTop = pages == 0 ? 0 : sheetTop(pages - 1) - gap;
     verticalScrollBar()->setRange(0, std::max({0, end, lastTop}));
@@ -232,7 +234,7 @@ void PreviewPages::paintEvent(QPaintEvent* event)
     }
 }
 
-/// Once for each document, when its first pages are on the screen.
+/// Queues one readAll per document, after its first pages have been painted.
 void PreviewPages::readAllSoon()
 {
     if (readsSoon_ || document_->isWhole())
@@ -258,8 +260,9 @@ void PreviewPages::paintSheets(const QRect& area)
         const int place = verticalScrollBar()->value() + y - gap;
         return std::clamp(place / stride(), 0, pageCount() - 1);
     };
+    // This may change the pages, so it runs before anything is painted.
     if (!document_->hasPage(pageAt(area.bottom())))
-        readAll(); // before anything is painted that this may change
+        readAll();
     QPainter painter(viewport());
     const int last = pageAt(area.bottom());
     for (int page = pageAt(area.top()); page <= last; ++page)
@@ -283,8 +286,8 @@ void PreviewPages::paintSheet(const Page& page, QPainter& painter)
     painter.restore();
 }
 
-/// No exception may leave a paint event, and a box must not open inside one. A document that has
-/// failed is painted no more.
+/// Rethrows an error from the event loop, because no exception may leave a paint event and no
+/// message box may open inside one. The failed document is no longer painted.
 void PreviewPages::raiseLater(std::exception_ptr failure)
 {
     failed_ = true;

@@ -6,29 +6,29 @@
 
 namespace report {
 
-/// A document's pages below one another, on a grey ground; those in sight are painted. What a long
-/// document has not read is read as soon as the first pages have been painted. A reading failure,
-/// then or while painting, is raised from a handler of its own.
+/// Shows a document's pages in one column on a grey background and paints only the visible ones.
+/// After the first pages have been painted, it reads the rest of a long document. A reading error
+/// is thrown later from the event loop, where the run-time error box can open.
 class PreviewPages : public QAbstractScrollArea
 {
     Q_OBJECT
-    /// The page at the top of the view, from 1; 0 without a document. Numbers outside are taken to
-    /// the nearest page.
+    /// The page at the top of the view, counted from 1; 0 without a document. Setting a value
+    /// outside the range selects the nearest page.
     Q_PROPERTY(int currentPage READ currentPage WRITE setCurrentPage NOTIFY currentPageChanged)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
-    /// 1 shows 15 twips as one pixel. Kept between the limits below.
+    /// The zoom factor; 1 shows 15 twips as one pixel. Values are clamped to the limits below.
     Q_PROPERTY(double zoomFactor READ zoomFactor WRITE setZoomFactor NOTIFY zoomFactorChanged)
 
 public:
     static constexpr double smallestZoom = 0.1;
     static constexpr double greatestZoom = 5;
 
-    /// What the zoom follows when the window changes its size.
+    /// The part of a page whose size the zoom follows when the window is resized.
     enum class Fit { None, Page, Width };
 
     explicit PreviewPages(QWidget* parent = nullptr);
 
-    /// Shows the document from its first page on, at the zoom that stands.
+    /// Shows the document from its first page at the current zoom.
     void setDocument(std::shared_ptr<Document> document);
 
     int currentPage() const { return currentPage_; }
@@ -37,14 +37,14 @@ public:
     double zoomFactor() const { return zoom_; }
     void setZoomFactor(double zoom);
     void setFit(Fit fit);
-    /// Reads what the document has not read yet. Pages and their number may be others afterwards.
-    /// Raises what reading raises.
+    /// Reads all rows of the document. Afterwards its pages and their number may differ. Throws any
+    /// error of reading.
     void readAll();
-    /// The next greater or smaller step of the usual zooms.
+    /// Set the zoom to the next larger or smaller standard value.
     void zoomIn();
     void zoomOut();
 
-    /// Marks the hit and brings it into sight; takes the mark away where there is none.
+    /// Highlights the hit and scrolls to it. Without a hit, the highlight is removed.
     void setHighlight(const std::optional<Hit>& hit);
     const std::optional<Hit>& highlight() const { return highlight_; }
 
@@ -73,7 +73,7 @@ private:
     void paintSheet(const Page& page, QPainter& painter);
     void raiseLater(std::exception_ptr failure);
 
-    static constexpr int gap = 12; ///< Pixels around each sheet.
+    static constexpr int gap = 12; ///< Distance between and around the sheets in pixels.
 
     std::shared_ptr<Document> document_;
     int currentPage_ = 0;
@@ -81,7 +81,7 @@ private:
     Fit fit_ = Fit::None;
     std::optional<Hit> highlight_;
     bool failed_ = false;
-    bool readsSoon_ = false; ///< readAll has been put behind the events that wait.
+    bool readsSoon_ = false; ///< True once readAll has been queued for the current document.
 };
 
 } // namespace report

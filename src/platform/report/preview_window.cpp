@@ -32,7 +32,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     setLayoutDirection(Qt::RightToLeft);
     setAttribute(Qt::WA_QuitOnClose, false);
     setContextMenuPolicy(Qt::NoContextMenu);
-    resize(1000, 760); // when the user takes it out of its maximised state
+    resize(1000, 760); // Size of the window after the user leaves the maximised state.
     pages_->setObjectName(u"PreviewPages"_s);
     setCentralWidget(pages_);
     toolbar_->setObjectName(u"ToolbarPreview"_s);
@@ -267,7 +267,7 @@ void PreviewWindow::print()
     printDocument(*printed, pages_->currentPage(), this);
 }
 
-/// The document outlives the dialogs, whatever is shown meanwhile.
+/// Keeps the document alive during the dialogs, even if the window shows another one meanwhile.
 void PreviewWindow::exportAs(Format format)
 {
     pages_->readAll();
@@ -295,7 +295,7 @@ void PreviewWindow::openFind()
     findBar_->open();
 }
 
-/// Escape leaves one thing at a time.
+/// Closes the find bar if it is open, and otherwise the window.
 void PreviewWindow::escape()
 {
     if (findBar_->isVisible())

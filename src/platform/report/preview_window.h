@@ -16,8 +16,8 @@ class FindBar;
 class PreviewPages;
 enum class Format;
 
-/// The window in which a report is looked at, printed and exported. Its commands are actions with
-/// names of their own; all are on the keyboard as well.
+/// The window that previews, prints and exports a report. Each command is a named action with a
+/// keyboard shortcut.
 class PreviewWindow : public QMainWindow
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
     explicit PreviewWindow(const ReportDesign& design);
     ~PreviewWindow() override;
 
-    /// Shows the document from its first page on, in front, maximised.
+    /// Shows the document from its first page in a maximised window in front of the others.
     void showDocument(std::shared_ptr<Document> document);
 
 private:

@@ -24,7 +24,7 @@ void refuse(const QString& text)
     runtime::MsgBox(text, runtime::refusalFlags);
 }
 
-/// The pages that the user chose in the print dialog, from 0, in the order of printing.
+/// Returns the pages chosen in the print dialog, counted from 0, in printing order.
 std::vector<int> chosenPages(const QPrinter& printer, int pageCount, int currentPage)
 {
     int first = 1;
@@ -79,7 +79,7 @@ Outcome print(Document& document, const std::vector<int>& pages, QPrinter& print
     });
 }
 
-/// The document laid on the paper; nothing where it does not fit.
+/// Returns the document laid out on the paper, or nullptr if it does not fit.
 std::unique_ptr<Document> laidOn(Document& document, Paper paper)
 {
     try {
@@ -129,7 +129,8 @@ Outcome writeTo(const QString& path, Document& document, Format format, QWidget*
 
 void printDocument(Document& document, int currentPage, QWidget* parent)
 {
-    document.readAll(); // the dialog states the number of pages
+    // The print dialog shows the number of pages, which is final only after readAll.
+    document.readAll();
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(document.title());
     printer.setFullPage(true);
@@ -156,7 +157,7 @@ void exportDocument(Document& document, Format format, QWidget* parent)
     const QString path = askFile(requestFor(document, format, parent));
     if (path.isEmpty())
         return;
-    document.readAll(); // the number of pages is final then
+    document.readAll(); // The number of pages is final only after readAll.
     if (writeTo(path, document, format, parent) == Outcome::Failed)
         refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
 }

@@ -7,14 +7,15 @@ class QWidget;
 
 namespace report {
 
-/// Asks for a printer and prints what the user chose there. A paper other than the document's has
-/// the pages laid anew; a file that the user chose is written as an export is. Refusals are shown.
-/// Raises what reading raises.
+/// Lets the user choose a printer and prints the chosen pages. If the chosen paper differs from the
+/// document's, the pages are laid out again. Printing to a file works like an export. Failures of
+/// printing are shown in a message box. Throws any error of reading.
 void printDocument(Document& document, int currentPage, QWidget* parent);
 
 enum class Format { Pdf, Html, Text };
 
-/// Asks for a file and writes the document to it. A refusal is shown. Raises what reading raises.
+/// Lets the user choose a file and writes the document to it. Failures of writing are shown in a
+/// message box. Throws any error of reading.
 void exportDocument(Document& document, Format format, QWidget* parent);
 
 } // namespace report

@@ -39,7 +39,8 @@ bool isSign(QChar c)
     return c == u'-' || c == u'+';
 }
 
-/// A sign that belongs to a number: digits follow, and no word or digit stands directly before it.
+/// Returns true if the character is the sign of a number: a digit follows it, and the text starts
+/// or a space stands before it.
 bool startsSignedNumber(const QString& text, qsizetype at)
 {
     return isSign(text[at]) && at + 1 < text.size() && text[at + 1].isDigit() &&

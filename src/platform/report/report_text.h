@@ -5,7 +5,7 @@
 
 namespace report {
 
-/// A text as it is laid on paper: the characters and the paragraph direction they are set in.
+/// A text prepared for display: its characters and its paragraph direction.
 struct DisplayText
 {
     QString text;
@@ -14,17 +14,16 @@ struct DisplayText
     bool operator==(const DisplayText&) const = default;
 };
 
-/// A field's value as the record source renders it: numbers and dates in the machine's form, Null
-/// blank.
+/// Formats a field's value: numbers and dates follow the system locale, and Null is an empty text.
 QString valueText(const QVariant& value);
 
-/// The text with a blank in the place of each line break, tab or other control character.
+/// Replaces each line break, tab and other control character by a space.
 QString onOneLine(QString text);
 
-/// The text of a control in its reading order. A text without any letter (a number, a date, a
-/// telephone) always keeps its own order from left to right, so that a sign stays in front of its
-/// number; a signed number amid letters keeps its sign in front by a direction mark. It is
-/// set on one line.
+/// Returns a control's text as a single line with its paragraph direction. A text without letters,
+/// such as a number, a date or a telephone number, always reads left-to-right, so that the sign
+/// stays in front of the number. If a text with letters contains a signed number, a direction mark
+/// keeps the sign in front of that number.
 DisplayText displayText(const QString& text, bool rightToLeft);
 
 } // namespace report

@@ -26,7 +26,8 @@ std::vector<Hit> hitsOn(const Page& page, const QString& text)
     return hits;
 }
 
-/// The nearest hit of a page in the direction, beyond the control where one is given.
+/// Returns the first hit of a page in search direction. If `beyond` is given, hits up to that
+/// control are skipped.
 std::optional<Hit> nearest(const std::vector<Hit>& hits, SearchDirection direction,
                            std::optional<int> beyond)
 {
@@ -52,7 +53,7 @@ std::optional<Hit> findText(Document& document, const QString& text, SearchDirec
     const int pages = document.pageCount();
     const int step = direction == SearchDirection::Forward ? 1 : pages - 1;
     int page = from ? from->page : startPage;
-    // The first page comes once more at the end, for what lies on the other side of `from`.
+    // The start page is searched a second time at the end, for hits on the other side of `from`.
     for (int i = 0; i <= pages; ++i) {
         const std::optional<int> beyond =
             i == 0 && from ? std::optional(from->control) : std::nullopt;

@@ -6,20 +6,20 @@
 
 namespace report {
 
-/// Where a text stands: the page, and the control on it counted through its bands.
+/// The place of a search hit: its page, and its control counted over all bands of the page.
 struct Hit
 {
     int page;
     int control;
-    QRect place; ///< Twips from the corner of the sheet.
+    QRect place; ///< Bounding box in twips from the top left corner of the sheet.
 };
 
 enum class SearchDirection { Forward, Backward };
 
-/// Looks through the pages' texts, upper and lower case alike, from the control behind (or before)
-/// `from` on, or from the start of `startPage` where there is none, round the end and back. Nothing
-/// where the text stands nowhere, where it is empty or where the progress cancels. Raises what
-/// reading raises.
+/// Searches the texts of all pages, ignoring case. The search starts after (or, backwards, before)
+/// the control of `from`, or at `startPage` without `from`, and wraps around at the end. Returns
+/// nothing if no text matches, the search text is empty or the progress callback cancels. Throws
+/// any error of reading.
 std::optional<Hit> findText(Document& document, const QString& text, SearchDirection direction,
                             const std::optional<Hit>& from, int startPage,
                             const Progress& progress);

@@ -9,7 +9,7 @@
 
 namespace report {
 
-/// What the run time may set of one control.
+/// The properties of a control that can be set at run time.
 class Control
 {
 public:
@@ -17,13 +17,14 @@ public:
 
     const ControlDesign& design() const { return *design_; }
     const QString& Caption() const { return caption_; }
-    /// Whether the caption has been set at run time, even to the text of the design.
+    /// Returns true if the caption has been set at run time, even to the text of the design.
     bool isCaptionSet() const { return isCaptionSet_; }
-    /// Raises 5 where the control is no label.
+    /// Throws InvalidProcedureCall (5) if the control is not a label.
     void setCaption(const QString& caption);
     const QImage& Picture() const { return picture_; }
-    /// Raises 5 where the control is no image. The picture is fitted into the control, centred, its
-    /// proportions kept; an empty one leaves the control blank.
+    /// Sets the picture, which is scaled to fit the centre of the control with its proportions
+    /// kept. A null image leaves the control blank. Throws InvalidProcedureCall (5) if the control
+    /// is not an image.
     void setPicture(const QImage& picture);
 
 private:
@@ -33,15 +34,15 @@ private:
     QImage picture_;
 };
 
-/// One band of a report with its controls in the order of the design.
+/// A section of a report with its controls in the order of the design.
 class Section
 {
 public:
     explicit Section(const SectionDesign& design);
 
     const SectionDesign& design() const { return *design_; }
-    /// The control with the name, spelled as in the design. Raises 5 where there is none. The
-    /// reference lives as long as the section.
+    /// Returns the control with this case-sensitive name. The reference is valid while the section
+    /// exists. Throws InvalidProcedureCall (5) for an unknown name.
     Control& Controls(const QString& name);
     const std::vector<Control>& controls() const { return controls_; }
 

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double twipsPerPoint = runtime::twipsPerPoint;
-/// Wide enough for any one line; the toolkit's own greatest width has a special meaning.
+/// Greater than the width of any line. Qt gives the maximum line width a special meaning.
 constexpr double endlessWidth = 1 << 20;
 constexpr QChar ellipsis(0x2026);
 
@@ -54,8 +54,9 @@ bool hasDirection(const QString& text, bool rightToLeft)
     });
 }
 
-/// An ellipsis stands at the end of the paragraph by itself. Where all letters run against the
-/// paragraph's direction, a mark holds it at the end at which they end.
+/// Appends an ellipsis at the logical end of a truncated text. An ellipsis is placed at the end of
+/// the paragraph. If all letters run against the paragraph direction, a direction mark keeps the
+/// ellipsis at the end of the letters.
 QString withEllipsis(QString beginning, bool rightToLeft)
 {
     while (beginning.endsWith(u' '))
@@ -68,8 +69,8 @@ QString withEllipsis(QString beginning, bool rightToLeft)
     return beginning;
 }
 
-/// The longest beginning of the text that is not wider than the width with its ellipsis, in whole
-/// characters; one character at the least.
+/// Returns the layout of the longest prefix, in whole characters, that fits the width together with
+/// its ellipsis. The prefix has at least one character.
 Layout cut(const DisplayText& display, const QFont& font, double width)
 {
     std::vector<qsizetype> ends;
@@ -86,7 +87,8 @@ Layout cut(const DisplayText& display, const QFont& font, double width)
     return beginningUpTo(*std::prev(tooWide));
 }
 
-/// The text broken at blanks into lines of the width; what does not fit is on the last one.
+/// Breaks the text at spaces into at most lineLimit lines. The last line holds the remaining text
+/// and may be too wide.
 std::vector<Layout> broken(const DisplayText& display, const QFont& font, const QTextLayout& layout,
                            int lineLimit)
 {
@@ -103,9 +105,9 @@ std::vector<Layout> broken(const DisplayText& display, const QFont& font, const 
     return lines;
 }
 
-/// Breaks a text into lines in the type that is the least condensed or, failing that, the least
-/// reduced with which they are enough. A text that is cut in the end is set at its full size,
-/// condensed.
+/// Breaks a text into at most lineLimit lines. It uses the least condensing, and only then the
+/// least size reduction, with which the text fits. A text that must be truncated is broken at full
+/// size with the greatest condensing.
 std::vector<Layout> linesOf(const DisplayText& display, const QFont& font, double available,
                             int lineLimit)
 {

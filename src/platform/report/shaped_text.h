@@ -16,55 +16,57 @@ class QPainter;
 
 namespace report {
 
-/// The box that a text is set into, in twips.
+/// The rectangle, in twips, in which a text is laid out.
 struct TextFrame
 {
     double width;
     double height;
-    Extent free; ///< What of the width the text may take.
+    Extent free; ///< The part of the width that the text may occupy.
     Align align;
     bool rightToLeft;
 
     double available() const { return usableWidth(free, width, align); }
-    /// Where a text of the width begins, in twips from the left edge of the box.
+    /// Returns the left end of a text of this width, in twips from the left edge of the frame.
     double leftOf(double textWidth) const;
 };
 
-/// One line of a text: its glyphs, drawn at `corner`, in twips from the corner of the box.
+/// One line of a shaped text. Its glyphs are drawn at `corner`, in twips from the top left corner
+/// of the frame.
 struct ShapedLine
 {
-    QString text; ///< What of the text stands on this line, with its direction marks.
+    QString text; ///< The text of this line with its direction marks.
     std::vector<GlyphPiece> glyphs;
     QPointF corner;
-    double width;     ///< As it is drawn.
-    double underline; ///< How far below `corner` the underline lies, where there is one.
+    double width;     ///< Width as drawn, in twips.
+    double underline; ///< Distance of the underline below `corner`, in twips.
 };
 
-/// All lines are condensed and made smaller alike.
+/// A text shaped into lines. All its lines have the same condensing and size reduction.
 struct ShapedText
 {
     std::vector<ShapedLine> lines;
-    double naturalWidth = 0; ///< Of the widest line.
+    double naturalWidth = 0; ///< Full-size width of the widest line, in twips.
     Fit fit;
-    bool rightToLeft = false; ///< The paragraph direction.
+    bool rightToLeft = false; ///< Paragraph direction.
 };
 
-/// The font for a type size in points, measured in twips and unhinted, so that widths agree on
-/// every device.
+/// Returns the font for a size in points. Its metrics are in twips and unhinted, so that text
+/// widths agree on every device.
 QFont twipFont(const QString& family, double points, bool bold);
 
 double textWidth(const QString& text, bool rightToLeft, const QFont& font);
 
-/// Sets a text into a frame, in the vertical middle of it. It takes as many lines as the frame's
-/// height holds, one at the least. A text that does not fit is condensed, then set smaller (see
-/// fitted). One that is still too wide is cut after a whole character; its last character is then
-/// an ellipsis at its logical end.
+/// Lays out a text in a frame and centres it vertically. The text uses as many lines as the frame's
+/// height holds, at least one. A text that does not fit is condensed and then reduced in size, see
+/// fitted. If it is still too wide, it is truncated after a whole character and ends with an
+/// ellipsis.
 ShapedText shapedText(const TextFrame& frame, const QString& text, const QFont& font);
 
-/// Draws the glyphs of all lines. The painter is scaled to twips; `corner` is the box's.
+/// Draws the glyphs of all lines. The painter's unit must be the twip; `corner` is the top left
+/// corner of the frame.
 void drawGlyphs(const ShapedText& text, QPointF corner, QPainter& painter);
 
-/// The underlines of all lines.
+/// Returns the underlines of all lines.
 std::vector<QLineF> underlines(const ShapedText& text, QPointF corner);
 
 } // namespace report

@@ -9,8 +9,8 @@ namespace report {
 
 namespace {
 
-/// How far below and above the first one of a line, in twips, a control may lie to stand on it:
-/// captions lie somewhat higher than their values.
+/// Tolerance, in twips, below and above the first control of a line within which another control
+/// belongs to the same line. Captions are slightly higher on the paper than their values.
 constexpr int belowFirst = 90;
 constexpr int aboveFirst = 15;
 
@@ -20,8 +20,8 @@ bool hasText(const PrintedControl& printed)
     return kind == Kind::Label || kind == Kind::Field;
 }
 
-/// The texts of one band, line by line. An empty line separates bands, so a line without any text
-/// is left out.
+/// Returns the texts of one band, line by line, followed by an empty line. Lines without text are
+/// omitted, because an empty line separates bands.
 QString bandText(const Band& band)
 {
     QStringList lines;

@@ -8,7 +8,7 @@ namespace report {
 
 namespace {
 
-/// Texts kept shaped: a few pages' worth.
+/// Maximum number of cached texts, enough for a few pages.
 constexpr std::size_t keptTexts = 1024;
 
 bool isRightToLeft(const ControlDesign& control)
@@ -37,7 +37,7 @@ std::span<const ControlDesign> TextShaper::neighboursOf(const ControlDesign& con
 {
     for (const SectionDesign& section : sections_) {
         const auto& controls = section.controls;
-        // Only std::less orders addresses of different arrays.
+        // The pointers belong to different arrays, whose addresses only std::less can compare.
         if (!controls.empty() && !std::less<>()(&control, &controls.front()) &&
             !std::less<>()(&controls.back(), &control))
             return controls;

@@ -7,15 +7,16 @@
 
 namespace report {
 
-/// Sets texts into the controls of a report and keeps them shaped.
+/// Shapes the texts of a report's controls and caches the results.
 class TextShaper
 {
 public:
-    /// Controls of the sections keep clear of the captions and lines beside them; any other control
-    /// stands alone. The sections must outlive the shaper.
+    /// The texts of controls in these sections keep clear of adjacent captions and lines. A control
+    /// outside of them has no neighbours. The sections must outlive the shaper.
     explicit TextShaper(QStringView fontFamily, std::span<const SectionDesign> sections = {});
 
-    /// The reference is good until the next call. Controls are told apart by their address.
+    /// Returns the shaped text of a control. The reference is valid until the next call. Controls
+    /// are identified by their address.
     const ShapedText& shaped(const ControlDesign& control, const QString& text);
     const TextFrame& frame(const ControlDesign& control);
 
@@ -39,7 +40,7 @@ private:
 
     QString family_;
     std::span<const SectionDesign> sections_;
-    std::map<std::pair<double, bool>, QFont> fonts_; ///< By points and weight.
+    std::map<std::pair<double, bool>, QFont> fonts_; ///< Font cache by size in points and weight.
     std::unordered_map<const ControlDesign*, TextFrame> frames_;
     std::unordered_map<Key, ShapedText, KeyHash> kept_;
 };

@@ -5,14 +5,14 @@
 
 namespace report {
 
-/// Shows how far a longer work has come once it has lasted half a second, and lets the user cancel
-/// it. Stands for as long as the work does.
+/// Shows the progress of an operation that takes longer than half a second, and lets the user
+/// cancel it. The object exists for the duration of the operation.
 class WorkProgress
 {
 public:
     WorkProgress(QWidget* parent, const QString& label);
 
-    /// Reports progress; false once the user has cancelled.
+    /// Reports progress. Returns false if the user has cancelled.
     bool report(int done, int total);
 
 private:

@@ -22,7 +22,7 @@ QString currentName(const DataControl& control)
     return control.Recordset().Fields(u"Name"_s).Value().toString();
 }
 
-/// What a Validate handler sees: the row before the change, and the count.
+/// Records what a Validate handler sees: the current row before the change, and RecordCount.
 class Watch
 {
 public:
@@ -97,7 +97,7 @@ void DataControlTest::validateComesBeforeEveryChange()
     const Watch watch(control);
     control.Recordset().MoveNext();
     control.Recordset().MoveFirst();
-    control.Recordset().MoveFirst(); // onto the same row
+    control.Recordset().MoveFirst(); // The same row becomes current again.
     control.Recordset().Move(0);
     control.Recordset().MovePrevious();
     QCOMPARE(watch.seen,
@@ -162,9 +162,10 @@ void DataControlTest::refreshKeepsTheRow()
     control.setRecordset(store.dynaset());
     control.Recordset().MoveNext();
     const Watch watch(control);
-    store.sql(u"UPDATE Lines SET Num = 9 WHERE Name = 'a'"_s); // it sorts last now
+    store.sql(u"UPDATE Lines SET Num = 9 WHERE Name = 'a'"_s); // The row now sorts last.
     control.Refresh();
-    QCOMPARE(watch.seen, QStringList{u"b of 2"_s}); // once, and before the query ran again
+    // Validate fires once, before the query runs again.
+    QCOMPARE(watch.seen, QStringList{u"b of 2"_s});
     QCOMPARE(currentName(control), u"b"_s);
     control.Recordset().MoveLast();
     QCOMPARE(currentName(control), u"a"_s);
@@ -180,7 +181,7 @@ void DataControlTest::refreshStandsOnTheRowThatTookThePlace()
     control.Recordset().Delete();
     control.Refresh();
     QCOMPARE(currentName(control), u"c"_s);
-    control.Recordset().Delete(); // the last one: the row before it is the nearest
+    control.Recordset().Delete(); // After the last row is deleted, the previous row is the nearest.
     control.Refresh();
     QCOMPARE(currentName(control), u"a"_s);
     control.Recordset().Delete();
@@ -218,7 +219,7 @@ void DataControlTest::refreshWithoutARowStandsOnTheFirst()
     QCOMPARE(watch.seen, QStringList{u"- of 0"_s});
     QCOMPARE(currentName(control), u"a"_s);
     control.Recordset().MoveLast();
-    control.Recordset().MoveNext(); // behind the last
+    control.Recordset().MoveNext(); // The recordset is after its last row.
     control.Refresh();
     QCOMPARE(currentName(control), u"a"_s);
 }
@@ -292,7 +293,7 @@ void DataControlTest::letsTheFormerRecordsetGo()
         former->MoveNext();
         QCOMPARE(validate.count(), 0);
     }
-    later->MoveNext(); // tells a control that has gone nothing
+    later->MoveNext(); // A deleted data control is not notified.
     QCOMPARE(later->Fields(u"Name"_s).Value().toString(), u"b"_s);
 }
 

@@ -54,7 +54,7 @@ void DBComboTest::opensEmptyWithItsRows()
     QCOMPARE(combo.currentText(), u""_s);
 
     DBCombo later(u"DBComboColor_1"_s);
-    later.setRowSource(&data, u"name"_s); // bound when the rows are there already
+    later.setRowSource(&data, u"name"_s); // The rows exist before the combo box is bound.
     QCOMPARE(later.count(), 4);
     QCOMPARE(later.currentText(), u""_s);
 }
@@ -127,7 +127,7 @@ void DBComboTest::bindingAgainListsAgainAndKeepsTheText()
     data.setRecordset(store.table());
     combo.setEditText(u"mine"_s);
     store.addLines({u"black"_s});
-    QCOMPARE(combo.count(), 1); // not before the rows are bound again
+    QCOMPARE(combo.count(), 1); // A new name appears only after the rows are bound again.
     data.setRecordset(store.table());
     QCOMPARE(entries(combo), (QStringList{u"white"_s, u"black"_s}));
     QCOMPARE(combo.currentText(), u"mine"_s);

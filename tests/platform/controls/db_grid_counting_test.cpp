@@ -15,7 +15,7 @@ using testsupport::clickCell;
 
 namespace {
 
-/// A form with a grid of about ten rows' height on the lines of the store, shown and painted.
+/// A visible, painted form with a grid of about ten rows' height that shows the lines of the store.
 class GridForm : public QWidget
 {
 public:
@@ -39,17 +39,17 @@ public:
     }
 
     int count() const { return data->Recordset().RecordCount(); }
-    /// The row in the last line of pixels, counted from 1.
+    /// Returns the number, counted from 1, of the row at the bottom edge of the viewport.
     int lastRowInSight() const { return grid->rowAt(grid->viewport()->height() - 1) + 1; }
 
     DBGrid* grid;
     DataControl* data;
-    int counted = -1; ///< What a handler of Validate has seen last.
+    int counted = -1; ///< The last RecordCount that a Validate handler has seen.
 };
 
 } // namespace
 
-/// How many rows a recordset counts once a grid shows them.
+/// RecordCount of a recordset whose rows a grid shows.
 class DBGridCountingTest : public QObject
 {
     Q_OBJECT
@@ -83,7 +83,7 @@ void DBGridCountingTest::countsTheRowsInSight()
     const int inSight = form.lastRowInSight();
     QVERIFY(inSight > 3 && inSight < 50);
     QCOMPARE(form.count(), inSight);
-    QCOMPARE(form.counted, -1); // showing them fires nothing
+    QCOMPARE(form.counted, -1); // Showing rows emits no Validate.
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"n1"_s);
 }
 
@@ -95,7 +95,7 @@ void DBGridCountingTest::countsAllRowsOfAShortList()
     form.showPainted();
     QCOMPARE(form.count(), 5);
     form.data->setRecordset(store.dynaset());
-    QCOMPARE(form.count(), 1); // another recordset, which has not been painted yet
+    QCOMPARE(form.count(), 1); // This is another recordset that has not been painted yet.
     QTRY_COMPARE(form.count(), 5);
 }
 
@@ -129,7 +129,7 @@ void DBGridCountingTest::countsALongTableInNoTime()
     GridForm form(store);
     form.showPainted();
     QVERIFY(form.count() < 100);
-    // Far above what it takes, far below what reading the table takes.
+    // The limit is far above the expected time and far below the time to read the whole table.
     QVERIFY2(clock.elapsed() < 5'000, qPrintable(QString::number(clock.elapsed())));
 }
 
@@ -190,7 +190,7 @@ void DBGridCountingTest::countsNothingWithoutRows()
     form.showPainted();
     QCOMPARE(form.count(), 0);
     form.data->setRecordset(nullptr);
-    form.grid->viewport()->repaint(); // raises nothing
+    form.grid->viewport()->repaint(); // Repainting must not throw.
     QVERIFY(!form.data->hasRecordset());
 }
 

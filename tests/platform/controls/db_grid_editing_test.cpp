@@ -50,7 +50,7 @@ void DBGridEditingTest::init()
 
 void DBGridEditingTest::cleanup()
 {
-    QCOMPARE(boxes_->unexpected(), QStringList()); // each box that came was waited for
+    QCOMPARE(boxes_->unexpected(), QStringList()); // Every message box was expected.
     boxes_.reset();
     store_.reset();
 }
@@ -84,7 +84,7 @@ void DBGridEditingTest::typingOnTheBlankRowAddsARow()
     QCOMPARE(store_->sql(u"SELECT Code FROM Lines WHERE Name = 'c'"_s)[0][0].toInt(), 3);
     QCOMPARE(form.rowCount(), 4);
     QCOMPARE(cellText(*form.grid, 2, nameColumn), u"c"_s);
-    QCOMPARE(cellText(*form.grid, 2, 0), u"3"_s); // given by the store
+    QCOMPARE(cellText(*form.grid, 2, 0), u"3"_s); // The store has assigned this value.
     QCOMPARE(form.grid->currentIndex().row(), 3);
 }
 
@@ -111,16 +111,16 @@ void DBGridEditingTest::cellsAreEditedInPlace()
     store_->addLines({u"ab"_s, u"cd"_s, u"ef"_s});
     const EditForm form(*store_);
     clickCell(*form.grid, 0, nameColumn);
-    form.type(u"x"_s); // typing replaces
+    form.type(u"x"_s); // Typing replaces the text.
     form.press(Qt::Key_Down);
-    form.press(Qt::Key_F2); // F2 opens with all selected
+    form.press(Qt::Key_F2); // F2 opens the editor with all text selected.
     QCOMPARE(form.editor()->selectedText(), u"cd"_s);
     form.press(Qt::Key_End);
     form.type(u"y"_s);
     clickCell(*form.grid, 2, nameColumn);
     testsupport::doubleClickCell(*form.grid, 2, nameColumn);
     QVERIFY(form.editor() != nullptr);
-    QCOMPARE(form.editor()->maxLength(), 32767); // the store decides, not the editor
+    QCOMPARE(form.editor()->maxLength(), 32767); // The store limits the length, not the editor.
     form.editor()->setText(u"z"_s);
     QVERIFY(form.grid->commitEdits());
     QCOMPARE(store_->names(), (QStringList{u"x"_s, u"cdy"_s, u"z"_s}));
@@ -192,19 +192,19 @@ void DBGridEditingTest::escapeDropsTheEdit()
     const EditForm form(*store_);
     clickCell(*form.grid, 0, nameColumn);
     form.type(u"x"_s);
-    form.press(Qt::Key_Escape); // in the editor
+    form.press(Qt::Key_Escape); // The first Escape closes the editor.
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"a"_s);
 
     form.type(u"x"_s);
     form.press(Qt::Key_Return);
-    form.press(Qt::Key_Escape); // in the row
+    form.press(Qt::Key_Escape); // The second Escape discards the edit of the row.
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"a"_s);
 
     clickCell(*form.grid, 1, nameColumn);
     form.type(u"x"_s);
     form.press(Qt::Key_Return);
     QCOMPARE(form.rowCount(), 3);
-    form.press(Qt::Key_Escape); // in the row that was to be added
+    form.press(Qt::Key_Escape); // Escape discards the row that was being added.
     QCOMPARE(form.rowCount(), 2);
     QCOMPARE(form.grid->currentIndex().row(), 1);
     QVERIFY(form.grid->commitEdits());
@@ -248,12 +248,12 @@ void DBGridEditingTest::movingFiresValidateOncePerRecord()
     QSignalSpy validate(form.data, &DataControl::Validate);
     clickCell(*form.grid, 1, nameColumn);
     QCOMPARE(validate.count(), 1);
-    clickCell(*form.grid, 2, nameColumn); // the blank row is no record
+    clickCell(*form.grid, 2, nameColumn); // The blank row is not a record.
     QCOMPARE(validate.count(), 1);
     form.type(u"c"_s);
-    clickCell(*form.grid, 1, nameColumn); // still the current record
+    clickCell(*form.grid, 1, nameColumn); // This row is still the current record.
     QCOMPARE(validate.count(), 1);
-    clickCell(*form.grid, 2, nameColumn); // a record now
+    clickCell(*form.grid, 2, nameColumn); // The new row is a record now.
     QCOMPARE(validate.count(), 2);
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"c"_s);
 }
@@ -268,13 +268,13 @@ void DBGridEditingTest::deleteKeyDeletesTheRow()
     QCOMPARE(form.rowCount(), 3);
     QCOMPARE(form.grid->currentIndex().row(), 1);
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"c"_s);
-    form.press(Qt::Key_Delete); // the last one: on to the one before it
+    form.press(Qt::Key_Delete); // After the last row is deleted, the previous row becomes current.
     QCOMPARE(store_->names(), QStringList{u"a"_s});
     QCOMPARE(form.grid->currentIndex().row(), 0);
     form.press(Qt::Key_Delete);
     QCOMPARE(store_->names(), QStringList());
     QCOMPARE(form.rowCount(), 1);
-    form.press(Qt::Key_Delete); // on the blank row
+    form.press(Qt::Key_Delete); // Delete has no effect on the blank row.
     QCOMPARE(form.rowCount(), 1);
     form.type(u"d"_s);
     form.press(Qt::Key_Down);

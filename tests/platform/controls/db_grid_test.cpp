@@ -24,7 +24,7 @@ using testsupport::clickCell;
 
 namespace {
 
-/// A form with a grid on the lines of the store, shown and active.
+/// A visible and active form with a grid that shows the lines of the store.
 class GridForm : public QWidget
 {
 public:
@@ -106,7 +106,7 @@ void DBGridTest::showsTheRowsInTheirColumns()
     QCOMPARE(cellText(*form.grid, 0, 3), u"1"_s);
     for (int column = 0; column < 3; ++column)
         QCOMPARE(cellText(*form.grid, 1, column), u""_s);
-    QCOMPARE(cellText(*form.grid, 0, 4), u""_s); // a field that the table has not
+    QCOMPARE(cellText(*form.grid, 0, 4), u""_s); // The table does not have this field.
     const int alignment = model.index(0, 0).data(Qt::TextAlignmentRole).toInt();
     QCOMPARE(alignment, int(Qt::AlignRight | Qt::AlignVCenter));
     QCOMPARE(form.grid->layoutDirection(), Qt::LeftToRight);
@@ -167,7 +167,7 @@ void DBGridTest::standsOnTheRecordsetsRow()
     QCOMPARE(form.grid->currentIndex().row(), 1);
     QVERIFY(form.grid->selectionModel()->isRowSelected(1));
     form.data->Recordset().MoveLast();
-    form.data->Recordset().MoveNext(); // behind the last
+    form.data->Recordset().MoveNext(); // The recordset is after its last row.
     QVERIFY(!form.grid->currentIndex().isValid());
 }
 
@@ -192,7 +192,7 @@ void DBGridTest::keysMoveTheRecordset()
     QVERIFY(page > 2);
     QCOMPARE(form.currentName(), u"n%1"_s.arg(page + 1));
     QCOMPARE(press(Qt::Key_PageUp), u"n1"_s);
-    QCOMPARE(press(Qt::Key_End), u"n1"_s); // within the row
+    QCOMPARE(press(Qt::Key_End), u"n1"_s); // End moves within the row.
     QCOMPARE(form.grid->currentIndex().column(), 2);
     QCOMPARE(press(Qt::Key_Home), u"n1"_s);
     QCOMPARE(form.grid->currentIndex().column(), 0);
@@ -207,13 +207,14 @@ void DBGridTest::oneMoveIsOneValidate()
     connect(form.data, &DataControl::Validate, form.data,
             [&] { before.append(form.currentName()); });
     QTest::keyClick(form.grid, Qt::Key_Down);
-    QCOMPARE(before, QStringList{u"a"_s}); // fired once, before the row changed
+    QCOMPARE(before, QStringList{u"a"_s}); // Validate fires once, before the row changes.
     QTest::keyClick(form.grid, Qt::Key_Right);
-    QCOMPARE(before.size(), 1); // another cell of the same row
+    QCOMPARE(before.size(), 1); // The other cell belongs to the same row.
     clickCell(*form.grid, 2, 0);
     QCOMPARE(before, (QStringList{u"a"_s, u"b"_s}));
     form.data->Recordset().MoveFirst();
-    QCOMPARE(before.size(), 3); // the grid's following is no move of its own
+    // The recordset's own move causes no second Validate when the grid follows it.
+    QCOMPARE(before.size(), 3);
 }
 
 void DBGridTest::clicksMoveTheRecordset()
@@ -248,8 +249,9 @@ void DBGridTest::keepsTheRowSelected()
     const QRect cell = form.grid->visualRect(form.grid->model()->index(0, 0));
     QTest::mouseClick(form.grid->viewport(), Qt::LeftButton, Qt::ControlModifier, cell.center());
     QVERIFY(form.grid->selectionModel()->isRowSelected(0));
+    // The click is below the last row.
     QTest::mouseClick(form.grid->viewport(), Qt::LeftButton, {},
-                      QPoint(20, form.grid->viewport()->height() - 5)); // below the rows
+                      QPoint(20, form.grid->viewport()->height() - 5));
     QVERIFY(form.grid->selectionModel()->isRowSelected(0));
     QCOMPARE(form.currentName(), u"a"_s);
 }
@@ -307,7 +309,7 @@ void DBGridTest::disabledGridStaysWhereItIs()
     QCOMPARE(form.grid->currentIndex().row(), 0);
     QCOMPARE(form.currentName(), u"a"_s);
     QCOMPARE(doubleClicked.count(), 0);
-    form.data->Recordset().MoveNext(); // it still shows where its recordset stands
+    form.data->Recordset().MoveNext(); // A disabled grid still follows its recordset.
     QCOMPARE(form.grid->currentIndex().row(), 1);
 }
 
@@ -421,7 +423,7 @@ void DBGridTest::keepsTheCurrentRowInSight()
     fresh.data->setRecordset(store.dynaset());
     fresh.data->Recordset().MoveNext();
     fresh.show();
-    QCOMPARE(fresh.grid->rowAt(1), 0); // nothing is scrolled away without need
+    QCOMPARE(fresh.grid->rowAt(1), 0); // The grid does not scroll without need.
 }
 
 void DBGridTest::bigTablesOpenAndScrollAtOnce()
@@ -449,7 +451,8 @@ void DBGridTest::readingFailureIsARunTimeError()
     const GridForm form(store);
     form.data->Database().Close();
     boxes.answer(runtime::vbOK);
-    QCOMPARE(cellText(*form.grid, 400, 2), u""_s); // asked for inside the toolkit: nothing raised
+    // The cell is read while Qt paints, so nothing is thrown.
+    QCOMPARE(cellText(*form.grid, 400, 2), u""_s);
     QVERIFY(!end.exitStatus());
     QCOMPARE(cellText(*form.grid, 300, 2), u""_s);
     QTRY_COMPARE(end.exitStatus(), 1);

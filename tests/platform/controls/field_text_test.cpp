@@ -24,11 +24,12 @@ TEST(FieldText, FixesTheDecimals)
 {
     EXPECT_EQ(fieldText(120, 2), u"120.00"_s);
     EXPECT_EQ(fieldText(92.5, 2), u"92.50"_s);
-    EXPECT_EQ(fieldText(2.005, 2), u"2.01"_s); // half away from zero, by what the number shows
+    // Halves round away from zero, based on 15 significant digits.
+    EXPECT_EQ(fieldText(2.005, 2), u"2.01"_s);
     EXPECT_EQ(fieldText(2.004, 2), u"2.00"_s);
     EXPECT_EQ(fieldText(0.999, 2), u"1.00"_s);
     EXPECT_EQ(fieldText(-7.5, 2), u"-7.50"_s);
-    EXPECT_EQ(fieldText(-0.001, 2), u"0.00"_s); // no sign on nothing
+    EXPECT_EQ(fieldText(-0.001, 2), u"0.00"_s); // A value that rounds to zero has no minus sign.
     EXPECT_EQ(fieldText(1234567.0, 2), u"1234567.00"_s);
     EXPECT_EQ(fieldText(u"x"_s, 2), u"x"_s);
 }

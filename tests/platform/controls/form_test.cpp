@@ -138,9 +138,9 @@ void FormTest::unloadCountsAtOnce()
     first->Unload();
     QCOMPARE(unloaded.count(), 1);
     QVERIFY(!frSample.isLoaded());
-    QVERIFY(!first.isNull()); // its own handler may still be running
+    QVERIFY(!first.isNull()); // The form still exists, because its handler may be running.
     QVERIFY(!first->isVisible());
-    SampleForm& second = frSample(); // within the same event
+    SampleForm& second = frSample(); // The new form is created within the same event.
     QVERIFY(&second != first.data());
     QCOMPARE(loads, 2);
     second.Show();
@@ -192,7 +192,7 @@ void FormTest::showOpensInTheFrameAtItsSize()
     QVERIFY(!window->isMaximized());
     QCOMPARE(frSample().size(), QSize(300, 200));
     QCOMPARE(QApplication::focusWidget(), frSample().first);
-    // Near the top of the reading start, which is the right edge.
+    // The window is near the top right corner, where reading starts.
     QVERIFY(window->geometry().right() > frame_->viewport()->width() - 40);
     QVERIFY(frame_->viewport()->rect().contains(window->geometry()));
     QVERIFY(window->y() < 40);
@@ -255,7 +255,7 @@ void FormTest::windowStaysInsideTheFrame()
     window->move(0, 300);
     frame_->resize(400, 350);
     QTRY_VERIFY(frame_->viewport()->rect().contains(window->geometry()));
-    // In a frame that is too small the side where reading starts stays in sight.
+    // If the frame is too small, the side where reading starts stays visible.
     frame_->resize(200, 150);
     QTRY_COMPARE(window->geometry().right(), frame_->viewport()->rect().right());
     QCOMPARE(window->y(), 0);
@@ -297,7 +297,7 @@ void FormTest::unloadOfAFormThatWasNeverShown()
     const QPointer<SampleForm> form = &frSample();
     form->Unload();
     QVERIFY(!frSample.isLoaded());
-    form->Show(); // too late
+    form->Show(); // The form has already been unloaded.
     QVERIFY(!form->isVisible());
     QTRY_VERIFY(form.isNull());
 }

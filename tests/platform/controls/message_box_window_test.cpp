@@ -17,7 +17,7 @@ QLabel* textLabel(const QMessageBox& box)
     return testsupport::child<QLabel>(box, u"qt_msgbox_label"_s);
 }
 
-/// Shows a box and gives what it answers to a key.
+/// Shows a message box, presses the key and returns the answer.
 runtime::MessageBoxAnswer answerTo(Qt::Key key, int flags)
 {
     const NextMessageBox next([key](QMessageBox& box) {
@@ -181,7 +181,7 @@ void MessageBoxWindowTest::carriageReturnsEndLines()
     QVERIFY(second.hasCome());
     QVERIFY(label.height() >= 3 * oneLine.height() / 2);
     QVERIFY(label.width() < 3 * oneLine.width());
-    // Ink in the first, the second and the fourth quarter of the height, none in the third.
+    // The first, second and fourth quarter of the height contain text, and the third is empty.
     const auto inked = [&image](int quarter) {
         const int height = image.height() / 4;
         const QRgb paper = image.pixel(0, 0);
@@ -211,7 +211,7 @@ void MessageBoxWindowTest::wrappedLinesAreWhole_data()
                "להכניס נתיב חדש לקובץ.\r\rהאם ברצונך לנסות שוב לגשת לקובץ מחדש ?"_s;
 }
 
-/// The lines end at the left. A letter that is cut off there leaves ink in the outermost pixels.
+/// Lines end at the left edge. A letter that is clipped there colours the outermost pixels.
 void MessageBoxWindowTest::wrappedLinesAreWhole()
 {
     QFETCH(const QString, text);

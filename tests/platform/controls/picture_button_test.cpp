@@ -20,7 +20,7 @@ QIcon redPicture()
     return QIcon(picture);
 }
 
-/// The columns from the first to the last in which a pixel is of the kind.
+/// Returns the first and the last pixel column that contains a pixel of the given kind.
 template <typename Kind>
 std::pair<int, int> columnsOf(const QImage& image, Kind kind)
 {

@@ -11,8 +11,8 @@
 
 namespace controlstest {
 
-/// A store in a folder of its own with one table, Lines: a counter Code, a Name of at most 10
-/// characters, a double Size, a date Day, a LONG Num. Locked rows are waited for a moment only.
+/// A store in its own folder with one table, Lines. Its fields are a counter Code, a Name of at
+/// most 10 characters, a double Size, a date Day and a LONG Num. The lock wait is very short.
 class SampleStore
 {
 public:
@@ -21,13 +21,13 @@ public:
     SampleStore(const SampleStore&) = delete;
     SampleStore& operator=(const SampleStore&) = delete;
 
-    /// Runs SQL past the engine, as another station does.
+    /// Runs SQL that bypasses the engine, like another station.
     QList<QVariantList> sql(const QString& text, const QVariantList& values = {});
-    /// Adds a line of this name for each; Num counts from 1 on.
+    /// Adds a line for each name; Num counts from 1.
     void addLines(const QStringList& names);
-    /// Adds so many lines, named by their Num.
+    /// Adds this number of lines, named after their Num.
     void addLines(int count);
-    /// The names in the order of their codes; "NULL" for Null.
+    /// Returns the names in the order of Code; Null appears as "NULL".
     QStringList names();
 
     std::shared_ptr<dao::Recordset> table() const;

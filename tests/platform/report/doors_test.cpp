@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Waits for the dialog that stands before the user and acts on it once.
+/// Waits until a dialog of this type is visible and acts on it once.
 template <typename Dialog, typename Act>
 void whenShown(QObject* context, Act act)
 {
@@ -38,7 +38,7 @@ void whenShown(QObject* context, Act act)
 
 } // namespace
 
-/// The dialogs behind the doors as they are delivered.
+/// The default dialogs of the preview.
 class DoorsTest : public QObject
 {
     Q_OBJECT
@@ -53,7 +53,7 @@ private slots:
     void leavesNoFileInTheUsersFolder();
 
 private:
-    /// Every file and folder below the user's home, which is empty at first.
+    /// Returns every file and folder in the user's home folder, which is empty at first.
     QStringList filesAtHome() const;
 
     QTemporaryDir home_;

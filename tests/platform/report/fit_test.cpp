@@ -17,16 +17,16 @@ struct Case
 TEST(Fit, CondensesThenReducesThenCuts)
 {
     const Case cases[] = {
-        {0, 600, {100, 100, false}},        // no text
-        {599, 600, {100, 100, false}},      // room to spare
-        {600, 600, {100, 100, false}},      // exactly
-        {606, 600, {99, 100, false}},       // 99.0 %
-        {640, 600, {93, 100, false}},       // 93.75 %, rounded down
-        {800, 600, {75, 100, false}},       // as narrow as it gets
-        {808, 600, {75, 99, false}},        // 606 wide at 75 %
-        {1000, 600, {75, 80, false}},       // 750 wide at 75 %
-        {4000 / 3.0, 600, {75, 60, false}}, // 1000 wide at 75 %: as small as it gets
-        {1340, 600, {75, 100, true}},       // 1005 wide at 75 %
+        {0, 600, {100, 100, false}},        // No text.
+        {599, 600, {100, 100, false}},      // Narrower than the width.
+        {600, 600, {100, 100, false}},      // Exactly as wide.
+        {606, 600, {99, 100, false}},       // 99.0 %.
+        {640, 600, {93, 100, false}},       // 93.75 %, rounded down.
+        {800, 600, {75, 100, false}},       // Condensed to the limit.
+        {808, 600, {75, 99, false}},        // 606 wide at 75 %.
+        {1000, 600, {75, 80, false}},       // 750 wide at 75 %.
+        {4000 / 3.0, 600, {75, 60, false}}, // 1000 wide at 75 %: reduced to the limit.
+        {1340, 600, {75, 100, true}},       // 1005 wide at 75 %.
         {100000, 600, {75, 100, true}},
     };
     for (const Case& each : cases) {

@@ -8,7 +8,7 @@ using namespace report;
 
 namespace {
 
-/// Every caption is 500 twips wide, whatever it says.
+/// Every caption is 500 twips wide.
 double captionWidth(const ControlDesign&)
 {
     return 500;
@@ -29,7 +29,7 @@ ControlDesign line(int left, int top, int width, int height)
     return {Kind::Line, u"Line", u"", left, top, width, height};
 }
 
-/// The free part of the first control among all of them.
+/// Returns the free part of the first control among all of them.
 Extent freeOf(const std::vector<ControlDesign>& controls)
 {
     return freeExtent(controls[0], controls, captionWidth);
@@ -50,18 +50,20 @@ TEST(FreeSpace, IsTheWholeWidthOfAControlThatStandsAlone)
 TEST(FreeSpace, KeepsFromTheBordersOfABox)
 {
     expectFree({field(2000, 600, Align::Right, Boxed)}, 40, 560);
-    expectFree({field(2000, 200, Align::Right, Boxed)}, 20, 180); // a tenth of a narrow box
+    // A narrow box keeps a tenth of its width.
+    expectFree({field(2000, 200, Align::Right, Boxed)}, 20, 180);
 }
 
 TEST(FreeSpace, KeepsFromTheInkOfACaptionBesideIt)
 {
-    // Centred in 2550..3550, the ink of the caption is 2800..3300 and too far away.
+    // The centred caption in 2550..3550 covers 2800..3300, which is too far away to matter.
     expectFree({field(2000, 600), caption(2550, 1000, Align::Centre)}, 0, 600);
-    // At the left of its box, it is 2550..3050: the text ends at 2510.
+    // At the left of its box, the caption covers 2550..3050, so the text ends at 2510.
     expectFree({field(2000, 600), caption(2550, 1000, Align::Left)}, 0, 510);
-    // On the other side, at the right of 1000..2030, it is 1530..2030: the text begins at 2070.
+    // At the right of its box 1000..2030, the caption covers 1530..2030, so the text starts at
+    // 2070.
     expectFree({field(2000, 600), caption(1000, 1030, Align::Right)}, 70, 600);
-    // A caption wider than its box is condensed into it: 1800..2020.
+    // A caption wider than its box is condensed to the box: 1800..2020.
     expectFree({field(2000, 600), caption(1800, 220, Align::Left)}, 60, 600);
 }
 
@@ -75,9 +77,10 @@ TEST(FreeSpace, KeepsFromVerticalLines)
 {
     expectFree({field(2000, 600), line(1990, 0, 0, 5000)}, 30, 600);
     expectFree({field(2000, 600), line(2600, 0, 0, 5000)}, 0, 560);
-    expectFree({field(2000, 600), line(1950, 0, 0, 5000)}, 0, 600); // 50 away
-    expectFree({field(2000, 600), line(2600, 0, 0, 1100)}, 0, 600); // ends above its middle
-    expectFree({field(2000, 600), line(0, 1000, 5000, 0)}, 0, 600); // horizontal
+    expectFree({field(2000, 600), line(1950, 0, 0, 5000)}, 0, 600); // The line is 50 twips away.
+    // The line ends above the middle of the field.
+    expectFree({field(2000, 600), line(2600, 0, 0, 1100)}, 0, 600);
+    expectFree({field(2000, 600), line(0, 1000, 5000, 0)}, 0, 600); // The line is horizontal.
 }
 
 TEST(FreeSpace, KeepsFromTheBordersOfANeighbour)

@@ -32,7 +32,7 @@ std::shared_ptr<MemoryRows> rowsOf(int count, const MemoryRows::MakeRow& makeRow
     return std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, count, makeRow);
 }
 
-/// The tag of the span that holds the text.
+/// Returns the tag of the span that contains the text.
 QString spanOf(const QString& html, const QString& text)
 {
     const qsizetype end = html.indexOf(u'>' + text + u"</span>"_s);
@@ -40,7 +40,7 @@ QString spanOf(const QString& html, const QString& text)
     return end < 0 ? u"no such text"_s : html.mid(begin, end - begin);
 }
 
-/// By how much the span's text is condensed.
+/// Returns the horizontal scale factor of the span's text.
 double stretchOf(const QString& span)
 {
     static const QRegularExpression form(u"transform:scaleX\\((0\\.\\d+)\\);"_s);
@@ -85,7 +85,7 @@ void HtmlExportTest::isOneSelfContainedRightToLeftPage()
 void HtmlExportTest::holdsEveryTextInOrderWhereItStandsOnPaper()
 {
     const QString html = htmlOf(*smallDocument(smallRows(4)));
-    QCOMPARE(html.count(u">כותרת</span></div>"_s), 1); // the head stands once
+    QCOMPARE(html.count(u">כותרת</span></div>"_s), 1); // The page header occurs once.
     QCOMPARE(html.count(u">שם:</span></div>"_s), 4);
     qsizetype at = 0;
     for (int row = 1; row <= 4; ++row) {
@@ -95,7 +95,7 @@ void HtmlExportTest::holdsEveryTextInOrderWhereItStandsOnPaper()
         QVERIFY(at > 0);
     }
     QVERIFY(html.contains(u".NameField{left:50pt;top:4.5pt;width:150pt;height:15pt;"_s));
-    // A text keeps 40 twips from a border, of which the border of the style sheet takes 15.
+    // A text keeps 40 twips from the edge of a border; the CSS border takes 15 of them.
     QVERIFY(html.contains(u".SizeField{left:0pt;top:25pt;width:30pt;height:15pt;font-size:12pt;"
                           "justify-content:flex-end;text-align:right;transform-origin:right;"
                           "padding:0 1.25pt 0 1.25pt;border:.75pt solid;}"_s));
@@ -107,7 +107,7 @@ void HtmlExportTest::givesEachTextItsDirection()
     const QString html = htmlOf(*smallDocument(rowsOf(3, [&](int row) {
         return MemoryRows::Row{names[row], names[row]};
     })));
-    // NameField reads from right to left, SizeField from left to right; numbers always do.
+    // NameField is right-to-left, SizeField left-to-right; numbers are always left-to-right.
     for (const QString& element : {u"<div class=\"NameField\"><span dir=\"rtl\">חלון לבן</span>"_s,
                                    u"<div class=\"NameField\"><span dir=\"rtl\">White</span>"_s,
                                    u"<div class=\"NameField\"><span dir=\"ltr\">-5</span>"_s,
@@ -148,7 +148,8 @@ void HtmlExportTest::leavesRoomForAnotherFont()
     const double natural =
         textWidth(u"268.25"_s, false, twipFont(smallReport.fontFamily.toString(), 12, false));
     const double drawn = natural * stretchOf(spanOf(html, u"268.25"_s));
-    QVERIFY(drawn <= 0.9 * 520 && drawn > 0.85 * 520); // 600 without 40 on both sides
+    // The field is 600 wide, reduced by 40 on each side.
+    QVERIFY(drawn <= 0.9 * 520 && drawn > 0.85 * 520);
 }
 
 void HtmlExportTest::escapesWhatTheUserTyped()

@@ -12,8 +12,8 @@
 
 namespace testsupport {
 
-/// A record source out of thin air: each row is made when it is asked for. Counts what was read. It
-/// can hold its first rows only until all are read, as a long query does.
+/// A record source in memory that creates each row when it is requested, and counts the rows that
+/// were read. Like a long query, it can initially hold its first rows only.
 class MemoryRows : public report::RowSource
 {
 public:
@@ -64,11 +64,12 @@ public:
     }
 
     int rowsRead = 0;
-    std::optional<int> atHand; ///< How many rows are held; all where nothing is said.
+    std::optional<int> atHand; ///< Number of loaded rows; all rows are loaded if it is not set.
     int timesReadAll = 0;
-    /// What another station has done by then; true if it is seen in the rows.
+    /// Simulates the changes of another station before readAll. Returns true if the rows have
+    /// changed.
     std::function<bool(MemoryRows&)> changeOnReadAll;
-    std::optional<int> failsWith; ///< Error number that reading raises.
+    std::optional<int> failsWith; ///< Error number that reading throws.
 
 private:
     QStringList names_;

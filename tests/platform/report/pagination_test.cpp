@@ -10,7 +10,7 @@ using testsupport::smallReport;
 
 namespace {
 
-/// Heights and margins of the order report: head 4020, block 2250, foot 450.
+/// Heights of the order report's sections: page header 4020, block 2250, page footer 450.
 constexpr SectionDesign tallSections[] = {
     {u"ReportHead", Role::ReportHeader, 0, {}}, {u"Head", Role::PageHeader, 4020, {}},
     {u"Block", Role::Detail, 2250, {}},         {u"Foot", Role::PageFooter, 450, {}},
@@ -40,8 +40,8 @@ struct PaperCase
 
 TEST(Pagination, TakesAsManyWholeBlocksAsThePaperHolds)
 {
-    // What is left for blocks is the height without both margins, page head and page foot: 7350
-    // twips less than the sheet.
+    // The height for blocks is that of the sheet reduced by 7350 twips: both margins, page header
+    // and page footer.
     const PaperCase cases[] = {
         {"A4 upright: 9488 hold four of 2250", {11906, 16838}, 4},
         {"US Letter: 8490 hold three", {12240, 15840}, 3},

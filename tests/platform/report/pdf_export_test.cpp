@@ -20,7 +20,7 @@ namespace {
 
 const Progress goOn = [](int, int) { return true; };
 
-/// Takes so many bytes and then none.
+/// A device that accepts a limited number of bytes.
 class FullDevice : public QIODevice
 {
 public:
@@ -38,7 +38,8 @@ private:
     qint64 room_;
 };
 
-/// The text of a PDF as a reader copies it, without the marks of direction that it adds.
+/// Returns the text of a PDF as copied by a reader, without the direction marks that the reader
+/// adds.
 QString plainText(const QString& path)
 {
     QProcess reader;
@@ -95,13 +96,13 @@ void PdfExportTest::setsTextsAtTheirPlaceAndSize()
     const PdfWords pdf(*document);
     const QRectF title = pdf.placeOf(0, u"כותרת"_s);
     QVERIFY(!title.isEmpty());
-    // Right-aligned in 3000..5000, below the margins of 100 and 1000; 12 points high, which is a
-    // line of 252 twips in the middle of 300.
+    // The title is right-aligned in 3000..5000 and the margins are 100 and 1000. Its line of 12
+    // points is 252 twips high and vertically centred in 300.
     QVERIFY2(qAbs(title.right() - 5100) < 15, qPrintable(QString::number(title.right())));
     QVERIFY2(qAbs(title.top() - 1024) < 15, qPrintable(QString::number(title.top())));
     QVERIFY2(qAbs(title.height() - 240 * PdfWords::lineHeight()) < 5,
              qPrintable(QString::number(title.height())));
-    const QRectF number = pdf.placeOf(0, u"17"_s); // centred in 0..1000
+    const QRectF number = pdf.placeOf(0, u"17"_s); // The number is centred in 0..1000.
     QVERIFY2(qAbs(number.center().x() - 600) < 15,
              qPrintable(QString::number(number.center().x())));
     QVERIFY2(qAbs(number.top() - 1324) < 15, qPrintable(QString::number(number.top())));
@@ -115,7 +116,7 @@ void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
                             : MemoryRows::Row{u"-7.5"_s, 12345678901.25};
         });
     const PdfWords pdf(*smallDocument(rows));
-    // Read from right to left: the word, its number, the Latin word, the signed number.
+    // From right to left: the word, its number, the Latin word, the signed number.
     const double hebrew = pdf.placeOf(0, u"רשת"_s).left();
     const double number = pdf.placeOf(0, u"120"_s).left();
     const double latin = pdf.placeOf(0, u"PVC"_s).left();
@@ -159,7 +160,7 @@ void PdfExportTest::condensesWhatIsTooWide()
             return MemoryRows::Row{u"x"_s, texts[row].toDouble()};
         });
     const PdfWords pdf(*smallDocument(rows));
-    // The box is 600 wide; 40 are kept free on both sides.
+    // The box is 600 wide; 40 are kept free on each side.
     const bool condensed[] = {false, true, true};
     const bool smaller[] = {false, false, true};
     const QFont font = twipFont(smallReport.fontFamily.toString(), 12, false);
@@ -215,7 +216,8 @@ void PdfExportTest::leavesNothingWhenCancelled()
 
 void PdfExportTest::inksAnImageAsItDoesPaper()
 {
-    // Ten twips a pixel: the block's rule stands at 1600, the box of its size field at 2100.
+    // One pixel is ten twips. The line of the block is at 1600 and the box of its size field at
+    // 2100.
     QImage sheet(530, 540, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
@@ -225,7 +227,7 @@ void PdfExportTest::inksAnImageAsItDoesPaper()
     const auto dark = [&](int x, int y) { return qGray(sheet.pixel(x, y)) < 128; };
     QVERIFY(dark(10 + 250, 160));
     QVERIFY(!dark(10 + 250, 165));
-    QVERIFY(dark(10, 225)); // left border
+    QVERIFY(dark(10, 225)); // The left border.
     QVERIFY(dark(10 + 60, 225));
     QVERIFY(dark(10 + 30, 240));
     QVERIFY(!dark(10 + 30, 238));

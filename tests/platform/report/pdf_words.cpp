@@ -14,9 +14,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double twipsPerPoint = 20;
-/// How far the middle of a line may lie from where it is due, in twips.
+/// Maximum distance, in twips, between the expected and the actual middle of a line.
 constexpr double tolerance = 15;
-/// A box of this height holds two lines.
+/// A box of this height, in twips, holds two lines.
 constexpr int twoLines = 500;
 
 bool isHebrew(const QString& text)
@@ -25,7 +25,7 @@ bool isHebrew(const QString& text)
                        [](QChar c) { return c.direction() == QChar::DirR; });
 }
 
-/// The reader gives letters as they stand, from the left.
+/// Reverses a Hebrew word, because the PDF reader returns letters in visual order from the left.
 QString inReadingOrder(QString word)
 {
     if (isHebrew(word))
@@ -42,7 +42,7 @@ double number(const QXmlStreamReader& xml, const QString& name)
 
 double PdfWords::lineHeight()
 {
-    return 1.05; // David's ascent of 0.8 and descent of 0.25
+    return 1.05; // David's ascent is 0.8 and its descent 0.25.
 }
 
 PdfWords::PdfWords(report::Document& document) : PdfWords(document, report::allPages(document)) {}

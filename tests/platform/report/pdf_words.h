@@ -7,12 +7,12 @@
 
 namespace testsupport {
 
-/// A document written as PDF and read back by an independent reader: its words and where they
-/// stand, in twips from the corner of the sheet.
+/// Writes a document as PDF and reads it back with an independent program. Provides the words and
+/// their bounding boxes, in twips from the top left corner of the sheet.
 class PdfWords
 {
 public:
-    /// The reader takes a word to be so many times as high as its size.
+    /// Returns the height of a word's bounding box relative to its font size.
     static double lineHeight();
 
     explicit PdfWords(report::Document& document);
@@ -21,12 +21,13 @@ public:
 
     int pageCount() const { return static_cast<int>(pages_.size()); }
     QSizeF paper() const { return paper_; }
-    /// What stands in a control's box, in the vertical middle of it, its words in reading order,
-    /// parted by blanks; pages from 0.
+    /// Returns the words in a control's rectangle, near its vertical middle, in reading order and
+    /// separated by spaces. Pages are counted from 0.
     QString at(int page, const QRect& box) const;
-    /// Where these words stand; empty where there are none.
+    /// Returns the bounding box of these words; empty if there are none.
     QRectF placeAt(int page, const QRect& box) const;
-    /// Where the word stands first on the page; empty where it does not.
+    /// Returns the bounding box of the first occurrence of the word on the page; empty if there is
+    /// none.
     QRectF placeOf(int page, const QString& word) const;
     QStringList words(int page) const;
 
@@ -41,8 +42,8 @@ private:
     std::vector<Word> wordsAt(int page, const QRect& box) const;
 
     QSizeF paper_;
-    std::vector<std::vector<Word>> pages_;  ///< As the reader gives them.
-    std::vector<std::vector<Word>> sorted_; ///< From the top of the page downwards.
+    std::vector<std::vector<Word>> pages_;  ///< Words in the order of the PDF reader.
+    std::vector<std::vector<Word>> sorted_; ///< Words sorted from top to bottom.
 };
 
 } // namespace testsupport

@@ -47,7 +47,7 @@ void PreviewFindTest::goesFromPlaceToPlace()
 {
     const PreviewFixture preview(smallRows(30));
     preview.click(u"ActionFind"_s);
-    preview.type(u"EditFind"_s, u"שורה 2"_s); // rows 2 and 20 to 29
+    preview.type(u"EditFind"_s, u"שורה 2"_s); // The text occurs in rows 2 and 20 to 29.
     QCOMPARE(preview.pages().highlight()->page, 0);
     QCOMPARE(result(preview), u"דף 1"_s);
     preview.press(Qt::Key_F3);
@@ -67,7 +67,7 @@ void PreviewFindTest::goesFromPlaceToPlace()
 void PreviewFindTest::saysWhereNothingIs()
 {
     const PreviewFixture preview;
-    preview.press(Qt::Key_F3); // without a text it asks for one
+    preview.press(Qt::Key_F3); // Without a text, F3 opens the find bar.
     QVERIFY(child<QLineEdit>(preview.window(), u"EditFind"_s)->hasFocus());
     preview.type(u"EditFind"_s, u"אין כזה"_s);
     QVERIFY(!preview.pages().highlight());
@@ -84,7 +84,7 @@ void PreviewFindTest::startsAnewWithAnotherText()
     child<QLineEdit>(preview.window(), u"EditFind"_s)->setText(u"שורה"_s);
     QVERIFY(!preview.pages().highlight());
     QCOMPARE(result(preview), QString());
-    preview.press(Qt::Key_F3); // from the page in sight on
+    preview.press(Qt::Key_F3); // The search starts at the visible page.
     QVERIFY(preview.pages().highlight()->page >= 8);
 }
 
@@ -104,7 +104,7 @@ void PreviewFindTest::marksThePlace()
         return count;
     };
     QCOMPARE(yellow(before), 0);
-    // The field is 3000 by 300 twips: 200 by 20 pixels, less its letters.
+    // The field is 3000 by 300 twips, that is 200 by 20 pixels; its letters are not yellow.
     QVERIFY(yellow(after) > 3000 && yellow(after) <= 4221);
     preview.press(Qt::Key_Escape);
     QCOMPARE(yellow(preview.pages().grab().toImage()), 0);

@@ -19,7 +19,7 @@
 
 namespace testsupport {
 
-/// The small report in its preview, on the small paper, with every door to the desktop recorded.
+/// The small report in its preview on small paper. All requests to the desktop are recorded.
 class PreviewFixture
 {
 public:
@@ -28,7 +28,7 @@ public:
     PreviewFixture(const PreviewFixture&) = delete;
     PreviewFixture& operator=(const PreviewFixture&) = delete;
 
-    /// Shows the rows and waits until the window is there.
+    /// Shows the rows and waits until the window is visible.
     void show(std::shared_ptr<MemoryRows> shown);
     QMainWindow& window() const;
     report::PreviewPages& pages() const
@@ -36,7 +36,7 @@ public:
         return *child<report::PreviewPages>(window(), QStringLiteral("PreviewPages"));
     }
     QAction& action(const QString& name) const { return *child<QAction>(window(), name); }
-    /// Clicks the button of an action in the toolbar.
+    /// Clicks the toolbar button of an action.
     void click(const QString& actionName) const;
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
     void type(const QString& editName, const QString& text) const;
@@ -45,9 +45,10 @@ public:
     report::DataReport report;
     RecordedBoxes boxes;
     RecordedEnd end;
-    QString chosenFile; ///< What the file door answers.
+    QString chosenFile; ///< The file that the file dialog returns.
     std::vector<report::FileRequest> fileRequests;
-    std::function<bool(QPrinter&, int pageCount)> answerPrinter; ///< None: the dialog is left.
+    std::function<bool(QPrinter&, int pageCount)>
+        answerPrinter; ///< Fills in the print dialog; if not set, the dialog is cancelled.
 
 private:
     report::PaperDoor::Function formerPaper_;

@@ -8,7 +8,7 @@ using namespace report;
 using namespace testsupport;
 using namespace Qt::StringLiterals;
 
-/// The preview of a document that holds its first rows only when it is opened.
+/// The preview of a document that initially holds its first rows only.
 class PreviewMomentTest : public QObject
 {
     Q_OBJECT
@@ -27,14 +27,14 @@ private slots:
 
 private:
     static std::shared_ptr<MemoryRows> longRows(int count);
-    /// The rows are few and other ones by the time they are all read.
+    /// By the time all rows are read, they are fewer and different.
     static void letShrink(MemoryRows& rows);
 };
 
 std::shared_ptr<MemoryRows> PreviewMomentTest::longRows(int count)
 {
     auto rows = smallRows(count);
-    rows->atHand = 30; // more than a screen shows
+    rows->atHand = 30; // More rows than are visible at once.
     return rows;
 }
 
@@ -172,7 +172,7 @@ void PreviewMomentTest::anotherDocumentTakesThePlace()
     const auto former = longRows(3000);
     preview.report.setDataSource(former);
     preview.report.Show();
-    preview.pages().viewport()->repaint(); // the rest of it is to be read soon
+    preview.pages().viewport()->repaint(); // Painting queues the reading of the remaining rows.
     preview.show(longRows(600));
     QTRY_COMPARE(preview.rows->timesReadAll, 1);
     QCOMPARE(former->timesReadAll, 0);

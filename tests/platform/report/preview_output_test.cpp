@@ -213,7 +213,7 @@ void PreviewOutputTest::laysThePagesAnewOnThePrintersPaper()
     };
     preview.press(Qt::Key_P, Qt::ControlModifier);
     const PdfWords pdf(path);
-    // (16838 - 1000 - 500 - 600 - 300) / 1000: fourteen blocks a page.
+    // (16838 - 1000 - 500 - 600 - 300) / 1000: a page holds fourteen blocks.
     QCOMPARE(pdf.pageCount(), 3);
     QCOMPARE(pdf.at(2, {700, 16838 - 500 - 300, 500, 300}), u"3"_s);
     QCOMPARE(preview.pages().pageCount(), 10);

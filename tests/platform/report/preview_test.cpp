@@ -114,7 +114,7 @@ void PreviewTest::raisesAReadingFailureOutsideThePainting()
     QTRY_COMPARE(preview.boxes.shown().size(), 1u);
     QVERIFY(preview.boxes.shown()[0].text.startsWith(u"Run-time error '3260':"_s));
     QCOMPARE(preview.end.exitStatus(), 1);
-    // It is raised once, however often the window is painted again.
+    // The error is thrown once, even if the window is painted again.
     preview.window().grab();
     QTest::qWait(50);
     QCOMPARE(preview.boxes.shown().size(), 1u);
@@ -185,7 +185,8 @@ void PreviewTest::followsScrolling()
     const PreviewFixture preview(smallRows(30));
     QSignalSpy changed(&preview.pages(), &PreviewPages::currentPageChanged);
     QScrollBar* bar = preview.pages().verticalScrollBar();
-    // A sheet of 360 pixels and its gap of 12: the second page counts from its upper half on.
+    // A sheet has 360 pixels and a gap of 12. The second page is current once its upper half is
+    // visible.
     bar->setValue(150);
     QCOMPARE(preview.pages().currentPage(), 1);
     bar->setValue(372);
@@ -297,7 +298,7 @@ void PreviewTest::fitsPageAndWidth()
     QCOMPARE(preview.pages().zoomFactor(), widthZoom);
     preview.click(u"ActionFitPage"_s);
     QCOMPARE(preview.pages().zoomFactor(), std::min(widthZoom, heightZoom));
-    // A fit follows the window's size until a zoom is chosen.
+    // The zoom follows the window's size until another zoom is chosen.
     preview.window().showNormal();
     preview.window().resize(500, 400);
     QTRY_VERIFY(preview.pages().viewport()->width() < view.width());

@@ -52,7 +52,7 @@ TEST(ReportText, HoldsASignInFrontOfItsNumberAmidLetters)
     const QString mark = QChar(0x200e);
     EXPECT_EQ(displayText(u"מידה -5"_s, true).text, u"מידה "_s + mark + u"-5"_s);
     EXPECT_EQ(displayText(u"-5 מידה +3.5"_s, true).text, mark + u"-5 מידה "_s + mark + u"+3.5"_s);
-    // A hyphen between word and number, and a dash that stands alone, are no signs.
+    // A hyphen between a word and a number, and a separate dash, are not signs.
     EXPECT_EQ(displayText(u"סדרה-7000"_s, true).text, u"סדרה-7000"_s);
     EXPECT_EQ(displayText(u"הרצל 12-14"_s, true).text, u"הרצל 12-14"_s);
     EXPECT_EQ(displayText(u"חלון - דלת"_s, true).text, u"חלון - דלת"_s);

@@ -26,7 +26,7 @@ std::optional<Hit> previous(Document& document, const QString& text, const std::
 
 TEST(Search, GoesThroughAllPagesAndRound)
 {
-    const auto document = smallDocument(smallRows(8)); // three rows a page
+    const auto document = smallDocument(smallRows(8)); // A page holds three rows.
     const auto first = next(*document, u"שורה"_s, std::nullopt);
     ASSERT_TRUE(first);
     EXPECT_EQ(first->page, 0);

@@ -6,7 +6,7 @@
 
 namespace testsupport {
 
-/// Takes so many bytes and no more, like a disk that fills up.
+/// A device that accepts a limited number of bytes, like a disk that becomes full.
 class SmallDevice : public QIODevice
 {
 public:

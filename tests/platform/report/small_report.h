@@ -36,7 +36,7 @@ inline constexpr report::SectionDesign smallSections[] = {
     {u"Foot", report::Role::PageFooter, 300, smallFooter},
 };
 
-/// A report of a few controls: three blocks of 1000 twips on a sheet of `smallPaper`.
+/// A report with a few controls. A sheet of `smallPaper` holds three blocks of 1000 twips.
 inline constexpr report::ReportDesign smallReport{
     .name = u"SmallReport",
     .caption = u"דו\"ח קטן",
@@ -53,7 +53,8 @@ inline constexpr report::ReportDesign smallReport{
 
 inline constexpr report::Paper smallPaper{5300, 5400};
 
-/// Rows whose Name is "שורה" and the row's number from 1, and whose Size is half of it.
+/// Returns rows whose Name is "שורה" followed by the row number from 1, and whose Size is half of
+/// the number.
 inline std::shared_ptr<MemoryRows> smallRows(int count)
 {
     return std::make_shared<MemoryRows>(
@@ -70,7 +71,8 @@ inline std::unique_ptr<report::Document> smallDocument(std::shared_ptr<MemoryRow
                                               smallPaper);
 }
 
-/// The text of a control in a page's band; the band counted from the page header, 0.
+/// Returns the text of a control in a band of the page. Bands are counted from the page header,
+/// which is 0.
 inline QString textOf(const report::Page& page, std::size_t band, QStringView name)
 {
     for (const report::PrintedControl& printed : page.bands.at(band).controls) {

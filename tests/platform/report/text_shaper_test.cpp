@@ -17,7 +17,7 @@ ControlDesign field(int width, Align align, int style = Plain, int height = 300)
     return {Kind::Field, u"Cell", u"Column", 0, 0, width, height, 12, align, style};
 }
 
-/// Each by a shaper of its own: a shaper knows controls by their place in the design.
+/// Shapes a text with a new shaper, because a shaper identifies controls by their address.
 ShapedText shape(const ControlDesign& control, const QString& text)
 {
     return TextShaper(u"David").shaped(control, text);
@@ -50,14 +50,15 @@ private slots:
 
 void TextShaperTest::takesTheHebrewFamily()
 {
-    // Without the family the measures of this test mean nothing.
+    // Without this font family, the measurements of this test are meaningless.
     QVERIFY(QFontInfo(QFont(u"David"_s)).family().startsWith(u"David"_s));
 }
 
 void TextShaperTest::standsWhereItIsAligned_data()
 {
     QTest::addColumn<Align>("align");
-    QTest::addColumn<double>("share"); // of what the text leaves of the width, to its left
+    // Share of the remaining width that is to the left of the text.
+    QTest::addColumn<double>("share");
     QTest::newRow("left") << Align::Left << 0.0;
     QTest::newRow("right") << Align::Right << 1.0;
     QTest::newRow("centre") << Align::Centre << 0.5;
@@ -81,11 +82,11 @@ void TextShaperTest::standsWhereItIsAligned()
 void TextShaperTest::standsInTheMiddleOfItsHeight()
 {
     const double line = QFontMetricsF(twipFont(u"David"_s, 12, false)).height();
-    for (const int height : {200, 300, 400}) { // lower than the line, higher, much higher
+    for (const int height : {200, 300, 400}) { // Lower than the line, higher, and much higher.
         const ShapedText shaped = shape(field(3000, Align::Right, Plain, height), u"12.5"_s);
         QCOMPARE(shaped.lines[0].corner.y(), (height - line) / 2);
     }
-    // The line of a text that is set smaller is lower, and in the middle too.
+    // A text of reduced size has a lower line, which is vertically centred, too.
     const ShapedText smaller = shape(field(500, Align::Right), u"268.325"_s);
     QVERIFY(smaller.fit.size < 100);
     QCOMPARE(smaller.lines[0].corner.y(), (300 - line * smaller.fit.vertical()) / 2);
@@ -135,7 +136,7 @@ void TextShaperTest::cutsANumberWithAnEllipsis()
         QVERIFY2(line.text.endsWith(u'…'), qPrintable(line.text));
         QVERIFY(line.text.size() >= 5 && u"0.333333333333333"_s.startsWith(line.text.chopped(1)));
         QVERIFY(line.width <= 600);
-        // One character more would not have fitted.
+        // One more character would not fit.
         const QString longer = u"0.333333333333333"_s.first(line.text.size()) + u'…';
         QVERIFY(textWidth(longer, false, twipFont(u"David"_s, 12, false)) * 0.75 > 600);
         const double share = align == Align::Left ? 0 : align == Align::Right ? 1 : 0.5;
@@ -176,7 +177,7 @@ void TextShaperTest::cutsALetterTextAtItsLogicalEnd()
     const QList<quint32> glyphs = edge.glyphIndexes();
     const qsizetype at = glyphs.indexOf(dots.value(0));
     QVERIFY(at >= 0);
-    // A direction mark, which has no width, may stand at either side of it.
+    // A direction mark without width may precede or follow the ellipsis.
     QVERIFY(endsAtTheLeft ? at <= 1 : at >= glyphs.size() - 2);
 }
 
@@ -193,21 +194,21 @@ void TextShaperTest::keepsFromTheBordersOfABox()
 
 void TextShaperTest::keepsFromTheCaptionBesideIt()
 {
-    // The caption's box begins 30 twips before the value's ends.
+    // The caption's box starts 30 twips before the end of the value.
     static constexpr ControlDesign controls[] = {
         {Kind::Field, u"Value", u"Column", 0, 0, 500, 300, 12, Align::Centre, RightToLeft},
         {Kind::Label, u"Caption", u"חיתוך U", 470, 0, 900, 300, 12, Align::Left,
          Bold | RightToLeft}};
     static constexpr SectionDesign sections[] = {{u"Row", Role::Detail, 300, controls}};
     TextShaper shaper(u"David", sections);
-    // It stays in the middle: the text may be 2 * (470 - 40 - 250) wide.
+    // A centred text may be 2 * (470 - 40 - 250) twips wide.
     const ShapedText condensed = shaper.shaped(controls[0], u"102.4"_s);
     QVERIFY(condensed.fit.stretch < 100);
     QVERIFY(condensed.lines[0].width <= 360 && condensed.lines[0].width > 340);
     QCOMPARE(condensed.lines[0].corner.x(), 250 - condensed.lines[0].width / 2);
     const ShapedText narrow = shaper.shaped(controls[0], u"26"_s);
     QCOMPARE(narrow.fit, Fit());
-    // The caption itself stays where it is.
+    // The position of the caption does not change.
     QCOMPARE(shaper.shaped(controls[1], u"חיתוך U"_s).lines[0].corner.x(), 0.0);
 }
 
@@ -239,7 +240,7 @@ void TextShaperTest::condensesWhatTheLinesDoNotHold()
     QCOMPARE(two.lines[0].text + u' ' + two.lines[1].text, text);
     for (const ShapedLine& line : two.lines)
         QVERIFY(line.width <= 1800);
-    // What does not fit at the smallest size either is cut from the second line.
+    // A text that does not fit even at the smallest size is truncated in the second line.
     const ShapedText cut = shape(cell, text + u' ' + text + u' ' + text);
     QCOMPARE(cut.lines.size(), 2u);
     QVERIFY(cut.fit.isCut);
@@ -255,14 +256,14 @@ void TextShaperTest::mirrorsBracketsByTheirOwnGlyphs()
         QRawFont::fromFont(twipFont(u"David"_s, 12, false)).glyphIndexesForString(u"()"_s);
     const auto& pieces = shaped.lines[0].glyphs;
     QCOMPARE(pieces.size(), 3u);
-    // At the left stands the end of the text: the glyph of ")", drawn the other way round.
+    // The leftmost piece is the end of the text: the glyph of ")", mirrored.
     QCOMPARE(pieces[0].run.glyphIndexes(), QList<quint32>{brackets.at(1)});
     QVERIFY(pieces[0].mirroredFrom.has_value());
     QVERIFY(!pieces[1].mirroredFrom.has_value());
     QCOMPARE(pieces[2].run.glyphIndexes(), QList<quint32>{brackets.at(0)});
     QVERIFY(pieces[2].mirroredFrom.value() > pieces[0].mirroredFrom.value());
     QVERIFY(qAbs(pieces[2].mirroredFrom.value() - shaped.lines[0].width) < 1);
-    // From left to right they are what they look like.
+    // In left-to-right text, brackets are not mirrored.
     for (const GlyphPiece& piece : shape(field(5000, Align::Left), u"(new)"_s).lines[0].glyphs)
         QVERIFY(!piece.mirroredFrom.has_value());
 }
@@ -280,7 +281,7 @@ void TextShaperTest::setsGlyphsFromTheLeft()
             ++glyphs;
         }
     }
-    QCOMPARE(glyphs, 19); // 18 characters and the direction mark before the sign
+    QCOMPARE(glyphs, 19); // 18 characters and the direction mark before the sign.
 }
 
 void TextShaperTest::showsNothingForAnEmptyText()

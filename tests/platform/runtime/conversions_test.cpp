@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Sets the machine's regional settings for one test.
+/// Sets the system locale for one test.
 class Region
 {
 public:

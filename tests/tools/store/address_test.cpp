@@ -20,7 +20,8 @@ void expectLink(const Link& link, const Link& wanted)
     EXPECT_EQ(link.tls, wanted.tls);
 }
 
-/// The description that goes with 3343; empty where nothing is raised.
+/// Returns the description of the UnrecognizedFormat error (3343), or an empty text if none is
+/// thrown.
 QString refusal(const std::function<Link()>& parse)
 {
     try {

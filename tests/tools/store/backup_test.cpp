@@ -32,7 +32,7 @@ void write(const QString& path, const QByteArray& contents)
     ASSERT_EQ(file.write(contents), contents.size());
 }
 
-/// A single value read from a store past the engine.
+/// Reads a single value from a store, bypassing the engine.
 QVariant scalar(const QString& path, const QString& sql)
 {
     QVariant value;
@@ -259,7 +259,7 @@ TEST_F(BackupTest, LeavesAllUntouchedWithADamagedBackup)
     ASSERT_EQ(backUp().exitStatus, 0);
     const QByteArray good = contentsOf(target_);
     QByteArray flipped = good;
-    // A page in the middle loses its head.
+    // The header of a page in the middle is overwritten.
     flipped.replace(flipped.size() / 2 / 4096 * 4096, 64, QByteArray(64, '\xff'));
     for (const QByteArray& damaged : {flipped, good.left(good.size() / 2), QByteArray(),
                                       QByteArray("no store at all, only text")}) {

@@ -138,7 +138,7 @@ TEST_F(BuilderTest, FillsTheTablesFromTheFolder)
     EXPECT_EQ(database->OpenRecordset(u"Orders"_s, dao::dbOpenTable)->RecordCount(), 0);
 }
 
-// What a workshop finds on its first day. -----------------------------------------------------
+// The delivered store. --------------------------------------------------------------------------
 
 class DeliveredStoreTest : public testing::Test
 {

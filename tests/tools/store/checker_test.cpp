@@ -15,7 +15,7 @@ class CheckerTest : public testing::Test
 protected:
     QStringList findings() const { return storetools::checkStore(store_.path()); }
 
-    /// Rewrites a table's declaration past the engine; the rows stay as they are.
+    /// Changes a table's declaration, bypassing the engine. The rows stay unchanged.
     void redeclare(const QString& table, const QString& from, const QString& to)
     {
         store_.execute(u"PRAGMA writable_schema = ON"_s);
@@ -24,7 +24,8 @@ protected:
         store_.execute(u"PRAGMA writable_schema = OFF"_s);
     }
 
-    /// The table Orders as the upgrade at start leaves it where there was none: without an index.
+    /// Replaces the table Orders by one without an index, like the upgrade at program start creates
+    /// it.
     void replaceOrders()
     {
         store_.execute(u"DROP TABLE Orders"_s);

@@ -99,7 +99,7 @@ TEST_F(LinkTest, WritesNothingWhereTheServerIsNotReached)
     wrong.database = u"absent"_s;
     EXPECT_EQ(zomrelStore(linkCommand(path(), wrong)).exitStatus, 1);
     EXPECT_TRUE(files().isEmpty());
-    // A link that lies there stays.
+    // An existing link remains.
     ASSERT_EQ(zomrelStore(linkCommand(path(), database_.link())).exitStatus, 0);
     EXPECT_EQ(zomrelStore(linkCommand(path(), wrong)).exitStatus, 1);
     EXPECT_EQ(dao::linkAt(path()), database_.link());

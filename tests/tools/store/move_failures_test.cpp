@@ -1,4 +1,4 @@
-// Moves that do not come to their end: the target is complete or untouched.
+// Moves that do not finish: the target is either complete or unchanged.
 
 #include "support/plain_sql.h"
 #include "support/server_proxy.h"

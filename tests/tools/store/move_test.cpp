@@ -21,7 +21,7 @@ using testsupport::ThrowawayDatabase;
 
 namespace {
 
-/// Decimals as texts with all the digits that tell them apart.
+/// Converts decimals to texts with all significant digits.
 QList<QVariantList> exact(QList<QVariantList> rows)
 {
     for (QVariantList& row : rows) {
@@ -33,7 +33,7 @@ QList<QVariantList> exact(QList<QVariantList> rows)
     return rows;
 }
 
-/// All that a store holds, table by table, in the order of the keys.
+/// Returns the contents of all tables of a store, sorted by key.
 QList<QList<QVariantList>> contentsOfStore(const QString& path)
 {
     PlainSql sql(path);
@@ -44,7 +44,7 @@ QList<QList<QVariantList>> contentsOfStore(const QString& path)
     return all;
 }
 
-/// Texts that a careless way of copying would change.
+/// Texts that incorrect copying would change.
 const QStringList awkwardTexts{u"שלום \"עולם\""_s,
                                u"it's"_s,
                                u"tab\there"_s,
@@ -148,7 +148,7 @@ TEST_F(MoveTest, KeepsEveryKindOfValue)
     EXPECT_EQ(contentsOfStore(link_), before);
     expectMoved(link_, at(u"back.mdb"_s));
     EXPECT_EQ(contentsOfStore(at(u"back.mdb"_s)), before);
-    // An empty text is none that is missing, there and back.
+    // An empty text stays different from Null in both directions.
     PlainSql back(at(u"back.mdb"_s));
     EXPECT_EQ(back.scalar(u"SELECT count(*) FROM Orders WHERE CustomerName = ''"_s), 2);
     EXPECT_EQ(back.scalar(u"SELECT count(*) FROM Orders WHERE CustomerName IS NULL"_s), 1);
@@ -162,7 +162,7 @@ TEST_F(MoveTest, KeepsTheOrderInWhichRowsWereStored)
     expectMoved(store_.path(), link_);
     const QList<QVariantList> wanted{{900}, {300}, {700}, {100}};
     EXPECT_EQ(PlainSql(link_).rows(order.arg(u"zomrel_row"_s)), wanted);
-    // On a server, a row that was changed lies elsewhere than before and keeps its place.
+    // On a server, an updated row changes its physical position but keeps its row id.
     PlainSql(link_).rows(u"UPDATE KanafKind SET Name = 'same' WHERE Code = 900"_s);
     expectMoved(link_, at(u"back.mdb"_s));
     EXPECT_EQ(PlainSql(at(u"back.mdb"_s)).rows(order.arg(u"rowid"_s)), wanted);
@@ -348,7 +348,7 @@ TEST_F(MoveTest, TellsOfContentsThatNoFieldHas)
         EXPECT_FALSE(QFile::exists(at(u"new.mdb"_s)));
         server.run(u"UPDATE \"Cuts\" SET "_s + repair);
     }
-    // Zeros are one and the same, whatever sign they had.
+    // Negative zero equals zero.
     server.run(u"UPDATE \"Cuts\" SET \"MyWidth\" = '-0'"_s);
     expectMoved(link_, at(u"new.mdb"_s));
 }
@@ -357,7 +357,8 @@ TEST_F(MoveTest, FailsWithoutASourceOrAPlace)
 {
     EXPECT_EQ(move(at(u"absent.mdb"_s), address_).exitStatus, 1);
     EXPECT_EQ(move(store_.path(), at(u"no such folder/new.mdb"_s)).exitStatus, 1);
-    EXPECT_EQ(move(address_, at(u"new.mdb"_s)).exitStatus, 1); // a database without a store
+    // The database does not contain a store.
+    EXPECT_EQ(move(address_, at(u"new.mdb"_s)).exitStatus, 1);
     EXPECT_EQ(move(u"postgresql://x:y@server/z"_s, at(u"new.mdb"_s)).err,
               QStringList{u"zomrel-store: No such place: an address holds no password."_s});
     EXPECT_EQ(

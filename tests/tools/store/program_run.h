@@ -31,7 +31,7 @@ inline bool hasEnded(QProcess& process)
     return process.state() == QProcess::NotRunning || process.waitForFinished(programPatience);
 }
 
-/// Runs the program as a user does, in a process of its own.
+/// Runs zomrel-store as a separate process.
 inline Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
 {
     QProcess process;

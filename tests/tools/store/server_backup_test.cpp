@@ -18,7 +18,7 @@ using testsupport::ThrowawayDatabase;
 
 namespace {
 
-/// A delivered store with an order of two lines, in a database that a link leads to.
+/// A delivered store with one order of two lines, in a database on a server.
 class ServerStoreTest : public testing::Test
 {
 protected:

@@ -18,7 +18,7 @@ inline std::string asText(const QStringList& lines)
     return lines.join(u'\n').toStdString();
 }
 
-/// A database's address as the command line takes it.
+/// Returns a database's address in command line syntax.
 inline QString addressOf(const dao::Link& link)
 {
     const auto encoded = [](const QString& text) {
@@ -29,7 +29,7 @@ inline QString addressOf(const dao::Link& link)
                                                         encoded(link.database), link.tls);
 }
 
-/// The server's own SQL, as its keeper or a station's user speaks it.
+/// A direct SQL connection to the server, as superuser or as a station's user.
 class ServerSql
 {
 public:
@@ -47,7 +47,7 @@ public:
     ServerSql(const ServerSql&) = delete;
     ServerSql& operator=(const ServerSql&) = delete;
 
-    /// The SQLSTATE of a failure; empty where there is none.
+    /// Returns the SQLSTATE of a failure, or an empty text.
     QString errorOf(const QString& sql)
     {
         QSqlQuery query(QSqlDatabase::database(name_));

@@ -20,8 +20,8 @@ namespace {
 
 constexpr auto insufficientPrivilege = "42501"_L1;
 
-/// A server of its own, for roles are the whole server's: a database for the store, its two roles,
-/// and a store that the owner has moved there.
+/// A separate server, because roles are server-wide. It has a database for the store, its two
+/// roles, and a store that the owner has moved there.
 class ServerSetupTest : public testing::Test
 {
 protected:
@@ -51,7 +51,7 @@ protected:
         EXPECT_EQ(setup.exitStatus, 0);
         ServerSql(linkAs(u"zomrel"_s)).run(setup.out.join(u'\n'));
     }
-    /// All that the server keeps of roles and rights.
+    /// Returns all roles and privileges in the server's catalogue.
     QList<QVariantList> rights() const
     {
         ServerSql keeper(linkAs(u"zomrel"_s));
@@ -129,7 +129,7 @@ TEST_F(ServerSetupTest, LetsAStationDoAllThatTheProgramDoes)
         catalogue->Update();
         catalogue->MoveLast();
         EXPECT_EQ(catalogue->Fields(0).Value(), given + 1);
-        // A number that is assigned moves the counter.
+        // An assigned number moves the counter.
         catalogue->AddNew();
         catalogue->Fields(0).SetValue(given + 100);
         catalogue->Update();
@@ -162,7 +162,7 @@ TEST_F(ServerSetupTest, LetsAStationDoNoMore)
           u"SELECT nextval(pg_get_serial_sequence('\"Cuts\"', 'Code'))"_s, u"CREATE ROLE mine"_s,
           u"SET ROLE zomrel_owner"_s})
         EXPECT_EQ(station.errorOf(sql), insufficientPrivilege) << sql.toStdString();
-    // It owns nothing that it could give away, which the server only warns of.
+    // The role owns nothing that it could grant. The server only issues a warning about that.
     station.errorOf(u"GRANT SELECT ON \"Cuts\" TO PUBLIC"_s);
     EXPECT_EQ(station.scalar(u"SELECT count(*) FROM pg_class WHERE relname = 'Cuts' AND "
                              "relacl::text LIKE '%,=r%'"_s),
@@ -176,7 +176,7 @@ TEST_F(ServerSetupTest, KeepsOthersOut)
     EXPECT_EQ(outcome.exitStatus, 1);
     EXPECT_TRUE(outcome.out.value(0).contains(u"permission denied for database"_s))
         << asText(outcome.out);
-    // A person's own role works as a station.
+    // A user's own role can act as a station.
     ServerSql(linkAs(u"zomrel"_s)).run(u"GRANT zomrel_station TO stranger"_s);
     EXPECT_EQ(zomrelStore({u"check"_s, addressOf(linkAs(u"stranger"_s))}).exitStatus, 0);
 }
@@ -187,7 +187,7 @@ TEST_F(ServerSetupTest, LetsAStationCheckAndBackUp)
     const QString copy = folder_.filePath(u"copy.mdb"_s);
     const Outcome backedUp = zomrelStore({u"backup"_s, path_, copy});
     EXPECT_EQ(backedUp.exitStatus, 0) << asText(backedUp.err);
-    // Putting it back is the owner's.
+    // Restoring requires the owner's role.
     EXPECT_EQ(zomrelStore({u"restore"_s, copy, path_}).exitStatus, 1);
     const Outcome restored =
         zomrelStore({u"restore"_s, copy, addressOf(linkAs(u"zomrel_owner"_s))});

@@ -65,7 +65,7 @@ TEST(TemporaryStoreTest, AddsRowsThatTheEngineReads)
     EXPECT_EQ(lines->Fields(u"NUM"_s).Value().toInt(), 2);
     EXPECT_EQ(lines->Fields(u"Name"_s).Value().toString(), u"דלת"_s);
     EXPECT_EQ(lines->Fields(u"Code"_s).Value().toInt(), 2);
-    // Only what no code of the program writes stays Null.
+    // Only fields that no code of the program writes stay Null.
     QStringList empty;
     for (int i = 0; i < lines->FieldCount(); ++i) {
         if (!lines->Fields(i).Value().isValid())

@@ -1,4 +1,4 @@
-// Links over encrypted connections, to a server whose certificate vouches for itself.
+// Links over encrypted connections to a server with a self-signed certificate.
 
 #include "platform/dao/database.h"
 #include "platform/dao/driver.h"
@@ -16,7 +16,7 @@ using testsupport::ThrowawayServer;
 namespace {
 
 const QString address = u"127.0.0.1"_s;
-/// Leads to the same server, which the certificate knows nothing of.
+/// Refers to the same server by a name that is not in the certificate.
 const QString otherName = u"localhost"_s;
 constexpr auto trusted = "PGSSLROOTCERT";
 
@@ -48,7 +48,7 @@ protected:
                             u"%1:%2"_s.arg(link.server).arg(link.port), u"--database"_s,
                             link.database, u"--user"_s, link.user, u"--tls"_s, link.tls});
     }
-    /// Whether the program's own connection by the link is encrypted.
+    /// Returns true if the engine's connection through the link is encrypted.
     bool isEncrypted() const
     {
         const auto database = dao::DBEngine::instance().OpenDatabase(path());
@@ -58,7 +58,7 @@ protected:
             .front()
             .toBool();
     }
-    /// What the program says where it cannot go by the link.
+    /// Returns the error message of opening a store through this link.
     QString refusal(const dao::Link& link) const
     {
         QFile file(path());

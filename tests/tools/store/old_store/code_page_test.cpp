@@ -18,7 +18,7 @@ TEST(CodePageTest, ReadsHebrew)
 
 TEST(CodePageTest, MakesOneCharacterOfEachByte)
 {
-    // A letter with a point, which a converter may join to a single character.
+    // A letter with a point, which some converters replace by a single character.
     EXPECT_EQ(CodePage(u"1255"_s).decoded("\xe1\xcc\xf9\xd1"), u"\u05d1\u05bc\u05e9\u05c1"_s);
 }
 
@@ -47,7 +47,7 @@ TEST(CodePageTest, RefusesWhatItCannotRead)
          {u""_s, u"12x55"_s, u"99999"_s, u"932"_s, u"UTF-8"_s, u"UTF-16LE"_s}) {
         try {
             const CodePage page(name);
-            // An empty name is the system's own encoding, whatever that is.
+            // The empty name selects the system's own encoding.
             EXPECT_TRUE(name.isEmpty()) << name.toStdString();
         } catch (const runtime::RunTimeError& error) {
             EXPECT_EQ(error.number(), runtime::InvalidProcedureCall) << name.toStdString();

@@ -12,8 +12,9 @@ using storetooltest::Outcome;
 
 namespace {
 
-/// A damaged file is refused in one line, or with the values that make no sense; or a whole and
-/// sound store is made of it, where the damage lies elsewhere or cannot be told from a value.
+/// Expects that a damaged file either is refused with a one-line message or a list of invalid
+/// values, or results in a complete and sound store. The latter happens if the damage is in unused
+/// bytes or looks like a valid value.
 void expectNoHarm(const OldFileFolder& folder, const std::string& damage)
 {
     SCOPED_TRACE(damage);
@@ -43,7 +44,7 @@ QByteArray wholeFile(const QString& name)
     return storetooltest::jet3File(tables);
 }
 
-/// A name of a file, or an empty one for a file of the older format that is made for the test.
+/// The parameter is a file name. An empty name stands for a Jet 3 file that the test creates.
 class DamagedFilesTest : public testing::TestWithParam<const char*>
 {
 protected:
@@ -66,7 +67,8 @@ TEST_P(DamagedFilesTest, CutOffAtEverySixteenth)
 
 TEST_P(DamagedFilesTest, WithoutItsEnd)
 {
-    folder_.write(whole_.left(whole_.size() * 7 / 8)); // in both there are lines behind it
+    // In both files there are lines after this position.
+    folder_.write(whole_.left(whole_.size() * 7 / 8));
     const Outcome outcome = folder_.takeOver();
     EXPECT_EQ(outcome.exitStatus, 1);
     ASSERT_EQ(outcome.err.size(), 1);
@@ -80,7 +82,8 @@ TEST_P(DamagedFilesTest, WithBytesOverwritten)
     QRandomGenerator random(20261121);
     for (int round = 0; round < 24; ++round) {
         QByteArray damaged = whole_;
-        const bool inHeads = round % 2 == 0; // where the descriptions of pages and tables stand
+        // Headers of pages and table descriptions are in the first bytes of a page.
+        const bool inHeads = round % 2 == 0;
         const int count = round % 4 < 2 ? 1 : 50;
         for (int i = 0; i < count; ++i) {
             qsizetype place = random.bounded(damaged.size());

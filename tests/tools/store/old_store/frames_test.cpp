@@ -12,7 +12,7 @@ using namespace storetools;
 
 namespace {
 
-/// Keeps what it hears as lines.
+/// Records its calls as lines of text.
 class Listener : public OldStoreVisitor
 {
 public:

@@ -43,7 +43,7 @@ public:
     std::vector<Row> rows;
 };
 
-/// A column of the table for every field of the schema, of the type that the field is made for.
+/// Returns a table with one column per field of the schema, in the Jet type that matches the field.
 OldTable describe(const QString& name)
 {
     OldTable table{name, 0, {}, {}};
@@ -70,8 +70,8 @@ class IntakeTest : public testing::Test
 protected:
     IntakeTest() { intake_.opened(OldFormat::Jet4); }
 
-    /// The table with one row for each of these, in which the named columns have these bytes and
-    /// all others are Null.
+    /// Passes a table with these rows to the importer. The named columns have these bytes, all
+    /// others are Null.
     using Cells = std::map<QString, OldCell>;
     void tell(OldTable table, const std::vector<Cells>& rows)
     {
@@ -205,7 +205,7 @@ TEST_F(IntakeTest, CutsLongTextsWhereItMay)
               (QStringList{u"KanafKind, Code 1: Name has 51 characters and is cut to 50"_s,
                            u"KanafKind, Code 2: Name has 51 characters and is cut to 50"_s}));
     EXPECT_EQ(value(0, u"Name"_s), QString(50, u'א'));
-    EXPECT_EQ(value(1, u"Name"_s), QString(49, u'א')); // no half of a pair
+    EXPECT_EQ(value(1, u"Name"_s), QString(49, u'א')); // A surrogate pair is not split.
 }
 
 TEST_F(IntakeTest, CountsTheFindingsBeyondAHundred)

@@ -16,7 +16,8 @@ using storetools::OldColumn;
 using storetools::OldRow;
 
 constexpr qsizetype pageSize = 2048;
-constexpr quint32 firstCatalogPage = 2; // of three, one of which has rows
+// The first of three catalogue pages, one of which has rows.
+constexpr quint32 firstCatalogPage = 2;
 
 template <typename Number>
 QByteArray bytesOf(Number number)
@@ -60,8 +61,9 @@ qsizetype sizeOf(quint8 type)
     }
 }
 
-/// What stands behind the values of varying length: where each begins and the last one ends, the
-/// numbers of those whose place lies the next 256 bytes further on, and how many there are.
+/// Returns the offset table after the values of variable length: the start of each value and the
+/// end of the last one, the columns after which offsets continue in the next 256 bytes, and the
+/// number of values.
 QByteArray placesOf(const std::vector<qsizetype>& ends, qsizetype rowSoFar, qsizetype maskSize)
 {
     QByteArray places;
@@ -73,7 +75,7 @@ QByteArray placesOf(const std::vector<qsizetype>& ends, qsizetype rowSoFar, qsiz
         ++jumps;
     QByteArray table;
     for (qsizetype jump = 1; jump <= jumps; ++jump) {
-        char first = '\xff'; // of a jump that no place needs
+        char first = '\xff'; // No value starts after this multiple of 256 bytes.
         for (std::size_t i = ends.size(); i-- > 0;) {
             if (ends[i] / 256 >= jump)
                 first = static_cast<char>(i);
@@ -105,7 +107,7 @@ QByteArray rowBytes(const Jet3Table& table, const OldRow& row)
     return bytes + placesOf(ends, bytes.size(), mask.size()) + mask;
 }
 
-/// A page with rows, which are laid from its end.
+/// A data page, filled from its end.
 class RowPage
 {
 public:
@@ -166,13 +168,14 @@ QByteArray descriptionPage(const Jet3Table& table, quint32 mapPage)
                                        [](const OldColumn& column) { return !isFixed(column); });
     put(page, 23, bytesOf(static_cast<quint16>(varying)));
     put(page, 25, bytesOf(static_cast<quint16>(table.columns.size())));
-    for (const qsizetype map : {35, 39}) // of its pages, and of those with room, which is the same
+    // The usage map of the table's pages and the map of pages with free space are the same here.
+    for (const qsizetype map : {35, 39})
         put(page, map, bytesOf(quint32{mapPage << 8U}));
     put(page, 43, columnEntries(table));
     return page;
 }
 
-/// The pages of one table: its description, its usage map, its rows.
+/// Returns the pages of a table: its description, its usage map and its rows.
 std::vector<QByteArray> pagesOf(const Jet3Table& table, quint32 firstPage)
 {
     std::vector<RowPage> rows{RowPage(firstPage)};

@@ -9,8 +9,8 @@
 
 namespace storetooltest {
 
-/// A table of a Jet 3 file. Texts and memos (that lie in the row) are of varying length, the others
-/// are fixed; the bytes of a Boolean are one, 0 or 1.
+/// A table of a Jet 3 file. Texts and inline memos have a variable length, all other types a fixed
+/// length. A Boolean is one byte, 0 or 1.
 struct Jet3Table
 {
     QByteArray name;
@@ -18,15 +18,15 @@ struct Jet3Table
     std::vector<storetools::OldRow> rows;
 };
 
-/// The pages from this one on hold the loose rows of a file, one each.
+/// The first of the pages that each hold one overflow row of a memo.
 constexpr quint32 firstLoosePage = 5;
 
-/// The whole file with these tables, as far as reading needs it: no indexes, one usage map for each
-/// table. Memos may lie in loose rows.
+/// Returns a Jet 3 file with these tables, reduced to the parts needed for reading: no indexes and
+/// one usage map per table. Memos may be stored in overflow rows.
 QByteArray jet3File(const std::vector<Jet3Table>& tables,
                     const std::vector<QByteArray>& looseRows = {});
 
-/// The cipher of encoded files; the same once more gives back what was.
+/// The RC4 cipher of encoded files. Encryption and decryption are the same operation.
 QByteArray rc4(const QByteArray& bytes, quint32 key);
 
 } // namespace storetooltest

@@ -20,7 +20,7 @@ QByteArray bytesOf(Number number)
     return bytes;
 }
 
-/// The eleven tables without rows, decimals as Single.
+/// Returns the eleven tables without rows; decimals have the type Single.
 inline std::vector<Jet3Table> emptyTables()
 {
     std::vector<Jet3Table> tables;
@@ -41,7 +41,7 @@ inline Jet3Table& tableIn(std::vector<Jet3Table>& tables, const QByteArray& name
     return *std::ranges::find(tables, name, &Jet3Table::name);
 }
 
-/// Adds a row that is Null but for the named columns; a Boolean is False.
+/// Adds a row in which all columns except the named ones are Null, and Booleans are False.
 inline void addRow(Jet3Table& table, const std::map<QString, QByteArray>& cells)
 {
     storetools::OldRow row;
@@ -73,7 +73,7 @@ inline void addOrders(std::vector<Jet3Table>& tables)
     addRow(orders, {{u"Number"_s, bytesOf(qint32{2})}});
 }
 
-/// Lines whose texts reach beyond 256 bytes of their row, and beyond 512.
+/// Adds lines whose texts start beyond byte 256 and byte 512 of their row.
 inline void addLines(std::vector<Jet3Table>& tables)
 {
     Jet3Table& cuts = tableIn(tables, "Cuts");

@@ -147,7 +147,7 @@ TEST_F(Jet3Test, TakesMemosThatLieInOtherRows)
     };
     add(1, head(inOneRow | 3, firstLoosePage));
     add(2, head(7, firstLoosePage + 1));
-    // The first row names the place of the second one, which is the last.
+    // The first row refers to the second row, which is the last.
     const std::vector<QByteArray> rows{
         cohen, bytesOf(quint32{(firstLoosePage + 2) << 8U}) + sliding, bytesOf(quint32{0}) + cohen};
     folder_.write(storetooltest::jet3File(tables_, rows));
@@ -172,7 +172,7 @@ TEST_F(Jet3Test, MissesTheEndOfAMemo)
                           "its end"_s.arg(folder_.old())));
 }
 
-/// The pages of an encoded file are enciphered, each with the file's key and its own number.
+/// Each page of an encoded file is encrypted with the file's key combined with the page number.
 TEST(EncodedFileTest, IsReadLikeAnother)
 {
     constexpr qsizetype pageSize = 4096;
@@ -192,7 +192,7 @@ TEST(EncodedFileTest, IsReadLikeAnother)
     EXPECT_EQ(valueIn(folder.target(), u"Orders"_s, 6, u"CustomerName"_s), u"כהן ובניו"_s);
 }
 
-/// A password hides nothing: it is a word in the head of the file that programs ask for.
+/// A password does not encrypt anything. It is a word in the file header that programs ask for.
 TEST(EncodedFileTest, IsReadWithoutItsPassword)
 {
     constexpr qsizetype passwordPlace = 0x42;

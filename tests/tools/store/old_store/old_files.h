@@ -18,7 +18,8 @@ inline QString oldFile(const QString& name)
     return QStringLiteral(ZOMREL_TEST_DATA) + u"/old_store/"_s + name;
 }
 
-/// A folder with an old file of these bytes, and the place of the store that is to be made of it.
+/// A folder with an old-format file of the given bytes, and the path of the store to create from
+/// it.
 class OldFileFolder
 {
 public:
@@ -48,7 +49,7 @@ private:
     QTemporaryDir folder_;
 };
 
-/// Of a Jet 4 file, whose pages have 4096 bytes: the place of the row with the number on the page.
+/// Returns the offset of a row on a page of a Jet 4 file, whose pages have 4096 bytes.
 inline qsizetype rowPlace(const QByteArray& file, qsizetype page, qsizetype row)
 {
     constexpr qsizetype pageSize = 4096;

@@ -67,7 +67,8 @@ TEST(OldValueTest, ReadsCurrencyInTenThousandths)
 {
     EXPECT_EQ(decoded(OldCurrency, bytesOf(qint64{123456})), 12.3456);
     EXPECT_EQ(decoded(OldCurrency, bytesOf(qint64{-1})), -0.0001);
-    // The nearest double of 900719925474099.3001, whose ten thousandths are no double themselves.
+    // The nearest double of 900719925474099.3001, although its number of ten-thousandths is not a
+    // double.
     EXPECT_EQ(decoded(OldCurrency, bytesOf(qint64{9007199254740993001})), 900719925474099.3001);
 }
 
@@ -78,10 +79,10 @@ TEST(OldValueTest, ReadsDates)
     EXPECT_EQ(decoded(OldDate, bytesOf(-1.0)), QDate(1899, 12, 29));
     EXPECT_EQ(decoded(OldDate, bytesOf(36161.75)),
               QDateTime(QDate(1999, 1, 1), QTime(18, 0), Qt::UTC));
-    // Behind the point the time runs forwards in negative numbers too.
+    // The time of day increases with the fraction, even in negative numbers.
     EXPECT_EQ(decoded(OldDate, bytesOf(-1.25)),
               QDateTime(QDate(1899, 12, 29), QTime(6, 0), Qt::UTC));
-    // A second that is not told exactly by the fraction, and one that rounds up to midnight.
+    // A time whose fraction is not exact, and a time that rounds up to midnight.
     EXPECT_EQ(decoded(OldDate, bytesOf(36161.0 + 1.0 / 86400)),
               QDateTime(QDate(1999, 1, 1), QTime(0, 0, 1), Qt::UTC));
     EXPECT_EQ(decoded(OldDate, bytesOf(36161.9999999)), QDate(1999, 1, 2));
@@ -96,7 +97,7 @@ TEST(OldValueTest, ReadsPlainAndCompressedUnicode)
     EXPECT_EQ(decoded(OldText, "\xff\xfe"
                                "A\xe9z"),
               u"A\u00e9z"_s);
-    // A zero leads from one byte for a character to two, and back.
+    // A zero byte switches from one byte per character to two, and back.
     EXPECT_EQ(decoded(OldText, QByteArray("\xff\xfe"
                                           "8\0\xd0\x05\xd1\x05\0"
                                           "6",

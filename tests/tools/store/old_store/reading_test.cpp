@@ -23,7 +23,7 @@ public:
     void end() override {}
 };
 
-/// What is said of a process that does this.
+/// Returns the error message about a process that runs this script.
 QString errorOf(const QString& script, int longestSilence = 60)
 {
     DeafVisitor visitor;
@@ -40,7 +40,7 @@ QString errorOf(const QString& script, int longestSilence = 60)
 
 TEST(ReadingTest, ComesToItsEnd)
 {
-    // Two frames of a length and their kinds: a file of the later format, and its end.
+    // Two frames with length and kind: a Jet 4 file, and its end.
     EXPECT_EQ(errorOf(uR"(printf '\2\0\0\0\1\4\1\0\0\0\6')"_s), QString());
 }
 

@@ -10,7 +10,7 @@
 
 namespace storetooltest {
 
-/// The cell of a list of rows that the value stands in.
+/// Returns the text of a value in a row list.
 inline QString cellOf(const QVariant& value)
 {
     if (!value.isValid())
@@ -29,8 +29,8 @@ inline QString cellOf(const QVariant& value)
     }
 }
 
-/// The rows of a store's table as lines of such a list, in the order in which they were stored.
-/// Only these fields; all where none is named.
+/// Returns the rows of a store's table in row list format and in insertion order. If fields are
+/// named, only those are included.
 inline QStringList rowsOf(const QString& path, const QString& table, const QStringList& fields = {})
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(path);

@@ -97,7 +97,7 @@ TEST(TakeOverTest, CountsOnBehindTheHighestNumber)
     folder.write(contentsOf(oldFile(u"old-store.mdb"_s)));
     ASSERT_EQ(folder.takeOver().exitStatus, 0);
     const auto database = dao::DBEngine::instance().OpenDatabase(folder.target());
-    // The fourth of the five rows was deleted, so the table holds four.
+    // The fourth of five rows was deleted, so the table has four rows.
     const auto kinds = database->OpenRecordset(u"MashkofKind"_s, dao::dbOpenTable);
     EXPECT_EQ(kinds->RecordCount(), 4);
     for (const int expected : {6, 7}) {
@@ -113,8 +113,8 @@ TEST(TakeOverTest, TakesRowsInTheOrderOfTheirKeys)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"old-store.mdb"_s));
-    constexpr qsizetype colours = 32; // the page of MashkofColor's rows
-    constexpr qsizetype code = 2;     // behind the number of columns
+    constexpr qsizetype colours = 32; // The page of MashkofColor's rows.
+    constexpr qsizetype code = 2;     // The code follows the number of columns.
     const qsizetype first = rowPlace(file, colours, 0) + code;
     const qsizetype third = rowPlace(file, colours, 2) + code;
     ASSERT_EQ(file[first], '\1');
@@ -135,12 +135,13 @@ TEST(TakeOverTest, FindsARowThatHasMoved)
     const auto entry = [](qsizetype row) { return rowCount + 2 + 2 * row; };
     QByteArray file = contentsOf(oldFile(u"old-store.mdb"_s));
     ASSERT_EQ(file[rowCount], '\3');
-    // The second row goes in front of the third, marked as deleted, and leaves its place behind.
+    // The second row is moved in front of the third one and marked as deleted; its old entry refers
+    // to the new place.
     const qsizetype second = rowPlace(file, colours, 1);
     const qsizetype length = rowPlace(file, colours, 0) - second;
     const qsizetype moved = rowPlace(file, colours, 2) - length;
     file.replace(moved, length, file.mid(second, length));
-    file.replace(second, 4, QByteArray("\3\x20\0\0", 4)); // the row with the number 3 of page 32
+    file.replace(second, 4, QByteArray("\3\x20\0\0", 4)); // A reference to row 3 of page 32.
     file[entry(1) + 1] = static_cast<char>(file[entry(1) + 1] | '\x40');
     file[entry(3)] = static_cast<char>((moved - page) % 256);
     file[entry(3) + 1] = static_cast<char>(((moved - page) / 256) | 0x80);
@@ -218,7 +219,7 @@ TEST(TakeOverTest, StopsAtLongTextsUnlessTheyAreToBeCut)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
-    // Marked as compressed, the hundred bytes of order 6's customer become 98 characters.
+    // Marked as compressed, the hundred bytes of the customer of order 6 become 98 characters.
     const qsizetype place = file.indexOf(longName);
     ASSERT_GT(place, 0);
     file.replace(place, 2, "\xff\xfe");
@@ -247,7 +248,8 @@ TEST(TakeOverTest, StopsAtValuesThatCannotBeTakenAndTellsAllOfThem)
     const QByteArray thickness("6\0.\0005\0", 6);
     const qsizetype place = file.indexOf(thickness);
     ASSERT_GT(place, 0);
-    file[place + 4] = 'x'; // rows lie on a page from its end, so in the last of its sixteen
+    // Rows fill a page from its end, so the first match is in the last of the sixteen lines.
+    file[place + 4] = 'x';
     folder.write(file);
     const Outcome outcome = folder.takeOver();
     EXPECT_EQ(outcome.exitStatus, 1);
@@ -263,8 +265,8 @@ TEST(TakeOverTest, TakesLinesWithoutTheirOrderAndTellsOfThem)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
-    constexpr qsizetype orders = 73; // the page of the rows of Orders
-    constexpr qsizetype number = 2;  // behind the number of columns
+    constexpr qsizetype orders = 73; // The page of the rows of Orders.
+    constexpr qsizetype number = 2;  // The number follows the number of columns.
     const qsizetype ninth = rowPlace(file, orders, 8) + number;
     ASSERT_EQ(file[ninth], '\x09');
     file[ninth] = '\x63';
@@ -286,7 +288,7 @@ TEST(TakeOverTest, TakesACodePageThatItKnows)
         EXPECT_TRUE(outcome.err.contains(u"usage:"_s));
         EXPECT_FALSE(QFile::exists(folder.target()));
     }
-    // The texts of this format are in Unicode, whatever the code page.
+    // Jet 4 texts are in Unicode, whatever the code page.
     EXPECT_EQ(folder.takeOver({u"--code-page"_s, u"1252"_s}).exitStatus, 0);
     EXPECT_EQ(rowsOf(folder.target(), u"MashkofColor"_s),
               listedRows(u"older-store.rows.tsv"_s, u"MashkofColor"_s));
