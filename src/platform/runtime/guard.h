@@ -15,9 +15,9 @@
 /// them. Therefore every event handler runs inside guarded().
 namespace runtime {
 
-/// Writes the error and its sender to stderr, shows the run-time error box and ends the process with
-/// exit status 1. No other guarded handler runs while the box is open. The sender is the object
-/// whose signal led to the error, or nullptr if there is none.
+/// Writes the error and its sender to stderr, shows the run-time error box and ends the process
+/// with exit status 1. No other guarded handler runs while the box is open. The sender is the
+/// object whose signal led to the error, or nullptr if there is none.
 void endWithRunTimeBox(const RunTimeError& error, const QObject* sender);
 
 /// Returns true while a run-time error box is open and the process is about to end.
@@ -46,18 +46,27 @@ void guarded(Handler&& handler, const QPointer<const QObject>& sender = {}) noex
     }
 }
 
+/// Calls a handler inside guarded(). It accepts the arguments that the handler accepts.
+template <typename Handler>
+struct GuardedHandler
+{
+    Handler handler;
+    QPointer<const QObject> sender;
+
+    template <typename... Arguments>
+    auto operator()(Arguments&&... arguments)
+        -> std::enable_if_t<std::is_invocable_v<Handler&, Arguments...>>
+    {
+        guarded([&] { handler(std::forward<Arguments>(arguments)...); }, sender);
+    }
+};
+
 /// Connects a signal to a handler that runs inside guarded(). The handler takes the signal's
 /// arguments or none.
 template <typename Sender, typename Signal, typename Context, typename Handler>
 auto on(Sender* sender, Signal signal, Context* context, Handler handler)
 {
-    return Context::connect(
-        sender, signal, context,
-        [handler, from = QPointer<const QObject>(sender)](
-            auto&&... arguments) mutable requires std::is_invocable_v<Handler&,
-                                                                      decltype(arguments)...> {
-            guarded([&] { handler(std::forward<decltype(arguments)>(arguments)...); }, from);
-        });
+    return Context::connect(sender, signal, context, GuardedHandler<Handler>{handler, sender});
 }
 
 } // namespace runtime
