@@ -5,7 +5,7 @@
 # What ./run needs: to build, to start, and the fonts and translations that the screens use. A server
 # is none of it: its client library is all that a station has of it.
 packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev libqt6sql6-sqlite
-  libqt6sql6-psql mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
+  mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
   fonts-liberation2|fonts-liberation"
 
 # What ./test needs besides.

@@ -5,7 +5,11 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
 namespace testsupport {
+
+class ServerConnection;
 
 /// A plain SQL connection past the engine, as another station or a hand with a shell has one, to a
 /// store of either engine. Statements are written in the embedded engine's words; those that a
@@ -26,20 +30,22 @@ public:
     /// The first column of the first row; invalid where there is none.
     QVariant scalar(const QString& sql, const QList<QVariant>& values = {});
 
-    /// The same for a statement in the words of the store's own engine.
+    /// The same for a statement in the words of the store's own engine, with parameters $1, $2 and
+    /// so on.
     QList<QList<QVariant>> exactly(const QString& sql, const QList<QVariant>& values = {});
 
     /// Connects again to a server that has been started anew.
     void reconnect();
 
-    bool isOnServer() const { return onServer_; }
+    bool isOnServer() const { return server_ != nullptr; }
+    /// The connection to an embedded store.
     QSqlDatabase database() const { return QSqlDatabase::database(name_); }
 
 private:
     QString translated(const QString& sql) const;
 
     QString name_;
-    bool onServer_ = false;
+    std::unique_ptr<ServerConnection> server_; ///< Null for an embedded store.
 };
 
 } // namespace testsupport

@@ -168,6 +168,8 @@ private:
     QString next()
     {
         const Token token = tokens_[at_++];
+        if (token.text == u"?"_s)
+            return u'$' + QString::number(++parameters_);
         if (token.kind != Kind::Word)
             return token.text;
         if (is(token, "ROWID"_L1) && !names_.contains(token.text))
@@ -244,6 +246,7 @@ private:
     Tokens tokens_;
     QStringList names_;
     qsizetype at_ = 0;
+    int parameters_ = 0;
     bool namesAnew_ = false; ///< After RENAME ... TO, where a name is as it is spelled.
 };
 

@@ -29,31 +29,31 @@ ConnectionPool& ConnectionPool::instance()
     return pool;
 }
 
-std::shared_ptr<SqlConnection> ConnectionPool::take(const QString& key)
+std::shared_ptr<EngineConnection> ConnectionPool::take(const QString& key)
 {
     const auto found = std::find_if(idle_.rbegin(), idle_.rend(),
                                     [&key](const Idle& each) { return each.key == key; });
     if (found == idle_.rend())
         return nullptr;
-    std::shared_ptr<SqlConnection> connection = std::move(found->connection);
+    std::shared_ptr<EngineConnection> connection = std::move(found->connection);
     idle_.erase(std::next(found).base());
     return connection;
 }
 
-void ConnectionPool::give(const QString& key, std::shared_ptr<SqlConnection> connection)
+void ConnectionPool::give(const QString& key, std::shared_ptr<EngineConnection> connection)
 {
     idle_.push_back({key, std::move(connection)});
     if (idle_.size() > mostIdle)
         idle_.pop_front();
 }
 
-std::shared_ptr<SqlConnection> ConnectionPool::shared(const QString& key) const
+std::shared_ptr<EngineConnection> ConnectionPool::shared(const QString& key) const
 {
     const auto found = shared_.find(key);
     return found == shared_.end() ? nullptr : found->second.connection.lock();
 }
 
-void ConnectionPool::share(const QString& key, const std::shared_ptr<SqlConnection>& connection)
+void ConnectionPool::share(const QString& key, const std::shared_ptr<EngineConnection>& connection)
 {
     shared_[key] = {connection, connection};
 }

@@ -16,14 +16,14 @@ public:
 
     /// The connection to the store that was given back last; null where there is none. Stores with
     /// one key are the same one.
-    std::shared_ptr<SqlConnection> take(const QString& key);
+    std::shared_ptr<EngineConnection> take(const QString& key);
     /// Keeps the connection; the oldest goes where there are too many.
-    void give(const QString& key, std::shared_ptr<SqlConnection> connection);
+    void give(const QString& key, std::shared_ptr<EngineConnection> connection);
 
     /// The connection that all databases of a store share; null where there is none.
-    std::shared_ptr<SqlConnection> shared(const QString& key) const;
+    std::shared_ptr<EngineConnection> shared(const QString& key) const;
     /// Lets all databases to come share the connection, and keeps it where none does.
-    void share(const QString& key, const std::shared_ptr<SqlConnection>& connection);
+    void share(const QString& key, const std::shared_ptr<EngineConnection>& connection);
     /// No other database shall share it any more.
     void unshare(const QString& key);
 
@@ -36,12 +36,12 @@ private:
     struct Idle
     {
         QString key;
-        std::shared_ptr<SqlConnection> connection;
+        std::shared_ptr<EngineConnection> connection;
     };
     struct Shared
     {
-        std::weak_ptr<SqlConnection> connection;
-        std::shared_ptr<SqlConnection> kept;
+        std::weak_ptr<EngineConnection> connection;
+        std::shared_ptr<EngineConnection> kept;
     };
     std::deque<Idle> idle_;
     std::map<QString, Shared> shared_;

@@ -1,7 +1,5 @@
 #include "platform/dao/driver.h"
 
-#include <QSqlError>
-#include <QSqlRecord>
 #include <QStringTokenizer>
 
 namespace dao {
@@ -17,46 +15,6 @@ int TableInfo::ordinalOf(const QString& fieldName) const
     return -1;
 }
 
-namespace {
-
-QString nextConnectionName()
-{
-    static int made = 0;
-    return u"dao-%1"_s.arg(++made);
-}
-
-} // namespace
-
-SqlConnection::SqlConnection(const QString& plugin)
-    : name_(nextConnectionName()), database_(QSqlDatabase::addDatabase(plugin, name_)),
-      passing_(database_)
-{
-}
-
-SqlConnection::~SqlConnection()
-{
-    statements_.clear();
-    passing_ = QSqlQuery();
-    database_.close();
-    database_ = QSqlDatabase();
-    QSqlDatabase::removeDatabase(name_);
-}
-
-namespace {
-
-/// Enough for all that the forms ask; the pages of a grid have texts that seldom come again.
-constexpr std::size_t keptStatements = 64;
-
-QSqlQuery prepared(const QSqlDatabase& database, const QString& sql)
-{
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.prepare(sql); // a failure shows in its lastError
-    return query;
-}
-
-} // namespace
-
 bool mayChangeTheSchema(const QString& sql)
 {
     for (const auto verb : {"SELECT"_L1, "WITH"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
@@ -64,33 +22,6 @@ bool mayChangeTheSchema(const QString& sql)
             return false;
     }
     return true;
-}
-
-QSqlQuery& SqlConnection::statement(const QString& sql)
-{
-    if (mayChangeTheSchema(sql)) {
-        forgetSchema();
-        statements_.clear();
-        passing_ = prepared(database_, sql);
-        return passing_;
-    }
-    const auto kept = statements_.find(sql);
-    if (kept != statements_.end())
-        return kept->second;
-    if (statements_.size() >= keptStatements)
-        statements_.clear();
-    QSqlQuery query = prepared(database_, sql);
-    if (query.lastError().isValid()) {
-        passing_ = std::move(query);
-        return passing_;
-    }
-    return statements_.emplace(sql, std::move(query)).first->second;
-}
-
-QSqlQuery& SqlConnection::passing()
-{
-    passing_ = QSqlQuery(database_);
-    return passing_;
 }
 
 void Driver::commit()
@@ -105,76 +36,14 @@ void Driver::rollback()
     run(u"ROLLBACK"_s);
 }
 
-void SqlConnection::drop(const QString& sql)
+qint64 Driver::run(const QString& sql, const QVariantList& values)
 {
-    statements_.erase(sql);
-    passing_ = QSqlQuery(database_);
-}
-
-std::shared_ptr<SqlConnection> Driver::releaseConnection()
-{
-    if (failed_ || inTransaction_)
-        return nullptr;
-    return std::move(connection_);
-}
-
-void Driver::setConnection(std::shared_ptr<SqlConnection> connection)
-{
-    connection_ = std::move(connection);
-}
-
-QSqlQuery& Driver::execute(const QString& sql, const QVariantList& values)
-{
-    QSqlQuery& query = connection_->statement(sql);
-    for (int i = 0; i < values.size(); ++i)
-        query.bindValue(i, values[i]);
-    if (!query.lastError().isValid())
-        query.exec();
-    return query;
-}
-
-int Driver::columnCount(const QSqlQuery& query) const
-{
-    return query.record().count();
-}
-
-QSqlQuery& Driver::start(const QString& sql, const QVariantList& values)
-{
-    QSqlQuery& query = execute(sql, values);
-    if (query.lastError().isValid()) {
-        const QSqlError failure = query.lastError();
-        failed_ = true;
-        connection_->drop(sql);
-        throw error(failure);
-    }
-    return query;
-}
-
-const QSqlQuery& Driver::run(const QString& sql, const QVariantList& values)
-{
-    return start(sql, values);
+    return execute(sql, values).affected;
 }
 
 std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& values)
 {
-    QSqlQuery& query = start(sql, values);
-    const int columns = columnCount(query);
-    std::vector<StoredValues> all;
-    while (query.next()) {
-        StoredValues row;
-        row.reserve(static_cast<std::size_t>(columns));
-        for (int i = 0; i < columns; ++i)
-            row.push_back(query.value(i));
-        all.push_back(std::move(row));
-    }
-    const QSqlError failure = query.lastError();
-    query.finish();
-    if (failure.isValid()) {
-        failed_ = true;
-        connection_->drop(sql);
-        throw error(failure);
-    }
-    return all;
+    return execute(sql, values).rows;
 }
 
 RowNumbers Driver::rowNumbers(const QString& joined)

@@ -3,16 +3,13 @@
 #include "platform/dao/types.h"
 #include "platform/runtime/run_time_error.h"
 
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QStringList>
+#include <QVariant>
 
 #include <map>
 #include <memory>
 #include <optional>
 #include <vector>
-
-class QSqlError;
 
 namespace dao {
 
@@ -23,6 +20,13 @@ using RowNumbers = std::vector<RowNumber>;
 
 /// The stored values of a row, one for each column asked for.
 using StoredValues = std::vector<QVariant>;
+
+/// What a statement has given.
+struct Answer
+{
+    std::vector<StoredValues> rows;
+    qint64 affected = 0; ///< Rows that were inserted, changed or deleted.
+};
 
 /// A table or view of the store.
 struct TableInfo
@@ -46,51 +50,28 @@ struct SchemaMemory
     std::map<QString, QString> counters;
 };
 
-/// One connection of Qt Sql under a name of its own; the connection goes with this object. It keeps
-/// its prepared statements and what was read of the schema, for the next database that works over
-/// it.
-class SqlConnection
+/// One connection to a store on one SQL engine. Kept in the pool, it outlives the database that has
+/// opened it, and keeps what was read of the schema for the next one.
+class EngineConnection
 {
 public:
-    explicit SqlConnection(const QString& plugin);
-    ~SqlConnection();
-    SqlConnection(const SqlConnection&) = delete;
-    SqlConnection& operator=(const SqlConnection&) = delete;
+    EngineConnection() { ++living_; }
+    virtual ~EngineConnection() { --living_; }
+    EngineConnection(const EngineConnection&) = delete;
+    EngineConnection& operator=(const EngineConnection&) = delete;
 
-    QSqlDatabase& database() { return database_; }
     SchemaMemory& schema() { return *schema_; }
-    /// Why the connection was ended from this side; empty where it was not.
-    const QString& lossReason() const { return lossReason_; }
-    void setLossReason(const QString& reason) { lossReason_ = reason; }
     /// Goes on with what another connection to the same store has read.
     void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
     /// Forgets what is known of the schema, for this connection alone.
     void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }
-    /// The statement ready to be bound and run. A text that may change the schema is prepared for
-    /// this one time, and what is known of the schema is forgotten.
-    QSqlQuery& statement(const QString& sql);
-    /// A statement that is run this one time and not prepared.
-    QSqlQuery& passing();
-    /// Lets go of a statement that has failed.
-    void drop(const QString& sql);
-    /// The names under which a server keeps statements for this connection, by their texts; empty
-    /// for one that has come once.
-    std::map<QString, QString>& serverStatements() { return serverStatements_; }
-    int nextStatementNumber() { return ++statementNumber_; }
-    /// Whether a server has answered on it since the program last waited for an event.
-    bool hasJustAnswered() const { return hasJustAnswered_; }
-    void setJustAnswered(bool just) { hasJustAnswered_ = just; }
+
+    /// How many connections the process has.
+    static int living() { return living_; }
 
 private:
-    QString name_;
-    QSqlDatabase database_;
-    std::map<QString, QSqlQuery> statements_;
-    QSqlQuery passing_;
-    std::map<QString, QString> serverStatements_;
-    int statementNumber_ = 0;
-    bool hasJustAnswered_ = false;
+    static inline int living_ = 0;
     std::shared_ptr<SchemaMemory> schema_ = std::make_shared<SchemaMemory>();
-    QString lossReason_;
 };
 
 class RowStream;
@@ -124,8 +105,6 @@ public:
     /// The expression that gives the number of the table's rows. Raises 3343 where the engine
     /// cannot tell them apart.
     virtual QString rowNumber(const TableInfo& table) const = 0;
-    /// What a field's column is selected by, so that its value comes as it is stored.
-    virtual QString selected(const FieldInfo&, const QString& column) const { return column; }
     /// What a field's column is ordered and compared by: texts by their code points.
     virtual QString sorted(const FieldInfo&, const QString& column) const { return column; }
     /// Runs an INSERT into the table and gives the new row's number.
@@ -182,13 +161,10 @@ public:
     /// Puts tables out of the store and gives the name of the place where they are kept.
     virtual QString setAside(const QStringList& tables) = 0;
 
-    /// The run-time error that an error of the engine stands for.
-    virtual runtime::RunTimeError error(const QSqlError& error) const = 0;
-
-    /// Runs one statement to its end, unless it gives rows. The query stays good until the next
-    /// call. Raises error().
-    const QSqlQuery& run(const QString& sql, const QVariantList& values = {});
-    /// All rows of a statement, which is finished afterwards.
+    /// Runs one statement with the values of its parameters $1, $2 and so on, and gives the number
+    /// of rows that it has changed.
+    qint64 run(const QString& sql, const QVariantList& values = {});
+    /// All rows that a statement gives.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
     /// The row numbers in a text that joins them with commas.
     static RowNumbers rowNumbers(const QString& joined);
@@ -198,30 +174,14 @@ public:
     static QString quoted(const QStringList& names);
 
 protected:
-    Driver(std::shared_ptr<SqlConnection> connection, QString name)
-        : connection_(std::move(connection)), name_(std::move(name))
-    {
-    }
-    QSqlDatabase& connection() { return connection_->database(); }
-    SqlConnection& sqlConnection() const { return *connection_; }
-    SchemaMemory& schema() { return connection_->schema(); }
-    /// Goes on over another connection.
-    void setConnection(std::shared_ptr<SqlConnection> connection);
-    const std::shared_ptr<SqlConnection>& heldConnection() const { return connection_; }
-    /// Runs a statement and gives its query, whose lastError tells of a failure.
-    virtual QSqlQuery& execute(const QString& sql, const QVariantList& values);
-    virtual int columnCount(const QSqlQuery& query) const;
-    /// The connection for another use; null where it has failed or is in the middle of something.
-    std::shared_ptr<SqlConnection> releaseConnection();
+    explicit Driver(QString name) : name_(std::move(name)) {}
+    /// Runs one statement to its end. Throws the run-time error that a failure stands for.
+    virtual Answer execute(const QString& sql, const QVariantList& values) = 0;
     void setInTransaction() { inTransaction_ = true; }
 
 private:
-    QSqlQuery& start(const QString& sql, const QVariantList& values);
-
-    std::shared_ptr<SqlConnection> connection_;
     QString name_;
     bool inTransaction_ = false;
-    bool failed_ = false;
 };
 
 /// Several statements that take effect together or not at all; part of a transaction that is

@@ -1,11 +1,11 @@
 #include "platform/dao/postgres_driver.h"
 
 #include "platform/dao/connection_pool.h"
-#include "platform/dao/postgres_connection.h"
+#include "platform/dao/postgres/pq_connection.h"
+#include "platform/dao/postgres/pq_login.h"
 #include "platform/dao/postgres_schema.h"
 
 #include <QCoreApplication>
-#include <QSqlError>
 #include <QThread>
 #include <QTimer>
 
@@ -17,6 +17,26 @@ using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
 namespace {
+
+constexpr auto greetingName = "zomrel_greeting";
+constexpr std::chrono::seconds greetingPatience(3);
+
+/// Every change of a table or an index leaves a row of one of the two catalogues written by another
+/// transaction, so counts and sums of their writers tell of any change to the schema.
+QString greetingText()
+{
+    return QStringLiteral(
+        "WITH relation AS MATERIALIZED "
+        "(SELECT c.oid, c.relkind, c.xmin::text::bigint AS writer FROM pg_class c "
+        "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())) "
+        "SELECT (SELECT concat_ws('.', count(*), sum(writer)) FROM relation) || '.' || "
+        "(SELECT concat_ws('.', count(*), sum(a.xmin::text::bigint)) FROM pg_attribute a "
+        "WHERE a.attnum > 0 AND a.attrelid = ANY (ARRAY(SELECT oid FROM relation "
+        "WHERE relkind NOT IN ('i', 'I', 'S')))), "
+        "current_setting('server_encoding'), "
+        "CASE WHEN current_setting('synchronous_commit') = 'off' "
+        "THEN set_config('synchronous_commit', 'on', false) END");
+}
 
 QString keyOf(const Link& link, const Waits& waits)
 {
@@ -61,13 +81,13 @@ bool isHandlingEvents()
 
 /// Holds for as long as the event is handled that is being handled now; outside an event loop, not
 /// at all.
-void markAsAnswered(const std::shared_ptr<SqlConnection>& connection)
+void markAsAnswered(const std::shared_ptr<postgres::PqConnection>& connection)
 {
     if (!isHandlingEvents())
         return;
     connection->setJustAnswered(true);
     QTimer::singleShot(0, QCoreApplication::instance(),
-                       [answered = std::weak_ptr<SqlConnection>(connection)] {
+                       [answered = std::weak_ptr<postgres::PqConnection>(connection)] {
                            if (const auto still = answered.lock())
                                still->setJustAnswered(false);
                        });
@@ -81,57 +101,82 @@ bool keepsTheSchema(const QString& sql)
 
 } // namespace
 
-PostgresDriver::PostgresDriver(std::shared_ptr<SqlConnection> connection, const QString& path,
-                               Link link, const Waits& waits)
-    : Driver(std::move(connection), path), link_(std::move(link)), waits_(waits),
+PostgresDriver::PostgresDriver(Connection connection, const QString& path, Link link,
+                               const Waits& waits)
+    : Driver(path), connection_(std::move(connection)), link_(std::move(link)), waits_(waits),
       poolKey_(keyOf(link_, waits_))
 {
 }
 
-/// A transaction's own connection serves all where there is none that does.
+/// A transaction's own connection serves all databases if no other one does.
 PostgresDriver::~PostgresDriver()
 {
-    ConnectionPool& pool = ConnectionPool::instance();
-    if (!inTransaction() && !pool.shared(poolKey_) && !postgres::isLost(sqlConnection()))
-        pool.share(poolKey_, heldConnection());
+    if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
+        ConnectionPool::instance().share(poolKey_, connection_);
 }
 
 std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& link,
                                              const Waits& waits)
 {
+    std::unique_ptr<PostgresDriver> driver(new PostgresDriver(nullptr, path, link, waits));
+    driver->connection_ = driver->shared();
+    if (driver->connection_ && driver->takeUp())
+        return driver;
     ConnectionPool& pool = ConnectionPool::instance();
-    const QString key = keyOf(link, waits);
-    if (std::shared_ptr<SqlConnection> shared = pool.shared(key)) {
-        std::unique_ptr<PostgresDriver> driver(
-            new PostgresDriver(std::move(shared), path, link, waits));
-        if (driver->takeUp())
-            return driver;
-        pool.unshare(key);
-    }
-    std::unique_ptr<PostgresDriver> driver(
-        new PostgresDriver(postgres::connect(link, waits), path, link, waits));
+    pool.unshare(driver->poolKey_);
+    driver->connection_ = driver->logIn();
     driver->requireTakenUp();
-    pool.share(key, driver->heldConnection());
+    pool.share(driver->poolKey_, driver->connection_);
     return driver;
 }
 
+SchemaMemory& PostgresDriver::schema()
+{
+    return connection_->schema();
+}
+
+PostgresDriver::Connection PostgresDriver::shared() const
+{
+    return std::static_pointer_cast<postgres::PqConnection>(
+        ConnectionPool::instance().shared(poolKey_));
+}
+
+PostgresDriver::Connection PostgresDriver::logIn() const
+{
+    auto connection = std::make_shared<postgres::PqConnection>(link_, waits_);
+    try {
+        connection->prepare(greetingName, greetingText(), greetingPatience);
+    } catch (const RunTimeError& error) {
+        throw postgres::logInError(link_, error.description());
+    }
+    return connection;
+}
+
 /// Greets the server, which shows whether the connection lives, and learns whether the schema is
-/// the one that is known. False where the connection has died. A handler opens the store again and
-/// again; one greeting is enough for it.
+/// the known one. False if the connection has died. A handler opens the store again and again; one
+/// greeting is enough for it.
 bool PostgresDriver::takeUp()
 {
-    if (isHandlingEvents() && sqlConnection().hasJustAnswered() &&
-        !postgres::isLost(sqlConnection()))
+    if (isHandlingEvents() && connection_->hasJustAnswered() && !connection_->isLost())
         return true;
-    const std::optional<postgres::Greeting> greeting = postgres::greet(sqlConnection(), link_);
-    if (!greeting)
+    if (connection_->isLost())
         return false;
-    if (greeting->encoding != "UTF8"_L1)
-        throw RunTimeError(runtime::UnrecognizedFormat,
-                           u"The encoding of %1 is %2; a store needs UTF8."_s.arg(
-                               link_.place(), greeting->encoding));
-    sqlConnection().shareSchema(sharedSchema(poolKey_, greeting->schemaMark));
-    markAsAnswered(heldConnection());
+    StoredValues greeting;
+    try {
+        greeting = connection_->executePrepared(greetingName, greetingPatience).rows.front();
+    } catch (const RunTimeError&) {
+        if (connection_->isLost())
+            return false;
+        throw;
+    }
+    const QString mark = greeting[0].toString();
+    const QString encoding = greeting[1].toString();
+    if (encoding != "UTF8"_L1)
+        throw RunTimeError(
+            runtime::UnrecognizedFormat,
+            u"The encoding of %1 is %2; a store needs UTF8."_s.arg(link_.place(), encoding));
+    connection_->shareSchema(sharedSchema(poolKey_, mark));
+    markAsAnswered(connection_);
     return true;
 }
 
@@ -142,56 +187,44 @@ void PostgresDriver::requireTakenUp()
                            u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
 }
 
-/// Takes another connection in the place of one that has died: between two statements nothing is
-/// under way.
+/// Replaces a connection that has died. Between two statements nothing is under way.
 void PostgresDriver::goOnAnew()
 {
-    ConnectionPool& pool = ConnectionPool::instance();
-    const std::shared_ptr<SqlConnection> shared = pool.shared(poolKey_);
-    if (shared && shared != heldConnection() && !postgres::isLost(*shared)) {
-        setConnection(shared);
+    const Connection other = shared();
+    if (other && other != connection_ && !other->isLost()) {
+        connection_ = other;
         return;
     }
-    setConnection(postgres::connect(link_, waits_));
+    connection_ = logIn();
     requireTakenUp();
-    pool.share(poolKey_, heldConnection());
+    ConnectionPool::instance().share(poolKey_, connection_);
 }
 
-QSqlQuery& PostgresDriver::execute(const QString& sql, const QVariantList& values)
+Answer PostgresDriver::execute(const QString& sql, const QVariantList& values)
 {
-    if (postgres::isLost(sqlConnection())) {
+    if (connection_->isLost()) {
         if (inTransaction() || sql == "ROLLBACK"_L1)
-            throw error({});
+            throw connection_->lossError();
         goOnAnew();
     }
     // The server would take this for a rollback and not say so.
-    if (sql == "COMMIT"_L1 && postgres::hasFailedTransaction(sqlConnection()))
+    if (sql == "COMMIT"_L1 && connection_->hasFailedTransaction())
         throw RunTimeError(runtime::InvalidOperation,
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
     if (!keepsTheSchema(sql))
-        sqlConnection().forgetSchema();
+        connection_->forgetSchema();
     if (mayChangeTheSchema(sql))
         askAnew();
     if (!inTransaction() && !values.isEmpty() && !mayChangeTheSchema(sql))
-        return postgres::executeKept(sqlConnection(), sql, values, waits_.answer);
-    return postgres::execute(sqlConnection(), postgres::withValues(sql, values), waits_.answer);
+        return connection_->executeKept(sql, values);
+    return connection_->execute(sql, values);
 }
 
 /// Lets the next database to be opened ask for the schema's mark.
 void PostgresDriver::askAnew() const
 {
-    if (const auto shared = ConnectionPool::instance().shared(poolKey_))
-        shared->setJustAnswered(false);
-}
-
-int PostgresDriver::columnCount(const QSqlQuery& query) const
-{
-    return postgres::columnCount(query);
-}
-
-RunTimeError PostgresDriver::error(const QSqlError& failure) const
-{
-    return postgres::errorOf(failure, sqlConnection(), link_);
+    if (const Connection greeted = shared())
+        greeted->setJustAnswered(false);
 }
 
 const std::vector<TableInfo>& PostgresDriver::knownTables()
@@ -242,12 +275,6 @@ QString PostgresDriver::rowNumber(const TableInfo& table) const
     return postgres::rowColumn;
 }
 
-/// A moment comes as its text, for no time zone shall have a say in it.
-QString PostgresDriver::selected(const FieldInfo& field, const QString& column) const
-{
-    return field.type == dbDate ? column + "::text"_L1 : column;
-}
-
 QString PostgresDriver::sorted(const FieldInfo& field, const QString& column) const
 {
     return field.type == dbText ? column + " COLLATE \"C\""_L1 : column;
@@ -296,15 +323,14 @@ QStringList PostgresDriver::addField(const QString& table, const FieldInfo& fiel
 /// The other databases on the store are no part of the transaction, so they get another connection.
 void PostgresDriver::begin()
 {
-    ConnectionPool& pool = ConnectionPool::instance();
-    if (pool.shared(poolKey_) == heldConnection()) {
+    if (shared() == connection_) {
         constexpr long here = 1;
         constexpr long inThePool = 1;
-        if (heldConnection().use_count() > here + inThePool) {
-            setConnection(postgres::connect(link_, waits_));
+        if (connection_.use_count() > here + inThePool) {
+            connection_ = logIn();
             requireTakenUp();
         } else {
-            pool.unshare(poolKey_);
+            ConnectionPool::instance().unshare(poolKey_);
         }
     }
     run(u"BEGIN"_s);
@@ -329,7 +355,7 @@ QStringList PostgresDriver::integrityFindings()
         try {
             rows(u"SELECT sum(length(t::text)) FROM %1 AS t"_s.arg(quoted(each.name)));
         } catch (const RunTimeError& failure) {
-            if (postgres::isLost(sqlConnection()))
+            if (connection_->isLost())
                 throw;
             findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
         }

@@ -6,6 +6,10 @@
 
 namespace dao {
 
+namespace postgres {
+class PqConnection;
+}
+
 /// A store in a database on a PostgreSQL server. Nothing stays open between two calls, so all the
 /// databases that a process has open on one store share a connection; a transaction has one of its
 /// own.
@@ -23,7 +27,6 @@ public:
     std::optional<TableInfo> table(const QString& name) override;
     std::vector<IndexInfo> indexes(const QString& table) override;
     QString rowNumber(const TableInfo& table) const override;
-    QString selected(const FieldInfo& field, const QString& column) const override;
     QString sorted(const FieldInfo& field, const QString& column) const override;
     RowNumber insert(const TableInfo& table, const QString& sql,
                      const QVariantList& values) override;
@@ -44,21 +47,24 @@ public:
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
     void learnContents(const QString& table) override;
     QString setAside(const QStringList& tables) override;
-    runtime::RunTimeError error(const QSqlError& error) const override;
 
 protected:
-    QSqlQuery& execute(const QString& sql, const QVariantList& values) override;
-    int columnCount(const QSqlQuery& query) const override;
+    Answer execute(const QString& sql, const QVariantList& values) override;
 
 private:
-    PostgresDriver(std::shared_ptr<SqlConnection> connection, const QString& path, Link link,
-                   const Waits& waits);
+    using Connection = std::shared_ptr<postgres::PqConnection>;
+
+    PostgresDriver(Connection connection, const QString& path, Link link, const Waits& waits);
+    SchemaMemory& schema();
+    Connection logIn() const;
+    Connection shared() const;
     bool takeUp();
     void requireTakenUp();
     void goOnAnew();
     void askAnew() const;
     const std::vector<TableInfo>& knownTables();
 
+    Connection connection_;
     Link link_;
     Waits waits_;
     QString poolKey_;

@@ -1,8 +1,6 @@
 // What a server's error means under its classic number.
 
-#include "platform/dao/postgres_connection.h"
-
-#include <QSqlError>
+#include "platform/dao/postgres/pq_connection.h"
 
 #include <array>
 
@@ -45,18 +43,8 @@ constexpr std::array meanings = {
 
 } // namespace
 
-RunTimeError errorOf(const QSqlError& error, SqlConnection& connection, const Link& link)
+RunTimeError errorOf(const QString& state, const QString& text, const Link& link)
 {
-    const QString state = error.nativeErrorCode();
-    const QString text = error.databaseText().simplified();
-    if (isLost(connection)) {
-        const QString& reason = connection.lossReason();
-        const QString told = !reason.isEmpty() ? reason
-                             : !text.isEmpty() ? text
-                                               : u"it is closed"_s;
-        return RunTimeError(runtime::CallFailed,
-                            u"The connection to %1 was lost: %2"_s.arg(link.place(), told));
-    }
     for (const Meaning& each : meanings) {
         if (!state.startsWith(each.state))
             continue;

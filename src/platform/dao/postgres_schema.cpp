@@ -192,7 +192,7 @@ QString indexesQuery()
         "JOIN pg_class x ON x.oid = i.indexrelid "
         "CROSS JOIN LATERAL unnest(i.indkey::int2[]) WITH ORDINALITY AS k(attnum, place) "
         "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = k.attnum "
-        "WHERE c.relname = ? AND c.relnamespace = "
+        "WHERE c.relname = $1 AND c.relnamespace = "
         "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
         "AND i.indpred IS NULL AND i.indexprs IS NULL AND k.place <= i.indnkeyatts "
         "ORDER BY i.indisprimary DESC, x.oid, k.place");

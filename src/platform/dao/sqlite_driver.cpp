@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlError>
+#include <QSqlRecord>
 #include <QUrl>
 
 #include <algorithm>
@@ -155,11 +156,6 @@ QString counterTrigger(const QString& table, const QString& field)
              Driver::quoted(field), literal(table));
 }
 
-std::shared_ptr<SqlConnection> newConnection()
-{
-    return std::make_shared<SqlConnection>(u"QSQLITE"_s);
-}
-
 /// What tells one store file from another that took its place under the same name.
 QString identityOf(const QFileInfo& file)
 {
@@ -178,17 +174,56 @@ QString keyOf(const QFileInfo& file, std::chrono::milliseconds lockWait)
 
 } // namespace
 
-SqliteDriver::SqliteDriver(std::shared_ptr<SqlConnection> connection, const QString& path)
-    : Driver(std::move(connection), path)
+SqliteDriver::SqliteDriver(std::shared_ptr<SqliteConnection> connection, const QString& path)
+    : Driver(path), connection_(std::move(connection))
 {
 }
 
 SqliteDriver::~SqliteDriver()
 {
-    if (poolKey_.isEmpty())
-        return;
-    if (std::shared_ptr<SqlConnection> connection = releaseConnection())
-        ConnectionPool::instance().give(poolKey_, std::move(connection));
+    // A connection that has failed or is in the middle of something is closed.
+    if (!poolKey_.isEmpty() && !hasFailed_ && !inTransaction())
+        ConnectionPool::instance().give(poolKey_, std::move(connection_));
+}
+
+QSqlQuery& SqliteDriver::start(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery& query = connection_->statement(sql);
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values[i]);
+    if (query.lastError().isValid() || !query.exec())
+        fail(sql, query);
+    return query;
+}
+
+void SqliteDriver::fail(const QString& sql, const QSqlQuery& query)
+{
+    const QSqlError failure = query.lastError();
+    hasFailed_ = true;
+    connection_->drop(sql);
+    throw error(failure);
+}
+
+Answer SqliteDriver::execute(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery& query = start(sql, values);
+    Answer answer;
+    if (!query.isSelect()) {
+        answer.affected = query.numRowsAffected();
+        return answer;
+    }
+    const int columns = query.record().count();
+    while (query.next()) {
+        StoredValues row;
+        row.reserve(static_cast<std::size_t>(columns));
+        for (int i = 0; i < columns; ++i)
+            row.push_back(query.value(i));
+        answer.rows.push_back(std::move(row));
+    }
+    if (query.lastError().isValid())
+        fail(sql, query);
+    query.finish();
+    return answer;
 }
 
 std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::milliseconds lockWait)
@@ -203,13 +238,15 @@ std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::mil
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
     const QString key = keyOf(file, lockWait);
-    if (std::shared_ptr<SqlConnection> idle = ConnectionPool::instance().take(key)) {
-        std::unique_ptr<SqliteDriver> driver(new SqliteDriver(std::move(idle), path));
+    if (auto idle = ConnectionPool::instance().take(key)) {
+        std::unique_ptr<SqliteDriver> driver(
+            new SqliteDriver(std::static_pointer_cast<SqliteConnection>(std::move(idle)), path));
         driver->renewUse();
         driver->poolKey_ = key;
         return driver;
     }
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(newConnection(), path));
+    std::unique_ptr<SqliteDriver> driver(
+        new SqliteDriver(std::make_shared<SqliteConnection>(), path));
     driver->connect(u"rw"_s, lockWait);
     driver->prepareUse();
     driver->poolKey_ = key;
@@ -221,7 +258,8 @@ std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
 {
     if (QFileInfo::exists(path))
         throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(newConnection(), path));
+    std::unique_ptr<SqliteDriver> driver(
+        new SqliteDriver(std::make_shared<SqliteConnection>(), path));
     driver->connect(u"rwc"_s, lockWait);
     try {
         // The sequence table comes into being with the first table that asks for one, and stays.
@@ -364,7 +402,7 @@ std::optional<TableInfo> SqliteDriver::readTable(const QString& name)
     for (const StoredValues& row :
          rows(u"SELECT m.name, m.type = 'table', c.name, c.type, c.\"notnull\" "
               "FROM sqlite_master m, pragma_table_info(m.name) c "
-              "WHERE m.name = ? COLLATE NOCASE AND m.type IN ('table', 'view') ORDER BY c.cid"_s,
+              "WHERE m.name = $1 COLLATE NOCASE AND m.type IN ('table', 'view') ORDER BY c.cid"_s,
               {name})) {
         if (!found)
             found = TableInfo{row[0].toString(), row[1].toBool(), {}};
@@ -390,13 +428,13 @@ std::vector<IndexInfo> SqliteDriver::readIndexes(const QString& table)
     std::vector<IndexInfo> all;
     IndexInfo primary{primaryKeyName, {}, true, true};
     for (const StoredValues& row :
-         rows(u"SELECT name FROM pragma_table_info(?) WHERE pk > 0 ORDER BY pk"_s, {table}))
+         rows(u"SELECT name FROM pragma_table_info($1) WHERE pk > 0 ORDER BY pk"_s, {table}))
         primary.fields.append(row[0].toString());
     if (!primary.fields.isEmpty())
         all.push_back(primary);
     QString stored;
     for (const StoredValues& row :
-         rows(u"SELECT l.name, i.name, l.\"unique\" FROM pragma_index_list(?) l "
+         rows(u"SELECT l.name, i.name, l.\"unique\" FROM pragma_index_list($1) l "
               "JOIN sqlite_master m ON m.type = 'index' AND m.name = l.name "
               "JOIN pragma_index_info(l.name) i "
               "WHERE l.origin <> 'pk' AND NOT l.partial "
@@ -423,7 +461,7 @@ QString SqliteDriver::rowNumber(const TableInfo& table) const
 
 RowNumber SqliteDriver::insert(const TableInfo&, const QString& sql, const QVariantList& values)
 {
-    return run(sql, values).lastInsertId().toLongLong();
+    return start(sql, values).lastInsertId().toLongLong();
 }
 
 QString SqliteDriver::joined(const QString& select) const
@@ -464,7 +502,7 @@ QString SqliteDriver::newRowNumber(const TableInfo& table)
 
 QString SqliteDriver::readCounterValue(const QString& table, const QString& field)
 {
-    if (!rows(u"SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND name = ? COLLATE NOCASE"_s,
+    if (!rows(u"SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND name = $1 COLLATE NOCASE"_s,
               {counterTriggerName(table, field)})
              .empty())
         return {};

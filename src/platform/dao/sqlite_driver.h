@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/dao/driver.h"
+#include "platform/dao/sqlite/sqlite_connection.h"
 
 #include <chrono>
 
@@ -39,10 +40,18 @@ public:
     qint64 highestGiven(const QString& table, const QString& field) override;
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
     QString setAside(const QStringList& tables) override;
-    runtime::RunTimeError error(const QSqlError& error) const override;
+    /// The run-time error that an error of the engine stands for.
+    runtime::RunTimeError error(const QSqlError& error) const;
+
+protected:
+    Answer execute(const QString& sql, const QVariantList& values) override;
 
 private:
-    SqliteDriver(std::shared_ptr<SqlConnection> connection, const QString& path);
+    SqliteDriver(std::shared_ptr<SqliteConnection> connection, const QString& path);
+    QSqlDatabase& connection() { return connection_->database(); }
+    SchemaMemory& schema() { return connection_->schema(); }
+    QSqlQuery& start(const QString& sql, const QVariantList& values);
+    [[noreturn]] void fail(const QString& sql, const QSqlQuery& query);
     void connect(const QString& mode, std::chrono::milliseconds lockWait);
     void prepareUse();
     void renewUse();
@@ -52,6 +61,8 @@ private:
     QString readCounterValue(const QString& table, const QString& field);
     runtime::RunTimeError openingError(const QSqlError& error) const;
 
+    std::shared_ptr<SqliteConnection> connection_;
+    bool hasFailed_ = false;
     QString poolKey_; ///< Empty where the connection is not for another use.
 };
 

@@ -298,7 +298,7 @@ std::unique_ptr<RowSink> SqliteDriver::rowSink(const TableInfo& table)
 qint64 SqliteDriver::highestGiven(const QString& table, const QString& field)
 {
     return rows(u"SELECT max(ifnull((SELECT max(%1) FROM %2), 0), "
-                "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = ?), 0))"_s.arg(
+                "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = $1), 0))"_s.arg(
                     quoted(field), quoted(table)),
                 {table})
         .front()
@@ -308,8 +308,8 @@ qint64 SqliteDriver::highestGiven(const QString& table, const QString& field)
 
 void SqliteDriver::countOnFrom(const QString& table, const QString&, qint64 highest)
 {
-    run(u"DELETE FROM sqlite_sequence WHERE name = ?"_s, {table});
-    run(u"INSERT INTO sqlite_sequence (name, seq) VALUES (?, ?)"_s, {table, highest});
+    run(u"DELETE FROM sqlite_sequence WHERE name = $1"_s, {table});
+    run(u"INSERT INTO sqlite_sequence (name, seq) VALUES ($1, $2)"_s, {table, highest});
 }
 
 QString SqliteDriver::setAside(const QStringList&)

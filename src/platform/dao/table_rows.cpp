@@ -19,6 +19,12 @@ StoredRow taken(StoredValues&& columns)
     return row;
 }
 
+/// The parameter of a statement by its number, from 1.
+QString parameter(qsizetype number)
+{
+    return u'$' + QString::number(number);
+}
+
 /// Adds "field = value" to the conditions; Null equals nothing, so it has a spelling of its own.
 void addEqual(const QString& field, const QVariant& value, QStringList& conditions,
               QVariantList& values)
@@ -27,8 +33,8 @@ void addEqual(const QString& field, const QVariant& value, QStringList& conditio
         conditions.append(field + " IS NULL"_L1);
         return;
     }
-    conditions.append(field + " = ?"_L1);
     values.append(value);
+    conditions.append(field + " = "_L1 + parameter(values.size()));
 }
 
 bool isWholeNumber(const QVariant& value)
@@ -36,7 +42,6 @@ bool isWholeNumber(const QVariant& value)
     switch (value.typeId()) {
     case QMetaType::Int:
     case QMetaType::LongLong:
-    case QMetaType::ULongLong: // what the toolkit takes a server's count for
         return true;
     default:
         return false;
@@ -51,15 +56,16 @@ struct Bound
 
 /// The conditions, nearest first, that a field lies behind or before a value. Null stands before
 /// every value and compares with none, so it is asked for by itself.
-std::vector<Bound> beyond(const QString& field, const QVariant& value, bool forward)
+std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
+                          bool forward)
 {
     if (forward && value.isNull())
         return {{field + " IS NOT NULL"_L1, {}}};
     if (forward)
-        return {{field + " > ?"_L1, {value}}};
+        return {{field + " > "_L1 + parameter, {value}}};
     if (value.isNull())
         return {};
-    return {{field + " < ?"_L1, {value}}, {field + " IS NULL"_L1, {}}};
+    return {{field + " < "_L1 + parameter, {value}}, {field + " IS NULL"_L1, {}}};
 }
 
 QString whereText(const QStringList& conditions)
@@ -75,7 +81,7 @@ TableRows::TableRows(const Driver& driver, TableInfo table)
 {
     QStringList columns(rowNumber_);
     for (std::size_t i = 0; i < table_.fields.size(); ++i)
-        columns.append(driver.selected(table_.fields[i], field(static_cast<int>(i))));
+        columns.append(field(static_cast<int>(i)));
     columns_ = columns.join(u", "_s);
     select_ = u"SELECT %1 FROM %2"_s.arg(columns_, name_);
 }
@@ -203,7 +209,7 @@ std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
 std::vector<StoredRow> TableRows::rowsOfKeys(Driver& driver, int key, qint64 first,
                                              qint64 last) const
 {
-    const QStringList conditions{field(key) + " >= ?"_L1, field(key) + " <= ?"_L1};
+    const QStringList conditions{field(key) + " >= $1"_L1, field(key) + " <= $2"_L1};
     std::vector<StoredRow> result;
     for (StoredValues& columns : driver.rows(select_ + whereText(conditions), {first, last}))
         result.push_back(taken(std::move(columns)));
@@ -222,7 +228,7 @@ bool TableRows::isEmpty(Driver& driver) const
 
 std::optional<StoredRow> TableRows::fetch(Driver& driver, RowNumber number) const
 {
-    return pick(driver, {rowNumber_ + " = ?"_L1}, {number}, {});
+    return pick(driver, {rowNumber_ + " = $1"_L1}, {number}, {});
 }
 
 std::vector<std::optional<StoredRow>> TableRows::fetch(Driver& driver,
@@ -293,7 +299,8 @@ std::optional<StoredRow> TableRows::neighbour(Driver& driver, const RowOrder& or
         const QString name = byNumber ? rowNumber_ : sortField(driver, order[agreeing]);
         const QVariant bound = byNumber ? QVariant(from.number)
                                         : from.values[static_cast<std::size_t>(order[agreeing])];
-        for (const Bound& each : beyond(name, bound, direction == Direction::Forward)) {
+        for (const Bound& each :
+             beyond(name, bound, parameter(values.size() + 1), direction == Direction::Forward)) {
             if (auto row = pick(driver, conditions + QStringList(each.condition),
                                 values + each.values, ordering(driver, order, agreeing, direction)))
                 return row;
@@ -324,8 +331,8 @@ RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assig
     for (const Assignment& each : assignments) {
         assigned[static_cast<std::size_t>(each.ordinal)] = true;
         columns.append(target(each.ordinal));
-        places.append(u"?"_s);
         values.append(each.stored);
+        places.append(parameter(values.size()));
     }
     for (std::size_t i = 0; i < table_.fields.size(); ++i) {
         if (!table_.fields[i].counter || assigned[i])
@@ -348,19 +355,19 @@ bool TableRows::update(Driver& driver, RowNumber number,
     QStringList parts;
     QVariantList values;
     for (const Assignment& each : assignments) {
-        parts.append(target(each.ordinal) + " = ?"_L1);
         values.append(each.stored);
+        parts.append(target(each.ordinal) + " = "_L1 + parameter(values.size()));
     }
     values.append(number);
-    const QString sql =
-        u"UPDATE %1 SET "_s.arg(name_) + parts.join(u", "_s) + whereText({rowNumber_ + " = ?"_L1});
-    return driver.run(sql, values).numRowsAffected() > 0;
+    const QString sql = u"UPDATE %1 SET "_s.arg(name_) + parts.join(u", "_s) +
+                        whereText({rowNumber_ + " = "_L1 + parameter(values.size())});
+    return driver.run(sql, values) > 0;
 }
 
 bool TableRows::remove(Driver& driver, RowNumber number) const
 {
-    const QString sql = "DELETE FROM "_L1 + name_ + whereText({rowNumber_ + " = ?"_L1});
-    return driver.run(sql, {number}).numRowsAffected() > 0;
+    const QString sql = "DELETE FROM "_L1 + name_ + whereText({rowNumber_ + " = $1"_L1});
+    return driver.run(sql, {number}) > 0;
 }
 
 } // namespace dao

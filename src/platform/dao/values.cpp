@@ -17,9 +17,7 @@ namespace {
 double number(const QVariant& value)
 {
     try {
-        // A whole number of 64 bits on a server comes unsigned where it is not negative.
-        const bool isUnsigned = value.typeId() == QMetaType::ULongLong;
-        const double result = isUnsigned ? value.toDouble() : runtime::toDouble(value);
+        const double result = runtime::toDouble(value);
         if (!std::isfinite(result))
             throw RunTimeError(runtime::Overflow);
         return result;

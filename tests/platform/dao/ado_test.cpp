@@ -63,7 +63,7 @@ TEST_F(AdoTest, OutlivesItsConnectionAndHoldsNoLock)
     auto rows = execute(u"SELECT * FROM Items"_s);
     EXPECT_EQ(rows->rows(0, 1)[0][1], 5);
     dao::DBEngine::instance().Idle();
-    EXPECT_EQ(QSqlDatabase::connectionNames().size(), 1);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
     sql(u"PRAGMA busy_timeout = 0"_s);
     sql(u"BEGIN EXCLUSIVE"_s);
     sql(u"COMMIT"_s);

@@ -2,6 +2,8 @@
 
 #include "platform/dao/driver.h"
 
+#include <QSqlQuery>
+
 using namespace daotest;
 
 namespace {
