@@ -140,7 +140,7 @@ QStringList backUpFile(const Place& place, const QString& target)
     const auto source = place.open();
     requireFree(target);
     const Copy copy(*source, target);
-    QStringList findings = checkStore(copy.path());
+    QStringList findings = checkForCopying(copy.path());
     if (findings.isEmpty())
         copy.putInEmptyPlace();
     return findings;
@@ -153,7 +153,7 @@ QStringList backUpDatabase(const Place& place, const QString& target, const Rows
     if (!source.findings().isEmpty())
         return source.findings();
     const MadeStore made = makeStoreOf(source, target, progress);
-    QStringList findings = checkStore(made.store->unfinishedPath());
+    QStringList findings = checkForCopying(made.store->unfinishedPath());
     if (findings.isEmpty())
         made.store->putInPlace();
     return findings;
@@ -165,7 +165,7 @@ RestoreOutcome restoreFile(const Place& backup, const QString& path)
     const auto source = backup.open();
     const Copy copy(*source, path);
     source->Close();
-    outcome.findings = checkStore(copy.path());
+    outcome.findings = checkForCopying(copy.path());
     if (!outcome.findings.isEmpty())
         return outcome;
     const Hold hold(path);

@@ -4,6 +4,7 @@
 #include "platform/dao/examination.h"
 #include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/counter_check.h"
 #include "tools/store/layout.h"
 #include "tools/store/place.h"
 #include "tools/store/row_check.h"
@@ -29,9 +30,33 @@ QStringList engineCheck(dao::Database& database, bool isOnServer)
     return findings;
 }
 
-QStringList contentsCheck(dao::Database& database)
+QStringList schemaAndRows(dao::Database& database)
+{
+    const Layout layout = layoutOf(database);
+    return checkSchema(layout) + checkRows(database, layout);
+}
+
+QStringList schemaAndContents(dao::Database& database)
 {
     return checkSchema(layoutOf(database)) + checkContents(database);
+}
+
+/// The engine's findings and those of the check. That a store cannot be opened is a finding.
+QStringList findingsOf(const Place& place, QStringList (*check)(dao::Database&))
+{
+    QStringList findings;
+    try {
+        const auto database = place.open();
+        findings += engineCheck(*database, place.isOnServer());
+        // Stations that delete an order between two looks would leave lines without it.
+        if (place.isOnServer())
+            dao::holdStill(*database);
+        findings += check(*database);
+        database->Close();
+    } catch (const runtime::RunTimeError& error) {
+        findings.append(whole(place.isOnServer()) + error.description());
+    }
+    return findings;
 }
 
 } // namespace
@@ -43,34 +68,28 @@ QStringList checkMaking(dao::Database& database, bool isOnServer)
 
 QStringList checkContents(dao::Database& database)
 {
-    return checkRows(database, layoutOf(database));
-}
-
-QStringList checkStore(dao::Database& database, bool isOnServer)
-{
-    return engineCheck(database, isOnServer) + contentsCheck(database);
+    const Layout layout = layoutOf(database);
+    return checkRows(database, layout) + checkCounters(database, layout);
 }
 
 QStringList checkStore(const Place& place)
 {
-    QStringList findings;
-    try {
-        const auto database = place.open();
-        findings += engineCheck(*database, place.isOnServer());
-        // Stations that delete an order between two looks would leave lines without it.
-        if (place.isOnServer())
-            dao::holdStill(*database);
-        findings += contentsCheck(*database);
-        database->Close();
-    } catch (const runtime::RunTimeError& error) {
-        findings.append(whole(place.isOnServer()) + error.description());
-    }
-    return findings;
+    return findingsOf(place, schemaAndContents);
 }
 
 QStringList checkStore(const QString& path)
 {
     return checkStore(Place(path));
+}
+
+QStringList checkForCopying(const QString& path)
+{
+    return findingsOf(Place(path), schemaAndRows);
+}
+
+QStringList checkForCopying(dao::Database& database, bool isOnServer)
+{
+    return engineCheck(database, isOnServer) + schemaAndRows(database);
 }
 
 } // namespace storetools

@@ -18,15 +18,20 @@ class Place;
 /// Looked for: the engine's own findings; missing tables, fields and indexes; fields of another
 /// type or size; lines' fields that do not stand at their ordinals; contents that cannot be read by
 /// the declared type; texts longer than their field; missing and doubled keys; numbers that the
-/// program cannot handle; lines whose order does not exist.
+/// program cannot handle; lines whose order does not exist; counters that are missing, stand below
+/// a number in their table or have no number left.
 QStringList checkStore(const Place& place);
 QStringList checkStore(const QString& path);
+
+/// What keeps a store from being backed up or put back: the findings of checkStore without those of
+/// the counters. The rows of such a store are complete, and without a backup they could be lost.
+QStringList checkForCopying(const QString& path);
 /// The same of an open store, which is one on a server or a copy that nobody else works on.
-QStringList checkStore(dao::Database& database, bool isOnServer);
+QStringList checkForCopying(dao::Database& database, bool isOnServer);
 
 /// The part that is about how the store was made: the engine's findings and the tables.
 QStringList checkMaking(dao::Database& database, bool isOnServer);
-/// The part that is about what it holds.
+/// The part that is about what it holds: rows and counters.
 QStringList checkContents(dao::Database& database);
 
 } // namespace storetools

@@ -49,11 +49,12 @@ void StillStore::examine()
         else
             notes_.append(each.name + u": is no table of the store; left out"_s);
     }
+    tables_ += dao::ownTables(*database_);
 }
 
 QStringList StillStore::check() const
 {
-    return checkStore(*database_, isOnServer_);
+    return checkForCopying(*database_, isOnServer_);
 }
 
 StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progress) const
@@ -72,7 +73,7 @@ QStringList storeTablesIn(dao::Database& database)
         if (const QString name = tables(i).Name(); store::tableSchema(name) != nullptr)
             found.append(name);
     }
-    return found;
+    return found + dao::ownTables(database);
 }
 
 void requireNoStore(dao::Database& database)

@@ -11,7 +11,7 @@ namespace storetools {
 /// Is told how far a long command has come.
 using RowsOfTable = std::function<void(const QString& what, qint64 rows)>;
 
-/// What the eleven tables of a store hold, by name.
+/// What the tables of a store hold, by name.
 using StoreContents = std::map<QString, dao::TableContents>;
 
 /// A store as it stands at one moment. Stations go on working: of an embedded store the moment is
@@ -28,10 +28,10 @@ public:
     /// The tables that are none of the store's, a line for each.
     const QStringList& notes() const { return notes_; }
 
-    /// What checkStore finds.
+    /// What checkForCopying finds.
     QStringList check() const;
 
-    /// Makes the eleven tables in a store that has none of them, within its transaction. Raises as
+    /// Makes the tables in a store that has none of them, within its transaction. Raises as
     /// dao::copyTable does.
     StoreContents copyTo(dao::Database& target, const RowsOfTable& progress) const;
 
@@ -46,7 +46,7 @@ private:
     QStringList notes_;
 };
 
-/// The names of those of the eleven tables that a store has.
+/// The names of those of the eleven tables that a store has, and of the program's own.
 QStringList storeTablesIn(dao::Database& database);
 /// Raises 3204 for a database that has any of them.
 void requireNoStore(dao::Database& database);

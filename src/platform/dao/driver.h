@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -17,6 +18,9 @@ namespace dao {
 /// row of a table, whatever its fields hold, ascending in the order in which rows were stored.
 using RowNumber = qint64;
 using RowNumbers = std::vector<RowNumber>;
+
+/// The last number that a counter can give: the highest of a 32-bit field.
+constexpr qint64 highestCounter = std::numeric_limits<qint32>::max();
 
 /// The stored values of a row, one for each column asked for.
 using StoredValues = std::vector<QVariant>;
@@ -152,6 +156,9 @@ public:
     /// A way to store many rows in a table that was made in the open transaction. As a stream, it
     /// has the connection for itself.
     virtual std::unique_ptr<RowSink> rowSink(const TableInfo& table) = 0;
+    /// The number that a counter has reached, 0 for none given yet; empty where the store lacks
+    /// what keeps the counter.
+    virtual std::optional<qint64> counterMark(const QString& table, const QString& field) = 0;
     /// The highest number that a counter is known to have given; 0 for none.
     virtual qint64 highestGiven(const QString& table, const QString& field) = 0;
     /// Lets a counter go on after the number.

@@ -8,6 +8,8 @@
 
 namespace dao {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::size_t pageSize = 256;
@@ -51,6 +53,25 @@ void examineRows(Database& database, const QString& table,
                 visitor(examined(rows.table(), *row));
         }
     }
+}
+
+bool ExaminedCounter::isExhausted() const
+{
+    return std::max(highest, mark.value_or(0)) >= highestCounter;
+}
+
+ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field)
+{
+    Driver& driver = database.driver();
+    ExaminedCounter counter;
+    // A number that a station is given between the two looks must not look like a lag.
+    counter.highest =
+        driver.rows(u"SELECT max(%1) FROM %2"_s.arg(Driver::quoted(field), Driver::quoted(table)))
+            .front()
+            .front()
+            .toLongLong();
+    counter.mark = driver.counterMark(table, field);
+    return counter;
 }
 
 } // namespace dao

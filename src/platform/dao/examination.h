@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace dao {
@@ -21,6 +22,16 @@ struct ExaminedRow
     std::vector<int> unreadable;
 };
 
+/// How far a table's counter has come.
+struct ExaminedCounter
+{
+    qint64 highest = 0;         ///< The highest number that stands in the table.
+    std::optional<qint64> mark; ///< The last number given; empty where nothing keeps the counter.
+
+    bool isLagging() const { return mark && *mark < highest; }
+    bool isExhausted() const;
+};
+
 /// What the engine finds wrong with the store as it lies on the disk, a line for each; empty where
 /// it finds nothing. Reads the whole store. Raises 3049 for damage that keeps it from looking.
 QStringList engineFindings(Database& database);
@@ -30,5 +41,8 @@ QStringList engineFindings(Database& database);
 /// and what reading raises.
 void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor);
+
+/// Looks at a COUNTER field. Raises what reading raises.
+ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field);
 
 } // namespace dao

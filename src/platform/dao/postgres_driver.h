@@ -43,6 +43,7 @@ public:
     void beginReading() override;
     std::unique_ptr<RowStream> rowStream(const TableInfo& table) override;
     std::unique_ptr<RowSink> rowSink(const TableInfo& table) override;
+    std::optional<qint64> counterMark(const QString& table, const QString& field) override;
     qint64 highestGiven(const QString& table, const QString& field) override;
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
     void learnContents(const QString& table) override;

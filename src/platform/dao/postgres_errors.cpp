@@ -32,7 +32,7 @@ constexpr std::array meanings = {
     Meaning{"42701"_L1, runtime::FieldDefinedTwice, true},
     Meaning{"22001"_L1, runtime::FieldTooSmall, true},
     Meaning{"22003"_L1, runtime::Overflow, true},
-    Meaning{"2200H"_L1, runtime::Overflow, true},
+    Meaning{"2200H"_L1, runtime::Overflow, false},
     Meaning{"22"_L1, runtime::DataTypeConversion, true},
     Meaning{"53100"_L1, runtime::DiskFull, true},
     Meaning{"53200"_L1, runtime::OutOfMemory, true},

@@ -242,6 +242,18 @@ std::unique_ptr<RowSink> PostgresDriver::rowSink(const TableInfo& table)
     return std::make_unique<PostgresSink>(*connection_, table);
 }
 
+std::optional<qint64> PostgresDriver::counterMark(const QString& table, const QString& field)
+{
+    if (!counterValue(table, field).isEmpty())
+        return {};
+    return rows(u"SELECT coalesce(pg_sequence_last_value("
+                "pg_get_serial_sequence($1, $2)::regclass), 0)"_s,
+                {quoted(table), field})
+        .front()
+        .front()
+        .toLongLong();
+}
+
 qint64 PostgresDriver::highestGiven(const QString& table, const QString& field)
 {
     return rows(u"SELECT greatest((SELECT max(%1) FROM %2), "

@@ -1,17 +1,15 @@
 #include "platform/dao/sqlite_driver.h"
 
 #include "platform/dao/connection_pool.h"
+#include "platform/dao/sqlite_counters.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QUrl>
-
-#include <algorithm>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -49,8 +47,6 @@ int resultCode(const QSqlError& error)
 /// What every store file begins with, its closing zero included.
 constexpr QByteArrayView headerSignature("SQLite format 3", 16);
 
-constexpr auto primaryKeyName = "PrimaryKey"_L1;
-
 /// A file name as a URI, so that the mode of opening can be told; every sign of it may occur.
 QString uriOf(const QString& path, const QString& mode)
 {
@@ -59,101 +55,6 @@ QString uriOf(const QString& path, const QString& mode)
         absolute.prepend(u'/');
     return u"file://%1?mode=%2"_s.arg(QString::fromLatin1(QUrl::toPercentEncoding(absolute, "/:")),
                                       mode);
-}
-
-/// Type and size by a declared type's spelling; what is unknown is a text without limit.
-void readDeclaredType(const QString& declared, FieldInfo& field)
-{
-    static const QRegularExpression spelling(
-        uR"(^\s*([A-Za-z]+)\s*(?:\(\s*([0-9]{1,9})\s*\))?\s*$)"_s);
-    const QRegularExpressionMatch match = spelling.match(declared);
-    const QString name = match.captured(1).toUpper();
-    field.type = dbText;
-    if (name == "TEXT"_L1)
-        field.size = match.captured(2).toInt();
-    else if (name == "COUNTER"_L1 || name == "LONG"_L1)
-        field.type = dbLong;
-    else if (name == "INTEGER"_L1)
-        field.type = dbInteger;
-    else if (name == "DOUBLE"_L1)
-        field.type = dbDouble;
-    else if (name == "DATETIME"_L1)
-        field.type = dbDate;
-    else if (name == "BOOLEAN"_L1)
-        field.type = dbBoolean;
-    field.counter = name == "COUNTER"_L1;
-}
-
-QString declaredType(const FieldInfo& field)
-{
-    switch (field.type) {
-    case dbBoolean:
-        return u"BOOLEAN"_s;
-    case dbInteger:
-        return u"INTEGER"_s;
-    case dbLong:
-        return field.counter ? u"COUNTER"_s : u"LONG"_s;
-    case dbDouble:
-        return u"DOUBLE"_s;
-    case dbDate:
-        return u"DATETIME"_s;
-    case dbText:
-        break;
-    }
-    return field.size > 0 ? u"TEXT(%1)"_s.arg(field.size) : u"TEXT"_s;
-}
-
-/// A field's name, type and constraints, as they stand in CREATE TABLE and ADD COLUMN.
-QString fieldDefinition(const FieldInfo& field)
-{
-    QString text = Driver::quoted(field.name) + u' ' + declaredType(field);
-    if (field.type == dbBoolean)
-        text += " NOT NULL DEFAULT 0"_L1;
-    else if (field.required && !field.counter)
-        text += " NOT NULL"_L1;
-    return text;
-}
-
-QString literal(const QString& text)
-{
-    QString inner = text;
-    return u'\'' + inner.replace(u'\'', u"''"_s) + u'\'';
-}
-
-/// Index names are one name space for all tables there, so a table's indexes carry its name.
-QString storedIndexName(const QString& table, const QString& index)
-{
-    return table + u'.' + index;
-}
-
-QString shownIndexName(const QString& table, const QString& stored)
-{
-    const QString prefix = table + u'.';
-    return stored.startsWith(prefix, Qt::CaseInsensitive) ? stored.mid(prefix.size()) : stored;
-}
-
-QString counterTriggerName(const QString& table, const QString& field)
-{
-    return table + u'.' + field + ".counter"_L1;
-}
-
-/// Numbers a new row past the highest number that the table holds or has ever held. The high-water
-/// mark lies in the engine's own sequence table, which every station sees and which goes with the
-/// insertion's own transaction.
-QString counterTrigger(const QString& table, const QString& field)
-{
-    return QStringLiteral(
-               "CREATE TRIGGER %1 AFTER INSERT ON %2 BEGIN "
-               "UPDATE %2 SET %3 = 1 + max(ifnull((SELECT max(%3) FROM %2), 0), "
-               "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = %4), 0)) "
-               "WHERE rowid = NEW.rowid AND %3 IS NULL; "
-               "INSERT INTO sqlite_sequence (name, seq) SELECT %4, 0 "
-               "WHERE NOT EXISTS (SELECT 1 FROM sqlite_sequence WHERE name = %4); "
-               "UPDATE sqlite_sequence SET seq = (SELECT %3 FROM %2 WHERE rowid = NEW.rowid) "
-               "WHERE name = %4 AND seq < (SELECT %3 FROM %2 WHERE rowid = NEW.rowid); "
-               "END")
-        .arg(Driver::quoted(counterTriggerName(table, field)), Driver::quoted(table),
-             Driver::quoted(field), literal(table));
 }
 
 /// What tells one store file from another that took its place under the same name.
@@ -262,11 +163,7 @@ std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
         new SqliteDriver(std::make_shared<SqliteConnection>(), path));
     driver->connect(u"rwc"_s, lockWait);
     try {
-        // The sequence table comes into being with the first table that asks for one, and stays.
-        Together together(*driver);
-        driver->run(u"CREATE TABLE first (number INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
-        driver->run(u"DROP TABLE first"_s);
-        together.commit();
+        driver->run(sqlite::counterTableMaking());
         driver->prepareUse();
     } catch (const RunTimeError&) {
         driver.reset();
@@ -366,88 +263,22 @@ RunTimeError SqliteDriver::error(const QSqlError& failure) const
     case NoMemory:
         return RunTimeError(runtime::OutOfMemory);
     case Constraint:
+        if (text.contains(sqlite::counterExhausted))
+            return RunTimeError(
+                runtime::Overflow,
+                u"%1 (%2)"_s.arg(runtime::errorDescription(runtime::Overflow), text));
         return RunTimeError(text.contains("NOT NULL"_L1) ? runtime::FieldRequired
                                                          : runtime::DuplicateKey);
     default:
         break;
     }
+    if (text.contains("integer overflow"_L1))
+        return RunTimeError(runtime::Overflow);
     if (text.contains("no such table"_L1))
         return RunTimeError(runtime::TableNotFound);
     if (text.contains("duplicate column name"_L1))
         return RunTimeError(runtime::FieldDefinedTwice);
     return RunTimeError(runtime::InternalError, text);
-}
-
-std::vector<TableInfo> SqliteDriver::tables()
-{
-    std::vector<TableInfo> all;
-    for (const StoredValues& row :
-         rows(u"SELECT name, type = 'table' FROM sqlite_master WHERE type IN ('table', 'view') "
-              "AND name NOT LIKE 'sqlite!_%' ESCAPE '!' ORDER BY rowid"_s))
-        all.push_back({row[0].toString(), row[1].toBool(), {}});
-    return all;
-}
-
-std::optional<TableInfo> SqliteDriver::table(const QString& name)
-{
-    const auto known = schema().tables.find(name);
-    if (known != schema().tables.end())
-        return known->second;
-    return schema().tables.emplace(name, readTable(name)).first->second;
-}
-
-std::optional<TableInfo> SqliteDriver::readTable(const QString& name)
-{
-    std::optional<TableInfo> found;
-    for (const StoredValues& row :
-         rows(u"SELECT m.name, m.type = 'table', c.name, c.type, c.\"notnull\" "
-              "FROM sqlite_master m, pragma_table_info(m.name) c "
-              "WHERE m.name = $1 COLLATE NOCASE AND m.type IN ('table', 'view') ORDER BY c.cid"_s,
-              {name})) {
-        if (!found)
-            found = TableInfo{row[0].toString(), row[1].toBool(), {}};
-        FieldInfo field;
-        field.name = row[2].toString();
-        field.required = row[4].toBool();
-        readDeclaredType(row[3].toString(), field);
-        found->fields.push_back(field);
-    }
-    return found;
-}
-
-std::vector<IndexInfo> SqliteDriver::indexes(const QString& table)
-{
-    const auto known = schema().indexes.find(table);
-    if (known != schema().indexes.end())
-        return known->second;
-    return schema().indexes.emplace(table, readIndexes(table)).first->second;
-}
-
-std::vector<IndexInfo> SqliteDriver::readIndexes(const QString& table)
-{
-    std::vector<IndexInfo> all;
-    IndexInfo primary{primaryKeyName, {}, true, true};
-    for (const StoredValues& row :
-         rows(u"SELECT name FROM pragma_table_info($1) WHERE pk > 0 ORDER BY pk"_s, {table}))
-        primary.fields.append(row[0].toString());
-    if (!primary.fields.isEmpty())
-        all.push_back(primary);
-    QString stored;
-    for (const StoredValues& row :
-         rows(u"SELECT l.name, i.name, l.\"unique\" FROM pragma_index_list($1) l "
-              "JOIN sqlite_master m ON m.type = 'index' AND m.name = l.name "
-              "JOIN pragma_index_info(l.name) i "
-              "WHERE l.origin <> 'pk' AND NOT l.partial "
-              "AND NOT EXISTS (SELECT 1 FROM pragma_index_info(l.name) e WHERE e.name IS NULL) "
-              "ORDER BY m.rowid, i.seqno"_s,
-              {table})) {
-        if (all.empty() || stored != row[0].toString()) {
-            stored = row[0].toString();
-            all.push_back({shownIndexName(table, stored), {}, false, row[2].toBool()});
-        }
-        all.back().fields.append(row[1].toString());
-    }
-    return all;
 }
 
 QString SqliteDriver::rowNumber(const TableInfo& table) const
@@ -474,77 +305,6 @@ QString SqliteDriver::joined(const QString& select) const
 QString SqliteDriver::firstOf(const QString& joined) const
 {
     return u"CAST(%1 AS INTEGER)"_s.arg(joined); // the digits that the text begins with
-}
-
-QString SqliteDriver::counterValue(const QString& table, const QString& field)
-{
-    const QString counter = table + u'.' + field;
-    const auto known = schema().counters.find(counter);
-    if (known != schema().counters.end())
-        return known->second;
-    return schema().counters.emplace(counter, readCounterValue(table, field)).first->second;
-}
-
-/// The engine itself gives the number of a deleted last row to the next one. A station that has the
-/// former still in its list would then work on the latter, so the number follows the table's
-/// counter, which goes on counting.
-QString SqliteDriver::newRowNumber(const TableInfo& table)
-{
-    const auto counter = std::find_if(table.fields.begin(), table.fields.end(),
-                                      [](const FieldInfo& each) { return each.counter; });
-    // A store that was made past this engine may keep no high-water mark.
-    if (counter == table.fields.end() || !counterValue(table.name, counter->name).isEmpty())
-        return {};
-    return QStringLiteral("(SELECT 1 + max(ifnull((SELECT max(%1) FROM %2), 0), "
-                          "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = %3), 0)))")
-        .arg(rowNumber(table), quoted(table.name), literal(table.name));
-}
-
-QString SqliteDriver::readCounterValue(const QString& table, const QString& field)
-{
-    if (!rows(u"SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND name = $1 COLLATE NOCASE"_s,
-              {counterTriggerName(table, field)})
-             .empty())
-        return {};
-    return u"(SELECT ifnull(max(%1), 0) + 1 FROM %2)"_s.arg(quoted(field), quoted(table));
-}
-
-QStringList SqliteDriver::createTable(const TableInfo& table,
-                                      const std::vector<IndexInfo>& indexes) const
-{
-    QStringList parts;
-    QStringList following;
-    QString primaryKey;
-    QStringList keyFields;
-    for (const IndexInfo& each : indexes) {
-        if (!each.primary) {
-            following.append(createIndex(table.name, each));
-            continue;
-        }
-        keyFields = each.fields;
-        primaryKey = u", PRIMARY KEY (%1)"_s.arg(quoted(each.fields));
-    }
-    for (FieldInfo each : table.fields) {
-        each.required = each.required || keyFields.contains(each.name, Qt::CaseInsensitive);
-        parts.append(fieldDefinition(each));
-        if (each.counter)
-            following.append(counterTrigger(table.name, each.name));
-    }
-    return QStringList(u"CREATE TABLE %1 (%2%3)"_s.arg(quoted(table.name), parts.join(u", "_s),
-                                                       primaryKey)) +
-           following;
-}
-
-QString SqliteDriver::createIndex(const QString& table, const IndexInfo& index) const
-{
-    return u"CREATE %1 %2 ON %3 (%4)"_s.arg(index.unique ? u"UNIQUE INDEX"_s : u"INDEX"_s,
-                                            quoted(storedIndexName(table, index.name)),
-                                            quoted(table), quoted(index.fields));
-}
-
-QStringList SqliteDriver::addField(const QString& table, const FieldInfo& field) const
-{
-    return {u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(quoted(table), fieldDefinition(field))};
 }
 
 void SqliteDriver::begin()

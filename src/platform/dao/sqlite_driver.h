@@ -37,6 +37,7 @@ public:
     void beginReading() override;
     std::unique_ptr<RowStream> rowStream(const TableInfo& table) override;
     std::unique_ptr<RowSink> rowSink(const TableInfo& table) override;
+    std::optional<qint64> counterMark(const QString& table, const QString& field) override;
     qint64 highestGiven(const QString& table, const QString& field) override;
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
     QString setAside(const QStringList& tables) override;
@@ -58,6 +59,8 @@ private:
     QString schemaMark();
     std::optional<TableInfo> readTable(const QString& name);
     std::vector<IndexInfo> readIndexes(const QString& table);
+    bool exists(const QString& type, const QString& name);
+    std::optional<qint64> storedMark(const QString& table);
     QString readCounterValue(const QString& table, const QString& field);
     runtime::RunTimeError openingError(const QSqlError& error) const;
 

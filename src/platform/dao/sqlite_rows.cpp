@@ -295,23 +295,6 @@ std::unique_ptr<RowSink> SqliteDriver::rowSink(const TableInfo& table)
     return std::make_unique<SqliteSink>(*this, table, QSqlQuery(connection()));
 }
 
-qint64 SqliteDriver::highestGiven(const QString& table, const QString& field)
-{
-    return rows(u"SELECT max(ifnull((SELECT max(%1) FROM %2), 0), "
-                "ifnull((SELECT max(seq) FROM sqlite_sequence WHERE name = $1), 0))"_s.arg(
-                    quoted(field), quoted(table)),
-                {table})
-        .front()
-        .front()
-        .toLongLong();
-}
-
-void SqliteDriver::countOnFrom(const QString& table, const QString&, qint64 highest)
-{
-    run(u"DELETE FROM sqlite_sequence WHERE name = $1"_s, {table});
-    run(u"INSERT INTO sqlite_sequence (name, seq) VALUES ($1, $2)"_s, {table, highest});
-}
-
 QString SqliteDriver::setAside(const QStringList&)
 {
     throw RunTimeError(runtime::OperationNotSupported);

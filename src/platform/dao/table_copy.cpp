@@ -3,6 +3,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/driver.h"
 #include "platform/dao/row_stream.h"
+#include "platform/dao/table_def_p.h"
 
 #include <QCryptographicHash>
 
@@ -91,6 +92,16 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
     }
     target.learnContents(info.name);
     return contents;
+}
+
+QStringList ownTables(Database& database)
+{
+    QStringList names;
+    for (const TableInfo& each : database.driver().tables()) {
+        if (each.updatable && isOwnTable(each.name))
+            names.append(each.name);
+    }
+    return names;
 }
 
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen)

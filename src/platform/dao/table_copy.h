@@ -34,6 +34,10 @@ void holdStill(Database& database);
 /// contents that do not fit their field, and what the engines raise.
 TableContents copyTable(Database& from, const QString& table, Database& to, const RowsSeen& seen);
 
+/// The tables of the program itself, whose names begin with zomrel_ and which TableDefs does not
+/// list. Those in which an engine keeps its counters are left out: copyTable sees to them.
+QStringList ownTables(Database& database);
+
 /// Reads a table to its end. Raises as copyTable does.
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen);
 

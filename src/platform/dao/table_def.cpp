@@ -35,6 +35,11 @@ int positionOf(const std::vector<Element>& all, const QString& name)
 
 } // namespace
 
+bool isOwnTable(const QString& name)
+{
+    return name.startsWith("zomrel_"_L1, Qt::CaseInsensitive);
+}
+
 Driver& TableDefState::driver() const
 {
     const std::shared_ptr<Database> owner = database.lock();
@@ -207,11 +212,14 @@ FieldDef TableDef::CreateCounter(const QString& name) const
     return FieldDef(info);
 }
 
-/// The tables that the store holds, then those that stand in a definition alone.
+/// The tables that the store holds, then those that stand in a definition alone. The program's own
+/// additions to the store are opened by their names and not listed.
 std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
 {
     std::vector<std::shared_ptr<TableDefState>> listed;
     for (const TableInfo& each : driver().tables()) {
+        if (isOwnTable(each.name))
+            continue;
         auto known = std::find_if(tables_.begin(), tables_.end(), [&](const auto& state) {
             return state->name.compare(each.name, Qt::CaseInsensitive) == 0;
         });

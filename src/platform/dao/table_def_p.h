@@ -7,6 +7,9 @@
 
 namespace dao {
 
+/// True for the tables in which the program keeps what is no part of the listed ones.
+bool isOwnTable(const QString& name);
+
 /// What a Database knows of one table; fields and indexes are read when they are first asked for.
 struct TableDefState
 {

@@ -119,6 +119,21 @@ TEST_F(PqConnectionTest, TellsOfAConnectionThatIsCutInAnAnswer)
     EXPECT_TRUE(connection.isLost());
 }
 
+TEST_F(PqConnectionTest, TellsOfAConnectionThatIsCutInACopy)
+{
+    testsupport::ServerProxy proxy(link().port);
+    PqConnection connection(linkThrough(proxy), usual);
+    connection.startCopy(QString::fromLatin1(manyRows));
+    ASSERT_EQ(connection.nextCopied()->toByteArray(), "1\n");
+    proxy.cut();
+    const Failure failure = failureOf([&] {
+        while (connection.nextCopied())
+            ;
+    });
+    EXPECT_EQ(failure.number, 3146);
+    EXPECT_TRUE(connection.isLost());
+}
+
 TEST_F(PqConnectionTest, LogsInToAServerByItsName)
 {
     dao::Link named = link();

@@ -121,7 +121,18 @@ TEST_F(BackupTest, IsAStoreThatCountsOn)
     store_.addLine(1, 1);
     store_.execute(u"DELETE FROM Cuts"_s);
     ASSERT_EQ(backUp().exitStatus, 0);
-    EXPECT_EQ(scalar(target_, u"SELECT seq FROM sqlite_sequence WHERE name = 'Cuts'"_s), 1);
+    EXPECT_EQ(
+        scalar(target_, u"SELECT last_number FROM zomrel_counters WHERE table_name = 'Cuts'"_s), 1);
+}
+
+TEST_F(BackupTest, KeepsTheRowsOfAStoreWithoutCounters)
+{
+    store_.addOrder(1);
+    store_.execute(u"DROP TRIGGER \"Cuts.Code.counter\""_s);
+    ASSERT_EQ(zomrelStore({u"check"_s, store_.path()}).exitStatus, 1);
+    EXPECT_EQ(backUp().exitStatus, 0);
+    EXPECT_EQ(scalar(target_, u"SELECT count(*) FROM Orders"_s), 1);
+    EXPECT_EQ(restore().exitStatus, 0);
 }
 
 TEST_F(BackupTest, RefusesAnExistingTarget)

@@ -162,7 +162,8 @@ TEST_F(CheckerTest, FindsSeriesThatCannotBeSought)
     store_.execute(u"DROP TABLE Serials"_s);
     store_.execute(
         QString(declaration).replace(u"PRIMARY KEY (\"AutoNum\")"_s, u"PRIMARY KEY (\"Name\")"_s));
-    EXPECT_EQ(findings(), QStringList{u"Serials: the first index is not on AutoNum"_s});
+    EXPECT_EQ(findings(), (QStringList{u"Serials: the first index is not on AutoNum"_s,
+                                       u"Serials.AutoNum: the counter is missing"_s}));
 }
 
 TEST_F(CheckerTest, FindsThatLinesHaveNoIndexByOrder)
@@ -235,4 +236,53 @@ TEST_F(CheckerTest, FindsLinesWithoutAnOrder)
     EXPECT_EQ(findings(),
               (QStringList{u"Cuts: 1 lines have no order number"_s,
                            u"Cuts: 2 lines belong to order 9, which does not exist"_s}));
+}
+
+// The counters. -------------------------------------------------------------------------------
+
+TEST_F(CheckerTest, FindsAMissingCounter)
+{
+    store_.execute(u"DROP TRIGGER \"Cuts.Code.counter\""_s);
+    store_.execute(u"DROP TRIGGER \"Serials.AutoNum.counter_update\""_s);
+    store_.execute(u"DELETE FROM zomrel_counters WHERE table_name = 'GlassKind'"_s);
+    EXPECT_EQ(findings(), (QStringList{u"Cuts.Code: the counter is missing"_s,
+                                       u"Serials.AutoNum: the counter is missing"_s,
+                                       u"GlassKind.Code: the counter is missing"_s}));
+}
+
+TEST_F(CheckerTest, FindsThatTheTableOfCountersIsMissing)
+{
+    store_.execute(u"DROP TABLE zomrel_counters"_s);
+    const QStringList all = findings();
+    EXPECT_EQ(all.size(), 10) << qPrintable(all.join(u'\n'));
+    for (const QString& each : all)
+        EXPECT_TRUE(each.endsWith(u": the counter is missing"_s)) << qPrintable(each);
+}
+
+TEST_F(CheckerTest, FindsALaggingCounter)
+{
+    store_.addOrder(1);
+    for (int line = 1; line <= 3; ++line)
+        store_.addLine(1, line);
+    store_.execute(u"UPDATE zomrel_counters SET last_number = 2 WHERE table_name = 'Cuts'"_s);
+    EXPECT_EQ(findings(),
+              QStringList{u"Cuts.Code: the counter stands at 2, below the highest number, 3"_s});
+    store_.execute(u"UPDATE zomrel_counters SET last_number = 4 WHERE table_name = 'Cuts'"_s);
+    EXPECT_EQ(findings(), QStringList());
+}
+
+TEST_F(CheckerTest, FindsAnExhaustedCounter)
+{
+    store_.execute(u"INSERT INTO KanafColor (Code, Name) VALUES (2147483647, 'last')"_s);
+    const QStringList exhausted{u"KanafColor.Code: the counter has no number left"_s};
+    EXPECT_EQ(findings(), exhausted);
+    store_.execute(u"DELETE FROM KanafColor"_s);
+    EXPECT_EQ(findings(), exhausted);
+}
+
+TEST_F(CheckerTest, FindsNothingAfterAVacuum)
+{
+    const testsupport::TemporaryStore delivered(testsupport::TemporaryStore::Contents::Delivered);
+    testsupport::PlainSql(delivered.path()).rows(u"VACUUM"_s);
+    EXPECT_EQ(storetools::checkStore(delivered.path()), QStringList());
 }

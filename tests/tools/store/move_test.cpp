@@ -187,8 +187,8 @@ TEST_F(MoveTest, LetsCountersGoOnAfterTheHighestNumberEverGiven)
     back.rows(add);
     EXPECT_EQ(back.scalar(last), 502);
     back.rows(u"INSERT INTO ReshetColor (Name) VALUES ('next')"_s);
-    const QVariant given =
-        store_.scalar(u"SELECT seq FROM sqlite_sequence WHERE name = 'ReshetColor'"_s);
+    const QVariant given = store_.scalar(u"SELECT last_number FROM zomrel_counters "
+                                         "WHERE table_name = 'ReshetColor'"_s);
     EXPECT_EQ(back.scalar(u"SELECT Code FROM ReshetColor"_s).toInt(), given.toInt() + 1);
 }
 
@@ -222,6 +222,18 @@ TEST_F(MoveTest, LeavesForeignTablesOutAndSaysSo)
     EXPECT_EQ(outcome.out.value(0), u"Notes: is no table of the store; left out"_s);
     EXPECT_EQ(ServerSql(database_.link()).scalar(u"SELECT to_regclass('\"Notes\"') IS NULL"_s),
               true);
+}
+
+TEST_F(MoveTest, TakesTheProgramsOwnTablesAlong)
+{
+    store_.execute(u"CREATE TABLE zomrel_notes (Code COUNTER PRIMARY KEY, Note TEXT(20))"_s);
+    store_.execute(u"INSERT INTO zomrel_notes VALUES (3, 'kept')"_s);
+    expectMoved(store_.path(), link_);
+    expectMoved(link_, at(u"back.mdb"_s));
+    const QString notes = u"SELECT Code, Note FROM zomrel_notes"_s;
+    EXPECT_EQ(PlainSql(link_).rows(notes), (QList<QVariantList>{{3, u"kept"_s}}));
+    EXPECT_EQ(PlainSql(at(u"back.mdb"_s)).rows(notes), (QList<QVariantList>{{3, u"kept"_s}}));
+    EXPECT_EQ(zomrelStore({u"check"_s, at(u"back.mdb"_s)}).exitStatus, 0);
 }
 
 TEST_F(MoveTest, MovesFromFileToFileAndFromServerToServer)

@@ -267,7 +267,8 @@ std::optional<QByteArrayView> PqConnection::nextCopied()
     int length = 0;
     while ((length = PQgetCopyData(handle_.get(), &data, withoutWaiting)) == 0) {
         await(Readiness::ToRead, deadline);
-        PQconsumeInput(handle_.get());
+        if (PQconsumeInput(handle_.get()) == 0)
+            fail(nullptr);
     }
     if (length > 0) {
         copied_.reset(data);

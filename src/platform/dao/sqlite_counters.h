@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QLatin1StringView>
+#include <QString>
+#include <QStringList>
+
+namespace dao::sqlite {
+
+/// The table of counters, one row for each counted table. It is the engine's own.
+constexpr QLatin1StringView counterTable("zomrel_counters");
+
+/// What the engine's error text holds where a counter has no number left.
+constexpr QLatin1StringView counterExhausted("has given its last number");
+
+/// The statement that makes the table of counters unless the store has it.
+QString counterTableMaking();
+
+/// The statements that make a counter out of a field of a new table.
+QStringList counterMaking(const QString& table, const QString& field);
+
+} // namespace dao::sqlite
