@@ -6,7 +6,8 @@
 
 namespace bench {
 
-/// Runs the benchmarks over the program's windows; without a desktop, where none is named.
+/// Runs the benchmarks that need program windows. Uses the offscreen platform unless the
+/// environment names another one.
 inline int runInApplication(int argc, char** argv)
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

@@ -13,17 +13,17 @@ struct ResultCloser
 };
 using Result = std::unique_ptr<PGresult, ResultCloser>;
 
-/// The bare calls of the server's client library over one open connection.
+/// Plain libpq calls over one open connection; the baseline of the server benchmarks.
 class BareServer
 {
 public:
     explicit BareServer(const dao::Link& link);
 
-    /// Runs the statement; a failure ends the benchmark.
+    /// Runs the statement. Ends the benchmark if it fails.
     Result run(const QString& sql) const;
-    /// The first column of the first row; empty where there is none.
+    /// Returns the first column of the first row, or an empty value if there is no row.
     QByteArray value(const QString& sql) const;
-    /// Waits for the end of a copy that was begun.
+    /// Waits for the result of a COPY that has been sent.
     void endCopy() const;
 
     PGconn* connection() const { return connection_.get(); }

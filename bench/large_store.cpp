@@ -11,7 +11,8 @@ void fillStore(testsupport::TemporaryStore& store, int orders, int linesEach)
         " INSERT INTO Orders (Number, Order_Date, Open_Close, CustomerName)"
         " SELECT i, '2026-01-02', CASE WHEN i < ? THEN -1 ELSE 0 END, 'לקוח ' || i FROM n"_s,
         {orders, orders});
-    // Lines of the orders in turn, as a workshop's orders never stand in one block of the table.
+    // The lines of different orders are interleaved, because a real table never stores an order's
+    // lines in one block.
     store.execute(u"WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < ?)"
                   " INSERT INTO Cuts (Code, Name, MyWidth, MYHeight, Mashkof_W, Mashkof_H, "
                   "Kanaf_W, Kanaf_H, Glass_W,"

@@ -4,7 +4,8 @@
 
 namespace bench {
 
-/// Fills the store with orders 1 to `orders` of `linesEach` lines each, all closed but the last.
+/// Fills the store with the orders 1 to `orders`, each with `linesEach` lines. All but the last
+/// order are closed.
 void fillStore(testsupport::TemporaryStore& store, int orders, int linesEach);
 
 } // namespace bench

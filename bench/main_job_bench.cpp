@@ -1,5 +1,5 @@
-// The main job: adding a line and opening the order form, each against what the same work costs
-// bare.
+// Benchmarks of the main job: adding a line and opening the order form. Each is compared with the
+// bare SQL statements of the same work.
 
 #include "application.h"
 #include "large_store.h"
@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The pure arithmetic of one window line, without boxes and store.
+/// Measures the pure cut-size arithmetic of one line, without input boxes and store.
 void ComputeOneLine(benchmark::State& state)
 {
     const cuts::Series series{{{{-1, -1.5}, {-4.2, -7.5}, {-13.4, -16}, {-6.3, -8.25}}}, 2};
@@ -39,7 +39,8 @@ void ComputeOneLine(benchmark::State& state)
 }
 BENCHMARK(ComputeOneLine);
 
-/// A plain connection with a prepared durable INSERT and UPDATE on a store of its own.
+/// The baseline: a plain connection to a store of its own, with a prepared durable INSERT and
+/// UPDATE.
 class BareStatements
 {
 public:
@@ -106,7 +107,7 @@ Widget* onOrderForm(const QString& name)
     return orders::frOrder().findChild<Widget*>(name);
 }
 
-/// An order form on an order of a store of its own, with a series chosen.
+/// An order form in a store of its own, showing an open order, with a series chosen.
 class OpenOrder
 {
 public:
@@ -147,7 +148,8 @@ private:
 
 void addLine(benchmark::State& state, bool changedCustomer)
 {
-    BareStatements bare; // before the open order: the store made last is the program's
+    // Created before the OpenOrder, because the program uses the store that was created last.
+    BareStatements bare;
     OpenOrder order;
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
@@ -177,7 +179,7 @@ void AddLineWithChangedCustomer(benchmark::State& state)
 }
 BENCHMARK(AddLineWithChangedCustomer)->UseManualTime()->Iterations(300);
 
-/// Opens the order form on the last order of the store and lets it go again.
+/// Opens the order form on the last order of the store and unloads it.
 void openOrderForm(const QString& storePath)
 {
     Module1::StorePath = storePath;

@@ -1,5 +1,5 @@
-// Moving a store between a file and a server against PostgreSQL's own COPY of the same rows. The
-// number of lines is that of ZOMREL_MOVE_LINES.
+// Compares moving a store between a file and a server with PostgreSQL's COPY of the same rows. The
+// environment variable ZOMREL_MOVE_LINES sets the number of lines.
 
 #include "bare_server.h"
 #include "paired.h"
@@ -25,7 +25,8 @@ constexpr int linesEach = 10;
 constexpr double goal = 2;
 constexpr int rounds = 3;
 
-/// Lines with measures of their own, as a workshop's are, and names that come again and again.
+/// Fills the store with lines whose measures all differ and whose names repeat, as in a real
+/// workshop.
 void fill(testsupport::TemporaryStore& store, int lines)
 {
     const int orders = lines / linesEach;
@@ -50,13 +51,13 @@ void fill(testsupport::TemporaryStore& store, int lines)
         {lines, orders, orders});
 }
 
-/// The bare calls of the server's client library.
+/// The baseline: plain libpq calls with COPY.
 class Bare : public bench::BareServer
 {
 public:
     using BareServer::BareServer;
 
-    /// The table's rows as the text of a copy.
+    /// Copies the table's rows out with COPY and passes the text to the visitor.
     template <typename Visitor>
     void copyOut(const QString& table, Visitor&& visitor) const
     {
@@ -82,7 +83,7 @@ public:
     }
 };
 
-/// A large store as a file and in a database, and the texts of its tables' copies.
+/// A large store as a file and as a server's database, and the COPY text of each of its tables.
 class Both
 {
 public:
@@ -121,7 +122,7 @@ public:
     {
         return {server_.folder(), server_.port(), database, u"zomrel"_s, u"disable"_s};
     }
-    /// A database with the same tables and indexes and no rows.
+    /// Creates a database with the same tables and indexes but without rows.
     void makeEmptyTables(const QString& database) const
     {
         make(database, u"pattern"_s);
@@ -183,8 +184,8 @@ void MoveToServer(benchmark::State& state)
 }
 BENCHMARK(MoveToServer)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(rounds);
 
-/// The server's own COPY fills no file that stands by itself, so the rows are copied out and into
-/// empty tables; copying out alone is told besides.
+/// Measures a move to a file. COPY cannot write a database file, so the baseline copies the rows
+/// out of the server and into empty tables. The time of copying out alone is reported as well.
 void MoveToFile(benchmark::State& state)
 {
     both();

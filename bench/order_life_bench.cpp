@@ -1,5 +1,5 @@
-// The life of an order on a large store against the same on a small one: finding it, closing it,
-// deleting its lines. All of it has to cost by the order's own lines.
+// Compares finding an order, closing it and deleting its lines on a large store and on a small one.
+// The cost must depend only on the order's own lines.
 
 #include "application.h"
 #include "large_store.h"
@@ -24,9 +24,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int linesEach = 10;
-constexpr std::int16_t order = 5; ///< Stands in both stores.
+constexpr std::int16_t order = 5; ///< Number of an order that exists in both stores.
 
-/// Both stores, filled once for all benchmarks.
+/// A small and a large store, filled once for all benchmarks.
 struct Stores
 {
     Stores()
@@ -55,7 +55,7 @@ void click(const QWidget& form, const QString& button)
     form.findChild<QAbstractButton*>(button)->click();
 }
 
-/// Opens the search screen as the user sees it, goes to its first and to its last order.
+/// Opens and paints the search form, then moves to its first and to its last order.
 void lookThroughOrders(const testsupport::TemporaryStore& store)
 {
     use(store);
@@ -70,14 +70,15 @@ void lookThroughOrders(const testsupport::TemporaryStore& store)
 
 void OpenSearchAndGoToItsEnds(benchmark::State& state)
 {
-    stores(); // filled beforehand
+    // Fills the stores before the measurement starts.
+    stores();
     bench::runPaired(
         state, 1.5, [] { lookThroughOrders(stores().large); },
         [] { lookThroughOrders(stores().small); });
 }
 BENCHMARK(OpenSearchAndGoToItsEnds)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
-/// The search screen on a store, whose lines follow a move at once.
+/// The search form on a store, with the delay of its lines set to 0.
 class Search
 {
 public:
@@ -115,7 +116,8 @@ void DeferredLoadAfterAMove(benchmark::State& state)
     std::unique_ptr<Search> small;
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
-        // The small store has no more orders to go back by.
+        // The form is created anew in each iteration, because the small store has only a few orders
+        // to move back through.
         large = std::make_unique<Search>(stores().large);
         small = std::make_unique<Search>(stores().small);
         for (int i = 0; i < 5; ++i) {
@@ -132,12 +134,12 @@ void takeOrder(const testsupport::TemporaryStore& store)
     use(store);
     Module1::CurrentOrderNum = order;
     orders::frOrder().GetOrderDetails(order);
-    // What the timer does a moment later.
+    // Timer1 would move to the last line later, so the benchmark does it here.
     orders::frOrder().findChild<controls::DataControl*>(u"DataAllCuts"_s)->Recordset().MoveLast();
 }
 
-/// The same click on the order in the large store and in the small one, each order whole again
-/// before.
+/// Measures the same button click on the same order in the large and in the small store. The
+/// order's lines are restored before each click.
 void runClick(benchmark::State& state, const QString& button)
 {
     for (testsupport::TemporaryStore* store : {&stores().large, &stores().small})

@@ -6,11 +6,11 @@
 #include <chrono>
 #include <vector>
 
-/// Comparisons that hold on a machine whose speed drifts: the two run in turn, and what counts is
-/// the ratio of their medians in the same run.
+/// Paired measurements for a machine whose speed varies. The candidate and the baseline run
+/// alternately, and the result is the ratio of their medians within one run.
 namespace bench {
 
-/// Runs from its making on.
+/// Measures the time since its construction.
 class Stopwatch
 {
 public:
@@ -40,8 +40,8 @@ inline double median(std::vector<double> values)
     return *middle;
 }
 
-/// Collects pairs and reports them: the candidate's median as the time, the baseline's and the
-/// ratio as counters.
+/// Collects pairs of times. Reports the medians of the candidate and the baseline, their ratio and
+/// the goal as counters.
 class Pairs
 {
 public:
@@ -64,7 +64,8 @@ private:
     std::vector<double> baselines_;
 };
 
-/// One benchmark over both, in seconds. `goal` is the ratio that is aimed at.
+/// Runs the candidate and the baseline as one benchmark and reports seconds. `goal` is the intended
+/// maximum of the ratio.
 template <typename Candidate, typename Baseline>
 void runPaired(benchmark::State& state, double goal, Candidate&& candidate, Baseline&& baseline)
 {

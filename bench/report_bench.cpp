@@ -1,5 +1,5 @@
-// The order report: what a page costs, what a file of a thousand lines costs, and that opening does
-// not cost by the number of lines.
+// Benchmarks of the order report: the cost of one page, of exporting a thousand lines, and of
+// opening the preview, which must not depend on the number of lines.
 
 #include "output/order_lines.h"
 #include "output/order_report.h"
@@ -26,7 +26,8 @@ namespace {
 constexpr int manyLines = 1000;
 constexpr int twipsPerInch = 1440;
 
-/// So many lines of all three kinds, each with sizes of its own.
+/// Creates the given number of lines, alternating between ordinary, monoblock and door lines, each
+/// with different sizes.
 std::shared_ptr<ado::Recordset> lines(int count)
 {
     return std::make_shared<testsupport::MemoryRows>(
@@ -67,7 +68,8 @@ void writeReport()
         qFatal("not written");
 }
 
-/// What a hand-written program would draw: the same strings, boxes and lines, fonts made once.
+/// The baseline of drawing: the same texts, boxes and lines drawn directly with QPainter, with
+/// fonts that are created once.
 class DrawnByHand
 {
 public:
@@ -139,7 +141,7 @@ void drawByHand()
     }
 }
 
-/// The same texts as one table of a rich text document.
+/// Returns the report's texts as one table of a rich text document.
 QString htmlTable(Document& report)
 {
     QString html = u"<table border=\"1\" dir=\"rtl\">"_s;
@@ -173,7 +175,7 @@ void printRichTextTable()
     table.print(&writer);
 }
 
-/// From Show to the first page's ink on the screen.
+/// Measures from Show until the first page has been painted.
 void openPreview(DataReport& report, const std::shared_ptr<ado::Recordset>& rows)
 {
     report.setDataSource(rows);
@@ -204,7 +206,7 @@ void firstPageOfTenThousandLinesAgainstTen(benchmark::State& state)
         state, 1.5, [&] { openPreview(report, many); }, [&] { openPreview(report, few); });
 }
 
-/// One page inked at a screen's scale.
+/// Draws one page at screen resolution.
 void inkOnePage(benchmark::State& state)
 {
     const auto report = document(4);

@@ -1,6 +1,6 @@
-// The program over a store on a server: adding a line against the bare statements that it stands
-// for, and screens on a large store against the same on a small one. The number of orders of the
-// large one is that of ZOMREL_SERVER_ORDERS, each of ten lines.
+// Benchmarks of a store on a server. Adding a line is compared with the bare SQL statements of the
+// same work. Screens on a large store are compared with the same screens on a small one.
+// ZOMREL_SERVER_ORDERS sets the number of orders of the large store, with ten lines each.
 
 #include "application.h"
 #include "paired.h"
@@ -32,10 +32,10 @@ namespace {
 constexpr int usualOrders = 100000;
 constexpr int fewOrders = 10;
 constexpr int linesEach = 10;
-constexpr std::int16_t knownOrder = 5; ///< Stands in both stores.
+constexpr std::int16_t knownOrder = 5; ///< Number of an order that exists in both stores.
 constexpr double goal = 1.5;
 
-/// How long the work takes as the handler of an event.
+/// Runs the work inside an event handler and returns its duration in seconds.
 template <typename Work>
 double secondsInAnEvent(Work&& work)
 {
@@ -55,7 +55,7 @@ Widget* onOrderForm(const QString& name)
     return orders::frOrder().findChild<Widget*>(name);
 }
 
-/// The order form on the first order of the store, in sight, with a series chosen and some lines.
+/// The visible order form on the first order of the store, with a series chosen and some lines.
 class OpenOrder
 {
 public:
@@ -88,7 +88,7 @@ public:
     OpenOrder(const OpenOrder&) = delete;
     OpenOrder& operator=(const OpenOrder&) = delete;
 
-    /// How long the click takes.
+    /// Clicks CmdAdd for a new line and returns the duration of the click in seconds.
     double addLine() const
     {
         onOrderForm<QLineEdit>(u"TextNum_0"_s)->setText(u"120"_s);
@@ -99,7 +99,7 @@ public:
             onClicked();
         });
     }
-    /// What follows a click: the timer's tick and the painting.
+    /// Waits for the work that follows a click: the timer event and the painting.
     void settle() const
     {
         while (timer_->isActive())
@@ -116,12 +116,12 @@ private:
     QMetaObject::Connection onRowAdded_;
 };
 
-/// How often the program asks the server and waits for it.
+/// Numbers of round trips between the program and the server.
 struct RoundTrips
 {
     int untilCommitted = 0;
     int ofClick = 0;
-    int ofAll = 0; ///< With the timer's tick and the painting.
+    int ofAll = 0; ///< Includes the timer event and the painting.
 };
 
 RoundTrips roundTripsOfAClick()
@@ -142,19 +142,21 @@ RoundTrips roundTripsOfAClick()
 
 void tellRoundTrips(benchmark::State& state)
 {
-    static const RoundTrips counted = roundTripsOfAClick(); // once, with a form of its own
+    // The round trips are counted once, with an order form of its own.
+    static const RoundTrips counted = roundTripsOfAClick();
     state.counters["trips_committed"] = counted.untilCommitted;
     state.counters["trips_click"] = counted.ofClick;
     state.counters["trips_all"] = counted.ofAll;
 }
 
-/// The statements that adding a line stands for, on an order of a store of its own.
+/// The baseline: the bare statements of adding a line, on an order in a store of its own.
 class BareLine
 {
 public:
     explicit BareLine(const QString& name) : store_(name, 1, linesEach), bare_(store_.link()) {}
 
-    /// The series, the order's lines and the last of them; then one durable INSERT.
+    /// Runs the statements of adding a line: select the series, the order's lines and the last
+    /// line, then one durable INSERT.
     void add() const
     {
         benchmark::DoNotOptimize(bare_.run(u"SELECT * FROM \"Serials\" WHERE \"AutoNum\" = 1"_s));
@@ -163,7 +165,8 @@ public:
         bare_.run(insert_);
     }
 
-    /// The lines again, the order, and what comes into sight of the lines.
+    /// Runs the statements that follow an added line: select the lines and the order again, and
+    /// fetch the visible lines.
     void refresh() const
     {
         benchmark::DoNotOptimize(bare_.run(numbers_ + u" ORDER BY \"Order_Date\""_s));
@@ -200,7 +203,7 @@ void AddLineUntilCommitted(benchmark::State& state)
 
 BENCHMARK(AddLineUntilCommitted)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);
 
-/// The click to its end: the lines are read again and the customer is saved.
+/// Measures the complete click, which also reads the lines again and saves the customer's details.
 void AddLine(benchmark::State& state)
 {
     tellRoundTrips(state);
@@ -221,7 +224,7 @@ void AddLine(benchmark::State& state)
 }
 BENCHMARK(AddLine)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);
 
-/// Both stores, filled once for all benchmarks.
+/// A small and a large store, filled once for all benchmarks.
 struct Stores
 {
     static int manyOrders()
@@ -249,7 +252,8 @@ void onLargeAndSmall(benchmark::State& state, Action&& action)
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return seconds;
     };
-    on(stores().large); // connects, and reads the schema
+    // The first run on each store connects and reads the schema.
+    on(stores().large);
     on(stores().small);
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
@@ -291,11 +295,12 @@ void OpenPicker(benchmark::State& state)
 }
 BENCHMARK(OpenPicker)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
-/// Places of the search screen's orders, none of which has been in sight: by turns in the midst of
-/// them and near the beginning.
+/// Scrolls the search form to rows that have not been visible before, alternately near the middle
+/// and near the start of the list.
 void ScrollSearch(benchmark::State& state)
 {
-    constexpr int away = 1000; // rows, beyond what one read brings
+    // Number of rows to scroll by; larger than one page that the grid fetches.
+    constexpr int away = 1000;
     stores().large.use();
     orders::FormFindOrder form;
     form.show();
@@ -317,7 +322,8 @@ void ScrollSearch(benchmark::State& state)
 }
 BENCHMARK(ScrollSearch)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
 
-/// A page in the midst of all orders against the bare SELECT of as many rows by their keys.
+/// Compares fetching a page from the middle of all orders with a bare SELECT of as many rows by
+/// key.
 void FetchPage(benchmark::State& state)
 {
     constexpr int pageRows = 64;

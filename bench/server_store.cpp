@@ -93,7 +93,8 @@ void ServerStore::moveDeliveredStoreIn() const
     dao::DBEngine::instance().Idle();
 }
 
-/// Lines of the orders in turn, as a workshop's orders never stand in one block of the table.
+/// The lines of different orders are interleaved, because a real table never stores an order's
+/// lines in one block.
 void ServerStore::fill(int orders, int linesEach) const
 {
     const BareServer bare(link_);

@@ -8,17 +8,19 @@
 
 namespace bench {
 
-/// A store in a database of its own, with the catalogue as it is delivered, and a link to it. The
-/// server is one with the settings that it comes with, durable.
+/// A store in a database of its own, with the delivered catalogue, and a link file to it. The
+/// server runs with its default settings, which are durable.
 class ServerStore
 {
 public:
-    /// Orders 1 to `orders` of `linesEach` lines each, all closed but the last.
+    /// Creates the store with the orders 1 to `orders`, each with `linesEach` lines. All but the
+    /// last order are closed.
     explicit ServerStore(const QString& name, int orders = 0, int linesEach = 0);
 
-    /// Makes it the program's store.
+    /// Makes this store the program's store.
     void use() const;
-    /// Lets the program reach it through a port of the loopback address instead.
+    /// Changes the link so that the program connects to this loopback port instead of the server's
+    /// own.
     void leadThrough(int port) const;
     const dao::Link& link() const { return link_; }
 
@@ -32,8 +34,8 @@ private:
     dao::Link link_;
 };
 
-/// INSERT of lines with all fields but their code, up to and without the source of `i`; the numbers
-/// of order and line are expressions.
+/// Returns an INSERT statement for lines with all fields except the key, without its FROM clause.
+/// `order` and `line` are SQL expressions over `i`.
 QString insertedLines(const QString& order, const QString& line);
 
 } // namespace bench

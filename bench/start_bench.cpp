@@ -1,5 +1,5 @@
-// From the start of the built program to its shown frame, and its memory with an order of a large
-// store open: both against an empty main window of the same toolkit, as whole processes.
+// Measures the time from starting the program to its first shown window, and its memory with an
+// order of a large store open. The baseline of both is a process with an empty Qt main window.
 
 #include "large_store.h"
 #include "paired.h"
@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Runs the program with the probe's task to its end and returns what it printed.
+/// Runs the program with the probe plugin's task until it ends, and returns its output.
 QByteArray run(const QString& program, const QString& task)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -28,7 +28,7 @@ QByteArray run(const QString& program, const QString& task)
     return process.readAllStandardOutput();
 }
 
-/// The program in a folder of its own beside a store.
+/// A copy of the program in a folder of its own, beside a store.
 class InstalledProgram
 {
 public:
@@ -66,7 +66,8 @@ void MemoryWithALargeStoreOpen(benchmark::State& state)
     for ([[maybe_unused]] auto _ : state)
         pairs.add(run(program.path(), u"order"_s).toDouble(),
                   run(emptyWindow, u"idle"_s).toDouble());
-    pairs.report(state, 1.5); // kilobytes
+    // The samples are kilobytes.
+    pairs.report(state, 1.5);
 }
 BENCHMARK(MemoryWithALargeStoreOpen)->Iterations(3);
 

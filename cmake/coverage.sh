@@ -1,9 +1,9 @@
 #!/bin/sh
-# Tells how many lines of src/ the tests have run, room by room, and fails below 90 %:
+# Reports the line coverage of src/ for each room and fails if the total is below 90 %:
 #
 #     cmake/coverage.sh BUILD
 #
-# The lines that did not run stand in BUILD/coverage.txt, file by file.
+# BUILD/coverage.txt lists the lines that did not run, file by file.
 set -eu
 least=90
 build=$1

@@ -1,4 +1,5 @@
-// Stands before the C library's _Exit where lines are counted, by the linker's --wrap.
+// Replaces the C library's _Exit in coverage builds, with the linker option --wrap, and writes the
+// coverage counters before the process ends.
 
 extern "C" void __gcov_dump();
 extern "C" [[noreturn]] void __real__Exit(int status);

@@ -1,6 +1,5 @@
 #!/bin/sh
-# Static analysis with cppcheck; silent where nothing is found. Missing includes are Qt's and the
-# system's own.
+# Runs cppcheck and prints only its findings. Missing includes of Qt and of the system are ignored.
 set -eu
 cd "$(dirname "$0")/.."
 exec cppcheck --quiet --error-exitcode=1 --std=c++20 --language=c++ --library=qt --inline-suppr \

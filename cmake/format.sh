@@ -1,5 +1,5 @@
 #!/bin/sh
-# Tells every source file that does not stand as clang-format would set it.
+# Lists every source file that is not formatted as clang-format would format it.
 set -eu
 cd "$(dirname "$0")/.."
 find src tools tests bench data -name '*.h' -o -name '*.cpp' | sort |

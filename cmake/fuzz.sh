@@ -1,10 +1,10 @@
 #!/bin/sh
-# Builds the fuzz targets and runs each for a while, from a copy of its kept inputs:
+# Builds the fuzz targets and runs each for a limited time, starting from a copy of its saved inputs:
 #
 #     cmake/fuzz.sh [FIGURES]
 #
-# ZOMREL_FUZZ_SECONDS is the time of each. What breaks one is left under build/fuzz/found; the
-# numbers of executions go to the folder FIGURES.
+# ZOMREL_FUZZ_SECONDS sets the time for each target; the default is 20 s. An input that breaks a
+# target is saved in build/fuzz/found. The numbers of executions are written to the folder FIGURES.
 set -eu
 figures=${1:-}
 cd "$(dirname "$0")/.."
@@ -20,7 +20,7 @@ names=$(ls "$work")
 export LSAN_OPTIONS=suppressions="$PWD/cmake/lsan-suppressions.txt":print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 status=0
-# shellcheck disable=SC2086 # words are split on purpose
+# shellcheck disable=SC2086 # word splitting is intended
 printf '%s\n' $names | xargs -P "$(nproc)" -I '{}' sh -c '
   build/fuzz/tests/fuzz/fuzz_{} -max_total_time="${ZOMREL_FUZZ_SECONDS:-20}" -timeout=60 -max_len=2048 \
     -print_final_stats=1 -artifact_prefix=build/fuzz/found/{}- '"$work"'/{} >'"$work"'/{}.log 2>&1' ||

@@ -1,5 +1,5 @@
-# Everything lies in one folder: the program looks for its store and its logo beside itself. The
-# targets of rooms that are not built are left out.
+# Everything is installed into one folder, because the program looks for its store and its logo
+# beside itself. Targets that are not built are skipped.
 foreach(program Zomrel zomrel-store zomrel-demo)
   if(TARGET ${program})
     install(TARGETS ${program} DESTINATION .)
@@ -8,14 +8,14 @@ endforeach()
 
 install(FILES docs/zomrel-store.1 DESTINATION .)
 
-# A workshop lays its own picture in the logo's place, which then stays.
+# An existing logo is not replaced, because it may be the workshop's own picture.
 install(
   CODE "
   if(NOT EXISTS \"\${CMAKE_INSTALL_PREFIX}/Logo.jpg\")
     file(INSTALL \"${PROJECT_SOURCE_DIR}/data/Logo.jpg\" DESTINATION \"\${CMAKE_INSTALL_PREFIX}\")
   endif()")
 
-# For the desktop's menu, where the system is packaged: cmake --install ... --component desktop
+# Desktop menu entry, for packaging: cmake --install ... --component desktop
 install(
   FILES data/zomrel.desktop
   DESTINATION share/applications

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Keeps the shape of the sources: no widgets where none belong, no include that points against the
-# arrows between the rooms, no includes that go in circles.
+# Checks the structure of the sources: no widget headers in rooms without widgets, no include of a
+# room that is not below the including one, no include cycles.
 set -eu
 cd "$(dirname "$0")/.."
 work=$(mktemp -d)
@@ -13,7 +13,7 @@ fail() {
   status=1
 }
 
-# Rooms and files that know no widget, as patterns of the shell.
+# Rooms and files that must not use widgets, as shell patterns.
 widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/shell/base/module1.*
   src/shell/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
@@ -28,7 +28,7 @@ for file in $widget_free; do
 done >"$work/widgets"
 [ ! -s "$work/widgets" ] || fail "Widgets in a room that knows none:" "$work/widgets"
 
-# Every include of our own, as "file included-file".
+# Lists every include of a file of src/ as "file included-file".
 find src -name '*.h' -o -name '*.cpp' | sort | while read -r file; do
   sed -nE 's/^#include "([^"]+)".*/\1/p' "$file" | while read -r included; do
     if [ -f "src/$included" ]; then
@@ -37,7 +37,7 @@ find src -name '*.h' -o -name '*.cpp' | sort | while read -r file; do
   done
 done >"$work/includes"
 
-# From the ground up; rooms on one line do not know each other.
+# The rooms from the lowest to the highest. Rooms on the same line must not include each other.
 cat >"$work/rooms" <<'ROOMS'
 src/platform/runtime/
 src/platform/dao/
@@ -51,7 +51,7 @@ src/shell/
 src/main.cpp
 ROOMS
 awk '
-  # The longest prefix tells the room, so that the lower half of a room is told from the upper one.
+  # The longest matching prefix is the room, so src/shell/base/ is distinct from src/shell/.
   function room(file,   i, best) {
     best = ""
     for (i in rank)

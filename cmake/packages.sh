@@ -1,18 +1,18 @@
 # shellcheck shell=sh
-# The Debian packages that this system is built, tested and examined with. A word a|b is met by
-# either of the packages; the first is installed where neither is there.
+# The Debian packages that are needed to build, test and check this system. A word a|b is satisfied by
+# either package; the first one is installed if both are missing.
 
-# What ./run needs: to build, to start, and the fonts and translations that the screens use. A server
-# is none of it: its client library is all that a station has of it.
+# Needed by ./run: the build, the program, and the fonts and translations of the screens. A station
+# needs no server, only its client library.
 packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev libqt6sql6-sqlite
   mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
   fonts-liberation2|fonts-liberation"
 
-# What ./test needs besides.
+# Needed by ./test in addition.
 packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils
   postgresql-15 openssl"
 
-# What .ci/run needs besides both.
+# Needed by .ci/run in addition to both.
 packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"
 
 is_installed() {
@@ -45,16 +45,16 @@ apt_get() {
   fi
 }
 
-# install_packages WORD...: installs what is missing and nothing else; silent and without the
-# network where nothing is.
+# install_packages WORD...: installs missing packages only. If none is missing it prints nothing and
+# does not use the network.
 install_packages() {
-  # shellcheck disable=SC2046,SC2068 # words are split on purpose
+  # shellcheck disable=SC2046,SC2068 # word splitting is intended
   set -- $(missing_packages $@)
   if [ $# -eq 0 ]; then
     return 0
   fi
   echo "Installing: $*"
-  # The package lists may be missing or old: they are fetched when a first try fails.
+  # If the first attempt fails, the package lists are updated, because they may be missing or old.
   apt_get install --no-install-recommends "$@" ||
     { apt_get update && apt_get install --no-install-recommends "$@"; } || {
     echo "Could not install: $*" >&2

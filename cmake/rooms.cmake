@@ -1,4 +1,4 @@
-# One interface target carries what every target is compiled with.
+# This interface target carries the compile options of all targets.
 add_library(zomrel_options INTERFACE)
 target_include_directories(zomrel_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_definitions(
@@ -20,15 +20,15 @@ if(ZOMREL_SANITIZE)
   target_link_options(zomrel_options INTERFACE -fsanitize=${ZOMREL_SANITIZE})
 endif()
 
-# zomrel_room(NAME SOURCES ... LINKS ...): a room of the program is a static library that sees
-# only the rooms below it, so a call that points upwards does not link.
+# zomrel_room(NAME SOURCES ... LINKS ...): adds a room of the program, a static library that links
+# only the rooms below it. A call into a higher room does not link.
 function(zomrel_room name)
   cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(${name} PUBLIC zomrel_options ${ROOM_LINKS})
 endfunction()
 
-# zomrel_gtest(NAME SOURCES ... LINKS ...): a GoogleTest binary without widgets.
+# zomrel_gtest(NAME SOURCES ... LINKS ...): adds a GoogleTest binary without widgets.
 function(zomrel_gtest name)
   cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
@@ -38,7 +38,7 @@ function(zomrel_gtest name)
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()
 
-# zomrel_qtest(NAME SOURCES ... LINKS ...): a Qt Test binary over real widgets, offscreen.
+# zomrel_qtest(NAME SOURCES ... LINKS ...): adds a Qt Test binary that runs widgets on the offscreen platform.
 function(zomrel_qtest name)
   cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
@@ -51,8 +51,8 @@ endfunction()
 option(ZOMREL_FUZZ "Link the fuzz targets with libFuzzer, which Clang has" OFF)
 add_custom_target(zomrel_fuzz_targets)
 
-# zomrel_fuzz(NAME SOURCES ... LINKS ...): a fuzz target with its kept inputs in tests/fuzz/corpus/NAME.
-# Without libFuzzer it runs over them as a test.
+# zomrel_fuzz(NAME SOURCES ... LINKS ...): adds a fuzz target with its saved inputs in tests/fuzz/corpus/NAME.
+# Without libFuzzer the saved inputs run as a test.
 function(zomrel_fuzz name)
   cmake_parse_arguments(F "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(fuzz_${name} ${F_SOURCES})
@@ -67,11 +67,11 @@ function(zomrel_fuzz name)
   endif()
 endfunction()
 
-# Where the server of a test run says how it is reached.
+# The file in which the server of a test run writes how to connect to it.
 set(ZOMREL_TEST_SERVER ${PROJECT_BINARY_DIR}/server/place)
 
-# zomrel_on_server(NAME ...): each of the tests runs once more over stores on a server, as NAME_on_server,
-# with the properties that it has when this is said.
+# zomrel_on_server(NAME ...): registers each test a second time, as NAME_on_server, with stores on a server.
+# The second test gets the properties that the first one has at the time of this call.
 function(zomrel_on_server)
   foreach(name ${ARGN})
     foreach(property ENVIRONMENT FIXTURES_REQUIRED TIMEOUT)

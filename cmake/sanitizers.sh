@@ -7,7 +7,7 @@ cmake --build --preset asan
 export ASAN_OPTIONS=detect_leaks=1
 export LSAN_OPTIONS=suppressions="$PWD/cmake/lsan-suppressions.txt":print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-# What they look for needs no more of these, which are slow with them.
+# The sanitizers make these tests slow, and fewer repetitions are enough to find their errors.
 export ZOMREL_KILLS="${ZOMREL_KILLS:-60}"
 export ZOMREL_STATION_LINES="${ZOMREL_STATION_LINES:-100}"
 export ZOMREL_SERVER_STATION_LINES="${ZOMREL_SERVER_STATION_LINES:-100}"

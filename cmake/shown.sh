@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs a command and shows what it says although its test passes, of which CTest would say nothing:
-# ./test leaves its own output open for it as descriptor 3.
+# Runs a command and prints its output even if its test passes, which CTest does not do. The output
+# goes to descriptor 3, which ./test opens as a copy of its own standard output.
 set -eu
 said=$(mktemp)
 trap 'rm -f "$said"' EXIT

@@ -1,4 +1,4 @@
-// The baseline of the start: a main window of the toolkit with nothing in it.
+// The baseline of the start benchmark: an empty Qt main window.
 
 #include <QApplication>
 #include <QMainWindow>

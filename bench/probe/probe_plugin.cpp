@@ -1,7 +1,7 @@
-// Loaded by the toolkit into the program under measurement
-// (QT_QPA_GENERIC_PLUGINS=zomrelprobe:TASK). TASK "paint": ends the process at the first paint of a
-// main window. TASK "order": after that paint opens the order by the toolbar, lets it settle, tells
-// the resident memory, and ends. "idle": as "order", without the order.
+// A Qt plugin that is loaded into the measured program with
+// QT_QPA_GENERIC_PLUGINS=zomrelprobe:TASK. Task "paint" ends the process at the first paint of a
+// main window. Task "order" then opens the order form with the toolbar, waits, prints the resident
+// memory in kilobytes and ends. Task "idle" does the same without opening the order form.
 
 #include <QAction>
 #include <QApplication>
@@ -19,9 +19,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int settling = 1500; // ms: well behind every timer of the order form
+constexpr int settling = 1500; // Milliseconds; longer than every timer of the order form.
 
-/// Resident memory of this process as the system's own accounting has it.
+/// Returns the resident memory of this process in kilobytes, as Linux reports it, or 0 on other
+/// systems.
 long residentKilobytes()
 {
     QFile status(u"/proc/self/status"_s);

@@ -1,5 +1,5 @@
-// Draws the program's pictures: draw_icons FOLDER writes FOLDER/icons/*.png and FOLDER/Logo.jpg.
-// Toolbar pictures are laid out on a grid of 32 units, button pictures on one of 16.
+// Draws the program's icons and logo: draw_icons FOLDER writes FOLDER/icons/*.png and
+// FOLDER/Logo.jpg. Toolbar icons are drawn on a grid of 32 units, button icons on a grid of 16.
 
 #include <QGuiApplication>
 #include <QImage>
@@ -40,7 +40,7 @@ QPen pen(const QColor& color, qreal width)
     return {color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
 }
 
-/// A framed window with sashes side by side, the sign by which the program is known.
+/// Draws the program's symbol: a framed window with sashes side by side.
 void drawWindow(QPainter& painter, const QRectF& area, int sashes, qreal profile)
 {
     painter.setPen(pen(outline, profile * 0.35));
@@ -90,7 +90,8 @@ void drawOrders(QPainter& painter)
     painter.restore();
 }
 
-/// A length of hollow profile, its cut end to the front, with the measure of the cut above it.
+/// Draws the icon of the series: a piece of hollow profile with its cut end in front and a
+/// dimension line above.
 void drawSeries(QPainter& painter)
 {
     const QPointF back(11.5, -9);
@@ -199,7 +200,7 @@ void drawApplication(QPainter& painter)
     painter.drawLine(QPointF(29.4, 26.2), QPointF(29.4, 30.2));
 }
 
-/// The same, laid on whole pixels where there is room for nothing else.
+/// Draws the symbol for the smallest icon, aligned to whole pixels.
 void drawSmallApplication(QPainter& painter)
 {
     painter.setPen(pen(outline, 1));
@@ -226,7 +227,7 @@ QImage drawn(const QSize& size, const QSizeF& grid, QImage::Format format, const
     return image;
 }
 
-/// The head of the order report: 10710 by 2010 twips, drawn at 7.5 twips a pixel.
+/// Draws the logo of the order report, 10710 by 2010 twips, at 7.5 twips per pixel.
 void drawLogo(QPainter& painter)
 {
     painter.fillRect(QRectF(0, 256, 1428, 12), blend(QRectF(0, 256, 1428, 12), glassDark, blue));

@@ -11,13 +11,13 @@
 
 using namespace Qt::StringLiterals;
 
-// The effects below stand in the order in which they have to happen: a failure leaves the shared
-// state as far as it has got by then.
+// ComputeCuts writes the shared state in a fixed order. If a step fails, the values of the earlier
+// steps stay written.
 namespace calculation {
 
 namespace {
 
-/// Index in CutValues of a part's cut width; its height stands behind it.
+/// Returns the index in CutValues of a part's cut width. The part's cut height follows it.
 constexpr std::size_t widthCell(cuts::Part part)
 {
     return 2 + 2 * static_cast<std::size_t>(part);
@@ -86,8 +86,8 @@ void computeParts(const cuts::Size& opening, const cuts::Series& series)
     }
 }
 
-/// Corrects what a door frame changes: the sash follows the door's inner opening, and there is
-/// neither glass nor mesh. The frame itself keeps what it was computed on.
+/// Overwrites the results that change for a door frame. The sash is computed from the door's inner
+/// opening, and glass and mesh become 0. The frame's own cut sizes stay unchanged.
 void computeDoor(const cuts::Size& opening, double thickness, const cuts::Series& series)
 {
     const cuts::Size door = cuts::doorOpening(opening, thickness);

@@ -3,12 +3,12 @@
 #include <array>
 #include <optional>
 
-/// The arithmetic of an opening: pure functions over plain values, no widget, no store, nothing
-/// global.
+/// The cut-size arithmetic of one opening: pure functions over plain values, without widgets, store
+/// or global state.
 ///
-/// All measures are in the program's one unnamed unit. Nothing is rounded, and every expression is
-/// evaluated in the order in which it reads, so that results hold to the last bit of a double. All
-/// functions raise 6 where a result exceeds a double.
+/// All measures are doubles in the measures' unit (see docs/glossary.md). Nothing is rounded. Each
+/// expression is evaluated in the written order, so that results are reproducible to the last bit.
+/// Every function throws Overflow (6) if a result is not a finite double.
 namespace cuts {
 
 struct Size
@@ -17,15 +17,16 @@ struct Size
     double height = 0;
 };
 
-/// What a series adds to an opening's width and height for one part; a true deduction is negative.
-/// Empty where the series holds a Null, which fails only when a formula needs it.
+/// The values that a series adds to an opening's width and height for one part. A true deduction is
+/// negative. A member is empty if the series stores a Null; that is an error only when a formula
+/// uses the value.
 struct Deduction
 {
     std::optional<double> width;
     std::optional<double> height;
 };
 
-/// Index of a part, here and in every control array.
+/// Index of a part of a window, in this room and in every control array.
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
 
 struct Series
@@ -42,32 +43,36 @@ struct Monoblock
     double shalavThick = 0;
 };
 
-/// The shutter parts of a monoblock but for the number of its slats.
+/// The shutter measures of a monoblock, except the number of slats.
 struct Shutter
 {
-    Size reduced; ///< What is left of the opening for the window itself.
+    Size reduced; ///< The opening that remains for the window itself.
     double uCut = 0;
     double uVasa = 0;
     double shalavWidth = 0;
     Size argaz;
 };
 
-/// Only the reduced size takes the deductions; the U profile follows the full opening.
+/// Computes the shutter measures. The monoblock's deductions reduce only the opening of the window;
+/// the U-profile is computed from the full height.
 Shutter shutter(const Size& opening, const Monoblock& monoblock);
 
-/// Number of slats before rounding, from the full height; negative below a height of 8. Raises 11
-/// for a slat thickness of 0, 6 where the height less its allowance is 0 too.
+/// Returns the number of slats before rounding, computed from the full opening height. The result
+/// is negative if the height is below 8. Throws DivisionByZero (11) if the slat thickness is 0, or
+/// Overflow (6) if the height minus the allowance of 8 is 0 as well.
 double shalavCount(const Size& opening, const Monoblock& monoblock);
 
-/// What a door frame of the thickness leaves: it stands on both sides and above, not below.
+/// Returns the inner opening of a door frame. The frame's thickness is subtracted on both sides and
+/// at the top, but not at the bottom.
 Size doorOpening(const Size& opening, double thickness);
 
-/// Cut width of one piece of the part. The frame's is the whole width; the others share it among
-/// the sashes. Raises 94 where the formula meets a Null, 11 for no sashes, 6 where the width is 0
-/// too.
+/// Returns the cut width of one piece of the part. The frame takes the full width; the other parts
+/// divide it by the number of sashes. Throws InvalidUseOfNull (94) if a needed value is Null,
+/// DivisionByZero (11) for 0 sashes, or Overflow (6) if the width is 0 as well.
 double cutWidth(const Series& series, Part part, const Size& base);
 
-/// Cut height of the part, never shared. Raises 94 for a Null.
+/// Returns the cut height of the part. It does not depend on the number of sashes. Throws
+/// InvalidUseOfNull (94) if the deduction is Null.
 double cutHeight(const Series& series, Part part, const Size& base);
 
 } // namespace cuts

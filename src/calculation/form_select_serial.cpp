@@ -26,20 +26,21 @@ namespace calculation {
 
 namespace {
 
-/// The mark of a door series.
+/// Value of the series field Sign that marks a door series.
 constexpr auto doorSign = "d2000"_L1;
 
-/// What each entry of ComboMonoBlock proposes in TextNum 0 to 3.
+/// The texts that each entry of ComboMonoBlock puts into the boxes TextNum 0 to 3.
 const std::array<std::array<QString, 4>, 3> monoblockProposals{{
     {u"2"_s, u"80"_s, u"18"_s, u"00"_s},
     {u"0"_s, u"00"_s, u"28"_s, u"00"_s},
     {u"0"_s, u"00"_s, u"20"_s, u"08"_s},
 }};
 
-/// What comes off the width for a slat, by the entry of Combo_U_Thick.
+/// The width deduction of a slat for each entry of Combo_U_Thick, in the measures' unit.
 constexpr std::array shalavWidthDeducts{12.7, 10.3};
 
-/// In the task bar stands the main window alone, so the picker belongs to it.
+/// Returns the main window as the picker's owner, so that the picker gets no taskbar entry of its
+/// own.
 QWidget* owner()
 {
     return controls::frame() != nullptr ? controls::frame()->window() : nullptr;
@@ -77,7 +78,8 @@ void FormSelectSerial::connectHandlers()
                 [this](bool checked) { CheckKind_Click(checked); });
     runtime::on(ComboMonoBlock, &QComboBox::currentIndexChanged, this,
                 [this](int position) { ComboMonoBlock_Click(position); });
-    // Taking the entry that stands already proposes its values again.
+    // The signal `activated` is connected as well, because choosing the current entry again must
+    // fill the boxes again.
     runtime::on(ComboMonoBlock, &QComboBox::activated, this,
                 [this](int position) { ComboMonoBlock_Click(position); });
     runtime::on(CmdPic, &QPushButton::clicked, this, [this] { ChooseSeries(); });
@@ -104,7 +106,7 @@ void FormSelectSerial::centreOnScreen()
              .topLeft());
 }
 
-/// Every way of closing comes through here: the commands, Escape and the close box.
+/// Every way of closing the picker ends here: the commands, Escape and the close box.
 void FormSelectSerial::done(int result)
 {
     QDialog::done(result);
@@ -144,7 +146,7 @@ void FormSelectSerial::ChooseSeries()
     panel.LabelNativ->setText(text(u"Nativ_Num"_s));
     panel.LabelKanaf->setText(text(u"Kanaf_Num"_s));
     Module1::SelectedSerialNum = runtime::toInt16(series.Fields(u"AutoNum"_s).Value());
-    // A Null is an empty text here, and so no door.
+    // A Null in the field Sign reads as an empty text and therefore does not mark a door.
     const bool isDoor = series.Fields(u"Sign"_s).Value().toString() == doorSign;
     panel.FrameDoorMashkof->setVisible(isDoor);
     Module1::IsDoorFrame = isDoor;

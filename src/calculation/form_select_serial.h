@@ -25,17 +25,18 @@ class MeasurePair;
 
 namespace calculation {
 
-/// The picker of a series: lists them, takes the data of a monoblock and hands all of it to the
-/// order form and the shared state. A fresh window at every opening.
+/// The series picker. It lists the series, takes the data of a monoblock, and writes the choice to
+/// the order form and to the shared calculation state. Each opening creates a new window.
 class FormSelectSerial : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Raises what opening the store raises.
+    /// Creates the picker and loads the series. Throws any error of store::OpenMyDataBase, such as
+    /// DatabaseFileNotFound (3024) or Locked (3260).
     FormSelectSerial();
 
-    /// Shows the picker beside the order form, which stays usable, or brings it forward.
+    /// Shows the picker as a modeless window, or brings it to the front if it is already shown.
     void Show();
 
     void done(int result) override;
@@ -73,7 +74,8 @@ private:
     QWidgetList monoblockControls() const;
 };
 
-/// The picker that is open, loaded where none is. Raises what its load raises.
+/// Returns the open picker, or creates it if none is open. Creation throws any error of
+/// store::OpenMyDataBase.
 FormSelectSerial& formSelectSerial();
 
 } // namespace calculation

@@ -42,7 +42,7 @@ QPushButton* command(const QString& name, const QString& text, QWidget* parent)
     auto* button = new QPushButton(text, parent);
     button->setObjectName(name);
     button->setFont(QFont(u"Arial"_s, 11));
-    // A default button would take the Enter of the boxes.
+    // The buttons are not default buttons, because Enter in an input box must not press them.
     button->setAutoDefault(false);
     return button;
 }
@@ -121,7 +121,8 @@ void FormSelectSerial::buildMonoblock()
     grid->addWidget(measurePair(2, u"4"_s, u"50"_s, u"Label1_9"_s), 2, 4);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
-        // Each pair has two points on one spot, of which the upper one alone is seen.
+        // The screen has two point labels at each of these positions, and only the upper one is
+        // visible.
         caption(behind[pair], u"."_s, Picture1[pair])->hide();
     }
     for (QWidget* each : monoblockControls())
@@ -152,13 +153,16 @@ void FormSelectSerial::arrange()
     commands->addWidget(CmdClose);
     auto* column = new QVBoxLayout(this);
     column->addWidget(DBGrid1);
-    column->addWidget(CheckKind, 0, Qt::AlignLeading); // no wider than what a click reaches
+    // Leading alignment keeps the check box no wider than its text, so that clicks beside it do
+    // nothing.
+    column->addWidget(CheckKind, 0, Qt::AlignLeading);
     column->addWidget(FrameMonoblock);
     column->addLayout(commands);
     column->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-/// The boxes of the first two pairs are reached backwards, as those who type here are used to it.
+/// Sets the tab order. The first four measure boxes are visited in reverse order; users rely on
+/// this.
 void FormSelectSerial::chainTabOrder()
 {
     const QWidgetList chain{DBGrid1,        CmdClose,   CmdPic,     TextNum[3],

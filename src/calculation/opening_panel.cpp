@@ -29,14 +29,15 @@ std::function<OpeningPanel&()> panelProvider;
 
 constexpr int framePieces = 2;
 
-/// Puts the values into the fields from the ordinal on.
+/// Assigns the values to consecutive fields, starting at the ordinal.
 void setFields(dao::Recordset& line, int ordinal, std::initializer_list<QVariant> values)
 {
     for (const QVariant& value : values)
         line.Fields(ordinal++).SetValue(value);
 }
 
-/// One more than the highest number in the order, so that a number is given again only at the end.
+/// Returns the number of a new line: the highest line number of the order plus one. Thus only the
+/// highest number can be reused after a deletion.
 std::int16_t nextLineNumber(dao::Recordset& lines)
 {
     if (lines.RecordCount() <= 0)
@@ -63,7 +64,8 @@ void writeCounts(dao::Recordset& line, dao::Recordset& series)
     line.Fields(23).SetValue(kanafNum(series));
 }
 
-/// A field without a declared size takes the whole text.
+/// Truncates the text to the field's declared size. A field without a declared size takes the whole
+/// text.
 QString cutToSize(const QString& text, const dao::Field& field)
 {
     const int size = field.Size();
@@ -79,7 +81,7 @@ void writeShutter(dao::Recordset& line)
     setFields(line, 35, {Module1::Argaz_Width, Module1::Argaz_Height});
 }
 
-/// Brings the form that the panel stands on forward in the frame.
+/// Activates the child window that contains the panel.
 void activateChildWindow(OpeningPanel& panel)
 {
     for (QWidget* each = &panel; each != nullptr; each = each->parentWidget()) {
@@ -216,7 +218,8 @@ bool OpeningPanel::refusesMissingSeries()
     return true;
 }
 
-/// Fills the new row. What stands by its ordinal follows the table's column order.
+/// Fills the fields of the new row. Fields that are addressed by ordinal follow the column order of
+/// the table Cuts.
 void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
 {
     lines.Fields(u"Name"_s).SetValue(LabelSerial->text());

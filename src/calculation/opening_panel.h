@@ -29,8 +29,9 @@ class MeasurePair;
 
 namespace calculation {
 
-/// The part of the order form on which a line comes into being: the chosen series, the opening's
-/// measures, kinds and colours, and the commands that compute a line and add it to the order.
+/// The panel of the order form on which a line is entered. It holds the chosen series, the
+/// opening's measures, the kinds and colours, and the commands that compute a line and add it to
+/// the order.
 class OpeningPanel : public QWidget
 {
     Q_OBJECT
@@ -38,19 +39,20 @@ class OpeningPanel : public QWidget
 public:
     explicit OpeningPanel(QWidget* parent = nullptr);
 
-    /// Gives the eight lists of kinds and colours their rows, colours first, each on a database of
-    /// its own. Raises what opening the store raises.
+    /// Fills the eight lists of kinds and colours, the colour lists first. Each list opens a
+    /// database of its own. Throws any error of store::OpenMyDataBase.
     void bindKindsAndColours();
 
-    /// Computes the line of the opening and the chosen series into Module1's shared state and
-    /// leaves DataSerial on the series, or with no current record where the series is gone; the
-    /// results then stay those of the computation before. Raises 13 for a box that holds no number,
-    /// 11 or 6 for a division by zero, 94 for a Null deduction, and what the store raises. The
-    /// shared state keeps what was reached before a failure.
+    /// Computes the line for the opening and the chosen series, and writes the results to the
+    /// shared state in Module1. Leaves DataSerial on the series' row. If the series no longer
+    /// exists, DataSerial has no current record and the previous results stay in place. Throws
+    /// TypeMismatch (13) for a box without a number, DivisionByZero (11) or Overflow (6) for a
+    /// division by zero, InvalidUseOfNull (94) for a Null deduction, and any store error. After an
+    /// error the shared state keeps the values that were written before it.
     void ComputeCuts();
 
-    /// Gives the box the focus, in a window brought forward, with its whole text selected. Raises 5
-    /// where it cannot take the focus.
+    /// Activates the panel's window, moves the focus to the measure box with this index and selects
+    /// its text. Throws InvalidProcedureCall (5) if the box is hidden or disabled.
     void focusBox(std::size_t index);
 
     std::array<Module1::MeasureBox*, 6> TextNum{};
@@ -74,7 +76,7 @@ public:
     QPushButton* CmdClear1 = nullptr;
 
 signals:
-    /// A line stands in the store and the boxes are cleared for the next opening.
+    /// Emitted after a line has been stored and the opening's boxes have been cleared.
     void lineAdded();
 
 private:
@@ -103,10 +105,10 @@ private:
     Module1::MeasurePair* measurePair(std::size_t pair, const QString& wholeText, QWidget* parent);
 };
 
-/// How the picker reaches the order form's panel: the provider loads the form where it is not
-/// loaded. Set once by the room that owns the form.
+/// Sets the function that returns the order form's panel and loads the form if necessary. The
+/// picker reaches the panel through it. It is set once, by the order form's room.
 void setOpeningPanelProvider(std::function<OpeningPanel&()> provider);
-/// The panel of the order form. Raises 91 while no provider is set.
+/// Returns the panel of the order form. Throws ObjectNotSet (91) if no provider has been set.
 OpeningPanel& openingPanel();
 
 } // namespace calculation

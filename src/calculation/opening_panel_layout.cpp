@@ -27,8 +27,8 @@ QLabel* caption(const QString& name, const QString& text, QWidget* parent)
     return label;
 }
 
-/// A label for a value: boxed, so that it is seen where it is empty. The alignment is absolute, as
-/// a text of digits alone would stand at the other side.
+/// Creates a label for a value, with a frame so that an empty value is visible. The alignment is
+/// absolute, because otherwise a text of digits alone is aligned to the opposite side.
 QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment, QWidget* parent)
 {
     QLabel* label = caption(name, text, parent);
@@ -71,7 +71,7 @@ controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, Q
     combo->setMinimumContentsLength(8);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     combo->setRowSource(rows, u"Name"_s);
-    // A name that is longer than the box shows its beginning.
+    // The box of the chosen entry scrolls to the start of a name that is too long for it.
     QObject::connect(combo, &QComboBox::activated, combo->lineEdit(),
                      [edit = combo->lineEdit()] { edit->home(false); });
     return combo;
@@ -140,7 +140,8 @@ void OpeningPanel::buildFrameDoorMashkof()
     row->addWidget(caption(u"Label11"_s, u"עובי משקוף דלת :"_s, FrameDoorMashkof));
     row->addWidget(measurePair(2, u"4"_s, FrameDoorMashkof));
     row->addStretch();
-    // Its place is kept while it is hidden, so that nothing jumps when a door series is chosen.
+    // The hidden box keeps its space, so that the layout does not move when a door series is
+    // chosen.
     QSizePolicy policy = FrameDoorMashkof->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     FrameDoorMashkof->setSizePolicy(policy);
@@ -211,7 +212,7 @@ void OpeningPanel::arrange()
     setMaximumWidth(480);
 }
 
-/// The boxes of the door frame come last, behind everything else on the form.
+/// Sets the tab order. The two boxes of the door-frame thickness are last on the whole form.
 void OpeningPanel::chainTabOrder()
 {
     QWidgetList chain{CmdPicSerial, TextNum[0], TextNum[1], TextNum[2],

@@ -1,14 +1,16 @@
 #pragma once
 
-/// The catalogue's two screens, each a single instance that its first touch loads.
+/// The two forms of the catalogue. Each form has one instance, which is created at first use.
 namespace catalogue {
 
 class FrSerials;
 class FrColorKind;
 
-/// The series editor. Raises what opening the store raises, where this touch loads the form.
+/// Returns the series editor. The first call creates the form and throws any error of
+/// store::OpenMyDataBase, such as DatabaseFileNotFound (3024) or Locked (3260).
 FrSerials& frSerials();
-/// The editor of kinds and colours. Raises likewise.
+/// Returns the editor of kinds and colours. The first call creates the form and throws any error of
+/// store::OpenMyDataBase, such as DatabaseFileNotFound (3024) or Locked (3260).
 FrColorKind& frColorKind();
 
 } // namespace catalogue

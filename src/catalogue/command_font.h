@@ -4,7 +4,7 @@
 
 namespace catalogue {
 
-/// The font of the forms' commands.
+/// Returns the font of the command buttons on the catalogue's forms.
 inline QFont commandFont()
 {
     QFont font(QStringLiteral("Arial"));

@@ -4,25 +4,27 @@
 
 namespace catalogue {
 
-/// The deductions of a series: width and height of frame, sash, glass and mesh. They are added to
-/// the opening, so a true deduction is a negative number.
+/// A series has eight deductions: the width and the height of the frame, the sash, the glass and
+/// the mesh. A deduction is added to the opening's measure, so a true deduction is a negative
+/// number.
 inline constexpr int deductionCount = 8;
 
-/// A deduction as its three boxes show it.
+/// The texts of the three input boxes that show one deduction.
 struct DeductionText
 {
-    QString sign;       ///< "+" above zero, otherwise "-": a zero has the sign "-".
-    QString whole;      ///< Digits without leading zeros.
-    QString hundredths; ///< Always two digits.
+    QString sign;       ///< "+" for a value above zero, otherwise "-". Zero has the sign "-".
+    QString whole;      ///< The whole part, as digits without leading zeros.
+    QString hundredths; ///< The hundredths, always two digits.
 
     bool operator==(const DeductionText&) const = default;
 };
 
-/// Rounds to the nearest hundredth. Raises 6 where the whole part exceeds 16 bits.
+/// Splits a deduction into the texts of its three boxes, rounded to the nearest hundredth. Throws
+/// Overflow (6) if the whole part exceeds 16 bits.
 DeductionText splitDeduction(double value);
 
-/// The number's text as it goes to the store, whatever the boxes hold: the hundredths box stands
-/// behind the point as it is, so "5" means fifty hundredths.
+/// Joins the texts of the three boxes into the text that is stored. The boxes are not validated.
+/// The hundredths text is placed behind the decimal point unchanged, so "5" means fifty hundredths.
 QString joinDeduction(const DeductionText& text);
 
 } // namespace catalogue

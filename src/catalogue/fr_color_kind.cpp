@@ -22,11 +22,12 @@ namespace {
 struct GridPlace
 {
     QString caption;
-    int left; ///< Twips, as all places of the form.
+    int left; ///< In twips, like all positions on this form.
     int top;
 };
 
-/// By the index of the grid. On the screen mesh and glass have changed places.
+/// Returns the caption and the position of each grid, by grid index. The mesh grid and the glass
+/// grid are deliberately swapped on the screen compared with their index order.
 const std::array<GridPlace, 8>& gridPlaces()
 {
     static const std::array<GridPlace, 8> places{{

@@ -11,15 +11,16 @@ class DBGrid;
 
 namespace catalogue {
 
-/// The editor of kinds and colours: eight editable grids over eight tables, each of which adds,
-/// changes and deletes by itself. Closing writes a row that is being edited; where the store
-/// refuses it, the grid says so and the form stays open.
+/// The editor of kinds and colours. It shows eight tables in eight grids, and rows are added,
+/// changed and deleted directly in a grid. Closing the form first writes a row that is being
+/// edited. If the store rejects that row, the grid shows the error and the form stays open.
 class FrColorKind : public controls::ChildForm
 {
     Q_OBJECT
 
 public:
-    /// Raises what opening the store raises.
+    /// Creates the editor and loads the eight tables. Throws any error of store::OpenMyDataBase,
+    /// such as DatabaseFileNotFound (3024) or Locked (3260).
     FrColorKind();
 
 protected:
@@ -30,14 +31,15 @@ private:
     void addGrids();
     void addCommand();
     void load();
-    /// Writes what is being edited. False where the store has refused a row.
+    /// Writes the pending edits of all eight grids. Returns false if the store rejected a row.
     bool writeRows();
     void CmdEnd_Click();
 
-    /// The index is the part: frame, sash, glass, mesh.
+    /// The data controls of the kind and colour tables, indexed by part: 0 frame, 1 sash, 2 glass,
+    /// 3 mesh.
     std::array<controls::DataControl*, 4> DataKind{};
     std::array<controls::DataControl*, 4> DataColor{};
-    /// The kinds of the four parts, then their colours.
+    /// The grids: 0 to 3 show the kinds of the four parts, 4 to 7 their colours.
     std::array<controls::DBGrid*, 8> DBGridKind{};
 };
 

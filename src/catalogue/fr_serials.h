@@ -13,15 +13,16 @@ namespace catalogue {
 
 class SeriesFields;
 
-/// The series editor. Its states are browsing, a new series and editing; it tells editing from the
-/// others by CmdNew being disabled, and keeps no other state. What the fields hold is dropped when
-/// the form goes.
+/// The series editor. It has three states: browsing, entering a new series, and editing a series.
+/// The form is in the editing state exactly while CmdNew is disabled; no other state is kept.
+/// Closing the form discards the contents of its fields.
 class FrSerials : public controls::ChildForm
 {
     Q_OBJECT
 
 public:
-    /// Raises what opening the store raises.
+    /// Creates the series editor and loads the series. Throws any error of store::OpenMyDataBase,
+    /// such as DatabaseFileNotFound (3024) or Locked (3260).
     FrSerials();
 
 private:
@@ -36,7 +37,8 @@ private:
     void CmdAdd_Click();
     void CmdUpdate_Click();
     void CmdDelete_Click();
-    /// Enables or disables what must not be used while a series is being edited.
+    /// Enables or disables the grid and the commands that must not be used while a series is
+    /// edited.
     void enableCommands(bool enable);
 
     SeriesFields* FrameOrder = nullptr;

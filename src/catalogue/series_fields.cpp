@@ -26,7 +26,8 @@ QFont fieldFont()
     return font;
 }
 
-/// What the fields hold is to be read also while they are out of use.
+/// Returns a palette in which disabled fields keep readable text. The user reads the fields while
+/// browsing, when the group box is disabled.
 QPalette readablePalette(QPalette palette)
 {
     const QColor grey(70, 70, 70);
@@ -35,7 +36,8 @@ QPalette readablePalette(QPalette palette)
     return palette;
 }
 
-/// Chooses the entry of a stored count: the first for 1.
+/// Selects the list entry for a stored count of tracks or sashes. A count of 1 selects the first
+/// entry. Throws InvalidPropertyValue (380) if the list has no entry for the count.
 void chooseCount(QComboBox& list, const QVariant& stored)
 {
     const std::int32_t count = runtime::toInt32(stored);
@@ -108,7 +110,7 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
     column.addWidget(heading);
 
     auto* grid = new QGridLayout;
-    // A sign must be seen to belong to the number at its right, not to the one at its left.
+    // A wide column gap shows that a sign box belongs to the number on its right.
     grid->setHorizontalSpacing(24);
     grid->addWidget(addLabel(u"Label4"_s, u"מהרוחב "_s), 0, 1, Qt::AlignCenter);
     grid->addWidget(addLabel(u"Label5"_s, u"מהגובה"_s), 0, 2, Qt::AlignCenter);
@@ -122,7 +124,7 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
     grid->setColumnStretch(2, 1);
     column.addLayout(grid);
 
-    // The ninth point belongs to no pair.
+    // The screen has nine point labels but only eight box pairs, so the ninth label is hidden.
     addLabel(u"Label1_9"_s, u"."_s)->hide();
 }
 
@@ -130,7 +132,7 @@ QWidget* SeriesFields::addDeduction(int index)
 {
     using Module1::MeasureBox;
     auto* signedMeasure = new QWidget(this);
-    // A number reads from left to right, its sign first, also where the form does not.
+    // The sign, the whole box and the hundredths box stay left-to-right on the right-to-left form.
     signedMeasure->setLayoutDirection(Qt::LeftToRight);
     auto* row = new QHBoxLayout(signedMeasure);
     row->setContentsMargins(0, 0, 0, 0);
@@ -159,8 +161,8 @@ void SeriesFields::ExchangeSeriesFields(bool Save, controls::DataControl& Source
 {
     dao::Recordset& series = Source.Recordset();
     if (!Save) {
-        // Another station may have changed the row since it was visited. Opening it for
-        // assignment fetches it anew and, unlike a move, tells nobody of a change of rows.
+        // Edit fetches the row again, because another station may have changed it since the last
+        // move. Unlike a move, Edit and CancelUpdate do not notify observers of a row change.
         series.Edit();
         series.CancelUpdate();
         loadFrom(series);

@@ -24,8 +24,8 @@ class SignBox;
 
 namespace catalogue {
 
-/// The frame FrameOrder with the fields of one series, and the two ways between them and a record.
-/// Nothing is checked here: what the store does not take, it refuses.
+/// The group box FrameOrder with the input fields of one series. It loads the fields from a record
+/// and writes them back. It validates nothing; the store rejects invalid values.
 class SeriesFields : public QGroupBox
 {
     Q_OBJECT
@@ -33,19 +33,22 @@ class SeriesFields : public QGroupBox
 public:
     explicit SeriesFields(QWidget* parent = nullptr);
 
-    /// With Save false, loads the current record of Source into the fields, as it stands in the
-    /// store at this moment. With Save true, writes the fields to that record by Edit and Update.
-    /// Raises 94 for a Null (but Rem may be Null), 380 for a track or sash count outside its list,
-    /// 3421 for a deduction that is no number, 3021 and 3167 where there is no such record.
+    /// If Save is false, re-reads the current record of Source from the store and loads it into the
+    /// fields. If Save is true, writes the fields to that record with Edit and Update. Throws
+    /// InvalidUseOfNull (94) for a Null in any field but Rem, InvalidPropertyValue (380) for a
+    /// track or sash count that its list does not contain, DataTypeConversion (3421) for a
+    /// deduction that is not a number, NoCurrentRecord (3021) if there is no current record, and
+    /// RecordDeleted (3167) if the record has been deleted.
     void ExchangeSeriesFields(bool Save, controls::DataControl& Source);
-    /// Writes the fields to the record that the caller has opened for assignment.
+    /// Assigns the fields to the record that the caller has opened with AddNew or Edit.
     void PutSeriesFields(controls::DataControl& Source);
 
-    /// Empties the fields for a new series. The signs stay: the next series mostly has them too.
+    /// Resets the fields for a new series. The sign boxes keep their values, because consecutive
+    /// series usually have the same signs.
     void clear();
-    /// The fields, in the order in which Tab goes through them.
+    /// Returns the input fields in tab order.
     QList<QWidget*> inTabOrder();
-    /// Puts the focus into the name.
+    /// Moves the focus to the box of the series name.
     void focusName();
 
 private:
@@ -57,7 +60,7 @@ private:
     void addDeductions(QVBoxLayout& column);
     void addRemark(QVBoxLayout& column);
     void loadFrom(dao::Recordset& series);
-    /// The two boxes of a deduction (0 to 7) stand side by side in TextNum.
+    /// The whole box and the hundredths box of deduction 0 to 7 are adjacent in TextNum.
     Module1::MeasureBox*& whole(int index) { return TextNum[std::size_t(index) * 2]; }
     Module1::MeasureBox*& hundredths(int index) { return TextNum[std::size_t(index) * 2 + 1]; }
 

@@ -60,7 +60,7 @@ QPushButton* iconButton(const QString& name, const QString& caption, const QStri
     font.setBold(true);
     button->setFont(font);
     button->setGeometry(place);
-    // Enter in a grid belongs to the grid and takes no order.
+    // The buttons are not default buttons, because Enter in a grid must not choose an order.
     button->setAutoDefault(false);
     return button;
 }

@@ -12,30 +12,30 @@ class DBGrid;
 
 namespace orders {
 
-/// The modal screen on which all orders are browsed, the newest first, and one is taken onto the
-/// order form. It lives only while it is shown and writes nothing to the store.
+/// The modal search form. It lists all orders, newest first, and loads the chosen one into the
+/// order form. The instance exists only while it is shown and never writes to the store.
 class FormFindOrder : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Loads the form: lists the orders. Raises what the store raises, 3021 where there is no
-    /// order.
+    /// Loads the form and lists the orders. Throws NoCurrentRecord (3021) if there is no order, and
+    /// any store error.
     explicit FormFindOrder(QWidget* parent = nullptr);
 
 private:
     void layOut();
     void connectHandlers();
-    /// Fills both data controls; the cursor starts on the highest number.
+    /// Fills both data controls. The current row is the order with the highest number.
     void GetOrders();
-    /// Shows the lines of the order under the cursor.
+    /// Shows the lines of the current order.
     void Get_Order();
-    /// Takes the order under the cursor and leaves.
+    /// Loads the current order into the order form and closes the search form.
     void Sel_Order();
     void CmdClose_Click();
     void DataOrders_Validate();
     void TimerGetOrder_Timer();
-    /// The number of the order under the cursor.
+    /// Returns the number of the current order.
     QVariant currentNumber() const;
     void bindLinesOfCurrent();
 
@@ -45,8 +45,8 @@ private:
     controls::DataControl* DataCuts;
     QPushButton* CmdPic;
     QPushButton* CmdClose;
-    /// A change of row is told before it happens: the lines follow a moment later, and only once
-    /// for a burst of moves.
+    /// Delays the update of the lines, because the data control reports a row change before it
+    /// happens. A burst of moves causes one update.
     QTimer* TimerGetOrder;
 };
 

@@ -29,7 +29,8 @@ namespace orders {
 
 namespace {
 
-/// Every control that is exactly a label, whatever size it was laid out with.
+/// Sets the font size of every QLabel on the form to 13 points. Classes derived from QLabel are
+/// skipped.
 void SetLabelsFontSize(QWidget& form)
 {
     for (QLabel* label : form.findChildren<QLabel*>()) {
@@ -43,7 +44,7 @@ void SetLabelsFontSize(QWidget& form)
 
 using CustomerBox = std::pair<QString, QLineEdit*>;
 
-/// The customer's fields with their boxes, in the order in which they are read and written.
+/// Returns the customer fields and their boxes, in the order in which they are read and written.
 std::array<CustomerBox, 3> customerBoxes(const OrderHead& head)
 {
     return {CustomerBox{u"CustomerName"_s, head.TextCustomerName},
@@ -67,7 +68,8 @@ FrOrder::FrOrder()
     setTabOrders();
     connectHandlers();
     Form_Load();
-    // Enabled from the start, and its interval begins when the load is done.
+    // Timer1 starts when loading has finished, so its first interval does not include the loading
+    // time.
     Timer1->start();
 }
 
@@ -191,7 +193,7 @@ void FrOrder::Timer1_Timer()
     Timer1->stop();
 }
 
-/// A timer that is enabled while it runs keeps its interval.
+/// Starts Timer1. If it is already running, the current interval is not restarted.
 void FrOrder::enableTimer1()
 {
     if (!Timer1->isActive())

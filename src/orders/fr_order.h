@@ -25,26 +25,28 @@ namespace orders {
 class OrderCommands;
 class OrderHead;
 
-/// The screen on which all work on an order happens: the order's head, the opening that is being
-/// entered, the lines, the commands. The order on it is known to all by Module1::CurrentOrderNum.
+/// The order form. It shows the order's head, the opening that is being entered, the order's lines
+/// and the commands. Module1::CurrentOrderNum holds the number of the shown order.
 class FrOrder : public controls::ChildForm
 {
     Q_OBJECT
 
 public:
-    /// Loads the form: binds its data and shows the current order. Raises what the store raises.
+    /// Binds the form's data and shows the current order. Throws any store error.
     FrOrder();
 
-    /// Puts the order on the form. An order that has no row leaves the form as it was.
+    /// Loads the order with this number into the form. If no such order is stored, the customer
+    /// boxes are cleared and the rest of the form stays unchanged.
     void GetOrderDetails(std::int16_t Number);
-    /// Binds the grid to the order's lines and has the timer bring it to the last one.
+    /// Binds the grid to the order's lines and starts Timer1, which moves the grid to the last
+    /// line.
     void GetOrderAllCuts(std::int16_t Number);
-    /// Writes the customer's boxes to the current order, an empty box as Null, and marks the order
-    /// closed if told so.
+    /// Writes the customer boxes to the row of the current order. An empty box is stored as Null.
+    /// If CloseIt is true, the order is marked closed.
     void SaveOrderDetails(bool CloseIt);
     void CmdFindOrder_Click();
 
-    /// Binds the grid to the order's lines and nothing else.
+    /// Binds the grid to the order's lines without starting Timer1.
     void bindLines(std::int16_t Number);
 
     OrderHead& head() const { return *head_; }
@@ -80,7 +82,8 @@ private:
     controls::DataControl* DataCut;
     controls::DataControl* DataAllCuts;
     controls::DataControl* DataOrder;
-    /// The table of orders is the main window's business; nothing here touches this one.
+    /// The order form has this data control but never binds it. The main window binds its own
+    /// DataMDI to the table Orders.
     controls::DataControl* DataMDI;
     QTimer* Timer1;
     OrderHead* head_;

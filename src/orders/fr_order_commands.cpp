@@ -1,4 +1,4 @@
-// The commands of the order form, each handler under its button's name.
+// The command handlers of the order form. Each handler is named after its button.
 
 #include "orders/fr_order.h"
 #include "orders/numbering.h"
@@ -25,15 +25,15 @@ namespace {
 
 constexpr int refusal = runtime::vbCritical + runtime::vbMsgBoxRtlReading;
 
-/// Asks with Yes and No; only Yes acts.
+/// Asks a question with the buttons Yes and No. Returns true only for Yes.
 bool isConfirmed(const QString& question, const QString& title)
 {
     constexpr int flags = runtime::vbYesNo + runtime::vbQuestion + runtime::vbMsgBoxRtlReading;
     return runtime::MsgBox(question, flags, title) == runtime::vbYes;
 }
 
-/// Equal to 1 and not merely unequal to 0: a closed order in a Boolean column reads as -1, and the
-/// command then refuses.
+/// Returns true only if Open_Close equals 1. In a Boolean column a closed order reads as -1, which
+/// does not count as marked; the command then refuses.
 bool isMarkedClosed(const QVariant& openClose)
 {
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 1;
@@ -88,15 +88,17 @@ void FrOrder::CmdDelAll_Click()
     deleteLines(lines, lines.RecordCount());
 }
 
-/// Deletes that many rows from the current one on. Each is gone for good at once, which takes a
-/// slow disk its time: what lasts longer than half a second is seen and can be stopped.
+/// Deletes the given number of rows, starting at the current row. Each deletion is committed to the
+/// disk separately, which is slow on a slow disk. A progress dialog with a cancel button appears
+/// after half a second.
 void FrOrder::deleteLines(dao::Recordset& lines, int count)
 {
     QProgressDialog progress(u"מוחק שורות"_s, u"ביטול"_s, 0, count, this);
     progress.setWindowTitle(u"מחיקת הכל"_s);
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(500);
-    // The progress lets events through, and a tick would move the cursor away from here.
+    // Timer1 is stopped during the deletion. The progress dialog processes events, and a timer
+    // event would move the current row.
     const bool ticksLater = Timer1->isActive();
     Timer1->stop();
     for (int i = 0; i < count && !progress.wasCanceled(); ++i) {

@@ -1,4 +1,5 @@
-// Printing an order: its details saved, its lines renumbered, the report opened.
+// The print command of the order form. It saves the order's details, renumbers the lines and opens
+// the report.
 
 #include "orders/fr_order.h"
 #include "orders/order_head.h"
@@ -25,7 +26,8 @@ QString printedLinesQuery()
            u" ORDER BY NUM ASC"_s;
 }
 
-/// The picture in the file, told by its contents. Raises 481 where there is none.
+/// Loads the picture file and detects its format from the contents, not from the file name. Throws
+/// InvalidPicture (481) if the file cannot be read as a picture.
 QImage LoadPicture(const QString& path)
 {
     QImageReader reader(path);
@@ -47,8 +49,8 @@ void FrOrder::CmdPrint_Click()
     openReport();
 }
 
-/// Numbers the rows that the recordset reports when it has just been opened, which are the rows
-/// reached so far and not all of them.
+/// Assigns the numbers 1, 2, ... to the first rows of the order. RecordCount of a newly opened
+/// dynaset counts only the rows reached so far, so later rows may keep their numbers.
 void FrOrder::renumberLines()
 {
     Module1::SqlText = printedLinesQuery();

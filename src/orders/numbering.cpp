@@ -13,7 +13,8 @@ namespace orders {
 
 namespace {
 
-/// Adds the current order's row. Its state and its customer are the store's defaults.
+/// Adds the row of the current order. Its state and its customer fields get the store's default
+/// values.
 void addCurrentOrder(dao::Recordset& orderRows)
 {
     orderRows.AddNew();
@@ -27,7 +28,7 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
-/// The rule, over the table as it stands now.
+/// Applies the new-order rule once to the current contents of the table.
 void applyNewOrderRule(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0) {
@@ -42,8 +43,8 @@ void applyNewOrderRule(dao::Recordset& orderRows)
         addOrderAfterCurrent(orderRows);
 }
 
-/// Whether another station has added the order that was to be the current one. The recordset stands
-/// on the last order afterwards.
+/// Returns true if another station has added an order with the current number or a higher one.
+/// Leaves the recordset on the last order.
 bool numberIsTaken(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0)

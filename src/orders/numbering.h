@@ -13,30 +13,31 @@ namespace dao {
 class Recordset;
 }
 
-/// The numbers of orders. They are taken from the last order alone: gaps are not filled.
+/// The numbering of orders. A new number depends only on the last order; gaps are not filled.
 namespace orders {
 
-/// Binds the table of orders to the holder, in the order of the table's first index, which is by
-/// number. Raises 3265 where the table has no index.
+/// Binds the data control to the table Orders, sorted by order number, which is the key of the
+/// table's first index. Throws ItemNotFound (3265) if the table has no index.
 void bindOrdersTable(controls::DataControl& holder);
 
-/// Makes the number after the current row's the current order and adds its row, dated today.
-/// Raises 6, and adds nothing, where the number leaves 16 bits.
+/// Sets CurrentOrderNum to the number of the current row plus one and adds a row for that order
+/// with today's date. Throws Overflow (6) and adds nothing if the number exceeds 16 bits.
 void addOrderAfterCurrent(dao::Recordset& orderRows);
 
-/// Follows a rule that looks at the last order and may add the next one. Where another station has
-/// taken its number in between, the rule is followed again over the orders as they then stand; any
-/// other duplicate is none of its business and goes on as 3022.
+/// Runs a rule that reads the last order and may add the next one. If adding fails because another
+/// station has taken the number, the rule runs again on the current table. Throws DuplicateKey
+/// (3022) for any other duplicate.
 void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule);
 
-/// The new-order rule: the last order becomes the current one while it is open, so that no number
-/// is ever spent on an order that was left empty; otherwise the next one is added. The first order
-/// of all is 1. Leaves the table bound to dataMDI, on the row that was the last before.
+/// Applies the new-order rule. If the last order is open, it becomes the current order, so an order
+/// that was left empty does not use up a number. Otherwise the next order is added. The first order
+/// has the number 1. Leaves dataMDI bound to the table Orders, positioned on the row that was last
+/// before the call.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
-/// The query of all lines of an order as the grids show them.
+/// Returns the query of all lines of an order, sorted as the grids show them.
 QString linesQuery(const QString& number);
-/// The query of the order's own row.
+/// Returns the query of the order's row in the table Orders.
 QString orderQuery(std::int16_t number);
 
 } // namespace orders

@@ -6,8 +6,8 @@ class QPushButton;
 
 namespace orders {
 
-/// The commands on a line and on the order as a whole, in one row. The commands that belong to an
-/// opening stand on its own panel.
+/// The row of buttons for commands on a line or on the whole order. The commands of an opening are
+/// on the opening panel.
 class OrderCommands : public QWidget
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     QPushButton* CmdDelAll;
     QPushButton* CmdPrint;
     QPushButton* CmdFindOrder;
-    /// Disabled until an order has been closed.
+    /// CmdOpenOrder is disabled until an order has been closed.
     QPushButton* CmdOpenOrder;
     QPushButton* CmdCloseOrder;
     QPushButton* Command2;

@@ -20,7 +20,7 @@ QLabel* caption(const QString& name, const QString& text, QWidget* parent)
     return label;
 }
 
-/// A label for a value: boxed, so that the eye tells what changes from what does not.
+/// Creates a label for a value, with a frame that distinguishes it from a fixed caption.
 QLabel* value(const QString& name, const QString& designText, const QFont& font, QWidget* parent)
 {
     QLabel* label = caption(name, designText, parent);

@@ -8,7 +8,8 @@ class QLineEdit;
 
 namespace orders {
 
-/// The head of the order form: the order's number, date and count of lines, and its customer.
+/// The head of the order form. It shows the order's number, its date, the number of lines and the
+/// customer's details.
 class OrderHead : public QWidget
 {
     Q_OBJECT
@@ -19,7 +20,7 @@ public:
     QLabel* LabelOrderNum;
     QLabel* LabelOrderDate;
     QLabel* LabelLinesInOrder;
-    /// The customer's boxes take as many characters as their fields.
+    /// Each customer box accepts at most as many characters as its field in the store.
     QLineEdit* TextCustomerName;
     QLineEdit* TextCustomerAddress;
     QLineEdit* TextCustomerTel;

@@ -9,7 +9,7 @@ class DBGrid;
 
 namespace orders {
 
-/// Makes DBGrid1, the grid over an order's lines. It is for reading and for choosing the current
+/// Creates DBGrid1, the read-only grid of an order's lines. Its current row is the order's current
 /// line.
 controls::DBGrid* makeLinesGrid(controls::DataControl* lines, QWidget* parent);
 

@@ -22,8 +22,8 @@ namespace orders {
 
 namespace {
 
-/// The order date of the current row, which after an order was added is still the order before it.
-/// The very first order has none before it and shows its own date.
+/// Returns the order date of the current row. After an order has been added, the current row is
+/// still the order before it. For the very first order it returns that order's own date.
 QString currentOrderDate(dao::Recordset& orderRows)
 {
     if (!orderRows.hasCurrent())

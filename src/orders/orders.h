@@ -4,24 +4,23 @@ namespace controls {
 class DataControl;
 }
 
-/// What the main window asks of the orders.
+/// The functions of the order room that the main window calls.
 namespace orders {
 
 class FrOrder;
 
-/// The one order form. The first touch loads it and makes it visible in the frame.
+/// Returns the order form. The first call creates the form and shows it in the frame.
 FrOrder& frOrder();
 
-/// The toolbar's order command: continues the last order while it is open, else adds the next, puts
-/// it on the order form and shows the form. Closes the database behind dataMDI.
+/// Runs the toolbar's order command. Applies the new-order rule, shows the current order on the
+/// order form, and closes the database behind dataMDI.
 void openOrderLongForm(controls::DataControl& dataMDI);
 
-/// The menu's command to take in an order: settles the number alike and shows the form as it
-/// stands. A form that was loaded before keeps showing what it showed, and the database behind
-/// dataMDI stays open.
+/// Runs the menu command for a new order. Applies the new-order rule and shows the order form. A
+/// form that is already loaded keeps its contents. The database behind dataMDI stays open.
 void openOrderShortForm(controls::DataControl& dataMDI);
 
-/// Shows the search form and waits until it is gone.
+/// Runs the search form as a modal dialog.
 void findOrder();
 
 } // namespace orders

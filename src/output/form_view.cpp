@@ -1,5 +1,6 @@
 #include "output/form_view.h"
 
+#include "output/fitted_label.h"
 #include "output/form_print.h"
 #include "platform/controls/form.h"
 #include "platform/controls/picture_button.h"
@@ -13,7 +14,6 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiArea>
-#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -27,9 +27,9 @@ namespace output {
 namespace {
 
 /// Alignments hold as they stand, whatever direction the form reads in.
-constexpr Qt::Alignment toLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop;
-constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop;
-constexpr Qt::Alignment toCentre = Qt::AlignHCenter | Qt::AlignTop;
+constexpr Qt::Alignment toLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
+constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
+constexpr Qt::Alignment toCentre = Qt::AlignCenter;
 
 enum class Style { Regular, Bold, Underlined };
 
@@ -66,41 +66,15 @@ QFont fontOf(const Look& look)
     return font;
 }
 
-/// A label for a number or a date: its text runs from left to right, and where it is wider than its
-/// place the end is cut, never the first digits.
-class NumberLabel : public QLabel
+/// A label for a number or a date, which runs from left to right.
+class NumberLabel : public FittedLabel
 {
 public:
-    explicit NumberLabel(QWidget* parent) : QLabel(parent) { setLayoutDirection(Qt::LeftToRight); }
-
-protected:
-    void paintEvent(QPaintEvent* event) override
+    explicit NumberLabel(QWidget* parent) : FittedLabel(parent)
     {
-        if (fontMetrics().horizontalAdvance(text()) <= contentsRect().width()) {
-            QLabel::paintEvent(event);
-            return;
-        }
-        QPainter painter(this);
-        style()->drawItemText(&painter, contentsRect(), toLeft | Qt::TextForceLeftToRight,
-                              palette(), isEnabled(), text(), foregroundRole());
+        setLayoutDirection(Qt::LeftToRight);
     }
 };
-
-/// Condenses a text that is known at layout until it fits its place, where the font at hand draws
-/// it a little wider.
-void fitText(QLabel& label, int width)
-{
-    constexpr int narrowest = 80; ///< Percent of the font's own width.
-    QFont font = label.font();
-    for (int stretch = 99; stretch >= narrowest; --stretch) {
-        const QFontMetrics metrics = label.fontMetrics();
-        const int ink = metrics.tightBoundingRect(label.text()).width();
-        if (std::max(ink, metrics.horizontalAdvance(label.text())) <= width)
-            return;
-        font.setStretch(stretch);
-        label.setFont(font);
-    }
-}
 
 /// The place is kept but for its height: what is lower than a line of the font would clip it.
 template <typename Label>
@@ -114,7 +88,6 @@ Label* addLabel(QWidget& form, const QString& name, const QString& text, const P
     label->setFont(fontOf(look));
     label->setAlignment(look.alignment);
     QRect geometry = controls::twipsRect(place.left, place.top, place.width, place.height);
-    fitText(*label, geometry.width());
     geometry.setHeight(std::max(geometry.height(), label->fontMetrics().height()));
     label->setGeometry(geometry);
     return label;
@@ -169,18 +142,18 @@ FormView::FormView() : QDialog(mainWindow())
 
 void FormView::addHeading()
 {
-    addLabel<QLabel>(*this, u"Label1"_s, u"הזמנה"_s, {4080, 120, 2535, 615}, heading);
-    addLabel<QLabel>(*this, u"Label17"_s, u"תאריך :"_s, {1440, 240, 855, 375}, dateLine);
-    LabelDate = addLabel<NumberLabel>(*this, u"LabelDate"_s, u"00/00/0000"_s, {120, 240, 1215, 375},
-                                      dateLine);
-    addLabel<QLabel>(*this, u"Label13"_s, u"שם סדרה :"_s, {5040, 1200, 1455, 255}, caption);
-    LabelName = addLabel<QLabel>(*this, u"LabelName"_s, {}, {840, 1200, 4095, 255}, seriesName);
+    addLabel<FittedLabel>(*this, u"Label1"_s, u"הזמנה"_s, {4080, 120, 2535, 615}, heading);
+    addLabel<FittedLabel>(*this, u"Label17"_s, u"תאריך :"_s, {1440, 240, 855, 375}, dateLine);
+    LabelDate = addLabel<NumberLabel>(*this, u"LabelDate"_s, {}, {120, 240, 1215, 375}, dateLine);
+    addLabel<FittedLabel>(*this, u"Label13"_s, u"שם סדרה :"_s, {5040, 1200, 1455, 255}, caption);
+    LabelName =
+        addLabel<FittedLabel>(*this, u"LabelName"_s, {}, {840, 1200, 4095, 255}, seriesName);
 }
 
 void FormView::addOpening()
 {
-    addLabel<QLabel>(*this, u"Label2"_s, u"רוחב הפתח"_s, {4440, 2280, 1695, 255}, columnHead);
-    addLabel<QLabel>(*this, u"Label3"_s, u"גובה הפתח"_s, {2280, 2280, 1455, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label2"_s, u"רוחב הפתח"_s, {4440, 2280, 1695, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label3"_s, u"גובה הפתח"_s, {2280, 2280, 1455, 255}, columnHead);
     LabelOpenWidth =
         addLabel<NumberLabel>(*this, u"LabelOpenWidth"_s, {}, {4920, 2760, 1215, 375}, opening);
     LabelOpenHeight =
@@ -189,28 +162,28 @@ void FormView::addOpening()
 
 void FormView::addParts()
 {
-    addLabel<QLabel>(*this, u"Label15"_s, u"פריט"_s, {7920, 3840, 735, 255}, columnHead);
-    addLabel<QLabel>(*this, u"Label11"_s, u"רוחב"_s, {6600, 3840, 975, 255}, columnHead);
-    addLabel<QLabel>(*this, u"Label10"_s, u"גובה"_s, {5280, 3840, 1095, 255}, columnHead);
-    addLabel<QLabel>(*this, u"Label4"_s, u"כמות"_s, {4680, 3840, 615, 255}, columnHead);
-    addLabel<QLabel>(*this, u"Label5"_s, u"סוג"_s, {2160, 3840, 2175, 255}, columnHead);
-    addLabel<QLabel>(*this, u"Label14"_s, u"צבע"_s, {120, 3840, 1695, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label15"_s, u"פריט"_s, {7920, 3840, 735, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label11"_s, u"רוחב"_s, {6600, 3840, 975, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label10"_s, u"גובה"_s, {5280, 3840, 1095, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label4"_s, u"כמות"_s, {4680, 3840, 615, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label5"_s, u"סוג"_s, {2160, 3840, 2175, 255}, columnHead);
+    addLabel<FittedLabel>(*this, u"Label14"_s, u"צבע"_s, {120, 3840, 1695, 255}, columnHead);
 
     const std::array rowCaptions{u"משקוף :"_s, u"כנף :"_s, u"זכוכית :"_s, u"רשת :"_s};
     for (int i = 0; i < 4; ++i) {
         const int top = 4320 + 360 * i;
-        addLabel<QLabel>(*this, u"Label%1"_s.arg(6 + i), rowCaptions[i], {7920, top, 1455, 255},
-                         caption);
+        addLabel<FittedLabel>(*this, u"Label%1"_s.arg(6 + i), rowCaptions[i],
+                              {7920, top, 1455, 255}, caption);
         LabelWidth[i] = addLabel<NumberLabel>(*this, u"LabelWidth_%1"_s.arg(i), u"Label16"_s,
                                               {6480, top, 1095, 255}, cell);
         LabelHeight[i] = addLabel<NumberLabel>(*this, u"LabelHeight_%1"_s.arg(i), u"Label17"_s,
                                                {5280, top, 1095, 255}, cell);
         LabelCount[i] = addLabel<NumberLabel>(*this, u"LabelCount_%1"_s.arg(i), u"Label15"_s,
                                               {4560, top, 615, 255}, cell);
-        LabelKind[i] = addLabel<QLabel>(*this, u"LabelKind_%1"_s.arg(i), u"Label15"_s,
-                                        {2040, top, 2295, 255}, cell);
-        LabelColor[i] = addLabel<QLabel>(*this, u"LabelColor_%1"_s.arg(i), u"Label15"_s,
-                                         {120, top, 1815, 255}, cell);
+        LabelKind[i] = addLabel<FittedLabel>(*this, u"LabelKind_%1"_s.arg(i), u"Label15"_s,
+                                             {2040, top, 2295, 255}, cell);
+        LabelColor[i] = addLabel<FittedLabel>(*this, u"LabelColor_%1"_s.arg(i), u"Label15"_s,
+                                              {120, top, 1815, 255}, cell);
     }
 }
 

@@ -19,8 +19,8 @@ namespace {
 
 constexpr qreal readablePoints = 11;
 
-/// The fonts that the forms name, and families with Hebrew letters that stand in for them where
-/// the system has none of that name or one without Hebrew.
+/// Registers substitute font families with Hebrew letters. They are used if the system lacks a font
+/// that the forms name, or if that font has no Hebrew letters.
 void substituteFonts()
 {
     QFont::insertSubstitutions(u"David"_s,
@@ -57,7 +57,8 @@ void translateToolkit(QApplication& application)
 void setUpAppearance(QApplication& application)
 {
     QApplication::setStyle(new ProgramStyle);
-    // Texts and grids are black on light ground, whatever the desktop's theme says.
+    // The style's own palette gives black text on a light background, regardless of the desktop
+    // theme.
     QApplication::setPalette(QApplication::style()->standardPalette());
     QApplication::setLayoutDirection(Qt::RightToLeft);
     substituteFonts();

@@ -4,8 +4,8 @@ class QApplication;
 
 namespace shell {
 
-/// Gives the application its style, its right-to-left direction, its icon, its fonts and the
-/// toolkit's own texts in Hebrew.
+/// Sets the application's style, right-to-left direction, icon and fonts, and loads the Hebrew
+/// translation of Qt's own texts.
 void setUpAppearance(QApplication& application);
 
 } // namespace shell

@@ -4,7 +4,7 @@
 
 namespace shell {
 
-/// Installed on the application: Enter on a focused button clicks it, as Space does.
+/// Event filter for the application: pressing Enter on a focused button clicks it, as Space does.
 class EnterClicks : public QObject
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ bool FocusReturn::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-/// The window that may be worked in: the modal one that still stands, or else the frame.
+/// Activates the window that accepts input: the current modal window, otherwise the main window.
 void FocusReturn::activateAWindow()
 {
     if (QApplication::activeWindow() != nullptr)

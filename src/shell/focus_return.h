@@ -4,10 +4,10 @@
 
 namespace shell {
 
-/// Hands the keyboard back when a dialog goes: a desktop without a window manager leaves it with no
-/// window at all, and whoever works by keyboard would type into nothing.
+/// Activates a window of the program after a dialog has closed. Without a window manager no window
+/// would be active then, and keyboard input would be lost.
 ///
-/// Watches the application it is installed on.
+/// Install it as an event filter on the application.
 class FocusReturn : public QObject
 {
     Q_OBJECT

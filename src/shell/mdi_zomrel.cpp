@@ -30,7 +30,8 @@ namespace {
 constexpr QSize pictureSize(32, 32);
 constexpr int indexOutOfBounds = 35600;
 
-/// Major, minor and revision: the third part of the file version is not shown.
+/// Returns the version text for the title: major, minor and revision. The third part of the file
+/// version is not shown.
 QString shownVersion()
 {
     const QVersionNumber version = runtime::programVersion();
@@ -60,7 +61,8 @@ MDIZomrel::MDIZomrel(const QString& programDirectory)
     setObjectName(u"MDIZomrel"_s);
     setWindowTitle(u"זומרל"_s);
     setLayoutDirection(Qt::RightToLeft);
-    setContextMenuPolicy(Qt::NoContextMenu); // the toolbar cannot be taken away
+    // Qt's context menu would let the user hide the toolbar.
+    setContextMenuPolicy(Qt::NoContextMenu);
     buildToolbar();
     setStatusBar(StatusBar1);
     frame_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -88,7 +90,8 @@ void MDIZomrel::buildToolbar()
     addButton(u"סוג וצבע"_s, u"ColorKind"_s, 2);
     addButton(u"יציאה"_s, u"Exit"_s, 3);
     for (QAction* each : Toolbar1->actions())
-        Toolbar1->widgetForAction(each)->setToolTip({}); // the toolkit repeats the caption there
+        // Qt's default tool tip repeats the caption.
+        Toolbar1->widgetForAction(each)->setToolTip({});
     new ToolbarKeys(Toolbar1);
 }
 
@@ -112,7 +115,9 @@ void MDIZomrel::addButtonMenu(QAction* button)
                     [this, buttonMenu] { Toolbar1_ButtonMenuClick(*buttonMenu); });
     }
     auto* toolButton = qobject_cast<QToolButton*>(Toolbar1->widgetForAction(button));
-    toolButton->setMenu(menu); // before the action takes it: a button loses a menu of its action's
+    // The tool button gets the menu before the action does, because it would lose a menu that it
+    // took from the action.
+    toolButton->setMenu(menu);
     button->setMenu(menu);
     toolButton->setPopupMode(QToolButton::MenuButtonPopup);
 }

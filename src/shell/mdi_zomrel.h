@@ -18,26 +18,28 @@ namespace shell {
 
 class StatusBar;
 
-/// The program's first window and the frame of its child windows: it works out where the store and
-/// the logo lie, brings the table Orders up to date and then dispatches the toolbar's commands by
-/// their tags.
+/// The main window and the frame of the child windows. Its load sets the paths of the store and the
+/// logo and upgrades the table Orders. Afterwards it dispatches the toolbar's commands by their
+/// tags.
 class MDIZomrel : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Loads the window. Raises what BuildOrdersTable raises; the window was then never shown.
+    /// Loads the window. Throws any error of BuildOrdersTable; the window is not shown in that
+    /// case.
     explicit MDIZomrel(const QString& programDirectory = QCoreApplication::applicationDirPath());
     ~MDIZomrel() override;
 
-    /// Runs the command of the toolbar's button (1-based) by its tag; another tag does nothing.
-    /// Raises 35600 where there is no such button, and what the command raises.
+    /// Runs the command of the toolbar button at this 1-based index, chosen by the button's tag. An
+    /// unknown tag does nothing. Throws error 35600 if there is no such button, and any error of
+    /// the command.
     void GetOrder(std::int16_t index);
-    /// Creates or completes the table Orders of the store at the path.
+    /// Creates the table Orders in the store at the path if it is missing, and adds missing fields.
     void BuildOrdersTable(const QString& path);
 
 protected:
-    /// Ends the process at once: nothing is asked, saved or closed.
+    /// Ends the process immediately, without a question and without saving anything.
     void closeEvent(QCloseEvent* event) override;
 
 private:

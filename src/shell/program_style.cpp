@@ -13,9 +13,9 @@ namespace shell {
 
 namespace {
 
-constexpr int side = 16; // pixels, of the picture and of the grid that it is drawn on
+constexpr int side = 16; // Side of the icon in pixels, and of the grid that it is drawn on.
 
-/// Two points that follow each other, towards where the rest of the toolbar would be.
+/// Draws the extension icon: two arrowheads that point towards the hidden part of the toolbar.
 QIcon extension(Qt::Orientation orientation, Qt::LayoutDirection direction)
 {
     QPixmap picture(side, side);

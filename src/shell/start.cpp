@@ -11,7 +11,8 @@ std::unique_ptr<MDIZomrel> openMainWindow(const QString& programDirectory)
     std::unique_ptr<MDIZomrel> window;
     runtime::guarded([&] {
         window = std::make_unique<MDIZomrel>(programDirectory);
-        // A desktop without a window manager does not maximise; the whole screen then serves.
+        // Without a window manager showMaximized has no effect, so the window first gets the size
+        // of the screen.
         window->setGeometry(window->screen()->availableGeometry());
         window->showMaximized();
     });

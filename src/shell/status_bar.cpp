@@ -51,7 +51,8 @@ QLabel* StatusBar::addPanel(int index, const QString& text, int twips)
     panel->setTextFormat(Qt::PlainText);
     panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     panel->setMargin(3);
-    // The last panel is wider than a small screen: it takes what the others leave.
+    // The last panel may be wider than a small screen, so it gets the remaining space instead of a
+    // minimum width.
     const bool last = index == 5;
     if (!last) {
         panel->setAlignment(Qt::AlignCenter);

@@ -6,8 +6,8 @@ class QLabel;
 
 namespace shell {
 
-/// The frame's status bar: the date, the time and the product line in five panels. Date and time
-/// are the system's and run on by themselves.
+/// The main window's status bar. Its five panels show the date, the time and the product line. Date
+/// and time come from the system clock and update automatically.
 class StatusBar : public QStatusBar
 {
     Q_OBJECT

@@ -8,16 +8,16 @@ class QToolButton;
 
 namespace shell {
 
-/// The toolbar by keyboard: F10 goes to its first button, the arrows to the left and right go from
-/// button to button, Enter and Space press one, Down opens a button's menu, Escape goes back to
-/// where the focus was. Buttons take no focus by Tab or by mouse, so that a form which goes away
-/// never leaves the focus on a command.
+/// Keyboard control of the toolbar. F10 moves the focus to the first button, and the left and right
+/// arrow keys move it between buttons. Enter and Space press a button, Down opens a button's menu,
+/// and Escape returns the focus to the previous widget. Buttons never get the focus by Tab or
+/// mouse, so closing a form cannot leave the focus on a command.
 class ToolbarKeys : public QObject
 {
     Q_OBJECT
 
 public:
-    /// For a toolbar whose buttons are all in place.
+    /// The toolbar must already contain all of its buttons.
     explicit ToolbarKeys(QToolBar* toolbar);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -52,7 +52,8 @@ void reportNoAccess(const QString& text)
     if (answer == runtime::vbYes)
         startFileManager();
     else if (answer == runtime::vbNo)
-        throw runtime::RunTimeError(runtime::ObjectRequired); // there is no form for a new place
+        // The program has no form in which a new path could be entered.
+        throw runtime::RunTimeError(runtime::ObjectRequired);
 }
 
 } // namespace
@@ -70,7 +71,8 @@ void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription
     case runtime::DiskOrNetworkError:
     case notAValidPath:
         return reportNoAccess(text);
-    case runtime::ObjectNotSet: // stands among the locks on purpose
+    // ObjectNotSet is treated as a lock error on purpose.
+    case runtime::ObjectNotSet:
     case runtime::Locked:
     case lockedByUser:
     case tableLocked:

@@ -6,12 +6,12 @@
 
 namespace store {
 
-/// Tells the user of a failed access to the store; written for a store on another computer of a
-/// network. Does nothing for 0 (no error) and for 32755 (a dialog was cancelled).
+/// Shows the user an error of an access to the store. The texts assume that the store is on another
+/// computer of the network. Does nothing for 0 (no error) and 32755 (a dialog was cancelled).
 ///
-/// A locked store ends the process with exit status 1 when the box has been answered. Lost access
-/// asks: Yes starts the system's file manager, No raises 424 and so ends the process, Cancel goes
-/// on. Nothing is tried again by itself. Any other number is shown, and that is all.
+/// For a locked store, ends the process with exit status 1 after the box is answered. For lost
+/// access, asks the user: Yes starts the system's file manager, No throws ObjectRequired (424) and
+/// so ends the process, Cancel returns. The access is not retried. Any other error is only shown.
 void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription);
 
 } // namespace store

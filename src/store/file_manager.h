@@ -4,12 +4,11 @@
 
 namespace store {
 
-/// Starts the system's file manager and does not wait for it. Where the system has none, nothing
-/// happens.
+/// Starts the system's file manager without waiting for it. Does nothing if the system has none.
 void startFileManager();
 
 using FileManagerDoor = std::function<void()>;
-/// Replaces the start of the file manager and returns the former one.
+/// Replaces the function that starts the file manager and returns the previous one. Tests use it.
 FileManagerDoor setFileManagerDoor(FileManagerDoor door);
 
 } // namespace store

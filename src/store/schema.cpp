@@ -60,8 +60,8 @@ TableSchema orders()
             .indexes = {primaryKey(u"Number"_s)}};
 }
 
-/// Lines are written and read by ordinal, so the order of these fields is a contract: 2 to 32, 35
-/// and 36 stand where adding a line puts them.
+/// The order of these fields is a contract, because lines are written and read by ordinal. Adding a
+/// line writes the ordinals 2 to 32, 35 and 36.
 TableSchema cuts()
 {
     TableSchema table;

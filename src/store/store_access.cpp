@@ -24,7 +24,8 @@ bool holdsTable(dao::Database& database, const QString& tableName)
     return false;
 }
 
-/// Any database opens, also one of another program; building Orders in that one would spoil it.
+/// Checks that the database is a store. Throws UnrecognizedFormat (3343) for a database of another
+/// program, which opens without an error and would be damaged by adding the table Orders.
 void refuseForeignDatabase(dao::Database& database)
 {
     dao::TableDefs tables = database.tableDefs();
@@ -37,7 +38,8 @@ void refuseForeignDatabase(dao::Database& database)
                                 u"Unrecognized database format '%1'."_s.arg(database.place()));
 }
 
-/// A table cannot be appended without a field, so it gets one that is taken away again at once.
+/// Creates the table Orders. A table needs at least one field when it is appended, so a temporary
+/// field is added and then deleted.
 void createOrders(dao::Database& database)
 {
     dao::TableDef orders = database.CreateTableDef(u"Orders"_s);

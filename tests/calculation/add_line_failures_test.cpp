@@ -12,24 +12,24 @@
 
 using namespace Qt::StringLiterals;
 
-/// Failures while a line is added: each ends the program, and none leaves a half-written row.
+/// Errors while a line is added. Each error ends the program and leaves no partial row.
 class AddLineFailuresTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void failuresStoreNothing_data();
-    void failuresStoreNothing();
-    void aSeriesThatIsGoneStoresNothing();
-    void theHighestNumberOverflows();
-    void aNumberThatIsNullFails();
-    void letterInAWholeBox();
-    void textsTooLongForTheirFields();
-    void moreSlatsThanAWholeNumberHolds();
-    void noStore();
+    void badSeriesOrMissingTable_storesNoLine_data();
+    void badSeriesOrMissingTable_storesNoLine();
+    void deletedSeries_storesNoLine();
+    void lineNumberAbove32767_overflows();
+    void nullLineNumber_isInvalidUseOfNull();
+    void letterInAWholeBox_isTypeMismatch();
+    void textTooLongForItsField_storesNoLine();
+    void slatCountAbove32Bits_overflows();
+    void missingStore_isFileNotFound();
 };
 
-void AddLineFailuresTest::failuresStoreNothing_data()
+void AddLineFailuresTest::badSeriesOrMissingTable_storesNoLine_data()
 {
     QTest::addColumn<QString>("sql");
     QTest::addColumn<int>("error");
@@ -48,7 +48,7 @@ void AddLineFailuresTest::failuresStoreNothing_data()
         runtime::Overflow);
 }
 
-void AddLineFailuresTest::failuresStoreNothing()
+void AddLineFailuresTest::badSeriesOrMissingTable_storesNoLine()
 {
     QFETCH(QString, sql);
     QFETCH(int, error);
@@ -64,7 +64,7 @@ void AddLineFailuresTest::failuresStoreNothing()
     QCOMPARE(host.boxTexts().front(), u"100"_s);
 }
 
-void AddLineFailuresTest::aSeriesThatIsGoneStoresNothing()
+void AddLineFailuresTest::deletedSeries_storesNoLine()
 {
     PanelHost host;
     const int autoNum = host.chooseExample(1);
@@ -76,7 +76,7 @@ void AddLineFailuresTest::aSeriesThatIsGoneStoresNothing()
     QCOMPARE(host.lineCount(), 1);
 }
 
-void AddLineFailuresTest::theHighestNumberOverflows()
+void AddLineFailuresTest::lineNumberAbove32767_overflows()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -89,7 +89,7 @@ void AddLineFailuresTest::theHighestNumberOverflows()
     QCOMPARE(host.lineCount(), 2);
 }
 
-void AddLineFailuresTest::aNumberThatIsNullFails()
+void AddLineFailuresTest::nullLineNumber_isInvalidUseOfNull()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -100,7 +100,7 @@ void AddLineFailuresTest::aNumberThatIsNullFails()
     QCOMPARE(host.lineCount(), 1);
 }
 
-void AddLineFailuresTest::letterInAWholeBox()
+void AddLineFailuresTest::letterInAWholeBox_isTypeMismatch()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -109,7 +109,7 @@ void AddLineFailuresTest::letterInAWholeBox()
     QCOMPARE(host.lineCount(), 0);
 }
 
-void AddLineFailuresTest::textsTooLongForTheirFields()
+void AddLineFailuresTest::textTooLongForItsField_storesNoLine()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -125,7 +125,7 @@ void AddLineFailuresTest::textsTooLongForTheirFields()
     QCOMPARE(host.lineCount(), 1);
 }
 
-void AddLineFailuresTest::moreSlatsThanAWholeNumberHolds()
+void AddLineFailuresTest::slatCountAbove32Bits_overflows()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -136,7 +136,7 @@ void AddLineFailuresTest::moreSlatsThanAWholeNumberHolds()
     QCOMPARE(host.lineCount(), 0);
 }
 
-void AddLineFailuresTest::noStore()
+void AddLineFailuresTest::missingStore_isFileNotFound()
 {
     PanelHost host;
     host.chooseExample(1);

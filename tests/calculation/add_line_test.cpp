@@ -22,7 +22,7 @@ namespace {
 
 using Row = QList<QVariant>;
 
-/// The line's fields from the opening's width to the number of slats.
+/// The computed fields of a line, from the width of the opening to the number of slats.
 constexpr auto computedFields =
     "MyWidth, MYHeight, Mashkof_W, Mashkof_H, Kanaf_W, Kanaf_H, Glass_W, Glass_H, Reshet_W, "
     "Reshet_H"_L1;
@@ -36,7 +36,7 @@ Row lastLine(PanelHost& host, QLatin1StringView fields)
         .value(0);
 }
 
-/// Makes the table of lines again, with another text of its creation.
+/// Recreates the table Cuts with a modified CREATE TABLE statement.
 void recreateCuts(PanelHost& host, const QRegularExpression& part, const QString& replacement)
 {
     QString sql =
@@ -54,33 +54,33 @@ class AddLineTest : public QObject
     Q_OBJECT
 
 private slots:
-    void ordinaryLine();
-    void monoblockLine();
-    void doorLine();
-    void doorLineWithMonoblock();
-    void kindsAndColours();
-    void emptyKindsAndColoursAreEmptyTexts();
+    void ordinaryWindow_storesItsLine();
+    void monoblock_storesItsLine();
+    void door_storesItsLine();
+    void doorWithMonoblock_storesItsLine();
+    void kindsAndColours_areStored();
+    void emptyKindsAndColours_areStoredAsEmptyTexts();
 
-    void refusals_data();
-    void refusals();
-    void refusesInTheOrderWidthHeightSeries();
-    void theHeightsRefusalLeadsToTheHeight();
+    void zeroWidthOrHeight_isRefused_data();
+    void zeroWidthOrHeight_isRefused();
+    void severalRefusals_areGivenInFixedOrder();
+    void refusedHeight_getsTheFocus();
 
-    void numbersFollowTheHighest();
-    void theSameOpeningTwiceIsTwoLines();
-    void clearsTheBoxesAndKeepsTheRest();
-    void tellsOfTheLineWhenItStands();
-    void clear();
+    void newLine_isNumberedAfterTheHighest();
+    void sameOpeningTwice_storesTwoLines();
+    void addedLine_clearsOnlyTheOpeningsBoxes();
+    void lineAdded_isEmittedAfterTheLineIsStored();
+    void clearCommand_resetsTheOpeningsBoxes();
 
-    void kindIsCutToTheFieldsSize();
-    void fieldsAreTakenByTheirOrdinals();
-    void slatsRoundHalfToEven_data();
-    void slatsRoundHalfToEven();
+    void kindLongerThanItsField_isTruncated();
+    void renamedColumns_areWrittenByOrdinal();
+    void slatCount_isRoundedHalfToEven_data();
+    void slatCount_isRoundedHalfToEven();
 
-    void decimalCommaOfTheMachine();
+    void decimalCommaLocale_readsCommasAsDecimals();
 };
 
-void AddLineTest::ordinaryLine()
+void AddLineTest::ordinaryWindow_storesItsLine()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -99,7 +99,7 @@ void AddLineTest::ordinaryLine()
     QCOMPARE(Module1::SqlText, u"SELECT * FROM CUTS WHERE ORDER_NUM = 1 ORDER BY NUM ASC"_s);
 }
 
-void AddLineTest::monoblockLine()
+void AddLineTest::monoblock_storesItsLine()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -113,14 +113,14 @@ void AddLineTest::monoblockLine()
     QCOMPARE(lastLine(host, shutterFields),
              (Row{u"מונובלוק : 20 מכסה 15"_s, 118.0, 82.25, 6.5, 86.25, 100.25 - 17.6, 4.5,
                   120.5 - 12.7, 20, 120.5, 18.0}));
-    // The next line needs nothing chosen again.
+    // The next line needs no new choice in the picker.
     host.type(u"100"_s, u"00"_s, u"100"_s, u"00"_s);
     host.add();
     QCOMPARE(host.stored(u"U_Thick"_s), QVariant(6.5));
     QCOMPARE(host.stored(u"NUM"_s), QVariant(2));
 }
 
-void AddLineTest::doorLine()
+void AddLineTest::door_storesItsLine()
 {
     PanelHost host;
     host.chooseExample(2, u"d2000"_s);
@@ -133,7 +133,7 @@ void AddLineTest::doorLine()
              (Row{u"אור"_s, 82.0, 206.0, 4.0, 0.0, 0.0, 0.0, 0.0, 0, 0.0, 0.0}));
 }
 
-void AddLineTest::doorLineWithMonoblock()
+void AddLineTest::doorWithMonoblock_storesItsLine()
 {
     PanelHost host;
     host.chooseExample(3, u"d2000"_s);
@@ -148,7 +148,7 @@ void AddLineTest::doorLineWithMonoblock()
                   120.5 - 12.7, 20, 120.5, 18.0}));
 }
 
-void AddLineTest::kindsAndColours()
+void AddLineTest::kindsAndColours_areStored()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -165,7 +165,7 @@ void AddLineTest::kindsAndColours()
     QCOMPARE(host.panel().DBComboKind[2]->currentText(), u"סוג 2"_s);
 }
 
-void AddLineTest::emptyKindsAndColoursAreEmptyTexts()
+void AddLineTest::emptyKindsAndColours_areStoredAsEmptyTexts()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -176,7 +176,7 @@ void AddLineTest::emptyKindsAndColoursAreEmptyTexts()
              QVariant(1));
 }
 
-void AddLineTest::refusals_data()
+void AddLineTest::zeroWidthOrHeight_isRefused_data()
 {
     QTest::addColumn<QStringList>("texts");
     QTest::addColumn<QString>("refusal");
@@ -192,7 +192,7 @@ void AddLineTest::refusals_data()
     row("a fraction in the whole box", {u"0.5"_s, u"00"_s, u"100"_s, u"00"_s}, {});
 }
 
-void AddLineTest::refusals()
+void AddLineTest::zeroWidthOrHeight_isRefused()
 {
     QFETCH(QStringList, texts);
     QFETCH(QString, refusal);
@@ -212,7 +212,7 @@ void AddLineTest::refusals()
     QCOMPARE(host.boxTexts().mid(0, 4), texts);
 }
 
-void AddLineTest::refusesInTheOrderWidthHeightSeries()
+void AddLineTest::severalRefusals_areGivenInFixedOrder()
 {
     PanelHost host;
     host.boxes.answer(runtime::vbOK);
@@ -232,7 +232,7 @@ void AddLineTest::refusesInTheOrderWidthHeightSeries()
     QCOMPARE(host.lineCount(), 0);
 }
 
-void AddLineTest::theHeightsRefusalLeadsToTheHeight()
+void AddLineTest::refusedHeight_getsTheFocus()
 {
     PanelHost host;
     host.type(u"1"_s, u"00"_s, u"0"_s, u"00"_s);
@@ -242,7 +242,7 @@ void AddLineTest::theHeightsRefusalLeadsToTheHeight()
     QVERIFY(host.panel().TextNum[2]->hasFocus());
 }
 
-void AddLineTest::numbersFollowTheHighest()
+void AddLineTest::newLine_isNumberedAfterTheHighest()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -259,7 +259,7 @@ void AddLineTest::numbersFollowTheHighest()
     QCOMPARE(lastLine(host, "Order_Num, NUM"_L1), (Row{3, 1}));
 }
 
-void AddLineTest::theSameOpeningTwiceIsTwoLines()
+void AddLineTest::sameOpeningTwice_storesTwoLines()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -277,7 +277,7 @@ void AddLineTest::theSameOpeningTwiceIsTwoLines()
     QCOMPARE(both[1][38], QVariant(2));
 }
 
-void AddLineTest::clearsTheBoxesAndKeepsTheRest()
+void AddLineTest::addedLine_clearsOnlyTheOpeningsBoxes()
 {
     PanelHost host;
     host.chooseExample(2, u"d2000"_s);
@@ -297,7 +297,7 @@ void AddLineTest::clearsTheBoxesAndKeepsTheRest()
     QCOMPARE(host.lineCount(), 1);
 }
 
-void AddLineTest::tellsOfTheLineWhenItStands()
+void AddLineTest::lineAdded_isEmittedAfterTheLineIsStored()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -318,7 +318,7 @@ void AddLineTest::tellsOfTheLineWhenItStands()
     QCOMPARE(added.count(), 1);
 }
 
-void AddLineTest::clear()
+void AddLineTest::clearCommand_resetsTheOpeningsBoxes()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -332,10 +332,10 @@ void AddLineTest::clear()
     QCOMPARE(host.lineCount(), 0);
 }
 
-void AddLineTest::kindIsCutToTheFieldsSize()
+void AddLineTest::kindLongerThanItsField_isTruncated()
 {
     if (testsupport::isOnServer())
-        QSKIP("a server does not keep the text of a table's making");
+        QSKIP("a server does not store CREATE TABLE statements");
     PanelHost host;
     recreateCuts(host, QRegularExpression(uR"((["\[]?Kind["\]]?\s+TEXT\s*)\(30\))"_s),
                  u"\\1(10)"_s);
@@ -351,7 +351,7 @@ void AddLineTest::kindIsCutToTheFieldsSize()
     QCOMPARE(host.stored(u"Kind"_s), QVariant(u"אור"_s));
 }
 
-void AddLineTest::fieldsAreTakenByTheirOrdinals()
+void AddLineTest::renamedColumns_areWrittenByOrdinal()
 {
     PanelHost host;
     host.store.execute(u"ALTER TABLE Cuts RENAME COLUMN U_Vasa TO Swapped"_s);
@@ -365,7 +365,7 @@ void AddLineTest::fieldsAreTakenByTheirOrdinals()
     QCOMPARE(host.stored(u"U_Cut"_s), QVariant(100.25 - 17.6));
 }
 
-void AddLineTest::slatsRoundHalfToEven_data()
+void AddLineTest::slatCount_isRoundedHalfToEven_data()
 {
     QTest::addColumn<QString>("height");
     QTest::addColumn<double>("thickness");
@@ -377,7 +377,7 @@ void AddLineTest::slatsRoundHalfToEven_data()
     QTest::newRow("-0.5") << u"7"_s << 2.0 << 0;
 }
 
-void AddLineTest::slatsRoundHalfToEven()
+void AddLineTest::slatCount_isRoundedHalfToEven()
 {
     QFETCH(QString, height);
     QFETCH(double, thickness);
@@ -390,7 +390,7 @@ void AddLineTest::slatsRoundHalfToEven()
     QTEST(host.stored(u"Shalav_Count"_s).toInt(), "count");
 }
 
-void AddLineTest::decimalCommaOfTheMachine()
+void AddLineTest::decimalCommaLocale_readsCommasAsDecimals()
 {
     PanelHost host;
     host.chooseExample(1);

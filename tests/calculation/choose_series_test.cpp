@@ -36,32 +36,32 @@ class ChooseSeriesTest : public QObject
 private slots:
     void cleanup();
 
-    void choosingAnOrdinaryWindow();
-    void choosingAMonoblock();
-    void choosingADoor();
-    void signIsComparedExactly_data();
-    void signIsComparedExactly();
-    void choosingADoorWithAMonoblock();
-    void uncheckedAfterChangesHandsNothingOver();
-    void hundredthsAreReadAsANumber();
-    void thinnerProfile();
-    void waysOfChoosing_data();
-    void waysOfChoosing();
-    void theRowOfTheGridIsChosen();
+    void ordinaryWindow_setsPanelAndSharedState();
+    void monoblock_setsItsSharedState();
+    void doorSeries_showsTheDoorFrame();
+    void otherSigns_areNoDoors_data();
+    void otherSigns_areNoDoors();
+    void doorWithMonoblock_setsBoth();
+    void uncheckedMonoblock_isIgnored();
+    void singleDigitHundredths_areHundredths();
+    void secondUThickness_setsItsDeduction();
+    void doubleClickOrEnter_choosesAndCloses_data();
+    void doubleClickOrEnter_choosesAndCloses();
+    void currentRow_isChosen();
 
-    void waysOfClosing_data();
-    void waysOfClosing();
-    void freshAtEveryOpening();
-    void openingAgainBringsForward();
-    void outlivesTheOrderForm();
-    void bringsTheOrderFormForwardInTheFrame();
-    void failures_data();
-    void failures();
-    void choosingFromAnEmptyTable();
-    void aSeriesThatIsGoneIsNotChosen();
-    void theCurrentSeriesThatIsGoneIsChosenAsItWas();
-    void aBoxThatHoldsNoNumber();
-    void anOrderFormThatCannotTakeTheFocus();
+    void closing_choosesNothing_data();
+    void closing_choosesNothing();
+    void reopenedPicker_startsAfresh();
+    void secondOpening_activatesTheSamePicker();
+    void choosingAfterTheOrderFormIsGone_loadsItAgain();
+    void choosing_activatesTheOrderForm();
+    void badSeriesField_endsTheProgram_data();
+    void badSeriesField_endsTheProgram();
+    void emptyTable_isNoCurrentRecord();
+    void deletedSeries_isNotChosen();
+    void deletedCurrentSeries_isChosenWithItsLastValues();
+    void boxWithoutANumber_isTypeMismatch();
+    void hiddenOrderForm_isInvalidProcedureCall();
 };
 
 void ChooseSeriesTest::cleanup()
@@ -69,7 +69,7 @@ void ChooseSeriesTest::cleanup()
     closePickers();
 }
 
-void ChooseSeriesTest::choosingAnOrdinaryWindow()
+void ChooseSeriesTest::ordinaryWindow_setsPanelAndSharedState()
 {
     PanelHost host;
     const int autoNum = host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -91,7 +91,7 @@ void ChooseSeriesTest::choosingAnOrdinaryWindow()
     QVERIFY(!Module1::IsDoorFrame);
     QVERIFY(!Module1::IsMonoblock);
     QCOMPARE(host.panel().LabelKind->text(), u"רגיל"_s);
-    // What a monoblock left is not touched.
+    // The values of the previous monoblock stay unchanged.
     QCOMPARE(Module1::MonoWidthDeduct, QVariant(7.0));
     QCOMPARE(Module1::Shalav_Thick, QVariant(3.0));
     QCOMPARE(Module1::U_Thick, QVariant(u"5.3"_s));
@@ -100,7 +100,7 @@ void ChooseSeriesTest::choosingAnOrdinaryWindow()
     QCOMPARE(host.panel().TextNum[0]->selectedText(), u"0"_s);
 }
 
-void ChooseSeriesTest::choosingAMonoblock()
+void ChooseSeriesTest::monoblock_setsItsSharedState()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -118,7 +118,7 @@ void ChooseSeriesTest::choosingAMonoblock()
     QCOMPARE(host.panel().LabelKind->text(), u"מונובלוק : 20 מכסה 15"_s);
 }
 
-void ChooseSeriesTest::choosingADoor()
+void ChooseSeriesTest::doorSeries_showsTheDoorFrame()
 {
     PanelHost host;
     host.store.addSeries(u"דלת"_s, someDeductions, 1, 1, u"d2000"_s);
@@ -131,7 +131,7 @@ void ChooseSeriesTest::choosingADoor()
     QCOMPARE(host.panel().LabelKind->text(), u"רגיל"_s);
 }
 
-void ChooseSeriesTest::signIsComparedExactly_data()
+void ChooseSeriesTest::otherSigns_areNoDoors_data()
 {
     QTest::addColumn<QVariant>("sign");
     QTest::newRow("null") << QVariant();
@@ -142,7 +142,7 @@ void ChooseSeriesTest::signIsComparedExactly_data()
     QTest::newRow("longer") << QVariant(u"d20000"_s);
 }
 
-void ChooseSeriesTest::signIsComparedExactly()
+void ChooseSeriesTest::otherSigns_areNoDoors()
 {
     QFETCH(QVariant, sign);
     PanelHost host;
@@ -154,7 +154,7 @@ void ChooseSeriesTest::signIsComparedExactly()
     QVERIFY(!host.panel().FrameDoorMashkof->isVisible());
 }
 
-void ChooseSeriesTest::choosingADoorWithAMonoblock()
+void ChooseSeriesTest::doorWithMonoblock_setsBoth()
 {
     PanelHost host;
     host.store.addSeries(u"דלת"_s, someDeductions, 1, 1, u"d2000"_s);
@@ -167,7 +167,7 @@ void ChooseSeriesTest::choosingADoorWithAMonoblock()
     QTRY_VERIFY(host.panel().TextNum[4]->hasFocus());
 }
 
-void ChooseSeriesTest::uncheckedAfterChangesHandsNothingOver()
+void ChooseSeriesTest::uncheckedMonoblock_isIgnored()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -183,7 +183,7 @@ void ChooseSeriesTest::uncheckedAfterChangesHandsNothingOver()
     QCOMPARE(Module1::U_Thick, QVariant(0.0));
 }
 
-void ChooseSeriesTest::hundredthsAreReadAsANumber()
+void ChooseSeriesTest::singleDigitHundredths_areHundredths()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -196,7 +196,7 @@ void ChooseSeriesTest::hundredthsAreReadAsANumber()
     QCOMPARE(Module1::Shalav_Thick, QVariant(5 / 100.0 + 4));
 }
 
-void ChooseSeriesTest::thinnerProfile()
+void ChooseSeriesTest::secondUThickness_setsItsDeduction()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -208,7 +208,7 @@ void ChooseSeriesTest::thinnerProfile()
     QCOMPARE(Module1::ShalavWidthDeduct, QVariant(10.3));
 }
 
-void ChooseSeriesTest::waysOfChoosing_data()
+void ChooseSeriesTest::doubleClickOrEnter_choosesAndCloses_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("double-click") << 0;
@@ -216,7 +216,7 @@ void ChooseSeriesTest::waysOfChoosing_data()
     QTest::newRow("Enter of the keypad in the grid") << 2;
 }
 
-void ChooseSeriesTest::waysOfChoosing()
+void ChooseSeriesTest::doubleClickOrEnter_choosesAndCloses()
 {
     QFETCH(int, way);
     PanelHost host;
@@ -236,7 +236,7 @@ void ChooseSeriesTest::waysOfChoosing()
     QVERIFY(!host.end.exitStatus());
 }
 
-void ChooseSeriesTest::theRowOfTheGridIsChosen()
+void ChooseSeriesTest::currentRow_isChosen()
 {
     PanelHost host;
     host.store.addSeries(u"ראשונה"_s, someDeductions, 2, 3);
@@ -251,7 +251,7 @@ void ChooseSeriesTest::theRowOfTheGridIsChosen()
     QCOMPARE(host.panel().LabelKanaf->text(), u"5"_s);
 }
 
-void ChooseSeriesTest::waysOfClosing_data()
+void ChooseSeriesTest::closing_choosesNothing_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("CmdClose") << 0;
@@ -259,7 +259,7 @@ void ChooseSeriesTest::waysOfClosing_data()
     QTest::newRow("Escape") << 2;
 }
 
-void ChooseSeriesTest::waysOfClosing()
+void ChooseSeriesTest::closing_choosesNothing()
 {
     QFETCH(int, way);
     PanelHost host;
@@ -284,7 +284,7 @@ void ChooseSeriesTest::waysOfClosing()
     QVERIFY(host.window().isVisible());
 }
 
-void ChooseSeriesTest::freshAtEveryOpening()
+void ChooseSeriesTest::reopenedPicker_startsAfresh()
 {
     PanelHost host;
     host.store.addSeries(u"ראשונה"_s, someDeductions, 2, 3);
@@ -304,7 +304,7 @@ void ChooseSeriesTest::freshAtEveryOpening()
     QCOMPARE(host.panel().LabelSerial->text(), u"ראשונה"_s);
 }
 
-void ChooseSeriesTest::openingAgainBringsForward()
+void ChooseSeriesTest::secondOpening_activatesTheSamePicker()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -317,13 +317,13 @@ void ChooseSeriesTest::openingAgainBringsForward()
     QVERIFY(second.CheckKind->isChecked());
 }
 
-void ChooseSeriesTest::outlivesTheOrderForm()
+void ChooseSeriesTest::choosingAfterTheOrderFormIsGone_loadsItAgain()
 {
     PanelHost host;
     const int autoNum = host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
     QPointer<FormSelectSerial> picker = &open(host);
     host.leaveOrderForm();
-    // The first touch of the order form loads another one, which starts without a series.
+    // The first access to the order form loads a new one, which has no chosen series.
     std::unique_ptr<calculation::OpeningPanel> reloaded;
     calculation::setOpeningPanelProvider([&]() -> calculation::OpeningPanel& {
         if (reloaded == nullptr) {
@@ -341,7 +341,7 @@ void ChooseSeriesTest::outlivesTheOrderForm()
     QTRY_VERIFY(picker.isNull());
 }
 
-void ChooseSeriesTest::bringsTheOrderFormForwardInTheFrame()
+void ChooseSeriesTest::choosing_activatesTheOrderForm()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -364,7 +364,7 @@ void ChooseSeriesTest::bringsTheOrderFormForwardInTheFrame()
     QTRY_VERIFY(picker.isNull());
 }
 
-void ChooseSeriesTest::failures_data()
+void ChooseSeriesTest::badSeriesField_endsTheProgram_data()
 {
     QTest::addColumn<QString>("sql");
     QTest::addColumn<int>("error");
@@ -377,7 +377,7 @@ void ChooseSeriesTest::failures_data()
     row("AutoNum", u"UPDATE Serials SET AutoNum = 32768"_s, runtime::Overflow);
 }
 
-void ChooseSeriesTest::failures()
+void ChooseSeriesTest::badSeriesField_endsTheProgram()
 {
     QFETCH(QString, sql);
     QFETCH(int, error);
@@ -391,7 +391,7 @@ void ChooseSeriesTest::failures()
     QCOMPARE(Module1::SelectedSerialNum, std::int16_t(0));
 }
 
-void ChooseSeriesTest::choosingFromAnEmptyTable()
+void ChooseSeriesTest::emptyTable_isNoCurrentRecord()
 {
     PanelHost host;
     FormSelectSerial& picker = open(host);
@@ -400,8 +400,9 @@ void ChooseSeriesTest::choosingFromAnEmptyTable()
     host.expectEnded(runtime::NoCurrentRecord);
 }
 
-/// The grid does not go to it, and a double-click there takes no other in its place.
-void ChooseSeriesTest::aSeriesThatIsGoneIsNotChosen()
+/// The deleted series cannot become the grid's current row, and double-clicking it chooses no other
+/// series.
+void ChooseSeriesTest::deletedSeries_isNotChosen()
 {
     PanelHost host;
     const int first = host.store.addSeries(u"ראשונה"_s, someDeductions, 2, 3);
@@ -420,8 +421,9 @@ void ChooseSeriesTest::aSeriesThatIsGoneIsNotChosen()
     QCOMPARE(int(Module1::SelectedSerialNum), first);
 }
 
-/// Its values are those of the moment at which it was visited; the next computation misses it.
-void ChooseSeriesTest::theCurrentSeriesThatIsGoneIsChosenAsItWas()
+/// The current row keeps the values of the last visit, so it can be chosen; the next computation
+/// does not find the series.
+void ChooseSeriesTest::deletedCurrentSeries_isChosenWithItsLastValues()
 {
     PanelHost host;
     const int only = host.store.addSeries(u"יחידה"_s, someDeductions, 2, 3);
@@ -436,7 +438,7 @@ void ChooseSeriesTest::theCurrentSeriesThatIsGoneIsChosenAsItWas()
     QCOMPARE(host.lineCount(), 0);
 }
 
-void ChooseSeriesTest::aBoxThatHoldsNoNumber()
+void ChooseSeriesTest::boxWithoutANumber_isTypeMismatch()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -452,7 +454,7 @@ void ChooseSeriesTest::aBoxThatHoldsNoNumber()
     QCOMPARE(host.panel().LabelKind->text(), u"רגיל"_s);
 }
 
-void ChooseSeriesTest::anOrderFormThatCannotTakeTheFocus()
+void ChooseSeriesTest::hiddenOrderForm_isInvalidProcedureCall()
 {
     PanelHost host;
     const int autoNum = host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);

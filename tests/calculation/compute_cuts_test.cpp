@@ -48,19 +48,19 @@ private slots:
     void monoblock();
     void doorFrame();
     void doorFrameWithMonoblock();
-    void aSingleDigitThatStillHoldsTheFocusIsHundredths();
-    void anOrdinaryLineAfterAMonoblock();
-    void readsTheSeriesAnewEachTime();
-    void findsTheSeriesByItsNumberWhereverItStands();
-    void leavesTheResultsOfASeriesThatIsGone();
-    void namesTheKindAsShown();
-    void fails_data();
-    void fails();
-    void noSlatThicknessFailsBeforeTheStoreIsTouched();
-    void noSashesKeepTheFrameThatWasComputed();
-    void aNullFailsInTheOrderOfTheFormulas();
-    void doorThicknessIsReadForADoorAlone();
-    void decimalCommaOfTheMachine();
+    void unpaddedSingleDigit_isHundredths();
+    void ordinaryWindowAfterAMonoblock_clearsTheShutter();
+    void changedSeries_isReadAgain();
+    void series_isFoundByItsNumber();
+    void deletedSeries_keepsThePreviousResults();
+    void kindCaption_isTheShownKind();
+    void badInput_throwsItsError_data();
+    void badInput_throwsItsError();
+    void zeroSlatThickness_throwsBeforeTheStoreIsOpened();
+    void zeroSashes_keepTheComputedFrame();
+    void nullDeduction_throwsWhenItsFormulaRuns();
+    void doorThickness_isReadOnlyForADoor();
+    void decimalCommaLocale_readsCommasAsDecimals();
 };
 
 void ComputeCutsTest::ordinaryWindow()
@@ -149,7 +149,7 @@ void ComputeCutsTest::doorFrameWithMonoblock()
     QCOMPARE(Module1::Argaz_Height, 18.0);
 }
 
-void ComputeCutsTest::aSingleDigitThatStillHoldsTheFocusIsHundredths()
+void ComputeCutsTest::unpaddedSingleDigit_isHundredths()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -166,7 +166,7 @@ void ComputeCutsTest::aSingleDigitThatStillHoldsTheFocusIsHundredths()
     QCOMPARE(Module1::CutValues[0], 120.5);
 }
 
-void ComputeCutsTest::anOrdinaryLineAfterAMonoblock()
+void ComputeCutsTest::ordinaryWindowAfterAMonoblock_clearsTheShutter()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -195,7 +195,7 @@ void ComputeCutsTest::anOrdinaryLineAfterAMonoblock()
     QCOMPARE(Module1::ShalavWidthDeduct, QVariant(12.7));
 }
 
-void ComputeCutsTest::readsTheSeriesAnewEachTime()
+void ComputeCutsTest::changedSeries_isReadAgain()
 {
     PanelHost host;
     const int autoNum = host.chooseExample(1);
@@ -207,7 +207,7 @@ void ComputeCutsTest::readsTheSeriesAnewEachTime()
     QCOMPARE(Module1::CutValues[2], 102.25);
 }
 
-void ComputeCutsTest::findsTheSeriesByItsNumberWhereverItStands()
+void ComputeCutsTest::series_isFoundByItsNumber()
 {
     PanelHost host;
     const QList<double> none(8, 0.0);
@@ -224,7 +224,7 @@ void ComputeCutsTest::findsTheSeriesByItsNumberWhereverItStands()
     compareCells({100, 50, 100, 50, 100, 50, 100, 50, 100, 50, 0, 0});
 }
 
-void ComputeCutsTest::leavesTheResultsOfASeriesThatIsGone()
+void ComputeCutsTest::deletedSeries_keepsThePreviousResults()
 {
     PanelHost host;
     const int autoNum = host.chooseExample(1);
@@ -245,7 +245,7 @@ void ComputeCutsTest::leavesTheResultsOfASeriesThatIsGone()
              int{runtime::NoCurrentRecord});
 }
 
-void ComputeCutsTest::namesTheKindAsShown()
+void ComputeCutsTest::kindCaption_isTheShownKind()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -257,7 +257,7 @@ void ComputeCutsTest::namesTheKindAsShown()
     QCOMPARE(Module1::KindCaption, u"מונובלוק : 20 מכסה 15"_s);
 }
 
-void ComputeCutsTest::fails_data()
+void ComputeCutsTest::badInput_throwsItsError_data()
 {
     QTest::addColumn<QStringList>("texts");
     QTest::addColumn<int>("error");
@@ -274,7 +274,7 @@ void ComputeCutsTest::fails_data()
     row("fractions in both boxes", {u"1.5"_s, u".5"_s, u"1"_s, u"00"_s}, 0);
 }
 
-void ComputeCutsTest::fails()
+void ComputeCutsTest::badInput_throwsItsError()
 {
     QFETCH(QStringList, texts);
     QFETCH(int, error);
@@ -284,7 +284,7 @@ void ComputeCutsTest::fails()
     QCOMPARE(errorOf([&] { host.panel().ComputeCuts(); }), error);
 }
 
-void ComputeCutsTest::noSlatThicknessFailsBeforeTheStoreIsTouched()
+void ComputeCutsTest::zeroSlatThickness_throwsBeforeTheStoreIsOpened()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -300,7 +300,7 @@ void ComputeCutsTest::noSlatThicknessFailsBeforeTheStoreIsTouched()
     QCOMPARE(errorOf([&] { host.panel().ComputeCuts(); }), int{runtime::Overflow});
 }
 
-void ComputeCutsTest::noSashesKeepTheFrameThatWasComputed()
+void ComputeCutsTest::zeroSashes_keepTheComputedFrame()
 {
     PanelHost host;
     const int autoNum = host.chooseExample(1);
@@ -313,7 +313,7 @@ void ComputeCutsTest::noSashesKeepTheFrameThatWasComputed()
     QCOMPARE(errorOf([&] { host.panel().ComputeCuts(); }), int{runtime::Overflow});
 }
 
-void ComputeCutsTest::aNullFailsInTheOrderOfTheFormulas()
+void ComputeCutsTest::nullDeduction_throwsWhenItsFormulaRuns()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -330,7 +330,7 @@ void ComputeCutsTest::aNullFailsInTheOrderOfTheFormulas()
     QCOMPARE(Module1::CutValues[3], 98.75);
 }
 
-void ComputeCutsTest::doorThicknessIsReadForADoorAlone()
+void ComputeCutsTest::doorThickness_isReadOnlyForADoor()
 {
     PanelHost host;
     const int autoNum = host.chooseExample(1);
@@ -342,7 +342,7 @@ void ComputeCutsTest::doorThicknessIsReadForADoorAlone()
     QCOMPARE(errorOf([&] { host.panel().ComputeCuts(); }), int{runtime::TypeMismatch});
 }
 
-void ComputeCutsTest::decimalCommaOfTheMachine()
+void ComputeCutsTest::decimalCommaLocale_readsCommasAsDecimals()
 {
     PanelHost host;
     host.chooseExample(1);

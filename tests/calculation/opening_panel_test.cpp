@@ -21,24 +21,24 @@ class OpeningPanelTest : public QObject
     Q_OBJECT
 
 private slots:
-    void captions_data();
-    void captions();
-    void boxesAsLaidOut();
-    void pairsReadFromTheLeft();
-    void framesHoldTheirControls();
-    void doorFrameIsHiddenAndKeepsItsPlace();
-    void tabOrder();
-    void enterGoesOnAndPadsTheBox();
-    void listsOfKindsAndColours();
-    void listsComeFromTheStoreWithoutATable();
-    void everyLabelIsExactlyALabel();
-    void aLongSeriesNameIsWrapped();
-    void fitsBesideTheGrid();
-    void focusBoxSelectsTheText();
-    void aHiddenBoxCannotTakeTheFocus();
+    void captions_haveTheirTexts_data();
+    void captions_haveTheirTexts();
+    void boxes_haveTheirInitialTextsAndLimits();
+    void measurePairs_areLaidOutLeftToRight();
+    void frames_containTheirControls();
+    void hiddenDoorFrame_keepsItsSpace();
+    void tabKey_visitsTheControlsInOrder();
+    void enterKey_padsTheBoxAndMovesOn();
+    void lists_showTheNamesOfTheirTables();
+    void missingTable_isTableNotFound();
+    void labels_areExactlyQLabels();
+    void longSeriesName_isWrapped();
+    void largestFont_keepsThePanelNarrow();
+    void focusBox_selectsTheText();
+    void focusBoxOnAHiddenBox_isInvalidProcedureCall();
 };
 
-void OpeningPanelTest::captions_data()
+void OpeningPanelTest::captions_haveTheirTexts_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
@@ -68,7 +68,7 @@ void OpeningPanelTest::captions_data()
     row(u"Frame2"_s, u"בחר סוג וצבע לפריטים"_s);
 }
 
-void OpeningPanelTest::captions()
+void OpeningPanelTest::captions_haveTheirTexts()
 {
     QFETCH(QString, name);
     PanelHost host;
@@ -79,7 +79,7 @@ void OpeningPanelTest::captions()
     QTEST(text, "text");
 }
 
-void OpeningPanelTest::boxesAsLaidOut()
+void OpeningPanelTest::boxes_haveTheirInitialTextsAndLimits()
 {
     PanelHost host;
     QCOMPARE(host.boxTexts(), (QStringList{u"0"_s, u"00"_s, u"0"_s, u"00"_s, u"4"_s, u"00"_s}));
@@ -90,7 +90,7 @@ void OpeningPanelTest::boxesAsLaidOut()
     }
 }
 
-void OpeningPanelTest::pairsReadFromTheLeft()
+void OpeningPanelTest::measurePairs_areLaidOutLeftToRight()
 {
     PanelHost host;
     host.panel().FrameDoorMashkof->show();
@@ -107,7 +107,7 @@ void OpeningPanelTest::pairsReadFromTheLeft()
     }
 }
 
-void OpeningPanelTest::framesHoldTheirControls()
+void OpeningPanelTest::frames_containTheirControls()
 {
     PanelHost host;
     for (const QString& name : {u"TextNum_0"_s, u"TextNum_3"_s, u"Picture1_0"_s, u"Picture1_1"_s})
@@ -123,7 +123,7 @@ void OpeningPanelTest::framesHoldTheirControls()
         child<QWidget>(*host.panel().Frame2, name);
 }
 
-void OpeningPanelTest::doorFrameIsHiddenAndKeepsItsPlace()
+void OpeningPanelTest::hiddenDoorFrame_keepsItsSpace()
 {
     PanelHost host;
     QVERIFY(!host.panel().FrameDoorMashkof->isVisible());
@@ -133,7 +133,7 @@ void OpeningPanelTest::doorFrameIsHiddenAndKeepsItsPlace()
     QCOMPARE(host.panel().Frame2->geometry(), before);
 }
 
-void OpeningPanelTest::tabOrder()
+void OpeningPanelTest::tabKey_visitsTheControlsInOrder()
 {
     PanelHost host;
     host.panel().FrameDoorMashkof->show();
@@ -145,7 +145,7 @@ void OpeningPanelTest::tabOrder()
                  u"DBComboKind_3"_s, u"DBComboColor_3"_s, u"TextNum_4"_s, u"TextNum_5"_s}));
 }
 
-void OpeningPanelTest::enterGoesOnAndPadsTheBox()
+void OpeningPanelTest::enterKey_padsTheBoxAndMovesOn()
 {
     PanelHost host;
     auto& boxes = host.panel().TextNum;
@@ -163,7 +163,7 @@ void OpeningPanelTest::enterGoesOnAndPadsTheBox()
     QTRY_COMPARE(boxes[1]->selectedText(), u"50"_s);
 }
 
-void OpeningPanelTest::listsOfKindsAndColours()
+void OpeningPanelTest::lists_showTheNamesOfTheirTables()
 {
     const QStringList tables{u"MashkofColor"_s, u"KanafColor"_s, u"GlassColor"_s, u"ReshetColor"_s,
                              u"MashkofKind"_s,  u"KanafKind"_s,  u"GlassKind"_s,  u"ReshetKind"_s};
@@ -185,11 +185,11 @@ void OpeningPanelTest::listsOfKindsAndColours()
         QCOMPARE(host.panel().DataKind[index]->objectName(), u"DataKind_%1"_s.arg(part));
         QCOMPARE(host.panel().DataColor[index]->Recordset().Type(), dao::dbOpenTable);
     }
-    // Each has a database of its own.
+    // Each list has a database of its own.
     QVERIFY(&host.panel().DataKind[0]->Database() != &host.panel().DataKind[1]->Database());
 }
 
-void OpeningPanelTest::listsComeFromTheStoreWithoutATable()
+void OpeningPanelTest::missingTable_isTableNotFound()
 {
     PanelHost host;
     host.store.execute(u"DROP TABLE GlassKind"_s);
@@ -202,7 +202,7 @@ void OpeningPanelTest::listsComeFromTheStoreWithoutATable()
     QCOMPARE(error, int{runtime::TableNotFound});
 }
 
-void OpeningPanelTest::everyLabelIsExactlyALabel()
+void OpeningPanelTest::labels_areExactlyQLabels()
 {
     PanelHost host;
     const auto labels = host.panel().findChildren<QLabel*>();
@@ -213,7 +213,7 @@ void OpeningPanelTest::everyLabelIsExactlyALabel()
     }
 }
 
-void OpeningPanelTest::aLongSeriesNameIsWrapped()
+void OpeningPanelTest::longSeriesName_isWrapped()
 {
     PanelHost host;
     const QSize before = host.panel().size();
@@ -223,7 +223,7 @@ void OpeningPanelTest::aLongSeriesNameIsWrapped()
     QTRY_COMPARE(host.panel().width(), before.width());
 }
 
-void OpeningPanelTest::fitsBesideTheGrid()
+void OpeningPanelTest::largestFont_keepsThePanelNarrow()
 {
     PanelHost host;
     for (QLabel* label : host.panel().findChildren<QLabel*>()) {
@@ -236,7 +236,7 @@ void OpeningPanelTest::fitsBesideTheGrid()
     QVERIFY(host.panel().minimumSizeHint().height() <= 520);
 }
 
-void OpeningPanelTest::focusBoxSelectsTheText()
+void OpeningPanelTest::focusBox_selectsTheText()
 {
     PanelHost host;
     host.panel().CmdAdd->setFocus();
@@ -249,7 +249,7 @@ void OpeningPanelTest::focusBoxSelectsTheText()
     QCOMPARE(host.panel().TextNum[0]->selectedText(), u"123"_s);
 }
 
-void OpeningPanelTest::aHiddenBoxCannotTakeTheFocus()
+void OpeningPanelTest::focusBoxOnAHiddenBox_isInvalidProcedureCall()
 {
     PanelHost host;
     int error = 0;

@@ -9,8 +9,9 @@
 #include <QVariant>
 #include <QWidget>
 
-/// An order form of a panel alone, on a store of its own, with the doors to the outside watched.
-/// The shared state starts as at the program's start, with order 1 as the current one.
+/// A stand-in for the order form: one opening panel on a store of its own, with recorded message
+/// boxes and program ends. The shared state is as at program start, with order 1 as the current
+/// order.
 class PanelHost
 {
 public:
@@ -26,25 +27,25 @@ public:
 
     calculation::OpeningPanel& panel() { return *panel_; }
     QWidget& window() { return window_; }
-    /// Takes the panel away, as leaving the order form does.
+    /// Destroys the panel, as unloading the order form does.
     void leaveOrderForm();
 
     /// Adds the series of the worked examples and chooses it, as the picker does.
     int chooseExample(int kanafNum, const QVariant& sign = {});
     void choose(int autoNum, const QString& name, bool isDoor);
-    /// The monoblock data of the worked examples.
+    /// Sets the monoblock data of the worked examples.
     void takeMonoblock();
 
-    /// Fills the boxes without leaving any of them.
+    /// Fills the boxes of the opening without moving the focus.
     void type(const QString& width, const QString& widthHundredths, const QString& height,
               const QString& heightHundredths);
     void add();
-    /// Presses CmdAdd, whose run has to end with the run-time error.
+    /// Clicks CmdAdd and expects this run-time error.
     void addFailing(int errorNumber);
-    /// Checks that one run-time box was shown and the process ended.
+    /// Expects that one run-time error box was shown and the process ended.
     void expectEnded(int errorNumber);
 
-    /// The cell of the last line that was stored.
+    /// Returns a field of the last stored line.
     QVariant stored(const QString& field);
     int lineCount();
     QStringList boxTexts() const;

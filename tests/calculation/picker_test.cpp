@@ -41,17 +41,17 @@ class PickerTest : public QObject
 private slots:
     void cleanup();
 
-    void windowAsLaidOut();
-    void captions();
-    void gridListsTheSeries();
-    void boxesAsLaidOut();
-    void tabOrder();
-    void checkingEnablesAndProposes();
-    void uncheckingDisablesAndKeeps();
-    void optionsPropose_data();
-    void optionsPropose();
-    void leavingABoxFillsButDoesNotPad();
-    void enterInABoxChoosesNothing();
+    void window_isAModelessToolWindow();
+    void captions_haveTheirTexts();
+    void grid_listsTheSeries();
+    void monoblockControls_areDisabledAtFirst();
+    void tabKey_visitsTheControlsInOrder();
+    void checkingMonoblock_enablesAndFillsTheBoxes();
+    void uncheckingMonoblock_disablesAndKeepsTheTexts();
+    void monoblockType_fillsTheBoxes_data();
+    void monoblockType_fillsTheBoxes();
+    void emptyBoxLeft_isFilledButNotPadded();
+    void enterInABox_choosesNoSeries();
 };
 
 void PickerTest::cleanup()
@@ -59,7 +59,7 @@ void PickerTest::cleanup()
     closePickers();
 }
 
-void PickerTest::windowAsLaidOut()
+void PickerTest::window_isAModelessToolWindow()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -75,7 +75,7 @@ void PickerTest::windowAsLaidOut()
     QVERIFY(child<QWidget>(picker, u"DBGrid1"_s)->hasFocus());
 }
 
-void PickerTest::captions()
+void PickerTest::captions_haveTheirTexts()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -93,7 +93,7 @@ void PickerTest::captions()
         QCOMPARE(child<QLabel>(picker, u"Label1_%1"_s.arg(index))->text(), u"."_s);
 }
 
-void PickerTest::gridListsTheSeries()
+void PickerTest::grid_listsTheSeries()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);
@@ -119,7 +119,7 @@ void PickerTest::gridListsTheSeries()
     QVERIFY(!(model->flags(model->index(0, 2)) & Qt::ItemIsEditable));
 }
 
-void PickerTest::boxesAsLaidOut()
+void PickerTest::monoblockControls_areDisabledAtFirst()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -149,7 +149,7 @@ void PickerTest::boxesAsLaidOut()
     QVERIFY(!picker.ComboMonoBlock->isEditable());
 }
 
-void PickerTest::tabOrder()
+void PickerTest::tabKey_visitsTheControlsInOrder()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -158,13 +158,13 @@ void PickerTest::tabOrder()
              (QStringList{u"DBGrid1"_s, u"CmdClose"_s, u"CmdPic"_s, u"TextNum_3"_s, u"TextNum_2"_s,
                           u"TextNum_1"_s, u"TextNum_0"_s, u"CheckKind"_s, u"ComboMonoBlock"_s,
                           u"TextNum_4"_s, u"TextNum_5"_s, u"Combo_U_Thick"_s}));
-    // Tab leaves the grid at once and does not walk through its cells.
+    // Tab leaves the grid immediately and does not move between its cells.
     picker.DBGrid1->setFocus();
     QTest::keyClick(picker.DBGrid1, Qt::Key_Tab);
     QVERIFY(picker.CmdClose->hasFocus());
 }
 
-void PickerTest::checkingEnablesAndProposes()
+void PickerTest::checkingMonoblock_enablesAndFillsTheBoxes()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -183,7 +183,7 @@ void PickerTest::checkingEnablesAndProposes()
     QVERIFY(picker.TextNum[0]->hasFocus());
 }
 
-void PickerTest::uncheckingDisablesAndKeeps()
+void PickerTest::uncheckingMonoblock_disablesAndKeepsTheTexts()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -200,7 +200,7 @@ void PickerTest::uncheckingDisablesAndKeeps()
     QVERIFY(!child<QLabel>(picker, u"Label1_9"_s)->isEnabled());
 }
 
-void PickerTest::optionsPropose_data()
+void PickerTest::monoblockType_fillsTheBoxes_data()
 {
     QTest::addColumn<int>("position");
     QTest::addColumn<QStringList>("proposed");
@@ -209,7 +209,7 @@ void PickerTest::optionsPropose_data()
     QTest::newRow("20") << 2 << QStringList{u"0"_s, u"00"_s, u"20"_s, u"08"_s};
 }
 
-void PickerTest::optionsPropose()
+void PickerTest::monoblockType_fillsTheBoxes()
 {
     QFETCH(int, position);
     QFETCH(QStringList, proposed);
@@ -222,14 +222,14 @@ void PickerTest::optionsPropose()
     picker.ComboMonoBlock->setCurrentIndex(position);
     QCOMPARE(texts(picker), proposed + QStringList({u"6"_s, u"50"_s}));
     QCOMPARE(picker.Combo_U_Thick->currentIndex(), 1);
-    // Taken once more by the user it proposes the same again.
+    // Choosing the current entry again restores its proposed values.
     picker.TextNum[0]->setText(u"9"_s);
     picker.ComboMonoBlock->setFocus();
     emit picker.ComboMonoBlock->activated(position);
     QCOMPARE(texts(picker).front(), proposed.front());
 }
 
-void PickerTest::leavingABoxFillsButDoesNotPad()
+void PickerTest::emptyBoxLeft_isFilledButNotPadded()
 {
     PanelHost host;
     const FormSelectSerial& picker = open(host);
@@ -246,7 +246,7 @@ void PickerTest::leavingABoxFillsButDoesNotPad()
     QCOMPARE(picker.TextNum[3]->text(), u"5"_s);
 }
 
-void PickerTest::enterInABoxChoosesNothing()
+void PickerTest::enterInABox_choosesNoSeries()
 {
     PanelHost host;
     host.store.addSeries(u"בלגי"_s, someDeductions, 2, 3);

@@ -39,19 +39,19 @@ class PreCalculationTest : public QObject
 private slots:
     void cleanup();
 
-    void showsALineAndStoresNone();
-    void defaultsAreComputedToo();
-    void doorShowsTwiceTheSashes();
-    void monoblockShowsTheWindowsOwnCuts();
-    void kindsAndColours();
-    void nothingChosenShowsNothing();
-    void refusesWithoutASeriesFirst();
-    void secondOneWritesIntoTheSameView();
-    void theOrderFormStaysUsable();
-    void addingStoresWhatWasShown();
-    void aSeriesThatIsGoneFailsBeforeTheViewIsShown();
-    void failures();
-    void decimalCommaOfTheMachine();
+    void preCalculation_showsALineAndStoresNone();
+    void zeroOpening_isComputed();
+    void doorWithTwoSashes_showsFourAndStoresTwo();
+    void monoblock_showsCutsOfTheReducedOpening();
+    void kindsAndColours_areShown();
+    void noKindsAndColours_showsEmptyTexts();
+    void missingSeries_isRefusedBeforeTheBoxesAreRead();
+    void secondPreCalculation_usesTheSameView();
+    void openView_leavesTheOrderFormUsable();
+    void addedLine_hasTheShownCuts();
+    void deletedSeries_endsTheProgramWithoutShowingTheView();
+    void badInputs_endTheProgram();
+    void decimalCommaLocale_showsCommas();
 };
 
 void PreCalculationTest::cleanup()
@@ -60,7 +60,7 @@ void PreCalculationTest::cleanup()
         output::formView().Unload();
 }
 
-void PreCalculationTest::showsALineAndStoresNone()
+void PreCalculationTest::preCalculation_showsALineAndStoresNone()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -85,7 +85,7 @@ void PreCalculationTest::showsALineAndStoresNone()
     QCOMPARE(Module1::KindCaption, u"רגיל"_s);
 }
 
-void PreCalculationTest::defaultsAreComputedToo()
+void PreCalculationTest::zeroOpening_isComputed()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -98,7 +98,7 @@ void PreCalculationTest::defaultsAreComputedToo()
     QCOMPARE(texts(view.LabelHeight), (QStringList{u"-1.5"_s, u"-7.5"_s, u"-16"_s, u"-8.25"_s}));
 }
 
-void PreCalculationTest::doorShowsTwiceTheSashes()
+void PreCalculationTest::doorWithTwoSashes_showsFourAndStoresTwo()
 {
     PanelHost host;
     host.chooseExample(2, u"d2000"_s);
@@ -112,7 +112,7 @@ void PreCalculationTest::doorShowsTwiceTheSashes()
     QCOMPARE(host.stored(u"Kanaf_Count"_s), QVariant(2));
 }
 
-void PreCalculationTest::monoblockShowsTheWindowsOwnCuts()
+void PreCalculationTest::monoblock_showsCutsOfTheReducedOpening()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -126,7 +126,7 @@ void PreCalculationTest::monoblockShowsTheWindowsOwnCuts()
     QCOMPARE(Module1::KindCaption, u"מונובלוק : 20 מכסה 15"_s);
 }
 
-void PreCalculationTest::kindsAndColours()
+void PreCalculationTest::kindsAndColours_areShown()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -141,7 +141,7 @@ void PreCalculationTest::kindsAndColours()
              (QStringList{u"צבע 0"_s, u"צבע 1"_s, u"צבע 2"_s, u"צבע 3"_s}));
 }
 
-void PreCalculationTest::nothingChosenShowsNothing()
+void PreCalculationTest::noKindsAndColours_showsEmptyTexts()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -151,7 +151,7 @@ void PreCalculationTest::nothingChosenShowsNothing()
     QVERIFY(host.boxes.shown().empty());
 }
 
-void PreCalculationTest::refusesWithoutASeriesFirst()
+void PreCalculationTest::missingSeries_isRefusedBeforeTheBoxesAreRead()
 {
     PanelHost host;
     host.type(u"x"_s, u"00"_s, u"0"_s, u"00"_s);
@@ -165,7 +165,7 @@ void PreCalculationTest::refusesWithoutASeriesFirst()
     QVERIFY(!host.end.exitStatus());
 }
 
-void PreCalculationTest::secondOneWritesIntoTheSameView()
+void PreCalculationTest::secondPreCalculation_usesTheSameView()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -178,7 +178,7 @@ void PreCalculationTest::secondOneWritesIntoTheSameView()
     QVERIFY(first->isVisible());
 }
 
-void PreCalculationTest::theOrderFormStaysUsable()
+void PreCalculationTest::openView_leavesTheOrderFormUsable()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -189,7 +189,7 @@ void PreCalculationTest::theOrderFormStaysUsable()
     QCOMPARE(host.lineCount(), 1);
 }
 
-void PreCalculationTest::addingStoresWhatWasShown()
+void PreCalculationTest::addedLine_hasTheShownCuts()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -203,7 +203,7 @@ void PreCalculationTest::addingStoresWhatWasShown()
         QCOMPARE(line.value(static_cast<qsizetype>(cell) + 2).toDouble(), shown[cell]);
 }
 
-void PreCalculationTest::aSeriesThatIsGoneFailsBeforeTheViewIsShown()
+void PreCalculationTest::deletedSeries_endsTheProgramWithoutShowingTheView()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -217,7 +217,7 @@ void PreCalculationTest::aSeriesThatIsGoneFailsBeforeTheViewIsShown()
     QCOMPARE(output::formView().LabelOpenWidth->text(), u"0"_s);
 }
 
-void PreCalculationTest::failures()
+void PreCalculationTest::badInputs_endTheProgram()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -235,7 +235,7 @@ void PreCalculationTest::failures()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void PreCalculationTest::decimalCommaOfTheMachine()
+void PreCalculationTest::decimalCommaLocale_showsCommas()
 {
     PanelHost host;
     host.chooseExample(2);

@@ -35,7 +35,7 @@ TEST(Deductions, SplitIntoSignWholeAndHundredths)
     }
 }
 
-TEST(Deductions, OverflowBeyondTheirRange)
+TEST(Deductions, OverflowBeyond16BitWholePart)
 {
     for (const double value : {32768.0, -32768.0, 3e7, -1e300}) {
         try {
@@ -47,7 +47,7 @@ TEST(Deductions, OverflowBeyondTheirRange)
     }
 }
 
-TEST(Deductions, JoinWhateverTheBoxesHold)
+TEST(Deductions, JoinDoesNotValidateTheTexts)
 {
     EXPECT_EQ(joinDeduction({u"-"_s, u"2"_s, u"50"_s}), u"-2.50"_s);
     EXPECT_EQ(joinDeduction({u"+"_s, u"0"_s, u"00"_s}), u"+0.00"_s);

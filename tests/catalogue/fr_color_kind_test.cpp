@@ -41,33 +41,33 @@ private slots:
     void init();
     void cleanup();
 
-    void layout_data();
-    void layout();
-    void headingAndCommand();
-    void columns_data() { addGridRows(); }
-    void columns();
-    void failsToOpenWithoutAStore();
+    void grids_haveTheirCaptionsAndPositions_data();
+    void grids_haveTheirCaptionsAndPositions();
+    void headingAndCommand_haveTheirTextsAndPositions();
+    void columns_hideTheCode_data() { addGridRows(); }
+    void columns_hideTheCode();
+    void missingStore_isFileNotFound();
 
-    void showsItsTable_data() { addGridRows(); }
-    void showsItsTable();
-    void addsChangesAndDeletes_data() { addGridRows(); }
-    void addsChangesAndDeletes();
-    void takesTheFirstNameAtOnce();
-    void takesTheSameNameTwice();
-    void takesABlankName();
-    void escapeDropsWhatWasTyped();
-    void leavesOrderLinesAlone();
+    void grid_showsItsTable_data() { addGridRows(); }
+    void grid_showsItsTable();
+    void grid_addsChangesAndDeletesRows_data() { addGridRows(); }
+    void grid_addsChangesAndDeletesRows();
+    void emptyList_takesItsFirstName();
+    void sameNameTwice_isStoredTwice();
+    void emptyName_isStored();
+    void escape_discardsTheTypedText();
+    void deletedKind_leavesOrderLinesUnchanged();
 
-    void refusesATextTooLong();
-    void refusesADuplicateOfAnIndex();
-    void tellsOfARowDeletedElsewhere();
+    void textTooLong_isRefusedAndStaysTyped();
+    void duplicateInAUniqueIndex_isRefused();
+    void rowDeletedByAnotherStation_isReported();
 
-    void writesOnEnd_data();
-    void writesOnEnd();
-    void writesOnClose();
-    void staysOpenWhereTheStoreRefuses();
-    void staysOpenInTheFrame();
-    void closesWithoutAQuestion();
+    void cmdEnd_writesThePendingRow_data();
+    void cmdEnd_writesThePendingRow();
+    void closeBox_writesThePendingRow();
+    void refusedRow_keepsTheFormOpen();
+    void refusedRowInTheFrame_keepsTheFormOpen();
+    void cmdEnd_closesWithoutAQuestion();
 
 private:
     void open();
@@ -112,7 +112,7 @@ controls::DBGrid* FrColorKindTest::grid(int index)
     return child<controls::DBGrid>(*form_, u"DBGridKind_%1"_s.arg(index));
 }
 
-/// Clicks on the name in the row of the grid.
+/// Clicks the name cell of the row.
 void FrColorKindTest::stand(int index, int row)
 {
     controls::DBGrid* clicked = grid(index);
@@ -149,7 +149,7 @@ void FrColorKindTest::add(int index, const QString& name)
     store_->execute(u"INSERT INTO %1 (Name) VALUES (?)"_s.arg(tables[index]), {name});
 }
 
-void FrColorKindTest::layout_data()
+void FrColorKindTest::grids_haveTheirCaptionsAndPositions_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("caption");
@@ -165,7 +165,7 @@ void FrColorKindTest::layout_data()
     QTest::newRow("7") << 7 << u"צבע רשת"_s << 3480 << 3840;
 }
 
-void FrColorKindTest::layout()
+void FrColorKindTest::grids_haveTheirCaptionsAndPositions()
 {
     QFETCH(int, index);
     QFETCH(QString, caption);
@@ -178,7 +178,7 @@ void FrColorKindTest::layout()
     QVERIFY(grid(index)->isVisible());
 }
 
-void FrColorKindTest::headingAndCommand()
+void FrColorKindTest::headingAndCommand_haveTheirTextsAndPositions()
 {
     open();
     QCOMPARE(form_->objectName(), u"FrColorKind"_s);
@@ -204,7 +204,7 @@ void FrColorKindTest::headingAndCommand()
     }
 }
 
-void FrColorKindTest::columns()
+void FrColorKindTest::columns_hideTheCode()
 {
     QFETCH(int, index);
     open();
@@ -218,7 +218,7 @@ void FrColorKindTest::columns()
     QCOMPARE(grid(index)->palette().color(QPalette::Text), QColor(Qt::black));
 }
 
-void FrColorKindTest::failsToOpenWithoutAStore()
+void FrColorKindTest::missingStore_isFileNotFound()
 {
     const QString path = std::exchange(Module1::StorePath, store_->folder() + u"/none.mdb"_s);
     try {
@@ -230,7 +230,7 @@ void FrColorKindTest::failsToOpenWithoutAStore()
     Module1::StorePath = path;
 }
 
-void FrColorKindTest::showsItsTable()
+void FrColorKindTest::grid_showsItsTable()
 {
     QFETCH(int, index);
     for (int i = 0; i < 8; ++i)
@@ -244,7 +244,7 @@ void FrColorKindTest::showsItsTable()
     QCOMPARE(model->index(2, 1).data().toString(), QString());
 }
 
-void FrColorKindTest::addsChangesAndDeletes()
+void FrColorKindTest::grid_addsChangesAndDeletesRows()
 {
     QFETCH(int, index);
     for (int i = 0; i < 8; ++i)
@@ -253,7 +253,8 @@ void FrColorKindTest::addsChangesAndDeletes()
 
     stand(index, 1);
     type(u"לבן"_s);
-    QCOMPARE(names(index), QStringList(u"a"_s)); // not before the row is left
+    // The row is written only after it has been left.
+    QCOMPARE(names(index), QStringList(u"a"_s));
     press(Qt::Key_Down);
     QCOMPARE(names(index), QStringList({u"a"_s, u"לבן"_s}));
     QCOMPARE(grid(index)->model()->rowCount(), 3);
@@ -277,7 +278,7 @@ void FrColorKindTest::addsChangesAndDeletes()
     }
 }
 
-void FrColorKindTest::takesTheFirstNameAtOnce()
+void FrColorKindTest::emptyList_takesItsFirstName()
 {
     open();
     grid(2)->setFocus(Qt::TabFocusReason);
@@ -288,7 +289,7 @@ void FrColorKindTest::takesTheFirstNameAtOnce()
     QCOMPARE(store_->scalar(u"SELECT Code FROM GlassKind"_s).toInt(), 1);
 }
 
-void FrColorKindTest::takesTheSameNameTwice()
+void FrColorKindTest::sameNameTwice_isStoredTwice()
 {
     open();
     for (const int row : {0, 1}) {
@@ -299,7 +300,7 @@ void FrColorKindTest::takesTheSameNameTwice()
     QCOMPARE(names(5), QStringList({u"חום"_s, u"חום"_s}));
 }
 
-void FrColorKindTest::takesABlankName()
+void FrColorKindTest::emptyName_isStored()
 {
     add(0, u"a"_s);
     open();
@@ -311,7 +312,7 @@ void FrColorKindTest::takesABlankName()
     QCOMPARE(names(0), QStringList(QString()));
 }
 
-void FrColorKindTest::escapeDropsWhatWasTyped()
+void FrColorKindTest::escape_discardsTheTypedText()
 {
     add(0, u"a"_s);
     open();
@@ -323,7 +324,7 @@ void FrColorKindTest::escapeDropsWhatWasTyped()
     QCOMPARE(names(0), QStringList(u"a"_s));
 }
 
-void FrColorKindTest::leavesOrderLinesAlone()
+void FrColorKindTest::deletedKind_leavesOrderLinesUnchanged()
 {
     add(3, u"בד"_s);
     store_->addLine(1, 1);
@@ -335,7 +336,7 @@ void FrColorKindTest::leavesOrderLinesAlone()
     QCOMPARE(store_->scalar(u"SELECT Reshet_Kind FROM Cuts"_s).toString(), u"בד"_s);
 }
 
-void FrColorKindTest::refusesATextTooLong()
+void FrColorKindTest::textTooLong_isRefusedAndStaysTyped()
 {
     add(1, u"a"_s);
     open();
@@ -352,7 +353,7 @@ void FrColorKindTest::refusesATextTooLong()
     QCOMPARE(grid(1)->model()->index(0, 1).data().toString(), u"a"_s);
 }
 
-void FrColorKindTest::refusesADuplicateOfAnIndex()
+void FrColorKindTest::duplicateInAUniqueIndex_isRefused()
 {
     store_->execute(u"CREATE UNIQUE INDEX OneName ON KanafColor (Name)"_s);
     add(5, u"a"_s);
@@ -369,7 +370,7 @@ void FrColorKindTest::refusesADuplicateOfAnIndex()
     QCOMPARE(names(5), QStringList({u"a"_s, u"b"_s}));
 }
 
-void FrColorKindTest::tellsOfARowDeletedElsewhere()
+void FrColorKindTest::rowDeletedByAnotherStation_isReported()
 {
     add(4, u"a"_s);
     add(4, u"b"_s);
@@ -384,7 +385,7 @@ void FrColorKindTest::tellsOfARowDeletedElsewhere()
     press(Qt::Key_Escape);
 }
 
-void FrColorKindTest::writesOnEnd_data()
+void FrColorKindTest::cmdEnd_writesThePendingRow_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<QStringList>("expected");
@@ -392,7 +393,7 @@ void FrColorKindTest::writesOnEnd_data()
     QTest::newRow("an added row") << 2 << QStringList({u"a"_s, u"b"_s, u"typed"_s});
 }
 
-void FrColorKindTest::writesOnEnd()
+void FrColorKindTest::cmdEnd_writesThePendingRow()
 {
     QFETCH(int, row);
     QFETCH(QStringList, expected);
@@ -406,7 +407,7 @@ void FrColorKindTest::writesOnEnd()
     QCOMPARE(names(6), expected);
 }
 
-void FrColorKindTest::writesOnClose()
+void FrColorKindTest::closeBox_writesThePendingRow()
 {
     add(7, u"a"_s);
     open();
@@ -417,7 +418,7 @@ void FrColorKindTest::writesOnClose()
     QCOMPARE(names(7), QStringList(u"typed"_s));
 }
 
-void FrColorKindTest::staysOpenWhereTheStoreRefuses()
+void FrColorKindTest::refusedRow_keepsTheFormOpen()
 {
     add(0, u"a"_s);
     open();
@@ -442,7 +443,7 @@ void FrColorKindTest::staysOpenWhereTheStoreRefuses()
     QCOMPARE(names(0), QStringList(u"mended"_s));
 }
 
-void FrColorKindTest::staysOpenInTheFrame()
+void FrColorKindTest::refusedRowInTheFrame_keepsTheFormOpen()
 {
     QMdiArea frame;
     frame.resize(1000, 700);
@@ -472,7 +473,7 @@ void FrColorKindTest::staysOpenInTheFrame()
     controls::setFrame(nullptr);
 }
 
-void FrColorKindTest::closesWithoutAQuestion()
+void FrColorKindTest::cmdEnd_closesWithoutAQuestion()
 {
     open();
     end();

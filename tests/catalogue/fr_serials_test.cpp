@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The screen as it opens, and the commands that make a new series.
+/// Tests of opening the series editor and of the commands that create a series.
 class FrSerialsTest : public QObject
 {
     Q_OBJECT
@@ -17,20 +17,20 @@ private slots:
     void init() { stage_ = std::make_unique<SerialsStage>(); }
     void cleanup();
 
-    void opensBrowsing();
-    void texts_data();
-    void texts();
-    void fixedLists();
-    void grid();
-    void failsToOpenWithoutAStore();
-    void newClearsAllButTheSigns();
-    void newAfterAnAllPlusSeries();
-    void addAsksFirst();
-    void addStoresTheFields();
-    void addNeedsNoEarlierStep();
-    void addGivesTheNextKey();
-    void addShowsTheNewRow();
-    void reopensAfresh();
+    void newForm_isBrowsing();
+    void captions_haveTheirTexts_data();
+    void captions_haveTheirTexts();
+    void trackAndSashLists_haveFixedEntries();
+    void grid_showsThreeOfItsColumns();
+    void missingStore_isFileNotFound();
+    void cmdNew_clearsAllButTheSigns();
+    void cmdNewAfterAPlusSeries_keepsThePlusSigns();
+    void addAnsweredNo_storesNothing();
+    void addAnsweredYes_storesTheFields();
+    void addWithoutCmdNew_storesTheFields();
+    void addAfterADeletion_reusesNoKey();
+    void addedSeries_appearsInTheGrid();
+    void reopenedForm_startsAfresh();
 
 private:
     std::unique_ptr<SerialsStage> stage_;
@@ -42,12 +42,12 @@ void FrSerialsTest::cleanup()
     stage_.reset();
 }
 
-void FrSerialsTest::opensBrowsing()
+void FrSerialsTest::newForm_isBrowsing()
 {
     stage_->add(u"first"_s, 5);
     const SerialsScreen screen;
     QVERIFY(screen.isIn(browsing));
-    // The first control in the tab order that can take the focus.
+    // CmdNew is the first enabled control in tab order.
     QTRY_COMPARE(testsupport::focusName(), u"CmdNew"_s);
     QCOMPARE(screen.form().objectName(), u"FrSerials"_s);
     QCOMPARE(screen.form().windowTitle(), u"סדרות"_s);
@@ -64,7 +64,7 @@ void FrSerialsTest::opensBrowsing()
     QVERIFY(!screen.find(u"FrameOrder"_s)->isAncestorOf(screen.find(u"DBGrid1"_s)));
 }
 
-void FrSerialsTest::texts_data()
+void FrSerialsTest::captions_haveTheirTexts_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("Label1_0") << u"עריכת סדרות"_s;
@@ -88,7 +88,7 @@ void FrSerialsTest::texts_data()
     QTest::newRow("CmdEnd") << u"סיים"_s;
 }
 
-void FrSerialsTest::texts()
+void FrSerialsTest::captions_haveTheirTexts()
 {
     QFETCH(QString, text);
     const SerialsScreen screen;
@@ -96,7 +96,7 @@ void FrSerialsTest::texts()
     QCOMPARE(screen.find(name)->property("text").toString(), text);
 }
 
-void FrSerialsTest::fixedLists()
+void FrSerialsTest::trackAndSashLists_haveFixedEntries()
 {
     const SerialsScreen screen;
     const auto entries = [&](const QString& name) {
@@ -113,7 +113,7 @@ void FrSerialsTest::fixedLists()
     QVERIFY(!screen.list(u"ComboWing"_s)->isEditable());
 }
 
-void FrSerialsTest::grid()
+void FrSerialsTest::grid_showsThreeOfItsColumns()
 {
     stage_->add(u"סדרה א"_s);
     stage_->add(u"סדרה ב"_s);
@@ -129,7 +129,7 @@ void FrSerialsTest::grid()
         }
     }
     QVERIFY(grid->columnViewportPosition(0) < grid->columnViewportPosition(2));
-    // Whole pixels: the width that does not divide goes to one of them.
+    // Column widths are whole pixels; a remainder goes to one of the columns.
     QVERIFY(qAbs(grid->columnWidth(0) - grid->columnWidth(1)) <= 1);
     const double ratio = double(grid->columnWidth(2)) / grid->columnWidth(0);
     QVERIFY2(qAbs(ratio - 5292.0 / 1535) < 0.1, qPrintable(QString::number(ratio)));
@@ -142,7 +142,7 @@ void FrSerialsTest::grid()
     QVERIFY(!grid->model()->index(0, 2).flags().testFlag(Qt::ItemIsEditable));
 }
 
-void FrSerialsTest::failsToOpenWithoutAStore()
+void FrSerialsTest::missingStore_isFileNotFound()
 {
     const QString path = std::exchange(Module1::StorePath, stage_->store.folder() + u"/none.mdb"_s);
     try {
@@ -152,11 +152,12 @@ void FrSerialsTest::failsToOpenWithoutAStore()
         QCOMPARE(error.number(), int(runtime::DatabaseFileNotFound));
     }
     Module1::StorePath = path;
-    const SerialsScreen screen; // nothing of the failed load is left
+    // A failed load leaves no partly loaded instance behind.
+    const SerialsScreen screen;
     QVERIFY(screen.isIn(browsing));
 }
 
-void FrSerialsTest::newClearsAllButTheSigns()
+void FrSerialsTest::cmdNew_clearsAllButTheSigns()
 {
     const SerialsScreen screen;
     screen.box(u"TextName"_s)->setText(u"n"_s);
@@ -177,7 +178,7 @@ void FrSerialsTest::newClearsAllButTheSigns()
     QCOMPARE(stage_->names(), QStringList());
 }
 
-void FrSerialsTest::newAfterAnAllPlusSeries()
+void FrSerialsTest::cmdNewAfterAPlusSeries_keepsThePlusSigns()
 {
     stage_->add(u"plus"_s, 3.5);
     const SerialsScreen screen;
@@ -188,7 +189,7 @@ void FrSerialsTest::newAfterAnAllPlusSeries()
         QCOMPARE(screen.deduction(i), u"+ 0 00"_s);
 }
 
-void FrSerialsTest::addAsksFirst()
+void FrSerialsTest::addAnsweredNo_storesNothing()
 {
     const SerialsScreen screen;
     screen.press("CmdNew");
@@ -203,7 +204,7 @@ void FrSerialsTest::addAsksFirst()
     QVERIFY(screen.isIn(newSeries));
 }
 
-void FrSerialsTest::addStoresTheFields()
+void FrSerialsTest::addAnsweredYes_storesTheFields()
 {
     const SerialsScreen screen;
     screen.press("CmdNew");
@@ -224,14 +225,14 @@ void FrSerialsTest::addStoresTheFields()
         "Reshet_H, Nativ_Num, Kanaf_Num, Rem, Sign IS NULL FROM Serials"_s);
     QCOMPARE(rows.size(), 1);
     QCOMPARE(rows[0][0].toString(), u"חדשה"_s);
-    // A single digit stands behind the point as it is: "5" is fifty hundredths.
+    // A single hundredths digit is placed behind the point unchanged: "5" means fifty hundredths.
     const QList<double> numbers{-0.5, 1.15, -2.25, 3.35, -4.45, 5.55, -6.65, 7.75};
     for (int i = 0; i < 8; ++i)
         QCOMPARE(rows[0][i + 1].toDouble(), numbers[i]);
     QCOMPARE(rows[0].mid(9), QList<QVariant>({2, 6, u""_s, 1}));
 }
 
-void FrSerialsTest::addNeedsNoEarlierStep()
+void FrSerialsTest::addWithoutCmdNew_storesTheFields()
 {
     stage_->add(u"first"_s);
     const SerialsScreen screen;
@@ -246,7 +247,7 @@ void FrSerialsTest::addNeedsNoEarlierStep()
              QList<QList<QVariant>>({{0.0, 1, 1}, {0.0, 1, 1}}));
 }
 
-void FrSerialsTest::addGivesTheNextKey()
+void FrSerialsTest::addAfterADeletion_reusesNoKey()
 {
     stage_->add(u"a"_s);
     const int highest = stage_->add(u"b"_s);
@@ -257,7 +258,7 @@ void FrSerialsTest::addGivesTheNextKey()
     QCOMPARE(stage_->store.scalar(u"SELECT max(AutoNum) FROM Serials"_s).toInt(), highest + 1);
 }
 
-void FrSerialsTest::addShowsTheNewRow()
+void FrSerialsTest::addedSeries_appearsInTheGrid()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -273,7 +274,7 @@ void FrSerialsTest::addShowsTheNewRow()
     QCOMPARE(grid->currentIndex().row(), 1);
 }
 
-void FrSerialsTest::reopensAfresh()
+void FrSerialsTest::reopenedForm_startsAfresh()
 {
     {
         const SerialsScreen screen;

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The commands that work on the row on which the grid stands, and the end of the screen.
+/// Tests of the commands on the grid's current row and of closing the series editor.
 class SerialsEditingTest : public QObject
 {
     Q_OBJECT
@@ -15,19 +15,19 @@ private slots:
     void init() { stage_ = std::make_unique<SerialsStage>(); }
     void cleanup();
 
-    void updateOfAnEmptyTableDoesNothing();
-    void updateTogglesTheStates();
-    void updateFollowsTheGrid();
-    void updateReplacesWhatANewSeriesHeld();
-    void gridIsOutOfReachWhileEditing();
-    void savingAfterDeletionElsewhere();
-    void deleteAsksFirst();
-    void deleteTakesTheGridsRow();
-    void deleteFromAnEmptyTable();
-    void deleteLeavesOrderLines();
-    void endDropsAnEdit();
-    void endClosesInEveryState_data();
-    void endClosesInEveryState();
+    void updateWithAnEmptyTable_doesNothing();
+    void updateTwice_editsAndSaves();
+    void update_loadsTheGridsCurrentRow();
+    void updateAfterCmdNew_discardsTheNewSeries();
+    void editing_disablesTheGrid();
+    void savingARowDeletedElsewhere_isRecordDeleted();
+    void deleteAnsweredNo_deletesNothing();
+    void delete_deletesTheGridsCurrentRow();
+    void deleteFromAnEmptyTable_isNoCurrentRecord();
+    void deletedSeries_leavesOrderLinesUnchanged();
+    void cmdEndWhileEditing_discardsTheEdit();
+    void cmdEndInEveryState_closesTheForm_data();
+    void cmdEndInEveryState_closesTheForm();
 
 private:
     std::unique_ptr<SerialsStage> stage_;
@@ -39,7 +39,7 @@ void SerialsEditingTest::cleanup()
     stage_.reset();
 }
 
-void SerialsEditingTest::updateOfAnEmptyTableDoesNothing()
+void SerialsEditingTest::updateWithAnEmptyTable_doesNothing()
 {
     const SerialsScreen screen;
     screen.press("CmdUpdate");
@@ -50,7 +50,7 @@ void SerialsEditingTest::updateOfAnEmptyTableDoesNothing()
     QVERIFY(!stage_->end.exitStatus());
 }
 
-void SerialsEditingTest::updateTogglesTheStates()
+void SerialsEditingTest::updateTwice_editsAndSaves()
 {
     stage_->add(u"a"_s);
     const SerialsScreen screen;
@@ -64,7 +64,7 @@ void SerialsEditingTest::updateTogglesTheStates()
     QTRY_COMPARE(grid->model()->index(0, 2).data().toString(), u"changed"_s);
 }
 
-void SerialsEditingTest::updateFollowsTheGrid()
+void SerialsEditingTest::update_loadsTheGridsCurrentRow()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -72,7 +72,8 @@ void SerialsEditingTest::updateFollowsTheGrid()
     const SerialsScreen screen;
     screen.moveTo(2);
     QCOMPARE(screen.box(u"TextName"_s)->text(),
-             QString()); // the fields do not follow by themselves
+             // The fields do not follow the grid's current row.
+             QString());
     screen.press("CmdUpdate");
     QCOMPARE(screen.box(u"TextName"_s)->text(), u"c"_s);
     screen.box(u"TextName"_s)->setText(u"C"_s);
@@ -80,7 +81,7 @@ void SerialsEditingTest::updateFollowsTheGrid()
     QCOMPARE(stage_->names(), QStringList({u"a"_s, u"b"_s, u"C"_s}));
 }
 
-void SerialsEditingTest::updateReplacesWhatANewSeriesHeld()
+void SerialsEditingTest::updateAfterCmdNew_discardsTheNewSeries()
 {
     stage_->add(u"a"_s, 2);
     const SerialsScreen screen;
@@ -93,7 +94,7 @@ void SerialsEditingTest::updateReplacesWhatANewSeriesHeld()
     QCOMPARE(stage_->names(), QStringList(u"a"_s));
 }
 
-void SerialsEditingTest::gridIsOutOfReachWhileEditing()
+void SerialsEditingTest::editing_disablesTheGrid()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -110,7 +111,7 @@ void SerialsEditingTest::gridIsOutOfReachWhileEditing()
     QCOMPARE(stage_->names(), QStringList({u"A"_s, u"b"_s}));
 }
 
-void SerialsEditingTest::savingAfterDeletionElsewhere()
+void SerialsEditingTest::savingARowDeletedElsewhere_isRecordDeleted()
 {
     const int key = stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -124,7 +125,7 @@ void SerialsEditingTest::savingAfterDeletionElsewhere()
     QCOMPARE(stage_->names(), QStringList(u"b"_s));
 }
 
-void SerialsEditingTest::deleteAsksFirst()
+void SerialsEditingTest::deleteAnsweredNo_deletesNothing()
 {
     stage_->add(u"a"_s);
     const SerialsScreen screen;
@@ -136,7 +137,7 @@ void SerialsEditingTest::deleteAsksFirst()
     QCOMPARE(stage_->names(), QStringList(u"a"_s));
 }
 
-void SerialsEditingTest::deleteTakesTheGridsRow()
+void SerialsEditingTest::delete_deletesTheGridsCurrentRow()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -152,7 +153,7 @@ void SerialsEditingTest::deleteTakesTheGridsRow()
     QVERIFY(screen.isIn(newSeries));
     const auto* grid = screen.find<QTableView>(u"DBGrid1"_s);
     QCOMPARE(grid->model()->rowCount(), 2);
-    // The row that has taken its place is the next one to go.
+    // The row that takes the deleted row's place becomes current.
     stage_->boxes.answer(runtime::vbYes);
     screen.press("CmdDelete");
     QCOMPARE(stage_->names(), QStringList(u"a"_s));
@@ -162,7 +163,7 @@ void SerialsEditingTest::deleteTakesTheGridsRow()
     QVERIFY(!stage_->end.exitStatus());
 }
 
-void SerialsEditingTest::deleteFromAnEmptyTable()
+void SerialsEditingTest::deleteFromAnEmptyTable_isNoCurrentRecord()
 {
     const SerialsScreen screen;
     stage_->boxes.answer(runtime::vbNo);
@@ -175,7 +176,7 @@ void SerialsEditingTest::deleteFromAnEmptyTable()
     QCOMPARE(stage_->end.exitStatus(), std::optional<int>(1));
 }
 
-void SerialsEditingTest::deleteLeavesOrderLines()
+void SerialsEditingTest::deletedSeries_leavesOrderLinesUnchanged()
 {
     stage_->add(u"sold"_s);
     stage_->store.addLine(3, 1, u"sold"_s);
@@ -186,7 +187,7 @@ void SerialsEditingTest::deleteLeavesOrderLines()
     QCOMPARE(stage_->store.scalar(u"SELECT Name FROM Cuts"_s).toString(), u"sold"_s);
 }
 
-void SerialsEditingTest::endDropsAnEdit()
+void SerialsEditingTest::cmdEndWhileEditing_discardsTheEdit()
 {
     stage_->add(u"a"_s);
     SerialsScreen screen;
@@ -197,7 +198,7 @@ void SerialsEditingTest::endDropsAnEdit()
     QCOMPARE(stage_->names(), QStringList(u"a"_s));
 }
 
-void SerialsEditingTest::endClosesInEveryState_data()
+void SerialsEditingTest::cmdEndInEveryState_closesTheForm_data()
 {
     QTest::addColumn<QString>("before");
     QTest::newRow("browsing") << QString();
@@ -205,7 +206,7 @@ void SerialsEditingTest::endClosesInEveryState_data()
     QTest::newRow("editing") << u"CmdUpdate"_s;
 }
 
-void SerialsEditingTest::endClosesInEveryState()
+void SerialsEditingTest::cmdEndInEveryState_closesTheForm()
 {
     QFETCH(QString, before);
     stage_->add(u"a"_s);

@@ -14,7 +14,7 @@
 #include <QTableView>
 #include <QTest>
 
-/// Types a text, in any script, where the focus is.
+/// Types a text of any script into the widget that has the focus.
 inline void type(const QString& text)
 {
     for (const QChar letter : text) {
@@ -23,7 +23,7 @@ inline void type(const QString& text)
     }
 }
 
-/// A store without series, and the doors to the outside.
+/// A store without series, with recorded message boxes and program ends.
 struct SerialsStage
 {
     int add(const QString& name, double deduction = -1)
@@ -44,7 +44,7 @@ struct SerialsStage
     testsupport::RecordedEnd end;
 };
 
-/// What may be used on the screen in one of its states.
+/// The controls that are enabled in one state of the series editor.
 struct SerialsState
 {
     bool frame;
@@ -54,7 +54,7 @@ inline constexpr SerialsState browsing{false, true};
 inline constexpr SerialsState newSeries{true, true};
 inline constexpr SerialsState editing{true, false};
 
-/// The series editor on the screen, for as long as this lives.
+/// Shows the series editor and unloads it in the destructor.
 class SerialsScreen
 {
 public:
@@ -62,14 +62,14 @@ public:
     {
         form_->Show();
         if (!QTest::qWaitForWindowActive(form_))
-            qFatal("the form does not become active");
+            qFatal("the form did not become active");
     }
     ~SerialsScreen()
     {
         if (isOpen())
             form_->Unload();
         if (!QTest::qWaitFor([this] { return form_.isNull(); }))
-            qFatal("the form does not go");
+            qFatal("the form did not close");
     }
     SerialsScreen(const SerialsScreen&) = delete;
     SerialsScreen& operator=(const SerialsScreen&) = delete;
@@ -98,14 +98,14 @@ public:
                isEnabled("CmdEnd");
     }
 
-    /// Clicks on a row of the grid.
+    /// Clicks a row of the grid.
     void moveTo(int row) const
     {
         auto* grid = find<QTableView>(QStringLiteral("DBGrid1"));
         const QRect cell = grid->visualRect(grid->model()->index(row, 2));
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell.center());
         if (grid->currentIndex().row() != row)
-            qFatal("the grid does not go to row %d", row);
+            qFatal("the grid did not move to row %d", row);
     }
 
     void press(const char* button) const
@@ -113,7 +113,8 @@ public:
         QTest::mouseClick(find<QPushButton>(QString::fromLatin1(button)), Qt::LeftButton);
     }
 
-    /// Sign, whole and hundredths of a deduction as one text, "- 2 50".
+    /// Returns the sign, the whole part and the hundredths of a deduction as one text, such as "- 2
+    /// 50".
     QString deduction(int i) const
     {
         return QStringList{sign(i)->text(), num(2 * i)->text(), num(2 * i + 1)->text()}.join(

@@ -6,7 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// The keyboard in the boxes of the series editor, and what a box holds when it is left.
+/// Tests of the keyboard in the boxes of the series editor and of the contents of a box after it
+/// loses the focus.
 class SeriesBoxesTest : public QObject
 {
     Q_OBJECT
@@ -15,17 +16,17 @@ private slots:
     void init();
     void cleanup();
 
-    void tabOrder();
-    void enterWalksThroughTheBoxes();
-    void upWalksBack();
-    void enterStaysInTheName();
-    void signsTakeTheirKeysAlone_data();
-    void signsTakeTheirKeysAlone();
-    void measuresTakeEveryKey();
-    void emptiedBoxesAreFilled();
-    void singleDigitStays();
-    void buttonPressEndsAnEmptySign();
-    void measureReadsFromTheLeft();
+    void tabKey_visitsTheControlsInOrder();
+    void enterKey_movesThroughTheBoxes();
+    void upKey_movesBack();
+    void enterInTheName_keepsTheFocus();
+    void signBox_acceptsOnlySignKeys_data();
+    void signBox_acceptsOnlySignKeys();
+    void measureBox_acceptsEveryKey();
+    void emptyBoxLeft_isFilled();
+    void singleDigitLeft_isNotPadded();
+    void buttonPressInAnEmptySign_fillsThePlus();
+    void signAndMeasure_areLaidOutLeftToRight();
 
 private:
     void enter(QLineEdit* box, const QString& text = {});
@@ -51,7 +52,7 @@ void SeriesBoxesTest::cleanup()
     store_.reset();
 }
 
-/// Puts the focus into the box and the text in place of what it holds.
+/// Focuses the box and replaces its text.
 void SeriesBoxesTest::enter(QLineEdit* box, const QString& text)
 {
     box->setFocus();
@@ -62,7 +63,7 @@ void SeriesBoxesTest::enter(QLineEdit* box, const QString& text)
         QTest::keyClicks(box, text);
 }
 
-void SeriesBoxesTest::tabOrder()
+void SeriesBoxesTest::tabKey_visitsTheControlsInOrder()
 {
     QStringList expected{u"TextName"_s, u"ComboLane"_s, u"ComboWing"_s};
     for (int i = 0; i < 8; ++i) {
@@ -81,7 +82,7 @@ void SeriesBoxesTest::tabOrder()
     QCOMPARE(reached, expected);
 }
 
-void SeriesBoxesTest::enterWalksThroughTheBoxes()
+void SeriesBoxesTest::enterKey_movesThroughTheBoxes()
 {
     screen_->sign(0)->setFocus();
     const QStringList way{u"TextNum_0"_s, u"TextNum_1"_s, u"TextSign_1"_s, u"TextNum_2"_s};
@@ -95,7 +96,7 @@ void SeriesBoxesTest::enterWalksThroughTheBoxes()
     QCOMPARE(screen_->num(2)->text(), u"7"_s);
 }
 
-void SeriesBoxesTest::upWalksBack()
+void SeriesBoxesTest::upKey_movesBack()
 {
     screen_->num(2)->setFocus();
     for (const QString& next : {u"TextSign_1"_s, u"TextNum_1"_s, u"TextNum_0"_s, u"TextSign_0"_s}) {
@@ -105,7 +106,7 @@ void SeriesBoxesTest::upWalksBack()
     }
 }
 
-void SeriesBoxesTest::enterStaysInTheName()
+void SeriesBoxesTest::enterInTheName_keepsTheFocus()
 {
     QLineEdit* name = screen_->box(u"TextName"_s);
     enter(name, u"n"_s);
@@ -116,7 +117,7 @@ void SeriesBoxesTest::enterStaysInTheName()
     QVERIFY(boxes_->shown().empty());
 }
 
-void SeriesBoxesTest::signsTakeTheirKeysAlone_data()
+void SeriesBoxesTest::signBox_acceptsOnlySignKeys_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("onKeypad");
@@ -131,7 +132,7 @@ void SeriesBoxesTest::signsTakeTheirKeysAlone_data()
     QTest::newRow("blank") << int(Qt::Key_Space) << false << QString();
 }
 
-void SeriesBoxesTest::signsTakeTheirKeysAlone()
+void SeriesBoxesTest::signBox_acceptsOnlySignKeys()
 {
     QFETCH(int, key);
     QFETCH(bool, onKeypad);
@@ -143,7 +144,7 @@ void SeriesBoxesTest::signsTakeTheirKeysAlone()
     QCOMPARE(sign->text(), text);
 }
 
-void SeriesBoxesTest::measuresTakeEveryKey()
+void SeriesBoxesTest::measureBox_acceptsEveryKey()
 {
     enter(screen_->num(4), u"1a-x"_s);
     QCOMPARE(screen_->num(4)->text(), u"1a-"_s);
@@ -151,7 +152,7 @@ void SeriesBoxesTest::measuresTakeEveryKey()
     QCOMPARE(screen_->num(5)->text(), u".9"_s);
 }
 
-void SeriesBoxesTest::emptiedBoxesAreFilled()
+void SeriesBoxesTest::emptyBoxLeft_isFilled()
 {
     for (int i = 0; i < 8; ++i) {
         enter(screen_->sign(i));
@@ -164,14 +165,14 @@ void SeriesBoxesTest::emptiedBoxesAreFilled()
     }
 }
 
-void SeriesBoxesTest::singleDigitStays()
+void SeriesBoxesTest::singleDigitLeft_isNotPadded()
 {
     enter(screen_->num(1), u"5"_s);
     screen_->box(u"TextName"_s)->setFocus();
     QCOMPARE(screen_->num(1)->text(), u"5"_s);
 }
 
-void SeriesBoxesTest::buttonPressEndsAnEmptySign()
+void SeriesBoxesTest::buttonPressInAnEmptySign_fillsThePlus()
 {
     enter(screen_->num(0), u"2"_s);
     enter(screen_->sign(0));
@@ -182,7 +183,7 @@ void SeriesBoxesTest::buttonPressEndsAnEmptySign()
     QCOMPARE(store_->scalar(u"SELECT Mashkof_W FROM Serials"_s), 2.0);
 }
 
-void SeriesBoxesTest::measureReadsFromTheLeft()
+void SeriesBoxesTest::signAndMeasure_areLaidOutLeftToRight()
 {
     const auto leftOf = [&](const QString& name) {
         const QWidget* widget = screen_->find(name);
@@ -195,7 +196,7 @@ void SeriesBoxesTest::measureReadsFromTheLeft()
         QVERIFY(screen_->find(u"Picture1_%1"_s.arg(i))->isAncestorOf(screen_->num(2 * i)));
         QVERIFY(screen_->find(u"Picture1_%1"_s.arg(i))->isAncestorOf(screen_->num(2 * i + 1)));
     }
-    // The width's column stands at the right, where reading begins.
+    // The width column is on the right, because the form reads right-to-left.
     QVERIFY(leftOf(u"Picture1_0"_s) > leftOf(u"Picture1_1"_s));
     QVERIFY(leftOf(u"Label6"_s) > leftOf(u"Picture1_0"_s));
 }

@@ -8,7 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// What stands in the fields, what reaches the record, and what is refused on either way.
+/// Tests of loading a series into the fields and writing it back, including the errors of both
+/// directions.
 class SeriesFieldsTest : public QObject
 {
     Q_OBJECT
@@ -17,23 +18,23 @@ private slots:
     void init() { stage_ = std::make_unique<SerialsStage>(); }
     void cleanup() { stage_.reset(); }
 
-    void loadsARecord();
-    void loadsTheNumbersEntries_data();
-    void loadsTheNumbersEntries();
-    void loadsANullRemarkAsEmpty();
-    void loadsWhatAnotherStationWrote();
-    void refusesToLoad_data();
-    void refusesToLoad();
+    void load_showsTheRecord();
+    void loadedCounts_selectTheirEntries_data();
+    void loadedCounts_selectTheirEntries();
+    void nullRemark_isLoadedAsEmpty();
+    void changeByAnotherStation_isLoaded();
+    void badRecord_endsTheProgramOnLoad_data();
+    void badRecord_endsTheProgramOnLoad();
 
-    void savesWhatItLoaded();
-    void savesWhatIsTyped();
-    void writesThePointUnderEveryLocale();
-    void leavesKeyAndSignAlone();
-    void refusesToSave_data();
-    void refusesToSave();
-    void refusesToAdd_data();
-    void refusesToAdd();
-    void limitsTheBoxes();
+    void saveWithoutChanges_roundsToHundredths();
+    void save_storesTheTypedTexts();
+    void decimalCommaLocale_storesThePoint();
+    void save_keepsKeyAndSign();
+    void badTextOnSave_endsTheProgram_data();
+    void badTextOnSave_endsTheProgram();
+    void badTextOnAdd_endsTheProgram_data();
+    void badTextOnAdd_endsTheProgram();
+    void boxes_limitTheirTexts();
 
 private:
     int addPlain(const QString& name = u"plain"_s);
@@ -48,7 +49,7 @@ int SeriesFieldsTest::addPlain(const QString& name)
     return stage_->store.addSeries(name, {-1, -2, -3, -4, -5, -6, -7, -8}, 2, 2);
 }
 
-/// The run-time box stands for a failure that nobody catches.
+/// Expects the run-time error box, which ends the program.
 void SeriesFieldsTest::expectEnd(int number, const QString& description)
 {
     QCOMPARE(stage_->boxes.shown().size(), 1u);
@@ -62,7 +63,7 @@ QList<QVariant> SeriesFieldsTest::row(int autoNum)
     return stage_->store.rows(u"SELECT * FROM Serials WHERE AutoNum = ?"_s, {autoNum}).value(0);
 }
 
-void SeriesFieldsTest::loadsARecord()
+void SeriesFieldsTest::load_showsTheRecord()
 {
     stage_->store.addSeries(u"בלגי 7000"_s, {-2.5, 0.05, 12, 0, 2.999, -0.05, -999.99, 999.99}, 6,
                             4);
@@ -80,7 +81,7 @@ void SeriesFieldsTest::loadsARecord()
     QVERIFY(stage_->boxes.shown().empty());
 }
 
-void SeriesFieldsTest::loadsTheNumbersEntries_data()
+void SeriesFieldsTest::loadedCounts_selectTheirEntries_data()
 {
     QTest::addColumn<int>("nativ");
     QTest::addColumn<int>("kanaf");
@@ -90,7 +91,7 @@ void SeriesFieldsTest::loadsTheNumbersEntries_data()
     }
 }
 
-void SeriesFieldsTest::loadsTheNumbersEntries()
+void SeriesFieldsTest::loadedCounts_selectTheirEntries()
 {
     QFETCH(int, nativ);
     QFETCH(int, kanaf);
@@ -104,7 +105,7 @@ void SeriesFieldsTest::loadsTheNumbersEntries()
     QCOMPARE(stage_->store.rows(sql, {key}).value(0), QList<QVariant>({nativ, kanaf}));
 }
 
-void SeriesFieldsTest::loadsANullRemarkAsEmpty()
+void SeriesFieldsTest::nullRemark_isLoadedAsEmpty()
 {
     addPlain();
     stage_->store.execute(u"UPDATE Serials SET Rem = NULL"_s);
@@ -117,7 +118,7 @@ void SeriesFieldsTest::loadsANullRemarkAsEmpty()
     QCOMPARE(stage_->store.scalar(u"SELECT Rem FROM Serials"_s).toString(), QString());
 }
 
-void SeriesFieldsTest::loadsWhatAnotherStationWrote()
+void SeriesFieldsTest::changeByAnotherStation_isLoaded()
 {
     addPlain();
     const SerialsScreen screen;
@@ -127,7 +128,7 @@ void SeriesFieldsTest::loadsWhatAnotherStationWrote()
     QCOMPARE(screen.deduction(5), u"+ 4 25"_s);
 }
 
-void SeriesFieldsTest::refusesToLoad_data()
+void SeriesFieldsTest::badRecord_endsTheProgramOnLoad_data()
 {
     QTest::addColumn<QString>("change");
     QTest::addColumn<int>("number");
@@ -154,13 +155,13 @@ void SeriesFieldsTest::refusesToLoad_data()
         << u"DELETE FROM Serials"_s << 3167 << u"Record is deleted."_s;
 }
 
-void SeriesFieldsTest::refusesToLoad()
+void SeriesFieldsTest::badRecord_endsTheProgramOnLoad()
 {
     QFETCH(QString, change);
     QFETCH(int, number);
     QFETCH(QString, description);
     addPlain();
-    // The deleted row is the screen's current one; a second one keeps the table from being empty.
+    // The deleted row is the current row. The second row keeps the table from being empty.
     addPlain(u"other"_s);
     const SerialsScreen screen;
     stage_->store.execute(change + u" WHERE Name = 'plain'"_s);
@@ -168,7 +169,7 @@ void SeriesFieldsTest::refusesToLoad()
     expectEnd(number, description);
 }
 
-void SeriesFieldsTest::savesWhatItLoaded()
+void SeriesFieldsTest::saveWithoutChanges_roundsToHundredths()
 {
     const int key =
         stage_->store.addSeries(u"s"_s, {2.999, 0, -0.004, 0.005, 0.015, -1, 7.1, 1.005}, 1, 1);
@@ -184,7 +185,7 @@ void SeriesFieldsTest::savesWhatItLoaded()
     QVERIFY(stage_->boxes.shown().empty());
 }
 
-void SeriesFieldsTest::savesWhatIsTyped()
+void SeriesFieldsTest::save_storesTheTypedTexts()
 {
     const int key = addPlain();
     const SerialsScreen screen;
@@ -220,7 +221,7 @@ void SeriesFieldsTest::savesWhatIsTyped()
     QCOMPARE(screen.deduction(3), u"- 7 90"_s);
 }
 
-void SeriesFieldsTest::writesThePointUnderEveryLocale()
+void SeriesFieldsTest::decimalCommaLocale_storesThePoint()
 {
     const int key = addPlain();
     const SerialsScreen screen;
@@ -234,7 +235,7 @@ void SeriesFieldsTest::writesThePointUnderEveryLocale()
     QVERIFY(stage_->boxes.shown().empty());
 }
 
-void SeriesFieldsTest::leavesKeyAndSignAlone()
+void SeriesFieldsTest::save_keepsKeyAndSign()
 {
     const int key = stage_->store.addSeries(u"door"_s, {0, 0, 0, 0, 0, 0, 0, 0}, 1, 1, u"d2000"_s);
     const SerialsScreen screen;
@@ -245,7 +246,7 @@ void SeriesFieldsTest::leavesKeyAndSignAlone()
     QCOMPARE(stage_->store.rows(sql), QList<QList<QVariant>>({{key, u"renamed"_s, u"d2000"_s}}));
 }
 
-void SeriesFieldsTest::refusesToSave_data()
+void SeriesFieldsTest::badTextOnSave_endsTheProgram_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<QString>("text");
@@ -265,7 +266,7 @@ void SeriesFieldsTest::refusesToSave_data()
     row(u"TextName"_s, QString(51, u'n'), 3163);
 }
 
-void SeriesFieldsTest::refusesToSave()
+void SeriesFieldsTest::badTextOnSave_endsTheProgram()
 {
     QFETCH(QString, box);
     QFETCH(QString, text);
@@ -284,12 +285,12 @@ void SeriesFieldsTest::refusesToSave()
     QCOMPARE(row(key), before);
 }
 
-void SeriesFieldsTest::refusesToAdd_data()
+void SeriesFieldsTest::badTextOnAdd_endsTheProgram_data()
 {
-    refusesToSave_data();
+    badTextOnSave_endsTheProgram_data();
 }
 
-void SeriesFieldsTest::refusesToAdd()
+void SeriesFieldsTest::badTextOnAdd_endsTheProgram()
 {
     QFETCH(QString, box);
     QFETCH(QString, text);
@@ -306,7 +307,7 @@ void SeriesFieldsTest::refusesToAdd()
     QCOMPARE(stage_->store.scalar(u"SELECT count(*) FROM Serials"_s).toInt(), 1);
 }
 
-void SeriesFieldsTest::limitsTheBoxes()
+void SeriesFieldsTest::boxes_limitTheirTexts()
 {
     const SerialsScreen screen;
     for (int i = 0; i < 8; ++i) {

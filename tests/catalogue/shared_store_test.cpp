@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 using testsupport::child;
 
-/// The catalogue's screens beside another station, which holds the store or takes rows away.
+/// Tests of the catalogue's forms while another station locks the store or deletes rows.
 class SharedStoreTest : public QObject
 {
     Q_OBJECT
@@ -20,19 +20,20 @@ private slots:
     void init();
     void cleanup();
 
-    void editorEndsOnALockedStore_data();
-    void editorEndsOnALockedStore();
-    void editingASeriesThatIsGone();
-    void editingWhereAllSeriesAreGone();
-    void deletingASeriesThatIsGone();
-    void listTellsOfALockedStore();
-    void deletionFromAListTellsOfALockedStore();
-    void otherListsKeepTheirRows();
-    void movingInAListTellsOfALockedStore();
+    void lockedStore_endsTheSeriesEditor_data();
+    void lockedStore_endsTheSeriesEditor();
+    void editingADeletedSeries_isRecordDeleted();
+    void editingWithAllSeriesDeleted_doesNothing();
+    void deletingADeletedSeries_isRecordDeleted();
+    void lockedStore_keepsTheTypedRow();
+    void lockedStore_keepsTheDeletedRow();
+    void refusedRow_leavesOtherListsUnchanged();
+    void exclusiveLock_keepsBothListsUnchanged();
 
 private:
     void expectEnded(int error) const;
-    /// As a station does that is writing; others may read until it puts down what it has written.
+    /// Locks the store as a writing station does. Other stations may read until it writes its
+    /// changes to the file.
     void lock(const QString& kind = u"IMMEDIATE"_s) { stage_->store.execute(u"BEGIN "_s + kind); }
     void letGo() { stage_->store.execute(u"ROLLBACK"_s); }
 
@@ -64,15 +65,15 @@ void SharedStoreTest::expectEnded(int error) const
     QVERIFY2(text.startsWith(u"Run-time error '%1':"_s.arg(error)), qPrintable(text));
 }
 
-void SharedStoreTest::editorEndsOnALockedStore_data()
+void SharedStoreTest::lockedStore_endsTheSeriesEditor_data()
 {
     QTest::addColumn<QByteArray>("command");
     for (const char* command : {"CmdAdd", "CmdUpdate", "CmdDelete"})
         QTest::newRow(command) << QByteArray(command);
 }
 
-/// By the run-time system's box, and the store stays as it was.
-void SharedStoreTest::editorEndsOnALockedStore()
+/// Expects the run-time error box and an unchanged store.
+void SharedStoreTest::lockedStore_endsTheSeriesEditor()
 {
     QFETCH(QByteArray, command);
     stage_->add(u"a"_s);
@@ -91,7 +92,7 @@ void SharedStoreTest::editorEndsOnALockedStore()
     QCOMPARE(stage_->names(), QStringList(u"a"_s));
 }
 
-void SharedStoreTest::editingASeriesThatIsGone()
+void SharedStoreTest::editingADeletedSeries_isRecordDeleted()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -103,8 +104,8 @@ void SharedStoreTest::editingASeriesThatIsGone()
     QCOMPARE(stage_->names(), QStringList(u"b"_s));
 }
 
-/// The table counts its rows at the press: with none left there is nothing to edit.
-void SharedStoreTest::editingWhereAllSeriesAreGone()
+/// CmdUpdate reads the row count first, so with no rows left it does nothing.
+void SharedStoreTest::editingWithAllSeriesDeleted_doesNothing()
 {
     stage_->add(u"a"_s);
     const SerialsScreen screen;
@@ -114,7 +115,7 @@ void SharedStoreTest::editingWhereAllSeriesAreGone()
     QVERIFY(screen.isIn(browsing));
 }
 
-void SharedStoreTest::deletingASeriesThatIsGone()
+void SharedStoreTest::deletingADeletedSeries_isRecordDeleted()
 {
     stage_->add(u"a"_s);
     stage_->add(u"b"_s);
@@ -136,7 +137,7 @@ catalogue::FrColorKind& SharedStoreTest::openLists()
     catalogue::FrColorKind& form = catalogue::frColorKind();
     form.Show();
     if (!QTest::qWaitForWindowActive(&form))
-        qFatal("the form does not become active");
+        qFatal("the form did not become active");
     return form;
 }
 
@@ -160,8 +161,9 @@ QStringList SharedStoreTest::stored(const QString& table)
     return all;
 }
 
-/// By the grid's own prompt: the row stays typed in, and once the store is free it is written.
-void SharedStoreTest::listTellsOfALockedStore()
+/// The grid shows its own message and keeps the typed row. The row is written after the lock has
+/// ended.
+void SharedStoreTest::lockedStore_keepsTheTypedRow()
 {
     openLists();
     stand(0, 1);
@@ -182,7 +184,7 @@ void SharedStoreTest::listTellsOfALockedStore()
     QCOMPARE(stored(u"MashkofKind"_s), QStringList({u"a"_s, u"changed"_s}));
 }
 
-void SharedStoreTest::deletionFromAListTellsOfALockedStore()
+void SharedStoreTest::lockedStore_keepsTheDeletedRow()
 {
     openLists();
     stand(1, 0);
@@ -198,9 +200,9 @@ void SharedStoreTest::deletionFromAListTellsOfALockedStore()
     catalogue::frColorKind().Unload();
 }
 
-/// A row that cannot be written takes no other with it: what was left is stored, what is typed
-/// elsewhere goes on.
-void SharedStoreTest::otherListsKeepTheirRows()
+/// A row that cannot be written does not affect other grids: rows left earlier are stored, and
+/// typing elsewhere continues.
+void SharedStoreTest::refusedRow_leavesOtherListsUnchanged()
 {
     openLists();
     stand(0, 0);
@@ -221,8 +223,8 @@ void SharedStoreTest::otherListsKeepTheirRows()
     QCOMPARE(stored(u"KanafKind"_s), QStringList({u"second"_s, u"b"_s}));
 }
 
-/// Where not even reading is possible: both lists tell, and both stay as they are.
-void SharedStoreTest::movingInAListTellsOfALockedStore()
+/// With an exclusive lock even reading fails. Both grids show a message and keep their contents.
+void SharedStoreTest::exclusiveLock_keepsBothListsUnchanged()
 {
     openLists();
     stand(1, 0);

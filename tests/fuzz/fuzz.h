@@ -7,17 +7,17 @@
 #include <cstdint>
 #include <cstring>
 
-/// The two entries of a fuzz target, which libFuzzer or the replaying main calls: one before the
-/// first input, one for each input. They are no part of a room: a target is a program of its own.
+/// The two entry points of a fuzz target. libFuzzer or replay.cpp calls the first one once at start
+/// and the second one for each input. Each target is a program of its own and belongs to no room.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
 
-/// Ends the process where a property does not hold, so that the input is kept as a finding.
+/// Aborts the process if a property does not hold, so that the fuzzer saves the input as a finding.
 void require(bool holds, const char* property, const QString& input);
 
-/// An input taken apart from its front. Where it has ended, the rest are zeros and empty texts.
+/// Consumes an input from its front. At the end of the input, numbers are 0 and texts are empty.
 class Input
 {
 public:
@@ -28,7 +28,7 @@ public:
 
     bool atEnd() const { return rest_.isEmpty(); }
 
-    /// A number, a character or the like by its bytes, whatever value they make.
+    /// Takes a trivially copyable value from the raw bytes of the input.
     template <typename Plain>
     Plain take()
     {
@@ -41,7 +41,7 @@ public:
 
     int takeBelow(int limit) { return take<std::uint8_t>() % limit; }
 
-    /// A text of so many bytes as UTF-8, which need not be sound.
+    /// Takes up to `length` bytes as UTF-8, which may be invalid.
     QString takeText(qsizetype length)
     {
         const QByteArrayView taken = rest_.first(qMin(length, rest_.size()));
@@ -49,7 +49,7 @@ public:
         return QString::fromUtf8(taken);
     }
     QString takeRest() { return takeText(rest_.size()); }
-    /// The rest as UTF-16 as it lies there, lone halves of pairs included.
+    /// Takes the rest of the input as raw UTF-16, including unpaired surrogates.
     QString takeRestAsUtf16()
     {
         QString text(rest_.size() / 2, Qt::Uninitialized);

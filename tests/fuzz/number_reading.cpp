@@ -1,4 +1,4 @@
-// A text as a number and a number as a text, in every locale that tells them apart.
+// Fuzzes the conversions between text and number in several locales.
 
 #include "fuzz/fuzz.h"
 
@@ -19,12 +19,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Decimal points and commas, Latin and other digits, signs with and without direction marks.
+/// The locales differ in decimal sign, digits, and direction marks at the sign.
 const std::array locales{QLocale::c(), QLocale(QLocale::Hebrew, QLocale::Israel),
                          QLocale(QLocale::German, QLocale::Germany),
                          QLocale(QLocale::Arabic, QLocale::Egypt)};
 
-/// What a call gives: a value or the number of the error that it raises.
+/// The result of a call: a value, or the number of the error that it throws.
 template <typename Value>
 struct Outcome
 {
@@ -42,7 +42,7 @@ auto outcomeOf(Call call) -> Outcome<decltype(call())>
     }
 }
 
-/// A pattern in which %1 is the machine's decimal sign, made once for each.
+/// Returns the compiled pattern with the locale's decimal sign in place of %1. Patterns are cached.
 QRegularExpression patternFor(const QString& pattern)
 {
     static QHash<QString, QRegularExpression> made;
@@ -53,7 +53,8 @@ QRegularExpression patternFor(const QString& pattern)
     return made.value(spelled);
 }
 
-/// The same reading in other words: a pattern says what is a number, the C library its value.
+/// An independent implementation of the conversion: a regular expression decides what is a number,
+/// and the C library computes its value.
 Outcome<double> expectedDouble(const QString& text)
 {
     const QRegularExpressionMatch match =
@@ -71,7 +72,7 @@ Outcome<double> expectedDouble(const QString& text)
     return {value, 0};
 }
 
-/// Rounded half to even, worked out from the whole numbers on both sides.
+/// An independent implementation of rounding half to even, based on the two adjacent integers.
 double roundedHalfToEven(double value)
 {
     const double below = std::floor(value);
@@ -88,7 +89,7 @@ void checkNarrowing(double value, const Outcome<Integer>& outcome)
     const double rounded = roundedHalfToEven(value);
     const bool fits = rounded >= std::numeric_limits<Integer>::min() &&
                       rounded <= std::numeric_limits<Integer>::max();
-    fuzz::require(outcome.value.has_value() == fits, "narrowing takes what fits", input);
+    fuzz::require(outcome.value.has_value() == fits, "narrowing accepts values in range", input);
     if (fits)
         fuzz::require(double(*outcome.value) == rounded, "narrowing rounds half to even", input);
     else
@@ -99,14 +100,15 @@ void checkReading(const QString& text)
 {
     const Outcome<double> expected = expectedDouble(text);
     const Outcome<double> read = outcomeOf([&] { return runtime::toDouble(text); });
-    fuzz::require(read.value == expected.value, "reading gives the number", text);
-    fuzz::require(read.error == expected.error, "reading gives the error", text);
+    fuzz::require(read.value == expected.value, "reading returns the expected number", text);
+    fuzz::require(read.error == expected.error, "reading throws the expected error", text);
     fuzz::require(outcomeOf([&] { return runtime::toDouble(QVariant(text)); }).value == read.value,
-                  "a field's text reads like a box's", text);
+                  "a field and a box read a text alike", text);
     fuzz::require(runtime::toText(QVariant(text)) == text, "a text stays as it is", text);
 }
 
-/// At most 15 digits without a zero at their end, no separators, the sign in front.
+/// Returns true if the text has at most 15 digits without trailing zeros, no group separators, and
+/// the sign in front.
 bool isWellFormed(const QString& text)
 {
     const QRegularExpressionMatch match =
@@ -124,21 +126,22 @@ void checkWriting(double value)
     const QString text = runtime::toText(value);
     if (!std::isfinite(value))
         return;
-    fuzz::require(isWellFormed(text), "a number's text is plain", text);
+    fuzz::require(isWellFormed(text), "a number's text is well-formed", text);
     const Outcome<double> read = outcomeOf([&] { return runtime::toDouble(text); });
-    // 15 digits of the greatest numbers round beyond them, those of the smallest have fewer.
+    // Rounding the largest doubles to 15 digits may exceed the range of a double, and the smallest
+    // doubles have fewer digits.
     if (std::abs(value) > 1.79769313486231e308) {
         fuzz::require(read.value.has_value() || read.error == runtime::Overflow,
-                      "the greatest numbers stay or overflow", text);
+                      "the largest numbers are kept or overflow", text);
         return;
     }
-    fuzz::require(read.value.has_value(), "a number's text is a number", text);
+    fuzz::require(read.value.has_value(), "a number's text can be parsed", text);
     if (std::abs(value) < std::numeric_limits<double>::min())
         return;
-    fuzz::require(std::abs(*read.value - value) <= std::abs(value) * 5.1e-15, "15 digits come back",
-                  text);
-    fuzz::require(runtime::toText(*read.value) == text, "a text that was read is written again",
-                  text);
+    fuzz::require(std::abs(*read.value - value) <= std::abs(value) * 5.1e-15,
+                  "15 digits survive a round trip", text);
+    fuzz::require(runtime::toText(*read.value) == text,
+                  "a parsed number is formatted to the same text", text);
 }
 
 void checkNumber(double value)
@@ -155,7 +158,8 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
     return 0;
 }
 
-/// The first byte chooses the locale and what the rest is: UTF-8, UTF-16 or numbers by their bits.
+/// The first bytes of the input choose the locale and the format of the rest: UTF-8, UTF-16 or raw
+/// doubles.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

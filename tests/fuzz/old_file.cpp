@@ -1,6 +1,6 @@
-// A damaged old file, read by libmdb in a process of its own as the program does it: it is refused,
-// or a sound store is made of it. The process is this program itself, so libmdb works under the
-// same sanitizers.
+// Fuzzes the import of damaged old files. libmdb reads the file in a separate process, as in the
+// real program. The file is either refused or yields a sound store. The separate process runs this
+// same program, so libmdb runs under the same sanitizers.
 
 #include "fuzz/fuzz.h"
 
@@ -38,7 +38,8 @@ const QByteArray& wholeFile(int which)
     return files[static_cast<std::size_t>(which)];
 }
 
-/// The first byte chooses the file, the next how much of it there is; then come places and bytes.
+/// The first byte chooses the file and the second how much of it is kept. Then pairs of position
+/// and byte follow.
 QByteArray damagedFile(fuzz::Input& input)
 {
     QByteArray file = wholeFile(input.takeBelow(2));
@@ -59,11 +60,11 @@ void takeOver(const QString& old, const QString& target)
         if (!outcome.findings.isEmpty())
             return;
         fuzz::require(checkStore(target).isEmpty(), "a store is sound", {});
-        fuzz::require(QFile::remove(target), "a store is made", {});
+        fuzz::require(QFile::remove(target), "a store is created", {});
     } catch (const runtime::RunTimeError& error) {
         fuzz::require(error.number() == runtime::CorruptDatabase ||
                           error.number() == runtime::UnrecognizedFormat,
-                      "only damage is refused", error.description());
+                      "only damaged files are refused", error.description());
     }
 }
 
@@ -88,9 +89,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
                   "a file can be written", old);
     file.close();
     takeOver(old, folder.filePath(u"new.mdb"_s));
-    fuzz::require(contentsOf(old) == damaged, "the old file stays as it is", {});
+    fuzz::require(contentsOf(old) == damaged, "the old file is not changed", {});
     const QStringList left =
         QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    fuzz::require(left == QStringList(u"old.mdb"_s), "nothing is left behind", left.join(u' '));
+    fuzz::require(left == QStringList(u"old.mdb"_s), "no file is left behind", left.join(u' '));
     return 0;
 }

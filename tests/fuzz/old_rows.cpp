@@ -1,5 +1,5 @@
-// The rows of an old store on their way into a new one: whatever the process that reads the old
-// file hands over, what comes out fits its field, and nothing is dropped without a word.
+// Fuzzes the import of rows. Whatever the reading process sends, each imported value fits its
+// field, and each dropped value is reported.
 
 #include "fuzz/fuzz.h"
 
@@ -39,7 +39,7 @@ bool isOfType(const dao::FieldInfo& field, const QVariant& value)
     return value.typeId() == QMetaType::QString && text.size() <= field.size && text.isValidUtf16();
 }
 
-/// Holds every row against its table and counts them.
+/// Checks every row against its table and counts the rows.
 class CheckingSink : public RowSink
 {
 public:
@@ -51,7 +51,7 @@ public:
             const dao::FieldInfo& field = table.fields[i];
             fuzz::require(isOfType(field, row[i]), "a value fits its field", row[i].toString());
             fuzz::require(dao::converted(field, row[i]) == row[i],
-                          "a value stays as it is where it is assigned", row[i].toString());
+                          "assigning a value does not change it", row[i].toString());
         }
         const QString& key = table.indexes.front().fields.front();
         fuzz::require(row[static_cast<std::size_t>(table.ordinalOf(key))].isValid(),
@@ -61,7 +61,7 @@ public:
     int rows = 0;
 };
 
-/// Takes the bytes as those of the pipe, in pieces of any size.
+/// Feeds the input to the FrameReader as pipe data, in pieces of any size.
 void takeStream(fuzz::Input& input, OldStoreVisitor& visitor)
 {
     FrameReader reader(visitor);
@@ -85,7 +85,7 @@ OldCell takeCell(fuzz::Input& input)
     return bytes;
 }
 
-/// Makes tables of the store with columns of any type and rows of any bytes.
+/// Generates tables of the store with columns of any type and rows of any bytes.
 void tellTables(fuzz::Input& input, OldStoreVisitor& visitor)
 {
     visitor.opened(input.takeBelow(2) == 0 ? OldFormat::Jet3 : OldFormat::Jet4);
@@ -110,7 +110,7 @@ void tellTables(fuzz::Input& input, OldStoreVisitor& visitor)
     visitor.end();
 }
 
-/// Counts the rows that are told.
+/// Counts the rows that the visitor receives.
 class CountingIntake : public Intake
 {
 public:
@@ -130,16 +130,16 @@ void takeAndCheck(const TakeOverOptions& options, const std::function<void(OldSt
     try {
         tell(intake);
     } catch (const runtime::RunTimeError& error) {
-        fuzz::require(error.number() == runtime::CorruptDatabase, "only damage breaks off",
-                      error.description());
+        fuzz::require(error.number() == runtime::CorruptDatabase,
+                      "the import stops only for damage", error.description());
         return;
     }
     fuzz::require(sink.rows == intake.rows || !intake.reports().findings.isEmpty(),
-                  "a row that is not taken is reported", QString::number(intake.rows));
+                  "a skipped row is reported", QString::number(intake.rows));
     fuzz::require(intake.reports().findings.lines().size() <= 101, "findings are bounded", {});
 }
 
-/// What is told and what comes out of the pipe are the same.
+/// Writing what was read from the pipe yields the same bytes.
 void checkPipe(const QByteArray& written)
 {
     QBuffer again;
@@ -147,8 +147,8 @@ void checkPipe(const QByteArray& written)
     FrameWriter writer(again);
     FrameReader reader(writer);
     reader.take(written);
-    fuzz::require(reader.isFinished(), "what was written is whole", {});
-    fuzz::require(again.data() == written, "what was written is read as it was", {});
+    fuzz::require(reader.isFinished(), "written data is complete", {});
+    fuzz::require(again.data() == written, "written data is read unchanged", {});
 }
 
 } // namespace
@@ -158,7 +158,7 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
     return 0;
 }
 
-/// The first byte chooses whether texts are cut and what the rest is: the pipe's bytes or rows.
+/// The first byte chooses whether texts are truncated and whether the rest is pipe data or rows.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

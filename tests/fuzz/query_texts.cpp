@@ -1,4 +1,4 @@
-// Query texts taken apart.
+// Fuzzes the query parser.
 
 #include "fuzz/fuzz.h"
 
@@ -21,7 +21,8 @@ std::optional<dao::SelectQuery> parsed(const QString& text)
     try {
         return dao::parseQuery(text);
     } catch (const runtime::RunTimeError& error) {
-        fuzz::require(error.number() == runtime::QuerySyntax, "a refusal is one of syntax", text);
+        fuzz::require(error.number() == runtime::QuerySyntax, "a rejected query is a syntax error",
+                      text);
         return std::nullopt;
     }
 }
@@ -33,7 +34,8 @@ bool isKeyword(const QString& name)
     return keywords.contains(name, Qt::CaseInsensitive);
 }
 
-/// Nothing that could end a name where it stands between quotes, or be more than a name.
+/// Returns true for a name of letters, digits and underscores that starts with no digit and is no
+/// keyword. Such a name cannot end a quoted identifier.
 bool isName(const QString& name)
 {
     return !name.isEmpty() && !name.front().isNumber() && !isKeyword(name) &&
@@ -41,7 +43,8 @@ bool isName(const QString& name)
                        [](QChar c) { return c.isLetterOrNumber() || c == u'_'; });
 }
 
-/// One pattern for the whole text, for texts of the letters that the program itself uses.
+/// An independent implementation of the grammar as one regular expression, for texts with the
+/// letters that the program itself uses.
 const QRegularExpression& grammar()
 {
     static const QRegularExpression pattern = [] {
@@ -73,12 +76,13 @@ void checkAgainstGrammar(const QString& text, const std::optional<dao::SelectQue
     const QRegularExpressionMatch match = grammar().match(text);
     const QByteArray number = match.captured(3).toLatin1();
     const bool isFinite = std::isfinite(std::strtod(number.constData(), nullptr));
-    fuzz::require(query.has_value() == (match.hasMatch() && isFinite), "what is a query is taken",
+    fuzz::require(query.has_value() == (match.hasMatch() && isFinite), "a valid query is accepted",
                   text);
     if (!query)
         return;
     fuzz::require(query->table == match.captured(1), "the table is the one named", text);
-    fuzz::require(query->where.has_value() == match.hasCaptured(2), "a condition is read", text);
+    fuzz::require(query->where.has_value() == match.hasCaptured(2), "the condition is parsed",
+                  text);
     fuzz::require(query->orderBy == match.captured(4), "the order is read", text);
     if (query->where) {
         fuzz::require(query->where->field == match.captured(2), "the field is read", text);
@@ -87,7 +91,7 @@ void checkAgainstGrammar(const QString& text, const std::optional<dao::SelectQue
     }
 }
 
-/// The query in its shortest words.
+/// Returns the query in its canonical form.
 QString spelled(const dao::SelectQuery& query)
 {
     QString text = u"SELECT * FROM "_s + query.table;
@@ -102,7 +106,7 @@ QString spelled(const dao::SelectQuery& query)
 
 void checkRoundTrip(const QString& text, const dao::SelectQuery& query)
 {
-    fuzz::require(dao::isQuery(text), "what is taken begins like a query", text);
+    fuzz::require(dao::isQuery(text), "an accepted text starts like a query", text);
     fuzz::require(isName(query.table), "the table is a name", text);
     fuzz::require(query.orderBy.isEmpty() || isName(query.orderBy), "the order is a name", text);
     if (query.where) {
@@ -113,10 +117,10 @@ void checkRoundTrip(const QString& text, const dao::SelectQuery& query)
                       "the value is a number", text);
     }
     const std::optional<dao::SelectQuery> again = parsed(spelled(query));
-    fuzz::require(again.has_value(), "its own spelling is taken", text);
+    fuzz::require(again.has_value(), "the canonical text is accepted", text);
     fuzz::require(again->table == query.table && again->orderBy == query.orderBy &&
                       again->where.has_value() == query.where.has_value(),
-                  "its own spelling says the same", text);
+                  "the canonical text yields the same query", text);
     if (query.where)
         fuzz::require(
             again->where->field == query.where->field &&
@@ -140,7 +144,7 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
     return 0;
 }
 
-/// The input is the query text: UTF-8, or UTF-16 behind a zero byte.
+/// The input is the query text, in UTF-8, or in UTF-16 after a leading zero byte.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

@@ -1,4 +1,4 @@
-// Runs a fuzz target over kept inputs, without libFuzzer:
+// Runs a fuzz target on saved inputs, without libFuzzer:
 //
 //     fuzz_TARGET FOLDER...
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Returns how many files there are.
+/// Runs all files of the folder and returns their number.
 int replay(const QString& folder)
 {
     int count = 0;
@@ -23,7 +23,7 @@ int replay(const QString& folder)
             return 0;
         }
         const QByteArray bytes = file.readAll();
-        // Told before, so that the last one told is the one that broke.
+        // The name is printed before the run, so the last printed name is the input that failed.
         std::printf("%s\n", qUtf8Printable(each.fileName()));
         std::fflush(stdout);
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.constData()),

@@ -1,5 +1,5 @@
-// The report's record source: rows of whatever a damaged or foreign store may hold, laid out,
-// painted and written as text and as a page.
+// Fuzzes the order report: rows with any values that a damaged or foreign store may hold are laid
+// out, painted and exported as text and HTML.
 
 #include "fuzz/fuzz.h"
 
@@ -26,13 +26,14 @@ using testsupport::MemoryRows;
 
 namespace {
 
-constexpr int mostRows = 5; // one more than a page takes
+// One more row than a page takes.
+constexpr int mostRows = 5;
 constexpr int longestText = 60;
 
 const std::array types{dao::dbText,   dao::dbText, dao::dbLong,   dao::dbInteger,
                        dao::dbDouble, dao::dbDate, dao::dbBoolean};
 
-/// What a column may hold, whatever its type says.
+/// Returns a value that a column may hold, regardless of the column's type.
 QVariant storedValue(fuzz::Input& input)
 {
     switch (input.takeBelow(8)) {
@@ -57,7 +58,7 @@ QVariant storedValue(fuzz::Input& input)
     }
 }
 
-/// As the engine hands it on; Null where it refuses to.
+/// Returns the value as the engine converts it, or Null if the engine rejects it.
 QVariant fieldValue(fuzz::Input& input)
 {
     const dao::FieldInfo field{
@@ -69,7 +70,7 @@ QVariant fieldValue(fuzz::Input& input)
     } catch (const runtime::RunTimeError& error) {
         fuzz::require(error.number() == runtime::DataTypeConversion ||
                           error.number() == runtime::Overflow,
-                      "a value is taken, or refused with its error", stored.toString());
+                      "a value is accepted or rejected with its error", stored.toString());
         return {};
     }
 }
@@ -95,7 +96,7 @@ std::unique_ptr<report::Document> documentOf(int count, const MemoryRows::MakeRo
         std::make_shared<MemoryRows>(columns(), count, makeRow), report::a4Portrait);
 }
 
-/// Whatever a text holds, it is laid on one line.
+/// Checks that any text is laid out on one line.
 void checkText(const QString& text)
 {
     const report::DisplayText display = report::displayText(text, true);
@@ -106,7 +107,7 @@ void checkText(const QString& text)
                       "a text is laid on one line", text);
 }
 
-/// Every block once, whole, between the header and the footer.
+/// Checks that every block is printed once and lies completely between header and footer.
 void checkPages(report::Document& document, int rows)
 {
     const report::Pagination& places = document.pagination();
@@ -121,14 +122,14 @@ void checkPages(report::Document& document, int rows)
             for (const report::PrintedControl& each : band.controls) {
                 const int y = each.corner.y();
                 fuzz::require(y >= top && y + each.control->design().height <= top + height,
-                              "a control stands in its block", each.text);
+                              "a control lies inside its block", each.text);
                 checkText(each.text);
             }
             fuzz::require(top + height <= places.footerTop(), "no block is split", {});
         }
         blocks += onPage;
     }
-    fuzz::require(blocks == rows, "every row is a block", QString::number(blocks));
+    fuzz::require(blocks == rows, "every row is printed as one block", QString::number(blocks));
 }
 
 void paint(report::Document& document)
@@ -152,7 +153,7 @@ QByteArray written(Write write, report::Document& document)
     return buffer.data();
 }
 
-/// The two files of so many rows without values, made once.
+/// Returns the exported files of `rows` rows without values. They are cached.
 const std::pair<QByteArray, QByteArray>& plainFiles(int rows)
 {
     static QHash<int, std::pair<QByteArray, QByteArray>> made;
@@ -164,25 +165,29 @@ const std::pair<QByteArray, QByteArray>& plainFiles(int rows)
     return *made.constFind(rows);
 }
 
-/// What the values hold does not change how the files are built.
+/// Checks that the values do not change the structure of the exported files.
 void checkFiles(report::Document& document, int rows)
 {
     const auto& [plainText, plainHtml] = plainFiles(rows);
     const QByteArray text = written(report::writeText, document);
-    for (const char sign : {'\n', '\t', '\r', '\f', '\v'})
+    for (const char* sign : {"\n\n", "\t", "\r", "\f", "\v"})
         fuzz::require(text.count(sign) == plainText.count(sign),
-                      "a text line per line of the block", QString::fromUtf8(text));
+                      "an empty line after each block and nowhere else", QString::fromUtf8(text));
+    // The line of the kind stands alone; it is left out where there is none.
+    const qsizetype kindLines = text.count('\n') - plainText.count('\n');
+    fuzz::require(kindLines >= 0 && kindLines <= rows, "a text line per line of the block",
+                  QString::fromUtf8(text));
     for (const QChar::SpecialCharacter sign : {QChar::LineSeparator, QChar::ParagraphSeparator})
-        fuzz::require(!QString::fromUtf8(text).contains(QChar(sign)), "no line break in a text",
-                      QString::fromUtf8(text));
+        fuzz::require(!QString::fromUtf8(text).contains(QChar(sign)),
+                      "no text contains a line break", QString::fromUtf8(text));
     const QByteArray html = written(report::writeHtml, document);
     for (const char* element : {"<section", "</section>", "<div", "</div>", "<img", "<script"})
-        fuzz::require(html.count(element) == plainHtml.count(element), "an element per control",
-                      QString::fromUtf8(html));
+        fuzz::require(html.count(element) == plainHtml.count(element),
+                      "the HTML has one element per control", QString::fromUtf8(html));
     const auto elements = [](const QByteArray& all) {
         return all.count('<') - all.count("<span dir=") - all.count("</span>");
     };
-    fuzz::require(elements(html) == elements(plainHtml), "no element out of a value",
+    fuzz::require(elements(html) == elements(plainHtml), "no value creates an HTML element",
                   QString::fromUtf8(html));
 }
 
@@ -196,7 +201,7 @@ int LLVMFuzzerInitialize(int* argc, char*** argv)
     return 0;
 }
 
-/// The first byte is the number of rows; then value after value.
+/// The first byte is the number of rows, followed by the values.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     fuzz::Input input(data, size);

@@ -21,7 +21,7 @@ void compareNumbers(const QVariantList& seen, const QList<double>& expected)
 {
     QCOMPARE(seen.size(), expected.size());
     for (qsizetype i = 0; i < expected.size(); ++i) {
-        // Two ways of working out one number by hand differ in the last bits at most.
+        // The tolerance covers the last bits, where different orders of evaluation may differ.
         QVERIFY2(
             qAbs(seen[i].toDouble() - expected[i]) < 1e-9,
             qPrintable(u"%1: %2 instead of %3"_s.arg(i).arg(seen[i].toString()).arg(expected[i])));
@@ -30,23 +30,23 @@ void compareNumbers(const QVariantList& seen, const QList<double>& expected)
 
 } // namespace
 
-/// The main job: an order is opened, openings are typed, and every line stands in the store.
+/// Journeys of the main job: an order is opened, openings are typed, and every line is stored.
 class FirstOrderJourney : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void writesTheFirstOrderAndAnOrdinaryLine();
-    void writesAMonoblockLine();
-    void writesADoorLine();
-    void writesADoorLineWithMonoblock();
-    void refusesInItsOrder();
-    void continuesTheOrderAfterARestart();
-    void addsToTheLastOrderFromTheButtonMenu();
-    void endsOnALetterInABoxAndStoresNothing();
+    void firstOrder_storesAnOrdinaryLine();
+    void monoblock_storesItsLine();
+    void door_storesItsLine();
+    void doorWithMonoblock_storesItsLine();
+    void severalRefusals_areGivenInFixedOrder();
+    void restart_continuesTheOpenOrder();
+    void newOrderMenu_addsToTheLastOrder();
+    void letterInABox_endsTheProgramAndStoresNothing();
 };
 
-void FirstOrderJourney::writesTheFirstOrderAndAnOrdinaryLine()
+void FirstOrderJourney::firstOrder_storesAnOrdinaryLine()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 2, 2);
@@ -76,7 +76,7 @@ void FirstOrderJourney::writesTheFirstOrderAndAnOrdinaryLine()
     QCOMPARE(program.focusName(), u"TextNum_0"_s);
 }
 
-void FirstOrderJourney::writesAMonoblockLine()
+void FirstOrderJourney::monoblock_storesItsLine()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 2, 2);
@@ -99,7 +99,7 @@ void FirstOrderJourney::writesAMonoblockLine()
     QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"מונו בלוק : 10"_s}));
 }
 
-void FirstOrderJourney::writesADoorLine()
+void FirstOrderJourney::door_storesItsLine()
 {
     Program program;
     addSeries(program, u"דלת 4500"_s, 1, 1, u"d2000"_s);
@@ -119,7 +119,7 @@ void FirstOrderJourney::writesADoorLine()
     QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"אור"_s}));
 }
 
-void FirstOrderJourney::writesADoorLineWithMonoblock()
+void FirstOrderJourney::doorWithMonoblock_storesItsLine()
 {
     Program program;
     addSeries(program, u"דלת 4500"_s, 2, 1, u"d2000"_s);
@@ -134,15 +134,16 @@ void FirstOrderJourney::writesADoorLineWithMonoblock()
     typeOpening(program, u"90"_s, u"00"_s, u"210"_s, u"00"_s);
     addLine(program, 1);
 
-    // The frame keeps the monoblock's base of 87.2 by 192; the sash is the door's, 82 by 206.
+    // The frame is computed from the monoblock's opening of 87.2 by 192, the sash from the door's
+    // opening of 82 by 206.
     compareNumbers(line(program, 1, 1, cutSizes), {86.2, 190.5, 38.9, 198.5, 0, 0, 0, 0});
     compareNumbers(line(program, 1, 1, counts), {2, 2, 2, 2});
-    // 210 - 8 = 202 by slats of 4.5 are 44.89 slats.
+    // The height minus 8 is 202; divided by the slat thickness 4.5 it gives 44.89 slats.
     compareNumbers(line(program, 1, 1, shutter), {82, 206, 4, 196, 192.4, 4.5, 77.3, 45, 90, 18});
     QCOMPARE(line(program, 1, 1, u"Kind"_s), QVariantList({u"מונו בלוק : 10"_s}));
 }
 
-void FirstOrderJourney::refusesInItsOrder()
+void FirstOrderJourney::severalRefusals_areGivenInFixedOrder()
 {
     Program program;
     program.start();
@@ -170,7 +171,7 @@ void FirstOrderJourney::refusesInItsOrder()
     QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt(), 0);
 }
 
-void FirstOrderJourney::continuesTheOrderAfterARestart()
+void FirstOrderJourney::restart_continuesTheOpenOrder()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);
@@ -180,7 +181,7 @@ void FirstOrderJourney::continuesTheOrderAfterARestart()
     chooseSeries(program, u"בלגי 7000"_s);
     typeOpening(program, u"80"_s, u"00"_s, u"60"_s, u"00"_s);
     addLine(program, 1);
-    // Typed after the line, and so dropped by the end of the program.
+    // This text is typed after the line was added, so it is lost when the program exits.
     program.fill(u"TextCustomerName"_s, u"לא נשמר"_s);
     program.clickTag(u"Exit"_s);
     QCOMPARE(program.exitStatus(), 0);
@@ -196,13 +197,13 @@ void FirstOrderJourney::continuesTheOrderAfterARestart()
     chooseSeries(program, u"בלגי 7000"_s);
     typeOpening(program, u"90"_s, u"5"_s, u"70"_s, u"00"_s);
     addLine(program, 2);
-    // A single digit behind the point means tenths once its box has been left.
+    // A single digit in the hundredths box means tenths after the box has lost the focus.
     QCOMPARE(line(program, 1, 2, u"MyWidth"_s), QVariantList({90.5}));
     QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
     QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"2"_s));
 }
 
-void FirstOrderJourney::addsToTheLastOrderFromTheButtonMenu()
+void FirstOrderJourney::newOrderMenu_addsToTheLastOrder()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);
@@ -217,7 +218,7 @@ void FirstOrderJourney::addsToTheLastOrderFromTheButtonMenu()
     program.click(u"FormFindOrder/CmdPic"_s);
     QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
 
-    // The menu moves the current order on; the form goes on showing the older one.
+    // The menu command advances the current order, but the form keeps showing the previous one.
     program.clickTag(u"NewOrder"_s);
     chooseSeries(program, u"בלגי 7000"_s);
     QCOMPARE(program.text(u"LabelOrderNum"_s), u"1"_s);
@@ -229,7 +230,7 @@ void FirstOrderJourney::addsToTheLastOrderFromTheButtonMenu()
     QVERIFY(program.waitForRows(u"FrOrder/DBGrid1"_s, 0));
 }
 
-void FirstOrderJourney::endsOnALetterInABoxAndStoresNothing()
+void FirstOrderJourney::letterInABox_endsTheProgramAndStoresNothing()
 {
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);

@@ -46,14 +46,15 @@ void chooseSeries(Program& program, const QString& name)
 void typeOpening(Program& program, const QString& width, const QString& widthHundredths,
                  const QString& height, const QString& heightHundredths)
 {
-    // A second click would only take the selection away from the box that has the focus already.
+    // Clicking the box again would remove its selection, so the click is skipped if it has the
+    // focus.
     if (program.focusName() != u"TextNum_0")
         program.click(u"FrOrder/TextNum_0"_s);
     const QStringList texts{width, widthHundredths, height, heightHundredths};
     for (int box = 0; box < texts.size(); ++box) {
         const QString name = u"TextNum_%1"_s.arg(box);
         if (!QTest::qWaitFor([&] { return program.focusName() == name; }))
-            qFatal("Enter did not lead to %s but to %s", qPrintable(name),
+            qFatal("Enter moved the focus not to %s but to %s", qPrintable(name),
                    qPrintable(program.focusName()));
         program.type(texts[box]);
         program.press(Qt::Key_Return);

@@ -18,7 +18,7 @@ namespace journeys {
 
 namespace {
 
-constexpr int patience = 10000; // ms
+constexpr int patience = 10000; // Milliseconds.
 
 void copyInto(const QString& file, const QString& folder, const QString& name)
 {
@@ -48,7 +48,8 @@ Program::~Program()
         kill();
 }
 
-/// An embedded store as its user makes it, or one on the server of this test run.
+/// Creates the store: an embedded one with the store program, or one on the server of this test
+/// run.
 void Program::layStore()
 {
     using testsupport::TemporaryStore;
@@ -72,9 +73,10 @@ void Program::start()
     environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName);
     process_.setProcessEnvironment(environment);
     process_.setWorkingDirectory(
-        u"/"_s); // the store lies beside the program, wherever it is started from
+        // The program finds its store beside itself, so the working directory must not matter.
+        u"/"_s);
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
-    // A journey that fails hard takes the program with it.
+    // The kernel kills the program if the journey's process dies.
     process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process_.start(folder() + u"/Zomrel"_s, QStringList());
     const bool reached = waitFor([&] {
@@ -105,7 +107,8 @@ QJsonObject Program::ask(const QJsonObject& request)
     socket_.write(QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n');
     while (!socket_.canReadLine()) {
         if (!socket_.waitForReadyRead(patience))
-            return {}; // the program has ended, or hangs: the look that asked fails
+            // The program has ended or hangs; the caller's check fails on the empty answer.
+            return {};
     }
     return QJsonDocument::fromJson(socket_.readLine()).object();
 }
@@ -155,11 +158,11 @@ void Program::fill(const QString& name, const QString& text)
 {
     click(name);
     if (!waitFor([&] { return focusName() == name.section(u'/', -1); }))
-        qFatal("%s does not take the focus", qPrintable(name));
+        qFatal("%s does not get the focus", qPrintable(name));
     press(Qt::Key_A, Qt::ControlModifier);
     type(text);
     if (!waitForText(name, text))
-        qFatal("%s does not take %s", qPrintable(name), qPrintable(text));
+        qFatal("%s did not accept the text %s", qPrintable(name), qPrintable(text));
 }
 
 QString Program::text(const QString& name)
@@ -240,7 +243,7 @@ Box Program::waitForBox()
             seen = ask({{u"do"_s, u"box"_s}});
             return seen[u"exists"_s].toBool();
         }))
-        qFatal("no message box came");
+        qFatal("no message box was shown");
     Box box{seen[u"text"_s].toString(), seen[u"title"_s].toString(), {}};
     for (const QJsonValue& each : seen[u"buttons"_s].toArray())
         box.buttons.append(each.toString());
@@ -253,7 +256,7 @@ void Program::answer(const QString& caption)
             return ask({{u"do"_s, u"answer"_s}, {u"caption"_s, caption}})[u"exists"_s].toBool();
         }))
         qFatal("no button %s", qPrintable(caption));
-    // The box is gone, or another one has come; an ended program has no box either.
+    // Waits until the box has closed or another one is open. A program that has ended has no box.
     waitFor([&] { return !isRunning() || !ask({{u"do"_s, u"box"_s}})[u"exists"_s].toBool(); });
 }
 

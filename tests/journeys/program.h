@@ -14,7 +14,7 @@
 
 namespace journeys {
 
-/// What a message box of the program shows.
+/// The contents of a message box of the program.
 struct Box
 {
     QString text;
@@ -22,24 +22,24 @@ struct Box
     QStringList buttons;
 };
 
-/// The built program in a folder of its own, driven through its real windows by key and mouse.
-/// Every look waits for what it expects, for 10 s at most, and fails the journey with what it saw
-/// instead. A control is named by its object name, or as "Form/Name" where several forms have one
-/// of that name.
+/// The built program in a folder of its own, driven through its windows by key and mouse events.
+/// Every query waits up to 10 s for the expected state and fails the journey with the actual state.
+/// A control is named by its object name, or as "Form/Name" if several forms have a control with
+/// that name.
 class Program
 {
 public:
-    /// A folder with the program in it and, unless left out, the delivered store.
+    /// Creates a folder with the program and, if `withStore` is true, the delivered store.
     explicit Program(bool withStore = true);
-    /// The program in a folder that others work in too.
+    /// Uses the program in a folder that other processes share.
     explicit Program(const QString& sharedFolder);
     ~Program();
 
     void start();
     bool isRunning() const { return process_.state() != QProcess::NotRunning; }
-    /// Ends it as a power failure does.
+    /// Kills the process.
     void kill();
-    /// Waits for the program's own end.
+    /// Waits until the process ends and returns its exit status.
     int exitStatus();
 
     QString folder() const { return folder_; }
@@ -50,7 +50,7 @@ public:
     void clickCell(const QString& grid, int row, int column, bool twice = false);
     void type(const QString& text);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// Clicks the box, selects what it holds and types over it.
+    /// Clicks the box, selects its contents and types the text.
     void fill(const QString& name, const QString& text);
 
     QString text(const QString& name);
@@ -70,7 +70,7 @@ public:
     void answer(const QString& caption);
     void screenshot(const QString& file, const QString& name = {});
 
-    /// Looks into the store past the program.
+    /// Queries the store directly, without the program.
     QList<QVariantList> rows(const QString& sql);
     QVariant scalar(const QString& sql);
     void execute(const QString& sql);

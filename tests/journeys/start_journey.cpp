@@ -11,27 +11,27 @@ using namespace Qt::StringLiterals;
 using journeys::Box;
 using journeys::Program;
 
-/// How the program starts and ends, as its user meets it.
+/// Journeys of starting and ending the program.
 class StartJourney : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void showsTheEmptyFrame();
-    void endsByTheExitButton();
-    void refusesAMissingStore();
-    void refusesAFileThatIsNoStore();
-    void refusesALockedStore();
-    void refusesALinkThatLeadsNowhere_data();
-    void refusesALinkThatLeadsNowhere();
-    void refusesADatabaseThatIsNoStore();
-    void upgradesAnOlderOrdersTable();
+    void start_showsTheEmptyFrame();
+    void exitButton_endsTheProgram();
+    void missingStore_endsTheProgram();
+    void otherFile_endsTheProgram();
+    void lockedStore_endsTheProgram();
+    void linkToNowhere_endsTheProgram_data();
+    void linkToNowhere_endsTheProgram();
+    void databaseWithoutAStore_endsTheProgram();
+    void olderOrdersTable_isUpgraded();
 
 private:
     static void expectRefusal(Program& program, int number, const QStringList& told);
 };
 
-void StartJourney::showsTheEmptyFrame()
+void StartJourney::start_showsTheEmptyFrame()
 {
     Program program;
     program.start();
@@ -42,7 +42,7 @@ void StartJourney::showsTheEmptyFrame()
     QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 0);
 }
 
-void StartJourney::endsByTheExitButton()
+void StartJourney::exitButton_endsTheProgram()
 {
     Program program;
     program.start();
@@ -51,7 +51,7 @@ void StartJourney::endsByTheExitButton()
     QCOMPARE(program.exitStatus(), 0);
 }
 
-void StartJourney::refusesAMissingStore()
+void StartJourney::missingStore_endsTheProgram()
 {
     Program program(false);
     program.start();
@@ -64,7 +64,7 @@ void StartJourney::refusesAMissingStore()
     QVERIFY(!QFile::exists(program.storePath()));
 }
 
-void StartJourney::refusesAFileThatIsNoStore()
+void StartJourney::otherFile_endsTheProgram()
 {
     const QByteArray contents("This is a letter and no store.\n");
     Program program(false);
@@ -82,7 +82,7 @@ void StartJourney::refusesAFileThatIsNoStore()
     QCOMPARE(file.readAll(), contents);
 }
 
-void StartJourney::refusesALockedStore()
+void StartJourney::lockedStore_endsTheProgram()
 {
     if (testsupport::isOnServer())
         QSKIP("a server's store is never locked as a whole");
@@ -97,7 +97,7 @@ void StartJourney::refusesALockedStore()
     station.rows(u"ROLLBACK"_s);
 }
 
-void StartJourney::refusesALinkThatLeadsNowhere_data()
+void StartJourney::linkToNowhere_endsTheProgram_data()
 {
     QTest::addColumn<QByteArray>("link");
     QTest::addColumn<int>("number");
@@ -115,7 +115,7 @@ void StartJourney::refusesALinkThatLeadsNowhere_data()
         << QStringList{u"/no/such/folder:5432"_s, u"No such file"_s};
 }
 
-void StartJourney::refusesALinkThatLeadsNowhere()
+void StartJourney::linkToNowhere_endsTheProgram()
 {
     QFETCH(const QByteArray, link);
     QFETCH(const int, number);
@@ -132,10 +132,10 @@ void StartJourney::refusesALinkThatLeadsNowhere()
              (QStringList{u"Aluminium.mdb"_s, u"Zomrel"_s}));
 }
 
-void StartJourney::refusesADatabaseThatIsNoStore()
+void StartJourney::databaseWithoutAStore_endsTheProgram()
 {
     if (!testsupport::isOnServer())
-        QSKIP("about a server");
+        QSKIP("applies only to a server");
     const testsupport::ThrowawayDatabase database;
     Program program(false);
     database.writeLink(program.storePath());
@@ -149,7 +149,8 @@ void StartJourney::refusesADatabaseThatIsNoStore()
              1);
 }
 
-/// One run-time box with these words in it, exit status 1, and no window seen.
+/// Expects a start that shows one run-time error box with these words, opens no window, and ends
+/// with exit status 1.
 void StartJourney::expectRefusal(Program& program, int number, const QStringList& told)
 {
     program.start();
@@ -163,7 +164,7 @@ void StartJourney::expectRefusal(Program& program, int number, const QStringList
     QCOMPARE(program.exitStatus(), 1);
 }
 
-void StartJourney::upgradesAnOlderOrdersTable()
+void StartJourney::olderOrdersTable_isUpgraded()
 {
     Program program;
     program.execute(u"ALTER TABLE Orders DROP COLUMN CustomerTel"_s);

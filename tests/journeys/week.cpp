@@ -1,4 +1,4 @@
-// A week's work, step by step, by key and mouse.
+// A week's work in the program, step by step, by key and mouse events.
 
 #include "journeys/week.h"
 
@@ -25,25 +25,26 @@ const QString seriesGrid = u"FrSerials/DBGrid1"_s;
 void expect(bool good, const char* what)
 {
     if (!good)
-        qFatal("the week went wrong: %s", what);
+        qFatal("unexpected state in the week: %s", what);
 }
 
-/// Waits for the box and answers it.
+/// Waits for the message box and answers it.
 void answerBox(Program& program, const QString& text, const QString& title, const QString& answer)
 {
     const Box box = program.waitForBox();
     if (box.text != text || box.title != title)
-        qFatal("instead of \"%s\" came \"%s\"", qPrintable(text), qPrintable(box.text));
+        qFatal("expected the box \"%s\" but got \"%s\"", qPrintable(text), qPrintable(box.text));
     program.answer(answer);
 }
 
 void waitForFocus(Program& program, const QString& name)
 {
     if (!QTest::qWaitFor([&] { return program.focusName() == name; }))
-        qFatal("%s has no focus but %s", qPrintable(name), qPrintable(program.focusName()));
+        qFatal("expected the focus on %s but it is on %s", qPrintable(name),
+               qPrintable(program.focusName()));
 }
 
-/// The row of the grid that has the text in the column.
+/// Returns the row of the grid that has this text in the column, waiting until it appears.
 int rowWith(Program& program, const QString& grid, int column, const QString& text)
 {
     int found = -1;
@@ -76,8 +77,8 @@ void typeSign(Program& program, const QString& sign)
         program.press(Qt::Key_Minus);
 }
 
-/// Types the name and what follows it from box to box; a Tab leaves name and lists, Enter the
-/// boxes. The lists stand on their first entries before.
+/// Types the name of a series and its deductions. Tab leaves the name and the lists; Enter leaves
+/// the other boxes. The lists keep their first entries.
 void typeSeries(Program& program, const std::array<Deduction, 8>& deductions)
 {
     waitForFocus(program, u"TextName"_s);
@@ -105,11 +106,12 @@ void typeSeries(Program& program, const std::array<Deduction, 8>& deductions)
     program.type(u"הזזה"_s);
 }
 
-/// The last deduction is entered with a plus by mistake.
+/// Enters a series. Its last deduction gets a plus sign by mistake.
 void enterSeries(Program& program)
 {
     program.clickTag(u"Serials"_s);
-    waitForFocus(program, u"CmdNew"_s); // the fields before it are out of use
+    // The input fields come before CmdNew in tab order, but they are disabled.
+    waitForFocus(program, u"CmdNew"_s);
     program.click(u"CmdNew"_s);
     typeSeries(program, {{{u"-"_s, u"1"_s, u"00"_s},
                           {u"-"_s, u"1"_s, u"5"_s},
@@ -124,18 +126,19 @@ void enterSeries(Program& program)
     rowWith(program, seriesGrid, 2, windowSeries);
 }
 
-/// Finds the mistake in the last deduction and mends it.
+/// Corrects the sign of the last deduction.
 void mendSeries(Program& program)
 {
     program.clickCell(seriesGrid, rowWith(program, seriesGrid, 2, windowSeries), 2);
     program.click(u"CmdUpdate"_s);
-    // A single digit behind the point was written as tenths.
+    // The single hundredths digit "5" was stored as fifty hundredths.
     expect(program.waitForText(u"FrSerials/TextNum_3"_s, u"50"_s), "tenths of a deduction");
     expect(program.text(u"TextSign_7"_s) == u"+", "the sign of a deduction");
     expect(!program.isEnabled(u"CmdNew"_s) && !program.isEnabled(seriesGrid), "editing");
     program.click(u"TextSign_7"_s);
     waitForFocus(program, u"TextSign_7"_s);
-    program.press(Qt::Key_Delete); // behind the sign: takes nothing
+    // The cursor is behind the sign, so Delete removes nothing.
+    program.press(Qt::Key_Delete);
     program.press(Qt::Key_Backspace);
     typeSign(program, u"-"_s);
     expect(program.waitForText(u"TextSign_7"_s, u"-"_s), "another sign");
@@ -153,8 +156,8 @@ void typeInList(Program& program, int list, int row, const QString& name)
     program.type(name);
 }
 
-/// Adds a kind of frame and a colour of glass, deletes the second colour of mesh, and changes the
-/// first colour of sash, which is written as the form goes.
+/// Adds a frame kind and a glass colour, deletes the second mesh colour, and changes the first sash
+/// colour. The last change is written when the form closes.
 void enterKinds(Program& program)
 {
     program.clickTag(u"ColorKind"_s);
@@ -189,7 +192,7 @@ void add(Program& program, const QStringList& opening, int linesAfter)
 {
     typeOpening(program, opening[0], opening[1], opening[2], opening[3]);
     addLine(program, linesAfter);
-    // The timer has brought the grid to the last line.
+    // Waits until the timer has moved the grid to the last line.
     expect(program.waitForText(u"LabelLinesInOrder"_s, QString::number(linesAfter)), "lines");
 }
 
@@ -210,7 +213,7 @@ void closeOrder(Program& program)
     expect(program.waitForWindow(u"DataReport1"_s), "the report");
 }
 
-/// Lines of all three kinds.
+/// Works on the first order: one line of each kind.
 int workOnTheFirst(Program& program)
 {
     const int number = openOrder(program);
@@ -234,7 +237,8 @@ int workOnTheFirst(Program& program)
     return number;
 }
 
-/// Three lines, of which the first is deleted, and a fourth. It has no customer.
+/// Works on the second order: adds three lines, deletes the first and adds a fourth. The order has
+/// no customer.
 int workOnTheSecond(Program& program)
 {
     const int number = openOrder(program);
@@ -254,7 +258,7 @@ int workOnTheSecond(Program& program)
     return number;
 }
 
-/// Takes the closed order by search, gives it another telephone and a line more.
+/// Finds the closed order with the search form, changes the telephone number and adds a line.
 void changeTheFirst(Program& program, int number)
 {
     program.clickTag(u"FindOrder"_s);
@@ -274,7 +278,7 @@ void changeTheFirst(Program& program, int number)
     expect(program.waitForGone(u"FrOrder"_s), "the order form is gone");
 }
 
-/// Two lines that are all deleted; empty it cannot be closed.
+/// Works on the third order: adds two lines and deletes both. The empty order cannot be closed.
 int workOnTheThird(Program& program)
 {
     const int number = openOrder(program);
@@ -298,7 +302,8 @@ int workOnTheThird(Program& program)
 
 Week workAWeek(Program& program, const std::function<void()>& betweenOrders)
 {
-    // No screen makes a series a door's.
+    // The door mark of a series cannot be set on any screen, so the door series is inserted
+    // directly.
     addSeries(program, doorSeries, 1, 1, u"d2000"_s);
     program.start();
     Week week;

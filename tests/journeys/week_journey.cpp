@@ -21,7 +21,7 @@ QString today()
     return QDate::currentDate().toString(Qt::ISODate);
 }
 
-/// The station takes an order of its own in, with two lines, and closes it.
+/// Lets the station enter an order with two lines and close it.
 void workBetween(StationProcess& station, bool opens)
 {
     if (opens)
@@ -41,17 +41,17 @@ void tellLedger(Ledger& ledger, StationProcess& station)
 
 } // namespace
 
-/// All that a week brings, alone and beside others.
+/// Journeys of a whole week, alone and with other stations on the same store.
 class WeekJourney : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void alone();
-    void besideOthers();
+    void weekAlone_storesItsRows();
+    void weekBesideOtherStations_storesItsRows();
 };
 
-void WeekJourney::alone()
+void WeekJourney::weekAlone_storesItsRows()
 {
     Program program;
     const QString begun = today();
@@ -62,9 +62,9 @@ void WeekJourney::alone()
     QCOMPARE(storetools::checkStore(program.storePath()), QStringList());
 }
 
-/// One station works without a pause, in an older order and in the catalogue; another takes orders
-/// of its own, before the week's first and between two of them.
-void WeekJourney::besideOthers()
+/// One other station works without a pause in an older order and in the catalogue. Another one
+/// enters orders of its own before the week's first order and between two of its orders.
+void WeekJourney::weekBesideOtherStations_storesItsRows()
 {
     TemporaryStore store(TemporaryStore::Contents::Delivered);
     reliability::addSeriesOfLines(store);

@@ -1,4 +1,4 @@
-// What the week has to leave in the store, worked out by hand.
+// The rows that the week leaves in the store, calculated by hand.
 
 #include "journeys/week.h"
 
@@ -19,9 +19,9 @@ struct Line
     QString series;
     QString kind;
     QList<double> opening;
-    QList<double> cuts;    ///< Width and height of frame, sash, glass, mesh.
-    QList<double> counts;  ///< Frame, sash, glass, mesh.
-    QList<double> shutter; ///< From MyWidth_2 to Argaz_Height; empty for zeros.
+    QList<double> cuts;    ///< Width and height of the frame, the sash, the glass and the mesh.
+    QList<double> counts;  ///< Counts of the frame, the sash, the glass and the mesh.
+    QList<double> shutter; ///< The fields from MyWidth_2 to Argaz_Height; empty if all are 0.
     QString frameKind;
     QString glassColour;
 };
@@ -34,8 +34,9 @@ const QString numbers =
 const QString texts = u"Name, Kind, Mashof_Kind, Mahkof_Color, Kanaf_Kind, Kanaf_Color, Glass_Kind,"
                       " Glass_Color, Reshet_Kind, Reshet_Color, Rem, Sign"_s;
 
-/// An ordinary window of two sashes: the frame is 1 narrower and 1.5 lower than the opening; the
-/// sashes share the width less 4.2 and are 7.5 lower, the glass 13.4 and 16, the mesh 6.3 and 8.25.
+/// An ordinary window with two sashes. The frame is 1 narrower and 1.5 lower than the opening. The
+/// sash takes 4.2 off the width and 7.5 off the height, the glass 13.4 and 16, the mesh 6.3 and
+/// 8.25; their widths are divided by the number of sashes.
 Line ordinary(int order, int number, double width, double height)
 {
     return {order,
@@ -67,9 +68,9 @@ QList<Line> expectedLines(const Week& week)
          {},
          frame,
          glass},
-        // 2.80 off the width and 18 off the height leave 117.7 by 82.25. The shutter: a profile of
-        // 6.5, cut at 100.25 - 14 and - 17.6, slats of 4.5 that are 120.5 - 12.7 long,
-        // 92.25 / 4.5 = 20.5 of them, half to even.
+        // Subtracting 2.80 from the width and 18 from the height gives 117.7 by 82.25. The shutter
+        // has a 6.5 profile, U cuts of 100.25 - 14 and 100.25 - 17.6, and slats of 4.5 with the
+        // length 120.5 - 12.7. The slat count is 92.25 / 4.5 = 20.5, rounded half to even.
         {week.first,
          2,
          window,
@@ -80,7 +81,7 @@ QList<Line> expectedLines(const Week& week)
          {117.7, 82.25, 6.5, 86.25, 82.65, 4.5, 107.8, 20, 120.5, 18},
          frame,
          glass},
-        // One leaf in a frame of 4: the leaf follows 82 by 206.
+        // A door with one sash in a frame of thickness 4; the sash is computed from 82 by 206.
         {week.first,
          3,
          u"דלת 4500"_s,
@@ -92,8 +93,7 @@ QList<Line> expectedLines(const Week& week)
          frame,
          glass},
         ordinary(week.first, 4, 80, 60),
-        // The report numbers the first line anew and no other; the fourth line came after the
-        // third.
+        // The report renumbers only the first line. The fourth line was added after the third.
         ordinary(week.second, 1, 60.5, 70),
         ordinary(week.second, 3, 200, 150),
         ordinary(week.second, 4, 60, 60),
@@ -176,7 +176,7 @@ void compareCatalogue(Program& program)
             all.append(row[0].toString());
         return all;
     };
-    // Another station may have added some behind them.
+    // Another station may have added entries after these.
     QCOMPARE(names(u"MashkofKind"_s).count(u"פרופיל כבד"_s), 1);
     QCOMPARE(names(u"GlassColor"_s).count(u"תכלת"_s), 1);
     QCOMPARE(names(u"KanafColor"_s).first(), u"לבן מט"_s);

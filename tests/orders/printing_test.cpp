@@ -1,9 +1,14 @@
 #include "orders/desk.h"
 #include "output/order_report.h"
+#include "platform/controls/db_grid.h"
 #include "platform/dao/recordset.h"
+#include "platform/report/doors.h"
+#include "platform/report/preview_pages.h"
 
+#include <QAction>
 #include <QFile>
 #include <QImage>
+#include <QTemporaryDir>
 
 #include <memory>
 
@@ -29,11 +34,15 @@ private slots:
     void unreadableLogoFails();
     void failedPrintOfAClosing();
     void previewOutlivesTheForm();
+    void lineDeletedMeanwhileIsShownWhole();
+    void longOrderIsShownAsOfOneMoment();
 
 private:
     void openRead(int order, const QList<int>& lineNumbers);
     QString caption(const char* label);
     static QWidget* preview();
+    /// The report in the preview as it is saved to a text file.
+    static QString exported();
     static void layUnreadableLogo();
 
     std::unique_ptr<Desk> desk_;
@@ -66,6 +75,17 @@ QWidget* PrintingTest::preview()
             return each;
     }
     return nullptr;
+}
+
+QString PrintingTest::exported()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"report.txt"_s);
+    const auto former = report::setFileDoor([&](const report::FileRequest&) { return path; });
+    testsupport::child<QAction>(*preview(), u"ActionExportText"_s)->trigger();
+    report::setFileDoor(former);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 void PrintingTest::layUnreadableLogo()
@@ -214,6 +234,48 @@ void PrintingTest::previewOutlivesTheForm()
     QTRY_VERIFY(form.isNull());
     QVERIFY(preview() != nullptr);
     QVERIFY(!preview()->grab().isNull());
+}
+
+void PrintingTest::lineDeletedMeanwhileIsShownWhole()
+{
+    openRead(1, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    desk_->click("CmdPrint");
+    auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
+    testsupport::clickCell(*grid, 7, 0); // on a page that has not been looked at
+    desk_->boxes.answer(runtime::vbYes);
+    desk_->click("CmdDel");
+    desk_->store.execute(u"UPDATE Cuts SET Name = 'אחר'"_s);
+    QCOMPARE(desk_->storedLineNumbers(1).size(), 8);
+
+    auto* pages = testsupport::child<report::PreviewPages>(*preview(), u"PreviewPages"_s);
+    pages->setCurrentPage(3);
+    QVERIFY(!pages->grab().isNull());
+    const QString text = exported();
+    QCOMPARE(text.count(u"מס' פריט :"_s), 9);
+    for (int line = 1; line <= 9; ++line)
+        QCOMPARE(text.count(u"סדרה %1"_s.arg(line)), 1);
+    QVERIFY(!text.contains(u"אחר"_s));
+}
+
+void PrintingTest::longOrderIsShownAsOfOneMoment()
+{
+    constexpr int count = 600;
+    desk_->store.addOrder(1);
+    desk_->store.execute(
+        u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?)"
+        " INSERT INTO Cuts (Order_Num, NUM, Name, Order_Date) SELECT 1, i, 'שם', '2026-01-02'"
+        " FROM n"_s,
+        {count});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->click("CmdPrint");
+    desk_->store.execute(u"DELETE FROM Cuts WHERE NUM = 500"_s);
+    desk_->store.execute(u"UPDATE Cuts SET Name = 'אחר' WHERE NUM IN (1, 600)"_s);
+
+    const QString text = exported();
+    QCOMPARE(text.count(u"מס' פריט :"_s), count - 1);
+    QCOMPARE(text.count(u"\tשם\n"_s) + text.count(u"\tאחר\n"_s), count - 1);
+    QCOMPARE(text.count(u"אחר"_s), 2); // the first page is of the same moment as the last
 }
 
 ZOMREL_QTEST_MAIN(PrintingTest)

@@ -140,11 +140,13 @@ void FormPrintTest::keepsItsSizeOnFinePaper_data()
     QTest::newRow("date") << u"LabelDate"_s;
     QTest::newRow("column head") << u"Label4"_s;
     QTest::newRow("number") << u"LabelHeight_2"_s;
+    QTest::newRow("condensed number") << u"LabelWidth_1"_s;
 }
 
 void FormPrintTest::keepsItsSizeOnFinePaper()
 {
     QFETCH(QString, label);
+    output::formView().LabelWidth[1]->setText(u"31.6666666666667"_s);
     const auto inkAt = [&](int fineness) {
         QImage printed;
         const Printer printer(

@@ -1,4 +1,6 @@
 #include "output/form_view.h"
+
+#include "output/fitted_label.h"
 #include "platform/controls/form.h"
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
@@ -40,6 +42,12 @@ QPushButton* button(const QString& name)
     return child<QPushButton>(formView(), name);
 }
 
+/// The text of a label as it is drawn.
+report::ShapedText drawn(const QLabel* label)
+{
+    return dynamic_cast<const output::FittedLabel&>(*label).shapedText();
+}
+
 const QString lineOfOrder = u"SELECT * FROM CUTS WHERE ORDER_NUM = %1 ORDER BY ORDER_DATE ASC"_s;
 
 std::shared_ptr<dao::Recordset> linesOf(int order)
@@ -77,7 +85,9 @@ private slots:
     void loadsBlank();
     void nothingIsClipped();
     void numbersRunFromTheLeft();
-    void keepsTheFirstDigitsOfALongNumber();
+    void condensesAWideNumber();
+    void cutsALongColourAtItsEnd();
+    void drawsWithinTheLabel();
 
     void fillsFromAStoredLine();
     void leavesNullTextsBlank();
@@ -252,10 +262,11 @@ void FormViewTest::nothingIsClipped()
     const QList<QLabel*> all = formView().findChildren<QLabel*>();
     QCOMPARE(all.size(), 15 + 4 + 20);
     for (const QLabel* each : all) {
-        const QFontMetrics metrics = each->fontMetrics();
-        QVERIFY2(each->height() >= metrics.height(), qPrintable(each->objectName()));
-        QVERIFY2(each->width() >= metrics.tightBoundingRect(each->text()).width(),
-                 qPrintable(each->objectName()));
+        QVERIFY2(each->height() >= each->fontMetrics().height(), qPrintable(each->objectName()));
+        const report::ShapedText shaped = drawn(each);
+        QVERIFY2(!shaped.fit.isCut, qPrintable(each->objectName()));
+        QVERIFY2(shaped.fit.size == 100, qPrintable(each->objectName()));
+        QVERIFY2(shaped.lines[0].width <= each->width() * 15, qPrintable(each->objectName()));
     }
 }
 
@@ -267,29 +278,60 @@ void FormViewTest::numbersRunFromTheLeft()
     QCOMPARE(formView().LabelKind[0]->layoutDirection(), Qt::RightToLeft);
 }
 
-void FormViewTest::keepsTheFirstDigitsOfALongNumber()
+void FormViewTest::condensesAWideNumber()
+{
+    QLabel* cell = formView().LabelWidth[1]; // 73 pixels
+    cell->setText(u"67.46666"_s);
+    const report::ShapedText shaped = drawn(cell);
+    QCOMPARE(shaped.lines[0].text, u"67.46666"_s);
+    QVERIFY(!shaped.fit.isCut && shaped.lines[0].width <= 73 * 15);
+    cell->setText(u"31.6666666666667"_s);
+    const report::ShapedText smaller = drawn(cell);
+    QCOMPARE(smaller.lines[0].text, u"31.6666666666667"_s);
+    QVERIFY(smaller.fit.stretch == 75 && smaller.fit.size < 100);
+    QVERIFY(smaller.lines[0].width <= 73 * 15);
+    // Right-aligned, as it is stated.
+    QCOMPARE(smaller.lines[0].corner.x(), 73 * 15 - smaller.lines[0].width);
+}
+
+void FormViewTest::cutsALongColourAtItsEnd()
+{
+    QLabel* colour = formView().LabelColor[0];
+    colour->setText(u"ירוק בקבוק מטלי RAL 6005"_s);
+    QVERIFY(!drawn(colour).fit.isCut);
+    QVERIFY(drawn(colour).fit != report::Fit());
+    const QString longer = u"ירוק בקבוק מטלי כהה במיוחד עם ברק עדין RAL 6005"_s;
+    colour->setText(longer);
+    const report::ShapedText shaped = drawn(colour);
+    QVERIFY(shaped.fit.isCut);
+    const QString shown = shaped.lines[0].text;
+    QVERIFY2(shown.endsWith(u'…') && longer.startsWith(shown.chopped(1)), qPrintable(shown));
+    QCOMPARE(colour->text(), longer);
+}
+
+void FormViewTest::drawsWithinTheLabel()
 {
     QLabel* cell = formView().LabelWidth[1];
     formView().ShowModeless();
     cell->setText(u"31.6666666666667"_s);
-    QVERIFY(cell->fontMetrics().horizontalAdvance(cell->text()) > cell->width());
-    const auto imageOf = [](QWidget& widget) {
-        return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage image = cell->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const auto hasInk = [&](int x) {
+        for (int y = 0; y < image.height(); ++y) {
+            if (qGray(image.pixel(x, y)) < 160)
+                return true;
+        }
+        return false;
     };
-    const QImage shown = imageOf(*cell);
-
-    QLabel begin(u"31.66"_s);
-    begin.setLayoutDirection(Qt::LeftToRight);
-    QPalette sheet;
-    sheet.setColor(QPalette::Window, Qt::white);
-    sheet.setColor(QPalette::WindowText, Qt::black);
-    begin.setPalette(sheet);
-    begin.setFont(cell->font());
-    begin.setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    begin.resize(cell->size());
-    const QRect firstDigits(0, 0, begin.fontMetrics().horizontalAdvance(begin.text()) - 1,
-                            begin.height());
-    QCOMPARE(shown.copy(firstDigits), imageOf(begin).copy(firstDigits));
+    int first = 0;
+    while (first < image.width() && !hasInk(first))
+        ++first;
+    int last = image.width() - 1;
+    while (last > first && !hasInk(last))
+        --last;
+    // The number is drawn as wide as it is shaped, to a pixel at either side.
+    const double scale = image.devicePixelRatio() / 15;
+    QVERIFY(qAbs(last - first + 1 - drawn(cell).lines[0].width * scale) <= 3);
+    QVERIFY(last >= image.width() - 4);
 }
 
 void FormViewTest::fillsFromAStoredLine()

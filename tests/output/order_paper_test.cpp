@@ -52,11 +52,23 @@ constexpr int firstBlockTop = 1440 + 4020;
 constexpr int blockHeight = 2250;
 constexpr int footTop = 16838 - 1440 - 450;
 
-/// What stands on paper in the place of a control of a band whose top is given.
-QString printed(const PdfWords& pdf, int page, int bandTop, Role role, QStringView name)
+/// The box of a control of a band whose top is given.
+QRect boxOf(int bandTop, Role role, QStringView name)
 {
     const ControlDesign& control = designed(role, name);
-    return pdf.at(page, bodyLeft + control.left, bandTop + control.top, control.width);
+    return {bodyLeft + control.left, bandTop + control.top, control.width, control.height};
+}
+
+/// What stands on paper in the box of a control.
+QString printed(const PdfWords& pdf, int page, int bandTop, Role role, QStringView name)
+{
+    return pdf.at(page, boxOf(bandTop, role, name));
+}
+
+/// Where it stands, in the first block of the first page.
+QRectF inkInBlock(const PdfWords& pdf, QStringView name)
+{
+    return pdf.placeAt(0, boxOf(firstBlockTop, Role::Detail, name));
 }
 
 QString inBlock(const PdfWords& pdf, int block, QStringView name, int page = 0)
@@ -106,7 +118,8 @@ private slots:
     void keepsThePlaceOfTheLogo();
     void printsCaptionsWithoutValues();
     void keepsMixedTextsInOrder();
-    void cutsLongNumbersAtTheirEnd();
+    void cutsVisiblyWhatDoesNotFit();
+    void keepsStripValuesFromTheirCaptions();
     void keepsTheSignOfNegativeNumbers();
     void printsNullBlank();
     void opensItsPreview();
@@ -139,25 +152,26 @@ void OrderPaperTest::standsWhereItIsDrawn()
 {
     const PdfWords pdf(*orderDocument({monoblockLine(1)}));
     const auto near = [](double found, double stated) { return qAbs(found - stated) <= 25; };
-    // Right-aligned: they end at left plus width. Centred: their middle. Left: they begin there.
+    // Right-aligned: they end at left plus width, 40 before a border. Centred: their middle.
+    // Left: they begin there. In height they stand in the middle.
     const QRectF width = pdf.placeOf(0, u"118.75"_s);
-    QVERIFY(near(width.right(), 500 + 3588 + 600));
-    QVERIFY(near(width.top(), firstBlockTop + 420));
+    QVERIFY(near(width.right(), 500 + 3588 + 600 - 40));
+    QVERIFY(near(width.center().y(), firstBlockTop + 420 + 150));
     const QRectF colour = pdf.placeOf(0, u"אפור"_s);
-    QVERIFY(near(colour.right(), 500 + 1200));
-    QVERIFY(near(colour.top(), firstBlockTop + 984));
+    QVERIFY(near(colour.right(), 500 + 1200 - 40));
+    QVERIFY(near(colour.center().y(), firstBlockTop + 984 + 150));
     const QRectF date = pdf.placeOf(0, u"15/02/2026"_s);
     QVERIFY(near(date.center().x(), 500 + 270 + 1695 / 2.0));
-    QVERIFY(near(date.top(), headTop + 2595));
+    QVERIFY(near(date.center().y(), headTop + 2595 + 150));
     const QRectF part = pdf.placeOf(0, u"משקוף"_s);
     QVERIFY(near(part.left(), 500 + 4296));
-    QVERIFY(near(part.top(), firstBlockTop + 360));
+    QVERIFY(near(part.center().y(), firstBlockTop + 360 + 150));
     const QRectF slats = pdf.placeOf(0, u"26"_s);
     QVERIFY(near(slats.center().x(), 500 + 1512 + 504 / 2.0));
-    QVERIFY(near(slats.top(), firstBlockTop + 1872));
+    QVERIFY(near(slats.center().y(), firstBlockTop + 1872 + 150));
     const QRectF customer = pdf.placeOf(0, u"אלון"_s);
     QVERIFY(near(customer.right(), 500 + 3885 + 5055));
-    QVERIFY(near(customer.top(), headTop + 2910));
+    QVERIFY(near(customer.center().y(), headTop + 2910 + 120));
     // The mesh comes before the glass.
     QVERIFY(pdf.placeOf(0, u"רשת"_s).top() < pdf.placeOf(0, u"זכוכית"_s).top());
 }
@@ -275,26 +289,52 @@ void OrderPaperTest::keepsMixedTextsInOrder()
     QVERIFY(first > digits && digits > latin && latin > last && last > 0);
 }
 
-void OrderPaperTest::cutsLongNumbersAtTheirEnd()
+void OrderPaperTest::cutsVisiblyWhatDoesNotFit()
 {
-    const PdfWords pdf(*orderDocument({with(ordinaryLine(1), {{u"Mashkof_W"_s, 1234567.891},
+    const PdfWords pdf(*orderDocument({with(ordinaryLine(1), {{u"Mashkof_W"_s, 12345678901.25},
                                                               {u"Kanaf_H"_s, 2.0 / 3},
-                                                              {u"Shalav_Count"_s, 1234567},
-                                                              {u"MyWidth"_s, 99999999999.0},
-                                                              {u"Reshet_W"_s, 123.45},
-                                                              {u"Reshet_H"_s, 123.45}})}));
-    const std::pair<QStringView, QString> cells[] = {{u"Text4", u"1234567.891"_s},
+                                                              {u"Shalav_Count"_s, 12345678901.0},
+                                                              {u"MyWidth"_s, 12345678.90123},
+                                                              {u"Reshet_W"_s, 268.25},
+                                                              {u"Reshet_H"_s, 131.325}})}));
+    const std::pair<QStringView, QString> cells[] = {{u"Text4", u"12345678901.25"_s},
                                                      {u"Text10", u"0.666666666666667"_s},
-                                                     {u"Text30", u"1234567"_s},
-                                                     {u"Width1", u"99999999999"_s}};
+                                                     {u"Text30", u"12345678901"_s}};
     for (const auto& [control, value] : cells) {
         const QString shown = inBlock(pdf, 0, control);
-        QVERIFY2(shown.size() >= 4 && value.startsWith(shown), qPrintable(shown));
-        QVERIFY(shown.size() < value.size());
+        QVERIFY2(shown.endsWith(u'…') && value.startsWith(shown.chopped(1)), qPrintable(shown));
+        QVERIFY2(shown.size() >= 4 && shown.size() < value.size(), qPrintable(shown));
     }
-    // What fits to the last hair is whole.
-    QCOMPARE(inBlock(pdf, 0, u"Text19"), u"123.45"_s);
-    QCOMPARE(inBlock(pdf, 0, u"Text20"), u"123.45"_s);
+    QCOMPARE(inBlock(pdf, 0, u"Width1"), u"12345678.90123"_s);
+    QCOMPARE(inBlock(pdf, 0, u"Text19"), u"268.25"_s);
+    QCOMPARE(inBlock(pdf, 0, u"Text20"), u"131.325"_s);
+}
+
+void OrderPaperTest::keepsStripValuesFromTheirCaptions()
+{
+    const PdfWords pdf(*orderDocument({with(monoblockLine(1), {{u"U_Thick"_s, 123.75},
+                                                               {u"U_Cut"_s, 102.4},
+                                                               {u"U_Vasa"_s, 118.25},
+                                                               {u"Shalav_Thick"_s, 123.75},
+                                                               {u"Shalav_Width"_s, 264.35},
+                                                               {u"Shalav_Count"_s, 1000}})}));
+    // From the right: each caption has its value at its left.
+    const QStringView row[] = {u"Label25", u"Text25", u"Label26", u"Text26", u"Label27", u"Text27",
+                               u"Label29", u"Text29", u"Label30", u"Text30", u"Label28", u"Text28"};
+    for (std::size_t i = 0; i + 1 < std::size(row); ++i) {
+        const QRectF right = inkInBlock(pdf, row[i]);
+        const QRectF left = inkInBlock(pdf, row[i + 1]);
+        QVERIFY(!right.isEmpty() && !left.isEmpty());
+        const double gap = right.left() - left.right();
+        QVERIFY2(gap >= 39, qPrintable(row[i + 1].toString() + u" "_s + QString::number(gap)));
+    }
+    QCOMPARE(inBlock(pdf, 0, u"Text26"), u"102.4"_s);
+    // Condensed, not moved.
+    for (const QStringView value : {u"Text25", u"Text26", u"Text27", u"Text28"}) {
+        const ControlDesign& control = designed(Role::Detail, value);
+        const double middle = bodyLeft + control.left + control.width / 2.0;
+        QVERIFY(qAbs(inkInBlock(pdf, value).center().x() - middle) < 5);
+    }
 }
 
 void OrderPaperTest::keepsTheSignOfNegativeNumbers()

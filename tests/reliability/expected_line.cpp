@@ -19,9 +19,9 @@ constexpr double sashes = 2;
 
 using Numbers = QList<std::pair<QString, double>>;
 
-/// What the series makes of the opening, the deductions of addSeriesOfLines put in by hand; the
-/// monoblock's are the picker's first proposal: 2.80 from the width, 18 from the height, slats of
-/// 4.5 that are 12.7 shorter, a profile of 6.5.
+/// Calculates the numbers of a line from the opening. The deductions of addSeriesOfLines are
+/// constants here. A monoblock uses the picker's first proposal: 2.80 off the width, 18 off the
+/// height, slats of 4.5 that are 12.7 shorter than the width, a 6.5 profile.
 Numbers numbersOf(double width, double height, bool monoblock)
 {
     const double baseWidth = monoblock ? width - 2.8 : width;
@@ -51,7 +51,7 @@ Numbers numbersOf(double width, double height, bool monoblock)
             {u"Argaz_Height"_s, shutter(18)}};
 }
 
-/// The fields that adding a line leaves alone.
+/// Returns true for fields that adding a line fills.
 bool isFilled(const QString& field)
 {
     return field != u"Rem" && field != u"Sign";

@@ -14,14 +14,15 @@ class TemporaryStore;
 
 namespace reliability {
 
-/// The series that the stations' lines are made of, with two sashes.
+/// The series with two sashes from which the stations' lines are computed.
 QString seriesOfLines();
 void addSeriesOfLines(testsupport::TemporaryStore& store);
 
-/// The name that a station puts in a list of kinds or colours for its tag: as long as the field.
+/// Returns the name that a station enters into a kind or colour list for a tag. The name has the
+/// field's maximum length.
 QString listedName(const QString& tag);
 
-/// What stands in a store, asked for past the program. The store has to outlive it.
+/// Queries a store directly, without the program. The store must outlive this object.
 class StoredRows
 {
 public:
@@ -29,21 +30,21 @@ public:
     StoredRows(testsupport::PlainSql& store);
 
     QList<QList<QVariant>> rows(const QString& sql, const QList<QVariant>& values = {}) const;
-    /// The first column of the first row; invalid where there is none.
+    /// Returns the first column of the first row, or an invalid QVariant if there is no row.
     QVariant scalar(const QString& sql, const QList<QVariant>& values = {}) const;
 
 private:
     std::function<QList<QList<QVariant>>(const QString&, const QList<QVariant>&)> ask_;
 };
 
-/// A stored line's fields by name.
+/// The fields of a stored line by name.
 using StoredLine = QMap<QString, QVariant>;
 
-/// All lines of the store.
+/// Returns all lines of the store.
 QList<StoredLine> storedLines(const StoredRows& store);
 
-/// Where the line differs from the one that adding an opening of its own width and height with its
-/// own tag stores; empty for a whole line.
+/// Compares a line with the expected result for its own width, height and tag. Returns the
+/// differences, or an empty list.
 QStringList lineFindings(const StoredLine& line);
 
 } // namespace reliability

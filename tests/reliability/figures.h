@@ -9,17 +9,17 @@ namespace reliability {
 
 enum class Engine { Embedded, Server };
 
-/// The engine that the tests of this process run over.
+/// Returns the SQL engine that the tests of this process use.
 Engine currentEngine();
 
 using Figure = std::pair<QString, QString>;
 
-/// Writes a test's figures where the last test of the folder finds them. Those of one topic over
-/// both engines stand beside each other, each under its name.
+/// Writes a test's figures to a file for the last test of the folder, which joins them. Figures of
+/// the same topic are listed side by side for both engines.
 void writeFigures(const QString& topic, const QList<Figure>& figures,
                   Engine engine = currentEngine());
 
-/// A whole number from the environment; the default where none stands there.
+/// Returns the integer value of an environment variable, or the default if it is not set.
 int setting(const char* variable, int otherwise);
 
 } // namespace reliability

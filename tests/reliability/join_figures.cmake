@@ -1,8 +1,8 @@
-# Joins the figures that the tests have left in the folder FIGURES into one table, a column for each engine, and prints it.
+# Joins the tests' figures in the folder FIGURES into one table with a column for each engine, and prints the table.
 set(name_width 48)
 set(column_width 14)
 
-# The text with signs behind it up to the width.
+# Pads the text with a character to the width.
 function(widened text sign width result)
   string(LENGTH "${text}" length)
   math(EXPR missing "${width} - ${length}")

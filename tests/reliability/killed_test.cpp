@@ -26,7 +26,7 @@ namespace {
 constexpr int killsPerStore = 20;
 constexpr int endlessly = 1000000;
 
-/// One store that station after station dies on.
+/// A store on which one station after the other is killed.
 struct Victim
 {
     Victim() : store(TemporaryStore::Contents::Delivered)
@@ -44,7 +44,7 @@ struct Victim
 class Killed : public testing::Test
 {
 protected:
-    /// Lets a station work and kills it: one in ten while it starts, the others at work.
+    /// Runs a station and kills it at a random moment. One in ten is killed while it starts.
     void killOne(Victim& victim, int seed)
     {
         StationProcess station(victim.store.folder(), u"mixed"_s, QString::number(seed), endlessly);
@@ -73,7 +73,7 @@ protected:
         EXPECT_TRUE(store::TableExists(victim.store.path(), u"Orders"_s));
     }
 
-    /// The next start works, and what it does stands beside what was there.
+    /// Expects that the next station starts and works, and that the earlier rows are still stored.
     void workOnceMore(Victim& victim)
     {
         StationProcess station(victim.store.folder(), u"lines"_s, u"afterwards"_s, 1);
@@ -92,7 +92,7 @@ protected:
             changes_[kind] += times;
     }
 
-    /// Many kills have met every change that there is, and mostly in its middle.
+    /// Expects that the kills covered every kind of change and mostly happened during a change.
     void expectThatMuchWasDone(int kills)
     {
         const int changes = changesAcknowledged();
@@ -107,7 +107,8 @@ protected:
         if (changes >= 500)
             kinds << u"order"_s << u"line"_s << u"deleted"_s << u"printed"_s << u"closed"_s
                   << u"series"_s << u"name"_s << u"renamed"_s << u"unnamed"_s;
-        if (changes >= 2000) // these are rare
+        // These changes are rare.
+        if (changes >= 2000)
             kinds << u"emptied"_s << u"seriesdeleted"_s;
         for (const QString& kind : kinds)
             EXPECT_GT(changes_[kind], 0) << qUtf8Printable(kind);
@@ -137,10 +138,10 @@ private:
     int starts_ = 0;
     int rows_ = 0;
     int inAChange_ = 0;
-    QMap<QString, int> changes_; ///< By their kind.
+    QMap<QString, int> changes_; ///< Number of changes of each kind.
 };
 
-TEST_F(Killed, LosesNothingAndLeavesNoRowByHalf)
+TEST_F(Killed, LosesNothingAndLeavesNoPartialRow)
 {
     const int seed = setting("ZOMREL_SEED", int(std::random_device{}() % 1000000));
     const int kills = setting("ZOMREL_KILLS", 200) / (testsupport::isOnServer() ? 4 : 1);
@@ -175,12 +176,12 @@ void write(const QString& path, const QByteArray& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-/// The store as a power failure leaves it in the middle of a change: a part of the change in the
-/// file, and beside it the journal with what stood there before.
-TEST_F(Killed, StartsOverAChangeThatWasCutOff)
+/// Creates the store that a power failure leaves during a change: a part of the change in the file,
+/// and the journal with the previous contents beside it.
+TEST_F(Killed, StartsAfterAnInterruptedChange)
 {
     if (testsupport::isOnServer())
-        GTEST_SKIP() << "a server keeps its own journal";
+        GTEST_SKIP() << "a server has its own journal";
     Victim victim;
     {
         StationProcess station(victim.store.folder(), u"lines"_s, u"before"_s, 20);

@@ -12,7 +12,7 @@ namespace reliability {
 
 namespace {
 
-/// The eight lists in the order of their grids: kinds, then colours.
+/// Returns the eight lookup tables in grid order: kinds first, then colours.
 QStringList listTables()
 {
     QStringList kinds;
@@ -91,7 +91,8 @@ void Ledger::apply(const QStringList& change, const QString& station)
     }
 }
 
-/// Whether another station's report came before the line or after it, nobody has told.
+/// Returns the line's number, or 0 if it is unknown because another station's report may have
+/// renumbered the order.
 int Ledger::numberOf(int order, int told, const QString& station) const
 {
     const QSet<QString> renumbering = renumbering_.value(order);
@@ -166,7 +167,7 @@ QStringList Ledger::checkOrders(const StoredRows& store)
 {
     QStringList findings;
     QSet<int> seen;
-    // Each station that was taking an order may have taken one that it has not told of.
+    // Each station that was adding an order may have stored one that it has not reported.
     const int highest =
         (closed_.isEmpty() ? 0 : closed_.lastKey()) + int(underWay_.values().count(u"order"_s));
     for (
@@ -272,7 +273,7 @@ QStringList Ledger::checkLists(const StoredRows& store)
     return findings;
 }
 
-/// A name that was being changed is the former one or the new one.
+/// A name whose change was not confirmed may be the old or the new one.
 QStringList Ledger::checkName(int list, int code, const QString& name)
 {
     ++rowsCompared_;

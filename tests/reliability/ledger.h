@@ -9,24 +9,23 @@
 
 namespace reliability {
 
-/// What stations have told of their changes to one store, against which the store is held. A change
-/// that was announced and not told of as done may stand in the store or not, but never by half a
-/// row.
+/// Records the changes that stations report and compares them with the store. A change that was
+/// announced but not confirmed may be stored or not, but never partly.
 class Ledger
 {
 public:
     explicit Ledger(const StoredRows& store);
 
-    /// Takes a line of a station's standard output. Stations at work at once have names.
+    /// Records a line of a station's standard output. Concurrent stations have names.
     void tell(const QString& told, const QString& station = {});
 
-    /// Where the store differs from what was told; empty where nothing is lost. The change that was
-    /// under way counts from then on as the store has it.
+    /// Returns the differences between the reports and the store, or an empty list if nothing is
+    /// lost. An unconfirmed change then counts as the store shows it.
     QStringList findings(const StoredRows& store);
 
     int rowsCompared() const { return rowsCompared_; }
     int changesTold() const;
-    /// How many changes of each kind have been told of, by the first word of their telling.
+    /// Returns the number of confirmed changes of each kind, keyed by the first word of the report.
     const QMap<QString, int>& kindsTold() const { return kindsTold_; }
     bool isAnyUnderWay() const { return !underWay_.isEmpty(); }
     qsizetype lineCount() const { return lines_.size(); }
@@ -35,7 +34,7 @@ private:
     struct Line
     {
         int order = 0;
-        int number = 0; ///< 0 where a report may have numbered it anew.
+        int number = 0; ///< 0 if a report may have renumbered the line.
         int width = 0;
         int height = 0;
     };
@@ -56,12 +55,12 @@ private:
     QStringList checkOneSeries(const QString& name, const QList<QVariant>& row);
 
     QMap<QString, Line> lines_;
-    QMap<int, bool> closed_; ///< All orders.
+    QMap<int, bool> closed_; ///< The state of all orders.
     QSet<int> withCustomer_;
     QMap<QString, int> series_;
-    QMap<int, QMap<int, QString>> lists_;  ///< Names by code, the delivered ones too.
-    QMap<QString, QString> underWay_;      ///< By station.
-    QMap<int, QSet<QString>> renumbering_; ///< The stations whose reports number an order anew.
+    QMap<int, QMap<int, QString>> lists_;  ///< Names by code, including the delivered ones.
+    QMap<QString, QString> underWay_;      ///< The unconfirmed change of each station.
+    QMap<int, QSet<QString>> renumbering_; ///< The stations whose reports renumber an order.
     int firstOwnSeries_;
     int rowsCompared_ = 0;
     QMap<QString, int> kindsTold_;

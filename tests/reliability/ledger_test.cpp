@@ -18,12 +18,12 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-/// Every loss and every half that the ledger is there to find, each laid in a store by hand. What
-/// it does not find here, no test with a station would ever tell of.
+/// Puts every kind of loss and partial row into a store by hand and expects the ledger to find it.
+/// A loss that the ledger misses here would go unnoticed in every test with stations.
 class LedgerTest : public testing::Test
 {
 protected:
-    /// Order 1 with a line, a series, a name in the second list: told of and in the store.
+    /// Stores and reports order 1 with a line, a series, and a name in the second list.
     void SetUp() override
     {
         addSeriesOfLines(store);
@@ -43,7 +43,7 @@ protected:
         ASSERT_EQ(findings(), QStringList());
     }
 
-    /// An ordinary line of 120.50 by 100.25 as the stations' series makes it.
+    /// Adds an ordinary line of 120.50 by 100.25 for the stations' series.
     void addLine(const QString& tag)
     {
         store.addLine(1, 1, reliability::seriesOfLines());
@@ -82,7 +82,7 @@ class LedgerOfHarm : public LedgerTest, public testing::WithParamInterface<Harm>
 {
 };
 
-TEST_P(LedgerOfHarm, FindsIt)
+TEST_P(LedgerOfHarm, FindsTheLoss)
 {
     store.execute(GetParam().sql);
     const QStringList found = findings();
@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(
         Harm{"a name too many", u"INSERT INTO ReshetColor (Name) VALUES ('חום')"_s, 1},
         Harm{"a name twice", u"INSERT INTO KanafKind (Name) SELECT Name FROM KanafKind"_s, 2}));
 
-TEST_F(LedgerTest, FindsALineThatWasNeverAddedOrStandsTwice)
+TEST_F(LedgerTest, FindsAnUnreportedOrDuplicateLine)
 {
     addLine(u"7-9"_s);
     EXPECT_EQ(findings(), QStringList(u"line 7-9 was never added"_s));
@@ -130,22 +130,23 @@ TEST_F(LedgerTest, FindsALineThatWasNeverAddedOrStandsTwice)
     EXPECT_EQ(findings(), QStringList(u"line 7-1 stands there twice"_s));
 }
 
-TEST_F(LedgerTest, FindsWhatWasDeletedAndIsThere)
+TEST_F(LedgerTest, FindsADeletedRowThatIsStillStored)
 {
     for (const QString& told : {u"deleted 7-1"_s, u"seriesdeleted 7-1"_s, u"unnamed 1 5"_s})
         ledger->tell(told);
     EXPECT_EQ(findings().size(), 3);
 }
 
-TEST_F(LedgerTest, FindsAChangeThatIsNotThere)
+TEST_F(LedgerTest, FindsAMissingChange)
 {
     for (const QString& told : {u"closed 1"_s, u"series 7-1 2"_s, u"renamed 1 7-3 5"_s})
         ledger->tell(told);
     EXPECT_GE(findings().size(), 3);
 }
 
-/// It may be there or not, whole, and only that one.
-TEST_F(LedgerTest, LetsWhatWasUnderWayBeThereOrNot)
+/// An unconfirmed change may be stored or not, but only completely, and no other change may be
+/// missing.
+TEST_F(LedgerTest, AcceptsAnUnconfirmedChangeStoredOrNot)
 {
     const std::pair<QString, QString> changes[] = {
         {u"? deleted 7-1"_s, u"DELETE FROM Cuts"_s},
@@ -164,7 +165,7 @@ TEST_F(LedgerTest, LetsWhatWasUnderWayBeThereOrNot)
     }
 }
 
-TEST_F(LedgerTest, LetsNoHalfOfWhatWasUnderWayBeThere)
+TEST_F(LedgerTest, FindsAPartlyStoredUnconfirmedChange)
 {
     ledger->tell(u"? renamed 1 7-3 5"_s);
     store.execute(u"UPDATE KanafKind SET Name = '7-3'"_s);
@@ -172,7 +173,8 @@ TEST_F(LedgerTest, LetsNoHalfOfWhatWasUnderWayBeThere)
     ledger->tell(u"? line 1 7-5"_s);
     addLine(u"7-5"_s);
     store.execute(u"UPDATE Cuts SET Kanaf_Kind = NULL WHERE Mashof_Kind = '7-5'"_s);
-    EXPECT_EQ(findings().size(), 2); // empty, and not the tag
+    // The text is empty instead of the tag.
+    EXPECT_EQ(findings().size(), 2);
     store.execute(u"DELETE FROM Cuts WHERE Mashof_Kind = '7-5'"_s);
     ledger->tell(u"deleted 7-5"_s);
     ledger->tell(u"? series 7-1 4"_s);

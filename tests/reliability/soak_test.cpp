@@ -23,25 +23,27 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-/// An order has so many lines; measures are taken where a new one begins.
+/// Number of lines per order. Memory is measured at the start of an order.
 constexpr int linesOfOrder = 40;
-/// With fewer the first tenth does not fill what is kept for reuse.
+/// With fewer lines the first tenth of the run does not fill the caches.
 constexpr int defaultLines = 2000;
-/// The toolkit keeps pictures up to a limit; it is held so low that the first tenth fills it.
-constexpr int pictureCache = 1024; // KiB
+/// Size limit of Qt's pixmap cache in KiB. It is small, so that the first tenth of the run fills
+/// it.
+constexpr int pictureCache = 1024;
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr bool freedMemoryIsKept = true; // the sanitizer holds it back to watch it
+// AddressSanitizer keeps freed memory in quarantine.
+constexpr bool freedMemoryIsKept = true;
 #else
 constexpr bool freedMemoryIsKept = false;
 #endif
 
-/// What the process holds.
+/// The resources of the process.
 struct Holdings
 {
-    int memory = 0;       ///< Resident, in KiB.
-    int handles = 0;      ///< Open file descriptors.
-    int storeHandles = 0; ///< Those of them that are the store's, or lead to its server.
+    int memory = 0;       ///< Resident memory in KiB.
+    int handles = 0;      ///< Number of open file descriptors.
+    int storeHandles = 0; ///< Those of the store file or of connections to its server.
 };
 
 int residentMemory()
@@ -75,8 +77,8 @@ QString inMebibytes(int kibibytes)
     return u"%1 MiB"_s.arg(kibibytes / 1024.0, 0, 'f', 1);
 }
 
-/// A long day at one workplace: lines added, viewed, printed, orders closed and looked for, forms
-/// opened and closed.
+/// A long day in one process: lines are added, viewed and printed, orders are closed and searched,
+/// forms are opened and closed.
 class Day
 {
 public:
@@ -134,8 +136,7 @@ private:
     int formsOpened_ = 0;
 };
 
-/// Runs each piece of work from the event loop, as a user's click comes, and never one inside
-/// another.
+/// Runs each piece of work from the event loop, like a user's click, and never nested.
 template <typename Work>
 void runEach(int first, int last, Work work)
 {
@@ -163,10 +164,10 @@ class Soak : public QObject
 
 private slots:
     void initTestCase() { shell::setUpAppearance(*qApp); }
-    void holdsWhatItHeldAfterTheFirstTenth();
+    void longRun_leaksNoMemoryOrHandles();
 };
 
-void Soak::holdsWhatItHeldAfterTheFirstTenth()
+void Soak::longRun_leaksNoMemoryOrHandles()
 {
     const int lines = setting("ZOMREL_SOAK_LINES", defaultLines);
     TemporaryStore store(TemporaryStore::Contents::Delivered);
@@ -184,7 +185,8 @@ void Soak::holdsWhatItHeldAfterTheFirstTenth()
     const Holdings late = holdings(store.path());
     const double seconds = double(clock.elapsed()) / 1000;
     runEach(1, 1, [&day](int) { day.closeForms(); });
-    dao::DBEngine::instance().Idle(); // connections kept for the next use belong to no form
+    // Closes pooled connections, which belong to no form.
+    dao::DBEngine::instance().Idle();
     const Holdings closed = holdings(store.path());
 
     writeFigures(u"soak"_s,
@@ -199,7 +201,7 @@ void Soak::holdsWhatItHeldAfterTheFirstTenth()
                   {u"store handles left when all forms are closed"_s,
                    QString::number(closed.storeHandles - handlesBefore)}});
     QCOMPARE(late.handles, early.handles);
-    // The report keeps the rows that it showed last.
+    // The report keeps the recordset that it showed last.
     QVERIFY2(closed.storeHandles - handlesBefore <= 1,
              qPrintable(QString::number(closed.storeHandles)));
     if (!freedMemoryIsKept && lines >= defaultLines)

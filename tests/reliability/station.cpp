@@ -1,13 +1,17 @@
-// One station at work, for tests that kill it or set others beside it.
+// A station at work, for tests that kill it or run several stations.
 //
 //     reliability_station FOLDER SCENARIO NAME COUNT
 //
-// SCENARIO "lines" adds COUNT lines, with new-order commands and closings between them; "paced"
-// does a step for each word that comes in, "order", "close", "line" or "work", a step of "lines";
-// "mixed" does COUNT of all the changes that the windows allow, chosen at random by the seed NAME;
-// "aside" does the like in order 1 alone, taken by search, and touches no other. Before a change
-// stands a line with "?" and what is going to be done, after it, once its handler has returned, the
-// same without the question mark.
+// SCENARIO "lines" adds COUNT lines, with new-order commands and closings between them. "paced"
+// does
+// one step for each word on its standard input: "order", "close", "line", or "work", which is a
+// step
+// of "lines". "mixed" does COUNT random changes of all kinds, with NAME as the seed. "aside" does
+// the
+// same but only in order 1. Before each change the station prints a line that starts with "?" and
+// names
+// the change. After the change's handler has returned, it prints the same line without the question
+// mark.
 
 #include "reliability/expected_line.h"
 #include "reliability/workplace.h"
@@ -35,7 +39,7 @@ void say(const QString& what)
     std::fflush(stdout);
 }
 
-/// Tells of a change before and after it.
+/// Reports a change before and after it.
 template <typename Change>
 void told(const QString& what, Change change)
 {
@@ -139,7 +143,7 @@ private:
         workplace_.closeSeriesForm();
     }
 
-    /// In one of the lists of kinds and colours.
+    /// Changes a name in one of the kind and colour lists.
     void editNames()
     {
         const int list = random(8);
@@ -211,7 +215,7 @@ private:
             addLine();
     }
 
-    /// Every 25 lines the new-order command is given, every 50 the order is closed before it.
+    /// Gives the new-order command every 25 lines and closes the order first every 50 lines.
     void lines()
     {
         if (steps_ % 50 == 49)
@@ -246,7 +250,7 @@ int main(int argc, char** argv)
     runtime::guarded(
         [&] { station = std::make_unique<Station>(arguments[1], arguments[2], arguments[3]); });
     int left = arguments[4].toInt();
-    // One step after the other, also where a step lets events through.
+    // Runs the steps one after the other, even if a step processes events.
     QTimer work;
     work.setSingleShot(true);
     runtime::on(&work, &QTimer::timeout, &work, [&] {

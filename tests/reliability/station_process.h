@@ -6,34 +6,36 @@
 
 namespace reliability {
 
-/// The station program, run beside the test. It dies with the test.
+/// A child process that runs the station program. The kernel kills it when the test dies.
 class StationProcess
 {
 public:
-    /// Starts it on the store of the folder; the arguments are the program's own.
+    /// Starts the station on the store in the folder; the other arguments are those of the program.
     StationProcess(const QString& folder, const QString& scenario, const QString& name, int count);
     ~StationProcess();
     StationProcess(const StationProcess&) = delete;
     StationProcess& operator=(const StationProcess&) = delete;
 
-    /// Waits until it has told this and says whether it did; every line until then is kept.
+    /// Waits up to `patience` milliseconds for a line with this beginning and returns whether it
+    /// came. All lines up to it are kept.
     bool waitFor(const QString& beginning, int patience = 30000);
-    /// Reads what it tells for so many milliseconds.
+    /// Reads the station's output for the given time.
     void listen(int milliseconds);
-    /// Lets a paced station do its next step.
+    /// Sends a word to a paced station, which then does its next step.
     void go(const QByteArray& word = "line");
-    /// False where it has ended by itself.
+    /// Returns false if the process has ended by itself.
     bool isAtWork() const { return process_.state() != QProcess::NotRunning; }
-    /// Ends it as a power failure does.
+    /// Kills the process.
     void kill();
-    /// Its exit status; -1 where it did not end by itself.
+    /// Waits up to `patience` milliseconds and returns the exit status, or -1 if the process did
+    /// not end by itself.
     int exitStatus(int patience);
 
-    /// The whole lines that it has told since the last call.
+    /// Returns the complete lines of output since the last call.
     QStringList takeTold();
-    /// All that it has written to its standard error.
+    /// Returns all output on the standard error stream.
     QString errors();
-    /// The run-time boxes that it has shown.
+    /// Returns the run-time error boxes that the station has shown.
     QStringList runTimeBoxes();
 
 private:

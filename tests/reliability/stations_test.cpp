@@ -19,10 +19,10 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-constexpr int patience = 280000; // ms
+constexpr int patience = 280000; // Milliseconds.
 
-/// How many numbers of lines are given more than once in an order. Two stations that add to one
-/// order at the same moment may take the same one: the store does not keep them apart.
+/// Returns how many line numbers occur more than once in an order. Two stations that add lines to
+/// the same order at the same moment may choose the same number; the store does not prevent it.
 int doubledNumbers(TemporaryStore& store)
 {
     return store
@@ -63,7 +63,7 @@ protected:
     std::unique_ptr<Ledger> ledger;
 };
 
-TEST_F(Stations, LoseNoLineAndGiveNoOrderNumberTwice)
+TEST_F(Stations, LoseNoLineAndRepeatNoOrderNumber)
 {
     constexpr int stationCount = 4;
     const int lines = setting("ZOMREL_STATION_LINES", 250);
@@ -88,7 +88,7 @@ TEST_F(Stations, LoseNoLineAndGiveNoOrderNumberTwice)
          {u"line numbers given twice in an order"_s, QString::number(doubledNumbers(store))}});
 }
 
-TEST_F(Stations, WaitForALockThatIsLetGo)
+TEST_F(Stations, WaitForALockThatIsReleased)
 {
     StationProcess station(store.folder(), u"paced"_s, u"1"_s, 1);
     ASSERT_TRUE(station.waitFor(u"ready"_s));
@@ -103,7 +103,7 @@ TEST_F(Stations, WaitForALockThatIsLetGo)
     expectNothingLost();
 }
 
-TEST_F(Stations, EndAtALockThatIsHeldTooLongAndLoseNothing)
+TEST_F(Stations, EndAfterALockTimeoutAndLoseNothing)
 {
     StationProcess station(store.folder(), u"paced"_s, u"1"_s, 2);
     ASSERT_TRUE(station.waitFor(u"ready"_s));

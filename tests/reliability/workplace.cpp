@@ -55,7 +55,7 @@ controls::DataControl& data(const QWidget& form, const QString& name)
     return *child<controls::DataControl>(form, name);
 }
 
-/// Leaves the modal window that the next turn of the event loop finds.
+/// Closes the modal window that is open at the next event loop iteration.
 void leaveNextModal()
 {
     QTimer::singleShot(0, qApp, [] {
@@ -67,7 +67,8 @@ void leaveNextModal()
 constexpr int columnOfCode = 0;
 constexpr int columnOfName = 1;
 
-/// Down to the next row, which writes this one; a grid that could not do so says why and goes back.
+/// Presses Down, which writes the current row. If the grid cannot write it, it shows a message and
+/// returns to the row.
 void leaveRow(QTableView& grid)
 {
     const int row = grid.currentIndex().row();
@@ -150,7 +151,8 @@ void Workplace::chooseSeries(const QString& name, bool monoblock)
     while (row < grid->model()->rowCount() && testsupport::cellText(*grid, row, nameColumn) != name)
         ++row;
     if (row == grid->model()->rowCount()) {
-        // A grid tells a moment later that it could not read its rows, and the program ends.
+        // A grid that cannot read its rows shows a message from the event loop and the program
+        // ends.
         QApplication::sendPostedEvents(grid, QEvent::MetaCall);
         qFatal("no series %s", qUtf8Printable(name));
     }
@@ -171,7 +173,7 @@ int Workplace::addLine(const Opening& opening)
         child<QComboBox>(form, u"DBComboColor_%1"_s.arg(part))->setCurrentText(opening.tag);
     }
     click(form, u"CmdAdd"_s);
-    // The row that was added stands at the end of the recordset that it was added through.
+    // The added row is the last one of the recordset through which it was added.
     dao::Recordset& added = orders::frOrder().opening().DataCuts->Recordset();
     added.MoveLast();
     if (added.Fields(u"Mashof_Kind"_s).Value().toString() != opening.tag)
@@ -269,7 +271,8 @@ void Workplace::addSeries(const QString& name, int number)
     click(series(), u"CmdAdd"_s);
 }
 
-/// From the end on, where the latest stand: others may have added some meanwhile.
+/// Searches from the end, where the newest series are; other stations may have added some
+/// meanwhile.
 void Workplace::goToSeries(const QString& name)
 {
     trigger(u"Serials"_s);
@@ -304,7 +307,7 @@ QTableView& Workplace::openList(int list)
     return *child<QTableView>(catalogue::frColorKind(), u"DBGridKind_%1"_s.arg(list));
 }
 
-/// From the end on, as with the series.
+/// Searches from the end, where the newest names are.
 void Workplace::goToName(QTableView& grid, int code)
 {
     int row = grid.model()->rowCount() - 1;

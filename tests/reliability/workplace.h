@@ -13,8 +13,8 @@ class QWidget;
 
 namespace reliability {
 
-/// One line to add. The tag tells the line from all others: it goes into all its kinds and colours.
-/// Behind the whole width stand 50 hundredths, behind the height 25.
+/// The data of a line to add. The tag identifies the line and is used for all its kinds and
+/// colours. The hundredths are 50 for the width and 25 for the height.
 struct Opening
 {
     QString tag;
@@ -22,8 +22,8 @@ struct Opening
     int height = 0;
 };
 
-/// The program's main window on the store of a folder, worked by its own controls as a user works
-/// it. A failure of the program shows its box and ends the process, as it does for the user.
+/// The program's main window on the store of a folder, operated through its controls. An error of
+/// the program shows its box and ends the process.
 class Workplace
 {
 public:
@@ -32,18 +32,18 @@ public:
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
 
-    /// The toolbar's order command; an order form that was not loaded gets its customer and has no
-    /// series afterwards.
+    /// Triggers the toolbar's order command. A newly loaded order form gets a customer and has no
+    /// chosen series.
     void newOrder();
-    /// Takes a series in the picker, with the picker's own proposals for a monoblock.
+    /// Chooses a series in the picker, with the proposed values for a monoblock.
     void chooseSeries(const QString& name, bool monoblock);
     bool hasSeries() const;
-    /// Adds the opening as a line of the current order and returns the number that it got.
+    /// Adds the opening as a line of the current order and returns the line's number.
     int addLine(const Opening& opening);
     int lineCount() const;
-    /// Brings the order's grid to its last line.
+    /// Moves the order's grid to its last line.
     void goToLastLine();
-    /// The tag of the grid's current line.
+    /// Returns the tag of the grid's current line.
     QString currentTag() const;
     void deleteLine();
     void deleteAllLines();
@@ -51,7 +51,7 @@ public:
     void closeOrder();
     void viewLine();
     void findOrder();
-    /// Takes the order on the search screen.
+    /// Loads the order with the search form.
     void takeOrder(int number);
     void closePreview();
     void closeOrderForm();
@@ -59,17 +59,17 @@ public:
 
     /// Adds a series whose remark is `number` and whose eight deductions are all -number.25.
     void addSeries(const QString& name, int number);
-    /// Gives the series another number in the same manner.
+    /// Changes the series' remark and deductions to another number.
     void changeSeries(const QString& name, int number);
     void deleteSeries(const QString& name);
     void closeSeriesForm();
 
-    /// Types a name into the blank last row of a list of kinds and colours, told by the index of
-    /// its grid, leaves the row and returns the code that it got.
+    /// Types a name into the blank last row of a kind or colour grid, given by the grid's index,
+    /// leaves the row and returns the new code.
     int addName(int list, const QString& name);
-    /// Types another name over the row with the code and leaves it.
+    /// Replaces the name in the row with this code and leaves the row.
     void changeName(int list, int code, const QString& name);
-    /// Deletes the row with the code by the keyboard.
+    /// Deletes the row with this code by keyboard.
     void deleteName(int list, int code);
     void closeKinds();
     void openAndCloseKinds();
@@ -85,11 +85,11 @@ private:
     std::unique_ptr<shell::MDIZomrel> window_;
 };
 
-/// Answers every question with Yes and any other box with OK, and writes what is no question to
-/// standard error as one line.
+/// Answers every question with Yes and any other box with OK, and writes other boxes to the
+/// standard error stream, one line each.
 void answerBoxes();
 
-/// The customer that the workplace gives to an order.
+/// Returns the customer's name that the workplace gives to an order.
 QString customerOf(int order);
 
 } // namespace reliability

@@ -20,17 +20,17 @@ class AppearanceTest : public QObject
 
 private slots:
     void initTestCase() { shell::setUpAppearance(*qApp); }
-    void styleAndDirection();
-    void fontIsReadable();
-    void namedFontsShowHebrew_data();
-    void namedFontsShowHebrew();
-    void toolkitSpeaksHebrew();
-    void programIconIsThere();
-    void toolbarExtensionPointsToTheRest();
-    void drawsWhatItKeepsInOnePalette();
+    void style_isRightToLeftFusion();
+    void font_hasAtLeast11Points();
+    void namedFonts_haveHebrewGlyphs_data();
+    void namedFonts_haveHebrewGlyphs();
+    void toolkitTexts_areHebrew();
+    void programIcon_hasAllSizes();
+    void toolbarExtension_pointsToTheHiddenPart();
+    void cachedPixmaps_useTheApplicationPalette();
 };
 
-/// Notes the palettes in which the toolkit's style is asked to draw.
+/// Records the palettes that are passed to the style for drawing.
 class NotingStyle : public QProxyStyle
 {
 public:
@@ -50,7 +50,7 @@ private:
     QList<qint64>& palettes_;
 };
 
-void AppearanceTest::styleAndDirection()
+void AppearanceTest::style_isRightToLeftFusion()
 {
     const auto* style = qobject_cast<QProxyStyle*>(QApplication::style());
     QVERIFY(style != nullptr);
@@ -60,19 +60,19 @@ void AppearanceTest::styleAndDirection()
     QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::white));
 }
 
-void AppearanceTest::fontIsReadable()
+void AppearanceTest::font_hasAtLeast11Points()
 {
     QVERIFY(QApplication::font().pointSizeF() >= 11);
 }
 
-void AppearanceTest::namedFontsShowHebrew_data()
+void AppearanceTest::namedFonts_haveHebrewGlyphs_data()
 {
     QTest::addColumn<QString>("family");
     for (const QString& each : {u"David"_s, u"Arial"_s, u"MS Sans Serif"_s})
         QTest::newRow(qPrintable(each)) << each;
 }
 
-void AppearanceTest::namedFontsShowHebrew()
+void AppearanceTest::namedFonts_haveHebrewGlyphs()
 {
     QFETCH(QString, family);
     QTextLayout layout(u"אבגדהוזחטיכלמנסעפצקרשת"_s, QFont(family, 12));
@@ -81,23 +81,25 @@ void AppearanceTest::namedFontsShowHebrew()
     layout.endLayout();
     for (const QGlyphRun& run : layout.glyphRuns()) {
         for (const quint32 glyph : run.glyphIndexes())
-            QVERIFY(glyph != 0); // 0 is the box of a missing letter
+            // Glyph 0 is the box that stands for a missing letter.
+            QVERIFY(glyph != 0);
     }
 }
 
-void AppearanceTest::toolkitSpeaksHebrew()
+void AppearanceTest::toolkitTexts_areHebrew()
 {
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"ביטול"_s);
 }
 
-void AppearanceTest::programIconIsThere()
+void AppearanceTest::programIcon_hasAllSizes()
 {
     const QIcon icon = QApplication::windowIcon();
     for (const int side : {16, 32, 48})
         QCOMPARE(icon.actualSize(QSize(side, side)), QSize(side, side));
 }
 
-/// How high above or below the picture's middle its leftmost drawn pixel stands; -1 for none.
+/// Returns the vertical distance, in pixels, of the icon's leftmost drawn pixel from its middle, or
+/// -1 if nothing is drawn.
 int heightOfLeftmost(const QIcon& icon)
 {
     const QImage image = icon.pixmap(16, 16).toImage();
@@ -110,7 +112,7 @@ int heightOfLeftmost(const QIcon& icon)
     return -1;
 }
 
-void AppearanceTest::toolbarExtensionPointsToTheRest()
+void AppearanceTest::toolbarExtension_pointsToTheHiddenPart()
 {
     QWidget reading;
     const auto extension = [&reading](Qt::LayoutDirection direction) {
@@ -118,13 +120,14 @@ void AppearanceTest::toolbarExtensionPointsToTheRest()
         return QApplication::style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton,
                                                    nullptr, &reading);
     };
-    // The wide end of what points to the right is its leftmost, the tip of what points to the left.
+    // An arrowhead that points right has its wide end leftmost; one that points left has its tip
+    // leftmost.
     QVERIFY(heightOfLeftmost(extension(Qt::LeftToRight)) >= 3);
     const int tip = heightOfLeftmost(extension(Qt::RightToLeft));
     QVERIFY(tip >= 0 && tip < 3);
 }
 
-void AppearanceTest::drawsWhatItKeepsInOnePalette()
+void AppearanceTest::cachedPixmaps_useTheApplicationPalette()
 {
     QList<qint64> palettes;
     shell::ProgramStyle style;

@@ -14,11 +14,11 @@ class EnterClicksTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void enterClicksAFocusedButton_data();
-    void enterClicksAFocusedButton();
-    void otherKeysGoTheirWay();
-    void aHeldKeyClicksOnce();
-    void enterInABoxIsTheBoxs();
+    void enterOnAFocusedButton_clicksIt_data();
+    void enterOnAFocusedButton_clicksIt();
+    void otherKeys_areUnchanged();
+    void heldEnter_clicksOnce();
+    void enterInABox_clicksNoButton();
 
 private:
     struct Form : QWidget
@@ -48,14 +48,14 @@ void EnterClicksTest::cleanup()
     filter_.reset();
 }
 
-void EnterClicksTest::enterClicksAFocusedButton_data()
+void EnterClicksTest::enterOnAFocusedButton_clicksIt_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("main keyboard") << Qt::Key_Return;
     QTest::newRow("numeric keypad") << Qt::Key_Enter;
 }
 
-void EnterClicksTest::enterClicksAFocusedButton()
+void EnterClicksTest::enterOnAFocusedButton_clicksIt()
 {
     QFETCH(Qt::Key, key);
     Form form;
@@ -65,7 +65,7 @@ void EnterClicksTest::enterClicksAFocusedButton()
     QCOMPARE(clicked.count(), 1);
 }
 
-void EnterClicksTest::otherKeysGoTheirWay()
+void EnterClicksTest::otherKeys_areUnchanged()
 {
     Form form;
     const QSignalSpy clicked(form.button, &QPushButton::clicked);
@@ -76,7 +76,7 @@ void EnterClicksTest::otherKeysGoTheirWay()
     QCOMPARE(clicked.count(), 1);
 }
 
-void EnterClicksTest::aHeldKeyClicksOnce()
+void EnterClicksTest::heldEnter_clicksOnce()
 {
     Form form;
     const QSignalSpy clicked(form.button, &QPushButton::clicked);
@@ -87,7 +87,7 @@ void EnterClicksTest::aHeldKeyClicksOnce()
     QCOMPARE(clicked.count(), 1);
 }
 
-void EnterClicksTest::enterInABoxIsTheBoxs()
+void EnterClicksTest::enterInABox_clicksNoButton()
 {
     Form form;
     const QSignalSpy clicked(form.button, &QPushButton::clicked);

@@ -13,13 +13,13 @@ class FocusReturnTest : public QObject
     Q_OBJECT
 
 private slots:
-    void theFrameGetsTheKeyboardBack();
-    void aDialogBelowGetsItFirst();
+    void closedDialog_activatesTheMainWindow();
+    void closedDialog_activatesTheDialogBelow();
 };
 
 namespace {
 
-/// The frame with a box that has the focus.
+/// A main window with a box that has the focus.
 struct Frame : QMainWindow
 {
     QLineEdit* box = new QLineEdit(this);
@@ -38,7 +38,7 @@ struct Frame : QMainWindow
 
 } // namespace
 
-void FocusReturnTest::theFrameGetsTheKeyboardBack()
+void FocusReturnTest::closedDialog_activatesTheMainWindow()
 {
     Frame frame;
     QVERIFY(QTest::qWaitForWindowActive(&frame));
@@ -50,7 +50,7 @@ void FocusReturnTest::theFrameGetsTheKeyboardBack()
     QTRY_COMPARE(QApplication::focusWidget(), frame.box);
 }
 
-void FocusReturnTest::aDialogBelowGetsItFirst()
+void FocusReturnTest::closedDialog_activatesTheDialogBelow()
 {
     Frame frame;
     QDialog below(&frame);

@@ -25,32 +25,32 @@ private slots:
     void init();
     void cleanup();
 
-    void titleShowsTheVersion();
-    void loadSetsTheSharedVariables();
-    void readsFromRightToLeft();
-    void toolbarButtons_data();
-    void toolbarButtons();
-    void buttonMenu();
-    void dataControlIsHidden();
+    void title_showsTheVersion();
+    void load_setsTheSharedVariables();
+    void window_isRightToLeft();
+    void toolbarButtons_haveTheirCaptionsAndTags_data();
+    void toolbarButtons_haveTheirCaptionsAndTags();
+    void firstButton_hasItsMenu();
+    void dataControl_isHidden();
 
-    void ordersButtonOpensTheOrderForm();
-    void arrowOpensTheMenu();
-    void newOrderItemOpensTheOrderForm();
-    void findOrderItemShowsTheSearchForm();
-    void childWindowCommands_data();
-    void childWindowCommands();
-    void aFormHasOneInstance();
-    void allFormsTakeOneConnectionToAServer();
-    void unknownTagDoesNothing();
-    void buttonThatDoesNotExist();
+    void ordersButton_opensTheOrderForm();
+    void buttonArrow_opensTheMenu();
+    void newOrderItem_opensTheOrderForm();
+    void findOrderItem_opensTheSearchForm();
+    void commands_openTheirChildWindows_data();
+    void commands_openTheirChildWindows();
+    void secondOpening_activatesTheSameForm();
+    void allForms_shareOneServerConnection();
+    void unknownTag_doesNothing();
+    void missingButton_isIndexOutOfBounds();
 
-    void exitEndsTheProcess();
-    void closingEndsTheProcess();
+    void exitButton_endsTheProcess();
+    void closedWindow_endsTheProcess();
 
 private:
     QToolButton* button(int index) const;
     QAction* menuAction(const QString& tag) const;
-    /// The form in the frame, or null where it is not shown.
+    /// Returns the form in the frame, or nullptr if it is not shown.
     QWidget* formInFrame(const QString& name) const;
 
     std::unique_ptr<testsupport::TemporaryStore> store_;
@@ -106,13 +106,13 @@ QWidget* MdiZomrelTest::formInFrame(const QString& name) const
     return nullptr;
 }
 
-void MdiZomrelTest::titleShowsTheVersion()
+void MdiZomrelTest::title_showsTheVersion()
 {
     QCOMPARE(window_->windowTitle(), u"זומרל - גרסה: 2.1.60"_s);
     QCOMPARE(window_->objectName(), u"MDIZomrel"_s);
 }
 
-void MdiZomrelTest::loadSetsTheSharedVariables()
+void MdiZomrelTest::load_setsTheSharedVariables()
 {
     QCOMPARE(Module1::StorePath, store_->path());
     QCOMPARE(Module1::LogoPath, QDir::toNativeSeparators(store_->folder() + u"/Logo.jpg"_s));
@@ -122,7 +122,7 @@ void MdiZomrelTest::loadSetsTheSharedVariables()
     QCOMPARE(store_->scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 0);
 }
 
-void MdiZomrelTest::readsFromRightToLeft()
+void MdiZomrelTest::window_isRightToLeft()
 {
     QCOMPARE(window_->layoutDirection(), Qt::RightToLeft);
     QCOMPARE(toolbar_->layoutDirection(), Qt::RightToLeft);
@@ -130,7 +130,7 @@ void MdiZomrelTest::readsFromRightToLeft()
         QVERIFY(button(i)->x() > button(i + 1)->x());
 }
 
-void MdiZomrelTest::toolbarButtons_data()
+void MdiZomrelTest::toolbarButtons_haveTheirCaptionsAndTags_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("caption");
@@ -141,7 +141,7 @@ void MdiZomrelTest::toolbarButtons_data()
     QTest::newRow("exit  ") << 4 << u"יציאה"_s << u"Exit"_s;
 }
 
-void MdiZomrelTest::toolbarButtons()
+void MdiZomrelTest::toolbarButtons_haveTheirCaptionsAndTags()
 {
     QFETCH(int, index);
     QFETCH(QString, caption);
@@ -159,7 +159,7 @@ void MdiZomrelTest::toolbarButtons()
     QVERIFY(button(index)->isVisible());
 }
 
-void MdiZomrelTest::buttonMenu()
+void MdiZomrelTest::firstButton_hasItsMenu()
 {
     QCOMPARE(button(1)->popupMode(), QToolButton::MenuButtonPopup);
     const QList<QAction*> items = button(1)->menu()->actions();
@@ -172,12 +172,12 @@ void MdiZomrelTest::buttonMenu()
         QVERIFY(button(i)->menu() == nullptr);
 }
 
-void MdiZomrelTest::dataControlIsHidden()
+void MdiZomrelTest::dataControl_isHidden()
 {
     QVERIFY(!testsupport::child<QWidget>(*window_, u"DataMDI"_s)->isVisible());
 }
 
-void MdiZomrelTest::ordersButtonOpensTheOrderForm()
+void MdiZomrelTest::ordersButton_opensTheOrderForm()
 {
     const QPoint mainPart(button(1)->width() - 10, button(1)->height() / 2);
     QTest::mouseClick(button(1), Qt::LeftButton, {}, mainPart);
@@ -188,7 +188,7 @@ void MdiZomrelTest::ordersButtonOpensTheOrderForm()
     QCOMPARE(store_->scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
 }
 
-void MdiZomrelTest::arrowOpensTheMenu()
+void MdiZomrelTest::buttonArrow_opensTheMenu()
 {
     bool opened = false;
     QMenu* menu = button(1)->menu();
@@ -202,7 +202,7 @@ void MdiZomrelTest::arrowOpensTheMenu()
     QVERIFY(formInFrame(u"FrOrder"_s) == nullptr);
 }
 
-void MdiZomrelTest::newOrderItemOpensTheOrderForm()
+void MdiZomrelTest::newOrderItem_opensTheOrderForm()
 {
     store_->addOrder(7, true);
     menuAction(u"NewOrder"_s)->trigger();
@@ -210,7 +210,7 @@ void MdiZomrelTest::newOrderItemOpensTheOrderForm()
     QCOMPARE(Module1::CurrentOrderNum, 8);
 }
 
-void MdiZomrelTest::findOrderItemShowsTheSearchForm()
+void MdiZomrelTest::findOrderItem_opensTheSearchForm()
 {
     store_->addOrder(1);
     store_->addLine(1, 1);
@@ -227,7 +227,7 @@ void MdiZomrelTest::findOrderItemShowsTheSearchForm()
     QCOMPARE(modal, u"FormFindOrder"_s);
 }
 
-void MdiZomrelTest::childWindowCommands_data()
+void MdiZomrelTest::commands_openTheirChildWindows_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("form");
@@ -235,7 +235,7 @@ void MdiZomrelTest::childWindowCommands_data()
     QTest::newRow("kinds ") << 3 << u"FrColorKind"_s;
 }
 
-void MdiZomrelTest::childWindowCommands()
+void MdiZomrelTest::commands_openTheirChildWindows()
 {
     QFETCH(int, index);
     QFETCH(QString, form);
@@ -244,7 +244,7 @@ void MdiZomrelTest::childWindowCommands()
     QVERIFY(formInFrame(form) != nullptr);
 }
 
-void MdiZomrelTest::aFormHasOneInstance()
+void MdiZomrelTest::secondOpening_activatesTheSameForm()
 {
     button(2)->click();
     const QWidget* first = formInFrame(u"FrSerials"_s);
@@ -254,11 +254,11 @@ void MdiZomrelTest::aFormHasOneInstance()
     QCOMPARE(window_->findChild<QMdiArea*>()->activeSubWindow()->widget(), first);
 }
 
-/// What a station takes of the connections that a server has to give.
-void MdiZomrelTest::allFormsTakeOneConnectionToAServer()
+/// Servers limit the number of connections, so all forms of a station share one.
+void MdiZomrelTest::allForms_shareOneServerConnection()
 {
     if (!testsupport::isOnServer())
-        QSKIP("about a server");
+        QSKIP("applies only to a server");
     store_->addOrder(1);
     store_->addLine(1, 1);
     for (int form = 1; form <= 3; ++form)
@@ -281,7 +281,7 @@ void MdiZomrelTest::allFormsTakeOneConnectionToAServer()
     QCOMPARE(connections, 1);
 }
 
-void MdiZomrelTest::unknownTagDoesNothing()
+void MdiZomrelTest::unknownTag_doesNothing()
 {
     toolbar_->actions().at(1)->setData(u"serials"_s);
     window_->GetOrder(2);
@@ -293,26 +293,26 @@ void MdiZomrelTest::unknownTagDoesNothing()
     QVERIFY(!end_->exitStatus());
 }
 
-void MdiZomrelTest::buttonThatDoesNotExist()
+void MdiZomrelTest::missingButton_isIndexOutOfBounds()
 {
     for (const std::int16_t index : {std::int16_t(0), std::int16_t(5)}) {
         try {
             window_->GetOrder(index);
-            QFAIL("GetOrder took a button that does not exist");
+            QFAIL("GetOrder accepted a button that does not exist");
         } catch (const runtime::RunTimeError& error) {
             QCOMPARE(error.number(), 35600);
         }
     }
 }
 
-void MdiZomrelTest::exitEndsTheProcess()
+void MdiZomrelTest::exitButton_endsTheProcess()
 {
     button(4)->click();
     QCOMPARE(end_->exitStatus(), std::optional(0));
     QVERIFY(boxes_->shown().empty());
 }
 
-void MdiZomrelTest::closingEndsTheProcess()
+void MdiZomrelTest::closedWindow_endsTheProcess()
 {
     window_->close();
     QCOMPARE(end_->exitStatus(), std::optional(0));

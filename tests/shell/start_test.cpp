@@ -17,14 +17,14 @@ class StartTest : public QObject
     Q_OBJECT
 
 private slots:
-    void opensMaximisedWithNothingInTheFrame();
-    void completeStoreIsLeftAsItIs();
-    void olderStoreIsCompleted();
-    void missingStore();
-    void noStore_data();
-    void noStore();
-    void lockedStore();
-    void workingDirectoryDoesNotMatter();
+    void start_opensAMaximisedEmptyFrame();
+    void completeStore_isNotChanged();
+    void olderStore_getsItsMissingField();
+    void missingStore_endsTheProgram();
+    void otherFile_endsTheProgramUnchanged_data();
+    void otherFile_endsTheProgramUnchanged();
+    void lockedStore_endsTheProgram();
+    void workingDirectory_isIgnored();
 
 private:
     void expectFailure(const QString& folder, int number);
@@ -42,7 +42,8 @@ QByteArray contents(const QString& path)
 
 } // namespace
 
-/// The start shows the run-time box and ends with 1; no window is left or was seen.
+/// Expects that the start shows the run-time error box, ends with exit status 1, and never shows a
+/// window.
 void StartTest::expectFailure(const QString& folder, int number)
 {
     testsupport::RecordedBoxes boxes;
@@ -60,7 +61,7 @@ void StartTest::expectFailure(const QString& folder, int number)
         QVERIFY(!each->isVisible());
 }
 
-void StartTest::opensMaximisedWithNothingInTheFrame()
+void StartTest::start_opensAMaximisedEmptyFrame()
 {
     const testsupport::TemporaryStore store;
     const testsupport::RecordedBoxes boxes;
@@ -73,7 +74,7 @@ void StartTest::opensMaximisedWithNothingInTheFrame()
         QVERIFY(each == window.get() || !each->isVisible());
 }
 
-void StartTest::completeStoreIsLeftAsItIs()
+void StartTest::completeStore_isNotChanged()
 {
     const testsupport::TemporaryStore store(testsupport::TemporaryStore::Contents::Delivered);
     const QByteArray before = contents(store.path());
@@ -82,7 +83,7 @@ void StartTest::completeStoreIsLeftAsItIs()
     QCOMPARE(contents(store.path()), before);
 }
 
-void StartTest::olderStoreIsCompleted()
+void StartTest::olderStore_getsItsMissingField()
 {
     testsupport::TemporaryStore store;
     store.execute(u"ALTER TABLE Orders DROP COLUMN CustomerTel"_s);
@@ -91,21 +92,21 @@ void StartTest::olderStoreIsCompleted()
     store.execute(u"SELECT CustomerTel FROM Orders"_s);
 }
 
-void StartTest::missingStore()
+void StartTest::missingStore_endsTheProgram()
 {
     const QTemporaryDir folder;
     expectFailure(folder.path(), 3024);
     QVERIFY(QDir(folder.path()).isEmpty());
 }
 
-void StartTest::noStore_data()
+void StartTest::otherFile_endsTheProgramUnchanged_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty file") << QByteArray();
     QTest::newRow("text") << QByteArray("no store at all\n").repeated(500);
 }
 
-void StartTest::noStore()
+void StartTest::otherFile_endsTheProgramUnchanged()
 {
     QFETCH(QByteArray, content);
     const QTemporaryDir folder;
@@ -118,7 +119,7 @@ void StartTest::noStore()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"Aluminium.mdb"_s});
 }
 
-void StartTest::lockedStore()
+void StartTest::lockedStore_endsTheProgram()
 {
     if (testsupport::isOnServer())
         QSKIP("a server's store is never locked as a whole");
@@ -128,13 +129,14 @@ void StartTest::lockedStore()
     store.execute(u"ROLLBACK"_s);
 }
 
-void StartTest::workingDirectoryDoesNotMatter()
+void StartTest::workingDirectory_isIgnored()
 {
     const QTemporaryDir elsewhere;
     const QString former = QDir::currentPath();
     QVERIFY(QDir::setCurrent(elsewhere.path()));
     const QString folder = QCoreApplication::applicationDirPath();
-    expectFailure(folder, 3024); // no store lies beside the test
+    // The working directory of the test contains no store.
+    expectFailure(folder, 3024);
     QDir::setCurrent(former);
     QCOMPARE(Module1::StorePath, QDir::toNativeSeparators(folder + u"/Aluminium.mdb"_s));
     QCOMPARE(Module1::LogoPath, QDir::toNativeSeparators(folder + u"/Logo.jpg"_s));

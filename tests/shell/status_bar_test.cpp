@@ -14,12 +14,12 @@ class StatusBarTest : public QObject
     Q_OBJECT
 
 private slots:
-    void panelsStandInOrderWithTheirTexts();
-    void toolTips();
-    void dateIsTheSystems();
-    void dateRunsOn();
-    void timeIsTheSystems();
-    void productLineIsReadableOnASmallScreen();
+    void panels_haveTheirTextsAndOrder();
+    void panels_haveTheirToolTips();
+    void datePanel_showsToday();
+    void datePanel_updatesWhenTheDateChanges();
+    void timePanel_showsTheCurrentTime();
+    void productLine_fitsASmallScreen();
 };
 
 namespace {
@@ -33,7 +33,7 @@ const QString product = u"זומרל  - תוכנה לחישוב חיתוכים �
 
 } // namespace
 
-void StatusBarTest::panelsStandInOrderWithTheirTexts()
+void StatusBarTest::panels_haveTheirTextsAndOrder()
 {
     shell::StatusBar bar(nullptr);
     QCOMPARE(bar.objectName(), u"StatusBar1"_s);
@@ -43,15 +43,16 @@ void StatusBarTest::panelsStandInOrderWithTheirTexts()
     bar.resize(1366, bar.sizeHint().height());
     bar.show();
     for (int i = 1; i < 5; ++i)
-        QVERIFY(panel(bar, i)->x() > panel(bar, i + 1)->x()); // read from the right
-    // 1764, 1411, 1058 and 1058 twips
+        // The panels are laid out right-to-left.
+        QVERIFY(panel(bar, i)->x() > panel(bar, i + 1)->x());
+    // The widths are 1764, 1411, 1058 and 1058 twips.
     QVERIFY(panel(bar, 1)->width() >= 118);
     QVERIFY(panel(bar, 2)->width() >= 94);
     QVERIFY(panel(bar, 3)->width() >= 71);
     QVERIFY(panel(bar, 4)->width() >= 71);
 }
 
-void StatusBarTest::toolTips()
+void StatusBarTest::panels_haveTheirToolTips()
 {
     shell::StatusBar bar(nullptr);
     QCOMPARE(panel(bar, 1)->toolTip(), QString());
@@ -61,14 +62,14 @@ void StatusBarTest::toolTips()
     QCOMPARE(panel(bar, 5)->toolTip(), product);
 }
 
-void StatusBarTest::dateIsTheSystems()
+void StatusBarTest::datePanel_showsToday()
 {
     const testsupport::FixedToday today(QDate(2018, 4, 20));
     shell::StatusBar bar(nullptr);
     QCOMPARE(panel(bar, 1)->text(), u"20/04/2018"_s);
 }
 
-void StatusBarTest::dateRunsOn()
+void StatusBarTest::datePanel_updatesWhenTheDateChanges()
 {
     auto today = std::make_unique<testsupport::FixedToday>(QDate(2026, 12, 31));
     shell::StatusBar bar(nullptr);
@@ -78,7 +79,7 @@ void StatusBarTest::dateRunsOn()
     QTRY_COMPARE(panel(bar, 1)->text(), u"01/01/2027"_s);
 }
 
-void StatusBarTest::timeIsTheSystems()
+void StatusBarTest::timePanel_showsTheCurrentTime()
 {
     const QString before = QTime::currentTime().toString(u"HH:mm"_s);
     shell::StatusBar bar(nullptr);
@@ -87,7 +88,7 @@ void StatusBarTest::timeIsTheSystems()
     QVERIFY(shown == before || shown == after);
 }
 
-void StatusBarTest::productLineIsReadableOnASmallScreen()
+void StatusBarTest::productLine_fitsASmallScreen()
 {
     shell::StatusBar bar(nullptr);
     bar.resize(1366, bar.sizeHint().height());

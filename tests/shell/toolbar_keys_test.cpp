@@ -19,13 +19,13 @@ private slots:
     void init();
     void cleanup() { window_.reset(); }
 
-    void f10GoesToTheFirstButton();
-    void arrowsGoFromButtonToButton();
-    void enterAndSpacePress_data();
-    void enterAndSpacePress();
-    void downOpensTheMenu();
-    void escapeGoesBack();
-    void tabAndMouseGiveNoFocus();
+    void f10_focusesTheFirstButton();
+    void arrowKeys_moveBetweenButtons();
+    void enterOrSpace_pressesTheButton_data();
+    void enterOrSpace_pressesTheButton();
+    void downKey_opensTheMenu();
+    void escape_returnsTheFocus();
+    void tabAndMouse_focusNoButton();
 
 private:
     QWidget* button(int index) const
@@ -57,16 +57,16 @@ void ToolbarKeysTest::init()
     box_->setFocus();
 }
 
-void ToolbarKeysTest::f10GoesToTheFirstButton()
+void ToolbarKeysTest::f10_focusesTheFirstButton()
 {
     QTest::keyClick(box_, Qt::Key_F10);
     QCOMPARE(QApplication::focusWidget(), button(0));
 }
 
-void ToolbarKeysTest::arrowsGoFromButtonToButton()
+void ToolbarKeysTest::arrowKeys_moveBetweenButtons()
 {
     QTest::keyClick(box_, Qt::Key_F10);
-    QTest::keyClick(button(0), Qt::Key_Left); // the second stands to the left of the first
+    QTest::keyClick(button(0), Qt::Key_Left); // The second button is to the left of the first.
     QCOMPARE(QApplication::focusWidget(), button(1));
     QTest::keyClick(button(1), Qt::Key_Right);
     QTest::keyClick(button(0), Qt::Key_Right);
@@ -75,7 +75,7 @@ void ToolbarKeysTest::arrowsGoFromButtonToButton()
     QCOMPARE(QApplication::focusWidget(), button(0));
 }
 
-void ToolbarKeysTest::enterAndSpacePress_data()
+void ToolbarKeysTest::enterOrSpace_pressesTheButton_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("return") << Qt::Key_Return;
@@ -83,7 +83,7 @@ void ToolbarKeysTest::enterAndSpacePress_data()
     QTest::newRow("space ") << Qt::Key_Space;
 }
 
-void ToolbarKeysTest::enterAndSpacePress()
+void ToolbarKeysTest::enterOrSpace_pressesTheButton()
 {
     QFETCH(Qt::Key, key);
     const QSignalSpy pressed(toolbar_->actions().at(1), &QAction::triggered);
@@ -93,7 +93,7 @@ void ToolbarKeysTest::enterAndSpacePress()
     QCOMPARE(pressed.count(), 1);
 }
 
-void ToolbarKeysTest::downOpensTheMenu()
+void ToolbarKeysTest::downKey_opensTheMenu()
 {
     bool opened = false;
     connect(menu_, &QMenu::aboutToShow, this, [this, &opened] {
@@ -104,10 +104,10 @@ void ToolbarKeysTest::downOpensTheMenu()
     QTest::keyClick(button(0), Qt::Key_Down);
     QTRY_VERIFY(opened);
     QTRY_VERIFY(!menu_->isVisible());
-    QTest::keyClick(button(1), Qt::Key_Down); // no menu: nothing happens
+    QTest::keyClick(button(1), Qt::Key_Down); // The button has no menu, so nothing happens.
 }
 
-void ToolbarKeysTest::escapeGoesBack()
+void ToolbarKeysTest::escape_returnsTheFocus()
 {
     QTest::keyClick(box_, Qt::Key_F10);
     QTest::keyClick(button(0), Qt::Key_Left);
@@ -116,7 +116,7 @@ void ToolbarKeysTest::escapeGoesBack()
     QCOMPARE(QApplication::focusWidget(), box_);
 }
 
-void ToolbarKeysTest::tabAndMouseGiveNoFocus()
+void ToolbarKeysTest::tabAndMouse_focusNoButton()
 {
     QTest::keyClick(box_, Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), box_);

@@ -14,7 +14,7 @@ namespace {
 constexpr int plainFlags = 16 + 1048576;
 constexpr int yesNoCancelFlags = 3 + 16 + 1048576;
 
-/// What the box says of the error itself, before any advice.
+/// Returns the first line of the error box, which names the error before any advice.
 QString firstLine(int number, const QString& description)
 {
     return u"שגיאה מספר: (%1) - תאור: "_s.arg(number) + description;
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(AccessError, PlainNumber,
                          testing::Values(-1, 1, 13, 52, 54, 90, 92, 3023, 3025, 3042, 3045, 3259,
                                          3263, 3343, 32754, 32756, 2147483647));
 
-TEST_F(AccessErrorTest, ShowsTheFirstLineAloneWhereTheErrorHasNoDescription)
+TEST_F(AccessErrorTest, EmptyDescriptionShowsOnlyTheFirstLine)
 {
     boxes.answer(runtime::vbOK);
     store::ReportAccessError(3259, QString());
@@ -103,7 +103,7 @@ class LockedNumber : public AccessErrorTest, public testing::WithParamInterface<
 {
 };
 
-TEST_P(LockedNumber, GivesAdviceAndEndsTheProcess)
+TEST_P(LockedNumber, ShowsAdviceAndEndsTheProcess)
 {
     boxes.answer(runtime::vbOK);
     EXPECT_THROW(store::ReportAccessError(GetParam(), u"Locked."_s), runtime::ProcessEnded);
@@ -119,7 +119,7 @@ class NoAccessNumber : public AccessErrorTest, public testing::WithParamInterfac
 {
 };
 
-TEST_P(NoAccessNumber, CancelGoesOn)
+TEST_P(NoAccessNumber, CancelReturns)
 {
     boxes.answer(runtime::vbCancel);
     store::ReportAccessError(GetParam(), u"Lost."_s);
@@ -130,7 +130,7 @@ TEST_P(NoAccessNumber, CancelGoesOn)
     EXPECT_EQ(fileManagerStarts, 0);
 }
 
-TEST_P(NoAccessNumber, YesStartsTheFileManagerAndGoesOn)
+TEST_P(NoAccessNumber, YesStartsTheFileManagerAndReturns)
 {
     boxes.answer(runtime::vbYes);
     store::ReportAccessError(GetParam(), u"Lost."_s);
@@ -139,7 +139,7 @@ TEST_P(NoAccessNumber, YesStartsTheFileManagerAndGoesOn)
     EXPECT_FALSE(end.exitStatus());
 }
 
-TEST_P(NoAccessNumber, NoEndsTheProcessWithTheRunTimeBox)
+TEST_P(NoAccessNumber, NoEndsTheProcessWithObjectRequired)
 {
     boxes.answer(runtime::vbNo);
     boxes.answer(runtime::vbOK);

@@ -67,7 +67,7 @@ TEST(SchemaTest, HasTheElevenTables)
                                   u"ReshetColor"_s, u"ReshetKind"_s, u"Serials"_s}));
 }
 
-TEST(SchemaTest, CutsStandsAtItsOrdinals)
+TEST(SchemaTest, CutsFieldsHaveTheirOrdinals)
 {
     expectFields(u"Cuts"_s, std::array<Expected, 40>{{
                                 {u"Code", Kind::Counter},
@@ -141,7 +141,7 @@ TEST(SchemaTest, SerialsHasItsFields)
                                                          {u"Sign", Kind::Text, 10}}});
 }
 
-TEST(SchemaTest, TheEightListsHaveOneShape)
+TEST(SchemaTest, TheEightListsHaveTheSameFields)
 {
     ASSERT_EQ(store::partLists().size(), 4U);
     for (const store::PartLists& part : store::partLists()) {
@@ -163,7 +163,7 @@ TEST(SchemaTest, FirstIndexIsThePrimaryKey)
     EXPECT_EQ(store::tableSchema(u"Serials"_s)->indexes.size(), 1U);
 }
 
-TEST(SchemaTest, LinesAreFoundByTheirOrder)
+TEST(SchemaTest, SecondIndexOfCutsIsOnTheOrderNumber)
 {
     const store::TableSchema* cuts = store::tableSchema(u"Cuts"_s);
     ASSERT_EQ(cuts->indexes.size(), 2U);

@@ -17,7 +17,7 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-/// The number of the run-time error that the action raises; 0 where it raises none.
+/// Returns the number of the run-time error that the action throws, or 0 if it throws none.
 template <typename Action>
 int errorOf(Action action)
 {
@@ -71,7 +71,7 @@ class StoreAccessTest : public testing::Test
 protected:
     ~StoreAccessTest() override { EXPECT_TRUE(boxes.unexpected().isEmpty()); }
 
-    /// Lets the store be locked by another user until `unlock`.
+    /// Locks the store as another user until `unlock`.
     void lock() { temporaryStore.execute(u"BEGIN EXCLUSIVE"_s); }
     void unlock() { temporaryStore.execute(u"ROLLBACK"_s); }
 
@@ -104,7 +104,7 @@ TEST_F(OpenMyDataBaseTest, OpensForWriting)
     EXPECT_EQ(temporaryStore.scalar(u"SELECT Number FROM Orders"_s).toInt(), 5);
 }
 
-TEST_F(OpenMyDataBaseTest, PassesAFailureOn)
+TEST_F(OpenMyDataBaseTest, MissingFileIsThrown)
 {
     Module1::StorePath = temporaryStore.folder() + u"/none.mdb"_s;
     EXPECT_EQ(errorOf([] { store::OpenMyDataBase(); }), 3024);
@@ -119,7 +119,7 @@ TEST_F(StoreAccessTest, AdoConnectionReadsTheStoreAtThePath)
     EXPECT_EQ(connection.Execute(u"SELECT * FROM Orders"_s)->RecordCount(), 1);
 }
 
-TEST_F(StoreAccessTest, AdoConnectionPassesAFailureOn)
+TEST_F(StoreAccessTest, AdoConnectionThrowsForAMissingFile)
 {
     ado::Connection connection;
     const QString path = temporaryStore.folder() + u"/none.mdb"_s;
@@ -136,7 +136,7 @@ TEST_F(TableExistsTest, FindsEveryTableByItsExactName)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-TEST_F(TableExistsTest, AsksWhereTheFileIsLostAndAnswersFalse)
+TEST_F(TableExistsTest, MissingFileAsksAndReturnsFalse)
 {
     boxes.answer(runtime::vbCancel);
     EXPECT_FALSE(store::TableExists(temporaryStore.folder() + u"/none.mdb"_s, u"Orders"_s));
@@ -145,14 +145,14 @@ TEST_F(TableExistsTest, AsksWhereTheFileIsLostAndAnswersFalse)
     EXPECT_TRUE(boxes.shown()[0].text.contains(u"\rאין גישה לקובץ ! סיבות :\r"_s));
 }
 
-TEST_F(TableExistsTest, NoGoesUpAsTheMissingObject)
+TEST_F(TableExistsTest, AnswerNoThrowsObjectRequired)
 {
     boxes.answer(runtime::vbNo);
     const QString lost = temporaryStore.folder() + u"/none.mdb"_s;
     EXPECT_EQ(errorOf([&] { store::TableExists(lost, u"Orders"_s); }), 424);
 }
 
-TEST_F(TableExistsTest, ReportsAnythingElsePlainly)
+TEST_F(TableExistsTest, OtherErrorIsShownAndReturnsFalse)
 {
     QFile file(temporaryStore.folder() + u"/text.mdb"_s);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -188,7 +188,7 @@ TEST_F(AlterFieldTest, AppendsAMissingField)
     EXPECT_EQ(ordersField(u"Fax"_s).Size(), 20);
 }
 
-TEST_F(AlterFieldTest, LeavesAnExistingFieldAsItIs)
+TEST_F(AlterFieldTest, ExistingFieldStaysUnchanged)
 {
     const auto database = store::OpenMyDataBase();
     dao::TableDef orders = database->tableDefs()(u"Orders"_s);
@@ -198,7 +198,7 @@ TEST_F(AlterFieldTest, LeavesAnExistingFieldAsItIs)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-TEST_F(AlterFieldTest, ReportsANameThatExistsInAnotherCase)
+TEST_F(AlterFieldTest, NameInAnotherCaseIsReported)
 {
     const auto database = store::OpenMyDataBase();
     dao::TableDef orders = database->tableDefs()(u"Orders"_s);
@@ -238,7 +238,7 @@ TEST_F(AlterFieldTest, AnyOtherActionDoesNothing)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-TEST_F(AlterFieldTest, RefusesADefinitionThatCannotBeChanged)
+TEST_F(AlterFieldTest, ReadOnlyDefinitionShowsABox)
 {
     temporaryStore.execute(u"CREATE VIEW OpenOrders AS SELECT * FROM Orders"_s);
     const auto database = store::OpenMyDataBase();
@@ -251,7 +251,7 @@ TEST_F(AlterFieldTest, RefusesADefinitionThatCannotBeChanged)
     EXPECT_EQ(boxes.shown()[0].title, u"ProjZomrel"_s);
 }
 
-TEST_F(BuildOrdersTableTest, CompleteStoreStaysByteForByte)
+TEST_F(BuildOrdersTableTest, CompleteStoreIsNotChanged)
 {
     temporaryStore.addOrder(1);
     const QByteArray before = contents(temporaryStore.path());
@@ -280,10 +280,10 @@ TEST_F(BuildOrdersTableTest, AddsEveryMissingFieldInOrder)
     expectFreshOrders();
     const auto orders = store::OpenMyDataBase()->OpenRecordset(u"Orders"_s, dao::dbOpenTable);
     EXPECT_EQ(orders->Fields(u"Number"_s).Value(), QVariant(4));
-    EXPECT_EQ(orders->Fields(u"Open_Close"_s).Value(), QVariant(0)); // a Boolean is never Null
+    EXPECT_EQ(orders->Fields(u"Open_Close"_s).Value(), QVariant(0)); // A Boolean is never Null.
 }
 
-TEST_F(BuildOrdersTableTest, LeavesAFieldOfAnotherTypeOrSizeSilently)
+TEST_F(BuildOrdersTableTest, FieldOfAnotherTypeStaysUnchanged)
 {
     temporaryStore.execute(u"ALTER TABLE Orders DROP COLUMN CustomerTel"_s);
     temporaryStore.execute(u"ALTER TABLE Orders DROP COLUMN CustomerAddress"_s);
@@ -310,14 +310,14 @@ TEST_F(BuildOrdersTableTest, CreatesAMissingTableWithoutAnIndex)
     expectFreshOrders();
 }
 
-TEST_F(BuildOrdersTableTest, OtherTablesAreNotBuilt)
+TEST_F(BuildOrdersTableTest, OtherMissingTablesAreNotCreated)
 {
     temporaryStore.execute(u"DROP TABLE GlassKind"_s);
     store::BuildOrdersTable(temporaryStore.path());
     EXPECT_FALSE(store::TableExists(temporaryStore.path(), u"GlassKind"_s));
 }
 
-TEST_F(BuildOrdersTableTest, GoesOnWhereOneFieldFails)
+TEST_F(BuildOrdersTableTest, OneFailingFieldDoesNotStopTheOthers)
 {
     temporaryStore.execute(u"ALTER TABLE Orders RENAME COLUMN CustomerName TO customername"_s);
     temporaryStore.execute(u"ALTER TABLE Orders DROP COLUMN CustomerTel"_s);
@@ -336,7 +336,7 @@ TEST_F(BuildOrdersTableTest, MissingFileIsNotCreated)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-TEST_F(BuildOrdersTableTest, DatabaseOfAnotherProgramIsNoStore)
+TEST_F(BuildOrdersTableTest, DatabaseOfAnotherProgramIsUnrecognized)
 {
     for (const store::TableSchema& each : store::schema())
         temporaryStore.execute(u"DROP TABLE "_s + each.name);
@@ -346,7 +346,7 @@ TEST_F(BuildOrdersTableTest, DatabaseOfAnotherProgramIsNoStore)
     EXPECT_EQ(contents(temporaryStore.path()), before);
 }
 
-TEST_F(BuildOrdersTableTest, OneTableMakesAStore)
+TEST_F(BuildOrdersTableTest, DatabaseWithOneTableIsAStore)
 {
     for (const store::TableSchema& each : store::schema()) {
         if (each.name != u"Cuts"_s)
@@ -356,7 +356,7 @@ TEST_F(BuildOrdersTableTest, OneTableMakesAStore)
     expectFreshOrders();
 }
 
-TEST_F(BuildOrdersTableTest, LockedStoreGoesUpUnreported)
+TEST_F(BuildOrdersTableTest, LockedStoreIsThrownWithoutABox)
 {
     if (testsupport::isOnServer())
         GTEST_SKIP() << "a server's store is never locked as a whole";
@@ -366,7 +366,7 @@ TEST_F(BuildOrdersTableTest, LockedStoreGoesUpUnreported)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-/// A store that cannot be written is no matter while nothing is missing.
+/// A read-only store opens without an error if nothing has to be added.
 TEST_F(BuildOrdersTableTest, ReadOnlyCompleteStoreOpens)
 {
     QFile::setPermissions(temporaryStore.path(), QFile::ReadOwner);
@@ -376,7 +376,7 @@ TEST_F(BuildOrdersTableTest, ReadOnlyCompleteStoreOpens)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
-TEST_F(BuildOrdersTableTest, ReadOnlyOlderStoreIsReportedFieldByField)
+TEST_F(BuildOrdersTableTest, ReadOnlyOlderStoreReportsEachMissingField)
 {
     if (testsupport::isOnServer())
         GTEST_SKIP() << "a server's store is not written through its file";

@@ -4,8 +4,8 @@
 
 namespace demo {
 
-/// The stored lines of the order as a table, a line each, in the order of their numbers. Raises
-/// what the store raises.
+/// Returns the stored lines of the order as a text table, one text line per order line, sorted by
+/// line number. Throws any store error.
 QString cutsTable(const QString& storePath, int order);
 
 } // namespace demo

@@ -1,4 +1,4 @@
-// zomrel-demo: drives the program's forms through the road of one order, from a table of openings.
+// zomrel-demo enters the openings of a file into a new order through the program's forms.
 
 #include "demo/cuts_table.h"
 #include "demo/openings.h"
@@ -35,12 +35,12 @@ struct Arguments
 void setUpParser(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
-        u"Types the openings of a table into a new order through the program's own forms."_s);
+        u"Enters the openings of a file into a new order through the program's forms."_s);
     parser.addPositionalArgument(u"OPENINGS.csv"_s,
-                                 u"the openings; its first line names the columns: "_s +
+                                 u"file of openings; its first line names the columns: "_s +
                                      demo::columns().join(u','));
-    parser.addOption({u"store"_s, u"the store; made anew where it does not exist"_s, u"FILE"_s});
-    parser.addOption({u"out"_s, u"where the pictures and the order's papers go"_s, u"FOLDER"_s});
+    parser.addOption({u"store"_s, u"the store; created if it does not exist"_s, u"FILE"_s});
+    parser.addOption({u"out"_s, u"output folder for the pictures and the report"_s, u"FOLDER"_s});
     parser.addHelpOption();
     parser.addVersionOption();
 }
@@ -77,7 +77,7 @@ void tell(const QString& path, int lineNumber, const QString& reason)
     std::fprintf(stderr, "%s:%d: %s\n", qUtf8Printable(path), lineNumber, qUtf8Printable(reason));
 }
 
-/// Adds every opening that can be; says how many could not.
+/// Adds all valid openings and returns the number of openings that were not added.
 int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QString& path)
 {
     int refused = 0;
@@ -96,8 +96,8 @@ int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QSt
     return refused;
 }
 
-/// A folder that looks as the program's own does: the store, by a link, under the name that it has
-/// there.
+/// Fills the folder like an installed program folder. It contains links to the store, under the
+/// store's fixed name, and to the logo.
 void layProgramFolder(const QTemporaryDir& folder, const QString& store)
 {
     QFile::link(QFileInfo(store).absoluteFilePath(), folder.filePath(u"Aluminium.mdb"_s));

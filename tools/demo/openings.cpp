@@ -11,15 +11,15 @@ namespace {
 
 constexpr int monoblockTypes = 3;
 
-/// Why a row is left out. Thrown while a row is read, and never further.
+/// The reason why a row is skipped. It is thrown while a row is read and caught by the reader.
 struct Refusal
 {
     QString reason;
 };
 
-/// The cells of a line. A quote at a cell's start holds it together up to the closing one, a
-/// doubled quote inside is one; elsewhere a quote stands for itself, as in the measure of a glass
-/// in millimetres.
+/// Splits a line into cells. A quote at the start of a cell opens a quoted cell, and a doubled
+/// quote inside it is one quote. A quote anywhere else is an ordinary character, as in the Hebrew
+/// abbreviation of millimetres.
 QStringList cellsOf(const QString& line)
 {
     QStringList cells{QString()};
@@ -52,7 +52,8 @@ Boxes measure(const QString& column, const QString& text)
     return {match.captured(1), match.captured(2).leftJustified(2, u'0')};
 }
 
-/// An opening's side must have a whole part: the order form refuses what is below 1.
+/// Reads the width or the height of an opening. The whole part must be at least 1, because the
+/// order form refuses 0.
 Boxes side(const QString& column, const QString& text)
 {
     Boxes boxes = measure(column, text);
@@ -66,7 +67,7 @@ Boxes measureOrNothing(const QString& column, const QString& text)
     return text.isEmpty() ? Boxes() : measure(column, text);
 }
 
-/// Reads a row's cells by their columns' names.
+/// Reads the cells of one row by column name.
 class Row
 {
 public:

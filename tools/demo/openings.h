@@ -10,14 +10,15 @@
 
 namespace demo {
 
-/// A measure as its two boxes take it.
+/// The texts of the whole box and the hundredths box of one measure.
 struct Boxes
 {
     QString whole;
     QString hundredths;
 };
 
-/// The data of a monoblock: the entry of the type's list, from 0, and what goes into the boxes.
+/// The monoblock data of an opening: the index of the monoblock type in its list, from 0, and the
+/// texts for the input boxes.
 struct Monoblock
 {
     int type = 0;
@@ -27,20 +28,20 @@ struct Monoblock
     Boxes slatThickness;
 };
 
-/// One row of the table of openings.
+/// One row of the openings file.
 struct Opening
 {
-    int lineNumber = 0; ///< Where it stands in the file, from 1.
+    int lineNumber = 0; ///< Line number in the file, from 1.
     QString series;
     Boxes width;
     Boxes height;
-    std::array<QString, 4> kinds;   ///< Frame, sash, glass, mesh.
-    std::array<QString, 4> colours; ///< Likewise.
+    std::array<QString, 4> kinds;   ///< The kinds of the frame, the sash, the glass and the mesh.
+    std::array<QString, 4> colours; ///< The colours of the frame, the sash, the glass and the mesh.
     std::optional<Monoblock> monoblock;
     std::optional<Boxes> doorThickness;
 };
 
-/// A row that cannot be typed in, and why.
+/// A row of the openings file that cannot be entered, and the reason.
 struct BadRow
 {
     int lineNumber = 0;
@@ -53,14 +54,15 @@ struct Openings
     std::vector<BadRow> bad;
 };
 
-/// The columns of the table, in their order; the file's first line names them.
+/// Returns the column names in file order. The first line of the file must name these columns.
 QStringList columns();
 
-/// Reads comma-separated openings in UTF-8, texts in double quotes where they hold a comma. A
-/// measure has at most 3 digits and, behind a point, at most 2. Empty monoblock columns mean an
-/// ordinary window; of a monoblock the deductions, the U and the slat may be left empty and stay as
-/// its type proposes them. A row that does not fit is told with its line number and left out; so is
-/// a missing or wrong first line.
+/// Reads openings from a comma-separated UTF-8 file. A text that contains a comma is in double
+/// quotes. A measure has at most 3 digits and at most 2 decimals. If the monoblock columns are
+/// empty, the opening is an ordinary window. The deductions, the U thickness and the slat of a
+/// monoblock may be empty; the form's proposals for the monoblock type then stay. An invalid row is
+/// skipped and reported with its line number. A missing or wrong heading line is reported in the
+/// same way.
 Openings readOpenings(QIODevice& file);
 
 } // namespace demo

@@ -27,8 +27,9 @@ namespace demo {
 
 namespace {
 
-/// Longer than every timer of the forms, so that a picture shows what a user sees.
-constexpr int settling = 400; // ms
+/// Waiting time in milliseconds before a picture is taken. It is longer than every timer of the
+/// forms, so a picture shows the final state.
+constexpr int settling = 400;
 
 constexpr QSize smallestScreen(1366, 768);
 
@@ -48,7 +49,7 @@ Control& control(const QWidget& form, const QString& name)
     return *found;
 }
 
-/// Reaches the box, types over it and leaves it.
+/// Focuses the input box with this index, replaces its text and removes the focus.
 void fill(const QWidget& form, int index, const QString& text)
 {
     auto& box = control<QLineEdit>(form, u"TextNum_%1"_s.arg(index));
@@ -82,7 +83,7 @@ QWidget& window(const QString& name)
     return *found;
 }
 
-/// The last column of the picker's shown ones holds the series' name.
+/// Index of the picker's last visible column, which holds the name of the series.
 constexpr int nameColumn = 2;
 
 void standOnSeries(QTableView& grid, const QString& series)
@@ -96,8 +97,8 @@ void standOnSeries(QTableView& grid, const QString& series)
     throw Refused{u"no such series: "_s + series};
 }
 
-/// Keeps the first box that a form shows while it lives, and answers every one. The box of a
-/// failure goes where it went before.
+/// While it exists, answers every message box and keeps the first one. The box of a run-time error
+/// is still shown by the previous handler.
 class RefusalWatch
 {
 public:
@@ -131,7 +132,8 @@ private:
 OrderRoad::OrderRoad(const QString& folder, const QString& out)
     : out_(out), window_(shell::openMainWindow(folder))
 {
-    // Without a display the screen is smaller than any that the forms are made for.
+    // The offscreen platform has a screen that is smaller than the forms, so the window is
+    // enlarged.
     if (window_->width() < smallestScreen.width()) {
         window_->showNormal();
         window_->resize(smallestScreen);
@@ -209,7 +211,7 @@ void OrderRoad::viewLine()
 {
     settle();
     picture(*window_, u"order-with-lines"_s);
-    // The view is modal: its picture is taken from inside its own loop.
+    // The line view is modal and exec() blocks, so a timer takes the picture inside its event loop.
     QTimer::singleShot(settling, window_.get(), [this] {
         QWidget* view = topLevel(u"FormView"_s);
         if (view == nullptr)
@@ -226,7 +228,8 @@ void OrderRoad::print()
     settle();
     QWidget* preview = topLevel(u"DataReport1"_s);
     if (preview == nullptr)
-        return; // an order without lines is not printed
+        // The program does not print an order without lines.
+        return;
     picture(*preview, u"report-preview"_s);
     const auto former = report::setFileDoor([this](const report::FileRequest& request) {
         return u"%1/order-%2.%3"_s.arg(out_).arg(Module1::CurrentOrderNum).arg(request.suffix);

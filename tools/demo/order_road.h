@@ -14,28 +14,29 @@ class MDIZomrel;
 
 namespace demo {
 
-/// Why an opening was not added.
+/// The reason why an opening was not added.
 struct Refused
 {
     QString reason;
 };
 
-/// The road of one order through the program's real forms: it presses their buttons and fills their
-/// boxes as a user does, and leaves a picture of each screen on the way.
+/// Drives the program's real forms through one order. It presses buttons and fills boxes as a user
+/// does, and saves a picture of each screen.
 class OrderRoad
 {
 public:
-    /// `folder` is where the program would lie: the store and the logo are looked for in it.
-    /// Pictures go to `out`.
+    /// Takes the program folder, which contains the store and the logo, and the output folder for
+    /// the pictures.
     OrderRoad(const QString& folder, const QString& out);
     ~OrderRoad();
 
     void openOrder();
-    /// Chooses the opening's series, types it in and adds it. Throws Refused where a form refuses
-    /// it or does not offer what it names; nothing of it is stored then.
+    /// Chooses the opening's series, enters its measures and adds the line. Throws Refused if a
+    /// form refuses the opening or does not offer a value that it names; nothing is stored in that
+    /// case.
     void addOpening(const Opening& opening);
     void viewLine();
-    /// Prints the order into the preview and leaves it as PDF, HTML and text.
+    /// Opens the order's print preview and saves the report as PDF, HTML and text.
     void print();
 
 private:

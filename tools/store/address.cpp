@@ -54,7 +54,8 @@ void takeOption(const QString& option, dao::Link& link)
         refuse(u"'%1' is unknown in an address"_s.arg(name));
 }
 
-/// What the address does not say is an error, not whatever the machine's environment says.
+/// Checks that the address is complete. Throws UnrecognizedFormat (3343) otherwise. Missing parts
+/// are not taken from environment variables.
 void checkWhole(const dao::Link& link)
 {
     dao::parseLink(dao::linkText(link), link.place());

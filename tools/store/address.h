@@ -8,17 +8,18 @@
 
 namespace storetools {
 
-/// True for a text that names a database on a server (postgresql://... or postgres://...).
+/// Returns true if the text is a server address (postgresql://... or postgres://...).
 bool isAddress(const QString& place);
 
-/// Takes an address apart as the server's own client library does:
+/// Parses an address as libpq does:
 /// postgresql://USER@HOST[:PORT]/DATABASE[?sslmode=MODE&host=FOLDER&port=PORT&user=NAME&dbname=NAME],
-/// parts percent-encoded where needed (https://www.postgresql.org/docs/15/libpq-connect.html).
-/// Raises 3343 for one that says too little, more than a link can hold, or a password.
+/// with percent-encoding (https://www.postgresql.org/docs/15/libpq-connect.html). Throws
+/// UnrecognizedFormat (3343) for an address that is incomplete, contains a password, or contains
+/// anything that a link cannot store.
 dao::Link parseAddress(const QString& address);
 
-/// The server that "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT" names, on a
-/// link without its other parts. Raises 3343.
+/// Parses the name of a server: "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT".
+/// Returns a link with only these parts set. Throws UnrecognizedFormat (3343) for an invalid name.
 dao::Link parseServer(const QString& server);
 
 } // namespace storetools

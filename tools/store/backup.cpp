@@ -21,7 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the engine keeps beside a store in the middle of a change. It belongs to that one file.
+/// File name suffixes of the journals that SQLite keeps beside a database during a change. A
+/// journal belongs to exactly one database file.
 const std::array<QString, 2> companions{u"-journal"_s, u"-wal"_s};
 
 fs::path native(const QString& path)
@@ -36,8 +37,8 @@ fs::path native(const QString& path)
         u"Could not write '%1': %2"_s.arg(path, QString::fromLocal8Bit(error.message().c_str())));
 }
 
-/// A copy of a store beside the place that it is for. It goes with this object unless it was put
-/// there.
+/// A copy of a store in the folder of its target. The destructor deletes it unless it was moved to
+/// the target.
 class Copy
 {
 public:
@@ -53,14 +54,16 @@ public:
 
     const QString& path() const { return path_; }
 
-    /// Refuses a target that has come into being meanwhile.
+    /// Moves the copy to the target. Throws DatabaseExists (3204) if the target has been created in
+    /// the meantime.
     void putInEmptyPlace() const
     {
         if (QFileInfo::exists(target_) || !QFile::rename(path_, target_))
             throw RunTimeError(runtime::DatabaseExists,
                                u"Database '%1' already exists."_s.arg(target_));
     }
-    /// In one step, so that the target is never missing.
+    /// Moves the copy to the target atomically, replacing an existing file. The target exists at
+    /// every moment.
     void putInPlace() const
     {
         std::error_code error;
@@ -74,8 +77,8 @@ private:
     QString path_;
 };
 
-/// Stations are kept from writing to a store while it is replaced. One that is damaged beyond
-/// opening holds nobody's work back; it is replaced all the same.
+/// Locks a store against writing by stations while it is replaced. A store that is too damaged to
+/// open is not locked, because no station can work with it; it is replaced as well.
 class Hold
 {
 public:
@@ -108,8 +111,8 @@ QString freeName(const QString& path)
     return name;
 }
 
-/// Gives the store a second name, under which it stays when the first one goes to another. File
-/// systems that know only one name for a file get a copy.
+/// Gives the old store a second file name, which remains after the first name is reused. Copies the
+/// file if the file system has no hard links. Returns the new name.
 QString keep(const QString& path)
 {
     QString kept = freeName(path);
@@ -122,7 +125,8 @@ QString keep(const QString& path)
     return kept;
 }
 
-/// A half-made change left beside a store would be undone in the file that takes its place.
+/// Moves the journals of the old store along with it. SQLite would otherwise roll an old journal
+/// back into the new file.
 void moveCompanions(const QString& path, const QString& kept)
 {
     for (const QString& companion : companions) {

@@ -4,21 +4,22 @@
 
 namespace storetools {
 
-/// Copies the store, as it stands at one moment, to a new embedded store; stations may work
-/// meanwhile. The copy gets its name once it is checked. Gives what is wrong with the copy, which
-/// is then not kept. Raises 3204 where the target exists, and what opening and copying raise.
+/// Copies a consistent snapshot of the store to a new embedded store, while stations may keep
+/// working. The copy gets its final name only after it has passed the check. Returns the findings
+/// of the check; if there are any, the copy is discarded. Throws DatabaseExists (3204) if the
+/// target exists, and any error of opening and copying.
 QStringList backUpStore(const Place& place, const QString& target, const RowsOfTable& progress);
 
 struct RestoreOutcome
 {
-    QStringList findings; ///< What is wrong with the backup; nothing was changed then.
-    QString kept;         ///< Where the replaced store lies; empty where there was none.
+    QStringList findings; ///< Errors of the backup; if there are any, nothing was changed.
+    QString kept;         ///< Path or schema of the replaced store; empty if there was none.
 };
 
-/// Puts a copy of the backup in the store's place. The place holds the old store or the whole new
-/// one at every moment, and the old one is kept, a damaged one too: beside the file, or in a schema
-/// of its own in the server's database. Raises 3260 while another station holds the store locked,
-/// and what opening and copying raise.
+/// Replaces a store by a copy of the backup. At every moment the place holds either the complete
+/// old store or the complete new one. The old store is kept, even if it is damaged: next to the
+/// file, or in another schema of the server's database. Throws Locked (3260) while another station
+/// has locked the store, and any error of opening and copying.
 RestoreOutcome restoreStore(const Place& backup, const Place& place, const RowsOfTable& progress);
 
 } // namespace storetools

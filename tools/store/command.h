@@ -10,7 +10,7 @@
 
 namespace storetools {
 
-/// What a command was given: its arguments in order and its options with their values.
+/// The parsed arguments and options of a command, with the options' values.
 struct Call
 {
     QStringList arguments;
@@ -20,12 +20,13 @@ struct Call
 struct Option
 {
     QString name;
-    QString value; ///< What stands behind it on the command line; empty where nothing does.
+    /// Placeholder name of the option's value in the help text; empty if the option takes no value.
+    QString value;
     QString summary;
     bool required = false;
 };
 
-/// Raised by a command for a call that it does not understand.
+/// Thrown by a command for invalid arguments.
 class WrongCall
 {
 public:

@@ -48,7 +48,8 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream&)
     try {
         findings = checkStore(Place(name));
     } catch (const runtime::RunTimeError& error) {
-        findings.append(u"file: "_s + error.description()); // a link that is damaged
+        // A damaged link cannot be opened at all.
+        findings.append(u"file: "_s + error.description());
     }
     print(out, findings);
     if (!findings.isEmpty())
@@ -64,7 +65,7 @@ ExitStatus notSound(const QStringList& findings, QTextStream& err)
     return Failure;
 }
 
-/// Runs a long command while a terminal shows how far it has come.
+/// Runs a long command and shows its progress if the error stream is a terminal.
 template <typename Work>
 auto withProgress(QTextStream& err, Work&& work)
 {
@@ -98,7 +99,7 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// How many rows each table has got.
+/// Prints the number of rows of each table.
 class Counts
 {
 public:
@@ -136,7 +137,7 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// Raises WrongCall for what cannot be a link.
+/// Builds a link from the options. Throws WrongCall if the options do not form a valid link.
 dao::Link linkOf(const Call& call)
 {
     try {
@@ -206,25 +207,22 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
 std::vector<Command> commandsOverOneEngine()
 {
     return {
-        {u"create"_s, {u"FILE"_s}, u"make a new store with the delivered catalogue"_s, create},
-        {u"check"_s,
-         {u"FILE"_s},
-         u"tell whether a store is sound, a line for each finding"_s,
-         check},
+        {u"create"_s, {u"FILE"_s}, u"create a new store with the delivered catalogue"_s, create},
+        {u"check"_s, {u"FILE"_s}, u"check a store and print one line for each finding"_s, check},
         {u"backup"_s,
          {u"FILE"_s, u"TO"_s},
-         u"copy a store to a new file, also while stations work"_s,
+         u"copy a store to a new file; stations may keep working"_s,
          backup},
         {u"restore"_s,
          {u"BACKUP"_s, u"FILE"_s},
-         u"put a sound backup in a store's place and keep that store"_s,
+         u"replace a store by a sound backup; the old store is kept"_s,
          restore},
         {u"import"_s,
          {u"OLD.mdb"_s, u"TO"_s},
-         u"take over an old-format store (Jet 3, Jet 4) into a new one"_s,
+         u"import an old-format store (Jet 3, Jet 4) into a new one"_s,
          takeOver,
-         {{codePageOption, u"CP"_s, u"the code page of a Jet 3 file's texts (1255)"_s},
-          {cutTextsOption, {}, u"cut texts that are longer than their field"_s}}},
+         {{codePageOption, u"CP"_s, u"code page of a Jet 3 file's texts; default 1255"_s},
+          {cutTextsOption, {}, u"truncate texts that are longer than their field"_s}}},
     };
 }
 
@@ -237,15 +235,15 @@ std::vector<Command> commandsAroundAServer()
          move},
         {u"link"_s,
          {u"FILE"_s},
-         u"write the link to a database in a store's place"_s,
+         u"write a link to a server's database"_s,
          link,
-         {{serverOption, u"HOST[:PORT]"_s, u"a name, an address or a socket's folder"_s, true},
-          {databaseOption, u"NAME"_s, u"the database on it"_s, true},
-          {userOption, u"NAME"_s, u"who logs in there"_s, true},
+         {{serverOption, u"HOST[:PORT]"_s, u"name, address or socket folder of the server"_s, true},
+          {databaseOption, u"NAME"_s, u"name of the database"_s, true},
+          {userOption, u"NAME"_s, u"role that logs in"_s, true},
           {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s}}},
         {u"server-setup"_s,
          {},
-         u"print the SQL that makes the roles of a server's database"_s,
+         u"print the SQL that creates the roles of a server's database"_s,
          printServerSetup},
     };
 }

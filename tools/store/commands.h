@@ -4,7 +4,7 @@
 
 namespace storetools {
 
-/// All commands in the order in which help tells of them.
+/// Returns all commands, in the order of the help text.
 const std::vector<Command>& commands();
 
 } // namespace storetools

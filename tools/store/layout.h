@@ -10,12 +10,12 @@ class Database;
 
 namespace storetools {
 
-/// What tables, fields and indexes a store has, in the terms in which they are described.
+/// The tables, fields and indexes that a store actually has, in the form of the schema description.
 using Layout = std::vector<store::TableSchema>;
 
 Layout layoutOf(dao::Database& database);
 
-/// The table of exactly this name; null where there is none.
+/// Returns the table with exactly this name, or nullptr if there is none.
 const store::TableSchema* tableIn(const Layout& layout, const QString& name);
 
 } // namespace storetools

@@ -6,15 +6,17 @@
 
 namespace storetools {
 
-/// Whether what a link leads to has been found to be a store.
+/// The result of checking the database that a link names.
 enum class LinkedTo {
     Store,
-    NoStoreYet, ///< A database without any of a store's tables, to which one can be moved.
+    NoStoreYet, ///< The database has none of the store's tables. A store can be moved to it.
 };
 
-/// Tries the link and lays it at the path, in one step. A link that lies there is replaced; a store
-/// or any other file is not. Raises 3204 for that, 3151 for a database that cannot be reached,
-/// 3343 for values that cannot be in a link, 3051 where the folder cannot be written.
+/// Checks that the link's database can be reached, and writes the link file to the path atomically.
+/// An existing link is replaced; a store or any other file is not. Throws DatabaseExists (3204) for
+/// such a file, ConnectionFailed (3151) if the database cannot be reached, UnrecognizedFormat
+/// (3343) for values that a link cannot store, and PermissionDenied (3051) if the folder is not
+/// writable.
 LinkedTo linkStore(const QString& path, const dao::Link& link);
 
 } // namespace storetools

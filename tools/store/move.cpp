@@ -24,7 +24,7 @@ StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
     return contents;
 }
 
-/// Null for a target that is to be a file.
+/// Opens the target and checks that it is empty. Returns nullptr if the target is a file.
 std::shared_ptr<dao::Database> emptyTarget(const Place& to)
 {
     if (!to.isOnServer()) {

@@ -7,19 +7,22 @@ namespace storetools {
 
 struct MoveOutcome
 {
-    QStringList notes;      ///< What was left out.
-    QStringList findings;   ///< What kept the store from being moved; nothing was changed then.
-    StoreContents contents; ///< What both places hold, where there are no findings.
+    QStringList notes; ///< Tables of other programs, which were not copied.
+    /// Errors that prevented the move; if there are any, nothing was changed.
+    QStringList findings;
+    /// The row counts and digests that both places agree on; empty if there are findings.
+    StoreContents contents;
 };
 
-/// Copies the whole store, as it stands at one moment, to a place that holds none, and reads both
-/// sides' rows to compare them. The target is complete or untouched.
+/// Copies a consistent snapshot of the whole store to a place that holds no store, then reads the
+/// rows of both sides and compares them. The target is either complete or unchanged.
 ///
-/// Raises 3204 for a target that holds a store or one of its tables, and what opening, reading and
-/// writing raise.
+/// Throws DatabaseExists (3204) for a target that holds a store or one of its tables, and any error
+/// of opening, reading and writing.
 MoveOutcome moveStore(const Place& from, const Place& to, const RowsOfTable& progress);
 
-/// A new embedded store that holds what the other one does, read back and not yet in its place.
+/// A new embedded store with the contents of another store. It has been read back but not yet moved
+/// to its final path.
 struct MadeStore
 {
     std::unique_ptr<NewStore> store;

@@ -19,7 +19,8 @@ RunTimeError alreadyThere(const QString& path)
     return RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
 }
 
-/// The hidden folder's name pattern. Raises 3204 where the path is taken.
+/// Returns the name pattern of the temporary hidden folder. Throws DatabaseExists (3204) if the
+/// path already exists.
 QString workshopBeside(const QString& path)
 {
     const QFileInfo target(path);

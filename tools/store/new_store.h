@@ -11,33 +11,35 @@ class Database;
 
 namespace storetools {
 
-/// Makes the eleven tables with their indexes in a database that has none of them.
+/// Creates the eleven tables and their indexes in a database that has none of them.
 void createTables(dao::Database& database);
 
-/// A store in the making. It lies in a folder of its own beside its place until it is put there
-/// whole; one that is not goes with this object.
+/// A new embedded store under construction. It is created in a temporary folder beside its final
+/// path and moved there when complete. The destructor deletes an unfinished store.
 class NewStore
 {
 public:
     enum class Tables {
-        All,  ///< With their indexes and no row.
-        None, ///< To be copied from another store.
+        All,  ///< All tables and indexes, without rows.
+        None, ///< No tables; they will be copied from another store.
     };
 
-    /// Raises 3204 where the path exists already, 3051 where its folder cannot be written, and what
-    /// the engine raises.
+    /// Creates a new store in a temporary folder beside the path. Throws DatabaseExists (3204) if
+    /// the path already exists, PermissionDenied (3051) if its folder is not writable, and any
+    /// error of the SQL engine.
     explicit NewStore(const QString& path, Tables tables = Tables::All);
     ~NewStore();
     NewStore(const NewStore&) = delete;
     NewStore& operator=(const NewStore&) = delete;
 
-    /// Open until save(), everything that it does in one transaction.
+    /// Returns the database, which is open until save(). All changes are one transaction.
     dao::Database& database() const { return *database_; }
-    /// Where the store lies meanwhile.
+    /// Returns the temporary path of the store.
     QString unfinishedPath() const;
-    /// Commits what was written and closes the store.
+    /// Commits the transaction and closes the store.
     void save();
-    /// Raises 3204 where the path has come into being meanwhile.
+    /// Moves the store to its final path. Throws DatabaseExists (3204) if the path has been created
+    /// in the meantime.
     void putInPlace() const;
 
 private:

@@ -11,29 +11,32 @@ class Database;
 
 namespace storetools {
 
-/// Where a store is or is to be, as the command line names it: an embedded store, a link to a
-/// database on a server, or the database's address.
+/// The location of a store on the command line: the path of an embedded store, the path of a link
+/// to a server's database, or the address of such a database.
 class Place
 {
 public:
-    /// Raises 3343 for an address that is none and for a damaged link.
+    /// Parses a store's location from the command line. Throws UnrecognizedFormat (3343) for an
+    /// invalid address and for a damaged link.
     explicit Place(const QString& name);
 
-    /// As it was named.
+    /// Returns the location as it was given.
     const QString& name() const { return name_; }
     bool isOnServer() const { return isOnServer_; }
-    /// Raises what dao::Workspace::OpenDatabase does.
+    /// Opens the store. Throws the errors of dao::Workspace::OpenDatabase.
     std::shared_ptr<dao::Database> open() const;
 
 private:
     QString name_;
     bool isOnServer_ = false;
-    std::unique_ptr<QTemporaryDir> folder_; ///< Of the link that stands for an address.
+    /// Temporary folder of the link file that is written for an address.
+    std::unique_ptr<QTemporaryDir> folder_;
     QString path_;
 };
 
-/// Raises 3204 where a new embedded store cannot get this name: something lies there, or what is
-/// left of a half-made change, which would be undone in the new store.
+/// Checks that a new embedded store can be created at this path. Throws DatabaseExists (3204) if a
+/// file exists there. A leftover journal counts as well, since SQLite would roll it back into the
+/// new store.
 void requireFree(const QString& path);
 
 } // namespace storetools

@@ -14,7 +14,8 @@ namespace storetools {
 
 namespace {
 
-/// What a command does with a whole store takes longer than what a form waits for.
+/// Timeout for a server's answer to one statement. A command processes a whole store, which takes
+/// longer than a query of a form.
 constexpr std::chrono::minutes patience(5);
 
 void printUsage(QTextStream& stream)
@@ -30,11 +31,11 @@ void printUsage(QTextStream& stream)
             stream << "    " << (option.name + u' ' + option.value).leftJustified(column + 11)
                    << option.summary << '\n';
     }
-    line(u"--help"_s, u"show this"_s);
+    line(u"--help"_s, u"show this help"_s);
     line(u"--version"_s, u"show the version"_s);
-    stream << "A store is named by its file, by the link to it, or as "
+    stream << "A store is given as its file, as a link file, or as "
               "postgresql://USER@HOST/DATABASE.\n"
-              "New stores that create and backup make are files.\n";
+              "The commands create and backup write new files.\n";
 }
 
 ExitStatus wrongUsage(QTextStream& err, const QString& message)
@@ -44,7 +45,8 @@ ExitStatus wrongUsage(QTextStream& err, const QString& message)
     return WrongUsage;
 }
 
-/// Sorts what stands behind the command's name. Raises WrongCall.
+/// Separates the words after the command name into options and arguments. Throws WrongCall for a
+/// missing option or value, or a wrong number of arguments.
 Call callOf(const Command& command, const QStringList& words)
 {
     Call call;

@@ -5,14 +5,17 @@
 
 namespace storetools {
 
-/// Exit statuses of the program.
+/// The program's exit statuses.
 enum ExitStatus {
     Success = 0,
-    Failure = 1,    ///< The command was not carried out, or the store is not sound.
-    WrongUsage = 2, ///< The command line is not understood.
+    /// The command failed, or the checked store has errors.
+    Failure = 1,
+    /// The command line is invalid.
+    WrongUsage = 2,
 };
 
-/// Runs the command line without the program's name: results go to `out`, failures to `err`.
+/// Runs the command line, given without the program's name. Results are written to `out`, errors to
+/// `err`.
 ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err);
 
 } // namespace storetools

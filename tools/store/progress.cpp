@@ -21,7 +21,7 @@ Progress::~Progress()
 
 void Progress::show(const QString& what, qint64 rows)
 {
-    constexpr qint64 pause = 100; // ms
+    constexpr qint64 pause = 100; // Milliseconds between two updates.
     if (!isOn_ || sinceShown_.elapsed() < pause)
         return;
     sinceShown_.restart();

@@ -6,8 +6,8 @@
 
 namespace storetools {
 
-/// Shows on a terminal how far a long command has come, in one line that goes when the command
-/// ends. Elsewhere it shows nothing.
+/// Shows the progress of a long command in one terminal line, which is erased when the command
+/// ends. If the output is not a terminal, nothing is shown.
 class Progress
 {
 public:

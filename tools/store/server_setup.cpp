@@ -2,17 +2,17 @@
 
 namespace storetools {
 
-// What the stations do: they read everything; they add orders, lines and entries of the catalogue,
-// change them and take them away. Counters are moved by a function of the owner's; a backup looks
-// at them. They make and change no table: a store that is moved in whole needs no upgrade at a
-// station's start.
+// The station role may read everything and may insert, update and delete orders, lines and
+// catalogue entries. Counters advance through a function that the owner owns; backups read them.
+// The station role cannot create or alter tables, because a store that was moved as a whole needs
+// no upgrade when a station starts.
 QString serverSetup()
 {
     return QStringLiteral(
-        R"(-- The roles of a Zomrel store. Run this as a superuser in the store's own database, which was
--- made by: CREATE DATABASE zomrel ENCODING 'UTF8' TEMPLATE template0;
--- Give both roles a way to log in (a password by \password, or a line in pg_hba.conf); a person's
--- own role works as a station after: GRANT zomrel_station TO that_role;
+        R"(-- Creates the roles of a Zomrel store. Run this script as a superuser in the store's database.
+-- Create the database with: CREATE DATABASE zomrel ENCODING 'UTF8' TEMPLATE template0;
+-- Both roles need a way to log in: a password (\password) or a line in pg_hba.conf. To let a
+-- person's own role work as a station, run: GRANT zomrel_station TO that_role;
 
 BEGIN;
 
@@ -24,20 +24,20 @@ BEGIN
   IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'zomrel_station') THEN
     CREATE ROLE zomrel_station LOGIN;
   END IF;
-  -- Nobody else comes into the database.
+  -- All other roles lose their access to the database.
   EXECUTE format('REVOKE ALL ON DATABASE %I FROM PUBLIC', current_database());
   EXECUTE format('GRANT CONNECT ON DATABASE %I TO zomrel_owner, zomrel_station',
                  current_database());
-  -- The owner keeps what zomrel-store restore replaces in a schema of its own.
+  -- The command zomrel-store restore keeps the replaced store in a schema that the owner creates.
   EXECUTE format('GRANT CREATE ON DATABASE %I TO zomrel_owner', current_database());
 END
 $$;
 
--- The owner makes the store's tables, by zomrel-store move.
+-- The command zomrel-store move creates the store's tables as the owner.
 REVOKE ALL ON SCHEMA public FROM PUBLIC;
 GRANT USAGE, CREATE ON SCHEMA public TO zomrel_owner;
 
--- The stations read and write rows of the tables that the owner makes, and make none themselves.
+-- The stations read and write rows of the owner's tables and cannot create tables.
 GRANT USAGE ON SCHEMA public TO zomrel_station;
 ALTER DEFAULT PRIVILEGES FOR ROLE zomrel_owner IN SCHEMA public
   GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO zomrel_station;

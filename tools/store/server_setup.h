@@ -4,9 +4,9 @@
 
 namespace storetools {
 
-/// The SQL by which a server's keeper makes the two roles of a store's database, to be run in that
-/// database: the owner, who makes and changes the tables, and the role of the stations, which may
-/// no more than the program does. Running it again changes nothing.
+/// Returns the SQL script with which a server's administrator creates the two roles of a store's
+/// database. The owner role creates and changes tables. The station role has only the rights that
+/// the program needs. The script must run in the store's database and is idempotent.
 QString serverSetup();
 
 } // namespace storetools

@@ -8,31 +8,31 @@
 
 namespace storetools {
 
-/// Is told how far a long command has come.
+/// Progress callback of a long command. It receives the current step and the number of rows so far.
 using RowsOfTable = std::function<void(const QString& what, qint64 rows)>;
 
-/// What the tables of a store hold, by name.
+/// The contents of the tables of a store, by table name.
 using StoreContents = std::map<QString, dao::TableContents>;
 
-/// A store as it stands at one moment. Stations go on working: of an embedded store the moment is
-/// kept as a copy in the folder for temporary files.
+/// A consistent snapshot of a store. Stations keep working meanwhile. For an embedded store the
+/// snapshot is a copy in the folder for temporary files.
 class StillStore
 {
 public:
-    /// Raises what opening and copying raise.
+    /// Opens the store and takes the snapshot. Throws the errors of opening and copying the store.
     explicit StillStore(const Place& place);
 
-    /// What keeps the store from being copied: a table, field or index that is missing or another
-    /// than it should be. A line for each.
+    /// Returns the schema errors that prevent copying, one line for each missing or wrong table,
+    /// field or index.
     const QStringList& findings() const { return findings_; }
-    /// The tables that are none of the store's, a line for each.
+    /// Returns one line for each table that does not belong to the store.
     const QStringList& notes() const { return notes_; }
 
-    /// What checkForCopying finds.
+    /// Runs checkForCopying on the snapshot and returns its findings.
     QStringList check() const;
 
-    /// Makes the tables in a store that has none of them, within its transaction. Raises as
-    /// dao::copyTable does.
+    /// Creates the tables in a target that has none of them, within the target's
+    /// transaction, and copies the rows. Throws the errors of dao::copyTable.
     StoreContents copyTo(dao::Database& target, const RowsOfTable& progress) const;
 
 private:
@@ -41,17 +41,17 @@ private:
     bool isOnServer_;
     QTemporaryDir folder_;
     std::shared_ptr<dao::Database> database_;
-    QStringList tables_; ///< The store's own, in the order in which they were made.
+    QStringList tables_; ///< The names of the store's own tables, in creation order.
     QStringList findings_;
     QStringList notes_;
 };
 
-/// The names of those of the eleven tables that a store has, and of the program's own.
+/// Returns the names of the store's tables that the database has.
 QStringList storeTablesIn(dao::Database& database);
-/// Raises 3204 for a database that has any of them.
+/// Checks that the database has none of the store's tables. Throws DatabaseExists (3204) otherwise.
 void requireNoStore(dao::Database& database);
 
-/// Reads all that was copied once more. Raises 51 where it is not what was written.
+/// Reads all copied rows again. Throws InternalError (51) if they differ from what was written.
 void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress);
 
 } // namespace storetools

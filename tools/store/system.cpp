@@ -1,7 +1,7 @@
 #include "tools/store/system.h"
 
-// What only the operating system can do or say. Where it is another one, a process is not limited,
-// and nothing is a terminal.
+// Functions that need POSIX calls. On other systems the process is not limited and no stream counts
+// as a terminal.
 #include <QtGlobal>
 
 #include <cstdio>
@@ -11,7 +11,8 @@
 #include <unistd.h>
 #endif
 
-// GCC says it by the first, Clang by the second; Qt lets every compiler answer to the second.
+// GCC defines the macro and Clang supports the feature test; Qt defines __has_feature for compilers
+// without it.
 #if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
 #define ZOMREL_ADDRESS_SANITIZER
 #endif
@@ -35,7 +36,8 @@ void limit(decltype(RLIMIT_CORE) resource, rlim_t value)
 void limitThisProcess()
 {
     limit(RLIMIT_CORE, 0);
-#ifndef ZOMREL_ADDRESS_SANITIZER // which lays claim to most of the address space itself
+// AddressSanitizer reserves most of the address space, so the limit is not set with it.
+#ifndef ZOMREL_ADDRESS_SANITIZER
     constexpr rlim_t memory = rlim_t{1} << 30U;
     limit(RLIMIT_AS, memory);
 #endif

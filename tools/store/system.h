@@ -2,14 +2,15 @@
 
 namespace storetools {
 
-/// Bounds the memory of this process and keeps it from leaving a core file behind.
+/// Limits the memory of this process and disables core dumps.
 void limitThisProcess();
 
-/// A descriptor of its own for what the standard output was; what anybody writes to the standard
-/// output from now on goes to the error stream. -1 where that cannot be.
+/// Duplicates the standard output and redirects the original to the error stream, so that later
+/// writes to the standard output by other code do not mix with the data. Returns the duplicate
+/// descriptor, or -1 on failure.
 int takeStandardOutput();
 
-/// True where the error stream is a terminal that someone may look at.
+/// Returns true if the error stream is a terminal.
 bool errorsGoToATerminal();
 
 } // namespace storetools

@@ -4,8 +4,8 @@
 
 namespace controls {
 
-/// Column headers with the grid's caption in a band above them. Captions written from right to left
-/// are drawn so, whatever the direction of the view.
+/// A grid's column header with the grid's caption in a band above it. Right-to-left captions are
+/// drawn right-to-left, independent of the view's layout direction.
 class CaptionHeader : public QHeaderView
 {
     Q_OBJECT

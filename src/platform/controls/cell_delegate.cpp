@@ -15,7 +15,7 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 
 void CellDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
 {
-    // It is deleted later only, and must not be taken for an open one until then.
+    // The base class deletes a closed editor later. Until then the editor must not count as open.
     if (editor_ == editor)
         editor_.clear();
     QStyledItemDelegate::destroyEditor(editor, index);

@@ -6,8 +6,8 @@
 
 namespace controls {
 
-/// Draws a cell's text at its right edge, in the direction in which the text reads, and edits it in
-/// a line of its own.
+/// Draws the text of a cell right-aligned and in the text's own reading direction. Its editor is a
+/// line edit.
 class CellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class CellDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    /// The editor that stands open, null where there is none.
+    /// Returns the open editor, or nullptr if none is open.
     QLineEdit* editor() const { return editor_; }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,

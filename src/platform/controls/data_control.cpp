@@ -150,7 +150,7 @@ void DataControl::Refresh()
     {
         const ObserverPause pause(*rows, this);
         const Place place = placeOf(*rows);
-        rows->Requery();
+        rows->requeryAsFarAsReached();
         returnTo(*rows, place);
     }
     emit rowsReset();

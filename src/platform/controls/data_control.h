@@ -31,8 +31,8 @@ public:
     dao::Database& Database() const;
 
     /// Fires Validate, runs the query again, and stands on the row with the same key as before or
-    /// on the one that has taken its place; on the first where there was no row before. For this it
-    /// keeps no more rows "reached" than the requeried recordset itself counts.
+    /// on the one that has taken its place; on the first where there was no row before. RecordCount
+    /// then counts as many rows as before, and all rows if it counted all before.
     void Refresh();
 
     /// Most data controls are never seen: the bar is made when it is first to be shown.

@@ -6,9 +6,9 @@ namespace controls {
 
 class DataControl;
 
-/// A combo that lists one field of its data control's rows and also takes typed text; typing finds
-/// the entry. Opens empty. The rows are listed when a recordset is bound; a name added later
-/// reaches the list only when the form binds its rows again.
+/// An editable combo box that lists one field of its data control's rows, with completion. It
+/// starts empty. The list is filled when a recordset is bound, so a name that is stored later
+/// appears only after the form binds its rows again.
 class DBCombo : public QComboBox
 {
     Q_OBJECT

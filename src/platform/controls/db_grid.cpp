@@ -248,6 +248,21 @@ void DBGrid::showEvent(QShowEvent* event)
     bringIntoSight();
 }
 
+void DBGrid::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    markShownRows();
+}
+
+/// Counts the rows in the viewport, and those before them, as reached. Raises nothing.
+void DBGrid::markShownRows()
+{
+    if (rows() == nullptr)
+        return;
+    const int last = rowAt(viewport()->height() - 1);
+    rows()->markReached(last < 0 ? model_->recordCount() : last + 1);
+}
+
 void SetGridFont(DBGrid& grid)
 {
     QFont font = grid.font();

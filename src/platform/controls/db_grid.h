@@ -33,6 +33,10 @@ struct DBGridColumn
 /// left: the view's own direction is left-to-right, its cells' text right-aligned. The caption is a
 /// band above the column headers. Shown columns share the width by their relative widths.
 ///
+/// Rows that have been painted in the viewport, even in part, count as reached in the recordset,
+/// and so do all rows before them (dao::Recordset::markReached). Rows that were never scrolled into
+/// view do not count, so a long table costs no more to show than a short one.
+///
 /// Read-only unless setEditable is called; then it has a blank last row on which typing adds a
 /// record, edits a cell in place and writes the row when it is left (or the grid is closed), and
 /// deletes the selected row with the Delete key. What the store refuses is told in a box of the
@@ -69,6 +73,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
@@ -86,6 +91,7 @@ private:
     void readRows();
     void showCurrent();
     void bringIntoSight();
+    void markShownRows();
     void goTo(int row);
     void moveRecordset(int row);
     void takeAway(const QVariant& key);

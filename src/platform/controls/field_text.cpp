@@ -27,7 +27,8 @@ bool isNumber(const QVariant& value)
     }
 }
 
-/// Half away from zero by the decimal digits that the number shows, so 2.005 gives 2.01.
+/// Rounds half away from zero, based on the number's first 15 significant digits, so 2.005 gives
+/// 2.01.
 QString fixedText(double value, int decimals)
 {
     const double scale = std::pow(10.0, decimals);

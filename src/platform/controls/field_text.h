@@ -13,20 +13,20 @@ struct FieldInfo;
 
 namespace controls {
 
-/// A field's value as grids and combos show it: empty for Null, a date in the short form, a number
-/// with `decimals` digits behind the decimal sign, rounded to the nearest, or by the general
-/// conversion where `decimals` is -1.
+/// Formats a field's value for grids and combos: empty for Null, a date in the short format, a
+/// number with `decimals` decimal places. If `decimals` is -1, a number is formatted by
+/// runtime::toText.
 QString fieldText(const QVariant& value, int decimals = -1);
 
-/// The position of a field, -1 where no field has the name (any case).
+/// Returns the position of the field with this name, ignoring case, or -1 if there is none.
 int ordinalOf(const std::vector<dao::FieldInfo>& fields, const QString& field);
 
-/// One field of all rows in the recordset's order, without moving it. Raises what reading raises;
-/// 3265 for an unknown field.
+/// Returns the texts of one field for all rows, in the recordset's order, without moving its
+/// current row. Throws ItemNotFound (3265) for an unknown field, and any error of reading.
 QStringList fieldTexts(dao::Recordset& rows, const QString& field);
 
-/// True where a letter of the text is written from right to left: such a text reads in that
-/// direction as a whole, with a number at its front too.
+/// Returns true if the text contains a right-to-left letter. Such a text reads right-to-left as a
+/// whole, even if it starts with a number.
 bool readsRightToLeft(const QString& text);
 
 } // namespace controls

@@ -78,8 +78,8 @@ void ChildForm::showInFrame(QMdiArea& area)
     area.setActiveSubWindow(window_);
 }
 
-/// The toolkit tries no further than the first control in the tab order, also where that one is out
-/// of use.
+/// Focuses the first enabled control in tab order. Qt itself tries only the first control and gives
+/// up if that one is disabled.
 void ChildForm::focusFirst()
 {
     if (focusWidget() != nullptr)

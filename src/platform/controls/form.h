@@ -8,12 +8,12 @@ class QMdiSubWindow;
 
 namespace controls {
 
-/// The frame that hosts the child windows. Without one (in a test) a child form is a window of its
-/// own.
+/// Sets the area that hosts the child windows. Without one, as in tests, a child form is a
+/// top-level window.
 void setFrame(QMdiArea* frame);
 QMdiArea* frame();
 
-/// A child window of the frame.
+/// A child window of the main window's frame.
 class ChildForm : public QWidget
 {
     Q_OBJECT
@@ -21,10 +21,10 @@ class ChildForm : public QWidget
 public:
     explicit ChildForm(const QString& name, const QString& title);
 
-    /// Shows the form in the frame, brings it forward and gives it the focus.
+    /// Shows the form in the frame, activates it and gives it the focus.
     void Show();
-    /// Takes the form away. It is deleted when control is back in the event loop; the form's
-    /// instance counts as not loaded at once.
+    /// Closes the form. It is deleted when control returns to the event loop, but its
+    /// DefaultInstance counts as not loaded immediately.
     void Unload();
 
 signals:
@@ -32,10 +32,10 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    /// How Show shows it for the first time.
+    /// Returns true if Show opens the form maximised the first time.
     virtual bool opensMaximised() const { return false; }
-    /// Runs once before the form goes, whether by Unload or by its close box: the place to write
-    /// what a grid has not written yet.
+    /// Runs once before the form closes, by Unload or by its close box. A form writes pending edits
+    /// of its grids here.
     virtual void aboutToUnload() {}
 
 private:
@@ -47,16 +47,16 @@ private:
     bool leaving_ = false;
 };
 
-/// The one shared reference to a form: empty at the start, filled by the first touch, which creates
-/// the form and so runs its load. After Unload the next touch loads it afresh. Form needs a default
-/// constructor and the signal unloaded().
+/// The single instance of a form. The first access creates the form, which runs its load; the first
+/// access after Unload creates it again. Form needs a default constructor and the signal
+/// unloaded().
 template <typename Form>
 class DefaultInstance
 {
 public:
     bool isLoaded() const { return !form_.isNull(); }
-    /// The loaded form, created where there is none. Raises what the form's load raises; there is
-    /// no instance then.
+    /// Returns the form, creating it if it is not loaded. Throws any error of the form's load; the
+    /// form then stays not loaded.
     Form& operator()()
     {
         if (form_.isNull()) {

@@ -1,6 +1,5 @@
 #include "platform/controls/message_box_window.h"
 
-#include "platform/controls/line_end_label.h"
 #include "platform/runtime/message_box.h"
 
 #include <QApplication>
@@ -73,7 +72,8 @@ void layOutText(QMessageBox& box, int flags)
         return;
     label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                         Qt::AlignVCenter);
-    breakAtLineEnds(*label);
+    // A label breaks its text at carriage returns only where the text can be selected.
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
 MessageBoxAnswer answerOf(int button)

@@ -7,7 +7,7 @@ namespace controls {
 
 namespace {
 
-constexpr int gap = 4; ///< Device-independent pixels between the picture and the caption.
+constexpr int gap = 4; ///< Distance between picture and caption in device-independent pixels.
 constexpr int border = 3;
 
 } // namespace

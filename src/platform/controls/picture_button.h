@@ -4,9 +4,9 @@
 
 namespace controls {
 
-/// A button with a picture before its caption, both together in the middle. The toolkit's styles
-/// push a caption that reads from right to left away from its picture, out at the button's edge.
-/// In a button that is high enough the picture stands above its caption.
+/// A button that shows its picture and its caption centred together. Qt's styles place a
+/// right-to-left caption at the button's edge, away from its picture. If the button is high enough,
+/// the picture is above the caption.
 class PictureButton : public QPushButton
 {
 public:

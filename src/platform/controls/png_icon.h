@@ -5,9 +5,9 @@
 
 namespace controls {
 
-/// An icon of PNG files, one for each size that there is of it. A file that is none adds nothing.
-/// QIcon's own way of reading a file loads every image plugin of the machine to ask what the file
-/// is; that took a fifth of the program's start.
+/// Creates an icon from PNG files, one file per size. A file that cannot be read is skipped.
+/// QIcon's own file loading queries every installed image plugin, which takes a fifth of the
+/// program's start time.
 QIcon pngIcon(const QStringList& files);
 
 } // namespace controls

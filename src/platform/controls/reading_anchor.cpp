@@ -12,7 +12,8 @@ namespace {
 
 constexpr QPoint firstPlace{12, 12};
 
-/// Moves the rectangle into the frame; the reading start of one that is too big stays in sight.
+/// Moves the rectangle into the frame. If it is wider than the frame, the edge where reading starts
+/// stays visible.
 QRect keptInside(QRect place, const QRect& room, Qt::LayoutDirection direction)
 {
     if (place.width() <= room.width())
@@ -71,7 +72,8 @@ void ReadingAnchor::remember()
                  .topLeft();
 }
 
-/// A window that is restored comes back to where it was in the frame's former size.
+/// Restores the position of a window that is no longer maximised or minimised. Qt restores the old
+/// coordinates, which are wrong if the frame has been resized in the meantime.
 void ReadingAnchor::returnToPlace(Qt::WindowStates oldState)
 {
     const bool wasElsewhere = (oldState & (Qt::WindowMaximized | Qt::WindowMinimized)) != 0;

@@ -8,9 +8,9 @@ class QWidget;
 
 namespace controls {
 
-/// Keeps a child window at its distance from the edge where reading starts, and inside the frame,
-/// while the frame changes its size. The toolkit alone holds on to the left edge whatever the
-/// direction. Belongs to the window.
+/// Keeps a child window at a constant distance from the edge where reading starts, and inside the
+/// frame, when the frame is resized. Qt itself anchors windows at the left edge, even in a
+/// right-to-left layout. The child window owns this object.
 class ReadingAnchor : public QObject
 {
 public:
@@ -26,7 +26,8 @@ private:
 
     QMdiSubWindow& window_;
     QWidget& viewport_;
-    QPoint start_; ///< Distance of the window's corner from the frame's reading start.
+    /// Distance of the window's corner from the frame's corner where reading starts, in pixels.
+    QPoint start_;
     bool placing_ = false;
 };
 

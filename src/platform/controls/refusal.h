@@ -8,8 +8,8 @@ class RunTimeError;
 
 namespace controls {
 
-/// What a grid tells the user when the store refuses to write, to delete or to read a row: the
-/// reason, and where something typed waits to be mended, how to go on.
+/// Return the messages that a grid shows if the store refuses to write, delete or read a row. Each
+/// gives the reason. The message for a refused write also says how to continue.
 QString writeRefusal(const runtime::RunTimeError& error);
 QString deleteRefusal(const runtime::RunTimeError& error);
 QString readRefusal(const runtime::RunTimeError& error);

@@ -4,7 +4,7 @@
 
 namespace controls {
 
-/// 15 twips are one device-independent pixel.
+/// One device-independent pixel is 15 twips.
 inline constexpr int twipsPerPixel = 15;
 
 constexpr int pixels(int twips)
@@ -12,7 +12,8 @@ constexpr int pixels(int twips)
     return (twips + twipsPerPixel / 2) / twipsPerPixel;
 }
 
-/// A rectangle in twips from the left edge, never mirrored, as the toolkit's pixels.
+/// Converts a rectangle from twips to pixels. The rectangle is measured from the left edge and is
+/// never mirrored.
 constexpr QRect twipsRect(int left, int top, int width, int height)
 {
     return {pixels(left), pixels(top), pixels(width), pixels(height)};

@@ -4,6 +4,9 @@
 #include "platform/dao/recordset_p.h"
 #include "platform/dao/values.h"
 
+#include <algorithm>
+#include <span>
+
 namespace ado {
 
 using namespace Qt::StringLiterals;
@@ -11,28 +14,58 @@ using runtime::RunTimeError;
 
 namespace {
 
+/// How many rows Execute reads: more lines than most orders have, and few enough to cost a long
+/// order's first page next to nothing.
+constexpr int firstRows = 256;
+
+bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)
+{
+    return one.number == other.number && one.values == other.values;
+}
+
+/// Lets go of the connection as soon as all rows are at hand.
 class QueryRows final : public Recordset
 {
 public:
-    QueryRows(std::shared_ptr<dao::Database> database, dao::TableRows rows,
-              const dao::SelectQuery& query)
-        : database_(std::move(database)), rows_(std::move(rows)),
-          numbers_(rows_.numbers(database_->driver(), query.where, dao::orderOf(rows_, query)))
+    QueryRows(std::shared_ptr<dao::Database> database, dao::TableRows table, dao::SelectQuery query)
+        : database_(std::move(database)), table_(std::move(table)), query_(std::move(query)),
+          order_(dao::orderOf(table_, query_))
     {
+        dao::TableRows::Beginning beginning =
+            table_.beginning(database_->driver(), query_.where, order_, firstRows);
+        rows_ = std::move(beginning.rows);
+        count_ = beginning.total;
+        if (rows_.size() == count_)
+            database_.reset();
     }
 
-    int RecordCount() const override { return static_cast<int>(numbers_.size()); }
-    int FieldCount() const override { return static_cast<int>(rows_.table().fields.size()); }
-    int ordinalOf(const QString& name) const override { return rows_.table().ordinalOf(name); }
+    int RecordCount() const override { return static_cast<int>(count_); }
+    int rowsAtHand() const override { return static_cast<int>(rows_.size()); }
+    int FieldCount() const override { return static_cast<int>(table_.table().fields.size()); }
+    int ordinalOf(const QString& name) const override { return table_.table().ordinalOf(name); }
+
+    bool readAll() override
+    {
+        if (!database_)
+            return false;
+        std::vector<dao::StoredRow> all = table_.all(database_->driver(), query_.where, order_);
+        const bool same =
+            all.size() == count_ && std::equal(rows_.begin(), rows_.end(), all.begin(), isSame);
+        rows_ = std::move(all);
+        count_ = rows_.size();
+        database_.reset();
+        return !same;
+    }
 
     std::vector<std::vector<QVariant>> rows(int first, int count) override
     {
+        if (std::min(qint64{first} + count, qint64{RecordCount()}) > rowsAtHand())
+            readAll();
         const int begin = std::clamp(first, 0, RecordCount());
         const int length = std::clamp(count, 0, RecordCount() - begin);
-        const auto wanted = std::span(numbers_).subspan(std::size_t(begin), std::size_t(length));
         std::vector<std::vector<QVariant>> result;
-        for (const auto& row : rows_.fetch(database_->driver(), wanted))
-            result.push_back(row ? values(*row) : std::vector<QVariant>(std::size_t(FieldCount())));
+        for (const auto& row : std::span(rows_).subspan(std::size_t(begin), std::size_t(length)))
+            result.push_back(values(row));
         return result;
     }
 
@@ -41,13 +74,16 @@ private:
     {
         std::vector<QVariant> all;
         for (std::size_t i = 0; i < row.values.size(); ++i)
-            all.push_back(dao::fromStored(rows_.table().fields[i], row.values[i]));
+            all.push_back(dao::fromStored(table_.table().fields[i], row.values[i]));
         return all;
     }
 
-    std::shared_ptr<dao::Database> database_;
-    dao::TableRows rows_;
-    dao::RowNumbers numbers_;
+    std::shared_ptr<dao::Database> database_; ///< Null once all rows are at hand.
+    dao::TableRows table_;
+    dao::SelectQuery query_;
+    dao::RowOrder order_;
+    std::vector<dao::StoredRow> rows_; ///< From the first on.
+    std::size_t count_ = 0;
 };
 
 QString dataSourceOf(const QString& connectionString)

@@ -12,19 +12,30 @@ class Database;
 /// gives a forward-only, read-only record source.
 namespace ado {
 
-/// Rows in the query's order as they stood when it was executed, values as they are when a row is
-/// reached. Holds its connection for as long as it lives, and no lock between calls.
+/// The rows of a query, in its order, with the values of one moment: a reader never sees a mix of
+/// older and newer rows, nor a row without its values.
+///
+/// Holding a transaction open would keep other stations from writing, so each moment is that of
+/// one statement. Execute reads the first rows; a short query is complete then. The rows behind
+/// them are read with all others by a second statement (readAll), whose moment then holds for the
+/// first rows, too. Until then only the first rows are given.
 class Recordset
 {
 public:
     virtual ~Recordset() = default;
-    /// The number of rows, known at once.
+    /// The number of rows, known at once. readAll may change it.
     virtual int RecordCount() const = 0;
+    /// How many rows are held from the first on; RecordCount once all are.
+    virtual int rowsAtHand() const { return RecordCount(); }
+    /// Reads all rows anew where not all are at hand. True if a row given before, or the number of
+    /// rows, is another now. Raises what the engine raises, and nothing has changed then.
+    virtual bool readAll() { return false; }
     virtual int FieldCount() const = 0;
     /// -1 where no field has the name (any case).
     virtual int ordinalOf(const QString& name) const = 0;
-    /// Reads the rows of a page of the query, from row `first` (0-based), at most `count` of them,
-    /// as dao::Field::Value gives values; a row deleted meanwhile comes with all its fields Null.
+    /// The rows from row `first` (0-based) on, at most `count` of them, as dao::Field::Value gives
+    /// values. Calls readAll for a row that is not at hand. Raises 3421 or 6 for contents that the
+    /// field's type does not take.
     virtual std::vector<std::vector<QVariant>> rows(int first, int count) = 0;
 };
 

@@ -24,6 +24,11 @@ public:
     int recordCount() override { return static_cast<int>(std::min(reached_, queried_) + added()); }
     bool isEmpty() override { return list_->size() == 0; }
     void reachEnd() override { reached_ = queried_; }
+    void reach(int count) noexcept override
+    {
+        if (count > 0)
+            reached_ = std::max(reached_, std::min(static_cast<std::size_t>(count), queried_));
+    }
 
     void goFirst() override
     {
@@ -73,6 +78,17 @@ public:
         }
         queried_ = list_->size();
         reached_ = 0;
+    }
+
+    void requeryAsFarAsReached() override
+    {
+        const bool wholly = !isEmpty() && reached_ == queried_;
+        const int counted = recordCount();
+        requery();
+        if (wholly)
+            reachEnd();
+        else
+            reach(counted);
     }
 
     void rowAdded(RowNumber number) override { ownList().append(number); }
@@ -125,7 +141,7 @@ private:
         rowExists = found.has_value();
         row = found ? std::move(*found) : StoredRow{list_->at(*database, position), {}};
         at_ = position;
-        reached_ = std::max(reached_, std::min(position + 1, queried_));
+        reach(static_cast<int>(position) + 1);
         place = Place::OnRow;
     }
 

@@ -245,6 +245,21 @@ void Recordset::Requery()
         d_->observer->currentChanged();
 }
 
+void Recordset::requeryAsFarAsReached()
+{
+    d_->driver();
+    d_->drop();
+    d_->requeryAsFarAsReached();
+    d_->goFirst();
+    if (d_->observer != nullptr)
+        d_->observer->currentChanged();
+}
+
+void Recordset::markReached(int count) noexcept
+{
+    d_->reach(count);
+}
+
 void Recordset::Close()
 {
     d_->driver();

@@ -67,8 +67,9 @@ public:
 ///
 /// A dynaset takes its keys once, at opening, in the query's order; rows of equal sort value stand
 /// in the order in which they were stored. RecordCount counts the rows reached: 0 for none, 1 after
-/// opening, all after MoveLast, up to the farthest row visited otherwise. Rows added through it
-/// count and stand at its end; rows deleted through it no longer count.
+/// opening, all after MoveLast, up to the farthest row visited otherwise. Rows that a bound grid
+/// has shown count as reached as well (markReached). Rows added through it count and stand at its
+/// end; rows deleted through it no longer count.
 ///
 /// The values of a row are fetched when it is visited, again by Move(0) and by Edit. No cursor
 /// stays open between calls, so a recordset never holds a lock on the store.
@@ -149,6 +150,13 @@ public:
     /// A reader of its own over the same rows in the same order, for grids: it neither moves this
     /// recordset nor changes what RecordCount says.
     std::unique_ptr<RecordsetPages> pages();
+    /// Counts the first `count` rows as reached, as if the farthest of them had been visited,
+    /// without reading or moving. Does nothing on a table type. Raises nothing, not even on a
+    /// closed recordset.
+    void markReached(int count) noexcept;
+    /// Requery for a data control's Refresh: counts as many rows as reached as before, and all rows
+    /// if all had been reached.
+    void requeryAsFarAsReached();
 
     class Private;
 

@@ -34,6 +34,8 @@ public:
     virtual bool isEmpty() = 0;
     /// Counts to the end, where counting depends on how far the rows were read.
     virtual void reachEnd() {}
+    /// Counts the first rows as reached, where counting depends on how far the rows were read.
+    virtual void reach(int /*count*/) noexcept {}
     virtual void goFirst() = 0;
     /// Stands on the first row; a kind may look it up when it is first asked for.
     virtual void standFirst() { goFirst(); }
@@ -45,6 +47,8 @@ public:
     virtual bool has(RowNumber number) = 0;
     virtual void goTo(RowNumber number) = 0;
     virtual void requery() = 0;
+    /// Requery with as many rows counted as reached as before.
+    virtual void requeryAsFarAsReached() { requery(); }
     virtual void rowAdded(RowNumber) {}
     virtual void rowRemoved() {}
     /// All rows in this recordset's order.

@@ -8,8 +8,6 @@ namespace dao {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 StoredRow taken(StoredValues&& columns)
 {
     StoredRow row;
@@ -18,6 +16,17 @@ StoredRow taken(StoredValues&& columns)
     row.values = std::move(columns);
     return row;
 }
+
+std::vector<StoredRow> taken(std::vector<StoredValues>&& rows)
+{
+    std::vector<StoredRow> result;
+    result.reserve(rows.size());
+    for (StoredValues& columns : rows)
+        result.push_back(taken(std::move(columns)));
+    return result;
+}
+
+namespace {
 
 /// The parameter of a statement by its number, from 1.
 QString parameter(qsizetype number)
@@ -145,17 +154,31 @@ void TableRows::addCondition(const SelectQuery::Condition& where, QStringList& c
     }
 }
 
-TableRows::Statement TableRows::numbersStatement(Driver& driver,
-                                                 const std::optional<SelectQuery::Condition>& where,
-                                                 const RowOrder& order) const
+TableRows::Statement TableRows::condition(const std::optional<SelectQuery::Condition>& where) const
 {
     QStringList conditions;
     QVariantList values;
     if (where)
         addCondition(*where, conditions, values);
-    const QString select = u"SELECT %1 FROM %2"_s.arg(rowNumber_, name_) + whereText(conditions) +
-                           ordering(driver, order, 0, Direction::Forward);
-    return {driver.joined(select), values};
+    return {whereText(conditions), values};
+}
+
+TableRows::Statement TableRows::selection(const Driver& driver, const QString& selected,
+                                          const std::optional<SelectQuery::Condition>& where,
+                                          const RowOrder& order) const
+{
+    const Statement met = condition(where);
+    return {u"SELECT %1 FROM %2"_s.arg(selected, name_) + met.sql +
+                ordering(driver, order, 0, Direction::Forward),
+            met.values};
+}
+
+TableRows::Statement TableRows::numbersStatement(Driver& driver,
+                                                 const std::optional<SelectQuery::Condition>& where,
+                                                 const RowOrder& order) const
+{
+    const Statement numbers = selection(driver, rowNumber_, where, order);
+    return {driver.joined(numbers.sql), numbers.values};
 }
 
 RowNumbers TableRows::numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
@@ -210,10 +233,7 @@ std::vector<StoredRow> TableRows::rowsOfKeys(Driver& driver, int key, qint64 fir
                                              qint64 last) const
 {
     const QStringList conditions{field(key) + " >= $1"_L1, field(key) + " <= $2"_L1};
-    std::vector<StoredRow> result;
-    for (StoredValues& columns : driver.rows(select_ + whereText(conditions), {first, last}))
-        result.push_back(taken(std::move(columns)));
-    return result;
+    return taken(driver.rows(select_ + whereText(conditions), {first, last}));
 }
 
 int TableRows::count(Driver& driver) const

@@ -15,6 +15,10 @@ struct StoredRow
     StoredValues values;
 };
 
+/// Rows from the columns that TableRows selects: the row's number, then its values.
+StoredRow taken(StoredValues&& columns);
+std::vector<StoredRow> taken(std::vector<StoredValues>&& rows);
+
 /// The ordinals of the fields that rows are ordered by, ascending, rows of equal values in the
 /// order in which they were stored; none for the table's own order.
 using RowOrder = std::vector<int>;
@@ -48,6 +52,18 @@ public:
     };
     Listed listed(Driver& driver, const std::optional<SelectQuery::Condition>& where,
                   const RowOrder& order) const;
+    /// The first rows that meet the condition, in order, at most `limit` of them, and how many rows
+    /// meet it. One statement, so both are of one moment.
+    struct Beginning
+    {
+        std::size_t total = 0;
+        std::vector<StoredRow> rows;
+    };
+    Beginning beginning(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+                        const RowOrder& order, int limit) const;
+    /// All rows that meet the condition, in order, read by one statement.
+    std::vector<StoredRow> all(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+                               const RowOrder& order) const;
     /// The values of a field that is unique, where they are whole numbers without gaps and none of
     /// them is Null; costs a few look-ups and no scan.
     std::optional<KeyRun> keyRun(Driver& driver, int key) const;
@@ -95,6 +111,12 @@ private:
         QString sql;
         QVariantList values;
     };
+    /// WHERE with the condition and its values; empty where there is none.
+    Statement condition(const std::optional<SelectQuery::Condition>& where) const;
+    /// SELECT of an expression of the rows that meet the condition, in order.
+    Statement selection(const Driver& driver, const QString& selected,
+                        const std::optional<SelectQuery::Condition>& where,
+                        const RowOrder& order) const;
     Statement numbersStatement(Driver& driver, const std::optional<SelectQuery::Condition>& where,
                                const RowOrder& order) const;
     void addCondition(const SelectQuery::Condition& where, QStringList& conditions,

@@ -28,16 +28,16 @@ bool forbiddenInFileName(QChar c)
 Document::Document(const ReportDesign& design, std::vector<Section> sections,
                    std::shared_ptr<ado::Recordset> rows, Paper paper)
     : design_(design), sections_(std::move(sections)), rows_(std::move(rows)),
-      pagination_(design, paper), blockCount_(rows_->RecordCount()),
-      ink_(std::make_unique<PageInk>(design.fontFamily))
+      pagination_(design, paper), ink_(std::make_unique<PageInk>(design))
 {
     bindFields();
 }
 
 Document::~Document() = default;
 
-std::unique_ptr<Document> Document::onPaper(Paper paper) const
+std::unique_ptr<Document> Document::onPaper(Paper paper)
 {
+    readAll(); // the two share their rows, and neither may change under the other
     return std::make_unique<Document>(design_, sections_, rows_, paper);
 }
 
@@ -70,22 +70,48 @@ void Document::bindFields()
     }
 }
 
+int Document::blockCount() const
+{
+    return rows_->RecordCount();
+}
+
+bool Document::isWhole() const
+{
+    return rows_->rowsAtHand() == rows_->RecordCount();
+}
+
+bool Document::hasPage(int index) const
+{
+    const int end = pagination_.firstBlock(index) + pagination_.blocksOn(index, blockCount());
+    return isWhole() || end <= rows_->rowsAtHand();
+}
+
+bool Document::readAll()
+{
+    if (!rows_->readAll())
+        return false;
+    keptPages_.clear();
+    return true;
+}
+
 std::shared_ptr<const Page> Document::page(int index)
 {
+    if (!hasPage(index))
+        readAll();
     const auto found = std::find_if(keptPages_.begin(), keptPages_.end(),
                                     [&](const auto& page) { return page->index == index; });
     if (found != keptPages_.end())
         return *found;
-    std::shared_ptr<const Page> read = readPage(index);
+    std::shared_ptr<const Page> made = makePage(index);
     if (keptPages_.size() == keptPageCount)
         keptPages_.pop_front();
-    keptPages_.push_back(read);
-    return read;
+    keptPages_.push_back(made);
+    return made;
 }
 
-std::shared_ptr<const Page> Document::readPage(int index)
+std::shared_ptr<const Page> Document::makePage(int index)
 {
-    const int blocks = pagination_.blocksOn(index, blockCount_);
+    const int blocks = pagination_.blocksOn(index, blockCount());
     const auto rows =
         blocks == 0 ? std::vector<Row>() : rows_->rows(pagination_.firstBlock(index), blocks);
     auto page = std::make_shared<Page>();
@@ -129,6 +155,9 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
+    // What is set at run time is data: a customer may be called "%p".
+    if (control.isCaptionSet())
+        return caption;
     if (caption == u"%p")
         return QString::number(pageIndex + 1);
     if (caption == u"%P")

@@ -43,7 +43,13 @@ struct Page
 };
 
 /// A report with its captions, pictures and rows as they stand at one moment, laid on one paper.
-/// Rows are read page by page when a page is asked for; a few pages are kept.
+/// Its pages are made when they are asked for; a few are kept.
+///
+/// All pages show the rows of one moment. A long record source holds its first rows only when it is
+/// opened (ado::Recordset), so that the first page stands at once; whoever shows the document calls
+/// readAll soon afterwards, and printing, exporting and searching begin with it. A page with rows
+/// that are not at hand is never made from what the store holds by then: page() calls readAll
+/// first, which takes all rows from one later moment, those of the first page included.
 class Document
 {
 public:
@@ -55,18 +61,27 @@ public:
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
-    /// The same report on another paper. Raises what Pagination raises.
-    std::unique_ptr<Document> onPaper(Paper paper) const;
+    /// The same report on another paper. Raises what Pagination and readAll raise.
+    std::unique_ptr<Document> onPaper(Paper paper);
 
     const ReportDesign& design() const { return design_; }
     const Pagination& pagination() const { return pagination_; }
     Paper paper() const { return pagination_.paper(); }
-    int blockCount() const { return blockCount_; }
-    int pageCount() const { return pagination_.pageCount(blockCount_); }
+    int blockCount() const;
+    int pageCount() const { return pagination_.pageCount(blockCount()); }
     /// What the report is filed under: the design's word and number, fit for a file name.
     QString title() const;
 
-    /// The page with its rows read; pages count from 0. Raises what reading raises.
+    /// True once all rows are at hand: the number of pages is final then.
+    bool isWhole() const;
+    /// True where the rows of the page are at hand.
+    bool hasPage(int index) const;
+    /// Reads all rows where the document is not whole. True if pages given before are others now,
+    /// or their number is. Raises what reading raises, and nothing has changed then.
+    bool readAll();
+
+    /// The page, made from the rows at hand or else after readAll; pages count from 0. Raises what
+    /// reading raises.
     std::shared_ptr<const Page> page(int index);
     /// The only way to ink: screen, printer, files and tests alike. The painter stands at the
     /// corner of the sheet and is scaled to twips. Draws nothing but the page and raises nothing.
@@ -76,7 +91,7 @@ public:
 
 private:
     void bindFields();
-    std::shared_ptr<const Page> readPage(int index);
+    std::shared_ptr<const Page> makePage(int index);
     using Row = std::vector<QVariant>;
     Band band(const Section& section, int top, int pageIndex, const Row& row) const;
     QString textOf(const Control& control, int ordinal, int pageIndex, const Row& row) const;
@@ -85,7 +100,6 @@ private:
     std::vector<Section> sections_;
     std::shared_ptr<ado::Recordset> rows_;
     Pagination pagination_;
-    int blockCount_;
     std::vector<std::vector<int>> ordinals_; ///< Of the fields, section by section; -1 for others.
     std::deque<std::shared_ptr<const Page>> keptPages_;
     std::unique_ptr<PageInk> ink_;

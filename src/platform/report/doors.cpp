@@ -6,6 +6,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QProcess>
+#include <QSettings>
 #include <QStandardPaths>
 
 #include <utility>
@@ -22,8 +24,17 @@ Paper paperOfDefaultPrinter()
     return printer.isNull() ? a4Portrait : paperOf(QPrinter(printer).pageLayout());
 }
 
+/// The toolkit's dialogs write their history to a settings file of the user's when they close. The
+/// program leaves no file outside its folder, so these settings get a place in which no file can be
+/// made. Where they are no file, as on Windows, this changes nothing.
+void keepNoDialogHistory()
+{
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
+}
+
 bool showPrintDialog(QPrinter& printer, QWidget* parent, int pageCount)
 {
+    keepNoDialogHistory(); // the dialog has a button that opens a file dialog
     QPrintDialog dialog(&printer, parent);
     dialog.setWindowTitle(u"הדפסה"_s);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
@@ -34,6 +45,7 @@ bool showPrintDialog(QPrinter& printer, QWidget* parent, int pageCount)
 
 QString showFileDialog(const FileRequest& request)
 {
+    keepNoDialogHistory();
     QFileDialog dialog(request.parent, request.title,
                        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
                        request.filter);

@@ -9,7 +9,8 @@
 class QPrinter;
 class QWidget;
 
-/// What the preview asks of the desktop, each behind a door that can be replaced.
+/// What the preview asks of the desktop, each behind a door that can be replaced. The dialogs that
+/// stand behind them at first write no settings file.
 namespace report {
 
 /// The paper that a report is laid on when it is shown: the default printer's, A4 upright without

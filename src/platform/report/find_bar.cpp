@@ -85,6 +85,7 @@ void FindBar::find(SearchDirection direction)
         if (text_->text().isEmpty())
             return;
     }
+    pages_.readAll();
     bool cancelled = false;
     std::optional<Hit> hit;
     {

@@ -1,11 +1,12 @@
 #include "platform/report/export.h"
 
-#include "platform/report/report_text.h"
+#include "platform/report/text_shaper.h"
 
 #include <QBuffer>
 #include <QIODevice>
 
 #include <algorithm>
+#include <cmath>
 
 namespace report {
 
@@ -13,45 +14,65 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double twipsPerPoint = 20;
+/// Half of it lies inside the control on paper, all of it in a style sheet.
+constexpr double borderWidth = 15;
+/// What of its width a text may take here: a browser may have another font than this machine.
+constexpr double safeShare = 0.9;
+
 /// Twips as the points of a style sheet.
-QString points(int twips)
+QString points(double twips)
 {
-    return QString::number(twips / 20.0) + u"pt"_s;
+    return QString::number(twips / twipsPerPoint) + u"pt"_s;
 }
 
-QString alignment(Align align)
+/// Flexible boxes name their edges by the direction of the section, which is left to right.
+struct Alignment
+{
+    QString text;
+    QString box;
+};
+
+Alignment alignment(Align align)
 {
     switch (align) {
     case Align::Left:
-        return u"left"_s;
+        return {u"left"_s, u"flex-start"_s};
     case Align::Right:
-        return u"right"_s;
+        return {u"right"_s, u"flex-end"_s};
     case Align::Centre:
         break;
     }
-    return u"center"_s;
+    return {u"center"_s, u"center"_s};
 }
 
-bool holdsSeveralLines(const ControlDesign& design)
+/// Keeps a text in the free part of its control. A centred text that is too wide for its box grows
+/// on both sides.
+QString padding(const ControlDesign& design, const TextFrame& frame)
 {
-    return design.points > 0 && design.height > 2 * 20 * design.points;
+    const double border = (design.style & Style::Boxed) != 0 ? borderWidth : 0;
+    const double side = (frame.width - frame.available()) / 2;
+    const bool isCentred = frame.align == Align::Centre;
+    const double left = isCentred ? side : frame.free.left;
+    const double right = isCentred ? side : frame.width - frame.free.right;
+    return u"padding:0 %1 0 %2;"_s.arg(points(std::max(0.0, right - border)),
+                                       points(std::max(0.0, left - border)));
 }
 
 /// The style rule of one control, named as the control is.
-QString controlRule(const ControlDesign& design)
+QString controlRule(const ControlDesign& design, TextShaper& shaper)
 {
     QString rule = u".%1{left:%2;top:%3;width:%4;height:%5;"_s.arg(
         design.name, points(design.left), points(design.top), points(design.width),
         points(design.height));
     if (design.kind == Kind::Line)
         rule += design.height == 0 ? u"border-top:.75pt solid;"_s : u"border-left:.75pt solid;"_s;
-    if (design.points > 0)
-        rule += u"font-size:%1pt;text-align:%2;"_s.arg(QString::number(design.points),
-                                                       alignment(design.align));
-    if (design.kind == Kind::Field)
-        rule += u"overflow-x:clip;"_s;
-    if (holdsSeveralLines(design))
-        rule += u"white-space:pre-wrap;"_s;
+    if (design.points > 0) {
+        const Alignment align = alignment(design.align);
+        rule += u"font-size:%1pt;justify-content:%2;text-align:%3;transform-origin:%3;"_s.arg(
+            QString::number(design.points), align.box, align.text);
+        rule += padding(design, shaper.frame(design));
+    }
     if ((design.style & Style::Bold) != 0)
         rule += u"font-weight:bold;"_s;
     if ((design.style & Style::Underlined) != 0)
@@ -61,7 +82,7 @@ QString controlRule(const ControlDesign& design)
     return rule + u"}\n"_s;
 }
 
-QString head(const Document& document)
+QString head(const Document& document, TextShaper& shaper)
 {
     const ReportDesign& design = document.design();
     QString head =
@@ -69,13 +90,15 @@ QString head(const Document& document)
         "<title>%1</title>\n<style>\n"
         "body{margin:1em auto;width:%2;font-family:'%3','%3 CLM',serif;line-height:1.05}\n"
         "section{position:relative;direction:ltr;break-inside:avoid}\n"
-        "section>*{position:absolute;box-sizing:border-box;white-space:pre}\n"
+        "section>*{position:absolute;box-sizing:border-box;white-space:pre;display:flex;"
+        "align-items:center}\n"
+        "section span{flex:none;transform-origin:inherit}\n"
         "section>img{object-fit:contain}\n"_s.arg(document.title().toHtmlEscaped(),
                                                   points(design.width), design.fontFamily);
     for (const SectionDesign& section : design.sections) {
         head += u".%1{height:%2}\n"_s.arg(section.name, points(section.height));
         for (const ControlDesign& control : section.controls)
-            head += controlRule(control);
+            head += controlRule(control, shaper);
     }
     return head + u"</style>\n</head>\n<body>\n"_s;
 }
@@ -96,36 +119,34 @@ QString picture(const ControlDesign& design, const QImage& image)
         design.name, type, QString::fromLatin1(bytes.toBase64()));
 }
 
-bool isHebrew(QChar c)
+/// How the text is condensed and made smaller, as on paper but with room for another font.
+QString fitStyle(const ShapedText& text, double available)
 {
-    return c.direction() == QChar::DirR || c.direction() == QChar::DirAL;
+    const double size = text.fit.vertical();
+    const double room = safeShare * available / (text.naturalWidth * size);
+    const double stretch = std::min(text.fit.stretch / 100.0, std::floor(room * 100) / 100);
+    QString style;
+    if (stretch < 1)
+        style += u"transform:scaleX(%1);"_s.arg(stretch);
+    if (size < 1)
+        style += u"font-size:%1em;"_s.arg(size);
+    return style.isEmpty() ? QString() : u" style=\"%1\""_s.arg(style);
 }
 
-/// Whether the text begins at the right, so that one too long is cut at its left.
-bool beginsAtTheRight(const DisplayText& display)
+QString textElement(const ControlDesign& design, const QString& text, TextShaper& shaper)
 {
-    const QString& text = display.text;
-    if (display.rightToLeft)
-        return std::any_of(text.begin(), text.end(), isHebrew);
-    const auto letter = std::find_if(text.begin(), text.end(), [](QChar c) {
-        return isHebrew(c) || c.direction() == QChar::DirL;
-    });
-    return letter != text.end() && isHebrew(*letter);
+    const ShapedText& shaped = shaper.shaped(design, text);
+    QStringList lines;
+    for (const ShapedLine& line : shaped.lines)
+        lines += line.text.toHtmlEscaped();
+    const QString direction = shaped.rightToLeft ? u"rtl"_s : u"ltr"_s;
+    const QString style =
+        text.isEmpty() ? QString() : fitStyle(shaped, shaper.frame(design).available());
+    return u"<div class=\"%1\"><span dir=\"%2\"%3>%4</span></div>\n"_s.arg(
+        design.name, direction, style, lines.join(u'\n'));
 }
 
-QString textElement(const ControlDesign& design, const QString& text)
-{
-    const DisplayText display = displayText(text, (design.style & Style::RightToLeft) != 0);
-    const auto direction = [](bool rightToLeft) { return rightToLeft ? u"rtl"_s : u"ltr"_s; };
-    QString content = display.text.toHtmlEscaped();
-    if (beginsAtTheRight(display) != display.rightToLeft)
-        content =
-            u"<span dir=\""_s + direction(display.rightToLeft) + u"\">"_s + content + u"</span>"_s;
-    return u"<div class=\"%1\" dir=\"%2\">%3</div>\n"_s.arg(
-        design.name, direction(beginsAtTheRight(display)), content);
-}
-
-QString element(const PrintedControl& printed)
+QString element(const PrintedControl& printed, TextShaper& shaper)
 {
     const ControlDesign& design = printed.control->design();
     switch (design.kind) {
@@ -137,10 +158,10 @@ QString element(const PrintedControl& printed)
     case Kind::Field:
         break;
     }
-    return textElement(design, printed.text);
+    return textElement(design, printed.text, shaper);
 }
 
-QString pageHtml(const Document& document, const Page& page)
+QString pageHtml(const Document& document, const Page& page, TextShaper& shaper)
 {
     QString html;
     for (const Band& band : page.bands) {
@@ -148,7 +169,7 @@ QString pageHtml(const Document& document, const Page& page)
             continue;
         html += u"<section class=\"%1\">\n"_s.arg(sectionOf(document.design(), band.role)->name);
         for (const PrintedControl& printed : band.controls)
-            html += element(printed);
+            html += element(printed, shaper);
         html += u"</section>\n"_s;
     }
     return html;
@@ -164,11 +185,12 @@ bool write(QIODevice& device, const QString& text)
 
 Outcome writeHtml(Document& document, QIODevice& device, const Progress& progress)
 {
-    if (!write(device, head(document)))
+    TextShaper shaper(document.design().fontFamily, document.design().sections);
+    if (!write(device, head(document, shaper)))
         return Outcome::Failed;
     const int total = document.pageCount();
     for (int i = 0; i < total; ++i) {
-        if (!write(device, pageHtml(document, *document.page(i))))
+        if (!write(device, pageHtml(document, *document.page(i), shaper)))
             return Outcome::Failed;
         if (!progress(i + 1, total))
             return Outcome::Cancelled;

@@ -62,14 +62,12 @@ void PageInk::drawText(const PrintedControl& printed, QPainter& painter)
     if (printed.text.isEmpty())
         return;
     const ControlDesign& design = printed.control->design();
-    for (const ShapedLine& line : shaper_.shaped(design, printed.text)) {
-        const QPointF corner = printed.corner + line.corner;
-        for (const QGlyphRun& glyphs : line.glyphs)
-            painter.drawGlyphRun(corner, glyphs);
-        // The toolkit misplaces the underlines of glyph runs under a scaled painter.
-        if ((design.style & Style::Underlined) != 0)
-            lines_.append({corner + QPointF(0, line.underline),
-                           corner + QPointF(line.width, line.underline)});
+    const ShapedText& text = shaper_.shaped(design, printed.text);
+    drawGlyphs(text, printed.corner, painter);
+    // The toolkit misplaces the underlines of glyph runs under a scaled painter.
+    if ((design.style & Style::Underlined) != 0) {
+        for (const QLineF& underline : underlines(text, printed.corner))
+            lines_.append(underline);
     }
 }
 

@@ -13,7 +13,7 @@ namespace report {
 class PageInk
 {
 public:
-    explicit PageInk(QStringView fontFamily) : shaper_(fontFamily) {}
+    explicit PageInk(const ReportDesign& design) : shaper_(design.fontFamily, design.sections) {}
 
     void draw(const Page& page, QPainter& painter);
 

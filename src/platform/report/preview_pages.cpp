@@ -37,6 +37,7 @@ void PreviewPages::setDocument(std::shared_ptr<Document> document)
     document_ = std::move(document);
     highlight_.reset();
     failed_ = false;
+    readsSoon_ = false;
     currentPage_ = 1;
     applyFit();
     updateScrollBars();
@@ -58,6 +59,17 @@ void PreviewPages::setCurrentPage(int page)
         return;
     verticalScrollBar()->setValue(sheetTop(std::clamp(page, 1, pageCount()) - 1) - gap);
     followScrolling();
+}
+
+void PreviewPages::readAll()
+{
+    if (document_ == nullptr || !document_->readAll())
+        return;
+    highlight_.reset();
+    updateScrollBars();
+    emit pageCountChanged(pageCount());
+    followScrolling();
+    viewport()->update();
 }
 
 void PreviewPages::setZoomFactor(double zoom)
@@ -213,20 +225,44 @@ void PreviewPages::paintEvent(QPaintEvent* event)
         return;
     try {
         paintSheets(event->rect());
+        readAllSoon();
     } catch (...) {
         raiseLater(std::current_exception());
     }
 }
 
+/// Once for each document, when its first pages are on the screen.
+void PreviewPages::readAllSoon()
+{
+    if (readsSoon_ || document_->isWhole())
+        return;
+    readsSoon_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this, document = document_] {
+            if (document != document_ || failed_)
+                return;
+            try {
+                readAll();
+            } catch (...) {
+                raiseLater(std::current_exception());
+            }
+        },
+        Qt::QueuedConnection);
+}
+
 void PreviewPages::paintSheets(const QRect& area)
 {
-    const int scrolled = verticalScrollBar()->value();
-    const int first = std::clamp((scrolled + area.top() - gap) / stride(), 0, pageCount() - 1);
-    const int last = std::clamp((scrolled + area.bottom() - gap) / stride(), 0, pageCount() - 1);
+    const auto pageAt = [&](int y) {
+        const int place = verticalScrollBar()->value() + y - gap;
+        return std::clamp(place / stride(), 0, pageCount() - 1);
+    };
+    if (!document_->hasPage(pageAt(area.bottom())))
+        readAll(); // before anything is painted that this may change
     QPainter painter(viewport());
-    for (int page = first; page <= last; ++page) {
+    const int last = pageAt(area.bottom());
+    for (int page = pageAt(area.top()); page <= last; ++page)
         paintSheet(*document_->page(page), painter);
-    }
 }
 
 void PreviewPages::paintSheet(const Page& page, QPainter& painter)
@@ -246,7 +282,8 @@ void PreviewPages::paintSheet(const Page& page, QPainter& painter)
     painter.restore();
 }
 
-/// No exception may leave a paint event, and a box must not open inside one.
+/// No exception may leave a paint event, and a box must not open inside one. A document that has
+/// failed is painted no more.
 void PreviewPages::raiseLater(std::exception_ptr failure)
 {
     failed_ = true;

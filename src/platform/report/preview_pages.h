@@ -6,8 +6,9 @@
 
 namespace report {
 
-/// A document's pages below one another, on a grey ground; those in sight are painted. A reading
-/// failure while painting is raised from a handler of its own.
+/// A document's pages below one another, on a grey ground; those in sight are painted. What a long
+/// document has not read is read as soon as the first pages have been painted. A reading failure,
+/// then or while painting, is raised from a handler of its own.
 class PreviewPages : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -36,6 +37,9 @@ public:
     double zoomFactor() const { return zoom_; }
     void setZoomFactor(double zoom);
     void setFit(Fit fit);
+    /// Reads what the document has not read yet. Pages and their number may be others afterwards.
+    /// Raises what reading raises.
+    void readAll();
     /// The next greater or smaller step of the usual zooms.
     void zoomIn();
     void zoomOut();
@@ -64,6 +68,7 @@ private:
     void applyFit();
     void updateScrollBars();
     void followScrolling();
+    void readAllSoon();
     void paintSheets(const QRect& area);
     void paintSheet(const Page& page, QPainter& painter);
     void raiseLater(std::exception_ptr failure);
@@ -76,6 +81,7 @@ private:
     Fit fit_ = Fit::None;
     std::optional<Hit> highlight_;
     bool failed_ = false;
+    bool readsSoon_ = false; ///< readAll has been put behind the events that wait.
 };
 
 } // namespace report

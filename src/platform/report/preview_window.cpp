@@ -262,6 +262,7 @@ void PreviewWindow::showZoom()
 
 void PreviewWindow::print()
 {
+    pages_->readAll();
     const std::shared_ptr<Document> printed = document_;
     printDocument(*printed, pages_->currentPage(), this);
 }
@@ -269,6 +270,7 @@ void PreviewWindow::print()
 /// The document outlives the dialogs, whatever is shown meanwhile.
 void PreviewWindow::exportAs(Format format)
 {
+    pages_->readAll();
     const std::shared_ptr<Document> exported = document_;
     exportDocument(*exported, format, this);
 }

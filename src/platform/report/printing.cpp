@@ -86,7 +86,7 @@ Outcome print(Document& document, const std::vector<int>& pages, QPrinter& print
 }
 
 /// The document laid on the paper; nothing where it does not fit.
-std::unique_ptr<Document> laidOn(const Document& document, Paper paper)
+std::unique_ptr<Document> laidOn(Document& document, Paper paper)
 {
     try {
         return document.onPaper(paper);
@@ -141,6 +141,7 @@ Paper paperOf(const QPageLayout& layout)
 
 void printDocument(Document& document, int currentPage, QWidget* parent)
 {
+    document.readAll(); // the dialog states the number of pages
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(document.title());
     printer.setFullPage(true);
@@ -167,6 +168,7 @@ void exportDocument(Document& document, Format format, QWidget* parent)
     const QString path = askFile(requestFor(document, format, parent));
     if (path.isEmpty())
         return;
+    document.readAll(); // the number of pages is final then
     if (writeTo(path, document, format, parent) == Outcome::Failed)
         refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
 }

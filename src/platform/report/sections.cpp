@@ -19,6 +19,7 @@ void Control::setCaption(const QString& caption)
     if (design_->kind != Kind::Label)
         throw RunTimeError(runtime::InvalidProcedureCall);
     caption_ = caption;
+    isCaptionSet_ = true;
 }
 
 void Control::setPicture(const QImage& picture)

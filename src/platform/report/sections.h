@@ -17,6 +17,8 @@ public:
 
     const ControlDesign& design() const { return *design_; }
     const QString& Caption() const { return caption_; }
+    /// Whether the caption has been set at run time, even to the text of the design.
+    bool isCaptionSet() const { return isCaptionSet_; }
     /// Raises 5 where the control is no label.
     void setCaption(const QString& caption);
     const QImage& Picture() const { return picture_; }
@@ -27,6 +29,7 @@ public:
 private:
     const ControlDesign* design_;
     QString caption_;
+    bool isCaptionSet_ = false;
     QImage picture_;
 };
 

@@ -3,6 +3,7 @@
 #include "platform/report/report_text.h"
 
 #include <QIODevice>
+#include <QStringList>
 
 namespace report {
 
@@ -19,24 +20,26 @@ bool hasText(const PrintedControl& printed)
     return kind == Kind::Label || kind == Kind::Field;
 }
 
-/// The texts of one band, line by line.
+/// The texts of one band, line by line. An empty line separates bands, so a line without any text
+/// is left out.
 QString bandText(const Band& band)
 {
-    QString text;
+    QStringList lines;
     const PrintedControl* first = nullptr;
     for (const PrintedControl& printed : band.controls) {
         if (!hasText(printed))
             continue;
         const int below = first == nullptr ? 0 : printed.corner.y() - first->corner.y();
+        const QString text = onOneLine(printed.text);
         if (first == nullptr || below > belowFirst || below < -aboveFirst) {
-            text += first == nullptr ? QString() : QStringLiteral("\n");
+            lines += text;
             first = &printed;
         } else {
-            text += u'\t';
+            lines.last() += u'\t' + text;
         }
-        text += onOneLine(printed.text);
     }
-    return text + QStringLiteral("\n\n");
+    lines.removeIf([](const QString& line) { return line.trimmed().isEmpty(); });
+    return lines.join(u'\n') + QStringLiteral("\n\n");
 }
 
 QString pageText(const Page& page)

@@ -1,48 +1,27 @@
 #pragma once
 
-#include "platform/report/design.h"
-
-#include <QFont>
-#include <QGlyphRun>
-#include <QList>
-#include <QPointF>
-#include <QString>
+#include "platform/report/shaped_text.h"
 
 #include <map>
 #include <unordered_map>
-#include <vector>
 
 namespace report {
 
-/// One line of a control's text: its glyphs, drawn at `corner`, in twips from the control's corner.
-struct ShapedLine
-{
-    QString text; ///< What of the control's text stands here.
-    /// In the order in which they stand on paper, from the left: programs that read a PDF put
-    /// words together from neighbours.
-    QList<QGlyphRun> glyphs;
-    QPointF corner;
-    double width;
-    double underline; ///< How far below `corner` the underline lies, where there is one.
-};
-
-using ShapedText = std::vector<ShapedLine>;
-
-/// Sets texts into their controls. Type is measured in twips, unhinted, so that widths agree on
-/// every device. A control takes as many lines as its height holds, one at the least, from its top
-/// downwards. A text too wide for its last line is cut at its end, whole characters, and stands at
-/// the edge at which it begins: a number at the left, Hebrew at the right. In a box it keeps a
-/// hair's breadth from the border where there is room.
+/// Sets texts into the controls of a report and keeps them shaped.
 class TextShaper
 {
 public:
-    explicit TextShaper(QStringView fontFamily);
+    /// Controls of the sections keep clear of the captions and lines beside them; any other control
+    /// stands alone. The sections must outlive the shaper.
+    explicit TextShaper(QStringView fontFamily, std::span<const SectionDesign> sections = {});
 
-    /// The reference is good until the next call.
+    /// The reference is good until the next call. Controls are told apart by their address.
     const ShapedText& shaped(const ControlDesign& control, const QString& text);
+    const TextFrame& frame(const ControlDesign& control);
 
 private:
     const QFont& font(const ControlDesign& control);
+    std::span<const ControlDesign> neighboursOf(const ControlDesign& control) const;
 
     struct Key
     {
@@ -59,7 +38,9 @@ private:
     };
 
     QString family_;
+    std::span<const SectionDesign> sections_;
     std::map<std::pair<double, bool>, QFont> fonts_; ///< By points and weight.
+    std::unordered_map<const ControlDesign*, TextFrame> frames_;
     std::unordered_map<Key, ShapedText, KeyHash> kept_;
 };
 

@@ -28,7 +28,7 @@ QStringView withoutBlanks(QStringView text)
     return text;
 }
 
-/// Takes the digits in front of `text` over into `out` and says how many there were.
+/// Moves the leading digits of `text` to `out` and returns their number.
 qsizetype takeDigits(QStringView& text, QByteArray& out)
 {
     qsizetype count = 0;
@@ -60,7 +60,7 @@ bool takeDecimalSign(QStringView& text, QByteArray& out)
     return true;
 }
 
-/// The text in the C locale's spelling, or empty where it is no number.
+/// Returns the number in the C locale's notation, or an empty value if the text is not a number.
 QByteArray plainNumber(QStringView text)
 {
     QByteArray plain;
@@ -105,7 +105,8 @@ double toDouble(const QString& text)
     double value = 0;
     const auto result = std::from_chars(plain.constData(), plain.constData() + plain.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        // Both ends of the range are reported alike; the toolkit's reader tells 0 from infinity.
+        // from_chars reports overflow and underflow alike. QLocale distinguishes them: it returns 0
+        // for an underflow.
         if (QLocale::c().toDouble(QString::fromLatin1(plain)) != 0)
             throw RunTimeError(Overflow);
         return 0;
@@ -155,7 +156,8 @@ std::int32_t toInt32(const QVariant& value)
 QString toText(double value)
 {
     if (value == 0)
-        return QStringLiteral("0"); // a negative zero has no sign of its own on screen
+        // Negative zero is shown without a sign.
+        return QStringLiteral("0");
     QString text = QString::number(value, 'g', 15);
     text.replace(u'e', u'E');
     return text.replace(QStringLiteral("."), QLocale().decimalPoint());

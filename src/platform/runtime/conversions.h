@@ -6,37 +6,43 @@
 
 #include <cstdint>
 
-/// Conversions of values as the run-time system does them, under the default QLocale: the machine's
-/// regional settings. All are strict: what is no number is an error and never a lenient prefix.
+/// Conversions between field values, numbers and texts. They use the default QLocale, which holds
+/// the machine's regional settings. All conversions are strict: a text with trailing characters
+/// that are not part of a number is an error.
 namespace runtime {
 
-/// True for a database Null (an invalid or null variant). An empty text is no Null.
+/// Returns true for a database Null (an invalid or null QVariant). An empty text is not Null.
 bool isNull(const QVariant& value);
 
-/// A text as a number: blanks around it, at most one sign, ASCII digits with at most one decimal
-/// sign (the machine's or the point) and an optional exponent. No group separators. Raises 13 for
-/// anything else, the empty text included; 6 where the number exceeds a double.
+/// Parses a number: optional blanks around it, at most one sign, ASCII digits with at most one
+/// decimal sign (the locale's or a point) and an optional exponent. Group separators are not
+/// accepted. Throws TypeMismatch (13) for any other text, including an empty one, and Overflow (6)
+/// if the number exceeds a double.
 double toDouble(const QString& text);
 
-/// A number, text or Boolean (True is -1) as a double. Raises 94 for Null, 13 for no number.
+/// Converts a number, text or Boolean (True is -1) to a double. Throws InvalidUseOfNull (94) for
+/// Null and TypeMismatch (13) for a value that is not a number.
 double toDouble(const QVariant& value);
 
-/// Narrowing, rounded half to even. Raises 6 outside the range and for NaN; from a variant also
-/// 94, 13.
+/// The functions toInt16 and toInt32 round half to even. They throw Overflow (6) for NaN and
+/// outside the integer's range. The overloads for QVariant also throw InvalidUseOfNull (94) and
+/// TypeMismatch (13).
 std::int16_t toInt16(double value);
 std::int16_t toInt16(const QVariant& value);
 std::int32_t toInt32(double value);
 std::int32_t toInt32(const QVariant& value);
 
-/// General conversion: at most 15 significant digits, no trailing zeros, the machine's decimal
-/// sign, no group separators, ASCII minus; an exponent ("1E+15") from 1e15 up and below 1e-4.
+/// Formats a number with at most 15 significant digits, the locale's decimal sign and an ASCII
+/// minus, without trailing zeros and group separators. Values from 1e15 up and below 1e-4 have an
+/// exponent ("1E+15").
 QString toText(double value);
 
-/// A field's value as text: numbers as above, dates in the short form. Raises 94 for Null.
+/// Formats a field's value: a number like toText(double), a date in the short format. Throws
+/// InvalidUseOfNull (94) for Null.
 QString toText(const QVariant& value);
 
-/// A date in the system's default short form, the year with four digits; day/month/year where the
-/// machine names no region.
+/// Formats a date in the locale's short format, with a four-digit year. The C locale gives
+/// day/month/year.
 QString toShortDate(const QDate& date);
 
 } // namespace runtime

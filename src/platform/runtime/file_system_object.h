@@ -4,11 +4,11 @@
 
 namespace runtime {
 
-/// The few file questions that the program asks of the system.
+/// The file queries of the program.
 class FileSystemObject
 {
 public:
-    /// True for an existing file; a folder is none.
+    /// Returns true if the path is an existing file. A folder is not a file.
     bool FileExists(const QString& path) const;
 };
 

@@ -8,7 +8,8 @@ namespace {
 
 bool ending = false;
 
-/// Holds the flag for as long as the box stands, so that a test which replaced the end can go on.
+/// Sets the flag `ending` while the error box is open, and resets it for tests that continue
+/// afterwards.
 struct EndingScope
 {
     EndingScope() { ending = true; }

@@ -8,18 +8,18 @@
 #include <type_traits>
 #include <utility>
 
-/// The toolkit has no exception tables: no exception may travel through its frames. So every event
-/// handler runs inside guarded().
+/// Qt's libraries are compiled without exception tables, so an exception must not propagate through
+/// them. Therefore every event handler runs inside guarded().
 namespace runtime {
 
-/// Shows the run-time system's box for the error and ends the process with exit status 1.
-/// While the box stands, no other guarded handler runs.
+/// Shows the run-time error box and ends the process with exit status 1. No other guarded handler
+/// runs while the box is open.
 void endWithRunTimeBox(const RunTimeError& error);
 
-/// True while a run-time box stands and the process is about to end.
+/// Returns true while a run-time error box is open and the process is about to end.
 bool isEnding();
 
-/// Runs the handler; a failure in it shows the run-time box and ends the process.
+/// Runs the handler. If it throws, shows the run-time error box and ends the process.
 template <typename Handler>
 void guarded(Handler&& handler) noexcept
 {
@@ -36,13 +36,14 @@ void guarded(Handler&& handler) noexcept
             endWithRunTimeBox(RunTimeError(InternalError, QString::fromUtf8(error.what())));
         }
     } catch (const ProcessEnded&) {
-        // Only a test's door throws it; the handler that asked for the end has been left.
+        // Tests throw ProcessEnded instead of ending the process. The handler has been left, so
+        // nothing remains to be done.
         return;
     }
 }
 
-/// Connects a signal to a handler through the guard. The handler takes the signal's arguments or
-/// none.
+/// Connects a signal to a handler that runs inside guarded(). The handler takes the signal's
+/// arguments or none.
 template <typename Sender, typename Signal, typename Context, typename Handler>
 auto on(Sender* sender, Signal signal, Context* context, Handler handler)
 {

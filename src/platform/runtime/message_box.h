@@ -6,7 +6,7 @@
 
 namespace runtime {
 
-/// Flags of a message box: one button set plus one icon plus reading flags, added up.
+/// Flags of a message box. Callers pass the sum of one button set, one icon and the reading flags.
 enum MessageBoxFlag {
     vbOKOnly = 0,
     vbYesNoCancel = 3,
@@ -17,12 +17,12 @@ enum MessageBoxFlag {
     vbMsgBoxRtlReading = 1048576,
 };
 
-/// What a message box answers.
+/// The answers of a message box.
 enum MessageBoxAnswer { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
 
-/// Flags of every refusal: critical icon, OK, right-aligned, right-to-left.
+/// Flags of every refusal: critical icon, OK button, right-aligned, right-to-left.
 inline constexpr int refusalFlags = vbCritical + vbMsgBoxRight + vbMsgBoxRtlReading;
-/// Flags of every confirmation: question icon, Yes and No, right-aligned, right-to-left.
+/// Flags of every confirmation: question icon, Yes and No buttons, right-aligned, right-to-left.
 inline constexpr int questionFlags = vbQuestion + vbYesNo + vbMsgBoxRight + vbMsgBoxRtlReading;
 
 struct MessageBoxRequest
@@ -32,14 +32,16 @@ struct MessageBoxRequest
     QString title;
 };
 
-/// Shows the box, waits and answers. The default writes the text to standard error and answers OK,
-/// for programs without a screen; the desktop program puts a real box behind it at start.
+/// The function that shows a message box and returns the answer. The default, for programs without
+/// windows, writes the text to stderr and returns vbOK. The desktop program installs a function
+/// with real boxes at start.
 using MessageBoxDoor = std::function<MessageBoxAnswer(const MessageBoxRequest&)>;
 
-/// Replaces the door and returns the former one.
+/// Replaces the function that shows message boxes and returns the previous one.
 MessageBoxDoor setMessageBoxDoor(MessageBoxDoor door);
 
-/// Shows a message box; an empty title becomes the project's, "ProjZomrel".
+/// Shows a modal message box and returns the answer. An empty title becomes the project's name,
+/// "ProjZomrel".
 MessageBoxAnswer MsgBox(const QString& text, int flags = vbOKOnly, const QString& title = {});
 
 } // namespace runtime

@@ -6,22 +6,22 @@
 
 namespace runtime {
 
-/// Ends the process at once with the exit status: nothing is asked, saved or closed.
-/// Does not return, unless a test has put a door of its own behind it.
+/// Ends the process immediately with the exit status, without a question and without saving
+/// anything. It returns only if a test has replaced it.
 void EndProcess(int exitStatus);
 
-/// Replaces the end of the process and returns the former one. A door may throw ProcessEnded to
-/// leave the handler that asked for the end; every guard lets it pass silently.
+/// Replaces the function that ends the process and returns the previous one. The replacement may
+/// throw ProcessEnded to leave the current handler; guarded() ignores that exception.
 using EndProcessDoor = std::function<void(int exitStatus)>;
 EndProcessDoor setEndProcessDoor(EndProcessDoor door);
 
-/// Thrown by a test's door in place of the end that it stands for.
+/// Exception that a test throws instead of ending the process.
 struct ProcessEnded
 {
     int exitStatus;
 };
 
-/// The current date without a time part.
+/// Returns the current date without a time part. Tests can replace it.
 QDate Today();
 
 using Clock = std::function<QDate()>;

@@ -7,7 +7,7 @@
 
 namespace runtime {
 
-/// The classic error numbers that the program's rooms raise.
+/// The classic run-time error numbers that the program uses.
 enum ErrorNumber {
     InvalidProcedureCall = 5,
     Overflow = 6,
@@ -53,13 +53,14 @@ enum ErrorNumber {
     ReportWidthTooLarge = 8519,
 };
 
-/// A failure that goes up unhandled until a guard shows its box and ends the process.
+/// The exception for every unexpected error. It propagates to guarded(), which shows the error box
+/// and ends the process.
 class RunTimeError : public std::exception
 {
 public:
-    /// The classic description of the number.
+    /// Creates an error with the classic description of its number.
     explicit RunTimeError(int number);
-    /// A description of its own, where the classic one names a file, table or field.
+    /// Creates an error with its own description, which may name a file, table or field.
     RunTimeError(int number, QString description);
 
     int number() const { return number_; }
@@ -72,7 +73,8 @@ private:
     QByteArray what_;
 };
 
-/// The classic English description of an error number; empty for a number that has none here.
+/// Returns the classic English description of an error number, or an empty text for an unknown
+/// number.
 QString errorDescription(int number);
 
 } // namespace runtime

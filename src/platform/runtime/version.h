@@ -5,7 +5,7 @@
 
 namespace runtime {
 
-/// The program's file version, four parts, as the build states it.
+/// Returns the program's four-part file version, as defined by the build.
 inline QVersionNumber programVersion()
 {
     return QVersionNumber::fromString(QStringLiteral(ZOMREL_VERSION));

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Works off one Tab key, with Shift for a step back, as the keyboard's own would be, and selects
-/// the text of the box that it has reached.
+/// Sends the box a Tab key press, or Shift+Tab to go back. If `selectReached` is true, selects the
+/// text of the box that gets the focus.
 void goOneTabStop(QLineEdit& box, bool back, bool selectReached)
 {
     QKeyEvent tab(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab,
@@ -29,8 +29,8 @@ void goOneTabStop(QLineEdit& box, bool back, bool selectReached)
         edit->selectAll();
 }
 
-/// Menus, and another program coming forward, take the keyboard without another control of this
-/// program getting the focus.
+/// Returns false for focus events that are caused by a menu or by switching to another program. In
+/// these cases no other control of this program gets the focus.
 bool countsAsChange(const QFocusEvent& event)
 {
     switch (event.reason()) {
@@ -116,7 +116,7 @@ InputBox::InputBox(const QString& name, const QString& text, int maxLength, QWid
 QSize InputBox::sizeHint() const
 {
     const QSize usual = QLineEdit::sizeHint();
-    // Room for the cursor and for a letter wider than a digit.
+    // The input box is wide enough for the cursor and for a letter that is wider than a digit.
     const int contents = fontMetrics().horizontalAdvance(QString(maxLength() + 1, u'0'));
     QStyleOptionFrame option;
     initStyleOption(&option);
@@ -136,7 +136,8 @@ void InputBox::keyPressEvent(QKeyEvent* event)
     const std::int32_t keyCode = keyCodeOf(*event);
     keyDown(keyCode);
     if (keyCode == KeyReturn || keyCode == KeyUp || keyCode == KeyDown)
-        event->accept(); // a dialog around must not take Enter for its default button
+        // Accepting the event keeps a surrounding dialog from pressing its default button on Enter.
+        event->accept();
     else
         QLineEdit::keyPressEvent(event);
 }
@@ -163,7 +164,8 @@ void InputBox::focusOutEvent(QFocusEvent* event)
     if (!countsAsChange(*event))
         return;
     entered_ = false;
-    setReadOnly(false); // a key still held is released elsewhere
+    // If a key is still held, its release event goes to another widget.
+    setReadOnly(false);
     lostFocus();
 }
 
@@ -197,8 +199,8 @@ void MeasureBox::lostFocus()
         setText(text() + u'0');
 }
 
-// The click that brings the focus would put the cursor between the characters and so take back the
-// selection that comes with the focus.
+// The mouse click that gives the box the focus would place the cursor and so remove the selection
+// that the box makes on focus. Selecting again keeps the selection.
 void MeasureBox::mousePressEvent(QMouseEvent* event)
 {
     QLineEdit::mousePressEvent(event);
@@ -237,7 +239,8 @@ void SignBox::lostFocus()
 
 void SignBox::inputMethodEvent(QInputMethodEvent* event)
 {
-    event->ignore(); // composed characters come past the keys, and no sign is composed
+    // An input method would bypass keyDown and its sign filter.
+    event->ignore();
 }
 
 MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureBox* hundredths,
@@ -259,7 +262,8 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->setSpacing(0);
     for (MeasureBox* box : {whole, hundredths})
         box->setFrame(false);
-    QPalette white = palette(); // also while it is disabled
+    // The frame of a measure stays white while it is disabled.
+    QPalette white = palette();
     white.setColor(QPalette::Disabled, QPalette::Base, white.color(QPalette::Base));
     setPalette(white);
     layout->addWidget(whole);

@@ -7,35 +7,37 @@
 
 #include <cstdint>
 
-/// The measuring screens' input boxes and the helpers behind them.
+/// The input boxes of the measuring screens and their keyboard helpers.
 namespace Module1 {
 
-/// Key codes as the helpers know them.
+/// The key codes that the keyboard helpers distinguish.
 enum KeyCode : std::int32_t {
-    KeyOther = 0, ///< Every key that the helpers treat alike.
+    KeyOther = 0, ///< Any key that the helpers do not distinguish.
     KeyBackspace = 8,
     KeyReturn = 13,
     KeyUp = 38,
     KeyDown = 40,
     KeyDelete = 46,
-    KeyAdd = 107,      ///< Plus of the numeric keypad.
-    KeySubtract = 109, ///< Minus of the numeric keypad.
-    KeyMinus = 189,    ///< Minus of the main keyboard.
+    KeyAdd = 107,      ///< Plus key of the numeric keypad.
+    KeySubtract = 109, ///< Minus key of the numeric keypad.
+    KeyMinus = 189,    ///< Minus key of the main keyboard.
 };
 
-/// The key code of a key event.
+/// Returns the key code of a key event.
 std::int32_t keyCodeOf(const QKeyEvent& event);
 
-/// Enter and Down go one tab stop on, Up one back, and the text of the box reached is selected,
-/// whatever `selectAll` says. Refuses no key and reports no failure.
+/// Moves the focus by one tab stop: forward for Enter and Down, back for Up. Always selects the
+/// text of the box that gets the focus; the argument `selectAll` is ignored. Accepts every key and
+/// reports no error.
 void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool selectAll);
-/// Moves as above, selecting where `selectAll` says so; locks the box against every other key but
-/// those that a sign needs.
+/// Moves the focus like KeyNavigate, and selects the text only if `selectAll` is true. Makes the
+/// box read-only for every other key that is not needed to enter a sign.
 void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll);
 void SelectAllText(QLineEdit& box);
 
-/// What both kinds of boxes have in common: the key codes, the lock that ends with the key, and a
-/// gain and loss of the focus that leave out menus and the switch to another program.
+/// Base class of the input boxes. It translates key events to key codes and removes the read-only
+/// state when the key is released. It ignores focus changes that are caused by menus or by
+/// switching to another program.
 class InputBox : public QLineEdit
 {
     Q_OBJECT
@@ -60,23 +62,25 @@ private:
     bool entered_ = false;
 };
 
-/// One box of a measure: whole (even index, at most 3 characters, right-aligned) or hundredths (odd
-/// index, at most 2, left-aligned). Measures stay left-to-right inside their boxes.
+/// One input box of a measure. An even index is a whole box: at most 3 characters, right-aligned.
+/// An odd index is a hundredths box: at most 2 characters, left-aligned. The text direction is
+/// always left-to-right.
 class MeasureBox : public InputBox
 {
     Q_OBJECT
 
 public:
     enum class OnLeaving {
-        FillDefault,       ///< An emptied box becomes "0" or "00".
-        FillDefaultAndPad, ///< The same, and a single character in a hundredths box gets a "0"
-                           ///< behind it.
+        /// A box that is left empty becomes "0" (whole) or "00" (hundredths).
+        FillDefault,
+        /// Like FillDefault; a single digit in a hundredths box also gets a trailing "0".
+        FillDefaultAndPad,
     };
 
-    /// Its objectName is `TextNum_<index>`.
+    /// Creates a box with the objectName `TextNum_<index>`.
     MeasureBox(int index, const QString& text, OnLeaving onLeaving, QWidget* parent = nullptr);
     int Index() const { return index_; }
-    /// Selects the whole text however the focus came.
+    /// Sets whether the box selects its whole text when it gets the focus by keyboard or mouse.
     void setSelectsOnFocus(bool selects) { selectsOnFocus_ = selects; }
 
 protected:
@@ -96,13 +100,14 @@ private:
     bool reachedByMouse_ = false;
 };
 
-/// A sign box of the series editor: one character, "-" at first, "+" when left empty.
+/// A sign box of the series editor. It holds one character, starts with "-", and becomes "+" when
+/// it is left empty.
 class SignBox : public InputBox
 {
     Q_OBJECT
 
 public:
-    /// Its objectName is `TextSign_<index>`.
+    /// Creates a box with the objectName `TextSign_<index>`.
     explicit SignBox(int index, QWidget* parent = nullptr);
 
 protected:
@@ -111,8 +116,8 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
 };
 
-/// The white box Picture1 that joins a pair: the whole box at the left, the "." (Label1), the
-/// hundredths box, in this order from the left whatever direction the form reads in.
+/// The white frame Picture1 around the two boxes of a measure. From left to right it holds the
+/// whole box, the point label and the hundredths box, on right-to-left forms as well.
 class MeasurePair : public QFrame
 {
     Q_OBJECT

@@ -9,23 +9,23 @@
 #include <cstdint>
 #include <memory>
 
-/// The program's shared variables. One user-interface thread reads and writes them.
+/// The program's shared variables. They are accessed only on the user-interface thread.
 namespace Module1 {
 
-/// Full path of the store, set once at start: the only place where the path is kept.
+/// Full path of the store file. It is set once at start.
 extern QString StorePath;
-/// Full path of the report's logo picture.
+/// Full path of the logo picture that the report prints.
 extern QString LogoPath;
 extern std::unique_ptr<runtime::FileSystemObject> FileSys;
 
-/// The order that the order form works on.
+/// Number of the order that the order form shows.
 extern std::int16_t CurrentOrderNum;
-/// Scratch text of the query being built: each routine builds its own and uses it at once.
+/// Scratch variable for query texts. Each routine builds its query here and uses it at once.
 extern QString SqlText;
 
-/// The shared calculation state. It outlives all forms. A QVariant slot keeps what was put in it, a
-/// number or a text; when it goes to a field the store converts it.
-extern std::int16_t SelectedSerialNum; ///< 0 while no series has been chosen.
+/// The shared calculation state. It outlives all forms. A QVariant variable keeps the number or
+/// text that was assigned; the store converts it to the field's type on assignment.
+extern std::int16_t SelectedSerialNum; ///< 0 if no series has been chosen.
 extern bool IsMonoblock;
 extern bool IsDoorFrame;
 extern QVariant MonoWidthDeduct;

@@ -4,9 +4,8 @@
 
 #include <QGenericPlugin>
 
-/// Lets the journeys drive the built program as it stands: the toolkit loads this plugin into any
-/// program when QT_QPA_GENERIC_PLUGINS names it. What stands behind the name is the local socket to
-/// listen on.
+/// A Qt plugin that lets the journeys drive the unmodified program. Qt loads it into any program if
+/// QT_QPA_GENERIC_PLUGINS names it. The plugin's argument is the local socket to listen on.
 class DriverPlugin : public QGenericPlugin
 {
     Q_OBJECT

@@ -21,8 +21,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The widget with the name, a visible one rather than a hidden one. "Form/Name" looks inside the
-/// form alone, because several forms have controls of one name.
+/// Returns the widget with this name, preferring a visible one. "Form/Name" searches only inside
+/// that form, because several forms have controls with the same name.
 QWidget* widgetNamed(const QString& path)
 {
     const QString form = path.section(u'/', 0, -2);
@@ -112,8 +112,8 @@ QJsonObject describeGrid(const QTableView* grid)
             {u"rows"_s, rows}};
 }
 
-/// One sign typed; what has no key of its own (Hebrew) comes with its text alone, as from an input
-/// method.
+/// Types one character. A character without a key code, such as a Hebrew letter, is sent as text
+/// only, as an input method does.
 void typeSign(QWidget* target, QChar sign)
 {
     if (sign.unicode() < 128) {
@@ -124,7 +124,7 @@ void typeSign(QWidget* target, QChar sign)
         QTest::simulateEvent(target, press, Qt::Key_unknown, Qt::NoModifier, QString(sign), false);
 }
 
-/// Runs the input when the answer is on its way.
+/// Queues the input, so that it runs after the answer has been sent.
 void later(QObject* context, std::function<void()> input)
 {
     QTimer::singleShot(0, context, std::move(input));
@@ -153,8 +153,8 @@ void clickCell(QTableView* grid, int row, int column, bool twice)
     });
 }
 
-/// The toolbar's button of the action with the tag; for an entry of a button's menu, the action
-/// itself.
+/// Clicks the toolbar button whose action has this tag, or triggers the action itself if it is an
+/// entry of a button's menu.
 bool clickTag(const QString& tag)
 {
     for (QWidget* each : QApplication::allWidgets()) {
@@ -253,7 +253,8 @@ QJsonObject WindowDriver::answer(const QJsonObject& request)
                 QTest::keyClick(target, key, modifiers);
             else
                 for (const QChar sign : text)
-                    typeSign(keyTarget(), sign); // the first sign may open an editor
+                    // The first character may open an editor.
+                    typeSign(keyTarget(), sign);
         });
         return describe(target);
     }

@@ -7,9 +7,9 @@
 class QLocalSocket;
 class QWidget;
 
-/// Answers one JSON request per line on a local socket: looks at the program's windows, and sends
-/// real key and mouse events to them. Input is queued and answered before it runs, because a click
-/// may open a modal window and not return for long.
+/// Answers JSON requests, one per line, on a local socket. Requests query the program's windows or
+/// send key and mouse events to them. Input is queued and acknowledged before it runs, because a
+/// click may open a modal window and block.
 class WindowDriver : public QObject
 {
     Q_OBJECT

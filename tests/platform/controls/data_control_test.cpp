@@ -64,7 +64,7 @@ private slots:
     void refreshAfterAnotherStationDeletedTheRow();
     void refreshWithoutARowStandsOnTheFirst();
     void refreshShowsRowsOfOthers();
-    void refreshCountsOnlyWhatIsReached();
+    void refreshReachesAsFarAsBefore();
     void refreshOfATableKeepsItsRow();
     void letsTheFormerRecordsetGo();
     void barMovesAndStaysAtTheEnds();
@@ -248,21 +248,26 @@ void DataControlTest::refreshShowsRowsOfOthers()
     QCOMPARE(currentName(control), u"b"_s);
 }
 
-void DataControlTest::refreshCountsOnlyWhatIsReached()
+void DataControlTest::refreshReachesAsFarAsBefore()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
     DataControl control(u"DataOrders"_s);
     control.setRecordset(store.dynaset());
-    control.Recordset().MoveLast();
-    control.Recordset().MoveFirst();
-    QCOMPARE(control.Recordset().RecordCount(), 4);
     control.Refresh();
     QCOMPARE(control.Recordset().RecordCount(), 1);
     control.Recordset().MoveNext();
-    control.Recordset().MoveNext();
+    control.Recordset().MoveFirst();
     control.Refresh();
+    QCOMPARE(control.Recordset().RecordCount(), 2);
+    control.Recordset().MoveLast();
+    control.Recordset().MoveFirst();
+    const Watch watch(control);
+    control.Recordset().Delete();
+    control.Refresh();
+    QCOMPARE(watch.seen, (QStringList{u"a of 4"_s, u"- of 3"_s}));
     QCOMPARE(control.Recordset().RecordCount(), 3);
+    QCOMPARE(currentName(control), u"b"_s);
 }
 
 void DataControlTest::refreshOfATableKeepsItsRow()

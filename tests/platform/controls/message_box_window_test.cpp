@@ -47,6 +47,8 @@ private slots:
     void buttonsAnswer();
     void textIsPlain();
     void carriageReturnsEndLines();
+    void wrappedLinesAreWhole_data();
+    void wrappedLinesAreWhole();
     void longTextIsNotClipped();
     void standsOverTheActiveWindow();
 };
@@ -193,6 +195,43 @@ void MessageBoxWindowTest::carriageReturnsEndLines()
     QVERIFY(inked(1));
     QVERIFY(!inked(2));
     QVERIFY(inked(3));
+}
+
+void MessageBoxWindowTest::wrappedLinesAreWhole_data()
+{
+    QTest::addColumn<QString>("text");
+    const QString first = u"שגיאה מספר: (3260) - תאור: Couldn't update; currently locked."_s;
+    QTest::newRow("locked") << first +
+                                   u"\rעצות:\rבסיס הנתונים נעול על ידי משתמש אחר,נא תצא מכל העמדות "
+                                   "של התוכנה או תנסה להפעיל מחדש את כל המחשבים !"_s;
+    QTest::newRow("no access")
+        << first +
+               u"\rאין גישה לקובץ ! סיבות :\r(1) המחשב הראשי שעליו קיימים הנתונים לתוכנה כבוי. (2) "
+               "הגישה דרך הרשת למחשב הראשי לא עובדת כראוי. (3) הנתיב של הקובץ השתנה,אז עליכם "
+               "להכניס נתיב חדש לקובץ.\r\rהאם ברצונך לנסות שוב לגשת לקובץ מחדש ?"_s;
+}
+
+/// The lines end at the left. A letter that is cut off there leaves ink in the outermost pixels.
+void MessageBoxWindowTest::wrappedLinesAreWhole()
+{
+    QFETCH(const QString, text);
+    QString asked;
+    QImage shown;
+    bool isHighEnough = false;
+    const NextMessageBox next([&](QMessageBox& box) {
+        QLabel& label = *textLabel(box);
+        asked = box.text();
+        shown = label.grab().toImage();
+        isHighEnough = label.heightForWidth(label.width()) <= label.height();
+        box.close();
+    });
+    runtime::MsgBox(text, runtime::refusalFlags);
+    QVERIFY(next.hasCome());
+    QCOMPARE(asked, text);
+    QVERIFY(isHighEnough);
+    const QRgb paper = shown.pixel(0, 0);
+    for (int y = 0; y < shown.height(); ++y)
+        QCOMPARE(shown.pixel(0, y), paper);
 }
 
 void MessageBoxWindowTest::longTextIsNotClipped()

@@ -10,6 +10,14 @@ class AdoTest : public ItemsTest
 protected:
     QString text() const { return u"Provider=Microsoft.Jet.OLEDB.3.51;Data Source="_s + path_; }
 
+    /// Rows of the codes from 1 on, the last one first by Num.
+    void addMany(int count)
+    {
+        sql(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?) "
+            "INSERT INTO Items (Code, Num, Name, Amount) SELECT i, 5000 - i, 'x', 5 FROM n"_s,
+            {count});
+    }
+
     std::shared_ptr<ado::Recordset> execute(const QString& query)
     {
         ado::Connection connection;
@@ -38,35 +46,107 @@ TEST_F(AdoTest, GivesTheRowsOfAQueryInPages)
     EXPECT_TRUE(rows->rows(2, 0).empty());
 }
 
-TEST_F(AdoTest, KeepsItsRowsAndReadsTheirValuesLate)
+TEST_F(AdoTest, GivesAShortQueryAsItStoodWhenItWasExecuted)
 {
     for (int code : {1, 2, 3})
         add(code, code);
     const auto rows = execute(u"SELECT * FROM Items ORDER BY Num"_s);
+    EXPECT_EQ(rows->rowsAtHand(), 3);
     add(4, 0);
     sql(u"DELETE FROM Items WHERE Code = 2"_s);
     sql(u"UPDATE Items SET Num = 70 WHERE Code = 1"_s);
+    EXPECT_FALSE(rows->readAll()) << "they are all there";
     EXPECT_EQ(rows->RecordCount(), 3);
     const auto all = rows->rows(0, 10);
     ASSERT_EQ(all.size(), 3u);
-    EXPECT_EQ(all[0][1], 70);
-    ASSERT_EQ(all[1].size(), 8u);
-    for (const QVariant& value : all[1])
-        EXPECT_FALSE(value.isValid());
+    EXPECT_EQ(all[0][1], 1);
+    EXPECT_EQ(all[1][0], 2);
+    EXPECT_EQ(all[1][1], 2);
     EXPECT_EQ(all[2][0], 3);
+}
+
+TEST_F(AdoTest, GivesNoRowsOfAnEmptyQuery)
+{
+    const auto rows = execute(u"SELECT * FROM Items WHERE Num = 5"_s);
+    EXPECT_EQ(rows->RecordCount(), 0);
+    EXPECT_TRUE(rows->rows(0, 4).empty());
+    EXPECT_FALSE(rows->readAll());
+}
+
+TEST_F(AdoTest, HoldsTheFirstRowsOfALongQuery)
+{
+    addMany(1000);
+    const auto rows = execute(u"SELECT * FROM Items WHERE Amount = 5 ORDER BY Num"_s);
+    EXPECT_EQ(rows->RecordCount(), 1000);
+    const int held = rows->rowsAtHand();
+    ASSERT_GT(held, 4);
+    ASSERT_LT(held, 1000);
+    EXPECT_EQ(rows->rows(0, 2)[1][0], 999) << "in the order of the query";
+    EXPECT_FALSE(rows->readAll()) << "nothing has changed since";
+    EXPECT_EQ(rows->rowsAtHand(), 1000);
+    const auto all = rows->rows(0, 1000);
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_EQ(all[std::size_t(i)][0], 1000 - i);
+}
+
+TEST_F(AdoTest, ReadsALongQueryAnewAsOfOneMoment)
+{
+    addMany(1000);
+    const QString query = u"SELECT * FROM Items WHERE Amount = 5 ORDER BY Num"_s;
+    const auto rows = execute(query);
+    const auto others = execute(query);
+    sql(u"DELETE FROM Items WHERE Code = 3"_s);
+    sql(u"UPDATE Items SET Name = 'y' WHERE Code = 1000"_s);
+    EXPECT_TRUE(rows->readAll());
+    EXPECT_EQ(rows->RecordCount(), 999);
+    EXPECT_EQ(rows->rows(0, 1)[0][2], u"y"_s);
+    EXPECT_EQ(rows->rows(997, 5)[0][0], 2);
+    sql(u"DELETE FROM Items"_s);
+    EXPECT_FALSE(rows->readAll());
+    EXPECT_EQ(rows->rows(998, 1)[0][0], 1) << "as it stood";
+    EXPECT_TRUE(others->rows(990, 5).empty()) << "all rows are of the moment of the last reading";
+    EXPECT_EQ(others->RecordCount(), 0);
+}
+
+TEST_F(AdoTest, ChangesNothingWhereTheRestCannotBeRead)
+{
+    addMany(1000);
+    const auto rows = execute(u"SELECT * FROM Items ORDER BY Num"_s);
+    const int held = rows->rowsAtHand();
+    sql(u"BEGIN EXCLUSIVE"_s);
+    EXPECT_EQ(errorOf([&] { rows->readAll(); }), 3260);
+    EXPECT_EQ(errorOf([&] { rows->rows(held - 1, 2); }), 3260);
+    sql(u"ROLLBACK"_s);
+    EXPECT_EQ(rows->rowsAtHand(), held);
+    EXPECT_EQ(rows->rows(0, 1)[0][0], 1000);
+    EXPECT_EQ(rows->rows(999, 1)[0][0], 1);
 }
 
 TEST_F(AdoTest, OutlivesItsConnectionAndHoldsNoLock)
 {
-    add(1, 5);
+    addMany(1000);
     raw_.reset();
-    auto rows = execute(u"SELECT * FROM Items"_s);
-    EXPECT_EQ(rows->rows(0, 1)[0][1], 5);
+    const auto rows = execute(u"SELECT * FROM Items ORDER BY Num"_s);
+    EXPECT_EQ(rows->rows(0, 1)[0][0], 1000);
     dao::DBEngine::instance().Idle();
     EXPECT_EQ(dao::EngineConnection::living(), 1);
     sql(u"PRAGMA busy_timeout = 0"_s);
     sql(u"BEGIN EXCLUSIVE"_s);
     sql(u"COMMIT"_s);
+    EXPECT_EQ(rows->rows(999, 1)[0][0], 1);
+}
+
+TEST_F(AdoTest, LetsTheConnectionGoOnceAllRowsAreAtHand)
+{
+    addMany(1000);
+    raw_.reset();
+    const auto few = execute(u"SELECT * FROM Items WHERE Num = 4000"_s);
+    const auto many = execute(u"SELECT * FROM Items"_s);
+    many->readAll();
+    dao::DBEngine::instance().Idle();
+    EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
+    EXPECT_EQ(few->rows(0, 1)[0][0], 1000);
+    EXPECT_EQ(many->rows(999, 1)[0][0], 1000);
 }
 
 TEST_F(AdoTest, TakesThePathFromTheDataSource)

@@ -136,6 +136,86 @@ TEST_F(DynasetTest, CountsToTheEndWhereMoveNextRunsPastIt)
     EXPECT_EQ(rows->Fields(0).Value(), 2);
 }
 
+TEST_F(DynasetTest, CountsRowsMarkedAsReachedWithoutMoving)
+{
+    for (int code = 1; code <= 5; ++code)
+        add(code, code);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    rows->markReached(3);
+    EXPECT_EQ(rows->RecordCount(), 3);
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 1);
+    rows->markReached(2);
+    rows->markReached(-1);
+    EXPECT_EQ(rows->RecordCount(), 3) << "what was reached stays reached";
+    rows->Delete();
+    EXPECT_EQ(rows->RecordCount(), 2);
+    rows->markReached(100);
+    EXPECT_EQ(rows->RecordCount(), 4) << "no more than there are";
+    rows->AddNew();
+    rows->Update();
+    rows->markReached(100);
+    EXPECT_EQ(rows->RecordCount(), 5);
+    rows->database()->Close();
+    rows->markReached(3); // raises nothing
+}
+
+TEST_F(DynasetTest, MarksNothingOnATableType)
+{
+    add(1, 1);
+    const auto rows = table(u"Items"_s);
+    rows->markReached(7);
+    EXPECT_EQ(rows->RecordCount(), 1);
+    add(2, 2);
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 2);
+}
+
+TEST_F(DynasetTest, RequeriesAsFarAsItHadReached)
+{
+    for (int code = 1; code <= 5; ++code)
+        add(code, code);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    rows->Move(2);
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 3);
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 1);
+    rows->AddNew();
+    rows->Fields(u"Num"_s).SetValue(6);
+    rows->Update();
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 4) << "the three reached and the one added";
+    sql(u"DELETE FROM Items WHERE Num > 2"_s);
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 2) << "no more than are left";
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 2);
+    rows->Requery();
+    EXPECT_EQ(rows->RecordCount(), 1) << "a plain Requery begins anew";
+}
+
+TEST_F(DynasetTest, RequeriesToTheEndWhereItHadReachedTheEnd)
+{
+    for (int code = 1; code <= 3; ++code)
+        add(code, code);
+    const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
+    rows->MoveLast();
+    rows->MoveFirst();
+    rows->Delete();
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 2);
+    add(4, 4);
+    add(5, 5);
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 4) << "rows of another station lie before the end, too";
+    sql(u"DELETE FROM Items"_s);
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 0);
+    add(6, 6);
+    add(7, 7);
+    rows->requeryAsFarAsReached();
+    EXPECT_EQ(rows->RecordCount(), 1) << "nothing had been read, as after opening";
+}
+
 TEST_F(DynasetTest, CountsAddedRowsAndKeepsThemAtItsEnd)
 {
     for (int code : {1, 2, 3})

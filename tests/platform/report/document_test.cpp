@@ -32,6 +32,52 @@ TEST(Document, FillsInFieldsAndPlaceholders)
     EXPECT_EQ(textOf(*second, 2, u"Day"), u"15/02/2026"_s);
 }
 
+TEST(Document, ReadsAllRowsBeforeAPageThatIsNotAtHand)
+{
+    const auto rows = smallRows(30);
+    rows->atHand = 4;
+    const auto document = smallDocument(rows);
+    EXPECT_EQ(document->pageCount(), 10);
+    EXPECT_FALSE(document->isWhole());
+    EXPECT_TRUE(document->hasPage(0));
+    EXPECT_FALSE(document->hasPage(1)) << "two of its three rows are missing";
+    EXPECT_EQ(textOf(*document->page(0), 3, u"NameField"), u"שורה 3"_s);
+    EXPECT_EQ(rows->timesReadAll, 0);
+    EXPECT_EQ(textOf(*document->page(9), 3, u"NameField"), u"שורה 30"_s);
+    EXPECT_EQ(rows->timesReadAll, 1);
+    EXPECT_TRUE(document->isWhole());
+    EXPECT_TRUE(document->hasPage(9));
+    EXPECT_FALSE(document->readAll());
+}
+
+TEST(Document, ShowsOneMomentOnAllItsPages)
+{
+    const auto rows = smallRows(30);
+    rows->atHand = 6;
+    rows->changeOnReadAll = [](MemoryRows& all) {
+        all.replace(4, [](int row) { return MemoryRows::Row{u"אחרת %1"_s.arg(row + 1), 1.0}; });
+        return true;
+    };
+    const auto document = smallDocument(rows);
+    EXPECT_EQ(textOf(*document->page(0), 1, u"NameField"), u"שורה 1"_s);
+    const auto gone = document->page(9);
+    EXPECT_EQ(document->pageCount(), 2);
+    EXPECT_EQ(gone->bands.size(), 2u) << "head and foot, and no block without its row";
+    EXPECT_EQ(textOf(*document->page(0), 1, u"NameField"), u"אחרת 1"_s);
+    EXPECT_EQ(textOf(*document->page(1), 1, u"NameField"), u"אחרת 4"_s);
+    EXPECT_EQ(textOf(*document->page(1), 2, u"Pages"), u"2"_s);
+}
+
+TEST(Document, IsReadWhollyBeforeItIsLaidOnAnotherPaper)
+{
+    const auto rows = smallRows(30);
+    rows->atHand = 6;
+    const auto document = smallDocument(rows);
+    const auto other = document->onPaper({smallPaper.width, smallPaper.height + 1000});
+    EXPECT_TRUE(document->isWhole());
+    EXPECT_EQ(other->pageCount(), 8);
+}
+
 TEST(Document, PlacesControlsOnTheSheet)
 {
     const auto document = smallDocument(smallRows(3));
@@ -49,6 +95,19 @@ TEST(Document, TakesAPlaceholderOnlyForAWholeCaption)
     sections[0].Controls(u"Number"_s).setCaption(u"50%p"_s);
     Document document(smallReport, std::move(sections), smallRows(1), smallPaper);
     EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), u"50%p"_s);
+}
+
+TEST(Document, TakesNoPlaceholderFromACaptionSetAtRunTime)
+{
+    for (const QString& caption : {u"%p"_s, u"%P"_s, u"%d"_s}) {
+        auto sections = makeSections(smallReport);
+        sections[0].Controls(u"Number"_s).setCaption(caption);
+        sections[2].Controls(u"Day"_s).setCaption(caption);
+        Document document(smallReport, std::move(sections), smallRows(1), smallPaper);
+        EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), caption);
+        EXPECT_EQ(textOf(*document.page(0), 2, u"Day"), caption) << "where the design had one";
+        EXPECT_EQ(textOf(*document.page(0), 2, u"Page"), u"1"_s);
+    }
 }
 
 TEST(Document, PrintsNullBlank)

@@ -4,11 +4,13 @@
 #include "support/widgets.h"
 
 #include <QDialog>
+#include <QDirIterator>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -48,13 +50,20 @@ private slots:
     void completesAName();
     void takesNoFileWhenLeft();
     void leavesThePrintDialog();
+    void leavesNoFileInTheUsersFolder();
 
 private:
+    /// Every file and folder below the user's home, which is empty at first.
+    QStringList filesAtHome() const;
+
+    QTemporaryDir home_;
     QWidget window_;
 };
 
 void DoorsTest::initTestCase()
 {
+    for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qputenv(variable, home_.path().toUtf8());
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     window_.show();
 }
@@ -110,6 +119,39 @@ void DoorsTest::leavesThePrintDialog()
     });
     QVERIFY(!askPrinter(printer, &window_, 12));
     QCOMPARE(pages, 12);
+}
+
+QStringList DoorsTest::filesAtHome() const
+{
+    QStringList paths;
+    QDirIterator all(home_.path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                     QDirIterator::Subdirectories);
+    while (all.hasNext())
+        paths.append(all.next());
+    return paths;
+}
+
+void DoorsTest::leavesNoFileInTheUsersFolder()
+{
+    const QTemporaryDir folder;
+    whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        auto* name = child<QLineEdit>(dialog, u"fileNameEdit"_s);
+        name->setText(u"שלי"_s);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    QVERIFY(!askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s}).isEmpty());
+    whenShown<QFileDialog>(&window_, [](QFileDialog& dialog) { dialog.reject(); });
+    askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s});
+    for (const bool accepted : {true, false}) {
+        QPrinter printer;
+        whenShown<QPrintDialog>(&window_, [accepted](QPrintDialog& dialog) {
+            dialog.QDialog::done(accepted ? QDialog::Accepted : QDialog::Rejected);
+        });
+        QCOMPARE(askPrinter(printer, &window_, 1), accepted);
+    }
+    QSettings(QSettings::UserScope, u"QtProject"_s).sync();
+    QCOMPARE(filesAtHome(), QStringList());
 }
 
 ZOMREL_QTEST_MAIN(DoorsTest)

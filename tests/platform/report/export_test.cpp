@@ -1,5 +1,6 @@
 #include "platform/report/export.h"
 
+#include "platform/report/small_device.h"
 #include "platform/report/small_report.h"
 
 #include <QBuffer>
@@ -17,30 +18,11 @@ namespace {
 
 const Progress goOn = [](int, int) { return true; };
 
-/// Takes so many bytes and no more, like a disk that fills up.
-class SmallDevice : public QIODevice
-{
-public:
-    explicit SmallDevice(qint64 room) : room_(room) { open(QIODevice::WriteOnly); }
-
-protected:
-    qint64 readData(char*, qint64) override { return -1; }
-    qint64 writeData(const char*, qint64 size) override
-    {
-        const qint64 taken = std::min(size, room_);
-        room_ -= taken;
-        return taken > 0 || size == 0 ? taken : -1;
-    }
-
-private:
-    qint64 room_;
-};
-
-QString text(Outcome (*write)(Document&, QIODevice&, const Progress&), Document& document)
+QString textOf(Document& document)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    EXPECT_EQ(write(document, buffer, goOn), Outcome::Done);
+    EXPECT_EQ(writeText(document, buffer, goOn), Outcome::Done);
     return QString::fromUtf8(buffer.data());
 }
 
@@ -59,21 +41,21 @@ QStringList entries(const QString& folder)
 TEST(TextExport, HoldsTheHeadOnceAndABlockPerRow)
 {
     const auto document = smallDocument(smallRows(4));
-    EXPECT_EQ(text(writeText, *document).toStdString(), u"כותרת\n"
-                                                        "17\n"
-                                                        "\n"
-                                                        "שם:\tשורה 1\n"
-                                                        "0.5\n"
-                                                        "\n"
-                                                        "שם:\tשורה 2\n"
-                                                        "1\n"
-                                                        "\n"
-                                                        "שם:\tשורה 3\n"
-                                                        "1.5\n"
-                                                        "\n"
-                                                        "שם:\tשורה 4\n"
-                                                        "2\n"
-                                                        "\n"_s.toStdString());
+    EXPECT_EQ(textOf(*document).toStdString(), u"כותרת\n"
+                                               "17\n"
+                                               "\n"
+                                               "שם:\tשורה 1\n"
+                                               "0.5\n"
+                                               "\n"
+                                               "שם:\tשורה 2\n"
+                                               "1\n"
+                                               "\n"
+                                               "שם:\tשורה 3\n"
+                                               "1.5\n"
+                                               "\n"
+                                               "שם:\tשורה 4\n"
+                                               "2\n"
+                                               "\n"_s.toStdString());
 }
 
 TEST(TextExport, HoldsALineForATextWithBreaks)
@@ -82,97 +64,38 @@ TEST(TextExport, HoldsALineForATextWithBreaks)
         return MemoryRows::Row{u"א\nב\tג"_s, 1.0};
     });
     const auto document = smallDocument(rows);
-    EXPECT_TRUE(text(writeText, *document).endsWith(u"\n\nשם:\tא ב ג\n1\n\n"_s));
+    EXPECT_TRUE(textOf(*document).endsWith(u"\n\nשם:\tא ב ג\n1\n\n"_s));
 }
 
-TEST(HtmlExport, IsOneSelfContainedRightToLeftPage)
+TEST(TextExport, HoldsNoEmptyLineWithinABlock)
 {
-    auto sections = makeSections(smallReport);
-    QImage picture(4, 3, QImage::Format_RGB32);
-    picture.fill(0xff336699);
-    sections[0].Controls(u"Logo"_s).setPicture(picture);
-    Document document(smallReport, std::move(sections), smallRows(4), smallPaper);
-    const QString html = text(writeHtml, document);
-    EXPECT_TRUE(html.contains(u"<html lang=\"he\" dir=\"rtl\">"_s));
-    EXPECT_TRUE(html.contains(u"charset=\"utf-8\""_s));
-    EXPECT_EQ(html.count(u"src=\"data:image/jpeg;base64,"_s), 1);
-    EXPECT_EQ(html.count(u"src="_s), 1);
-    EXPECT_FALSE(html.contains(u"http"_s));
-    EXPECT_FALSE(html.contains(u"<link"_s));
-}
-
-TEST(HtmlExport, HoldsEveryTextInOrderWhereItStandsOnPaper)
-{
-    const auto document = smallDocument(smallRows(4));
-    const QString html = text(writeHtml, *document);
-    EXPECT_EQ(html.count(u">כותרת</div>"_s), 1) << "the head stands once";
-    EXPECT_EQ(html.count(u">שם:</div>"_s), 4);
-    qsizetype at = 0;
-    for (int row = 1; row <= 4; ++row) {
-        at = html.indexOf(u">שורה %1</div>"_s.arg(row), at);
-        ASSERT_GT(at, 0) << row;
-        at = html.indexOf(u">%1</div>"_s.arg(row / 2.0), at);
-        ASSERT_GT(at, 0) << row;
-    }
-    EXPECT_TRUE(html.contains(u".NameField{left:50pt;top:4.5pt;width:150pt;height:15pt;"_s));
-    EXPECT_TRUE(html.contains(u"<div class=\"NameField\" dir=\"rtl\">"_s));
-    EXPECT_TRUE(html.contains(u"<div class=\"SizeField\" dir=\"ltr\">"_s));
-}
-
-TEST(HtmlExport, LetsEachTextBeginAtItsOwnSide)
-{
-    const QStringList names{u"חלון לבן"_s, u"White"_s, u"PVC לבן"_s, u"-5"_s};
-    const auto rows =
-        std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 4, [=](int row) {
-            return MemoryRows::Row{names[row], names[row]};
-        });
-    const QString html = text(writeHtml, *smallDocument(rows));
-    // NameField reads from right to left, SizeField from left to right.
-    for (const QString& element :
-         {u"<div class=\"NameField\" dir=\"rtl\">חלון לבן</div>"_s,
-          u"<div class=\"NameField\" dir=\"ltr\"><span dir=\"rtl\">White</span></div>"_s,
-          u"<div class=\"NameField\" dir=\"rtl\">PVC לבן</div>"_s,
-          u"<div class=\"NameField\" dir=\"ltr\">-5</div>"_s,
-          u"<div class=\"SizeField\" dir=\"rtl\"><span dir=\"ltr\">חלון לבן</span></div>"_s,
-          u"<div class=\"SizeField\" dir=\"ltr\">White</div>"_s,
-          u"<div class=\"SizeField\" dir=\"ltr\">PVC לבן</div>"_s,
-          u"<div class=\"SizeField\" dir=\"ltr\">-5</div>"_s})
-        EXPECT_TRUE(html.contains(element)) << element.toStdString();
-}
-
-TEST(HtmlExport, EscapesWhatTheUserTyped)
-{
-    const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
-        return MemoryRows::Row{u"<b>&\"%1 %2"_s, 1};
+    const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 2, [](int) {
+        return MemoryRows::Row{u"א"_s, QVariant()};
     });
-    const QString html = text(writeHtml, *smallDocument(rows));
-    EXPECT_TRUE(html.contains(u"&lt;b&gt;&amp;&quot;%1 %2</"_s));
+    const auto document = smallDocument(rows);
+    EXPECT_TRUE(textOf(*document).endsWith(u"17\n\nשם:\tא\n\nשם:\tא\n\n"_s));
 }
 
-TEST(Export, TellsItsProgressPageByPage)
+TEST(TextExport, TellsItsProgressPageByPage)
 {
-    for (const auto write : {writeText, writeHtml}) {
-        const auto document = smallDocument(smallRows(7));
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        std::vector<int> told;
-        write(*document, buffer, [&](int done, int total) {
-            EXPECT_EQ(total, 3);
-            told.push_back(done);
-            return true;
-        });
-        EXPECT_EQ(told, (std::vector<int>{1, 2, 3}));
-    }
+    const auto document = smallDocument(smallRows(7));
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    std::vector<int> told;
+    writeText(*document, buffer, [&](int done, int total) {
+        EXPECT_EQ(total, 3);
+        told.push_back(done);
+        return true;
+    });
+    EXPECT_EQ(told, (std::vector<int>{1, 2, 3}));
 }
 
-TEST(Export, ReportsAFullDisk)
+TEST(TextExport, ReportsAFullDisk)
 {
     for (const qint64 room : {qint64(0), qint64(100), qint64(3000)}) {
         const auto document = smallDocument(smallRows(300));
-        SmallDevice first(room);
-        EXPECT_EQ(writeText(*document, first, goOn), Outcome::Failed) << room;
-        SmallDevice second(room);
-        EXPECT_EQ(writeHtml(*document, second, goOn), Outcome::Failed) << room;
+        SmallDevice device(room);
+        EXPECT_EQ(writeText(*document, device, goOn), Outcome::Failed) << room;
     }
 }
 

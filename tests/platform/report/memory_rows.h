@@ -8,10 +8,12 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 
 namespace testsupport {
 
-/// A record source out of thin air: each row is made when it is asked for. Counts what was read.
+/// A record source out of thin air: each row is made when it is asked for. Counts what was read. It
+/// can hold its first rows only until all are read, as a long query does.
 class MemoryRows : public ado::Recordset
 {
 public:
@@ -24,6 +26,22 @@ public:
     }
 
     int RecordCount() const override { return count_; }
+    int rowsAtHand() const override { return atHand.value_or(count_); }
+    bool readAll() override
+    {
+        if (!atHand)
+            return false;
+        if (failsWith)
+            throw runtime::RunTimeError(*failsWith);
+        atHand.reset();
+        ++timesReadAll;
+        return changeOnReadAll && changeOnReadAll(*this);
+    }
+    void replace(int count, MakeRow makeRow)
+    {
+        count_ = count;
+        makeRow_ = std::move(makeRow);
+    }
     int FieldCount() const override { return static_cast<int>(names_.size()); }
     int ordinalOf(const QString& name) const override
     {
@@ -37,6 +55,8 @@ public:
     {
         if (failsWith)
             throw runtime::RunTimeError(*failsWith);
+        if (first + count > rowsAtHand())
+            throw std::logic_error("rows asked for that are not at hand");
         std::vector<Row> page;
         for (int i = first; i < std::min(first + count, count_); ++i)
             page.push_back(makeRow_(i));
@@ -45,6 +65,10 @@ public:
     }
 
     int rowsRead = 0;
+    std::optional<int> atHand; ///< How many rows are held; all where nothing is said.
+    int timesReadAll = 0;
+    /// What another station has done by then; true if it is seen in the rows.
+    std::function<bool(MemoryRows&)> changeOnReadAll;
     std::optional<int> failsWith; ///< Error number that reading raises.
 
 private:

@@ -1,12 +1,14 @@
 #include "platform/report/export.h"
 
 #include "platform/report/pdf_words.h"
+#include "platform/report/shaped_text.h"
 #include "platform/report/small_report.h"
 
 #include "support/widgets.h"
 
 #include <QBuffer>
 #include <QPainter>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -36,6 +38,17 @@ private:
     qint64 room_;
 };
 
+/// The text of a PDF as a reader copies it, without the marks of direction that it adds.
+QString plainText(const QString& path)
+{
+    QProcess reader;
+    reader.start(u"pdftotext"_s, {path, u"-"_s});
+    if (!reader.waitForFinished() || reader.exitCode() != 0)
+        qFatal("pdftotext, of the package poppler-utils, cannot read %s", qUtf8Printable(path));
+    QString text = QString::fromUtf8(reader.readAllStandardOutput());
+    return text.removeIf([](QChar c) { return c.category() == QChar::Other_Format; });
+}
+
 } // namespace
 
 class PdfExportTest : public QObject
@@ -47,6 +60,8 @@ private slots:
     void writesThePagesThatAreAsked();
     void setsTextsAtTheirPlaceAndSize();
     void keepsTheOrderOfNumbersAndLetters();
+    void keepsBracketsInReadingOrder();
+    void condensesWhatIsTooWide();
     void embedsThePictureOnce();
     void reportsAFullDisk();
     void leavesNothingWhenCancelled();
@@ -60,9 +75,9 @@ void PdfExportTest::hasThePaperAndThePages()
     QCOMPARE(pdf.pageCount(), 3);
     QVERIFY(qAbs(pdf.paper().width() - 5300) <= 20);
     QVERIFY(qAbs(pdf.paper().height() - 5400) <= 20);
-    QCOMPARE(pdf.at(2, 100, 4600, 500), u"3"_s);
-    QCOMPARE(pdf.at(2, 700, 4600, 500), u"3"_s);
-    QCOMPARE(pdf.at(2, 1100, 1690, 3000), u"שורה 7"_s);
+    QCOMPARE(pdf.at(2, {100, 4600, 500, 300}), u"3"_s);
+    QCOMPARE(pdf.at(2, {700, 4600, 500, 300}), u"3"_s);
+    QCOMPARE(pdf.at(2, {1100, 1690, 3000, 300}), u"שורה 7"_s);
 }
 
 void PdfExportTest::writesThePagesThatAreAsked()
@@ -70,8 +85,8 @@ void PdfExportTest::writesThePagesThatAreAsked()
     const auto document = smallDocument(smallRows(7));
     const PdfWords pdf(*document, {2, 0});
     QCOMPARE(pdf.pageCount(), 2);
-    QCOMPARE(pdf.at(0, 100, 4600, 500), u"3"_s);
-    QCOMPARE(pdf.at(1, 100, 4600, 500), u"1"_s);
+    QCOMPARE(pdf.at(0, {100, 4600, 500, 300}), u"3"_s);
+    QCOMPARE(pdf.at(1, {100, 4600, 500, 300}), u"1"_s);
 }
 
 void PdfExportTest::setsTextsAtTheirPlaceAndSize()
@@ -80,15 +95,16 @@ void PdfExportTest::setsTextsAtTheirPlaceAndSize()
     const PdfWords pdf(*document);
     const QRectF title = pdf.placeOf(0, u"כותרת"_s);
     QVERIFY(!title.isEmpty());
-    // Right-aligned in 3000..5000, top 0, below the margins of 100 and 1000; 12 points high.
+    // Right-aligned in 3000..5000, below the margins of 100 and 1000; 12 points high, which is a
+    // line of 252 twips in the middle of 300.
     QVERIFY2(qAbs(title.right() - 5100) < 15, qPrintable(QString::number(title.right())));
-    QVERIFY2(qAbs(title.top() - 1000) < 15, qPrintable(QString::number(title.top())));
+    QVERIFY2(qAbs(title.top() - 1024) < 15, qPrintable(QString::number(title.top())));
     QVERIFY2(qAbs(title.height() - 240 * PdfWords::lineHeight()) < 5,
              qPrintable(QString::number(title.height())));
     const QRectF number = pdf.placeOf(0, u"17"_s); // centred in 0..1000
     QVERIFY2(qAbs(number.center().x() - 600) < 15,
              qPrintable(QString::number(number.center().x())));
-    QVERIFY2(qAbs(number.top() - 1300) < 15, qPrintable(QString::number(number.top())));
+    QVERIFY2(qAbs(number.top() - 1324) < 15, qPrintable(QString::number(number.top())));
 }
 
 void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
@@ -96,7 +112,7 @@ void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
     const auto rows =
         std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 2, [](int row) {
             return row == 0 ? MemoryRows::Row{u"רשת 120 PVC -5"_s, -3.25}
-                            : MemoryRows::Row{u"-7.5"_s, 1234567.891};
+                            : MemoryRows::Row{u"-7.5"_s, 12345678901.25};
         });
     const PdfWords pdf(*smallDocument(rows));
     // Read from right to left: the word, its number, the Latin word, the signed number.
@@ -108,8 +124,56 @@ void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
     QVERIFY(hebrew > number && number > latin);
     QVERIFY(!pdf.placeOf(0, u"-3.25"_s).isEmpty());
     QVERIFY(!pdf.placeOf(0, u"-7.5"_s).isEmpty());
-    const QString cut = pdf.at(0, 100, 1600 + 1000 + 500, 600);
-    QVERIFY2(cut.size() >= 4 && u"1234567.891"_s.startsWith(cut), qPrintable(cut));
+    const QString cut = pdf.at(0, {100, 1600 + 1000 + 500, 600, 300});
+    QVERIFY2(cut.size() >= 4 && cut.endsWith(u'…') &&
+                 u"12345678901.25"_s.startsWith(cut.chopped(1)),
+             qPrintable(cut));
+}
+
+void PdfExportTest::keepsBracketsInReadingOrder()
+{
+    const QStringList names{u"קליל 7000 (חדש)"_s,    u"(א) 12.5"_s,         u"שלום (7000) חדש"_s,
+                            u"PVC 2000 (לבן) רשת"_s, u"רשת [PVC 12] לבן"_s, u"PVC (new)"_s};
+    const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s},
+                                                   int(names.size()), [&](int row) {
+                                                       return MemoryRows::Row{names[row], row};
+                                                   });
+    const auto document = smallDocument(rows);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"names.pdf"_s);
+    QCOMPARE(writeFile(path,
+                       [&](QIODevice& device) {
+                           return writePdf(*document, allPages(*document), device, goOn);
+                       }),
+             Outcome::Done);
+    const QString text = plainText(path);
+    for (const QString& name : names)
+        QVERIFY2(text.contains(name), qPrintable(name + u" in "_s + text));
+}
+
+void PdfExportTest::condensesWhatIsTooWide()
+{
+    const QStringList texts{u"12.5"_s, u"806.08"_s, u"806.0085"_s};
+    const auto rows =
+        std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 3, [&](int row) {
+            return MemoryRows::Row{u"x"_s, texts[row].toDouble()};
+        });
+    const PdfWords pdf(*smallDocument(rows));
+    // The box is 600 wide; 40 are kept free on both sides.
+    const bool condensed[] = {false, true, true};
+    const bool smaller[] = {false, false, true};
+    const QFont font = twipFont(smallReport.fontFamily.toString(), 12, false);
+    for (int i = 0; i < 3; ++i) {
+        const double natural = textWidth(texts[i], false, font);
+        const Fit fit = fitted(natural, 520);
+        QCOMPARE(fit.stretch < 100, condensed[i]);
+        QCOMPARE(fit.size < 100, smaller[i]);
+        const QRectF place = pdf.placeOf(0, texts[i]);
+        QVERIFY2(!place.isEmpty(), qPrintable(texts[i]));
+        QVERIFY2(qAbs(place.width() - natural * fit.horizontal()) < 2, qPrintable(texts[i]));
+        QVERIFY2(qAbs(place.right() - (100 + 600 - 40)) < 2, qPrintable(texts[i]));
+        QVERIFY(qAbs(place.height() - 240 * fit.vertical() * PdfWords::lineHeight()) < 5);
+    }
 }
 
 void PdfExportTest::embedsThePictureOnce()

@@ -14,8 +14,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double twipsPerPoint = 20;
-/// How far a text's top may lie from its control's, in twips.
+/// How far the middle of a line may lie from where it is due, in twips.
 constexpr double tolerance = 15;
+/// A box of this height holds two lines.
+constexpr int twoLines = 500;
 
 bool isHebrew(const QString& text)
 {
@@ -83,25 +85,55 @@ void PdfWords::read(const QString& path)
             pages_.back().push_back({inReadingOrder(xml.readElementText()), place});
         }
     }
+    sorted_ = pages_;
+    for (std::vector<Word>& words : sorted_) {
+        std::stable_sort(words.begin(), words.end(), [](const Word& a, const Word& b) {
+            return a.place.center().y() < b.place.center().y();
+        });
+    }
 }
 
-QString PdfWords::at(int page, int left, int top, int width) const
+std::vector<PdfWords::Word> PdfWords::wordsAt(int page, const QRect& box) const
 {
+    const double middleLine = box.top() + box.height() / 2.0;
+    const double reach = box.height() < twoLines ? tolerance : box.height() / 4.0;
+    const auto& words = sorted_.at(static_cast<std::size_t>(page));
+    const auto first = std::partition_point(words.begin(), words.end(), [&](const Word& word) {
+        return word.place.center().y() < middleLine - reach;
+    });
     std::vector<Word> found;
-    for (const Word& word : pages_.at(static_cast<std::size_t>(page))) {
-        const double middle = word.place.center().x();
-        if (qAbs(word.place.top() - top) <= tolerance && middle >= left && middle <= left + width)
-            found.push_back(word);
+    for (auto word = first; word != words.end(); ++word) {
+        const QPointF middle = word->place.center();
+        if (middle.y() > middleLine + reach)
+            break;
+        if (middle.x() >= box.left() && middle.x() <= box.left() + box.width())
+            found.push_back(*word);
     }
+    return found;
+}
+
+QString PdfWords::at(int page, const QRect& box) const
+{
+    std::vector<Word> found = wordsAt(page, box);
     const bool hebrew = std::any_of(found.begin(), found.end(),
                                     [](const Word& word) { return isHebrew(word.text); });
     std::sort(found.begin(), found.end(), [&](const Word& a, const Word& b) {
+        if (qAbs(a.place.top() - b.place.top()) > 5 * tolerance)
+            return a.place.top() < b.place.top();
         return hebrew ? a.place.left() > b.place.left() : a.place.left() < b.place.left();
     });
     QStringList texts;
     for (const Word& word : found)
         texts += word.text;
     return texts.join(u' ');
+}
+
+QRectF PdfWords::placeAt(int page, const QRect& box) const
+{
+    QRectF place;
+    for (const Word& word : wordsAt(page, box))
+        place |= word.place;
+    return place;
 }
 
 QRectF PdfWords::placeOf(int page, const QString& word) const

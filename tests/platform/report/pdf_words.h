@@ -21,9 +21,11 @@ public:
 
     int pageCount() const { return static_cast<int>(pages_.size()); }
     QSizeF paper() const { return paper_; }
-    /// What stands in a control's place, its words in reading order, parted by blanks; pages
-    /// from 0.
-    QString at(int page, int left, int top, int width) const;
+    /// What stands in a control's box, in the vertical middle of it, its words in reading order,
+    /// parted by blanks; pages from 0.
+    QString at(int page, const QRect& box) const;
+    /// Where these words stand; empty where there are none.
+    QRectF placeAt(int page, const QRect& box) const;
     /// Where the word stands first on the page; empty where it does not.
     QRectF placeOf(int page, const QString& word) const;
     QStringList words(int page) const;
@@ -36,9 +38,11 @@ private:
     };
 
     void read(const QString& path);
+    std::vector<Word> wordsAt(int page, const QRect& box) const;
 
     QSizeF paper_;
-    std::vector<std::vector<Word>> pages_;
+    std::vector<std::vector<Word>> pages_;  ///< As the reader gives them.
+    std::vector<std::vector<Word>> sorted_; ///< From the top of the page downwards.
 };
 
 } // namespace testsupport

@@ -181,7 +181,7 @@ void PreviewOutputTest::printsWhatIsChosen()
         const PdfWords pdf(path);
         QStringList numbers;
         for (int page = 0; page < pdf.pageCount(); ++page)
-            numbers += pdf.at(page, 100, 4600, 500);
+            numbers += pdf.at(page, {100, 4600, 500, 300});
         return numbers.join(u' ');
     };
     QCOMPARE(printed([](QPrinter&) {}), u"1 2 3 4 5 6 7 8 9 10"_s);
@@ -214,7 +214,7 @@ void PreviewOutputTest::laysThePagesAnewOnThePrintersPaper()
     const PdfWords pdf(path);
     // (16838 - 1000 - 500 - 600 - 300) / 1000: fourteen blocks a page.
     QCOMPARE(pdf.pageCount(), 3);
-    QCOMPARE(pdf.at(2, 700, 16838 - 500 - 300, 500), u"3"_s);
+    QCOMPARE(pdf.at(2, {700, 16838 - 500 - 300, 500, 300}), u"3"_s);
     QCOMPARE(preview.pages().pageCount(), 10);
 }
 

@@ -3,6 +3,8 @@
 #include "support/widgets.h"
 
 #include <QFontInfo>
+#include <QFontMetricsF>
+#include <QRawFont>
 #include <QTest>
 
 using namespace report;
@@ -31,13 +33,17 @@ private slots:
     void takesTheHebrewFamily();
     void standsWhereItIsAligned_data();
     void standsWhereItIsAligned();
-    void cutsANumberAtItsEnd_data();
-    void cutsANumberAtItsEnd();
-    void cutsALetterTextAtItsEnd_data();
-    void cutsALetterTextAtItsEnd();
-    void neverCutsACaptionOfTheDesign();
+    void standsInTheMiddleOfItsHeight();
+    void condensesANumberThatIsTooWide_data();
+    void condensesANumberThatIsTooWide();
+    void cutsANumberWithAnEllipsis();
+    void cutsALetterTextAtItsLogicalEnd_data();
+    void cutsALetterTextAtItsLogicalEnd();
     void keepsFromTheBordersOfABox();
+    void keepsFromTheCaptionBesideIt();
     void breaksWhereTheControlIsHighEnough();
+    void condensesWhatTheLinesDoNotHold();
+    void mirrorsBracketsByTheirOwnGlyphs();
     void setsGlyphsFromTheLeft();
     void showsNothingForAnEmptyText();
 };
@@ -65,14 +71,27 @@ void TextShaperTest::standsWhereItIsAligned()
         for (const int style : {int(Plain), int(RightToLeft)}) {
             const ControlDesign control = field(3000, align, style);
             const ShapedText shaped = shape(control, text);
-            QCOMPARE(shaped.size(), 1u);
-            QCOMPARE(shaped[0].corner.x(), (3000 - shaped[0].width) * share);
-            QCOMPARE(shaped[0].corner.y(), 0.0);
+            QCOMPARE(shaped.lines.size(), 1u);
+            QCOMPARE(shaped.lines[0].corner.x(), (3000 - shaped.lines[0].width) * share);
+            QCOMPARE(shaped.fit, Fit());
         }
     }
 }
 
-void TextShaperTest::cutsANumberAtItsEnd_data()
+void TextShaperTest::standsInTheMiddleOfItsHeight()
+{
+    const double line = QFontMetricsF(twipFont(u"David"_s, 12, false)).height();
+    for (const int height : {200, 300, 400}) { // lower than the line, higher, much higher
+        const ShapedText shaped = shape(field(3000, Align::Right, Plain, height), u"12.5"_s);
+        QCOMPARE(shaped.lines[0].corner.y(), (height - line) / 2);
+    }
+    // The line of a text that is set smaller is lower, and in the middle too.
+    const ShapedText smaller = shape(field(500, Align::Right), u"268.325"_s);
+    QVERIFY(smaller.fit.size < 100);
+    QCOMPARE(smaller.lines[0].corner.y(), (300 - line * smaller.fit.vertical()) / 2);
+}
+
+void TextShaperTest::condensesANumberThatIsTooWide_data()
 {
     QTest::addColumn<Align>("align");
     QTest::addColumn<int>("style");
@@ -82,80 +101,114 @@ void TextShaperTest::cutsANumberAtItsEnd_data()
     QTest::newRow("right, right to left") << Align::Right << int(RightToLeft);
 }
 
-void TextShaperTest::cutsANumberAtItsEnd()
+void TextShaperTest::condensesANumberThatIsTooWide()
 {
     QFETCH(Align, align);
     QFETCH(int, style);
-    const ControlDesign control = field(600, align, style);
-    for (const QString& text : {u"1234567.891"_s, u"-123456.78"_s, u"0.333333333333333"_s}) {
+    const QFont font = twipFont(u"David"_s, 12, false);
+    for (const QString& text : {u"999.99"_s, u"-268.25"_s, u"268.325"_s}) {
+        const ControlDesign control = field(560, align, style);
+        const double available = style == Boxed ? 480 : 560;
         const ShapedText shaped = shape(control, text);
-        QCOMPARE(shaped.size(), 1u);
-        const QString kept = shaped[0].text;
-        QVERIFY2(text.startsWith(kept), qPrintable(kept));
-        QVERIFY(kept.size() >= 4 && kept.size() < text.size());
-        QVERIFY(shaped[0].width <= 600);
-        // One character more would not have fitted.
-        const ControlDesign wide = field(6000, Align::Left, style);
-        QVERIFY(shape(wide, text.first(kept.size() + 1))[0].width > 600);
-        // It begins at the left edge, within a hair's breadth.
-        const double left = shape(control, text)[0].corner.x();
-        QVERIFY2(left >= 0 && left <= 20, qPrintable(QString::number(left)));
+        const ShapedLine& line = shaped.lines[0];
+        const double natural = textWidth(text, false, font);
+        QVERIFY(natural > 560);
+        QCOMPARE(line.text, text);
+        QCOMPARE(shaped.fit, fitted(natural, available));
+        QVERIFY(!shaped.fit.isCut);
+        QCOMPARE(line.width, natural * shaped.fit.horizontal());
+        QVERIFY(line.width <= available && line.width > available * 0.95);
+        const double right = style == Boxed ? 520 : 560;
+        QCOMPARE(line.corner.x(),
+                 align == Align::Right ? right - line.width : (560 - line.width) / 2);
     }
 }
 
-void TextShaperTest::cutsALetterTextAtItsEnd_data()
+void TextShaperTest::cutsANumberWithAnEllipsis()
+{
+    for (const Align align : {Align::Left, Align::Right, Align::Centre}) {
+        const ShapedText shaped = shape(field(600, align), u"0.333333333333333"_s);
+        const ShapedLine& line = shaped.lines[0];
+        QVERIFY(shaped.fit.isCut);
+        QCOMPARE(shaped.fit.stretch, 75);
+        QCOMPARE(shaped.fit.size, 100);
+        QVERIFY2(line.text.endsWith(u'…'), qPrintable(line.text));
+        QVERIFY(line.text.size() >= 5 && u"0.333333333333333"_s.startsWith(line.text.chopped(1)));
+        QVERIFY(line.width <= 600);
+        // One character more would not have fitted.
+        const QString longer = u"0.333333333333333"_s.first(line.text.size()) + u'…';
+        QVERIFY(textWidth(longer, false, twipFont(u"David"_s, 12, false)) * 0.75 > 600);
+        const double share = align == Align::Left ? 0 : align == Align::Right ? 1 : 0.5;
+        QCOMPARE(line.corner.x(), (600 - line.width) * share);
+    }
+}
+
+void TextShaperTest::cutsALetterTextAtItsLogicalEnd_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("style");
-    QTest::addColumn<bool>("beginsAtTheRight");
-    const QString hebrew = u"בלגי מחוזק כפול ארוך"_s;
-    const QString latin = u"White matt finish"_s;
+    QTest::addColumn<bool>("endsAtTheLeft");
+    const QString hebrew = u"בלגי מחוזק כפול ארוך מאוד עם עוד מילים רבות"_s;
+    const QString latin = u"White matt finish of the finest kind there is"_s;
     QTest::newRow("Hebrew, right to left") << hebrew << int(RightToLeft) << true;
     QTest::newRow("Hebrew, left to right") << hebrew << int(Plain) << true;
     QTest::newRow("Latin, left to right") << latin << int(Plain) << false;
     QTest::newRow("Latin, right to left") << latin << int(RightToLeft) << false;
-    QTest::newRow("Hebrew and digits") << u"טריפלקס 6 מילימטר"_s << int(RightToLeft) << true;
-    QTest::newRow("Latin and Hebrew") << u"PVC לבן מבריק"_s << int(RightToLeft) << true;
+    QTest::newRow("Hebrew with a Latin end")
+        << u"ירוק בקבוק מטלי RAL 6005 with a long English end"_s << int(RightToLeft) << true;
 }
 
-void TextShaperTest::cutsALetterTextAtItsEnd()
+void TextShaperTest::cutsALetterTextAtItsLogicalEnd()
 {
     QFETCH(QString, text);
     QFETCH(int, style);
-    QFETCH(bool, beginsAtTheRight);
-    for (const Align align : {Align::Left, Align::Right, Align::Centre}) {
-        const ControlDesign control = field(900, align, style);
-        const ShapedLine line = shape(control, text)[0];
-        QVERIFY2(text.startsWith(line.text), qPrintable(line.text));
-        QVERIFY(line.text.size() >= 5 && line.text.size() < text.size());
-        QVERIFY(line.width <= 900);
-        QCOMPARE(line.corner.x(), beginsAtTheRight ? 900 - line.width : 0.0);
-    }
-}
-
-void TextShaperTest::neverCutsACaptionOfTheDesign()
-{
-    ControlDesign label{Kind::Label, u"Label4", u"דף מספר :", 0,           0,
-                        400,         300,       14.25,        Align::Left, RightToLeft};
-    const ShapedLine whole = shape(label, u"דף מספר :"_s)[0];
-    QCOMPARE(whole.text, u"דף מספר :"_s);
-    QCOMPARE(whole.corner.x(), 0.0);
-    label.align = Align::Right;
-    const ShapedLine right = shape(label, u"דף מספר :"_s)[0];
-    QCOMPARE(right.corner.x(), 400 - right.width);
-    // What is set at run time is cut.
-    QVERIFY(shape(label, u"דף מספר 12 :"_s)[0].text.size() < 8);
+    QFETCH(bool, endsAtTheLeft);
+    const QList<quint32> dots =
+        QRawFont::fromFont(twipFont(u"David"_s, 12, false)).glyphIndexesForString(u"…"_s);
+    const ShapedText shaped = shape(field(1300, Align::Right, style), text);
+    const ShapedLine& line = shaped.lines[0];
+    QVERIFY(shaped.fit.isCut);
+    const qsizetype kept = line.text.indexOf(u'…');
+    QVERIFY2(kept >= 10 && text.startsWith(line.text.first(kept)), qPrintable(line.text));
+    QVERIFY(line.width <= 1300);
+    QCOMPARE(line.corner.x(), 1300 - line.width);
+    const auto& edge = endsAtTheLeft ? line.glyphs.front().run : line.glyphs.back().run;
+    const QList<quint32> glyphs = edge.glyphIndexes();
+    const qsizetype at = glyphs.indexOf(dots.value(0));
+    QVERIFY(at >= 0);
+    // A direction mark, which has no width, may stand at either side of it.
+    QVERIFY(endsAtTheLeft ? at <= 1 : at >= glyphs.size() - 2);
 }
 
 void TextShaperTest::keepsFromTheBordersOfABox()
 {
     const ControlDesign box = field(600, Align::Right, Boxed);
-    const ShapedLine line = shape(box, u"12.5"_s)[0];
-    QCOMPARE(line.corner.x(), 600 - line.width - 20);
-    // 118.75 leaves hardly any room: what there is lies on both sides, and no digit is lost.
-    const ShapedLine tight = shape(box, u"118.75"_s)[0];
-    QCOMPARE(tight.text, u"118.75"_s);
-    QVERIFY(tight.corner.x() > 0 && tight.corner.x() + tight.width < 600);
+    const ShapedText shaped = shape(box, u"12.5"_s);
+    QCOMPARE(shaped.lines[0].corner.x(), 600 - shaped.lines[0].width - 40);
+    const ShapedText tight = shape(box, u"118.75"_s);
+    QCOMPARE(tight.lines[0].text, u"118.75"_s);
+    QVERIFY(tight.fit.stretch < 100 && tight.fit.size == 100);
+    QVERIFY(tight.lines[0].corner.x() >= 40 && tight.lines[0].corner.x() < 50);
+}
+
+void TextShaperTest::keepsFromTheCaptionBesideIt()
+{
+    // The caption's box begins 30 twips before the value's ends.
+    static constexpr ControlDesign controls[] = {
+        {Kind::Field, u"Value", u"Column", 0, 0, 500, 300, 12, Align::Centre, RightToLeft},
+        {Kind::Label, u"Caption", u"חיתוך U", 470, 0, 900, 300, 12, Align::Left,
+         Bold | RightToLeft}};
+    static constexpr SectionDesign sections[] = {{u"Row", Role::Detail, 300, controls}};
+    TextShaper shaper(u"David", sections);
+    // It stays in the middle: the text may be 2 * (470 - 40 - 250) wide.
+    const ShapedText condensed = shaper.shaped(controls[0], u"102.4"_s);
+    QVERIFY(condensed.fit.stretch < 100);
+    QVERIFY(condensed.lines[0].width <= 360 && condensed.lines[0].width > 340);
+    QCOMPARE(condensed.lines[0].corner.x(), 250 - condensed.lines[0].width / 2);
+    const ShapedText narrow = shaper.shaped(controls[0], u"26"_s);
+    QCOMPARE(narrow.fit, Fit());
+    // The caption itself stays where it is.
+    QCOMPARE(shaper.shaped(controls[1], u"חיתוך U"_s).lines[0].corner.x(), 0.0);
 }
 
 void TextShaperTest::breaksWhereTheControlIsHighEnough()
@@ -163,28 +216,65 @@ void TextShaperTest::breaksWhereTheControlIsHighEnough()
     const QString text = u"מונובלוק מיוחד : 20 מכסה 15"_s;
     const ControlDesign cell = field(1800, Align::Centre, RightToLeft, 606);
     const ShapedText two = shape(cell, text);
-    QCOMPARE(two.size(), 2u);
-    QCOMPARE(two[0].text + u' ' + two[1].text, text);
-    QVERIFY(two[1].corner.y() > two[0].corner.y() + 200);
-    for (const ShapedLine& line : two)
+    QCOMPARE(two.lines.size(), 2u);
+    QCOMPARE(two.fit, Fit());
+    QCOMPARE(two.lines[0].text + u' ' + two.lines[1].text, text);
+    const double height = QFontMetricsF(twipFont(u"David"_s, 12, false)).height();
+    QCOMPARE(two.lines[0].corner.y(), 303 - height);
+    QCOMPARE(two.lines[1].corner.y(), 303.0);
+    for (const ShapedLine& line : two.lines)
         QCOMPARE(line.corner.x(), (1800 - line.width) / 2);
-    // What two lines do not hold is cut from the second.
-    const ShapedText cut = shape(cell, text + u' ' + text + u' ' + text);
-    QCOMPARE(cut.size(), 2u);
-    QVERIFY(cut[1].width <= 1800);
     // A low control has one line.
     const ControlDesign low = field(1800, Align::Centre, RightToLeft, 300);
-    QCOMPARE(shape(low, text).size(), 1u);
+    QCOMPARE(shape(low, text).lines.size(), 1u);
+}
+
+void TextShaperTest::condensesWhatTheLinesDoNotHold()
+{
+    const QString text = u"מונובלוק מיוחד : 20 מכסה 15 מונובלוק מיוחד"_s;
+    const ControlDesign cell = field(1800, Align::Centre, RightToLeft, 606);
+    const ShapedText two = shape(cell, text);
+    QCOMPARE(two.lines.size(), 2u);
+    QVERIFY(!two.fit.isCut && two.fit.stretch < 100);
+    QCOMPARE(two.lines[0].text + u' ' + two.lines[1].text, text);
+    for (const ShapedLine& line : two.lines)
+        QVERIFY(line.width <= 1800);
+    // What does not fit at the smallest size either is cut from the second line.
+    const ShapedText cut = shape(cell, text + u' ' + text + u' ' + text);
+    QCOMPARE(cut.lines.size(), 2u);
+    QVERIFY(cut.fit.isCut);
+    QVERIFY(!cut.lines[0].text.contains(u'…'));
+    QVERIFY(cut.lines[1].text.contains(u'…'));
+    QVERIFY(cut.lines[1].width <= 1800);
+}
+
+void TextShaperTest::mirrorsBracketsByTheirOwnGlyphs()
+{
+    const ShapedText shaped = shape(field(5000, Align::Right, RightToLeft), u"(חדש)"_s);
+    const QList<quint32> brackets =
+        QRawFont::fromFont(twipFont(u"David"_s, 12, false)).glyphIndexesForString(u"()"_s);
+    const auto& pieces = shaped.lines[0].glyphs;
+    QCOMPARE(pieces.size(), 3u);
+    // At the left stands the end of the text: the glyph of ")", drawn the other way round.
+    QCOMPARE(pieces[0].run.glyphIndexes(), QList<quint32>{brackets.at(1)});
+    QVERIFY(pieces[0].mirroredFrom.has_value());
+    QVERIFY(!pieces[1].mirroredFrom.has_value());
+    QCOMPARE(pieces[2].run.glyphIndexes(), QList<quint32>{brackets.at(0)});
+    QVERIFY(pieces[2].mirroredFrom.value() > pieces[0].mirroredFrom.value());
+    QVERIFY(qAbs(pieces[2].mirroredFrom.value() - shaped.lines[0].width) < 1);
+    // From left to right they are what they look like.
+    for (const GlyphPiece& piece : shape(field(5000, Align::Left), u"(new)"_s).lines[0].glyphs)
+        QVERIFY(!piece.mirroredFrom.has_value());
 }
 
 void TextShaperTest::setsGlyphsFromTheLeft()
 {
     const ControlDesign control = field(5000, Align::Right, RightToLeft);
-    const ShapedLine line = shape(control, u"רשת 120 PVC לבן -5"_s)[0];
+    const ShapedText shaped = shape(control, u"רשת 120 PVC לבן -5"_s);
     double last = -1;
     int glyphs = 0;
-    for (const QGlyphRun& run : line.glyphs) {
-        for (const QPointF& position : run.positions()) {
+    for (const GlyphPiece& piece : shaped.lines[0].glyphs) {
+        for (const QPointF& position : piece.run.positions()) {
             QVERIFY(position.x() >= last);
             last = position.x();
             ++glyphs;
@@ -197,8 +287,8 @@ void TextShaperTest::showsNothingForAnEmptyText()
 {
     const ControlDesign control = field(600, Align::Centre, Boxed);
     const ShapedText shaped = shape(control, QString());
-    QCOMPARE(shaped.size(), 1u);
-    QVERIFY(shaped[0].glyphs.isEmpty());
+    QCOMPARE(shaped.lines.size(), 1u);
+    QVERIFY(shaped.lines[0].glyphs.empty());
 }
 
 ZOMREL_QTEST_MAIN(TextShaperTest)

@@ -14,8 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Texts that no one means to type in the boxes of a series and in the cells of the lists of kinds
-/// and colours: each makes a correct row or none, and leaves a sound store.
+/// Enters unusual texts into the boxes of a series and the cells of the kind and colour grids. Each
+/// text yields a correct row or none, and the store stays sound.
 class BadCatalogueInputTest : public QObject
 {
     Q_OBJECT
@@ -25,14 +25,14 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void deductionBoxes_data();
-    void deductionBoxes();
-    void savedDeduction_data() { deductionBoxes_data(); }
-    void savedDeduction();
-    void textBoxes_data();
-    void textBoxes();
-    void cells_data();
-    void cells();
+    void oddDeductionOnAdd_isStoredOrRefused_data();
+    void oddDeductionOnAdd_isStoredOrRefused();
+    void oddDeductionOnSave_isStoredOrRefused_data() { oddDeductionOnAdd_isStoredOrRefused_data(); }
+    void oddDeductionOnSave_isStoredOrRefused();
+    void oddNameAndRemark_areStoredOrRefused_data();
+    void oddNameAndRemark_areStoredOrRefused();
+    void oddCellText_isStoredOrRefused_data();
+    void oddCellText_isStoredOrRefused();
 
 private:
     std::unique_ptr<SerialsStage> stage_;
@@ -41,19 +41,22 @@ private:
 
 namespace {
 
-/// A deduction of -7.25 with one of its boxes holding something else; what is in no list is no
-/// number.
+/// The box of a deduction of -7.25 that gets another text. A text that numbersMadeBy does not list
+/// is not a number.
 enum Box { Sign, Whole, Hundredths };
 
 QMap<QString, double> numbersMadeBy(Box box)
 {
     switch (box) {
-    case Sign: // before 7.25
+    // The text replaces the sign before "7.25".
+    case Sign:
         return {{u"empty"_s, 7.25},   {u"blank"_s, 7.25},       {u"plus"_s, 57.25},
                 {u"minus"_s, -57.25}, {u"sign alone"_s, -7.25}, {u"plus alone"_s, 7.25}};
-    case Whole: // between - and .25
+    // The text replaces the digit between "-" and ".25".
+    case Whole:
         return {{u"empty"_s, -0.25}};
-    case Hundredths: // behind -7.
+    // The text replaces the digits after "-7.".
+    case Hundredths:
         return {{u"empty"_s, -7},
                 {u"blank"_s, -7},
                 {u"exponent"_s, -710},
@@ -92,7 +95,7 @@ void BadCatalogueInputTest::cleanupTestCase()
         {{u"texts typed into a series and the lists"_s, QString::number(typed_)}});
 }
 
-void BadCatalogueInputTest::deductionBoxes_data()
+void BadCatalogueInputTest::oddDeductionOnAdd_isStoredOrRefused_data()
 {
     QTest::addColumn<int>("box");
     QTest::addColumn<QString>("text");
@@ -105,7 +108,8 @@ void BadCatalogueInputTest::deductionBoxes_data()
         for (const TypedText& each : typedTexts()) {
             const QString key = QString::fromLatin1(each.name);
             int error = numbers.contains(key) ? correct : int{runtime::DataTypeConversion};
-            // "-7.9e999"; before or within the number the exponent has a point behind it.
+            // "-7.9e999" overflows. An exponent in the other boxes is followed by a point and is
+            // not a number.
             if (box == Hundredths && (key == u"too large" || key == u"exponent too large"))
                 error = runtime::Overflow;
             if (error == runtime::DataTypeConversion && !typedNumbers().contains(each))
@@ -120,8 +124,8 @@ void BadCatalogueInputTest::deductionBoxes_data()
         << int{Hundredths} << QString(32767, u'9') << correct << -8.0;
 }
 
-/// In every one of the eight deductions by turns.
-void BadCatalogueInputTest::deductionBoxes()
+/// The hash of the row's tag chooses one of the eight deductions, so all are covered.
+void BadCatalogueInputTest::oddDeductionOnAdd_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -139,7 +143,8 @@ void BadCatalogueInputTest::deductionBoxes()
 
     const QString field = store::deductionFields()[deduction];
     if (error == correct) {
-        QCOMPARE(stage_->boxes.shown().size(), std::size_t{1}); // the question
+        // The only box is the question.
+        QCOMPARE(stage_->boxes.shown().size(), std::size_t{1});
         const double stored =
             stage_->store.scalar(u"SELECT %1 FROM Serials"_s.arg(field)).toDouble();
         QVERIFY2(std::abs(stored - value) <= std::abs(value) * 1e-12,
@@ -154,8 +159,8 @@ void BadCatalogueInputTest::deductionBoxes()
     QCOMPARE(stage_->end.exitStatus(), std::optional(1));
 }
 
-/// The last of the eight, when all else has been written to the record already.
-void BadCatalogueInputTest::savedDeduction()
+/// Uses the last of the eight deductions, when all other fields have already been assigned.
+void BadCatalogueInputTest::oddDeductionOnSave_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -189,7 +194,7 @@ void BadCatalogueInputTest::savedDeduction()
     QCOMPARE(stage_->end.exitStatus(), std::optional(1));
 }
 
-void BadCatalogueInputTest::textBoxes_data()
+void BadCatalogueInputTest::oddNameAndRemark_areStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
@@ -200,8 +205,8 @@ void BadCatalogueInputTest::textBoxes_data()
     QTest::newRow("longest") << QString(32767, u'ש') << int{runtime::FieldTooSmall};
 }
 
-/// Name and remark are stored as they stand, also empty.
-void BadCatalogueInputTest::textBoxes()
+/// The name and the remark are stored unchanged, even if empty.
+void BadCatalogueInputTest::oddNameAndRemark_areStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(int, error);
@@ -228,7 +233,7 @@ void BadCatalogueInputTest::textBoxes()
     QCOMPARE(stage_->end.exitStatus(), std::optional(1));
 }
 
-void BadCatalogueInputTest::cells_data()
+void BadCatalogueInputTest::oddCellText_isStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("isRefused");
@@ -239,8 +244,8 @@ void BadCatalogueInputTest::cells_data()
     QTest::newRow("longest") << QString(32767, u'ש') << true;
 }
 
-/// A cell of a list takes what fits its field; what does not is refused, and nothing is lost.
-void BadCatalogueInputTest::cells()
+/// A text that fits the field is stored. Any other text is rejected, and no row is lost.
+void BadCatalogueInputTest::oddCellText_isStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(bool, isRefused);
@@ -258,7 +263,8 @@ void BadCatalogueInputTest::cells()
     stage_->boxes.answer(runtime::vbOK);
     QCOMPARE(grid->commitEdits(), !isRefused);
     const auto shown = stage_->boxes.shown();
-    QTest::keyClick(grid, Qt::Key_Escape); // gives up what was refused
+    // Escape discards the rejected text.
+    QTest::keyClick(grid, Qt::Key_Escape);
     form.Unload();
     QVERIFY(!stage_->end.exitStatus());
     if (isRefused) {

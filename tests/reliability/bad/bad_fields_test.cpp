@@ -16,9 +16,9 @@
 using namespace Qt::StringLiterals;
 using testsupport::Desk;
 
-/// Every field of the store as no form writes it, brought in from outside. Grids and combos show
-/// what its type does not take as blank; a command that works with it ends the program with the box
-/// that says why, and writes nothing half.
+/// Puts unusual values into every field of the store directly. Grids and combo boxes show a value
+/// that its type does not allow as blank. A command that uses the value ends the program with an
+/// error box and writes no partial row.
 class BadFieldsTest : public QObject
 {
     Q_OBJECT
@@ -28,18 +28,24 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void series_data() { combinations(u"Serials"_s, {u"AutoNum"_s}); }
-    void series();
-    void line_data() { combinations(u"Cuts"_s, {u"Code"_s, u"Order_Num"_s}); }
-    void line();
-    void order_data() { combinations(u"Orders"_s, {u"Number"_s}); }
-    void order();
-    void orderNumber_data();
-    void orderNumber();
-    void foundNumber_data();
-    void foundNumber();
-    void list_data();
-    void list();
+    void oddSeriesField_isUsedOrEndsTheProgram_data()
+    {
+        combinations(u"Serials"_s, {u"AutoNum"_s});
+    }
+    void oddSeriesField_isUsedOrEndsTheProgram();
+    void oddLineField_isUsedOrEndsTheProgram_data()
+    {
+        combinations(u"Cuts"_s, {u"Code"_s, u"Order_Num"_s});
+    }
+    void oddLineField_isUsedOrEndsTheProgram();
+    void oddOrderField_isUsedOrEndsTheProgram_data() { combinations(u"Orders"_s, {u"Number"_s}); }
+    void oddOrderField_isUsedOrEndsTheProgram();
+    void oddLastOrderNumber_isContinuedOrEndsTheProgram_data();
+    void oddLastOrderNumber_isContinuedOrEndsTheProgram();
+    void oddNumberInTheSearch_isTakenOrEndsTheProgram_data();
+    void oddNumberInTheSearch_isTakenOrEndsTheProgram();
+    void oddListName_isShown_data();
+    void oddListName_isShown();
 
 private:
     static void combinations(const QString& table, const QStringList& butFor);
@@ -65,7 +71,8 @@ void closeWindow(const char* name)
     }
 }
 
-/// Fields that the line view reads; all but the texts it shows without asking for Null.
+/// Returns true for fields that the line view reads. It requires a value in all of them except the
+/// texts.
 bool isViewed(const QString& field)
 {
     constexpr int last = 23;
@@ -78,7 +85,7 @@ bool isText(const QString& table, const QString& field)
     return schema.fields[std::size_t(schema.ordinalOf(field))].type == dao::dbText;
 }
 
-/// What a field that holds the value gives where a Null does not do.
+/// Returns the expected error of a field that must not be Null.
 int errorWithoutNull(const QString& value, int unreadable)
 {
     return value == u"NULL" ? int{runtime::InvalidUseOfNull} : unreadable;
@@ -105,20 +112,22 @@ void BadFieldsTest::cleanup()
 
 void BadFieldsTest::cleanupTestCase()
 {
-    reliability::writeFigures(u"bad_fields"_s,
-                              {{u"fields with odd contents worked with"_s, QString::number(tried_)},
-                               {u"commands ended with their box"_s, QString::number(ended_)}});
+    reliability::writeFigures(
+        u"bad_fields"_s, {{u"fields with unusual contents"_s, QString::number(tried_)},
+                          {u"commands that ended with an error box"_s, QString::number(ended_)}});
 }
 
 void BadFieldsTest::combinations(const QString& table, const QStringList& butFor)
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("value");
-    QTest::addColumn<int>("unreadable"); // the error that reading raises
+    // The error that reading the value throws.
+    QTest::addColumn<int>("unreadable");
     for (const dao::FieldInfo& field : store::tableSchema(table)->fields) {
         for (const StoredValue& value : valuesFor(field)) {
             if (butFor.contains(field.name) ||
-                (field.type == dao::dbBoolean && value.sql == u"NULL")) // the column takes none
+                // The column does not allow Null.
+                (field.type == dao::dbBoolean && value.sql == u"NULL"))
                 continue;
             QTest::addRow("%s %s", qPrintable(field.name), value.name)
                 << field.name << value.sql << readingError(value, field);
@@ -126,7 +135,7 @@ void BadFieldsTest::combinations(const QString& table, const QStringList& butFor
     }
 }
 
-/// The number of the run-time error that ends the program in the work; 0 where it goes on.
+/// Runs the work and returns the number of the run-time error that ends the program, or 0.
 template <typename Work>
 int BadFieldsTest::errorOf(Work work)
 {
@@ -139,12 +148,13 @@ int BadFieldsTest::errorOf(Work work)
         desk_->boxes.shown().size() == 1 ? desk_->boxes.shown().front().text : QString();
     const QString number = text.section(u'\'', 1, 1);
     if (desk_->end.exitStatus() != 1 || text.section(u'\'', 0, 0) != u"Run-time error ")
-        QTest::qFail("not ended by one run-time box: " + text.toUtf8(), __FILE__, __LINE__);
+        QTest::qFail("did not end with exactly one run-time error box: " + text.toUtf8(), __FILE__,
+                     __LINE__);
     ++ended_;
     return number.toInt();
 }
 
-/// Until the lines stand in the grid.
+/// Opens the order and waits until the grid shows its lines.
 int BadFieldsTest::errorOfOpeningTheOrder()
 {
     const int opened = errorOf([this] { desk_->openOrder(1); });
@@ -167,14 +177,15 @@ int BadFieldsTest::errorOfAdding()
     const int error = errorOf([this] { desk_->click("CmdAdd"); });
     const int after = desk_->store.scalar(u"SELECT count(*) FROM Cuts"_s).toInt();
     if (after != before + (error == 0 ? 1 : 0))
-        QTest::qFail("a line by half", __FILE__, __LINE__);
+        QTest::qFail("a partial line was stored", __FILE__, __LINE__);
     return error;
 }
 
-/// Opens the search, lets its lines come, and takes the order under its cursor.
+/// Opens the search form, waits for the lines and chooses the current order.
 int BadFieldsTest::errorOfTakingByTheSearch()
 {
-    QTimer onceOpen; // goes with this call where the search does not open
+    // Destroyed with this call if the search form does not open.
+    QTimer onceOpen;
     onceOpen.setSingleShot(true);
     connect(&onceOpen, &QTimer::timeout, this, [this] {
         auto* search = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -191,7 +202,7 @@ int BadFieldsTest::errorOfTakingByTheSearch()
     return errorOf([] { orders::findOrder(); });
 }
 
-/// The first row of the table, but for the number that printing gives.
+/// Returns the first row of the table without NUM, which printing changes.
 QList<QVariant> BadFieldsTest::row(const QString& table) const
 {
     QStringList fields;
@@ -204,8 +215,8 @@ QList<QVariant> BadFieldsTest::row(const QString& table) const
         .value(0);
 }
 
-/// The picker, then the view and a line of the opening.
-void BadFieldsTest::series()
+/// Chooses the series in the picker, then views and adds a line.
+void BadFieldsTest::oddSeriesField_isUsedOrEndsTheProgram()
 {
     QFETCH(QString, field);
     QFETCH(QString, value);
@@ -237,7 +248,7 @@ void BadFieldsTest::series()
         desk_->type("TextNum_0", u"100"_s);
         desk_->type("TextNum_2", u"100"_s);
         QCOMPARE(errorOf([this] { desk_->click("CmdOK"); }), computed);
-        // Twice the sashes stand in the line, and no more than 32 bits.
+        // Twice the number of sashes is stored in the line and must fit 32 bits.
         if (field == u"Kanaf_Num" && value == u"2147483647")
             computed = runtime::Overflow;
         if (field == u"Name" && value.size() > 50)
@@ -247,8 +258,8 @@ void BadFieldsTest::series()
     QCOMPARE(row(u"Serials"_s), before);
 }
 
-/// A line that is shown, viewed, followed by another one and printed.
-void BadFieldsTest::line()
+/// Shows the line, views it, adds another line and prints the order.
+void BadFieldsTest::oddLineField_isUsedOrEndsTheProgram()
 {
     QFETCH(QString, field);
     QFETCH(QString, value);
@@ -278,13 +289,13 @@ void BadFieldsTest::line()
                  }
                  QCoreApplication::sendPostedEvents();
              }),
-             // The record source hands on whole rows, and printing numbers the line anew.
+             // The report's record source reads whole rows, and printing renumbers the line.
              field == u"NUM" ? 0 : unreadable);
     QCOMPARE(row(u"Cuts"_s), before);
 }
 
-/// The order's own fields: on the form, at a saving and for the next order.
-void BadFieldsTest::order()
+/// Uses the order's fields on the form, when saving, and for the next order.
+void BadFieldsTest::oddOrderField_isUsedOrEndsTheProgram()
 {
     QFETCH(QString, field);
     QFETCH(QString, value);
@@ -314,7 +325,7 @@ void BadFieldsTest::order()
     QCOMPARE(Module1::CurrentOrderNum, isOpen ? 1 : 2);
 }
 
-void BadFieldsTest::orderNumber_data()
+void BadFieldsTest::oddLastOrderNumber_isContinuedOrEndsTheProgram_data()
 {
     QTest::addColumn<QString>("value");
     QTest::addColumn<bool>("isClosed");
@@ -328,7 +339,8 @@ void BadFieldsTest::orderNumber_data()
     QTest::newRow("last") << u"32767"_s << false << 0 << 32767;
     QTest::newRow("last, closed") << u"32767"_s << true << over << 0;
     QTest::newRow("beyond 16 bits") << u"32768"_s << false << over << 0;
-    if (testsupport::isOnServer()) // its column takes nothing else
+    // A server's column accepts no other value.
+    if (testsupport::isOnServer())
         return;
     QTest::newRow("beyond 32 bits") << u"3000000000"_s << false << over << 0;
     QTest::newRow("huge, closed") << u"1e308"_s << true << over << 0;
@@ -337,8 +349,8 @@ void BadFieldsTest::orderNumber_data()
     QTest::newRow("bytes") << u"x'00ff'"_s << true << int{runtime::DataTypeConversion} << 0;
 }
 
-/// The order that a new-order command goes by.
-void BadFieldsTest::orderNumber()
+/// Tests the stored order number that the new-order rule reads.
+void BadFieldsTest::oddLastOrderNumber_isContinuedOrEndsTheProgram()
 {
     QFETCH(QString, value);
     QFETCH(bool, isClosed);
@@ -353,14 +365,15 @@ void BadFieldsTest::orderNumber()
         QCOMPARE(Module1::CurrentOrderNum, number);
 }
 
-void BadFieldsTest::foundNumber_data()
+void BadFieldsTest::oddNumberInTheSearch_isTakenOrEndsTheProgram_data()
 {
     QTest::addColumn<QString>("value");
     QTest::addColumn<int>("error");
     QTest::addColumn<int>("number");
     const dao::FieldInfo number{.name = u"Number"_s, .type = dao::dbLong};
     for (const StoredValue& each : storedValues()) {
-        if (each.sql == u"NULL" || !isKept(each, number)) // the key takes no Null
+        // The key column does not allow Null.
+        if (each.sql == u"NULL" || !isKept(each, number))
             continue;
         const int value = QString(each.sql).remove(u'\'').toInt();
         const bool fits = readingError(each, number) == 0 && value == qint16(value);
@@ -371,8 +384,9 @@ void BadFieldsTest::foundNumber_data()
     }
 }
 
-/// The search lists whatever stands there; to the order form goes what fits 16 bits.
-void BadFieldsTest::foundNumber()
+/// The search form lists any stored number. Only a number that fits 16 bits can be loaded into the
+/// order form.
+void BadFieldsTest::oddNumberInTheSearch_isTakenOrEndsTheProgram()
 {
     QFETCH(QString, value);
     QFETCH(int, error);
@@ -384,7 +398,7 @@ void BadFieldsTest::foundNumber()
     QCOMPARE(desk_->store.scalar(u"SELECT count(*) FROM Orders"_s), 1);
 }
 
-void BadFieldsTest::list_data()
+void BadFieldsTest::oddListName_isShown_data()
 {
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("value");
@@ -399,8 +413,8 @@ void BadFieldsTest::list_data()
     }
 }
 
-/// A kind or a colour in its combo and in its own editor.
-void BadFieldsTest::list()
+/// Shows a kind or a colour in its combo box and in its editor.
+void BadFieldsTest::oddListName_isShown()
 {
     QFETCH(QString, table);
     QFETCH(QString, value);

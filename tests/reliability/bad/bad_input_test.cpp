@@ -21,8 +21,8 @@
 using namespace Qt::StringLiterals;
 using testsupport::Desk;
 
-/// Texts that no one means to type in the boxes of an opening, a customer and a monoblock: each is
-/// refused, ends the program with its box or makes a correct row, and leaves a sound store.
+/// Enters unusual texts into the boxes of an opening, a customer and a monoblock. Each text is
+/// refused, ends the program with an error box, or yields a correct row; the store stays sound.
 class BadInputTest : public QObject
 {
     Q_OBJECT
@@ -32,20 +32,20 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void measureBox_data();
-    void measureBox();
-    void doorBox_data() { texts({4, 5}); }
-    void doorBox();
-    void monoblockBox_data() { texts({0, 1, 2, 3, 4, 5}); }
-    void monoblockBox();
-    void customerBoxes_data();
-    void customerBoxes();
-    void oneCustomerBoxTooLong_data();
-    void oneCustomerBoxTooLong();
-    void preCalculation_data() { texts({0, 1, 2, 3}); }
-    void preCalculation();
-    void kindsAndColours_data();
-    void kindsAndColours();
+    void oddMeasure_isStoredOrRefused_data();
+    void oddMeasure_isStoredOrRefused();
+    void oddDoorThickness_isStoredOrRefused_data() { texts({4, 5}); }
+    void oddDoorThickness_isStoredOrRefused();
+    void oddMonoblockValue_isStoredOrRefused_data() { texts({0, 1, 2, 3, 4, 5}); }
+    void oddMonoblockValue_isStoredOrRefused();
+    void oddCustomerText_isStoredOrRefused_data();
+    void oddCustomerText_isStoredOrRefused();
+    void oneCustomerTextTooLong_storesNoneOfThem_data();
+    void oneCustomerTextTooLong_storesNoneOfThem();
+    void oddMeasureInPreCalculation_isShownOrRefused_data() { texts({0, 1, 2, 3}); }
+    void oddMeasureInPreCalculation_isShownOrRefused();
+    void oddKindOrColour_isStoredOrRefused_data();
+    void oddKindOrColour_isStoredOrRefused();
 
 private:
     static void texts(const QList<int>& boxes);
@@ -60,9 +60,11 @@ private:
 
 namespace {
 
-constexpr int refused = -1; ///< A box with the program's own refusal.
+/// Marks a text that the program refuses with a message box of its own.
+constexpr int refused = -1;
 
-/// What a box takes is known before the store is asked, so over a server one stands for all.
+/// Returns the boxes to try. An input is validated before the store is accessed, so one box is
+/// enough on a server.
 QList<int> triedBoxes(const QList<int>& boxes)
 {
     return testsupport::isOnServer() ? boxes.mid(0, 1) : boxes;
@@ -107,7 +109,7 @@ void BadInputTest::texts(const QList<int>& boxes)
     }
 }
 
-/// Chooses the only series through the picker; a text may be laid in one of the monoblock's boxes.
+/// Chooses the only series in the picker. A text may be entered into one of the monoblock's boxes.
 void BadInputTest::chooseSeries(const QString& sign, int monoblockBox, const QString& text)
 {
     desk_->store.addSeries(u"סדרה"_s, {-1, -1.5, -4.2, -7.5, -13.4, -16, -6.3, -8.25}, 2, 2,
@@ -128,7 +130,7 @@ void BadInputTest::type(int box, const QString& text) const
     setWhole(*desk_->form()->opening().TextNum[static_cast<std::size_t>(box)], text);
 }
 
-/// Chooses the series and lays the text in one of the boxes of an opening of 100 by 100.
+/// Chooses the series and enters the text into one box of an opening of 100 by 100.
 void BadInputTest::typeOpening(int box, const QString& text)
 {
     chooseSeries();
@@ -137,7 +139,7 @@ void BadInputTest::typeOpening(int box, const QString& text)
     type(box, text);
 }
 
-/// No line and a box, or the one line with the value in the field.
+/// Expects an error box and no line, or one line with this value in the field.
 void BadInputTest::expectOutcome(int error, const QString& field, double value)
 {
     const int lines = desk_->store.scalar(u"SELECT count(*) FROM Cuts"_s).toInt();
@@ -161,7 +163,7 @@ void BadInputTest::expectOutcome(int error, const QString& field, double value)
     QCOMPARE(desk_->end.exitStatus(), std::optional(1));
 }
 
-void BadInputTest::measureBox_data()
+void BadInputTest::oddMeasure_isStoredOrRefused_data()
 {
     QTest::addColumn<int>("box");
     QTest::addColumn<QString>("text");
@@ -170,7 +172,8 @@ void BadInputTest::measureBox_data()
     for (const int box : triedBoxes({0, 1, 2, 3})) {
         const bool whole = box % 2 == 0;
         const auto row = [&](const char* name, const QString& text, int error, double value) {
-            // A whole box holds centimetres; a hundredths box adds to the whole 100 beside it.
+            // The value of a whole box is the measure itself; the value of a hundredths box is
+            // added to the whole part 100.
             QTest::addRow("%d, %s", box, name)
                 << box << text << error << (whole ? value : 100 + value / 100);
         };
@@ -184,7 +187,7 @@ void BadInputTest::measureBox_data()
     }
 }
 
-void BadInputTest::measureBox()
+void BadInputTest::oddMeasure_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -195,8 +198,8 @@ void BadInputTest::measureBox()
     expectOutcome(error, box < 2 ? u"MyWidth"_s : u"MYHeight"_s, value);
 }
 
-/// The thickness comes off the door's width twice.
-void BadInputTest::doorBox()
+/// The thickness of the door frame is subtracted from the width twice.
+void BadInputTest::oddDoorThickness_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -213,9 +216,9 @@ void BadInputTest::doorBox()
     expectOutcome(error, u"MyWidth_2"_s, 90 - 2 * thickness);
 }
 
-/// The first monoblock proposes deductions of 2.80 from the width and 18.00 from the height, and
+/// The first monoblock type proposes a width deduction of 2.80, a height deduction of 18.00 and
 /// slats of 4.50.
-void BadInputTest::monoblockBox()
+void BadInputTest::oddMonoblockValue_isStoredOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -242,7 +245,7 @@ void BadInputTest::monoblockBox()
         expectOutcome(correct, u"Shalav_Thick"_s, measure);
 }
 
-void BadInputTest::customerBoxes_data()
+void BadInputTest::oddCustomerText_isStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
@@ -253,9 +256,9 @@ void BadInputTest::customerBoxes_data()
     QTest::newRow("longest") << QString(32767, u'ש') << int{runtime::FieldTooSmall};
 }
 
-/// A customer's text is stored as it stands, an empty one as Null; one too long ends the program
-/// and leaves the details that were there.
-void BadInputTest::customerBoxes()
+/// A customer's text is stored unchanged, an empty one as Null. A text that is too long ends the
+/// program and leaves the stored details unchanged.
+void BadInputTest::oddCustomerText_isStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(int, error);
@@ -280,7 +283,7 @@ void BadInputTest::customerBoxes()
         QVERIFY(each.isNull());
 }
 
-void BadInputTest::oneCustomerBoxTooLong_data()
+void BadInputTest::oneCustomerTextTooLong_storesNoneOfThem_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<int>("length");
@@ -293,8 +296,8 @@ void BadInputTest::oneCustomerBoxTooLong_data()
     }
 }
 
-/// The other two are not stored either where one of the three does not fit its field.
-void BadInputTest::oneCustomerBoxTooLong()
+/// If one of the three texts does not fit its field, the other two are not stored either.
+void BadInputTest::oneCustomerTextTooLong_storesNoneOfThem()
 {
     QFETCH(QString, box);
     QFETCH(int, length);
@@ -321,8 +324,8 @@ void BadInputTest::oneCustomerBoxTooLong()
     }
 }
 
-/// Shown and not stored; a zero is computed like any other measure.
-void BadInputTest::preCalculation()
+/// The result is shown but not stored. A zero is computed like any other measure.
+void BadInputTest::oddMeasureInPreCalculation_isShownOrRefused()
 {
     QFETCH(int, box);
     QFETCH(QString, text);
@@ -344,7 +347,7 @@ void BadInputTest::preCalculation()
     output::formView().close();
 }
 
-void BadInputTest::kindsAndColours_data()
+void BadInputTest::oddKindOrColour_isStoredOrRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("error");
@@ -356,8 +359,8 @@ void BadInputTest::kindsAndColours_data()
     QTest::newRow("longest") << QString(32767, u'ש') << int{runtime::FieldTooSmall};
 }
 
-/// Stored as they stand, an empty one as an empty text.
-void BadInputTest::kindsAndColours()
+/// Texts are stored unchanged; an empty one is stored as an empty text.
+void BadInputTest::oddKindOrColour_isStoredOrRefused()
 {
     QFETCH(QString, text);
     QFETCH(int, error);

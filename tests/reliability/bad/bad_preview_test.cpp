@@ -15,22 +15,22 @@ using namespace report;
 using namespace testsupport;
 using namespace Qt::StringLiterals;
 
-/// Texts that no one means to type in the boxes of the preview, and names of files that no disk
-/// takes: the preview stays where it is or goes where a number says, and a file is whole or not
-/// there.
+/// Enters unusual texts into the boxes of the preview, and file names that no disk accepts. The
+/// preview stays on its page or goes to the page that a number names. A file is complete or does
+/// not exist.
 class BadPreviewTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void page_data() { texts(); }
-    void page();
-    void zoom_data() { texts(); }
-    void zoom();
-    void find_data();
-    void find();
-    void fileName_data();
-    void fileName();
+    void oddPageNumber_isFollowedOrIgnored_data() { texts(); }
+    void oddPageNumber_isFollowedOrIgnored();
+    void oddZoom_isFollowedOrIgnored_data() { texts(); }
+    void oddZoom_isFollowedOrIgnored();
+    void oddSearchText_isFoundOrReported_data();
+    void oddSearchText_isFoundOrReported();
+    void oddFileName_givesAWholeFileOrNone_data();
+    void oddFileName_givesAWholeFileOrNone();
     void cleanup() { ++tried_; }
     void cleanupTestCase();
 
@@ -43,12 +43,13 @@ private:
 namespace {
 
 constexpr int rows = 30;
-constexpr int pages = 10; // of three blocks
+constexpr int pages = 10; // Each page has three blocks.
 const QString longest(32767, u'9');
 
 } // namespace
 
-/// What the boxes take for a whole number: blanks around it and one sign. A zero byte ends it.
+/// Lists the texts with the whole number that a box reads from them. Blanks around the number and
+/// one sign are allowed. A zero byte ends the text.
 void BadPreviewTest::texts()
 {
     QTest::addColumn<QString>("text");
@@ -72,7 +73,7 @@ void BadPreviewTest::texts()
     QTest::newRow("longest") << longest << 0 << false;
 }
 
-void BadPreviewTest::page()
+void BadPreviewTest::oddPageNumber_isFollowedOrIgnored()
 {
     QFETCH(QString, text);
     QFETCH(int, number);
@@ -89,7 +90,7 @@ void BadPreviewTest::page()
     QVERIFY(!preview.end.exitStatus() && preview.boxes.shown().empty());
 }
 
-void BadPreviewTest::zoom()
+void BadPreviewTest::oddZoom_isFollowedOrIgnored()
 {
     QFETCH(QString, text);
     QFETCH(int, number);
@@ -107,12 +108,12 @@ void BadPreviewTest::zoom()
     QVERIFY(!preview.end.exitStatus() && preview.boxes.shown().empty());
 }
 
-void BadPreviewTest::find_data()
+void BadPreviewTest::oddSearchText_isFoundOrReported_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("result");
-    // The rows are "שורה 1" to "שורה 30" with their halves.
-    // "2.5" is the half of the fifth row, on the second page; a point stands in that of the first.
+    // The rows are "שורה 1" to "שורה 30", each with half its number. "2.5" is half of the fifth
+    // row, on the second page; the half of the first row contains a point.
     const QHash<QString, QString> found{
         {u"empty"_s, QString()}, {u"point"_s, u" דף 2 "_s}, {u"point alone"_s, u" דף 1 "_s}};
     for (const TypedText& each : typedTexts())
@@ -121,7 +122,7 @@ void BadPreviewTest::find_data()
     QTest::newRow("longest") << longest << u" לא נמצא "_s;
 }
 
-void BadPreviewTest::find()
+void BadPreviewTest::oddSearchText_isFoundOrReported()
 {
     QFETCH(QString, text);
     QFETCH(QString, result);
@@ -135,7 +136,7 @@ void BadPreviewTest::find()
     QVERIFY(!preview.end.exitStatus() && preview.boxes.shown().empty());
 }
 
-void BadPreviewTest::fileName_data()
+void BadPreviewTest::oddFileName_givesAWholeFileOrNone_data()
 {
     QTest::addColumn<QString>("action");
     QTest::addColumn<QString>("name");
@@ -168,7 +169,7 @@ void BadPreviewTest::fileName_data()
     }
 }
 
-void BadPreviewTest::fileName()
+void BadPreviewTest::oddFileName_givesAWholeFileOrNone()
 {
     QFETCH(QString, action);
     QFETCH(QString, name);
@@ -201,8 +202,8 @@ void BadPreviewTest::fileName()
 
 void BadPreviewTest::cleanupTestCase()
 {
-    reliability::writeFigures(u"bad_preview"_s, {{u"texts and file names given to the preview"_s,
-                                                  QString::number(tried_)}});
+    reliability::writeFigures(
+        u"bad_preview"_s, {{u"texts and file names in the preview"_s, QString::number(tried_)}});
 }
 
 ZOMREL_QTEST_MAIN(BadPreviewTest)

@@ -23,7 +23,8 @@ using testsupport::TemporaryStore;
 
 namespace {
 
-constexpr qint64 longest = 30000; ///< Milliseconds that a day may last on a busy machine.
+/// Timeout of one day in milliseconds; generous for a busy machine.
+constexpr qint64 longest = 30000;
 constexpr int pageSize = 4096;
 
 QByteArray contentsOf(const QString& path)
@@ -34,8 +35,8 @@ QByteArray contentsOf(const QString& path)
 
 } // namespace
 
-/// The program at stores as no program leaves them: it says what is wrong and ends, or it works.
-/// It never crashes or hangs, and never makes a damaged file worse.
+/// Runs the program on damaged stores. It either shows an error and ends, or works. It never
+/// crashes or hangs, and it never damages a file further.
 class BadStoreTest : public QObject
 {
     Q_OBJECT
@@ -43,20 +44,20 @@ class BadStoreTest : public QObject
 private slots:
     void initTestCase();
     void cleanupTestCase();
-    void soundStoreWorks();
-    void missing();
-    void aFolder();
-    void noStore_data();
-    void noStore();
-    void truncated();
-    void flippedBytes();
-    void withoutATable_data();
-    void withoutATable();
-    void withoutAField();
-    void wrongType_data();
-    void wrongType();
-    void anotherDatabase_data();
-    void anotherDatabase();
+    void soundStore_works();
+    void missingStore_endsTheProgram();
+    void folderInPlaceOfTheStore_endsTheProgram();
+    void otherFile_endsTheProgram_data();
+    void otherFile_endsTheProgram();
+    void truncatedFile_isFoundDamaged();
+    void flippedBytes_workOrEndTheProgram();
+    void missingTable_worksOrEndsTheProgram_data();
+    void missingTable_worksOrEndsTheProgram();
+    void missingField_worksOrEndsTheProgram();
+    void wrongColumnType_worksOrEndsTheProgram_data();
+    void wrongColumnType_worksOrEndsTheProgram();
+    void otherDatabase_endsTheProgram_data();
+    void otherDatabase_endsTheProgram();
 
 private:
     enum class Outcome { Ended, Worked };
@@ -71,7 +72,7 @@ private:
     QStringList findings() const { return storetools::checkStore(path()); }
     QString folder() const { return store_ ? store_->folder() : folder_->path(); }
     QString path() const { return folder() + u"/Aluminium.mdb"_s; }
-    /// What the query counts, -1 where it cannot be asked.
+    /// Returns the result of a count query, or -1 if the query fails.
     int count(const QString& query) const;
     int newLines() const
     {
@@ -84,12 +85,13 @@ private:
 
     std::map<Outcome, int> days_;
     QByteArray sound_;
-    std::optional<QTemporaryDir> folder_;   ///< With a damaged file in it.
-    std::unique_ptr<TemporaryStore> store_; ///< Changed by statements; null for a damaged file.
-    QString box_;                           ///< What the last box of the last day said.
+    std::optional<QTemporaryDir> folder_; ///< The folder of the damaged file.
+    /// A store that was changed by SQL statements; null for a damaged file.
+    std::unique_ptr<TemporaryStore> store_;
+    QString box_; ///< The text of the last message box of the last day.
 };
 
-/// A delivered store with two closed orders, so that the day begins with a new one.
+/// Creates a delivered store with two closed orders, so that the day starts with a new order.
 void BadStoreTest::laySound()
 {
     folder_.reset();
@@ -115,10 +117,10 @@ void BadStoreTest::initTestCase()
 
 void BadStoreTest::cleanupTestCase()
 {
-    reliability::writeFigures(
-        u"bad_store"_s,
-        {{u"damaged stores that a day ended at"_s, QString::number(days_[Outcome::Ended])},
-         {u"damaged stores that a day went on with"_s, QString::number(days_[Outcome::Worked])}});
+    reliability::writeFigures(u"bad_store"_s, {{u"damaged stores that ended the program"_s,
+                                                QString::number(days_[Outcome::Ended])},
+                                               {u"damaged stores that the program worked with"_s,
+                                                QString::number(days_[Outcome::Worked])}});
 }
 
 void BadStoreTest::lay(const QByteArray& bytes)
@@ -159,35 +161,37 @@ BadStoreTest::Outcome BadStoreTest::work()
     {
         WorkingDay day;
         started = day.start(folder());
-        atStart = contents(); // fields that Orders lacked may have been added
+        // The start may have added missing fields to Orders.
+        atStart = contents();
         opened = started && day.openOrder();
         worked = opened && day.chooseSeries() && day.addLine();
         ended = day.endedWithABox();
         box_ = day.lastBox();
     }
     if (clock.elapsed() > longest)
-        QTest::qFail("the day lasted too long", __FILE__, __LINE__);
+        QTest::qFail("the working day exceeded its timeout", __FILE__, __LINE__);
     if (!started && contents() != before)
-        QTest::qFail("a store that did not even open was changed", __FILE__, __LINE__);
-    // Its number is written before the order's form is filled.
+        QTest::qFail("a store that could not be opened was changed", __FILE__, __LINE__);
+    // The order's number is stored before the form is loaded, so it may exist without a line.
     if (!opened && contents() != atStart && newOrders() != 1)
-        QTest::qFail("a change that failed has left something", __FILE__, __LINE__);
+        QTest::qFail("a failed change left data behind", __FILE__, __LINE__);
     if (worked && newLines() != 1)
-        QTest::qFail("the line that was added is not there", __FILE__, __LINE__);
+        QTest::qFail("the added line is not stored", __FILE__, __LINE__);
     if (!worked && !ended)
-        QTest::qFail("neither worked nor ended with a box: " + box_.toUtf8(), __FILE__, __LINE__);
+        QTest::qFail("neither worked nor ended with an error box: " + box_.toUtf8(), __FILE__,
+                     __LINE__);
     const Outcome outcome = worked ? Outcome::Worked : Outcome::Ended;
     ++days_[outcome];
     return outcome;
 }
 
-void BadStoreTest::soundStoreWorks()
+void BadStoreTest::soundStore_works()
 {
     QCOMPARE(workOnChanged({}), Outcome::Worked);
     QCOMPARE(findings(), QStringList());
 }
 
-void BadStoreTest::missing()
+void BadStoreTest::missingStore_endsTheProgram()
 {
     store_.reset();
     folder_.emplace();
@@ -199,7 +203,7 @@ void BadStoreTest::missing()
     QVERIFY(!findings().isEmpty());
 }
 
-void BadStoreTest::aFolder()
+void BadStoreTest::folderInPlaceOfTheStore_endsTheProgram()
 {
     store_.reset();
     folder_.emplace();
@@ -211,10 +215,10 @@ void BadStoreTest::aFolder()
     QVERIFY(!findings().isEmpty());
 }
 
-void BadStoreTest::noStore_data()
+void BadStoreTest::otherFile_endsTheProgram_data()
 {
     if (testsupport::isOnServer())
-        QSKIP("about the file");
+        QSKIP("applies only to an embedded file");
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("one byte") << QByteArray("S");
@@ -229,7 +233,7 @@ void BadStoreTest::noStore_data()
     QTest::newRow("signature and random") << QByteArray("SQLite format 3\0", 16) + random;
 }
 
-void BadStoreTest::noStore()
+void BadStoreTest::otherFile_endsTheProgram()
 {
     QFETCH(QByteArray, content);
     QCOMPARE(workOn(content), Outcome::Ended);
@@ -238,10 +242,10 @@ void BadStoreTest::noStore()
     QVERIFY(!findings().isEmpty());
 }
 
-void BadStoreTest::truncated()
+void BadStoreTest::truncatedFile_isFoundDamaged()
 {
     if (testsupport::isOnServer())
-        QSKIP("a server guards its own files");
+        QSKIP("a server protects its own files");
     for (int part = 0; part < 16; ++part) {
         const QByteArray cut = sound_.left(sound_.size() * part / 16);
         lay(cut);
@@ -251,12 +255,12 @@ void BadStoreTest::truncated()
     }
 }
 
-/// The first byte of each page tells what the page is, the next ones where its rows lie, and its
-/// end holds rows.
-void BadStoreTest::flippedBytes()
+/// The first byte of a page is its type, the next bytes locate its rows, and the end of the page
+/// holds rows.
+void BadStoreTest::flippedBytes_workOrEndTheProgram()
 {
     if (testsupport::isOnServer())
-        QSKIP("a server guards its own files");
+        QSKIP("a server protects its own files");
     std::map<Outcome, int> outcomes;
     for (qsizetype page = 0; page < sound_.size(); page += pageSize) {
         for (const qsizetype offset :
@@ -292,16 +296,17 @@ BadStoreTest::Outcome BadStoreTest::workOnChanged(const QStringList& statements)
     return work();
 }
 
-void BadStoreTest::withoutATable_data()
+void BadStoreTest::missingTable_worksOrEndsTheProgram_data()
 {
     QTest::addColumn<QString>("table");
     QTest::addColumn<bool>("works");
     for (const auto& table : {u"Cuts"_s, u"Serials"_s, u"MashkofKind"_s, u"ReshetColor"_s})
         QTest::newRow(qPrintable(table)) << table << false;
-    QTest::newRow("Orders") << u"Orders"_s << false; // it is made anew without an index
+    // Orders is recreated without an index.
+    QTest::newRow("Orders") << u"Orders"_s << false;
 }
 
-void BadStoreTest::withoutATable()
+void BadStoreTest::missingTable_worksOrEndsTheProgram()
 {
     QFETCH(QString, table);
     QFETCH(bool, works);
@@ -311,8 +316,9 @@ void BadStoreTest::withoutATable()
     QVERIFY(!findings().isEmpty());
 }
 
-/// Each field of the tables that a line is made of. Those of Orders are added at the start.
-void BadStoreTest::withoutAField()
+/// Removes each field that a line is computed from. Missing fields of Orders are added at the
+/// start.
+void BadStoreTest::missingField_worksOrEndsTheProgram()
 {
     for (const auto& [table, field] :
          {std::pair(u"Cuts"_s, u"NUM"_s), std::pair(u"Cuts"_s, u"MyWidth"_s),
@@ -331,7 +337,7 @@ void BadStoreTest::withoutAField()
     }
 }
 
-void BadStoreTest::wrongType_data()
+void BadStoreTest::wrongColumnType_worksOrEndsTheProgram_data()
 {
     QTest::addColumn<QStringList>("statements");
     struct Case
@@ -339,7 +345,7 @@ void BadStoreTest::wrongType_data()
         const char* name;
         QString table;
         QString field;
-        QString from; ///< As a file declares it.
+        QString from; ///< The column's declaration in the file.
         QString to;
         QString serverType;
         QString serverValue;
@@ -374,7 +380,7 @@ void BadStoreTest::wrongType_data()
         typesOfAServer();
 }
 
-/// Types that no file has.
+/// Column types that only a server has.
 void BadStoreTest::typesOfAServer()
 {
     const auto altered = [](const QString& table, const QString& field, const QString& type) {
@@ -396,7 +402,7 @@ void BadStoreTest::typesOfAServer()
                        "GENERATED ALWAYS AS (\"MyWidth\" * 2) STORED"_s};
 }
 
-void BadStoreTest::wrongType()
+void BadStoreTest::wrongColumnType_worksOrEndsTheProgram()
 {
     QFETCH(QStringList, statements);
     const Outcome outcome = workOnChanged(statements);
@@ -404,7 +410,7 @@ void BadStoreTest::wrongType()
     QVERIFY(outcome == Outcome::Ended || newLines() == 1);
 }
 
-void BadStoreTest::anotherDatabase_data()
+void BadStoreTest::otherDatabase_endsTheProgram_data()
 {
     QTest::addColumn<QStringList>("statements");
     QStringList empty;
@@ -423,8 +429,8 @@ void BadStoreTest::anotherDatabase_data()
             << QStringList(u"ALTER TABLE \"%1\" DROP COLUMN zomrel_row CASCADE"_s.arg(table));
 }
 
-/// A database that is no store, or not as one is made.
-void BadStoreTest::anotherDatabase()
+/// Opens a database that is not a store or was altered afterwards.
+void BadStoreTest::otherDatabase_endsTheProgram()
 {
     QFETCH(QStringList, statements);
     QCOMPARE(workOnChanged(statements), Outcome::Ended);

@@ -22,19 +22,19 @@ using testsupport::SmallDisk;
 using testsupport::TemporaryStore;
 using testsupport::ThrowawayServer;
 
-/// The disk takes no more while the program writes: the command is done in full, or it ends the
-/// program with its box, or the grid that it was given in says so and keeps what was typed; what
-/// was acknowledged before is there.
+/// Tests of a full disk during a write. The command is done completely, or it ends the program with
+/// an error box, or its grid shows a message and keeps the typed text. Everything that was
+/// acknowledged earlier is stored.
 class FullDiskTest : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void command_data();
-    void command();
-    void rowsUntilTheDiskIsFull_data();
-    void rowsUntilTheDiskIsFull();
+    void fullDisk_commandIsCompleteOrRefused_data();
+    void fullDisk_commandIsCompleteOrRefused();
+    void rowsUntilTheDiskIsFull_areAllStored_data();
+    void rowsUntilTheDiskIsFull_areAllStored();
     void cleanupTestCase();
 
 private:
@@ -42,7 +42,7 @@ private:
     static void repeatInGrid(WorkingDay& day, Command command, TemporaryStore& store,
                              const AllRows& done);
 
-    std::unique_ptr<SmallDisk> disk_; ///< Of the server; null for embedded stores.
+    std::unique_ptr<SmallDisk> disk_; ///< The server's disk; null for embedded stores.
     std::unique_ptr<ThrowawayServer> server_;
     int tried_ = 0;
     int ended_ = 0;
@@ -50,7 +50,7 @@ private:
 
 namespace {
 
-/// No file may grow beyond the size while this lives, the journal of a change included.
+/// Limits the size of every file, including journals, while it exists.
 class FileSizeLimit
 {
 public:
@@ -78,7 +78,7 @@ constexpr qint64 pageSize = 4096;
 constexpr qint64 diskSize = 192 << 20;
 constexpr qint64 journalFile = 1 << 20;
 
-/// How much the file of a server's journal that is written to still takes.
+/// Returns the free bytes in the server's current WAL file.
 qint64 journalRoom(PlainSql& sql)
 {
     const QString used = u"SELECT (pg_current_wal_insert_lsn() - '0/0') % %1"_s.arg(journalFile);
@@ -90,7 +90,7 @@ void writeJournal(PlainSql& sql, qint64 bytes)
     sql.exactly(u"SELECT pg_logical_emit_message(false, '', repeat('x', %1))"_s.arg(bytes));
 }
 
-/// Goes on to the last one of the journal's files.
+/// Writes until the server uses the last of its existing WAL files.
 void leaveJournalFiles(PlainSql& sql)
 {
     const QString next = u"SELECT count(*) FROM pg_ls_waldir() "
@@ -102,15 +102,16 @@ void leaveJournalFiles(PlainSql& sql)
     } while (sql.exactly(next).first().first().toInt() > 0);
 }
 
-/// Nothing can be written to the server's disk while it lives, but what its journal still takes.
-/// Where that does not do, the server ends; afterwards there is one again.
+/// While it exists, the server's disk is full except for `room` bytes in its WAL. The server shuts
+/// down if that is not enough. The destructor starts it again.
 class FullServer
 {
 public:
     FullServer(ThrowawayServer& server, const SmallDisk& disk, TemporaryStore& store, qint64 room)
         : server_(server), disk_(disk), store_(store)
     {
-        constexpr qint64 smallest = 64; // that the journal grows by
+        // The smallest amount by which the WAL grows.
+        constexpr qint64 smallest = 64;
         PlainSql sql(store_.path());
         leaveJournalFiles(sql);
         if (room + 2 * pageSize < journalRoom(sql))
@@ -135,15 +136,14 @@ private:
     TemporaryStore& store_;
 };
 
-/// The box of a server that has ended.
+/// Returns true for the error box of a server that has shut down.
 bool tellsOfTheServer(const QString& box)
 {
     return box.startsWith(u"Run-time error '3146':"_s) ||
            box.startsWith(u"Run-time error '3151':"_s);
 }
 
-/// A server that has ended goes on with its counters behind a gap: there the rows are numbered
-/// anew.
+/// A restarted server's counters may skip values. Returns the rows renumbered without these gaps.
 AllRows withoutGaps(const AllRows& rows)
 {
     if (!testsupport::isOnServer())
@@ -171,23 +171,25 @@ void FullDiskTest::initTestCase()
         return;
     disk_ = std::make_unique<SmallDisk>(diskSize);
     if (!disk_->isThere())
-        QSKIP("only who may mount a disk can fill it under a server");
+        QSKIP("filling a server's disk needs the right to mount one");
     server_ = std::make_unique<ThrowawayServer>(ThrowawayServer::Care::Cramped, disk_->path());
     testsupport::useServer(*server_);
 }
 
-void FullDiskTest::command_data()
+void FullDiskTest::fullDisk_commandIsCompleteOrRefused_data()
 {
     QTest::addColumn<int>("command");
-    QTest::addColumn<qint64>("percent"); // how much of the store can be written again
-    QTest::addColumn<qint64>("room");    // and how much can be written behind it
+    // The percentage of the store's size that can be rewritten.
+    QTest::addColumn<qint64>("percent");
+    // The bytes that can be written beyond it.
+    QTest::addColumn<qint64>("room");
     for (const auto& [name, number] : writingCommands) {
         if (testsupport::isOnServer()) {
             QTest::addRow("%s, no journal", name) << int{number} << qint64{0} << qint64{0};
             QTest::addRow("%s, some journal", name) << int{number} << qint64{100} << qint64{500};
             continue;
         }
-        // Where a part can be, the journal is whole and the change stops in its middle.
+        // With a partial limit the journal is complete and the change stops in the middle.
         for (const qint64 percent : {0, 25, 50, 75, 100})
             QTest::addRow("%s, %lld%%", name, static_cast<long long>(percent))
                 << int{number} << percent << qint64{0};
@@ -195,7 +197,7 @@ void FullDiskTest::command_data()
     }
 }
 
-void FullDiskTest::command()
+void FullDiskTest::fullDisk_commandIsCompleteOrRefused()
 {
     QFETCH(int, command);
     QFETCH(qint64, percent);
@@ -238,7 +240,7 @@ void FullDiskTest::command()
         QCOMPARE(store.contents(), bytes);
 }
 
-/// The program has ended with the box that says why.
+/// Expects that the program has ended with the matching error box.
 void FullDiskTest::expectEnd(const WorkingDay& day)
 {
     QVERIFY2(day.endedWithABox(), qPrintable(day.lastBox()));
@@ -248,8 +250,7 @@ void FullDiskTest::expectEnd(const WorkingDay& day)
              qPrintable(day.lastBox()));
 }
 
-/// The grid has said why, nothing is written, and the same once more is done now that there is
-/// room.
+/// Expects the grid's message and no change, then repeats the command with free space.
 void FullDiskTest::repeatInGrid(WorkingDay& day, Command command, TemporaryStore& store,
                                 const AllRows& done)
 {
@@ -265,7 +266,7 @@ void FullDiskTest::repeatInGrid(WorkingDay& day, Command command, TemporaryStore
     QCOMPARE(day.boxes.shown().size(), told);
 }
 
-void FullDiskTest::rowsUntilTheDiskIsFull_data()
+void FullDiskTest::rowsUntilTheDiskIsFull_areAllStored_data()
 {
     QTest::addColumn<int>("command");
     QTest::addColumn<QString>("table");
@@ -274,8 +275,8 @@ void FullDiskTest::rowsUntilTheDiskIsFull_data()
     QTest::newRow("names") << int{AddName} << u"MashkofKind"_s;
 }
 
-/// There is room for the journal and for some rows; the store itself cannot grow any further.
-void FullDiskTest::rowsUntilTheDiskIsFull()
+/// The journal and some rows fit on the disk, but the store cannot grow further.
+void FullDiskTest::rowsUntilTheDiskIsFull_areAllStored()
 {
     QFETCH(int, command);
     QFETCH(QString, table);
@@ -316,7 +317,7 @@ void FullDiskTest::rowsUntilTheDiskIsFull()
     QCOMPARE(storetools::checkStore(store.path()), QStringList());
     AllRows after = allRows(store);
     const qsizetype stored = after[table].size() - before[table].size();
-    // A line whose details could not be saved any more is there by itself.
+    // A line may be stored although saving the order's details failed.
     QVERIFY(stored == added || (what == AddLine && stored == added + 1));
     for (const auto& [number, row] : before[table].asKeyValueRange())
         QCOMPARE(after[table][number], row);
@@ -328,7 +329,7 @@ void FullDiskTest::cleanupTestCase()
         return;
     reliability::writeFigures(
         u"full_disk"_s, {{u"commands on a full disk"_s, QString::number(tried_)},
-                         {u"commands ended or refused with their box"_s, QString::number(ended_)}});
+                         {u"commands that ended or were refused"_s, QString::number(ended_)}});
 }
 
 ZOMREL_QTEST_MAIN(FullDiskTest)

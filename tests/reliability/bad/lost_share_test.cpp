@@ -11,17 +11,17 @@
 using namespace Qt::StringLiterals;
 using testsupport::TemporaryStore;
 
-/// The folder of the store goes away while the program works, as a share of the network does, and
-/// comes back later: the command that misses it ends the program with the box that says so, and
-/// what was acknowledged is there.
+/// Tests of a store folder that disappears while the program runs, as a network share does, and
+/// returns later. The next command ends the program with an error box, and everything acknowledged
+/// is stored.
 class LostShareTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void command_data();
-    void command();
-    void start();
+    void lostFolder_endsTheProgramAndLosesNothing_data();
+    void lostFolder_endsTheProgramAndLosesNothing();
+    void lostFolderAtStart_endsTheProgram();
     void cleanupTestCase();
 
 private:
@@ -32,7 +32,7 @@ namespace {
 
 enum Command { NewOrder, AddLine, Print, CloseOrder, PickSeries, FindOrder };
 
-/// Takes the store's folder out of reach for as long as it lives.
+/// Moves the store's folder away while it exists.
 class OutOfReach
 {
 public:
@@ -43,7 +43,8 @@ public:
     }
     ~OutOfReach()
     {
-        QDir().rmdir(folder_); // empty, where something has made it anew
+        // Removes the folder if something has recreated it.
+        QDir().rmdir(folder_);
         if (!QDir().rename(away_, folder_))
             qFatal("cannot move the store back");
     }
@@ -84,10 +85,11 @@ void run(WorkingDay& day, Command command)
 
 } // namespace
 
-void LostShareTest::command_data()
+void LostShareTest::lostFolder_endsTheProgramAndLosesNothing_data()
 {
     QTest::addColumn<int>("command");
-    QTest::addColumn<bool>("isHeldOpen"); // by connections that wait for their next use
+    // Pooled connections keep the file open.
+    QTest::addColumn<bool>("isHeldOpen");
     const std::pair<const char*, Command> commands[] = {
         {"new order", NewOrder}, {"line", AddLine},      {"closing", CloseOrder},
         {"printing", Print},     {"series", PickSeries}, {"search", FindOrder}};
@@ -97,7 +99,7 @@ void LostShareTest::command_data()
     }
 }
 
-void LostShareTest::command()
+void LostShareTest::lostFolder_endsTheProgramAndLosesNothing()
 {
     QFETCH(int, command);
     QFETCH(bool, isHeldOpen);
@@ -126,14 +128,14 @@ void LostShareTest::command()
     QCOMPARE(store.scalar(u"SELECT count(*) FROM Cuts WHERE Order_Num = 1"_s).toInt(), 1);
     QCOMPARE(store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), 0);
 
-    // Once it is back, the next day goes on where this one ended.
+    // After the folder has returned, the next day continues normally.
     WorkingDay next;
     QVERIFY(next.start(store.folder()));
     QVERIFY(next.openOrder() && next.chooseSeries() && next.addLine());
     QCOMPARE(store.scalar(u"SELECT count(*) FROM Cuts WHERE Order_Num = 1"_s).toInt(), 2);
 }
 
-void LostShareTest::start()
+void LostShareTest::lostFolderAtStart_endsTheProgram()
 {
     TemporaryStore store;
     const OutOfReach away(store.folder());
@@ -147,7 +149,7 @@ void LostShareTest::start()
 void LostShareTest::cleanupTestCase()
 {
     reliability::writeFigures(u"lost_share"_s,
-                              {{u"commands that missed their store"_s, QString::number(lost_)}});
+                              {{u"commands on a missing store"_s, QString::number(lost_)}});
 }
 
 ZOMREL_QTEST_MAIN(LostShareTest)

@@ -17,17 +17,17 @@
 using namespace Qt::StringLiterals;
 using testsupport::TemporaryStore;
 
-/// A store that may be read and not written, by its own marks, its folder's or its server's word:
-/// it is shown, and the command that writes ends the program with the box that says so, or the grid
-/// says so; not a byte of it changes.
+/// Tests of a store that can be read but not written, because of file permissions, folder
+/// permissions or server rights. It is shown. A writing command ends the program with an error box,
+/// or the grid shows a message. The store stays unchanged byte for byte.
 class ReadOnlyTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void command_data();
-    void command();
-    void unreadable();
+    void readOnlyStore_refusesAndStaysUnchanged_data();
+    void readOnlyStore_refusesAndStaysUnchanged();
+    void unreadableStore_endsTheProgram();
     void cleanupTestCase();
 
 private:
@@ -41,14 +41,14 @@ constexpr QFile::Permissions writeFile = QFile::ReadOwner | QFile::WriteOwner;
 constexpr QFile::Permissions readFolder = QFile::ReadOwner | QFile::ExeOwner;
 constexpr QFile::Permissions writeFolder = readFolder | QFile::WriteOwner;
 
-/// Who may do what with a store.
+/// The access restriction under test.
 enum Rule {
     ReadFile,
     ReadFolder,
     ReadBoth,
     NoFile,
-    ReadDatabase, ///< The server lets nobody write in it.
-    ReadRole,     ///< The server lets this user only read.
+    ReadDatabase, ///< The server makes the database read-only for everybody.
+    ReadRole,     ///< The server lets this role only read.
     NoRole,
 };
 
@@ -59,7 +59,7 @@ QList<std::pair<const char*, Rule>> rulesForReading()
     return {{"file", ReadFile}, {"folder", ReadFolder}, {"both", ReadBoth}};
 }
 
-/// The marks of a store and its folder, taken away at the end.
+/// Sets the permissions of a store and its folder, and restores them in the destructor.
 class Marks
 {
 public:
@@ -87,7 +87,7 @@ private:
     QString folder_;
 };
 
-/// What a server lets this station do, taken back at the end.
+/// Revokes this station's rights on the server, and grants them again in the destructor.
 class Rights
 {
 public:
@@ -123,7 +123,7 @@ private:
     dao::Link link_;
 };
 
-/// Lets the rule hold for as long as it lives.
+/// Applies the access restriction while it exists.
 class Ruled
 {
 public:
@@ -142,7 +142,7 @@ private:
 
 } // namespace
 
-void ReadOnlyTest::command_data()
+void ReadOnlyTest::readOnlyStore_refusesAndStaysUnchanged_data()
 {
     QTest::addColumn<int>("command");
     QTest::addColumn<int>("rule");
@@ -152,7 +152,7 @@ void ReadOnlyTest::command_data()
     }
 }
 
-void ReadOnlyTest::command()
+void ReadOnlyTest::readOnlyStore_refusesAndStaysUnchanged()
 {
     QFETCH(int, command);
     const auto what = static_cast<Command>(command);
@@ -185,9 +185,9 @@ void ReadOnlyTest::command()
     QCOMPARE(storetools::checkStore(store.path()), QStringList());
 }
 
-/// A server shows even then which tables there are, so the start goes well and the first look into
-/// one fails.
-void ReadOnlyTest::unreadable()
+/// A server without read rights still lists the tables, so the start succeeds and the first read
+/// fails.
+void ReadOnlyTest::unreadableStore_endsTheProgram()
 {
     TemporaryStore store;
     layStore(store, NewOrder);
@@ -207,8 +207,8 @@ void ReadOnlyTest::unreadable()
 
 void ReadOnlyTest::cleanupTestCase()
 {
-    reliability::writeFigures(u"read_only"_s, {{u"commands on a store that may not be written"_s,
-                                                QString::number(tried_)}});
+    reliability::writeFigures(u"read_only"_s,
+                              {{u"commands on a read-only store"_s, QString::number(tried_)}});
 }
 
 ZOMREL_QTEST_MAIN(ReadOnlyTest)

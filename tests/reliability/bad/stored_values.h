@@ -9,32 +9,32 @@
 
 #include <cstdlib>
 
-/// Columns on a server, each of which keeps only what its type takes. An embedded store keeps
-/// anything anywhere.
+/// Types of server columns, each of which accepts only matching values. An embedded store accepts
+/// any value in any column.
 enum Columns : unsigned {
     DoubleColumn = 1,
     LongColumn = 2,
-    ShortColumn = 4, ///< INTEGER and BOOLEAN
+    ShortColumn = 4, ///< Columns of the types INTEGER and BOOLEAN.
     TextColumn = 8,
     DateColumn = 16,
     AnyColumn = 31,
 };
 
-/// Contents of a field as no form writes them.
+/// A value that no form writes.
 struct StoredValue
 {
     const char* name;
-    QString sql; ///< As a statement takes it.
-    /// The run-time error that reading it as such a field raises; 0 where it can be read.
-    int asNumber; ///< DOUBLE and BOOLEAN
-    int asLong;   ///< 32 bits
+    QString sql; ///< The value as an SQL literal.
+    /// The error that reading the value as each type throws; 0 if it can be read.
+    int asNumber; ///< For DOUBLE and BOOLEAN.
+    int asLong;   ///< For 32-bit integers.
     int asText;
     int asDate;
-    QString shownAsText; ///< What a text field that holds it shows.
+    QString shownAsText; ///< The text that a text field with this value shows.
     unsigned columns = AnyColumn;
 };
 
-/// A number that is none is kept as Null, so there is no other case of it.
+/// SQLite stores NaN as Null, so NaN is not listed.
 inline QList<StoredValue> valuesOfAFile()
 {
     constexpr int none = 0;
@@ -70,7 +70,7 @@ inline QList<StoredValue> valuesOfAFile()
     };
 }
 
-/// What the types of a server's columns take and the program's own do not.
+/// Values that a server's column accepts but the program's type does not.
 inline QList<StoredValue> valuesOfAServer()
 {
     constexpr int none = 0;
@@ -128,7 +128,7 @@ inline bool isKept(const StoredValue& value, const dao::FieldInfo& field)
     }
 }
 
-/// What reading the value as this field raises; 0 where it can be read.
+/// Returns the error that reading the value as this field throws, or 0.
 inline int readingError(const StoredValue& value, const dao::FieldInfo& field)
 {
     switch (field.type) {
@@ -144,7 +144,7 @@ inline int readingError(const StoredValue& value, const dao::FieldInfo& field)
     }
 }
 
-/// Where whole numbers end says nothing of a field that is none.
+/// Skips integer limits for fields that do not hold integers.
 inline bool isWorthAsking(const StoredValue& value, const dao::FieldInfo& field)
 {
     bool isWhole = false;
@@ -152,8 +152,8 @@ inline bool isWorthAsking(const StoredValue& value, const dao::FieldInfo& field)
     return field.type == dao::dbLong || !isWhole || std::abs(number) < 32768;
 }
 
-/// The values that are tried in the field. Over a server, where each costs a database, a number
-/// with decimals or a text gets Null and one of the others, the next field the next one.
+/// Returns the values to try in the field. Each value costs a database on a server, so there a
+/// decimal or text field gets Null and one other value, which rotates from field to field.
 inline QList<StoredValue> valuesFor(const dao::FieldInfo& field)
 {
     QList<StoredValue> all;

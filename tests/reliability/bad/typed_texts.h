@@ -13,13 +13,13 @@ struct TypedText
 {
     const char* name;
     QString text;
-    int error; ///< What reading it as a measure raises.
+    int error; ///< The error that reading the text as a measure throws.
     double value = 0;
 
     bool operator==(const TypedText& other) const { return text == other.text; }
 };
 
-/// Texts that no one means to type in a box for a number, one that is none in a box for a text.
+/// Unusual texts for number boxes and, as texts, for text boxes.
 inline QList<TypedText> typedTexts()
 {
     using namespace Qt::StringLiterals;
@@ -92,15 +92,15 @@ inline QList<TypedText> typedTexts()
     };
 }
 
-/// The text as a field keeps it: what is half of a character only is told by a question mark.
+/// Returns the text as a field stores it: an unpaired surrogate becomes a question mark.
 inline QString keptText(QString typed)
 {
     const bool isHalf = typed.count(QChar(0xd83d)) > typed.count(QChar(0xde00));
     return isHalf ? typed.replace(QChar(0xd83d), u'?') : typed;
 }
 
-/// The texts for a box for a number: over a server those that reach it, for what is no number is
-/// known before; letters stand for all of that.
+/// Returns the texts for a number box. On a server only texts that reach the store are tried;
+/// letters represent all texts that are rejected earlier.
 inline QList<TypedText> typedNumbers()
 {
     QList<TypedText> all = typedTexts();
@@ -111,14 +111,14 @@ inline QList<TypedText> typedNumbers()
     return all;
 }
 
-/// What storing the text in a field for texts raises: a server takes no zero byte.
+/// Returns the error of storing the text in a text field. A server rejects a zero byte.
 inline int storingError(const TypedText& typed)
 {
     const bool isRefused = testsupport::isOnServer() && typed.text.contains(QChar(u'\0'));
     return isRefused ? int{runtime::DataTypeConversion} : correct;
 }
 
-/// Past the box's own length, which a program may set and a user may not type.
+/// Sets a text that may exceed the box's maximum length, which code can do but a user cannot.
 inline void setWhole(QLineEdit& box, const QString& text)
 {
     if (text.size() > box.maxLength())

@@ -15,8 +15,8 @@
 #include <QPushButton>
 #include <QToolBar>
 
-/// A day at the program, in this process: it is started, an order is opened, a series chosen and a
-/// line added, as far as the store lets it. A run-time box ends it as it ends the program.
+/// One working day in this process: the program starts, an order is opened, a series is chosen and
+/// a line is added, as far as the store permits. A run-time error box ends the day.
 class WorkingDay
 {
 public:
@@ -64,7 +64,7 @@ public:
     {
         testsupport::child<QPushButton>(on, button)->click();
     }
-    /// Gives the toolbar's command with the tag.
+    /// Triggers the toolbar command with this tag.
     void trigger(const QString& tag)
     {
         for (QAction* each :
@@ -73,7 +73,7 @@ public:
                 each->trigger();
         }
     }
-    /// The child window of this kind; null where there is none.
+    /// Returns the child window of this type, or nullptr if there is none.
     template <typename Form>
     Form* child() const
     {
@@ -81,9 +81,9 @@ public:
     }
     orders::FrOrder* form() const { return window_->findChild<orders::FrOrder*>(); }
 
-    /// False once the program has ended.
+    /// Returns false once the program has ended.
     bool goesOn() const { return !end.exitStatus().has_value(); }
-    /// Ended with status 1, and the last box says why.
+    /// Returns true if the program ended with exit status 1 and the last box shows an error.
     bool endedWithABox() const
     {
         return end.exitStatus() == 1 && !boxes.shown().empty() &&
@@ -96,7 +96,7 @@ public:
         return boxes.shown().empty() ? QString() : boxes.shown().back().text;
     }
 
-    /// Takes every window and connection away, as the end of the process does.
+    /// Closes every window and connection, as the end of the process does.
     void leave()
     {
         for (QWidget* each : QApplication::topLevelWidgets()) {

@@ -15,7 +15,7 @@ using testsupport::child;
 namespace {
 
 constexpr int nameColumn = 1;
-constexpr int rowOfName = 1; ///< The one that is changed or deleted.
+constexpr int rowOfName = 1; ///< Index of the row that is changed or deleted.
 
 bool isOfSeries(Command command)
 {
@@ -28,7 +28,7 @@ bool changesOneRow(Command command)
            command != CloseOrder;
 }
 
-/// In the list of kinds of frames.
+/// Returns the grid of the frame kinds.
 QTableView& list(const WorkingDay& day)
 {
     return *child<QTableView>(*day.child<catalogue::FrColorKind>(), u"DBGridKind_0"_s);
@@ -41,7 +41,7 @@ bool prepareOrder(WorkingDay& day, Command command)
     if (!day.openOrder() || !day.chooseSeries())
         return false;
     day.form()->head().TextCustomerName->setText(u"לקוח אחר"_s);
-    // The grid has come to its last line, so that all lines are counted.
+    // Waits until the grid has moved to its last line, so that RecordCount is complete.
     return QTest::qWaitFor(
         [&] { return !child<QTimer>(*day.form(), u"Timer1"_s)->isActive() || !day.goesOn(); });
 }
@@ -85,7 +85,8 @@ void runInGrid(WorkingDay& day, Command command)
 {
     QTableView& grid = list(day);
     QTest::keyClick(&grid, command == DeleteName ? Qt::Key_Delete : Qt::Key_Up);
-    QCoreApplication::sendPostedEvents(&grid, QEvent::MetaCall); // the grid's own box
+    // Delivers the grid's queued message box.
+    QCoreApplication::sendPostedEvents(&grid, QEvent::MetaCall);
 }
 
 } // namespace
@@ -102,7 +103,7 @@ void layStore(testsupport::TemporaryStore& store, Command command)
         store.addSeries(name, {-1, -1.5, -4.2, -7.5, -13.4, -16, -6.3, -8.25}, 2, 2);
     store.addOrder(1, command == NewOrder);
     store.execute(u"UPDATE Orders SET CustomerName = 'לקוח'"_s);
-    // From 5 on, so that printing finds something to number anew.
+    // The numbers start at 5, so that printing has to renumber the lines.
     for (int line = 0; line < lines && command != SaveDetails; ++line)
         store.addLine(1, 5 + line);
     store.execute(u"INSERT INTO MashkofKind (Name) VALUES ('רגיל'), ('כבד')"_s);
@@ -126,7 +127,8 @@ void run(WorkingDay& day, Command command)
     } else if (command == AddLine) {
         day.addLine();
     } else if (command == SaveDetails || command == PrintOrder) {
-        day.click(u"CmdPrint"_s); // with no line in the order it saves and nothing else
+        // An order without lines is saved but not printed.
+        day.click(u"CmdPrint"_s);
     } else {
         day.boxes.answer(runtime::vbYes);
         day.click(command == DeleteLine       ? u"CmdDel"_s

@@ -9,7 +9,7 @@
 #include <array>
 #include <utility>
 
-/// The commands that write to the store, tried where they cannot.
+/// The commands that write to the store. They are tried where writing fails.
 enum Command {
     NewOrder,
     AddLine,
@@ -41,26 +41,28 @@ inline constexpr std::array<std::pair<const char*, Command>, 13> writingCommands
      {"changing a name", ChangeName},
      {"deleting a name", DeleteName}}};
 
-/// Commands in the grids of kinds and colours, which tell of a refusal themselves and go on.
+/// Returns true for commands in the kind and colour grids, which show a message on failure and
+/// continue.
 bool isInGrid(Command command);
 
-/// The store as the command finds it: order 1, closed before a new one and without lines where its
-/// details are saved by themselves, two series, two kinds of frame.
+/// Creates the store for the command: order 1, two series and two frame kinds. The order is closed
+/// for a new-order command and has no lines if only its details are saved.
 void layStore(testsupport::TemporaryStore& store, Command command);
 
-/// All up to the moment at which the command is given. False where the program has ended.
+/// Runs everything up to the command. Returns false if the program has ended.
 bool prepare(WorkingDay& day, Command command);
 
-/// Gives the command, with Yes to its question; one in a grid by leaving the row or by Delete.
+/// Runs the command and answers its question with Yes. A grid command runs by leaving the row or
+/// pressing Delete.
 void run(WorkingDay& day, Command command);
 
-/// Every row of the store by its table and the number that it is known by.
+/// All rows of the store by table name and key.
 using AllRows = QMap<QString, QMap<int, QVariantList>>;
 AllRows allRows(testsupport::TemporaryStore& store);
 
-/// The rows that the command makes of those that it finds where nothing hinders it.
+/// Returns the rows that the command produces if nothing fails.
 AllRows rowsDone(Command command);
 
-/// True for what a command that failed may leave: what was there, or, for one that changes several
-/// rows, each row as it was or as it was to be.
+/// Returns true if a failed command may leave these rows: the old rows, or, for a command that
+/// changes several rows, each row either old or new.
 bool mayBeLeft(Command command, const AllRows& before, const AllRows& done, const AllRows& after);

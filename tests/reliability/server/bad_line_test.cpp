@@ -1,4 +1,4 @@
-// A station's line to its server that delays, cuts and stalls.
+// Tests of a network connection between station and server that delays, breaks or stalls.
 
 #include "reliability/figures.h"
 #include "reliability/server/server_store.h"
@@ -20,13 +20,15 @@ using testsupport::ServerProxy;
 
 namespace {
 
-constexpr int patience = 60000;    // ms
-constexpr int longestWait = 10000; // ms, from the line's going bad to the station's end
-constexpr int glance = 20;         // ms
+constexpr int patience = 60000; // Milliseconds.
+// Milliseconds from the failure of the connection to the end of the station.
+constexpr int longestWait = 10000;
+constexpr int glance = 20; // Milliseconds.
 constexpr int lines = 4;
-constexpr int chunksOfTheWork = 120; ///< About those of a station's start and its lines.
+/// Approximate number of data chunks of a station's start and its lines.
+constexpr int chunksOfTheWork = 120;
 
-/// A station that reaches the store through a line of its own.
+/// A station with a proxy connection of its own to the server.
 struct Remote
 {
     Remote(ServerStore& store, const QString& itsName, int count)
@@ -46,7 +48,7 @@ struct Remote
 class BadLine : public testing::Test
 {
 protected:
-    /// The station has ended with the box of a lost or unreachable server.
+    /// Expects that the station has ended with the error box of a lost or unreachable server.
     void expectStatedEnd(Remote& remote, bool atStart = false)
     {
         EXPECT_EQ(remote.station.exitStatus(patience), 1)
@@ -63,7 +65,7 @@ protected:
     std::mt19937 random_;
 };
 
-TEST_F(BadLine, DelaysAndTheWorkIsDone)
+TEST_F(BadLine, DelayedConnectionCompletesTheWork)
 {
     Remote remote(store_, u"delayed"_s, lines);
     ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
@@ -76,7 +78,7 @@ TEST_F(BadLine, DelaysAndTheWorkIsDone)
     EXPECT_EQ(store_.findings(), QStringList());
 }
 
-TEST_F(BadLine, IsCutAndNothingIsLost)
+TEST_F(BadLine, CutConnectionLosesNothing)
 {
     const unsigned seed = printedSeed();
     random_.seed(seed);
@@ -92,7 +94,7 @@ TEST_F(BadLine, IsCutAndNothingIsLost)
         }
         remote.proxy.cutAfter(moment(random_));
         remote.askForLines(lines);
-        // Where nothing was under way, the station has gone on over a new connection.
+        // A station without an unconfirmed change continues on a new connection.
         if (remote.station.exitStatus(patience) == 0) {
             EXPECT_EQ(remote.station.runTimeBoxes(), QStringList());
             store_.tell(remote.station, remote.name);
@@ -105,18 +107,19 @@ TEST_F(BadLine, IsCutAndNothingIsLost)
     writeFigures(u"line cut"_s,
                  {{u"cuts"_s, QString::number(cuts)},
                   {u"stations that went on"_s, QString::number(cuts - ended)},
-                  {u"stations that ended with their box"_s, QString::number(ended)},
+                  {u"stations that ended with an error box"_s, QString::number(ended)},
                   {u"lines acknowledged"_s, QString::number(store_.ledger().lineCount())},
                   {u"seed"_s, QString::number(seed)}},
                  Engine::Server);
 }
 
-TEST_F(BadLine, StallsAndTheWaitIsBounded)
+TEST_F(BadLine, StalledConnectionEndsWithinItsTimeout)
 {
     const unsigned seed = printedSeed();
     random_.seed(seed);
     constexpr int stationCount = 6;
-    constexpr int stepsOfALine = 10; ///< Chunks that a line surely takes.
+    /// A lower bound of the data chunks that one line takes.
+    constexpr int stepsOfALine = 10;
     std::uniform_int_distribution<int> moment(0, lines * stepsOfALine);
     std::vector<std::unique_ptr<Remote>> remotes;
     for (int i = 0; i < stationCount; ++i) {
@@ -144,17 +147,17 @@ TEST_F(BadLine, StallsAndTheWaitIsBounded)
     store_.tell(next, u"next"_s);
     EXPECT_EQ(store_.findings(), QStringList());
     writeFigures(u"line stalled"_s,
-                 {{u"stations whose line stalled"_s, QString::number(stationCount)},
-                  {u"seconds until the last had ended"_s, QString::number(longest, 'f', 1)},
+                 {{u"stations with a stalled connection"_s, QString::number(stationCount)},
+                  {u"seconds until the last station ended"_s, QString::number(longest, 'f', 1)},
                   {u"seed"_s, QString::number(seed)}},
                  Engine::Server);
 }
 
-/// A station that dies leaves nothing behind that another one would have to wait for, wherever in
-/// an add it was.
-TEST_F(BadLine, OfADeadStationHoldsNoLock)
+/// A killed station leaves no lock behind, at whatever point of adding a line it was killed.
+TEST_F(BadLine, KilledStationLeavesNoLock)
 {
-    constexpr int waitForALock = 5000; // ms, after which a station gives up
+    // Milliseconds until a station gives up waiting for a lock.
+    constexpr int waitForALock = 5000;
     StationProcess other(store_.folder(), u"paced"_s, u"other"_s, 1000);
     ASSERT_TRUE(other.waitFor(u"ready"_s));
     int chunks = 0;
@@ -164,7 +167,8 @@ TEST_F(BadLine, OfADeadStationHoldsNoLock)
         Remote remote(store_, u"dead%1"_s.arg(chunks), 1000);
         ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
         remote.askForLines(1);
-        ASSERT_TRUE(remote.station.waitFor(u"line"_s)); // the first one chooses the series
+        // Choosing the series precedes the first line.
+        ASSERT_TRUE(remote.station.waitFor(u"line"_s));
         store_.tell(remote.station, remote.name);
         remote.proxy.stallAfter(chunks);
         remote.askForLines(1);
@@ -185,8 +189,8 @@ TEST_F(BadLine, OfADeadStationHoldsNoLock)
     EXPECT_GT(chunks, 2);
     EXPECT_LT(longest, waitForALock);
     writeFigures(u"station killed in an add"_s,
-                 {{u"moments of an add, all of them"_s, QString::number(chunks)},
-                  {u"longest add of another one then, ms"_s, QString::number(longest)}},
+                 {{u"moments while a line is added"_s, QString::number(chunks)},
+                  {u"longest add of another station, ms"_s, QString::number(longest)}},
                  Engine::Server);
 }
 

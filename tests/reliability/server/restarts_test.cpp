@@ -1,4 +1,4 @@
-// The server killed at random moments while stations add, and started again.
+// Tests of a server that is killed at random moments while stations work, and started again.
 
 #include "reliability/figures.h"
 #include "reliability/server/server_store.h"
@@ -19,9 +19,9 @@ using namespace reliability;
 namespace {
 
 constexpr int endlessly = 1000000;
-constexpr int mostSteps = 6;       ///< Between two kills.
-constexpr int longestMoment = 250; // ms
-constexpr int patience = 60000;    // ms
+constexpr int mostSteps = 6;       ///< Maximum number of steps between two kills.
+constexpr int longestMoment = 250; // Milliseconds.
+constexpr int patience = 60000;    // Milliseconds.
 
 class Restarts : public testing::Test
 {
@@ -33,7 +33,7 @@ protected:
         int stepsLeft = 0;
     };
 
-    /// Stations whose seats are empty come in, and all have work until after the kill.
+    /// Starts missing stations and gives all stations work that lasts beyond the kill.
     void setToWork()
     {
         for (Seat& seat : seats_)
@@ -51,7 +51,8 @@ protected:
         seat.station->go(QByteArray("work\n").repeated(seat.stepsLeft - 1) + "work");
     }
 
-    /// A station may have told of its last line and met the kill before in what follows a line.
+    /// Waits until the station works on a line. A station may have confirmed its last line and then
+    /// ended, because the kill hit the work that follows a line.
     void waitForWork(Seat& seat)
     {
         while (!seat.station->waitFor(u"? line"_s) && !HasFailure()) {
@@ -60,7 +61,7 @@ protected:
         }
     }
 
-    /// The server goes at a moment of the stations' work, at times while they start.
+    /// Kills the server while the stations work or, one time in ten, while they start.
     void killServer()
     {
         whileStarting_ = random_() % 10 == 0;
@@ -74,8 +75,8 @@ protected:
         store_.server().start();
     }
 
-    /// A station that nothing was under way at finishes its work, the other one has ended as
-    /// stated.
+    /// A station without an unconfirmed change finishes its work. Any other station has ended with
+    /// the expected error box.
     void letFinish(Seat& seat)
     {
         while (seat.stepsLeft > 0 && seat.station->waitFor(u"line "_s, patience)) {
@@ -110,7 +111,7 @@ protected:
         writeFigures(u"server killed"_s,
                      {{u"kills and starts of the server"_s, QString::number(kills)},
                       {u"stations that went on"_s, QString::number(wentOn_)},
-                      {u"stations that ended with their box"_s, QString::number(ended_)},
+                      {u"stations that ended with an error box"_s, QString::number(ended_)},
                       {u"changes acknowledged"_s, QString::number(store_.ledger().changesTold())},
                       {u"rows compared"_s, QString::number(store_.ledger().rowsCompared())},
                       {u"seconds"_s, QString::number(seconds, 'f', 1)},
@@ -129,7 +130,7 @@ private:
     int ended_ = 0;
 };
 
-TEST_F(Restarts, LoseNothingThatWasAcknowledged)
+TEST_F(Restarts, LoseNoConfirmedChange)
 {
     const unsigned seed = printedSeed();
     const int kills = setting("ZOMREL_SERVER_KILLS", 50);

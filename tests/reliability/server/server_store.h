@@ -13,7 +13,7 @@
 
 namespace reliability {
 
-/// A folder with nothing but the link to a store in it, as a station has it.
+/// A folder that contains only a link to a store, as on a station.
 class LinkFolder
 {
 public:
@@ -26,24 +26,26 @@ private:
     QTemporaryDir folder_;
 };
 
-/// A server of the test's own with a store as it is delivered and the stations' series, and the
-/// ledger of what the stations have told.
+/// A server of the test's own with a delivered store and the stations' series, and the ledger of
+/// the stations' reports.
 ///
-/// The server does not wait for its disk, yet it says of nothing that it is done before it has
-/// handed it to the machine: while that lives, ending the server at once loses nothing.
+/// The server does not wait for its disk, but it confirms a commit only after handing the data to
+/// the operating system. Therefore killing the server process loses nothing while the machine keeps
+/// running.
 class ServerStore
 {
 public:
     ServerStore();
 
     testsupport::ThrowawayServer& server() { return server_; }
-    /// The way to the store; by the local socket, or by a port of the loopback address.
+    /// Returns the link to the store by the local socket; linkByPort uses a loopback port.
     dao::Link link() const;
     dao::Link linkByPort(int port) const;
     QString folder() const { return folder_->folder(); }
 
     void tell(StationProcess& station, const QString& name);
-    /// What is lost, by half or unsound; empty for a good store. No station may be at work.
+    /// Returns all losses, partial rows and damage, or an empty list for a sound store. No station
+    /// may be running.
     QStringList findings();
     int count(const QString& sql);
 
@@ -55,14 +57,15 @@ private:
     std::unique_ptr<Ledger> ledger_;
 };
 
-/// The run-time box of a store whose server did not answer, could not be reached or was lost.
+/// Returns true for the error box of a server that did not answer, could not be reached or was
+/// lost.
 bool tellsOfTheServer(const QString& box);
 
-/// The run-time box of a start whose look for the table of orders failed while the store was there
-/// again a moment later: the start goes on to make the table that there is.
+/// Returns true for the error box of a start whose check for the table Orders failed although the
+/// server was available again a moment later. The start then tries to create the existing table.
 bool tellsOfACutUpgrade(const QString& box);
 
-/// A new seed, or the one that ZOMREL_SEED says; it is printed.
+/// Prints and returns a random seed, or the one in ZOMREL_SEED.
 unsigned printedSeed();
 
 } // namespace reliability

@@ -1,4 +1,4 @@
-// Many stations on one server.
+// Tests of many stations on one server.
 
 #include "reliability/figures.h"
 #include "reliability/server/server_store.h"
@@ -17,9 +17,9 @@ using namespace reliability;
 
 namespace {
 
-constexpr int patience = 3600000; // ms
+constexpr int patience = 3600000; // Milliseconds.
 
-TEST(ServerStations, LoseNoLineAndGiveNoOrderNumberTwice)
+TEST(ServerStations, LoseNoLineAndRepeatNoOrderNumber)
 {
     constexpr int stationCount = 8;
     const int lines = setting("ZOMREL_SERVER_STATION_LINES", 1000);

@@ -28,7 +28,7 @@ QComboBox* editableCombo(QWidget* form)
     return combo;
 }
 
-/// A form with one pair of boxes, and what can stand behind them in the tab order.
+/// A form with one pair of boxes and controls that follow them in tab order.
 struct Boxes
 {
     explicit Boxes(QWidget* form, OnLeaving onLeaving = OnLeaving::FillDefault)
@@ -66,32 +66,32 @@ class InputBoxesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void defaultsFollowTheIndex();
-    void pairStandsFromLeftToRight();
-    void pairStaysWhiteWhileDisabled();
-    void enterAndArrowsWalkAndSelect_data();
-    void enterAndArrowsWalkAndSelect();
-    void walkSkipsWhatTabSkips();
-    void walkStaysInItsChildWindow();
-    void enterPressesNoDefaultButton();
-    void noKeyIsRefused();
-    void emptyBoxesAreFilled();
-    void singleHundredthIsPaddedOnTheOrderFormOnly();
-    void menusAreNoLoss();
-    void focusSelects();
-    void clickSelectsAndTheSelectionStays();
+    void evenAndOddIndex_giveWholeAndHundredthsBox();
+    void measurePair_isLaidOutLeftToRight();
+    void disabledPair_staysWhite();
+    void enterAndArrows_moveFocusAndSelect_data();
+    void enterAndArrows_moveFocusAndSelect();
+    void arrowKey_skipsControlsWithoutTabStop();
+    void arrowKey_staysInItsChildWindow();
+    void enterInABox_pressesNoDefaultButton();
+    void measureBox_acceptsEveryKey();
+    void emptyBoxLeft_isFilled();
+    void singleHundredth_isPaddedOnlyWithFillDefaultAndPad();
+    void menuOrOtherProgram_isNoFocusLoss();
+    void focus_selectsTheText();
+    void focusingClick_keepsTheSelection();
 
-    void signKeys_data();
-    void signKeys();
-    void signLockLastsAsLongAsTheKey();
-    void signTakesNoPaste();
-    void signWalks();
-    void signLeftByTabIsNotLocked();
-    void signLeftEmptyIsPlus();
-    void helpersTakeKeyCodes();
+    void signBox_acceptsOnlySignKeys_data();
+    void signBox_acceptsOnlySignKeys();
+    void signLock_endsWithTheKeyRelease();
+    void signBox_acceptsNoPaste();
+    void signBox_movesFocusByEnterAndArrows();
+    void signBoxLeftByTab_isNotReadOnly();
+    void emptySignLeft_becomesPlus();
+    void keyHelpers_acceptKeyCodes();
 };
 
-void InputBoxesTest::defaultsFollowTheIndex()
+void InputBoxesTest::evenAndOddIndex_giveWholeAndHundredthsBox()
 {
     const MeasureBox whole(4, u"4"_s, OnLeaving::FillDefault);
     QCOMPARE(whole.objectName(), u"TextNum_4"_s);
@@ -111,7 +111,7 @@ void InputBoxesTest::defaultsFollowTheIndex()
     QCOMPARE(sign.maxLength(), 1);
 }
 
-void InputBoxesTest::pairStandsFromLeftToRight()
+void InputBoxesTest::measurePair_isLaidOutLeftToRight()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -127,7 +127,7 @@ void InputBoxesTest::pairStandsFromLeftToRight()
     QVERIFY(boxes.whole->width() > room);
 }
 
-void InputBoxesTest::pairStaysWhiteWhileDisabled()
+void InputBoxesTest::disabledPair_staysWhite()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -137,7 +137,7 @@ void InputBoxesTest::pairStaysWhiteWhileDisabled()
         QCOMPARE(picture.pixelColor(x, 2), QColor(Qt::white));
 }
 
-void InputBoxesTest::enterAndArrowsWalkAndSelect_data()
+void InputBoxesTest::enterAndArrows_moveFocusAndSelect_data()
 {
     QTest::addColumn<QString>("from");
     QTest::addColumn<int>("key");
@@ -146,18 +146,18 @@ void InputBoxesTest::enterAndArrowsWalkAndSelect_data()
 
     QTest::newRow("Enter goes on")
         << u"TextNum_0"_s << int(Qt::Key_Return) << u"TextNum_1"_s << u"00"_s;
-    QTest::newRow("so does the keypad's")
+    QTest::newRow("keypad Enter goes on")
         << u"TextNum_0"_s << int(Qt::Key_Enter) << u"TextNum_1"_s << u"00"_s;
-    QTest::newRow("so does Down") << u"TextNum_0"_s << int(Qt::Key_Down) << u"TextNum_1"_s
+    QTest::newRow("Down goes on") << u"TextNum_0"_s << int(Qt::Key_Down) << u"TextNum_1"_s
                                   << u"00"_s;
     QTest::newRow("Up goes back") << u"TextNum_1"_s << int(Qt::Key_Up) << u"TextNum_0"_s << u"0"_s;
     QTest::newRow("into an editable combo")
         << u"TextNum_1"_s << int(Qt::Key_Return) << u"DBComboKind_0"_s << u"white"_s;
-    QTest::newRow("Up in the first goes round")
+    QTest::newRow("Up in the first box goes to the last control")
         << u"TextNum_0"_s << int(Qt::Key_Up) << u"CmdOK"_s << u""_s;
 }
 
-void InputBoxesTest::enterAndArrowsWalkAndSelect()
+void InputBoxesTest::enterAndArrows_moveFocusAndSelect()
 {
     QFETCH(const QString, from);
     QFETCH(const int, key);
@@ -175,7 +175,7 @@ void InputBoxesTest::enterAndArrowsWalkAndSelect()
     QTEST(edit != nullptr ? edit->selectedText() : QString(u""_s), "selected");
 }
 
-void InputBoxesTest::walkSkipsWhatTabSkips()
+void InputBoxesTest::arrowKey_skipsControlsWithoutTabStop()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -188,7 +188,7 @@ void InputBoxesTest::walkSkipsWhatTabSkips()
     QCOMPARE(boxes.name->selectedText(), u"ab"_s);
 }
 
-void InputBoxesTest::walkStaysInItsChildWindow()
+void InputBoxesTest::arrowKey_staysInItsChildWindow()
 {
     QMdiArea frame;
     auto* first = new QWidget;
@@ -208,7 +208,7 @@ void InputBoxesTest::walkStaysInItsChildWindow()
     QCOMPARE(inSecond.combo->lineEdit()->selectedText(), u"white"_s);
 }
 
-void InputBoxesTest::enterPressesNoDefaultButton()
+void InputBoxesTest::enterInABox_pressesNoDefaultButton()
 {
     QDialog form;
     const Boxes boxes(&form);
@@ -221,7 +221,7 @@ void InputBoxesTest::enterPressesNoDefaultButton()
     QCOMPARE(pressed.count(), 0);
 }
 
-void InputBoxesTest::noKeyIsRefused()
+void InputBoxesTest::measureBox_acceptsEveryKey()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -229,17 +229,19 @@ void InputBoxesTest::noKeyIsRefused()
     boxes.whole->setFocus();
     boxes.whole->selectAll();
     QTest::keyClicks(boxes.whole, u"-.a9"_s);
-    QCOMPARE(boxes.whole->text(), u"-.a"_s); // up to its limit
+    // The text is truncated to the box's maximum length.
+    QCOMPARE(boxes.whole->text(), u"-.a"_s);
     boxes.hundredths->setFocus();
     boxes.hundredths->selectAll();
     QTest::keyClicks(boxes.hundredths, u"7x1"_s);
     QCOMPARE(boxes.hundredths->text(), u"7x"_s);
     QVERIFY(!boxes.hundredths->isReadOnly());
     boxes.name->setFocus();
-    QCOMPARE(boxes.whole->text(), u"-.a"_s); // what is no number stays, too
+    // A text that is not a number stays as well.
+    QCOMPARE(boxes.whole->text(), u"-.a"_s);
 }
 
-void InputBoxesTest::emptyBoxesAreFilled()
+void InputBoxesTest::emptyBoxLeft_isFilled()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -254,7 +256,7 @@ void InputBoxesTest::emptyBoxesAreFilled()
     QCOMPARE(boxes.hundredths->text(), u"00"_s);
 }
 
-void InputBoxesTest::singleHundredthIsPaddedOnTheOrderFormOnly()
+void InputBoxesTest::singleHundredth_isPaddedOnlyWithFillDefaultAndPad()
 {
     for (const OnLeaving onLeaving : {OnLeaving::FillDefault, OnLeaving::FillDefaultAndPad}) {
         QWidget form;
@@ -275,11 +277,12 @@ void InputBoxesTest::singleHundredthIsPaddedOnTheOrderFormOnly()
 
         boxes.whole->setText(u"7"_s);
         boxes.name->setFocus();
-        QCOMPARE(boxes.whole->text(), u"7"_s); // a whole box is never padded
+        // A whole box is never padded.
+        QCOMPARE(boxes.whole->text(), u"7"_s);
     }
 }
 
-void InputBoxesTest::menusAreNoLoss()
+void InputBoxesTest::menuOrOtherProgram_isNoFocusLoss()
 {
     QWidget form;
     const Boxes boxes(&form, OnLeaving::FillDefaultAndPad);
@@ -295,7 +298,7 @@ void InputBoxesTest::menusAreNoLoss()
     QCOMPARE(boxes.hundredths->selectedText(), u""_s);
 }
 
-void InputBoxesTest::focusSelects()
+void InputBoxesTest::focus_selectsTheText()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -306,10 +309,11 @@ void InputBoxesTest::focusSelects()
     boxes.whole->setFocus(Qt::OtherFocusReason);
     QCOMPARE(boxes.whole->selectedText(), u"123"_s);
     boxes.hundredths->setFocus(Qt::OtherFocusReason);
-    QCOMPARE(boxes.hundredths->selectedText(), u""_s); // where the form does not ask for it
+    // Selecting on focus is off by default.
+    QCOMPARE(boxes.hundredths->selectedText(), u""_s);
 }
 
-void InputBoxesTest::clickSelectsAndTheSelectionStays()
+void InputBoxesTest::focusingClick_keepsTheSelection()
 {
     QWidget form;
     const Boxes boxes(&form);
@@ -320,15 +324,16 @@ void InputBoxesTest::clickSelectsAndTheSelectionStays()
     const QPoint start(3, boxes.whole->height() / 2);
     QTest::mousePress(boxes.whole, Qt::LeftButton, {}, start);
     QCOMPARE(boxes.whole->selectedText(), u"123"_s);
-    QTest::mouseMove(boxes.whole, start + QPoint(5, 0)); // a hand is not quite still
+    // A real click usually moves the mouse a little.
+    QTest::mouseMove(boxes.whole, start + QPoint(5, 0));
     QTest::mouseRelease(boxes.whole, Qt::LeftButton, {}, start + QPoint(5, 0));
     QCOMPARE(boxes.whole->selectedText(), u"123"_s);
-    // A further click in the box places the cursor as usual.
+    // The next click in the focused box places the cursor as usual.
     QTest::mouseClick(boxes.whole, Qt::LeftButton, {}, start);
     QCOMPARE(boxes.whole->selectedText(), u""_s);
 }
 
-void InputBoxesTest::signKeys_data()
+void InputBoxesTest::signBox_acceptsOnlySignKeys_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("keypad");
@@ -350,7 +355,7 @@ void InputBoxesTest::signKeys_data()
     QTest::newRow("Delete") << int(Qt::Key_Delete) << false << u"\x7f"_s << u""_s;
 }
 
-void InputBoxesTest::signKeys()
+void InputBoxesTest::signBox_acceptsOnlySignKeys()
 {
     QFETCH(const int, key);
     QFETCH(const bool, keypad);
@@ -365,7 +370,7 @@ void InputBoxesTest::signKeys()
     QVERIFY(!box.isReadOnly());
 }
 
-void InputBoxesTest::signLockLastsAsLongAsTheKey()
+void InputBoxesTest::signLock_endsWithTheKeyRelease()
 {
     SignBox box(0);
     QVERIFY(testsupport::showActive(box));
@@ -376,7 +381,7 @@ void InputBoxesTest::signLockLastsAsLongAsTheKey()
         QTest::keyRelease(&box, key);
         QVERIFY(!box.isReadOnly());
     }
-    // While Shift is held nothing is typed, a plus of the main keyboard least of all.
+    // While Shift is held the box is read-only, so even the main keyboard's plus is not typed.
     box.selectAll();
     QTest::keyPress(&box, Qt::Key_Shift);
     QTest::keyPress(&box, Qt::Key_Minus, Qt::ShiftModifier);
@@ -384,7 +389,7 @@ void InputBoxesTest::signLockLastsAsLongAsTheKey()
     QCOMPARE(box.text(), u"-"_s);
     QTest::keyRelease(&box, Qt::Key_Minus, Qt::ShiftModifier);
     QVERIFY(!box.isReadOnly());
-    // A box that holds a sign takes no other until that one is selected or removed.
+    // A box that holds a sign accepts no other sign until the first one is selected or removed.
     box.deselect();
     box.end(false);
     QTest::keyClick(&box, Qt::Key_Plus, Qt::KeypadModifier);
@@ -394,7 +399,7 @@ void InputBoxesTest::signLockLastsAsLongAsTheKey()
     QCOMPARE(box.text(), u"+"_s);
 }
 
-void InputBoxesTest::signTakesNoPaste()
+void InputBoxesTest::signBox_acceptsNoPaste()
 {
     SignBox box(0);
     QVERIFY(testsupport::showActive(box));
@@ -406,7 +411,7 @@ void InputBoxesTest::signTakesNoPaste()
     QCOMPARE(box.text(), u"-"_s);
 }
 
-void InputBoxesTest::signWalks()
+void InputBoxesTest::signBox_movesFocusByEnterAndArrows()
 {
     QWidget form;
     auto* column = new QVBoxLayout(&form);
@@ -425,7 +430,7 @@ void InputBoxesTest::signWalks()
     QVERIFY(!sign->isReadOnly());
 }
 
-void InputBoxesTest::signLeftByTabIsNotLocked()
+void InputBoxesTest::signBoxLeftByTab_isNotReadOnly()
 {
     QWidget form;
     auto* column = new QVBoxLayout(&form);
@@ -447,7 +452,7 @@ void InputBoxesTest::signLeftByTabIsNotLocked()
     QCOMPARE(QApplication::focusWidget(), name);
 }
 
-void InputBoxesTest::signLeftEmptyIsPlus()
+void InputBoxesTest::emptySignLeft_becomesPlus()
 {
     QWidget form;
     auto* column = new QVBoxLayout(&form);
@@ -464,21 +469,22 @@ void InputBoxesTest::signLeftEmptyIsPlus()
     QCOMPARE(sign->text(), u"+"_s);
 }
 
-void InputBoxesTest::helpersTakeKeyCodes()
+void InputBoxesTest::keyHelpers_acceptKeyCodes()
 {
     QWidget form;
     const Boxes boxes(&form);
     QVERIFY(testsupport::showActive(form));
     boxes.whole->setFocus();
     Module1::KeyNavigate(*boxes.whole, 13, false);
-    QCOMPARE(boxes.hundredths->selectedText(), u"00"_s); // whatever the flag says
+    // The text is selected regardless of the argument `selectAll`.
+    QCOMPARE(boxes.hundredths->selectedText(), u"00"_s);
     Module1::KeyNavigate(*boxes.hundredths, 65, true);
     QCOMPARE(testsupport::focusName(), u"TextNum_1"_s);
     QVERIFY(!boxes.hundredths->isReadOnly());
     boxes.name->setText(u"abc"_s);
     Module1::SelectAllText(*boxes.name);
     QCOMPARE(boxes.name->selectedText(), u"abc"_s);
-    // A box in a window that nobody sees is passed over in silence.
+    // For a box in a hidden window the helper does nothing and reports no error.
     MeasureBox hidden(0, u"0"_s, OnLeaving::FillDefault);
     Module1::KeyNavigate(hidden, 40, true);
     QCOMPARE(hidden.text(), u"0"_s);

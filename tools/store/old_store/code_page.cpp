@@ -14,7 +14,7 @@ namespace storetools {
 
 namespace {
 
-/// The system's converter from one encoding to another.
+/// An iconv conversion descriptor.
 class Converter
 {
 public:
@@ -29,13 +29,14 @@ public:
 
     bool isOpen() const
     {
-        // The converter's own way of saying that there is none.
+        // iconv_open returns (iconv_t)-1 on failure.
         return handle_ != reinterpret_cast<iconv_t>(-1); // NOLINT
     }
 
     enum class Result { Character, Unknown, Incomplete };
 
-    /// One byte by itself: a converter that sees the next one may join both to one character.
+    /// Converts one byte separately. Given a longer text, iconv may combine adjacent bytes into one
+    /// character.
     Result convert(char byte, char16_t& character) const
     {
         iconv(handle_, nullptr, nullptr, nullptr, nullptr);
@@ -55,7 +56,7 @@ private:
     iconv_t handle_;
 };
 
-/// The name by which the system's converter knows it.
+/// Returns iconv's name for the code page, such as "CP1255" for the number 1255.
 QByteArray systemName(const QString& name)
 {
     const bool isNumber = std::ranges::all_of(name, [](QChar each) { return each.isDigit(); });

@@ -7,21 +7,23 @@
 
 namespace storetools {
 
-/// A code page in which each character is one byte.
+/// A single-byte character encoding (code page).
 class CodePage
 {
 public:
-    /// By its number, or by a name that the system knows. Raises 5 for one that is unknown or has
-    /// characters of several bytes.
+    /// Opens the code page with this number, or with an encoding name that iconv knows. Throws
+    /// InvalidProcedureCall (5) if the code page is unknown or is not a single-byte encoding.
     explicit CodePage(const QString& name);
 
-    /// As it was given.
+    /// Returns the name that was passed to the constructor.
     const QString& name() const { return name_; }
-    /// Raises 3421 for a byte that the code page does not know, and names it and its place.
+    /// Decodes a text. Throws DataTypeConversion (3421), with the byte and its position, for a byte
+    /// that the code page does not define.
     QString decoded(const QByteArray& bytes) const;
 
 private:
-    static constexpr char16_t unknown = 0xffff; // no character, in Unicode either
+    // Marks an undefined byte; U+FFFF is never a character.
+    static constexpr char16_t unknown = 0xffff;
 
     QString name_;
     std::array<char16_t, 256> characters_{};

@@ -15,10 +15,11 @@ namespace {
 
 enum class Kind : quint8 { Opened = 1, ForeignTable, Table, Row, TableEnd, End };
 
-/// A row fits a page, but for its memos, of which the reader takes no longer ones.
+/// Maximum size of a frame in bytes. A row fits on a page of the old file, except for its memos,
+/// whose length the reader limits.
 constexpr quint32 longestFrame = 64 * 1024 * 1024;
 constexpr qsizetype lengthSize = sizeof(quint32);
-/// More columns than any table of the format has.
+/// Upper limit for the number of columns; no table of the old format has more.
 constexpr quint32 mostColumns = 256;
 
 template <typename... Values>

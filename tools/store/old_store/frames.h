@@ -6,8 +6,8 @@ class QIODevice;
 
 namespace storetools {
 
-/// Writes what it hears to a device, for a FrameReader in another process. Raises 3043 where the
-/// device does not take it.
+/// A visitor that serializes its calls to a device, for a FrameReader in another process. Throws
+/// DiskOrNetworkError (3043) if the device does not accept the data.
 class FrameWriter : public OldStoreVisitor
 {
 public:
@@ -25,15 +25,15 @@ private:
     QIODevice& device_;
 };
 
-/// Takes what a FrameWriter has written, in pieces of any size, and hands it on. It trusts nothing:
-/// bytes that no writer writes raise 3049.
+/// Parses the byte stream of a FrameWriter, in pieces of any size, and repeats the calls on a
+/// visitor. Throws CorruptDatabase (3049) for any byte sequence that a FrameWriter cannot produce.
 class FrameReader
 {
 public:
     explicit FrameReader(OldStoreVisitor& visitor) : visitor_(visitor) {}
 
     void take(const QByteArray& bytes);
-    /// True once everything was taken, the end included.
+    /// Returns true when the whole stream has been parsed, including its end mark.
     bool isFinished() const { return state_ == State::Finished; }
 
 private:

@@ -10,8 +10,8 @@ namespace storetools {
 
 namespace {
 
-/// The program makes this table itself where it is missing, and the user can type a list again.
-/// Lines and series cannot be done without.
+/// Returns true if an old store may lack this table. The program creates the table Orders itself,
+/// and the user can re-enter a lookup table. The tables Cuts and Serials are required.
 bool mayBeMissing(const QString& table)
 {
     return table != u"Cuts"_s && table != u"Serials"_s;
@@ -51,7 +51,8 @@ void Intake::add(const NewRow& row)
 {
     const auto key =
         static_cast<std::size_t>(schema_->ordinalOf(schema_->indexes.front().fields.front()));
-    const bool doubled = lastKey_ == row[key]; // rows come by their keys
+    // Rows arrive sorted by key, so duplicate keys are adjacent.
+    const bool doubled = lastKey_ == row[key];
     lastKey_ = row[key];
     if (doubled)
         reports_.findings.add(table_->found(u"stands in several rows"_s));

@@ -9,7 +9,7 @@
 
 namespace storetools {
 
-/// Where the rows of a new store go. Its tables are there and empty.
+/// The destination of converted rows: a new store whose tables exist and are empty.
 class RowSink
 {
 public:
@@ -17,23 +17,26 @@ public:
     virtual void add(const store::TableSchema& table, const NewRow& row) = 0;
 };
 
-/// Is told at each row what is going on and how many rows it has come through.
+/// Progress callback of the import. It is called for each row with the current step and the number
+/// of rows so far.
 using TakeOverProgress = std::function<void(const QString& what, qint64 rows)>;
 
-/// Takes an old store in, row by row. From the first finding on nothing is added to the sink any
-/// more; the rest is looked through for further findings.
+/// Imports an old store row by row. After the first finding no row is added to the sink any more;
+/// the remaining rows are only checked for further findings.
 class Intake : public OldStoreVisitor
 {
 public:
     Intake(RowSink& sink, const TakeOverOptions& options, TakeOverProgress progress);
 
     const TakeOverReports& reports() const { return reports_; }
-    /// What was added to each table of the store; to one that was missing, nothing.
+    /// Returns the digest of the rows that were added to this table. It is empty for a table that
+    /// the old store lacks.
     const RowDigest& added(const store::TableSchema& table) { return added_[table.name]; }
 
     void opened(OldFormat format) override { format_ = format; }
     void foreignTable(const QString& name, bool linked) override;
-    /// Raises 3049 for a table that was told before.
+    /// Starts the import of a table. Throws CorruptDatabase (3049) if the table is unknown or has
+    /// been reported before.
     void table(const OldTable& table) override;
     void row(const OldRow& row) override;
     void tableEnd() override;
@@ -48,7 +51,7 @@ private:
     TakeOverReports reports_;
     OldFormat format_ = OldFormat::Jet4;
     std::map<QString, RowDigest> added_;
-    const store::TableSchema* schema_ = nullptr; ///< Of the table that is being taken in.
+    const store::TableSchema* schema_ = nullptr; ///< Schema of the table that is being imported.
     std::unique_ptr<TableIntake> table_;
     QVariant lastKey_;
 };

@@ -10,7 +10,8 @@
 #include <memory>
 #include <span>
 
-#include <glib.h> // outside of what follows, which would give it C's linkage
+// Included before mdbtools.h, which would otherwise include it inside extern "C".
+#include <glib.h>
 
 #include <mdbtools.h>
 
@@ -25,7 +26,7 @@ constexpr int deletedRow = 0x8000;
 constexpr int movedRow = 0x4000;
 constexpr int placeOfRow = 0x1fff;
 
-/// No text of a store comes near it.
+/// Maximum length of a memo in bytes; real memos are far shorter.
 constexpr qsizetype longestMemo = qsizetype{16} * 1024 * 1024;
 
 [[noreturn]] void damaged(const QString& what)
@@ -67,7 +68,7 @@ quint32 wordAt(const QByteArray& bytes, qsizetype place)
     return qFromLittleEndian<quint32>(bytes.constData() + place);
 }
 
-/// The pages of one file.
+/// Access to the pages of one file.
 class Pages
 {
 public:
@@ -103,7 +104,7 @@ private:
     MdbHandle& file_;
 };
 
-/// A row's place on the page that was read last.
+/// The position of a row on the page that was read last.
 struct Place
 {
     int start = 0;
@@ -111,7 +112,7 @@ struct Place
     int flags = 0;
 };
 
-/// A row and where it lies.
+/// A row's key and position in the file.
 struct FoundRow
 {
     qint32 key = 0;
@@ -119,9 +120,8 @@ struct FoundRow
     Place place;
 };
 
-/// Reads one table. Its rows are found first and then read by their keys: a place that a deleted
-/// row has left is given to a new one, so their order in the file is not the one in which they were
-/// stored.
+/// Reads one table. Rows are located first and then read in key order, because the file reuses the
+/// space of deleted rows and so does not keep rows in insertion order.
 class TableReader
 {
 public:
@@ -173,7 +173,7 @@ private:
         visitor_.table(described);
     }
 
-    /// 0 behind the last one.
+    /// Returns the next page of the table after this one, or 0 if there is none.
     quint32 pageBehind(quint32 page) const
     {
         const gint32 next = mdb_map_find_next(&pages_.file(), table_->usage_map,
@@ -212,8 +212,9 @@ private:
         return Place{.start = start & placeOfRow, .length = length, .flags = start & ~placeOfRow};
     }
 
-    /// A row that had to grow lies elsewhere, marked as deleted so that it is not met there, and
-    /// has left its new place in the old one.
+    /// Follows the pointers of a moved row to its current position. A row that outgrows its page
+    /// moves to another page, where it is marked as deleted so that a scan skips it, and its old
+    /// position keeps a pointer.
     void findMovedRow(Place place)
     {
         constexpr int longestWay = 16;
@@ -260,7 +261,8 @@ private:
 
     QString unreadableRow() const { return u"a row of %1 cannot be read"_s.arg(schema_.name); }
 
-    /// Every row has the same one in a table whose key is missing or no whole number.
+    /// Returns the row's key. Returns 0 for every row if the table has no key or its key is not an
+    /// integer.
     qint32 keyOf(const std::vector<MdbField>& fields) const
     {
         if (!keyColumn_ || fields[*keyColumn_].is_null != 0)
@@ -292,7 +294,8 @@ private:
 
     OldCell cell(const MdbColumn& column, const MdbField& field) const
     {
-        if (column.col_type == MDB_BOOL) // whose value lies where others say that they are Null
+        // A Boolean column stores its value in the bits that mark Null in other columns.
+        if (column.col_type == MDB_BOOL)
             return QByteArray(1, field.is_null != 0 ? '\0' : '\1');
         if (field.is_null != 0)
             return {};
@@ -300,7 +303,8 @@ private:
         return column.col_type == MDB_MEMO ? memo(bytes) : bytes;
     }
 
-    /// A memo lies in the row, in a row of another page or in a chain of such.
+    /// Reads a memo. It is stored in the row itself, in one row of another page, or in a chain of
+    /// such rows.
     QByteArray memo(const QByteArray& head) const
     {
         constexpr quint32 inRow = 0x80000000;
@@ -370,7 +374,8 @@ OldFormat formatOf(const MdbHandle& handle)
     return handle.f->jet_version == MDB_VER_JET3 ? OldFormat::Jet3 : OldFormat::Jet4;
 }
 
-/// A table that is lost from the list would be missed by nobody.
+/// Checks that the catalog is complete. Throws CorruptDatabase (3049) if it holds fewer tables than
+/// it records. Otherwise a table that is lost from the catalog would go unnoticed.
 void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
 {
     const auto itself = std::ranges::find_if(catalog, [](const MdbCatalogEntry* entry) {

@@ -4,11 +4,11 @@
 
 namespace storetools {
 
-/// Reads an old store, which is opened for reading only, and tells the visitor all that it holds of
-/// the store's tables. Deleted rows are left out, moved ones are read where they lie now.
+/// Reads an old store in read-only mode and reports all data of the store's tables to the visitor.
+/// Deleted rows are skipped, and moved rows are read at their current position.
 ///
-/// Raises 3049 for damage. The library below was not made for damaged files: it may also end the
-/// process, or never come back. So it is to be called in a process that has nothing to lose.
+/// Throws CorruptDatabase (3049) for a damaged file. The underlying library is not safe for damaged
+/// files; it may crash or loop forever. Therefore call this function only in a separate process.
 void readOldFile(const QString& path, OldStoreVisitor& visitor);
 
 } // namespace storetools

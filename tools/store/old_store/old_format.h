@@ -8,13 +8,13 @@
 
 namespace storetools {
 
-/// The file formats of an old store.
+/// The file formats of old stores.
 enum class OldFormat : quint8 {
-    Jet3 = 3, ///< Texts in a code page, a byte for each character.
-    Jet4 = 4, ///< Texts in UTF-16, some of them compressed.
+    Jet3 = 3, ///< Texts are stored in a single-byte code page.
+    Jet4 = 4, ///< Texts are stored in UTF-16 and may be compressed.
 };
 
-/// Types of columns by the numbers that stand in the file.
+/// Column type numbers of the file format.
 enum OldType : quint8 {
     OldBoolean = 1,
     OldByte = 2,
@@ -31,32 +31,35 @@ enum OldType : quint8 {
 struct OldColumn
 {
     QString name;
-    quint8 type = 0; ///< An OldType, or one that cannot be taken over.
+    quint8 type = 0; ///< An OldType, or a type number that cannot be imported.
 };
 
-/// A table that the store knows, as the old file describes it.
+/// A table of the store as the old file describes it.
 struct OldTable
 {
     QString name;
-    qint64 recordedRows = 0;               ///< How many rows the file says that it has.
-    std::vector<OldColumn> columns;        ///< Those that the store knows.
-    std::vector<OldColumn> foreignColumns; ///< The others.
+    qint64 recordedRows = 0;        ///< The number of rows that the file records for the table.
+    std::vector<OldColumn> columns; ///< The columns that the store's schema contains.
+    /// The columns that the store's schema does not contain.
+    std::vector<OldColumn> foreignColumns;
 };
 
-/// The bytes of a value as they stand in the file, those of a memo put together; a Boolean is one
-/// byte, 0 or 1. Nothing is Null.
+/// The raw bytes of a value as the file stores them; an empty optional is Null. The pieces of a
+/// memo are joined. A Boolean is one byte, 0 or 1.
 using OldCell = std::optional<QByteArray>;
-/// One cell for each column of the table.
+/// A row with one cell for each column of the table.
 using OldRow = std::vector<OldCell>;
 
-/// Hears what an old store holds, in this order: opened, then tables with their rows and foreign
-/// tables mixed, then end. The characters of a Jet 3 file's names are bytes of its code page.
+/// Receives the contents of an old store in this order: opened(), then tables with their rows and
+/// foreign tables in any order, then end(). For a Jet 3 file each character of a name is a raw byte
+/// of the file's code page.
 class OldStoreVisitor
 {
 public:
     virtual ~OldStoreVisitor() = default;
     virtual void opened(OldFormat format) = 0;
-    /// A table that the store does not know. A linked one lies in another file.
+    /// Reports a table that the store's schema does not contain. A linked table is stored in
+    /// another file.
     virtual void foreignTable(const QString& name, bool linked) = 0;
     virtual void table(const OldTable& table) = 0;
     virtual void row(const OldRow& row) = 0;

@@ -29,7 +29,7 @@ Number numberOf(const QByteArray& bytes)
     return qFromLittleEndian<Number>(bytes.constData());
 }
 
-/// Zero has one sign in a store.
+/// Replaces negative zero by zero, so that a store has only one zero.
 double plain(double value)
 {
     return value == 0 ? 0 : value;
@@ -49,18 +49,20 @@ double fromSingle(float value)
     return decimal(text.data(), written.ptr);
 }
 
-/// Ten thousandths, whose quotient need not be a double of the same decimal text.
+/// Converts a currency value, stored as an integer number of ten-thousandths. The decimal text is
+/// parsed because a division could yield a different double than that text.
 double fromCurrency(qint64 value)
 {
     const QByteArray text = QByteArray::number(value) + "e-4";
     return decimal(text.constData(), text.constData() + text.size());
 }
 
-/// Days since 30 December 1899. Behind the decimal point stands the time of day, forwards in
-/// negative numbers too.
+/// Converts days since 30 December 1899. The fraction is the time of day and counts forward, for
+/// negative numbers as well.
 QVariant fromDays(double days)
 {
-    constexpr double farthest = 3'000'000; // beyond the last date of either format
+    // Limit in days, beyond the last date of either file format.
+    constexpr double farthest = 3'000'000;
     if (!(std::abs(days) < farthest))
         refuse(u"it is no date"_s);
     constexpr int secondsOfDay = 24 * 60 * 60;
@@ -75,8 +77,9 @@ QVariant fromDays(double days)
     return QDateTime(date, QTime(0, 0).addSecs(rest), Qt::UTC);
 }
 
-/// Two bytes for a character; behind the mark of a compressed text one byte for those below 256,
-/// where a zero byte leads over to two and back.
+/// Decodes a Jet 4 text. An uncompressed text has two bytes per character. A compressed text starts
+/// with the bytes FF FE and has one byte per character below 256; a zero byte toggles between one
+/// and two bytes per character.
 QString fromUnicode(const QByteArray& bytes)
 {
     const bool compressed = bytes.startsWith("\xff\xfe");

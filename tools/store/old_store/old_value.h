@@ -7,14 +7,14 @@
 
 namespace storetools {
 
-/// A value by its bytes: an int, a double, a text, a QDate (QDateTime where there is a time of
-/// day), -1 or 0 for a Boolean; never Null. A Single becomes the number that its shortest decimal
-/// text says. Raises 3421 for bytes that are no value of the type, and for a type that cannot be
-/// taken over.
+/// Decodes the bytes of a value. The result is an int, a double, a text, a QDate (a QDateTime if
+/// there is a time of day), or -1 or 0 for a Boolean; it is never Null. A Single becomes the double
+/// with the same shortest decimal text. Throws DataTypeConversion (3421) for bytes that are not a
+/// value of the type, and for a type that cannot be imported.
 QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
                       const CodePage& codePage);
 
-/// A name as it is read to the user; one that cannot be decoded stays as it was told.
+/// Decodes a name for messages to the user. A name that cannot be decoded is returned unchanged.
 QString decodedName(const QString& name, OldFormat format, const CodePage& codePage);
 
 } // namespace storetools

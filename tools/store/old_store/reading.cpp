@@ -17,9 +17,9 @@ namespace storetools {
 
 namespace {
 
-constexpr int second = 1000; // ms
+constexpr int second = 1000; // Milliseconds.
 
-/// The process that reads; it ends with this object.
+/// Owns the reading process; the destructor kills it.
 class Reader
 {
 public:
@@ -28,8 +28,9 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
             environment.remove(name);
-        // The library does not end its conversions, so a letter of Hebrew at the end of one name
-        // would begin the next one. Bytes that stay bytes leave nothing behind.
+        // The library does not reset its character conversion between names, so a Hebrew letter at
+        // the end of one name would spill into the next. With ISO-8859-1 every byte is one
+        // character.
         environment.insert(u"MDB_JET3_CHARSET"_s, u"ISO-8859-1"_s);
         process_.setProcessEnvironment(environment);
         process_.setStandardInputFile(QProcess::nullDevice());
@@ -45,7 +46,8 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    /// Raises 3049 where the process did not come to a good end.
+    /// Passes the output of the process to `frames`. Throws CorruptDatabase (3049) if the process
+    /// hangs, crashes, fails or stops before the end of the data.
     void readTo(FrameReader& frames)
     {
         int silence = 0;
@@ -110,7 +112,8 @@ int runReading(const QString& path)
 {
     limitThisProcess();
     QFile output;
-    // The library prints there what it finds odd.
+    // The library prints warnings to the standard output, so the data goes to a separate
+    // descriptor.
     const int channel = takeStandardOutput();
     if (channel < 0 || !output.open(channel, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
         return 1;

@@ -6,28 +6,32 @@
 
 namespace storetools {
 
-/// The hidden command that reads an old file and writes what it holds to the standard output.
+/// Name of the hidden command that reads an old file and writes its contents to the standard
+/// output.
 constexpr auto readingCommand = "read-old-store";
 
-/// A process that tells of an old store on its standard output, as a FrameWriter does.
+/// A command line whose process writes an old store to its standard output in the format of
+/// FrameWriter.
 struct ReadingProcess
 {
     QString program;
     QStringList arguments;
-    int longestSilence = 60; ///< Seconds; one that says nothing for longer hangs.
+    /// Timeout in seconds; a process that writes nothing for this long is treated as hung.
+    int longestSilence = 60;
 };
 
-/// Hands on what the process tells, which may end as it likes or hang. Raises 3049 where it does
-/// not come to a good end, with the last line that it wrote to the error stream or how it ended; 51
-/// where it cannot be started; and what the visitor raises.
+/// Runs the process and passes its output to the visitor. Throws CorruptDatabase (3049) if the
+/// process fails, crashes or hangs, with the last line of its error stream or the way it ended.
+/// Throws InternalError (51) if the process cannot be started, and any error of the visitor.
 void readFrom(const ReadingProcess& process, OldStoreVisitor& visitor);
 
-/// Reads an old store in a process of its own and hands on what it tells. Raises 3049 with a
-/// description of the damage where the file cannot be read to its end, and what the visitor raises.
+/// Reads an old store in a separate process and passes its contents to the visitor. Throws
+/// CorruptDatabase (3049) with a description of the damage if the file cannot be read completely,
+/// and any error of the visitor.
 void readOldStore(const QString& path, OldStoreVisitor& visitor);
 
-/// What that other process does: its exit status. What keeps it from reading goes to the error
-/// stream.
+/// Main function of the separate reading process. Returns its exit status and writes errors to the
+/// error stream.
 int runReading(const QString& path);
 
 } // namespace storetools

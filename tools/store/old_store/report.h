@@ -4,7 +4,7 @@
 
 namespace storetools {
 
-/// Lines for the user, of which the first hundred are kept and the others counted.
+/// A list of messages for the user. It keeps the first hundred messages and counts the others.
 class Report
 {
 public:

@@ -7,17 +7,18 @@
 
 namespace storetools {
 
-/// Tells whether two tables hold the same rows in the same order without keeping any of them.
+/// A running digest of a table's rows. Two tables with equal digests have the same rows in the same
+/// order; no row is kept in memory.
 class RowDigest
 {
 public:
-    /// The row's values as fields have them.
+    /// Adds a row. The values have the types of the table's fields.
     void add(const std::vector<QVariant>& row);
     qint64 rows() const { return rows_; }
     bool operator==(const RowDigest& other) const;
 
 private:
-    QByteArray digest_; ///< Of all rows up to the last one.
+    QByteArray digest_; ///< The digest of all rows added so far.
     qint64 rows_ = 0;
 };
 

@@ -16,7 +16,8 @@ const QString& keyOf(const store::TableSchema& table)
     return table.indexes.front().fields.front();
 }
 
-/// The program asks nothing of these fields, or adds them to an older store itself.
+/// Returns true if an old table may lack this field. Such a field is not used by the program, or
+/// the program adds it to an older store itself.
 bool mayBeMissing(const store::TableSchema& table, const dao::FieldInfo& field)
 {
     if (table.name == u"Orders"_s)
@@ -24,7 +25,7 @@ bool mayBeMissing(const store::TableSchema& table, const dao::FieldInfo& field)
     return field.name == u"Code"_s || field.name == u"Rem"_s || field.name == u"Sign"_s;
 }
 
-/// A value as it stands in a message.
+/// Returns a value as it appears in a message: printable and at most 40 characters long.
 QString shown(const QVariant& value)
 {
     constexpr qsizetype longest = 40;
@@ -92,11 +93,12 @@ void TableIntake::setPlace(const OldRow& row)
         if (key.isValid())
             place_ = u"%1, %2 %3"_s.arg(schema_.name, keyOf(schema_), shown(key));
     } catch (const RunTimeError&) {
-        return; // reported with the field's other findings
+        // The error is reported when the key field itself is converted.
+        return;
     }
 }
 
-/// Null for a field that is missing.
+/// Returns the decoded value of a field, or an invalid QVariant for Null or a missing field.
 QVariant TableIntake::decoded(std::size_t ordinal, const OldRow& row) const
 {
     const std::optional<Source>& source = sources_[ordinal];
@@ -141,7 +143,8 @@ bool TableIntake::take(std::size_t ordinal, const OldRow& row, QVariant& value)
     return true;
 }
 
-/// A text that is longer than its field is cut, or reported and refused.
+/// Checks the length of a text against its field. If truncation is enabled, a text that is too long
+/// is truncated. Otherwise it is reported and the function returns false.
 bool TableIntake::fit(const dao::FieldInfo& field, QVariant& text)
 {
     if (field.type != dao::dbText || text.typeId() != QMetaType::QString)

@@ -9,40 +9,41 @@ namespace storetools {
 
 struct TakeOverOptions
 {
-    CodePage codePage{QStringLiteral("1255")}; ///< Of the texts of a Jet 3 file.
-    bool cutTexts = false;                     ///< Texts longer than their field are cut to it.
+    CodePage codePage{QStringLiteral("1255")}; ///< The code page of the texts in a Jet 3 file.
+    /// If true, a text that is too long for its field is truncated instead of reported.
+    bool cutTexts = false;
 };
 
-/// What the user is told of a taking over.
+/// The messages of an import.
 struct TakeOverReports
 {
-    Report notes;    ///< What was left out, filled in or cut.
-    Report findings; ///< What keeps the store from being taken over.
+    Report notes;    ///< Data that was skipped, filled in or truncated.
+    Report findings; ///< Errors that prevent the import.
 };
 
-/// A row of the new store, a value for each field of its table.
+/// A row of the new store, with one value for each field of its table.
 using NewRow = std::vector<QVariant>;
 
-/// Turns the rows of one table of an old store into those of the new one.
+/// Converts the rows of one table of an old store to rows of the new store.
 class TableIntake
 {
 public:
-    /// Reports the fields that are missing and the columns that the store does not know.
+    /// Reports missing fields and unknown columns.
     TableIntake(const store::TableSchema& schema, const OldTable& table, OldFormat format,
                 const TakeOverOptions& options, TakeOverReports& reports);
 
-    /// Nothing where a value cannot be taken over, which is then reported. Values are converted as
-    /// assigning them to their fields does.
+    /// Converts a row. Returns an empty optional and reports the error if a value cannot be
+    /// imported. Values are converted like assignments to the fields.
     std::optional<NewRow> converted(const OldRow& row);
 
-    /// Reports a number of rows other than the one that the file has noted down.
+    /// Reports a difference between the number of rows read and the number that the file records.
     void finish() const;
 
-    /// What is said of the row that was converted last, with its place.
+    /// Returns a message about the row that was converted last, prefixed with the row's key.
     QString found(const QString& what) const;
 
 private:
-    /// A field and the column that it comes from.
+    /// The column of the old table that supplies the value of a field.
     struct Source
     {
         std::size_t column;
@@ -61,8 +62,8 @@ private:
     OldFormat format_;
     const TakeOverOptions& options_;
     TakeOverReports& reports_;
-    std::vector<std::optional<Source>> sources_; ///< By the ordinal of the field.
-    std::size_t key_ = 0;                        ///< The ordinal of the key.
+    std::vector<std::optional<Source>> sources_; ///< The source columns, indexed by field ordinal.
+    std::size_t key_ = 0;                        ///< The ordinal of the key field.
     qint64 recordedRows_;
     qint64 rows_ = 0;
     QString place_;

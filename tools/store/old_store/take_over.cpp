@@ -19,7 +19,8 @@ namespace storetools {
 
 namespace {
 
-/// Raises 3024 and 3343 for a path that cannot be an old store.
+/// Checks that the path is a readable old store. Throws DatabaseFileNotFound (3024),
+/// PermissionDenied (3051) or UnrecognizedFormat (3343) otherwise.
 void requireOldStore(const QString& path)
 {
     QFile file(path);
@@ -29,7 +30,7 @@ void requireOldStore(const QString& path)
         throw RunTimeError(runtime::PermissionDenied,
                            u"Could not read '%1': %2"_s.arg(path, file.errorString()));
     constexpr qsizetype versionPlace = 20;
-    constexpr char lastVersion = 1; // 0 is Jet 3, 1 is Jet 4
+    constexpr char lastVersion = 1; // The version byte is 0 for Jet 3 and 1 for Jet 4.
     const QByteArray head = file.read(versionPlace + 1);
     const bool known = head.startsWith(QByteArray("\0\1\0\0Standard Jet DB\0", versionPlace));
     const bool newer = head.startsWith(QByteArray("\0\1\0\0Standard ACE DB\0", versionPlace));
@@ -41,7 +42,7 @@ void requireOldStore(const QString& path)
                            u"'%1' is no Jet 3 or Jet 4 file."_s.arg(path));
 }
 
-/// Adds rows to the tables of a store.
+/// Adds imported rows to the tables of a store.
 class StoreSink : public RowSink
 {
 public:
@@ -67,14 +68,15 @@ private:
     std::shared_ptr<dao::Recordset> recordset_;
 };
 
-/// A store that is being made, in one transaction. It goes with this object unless it was kept.
+/// A store that is being created in one transaction. It is discarded with this object unless keep()
+/// was called.
 class Target
 {
 public:
     virtual ~Target() = default;
-    /// With all its tables.
+    /// Returns the database of the new store, with all its tables.
     virtual dao::Database& database() = 0;
-    /// The store as it is when it is written. Nothing is added any more.
+    /// Ends the writing and returns the store for reading. No row may be added afterwards.
     virtual dao::Database& finished() = 0;
     virtual bool isOnServer() const = 0;
     virtual void keep() = 0;
@@ -128,7 +130,8 @@ std::unique_ptr<Target> makeTarget(const Place& place)
     return std::make_unique<FileTarget>(place.name());
 }
 
-/// Raises 51 where the store holds something else than what was added to it.
+/// Reads the stored rows back. Throws InternalError (51) if they differ from the rows that were
+/// added.
 void readBack(dao::Database& database, Intake& intake, const TakeOverProgress& progress)
 {
     for (const store::TableSchema& table : store::schema()) {
@@ -164,7 +167,7 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const Place& place,
     outcome.findings = checkMaking(finished, target->isOnServer());
     if (!outcome.findings.isEmpty())
         return outcome;
-    // Rows that the old store had like this are the workshop's own and come along.
+    // Invalid contents that the old store already had are imported and reported as notes.
     outcome.notes += checkContents(finished);
     target->keep();
     for (const store::TableSchema& table : store::schema())

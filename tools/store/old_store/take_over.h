@@ -14,17 +14,21 @@ struct TakenTable
 
 struct TakeOverOutcome
 {
-    QStringList notes;              ///< What was left out, filled in or cut.
-    QStringList findings;           ///< What kept the store from being taken over; none was made.
-    std::vector<TakenTable> tables; ///< What the new store holds, where there is one.
+    QStringList notes; ///< Data that was skipped, filled in or truncated.
+    /// Errors that prevented the import. No store was created if there are any.
+    QStringList findings;
+    /// The tables and row counts of the new store; empty if the import failed.
+    std::vector<TakenTable> tables;
 };
 
-/// Makes a new store of an old-format one, which is opened for reading only: a file, or the tables
-/// in a server's database that has none of them. The file gets its name, the database its tables,
-/// when the store is complete and was read back. What the old rows lack is a note.
+/// Creates a new store from an old-format store, which is opened read-only. The target is a new
+/// file, or a server's database that has none of the store's tables. The target becomes visible
+/// only after it is complete and its rows have been read back. Missing data of old rows is reported
+/// as a note.
 ///
-/// Raises 3204 where the target holds a store already, 3024 and 3343 where the old path is no such
-/// store, 3049 where it is damaged, and what opening and writing raise.
+/// Throws DatabaseExists (3204) if the target already holds a store, DatabaseFileNotFound (3024) or
+/// UnrecognizedFormat (3343) if the old path is not an old store, CorruptDatabase (3049) if it is
+/// damaged, and any error of opening and writing.
 TakeOverOutcome takeOverStore(const QString& oldPath, const Place& target,
                               const TakeOverOptions& options, const TakeOverProgress& progress);
 

@@ -1,0 +1,32 @@
+#include "platform/report/fit.h"
+
+#include <cmath>
+
+namespace report {
+
+namespace {
+
+/// The whole percents that `part` is of `whole`. A text that fits exactly must not lose a percent
+/// to rounding.
+int percentOf(double part, double whole)
+{
+    constexpr double roundingError = 1e-9;
+    return static_cast<int>(std::floor(part / whole * 100 + roundingError));
+}
+
+} // namespace
+
+Fit fitted(double natural, double available)
+{
+    if (natural <= available)
+        return {};
+    const int stretch = percentOf(available, natural);
+    if (stretch >= narrowestStretch)
+        return {.stretch = stretch};
+    const int size = percentOf(available, natural * narrowestStretch / 100);
+    if (size >= smallestSize)
+        return {.stretch = narrowestStretch, .size = size};
+    return {.stretch = narrowestStretch, .isCut = true};
+}
+
+} // namespace report

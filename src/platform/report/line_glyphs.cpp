@@ -1,0 +1,137 @@
+#include "platform/report/line_glyphs.h"
+
+#include <QRawFont>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace report {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Each bracket beside its counterpart.
+const QString brackets = u"()[]{}<>"_s;
+constexpr char16_t leftToRightMark = 0x200e;
+constexpr char16_t rightToLeftMark = 0x200f;
+
+struct Glyph
+{
+    QRawFont font;
+    quint32 index;
+    QPointF position;
+    bool isRightToLeft;
+    std::optional<double> mirroredFrom = {};
+};
+
+bool hasBrackets(const QString& text)
+{
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return brackets.contains(c); });
+}
+
+std::vector<Glyph> glyphsOf(const QTextLayout& layout)
+{
+    std::vector<Glyph> glyphs;
+    for (const QGlyphRun& run : layout.glyphRuns()) {
+        const QList<quint32> indexes = run.glyphIndexes();
+        const QList<QPointF> positions = run.positions();
+        for (qsizetype i = 0; i < indexes.size(); ++i)
+            glyphs.push_back({run.rawFont(), indexes[i], positions[i], run.isRightToLeft()});
+    }
+    std::stable_sort(glyphs.begin(), glyphs.end(), [](const Glyph& a, const Glyph& b) {
+        return a.position.x() < b.position.x();
+    });
+    return glyphs;
+}
+
+/// The place of a bracket's glyph among `brackets`; -1 for any other glyph.
+qsizetype bracketOf(const Glyph& glyph)
+{
+    return glyph.font.glyphIndexesForString(brackets).indexOf(glyph.index);
+}
+
+double rightEnd(const Glyph& glyph)
+{
+    return glyph.position.x() + glyph.font.advancesForGlyphIndexes({glyph.index}).value(0).x();
+}
+
+void mirrorBracket(Glyph& glyph)
+{
+    const qsizetype bracket = bracketOf(glyph);
+    if (bracket < 0)
+        return;
+    glyph.mirroredFrom = rightEnd(glyph);
+    glyph.index = glyph.font.glyphIndexesForString(brackets).at(bracket ^ 1);
+}
+
+/// Adds an invisible mark of direction, in the font of the glyph beside it if that has one.
+void addMark(std::vector<Glyph>& glyphs, const Glyph& beside, char16_t mark, double x)
+{
+    const quint32 index = beside.font.glyphIndexesForString(QString(QChar(mark))).value(0);
+    if (index != 0)
+        glyphs.push_back({beside.font, index, {x, beside.position.y()}, false});
+}
+
+std::vector<Glyph> withBracketsInOrder(const std::vector<Glyph>& glyphs)
+{
+    std::vector<Glyph> ordered;
+    for (std::size_t i = 0; i < glyphs.size(); ++i) {
+        Glyph glyph = glyphs[i];
+        if (glyph.isRightToLeft) {
+            mirrorBracket(glyph);
+            ordered.push_back(glyph);
+            continue;
+        }
+        const bool begins = i > 0 && glyphs[i - 1].isRightToLeft;
+        const bool ends = i + 1 == glyphs.size() || glyphs[i + 1].isRightToLeft;
+        if (begins)
+            addMark(ordered, glyph, rightToLeftMark, glyph.position.x());
+        ordered.push_back(glyph);
+        if (ends && bracketOf(glyph) >= 0)
+            addMark(ordered, glyph, leftToRightMark, rightEnd(glyph));
+    }
+    return ordered;
+}
+
+bool areDrawnTogether(const Glyph& a, const Glyph& b)
+{
+    return a.font == b.font && !a.mirroredFrom && !b.mirroredFrom;
+}
+
+template <typename Iterator>
+GlyphPiece piece(Iterator first, Iterator end)
+{
+    QList<quint32> indexes;
+    QList<QPointF> positions;
+    for (auto each = first; each != end; ++each) {
+        indexes.append(each->index);
+        positions.append(each->mirroredFrom ? QPointF(0, each->position.y()) : each->position);
+    }
+    GlyphPiece piece;
+    piece.run.setRawFont(first->font);
+    piece.run.setGlyphIndexes(indexes);
+    piece.run.setPositions(positions);
+    piece.mirroredFrom = first->mirroredFrom;
+    return piece;
+}
+
+} // namespace
+
+std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout)
+{
+    std::vector<Glyph> glyphs = glyphsOf(layout);
+    if (hasBrackets(layout.text()))
+        glyphs = withBracketsInOrder(glyphs);
+    std::vector<GlyphPiece> pieces;
+    for (auto first = glyphs.begin(); first != glyphs.end();) {
+        const auto end = std::find_if(std::next(first), glyphs.end(), [&](const Glyph& each) {
+            return !areDrawnTogether(*first, each);
+        });
+        pieces.push_back(piece(first, end));
+        first = end;
+    }
+    return pieces;
+}
+
+} // namespace report
