@@ -14,7 +14,7 @@ fail() {
 }
 
 # Rooms and files that must not use widgets, as shell patterns.
-widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/shell/base/module1.*
+widget_free="src/platform/runtime/* src/platform/dao/* src/platform/dao/*/* src/store/* src/shell/base/module1.*
   src/shell/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
   src/platform/report/pagination.* src/platform/report/sections.* tools/store/*
@@ -40,6 +40,8 @@ done >"$work/includes"
 # The rooms from the lowest to the highest. Rooms on the same line must not include each other.
 cat >"$work/rooms" <<'ROOMS'
 src/platform/runtime/
+src/platform/dao/engine/
+src/platform/dao/sqlite/ src/platform/dao/postgres/
 src/platform/dao/
 src/platform/controls/ src/platform/report/
 src/shell/base/

@@ -1,7 +1,7 @@
 // How often a click asks a server and waits for it, counted on the line between them.
 
 #include "orders/desk.h"
-#include "platform/dao/link.h"
+#include "platform/dao/postgres/link.h"
 #include "support/server_proxy.h"
 
 #include <QEventLoop>

@@ -1,8 +1,8 @@
 #include "platform/dao/connection.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/values.h"
 
 #include <algorithm>
 #include <span>

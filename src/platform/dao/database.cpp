@@ -1,10 +1,10 @@
 #include "platform/dao/database.h"
 
-#include "platform/dao/connection_pool.h"
-#include "platform/dao/link.h"
-#include "platform/dao/postgres_driver.h"
+#include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/postgres/link.h"
+#include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/sqlite/sqlite_session.h"
 #include "platform/dao/table_def_p.h"
 
 namespace dao {

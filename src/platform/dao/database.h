@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/engine/types.h"
 #include "platform/dao/recordset.h"
-#include "platform/dao/types.h"
-#include "platform/dao/waits.h"
 
 #include <memory>
 #include <vector>

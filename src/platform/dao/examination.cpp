@@ -1,8 +1,8 @@
 #include "platform/dao/examination.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/engine/values.h"
 #include "platform/dao/table_rows.h"
-#include "platform/dao/values.h"
 
 #include <algorithm>
 

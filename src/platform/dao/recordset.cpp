@@ -1,7 +1,7 @@
 #include "platform/dao/recordset.h"
 
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/values.h"
 
 namespace dao {
 

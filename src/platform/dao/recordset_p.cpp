@@ -1,6 +1,6 @@
 #include "platform/dao/recordset_p.h"
 
-#include "platform/dao/values.h"
+#include "platform/dao/engine/values.h"
 
 namespace dao {
 

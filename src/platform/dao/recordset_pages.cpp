@@ -1,6 +1,6 @@
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
 #include "platform/dao/row_window.h"
-#include "platform/dao/values.h"
 
 #include <algorithm>
 

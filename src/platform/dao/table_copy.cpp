@@ -1,8 +1,8 @@
 #include "platform/dao/table_copy.h"
 
 #include "platform/dao/database.h"
-#include "platform/dao/driver.h"
-#include "platform/dao/row_stream.h"
+#include "platform/dao/engine/bulk.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/table_def_p.h"
 
 #include <QCryptographicHash>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/database.h"
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 
 #include <optional>
 

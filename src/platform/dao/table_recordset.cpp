@@ -1,5 +1,5 @@
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/values.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/query.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "platform/dao/fixture.h"
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "support/ordinary_user.h"
 
 #include <QFile>

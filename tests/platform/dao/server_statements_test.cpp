@@ -1,6 +1,6 @@
 // How statements reach a server: what it keeps of them, and how often it is asked.
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/server_fixture.h"
 #include "support/server_proxy.h"
 

@@ -1,7 +1,7 @@
 // What only a store on a server meets: log-ins that fail, connections that die, tables that other
 // programs have made.
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/examination.h"
 #include "platform/dao/server_fixture.h"
 

@@ -1,7 +1,7 @@
 // Links over encrypted connections, to a server whose certificate vouches for itself.
 
 #include "platform/dao/database.h"
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/server_run.h"
 

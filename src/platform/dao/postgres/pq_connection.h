@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/dao/driver.h"
-#include "platform/dao/link.h"
+#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/postgres/link.h"
 #include "platform/dao/postgres/pq_handle.h"
-#include "platform/dao/waits.h"
 
 namespace dao::postgres {
 

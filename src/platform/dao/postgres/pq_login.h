@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/dao/link.h"
+#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/postgres/link.h"
 #include "platform/dao/postgres/pq_handle.h"
-#include "platform/dao/waits.h"
 #include "platform/runtime/run_time_error.h"
 
 namespace dao::postgres {

@@ -1,6 +1,6 @@
 // Copying a store that other stations work on.
 
-#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/sqlite/sqlite_session.h"
 
 #include <QFile>
 #include <QSaveFile>

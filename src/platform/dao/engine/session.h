@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/engine/types.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <QStringList>

@@ -1,7 +1,7 @@
 // Tables, fields and indexes of an embedded store.
 
-#include "platform/dao/sqlite_counters.h"
-#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/sqlite/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_session.h"
 
 #include <QRegularExpression>
 

@@ -1,4 +1,4 @@
-#include "platform/dao/connection_pool.h"
+#include "platform/dao/engine/connection_pool.h"
 
 #include <QCoreApplication>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/dao/driver.h"
-#include "platform/dao/link.h"
-#include "platform/dao/waits.h"
+#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/postgres/link.h"
 
 namespace dao {
 

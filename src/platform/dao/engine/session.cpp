@@ -1,4 +1,4 @@
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 
 #include <QStringTokenizer>
 

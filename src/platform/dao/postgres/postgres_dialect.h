@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 
 /// How a store's tables stand in a PostgreSQL schema: what is read of the catalogue, and the
 /// statements that make a table. Every table has a column more than it shows, which numbers its

@@ -1,4 +1,4 @@
-#include "platform/dao/postgres_schema.h"
+#include "platform/dao/postgres/postgres_dialect.h"
 
 namespace dao::postgres {
 

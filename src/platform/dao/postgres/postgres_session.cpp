@@ -1,9 +1,9 @@
-#include "platform/dao/postgres_driver.h"
+#include "platform/dao/postgres/postgres_session.h"
 
-#include "platform/dao/connection_pool.h"
+#include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/postgres/postgres_dialect.h"
 #include "platform/dao/postgres/pq_connection.h"
 #include "platform/dao/postgres/pq_login.h"
-#include "platform/dao/postgres_schema.h"
 
 #include <QCoreApplication>
 #include <QThread>

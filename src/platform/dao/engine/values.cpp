@@ -1,4 +1,4 @@
-#include "platform/dao/values.h"
+#include "platform/dao/engine/values.h"
 
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"

@@ -1,9 +1,9 @@
 // The rows of a whole table of an embedded store, read and written as bytes.
 
-#include "platform/dao/row_bytes.h"
-#include "platform/dao/row_stream.h"
-#include "platform/dao/sqlite_driver.h"
-#include "platform/dao/values.h"
+#include "platform/dao/engine/bulk.h"
+#include "platform/dao/engine/row_bytes.h"
+#include "platform/dao/engine/values.h"
+#include "platform/dao/sqlite/sqlite_session.h"
 
 #include <QDateTime>
 #include <QSqlError>

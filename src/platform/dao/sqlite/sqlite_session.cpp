@@ -1,7 +1,7 @@
-#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/sqlite/sqlite_session.h"
 
-#include "platform/dao/connection_pool.h"
-#include "platform/dao/sqlite_counters.h"
+#include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/sqlite/sqlite_counters.h"
 
 #include <QDateTime>
 #include <QDir>

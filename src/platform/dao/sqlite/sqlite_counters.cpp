@@ -1,8 +1,8 @@
 // COUNTER fields of an embedded store.
 
-#include "platform/dao/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_counters.h"
 
-#include "platform/dao/sqlite_driver.h"
+#include "platform/dao/sqlite/sqlite_session.h"
 
 #include <algorithm>
 

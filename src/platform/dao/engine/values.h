@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/engine/types.h"
 
 /// Between what a store holds, what a field's value is and what is assigned to it.
 namespace dao {

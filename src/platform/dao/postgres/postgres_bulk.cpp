@@ -1,9 +1,9 @@
 // The rows of a whole table on a server, by its own binary copying.
 
+#include "platform/dao/engine/bulk.h"
+#include "platform/dao/engine/row_bytes.h"
+#include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/postgres/pq_connection.h"
-#include "platform/dao/postgres_driver.h"
-#include "platform/dao/row_bytes.h"
-#include "platform/dao/row_stream.h"
 
 #include <QtEndian>
 
