@@ -50,7 +50,7 @@ QStringList findingsOf(const Place& place, QStringList (*check)(dao::Database&))
         findings += engineCheck(*database, place.isOnServer());
         // Stations that delete an order between two looks would leave lines without it.
         if (place.isOnServer())
-            dao::holdStill(*database);
+            dao::beginSnapshot(*database);
         findings += check(*database);
         database->Close();
     } catch (const runtime::RunTimeError& error) {

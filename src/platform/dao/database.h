@@ -9,7 +9,7 @@
 
 namespace dao {
 
-class Driver;
+class Session;
 class Database;
 
 /// One index of a table definition.
@@ -49,11 +49,11 @@ class Indexes
 public:
     explicit Indexes(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Raises 3265 for a position or name that does not exist.
+    /// Throws ItemNotFound (3265) for a position or name that does not exist.
     Index operator()(int position) const;
     Index operator()(const QString& name) const;
     /// Adds an index, in the store at once where the table is appended, otherwise with the table.
-    /// Raises 3265, then or there, where the table has not all its fields.
+    /// Throws ItemNotFound (3265), then or there, where the table has not all its fields.
     void Append(const Index& index) const;
 
 private:
@@ -66,11 +66,11 @@ class FieldDefs
 public:
     explicit FieldDefs(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Raises 3265 for a position or name that does not exist.
+    /// Throws ItemNotFound (3265) for a position or name that does not exist.
     FieldDef operator()(int position) const;
     FieldDef operator()(const QString& name) const;
     /// Adds the field to the table, in the store at once where the table is appended; old rows hold
-    /// Null there, a Boolean False. Raises 3191 where the name exists.
+    /// Null there, a Boolean False. Throws FieldDefinedTwice (3191) where the name exists.
     void Append(const FieldDef& field) const;
     /// Takes the field out of the table. A table may be left without any field; it then stands in
     /// this definition alone until the next field is appended.
@@ -109,7 +109,7 @@ class TableDefs
 public:
     explicit TableDefs(Database& database) : database_(database) {}
     int Count() const;
-    /// By position in the order of creation, or by name in any case. Raises 3265.
+    /// By position in the order of creation, or by name in any case. Throws ItemNotFound (3265).
     TableDef operator()(int position) const;
     TableDef operator()(const QString& name) const;
     /// Creates the table in the store.
@@ -121,11 +121,11 @@ private:
 
 /// One connection of its own to a store. Shared between the handle that opened it and every
 /// recordset opened on it; the connection goes with the last of them, or at once by Close, after
-/// which every recordset on it raises 3420.
+/// which every recordset on it throws ObjectClosed (3420).
 class Database : public std::enable_shared_from_this<Database>
 {
 public:
-    explicit Database(std::unique_ptr<Driver> driver);
+    explicit Database(std::unique_ptr<Session> session);
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -133,12 +133,13 @@ public:
     const QString& Name() const;
     /// The store's place as a person is told of it: the path, or database and server.
     QString place() const;
-    bool isOpen() const { return driver_ != nullptr; }
+    bool isOpen() const { return session_ != nullptr; }
 
     /// Opens a table by name (type dbOpenTable or dbOpenDynaset), or a query text of the form
-    /// SELECT * FROM table [WHERE field = number] [ORDER BY field [ASC]] as a dynaset.
-    /// Raises 3078 for an unknown table, 3061 for an unknown field, 3131 for another text,
-    /// 3251 for a query opened as a table, 3420 after Close.
+    /// SELECT * FROM table [WHERE field = number] [ORDER BY field [ASC]] as a dynaset. Throws
+    /// TableNotFound (3078) for an unknown table, TooFewParameters (3061) for an unknown field,
+    /// QuerySyntax (3131) for another text, OperationNotSupported (3251) for a query opened as a
+    /// table, ObjectClosed (3420) after Close.
     std::shared_ptr<Recordset> OpenRecordset(const QString& source, RecordsetType type);
 
     TableDefs tableDefs() { return TableDefs(*this); }
@@ -154,18 +155,19 @@ public:
 
     /// Writes the whole store, as it stands at one moment, to the path, in place of what is there.
     /// A copy is whole or not there at all. Other stations may work meanwhile; this process may
-    /// have no other connection to the store. Raises 3260 where the store stays locked, 3026, 3043
-    /// and 3051 where the copy cannot be written.
+    /// have no other connection to the store. Throws Locked (3260) where the store stays locked,
+    /// DiskFull (3026), DiskOrNetworkError (3043) and PermissionDenied (3051) where the copy cannot
+    /// be written.
     void CopyTo(const QString& path);
 
-    /// The engine below. Raises 3420 after Close. For the rooms of the engine alone.
-    Driver& driver() const;
+    /// The engine below. Throws ObjectClosed (3420) after Close. For the rooms of the engine alone.
+    Session& session() const;
 
 private:
     friend class TableDefs;
     std::vector<std::shared_ptr<TableDefState>> listedTables();
 
-    std::unique_ptr<Driver> driver_;
+    std::unique_ptr<Session> session_;
     QString name_;
     std::vector<std::shared_ptr<TableDefState>> tables_;
 };
@@ -174,20 +176,21 @@ class Workspace
 {
 public:
     /// How long a locked store is waited for; 5 s unless set.
-    void setLockWait(std::chrono::milliseconds wait) { waits_.lock = wait; }
+    void setLockWait(std::chrono::milliseconds wait) { timeouts_.lock = wait; }
     /// How long a server may take for one statement; 7 s unless set. More than the wait for a lock.
-    void setAnswerWait(std::chrono::milliseconds wait) { waits_.answer = wait; }
+    void setAnswerWait(std::chrono::milliseconds wait) { timeouts_.answer = wait; }
     /// Opens the store shared, for reading and writing, and creates nothing. The file at the path
-    /// is the store, or a link to the database on a server that is. Raises 3024 for a missing file,
-    /// 3343 for a file that is no store and for a damaged link, 3049 for a damaged store, 3260 for
-    /// one locked longer than the wait of 5 s, 3151 for a server that cannot be reached.
+    /// is the store, or a link to the database on a server that is. Throws DatabaseFileNotFound
+    /// (3024) for a missing file, UnrecognizedFormat (3343) for a file that is no store and for a
+    /// damaged link, CorruptDatabase (3049) for a damaged store, Locked (3260) for one locked
+    /// longer than the wait of 5 s, ConnectionFailed (3151) for a server that cannot be reached.
     std::shared_ptr<Database> OpenDatabase(const QString& path) const;
-    /// Makes an empty store and opens it. Raises 3204 where the file exists, 3024 where none can be
-    /// made.
+    /// Makes an empty store and opens it. Throws DatabaseExists (3204) where the file exists,
+    /// DatabaseFileNotFound (3024) where none can be made.
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
 
 private:
-    Waits waits_;
+    Timeouts timeouts_;
 };
 
 /// The engine, made at its first use and kept for the life of the process.
@@ -195,7 +198,7 @@ class DBEngine
 {
 public:
     static DBEngine& instance();
-    /// Raises 3265 for any number but 0.
+    /// Throws ItemNotFound (3265) for any number but 0.
     Workspace& Workspaces(int number);
     std::shared_ptr<Database> OpenDatabase(const QString& path);
     /// Lets go of the connections that no database works over at the moment.

@@ -24,7 +24,7 @@ struct SelectQuery
 /// True for a text that begins like a query, so is no table's name.
 bool isQuery(const QString& source);
 
-/// Raises 3131 for a text that is no such query.
+/// Throws QuerySyntax (3131) for a text that is no such query.
 SelectQuery parseQuery(const QString& text);
 
 } // namespace dao

@@ -10,7 +10,7 @@ namespace dao {
 class Database;
 class Recordset;
 class RecordsetPages;
-class Driver;
+class Session;
 
 /// One field of a recordset's current row. A light handle: it stays good while its recordset lives,
 /// and always means the row that is current at the moment of use.
@@ -26,14 +26,14 @@ public:
 
     /// The value of the current row, or of the row being added or edited: an int for whole numbers
     /// and counters, -1 or 0 for a Boolean, a double, a QString, a QDate (QDateTime where there is
-    /// a time part), an invalid QVariant for Null. Raises 3021 without a current row, 3167 for a
-    /// deleted one.
+    /// a time part), an invalid QVariant for Null. Throws NoCurrentRecord (3021) without a current
+    /// row, RecordDeleted (3167) for a deleted one.
     QVariant Value() const;
 
     /// Assigns to the row being added or edited, converted to the field's type at once. Whole
-    /// numbers round half to even. Raises 3020 outside AddNew and Edit, 3421 for a text that is no
-    /// number or date (the empty text included), 6 for a number beyond the type, 3163 for a text
-    /// longer than Size.
+    /// numbers round half to even. Throws UpdateWithoutEdit (3020) outside AddNew and Edit,
+    /// DataTypeConversion (3421) for a text that is no number or date (the empty text included),
+    /// Overflow (6) for a number beyond the type, FieldTooSmall (3163) for a text longer than Size.
     void SetValue(const QVariant& value);
 
 private:
@@ -74,7 +74,8 @@ public:
 /// The values of a row are fetched when it is visited, again by Move(0) and by Edit. No cursor
 /// stays open between calls, so a recordset never holds a lock on the store.
 ///
-/// Every method but Type, database and setObserver raises 3420 once the Database is closed.
+/// Every method but Type, database and setObserver throws ObjectClosed (3420) once the Database is
+/// closed.
 class Recordset : public std::enable_shared_from_this<Recordset>
 {
 public:
@@ -92,10 +93,10 @@ public:
     /// True on a row that can be read.
     bool hasCurrent() const;
 
-    /// Moves. Each drops what was assigned since AddNew or Edit without Update.
-    /// MoveFirst and MoveLast raise 3021 on an empty recordset; MoveNext raises 3021 at the end,
-    /// MovePrevious at the beginning. After a Delete, MoveNext goes to the row behind the deleted
-    /// one.
+    /// Moves. Each drops what was assigned since AddNew or Edit without Update. MoveFirst and
+    /// MoveLast throw NoCurrentRecord (3021) on an empty recordset; MoveNext throws NoCurrentRecord
+    /// (3021) at the end, MovePrevious at the beginning. After a Delete, MoveNext goes to the row
+    /// behind the deleted one.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -103,38 +104,40 @@ public:
     /// Relative move; Move(0) fetches the current row's values anew.
     void Move(int rows);
 
-    /// Table type only (3251 otherwise): the order by one of the table's indexes. Raises 3015 for
-    /// an unknown name. Stands on the first row afterwards.
+    /// Table type only (OperationNotSupported, 3251, otherwise): the order by one of the table's
+    /// indexes. Throws NotAnIndex (3015) for an unknown name. Stands on the first row afterwards.
     void SetIndex(const QString& name);
     QString Index() const;
     /// Table type only: makes the first row whose index value equals the key current. Otherwise
-    /// NoMatch becomes true and there is no current row. Raises 3019 without an Index, 3251 for
-    /// another comparison than "=".
+    /// NoMatch becomes true and there is no current row. Throws NoCurrentIndex (3019) without an
+    /// Index, OperationNotSupported (3251) for another comparison than "=".
     void Seek(const QString& comparison, const QVariant& key);
     bool NoMatch() const;
 
     /// Opens a new row for assignment; the current row stays current, also after Update. Only where
     /// the recordset has no row at all, the one added becomes its current row.
     void AddNew();
-    /// Opens the current row for assignment, its values fetched anew. Raises 3021, 3167.
+    /// Opens the current row for assignment, its values fetched anew. Throws NoCurrentRecord
+    /// (3021), RecordDeleted (3167).
     void Edit();
     /// Writes the new or edited row by one statement; an Edit that changed nothing writes nothing.
-    /// Raises 3020 without AddNew or Edit, 3022 for a duplicate key, 3027, 3260, 3314 and the like;
-    /// the store then holds what it held before.
+    /// Throws UpdateWithoutEdit (3020) without AddNew or Edit, DuplicateKey (3022) for a duplicate
+    /// key, ReadOnly (3027), Locked (3260), FieldRequired (3314) and the like; the store then holds
+    /// what it held before.
     void Update();
     void CancelUpdate();
     /// Deletes the current row. It stays current but cannot be read (3167) until the next move.
     void Delete();
 
     int FieldCount() const;
-    /// Raises 3265 for a name (any case) or ordinal that does not exist.
+    /// Throws ItemNotFound (3265) for a name (any case) or ordinal that does not exist.
     Field Fields(const QString& name);
     Field Fields(int ordinal);
     const std::vector<FieldInfo>& fieldInfos() const;
 
     /// Runs the query again and stands on the first row.
     void Requery();
-    /// Lets go of the database; every further call raises 3420.
+    /// Lets go of the database; every further call throws ObjectClosed (3420).
     void Close();
 
     /// For bound controls ------------------------------------------------------------------------
@@ -151,7 +154,7 @@ public:
     /// recordset nor changes what RecordCount says.
     std::unique_ptr<RecordsetPages> pages();
     /// Counts the first `count` rows as reached, as if the farthest of them had been visited,
-    /// without reading or moving. Does nothing on a table type. Raises nothing, not even on a
+    /// without reading or moving. Does nothing on a table type. Throws nothing, not even on a
     /// closed recordset.
     void markReached(int count) noexcept;
     /// Requery for a data control's Refresh: counts as many rows as reached as before, and all rows
@@ -182,7 +185,7 @@ public:
     virtual int rowOf(const RowKey& key) const = 0;
     /// True where the row's values have been read.
     virtual bool isLoaded(int row) const = 0;
-    /// Reads the page around the row. Raises what the engine raises.
+    /// Reads the page around the row. Throws what the engine throws.
     virtual void load(int row) = 0;
     /// The value of a loaded row's field, as Field::Value gives it; invalid where the row is not
     /// loaded or no longer exists.

@@ -58,10 +58,10 @@ public:
     virtual QString index() const;
     virtual void seek(const QVariant& key);
 
-    /// Raises 3420 once the recordset or its database is closed.
-    Driver& driver() const;
+    /// Throws ObjectClosed (3420) once the recordset or its database is closed.
+    Session& session() const;
     const FieldInfo& field(int ordinal) const;
-    /// Raises 3021 or 3167 where the current row cannot be read.
+    /// Throws NoCurrentRecord (3021) or RecordDeleted (3167) where the current row cannot be read.
     void requireReadable();
     /// Fetches the current row's values anew.
     void refetch();
@@ -85,12 +85,13 @@ public:
 };
 
 std::shared_ptr<Recordset> openTable(std::shared_ptr<Database> database, TableInfo table);
-/// Raises 3061 for an unknown field of the query.
+/// Throws TooFewParameters (3061) for an unknown field of the query.
 std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, TableInfo table,
                                        const SelectQuery& query);
-/// The table that a query or name is about. Raises 3078, and 3251 for a view.
-TableInfo expectTable(Driver& driver, const QString& name);
-/// The order that a query asks for. Raises 3061.
+/// The table that a query or name is about. Throws TableNotFound (3078), and OperationNotSupported
+/// (3251) for a view.
+TableInfo expectTable(Session& session, const QString& name);
+/// The order that a query asks for. Throws TooFewParameters (3061).
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);
 
 std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<Database> database, const TableRows& rows,

@@ -20,13 +20,13 @@ struct TableDefState
     std::optional<std::vector<FieldInfo>> fields;
     std::optional<std::vector<IndexInfo>> indexes;
 
-    Driver& driver() const;
+    Session& session() const;
     std::vector<FieldInfo>& knownFields();
     std::vector<IndexInfo>& knownIndexes();
     /// A table that was appended and then lost its last field: no SQL engine need hold such a
     /// table, so it stands here alone.
     bool standsHereAlone() { return appended && knownFields().empty(); }
-    /// Raises 3265 where the index is over a field that the table has not.
+    /// Throws ItemNotFound (3265) where the index is over a field that the table has not.
     void requireFields(const IndexInfo& index);
     void createInStore();
 };

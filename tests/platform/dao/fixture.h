@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/database.h"
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/connection.h"
 #include "platform/runtime/run_time_error.h"
 
 #include "support/plain_sql.h"

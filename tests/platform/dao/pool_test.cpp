@@ -1,6 +1,6 @@
 #include "platform/dao/fixture.h"
 
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/connection.h"
 
 #include <QFile>
 
@@ -46,8 +46,8 @@ TEST_F(PoolTest, KeepsNoConnectionInTheMiddleOfAChange)
     raw_.reset();
     {
         const auto left = open();
-        left->driver().begin();
-        left->driver().run(u"INSERT INTO \"Items\" (\"Num\", \"Done\") VALUES (1, 0)"_s);
+        left->session().begin();
+        left->session().run(u"INSERT INTO \"Items\" (\"Num\", \"Done\") VALUES (1, 0)"_s);
     }
     EXPECT_EQ(openOnce(), 0);
     const auto rows = open()->OpenRecordset(u"Items"_s, dao::dbOpenTable);

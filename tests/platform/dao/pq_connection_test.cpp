@@ -14,8 +14,8 @@ namespace {
 class PqConnectionTest : public ServerTest
 {
 protected:
-    static constexpr dao::Waits usual{};
-    static constexpr dao::Waits brief{std::chrono::seconds(1), std::chrono::seconds(3)};
+    static constexpr dao::Timeouts usual{};
+    static constexpr dao::Timeouts brief{std::chrono::seconds(1), std::chrono::seconds(3)};
 
     dao::Link linkThrough(const testsupport::ServerProxy& proxy) const
     {

@@ -34,7 +34,7 @@ protected:
     {
         if (!isOnServer())
             return;
-        dao::DBEngine::instance().Workspaces(0).setAnswerWait(dao::Waits().answer);
+        dao::DBEngine::instance().Workspaces(0).setAnswerWait(dao::Timeouts().answer);
         ItemsTest::TearDown();
     }
 

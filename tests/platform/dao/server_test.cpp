@@ -1,7 +1,7 @@
 // What only a store on a server meets: log-ins that fail, connections that die, tables that other
 // programs have made.
 
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/connection.h"
 #include "platform/dao/examination.h"
 #include "platform/dao/server_fixture.h"
 
@@ -335,7 +335,7 @@ TEST_F(ServerTest, KeepsEveryCommitDurable)
     testsupport::runAsKeeper(
         u"ALTER DATABASE \"%1\" SET synchronous_commit = off"_s.arg(link().database));
     const auto database = open();
-    EXPECT_EQ(database->driver().rows(u"SHOW synchronous_commit"_s).front().front(), u"on"_s);
+    EXPECT_EQ(database->session().rows(u"SHOW synchronous_commit"_s).front().front(), u"on"_s);
 }
 
 TEST_F(ServerTest, CopiesNoFile)

@@ -52,7 +52,7 @@ protected:
     bool isEncrypted() const
     {
         const auto database = dao::DBEngine::instance().OpenDatabase(path());
-        return database->driver()
+        return database->session()
             .rows(u"SELECT ssl FROM pg_stat_ssl WHERE pid = pg_backend_pid()"_s)
             .front()
             .front()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/connection.h"
 
 #include <deque>
 #include <map>

@@ -1,7 +1,5 @@
 #include "platform/dao/engine/session.h"
 
-#include <QStringTokenizer>
-
 namespace dao {
 
 using namespace Qt::StringLiterals;
@@ -15,7 +13,7 @@ int TableInfo::ordinalOf(const QString& fieldName) const
     return -1;
 }
 
-bool mayChangeTheSchema(const QString& sql)
+bool mayChangeSchema(const QString& sql)
 {
     for (const auto verb : {"SELECT"_L1, "WITH"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
         if (sql.startsWith(verb))
@@ -24,75 +22,69 @@ bool mayChangeTheSchema(const QString& sql)
     return true;
 }
 
-void Driver::commit()
+QString Session::rowNumber(const TableInfo& table) const
+{
+    if (!table.numbered)
+        throw runtime::RunTimeError(
+            runtime::UnrecognizedFormat,
+            u"Table '%1' in %2 was not made as a store's table: it has no column %3."_s.arg(
+                table.name, place(), dialect_.rowNumberColumn()));
+    return dialect_.rowNumber(table);
+}
+
+qint64 Session::run(const QString& sql, const QVariantList& values)
+{
+    return execute(sql, values).affected;
+}
+
+std::vector<StoredValues> Session::rows(const QString& sql, const QVariantList& values)
+{
+    return execute(sql, values).rows;
+}
+
+void Session::commit()
 {
     run(u"COMMIT"_s);
     inTransaction_ = false;
 }
 
-void Driver::rollback()
+void Session::rollback()
 {
     inTransaction_ = false;
     run(u"ROLLBACK"_s);
 }
 
-qint64 Driver::run(const QString& sql, const QVariantList& values)
+const std::vector<IndexInfo>& Session::indexes(const QString& table)
 {
-    return execute(sql, values).affected;
+    const auto known = schema().indexes.find(table);
+    if (known != schema().indexes.end())
+        return known->second;
+    std::vector<IndexInfo> read = dialect_.indexesOf(table, rows(dialect_.indexesQuery(), {table}));
+    return schema().indexes.emplace(table, std::move(read)).first->second;
 }
 
-std::vector<StoredValues> Driver::rows(const QString& sql, const QVariantList& values)
-{
-    return execute(sql, values).rows;
-}
-
-RowNumbers Driver::rowNumbers(const QString& joined)
-{
-    RowNumbers numbers;
-    if (joined.isEmpty())
-        return numbers;
-    numbers.reserve(static_cast<std::size_t>(joined.count(u',')) + 1);
-    for (const QStringView each : QStringTokenizer(joined, u','))
-        numbers.push_back(each.toLongLong());
-    return numbers;
-}
-
-QString Driver::quoted(const QString& name)
-{
-    QString inner = name;
-    return u'"' + inner.replace(u'"', u"\"\""_s) + u'"';
-}
-
-QString Driver::quoted(const QStringList& names)
-{
-    QStringList all;
-    for (const QString& each : names)
-        all.append(quoted(each));
-    return all.join(u", "_s);
-}
-
-Together::Together(Driver& driver) : driver_(driver), own_(!driver.inTransaction())
+Transaction::Transaction(Session& session) : session_(session), own_(!session.inTransaction())
 {
     if (own_)
-        driver_.begin();
+        session_.begin();
 }
 
-Together::~Together()
+Transaction::~Transaction()
 {
     if (!own_)
         return;
     try {
-        driver_.rollback();
+        session_.rollback();
     } catch (const runtime::RunTimeError&) {
-        // The engine has rolled back by itself; the failure that led here is the one to tell.
+        // The engine has rolled back by itself; the failure that led here is the one to report.
         return;
     }
 }
 
-void Together::commit()
+void Transaction::commit()
 {
     if (own_)
-        driver_.commit();
+        session_.commit();
     own_ = false;
 }
 

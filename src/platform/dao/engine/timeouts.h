@@ -5,15 +5,15 @@
 namespace dao {
 
 /// How long a store is waited for.
-struct Waits
+struct Timeouts
 {
-    /// For what another station has locked; then 3260.
+    /// For what another station has locked; then Locked (3260).
     std::chrono::milliseconds lock = std::chrono::seconds(5);
-    /// For a server's answer to one statement; then 3146. More than the wait for a lock, which the
-    /// server counts.
+    /// For a server's answer to one statement; then CallFailed (3146). More than the wait for a
+    /// lock, which the server counts.
     std::chrono::milliseconds answer = std::chrono::seconds(7);
 
-    bool operator==(const Waits&) const = default;
+    bool operator==(const Timeouts&) const = default;
 };
 
 } // namespace dao

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <QVariant>
+
+#include <limits>
+#include <vector>
 
 namespace dao {
 
@@ -20,9 +23,19 @@ enum RecordsetType {
     dbOpenDynaset = 2,
 };
 
-/// What a row is told apart by, whatever its fields hold. Opaque above the engine; equal keys mean
-/// the same row of the same table.
+/// Identifies a row, whatever its fields hold. Opaque above the engine; equal keys mean the same
+/// row of the same table.
 using RowKey = QVariant;
+
+/// Internal row number, ascending in insertion order, whatever the row's fields hold.
+using RowNumber = qint64;
+using RowNumbers = std::vector<RowNumber>;
+
+/// The stored values of a row, one for each column asked for.
+using StoredValues = std::vector<QVariant>;
+
+/// The last number that a counter can give: the highest of a 32-bit field.
+constexpr qint64 highestCounter = std::numeric_limits<qint32>::max();
 
 /// What a table says of one of its fields.
 struct FieldInfo
@@ -32,6 +45,19 @@ struct FieldInfo
     int size = 0; ///< Characters of a text field, 0 where it has no limit; 0 for other types.
     bool counter = false;
     bool required = false;
+    bool countsByItself = false; ///< A counter that the store numbers without being asked.
+};
+
+/// A table or view of the store.
+struct TableInfo
+{
+    QString name;
+    bool updatable = true;
+    std::vector<FieldInfo> fields;
+    bool numbered = true; ///< False if the rows have no row numbers.
+
+    /// -1 if no field has the name (any case).
+    int ordinalOf(const QString& fieldName) const;
 };
 
 /// What a table says of one of its indexes.

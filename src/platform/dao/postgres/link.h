@@ -28,15 +28,16 @@ struct Link
 /// The names of the TLS modes, the weakest first.
 const QStringList& linkTlsModes();
 
-/// Takes a link's text apart. The path is for the error's text. Raises 3343 with what is wrong for
-/// anything but the first line, each key once, and a value that can be.
+/// Takes a link's text apart. The path is for the error's text. Throws UnrecognizedFormat (3343)
+/// with what is wrong for anything but the first line, each key once, and a value that can be.
 Link parseLink(const QByteArray& text, const QString& path);
 
-/// The text that parseLink gives the link back from. Raises 3343 as it does for a value that
-/// cannot be in a link.
+/// The text that parseLink gives the link back from. Throws UnrecognizedFormat (3343) as it does
+/// for a value that cannot be in a link.
 QByteArray linkText(const Link& link);
 
-/// The link that lies at the path; nothing where no link lies there. Raises 3343 for a damaged one.
+/// The link that lies at the path; nothing where no link lies there. Throws UnrecognizedFormat
+/// (3343) for a damaged one.
 std::optional<Link> linkAt(const QString& path);
 
 /// True for a file that begins as a link does, however long it is. It opens and closes the file.

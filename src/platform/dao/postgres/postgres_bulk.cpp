@@ -1,15 +1,12 @@
-// The rows of a whole table on a server, by its own binary copying.
-
-#include "platform/dao/engine/bulk.h"
+#include "platform/dao/postgres/postgres_bulk.h"
 #include "platform/dao/engine/row_bytes.h"
-#include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/postgres/pq_connection.h"
 
 #include <QtEndian>
 
 #include <string>
 
-namespace dao {
+namespace dao::postgres {
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -87,7 +84,7 @@ private:
 
 QString selected(const FieldInfo& field)
 {
-    const QString name = Driver::quoted(field.name);
+    const QString name = Dialect::quoted(field.name);
     switch (field.type) {
     case dbBoolean:
         return u"coalesce(%1::integer, 0)::smallint"_s.arg(name);
@@ -108,8 +105,7 @@ QString selected(const FieldInfo& field)
 class PostgresStream final : public RowStream
 {
 public:
-    PostgresStream(postgres::PqConnection& connection, const TableInfo& table,
-                   const QString& rowNumber)
+    PostgresStream(PqConnection& connection, const TableInfo& table, const QString& rowNumber)
         : connection_(connection), table_(table), canon_(table_)
     {
         QStringList columns;
@@ -117,7 +113,7 @@ public:
             columns.append(selected(each));
         connection_.startCopy(
             u"COPY (SELECT %1 FROM %2 ORDER BY %3) TO STDOUT (FORMAT binary)"_s.arg(
-                columns.join(u", "_s), Driver::quoted(table.name), rowNumber));
+                columns.join(u", "_s), Dialect::quoted(table.name), rowNumber));
     }
     ~PostgresStream() override
     {
@@ -162,7 +158,7 @@ private:
         }
     }
 
-    postgres::PqConnection& connection_;
+    PqConnection& connection_;
     TableInfo table_;
     Canon canon_;
     std::string row_;
@@ -173,15 +169,14 @@ private:
 class PostgresSink final : public RowSink
 {
 public:
-    PostgresSink(postgres::PqConnection& connection, const TableInfo& table)
-        : connection_(connection)
+    PostgresSink(PqConnection& connection, const TableInfo& table) : connection_(connection)
     {
         QStringList names;
         for (const FieldInfo& each : table.fields)
             names.append(each.name);
         // FREEZE: nobody else sees the rows yet, so they need not be marked as seen later.
         connection_.startCopy(u"COPY %1 (%2) FROM STDIN (FORMAT binary, FREEZE)"_s.arg(
-            Driver::quoted(table.name), Driver::quoted(names)));
+            Dialect::quoted(table.name), Dialect::quoted(names)));
         block_.reserve(blockSize * 2);
         block_.append(signature.data(), signature.size()).append(qsizetype{8}, '\0');
     }
@@ -217,77 +212,113 @@ public:
     }
 
 private:
-    postgres::PqConnection& connection_;
+    PqConnection& connection_;
     QByteArray block_;
     bool isFinished_ = false;
 };
 
 } // namespace
 
-void PostgresDriver::beginReading()
+/// The server guards its files itself; what can be asked is whether everything can be read and
+/// whether the indexes are good.
+QStringList PostgresBulk::integrityFindings()
 {
-    run(u"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"_s);
-    setInTransaction();
-    run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
+    QStringList findings;
+    for (const StoredValues& row : session_.rows(
+             u"SELECT x.relname FROM pg_index i JOIN pg_class x ON x.oid = i.indexrelid "
+             "WHERE NOT (i.indisvalid AND i.indisready) AND x.relnamespace = "
+             "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY x.oid"_s))
+        findings.append(u"index '%1' is not valid"_s.arg(row.front().toString()));
+    for (const TableInfo& each : session_.knownTables()) {
+        if (!each.updatable)
+            continue;
+        if (!each.numbered)
+            findings.append(u"table '%1' has no column %2"_s.arg(
+                each.name, session_.dialect().rowNumberColumn()));
+        try {
+            session_.rows(
+                u"SELECT sum(length(t::text)) FROM %1 AS t"_s.arg(Dialect::quoted(each.name)));
+        } catch (const RunTimeError& failure) {
+            if (session_.connection().isLost())
+                throw;
+            findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
+        }
+    }
+    return findings;
 }
 
-std::unique_ptr<RowStream> PostgresDriver::rowStream(const TableInfo& table)
+void PostgresBulk::copyTo(const QString&)
 {
-    return std::make_unique<PostgresStream>(*connection_, table, rowNumber(table));
+    throw RunTimeError(
+        runtime::OperationNotSupported,
+        u"A store in %1 cannot be copied as a file; zomrel-store move copies it."_s.arg(
+            session_.place()));
 }
 
-std::unique_ptr<RowSink> PostgresDriver::rowSink(const TableInfo& table)
+std::unique_ptr<RowStream> PostgresBulk::rowStream(const TableInfo& table)
 {
-    run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
-    return std::make_unique<PostgresSink>(*connection_, table);
+    return std::make_unique<PostgresStream>(session_.connection(), table,
+                                            session_.rowNumber(table));
 }
 
-std::optional<qint64> PostgresDriver::counterMark(const QString& table, const QString& field)
+std::unique_ptr<RowSink> PostgresBulk::rowSink(const TableInfo& table)
 {
-    if (!counterValue(table, field).isEmpty())
+    session_.run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
+    return std::make_unique<PostgresSink>(session_.connection(), table);
+}
+
+std::optional<qint64> PostgresBulk::counterMark(const QString& table, const QString& field)
+{
+    const std::optional<TableInfo> info = session_.table(table);
+    const int ordinal = info ? info->ordinalOf(field) : -1;
+    if (ordinal < 0 || !info->fields[static_cast<std::size_t>(ordinal)].countsByItself)
         return {};
-    return rows(u"SELECT coalesce(pg_sequence_last_value("
-                "pg_get_serial_sequence($1, $2)::regclass), 0)"_s,
-                {quoted(table), field})
+    return session_
+        .rows(u"SELECT coalesce(pg_sequence_last_value("
+              "pg_get_serial_sequence($1, $2)::regclass), 0)"_s,
+              {Dialect::quoted(table), field})
         .front()
         .front()
         .toLongLong();
 }
 
-qint64 PostgresDriver::highestGiven(const QString& table, const QString& field)
+qint64 PostgresBulk::highestGiven(const QString& table, const QString& field)
 {
-    return rows(u"SELECT greatest((SELECT max(%1) FROM %2), "
-                "pg_sequence_last_value(pg_get_serial_sequence($1, $2)::regclass), 0)"_s.arg(
-                    quoted(field), quoted(table)),
-                {quoted(table), field})
+    return session_
+        .rows(u"SELECT greatest((SELECT max(%1) FROM %2), "
+              "pg_sequence_last_value(pg_get_serial_sequence($1, $2)::regclass), 0)"_s.arg(
+                  Dialect::quoted(field), Dialect::quoted(table)),
+              {Dialect::quoted(table), field})
         .front()
         .front()
         .toLongLong();
 }
 
-void PostgresDriver::countOnFrom(const QString& table, const QString& field, qint64 highest)
+void PostgresBulk::countOnFrom(const QString& table, const QString& field, qint64 highest)
 {
     if (highest > 0)
-        rows(u"SELECT setval(pg_get_serial_sequence($1, $2), $3)"_s,
-             {quoted(table), field, highest});
+        session_.rows(u"SELECT setval(pg_get_serial_sequence($1, $2), $3)"_s,
+                      {Dialect::quoted(table), field, highest});
 }
 
-void PostgresDriver::learnContents(const QString& table)
+void PostgresBulk::analyze(const QString& table)
 {
-    run(u"ANALYZE "_s + quoted(table));
+    session_.run(u"ANALYZE "_s + Dialect::quoted(table));
 }
 
-QString PostgresDriver::setAside(const QStringList& tables)
+QString PostgresBulk::setAside(const QStringList& tables)
 {
     const QString first = u"before_restore"_s;
     QString schema = first;
     for (int number = 2;
-         !rows(u"SELECT 1 FROM pg_namespace WHERE nspname = $1"_s, {schema}).empty(); ++number)
+         !session_.rows(u"SELECT 1 FROM pg_namespace WHERE nspname = $1"_s, {schema}).empty();
+         ++number)
         schema = u"%1_%2"_s.arg(first).arg(number);
-    run(u"CREATE SCHEMA "_s + quoted(schema));
+    session_.run(u"CREATE SCHEMA "_s + Dialect::quoted(schema));
     for (const QString& each : tables)
-        run(u"ALTER TABLE %1 SET SCHEMA %2"_s.arg(quoted(each), quoted(schema)));
-    return u"schema '%1' of %2"_s.arg(schema, link_.place());
+        session_.run(
+            u"ALTER TABLE %1 SET SCHEMA %2"_s.arg(Dialect::quoted(each), Dialect::quoted(schema)));
+    return u"schema '%1' of %2"_s.arg(schema, session_.place());
 }
 
-} // namespace dao
+} // namespace dao::postgres

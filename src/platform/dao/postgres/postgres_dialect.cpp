@@ -1,52 +1,115 @@
 #include "platform/dao/postgres/postgres_dialect.h"
 
+#include <array>
+
 namespace dao::postgres {
 
 using namespace Qt::StringLiterals;
 
-const QString rowColumn = QStringLiteral("zomrel_row");
-
 namespace {
 
+const QString rowColumn = QStringLiteral("zomrel_row");
 constexpr auto booleanType = "zomrel_boolean"_L1;
 constexpr auto counterTrigger = "zomrel_counter"_L1;
-constexpr auto primaryKeyName = "PrimaryKey"_L1;
 
-/// Columns of tablesQuery.
-enum TableColumn {
-    TableName,
-    IsTable,
-    FieldName,
-    TypeName,
-    TypeModifier,
-    IsRequired,
-    IsCounter,
-    IsSureCounter,
-    TableColumnCount
-};
-/// Columns of indexesQuery.
-enum IndexColumn { IndexName, IsPrimary, IsUnique, IndexField };
-
-/// Type and size by the catalogue's words; what is unknown is a text without limit.
-void readType(const QString& type, int modifier, FieldInfo& field)
+/// Moves a counter past a number that was assigned. The lock keeps others from inserting meanwhile,
+/// so the counter never goes back behind a number that another station is about to get.
+QString counterFunction()
 {
-    constexpr int modifierHead = 4; // what the catalogue adds to a declared length
-    field.type = dbText;
-    if (type == "varchar"_L1 || type == "bpchar"_L1)
-        field.size = std::max(modifier - modifierHead, 0);
-    else if (type == "int4"_L1 || type == "int8"_L1)
-        field.type = dbLong;
-    else if (type == "int2"_L1)
-        field.type = dbInteger;
-    else if (type == "float8"_L1 || type == "float4"_L1 || type == "numeric"_L1)
-        field.type = dbDouble;
-    else if (type == "timestamp"_L1 || type == "timestamptz"_L1 || type == "date"_L1)
-        field.type = dbDate;
-    else if (type == booleanType || type == "bool"_L1)
-        field.type = dbBoolean;
+    return QStringLiteral(
+        "CREATE OR REPLACE FUNCTION zomrel_count() RETURNS trigger LANGUAGE plpgsql "
+        "SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$ "
+        "DECLARE given bigint := to_jsonb(NEW) ->> TG_ARGV[0]; "
+        "counter regclass := pg_get_serial_sequence("
+        "format('%I.%I', TG_TABLE_SCHEMA, TG_TABLE_NAME), TG_ARGV[0]); "
+        "BEGIN "
+        "IF given > coalesce(pg_sequence_last_value(counter), 0) THEN "
+        "EXECUTE format('LOCK TABLE %I.%I IN SHARE ROW EXCLUSIVE MODE', "
+        "TG_TABLE_SCHEMA, TG_TABLE_NAME); "
+        "PERFORM setval(counter, greatest(given, pg_sequence_last_value(counter))); "
+        "END IF; "
+        "RETURN NULL; "
+        "END $$");
 }
 
-QString declaredType(const FieldInfo& field)
+} // namespace
+
+const PostgresDialect& PostgresDialect::instance()
+{
+    static const PostgresDialect only;
+    return only;
+}
+
+QString PostgresDialect::rowNumber(const TableInfo&) const
+{
+    return rowColumn;
+}
+
+QString PostgresDialect::sorted(const FieldInfo& field, const QString& column) const
+{
+    return field.type == dbText ? column + " COLLATE \"C\""_L1 : column;
+}
+
+QString PostgresDialect::joined(const QString& select) const
+{
+    return u"SELECT string_agg(n::text, ',') AS numbers FROM (%1) AS listed(n)"_s.arg(select);
+}
+
+QString PostgresDialect::firstOf(const QString& joined) const
+{
+    return u"split_part(%1, ',', 1)::bigint"_s.arg(joined);
+}
+
+QString PostgresDialect::indexesQuery() const
+{
+    return QStringLiteral(
+        "SELECT x.relname, i.indisprimary, i.indisunique, a.attname "
+        "FROM pg_index i "
+        "JOIN pg_class c ON c.oid = i.indrelid "
+        "JOIN pg_class x ON x.oid = i.indexrelid "
+        "CROSS JOIN LATERAL unnest(i.indkey::int2[]) WITH ORDINALITY AS k(attnum, place) "
+        "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = k.attnum "
+        "WHERE c.relname = $1 AND c.relnamespace = "
+        "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
+        "AND i.indpred IS NULL AND i.indexprs IS NULL AND k.place <= i.indnkeyatts "
+        "ORDER BY i.indisprimary DESC, x.oid, k.place");
+}
+
+QString PostgresDialect::tablesQuery() const
+{
+    // A declared length is stored four too high.
+    return QStringLiteral(
+               "SELECT c.relname, c.relkind IN ('r', 'p'), a.attname, "
+               "CASE WHEN t.typname IN ('varchar', 'bpchar') AND a.atttypmod > 4 "
+               "THEN t.typname || '(' || (a.atttypmod - 4) || ')' ELSE t.typname::text END, "
+               "coalesce(a.attnotnull, false), coalesce(a.attidentity <> '', false), "
+               "EXISTS (SELECT FROM pg_trigger g WHERE g.tgrelid = c.oid AND g.tgname = '%1' "
+               "AND a.attidentity <> '') "
+               "FROM pg_class c "
+               "LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 "
+               "AND NOT a.attisdropped "
+               "LEFT JOIN pg_type t ON t.oid = a.atttypid "
+               "WHERE c.relkind IN ('r', 'p', 'v', 'm') AND c.relnamespace = "
+               "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
+               "ORDER BY c.oid, a.attnum")
+        .arg(counterTrigger);
+}
+
+std::span<const Dialect::TypeName> PostgresDialect::typeNames() const
+{
+    static constexpr std::array names = {
+        TypeName{"varchar"_L1, dbText},   TypeName{"bpchar"_L1, dbText},
+        TypeName{"int4"_L1, dbLong},      TypeName{"int8"_L1, dbLong},
+        TypeName{"int2"_L1, dbInteger},   TypeName{"float8"_L1, dbDouble},
+        TypeName{"float4"_L1, dbDouble},  TypeName{"numeric"_L1, dbDouble},
+        TypeName{"timestamp"_L1, dbDate}, TypeName{"timestamptz"_L1, dbDate},
+        TypeName{"date"_L1, dbDate},      TypeName{booleanType, dbBoolean},
+        TypeName{"bool"_L1, dbBoolean},
+    };
+    return names;
+}
+
+QString PostgresDialect::declaredType(const FieldInfo& field) const
 {
     switch (field.type) {
     case dbBoolean:
@@ -66,205 +129,47 @@ QString declaredType(const FieldInfo& field)
     return text + u" COLLATE \"C\""_s;
 }
 
-QString fieldDefinition(const FieldInfo& field)
+QString PostgresDialect::counterClause() const
 {
-    QString text = Driver::quoted(field.name) + u' ' + declaredType(field);
-    if (field.counter)
-        text += " GENERATED BY DEFAULT AS IDENTITY"_L1;
-    else if (field.type == dbBoolean)
-        text += " NOT NULL DEFAULT 0"_L1;
-    else if (field.required)
-        text += " NOT NULL"_L1;
-    return text;
+    return u" GENERATED BY DEFAULT AS IDENTITY"_s;
 }
 
-QString literal(const QString& text)
+/// A Boolean is stored as -1 or 0; a type of its own tells it from a 16-bit number.
+QStringList PostgresDialect::beforeField(const FieldInfo& field) const
 {
-    QString inner = text;
-    return u'\'' + inner.replace(u'\'', u"''"_s) + u'\'';
+    if (field.type != dbBoolean)
+        return {};
+    return {u"DO $$ BEGIN IF to_regtype('%1') IS NULL THEN CREATE DOMAIN %1 AS smallint; END IF; "
+            "END $$"_s.arg(booleanType)};
 }
 
-/// A Boolean is -1 or 0 there too; the type of its own tells it from a 16-bit number.
-QString booleanDomain()
+QStringList PostgresDialect::counterStatements(const QString& table, const QString& field) const
 {
-    return u"DO $$ BEGIN IF to_regtype('%1') IS NULL THEN CREATE DOMAIN %1 AS smallint; END IF; "
-           "END $$"_s.arg(booleanType);
+    return {counterFunction(), u"CREATE TRIGGER %1 AFTER INSERT OR UPDATE OF %2 ON %3 FOR EACH ROW "
+                               "EXECUTE FUNCTION zomrel_count(%4)"_s.arg(
+                                   counterTrigger, quoted(field), quoted(table), literal(field))};
 }
 
-/// Moves a counter past a number that was assigned. Nobody else inserts meanwhile, so a number that
-/// another station is about to be given is never set back.
-QString counterFunction()
+QString PostgresDialect::rowNumberColumn() const
 {
-    return QStringLiteral(
-        "CREATE OR REPLACE FUNCTION zomrel_count() RETURNS trigger LANGUAGE plpgsql "
-        "SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$ "
-        "DECLARE given bigint := to_jsonb(NEW) ->> TG_ARGV[0]; "
-        "counter regclass := pg_get_serial_sequence("
-        "format('%I.%I', TG_TABLE_SCHEMA, TG_TABLE_NAME), TG_ARGV[0]); "
-        "BEGIN "
-        "IF given > coalesce(pg_sequence_last_value(counter), 0) THEN "
-        "EXECUTE format('LOCK TABLE %I.%I IN SHARE ROW EXCLUSIVE MODE', "
-        "TG_TABLE_SCHEMA, TG_TABLE_NAME); "
-        "PERFORM setval(counter, greatest(given, pg_sequence_last_value(counter))); "
-        "END IF; "
-        "RETURN NULL; "
-        "END $$");
+    return rowColumn;
 }
 
-QString counterTriggerOn(const QString& table, const QString& field)
+QString PostgresDialect::rowNumberDefinition() const
 {
-    return u"CREATE TRIGGER %1 AFTER INSERT OR UPDATE OF %2 ON %3 FOR EACH ROW "
-           "EXECUTE FUNCTION zomrel_count(%4)"_s.arg(counterTrigger, Driver::quoted(field),
-                                                     Driver::quoted(table), literal(field));
+    return rowColumn + " bigint GENERATED ALWAYS AS IDENTITY UNIQUE"_L1;
 }
 
-/// Index names are one name space for all tables there, so a table's indexes carry its name.
-QString storedIndexName(const QString& table, const QString& index)
+/// Rows of equal value stand in the order in which they were stored, so the index includes the row
+/// id.
+QString PostgresDialect::indexColumns(const IndexInfo& index) const
 {
-    return table + u'.' + index;
-}
-
-QString shownIndexName(const QString& table, const QString& stored)
-{
-    const QString prefix = table + u'.';
-    return stored.startsWith(prefix, Qt::CaseInsensitive) ? stored.mid(prefix.size()) : stored;
-}
-
-} // namespace
-
-QString tablesQuery()
-{
-    return QStringLiteral(
-               "SELECT c.relname, c.relkind IN ('r', 'p'), a.attname, t.typname, a.atttypmod, "
-               "coalesce(a.attnotnull, false), coalesce(a.attidentity <> '', false), "
-               "EXISTS (SELECT FROM pg_trigger g WHERE g.tgrelid = c.oid AND g.tgname = '%1' "
-               "AND a.attidentity <> '') "
-               "FROM pg_class c "
-               "LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 "
-               "AND NOT a.attisdropped "
-               "LEFT JOIN pg_type t ON t.oid = a.atttypid "
-               "WHERE c.relkind IN ('r', 'p', 'v', 'm') AND c.relnamespace = "
-               "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
-               "ORDER BY c.oid, a.attnum")
-        .arg(counterTrigger);
-}
-
-std::vector<TableInfo> tablesOf(const std::vector<StoredValues>& rows)
-{
-    std::vector<TableInfo> all;
-    for (const StoredValues& row : rows) {
-        const QString name = row[TableName].toString();
-        if (all.empty() || all.back().name != name)
-            all.push_back({name, row[IsTable].toBool(), {}, false});
-        TableInfo& table = all.back();
-        if (row[FieldName].isNull())
-            continue;
-        FieldInfo field;
-        field.name = row[FieldName].toString();
-        if (field.name == rowColumn) {
-            table.numbered = true;
-            continue;
-        }
-        field.required = row[IsRequired].toBool();
-        field.counter = row[IsCounter].toBool();
-        readType(row[TypeName].toString(), row[TypeModifier].toInt(), field);
-        table.fields.push_back(field);
-    }
-    return all;
-}
-
-QStringList sureCountersOf(const std::vector<StoredValues>& rows)
-{
-    QStringList counters;
-    for (const StoredValues& row : rows) {
-        if (row[IsSureCounter].toBool())
-            counters.append(row[TableName].toString() + u'.' + row[FieldName].toString());
-    }
-    return counters;
-}
-
-QString indexesQuery()
-{
-    return QStringLiteral(
-        "SELECT x.relname, i.indisprimary, i.indisunique, a.attname "
-        "FROM pg_index i "
-        "JOIN pg_class c ON c.oid = i.indrelid "
-        "JOIN pg_class x ON x.oid = i.indexrelid "
-        "CROSS JOIN LATERAL unnest(i.indkey::int2[]) WITH ORDINALITY AS k(attnum, place) "
-        "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = k.attnum "
-        "WHERE c.relname = $1 AND c.relnamespace = "
-        "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
-        "AND i.indpred IS NULL AND i.indexprs IS NULL AND k.place <= i.indnkeyatts "
-        "ORDER BY i.indisprimary DESC, x.oid, k.place");
-}
-
-std::vector<IndexInfo> indexesOf(const QString& table, const std::vector<StoredValues>& rows)
-{
-    std::vector<IndexInfo> all;
-    QString stored;
-    for (const StoredValues& row : rows) {
-        if (row[IndexField].toString() == rowColumn)
-            continue; // the index of the row numbers, or what makes another one's order whole
-        if (all.empty() || stored != row[IndexName].toString()) {
-            stored = row[IndexName].toString();
-            const bool primary = row[IsPrimary].toBool();
-            all.push_back({primary ? QString(primaryKeyName) : shownIndexName(table, stored),
-                           {},
-                           primary,
-                           row[IsUnique].toBool()});
-        }
-        all.back().fields.append(row[IndexField].toString());
-    }
-    return all;
-}
-
-QStringList createTable(const TableInfo& table, const std::vector<IndexInfo>& indexes)
-{
-    QStringList before;
-    QStringList parts;
-    QStringList following;
-    QString primaryKey;
-    for (const IndexInfo& each : indexes) {
-        if (each.primary)
-            primaryKey = u", PRIMARY KEY (%1)"_s.arg(Driver::quoted(each.fields));
-        else
-            following.append(createIndex(table.name, each));
-    }
-    for (const FieldInfo& each : table.fields) {
-        parts.append(fieldDefinition(each));
-        if (each.type == dbBoolean && before.isEmpty())
-            before.append(booleanDomain());
-        if (each.counter)
-            following << counterFunction() << counterTriggerOn(table.name, each.name);
-    }
-    parts.append(rowColumn + " bigint GENERATED ALWAYS AS IDENTITY UNIQUE"_L1);
-    return before +
-           QStringList(u"CREATE TABLE %1 (%2%3)"_s.arg(Driver::quoted(table.name),
-                                                       parts.join(u", "_s), primaryKey)) +
-           following;
-}
-
-/// Rows of equal value stand in the order in which they were stored, so the index carries it.
-QString createIndex(const QString& table, const IndexInfo& index)
-{
-    QStringList fields;
+    QStringList columns;
     for (const QString& each : index.fields)
-        fields.append(Driver::quoted(each) + " NULLS FIRST"_L1);
+        columns.append(quoted(each) + " NULLS FIRST"_L1);
     if (!index.unique)
-        fields.append(rowColumn);
-    return u"CREATE %1 %2 ON %3 (%4)"_s.arg(index.unique ? u"UNIQUE INDEX"_s : u"INDEX"_s,
-                                            Driver::quoted(storedIndexName(table, index.name)),
-                                            Driver::quoted(table), fields.join(u", "_s));
-}
-
-QStringList addField(const QString& table, const FieldInfo& field)
-{
-    QStringList statements;
-    if (field.type == dbBoolean)
-        statements.append(booleanDomain());
-    statements.append(
-        u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(Driver::quoted(table), fieldDefinition(field)));
-    return statements;
+        columns.append(rowColumn);
+    return columns.join(u", "_s);
 }
 
 } // namespace dao::postgres

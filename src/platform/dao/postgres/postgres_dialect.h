@@ -1,30 +1,33 @@
 #pragma once
 
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/dialect.h"
 
-/// How a store's tables stand in a PostgreSQL schema: what is read of the catalogue, and the
-/// statements that make a table. Every table has a column more than it shows, which numbers its
-/// rows in the order in which they were stored.
 namespace dao::postgres {
 
-extern const QString rowColumn;
+/// A store in a PostgreSQL schema. Every table has one column more than it shows, an identity that
+/// numbers its rows in the order in which they were stored.
+class PostgresDialect final : public Dialect
+{
+public:
+    static const PostgresDialect& instance();
 
-/// A row for each field of each table and view (one without a field for a table that has none),
-/// tables in the order of creation, fields by ordinal. tablesOf takes the rows.
-QString tablesQuery();
-std::vector<TableInfo> tablesOf(const std::vector<StoredValues>& rows);
+    QString rowNumber(const TableInfo& table) const override;
+    QString sorted(const FieldInfo& field, const QString& column) const override;
+    QString joined(const QString& select) const override;
+    QString firstOf(const QString& joined) const override;
+    QString indexesQuery() const override;
+    /// The rows of all tables and views that tablesOf takes, in the order of creation.
+    QString tablesQuery() const;
+    QString rowNumberColumn() const override;
 
-/// The names, as "table.field", of the counters among the rows of tablesQuery that go on from an
-/// assigned number.
-QStringList sureCountersOf(const std::vector<StoredValues>& rows);
-
-/// A row for each field of each index of the table, the primary key first, the others in the order
-/// of creation. indexesOf takes the rows.
-QString indexesQuery();
-std::vector<IndexInfo> indexesOf(const QString& table, const std::vector<StoredValues>& rows);
-
-QStringList createTable(const TableInfo& table, const std::vector<IndexInfo>& indexes);
-QString createIndex(const QString& table, const IndexInfo& index);
-QStringList addField(const QString& table, const FieldInfo& field);
+protected:
+    std::span<const TypeName> typeNames() const override;
+    QString declaredType(const FieldInfo& field) const override;
+    QString counterClause() const override;
+    QStringList beforeField(const FieldInfo& field) const override;
+    QStringList counterStatements(const QString& table, const QString& field) const override;
+    QString rowNumberDefinition() const override;
+    QString indexColumns(const IndexInfo& index) const override;
+};
 
 } // namespace dao::postgres

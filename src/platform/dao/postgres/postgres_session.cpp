@@ -1,6 +1,7 @@
 #include "platform/dao/postgres/postgres_session.h"
 
 #include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/postgres/postgres_bulk.h"
 #include "platform/dao/postgres/postgres_dialect.h"
 #include "platform/dao/postgres/pq_connection.h"
 #include "platform/dao/postgres/pq_login.h"
@@ -11,7 +12,7 @@
 
 #include <algorithm>
 
-namespace dao {
+namespace dao::postgres {
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -38,13 +39,13 @@ QString greetingText()
         "THEN set_config('synchronous_commit', 'on', false) END");
 }
 
-QString keyOf(const Link& link, const Waits& waits)
+QString keyOf(const Link& link, const Timeouts& timeouts)
 {
     return u"server|%1|%2|%3|%4|%5|%6|%7"_s.arg(link.server)
         .arg(link.port)
         .arg(link.database, link.user, link.tls)
-        .arg(waits.lock.count())
-        .arg(waits.answer.count());
+        .arg(timeouts.lock.count())
+        .arg(timeouts.answer.count());
 }
 
 /// What has been read of the schema of a store, for all connections to it: a click works over
@@ -81,13 +82,13 @@ bool isHandlingEvents()
 
 /// Holds for as long as the event is handled that is being handled now; outside an event loop, not
 /// at all.
-void markAsAnswered(const std::shared_ptr<postgres::PqConnection>& connection)
+void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
 {
     if (!isHandlingEvents())
         return;
     connection->setJustAnswered(true);
     QTimer::singleShot(0, QCoreApplication::instance(),
-                       [answered = std::weak_ptr<postgres::PqConnection>(connection)] {
+                       [answered = std::weak_ptr<PqConnection>(connection)] {
                            if (const auto still = answered.lock())
                                still->setJustAnswered(false);
                        });
@@ -96,58 +97,56 @@ void markAsAnswered(const std::shared_ptr<postgres::PqConnection>& connection)
 /// Transactions leave the schema as it is, but for one that is taken back.
 bool keepsTheSchema(const QString& sql)
 {
-    return !mayChangeTheSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
+    return !mayChangeSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
 }
 
 } // namespace
 
-PostgresDriver::PostgresDriver(Connection connection, const QString& path, Link link,
-                               const Waits& waits)
-    : Driver(path), connection_(std::move(connection)), link_(std::move(link)), waits_(waits),
-      poolKey_(keyOf(link_, waits_))
+PostgresSession::PostgresSession(const QString& path, Link link, const Timeouts& timeouts)
+    : Session(path, PostgresDialect::instance()), link_(std::move(link)), timeouts_(timeouts),
+      poolKey_(keyOf(link_, timeouts_))
 {
 }
 
 /// A transaction's own connection serves all databases if no other one does.
-PostgresDriver::~PostgresDriver()
+PostgresSession::~PostgresSession()
 {
     if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
         ConnectionPool::instance().share(poolKey_, connection_);
 }
 
-std::unique_ptr<Driver> PostgresDriver::open(const QString& path, const Link& link,
-                                             const Waits& waits)
+std::unique_ptr<Session> PostgresSession::open(const QString& path, const Link& link,
+                                               const Timeouts& timeouts)
 {
-    std::unique_ptr<PostgresDriver> driver(new PostgresDriver(nullptr, path, link, waits));
-    driver->connection_ = driver->shared();
-    if (driver->connection_ && driver->takeUp())
-        return driver;
+    std::unique_ptr<PostgresSession> session(new PostgresSession(path, link, timeouts));
+    session->connection_ = session->shared();
+    if (session->connection_ && session->takeUp())
+        return session;
     ConnectionPool& pool = ConnectionPool::instance();
-    pool.unshare(driver->poolKey_);
-    driver->connection_ = driver->logIn();
-    driver->requireTakenUp();
-    pool.share(driver->poolKey_, driver->connection_);
-    return driver;
+    pool.unshare(session->poolKey_);
+    session->connection_ = session->logIn();
+    session->requireTakenUp();
+    pool.share(session->poolKey_, session->connection_);
+    return session;
 }
 
-SchemaMemory& PostgresDriver::schema()
+SchemaMemory& PostgresSession::schema()
 {
     return connection_->schema();
 }
 
-PostgresDriver::Connection PostgresDriver::shared() const
+PostgresSession::Connection PostgresSession::shared() const
 {
-    return std::static_pointer_cast<postgres::PqConnection>(
-        ConnectionPool::instance().shared(poolKey_));
+    return std::static_pointer_cast<PqConnection>(ConnectionPool::instance().shared(poolKey_));
 }
 
-PostgresDriver::Connection PostgresDriver::logIn() const
+PostgresSession::Connection PostgresSession::logIn() const
 {
-    auto connection = std::make_shared<postgres::PqConnection>(link_, waits_);
+    auto connection = std::make_shared<PqConnection>(link_, timeouts_);
     try {
         connection->prepare(greetingName, greetingText(), greetingPatience);
     } catch (const RunTimeError& error) {
-        throw postgres::logInError(link_, error.description());
+        throw logInError(link_, error.description());
     }
     return connection;
 }
@@ -155,7 +154,7 @@ PostgresDriver::Connection PostgresDriver::logIn() const
 /// Greets the server, which shows whether the connection lives, and learns whether the schema is
 /// the known one. False if the connection has died. A handler opens the store again and again; one
 /// greeting is enough for it.
-bool PostgresDriver::takeUp()
+bool PostgresSession::takeUp()
 {
     if (isHandlingEvents() && connection_->hasJustAnswered() && !connection_->isLost())
         return true;
@@ -180,7 +179,7 @@ bool PostgresDriver::takeUp()
     return true;
 }
 
-void PostgresDriver::requireTakenUp()
+void PostgresSession::requireTakenUp()
 {
     if (!takeUp())
         throw RunTimeError(runtime::ConnectionFailed,
@@ -188,7 +187,7 @@ void PostgresDriver::requireTakenUp()
 }
 
 /// Replaces a connection that has died. Between two statements nothing is under way.
-void PostgresDriver::goOnAnew()
+void PostgresSession::reconnect()
 {
     const Connection other = shared();
     if (other && other != connection_ && !other->isLost()) {
@@ -200,12 +199,12 @@ void PostgresDriver::goOnAnew()
     ConnectionPool::instance().share(poolKey_, connection_);
 }
 
-Answer PostgresDriver::execute(const QString& sql, const QVariantList& values)
+Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
 {
     if (connection_->isLost()) {
         if (inTransaction() || sql == "ROLLBACK"_L1)
             throw connection_->lossError();
-        goOnAnew();
+        reconnect();
     }
     // The server would take this for a rollback and not say so.
     if (sql == "COMMIT"_L1 && connection_->hasFailedTransaction())
@@ -213,32 +212,28 @@ Answer PostgresDriver::execute(const QString& sql, const QVariantList& values)
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
     if (!keepsTheSchema(sql))
         connection_->forgetSchema();
-    if (mayChangeTheSchema(sql))
+    if (mayChangeSchema(sql))
         askAnew();
-    if (!inTransaction() && !values.isEmpty() && !mayChangeTheSchema(sql))
+    if (!inTransaction() && !values.isEmpty() && !mayChangeSchema(sql))
         return connection_->executeKept(sql, values);
     return connection_->execute(sql, values);
 }
 
 /// Lets the next database to be opened ask for the schema's mark.
-void PostgresDriver::askAnew() const
+void PostgresSession::askAnew() const
 {
     if (const Connection greeted = shared())
         greeted->setJustAnswered(false);
 }
 
-const std::vector<TableInfo>& PostgresDriver::knownTables()
+const std::vector<TableInfo>& PostgresSession::knownTables()
 {
-    if (!schema().all) {
-        const std::vector<StoredValues> read = rows(postgres::tablesQuery());
-        for (const QString& each : postgres::sureCountersOf(read))
-            schema().counters[each] = QString();
-        schema().all = postgres::tablesOf(read);
-    }
+    if (!schema().all)
+        schema().all = dialect().tablesOf(rows(PostgresDialect::instance().tablesQuery()));
     return *schema().all;
 }
 
-std::vector<TableInfo> PostgresDriver::tables()
+std::vector<TableInfo> PostgresSession::tables()
 {
     std::vector<TableInfo> all = knownTables();
     for (TableInfo& each : all)
@@ -246,7 +241,7 @@ std::vector<TableInfo> PostgresDriver::tables()
     return all;
 }
 
-std::optional<TableInfo> PostgresDriver::table(const QString& name)
+std::optional<TableInfo> PostgresSession::table(const QString& name)
 {
     if (std::optional<TableInfo> known = tableIn(knownTables(), name))
         return known;
@@ -255,73 +250,14 @@ std::optional<TableInfo> PostgresDriver::table(const QString& name)
     return tableIn(knownTables(), name);
 }
 
-std::vector<IndexInfo> PostgresDriver::indexes(const QString& table)
-{
-    const auto known = schema().indexes.find(table);
-    if (known != schema().indexes.end())
-        return known->second;
-    std::vector<IndexInfo> read =
-        postgres::indexesOf(table, rows(postgres::indexesQuery(), {table}));
-    return schema().indexes.emplace(table, std::move(read)).first->second;
-}
-
-QString PostgresDriver::rowNumber(const TableInfo& table) const
-{
-    if (!table.numbered)
-        throw RunTimeError(
-            runtime::UnrecognizedFormat,
-            u"Table '%1' in %2 was not made as a store's table: it has no column %3."_s.arg(
-                table.name, link_.place(), postgres::rowColumn));
-    return postgres::rowColumn;
-}
-
-QString PostgresDriver::sorted(const FieldInfo& field, const QString& column) const
-{
-    return field.type == dbText ? column + " COLLATE \"C\""_L1 : column;
-}
-
-RowNumber PostgresDriver::insert(const TableInfo& table, const QString& sql,
-                                 const QVariantList& values)
+RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
+                                  const QVariantList& values)
 {
     return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
 }
 
-QString PostgresDriver::joined(const QString& select) const
-{
-    return u"SELECT string_agg(n::text, ',') AS numbers FROM (%1) AS listed(n)"_s.arg(select);
-}
-
-QString PostgresDriver::firstOf(const QString& joined) const
-{
-    return u"split_part(%1, ',', 1)::bigint"_s.arg(joined);
-}
-
-QString PostgresDriver::counterValue(const QString& table, const QString& field)
-{
-    knownTables();
-    if (schema().counters.contains(table + u'.' + field))
-        return {};
-    return u"(SELECT coalesce(max(%1), 0) + 1 FROM %2)"_s.arg(quoted(field), quoted(table));
-}
-
-QStringList PostgresDriver::createTable(const TableInfo& table,
-                                        const std::vector<IndexInfo>& indexes) const
-{
-    return postgres::createTable(table, indexes);
-}
-
-QString PostgresDriver::createIndex(const QString& table, const IndexInfo& index) const
-{
-    return postgres::createIndex(table, index);
-}
-
-QStringList PostgresDriver::addField(const QString& table, const FieldInfo& field) const
-{
-    return postgres::addField(table, field);
-}
-
 /// The other databases on the store are no part of the transaction, so they get another connection.
-void PostgresDriver::begin()
+void PostgresSession::begin()
 {
     if (shared() == connection_) {
         constexpr long here = 1;
@@ -337,38 +273,16 @@ void PostgresDriver::begin()
     setInTransaction();
 }
 
-/// The server guards its files itself; what can be asked is whether everything can be read and
-/// whether the indexes are good.
-QStringList PostgresDriver::integrityFindings()
+void PostgresSession::beginSnapshot()
 {
-    QStringList findings;
-    for (const StoredValues& row :
-         rows(u"SELECT x.relname FROM pg_index i JOIN pg_class x ON x.oid = i.indexrelid "
-              "WHERE NOT (i.indisvalid AND i.indisready) AND x.relnamespace = "
-              "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY x.oid"_s))
-        findings.append(u"index '%1' is not valid"_s.arg(row.front().toString()));
-    for (const TableInfo& each : knownTables()) {
-        if (!each.updatable)
-            continue;
-        if (!each.numbered)
-            findings.append(u"table '%1' has no column %2"_s.arg(each.name, postgres::rowColumn));
-        try {
-            rows(u"SELECT sum(length(t::text)) FROM %1 AS t"_s.arg(quoted(each.name)));
-        } catch (const RunTimeError& failure) {
-            if (connection_->isLost())
-                throw;
-            findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
-        }
-    }
-    return findings;
+    run(u"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"_s);
+    setInTransaction();
+    run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
 }
 
-void PostgresDriver::copyTo(const QString&)
+std::unique_ptr<Bulk> PostgresSession::bulk()
 {
-    throw RunTimeError(
-        runtime::OperationNotSupported,
-        u"A store in %1 cannot be copied as a file; zomrel-store move copies it."_s.arg(
-            link_.place()));
+    return std::make_unique<PostgresBulk>(*this);
 }
 
-} // namespace dao
+} // namespace dao::postgres

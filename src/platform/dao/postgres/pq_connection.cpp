@@ -155,8 +155,8 @@ bool isFailure(const PGresult* result)
 
 } // namespace
 
-PqConnection::PqConnection(Link link, const Waits& waits)
-    : link_(std::move(link)), waits_(waits), handle_(logIn(link_, waits_))
+PqConnection::PqConnection(Link link, const Timeouts& timeouts)
+    : link_(std::move(link)), timeouts_(timeouts), handle_(logIn(link_, timeouts_))
 {
 }
 
@@ -165,12 +165,12 @@ Answer PqConnection::execute(const QString& sql, const QVariantList& values)
     const QByteArray text = sql.toUtf8();
     if (values.isEmpty())
         return answerOf(
-            lastResult(PQsendQuery(handle_.get(), text.constData()) == 1, waits_.answer));
+            lastResult(PQsendQuery(handle_.get(), text.constData()) == 1, timeouts_.answer));
     const Parameters parameters(values);
     const int sent =
         PQsendQueryParams(handle_.get(), text.constData(), parameters.count(), parameters.types(),
                           parameters.values(), nullptr, nullptr, 0);
-    return answerOf(lastResult(sent == 1, waits_.answer));
+    return answerOf(lastResult(sent == 1, timeouts_.answer));
 }
 
 Answer PqConnection::executeKept(const QString& sql, const QVariantList& values)
@@ -186,13 +186,13 @@ Answer PqConnection::executeKept(const QString& sql, const QVariantList& values)
         const QByteArray name = "zomrel_" + QByteArray::number(++keptCount_);
         const int sent = PQsendPrepare(handle_.get(), name.constData(), sql.toUtf8().constData(),
                                        parameters.count(), parameters.types());
-        answerOf(lastResult(sent == 1, waits_.answer));
+        answerOf(lastResult(sent == 1, timeouts_.answer));
         kept->second = name;
     }
     const int sent =
         PQsendQueryPrepared(handle_.get(), kept->second.constData(), parameters.count(),
                             parameters.values(), nullptr, nullptr, 0);
-    const Result result = lastResult(sent == 1, waits_.answer);
+    const Result result = lastResult(sent == 1, timeouts_.answer);
     if (!isOutdated(result.get()))
         return answerOf(result);
     kept_.erase(kept);
@@ -246,7 +246,7 @@ RunTimeError PqConnection::lossError(const QString& reason) const
 void PqConnection::startCopy(const QString& sql)
 {
     const bool isSent = PQsendQuery(handle_.get(), sql.toUtf8().constData()) == 1;
-    const Deadline deadline(waits_.answer);
+    const Deadline deadline(timeouts_.answer);
     if (isSent)
         flush(deadline);
     const Result result = nextResult(deadline);
@@ -261,7 +261,7 @@ void PqConnection::startCopy(const QString& sql)
 std::optional<QByteArrayView> PqConnection::nextCopied()
 {
     copied_.reset();
-    const Deadline deadline(waits_.answer);
+    const Deadline deadline(timeouts_.answer);
     char* data = nullptr;
     constexpr int withoutWaiting = 1;
     int length = 0;
@@ -274,13 +274,13 @@ std::optional<QByteArrayView> PqConnection::nextCopied()
         copied_.reset(data);
         return QByteArrayView(data, length);
     }
-    answerOf(lastResult(true, waits_.answer));
+    answerOf(lastResult(true, timeouts_.answer));
     return {};
 }
 
 void PqConnection::sendCopied(QByteArrayView block)
 {
-    const Deadline deadline(waits_.answer);
+    const Deadline deadline(timeouts_.answer);
     int queued = 0;
     while ((queued = PQputCopyData(handle_.get(), block.data(), static_cast<int>(block.size()))) ==
            0)
@@ -294,8 +294,8 @@ void PqConnection::endCopy(const char* refusal)
 {
     int ended = 0;
     while ((ended = PQputCopyEnd(handle_.get(), refusal)) == 0)
-        flush(Deadline(waits_.answer));
-    const Result result = lastResult(ended == 1, waits_.answer);
+        flush(Deadline(timeouts_.answer));
+    const Result result = lastResult(ended == 1, timeouts_.answer);
     if (refusal == nullptr)
         answerOf(result);
 }

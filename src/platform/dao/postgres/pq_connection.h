@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/connection.h"
 #include "platform/dao/engine/timeouts.h"
 #include "platform/dao/postgres/link.h"
 #include "platform/dao/postgres/pq_handle.h"
@@ -8,7 +8,7 @@
 namespace dao::postgres {
 
 /// One connection to a PostgreSQL server, over the client library in non-blocking mode. Every call
-/// returns within a known time: it waits for the socket with a deadline, and a connection that
+/// returns within a known time: it timeouts for the socket with a deadline, and a connection that
 /// misses a deadline is closed. Values travel as parameters and never become SQL text.
 ///
 /// The functions throw CallFailed (3146) if the connection is or gets lost, and the error that a
@@ -17,7 +17,7 @@ class PqConnection final : public EngineConnection
 {
 public:
     /// Logs in. Throws ConnectionFailed (3151) with the server's name and the reason.
-    PqConnection(Link link, const Waits& waits);
+    PqConnection(Link link, const Timeouts& timeouts);
 
     /// Runs a statement with the values of its parameters $1, $2 and so on. Throws
     /// DataTypeConversion (3421) for a text with a zero character, which no server stores.
@@ -61,7 +61,7 @@ private:
     [[noreturn]] void fail(const PGresult* result);
 
     Link link_;
-    Waits waits_;
+    Timeouts timeouts_;
     ConnectionHandle handle_;
     QString lossReason_;
     std::map<QString, QByteArray> kept_; ///< Names of prepared statements; empty after one use.

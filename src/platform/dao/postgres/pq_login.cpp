@@ -82,16 +82,16 @@ QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
 }
 
 /// Server settings that come with the log-in, so that they cost no round trip.
-QByteArray sessionOptions(const Waits& waits)
+QByteArray sessionOptions(const Timeouts& timeouts)
 {
     return u"-c lock_timeout=%1 -c idle_in_transaction_session_timeout=%2 -c extra_float_digits=1 "
            "-c standard_conforming_strings=on -c client_min_messages=warning -c datestyle=ISO"_s
-               .arg(waits.lock.count())
+               .arg(timeouts.lock.count())
                .arg(std::chrono::milliseconds(idleInTransaction).count())
                .toUtf8();
 }
 
-ConnectionHandle started(const Link& link, const Waits& waits, const QByteArray& address)
+ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByteArray& address)
 {
     const std::array<std::pair<const char*, QByteArray>, 13> settings = {{
         {"host", link.server.toUtf8()},
@@ -102,8 +102,8 @@ ConnectionHandle started(const Link& link, const Waits& waits, const QByteArray&
         {"sslmode", link.tls.toUtf8()},
         {"client_encoding", "UTF8"},
         {"application_name", "Zomrel"},
-        {"options", sessionOptions(waits)},
-        {"tcp_user_timeout", QByteArray::number(qint64(waits.answer.count()))},
+        {"options", sessionOptions(timeouts)},
+        {"tcp_user_timeout", QByteArray::number(qint64(timeouts.answer.count()))},
         {"keepalives_idle", "5"},
         {"keepalives_interval", "2"},
         {"keepalives_count", "2"},
@@ -126,11 +126,11 @@ struct Attempt
     bool reachedServer = false;
 };
 
-Attempt attempt(const Link& link, const Waits& waits, const QByteArray& address,
+Attempt attempt(const Link& link, const Timeouts& timeouts, const QByteArray& address,
                 std::chrono::milliseconds patience)
 {
     const Deadline deadline(patience);
-    ConnectionHandle connection = started(link, waits, address);
+    ConnectionHandle connection = started(link, timeouts, address);
     if (!connection)
         throw RunTimeError(runtime::OutOfMemory);
     bool reached = false;
@@ -158,7 +158,7 @@ RunTimeError logInError(const Link& link, const QString& reason)
                                                                           reason.simplified()));
 }
 
-ConnectionHandle logIn(const Link& link, const Waits& waits)
+ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
 {
     const Deadline deadline(logInPatience);
     const QByteArrayList addresses = addressesOf(link, deadline);
@@ -167,7 +167,7 @@ ConnectionHandle logIn(const Link& link, const Waits& waits)
         const bool isLast = reasons.size() + 1 == addresses.size();
         const auto left = deadline.left();
         Attempt result =
-            attempt(link, waits, address, isLast ? left : std::min(left, addressPatience));
+            attempt(link, timeouts, address, isLast ? left : std::min(left, addressPatience));
         if (result.connection) {
             PQsetnonblocking(result.connection.get(), 1);
             // Notices are in the server's log; failures come as errors.

@@ -1,17 +1,20 @@
 // The rows of a whole table of an embedded store, read and written as bytes.
 
+#include "platform/dao/sqlite/sqlite_bulk.h"
 #include "platform/dao/engine/bulk.h"
 #include "platform/dao/engine/row_bytes.h"
 #include "platform/dao/engine/values.h"
+#include "platform/dao/sqlite/sqlite_counters.h"
 #include "platform/dao/sqlite/sqlite_session.h"
 
 #include <QDateTime>
 #include <QSqlError>
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
-namespace dao {
+namespace dao::sqlite {
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -136,21 +139,21 @@ void addStored(RowWriter& row, const FieldInfo& field, const QVariant& stored)
 class SqliteStream final : public RowStream
 {
 public:
-    SqliteStream(const SqliteDriver& driver, const TableInfo& table, QSqlQuery query)
-        : driver_(driver), table_(table), query_(std::move(query))
+    SqliteStream(const Session& session, const TableInfo& table, QSqlQuery query)
+        : table_(table), query_(std::move(query))
     {
         query_.setForwardOnly(true);
-        const QString number = driver.rowNumber(table);
+        const QString number = session.rowNumber(table);
         if (!query_.exec(u"SELECT %1 FROM %2 ORDER BY %3"_s.arg(
-                Driver::quoted(namesOf(table)), Driver::quoted(table.name), number)))
-            throw driver_.error(query_.lastError());
+                Dialect::quoted(namesOf(table)), Dialect::quoted(table.name), number)))
+            throw errorOf(query_.lastError());
     }
 
     std::optional<QByteArrayView> next() override
     {
         if (!query_.next()) {
             if (query_.lastError().isValid())
-                throw driver_.error(query_.lastError());
+                throw errorOf(query_.lastError());
             return {};
         }
         ++rows_;
@@ -187,7 +190,6 @@ private:
                    : u"row %1"_s.arg(rows_);
     }
 
-    const SqliteDriver& driver_;
     TableInfo table_;
     QSqlQuery query_;
     RowWriter row_;
@@ -225,13 +227,14 @@ QVariant boundValue(const FieldInfo& field, const std::optional<QByteArrayView>&
 class SqliteSink final : public RowSink
 {
 public:
-    SqliteSink(const SqliteDriver& driver, const TableInfo& table, QSqlQuery query)
-        : driver_(driver), fields_(table.fields), query_(std::move(query)), last_(fields_.size())
+    SqliteSink(const TableInfo& table, QSqlQuery query)
+        : fields_(table.fields), query_(std::move(query)), last_(fields_.size())
     {
         const QStringList places(static_cast<qsizetype>(fields_.size()), u"?"_s);
         if (!query_.prepare(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(
-                Driver::quoted(table.name), Driver::quoted(namesOf(table)), places.join(u", "_s))))
-            throw driver_.error(query_.lastError());
+                Dialect::quoted(table.name), Dialect::quoted(namesOf(table)),
+                places.join(u", "_s))))
+            throw errorOf(query_.lastError());
     }
 
     /// A value that is the one of the row before stays bound, which is most of them in a workshop's
@@ -250,7 +253,7 @@ public:
         isFirst_ = false;
         std::swap(lastRow_, thisRow_); // the last fields point into it
         if (!query_.exec())
-            throw driver_.error(query_.lastError());
+            throw errorOf(query_.lastError());
     }
 
     void finish() override { query_ = QSqlQuery(); }
@@ -265,7 +268,6 @@ private:
         return *one == *other;
     }
 
-    const SqliteDriver& driver_;
     std::vector<FieldInfo> fields_;
     QSqlQuery query_;
     std::vector<Field> last_;
@@ -276,28 +278,73 @@ private:
 
 } // namespace
 
-void SqliteDriver::beginReading()
+QStringList SqliteBulk::integrityFindings()
 {
-    run(u"BEGIN"_s);
-    setInTransaction();
-    rows(u"SELECT count(*) FROM sqlite_master"_s); // the moment is that of the first reading
+    QStringList findings;
+    for (const StoredValues& row : session_.rows(u"PRAGMA integrity_check"_s))
+        findings.append(row.front().toString());
+    // The one line of a sound store.
+    if (findings == QStringList(u"ok"_s))
+        findings.clear();
+    return findings;
 }
 
-std::unique_ptr<RowStream> SqliteDriver::rowStream(const TableInfo& table)
+bool SqliteBulk::exists(const QString& type, const QString& name)
 {
-    return std::make_unique<SqliteStream>(*this, table, QSqlQuery(connection()));
+    return !session_
+                .rows(u"SELECT 1 FROM sqlite_master WHERE type = $1 AND name = $2 COLLATE NOCASE"_s,
+                      {type, name})
+                .empty();
 }
 
-std::unique_ptr<RowSink> SqliteDriver::rowSink(const TableInfo& table)
+std::optional<qint64> SqliteBulk::counterMark(const QString& table, const QString& field)
 {
-    // Pages that do not stay in memory until the end are written, journal first, in between.
-    QSqlQuery(connection()).exec(u"PRAGMA cache_size = -16384"_s); // KiB
-    return std::make_unique<SqliteSink>(*this, table, QSqlQuery(connection()));
+    if (!exists(u"trigger"_s, insertTriggerName(table, field)) ||
+        !exists(u"trigger"_s, updateTriggerName(table, field)))
+        return {};
+    return storedMark(table);
 }
 
-QString SqliteDriver::setAside(const QStringList&)
+std::optional<qint64> SqliteBulk::storedMark(const QString& table)
+{
+    if (!exists(u"table"_s, counterTable))
+        return {};
+    const std::vector<StoredValues> found = session_.rows(
+        u"SELECT last_number FROM %1 WHERE table_name = $1"_s.arg(counterTable), {table});
+    if (found.empty())
+        return {};
+    return found.front().front().toLongLong();
+}
+
+qint64 SqliteBulk::highestGiven(const QString& table, const QString& field)
+{
+    const qint64 stored =
+        session_.rows("SELECT "_L1 + highestStored(table, field)).front().front().toLongLong();
+    return std::max(stored, storedMark(table).value_or(0));
+}
+
+void SqliteBulk::countOnFrom(const QString& table, const QString&, qint64 highest)
+{
+    session_.run(
+        u"INSERT OR REPLACE INTO %1 (table_name, last_number) VALUES ($1, $2)"_s.arg(counterTable),
+        {table, highest});
+}
+
+std::unique_ptr<RowStream> SqliteBulk::rowStream(const TableInfo& table)
+{
+    return std::make_unique<SqliteStream>(session_, table, QSqlQuery(database_));
+}
+
+std::unique_ptr<RowSink> SqliteBulk::rowSink(const TableInfo& table)
+{
+    // Pages that do not fit in memory are written before the end, journal first.
+    QSqlQuery(database_).exec(u"PRAGMA cache_size = -16384"_s); // KiB
+    return std::make_unique<SqliteSink>(table, QSqlQuery(database_));
+}
+
+QString SqliteBulk::setAside(const QStringList&)
 {
     throw RunTimeError(runtime::OperationNotSupported);
 }
 
-} // namespace dao
+} // namespace dao::sqlite

@@ -2,7 +2,7 @@
 
 #include <QSqlError>
 
-namespace dao {
+namespace dao::sqlite {
 
 using namespace Qt::StringLiterals;
 
@@ -44,7 +44,7 @@ SqliteConnection::~SqliteConnection()
 
 QSqlQuery& SqliteConnection::statement(const QString& sql)
 {
-    if (mayChangeTheSchema(sql)) {
+    if (mayChangeSchema(sql)) {
         forgetSchema();
         statements_.clear();
         oneShot_ = prepared(database_, sql);
@@ -69,4 +69,4 @@ void SqliteConnection::drop(const QString& sql)
     oneShot_ = QSqlQuery(database_);
 }
 
-} // namespace dao
+} // namespace dao::sqlite

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/connection.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
-namespace dao {
+namespace dao::sqlite {
 
 /// One connection of Qt Sql under a name of its own, with its prepared statements.
 class SqliteConnection final : public EngineConnection
@@ -28,4 +28,4 @@ private:
     QSqlQuery oneShot_;
 };
 
-} // namespace dao
+} // namespace dao::sqlite

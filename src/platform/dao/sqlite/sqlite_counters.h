@@ -18,4 +18,16 @@ QString counterTableMaking();
 /// The statements that make a counter out of a field of a new table.
 QStringList counterMaking(const QString& table, const QString& field);
 
+/// The triggers that run after an insertion and after a change of the counter field.
+QString insertTriggerName(const QString& table, const QString& field);
+QString updateTriggerName(const QString& table, const QString& field);
+
+/// The expression for the highest number in a column, as a whole number whatever else is there.
+QString highestStored(const QString& table, const QString& field);
+/// The expression for the number that the table's counter has reached; 0 if the table of counters
+/// lacks its row.
+QString lastGiven(const QString& table);
+/// The expression for the next number of a counter that has no trigger.
+QString counterValueWithoutTrigger(const QString& table, const QString& field);
+
 } // namespace dao::sqlite

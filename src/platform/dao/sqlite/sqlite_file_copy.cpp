@@ -1,11 +1,11 @@
 // Copying a store that other stations work on.
 
-#include "platform/dao/sqlite/sqlite_session.h"
+#include "platform/dao/sqlite/sqlite_bulk.h"
 
 #include <QFile>
 #include <QSaveFile>
 
-namespace dao {
+namespace dao::sqlite {
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -18,13 +18,13 @@ constexpr qint64 blockSize = 1 << 20;
 class ReadLock
 {
 public:
-    explicit ReadLock(Driver& driver) : driver_(driver)
+    explicit ReadLock(Session& session) : session_(session)
     {
-        driver_.run(u"BEGIN"_s);
+        session_.run(u"BEGIN"_s);
         try {
             // The lock comes with the first reading, which also undoes what a station that was
             // cut off has left half-made.
-            driver_.rows(u"SELECT count(*) FROM sqlite_master"_s);
+            session_.rows(u"SELECT count(*) FROM sqlite_master"_s);
         } catch (const RunTimeError&) {
             release();
             throw;
@@ -38,14 +38,14 @@ private:
     void release()
     {
         try {
-            driver_.run(u"ROLLBACK"_s);
+            session_.run(u"ROLLBACK"_s);
         } catch (const RunTimeError&) {
             // The engine has let go by itself.
             return;
         }
     }
 
-    Driver& driver_;
+    Session& session_;
 };
 
 RunTimeError writingError(const QSaveFile& file)
@@ -58,20 +58,20 @@ RunTimeError writingError(const QSaveFile& file)
 
 } // namespace
 
-void SqliteDriver::copyTo(const QString& path)
+void SqliteBulk::copyTo(const QString& path)
 {
     // Closing the file lets go of every lock that this process holds on it, so it is opened before
     // the lock is taken and closed after.
-    QFile store(name());
+    QFile store(session_.name());
     if (!store.open(QIODevice::ReadOnly))
         throw RunTimeError(runtime::PermissionDenied);
     QSaveFile copy(path);
     if (!copy.open(QIODevice::WriteOnly))
         throw RunTimeError(runtime::PermissionDenied,
                            u"Could not write '%1': %2"_s.arg(path, copy.errorString()));
-    const ReadLock lock(*this);
+    const ReadLock lock(session_);
     // With a journal of this kind the file alone is not the store.
-    if (rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
+    if (session_.rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
         throw RunTimeError(runtime::Locked);
     while (!store.atEnd()) {
         const QByteArray block = store.read(blockSize);
@@ -84,4 +84,4 @@ void SqliteDriver::copyTo(const QString& path)
         throw writingError(copy);
 }
 
-} // namespace dao
+} // namespace dao::sqlite

@@ -1,7 +1,9 @@
 #include "platform/dao/sqlite/sqlite_session.h"
 
 #include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/sqlite/sqlite_bulk.h"
 #include "platform/dao/sqlite/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_dialect.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -15,7 +17,7 @@
 #include <sys/stat.h>
 #endif
 
-namespace dao {
+namespace dao::sqlite {
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -75,19 +77,19 @@ QString keyOf(const QFileInfo& file, std::chrono::milliseconds lockWait)
 
 } // namespace
 
-SqliteDriver::SqliteDriver(std::shared_ptr<SqliteConnection> connection, const QString& path)
-    : Driver(path), connection_(std::move(connection))
+SqliteSession::SqliteSession(std::shared_ptr<SqliteConnection> connection, const QString& path)
+    : Session(path, SqliteDialect::instance()), connection_(std::move(connection))
 {
 }
 
-SqliteDriver::~SqliteDriver()
+SqliteSession::~SqliteSession()
 {
     // A connection that has failed or is in the middle of something is closed.
     if (!poolKey_.isEmpty() && !hasFailed_ && !inTransaction())
         ConnectionPool::instance().give(poolKey_, std::move(connection_));
 }
 
-QSqlQuery& SqliteDriver::start(const QString& sql, const QVariantList& values)
+QSqlQuery& SqliteSession::start(const QString& sql, const QVariantList& values)
 {
     QSqlQuery& query = connection_->statement(sql);
     for (int i = 0; i < values.size(); ++i)
@@ -97,15 +99,15 @@ QSqlQuery& SqliteDriver::start(const QString& sql, const QVariantList& values)
     return query;
 }
 
-void SqliteDriver::fail(const QString& sql, const QSqlQuery& query)
+void SqliteSession::fail(const QString& sql, const QSqlQuery& query)
 {
     const QSqlError failure = query.lastError();
     hasFailed_ = true;
     connection_->drop(sql);
-    throw error(failure);
+    throw errorOf(failure);
 }
 
-Answer SqliteDriver::execute(const QString& sql, const QVariantList& values)
+Answer SqliteSession::execute(const QString& sql, const QVariantList& values)
 {
     QSqlQuery& query = start(sql, values);
     Answer answer;
@@ -127,7 +129,8 @@ Answer SqliteDriver::execute(const QString& sql, const QVariantList& values)
     return answer;
 }
 
-std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::milliseconds lockWait)
+std::unique_ptr<Session> SqliteSession::open(const QString& path,
+                                             std::chrono::milliseconds lockWait)
 {
     const QFileInfo file(path);
     if (!file.exists())
@@ -140,58 +143,58 @@ std::unique_ptr<Driver> SqliteDriver::open(const QString& path, std::chrono::mil
                            u"Unrecognized database format '%1'."_s.arg(path));
     const QString key = keyOf(file, lockWait);
     if (auto idle = ConnectionPool::instance().take(key)) {
-        std::unique_ptr<SqliteDriver> driver(
-            new SqliteDriver(std::static_pointer_cast<SqliteConnection>(std::move(idle)), path));
-        driver->renewUse();
-        driver->poolKey_ = key;
-        return driver;
+        std::unique_ptr<SqliteSession> session(
+            new SqliteSession(std::static_pointer_cast<SqliteConnection>(std::move(idle)), path));
+        session->renewUse();
+        session->poolKey_ = key;
+        return session;
     }
-    std::unique_ptr<SqliteDriver> driver(
-        new SqliteDriver(std::make_shared<SqliteConnection>(), path));
-    driver->connect(u"rw"_s, lockWait);
-    driver->prepareUse();
-    driver->poolKey_ = key;
-    return driver;
+    std::unique_ptr<SqliteSession> session(
+        new SqliteSession(std::make_shared<SqliteConnection>(), path));
+    session->connect(u"rw"_s, lockWait);
+    session->prepareUse();
+    session->poolKey_ = key;
+    return session;
 }
 
-std::unique_ptr<Driver> SqliteDriver::create(const QString& path,
-                                             std::chrono::milliseconds lockWait)
+std::unique_ptr<Session> SqliteSession::create(const QString& path,
+                                               std::chrono::milliseconds lockWait)
 {
     if (QFileInfo::exists(path))
         throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
-    std::unique_ptr<SqliteDriver> driver(
-        new SqliteDriver(std::make_shared<SqliteConnection>(), path));
-    driver->connect(u"rwc"_s, lockWait);
+    std::unique_ptr<SqliteSession> session(
+        new SqliteSession(std::make_shared<SqliteConnection>(), path));
+    session->connect(u"rwc"_s, lockWait);
     try {
-        driver->run(sqlite::counterTableMaking());
-        driver->prepareUse();
+        session->run(counterTableMaking());
+        session->prepareUse();
     } catch (const RunTimeError&) {
-        driver.reset();
+        session.reset();
         QFile::remove(path);
         throw;
     }
-    return driver;
+    return session;
 }
 
-void SqliteDriver::connect(const QString& mode, std::chrono::milliseconds lockWait)
+void SqliteSession::connect(const QString& mode, std::chrono::milliseconds lockWait)
 {
-    connection().setDatabaseName(uriOf(name(), mode));
-    connection().setConnectOptions(
+    connection_->database().setDatabaseName(uriOf(name(), mode));
+    connection_->database().setConnectOptions(
         u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(lockWait.count()));
-    if (!connection().open())
-        throw openingError(connection().lastError());
+    if (!connection_->database().open())
+        throw openingError(connection_->database().lastError());
 }
 
-void SqliteDriver::prepareUse()
+void SqliteSession::prepareUse()
 {
     // Asking for the journal reads the schema, so a file that is no store, or a locked or damaged
     // one, fails here and not at some later statement.
-    QSqlQuery journal(connection());
+    QSqlQuery journal(connection_->database());
     if (!journal.exec(u"PRAGMA journal_mode"_s) || !journal.next())
         throw openingError(journal.lastError());
     const bool rollbackJournal = journal.value(0).toString() == "delete"_L1;
     journal.finish();
-    QSqlQuery settings(connection());
+    QSqlQuery settings(connection_->database());
     // A journal of another kind is changed as soon as no other station is at work; it is safe too.
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
@@ -203,22 +206,22 @@ void SqliteDriver::prepareUse()
 
 /// A connection that was idle: it touches the file as an opening does, so that a locked or damaged
 /// one fails here, and learns whether another station has changed the schema meanwhile.
-void SqliteDriver::renewUse()
+void SqliteSession::renewUse()
 {
     const QString mark = schemaMark();
     if (mark != schema().mark)
-        schema() = {mark, {}, {}, {}, {}};
+        schema() = {mark, {}, {}, {}};
 }
 
-QString SqliteDriver::schemaMark()
+QString SqliteSession::schemaMark()
 {
-    QSqlQuery query(connection());
+    QSqlQuery query(connection_->database());
     if (!query.exec(u"PRAGMA schema_version"_s) || !query.next())
         throw openingError(query.lastError());
     return query.value(0).toString();
 }
 
-RunTimeError SqliteDriver::openingError(const QSqlError& failure) const
+RunTimeError SqliteSession::openingError(const QSqlError& failure) const
 {
     switch (resultCode(failure)) {
     case CannotOpen:
@@ -237,10 +240,10 @@ RunTimeError SqliteDriver::openingError(const QSqlError& failure) const
     default:
         break;
     }
-    return error(failure);
+    return errorOf(failure);
 }
 
-RunTimeError SqliteDriver::error(const QSqlError& failure) const
+RunTimeError errorOf(const QSqlError& failure)
 {
     const QString text = failure.databaseText();
     switch (resultCode(failure)) {
@@ -263,7 +266,7 @@ RunTimeError SqliteDriver::error(const QSqlError& failure) const
     case NoMemory:
         return RunTimeError(runtime::OutOfMemory);
     case Constraint:
-        if (text.contains(sqlite::counterExhausted))
+        if (text.contains(counterExhausted))
             return RunTimeError(
                 runtime::Overflow,
                 u"%1 (%2)"_s.arg(runtime::errorDescription(runtime::Overflow), text));
@@ -281,47 +284,52 @@ RunTimeError SqliteDriver::error(const QSqlError& failure) const
     return RunTimeError(runtime::InternalError, text);
 }
 
-QString SqliteDriver::rowNumber(const TableInfo& table) const
-{
-    for (const QString& each : {u"rowid"_s, u"_rowid_"_s}) {
-        if (table.ordinalOf(each) < 0)
-            return each;
-    }
-    return u"oid"_s;
-}
-
-RowNumber SqliteDriver::insert(const TableInfo&, const QString& sql, const QVariantList& values)
+RowNumber SqliteSession::insert(const TableInfo&, const QString& sql, const QVariantList& values)
 {
     return start(sql, values).lastInsertId().toLongLong();
 }
 
-QString SqliteDriver::joined(const QString& select) const
-{
-    // The limit, which is none, keeps the engine from dropping the inner order.
-    return u"WITH listed(n) AS (%1 LIMIT -1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(
-        select);
-}
-
-QString SqliteDriver::firstOf(const QString& joined) const
-{
-    return u"CAST(%1 AS INTEGER)"_s.arg(joined); // the digits that the text begins with
-}
-
-void SqliteDriver::begin()
+void SqliteSession::begin()
 {
     run(u"BEGIN IMMEDIATE"_s);
     setInTransaction();
 }
 
-QStringList SqliteDriver::integrityFindings()
+/// The store is seen as it is at the first reading.
+void SqliteSession::beginSnapshot()
 {
-    QStringList findings;
-    for (const StoredValues& row : rows(u"PRAGMA integrity_check"_s))
-        findings.append(row.front().toString());
-    // The one line of a sound store.
-    if (findings == QStringList(u"ok"_s))
-        findings.clear();
-    return findings;
+    run(u"BEGIN"_s);
+    setInTransaction();
+    rows(u"SELECT count(*) FROM sqlite_master"_s);
 }
 
-} // namespace dao
+std::vector<TableInfo> SqliteSession::tables()
+{
+    std::vector<TableInfo> all;
+    for (const StoredValues& row :
+         rows(u"SELECT name, type = 'table' FROM sqlite_master WHERE type IN ('table', 'view') "
+              "AND name NOT LIKE 'sqlite!_%' ESCAPE '!' AND name <> $1 ORDER BY rowid"_s,
+              {QString(counterTable)}))
+        all.push_back({row[0].toString(), row[1].toBool(), {}});
+    return all;
+}
+
+std::optional<TableInfo> SqliteSession::table(const QString& name)
+{
+    const auto known = schema().tables.find(name);
+    if (known != schema().tables.end())
+        return known->second;
+    std::vector<TableInfo> read =
+        dialect().tablesOf(rows(SqliteDialect::instance().tableQuery(), {name}));
+    std::optional<TableInfo> found;
+    if (!read.empty())
+        found = std::move(read.front());
+    return schema().tables.emplace(name, std::move(found)).first->second;
+}
+
+std::unique_ptr<Bulk> SqliteSession::bulk()
+{
+    return std::make_unique<SqliteBulk>(*this, connection_->database());
+}
+
+} // namespace dao::sqlite
