@@ -14,7 +14,7 @@ fail() {
 }
 
 # Rooms and files that must not use widgets, as shell patterns.
-widget_free="src/platform/runtime/* src/platform/dao/* src/store/* src/base/module1.*
+widget_free="src/platform/runtime/* src/platform/dao/* src/platform/dao/*/* src/store/* src/base/module1.*
   src/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
   src/platform/report/pagination.* src/platform/report/sections.* tools/store/*
@@ -44,6 +44,8 @@ done <"$work/files" >"$work/includes"
 # The rooms from the lowest to the highest. Rooms on the same line must not include each other.
 cat >"$work/rooms" <<'ROOMS'
 src/platform/runtime/
+src/platform/dao/engine/
+src/platform/dao/sqlite/ src/platform/dao/postgres/
 src/platform/dao/
 src/platform/controls/ src/platform/report/
 src/base/
@@ -69,6 +71,12 @@ awk '
     else if (from != to && rank[to] >= rank[from]) print $1 " includes " $2
   }' "$work/rooms" "$work/includes" >"$work/arrows"
 [ ! -s "$work/arrows" ] || fail "Includes against the arrows:" "$work/arrows"
+
+# One file of the object model picks the engine; the others know none.
+grep -E '^src/platform/dao/[^/]* src/platform/dao/(sqlite|postgres)/' "$work/includes" |
+  grep -v '^src/platform/dao/engines\.cpp ' >"$work/engines" || true
+[ ! -s "$work/engines" ] || fail "An engine outside of engines.cpp:" "$work/engines"
+
 
 # A header, its private header (x_p.h) and its .cpp file are one unit. A .cpp file without a header of its own
 # belongs to the header whose name begins its name, as x_layout.cpp belongs to x.h. The classes of the object

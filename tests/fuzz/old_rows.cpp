@@ -3,7 +3,7 @@
 
 #include "fuzz/fuzz.h"
 
-#include "platform/dao/values.h"
+#include "platform/dao/engine/values.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/old_store/frames.h"
 #include "tools/store/old_store/intake.h"

@@ -4,7 +4,7 @@
 #include "fuzz/fuzz.h"
 
 #include "output/order_report_design.h"
-#include "platform/dao/values.h"
+#include "platform/dao/engine/values.h"
 #include "platform/report/export.h"
 #include "platform/report/memory_rows.h"
 #include "platform/report/report_text.h"

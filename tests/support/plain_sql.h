@@ -5,7 +5,11 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
 namespace testsupport {
+
+class ServerConnection;
 
 /// A direct SQL connection to a store that bypasses the engine, like another program on the same
 /// store. It works for embedded stores and for stores on a server. Statements use SQLite's dialect
@@ -31,14 +35,15 @@ public:
     /// Connects again after the server has been restarted.
     void reconnect();
 
-    bool isOnServer() const { return onServer_; }
+    bool isOnServer() const { return server_ != nullptr; }
+    /// The connection to an embedded store.
     QSqlDatabase database() const { return QSqlDatabase::database(name_); }
 
 private:
     QString translated(const QString& sql) const;
 
     QString name_;
-    bool onServer_ = false;
+    std::unique_ptr<ServerConnection> server_; ///< Null for an embedded store.
 };
 
 } // namespace testsupport

@@ -169,6 +169,8 @@ private:
     QString next()
     {
         const Token token = tokens_[at_++];
+        if (token.text == u"?"_s)
+            return u'$' + QString::number(++parameters_);
         if (token.kind != Kind::Word)
             return token.text;
         if (is(token, "ROWID"_L1) && !names_.contains(token.text))
@@ -245,7 +247,8 @@ private:
     Tokens tokens_;
     QStringList names_;
     qsizetype at_ = 0;
-    bool namesAnew_ = false; ///< True after RENAME ... TO, where the name keeps its spelling.
+    int parameters_ = 0;
+    bool namesAnew_ = false; ///< After RENAME ... TO, where a name is as it is spelled.
 };
 
 QString locking(const QStringList& tables, const QString& mode)

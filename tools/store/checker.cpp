@@ -52,7 +52,7 @@ QStringList findingsOf(const Place& place, QStringList (*check)(dao::Database&))
         // Without a snapshot, a station that deletes an order during the check would seem to leave
         // lines without an order.
         if (place.isOnServer())
-            dao::holdStill(*database);
+            dao::beginSnapshot(*database);
         findings += check(*database);
         database->Close();
     } catch (const runtime::RunTimeError& error) {

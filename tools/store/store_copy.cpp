@@ -34,7 +34,7 @@ StillStore::StillStore(const Place& place)
         database_->CopyTo(copy);
         database_ = dao::DBEngine::instance().OpenDatabase(copy);
     }
-    dao::holdStill(*database_);
+    dao::beginSnapshot(*database_);
     examine();
 }
 

@@ -1,8 +1,8 @@
 #include "platform/dao/connection.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/values.h"
 
 #include <algorithm>
 #include <span>
@@ -32,7 +32,7 @@ public:
           order_(dao::orderOf(table_, query_))
     {
         dao::TableRows::Beginning beginning =
-            table_.beginning(database_->driver(), query_.where, order_, firstRows);
+            table_.beginning(database_->session(), query_.where, order_, firstRows);
         rows_ = std::move(beginning.rows);
         count_ = beginning.total;
         if (rows_.size() == count_)
@@ -48,7 +48,7 @@ public:
     {
         if (!database_)
             return false;
-        std::vector<dao::StoredRow> all = table_.all(database_->driver(), query_.where, order_);
+        std::vector<dao::StoredRow> all = table_.all(database_->session(), query_.where, order_);
         const bool same =
             all.size() == count_ && std::equal(rows_.begin(), rows_.end(), all.begin(), isSame);
         rows_ = std::move(all);
@@ -112,9 +112,9 @@ std::shared_ptr<Recordset> Connection::Execute(const QString& query, int)
     if (!database_)
         throw RunTimeError(runtime::ObjectClosed);
     const dao::SelectQuery parsed = dao::parseQuery(query);
-    dao::Driver& driver = database_->driver();
+    dao::Session& session = database_->session();
     return std::make_shared<QueryRows>(
-        database_, dao::TableRows(driver, dao::expectTable(driver, parsed.table)), parsed);
+        database_, dao::TableRows(session, dao::expectTable(session, parsed.table)), parsed);
 }
 
 } // namespace ado

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/engine/types.h"
 
 #include <memory>
 
@@ -28,14 +28,14 @@ public:
     /// How many rows are held from the first on; RecordCount once all are.
     virtual int rowsAtHand() const { return RecordCount(); }
     /// Reads all rows anew where not all are at hand. True if a row given before, or the number of
-    /// rows, is another now. Raises what the engine raises, and nothing has changed then.
+    /// rows, is another now. Throws what the engine throws, and nothing has changed then.
     virtual bool readAll() { return false; }
     virtual int FieldCount() const = 0;
     /// -1 where no field has the name (any case).
     virtual int ordinalOf(const QString& name) const = 0;
     /// The rows from row `first` (0-based) on, at most `count` of them, as dao::Field::Value gives
-    /// values. Calls readAll for a row that is not at hand. Raises 3421 or 6 for contents that the
-    /// field's type does not take.
+    /// values. Calls readAll for a row that is not at hand. Throws DataTypeConversion (3421) or
+    /// Overflow (6) for contents that the field's type does not take.
     virtual std::vector<std::vector<QVariant>> rows(int first, int count) = 0;
 };
 
@@ -48,7 +48,7 @@ public:
     Connection& operator=(const Connection&) = delete;
 
     /// The connection text names a provider and a data source, "Provider=...;Data Source=path". The
-    /// path is taken from its data source. Raises as dao::Workspace::OpenDatabase does.
+    /// path is taken from its data source. Throws as dao::Workspace::OpenDatabase does.
     void Open(const QString& connectionString, const QString& user = {},
               const QString& password = {}, int options = -1);
     std::shared_ptr<Recordset> Execute(const QString& query, int options = -1);

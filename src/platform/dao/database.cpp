@@ -1,10 +1,8 @@
 #include "platform/dao/database.h"
 
-#include "platform/dao/connection_pool.h"
-#include "platform/dao/link.h"
-#include "platform/dao/postgres_driver.h"
+#include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/engines.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/sqlite_driver.h"
 #include "platform/dao/table_def_p.h"
 
 namespace dao {
@@ -12,8 +10,8 @@ namespace dao {
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
-Database::Database(std::unique_ptr<Driver> driver)
-    : driver_(std::move(driver)), name_(driver_->name())
+Database::Database(std::unique_ptr<Session> session)
+    : session_(std::move(session)), name_(session_->name())
 {
 }
 
@@ -21,20 +19,20 @@ Database::~Database() = default;
 
 const QString& Database::Name() const
 {
-    driver();
+    session();
     return name_;
 }
 
 QString Database::place() const
 {
-    return driver().place();
+    return session().place();
 }
 
-Driver& Database::driver() const
+Session& Database::session() const
 {
-    if (!driver_)
+    if (!session_)
         throw RunTimeError(runtime::ObjectClosed);
-    return *driver_;
+    return *session_;
 }
 
 std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, RecordsetType type)
@@ -43,11 +41,11 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
         const SelectQuery query = parseQuery(source);
         if (type == dbOpenTable)
             throw RunTimeError(runtime::OperationNotSupported);
-        return openDynaset(shared_from_this(), expectTable(driver(), query.table), query);
+        return openDynaset(shared_from_this(), expectTable(session(), query.table), query);
     }
-    if (type == dbOpenDynaset && source.contains(u' ') && !driver().table(source))
+    if (type == dbOpenDynaset && source.contains(u' ') && !session().table(source))
         throw RunTimeError(runtime::QuerySyntax);
-    TableInfo table = expectTable(driver(), source);
+    TableInfo table = expectTable(session(), source);
     if (type == dbOpenTable)
         return openTable(shared_from_this(), std::move(table));
     return openDynaset(shared_from_this(), std::move(table), {});
@@ -55,7 +53,7 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
 
 TableDef Database::CreateTableDef(const QString& name)
 {
-    driver();
+    session();
     auto state = std::make_shared<TableDefState>();
     state->name = name;
     state->database = weak_from_this();
@@ -66,56 +64,38 @@ TableDef Database::CreateTableDef(const QString& name)
 
 void Database::Close()
 {
-    driver();
-    driver_.reset();
+    session();
+    session_.reset();
 }
 
 void Database::BeginTrans()
 {
-    driver().begin();
+    session().begin();
 }
 
 void Database::CommitTrans()
 {
-    driver().commit();
+    session().commit();
 }
 
 void Database::Rollback()
 {
-    driver().rollback();
+    session().rollback();
 }
 
 void Database::CopyTo(const QString& path)
 {
-    driver().copyTo(path);
+    session().bulk()->copyTo(path);
 }
-
-namespace {
-
-std::unique_ptr<Driver> openEmbedded(const QString& path, const Waits& waits)
-{
-    try {
-        return SqliteDriver::open(path, waits.lock);
-    } catch (const RunTimeError& error) {
-        if (error.number() == runtime::UnrecognizedFormat && beginsAsLink(path))
-            throw RunTimeError(runtime::UnrecognizedFormat,
-                               u"The store link '%1' is damaged: it is too long."_s.arg(path));
-        throw;
-    }
-}
-
-} // namespace
 
 std::shared_ptr<Database> Workspace::OpenDatabase(const QString& path) const
 {
-    if (const std::optional<Link> link = linkAt(path))
-        return std::make_shared<Database>(PostgresDriver::open(path, *link, waits_));
-    return std::make_shared<Database>(openEmbedded(path, waits_));
+    return std::make_shared<Database>(openStore(path, timeouts_));
 }
 
 std::shared_ptr<Database> Workspace::CreateDatabase(const QString& path) const
 {
-    return std::make_shared<Database>(SqliteDriver::create(path, waits_.lock));
+    return std::make_shared<Database>(createStore(path, timeouts_));
 }
 
 DBEngine& DBEngine::instance()

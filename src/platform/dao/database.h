@@ -1,15 +1,15 @@
 #pragma once
 
+#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/engine/types.h"
 #include "platform/dao/recordset.h"
-#include "platform/dao/types.h"
-#include "platform/dao/waits.h"
 
 #include <memory>
 #include <vector>
 
 namespace dao {
 
-class Driver;
+class Session;
 class Database;
 
 /// An index of a table definition.
@@ -128,7 +128,7 @@ private:
 class Database : public std::enable_shared_from_this<Database>
 {
 public:
-    explicit Database(std::unique_ptr<Driver> driver);
+    explicit Database(std::unique_ptr<Session> session);
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -136,7 +136,7 @@ public:
     const QString& Name() const;
     /// Returns the store's location for messages: the path, or the database and server.
     QString place() const;
-    bool isOpen() const { return driver_ != nullptr; }
+    bool isOpen() const { return session_ != nullptr; }
 
     /// Opens a recordset. `source` is a table name (type dbOpenTable or dbOpenDynaset) or, for a
     /// dynaset, a query of the form SELECT * FROM table [WHERE field = number] [ORDER BY field
@@ -166,13 +166,13 @@ public:
 
     /// Returns the engine driver. Throws ObjectClosed (3420) after Close. For use inside the engine
     /// only.
-    Driver& driver() const;
+    Session& session() const;
 
 private:
     friend class TableDefs;
     std::vector<std::shared_ptr<TableDefState>> listedTables();
 
-    std::unique_ptr<Driver> driver_;
+    std::unique_ptr<Session> session_;
     QString name_;
     std::vector<std::shared_ptr<TableDefState>> tables_;
 };
@@ -181,10 +181,10 @@ class Workspace
 {
 public:
     /// Sets how long to wait for a locked store. The default is 5 seconds.
-    void setLockWait(std::chrono::milliseconds wait) { waits_.lock = wait; }
+    void setLockWait(std::chrono::milliseconds wait) { timeouts_.lock = wait; }
     /// Sets the timeout of one statement on a server. The default is 7 seconds. The timeout must be
     /// longer than the lock wait.
-    void setAnswerWait(std::chrono::milliseconds wait) { waits_.answer = wait; }
+    void setAnswerWait(std::chrono::milliseconds wait) { timeouts_.answer = wait; }
     /// Opens an existing store shared for reading and writing. The file at the path is either an
     /// embedded store or a link to a database on a server. Throws DatabaseFileNotFound (3024) for a
     /// missing file, UnrecognizedFormat (3343) for a file that is not a store and for a damaged
@@ -196,7 +196,7 @@ public:
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
 
 private:
-    Waits waits_;
+    Timeouts timeouts_;
 };
 
 /// The store engine. The single instance is created at the first use and kept until the process

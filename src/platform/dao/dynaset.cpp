@@ -72,7 +72,7 @@ public:
         if (const std::optional<KeyRun> keys = keyRun()) {
             list_ = std::make_shared<RowList>(rows, order_.front(), *keys);
         } else {
-            TableRows::Listed listed = rows.listed(driver(), query_.where, order_);
+            TableRows::Listed listed = rows.listed(session(), query_.where, order_);
             list_ = std::make_shared<RowList>(std::move(listed.numbers));
             first_ = std::move(listed.first);
         }
@@ -123,11 +123,11 @@ private:
         const FieldInfo& key = field(order_.front());
         if (key.type != dbLong && key.type != dbInteger)
             return {};
-        const std::vector<IndexInfo> indexes = driver().indexes(rows.table().name);
+        const std::vector<IndexInfo> indexes = session().indexes(rows.table().name);
         if (indexes.empty() || !indexes.front().primary || indexes.front().fields.size() != 1 ||
             indexes.front().fields.front().compare(key.name, Qt::CaseInsensitive) != 0)
             return {};
-        return rows.keyRun(driver(), order_.front());
+        return rows.keyRun(session(), order_.front());
     }
 
     /// Makes the row at a list position current. A row that another station has deleted has no

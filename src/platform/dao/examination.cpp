@@ -1,8 +1,8 @@
 #include "platform/dao/examination.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/engine/values.h"
 #include "platform/dao/table_rows.h"
-#include "platform/dao/values.h"
 
 #include <algorithm>
 
@@ -33,22 +33,22 @@ ExaminedRow examined(const TableInfo& table, const StoredRow& row)
 
 QStringList engineFindings(Database& database)
 {
-    return database.driver().integrityFindings();
+    return database.session().bulk()->integrityFindings();
 }
 
 void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor)
 {
-    Driver& driver = database.driver();
-    std::optional<TableInfo> info = driver.table(table);
+    Session& session = database.session();
+    std::optional<TableInfo> info = session.table(table);
     if (!info)
         throw runtime::RunTimeError(runtime::TableNotFound);
-    const TableRows rows(driver, std::move(*info));
-    const RowNumbers numbers = rows.numbers(driver, {}, {});
+    const TableRows rows(session, std::move(*info));
+    const RowNumbers numbers = rows.numbers(session, {}, {});
     const std::span all(numbers);
     for (std::size_t start = 0; start < all.size(); start += pageSize) {
         const std::size_t count = std::min(pageSize, all.size() - start);
-        for (const std::optional<StoredRow>& row : rows.fetch(driver, all.subspan(start, count))) {
+        for (const std::optional<StoredRow>& row : rows.fetch(session, all.subspan(start, count))) {
             if (row)
                 visitor(examined(rows.table(), *row));
         }
@@ -62,15 +62,16 @@ bool ExaminedCounter::isExhausted() const
 
 ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field)
 {
-    Driver& driver = database.driver();
+    Session& session = database.session();
     ExaminedCounter counter;
     // A number that a station is given between the two looks must not look like a lag.
     counter.highest =
-        driver.rows(u"SELECT max(%1) FROM %2"_s.arg(Driver::quoted(field), Driver::quoted(table)))
+        session
+            .rows(u"SELECT max(%1) FROM %2"_s.arg(Dialect::quoted(field), Dialect::quoted(table)))
             .front()
             .front()
             .toLongLong();
-    counter.mark = driver.counterMark(table, field);
+    counter.mark = session.bulk()->counterMark(table, field);
     return counter;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/engine/types.h"
 
 #include <QStringList>
 
@@ -33,16 +33,17 @@ struct ExaminedCounter
 };
 
 /// What the engine finds wrong with the store as it lies on the disk, a line for each; empty where
-/// it finds nothing. Reads the whole store. Raises 3049 for damage that keeps it from looking.
+/// it finds nothing. Reads the whole store. Throws CorruptDatabase (3049) for damage that keeps it
+/// from looking.
 QStringList engineFindings(Database& database);
 
 /// Hands every row of a table to the visitor once, in the order in which the rows were stored. Rows
-/// are read in pages; no cursor is open while the visitor runs. Raises 3078 for an unknown table
-/// and what reading raises.
+/// are read in pages; no cursor is open while the visitor runs. Throws TableNotFound (3078) for an
+/// unknown table and what reading throws.
 void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor);
 
-/// Looks at a COUNTER field. Raises what reading raises.
+/// Looks at a COUNTER field. Throws what reading throws.
 ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field);
 
 } // namespace dao

@@ -6,21 +6,22 @@ namespace dao {
 
 using namespace Qt::StringLiterals;
 
-TableRows::Beginning TableRows::beginning(Driver& driver,
+TableRows::Beginning TableRows::beginning(Session& session,
                                           const std::optional<SelectQuery::Condition>& where,
                                           const RowOrder& order, int limit) const
 {
     const Statement met = condition(where);
     const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
-    const Statement numbers = selection(driver, rowNumber_, where, order);
+    const Statement numbers = selection(session, rowNumber_, where, order);
     // The row ids are sorted in a subquery, because an engine that sorts whole rows reads all of
     // them.
     const QString sql =
         u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
-        ordering(driver, order, 0, Direction::Forward);
+        ordering(session, order, 0, Direction::Forward);
     Beginning result;
-    for (StoredValues& columns : driver.rows(sql, met.values + numbers.values)) {
+    // Both conditions are the same one and name the same parameter.
+    for (StoredValues& columns : session.rows(sql, met.values)) {
         result.total = columns.front().toULongLong();
         columns.erase(columns.begin());
         result.rows.push_back(taken(std::move(columns)));
@@ -28,12 +29,12 @@ TableRows::Beginning TableRows::beginning(Driver& driver,
     return result;
 }
 
-std::vector<StoredRow> TableRows::all(Driver& driver,
+std::vector<StoredRow> TableRows::all(Session& session,
                                       const std::optional<SelectQuery::Condition>& where,
                                       const RowOrder& order) const
 {
-    const Statement statement = selection(driver, columns_, where, order);
-    return taken(driver.rows(statement.sql, statement.values));
+    const Statement statement = selection(session, columns_, where, order);
+    return taken(session.rows(statement.sql, statement.values));
 }
 
 } // namespace dao

@@ -1,7 +1,7 @@
 #include "platform/dao/recordset.h"
 
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/values.h"
 
 namespace dao {
 
@@ -25,27 +25,27 @@ const std::shared_ptr<Database>& Recordset::database() const
 
 int Recordset::RecordCount()
 {
-    d_->driver();
+    d_->session();
     return d_->recordCount();
 }
 
 bool Recordset::isBof() const
 {
-    d_->driver();
+    d_->session();
     d_->settle();
     return d_->place == Place::Before || d_->place == Place::Empty;
 }
 
 bool Recordset::isEof() const
 {
-    d_->driver();
+    d_->session();
     d_->settle();
     return d_->place == Place::After || d_->place == Place::Empty;
 }
 
 bool Recordset::hasCurrent() const
 {
-    d_->driver();
+    d_->session();
     d_->settle();
     return d_->place == Place::OnRow && d_->rowExists;
 }
@@ -60,7 +60,7 @@ void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
     const std::shared_ptr<Recordset> alive = recordset.shared_from_this();
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();
-    d.driver(); // Throws if the observer has closed the database.
+    d.session(); // the observer may have closed the database
     d.drop();
     motion();
     if (d.observer != nullptr)
@@ -71,7 +71,7 @@ void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
 
 void Recordset::MoveFirst()
 {
-    d_->driver();
+    d_->session();
     if (d_->isEmpty())
         throw RunTimeError(runtime::NoCurrentRecord);
     moving(*this, *d_, [this] { d_->goFirst(); });
@@ -79,7 +79,7 @@ void Recordset::MoveFirst()
 
 void Recordset::MoveLast()
 {
-    d_->driver();
+    d_->session();
     if (d_->isEmpty())
         throw RunTimeError(runtime::NoCurrentRecord);
     d_->reachEnd();
@@ -98,7 +98,7 @@ void Recordset::MovePrevious()
 
 void Recordset::Move(int rows)
 {
-    d_->driver();
+    d_->session();
     d_->settle();
     if (d_->place == Place::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
         throw RunTimeError(runtime::NoCurrentRecord);
@@ -112,7 +112,7 @@ void Recordset::Move(int rows)
 
 void Recordset::SetIndex(const QString& name)
 {
-    d_->driver();
+    d_->session();
     d_->setIndex(name);
     d_->drop();
     d_->standFirst();
@@ -122,13 +122,13 @@ void Recordset::SetIndex(const QString& name)
 
 QString Recordset::Index() const
 {
-    d_->driver();
+    d_->session();
     return d_->index();
 }
 
 void Recordset::Seek(const QString& comparison, const QVariant& key)
 {
-    d_->driver();
+    d_->session();
     if (d_->type() != dbOpenTable || comparison != u'=')
         throw RunTimeError(runtime::OperationNotSupported);
     if (d_->index().isEmpty())
@@ -138,20 +138,20 @@ void Recordset::Seek(const QString& comparison, const QVariant& key)
 
 bool Recordset::NoMatch() const
 {
-    d_->driver();
+    d_->session();
     return d_->noMatch;
 }
 
 void Recordset::AddNew()
 {
-    d_->driver();
+    d_->session();
     d_->drop();
     d_->pending = Pending::Addition;
 }
 
 void Recordset::Edit()
 {
-    d_->driver();
+    d_->session();
     d_->drop();
     d_->requireReadable();
     d_->refetch();
@@ -161,13 +161,12 @@ void Recordset::Edit()
 
 void Recordset::Update()
 {
-    Driver& driver = d_->driver();
+    Session& session = d_->session();
     if (d_->pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     if (d_->pending == Pending::Addition) {
-        // The delayed lookup of the first row must not find the row that is added here.
-        d_->settle();
-        const RowNumber number = d_->rows.insert(driver, d_->additions());
+        d_->settle(); // before the row is there that would be the first
+        const RowNumber number = d_->rows.insert(session, d_->additions());
         d_->drop();
         const bool first = d_->place == Place::Empty;
         d_->rowAdded(number);
@@ -180,7 +179,7 @@ void Recordset::Update()
         return;
     }
     const std::vector<TableRows::Assignment> changes = d_->changes();
-    if (!changes.empty() && !d_->rows.update(driver, d_->row.number, changes))
+    if (!changes.empty() && !d_->rows.update(session, d_->row.number, changes))
         throw RunTimeError(runtime::RecordDeleted);
     for (const TableRows::Assignment& each : changes)
         d_->row.values[static_cast<std::size_t>(each.ordinal)] = each.stored;
@@ -191,7 +190,7 @@ void Recordset::Update()
 
 void Recordset::CancelUpdate()
 {
-    d_->driver();
+    d_->session();
     if (d_->pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     d_->drop();
@@ -199,13 +198,13 @@ void Recordset::CancelUpdate()
 
 void Recordset::Delete()
 {
-    d_->driver();
+    d_->session();
     d_->requireReadable();
     const std::shared_ptr<Recordset> alive = shared_from_this();
     if (d_->observer != nullptr)
         d_->observer->currentAboutToChange();
     d_->drop();
-    if (!d_->rows.remove(d_->driver(), d_->row.number))
+    if (!d_->rows.remove(d_->session(), d_->row.number))
         throw RunTimeError(runtime::RecordDeleted);
     d_->place = Place::OnDeleted;
     d_->rowRemoved();
@@ -220,13 +219,13 @@ int Recordset::FieldCount() const
 
 const std::vector<FieldInfo>& Recordset::fieldInfos() const
 {
-    d_->driver();
+    d_->session();
     return d_->rows.table().fields;
 }
 
 Field Recordset::Fields(const QString& name)
 {
-    d_->driver();
+    d_->session();
     return Fields(d_->rows.table().ordinalOf(name));
 }
 
@@ -239,7 +238,7 @@ Field Recordset::Fields(int ordinal)
 
 void Recordset::Requery()
 {
-    d_->driver();
+    d_->session();
     d_->drop();
     d_->requery();
     d_->goFirst();
@@ -249,7 +248,7 @@ void Recordset::Requery()
 
 void Recordset::requeryAsFarAsReached()
 {
-    d_->driver();
+    d_->session();
     d_->drop();
     d_->requeryAsFarAsReached();
     d_->goFirst();
@@ -264,7 +263,7 @@ void Recordset::markReached(int count) noexcept
 
 void Recordset::Close()
 {
-    d_->driver();
+    d_->session();
     d_->drop();
     d_->closed = true;
     d_->database.reset();
@@ -282,7 +281,7 @@ RowKey Recordset::currentKey() const
 
 bool Recordset::moveToKey(const RowKey& key)
 {
-    d_->driver();
+    d_->session();
     const RowNumber number = key.toLongLong();
     if (!key.isValid() || !d_->has(number))
         return false;
@@ -292,7 +291,7 @@ bool Recordset::moveToKey(const RowKey& key)
 
 std::unique_ptr<RecordsetPages> Recordset::pages()
 {
-    d_->driver();
+    d_->session();
     return makePages(d_->database, d_->rows, d_->allRows());
 }
 
@@ -313,14 +312,14 @@ int Field::Size() const
 
 QVariant Field::Value() const
 {
-    recordset_->d_->driver();
+    recordset_->d_->session();
     return recordset_->d_->value(ordinal_);
 }
 
 void Field::SetValue(const QVariant& value)
 {
     Recordset::Private& d = *recordset_->d_;
-    d.driver();
+    d.session();
     if (d.pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     d.assigned[static_cast<std::size_t>(ordinal_)] = converted(d.field(ordinal_), value);

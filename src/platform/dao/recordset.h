@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/engine/types.h"
 
 #include <memory>
 #include <vector>
@@ -10,7 +10,7 @@ namespace dao {
 class Database;
 class Recordset;
 class RecordsetPages;
-class Driver;
+class Session;
 
 /// A field of a recordset's current row. This lightweight handle is valid while its recordset
 /// exists. It always refers to the row that is current at the time of use.

@@ -1,13 +1,13 @@
 #include "platform/dao/recordset_p.h"
 
-#include "platform/dao/values.h"
+#include "platform/dao/engine/values.h"
 
 namespace dao {
 
 using runtime::RunTimeError;
 
 Recordset::Private::Private(std::shared_ptr<Database> owner, TableInfo table)
-    : database(std::move(owner)), rows(database->driver(), std::move(table)),
+    : database(std::move(owner)), rows(database->session(), std::move(table)),
       assigned(rows.table().fields.size())
 {
 }
@@ -27,11 +27,11 @@ void Recordset::Private::seek(const QVariant&)
     throw RunTimeError(runtime::OperationNotSupported);
 }
 
-Driver& Recordset::Private::driver() const
+Session& Recordset::Private::session() const
 {
     if (closed)
         throw RunTimeError(runtime::ObjectClosed);
-    return database->driver();
+    return database->session();
 }
 
 const FieldInfo& Recordset::Private::field(int ordinal) const
@@ -50,7 +50,7 @@ void Recordset::Private::requireReadable()
 
 void Recordset::Private::refetch()
 {
-    std::optional<StoredRow> found = rows.fetch(driver(), row.number);
+    std::optional<StoredRow> found = rows.fetch(session(), row.number);
     rowExists = found.has_value();
     if (found)
         row = std::move(*found);
@@ -115,9 +115,9 @@ std::vector<TableRows::Assignment> Recordset::Private::changes() const
     return all;
 }
 
-TableInfo expectTable(Driver& driver, const QString& name)
+TableInfo expectTable(Session& session, const QString& name)
 {
-    std::optional<TableInfo> found = driver.table(name);
+    std::optional<TableInfo> found = session.table(name);
     if (!found)
         throw RunTimeError(runtime::TableNotFound);
     if (!found->updatable)

@@ -60,7 +60,7 @@ public:
 
     /// Returns the engine driver. Throws ObjectClosed (3420) after the recordset or its database
     /// has been closed.
-    Driver& driver() const;
+    Session& session() const;
     const FieldInfo& field(int ordinal) const;
     /// Throws NoCurrentRecord (3021) or RecordDeleted (3167) if the current row cannot be read.
     void requireReadable();
@@ -92,7 +92,7 @@ std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, Table
                                        const SelectQuery& query);
 /// Returns the definition of a table. Throws TableNotFound (3078), and OperationNotSupported (3251)
 /// for a view.
-TableInfo expectTable(Driver& driver, const QString& name);
+TableInfo expectTable(Session& session, const QString& name);
 /// Returns the sort order of a query. Throws TooFewParameters (3061) for an unknown field.
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);
 

@@ -1,6 +1,6 @@
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
 #include "platform/dao/row_window.h"
-#include "platform/dao/values.h"
 
 #include <algorithm>
 
@@ -41,7 +41,7 @@ public:
 
     void load(int row) override
     {
-        database_->driver(); // Throws if the database is closed.
+        database_->session(); // raises where the database is closed
         if (!stands(row))
             return;
         if (isLoaded(row)) {

@@ -45,7 +45,7 @@ std::optional<StoredRow> RowList::row(Database& database, const TableRows& table
     found.swap(marked.front());
     if (found || isMark(numbers_[place]))
         return found;
-    return table.fetch(database.driver(), numbers_[place]);
+    return table.fetch(database.session(), numbers_[place]);
 }
 
 std::vector<std::optional<StoredRow>> RowList::rows(Database& database, const TableRows& table,
@@ -60,7 +60,7 @@ std::vector<std::optional<StoredRow>> RowList::rows(Database& database, const Ta
         numbers.push_back(numbers_[first + i]);
         places.push_back(i);
     }
-    std::vector<std::optional<StoredRow>> others = table.fetch(database.driver(), numbers);
+    std::vector<std::optional<StoredRow>> others = table.fetch(database.session(), numbers);
     for (std::size_t i = 0; i < places.size(); ++i)
         result[places[i]] = std::move(others[i]);
     return result;
@@ -75,7 +75,7 @@ std::size_t RowList::find(Database& database, RowNumber number)
     const std::size_t known = place(number);
     if (known < size() || !keys_)
         return known;
-    const std::optional<StoredRow> row = keys_->rows.fetch(database.driver(), number);
+    const std::optional<StoredRow> row = keys_->rows.fetch(database.session(), number);
     if (!row)
         return size();
     const qint64 key = row->values[static_cast<std::size_t>(keys_->ordinal)].toLongLong();
@@ -111,7 +111,8 @@ std::vector<std::optional<StoredRow>> RowList::readMarked(Database& database, st
     if (asked.isEmpty())
         return result;
     const auto [low, high] = std::minmax_element(asked.keyBegin(), asked.keyEnd());
-    for (StoredRow& each : keys_->rows.rowsOfKeys(database.driver(), keys_->ordinal, *low, *high)) {
+    for (StoredRow& each :
+         keys_->rows.rowsOfKeys(database.session(), keys_->ordinal, *low, *high)) {
         const auto place =
             asked.constFind(each.values[static_cast<std::size_t>(keys_->ordinal)].toLongLong());
         if (place == asked.cend())

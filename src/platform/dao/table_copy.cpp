@@ -1,8 +1,8 @@
 #include "platform/dao/table_copy.h"
 
 #include "platform/dao/database.h"
-#include "platform/dao/driver.h"
-#include "platform/dao/row_stream.h"
+#include "platform/dao/engine/bulk.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/table_def_p.h"
 
 #include <QCryptographicHash>
@@ -17,9 +17,9 @@ namespace {
 
 constexpr qint64 rowsBetweenNews = 1024;
 
-TableInfo expectTableOf(Driver& driver, const QString& name)
+TableInfo expectTableOf(Session& session, const QString& name)
 {
-    std::optional<TableInfo> table = driver.table(name);
+    std::optional<TableInfo> table = session.table(name);
     if (!table)
         throw runtime::RunTimeError(runtime::TableNotFound);
     return std::move(*table);
@@ -27,12 +27,12 @@ TableInfo expectTableOf(Driver& driver, const QString& name)
 
 /// Goes over all rows of a table, which the visitor sees one by one.
 template <typename Visitor>
-TableContents readThrough(Driver& driver, const TableInfo& table, const RowsSeen& seen,
+TableContents readThrough(Session& session, const TableInfo& table, const RowsSeen& seen,
                           Visitor&& visitor)
 {
     QCryptographicHash hash(QCryptographicHash::Blake2b_256);
     TableContents contents;
-    const std::unique_ptr<RowStream> stream = driver.rowStream(table);
+    const std::unique_ptr<RowStream> stream = session.bulk()->rowStream(table);
     while (const std::optional<QByteArrayView> row = stream->next()) {
         hash.addData(*row);
         visitor(*row);
@@ -51,9 +51,10 @@ struct Making
     QStringList after;
 };
 
-Making makingOf(const Driver& driver, const TableInfo& table, const std::vector<IndexInfo>& indexes)
+Making makingOf(const Session& session, const TableInfo& table,
+                const std::vector<IndexInfo>& indexes)
 {
-    QStringList all = driver.createTable(table, indexes);
+    QStringList all = session.dialect().createTable(table, indexes);
     const auto making = std::find_if(all.begin(), all.end(), [](const QString& each) {
         return each.startsWith("CREATE TABLE"_L1);
     });
@@ -61,43 +62,45 @@ Making makingOf(const Driver& driver, const TableInfo& table, const std::vector<
     return {all.first(count), all.sliced(count)};
 }
 
-void runAll(Driver& driver, const QStringList& statements)
+void runAll(Session& session, const QStringList& statements)
 {
     for (const QString& each : statements)
-        driver.run(each);
+        session.run(each);
 }
 
 } // namespace
 
-void holdStill(Database& database)
+void beginSnapshot(Database& database)
 {
-    database.driver().beginReading();
+    database.session().beginSnapshot();
 }
 
 TableContents copyTable(Database& from, const QString& table, Database& to, const RowsSeen& seen)
 {
-    Driver& source = from.driver();
-    Driver& target = to.driver();
+    Session& source = from.session();
+    Session& target = to.session();
     const TableInfo info = expectTableOf(source, table);
     const Making making = makingOf(target, info, source.indexes(info.name));
     runAll(target, making.before);
-    const std::unique_ptr<RowSink> sink = target.rowSink(info);
+    const std::unique_ptr<Bulk> bulk = target.bulk();
+    const std::unique_ptr<RowSink> sink = bulk->rowSink(info);
     TableContents contents =
         readThrough(source, info, seen, [&](QByteArrayView row) { sink->add(row); });
     sink->finish();
     runAll(target, making.after);
     for (const FieldInfo& each : info.fields) {
         if (each.counter)
-            target.countOnFrom(info.name, each.name, source.highestGiven(info.name, each.name));
+            bulk->countOnFrom(info.name, each.name,
+                              source.bulk()->highestGiven(info.name, each.name));
     }
-    target.learnContents(info.name);
+    bulk->analyze(info.name);
     return contents;
 }
 
 QStringList ownTables(Database& database)
 {
     QStringList names;
-    for (const TableInfo& each : database.driver().tables()) {
+    for (const TableInfo& each : database.session().tables()) {
         if (each.updatable && isOwnTable(each.name))
             names.append(each.name);
     }
@@ -106,13 +109,13 @@ QStringList ownTables(Database& database)
 
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen)
 {
-    Driver& driver = database.driver();
-    return readThrough(driver, expectTableOf(driver, table), seen, [](QByteArrayView) {});
+    Session& session = database.session();
+    return readThrough(session, expectTableOf(session, table), seen, [](QByteArrayView) {});
 }
 
 QString setAside(Database& database, const QStringList& tables)
 {
-    return database.driver().setAside(tables);
+    return database.session().bulk()->setAside(tables);
 }
 
 } // namespace dao

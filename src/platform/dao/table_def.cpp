@@ -40,17 +40,17 @@ bool isOwnTable(const QString& name)
     return name.startsWith("zomrel_"_L1, Qt::CaseInsensitive);
 }
 
-Driver& TableDefState::driver() const
+Session& TableDefState::session() const
 {
     const std::shared_ptr<Database> owner = database.lock();
     if (!owner)
         throw RunTimeError(runtime::ObjectClosed);
-    return owner->driver();
+    return owner->session();
 }
 
 std::vector<FieldInfo>& TableDefState::knownFields()
 {
-    Driver& engine = driver();
+    Session& engine = session();
     if (!fields) {
         std::optional<TableInfo> found = engine.table(name);
         if (!found)
@@ -62,7 +62,7 @@ std::vector<FieldInfo>& TableDefState::knownFields()
 
 std::vector<IndexInfo>& TableDefState::knownIndexes()
 {
-    Driver& engine = driver();
+    Session& engine = session();
     if (!indexes)
         indexes = engine.indexes(name);
     return *indexes;
@@ -76,15 +76,15 @@ void TableDefState::requireFields(const IndexInfo& index)
 
 void TableDefState::createInStore()
 {
-    Driver& engine = driver();
+    Session& engine = session();
     if (engine.table(name))
         throw RunTimeError(tableExists, u"Table '%1' already exists."_s.arg(name));
     for (const IndexInfo& each : *indexes)
         requireFields(each);
-    Together together(engine);
-    for (const QString& each : engine.createTable({name, true, *fields}, *indexes))
+    Transaction transaction(engine);
+    for (const QString& each : engine.dialect().createTable({name, true, *fields}, *indexes))
         engine.run(each);
-    together.commit();
+    transaction.commit();
 }
 
 int Indexes::Count() const
@@ -110,8 +110,8 @@ void Indexes::Append(const Index& index) const
         if (index.Primary())
             throw RunTimeError(runtime::OperationNotSupported);
         table_->requireFields(index.info());
-        Driver& driver = table_->driver();
-        driver.run(driver.createIndex(table_->name, index.info()));
+        Session& session = table_->session();
+        session.run(session.dialect().createIndex(table_->name, index.info()));
     }
     if (index.Primary())
         known.insert(known.begin(), index.info());
@@ -144,11 +144,11 @@ void FieldDefs::Append(const FieldDef& field) const
         // first one on.
         if (field.info().counter)
             throw RunTimeError(runtime::OperationNotSupported);
-        Driver& driver = table_->driver();
-        Together together(driver);
-        for (const QString& each : driver.addField(table_->name, field.info()))
-            driver.run(each);
-        together.commit();
+        Session& session = table_->session();
+        Transaction transaction(session);
+        for (const QString& each : session.dialect().addField(table_->name, field.info()))
+            session.run(each);
+        transaction.commit();
     }
     const bool bringsBack = table_->standsHereAlone();
     known.push_back(field.info());
@@ -169,14 +169,14 @@ void FieldDefs::Delete(const QString& name) const
     if (position < 0)
         throw RunTimeError(runtime::ItemNotFound);
     if (table_->appended) {
-        Driver& driver = table_->driver();
-        const QString table = Driver::quoted(table_->name);
+        Session& session = table_->session();
+        const QString table = Dialect::quoted(table_->name);
         if (known.size() == 1) {
-            driver.run("DROP TABLE "_L1 + table);
+            session.run("DROP TABLE "_L1 + table);
             table_->knownIndexes().clear();
         } else {
             const QString& field = known[static_cast<std::size_t>(position)].name;
-            driver.run(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table, Driver::quoted(field)));
+            session.run(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table, Dialect::quoted(field)));
         }
     }
     known.erase(known.begin() + position);
@@ -184,13 +184,13 @@ void FieldDefs::Delete(const QString& name) const
 
 const QString& TableDef::Name() const
 {
-    state_->driver();
+    state_->session();
     return state_->name;
 }
 
 bool TableDef::Updatable() const
 {
-    state_->driver();
+    state_->session();
     return state_->updatable;
 }
 
@@ -218,7 +218,7 @@ FieldDef TableDef::CreateCounter(const QString& name) const
 std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
 {
     std::vector<std::shared_ptr<TableDefState>> listed;
-    for (const TableInfo& each : driver().tables()) {
+    for (const TableInfo& each : session().tables()) {
         if (isOwnTable(each.name))
             continue;
         auto known = std::find_if(tables_.begin(), tables_.end(), [&](const auto& state) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/database.h"
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 
 #include <optional>
 
@@ -20,7 +20,7 @@ struct TableDefState
     std::optional<std::vector<FieldInfo>> fields;
     std::optional<std::vector<IndexInfo>> indexes;
 
-    Driver& driver() const;
+    Session& session() const;
     std::vector<FieldInfo>& knownFields();
     std::vector<IndexInfo>& knownIndexes();
     /// Returns true for an appended table that has lost its last field. It exists only in this

@@ -1,5 +1,5 @@
+#include "platform/dao/engine/values.h"
 #include "platform/dao/recordset_p.h"
-#include "platform/dao/values.h"
 
 #include <cstdlib>
 
@@ -18,19 +18,19 @@ public:
     }
 
     RecordsetType type() const override { return dbOpenTable; }
-    int recordCount() override { return rows.count(driver()); }
-    bool isEmpty() override { return rows.isEmpty(driver()); }
+    int recordCount() override { return rows.count(session()); }
+    bool isEmpty() override { return rows.isEmpty(session()); }
 
     void goFirst() override
     {
         settled_ = true;
-        standOn(rows.first(driver(), order_), Place::Empty);
+        standOn(rows.first(session(), order_), Place::Empty);
     }
 
     void goLast() override
     {
         settled_ = true;
-        standOn(rows.last(driver(), order_), Place::Empty);
+        standOn(rows.last(session(), order_), Place::Empty);
     }
 
     void standFirst() override { settled_ = false; }
@@ -49,24 +49,24 @@ public:
             forward ? stepForward() : stepBackward();
     }
 
-    bool has(RowNumber number) override { return rows.fetch(driver(), number).has_value(); }
+    bool has(RowNumber number) override { return rows.fetch(session(), number).has_value(); }
 
     void goTo(RowNumber number) override
     {
         settled_ = true;
-        standOn(rows.fetch(driver(), number), Place::Nowhere);
+        standOn(rows.fetch(session(), number), Place::Nowhere);
     }
 
     void requery() override {}
 
     std::shared_ptr<RowList> allRows() override
     {
-        return std::make_shared<RowList>(rows.numbers(driver(), {}, order_));
+        return std::make_shared<RowList>(rows.numbers(session(), {}, order_));
     }
 
     void setIndex(const QString& name) override
     {
-        for (const IndexInfo& each : driver().indexes(rows.table().name)) {
+        for (const IndexInfo& each : session().indexes(rows.table().name)) {
             if (each.name.compare(name, Qt::CaseInsensitive) != 0)
                 continue;
             order_.clear();
@@ -86,7 +86,7 @@ public:
         FieldInfo unlimited = keyField;
         unlimited.size = 0; // A search text may be longer than the field.
         const QVariant stored = toStored(keyField, converted(unlimited, key));
-        std::optional<StoredRow> found = rows.find(driver(), order_, stored);
+        std::optional<StoredRow> found = rows.find(session(), order_, stored);
         settled_ = true;
         noMatch = !found;
         if (found)
@@ -101,7 +101,7 @@ private:
         if (place == Place::Before)
             goFirst();
         else
-            standOn(rows.next(driver(), order_, row), Place::After);
+            standOn(rows.next(session(), order_, row), Place::After);
     }
 
     void stepBackward()
@@ -109,7 +109,7 @@ private:
         if (place == Place::After)
             goLast();
         else
-            standOn(rows.previous(driver(), order_, row), Place::Before);
+            standOn(rows.previous(session(), order_, row), Place::Before);
     }
 
     QString index_;

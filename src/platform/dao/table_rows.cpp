@@ -1,6 +1,7 @@
 #include "platform/dao/table_rows.h"
 
 #include <QHash>
+#include <QStringTokenizer>
 
 #include <algorithm>
 
@@ -28,6 +29,24 @@ std::vector<StoredRow> taken(std::vector<StoredValues>&& rows)
 
 namespace {
 
+/// The row numbers in a text that joins them with commas.
+RowNumbers rowNumbersIn(const QString& joined)
+{
+    RowNumbers numbers;
+    if (joined.isEmpty())
+        return numbers;
+    numbers.reserve(static_cast<std::size_t>(joined.count(u',')) + 1);
+    for (const QStringView each : QStringTokenizer(joined, u','))
+        numbers.push_back(each.toLongLong());
+    return numbers;
+}
+
+/// The parameter of a statement by its number, from 1.
+QString parameter(qsizetype number)
+{
+    return u'$' + QString::number(number);
+}
+
 /// Adds "field = value" to the conditions; Null equals nothing, so it has a spelling of its own.
 void addEqual(const QString& field, const QVariant& value, QStringList& conditions,
               QVariantList& values)
@@ -36,8 +55,8 @@ void addEqual(const QString& field, const QVariant& value, QStringList& conditio
         conditions.append(field + " IS NULL"_L1);
         return;
     }
-    conditions.append(field + " = ?"_L1);
     values.append(value);
+    conditions.append(field + " = "_L1 + parameter(values.size()));
 }
 
 bool isWholeNumber(const QVariant& value)
@@ -45,7 +64,6 @@ bool isWholeNumber(const QVariant& value)
     switch (value.typeId()) {
     case QMetaType::Int:
     case QMetaType::LongLong:
-    case QMetaType::ULongLong: // what the toolkit takes a server's count for
         return true;
     default:
         return false;
@@ -60,15 +78,16 @@ struct Bound
 
 /// The conditions, nearest first, that a field lies behind or before a value. Null stands before
 /// every value and compares with none, so it is asked for by itself.
-std::vector<Bound> beyond(const QString& field, const QVariant& value, bool forward)
+std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
+                          bool forward)
 {
     if (forward && value.isNull())
         return {{field + " IS NOT NULL"_L1, {}}};
     if (forward)
-        return {{field + " > ?"_L1, {value}}};
+        return {{field + " > "_L1 + parameter, {value}}};
     if (value.isNull())
         return {};
-    return {{field + " < ?"_L1, {value}}, {field + " IS NULL"_L1, {}}};
+    return {{field + " < "_L1 + parameter, {value}}, {field + " IS NULL"_L1, {}}};
 }
 
 QString whereText(const QStringList& conditions)
@@ -78,13 +97,13 @@ QString whereText(const QStringList& conditions)
 
 } // namespace
 
-TableRows::TableRows(const Driver& driver, TableInfo table)
-    : table_(std::move(table)), name_(Driver::quoted(table_.name)),
-      rowNumber_(name_ + u'.' + driver.rowNumber(table_))
+TableRows::TableRows(const Session& session, TableInfo table)
+    : table_(std::move(table)), name_(Dialect::quoted(table_.name)),
+      rowNumber_(name_ + u'.' + session.rowNumber(table_))
 {
     QStringList columns(rowNumber_);
     for (std::size_t i = 0; i < table_.fields.size(); ++i)
-        columns.append(driver.selected(table_.fields[i], field(static_cast<int>(i))));
+        columns.append(field(static_cast<int>(i)));
     columns_ = columns.join(u", "_s);
     select_ = u"SELECT %1 FROM %2"_s.arg(columns_, name_);
 }
@@ -99,7 +118,7 @@ int TableRows::expectField(const QString& name) const
 
 QString TableRows::target(int ordinal) const
 {
-    return Driver::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
+    return Dialect::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
 }
 
 /// Named with its table, for an engine may take a lone quoted name that it does not know for a
@@ -109,12 +128,13 @@ QString TableRows::field(int ordinal) const
     return name_ + u'.' + target(ordinal);
 }
 
-QString TableRows::sortField(const Driver& driver, int ordinal) const
+QString TableRows::sortField(const Session& session, int ordinal) const
 {
-    return driver.sorted(table_.fields[static_cast<std::size_t>(ordinal)], field(ordinal));
+    return session.dialect().sorted(table_.fields[static_cast<std::size_t>(ordinal)],
+                                    field(ordinal));
 }
 
-QString TableRows::ordering(const Driver& driver, const RowOrder& order, std::size_t from,
+QString TableRows::ordering(const Session& session, const RowOrder& order, std::size_t from,
                             Direction direction) const
 {
     const bool forward = direction == Direction::Forward;
@@ -125,7 +145,7 @@ QString TableRows::ordering(const Driver& driver, const RowOrder& order, std::si
         const QString nulls = withoutNull ? QString()
                               : forward   ? u" NULLS FIRST"_s
                                           : u" NULLS LAST"_s;
-        terms.append(sortField(driver, order[i]) + (forward ? " ASC"_L1 : " DESC"_L1) + nulls);
+        terms.append(sortField(session, order[i]) + (forward ? " ASC"_L1 : " DESC"_L1) + nulls);
     }
     terms.append(rowNumber_ + (forward ? " ASC"_L1 : " DESC"_L1));
     return " ORDER BY "_L1 + terms.join(u", "_s);
@@ -157,50 +177,50 @@ TableRows::Statement TableRows::condition(const std::optional<SelectQuery::Condi
     return {whereText(conditions), values};
 }
 
-TableRows::Statement TableRows::selection(const Driver& driver, const QString& selected,
+TableRows::Statement TableRows::selection(const Session& session, const QString& selected,
                                           const std::optional<SelectQuery::Condition>& where,
                                           const RowOrder& order) const
 {
     const Statement met = condition(where);
     return {u"SELECT %1 FROM %2"_s.arg(selected, name_) + met.sql +
-                ordering(driver, order, 0, Direction::Forward),
+                ordering(session, order, 0, Direction::Forward),
             met.values};
 }
 
-TableRows::Statement TableRows::numbersStatement(Driver& driver,
+TableRows::Statement TableRows::numbersStatement(Session& session,
                                                  const std::optional<SelectQuery::Condition>& where,
                                                  const RowOrder& order) const
 {
-    const Statement numbers = selection(driver, rowNumber_, where, order);
-    return {driver.joined(numbers.sql), numbers.values};
+    const Statement numbers = selection(session, rowNumber_, where, order);
+    return {session.dialect().joined(numbers.sql), numbers.values};
 }
 
-RowNumbers TableRows::numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+RowNumbers TableRows::numbers(Session& session, const std::optional<SelectQuery::Condition>& where,
                               const RowOrder& order) const
 {
-    const Statement statement = numbersStatement(driver, where, order);
-    return Driver::rowNumbers(
-        driver.rows(statement.sql, statement.values).front().front().toString());
+    const Statement statement = numbersStatement(session, where, order);
+    return rowNumbersIn(session.rows(statement.sql, statement.values).front().front().toString());
 }
 
-TableRows::Listed TableRows::listed(Driver& driver,
+TableRows::Listed TableRows::listed(Session& session,
                                     const std::optional<SelectQuery::Condition>& where,
                                     const RowOrder& order) const
 {
-    const Statement statement = numbersStatement(driver, where, order);
-    const QString list = Driver::quoted(u" list"_s);
+    const Statement statement = numbersStatement(session, where, order);
+    const QString list = Dialect::quoted(u" list"_s);
     const QString numbers = list + u".numbers"_s;
     const QString sql = u"SELECT %1, %2 FROM (%3) AS %4 LEFT JOIN %5 ON %6 = %7"_s.arg(
-        numbers, columns_, statement.sql, list, name_, rowNumber_, driver.firstOf(numbers));
-    StoredValues columns = std::move(driver.rows(sql, statement.values).front());
-    Listed result{Driver::rowNumbers(columns.front().toString()), {}};
+        numbers, columns_, statement.sql, list, name_, rowNumber_,
+        session.dialect().firstOf(numbers));
+    StoredValues columns = std::move(session.rows(sql, statement.values).front());
+    Listed result{rowNumbersIn(columns.front().toString()), {}};
     columns.erase(columns.begin());
     if (!result.numbers.empty() && !columns.front().isNull())
         result.first = taken(std::move(columns));
     return result;
 }
 
-std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
+std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
 {
     const QString counted = u"(SELECT count(*) FROM %1%2)"_s;
     const QString end = u"(SELECT %1(%2) FROM %3)"_s;
@@ -210,7 +230,7 @@ std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
         end.arg(u"min"_s, field(key), name_),
         end.arg(u"max"_s, field(key), name_),
     };
-    const StoredValues seen = driver.rows("SELECT "_L1 + asked.join(u", "_s)).front();
+    const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
     // A field may hold what is no whole number; nothing is known of the values between then.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
@@ -223,29 +243,29 @@ std::optional<KeyRun> TableRows::keyRun(Driver& driver, int key) const
     return KeyRun{first, static_cast<std::size_t>(count)};
 }
 
-std::vector<StoredRow> TableRows::rowsOfKeys(Driver& driver, int key, qint64 first,
+std::vector<StoredRow> TableRows::rowsOfKeys(Session& session, int key, qint64 first,
                                              qint64 last) const
 {
-    const QStringList conditions{field(key) + " >= ?"_L1, field(key) + " <= ?"_L1};
-    return taken(driver.rows(select_ + whereText(conditions), {first, last}));
+    const QStringList conditions{field(key) + " >= $1"_L1, field(key) + " <= $2"_L1};
+    return taken(session.rows(select_ + whereText(conditions), {first, last}));
 }
 
-int TableRows::count(Driver& driver) const
+int TableRows::count(Session& session) const
 {
-    return driver.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();
+    return session.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();
 }
 
-bool TableRows::isEmpty(Driver& driver) const
+bool TableRows::isEmpty(Session& session) const
 {
-    return driver.rows("SELECT 1 FROM "_L1 + name_ + " LIMIT 1"_L1).empty();
+    return session.rows("SELECT 1 FROM "_L1 + name_ + " LIMIT 1"_L1).empty();
 }
 
-std::optional<StoredRow> TableRows::fetch(Driver& driver, RowNumber number) const
+std::optional<StoredRow> TableRows::fetch(Session& session, RowNumber number) const
 {
-    return pick(driver, {rowNumber_ + " = ?"_L1}, {number}, {});
+    return pick(session, {rowNumber_ + " = $1"_L1}, {number}, {});
 }
 
-std::vector<std::optional<StoredRow>> TableRows::fetch(Driver& driver,
+std::vector<std::optional<StoredRow>> TableRows::fetch(Session& session,
                                                        std::span<const RowNumber> numbers) const
 {
     std::vector<std::optional<StoredRow>> result(numbers.size());
@@ -258,7 +278,7 @@ std::vector<std::optional<StoredRow>> TableRows::fetch(Driver& driver,
         list.append(QString::number(numbers[i]));
     }
     const QString condition = u" WHERE %1 IN (%2)"_s.arg(rowNumber_, list.join(u','));
-    for (StoredValues& columns : driver.rows(select_ + condition)) {
+    for (StoredValues& columns : session.rows(select_ + condition)) {
         StoredRow row = taken(std::move(columns));
         const std::size_t place = places.value(row.number);
         result[place] = std::move(row);
@@ -266,41 +286,41 @@ std::vector<std::optional<StoredRow>> TableRows::fetch(Driver& driver,
     return result;
 }
 
-std::optional<StoredRow> TableRows::pick(Driver& driver, const QStringList& conditions,
+std::optional<StoredRow> TableRows::pick(Session& session, const QStringList& conditions,
                                          const QVariantList& values, const QString& ordering) const
 {
     std::vector<StoredValues> found =
-        driver.rows(select_ + whereText(conditions) + ordering + " LIMIT 1"_L1, values);
+        session.rows(select_ + whereText(conditions) + ordering + " LIMIT 1"_L1, values);
     if (found.empty())
         return {};
     return taken(std::move(found.front()));
 }
 
-std::optional<StoredRow> TableRows::first(Driver& driver, const RowOrder& order) const
+std::optional<StoredRow> TableRows::first(Session& session, const RowOrder& order) const
 {
-    return pick(driver, {}, {}, ordering(driver, order, 0, Direction::Forward));
+    return pick(session, {}, {}, ordering(session, order, 0, Direction::Forward));
 }
 
-std::optional<StoredRow> TableRows::last(Driver& driver, const RowOrder& order) const
+std::optional<StoredRow> TableRows::last(Session& session, const RowOrder& order) const
 {
-    return pick(driver, {}, {}, ordering(driver, order, 0, Direction::Backward));
+    return pick(session, {}, {}, ordering(session, order, 0, Direction::Backward));
 }
 
-std::optional<StoredRow> TableRows::next(Driver& driver, const RowOrder& order,
+std::optional<StoredRow> TableRows::next(Session& session, const RowOrder& order,
                                          const StoredRow& from) const
 {
-    return neighbour(driver, order, from, Direction::Forward);
+    return neighbour(session, order, from, Direction::Forward);
 }
 
-std::optional<StoredRow> TableRows::previous(Driver& driver, const RowOrder& order,
+std::optional<StoredRow> TableRows::previous(Session& session, const RowOrder& order,
                                              const StoredRow& from) const
 {
-    return neighbour(driver, order, from, Direction::Backward);
+    return neighbour(session, order, from, Direction::Backward);
 }
 
 /// Looks among the rows that agree with `from` in all ordering fields, then among those that agree
 /// in all but the last, and so on: each look is one step down an index.
-std::optional<StoredRow> TableRows::neighbour(Driver& driver, const RowOrder& order,
+std::optional<StoredRow> TableRows::neighbour(Session& session, const RowOrder& order,
                                               const StoredRow& from, Direction direction) const
 {
     for (std::size_t agreeing = order.size() + 1; agreeing-- > 0;) {
@@ -310,77 +330,77 @@ std::optional<StoredRow> TableRows::neighbour(Driver& driver, const RowOrder& or
             addEqual(field(order[i]), from.values[static_cast<std::size_t>(order[i])], conditions,
                      values);
         const bool byNumber = agreeing == order.size();
-        const QString name = byNumber ? rowNumber_ : sortField(driver, order[agreeing]);
+        const QString name = byNumber ? rowNumber_ : sortField(session, order[agreeing]);
         const QVariant bound = byNumber ? QVariant(from.number)
                                         : from.values[static_cast<std::size_t>(order[agreeing])];
-        for (const Bound& each : beyond(name, bound, direction == Direction::Forward)) {
-            if (auto row = pick(driver, conditions + QStringList(each.condition),
-                                values + each.values, ordering(driver, order, agreeing, direction)))
+        for (const Bound& each :
+             beyond(name, bound, parameter(values.size() + 1), direction == Direction::Forward)) {
+            if (auto row =
+                    pick(session, conditions + QStringList(each.condition), values + each.values,
+                         ordering(session, order, agreeing, direction)))
                 return row;
         }
     }
     return {};
 }
 
-std::optional<StoredRow> TableRows::find(Driver& driver, const RowOrder& order,
+std::optional<StoredRow> TableRows::find(Session& session, const RowOrder& order,
                                          const QVariant& value) const
 {
     QStringList conditions;
     QVariantList values;
     addEqual(field(order.front()), value, conditions, values);
-    return pick(driver, conditions, values, ordering(driver, order, 1, Direction::Forward));
+    return pick(session, conditions, values, ordering(session, order, 1, Direction::Forward));
 }
 
-RowNumber TableRows::insert(Driver& driver, const std::vector<Assignment>& assignments) const
+RowNumber TableRows::insert(Session& session, const std::vector<Assignment>& assignments) const
 {
     QStringList columns;
     QStringList places;
     QVariantList values;
     std::vector<bool> assigned(table_.fields.size());
-    if (const QString number = driver.newRowNumber(table_); !number.isEmpty()) {
-        columns.append(driver.rowNumber(table_));
+    if (const QString number = session.dialect().newRowNumber(table_); !number.isEmpty()) {
+        columns.append(session.rowNumber(table_));
         places.append(number);
     }
     for (const Assignment& each : assignments) {
         assigned[static_cast<std::size_t>(each.ordinal)] = true;
         columns.append(target(each.ordinal));
-        places.append(u"?"_s);
         values.append(each.stored);
+        places.append(parameter(values.size()));
     }
     for (std::size_t i = 0; i < table_.fields.size(); ++i) {
-        if (!table_.fields[i].counter || assigned[i])
+        const FieldInfo& each = table_.fields[i];
+        if (!each.counter || each.countsByItself || assigned[i])
             continue;
-        const QString value = driver.counterValue(table_.name, table_.fields[i].name);
-        if (value.isEmpty())
-            continue;
-        columns.append(Driver::quoted(table_.fields[i].name));
-        places.append(value);
+        columns.append(Dialect::quoted(each.name));
+        places.append(session.dialect().newCounterValue(table_, each));
     }
     const QString what =
         columns.isEmpty() ? u"DEFAULT VALUES"_s
                           : u"(%1) VALUES (%2)"_s.arg(columns.join(u", "_s), places.join(u", "_s));
-    return driver.insert(table_, u"INSERT INTO %1 "_s.arg(name_) + what, values);
+    return session.insert(table_, u"INSERT INTO %1 "_s.arg(name_) + what, values);
 }
 
-bool TableRows::update(Driver& driver, RowNumber number,
+bool TableRows::update(Session& session, RowNumber number,
                        const std::vector<Assignment>& assignments) const
 {
     QStringList parts;
     QVariantList values;
     for (const Assignment& each : assignments) {
-        parts.append(target(each.ordinal) + " = ?"_L1);
         values.append(each.stored);
+        parts.append(target(each.ordinal) + " = "_L1 + parameter(values.size()));
     }
     values.append(number);
-    const QString sql =
-        u"UPDATE %1 SET "_s.arg(name_) + parts.join(u", "_s) + whereText({rowNumber_ + " = ?"_L1});
-    return driver.run(sql, values).numRowsAffected() > 0;
+    const QString sql = u"UPDATE %1 SET "_s.arg(name_) + parts.join(u", "_s) +
+                        whereText({rowNumber_ + " = "_L1 + parameter(values.size())});
+    return session.run(sql, values) > 0;
 }
 
-bool TableRows::remove(Driver& driver, RowNumber number) const
+bool TableRows::remove(Session& session, RowNumber number) const
 {
-    const QString sql = "DELETE FROM "_L1 + name_ + whereText({rowNumber_ + " = ?"_L1});
-    return driver.run(sql, {number}).numRowsAffected() > 0;
+    const QString sql = "DELETE FROM "_L1 + name_ + whereText({rowNumber_ + " = $1"_L1});
+    return session.run(sql, {number}) > 0;
 }
 
 } // namespace dao

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/query.h"
 
 #include <optional>
@@ -35,14 +35,14 @@ struct KeyRun
 class TableRows
 {
 public:
-    TableRows(const Driver& driver, TableInfo table);
+    TableRows(const Session& session, TableInfo table);
 
     const TableInfo& table() const { return table_; }
-    /// Raises 3061 for a name that is no field.
+    /// Throws TooFewParameters (3061) for a name that is no field.
     int expectField(const QString& name) const;
 
     /// The numbers of all rows that meet the condition, in order.
-    RowNumbers numbers(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+    RowNumbers numbers(Session& session, const std::optional<SelectQuery::Condition>& where,
                        const RowOrder& order) const;
     /// The same with the first row, read in the same look.
     struct Listed
@@ -50,7 +50,7 @@ public:
         RowNumbers numbers;
         std::optional<StoredRow> first;
     };
-    Listed listed(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+    Listed listed(Session& session, const std::optional<SelectQuery::Condition>& where,
                   const RowOrder& order) const;
     /// The first rows that meet the condition, in order, at most `limit` of them, and how many rows
     /// meet it. One statement, so both are of one moment.
@@ -59,33 +59,33 @@ public:
         std::size_t total = 0;
         std::vector<StoredRow> rows;
     };
-    Beginning beginning(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+    Beginning beginning(Session& session, const std::optional<SelectQuery::Condition>& where,
                         const RowOrder& order, int limit) const;
     /// All rows that meet the condition, in order, read by one statement.
-    std::vector<StoredRow> all(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+    std::vector<StoredRow> all(Session& session, const std::optional<SelectQuery::Condition>& where,
                                const RowOrder& order) const;
     /// The values of a field that is unique, where they are whole numbers without gaps and none of
     /// them is Null; costs a few look-ups and no scan.
-    std::optional<KeyRun> keyRun(Driver& driver, int key) const;
+    std::optional<KeyRun> keyRun(Session& session, int key) const;
     /// The rows whose unique field lies between these two, in no order.
-    std::vector<StoredRow> rowsOfKeys(Driver& driver, int key, qint64 first, qint64 last) const;
-    int count(Driver& driver) const;
-    bool isEmpty(Driver& driver) const;
+    std::vector<StoredRow> rowsOfKeys(Session& session, int key, qint64 first, qint64 last) const;
+    int count(Session& session) const;
+    bool isEmpty(Session& session) const;
 
-    std::optional<StoredRow> fetch(Driver& driver, RowNumber number) const;
+    std::optional<StoredRow> fetch(Session& session, RowNumber number) const;
     /// In the order of the numbers; a row that no longer exists is absent.
-    std::vector<std::optional<StoredRow>> fetch(Driver& driver,
+    std::vector<std::optional<StoredRow>> fetch(Session& session,
                                                 std::span<const RowNumber> numbers) const;
 
-    std::optional<StoredRow> first(Driver& driver, const RowOrder& order) const;
-    std::optional<StoredRow> last(Driver& driver, const RowOrder& order) const;
+    std::optional<StoredRow> first(Session& session, const RowOrder& order) const;
+    std::optional<StoredRow> last(Session& session, const RowOrder& order) const;
     /// The row behind or before the place of a row, which need not exist any more.
-    std::optional<StoredRow> next(Driver& driver, const RowOrder& order,
+    std::optional<StoredRow> next(Session& session, const RowOrder& order,
                                   const StoredRow& from) const;
-    std::optional<StoredRow> previous(Driver& driver, const RowOrder& order,
+    std::optional<StoredRow> previous(Session& session, const RowOrder& order,
                                       const StoredRow& from) const;
     /// The first row in order whose first ordering field equals the stored value.
-    std::optional<StoredRow> find(Driver& driver, const RowOrder& order,
+    std::optional<StoredRow> find(Session& session, const RowOrder& order,
                                   const QVariant& value) const;
 
     struct Assignment
@@ -93,18 +93,19 @@ public:
         int ordinal;
         QVariant stored;
     };
-    RowNumber insert(Driver& driver, const std::vector<Assignment>& assignments) const;
+    RowNumber insert(Session& session, const std::vector<Assignment>& assignments) const;
     /// False where the row does not exist.
-    bool update(Driver& driver, RowNumber number, const std::vector<Assignment>& assignments) const;
-    bool remove(Driver& driver, RowNumber number) const;
+    bool update(Session& session, RowNumber number,
+                const std::vector<Assignment>& assignments) const;
+    bool remove(Session& session, RowNumber number) const;
 
 private:
     enum class Direction { Forward, Backward };
 
     QString target(int ordinal) const;
     QString field(int ordinal) const;
-    QString sortField(const Driver& driver, int ordinal) const;
-    QString ordering(const Driver& driver, const RowOrder& order, std::size_t from,
+    QString sortField(const Session& session, int ordinal) const;
+    QString ordering(const Session& session, const RowOrder& order, std::size_t from,
                      Direction direction) const;
     struct Statement
     {
@@ -114,17 +115,17 @@ private:
     /// WHERE with the condition and its values; empty where there is none.
     Statement condition(const std::optional<SelectQuery::Condition>& where) const;
     /// SELECT of an expression of the rows that meet the condition, in order.
-    Statement selection(const Driver& driver, const QString& selected,
+    Statement selection(const Session& session, const QString& selected,
                         const std::optional<SelectQuery::Condition>& where,
                         const RowOrder& order) const;
-    Statement numbersStatement(Driver& driver, const std::optional<SelectQuery::Condition>& where,
+    Statement numbersStatement(Session& session, const std::optional<SelectQuery::Condition>& where,
                                const RowOrder& order) const;
     void addCondition(const SelectQuery::Condition& where, QStringList& conditions,
                       QVariantList& values) const;
-    std::optional<StoredRow> pick(Driver& driver, const QStringList& conditions,
+    std::optional<StoredRow> pick(Session& session, const QStringList& conditions,
                                   const QVariantList& values, const QString& ordering) const;
-    std::optional<StoredRow> neighbour(Driver& driver, const RowOrder& order, const StoredRow& from,
-                                       Direction direction) const;
+    std::optional<StoredRow> neighbour(Session& session, const RowOrder& order,
+                                       const StoredRow& from, Direction direction) const;
 
     TableInfo table_;
     QString name_;      ///< The table's name, quoted.

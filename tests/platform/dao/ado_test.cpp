@@ -129,7 +129,7 @@ TEST_F(AdoTest, OutlivesItsConnectionAndHoldsNoLock)
     const auto rows = execute(u"SELECT * FROM Items ORDER BY Num"_s);
     EXPECT_EQ(rows->rows(0, 1)[0][0], 1000);
     dao::DBEngine::instance().Idle();
-    EXPECT_EQ(QSqlDatabase::connectionNames().size(), 1);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
     sql(u"PRAGMA busy_timeout = 0"_s);
     sql(u"BEGIN EXCLUSIVE"_s);
     sql(u"COMMIT"_s);
@@ -144,7 +144,7 @@ TEST_F(AdoTest, LetsTheConnectionGoOnceAllRowsAreAtHand)
     const auto many = execute(u"SELECT * FROM Items"_s);
     many->readAll();
     dao::DBEngine::instance().Idle();
-    EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
+    EXPECT_EQ(dao::EngineConnection::living(), 0);
     EXPECT_EQ(few->rows(0, 1)[0][0], 1000);
     EXPECT_EQ(many->rows(999, 1)[0][0], 1000);
 }

@@ -94,10 +94,10 @@ TEST_F(ClosingTest, TheConnectionGoesWithTheLastHandle)
     database.reset();
     rows.reset();
     dao::DBEngine::instance().Idle();
-    EXPECT_EQ(QSqlDatabase::connectionNames().size(), 1);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
     pages.reset();
     dao::DBEngine::instance().Idle();
-    EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
+    EXPECT_EQ(dao::EngineConnection::living(), 0);
 }
 
 TEST_F(ClosingTest, CloseOfARecordsetLetsGoOfItsDatabase)
@@ -107,7 +107,7 @@ TEST_F(ClosingTest, CloseOfARecordsetLetsGoOfItsDatabase)
     const auto rows = table(u"Items"_s);
     rows->Close();
     dao::DBEngine::instance().Idle();
-    EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty());
+    EXPECT_EQ(dao::EngineConnection::living(), 0);
     EXPECT_EQ(errorOf([&] { rows->MoveFirst(); }), 3420);
     EXPECT_EQ(rows->database(), nullptr);
 }

@@ -1,6 +1,8 @@
 #include "platform/dao/fixture.h"
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
+
+#include <QSqlQuery>
 
 using namespace daotest;
 
@@ -65,8 +67,8 @@ TEST_F(EditingTest, TellsOfAFullDiskAndKeepsWhatIsWritten)
     EMBEDDED_ONLY("a server tells of its own disk");
     constexpr int most = 1000;
     const auto database = open();
-    const int pages = database->driver().rows(u"PRAGMA page_count"_s).front().front().toInt();
-    database->driver().rows(u"PRAGMA max_page_count = %1"_s.arg(pages + 2));
+    const int pages = database->session().rows(u"PRAGMA page_count"_s).front().front().toInt();
+    database->session().rows(u"PRAGMA max_page_count = %1"_s.arg(pages + 2));
     const auto rows = database->OpenRecordset(u"Items"_s, dao::dbOpenTable);
     int added = 0;
     int error = 0;

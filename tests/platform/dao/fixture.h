@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/dao/database.h"
+#include "platform/dao/engine/connection.h"
 #include "platform/runtime/run_time_error.h"
 
 #include "support/errors.h"
@@ -9,8 +10,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -49,8 +48,7 @@ protected:
     {
         raw_.reset();
         dao::DBEngine::instance().Idle();
-        EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty())
-            << qPrintable(QSqlDatabase::connectionNames().join(u", "_s));
+        EXPECT_EQ(dao::EngineConnection::living(), 0);
         dao::DBEngine::instance().Workspaces(0).setLockWait(std::chrono::seconds(5));
         server_.reset();
     }
@@ -60,7 +58,7 @@ protected:
         const QString pattern = u"bare"_s;
         testsupport::databaseOnce(pattern, [this](const dao::Link& link) {
             writeFile(dao::linkText(link));
-            PlainSql(path_).database().exec(u"CREATE DOMAIN zomrel_boolean AS smallint"_s);
+            PlainSql(path_).exactly(u"CREATE DOMAIN zomrel_boolean AS smallint"_s);
         });
         server_ = std::make_unique<testsupport::ThrowawayDatabase>(pattern);
         server_->writeLink(path_);

@@ -1,4 +1,4 @@
-#include "platform/dao/link.h"
+#include "platform/dao/postgres/link.h"
 
 #include "platform/runtime/run_time_error.h"
 #include "support/printers.h"

@@ -1,6 +1,6 @@
 #include "platform/dao/fixture.h"
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "support/ordinary_user.h"
 
 #include <QFile>
@@ -152,8 +152,8 @@ TEST_F(OpeningTest, WaitsForTheDisk)
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     for (int use = 0; use < 2; ++use) {
         const auto database = open();
-        EXPECT_EQ(database->driver().rows(u"PRAGMA synchronous"_s).front().front(), full);
-        EXPECT_EQ(database->driver().rows(u"PRAGMA journal_mode"_s).front().front(), u"delete"_s);
+        EXPECT_EQ(database->session().rows(u"PRAGMA synchronous"_s).front().front(), full);
+        EXPECT_EQ(database->session().rows(u"PRAGMA journal_mode"_s).front().front(), u"delete"_s);
     }
 }
 

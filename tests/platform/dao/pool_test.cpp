@@ -1,6 +1,6 @@
 #include "platform/dao/fixture.h"
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/connection.h"
 
 #include <QFile>
 
@@ -24,10 +24,9 @@ TEST_F(PoolTest, TakesTheConnectionThatWasGivenBack)
     add(1, 10);
     raw_.reset();
     openOnce();
-    const QStringList names = QSqlDatabase::connectionNames();
-    EXPECT_EQ(names.size(), 1);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
     openOnce();
-    EXPECT_EQ(QSqlDatabase::connectionNames(), names);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
 }
 
 TEST_F(PoolTest, GivesTwoDatabasesAtOnceAConnectionEach)
@@ -38,7 +37,7 @@ TEST_F(PoolTest, GivesTwoDatabasesAtOnceAConnectionEach)
     const auto first = open();
     const auto second = open();
     // Nothing stays open between two calls on a server, so one connection serves all.
-    EXPECT_EQ(QSqlDatabase::connectionNames().size(), isOnServer() ? 1 : 2);
+    EXPECT_EQ(dao::EngineConnection::living(), isOnServer() ? 1 : 2);
 }
 
 /// What comes later must not be part of a change that nobody ends.
@@ -47,8 +46,8 @@ TEST_F(PoolTest, KeepsNoConnectionInTheMiddleOfAChange)
     raw_.reset();
     {
         const auto left = open();
-        left->driver().begin();
-        left->driver().run(u"INSERT INTO \"Items\" (\"Num\", \"Done\") VALUES (1, 0)"_s);
+        left->session().begin();
+        left->session().run(u"INSERT INTO \"Items\" (\"Num\", \"Done\") VALUES (1, 0)"_s);
     }
     EXPECT_EQ(openOnce(), 0);
     const auto rows = open()->OpenRecordset(u"Items"_s, dao::dbOpenTable);

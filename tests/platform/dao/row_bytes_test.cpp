@@ -1,4 +1,4 @@
-#include "platform/dao/row_bytes.h"
+#include "platform/dao/engine/row_bytes.h"
 
 #include "support/printers.h"
 

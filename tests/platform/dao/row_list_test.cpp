@@ -54,7 +54,7 @@ TEST_F(RowListTest, KnowsKeysWithoutGapsByTheirEnds)
 {
     addDown(150, 11);
     const auto database = open();
-    dao::Driver& driver = database->driver();
+    dao::Session& driver = database->session();
     const dao::TableRows rows(driver, driver.table(u"Orders"_s).value());
     const auto keys = rows.keyRun(driver, 0);
     ASSERT_TRUE(keys) << "or every number is listed at opening";

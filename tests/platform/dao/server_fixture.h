@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/fixture.h"
-#include "platform/dao/link.h"
+#include "platform/dao/postgres/link.h"
 
 namespace daotest {
 
@@ -34,7 +34,7 @@ protected:
     {
         if (!isOnServer())
             return;
-        dao::DBEngine::instance().Workspaces(0).setAnswerWait(dao::Waits().answer);
+        dao::DBEngine::instance().Workspaces(0).setAnswerWait(dao::Timeouts().answer);
         ItemsTest::TearDown();
     }
 

@@ -1,6 +1,6 @@
 // How statements reach a server: what it keeps of them, and how often it is asked.
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/dao/server_fixture.h"
 #include "support/server_proxy.h"
 
@@ -16,7 +16,7 @@ using ServerStatementsTest = ServerTest;
 /// How many statements the server keeps for the database's connection, but for the greeting.
 int keptStatements(dao::Database& database)
 {
-    return database.driver()
+    return database.session()
         .rows(u"SELECT count(*) FROM pg_prepared_statements WHERE name <> 'zomrel_greeting'"_s)
         .front()
         .front()
@@ -72,7 +72,7 @@ TEST_F(ServerStatementsTest, RunsAKeptStatementOverATableThatHasChanged)
     raw_->exactly(u"ALTER TABLE \"Items\" ALTER \"Name\" TYPE varchar(30)"_s);
     rows->Move(0);
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
-    database->driver().run(u"DEALLOCATE ALL"_s);
+    database->session().run(u"DEALLOCATE ALL"_s);
     rows->Move(0);
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
 }

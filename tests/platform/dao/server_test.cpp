@@ -1,7 +1,7 @@
 // What only a store on a server meets: log-ins that fail, connections that die, tables that other
 // programs have made.
 
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/connection.h"
 #include "platform/dao/examination.h"
 #include "platform/dao/server_fixture.h"
 
@@ -132,7 +132,7 @@ TEST_F(ServerTest, ReplacesADeadConnectionOfThePool)
 {
     add(1, 10);
     open();
-    ASSERT_FALSE(QSqlDatabase::connectionNames().isEmpty());
+    ASSERT_EQ(dao::EngineConnection::living(), 1);
     endConnections();
     EXPECT_EQ(table(u"Items"_s)->Fields(u"Num"_s).Value(), 10);
 }
@@ -327,10 +327,9 @@ TEST_F(ServerTest, KeepsItsConnectionWhereAStatementIsRefused)
         EXPECT_EQ(errorOf([&] { rows->Update(); }), 3022);
     };
     refused();
-    const QStringList names = QSqlDatabase::connectionNames();
-    EXPECT_EQ(names.size(), 1);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
     refused();
-    EXPECT_EQ(QSqlDatabase::connectionNames(), names);
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
 }
 
 TEST_F(ServerTest, KeepsEveryCommitDurable)
@@ -339,7 +338,7 @@ TEST_F(ServerTest, KeepsEveryCommitDurable)
     testsupport::runAsKeeper(
         u"ALTER DATABASE \"%1\" SET synchronous_commit = off"_s.arg(link().database));
     const auto database = open();
-    EXPECT_EQ(database->driver().rows(u"SHOW synchronous_commit"_s).front().front(), u"on"_s);
+    EXPECT_EQ(database->session().rows(u"SHOW synchronous_commit"_s).front().front(), u"on"_s);
 }
 
 TEST_F(ServerTest, CopiesNoFile)

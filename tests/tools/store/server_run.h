@@ -1,15 +1,11 @@
 #pragma once
 
-#include "platform/dao/link.h"
+#include "platform/dao/postgres/link.h"
+#include "support/server_connection.h"
 #include "support/throwaway_server.h"
 #include "tools/store/program_run.h"
 
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QSqlRecord>
 #include <QUrl>
-#include <QUuid>
 
 namespace storetooltest {
 
@@ -33,44 +29,16 @@ inline QString addressOf(const dao::Link& link)
 class ServerSql
 {
 public:
-    explicit ServerSql(const dao::Link& link) : name_(QUuid::createUuid().toString())
-    {
-        QSqlDatabase database = QSqlDatabase::addDatabase(u"QPSQL"_s, name_);
-        database.setHostName(link.server);
-        database.setPort(link.port);
-        database.setDatabaseName(link.database);
-        database.setUserName(link.user);
-        if (!database.open())
-            ADD_FAILURE() << qPrintable(database.lastError().text());
-    }
-    ~ServerSql() { QSqlDatabase::removeDatabase(name_); }
-    ServerSql(const ServerSql&) = delete;
-    ServerSql& operator=(const ServerSql&) = delete;
+    explicit ServerSql(const dao::Link& link) : connection_(link) {}
 
     /// Returns the SQLSTATE of a failure, or an empty text.
-    QString errorOf(const QString& sql)
-    {
-        QSqlQuery query(QSqlDatabase::database(name_));
-        return query.exec(sql) ? QString() : query.lastError().nativeErrorCode();
-    }
+    QString errorOf(const QString& sql) { return connection_.errorOf(sql); }
     void run(const QString& sql) { EXPECT_EQ(errorOf(sql), QString()) << sql.toStdString(); }
-    QList<QVariantList> rows(const QString& sql)
-    {
-        QSqlQuery query(QSqlDatabase::database(name_));
-        EXPECT_TRUE(query.exec(sql)) << qPrintable(sql) << qPrintable(query.lastError().text());
-        QList<QVariantList> all;
-        while (query.next()) {
-            QVariantList row;
-            for (int i = 0; i < query.record().count(); ++i)
-                row.append(query.value(i));
-            all.append(row);
-        }
-        return all;
-    }
+    QList<QVariantList> rows(const QString& sql) { return connection_.rows(sql); }
     QVariant scalar(const QString& sql) { return rows(sql).value(0).value(0); }
 
 private:
-    QString name_;
+    testsupport::ServerConnection connection_;
 };
 
 } // namespace storetooltest

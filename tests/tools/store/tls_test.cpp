@@ -1,7 +1,7 @@
 // Links over encrypted connections to a server with a self-signed certificate.
 
 #include "platform/dao/database.h"
-#include "platform/dao/driver.h"
+#include "platform/dao/engine/session.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/server_run.h"
 
@@ -52,7 +52,7 @@ protected:
     bool isEncrypted() const
     {
         const auto database = dao::DBEngine::instance().OpenDatabase(path());
-        return database->driver()
+        return database->session()
             .rows(u"SELECT ssl FROM pg_stat_ssl WHERE pid = pg_backend_pid()"_s)
             .front()
             .front()

@@ -1,6 +1,6 @@
 #include "tools/store/old_store/table_intake.h"
 
-#include "platform/dao/values.h"
+#include "platform/dao/engine/values.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/old_store/old_value.h"
 

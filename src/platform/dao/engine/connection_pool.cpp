@@ -1,0 +1,73 @@
+#include "platform/dao/engine/connection_pool.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace dao {
+
+namespace {
+
+/// As many as the loading of the order form opens at once.
+constexpr std::size_t mostIdle = 12;
+
+void clearAtTheEnd()
+{
+    ConnectionPool::instance().clear();
+}
+
+} // namespace
+
+ConnectionPool::ConnectionPool()
+{
+    qAddPostRoutine(clearAtTheEnd); // connections have to go before the application does
+}
+
+ConnectionPool& ConnectionPool::instance()
+{
+    static ConnectionPool pool;
+    return pool;
+}
+
+std::shared_ptr<EngineConnection> ConnectionPool::take(const QString& key)
+{
+    const auto found = std::find_if(idle_.rbegin(), idle_.rend(),
+                                    [&key](const Idle& each) { return each.key == key; });
+    if (found == idle_.rend())
+        return nullptr;
+    std::shared_ptr<EngineConnection> connection = std::move(found->connection);
+    idle_.erase(std::next(found).base());
+    return connection;
+}
+
+void ConnectionPool::give(const QString& key, std::shared_ptr<EngineConnection> connection)
+{
+    idle_.push_back({key, std::move(connection)});
+    if (idle_.size() > mostIdle)
+        idle_.pop_front();
+}
+
+std::shared_ptr<EngineConnection> ConnectionPool::shared(const QString& key) const
+{
+    const auto found = shared_.find(key);
+    return found == shared_.end() ? nullptr : found->second.connection.lock();
+}
+
+void ConnectionPool::share(const QString& key, const std::shared_ptr<EngineConnection>& connection)
+{
+    shared_[key] = {connection, connection};
+}
+
+void ConnectionPool::unshare(const QString& key)
+{
+    shared_.erase(key);
+}
+
+void ConnectionPool::clear()
+{
+    idle_.clear();
+    for (auto& [key, each] : shared_)
+        each.kept.reset();
+}
+
+} // namespace dao

@@ -1,0 +1,185 @@
+#include "platform/dao/engine/dialect.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto primaryKeyName = "PrimaryKey"_L1;
+
+/// Columns of the rows that tablesOf takes.
+enum TableColumn {
+    TableName,
+    IsTable,
+    FieldName,
+    FieldType,
+    IsRequired,
+    IsCounter,
+    CountsByItself,
+};
+
+/// Columns of indexesQuery.
+enum IndexColumn { IndexName, IsPrimary, IsUnique, IndexField };
+
+/// Index names are one name space for all tables in every engine, so a stored name begins with its
+/// table's.
+QString indexPrefix(const QString& table)
+{
+    return table + u'.';
+}
+
+QString shownIndexName(const QString& table, const QString& stored)
+{
+    const QString prefix = indexPrefix(table);
+    return stored.startsWith(prefix, Qt::CaseInsensitive) ? stored.mid(prefix.size()) : stored;
+}
+
+} // namespace
+
+QString Dialect::quoted(const QString& name)
+{
+    QString inner = name;
+    return u'"' + inner.replace(u'"', u"\"\""_s) + u'"';
+}
+
+QString Dialect::quoted(const QStringList& names)
+{
+    QStringList all;
+    for (const QString& each : names)
+        all.append(quoted(each));
+    return all.join(u", "_s);
+}
+
+QString Dialect::literal(const QString& text)
+{
+    QString inner = text;
+    return u'\'' + inner.replace(u'\'', u"''"_s) + u'\'';
+}
+
+QString Dialect::newCounterValue(const TableInfo& table, const FieldInfo& counter) const
+{
+    return u"(SELECT coalesce(max(%1), 0) + 1 FROM %2)"_s.arg(quoted(counter.name),
+                                                              quoted(table.name));
+}
+
+QStringList Dialect::createTable(const TableInfo& table,
+                                 const std::vector<IndexInfo>& indexes) const
+{
+    QStringList before;
+    QStringList after;
+    QStringList keyFields;
+    for (const IndexInfo& each : indexes) {
+        if (each.primary)
+            keyFields = each.fields;
+        else
+            after.append(createIndex(table.name, each));
+    }
+    QStringList parts;
+    for (FieldInfo each : table.fields) {
+        each.required = each.required || keyFields.contains(each.name, Qt::CaseInsensitive);
+        parts.append(fieldDefinition(each));
+        before += beforeField(each);
+        if (each.counter)
+            after += counterStatements(table.name, each.name);
+    }
+    if (!rowNumberDefinition().isEmpty())
+        parts.append(rowNumberDefinition());
+    if (!keyFields.isEmpty())
+        parts.append(u"PRIMARY KEY (%1)"_s.arg(quoted(keyFields)));
+    before.removeDuplicates();
+    before.append(u"CREATE TABLE %1 (%2)"_s.arg(quoted(table.name), parts.join(u", "_s)));
+    return before + after;
+}
+
+QString Dialect::createIndex(const QString& table, const IndexInfo& index) const
+{
+    return u"CREATE %1 %2 ON %3 (%4)"_s.arg(index.unique ? u"UNIQUE INDEX"_s : u"INDEX"_s,
+                                            quoted(indexPrefix(table) + index.name), quoted(table),
+                                            indexColumns(index));
+}
+
+QStringList Dialect::addField(const QString& table, const FieldInfo& field) const
+{
+    return beforeField(field) + QStringList(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(
+                                    quoted(table), fieldDefinition(field)));
+}
+
+QString Dialect::fieldDefinition(const FieldInfo& field) const
+{
+    QString text = quoted(field.name) + u' ' + declaredType(field);
+    if (field.counter)
+        text += counterClause();
+    else if (field.type == dbBoolean)
+        text += " NOT NULL DEFAULT 0"_L1;
+    else if (field.required)
+        text += " NOT NULL"_L1;
+    return text;
+}
+
+std::vector<IndexInfo> Dialect::indexesOf(const QString& table,
+                                          const std::vector<StoredValues>& rows) const
+{
+    std::vector<IndexInfo> all;
+    QString stored;
+    for (const StoredValues& row : rows) {
+        const QString field = row[IndexField].toString();
+        if (field == rowNumberColumn())
+            continue;
+        if (all.empty() || stored != row[IndexName].toString()) {
+            stored = row[IndexName].toString();
+            const bool primary = row[IsPrimary].toBool();
+            all.push_back({primary ? QString(primaryKeyName) : shownIndexName(table, stored),
+                           {},
+                           primary,
+                           row[IsUnique].toBool()});
+        }
+        all.back().fields.append(field);
+    }
+    return all;
+}
+
+std::vector<TableInfo> Dialect::tablesOf(const std::vector<StoredValues>& rows) const
+{
+    std::vector<TableInfo> all;
+    for (const StoredValues& row : rows) {
+        const QString name = row[TableName].toString();
+        if (all.empty() || all.back().name != name)
+            all.push_back({name, row[IsTable].toBool(), {}, rowNumberColumn().isEmpty()});
+        TableInfo& table = all.back();
+        FieldInfo field;
+        field.name = row[FieldName].toString();
+        if (row[FieldName].isNull())
+            continue;
+        if (field.name == rowNumberColumn()) {
+            table.numbered = true;
+            continue;
+        }
+        readType(row[FieldType].toString(), field);
+        field.required = row[IsRequired].toBool();
+        field.counter = row[IsCounter].toBool();
+        field.countsByItself = row[CountsByItself].toBool();
+        table.fields.push_back(field);
+    }
+    return all;
+}
+
+void Dialect::readType(const QString& declared, FieldInfo& field) const
+{
+    static const QRegularExpression spelling(
+        uR"(^\s*([A-Za-z_0-9]+)\s*(?:\(\s*([0-9]{1,9})\s*\))?\s*$)"_s);
+    const QRegularExpressionMatch match = spelling.match(declared);
+    const auto names = typeNames();
+    const auto known = std::find_if(names.begin(), names.end(), [&](const TypeName& each) {
+        return match.captured(1).compare(each.name, Qt::CaseInsensitive) == 0;
+    });
+    field.type = known == names.end() ? dbText : known->type;
+    if (known != names.end() && field.type == dbText)
+        field.size = match.captured(2).toInt();
+}
+
+} // namespace dao

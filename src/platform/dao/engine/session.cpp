@@ -1,0 +1,91 @@
+#include "platform/dao/engine/session.h"
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+
+int TableInfo::ordinalOf(const QString& fieldName) const
+{
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (fields[i].name.compare(fieldName, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+bool mayChangeSchema(const QString& sql)
+{
+    for (const auto verb : {"SELECT"_L1, "WITH"_L1, "INSERT"_L1, "UPDATE"_L1, "DELETE"_L1}) {
+        if (sql.startsWith(verb))
+            return false;
+    }
+    return true;
+}
+
+QString Session::rowNumber(const TableInfo& table) const
+{
+    if (!table.numbered)
+        throw runtime::RunTimeError(
+            runtime::UnrecognizedFormat,
+            u"Table '%1' in %2 was not made as a store's table: it has no column %3."_s.arg(
+                table.name, place(), dialect_.rowNumberColumn()));
+    return dialect_.rowNumber(table);
+}
+
+qint64 Session::run(const QString& sql, const QVariantList& values)
+{
+    return execute(sql, values).affected;
+}
+
+std::vector<StoredValues> Session::rows(const QString& sql, const QVariantList& values)
+{
+    return execute(sql, values).rows;
+}
+
+void Session::commit()
+{
+    run(u"COMMIT"_s);
+    inTransaction_ = false;
+}
+
+void Session::rollback()
+{
+    inTransaction_ = false;
+    run(u"ROLLBACK"_s);
+}
+
+const std::vector<IndexInfo>& Session::indexes(const QString& table)
+{
+    const auto known = schema().indexes.find(table);
+    if (known != schema().indexes.end())
+        return known->second;
+    std::vector<IndexInfo> read = dialect_.indexesOf(table, rows(dialect_.indexesQuery(), {table}));
+    return schema().indexes.emplace(table, std::move(read)).first->second;
+}
+
+Transaction::Transaction(Session& session) : session_(session), own_(!session.inTransaction())
+{
+    if (own_)
+        session_.begin();
+}
+
+Transaction::~Transaction()
+{
+    if (!own_)
+        return;
+    try {
+        session_.rollback();
+    } catch (const runtime::RunTimeError&) {
+        // The engine has rolled back by itself; the failure that led here is the one to report.
+        return;
+    }
+}
+
+void Transaction::commit()
+{
+    if (own_)
+        session_.commit();
+    own_ = false;
+}
+
+} // namespace dao

@@ -1,0 +1,40 @@
+#include "platform/dao/engines.h"
+
+#include "platform/dao/postgres/link.h"
+#include "platform/dao/postgres/postgres_session.h"
+#include "platform/dao/sqlite/sqlite_session.h"
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+std::unique_ptr<Session> openEmbedded(const QString& path, const Timeouts& timeouts)
+{
+    try {
+        return sqlite::SqliteSession::open(path, timeouts.lock);
+    } catch (const RunTimeError& error) {
+        if (error.number() == runtime::UnrecognizedFormat && beginsAsLink(path))
+            throw RunTimeError(runtime::UnrecognizedFormat,
+                               u"The store link '%1' is damaged: it is too long."_s.arg(path));
+        throw;
+    }
+}
+
+} // namespace
+
+std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts)
+{
+    if (const std::optional<Link> link = linkAt(path))
+        return postgres::PostgresSession::open(path, *link, timeouts);
+    return openEmbedded(path, timeouts);
+}
+
+std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts)
+{
+    return sqlite::SqliteSession::create(path, timeouts.lock);
+}
+
+} // namespace dao

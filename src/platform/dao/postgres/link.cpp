@@ -1,0 +1,230 @@
+#include "platform/dao/postgres/link.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
+namespace dao {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+constexpr QByteArrayView firstLine("Zomrel store link 1");
+constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
+/// Maximum size of a link file in bytes. An embedded store with at least one table is always
+/// larger.
+constexpr qint64 longestText = 4095;
+constexpr qsizetype longestValue = 255;
+constexpr int highestPort = 65535;
+
+constexpr std::array keys = {"server"_L1, "port"_L1, "database"_L1, "user"_L1, "tls"_L1};
+
+bool isKey(QStringView name)
+{
+    return std::find(keys.begin(), keys.end(), name) != keys.end();
+}
+
+bool hasFirstLine(QByteArrayView text)
+{
+    if (text.startsWith(byteOrderMark))
+        text = text.sliced(byteOrderMark.size());
+    return text.startsWith(firstLine);
+}
+
+/// The reason why a link is invalid. The caller adds the path.
+class Damage
+{
+public:
+    explicit Damage(QString what) : what_(std::move(what)) {}
+    const QString& what() const { return what_; }
+
+private:
+    QString what_;
+};
+
+void checkValue(QStringView key, const QString& value)
+{
+    if (value.isEmpty())
+        throw Damage(u"'%1' has no value"_s.arg(key));
+    if (value.size() > longestValue)
+        throw Damage(u"the value of '%1' is too long"_s.arg(key));
+    if (std::any_of(value.begin(), value.end(), [](QChar c) { return !c.isPrint(); }))
+        throw Damage(u"the value of '%1' has a sign that does not print"_s.arg(key));
+    if (value != value.trimmed())
+        throw Damage(u"the value of '%1' has blanks around it"_s.arg(key));
+}
+
+int portOf(const QString& value)
+{
+    const bool digits =
+        std::all_of(value.begin(), value.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    bool fits = false;
+    const int port = value.toInt(&fits);
+    if (!digits || !fits || port < 1 || port > highestPort)
+        throw Damage(u"'%1' is no port"_s.arg(value));
+    return port;
+}
+
+/// Parses the lines of a link and collects the values. Each key may occur once.
+class Reader
+{
+public:
+    void take(const QString& line, int number)
+    {
+        const qsizetype sign = line.indexOf(u'=');
+        if (sign < 0)
+            throw Damage(u"line %1 is no 'key = value'"_s.arg(number));
+        const QString key = line.left(sign).trimmed();
+        if (key.compare("password"_L1, Qt::CaseInsensitive) == 0)
+            throw Damage(u"line %1 holds a password, which has no place in a link"_s.arg(number));
+        if (!isKey(key))
+            throw Damage(u"line %1 has the unknown key '%2'"_s.arg(number).arg(key));
+        if (seen_.contains(key))
+            throw Damage(u"line %1 says '%2' again"_s.arg(number).arg(key));
+        seen_.append(key);
+        set(key, line.mid(sign + 1).trimmed());
+    }
+
+    Link link() const
+    {
+        for (const auto key : keys) {
+            if (!seen_.contains(key))
+                throw Damage(u"'%1' is missing"_s.arg(key));
+        }
+        return link_;
+    }
+
+private:
+    void set(const QString& key, const QString& value)
+    {
+        checkValue(key, value);
+        if (key == keys[0]) {
+            link_.server = value;
+        } else if (key == keys[1]) {
+            link_.port = portOf(value);
+        } else if (key == keys[2]) {
+            link_.database = value;
+        } else if (key == keys[3]) {
+            link_.user = value;
+        } else {
+            if (!linkTlsModes().contains(value))
+                throw Damage(u"'%1' is no TLS mode"_s.arg(value));
+            link_.tls = value;
+        }
+    }
+
+    QStringList seen_;
+    Link link_;
+};
+
+Link parsed(QByteArray text)
+{
+    if (text.size() > longestText)
+        throw Damage(u"it is too long"_s);
+    if (text.startsWith(byteOrderMark))
+        text.remove(0, byteOrderMark.size());
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString whole = decoder(text);
+    if (decoder.hasError())
+        throw Damage(u"it is no UTF-8 text"_s);
+    const QStringList lines = whole.split(u'\n');
+    Reader reader;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const int number = static_cast<int>(i) + 1;
+        const QString& line = lines[i];
+        if (i == 0) {
+            if (line.trimmed() != QString::fromLatin1(firstLine))
+                throw Damage(u"its first line is another one"_s);
+        } else if (!line.trimmed().isEmpty()) {
+            reader.take(line, number);
+        }
+    }
+    return reader.link();
+}
+
+RunTimeError damaged(const Damage& damage, const QString& path)
+{
+    return RunTimeError(runtime::UnrecognizedFormat,
+                        u"The store link '%1' is damaged: %2."_s.arg(path, damage.what()));
+}
+
+} // namespace
+
+QString Link::host() const
+{
+    const bool address = server.contains(u':');
+    return u"%1:%2"_s.arg(address ? u'[' + server + u']' : server).arg(port);
+}
+
+QString Link::place() const
+{
+    return u"database '%1' on server '%2'"_s.arg(database, host());
+}
+
+const QStringList& linkTlsModes()
+{
+    static const QStringList modes{u"disable"_s, u"allow"_s,     u"prefer"_s,
+                                   u"require"_s, u"verify-ca"_s, u"verify-full"_s};
+    return modes;
+}
+
+Link parseLink(const QByteArray& text, const QString& path)
+{
+    try {
+        return parsed(text);
+    } catch (const Damage& damage) {
+        throw damaged(damage, path);
+    }
+}
+
+QByteArray linkText(const Link& link)
+{
+    const std::array values = {link.server, QString::number(link.port), link.database, link.user,
+                               link.tls};
+    QByteArray text = firstLine.toByteArray() + '\n';
+    try {
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            checkValue(QString(keys[i]), values[i]);
+            text += QString(keys[i]).toUtf8() + " = " + values[i].toUtf8() + '\n';
+        }
+        if (parsed(text) != link)
+            throw Damage(u"a value cannot be told again"_s);
+    } catch (const Damage& damage) {
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"No store link can be made: %1."_s.arg(damage.what()));
+    }
+    return text;
+}
+
+bool beginsAsLink(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) &&
+           hasFirstLine(file.read(byteOrderMark.size() + firstLine.size()));
+}
+
+std::optional<Link> linkAt(const QString& path)
+{
+    const QFileInfo info(path);
+    // A file larger than any link file is not opened. If the process has it open as a store,
+    // closing a second file descriptor would release the store's POSIX locks.
+    if (!info.isFile() || info.size() > longestText)
+        return {};
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray text = file.read(longestText + 1);
+    if (!hasFirstLine(text))
+        return {};
+    return parseLink(text, path);
+}
+
+} // namespace dao

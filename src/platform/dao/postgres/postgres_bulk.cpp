@@ -1,0 +1,324 @@
+#include "platform/dao/postgres/postgres_bulk.h"
+#include "platform/dao/engine/row_bytes.h"
+#include "platform/dao/postgres/pq_connection.h"
+
+#include <QtEndian>
+
+#include <string>
+
+namespace dao::postgres {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+/// What a binary copy begins with; two numbers of 32 bits follow, of which none says anything.
+constexpr QByteArrayView signature("PGCOPY\n\377\r\n", 11);
+constexpr qsizetype headLength = signature.size() + 8;
+/// Stands in a row's place after the last one.
+constexpr qint16 endMark = -1;
+constexpr qsizetype blockSize = 1 << 18;
+
+/// Brings values that the engines tell apart in bytes and not in meaning to one form.
+class Canon
+{
+public:
+    explicit Canon(const TableInfo& table) : table_(table) {}
+
+    void apply(char* row, qsizetype length)
+    {
+        ++rows_;
+        char* place = row + sizeof(qint16);
+        const char* end = row + length;
+        for (const FieldInfo& field : table_.fields) {
+            if (end - place < static_cast<qsizetype>(sizeof(qint32)))
+                throw RunTimeError(runtime::InternalError);
+            const auto size = qFromBigEndian<qint32>(place);
+            place += sizeof(qint32);
+            if (size < 0)
+                continue;
+            apply(field, place);
+            place += size;
+        }
+    }
+
+private:
+    void apply(const FieldInfo& field, char* value) const
+    {
+        if (field.type == dbDouble) {
+            const double number = doubleOf(QByteArrayView(value, sizeof(double)));
+            if (!qIsFinite(number))
+                refuse(field);
+            if (number == 0)
+                std::fill_n(value, sizeof(double), '\0');
+        } else if (field.type == dbBoolean) {
+            const bool truth = int16Of(QByteArrayView(value, sizeof(qint16))) != 0;
+            std::fill_n(value, sizeof(qint16), truth ? '\xff' : '\0');
+        } else if (field.type == dbDate) {
+            bound(field, value);
+        }
+    }
+
+    /// Whole seconds of the years that a date's text has room for.
+    void bound(const FieldInfo& field, char* value) const
+    {
+        constexpr qint64 first = -63082281600; // 0001-01-01
+        constexpr qint64 end = 252455616000;   // 10000-01-01
+        const qint64 seconds = momentOf(QByteArrayView(value, sizeof(qint64)));
+        if (seconds < first || seconds >= end)
+            refuse(field);
+        qToBigEndian(seconds * 1000000, value);
+    }
+
+    [[noreturn]] void refuse(const FieldInfo& field) const
+    {
+        throw RunTimeError(
+            runtime::DataTypeConversion,
+            u"%1, row %2: %3 cannot be read"_s.arg(table_.name).arg(rows_).arg(field.name));
+    }
+
+    const TableInfo& table_;
+    qint64 rows_ = 0;
+};
+
+QString selected(const FieldInfo& field)
+{
+    const QString name = Dialect::quoted(field.name);
+    switch (field.type) {
+    case dbBoolean:
+        return u"coalesce(%1::integer, 0)::smallint"_s.arg(name);
+    case dbInteger:
+        return name + "::smallint"_L1;
+    case dbLong:
+        return name + "::integer"_L1;
+    case dbDouble:
+        return name + "::double precision"_L1;
+    case dbDate:
+        return name + "::timestamp without time zone"_L1;
+    case dbText:
+        break;
+    }
+    return name + "::text"_L1;
+}
+
+class PostgresStream final : public RowStream
+{
+public:
+    PostgresStream(PqConnection& connection, const TableInfo& table, const QString& rowNumber)
+        : connection_(connection), table_(table), canon_(table_)
+    {
+        QStringList columns;
+        for (const FieldInfo& each : table.fields)
+            columns.append(selected(each));
+        connection_.startCopy(
+            u"COPY (SELECT %1 FROM %2 ORDER BY %3) TO STDOUT (FORMAT binary)"_s.arg(
+                columns.join(u", "_s), Dialect::quoted(table.name), rowNumber));
+    }
+    ~PostgresStream() override
+    {
+        // A connection is of no use with half a copy on it.
+        if (!isOver_)
+            connection_.abandon(u"reading was given up"_s);
+    }
+    PostgresStream(const PostgresStream&) = delete;
+    PostgresStream& operator=(const PostgresStream&) = delete;
+
+    std::optional<QByteArrayView> next() override
+    {
+        while (!isOver_) {
+            std::optional<QByteArrayView> block = copied();
+            if (!block)
+                break;
+            if (isFirst_) {
+                if (!block->startsWith(signature))
+                    throw RunTimeError(runtime::InternalError);
+                block = block->sliced(headLength);
+                isFirst_ = false;
+            }
+            if (!block->isEmpty() && qFromBigEndian<qint16>(block->data()) != endMark) {
+                row_.assign(block->begin(), block->end());
+                canon_.apply(row_.data(), std::ssize(row_));
+                return QByteArrayView(row_.data(), std::ssize(row_));
+            }
+        }
+        return {};
+    }
+
+private:
+    std::optional<QByteArrayView> copied()
+    {
+        try {
+            const std::optional<QByteArrayView> block = connection_.nextCopied();
+            isOver_ = !block;
+            return block;
+        } catch (const RunTimeError&) {
+            isOver_ = true;
+            throw;
+        }
+    }
+
+    PqConnection& connection_;
+    TableInfo table_;
+    Canon canon_;
+    std::string row_;
+    bool isFirst_ = true;
+    bool isOver_ = false;
+};
+
+class PostgresSink final : public RowSink
+{
+public:
+    PostgresSink(PqConnection& connection, const TableInfo& table) : connection_(connection)
+    {
+        QStringList names;
+        for (const FieldInfo& each : table.fields)
+            names.append(each.name);
+        // FREEZE: nobody else sees the rows yet, so they need not be marked as seen later.
+        connection_.startCopy(u"COPY %1 (%2) FROM STDIN (FORMAT binary, FREEZE)"_s.arg(
+            Dialect::quoted(table.name), Dialect::quoted(names)));
+        block_.reserve(blockSize * 2);
+        block_.append(signature.data(), signature.size()).append(qsizetype{8}, '\0');
+    }
+    ~PostgresSink() override
+    {
+        if (isFinished_)
+            return;
+        try {
+            connection_.endCopy("the rows could not be read");
+        } catch (const RunTimeError&) {
+            return; // the failure that led here is the one to tell
+        }
+    }
+    PostgresSink(const PostgresSink&) = delete;
+    PostgresSink& operator=(const PostgresSink&) = delete;
+
+    void add(QByteArrayView row) override
+    {
+        block_.append(row.data(), row.size());
+        if (block_.size() < blockSize)
+            return;
+        connection_.sendCopied(block_);
+        block_.resize(0); // keeps its room
+    }
+
+    void finish() override
+    {
+        const qint16 mark = qToBigEndian(endMark);
+        block_.append(reinterpret_cast<const char*>(&mark), sizeof(mark));
+        connection_.sendCopied(block_);
+        isFinished_ = true;
+        connection_.endCopy();
+    }
+
+private:
+    PqConnection& connection_;
+    QByteArray block_;
+    bool isFinished_ = false;
+};
+
+} // namespace
+
+/// The server guards its files itself; what can be asked is whether everything can be read and
+/// whether the indexes are good.
+QStringList PostgresBulk::integrityFindings()
+{
+    QStringList findings;
+    for (const StoredValues& row : session_.rows(
+             u"SELECT x.relname FROM pg_index i JOIN pg_class x ON x.oid = i.indexrelid "
+             "WHERE NOT (i.indisvalid AND i.indisready) AND x.relnamespace = "
+             "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY x.oid"_s))
+        findings.append(u"index '%1' is not valid"_s.arg(row.front().toString()));
+    for (const TableInfo& each : session_.knownTables()) {
+        if (!each.updatable)
+            continue;
+        if (!each.numbered)
+            findings.append(u"table '%1' has no column %2"_s.arg(
+                each.name, session_.dialect().rowNumberColumn()));
+        try {
+            session_.rows(
+                u"SELECT sum(length(t::text)) FROM %1 AS t"_s.arg(Dialect::quoted(each.name)));
+        } catch (const RunTimeError& failure) {
+            if (session_.connection().isLost())
+                throw;
+            findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
+        }
+    }
+    return findings;
+}
+
+void PostgresBulk::copyTo(const QString&)
+{
+    throw RunTimeError(
+        runtime::OperationNotSupported,
+        u"A store in %1 cannot be copied as a file; zomrel-store move copies it."_s.arg(
+            session_.place()));
+}
+
+std::unique_ptr<RowStream> PostgresBulk::rowStream(const TableInfo& table)
+{
+    return std::make_unique<PostgresStream>(session_.connection(), table,
+                                            session_.rowNumber(table));
+}
+
+std::unique_ptr<RowSink> PostgresBulk::rowSink(const TableInfo& table)
+{
+    session_.run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
+    return std::make_unique<PostgresSink>(session_.connection(), table);
+}
+
+std::optional<qint64> PostgresBulk::counterMark(const QString& table, const QString& field)
+{
+    const std::optional<TableInfo> info = session_.table(table);
+    const int ordinal = info ? info->ordinalOf(field) : -1;
+    if (ordinal < 0 || !info->fields[static_cast<std::size_t>(ordinal)].countsByItself)
+        return {};
+    return session_
+        .rows(u"SELECT coalesce(pg_sequence_last_value("
+              "pg_get_serial_sequence($1, $2)::regclass), 0)"_s,
+              {Dialect::quoted(table), field})
+        .front()
+        .front()
+        .toLongLong();
+}
+
+qint64 PostgresBulk::highestGiven(const QString& table, const QString& field)
+{
+    return session_
+        .rows(u"SELECT greatest((SELECT max(%1) FROM %2), "
+              "pg_sequence_last_value(pg_get_serial_sequence($1, $2)::regclass), 0)"_s.arg(
+                  Dialect::quoted(field), Dialect::quoted(table)),
+              {Dialect::quoted(table), field})
+        .front()
+        .front()
+        .toLongLong();
+}
+
+void PostgresBulk::countOnFrom(const QString& table, const QString& field, qint64 highest)
+{
+    if (highest > 0)
+        session_.rows(u"SELECT setval(pg_get_serial_sequence($1, $2), $3)"_s,
+                      {Dialect::quoted(table), field, highest});
+}
+
+void PostgresBulk::analyze(const QString& table)
+{
+    session_.run(u"ANALYZE "_s + Dialect::quoted(table));
+}
+
+QString PostgresBulk::setAside(const QStringList& tables)
+{
+    const QString first = u"before_restore"_s;
+    QString schema = first;
+    for (int number = 2;
+         !session_.rows(u"SELECT 1 FROM pg_namespace WHERE nspname = $1"_s, {schema}).empty();
+         ++number)
+        schema = u"%1_%2"_s.arg(first).arg(number);
+    session_.run(u"CREATE SCHEMA "_s + Dialect::quoted(schema));
+    for (const QString& each : tables)
+        session_.run(
+            u"ALTER TABLE %1 SET SCHEMA %2"_s.arg(Dialect::quoted(each), Dialect::quoted(schema)));
+    return u"schema '%1' of %2"_s.arg(schema, session_.place());
+}
+
+} // namespace dao::postgres

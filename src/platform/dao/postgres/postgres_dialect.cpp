@@ -1,0 +1,175 @@
+#include "platform/dao/postgres/postgres_dialect.h"
+
+#include <array>
+
+namespace dao::postgres {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString rowColumn = QStringLiteral("zomrel_row");
+constexpr auto booleanType = "zomrel_boolean"_L1;
+constexpr auto counterTrigger = "zomrel_counter"_L1;
+
+/// Moves a counter past a number that was assigned. The lock keeps others from inserting meanwhile,
+/// so the counter never goes back behind a number that another station is about to get.
+QString counterFunction()
+{
+    return QStringLiteral(
+        "CREATE OR REPLACE FUNCTION zomrel_count() RETURNS trigger LANGUAGE plpgsql "
+        "SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$ "
+        "DECLARE given bigint := to_jsonb(NEW) ->> TG_ARGV[0]; "
+        "counter regclass := pg_get_serial_sequence("
+        "format('%I.%I', TG_TABLE_SCHEMA, TG_TABLE_NAME), TG_ARGV[0]); "
+        "BEGIN "
+        "IF given > coalesce(pg_sequence_last_value(counter), 0) THEN "
+        "EXECUTE format('LOCK TABLE %I.%I IN SHARE ROW EXCLUSIVE MODE', "
+        "TG_TABLE_SCHEMA, TG_TABLE_NAME); "
+        "PERFORM setval(counter, greatest(given, pg_sequence_last_value(counter))); "
+        "END IF; "
+        "RETURN NULL; "
+        "END $$");
+}
+
+} // namespace
+
+const PostgresDialect& PostgresDialect::instance()
+{
+    static const PostgresDialect only;
+    return only;
+}
+
+QString PostgresDialect::rowNumber(const TableInfo&) const
+{
+    return rowColumn;
+}
+
+QString PostgresDialect::sorted(const FieldInfo& field, const QString& column) const
+{
+    return field.type == dbText ? column + " COLLATE \"C\""_L1 : column;
+}
+
+QString PostgresDialect::joined(const QString& select) const
+{
+    return u"SELECT string_agg(n::text, ',') AS numbers FROM (%1) AS listed(n)"_s.arg(select);
+}
+
+QString PostgresDialect::firstOf(const QString& joined) const
+{
+    return u"split_part(%1, ',', 1)::bigint"_s.arg(joined);
+}
+
+QString PostgresDialect::indexesQuery() const
+{
+    return QStringLiteral(
+        "SELECT x.relname, i.indisprimary, i.indisunique, a.attname "
+        "FROM pg_index i "
+        "JOIN pg_class c ON c.oid = i.indrelid "
+        "JOIN pg_class x ON x.oid = i.indexrelid "
+        "CROSS JOIN LATERAL unnest(i.indkey::int2[]) WITH ORDINALITY AS k(attnum, place) "
+        "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = k.attnum "
+        "WHERE c.relname = $1 AND c.relnamespace = "
+        "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
+        "AND i.indpred IS NULL AND i.indexprs IS NULL AND k.place <= i.indnkeyatts "
+        "ORDER BY i.indisprimary DESC, x.oid, k.place");
+}
+
+QString PostgresDialect::tablesQuery() const
+{
+    // A declared length is stored four too high.
+    return QStringLiteral(
+               "SELECT c.relname, c.relkind IN ('r', 'p'), a.attname, "
+               "CASE WHEN t.typname IN ('varchar', 'bpchar') AND a.atttypmod > 4 "
+               "THEN t.typname || '(' || (a.atttypmod - 4) || ')' ELSE t.typname::text END, "
+               "coalesce(a.attnotnull, false), coalesce(a.attidentity <> '', false), "
+               "EXISTS (SELECT FROM pg_trigger g WHERE g.tgrelid = c.oid AND g.tgname = '%1' "
+               "AND a.attidentity <> '') "
+               "FROM pg_class c "
+               "LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 "
+               "AND NOT a.attisdropped "
+               "LEFT JOIN pg_type t ON t.oid = a.atttypid "
+               "WHERE c.relkind IN ('r', 'p', 'v', 'm') AND c.relnamespace = "
+               "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
+               "ORDER BY c.oid, a.attnum")
+        .arg(counterTrigger);
+}
+
+std::span<const Dialect::TypeName> PostgresDialect::typeNames() const
+{
+    static constexpr std::array names = {
+        TypeName{"varchar"_L1, dbText},   TypeName{"bpchar"_L1, dbText},
+        TypeName{"int4"_L1, dbLong},      TypeName{"int8"_L1, dbLong},
+        TypeName{"int2"_L1, dbInteger},   TypeName{"float8"_L1, dbDouble},
+        TypeName{"float4"_L1, dbDouble},  TypeName{"numeric"_L1, dbDouble},
+        TypeName{"timestamp"_L1, dbDate}, TypeName{"timestamptz"_L1, dbDate},
+        TypeName{"date"_L1, dbDate},      TypeName{booleanType, dbBoolean},
+        TypeName{"bool"_L1, dbBoolean},
+    };
+    return names;
+}
+
+QString PostgresDialect::declaredType(const FieldInfo& field) const
+{
+    switch (field.type) {
+    case dbBoolean:
+        return booleanType;
+    case dbInteger:
+        return u"smallint"_s;
+    case dbLong:
+        return u"integer"_s;
+    case dbDouble:
+        return u"double precision"_s;
+    case dbDate:
+        return u"timestamp(0) without time zone"_s;
+    case dbText:
+        break;
+    }
+    const QString text = field.size > 0 ? u"character varying(%1)"_s.arg(field.size) : u"text"_s;
+    return text + u" COLLATE \"C\""_s;
+}
+
+QString PostgresDialect::counterClause() const
+{
+    return u" GENERATED BY DEFAULT AS IDENTITY"_s;
+}
+
+/// A Boolean is stored as -1 or 0; a type of its own tells it from a 16-bit number.
+QStringList PostgresDialect::beforeField(const FieldInfo& field) const
+{
+    if (field.type != dbBoolean)
+        return {};
+    return {u"DO $$ BEGIN IF to_regtype('%1') IS NULL THEN CREATE DOMAIN %1 AS smallint; END IF; "
+            "END $$"_s.arg(booleanType)};
+}
+
+QStringList PostgresDialect::counterStatements(const QString& table, const QString& field) const
+{
+    return {counterFunction(), u"CREATE TRIGGER %1 AFTER INSERT OR UPDATE OF %2 ON %3 FOR EACH ROW "
+                               "EXECUTE FUNCTION zomrel_count(%4)"_s.arg(
+                                   counterTrigger, quoted(field), quoted(table), literal(field))};
+}
+
+QString PostgresDialect::rowNumberColumn() const
+{
+    return rowColumn;
+}
+
+QString PostgresDialect::rowNumberDefinition() const
+{
+    return rowColumn + " bigint GENERATED ALWAYS AS IDENTITY UNIQUE"_L1;
+}
+
+/// Rows of equal value stand in the order in which they were stored, so the index includes the row
+/// id.
+QString PostgresDialect::indexColumns(const IndexInfo& index) const
+{
+    QStringList columns;
+    for (const QString& each : index.fields)
+        columns.append(quoted(each) + " NULLS FIRST"_L1);
+    if (!index.unique)
+        columns.append(rowColumn);
+    return columns.join(u", "_s);
+}
+
+} // namespace dao::postgres

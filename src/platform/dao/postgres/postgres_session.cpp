@@ -1,0 +1,288 @@
+#include "platform/dao/postgres/postgres_session.h"
+
+#include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/postgres/postgres_bulk.h"
+#include "platform/dao/postgres/postgres_dialect.h"
+#include "platform/dao/postgres/pq_connection.h"
+#include "platform/dao/postgres/pq_login.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace dao::postgres {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+constexpr auto greetingName = "zomrel_greeting";
+constexpr std::chrono::seconds greetingPatience(3);
+
+/// Every change of a table or an index leaves a row of one of the two catalogues written by another
+/// transaction, so counts and sums of their writers tell of any change to the schema.
+QString greetingText()
+{
+    return QStringLiteral(
+        "WITH relation AS MATERIALIZED "
+        "(SELECT c.oid, c.relkind, c.xmin::text::bigint AS writer FROM pg_class c "
+        "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())) "
+        "SELECT (SELECT concat_ws('.', count(*), sum(writer)) FROM relation) || '.' || "
+        "(SELECT concat_ws('.', count(*), sum(a.xmin::text::bigint)) FROM pg_attribute a "
+        "WHERE a.attnum > 0 AND a.attrelid = ANY (ARRAY(SELECT oid FROM relation "
+        "WHERE relkind NOT IN ('i', 'I', 'S')))), "
+        "current_setting('server_encoding'), "
+        "CASE WHEN current_setting('synchronous_commit') = 'off' "
+        "THEN set_config('synchronous_commit', 'on', false) END");
+}
+
+QString keyOf(const Link& link, const Timeouts& timeouts)
+{
+    return u"server|%1|%2|%3|%4|%5|%6|%7"_s.arg(link.server)
+        .arg(link.port)
+        .arg(link.database, link.user, link.tls)
+        .arg(timeouts.lock.count())
+        .arg(timeouts.answer.count());
+}
+
+/// What has been read of the schema of a store, for all connections to it: a click works over
+/// several, and reading it costs round trips.
+std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& mark)
+{
+    static std::map<QString, std::shared_ptr<SchemaMemory>> memories;
+    std::shared_ptr<SchemaMemory>& memory = memories[key];
+    if (!memory || memory->mark != mark) {
+        memory = std::make_shared<SchemaMemory>();
+        memory->mark = mark;
+    }
+    return memory;
+}
+
+/// Two tables may differ in case alone; then the spelling counts.
+std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QString& name)
+{
+    auto found = std::find_if(all.begin(), all.end(),
+                              [&](const TableInfo& each) { return each.name == name; });
+    if (found == all.end())
+        found = std::find_if(all.begin(), all.end(), [&](const TableInfo& each) {
+            return each.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+    if (found == all.end())
+        return {};
+    return *found;
+}
+
+bool isHandlingEvents()
+{
+    return QThread::currentThread()->loopLevel() > 0;
+}
+
+/// Holds for as long as the event is handled that is being handled now; outside an event loop, not
+/// at all.
+void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
+{
+    if (!isHandlingEvents())
+        return;
+    connection->setJustAnswered(true);
+    QTimer::singleShot(0, QCoreApplication::instance(),
+                       [answered = std::weak_ptr<PqConnection>(connection)] {
+                           if (const auto still = answered.lock())
+                               still->setJustAnswered(false);
+                       });
+}
+
+/// Transactions leave the schema as it is, but for one that is taken back.
+bool keepsTheSchema(const QString& sql)
+{
+    return !mayChangeSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
+}
+
+} // namespace
+
+PostgresSession::PostgresSession(const QString& path, Link link, const Timeouts& timeouts)
+    : Session(path, PostgresDialect::instance()), link_(std::move(link)), timeouts_(timeouts),
+      poolKey_(keyOf(link_, timeouts_))
+{
+}
+
+/// A transaction's own connection serves all databases if no other one does.
+PostgresSession::~PostgresSession()
+{
+    if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
+        ConnectionPool::instance().share(poolKey_, connection_);
+}
+
+std::unique_ptr<Session> PostgresSession::open(const QString& path, const Link& link,
+                                               const Timeouts& timeouts)
+{
+    std::unique_ptr<PostgresSession> session(new PostgresSession(path, link, timeouts));
+    session->connection_ = session->shared();
+    if (session->connection_ && session->takeUp())
+        return session;
+    ConnectionPool& pool = ConnectionPool::instance();
+    pool.unshare(session->poolKey_);
+    session->connection_ = session->logIn();
+    session->requireTakenUp();
+    pool.share(session->poolKey_, session->connection_);
+    return session;
+}
+
+SchemaMemory& PostgresSession::schema()
+{
+    return connection_->schema();
+}
+
+PostgresSession::Connection PostgresSession::shared() const
+{
+    return std::static_pointer_cast<PqConnection>(ConnectionPool::instance().shared(poolKey_));
+}
+
+PostgresSession::Connection PostgresSession::logIn() const
+{
+    auto connection = std::make_shared<PqConnection>(link_, timeouts_);
+    try {
+        connection->prepare(greetingName, greetingText(), greetingPatience);
+    } catch (const RunTimeError& error) {
+        throw logInError(link_, error.description());
+    }
+    return connection;
+}
+
+/// Greets the server, which shows whether the connection lives, and learns whether the schema is
+/// the known one. False if the connection has died. A handler opens the store again and again; one
+/// greeting is enough for it.
+bool PostgresSession::takeUp()
+{
+    if (isHandlingEvents() && connection_->hasJustAnswered() && !connection_->isLost())
+        return true;
+    if (connection_->isLost())
+        return false;
+    StoredValues greeting;
+    try {
+        greeting = connection_->executePrepared(greetingName, greetingPatience).rows.front();
+    } catch (const RunTimeError&) {
+        if (connection_->isLost())
+            return false;
+        throw;
+    }
+    const QString mark = greeting[0].toString();
+    const QString encoding = greeting[1].toString();
+    if (encoding != "UTF8"_L1)
+        throw RunTimeError(
+            runtime::UnrecognizedFormat,
+            u"The encoding of %1 is %2; a store needs UTF8."_s.arg(link_.place(), encoding));
+    connection_->shareSchema(sharedSchema(poolKey_, mark));
+    markAsAnswered(connection_);
+    return true;
+}
+
+void PostgresSession::requireTakenUp()
+{
+    if (!takeUp())
+        throw RunTimeError(runtime::ConnectionFailed,
+                           u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
+}
+
+/// Replaces a connection that has died. Between two statements nothing is under way.
+void PostgresSession::reconnect()
+{
+    const Connection other = shared();
+    if (other && other != connection_ && !other->isLost()) {
+        connection_ = other;
+        return;
+    }
+    connection_ = logIn();
+    requireTakenUp();
+    ConnectionPool::instance().share(poolKey_, connection_);
+}
+
+Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
+{
+    if (connection_->isLost()) {
+        if (inTransaction() || sql == "ROLLBACK"_L1)
+            throw connection_->lossError();
+        reconnect();
+    }
+    // The server would take this for a rollback and not say so.
+    if (sql == "COMMIT"_L1 && connection_->hasFailedTransaction())
+        throw RunTimeError(runtime::InvalidOperation,
+                           u"A statement of the transaction has failed; nothing of it is kept."_s);
+    if (!keepsTheSchema(sql))
+        connection_->forgetSchema();
+    if (mayChangeSchema(sql))
+        askAnew();
+    if (!inTransaction() && !values.isEmpty() && !mayChangeSchema(sql))
+        return connection_->executeKept(sql, values);
+    return connection_->execute(sql, values);
+}
+
+/// Lets the next database to be opened ask for the schema's mark.
+void PostgresSession::askAnew() const
+{
+    if (const Connection greeted = shared())
+        greeted->setJustAnswered(false);
+}
+
+const std::vector<TableInfo>& PostgresSession::knownTables()
+{
+    if (!schema().all)
+        schema().all = dialect().tablesOf(rows(PostgresDialect::instance().tablesQuery()));
+    return *schema().all;
+}
+
+std::vector<TableInfo> PostgresSession::tables()
+{
+    std::vector<TableInfo> all = knownTables();
+    for (TableInfo& each : all)
+        each.fields.clear();
+    return all;
+}
+
+std::optional<TableInfo> PostgresSession::table(const QString& name)
+{
+    if (std::optional<TableInfo> known = tableIn(knownTables(), name))
+        return known;
+    // Another station may have made it since the store was opened.
+    schema().all.reset();
+    return tableIn(knownTables(), name);
+}
+
+RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
+                                  const QVariantList& values)
+{
+    return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
+}
+
+/// The other databases on the store are no part of the transaction, so they get another connection.
+void PostgresSession::begin()
+{
+    if (shared() == connection_) {
+        constexpr long here = 1;
+        constexpr long inThePool = 1;
+        if (connection_.use_count() > here + inThePool) {
+            connection_ = logIn();
+            requireTakenUp();
+        } else {
+            ConnectionPool::instance().unshare(poolKey_);
+        }
+    }
+    run(u"BEGIN"_s);
+    setInTransaction();
+}
+
+void PostgresSession::beginSnapshot()
+{
+    run(u"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"_s);
+    setInTransaction();
+    run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
+}
+
+std::unique_ptr<Bulk> PostgresSession::bulk()
+{
+    return std::make_unique<PostgresBulk>(*this);
+}
+
+} // namespace dao::postgres

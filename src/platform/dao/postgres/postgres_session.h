@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/dao/engine/session.h"
+#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/postgres/link.h"
+
+namespace dao::postgres {
+
+class PqConnection;
+
+/// A store in a database on a PostgreSQL server. Nothing stays open between two calls, so all the
+/// sessions of a process on one store share a connection; a transaction has one of its own.
+class PostgresSession final : public Session
+{
+public:
+    /// Opens the store that the link at the path names. Throws ConnectionFailed (3151) with the
+    /// server and the reason, UnrecognizedFormat (3343) for a database that cannot hold a store.
+    static std::unique_ptr<Session> open(const QString& path, const Link& link,
+                                         const Timeouts& timeouts);
+    ~PostgresSession() override;
+
+    QString place() const override { return link_.place(); }
+    RowNumber insert(const TableInfo& table, const QString& sql,
+                     const QVariantList& values) override;
+    void begin() override;
+    void beginSnapshot() override;
+    std::vector<TableInfo> tables() override;
+    std::optional<TableInfo> table(const QString& name) override;
+    std::unique_ptr<Bulk> bulk() override;
+
+    /// The tables and views with their fields.
+    const std::vector<TableInfo>& knownTables();
+    /// The connection of the open transaction, or the shared one.
+    PqConnection& connection() const { return *connection_; }
+
+protected:
+    Answer execute(const QString& sql, const QVariantList& values) override;
+    SchemaMemory& schema() override;
+
+private:
+    using Connection = std::shared_ptr<PqConnection>;
+
+    PostgresSession(const QString& path, Link link, const Timeouts& timeouts);
+    Connection logIn() const;
+    Connection shared() const;
+    bool takeUp();
+    void requireTakenUp();
+    void reconnect();
+    void askAnew() const;
+
+    Connection connection_;
+    Link link_;
+    Timeouts timeouts_;
+    QString poolKey_;
+};
+
+} // namespace dao::postgres

@@ -1,0 +1,378 @@
+#include "platform/dao/postgres/pq_connection.h"
+
+#include "platform/dao/postgres/pq_login.h"
+
+#include <QLocale>
+
+namespace dao::postgres {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+/// The server's numbers of its built-in types.
+enum TypeNumber : Oid {
+    Unspecified = 0,
+    Boolean = 16,
+    Int8 = 20,
+    Int2 = 21,
+    Int4 = 23,
+    ObjectNumber = 26,
+    Float4 = 700,
+    Float8 = 701,
+    Numeric = 1700,
+};
+
+/// More statements than all forms together repeat.
+constexpr std::size_t mostKept = 200;
+
+/// The values of a statement as the client library takes them. Whole numbers and decimals have a
+/// type of their own; the place of any other value decides about its type.
+class Parameters
+{
+public:
+    explicit Parameters(const QVariantList& values)
+    {
+        for (const QVariant& each : values)
+            add(each);
+        for (const QByteArray& each : texts_)
+            pointers_.push_back(each.isNull() ? nullptr : each.constData());
+    }
+
+    int count() const { return static_cast<int>(types_.size()); }
+    const Oid* types() const { return types_.data(); }
+    const char* const* values() const { return pointers_.data(); }
+    /// Tells parameters of different types apart.
+    QString signature() const
+    {
+        QString all;
+        for (const Oid each : types_)
+            all += QString::number(each) + u',';
+        return all;
+    }
+
+private:
+    void add(const QVariant& value)
+    {
+        Oid type = Unspecified;
+        QByteArray text;
+        if (value.isValid() && !value.isNull()) {
+            switch (value.typeId()) {
+            case QMetaType::Bool:
+                type = Int8;
+                text = value.toBool() ? "-1" : "0";
+                break;
+            case QMetaType::Int:
+            case QMetaType::LongLong:
+                type = Int8;
+                text = QByteArray::number(value.toLongLong());
+                break;
+            case QMetaType::Double:
+                type = qIsFinite(value.toDouble()) ? Numeric : Unspecified;
+                text = QByteArray::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+                break;
+            default:
+                text = textOf(value.toString());
+            }
+        }
+        types_.push_back(type);
+        texts_.push_back(text);
+    }
+
+    static QByteArray textOf(const QString& text)
+    {
+        if (text.contains(QChar(u'\0')))
+            throw RunTimeError(runtime::DataTypeConversion);
+        return text.isEmpty() ? QByteArray("") : text.toUtf8();
+    }
+
+    std::vector<Oid> types_;
+    std::vector<QByteArray> texts_;
+    std::vector<const char*> pointers_;
+};
+
+QVariant decimalOf(QByteArrayView text)
+{
+    if (text == "NaN")
+        return qQNaN();
+    if (text == "Infinity")
+        return qInf();
+    if (text == "-Infinity")
+        return -qInf();
+    return text.toDouble();
+}
+
+QVariant valueIn(const PGresult* result, int row, int column)
+{
+    if (PQgetisnull(result, row, column) != 0)
+        return {};
+    const QByteArrayView text(PQgetvalue(result, row, column), PQgetlength(result, row, column));
+    switch (PQftype(result, column)) {
+    case Boolean:
+        return text == "t";
+    case Int2:
+    case Int4:
+        return text.toInt();
+    case Int8:
+    case ObjectNumber:
+        return text.toLongLong();
+    case Float4:
+    case Float8:
+    case Numeric:
+        return decimalOf(text);
+    default:
+        return QString::fromUtf8(text);
+    }
+}
+
+QString stateOf(const PGresult* result)
+{
+    return QString::fromLatin1(PQresultErrorField(result, PG_DIAG_SQLSTATE));
+}
+
+/// The tables have changed since the statement was prepared, or it is no longer prepared. The
+/// server has done nothing then.
+bool isOutdated(const PGresult* result)
+{
+    const QString state = stateOf(result);
+    return state == "0A000"_L1 || state == "26000"_L1;
+}
+
+bool isFailure(const PGresult* result)
+{
+    switch (PQresultStatus(result)) {
+    case PGRES_COMMAND_OK:
+    case PGRES_TUPLES_OK:
+    case PGRES_EMPTY_QUERY:
+    case PGRES_COPY_IN:
+    case PGRES_COPY_OUT:
+        return false;
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+PqConnection::PqConnection(Link link, const Timeouts& timeouts)
+    : link_(std::move(link)), timeouts_(timeouts), handle_(logIn(link_, timeouts_))
+{
+}
+
+Answer PqConnection::execute(const QString& sql, const QVariantList& values)
+{
+    const QByteArray text = sql.toUtf8();
+    if (values.isEmpty())
+        return answerOf(
+            lastResult(PQsendQuery(handle_.get(), text.constData()) == 1, timeouts_.answer));
+    const Parameters parameters(values);
+    const int sent =
+        PQsendQueryParams(handle_.get(), text.constData(), parameters.count(), parameters.types(),
+                          parameters.values(), nullptr, nullptr, 0);
+    return answerOf(lastResult(sent == 1, timeouts_.answer));
+}
+
+Answer PqConnection::executeKept(const QString& sql, const QVariantList& values)
+{
+    const Parameters parameters(values);
+    const auto [kept, isNew] = kept_.try_emplace(parameters.signature() + sql);
+    if (isNew) {
+        if (kept_.size() > mostKept)
+            kept_.erase(kept);
+        return execute(sql, values);
+    }
+    if (kept->second.isEmpty()) {
+        const QByteArray name = "zomrel_" + QByteArray::number(++keptCount_);
+        const int sent = PQsendPrepare(handle_.get(), name.constData(), sql.toUtf8().constData(),
+                                       parameters.count(), parameters.types());
+        answerOf(lastResult(sent == 1, timeouts_.answer));
+        kept->second = name;
+    }
+    const int sent =
+        PQsendQueryPrepared(handle_.get(), kept->second.constData(), parameters.count(),
+                            parameters.values(), nullptr, nullptr, 0);
+    const Result result = lastResult(sent == 1, timeouts_.answer);
+    if (!isOutdated(result.get()))
+        return answerOf(result);
+    kept_.erase(kept);
+    return execute(sql, values);
+}
+
+void PqConnection::prepare(const QByteArray& name, const QString& sql,
+                           std::chrono::milliseconds patience)
+{
+    const int sent =
+        PQsendPrepare(handle_.get(), name.constData(), sql.toUtf8().constData(), 0, nullptr);
+    answerOf(lastResult(sent == 1, patience));
+}
+
+Answer PqConnection::executePrepared(const QByteArray& name, std::chrono::milliseconds patience)
+{
+    const int sent =
+        PQsendQueryPrepared(handle_.get(), name.constData(), 0, nullptr, nullptr, nullptr, 0);
+    return answerOf(lastResult(sent == 1, patience));
+}
+
+bool PqConnection::isLost()
+{
+    // A server that shuts down says so before it closes the connection: the first call reads the
+    // message, the second one finds the end.
+    PQconsumeInput(handle_.get());
+    PQconsumeInput(handle_.get());
+    return PQstatus(handle_.get()) != CONNECTION_OK;
+}
+
+bool PqConnection::hasFailedTransaction() const
+{
+    return PQtransactionStatus(handle_.get()) == PQTRANS_INERROR;
+}
+
+void PqConnection::abandon(const QString& reason)
+{
+    lossReason_ = reason;
+    handle_.reset();
+}
+
+RunTimeError PqConnection::lossError(const QString& reason) const
+{
+    const QString told = !lossReason_.isEmpty() ? lossReason_
+                         : !reason.isEmpty()    ? reason
+                                                : u"it is closed"_s;
+    return RunTimeError(runtime::CallFailed,
+                        u"The connection to %1 was lost: %2"_s.arg(link_.place(), told));
+}
+
+void PqConnection::startCopy(const QString& sql)
+{
+    const bool isSent = PQsendQuery(handle_.get(), sql.toUtf8().constData()) == 1;
+    const Deadline deadline(timeouts_.answer);
+    if (isSent)
+        flush(deadline);
+    const Result result = nextResult(deadline);
+    const ExecStatusType status = PQresultStatus(result.get());
+    if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT)
+        return;
+    while (nextResult(deadline))
+        ;
+    fail(result.get());
+}
+
+std::optional<QByteArrayView> PqConnection::nextCopied()
+{
+    copied_.reset();
+    const Deadline deadline(timeouts_.answer);
+    char* data = nullptr;
+    constexpr int withoutWaiting = 1;
+    int length = 0;
+    while ((length = PQgetCopyData(handle_.get(), &data, withoutWaiting)) == 0) {
+        await(Readiness::ToRead, deadline);
+        if (PQconsumeInput(handle_.get()) == 0)
+            fail(nullptr);
+    }
+    if (length > 0) {
+        copied_.reset(data);
+        return QByteArrayView(data, length);
+    }
+    answerOf(lastResult(true, timeouts_.answer));
+    return {};
+}
+
+void PqConnection::sendCopied(QByteArrayView block)
+{
+    const Deadline deadline(timeouts_.answer);
+    int queued = 0;
+    while ((queued = PQputCopyData(handle_.get(), block.data(), static_cast<int>(block.size()))) ==
+           0)
+        flush(deadline);
+    if (queued < 0)
+        fail(nullptr);
+    flush(deadline);
+}
+
+void PqConnection::endCopy(const char* refusal)
+{
+    int ended = 0;
+    while ((ended = PQputCopyEnd(handle_.get(), refusal)) == 0)
+        flush(Deadline(timeouts_.answer));
+    const Result result = lastResult(ended == 1, timeouts_.answer);
+    if (refusal == nullptr)
+        answerOf(result);
+}
+
+void PqConnection::await(Readiness readiness, const Deadline& deadline)
+{
+    if (waitFor(handle_.get(), readiness, deadline))
+        return;
+    abandon(deadline.message());
+    throw lossError();
+}
+
+void PqConnection::flush(const Deadline& deadline)
+{
+    int unsent = 0;
+    while ((unsent = PQflush(handle_.get())) == 1) {
+        await(Readiness::ToReadOrWrite, deadline);
+        // The server may have to be read from before it goes on reading.
+        PQconsumeInput(handle_.get());
+    }
+}
+
+Result PqConnection::nextResult(const Deadline& deadline)
+{
+    while (PQisBusy(handle_.get()) == 1) {
+        await(Readiness::ToRead, deadline);
+        if (PQconsumeInput(handle_.get()) == 0)
+            break; // the next result is the error
+    }
+    return Result(PQgetResult(handle_.get()));
+}
+
+/// Takes all results of what was sent and gives the last one, which is the error if there is one.
+Result PqConnection::lastResult(bool isSent, std::chrono::milliseconds patience)
+{
+    if (!isSent)
+        fail(nullptr);
+    const Deadline deadline(patience);
+    flush(deadline);
+    Result last;
+    while (Result next = nextResult(deadline))
+        last = std::move(next);
+    return last;
+}
+
+Answer PqConnection::answerOf(const Result& result)
+{
+    if (!result || isFailure(result.get()))
+        fail(result.get());
+    Answer answer;
+    const int columns = PQnfields(result.get());
+    const int rows = PQntuples(result.get());
+    answer.rows.reserve(static_cast<std::size_t>(rows));
+    for (int row = 0; row < rows; ++row) {
+        StoredValues values;
+        values.reserve(static_cast<std::size_t>(columns));
+        for (int column = 0; column < columns; ++column)
+            values.push_back(valueIn(result.get(), row, column));
+        answer.rows.push_back(std::move(values));
+    }
+    answer.affected = QByteArrayView(PQcmdTuples(result.get())).toLongLong();
+    return answer;
+}
+
+/// Throws what the server says of a failure, or what keeps it from saying anything.
+void PqConnection::fail(const PGresult* result)
+{
+    const char* context = PQresultErrorField(result, PG_DIAG_CONTEXT);
+    const char* message = context != nullptr  ? PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY)
+                          : result != nullptr ? PQresultErrorMessage(result)
+                                              : PQerrorMessage(handle_.get());
+    QString text = QString::fromUtf8(message).simplified();
+    if (context != nullptr)
+        text += u" ("_s + QString::fromUtf8(context).section(u'\n', 0, 0) + u')';
+    if (isLost())
+        throw lossError(text);
+    throw errorOf(stateOf(result), text, link_);
+}
+
+} // namespace dao::postgres

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <libpq-fe.h>
+#include <memory>
+
+namespace dao::postgres {
+
+/// The end of a wait.
+class Deadline
+{
+    using Clock = std::chrono::steady_clock;
+
+public:
+    explicit Deadline(std::chrono::milliseconds patience)
+        : patience_(patience), end_(Clock::now() + patience)
+    {
+    }
+
+    Clock::time_point end() const { return end_; }
+    /// Zero or less once the deadline has passed.
+    std::chrono::milliseconds left() const
+    {
+        return std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
+    }
+    /// What a user is told when it has passed.
+    QString message() const
+    {
+        return QStringLiteral("no answer within %1 s")
+            .arg(std::chrono::ceil<std::chrono::seconds>(patience_).count());
+    }
+
+private:
+    std::chrono::milliseconds patience_;
+    Clock::time_point end_;
+};
+
+struct ConnectionCloser
+{
+    void operator()(PGconn* connection) const { PQfinish(connection); }
+};
+using ConnectionHandle = std::unique_ptr<PGconn, ConnectionCloser>;
+
+struct ResultCloser
+{
+    void operator()(PGresult* result) const { PQclear(result); }
+};
+using Result = std::unique_ptr<PGresult, ResultCloser>;
+
+struct MemoryCloser
+{
+    void operator()(char* memory) const { PQfreemem(memory); }
+};
+using Memory = std::unique_ptr<char, MemoryCloser>;
+
+enum class Readiness { ToRead, ToWrite, ToReadOrWrite };
+
+/// Timeouts until the connection's socket is ready or has failed. False if the deadline passes
+/// first.
+bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& deadline);
+
+} // namespace dao::postgres

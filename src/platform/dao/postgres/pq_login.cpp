@@ -1,0 +1,185 @@
+#include "platform/dao/postgres/pq_login.h"
+
+#include <QByteArrayList>
+#include <QStringList>
+
+#include <array>
+#include <future>
+#include <thread>
+
+#ifdef _WIN32
+#include <winsock2.h>
+#include <ws2tcpip.h>
+#else
+#include <netdb.h>
+#include <sys/socket.h>
+#endif
+
+namespace dao::postgres {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+/// With the three seconds of the greeting, a click on a connection that has died unnoticed takes
+/// less than ten seconds.
+constexpr std::chrono::seconds logInPatience(5);
+/// For one of several addresses, so that another one gets its turn.
+constexpr std::chrono::milliseconds addressPatience(4000);
+constexpr std::chrono::seconds idleInTransaction(60);
+
+struct LookUp
+{
+    int error = 0;
+    QByteArrayList addresses;
+};
+
+LookUp lookUp(const QByteArray& host, int flags)
+{
+    addrinfo hints = {};
+    hints.ai_socktype = SOCK_STREAM;
+    hints.ai_flags = flags;
+    addrinfo* found = nullptr;
+    LookUp result;
+    result.error = ::getaddrinfo(host.constData(), nullptr, &hints, &found);
+    if (result.error != 0)
+        return result;
+    for (const addrinfo* each = found; each != nullptr; each = each->ai_next) {
+        std::array<char, NI_MAXHOST> text{};
+        if (::getnameinfo(each->ai_addr, static_cast<socklen_t>(each->ai_addrlen), text.data(),
+                          text.size(), nullptr, 0, NI_NUMERICHOST) == 0)
+            result.addresses.append(text.data());
+    }
+    ::freeaddrinfo(found);
+    return result;
+}
+
+/// The numeric addresses of the server; one empty address for a local socket. The system's look-up
+/// of a name has no deadline, so it runs in a thread that is left behind if it takes too long.
+QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
+{
+    const QByteArray host = link.server.toUtf8();
+    if (host.startsWith('/') || host.startsWith('@'))
+        return {QByteArray()};
+#ifdef _WIN32
+    WSADATA data;
+    ::WSAStartup(MAKEWORD(2, 2), &data);
+#endif
+    if (const LookUp numeric = lookUp(host, AI_NUMERICHOST); numeric.error == 0)
+        return numeric.addresses;
+    std::packaged_task<LookUp()> task([host] { return lookUp(host, 0); });
+    std::future<LookUp> found = task.get_future();
+    std::thread(std::move(task)).detach();
+    if (found.wait_until(deadline.end()) != std::future_status::ready)
+        throw logInError(link, deadline.message());
+    const LookUp result = found.get();
+    if (result.error != 0)
+        throw logInError(link,
+                         u"could not translate host name \"%1\" to address: %2"_s.arg(
+                             link.server, QString::fromLocal8Bit(gai_strerror(result.error))));
+    return result.addresses;
+}
+
+/// Server settings that come with the log-in, so that they cost no round trip.
+QByteArray sessionOptions(const Timeouts& timeouts)
+{
+    return u"-c lock_timeout=%1 -c idle_in_transaction_session_timeout=%2 -c extra_float_digits=1 "
+           "-c standard_conforming_strings=on -c client_min_messages=warning -c datestyle=ISO"_s
+               .arg(timeouts.lock.count())
+               .arg(std::chrono::milliseconds(idleInTransaction).count())
+               .toUtf8();
+}
+
+ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByteArray& address)
+{
+    const std::array<std::pair<const char*, QByteArray>, 13> settings = {{
+        {"host", link.server.toUtf8()},
+        {"hostaddr", address},
+        {"port", QByteArray::number(link.port)},
+        {"dbname", link.database.toUtf8()},
+        {"user", link.user.toUtf8()},
+        {"sslmode", link.tls.toUtf8()},
+        {"client_encoding", "UTF8"},
+        {"application_name", "Zomrel"},
+        {"options", sessionOptions(timeouts)},
+        {"tcp_user_timeout", QByteArray::number(qint64(timeouts.answer.count()))},
+        {"keepalives_idle", "5"},
+        {"keepalives_interval", "2"},
+        {"keepalives_count", "2"},
+    }};
+    std::array<const char*, settings.size() + 1> keywords{};
+    std::array<const char*, settings.size() + 1> values{};
+    for (std::size_t i = 0; i < settings.size(); ++i) {
+        keywords[i] = settings[i].first;
+        values[i] = settings[i].second.constData();
+    }
+    constexpr int plainDatabaseName = 0;
+    return ConnectionHandle(
+        PQconnectStartParams(keywords.data(), values.data(), plainDatabaseName));
+}
+
+struct Attempt
+{
+    ConnectionHandle connection; ///< Null if the attempt has failed.
+    QString reason;
+    bool reachedServer = false;
+};
+
+Attempt attempt(const Link& link, const Timeouts& timeouts, const QByteArray& address,
+                std::chrono::milliseconds patience)
+{
+    const Deadline deadline(patience);
+    ConnectionHandle connection = started(link, timeouts, address);
+    if (!connection)
+        throw RunTimeError(runtime::OutOfMemory);
+    bool reached = false;
+    auto next =
+        PQstatus(connection.get()) == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
+    while (next != PGRES_POLLING_OK && next != PGRES_POLLING_FAILED) {
+        const auto readiness =
+            next == PGRES_POLLING_READING ? Readiness::ToRead : Readiness::ToWrite;
+        if (!waitFor(connection.get(), readiness, deadline))
+            return {nullptr, deadline.message(), false};
+        reached = PQstatus(connection.get()) != CONNECTION_STARTED;
+        next = PQconnectPoll(connection.get());
+    }
+    if (next == PGRES_POLLING_FAILED)
+        return {nullptr, QString::fromUtf8(PQerrorMessage(connection.get())), reached};
+    return {std::move(connection), {}, true};
+}
+
+} // namespace
+
+RunTimeError logInError(const Link& link, const QString& reason)
+{
+    return RunTimeError(runtime::ConnectionFailed,
+                        u"Connection to %1 as user '%2' failed: %3"_s.arg(link.place(), link.user,
+                                                                          reason.simplified()));
+}
+
+ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
+{
+    const Deadline deadline(logInPatience);
+    const QByteArrayList addresses = addressesOf(link, deadline);
+    QStringList reasons;
+    for (const QByteArray& address : addresses) {
+        const bool isLast = reasons.size() + 1 == addresses.size();
+        const auto left = deadline.left();
+        Attempt result =
+            attempt(link, timeouts, address, isLast ? left : std::min(left, addressPatience));
+        if (result.connection) {
+            PQsetnonblocking(result.connection.get(), 1);
+            // Notices are in the server's log; failures come as errors.
+            PQsetNoticeProcessor(
+                result.connection.get(), [](void*, const char*) {}, nullptr);
+            return std::move(result.connection);
+        }
+        reasons.append(result.reason);
+        if (result.reachedServer)
+            break; // another address leads to the same refusal
+    }
+    throw logInError(link, reasons.join(u' '));
+}
+
+} // namespace dao::postgres

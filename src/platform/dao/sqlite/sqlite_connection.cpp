@@ -1,0 +1,72 @@
+#include "platform/dao/sqlite/sqlite_connection.h"
+
+#include <QSqlError>
+
+namespace dao::sqlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Enough for all that the forms repeat. The pages of a grid have texts that seldom come again.
+constexpr std::size_t mostKept = 64;
+
+QString nextConnectionName()
+{
+    static int made = 0;
+    return u"dao-%1"_s.arg(++made);
+}
+
+QSqlQuery prepared(const QSqlDatabase& database, const QString& sql)
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.prepare(sql); // a failure shows in its lastError
+    return query;
+}
+
+} // namespace
+
+SqliteConnection::SqliteConnection()
+    : name_(nextConnectionName()), database_(QSqlDatabase::addDatabase(u"QSQLITE"_s, name_)),
+      oneShot_(database_)
+{
+}
+
+SqliteConnection::~SqliteConnection()
+{
+    statements_.clear();
+    oneShot_ = QSqlQuery();
+    database_.close();
+    database_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name_);
+}
+
+QSqlQuery& SqliteConnection::statement(const QString& sql)
+{
+    if (mayChangeSchema(sql)) {
+        forgetSchema();
+        statements_.clear();
+        oneShot_ = prepared(database_, sql);
+        return oneShot_;
+    }
+    const auto kept = statements_.find(sql);
+    if (kept != statements_.end())
+        return kept->second;
+    if (statements_.size() >= mostKept)
+        statements_.clear();
+    QSqlQuery query = prepared(database_, sql);
+    if (query.lastError().isValid()) {
+        oneShot_ = std::move(query);
+        return oneShot_;
+    }
+    return statements_.emplace(sql, std::move(query)).first->second;
+}
+
+void SqliteConnection::drop(const QString& sql)
+{
+    statements_.erase(sql);
+    oneShot_ = QSqlQuery(database_);
+}
+
+} // namespace dao::sqlite

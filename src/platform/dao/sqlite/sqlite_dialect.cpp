@@ -1,0 +1,119 @@
+#include "platform/dao/sqlite/sqlite_dialect.h"
+
+#include "platform/dao/sqlite/sqlite_counters.h"
+
+#include <algorithm>
+#include <array>
+
+namespace dao::sqlite {
+
+using namespace Qt::StringLiterals;
+
+const SqliteDialect& SqliteDialect::instance()
+{
+    static const SqliteDialect only;
+    return only;
+}
+
+QString SqliteDialect::rowNumber(const TableInfo& table) const
+{
+    for (const QString& each : {u"rowid"_s, u"_rowid_"_s}) {
+        if (table.ordinalOf(each) < 0)
+            return each;
+    }
+    return u"oid"_s;
+}
+
+/// The engine itself gives the row id of a deleted last row to the next one. A station that still
+/// has the former in its list would then work on the latter, so the id follows the table's counter,
+/// which never goes back.
+QString SqliteDialect::newRowNumber(const TableInfo& table) const
+{
+    const auto counter =
+        std::find_if(table.fields.begin(), table.fields.end(),
+                     [](const FieldInfo& each) { return each.counter && each.countsByItself; });
+    // A store that was made past this engine may keep no high-water mark.
+    if (counter == table.fields.end())
+        return {};
+    return u"(SELECT 1 + max(%1, %2))"_s.arg(highestStored(table.name, rowNumber(table)),
+                                             lastGiven(table.name));
+}
+
+QString SqliteDialect::joined(const QString& select) const
+{
+    // LIMIT -1 is no limit; it keeps the engine from dropping the inner order.
+    return u"WITH listed(n) AS (%1 LIMIT -1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(
+        select);
+}
+
+QString SqliteDialect::firstOf(const QString& joined) const
+{
+    return u"CAST(%1 AS INTEGER)"_s.arg(joined); // the digits that the text begins with
+}
+
+QString SqliteDialect::indexesQuery() const
+{
+    return QStringLiteral(
+        "SELECT * FROM (SELECT 'PrimaryKey', 1, 1, name, 0 AS made, pk AS place "
+        "FROM pragma_table_info($1) WHERE pk > 0 "
+        "UNION ALL SELECT l.name, 0, l.\"unique\", i.name, m.rowid, i.seqno "
+        "FROM pragma_index_list($1) l "
+        "JOIN sqlite_master m ON m.type = 'index' AND m.name = l.name "
+        "JOIN pragma_index_info(l.name) i "
+        "WHERE l.origin <> 'pk' AND NOT l.partial "
+        "AND NOT EXISTS (SELECT 1 FROM pragma_index_info(l.name) e WHERE e.name IS NULL)) "
+        "ORDER BY made, place");
+}
+
+QString SqliteDialect::tableQuery() const
+{
+    return QStringLiteral(
+        "SELECT m.name, m.type = 'table', c.name, c.type, c.\"notnull\", "
+        "upper(c.type) = 'COUNTER', "
+        "EXISTS (SELECT 1 FROM sqlite_master t WHERE t.type = 'trigger' AND "
+        "t.name COLLATE NOCASE = m.name || '.' || c.name || '.counter') "
+        "FROM sqlite_master m, pragma_table_info(m.name) c "
+        "WHERE m.name = $1 COLLATE NOCASE AND m.type IN ('table', 'view') ORDER BY c.cid");
+}
+
+std::span<const Dialect::TypeName> SqliteDialect::typeNames() const
+{
+    static constexpr std::array names = {
+        TypeName{"TEXT"_L1, dbText},       TypeName{"COUNTER"_L1, dbLong},
+        TypeName{"LONG"_L1, dbLong},       TypeName{"INTEGER"_L1, dbInteger},
+        TypeName{"DOUBLE"_L1, dbDouble},   TypeName{"DATETIME"_L1, dbDate},
+        TypeName{"BOOLEAN"_L1, dbBoolean},
+    };
+    return names;
+}
+
+QString SqliteDialect::declaredType(const FieldInfo& field) const
+{
+    switch (field.type) {
+    case dbBoolean:
+        return u"BOOLEAN"_s;
+    case dbInteger:
+        return u"INTEGER"_s;
+    case dbLong:
+        return field.counter ? u"COUNTER"_s : u"LONG"_s;
+    case dbDouble:
+        return u"DOUBLE"_s;
+    case dbDate:
+        return u"DATETIME"_s;
+    case dbText:
+        break;
+    }
+    return field.size > 0 ? u"TEXT(%1)"_s.arg(field.size) : u"TEXT"_s;
+}
+
+QString SqliteDialect::newCounterValue(const TableInfo& table, const FieldInfo& counter) const
+{
+    return counterValueWithoutTrigger(table.name, counter.name);
+}
+
+QStringList SqliteDialect::counterStatements(const QString& table, const QString& field) const
+{
+    return counterMaking(table, field);
+}
+
+} // namespace dao::sqlite

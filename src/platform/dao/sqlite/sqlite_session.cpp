@@ -1,0 +1,335 @@
+#include "platform/dao/sqlite/sqlite_session.h"
+
+#include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/sqlite/sqlite_bulk.h"
+#include "platform/dao/sqlite/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_dialect.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QUrl>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+namespace dao::sqlite {
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace {
+
+/// Primary result codes of SQLite.
+enum ResultCode {
+    Error = 1,
+    Permission = 3,
+    Busy = 5,
+    LockedTable = 6,
+    NoMemory = 7,
+    ReadOnlyStore = 8,
+    InputOutput = 10,
+    Corrupt = 11,
+    Full = 13,
+    CannotOpen = 14,
+    Constraint = 19,
+    Authorization = 23,
+    NotADatabase = 26,
+};
+
+int resultCode(const QSqlError& error)
+{
+    return error.nativeErrorCode().toInt() & 0xff; // the higher bits tell kinds of one code apart
+}
+
+/// What every store file begins with, its closing zero included.
+constexpr QByteArrayView headerSignature("SQLite format 3", 16);
+
+/// A file name as a URI, so that the mode of opening can be told; every sign of it may occur.
+QString uriOf(const QString& path, const QString& mode)
+{
+    QString absolute = QFileInfo(path).absoluteFilePath();
+    if (!absolute.startsWith(u'/'))
+        absolute.prepend(u'/');
+    return u"file://%1?mode=%2"_s.arg(QString::fromLatin1(QUrl::toPercentEncoding(absolute, "/:")),
+                                      mode);
+}
+
+/// What tells one store file from another that took its place under the same name.
+QString identityOf(const QFileInfo& file)
+{
+#ifdef Q_OS_UNIX
+    struct stat status = {};
+    if (stat(QFile::encodeName(file.absoluteFilePath()).constData(), &status) == 0)
+        return u"%1:%2"_s.arg(status.st_dev).arg(status.st_ino);
+#endif
+    return QString::number(file.birthTime().toMSecsSinceEpoch());
+}
+
+QString keyOf(const QFileInfo& file, std::chrono::milliseconds lockWait)
+{
+    return u"%1|%2|%3"_s.arg(file.absoluteFilePath(), identityOf(file)).arg(lockWait.count());
+}
+
+} // namespace
+
+SqliteSession::SqliteSession(std::shared_ptr<SqliteConnection> connection, const QString& path)
+    : Session(path, SqliteDialect::instance()), connection_(std::move(connection))
+{
+}
+
+SqliteSession::~SqliteSession()
+{
+    // A connection that has failed or is in the middle of something is closed.
+    if (!poolKey_.isEmpty() && !hasFailed_ && !inTransaction())
+        ConnectionPool::instance().give(poolKey_, std::move(connection_));
+}
+
+QSqlQuery& SqliteSession::start(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery& query = connection_->statement(sql);
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values[i]);
+    if (query.lastError().isValid() || !query.exec())
+        fail(sql, query);
+    return query;
+}
+
+void SqliteSession::fail(const QString& sql, const QSqlQuery& query)
+{
+    const QSqlError failure = query.lastError();
+    hasFailed_ = true;
+    connection_->drop(sql);
+    throw errorOf(failure);
+}
+
+Answer SqliteSession::execute(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery& query = start(sql, values);
+    Answer answer;
+    if (!query.isSelect()) {
+        answer.affected = query.numRowsAffected();
+        return answer;
+    }
+    const int columns = query.record().count();
+    while (query.next()) {
+        StoredValues row;
+        row.reserve(static_cast<std::size_t>(columns));
+        for (int i = 0; i < columns; ++i)
+            row.push_back(query.value(i));
+        answer.rows.push_back(std::move(row));
+    }
+    if (query.lastError().isValid())
+        fail(sql, query);
+    query.finish();
+    return answer;
+}
+
+std::unique_ptr<Session> SqliteSession::open(const QString& path,
+                                             std::chrono::milliseconds lockWait)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
+    // The engine takes a file without contents for a new store. Here only the size is asked for:
+    // opening and closing the file past the engine would drop the locks that this process holds on
+    // it.
+    if (file.isFile() && file.size() < headerSignature.size())
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"Unrecognized database format '%1'."_s.arg(path));
+    const QString key = keyOf(file, lockWait);
+    if (auto idle = ConnectionPool::instance().take(key)) {
+        std::unique_ptr<SqliteSession> session(
+            new SqliteSession(std::static_pointer_cast<SqliteConnection>(std::move(idle)), path));
+        session->renewUse();
+        session->poolKey_ = key;
+        return session;
+    }
+    std::unique_ptr<SqliteSession> session(
+        new SqliteSession(std::make_shared<SqliteConnection>(), path));
+    session->connect(u"rw"_s, lockWait);
+    session->prepareUse();
+    session->poolKey_ = key;
+    return session;
+}
+
+std::unique_ptr<Session> SqliteSession::create(const QString& path,
+                                               std::chrono::milliseconds lockWait)
+{
+    if (QFileInfo::exists(path))
+        throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
+    std::unique_ptr<SqliteSession> session(
+        new SqliteSession(std::make_shared<SqliteConnection>(), path));
+    session->connect(u"rwc"_s, lockWait);
+    try {
+        session->run(counterTableMaking());
+        session->prepareUse();
+    } catch (const RunTimeError&) {
+        session.reset();
+        QFile::remove(path);
+        throw;
+    }
+    return session;
+}
+
+void SqliteSession::connect(const QString& mode, std::chrono::milliseconds lockWait)
+{
+    connection_->database().setDatabaseName(uriOf(name(), mode));
+    connection_->database().setConnectOptions(
+        u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(lockWait.count()));
+    if (!connection_->database().open())
+        throw openingError(connection_->database().lastError());
+}
+
+void SqliteSession::prepareUse()
+{
+    // Asking for the journal reads the schema, so a file that is no store, or a locked or damaged
+    // one, fails here and not at some later statement.
+    QSqlQuery journal(connection_->database());
+    if (!journal.exec(u"PRAGMA journal_mode"_s) || !journal.next())
+        throw openingError(journal.lastError());
+    const bool rollbackJournal = journal.value(0).toString() == "delete"_L1;
+    journal.finish();
+    QSqlQuery settings(connection_->database());
+    // A journal of another kind is changed as soon as no other station is at work; it is safe too.
+    if (!rollbackJournal)
+        settings.exec(u"PRAGMA journal_mode = DELETE"_s);
+    settings.exec(u"PRAGMA synchronous = FULL"_s);
+    // A dozen connections are kept, each with pages of its own; the system caches the file for all.
+    settings.exec(u"PRAGMA cache_size = -400"_s); // KiB
+    schema().mark = schemaMark();
+}
+
+/// A connection that was idle: it touches the file as an opening does, so that a locked or damaged
+/// one fails here, and learns whether another station has changed the schema meanwhile.
+void SqliteSession::renewUse()
+{
+    const QString mark = schemaMark();
+    if (mark != schema().mark)
+        schema() = {mark, {}, {}, {}};
+}
+
+QString SqliteSession::schemaMark()
+{
+    QSqlQuery query(connection_->database());
+    if (!query.exec(u"PRAGMA schema_version"_s) || !query.next())
+        throw openingError(query.lastError());
+    return query.value(0).toString();
+}
+
+RunTimeError SqliteSession::openingError(const QSqlError& failure) const
+{
+    switch (resultCode(failure)) {
+    case CannotOpen:
+    case Permission:
+        if (!QFileInfo::exists(name()))
+            return RunTimeError(runtime::DatabaseFileNotFound,
+                                u"Could not find file '%1'."_s.arg(name()));
+        break;
+    case NotADatabase: {
+        QFile file(name());
+        if (file.open(QIODevice::ReadOnly) && file.read(headerSignature.size()) == headerSignature)
+            return RunTimeError(runtime::CorruptDatabase);
+        return RunTimeError(runtime::UnrecognizedFormat,
+                            u"Unrecognized database format '%1'."_s.arg(name()));
+    }
+    default:
+        break;
+    }
+    return errorOf(failure);
+}
+
+RunTimeError errorOf(const QSqlError& failure)
+{
+    const QString text = failure.databaseText();
+    switch (resultCode(failure)) {
+    case Busy:
+    case LockedTable:
+        return RunTimeError(runtime::Locked);
+    case ReadOnlyStore:
+        return RunTimeError(runtime::ReadOnly);
+    case Full:
+        return RunTimeError(runtime::DiskFull);
+    case InputOutput:
+        return RunTimeError(runtime::DiskOrNetworkError);
+    case Corrupt:
+    case NotADatabase:
+        return RunTimeError(runtime::CorruptDatabase);
+    case CannotOpen:
+    case Permission:
+    case Authorization:
+        return RunTimeError(runtime::PermissionDenied);
+    case NoMemory:
+        return RunTimeError(runtime::OutOfMemory);
+    case Constraint:
+        if (text.contains(counterExhausted))
+            return RunTimeError(
+                runtime::Overflow,
+                u"%1 (%2)"_s.arg(runtime::errorDescription(runtime::Overflow), text));
+        return RunTimeError(text.contains("NOT NULL"_L1) ? runtime::FieldRequired
+                                                         : runtime::DuplicateKey);
+    default:
+        break;
+    }
+    if (text.contains("integer overflow"_L1))
+        return RunTimeError(runtime::Overflow);
+    if (text.contains("no such table"_L1))
+        return RunTimeError(runtime::TableNotFound);
+    if (text.contains("duplicate column name"_L1))
+        return RunTimeError(runtime::FieldDefinedTwice);
+    return RunTimeError(runtime::InternalError, text);
+}
+
+RowNumber SqliteSession::insert(const TableInfo&, const QString& sql, const QVariantList& values)
+{
+    return start(sql, values).lastInsertId().toLongLong();
+}
+
+void SqliteSession::begin()
+{
+    run(u"BEGIN IMMEDIATE"_s);
+    setInTransaction();
+}
+
+/// The store is seen as it is at the first reading.
+void SqliteSession::beginSnapshot()
+{
+    run(u"BEGIN"_s);
+    setInTransaction();
+    rows(u"SELECT count(*) FROM sqlite_master"_s);
+}
+
+std::vector<TableInfo> SqliteSession::tables()
+{
+    std::vector<TableInfo> all;
+    for (const StoredValues& row :
+         rows(u"SELECT name, type = 'table' FROM sqlite_master WHERE type IN ('table', 'view') "
+              "AND name NOT LIKE 'sqlite!_%' ESCAPE '!' AND name <> $1 ORDER BY rowid"_s,
+              {QString(counterTable)}))
+        all.push_back({row[0].toString(), row[1].toBool(), {}});
+    return all;
+}
+
+std::optional<TableInfo> SqliteSession::table(const QString& name)
+{
+    const auto known = schema().tables.find(name);
+    if (known != schema().tables.end())
+        return known->second;
+    std::vector<TableInfo> read =
+        dialect().tablesOf(rows(SqliteDialect::instance().tableQuery(), {name}));
+    std::optional<TableInfo> found;
+    if (!read.empty())
+        found = std::move(read.front());
+    return schema().tables.emplace(name, std::move(found)).first->second;
+}
+
+std::unique_ptr<Bulk> SqliteSession::bulk()
+{
+    return std::make_unique<SqliteBulk>(*this, connection_->database());
+}
+
+} // namespace dao::sqlite

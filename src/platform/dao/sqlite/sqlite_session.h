@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/dao/engine/session.h"
+#include "platform/dao/sqlite/sqlite_connection.h"
+
+#include <chrono>
+
+namespace dao::sqlite {
+
+/// A store in one SQLite file. A connection that works is given to the pool at the end.
+class SqliteSession final : public Session
+{
+public:
+    /// Opens an existing store. Throws DatabaseFileNotFound (3024), PermissionDenied (3051),
+    /// UnrecognizedFormat (3343), CorruptDatabase (3049), Locked (3260).
+    static std::unique_ptr<Session> open(const QString& path, std::chrono::milliseconds lockWait);
+    /// Makes an empty store and opens it. Throws DatabaseExists (3204), PermissionDenied (3051).
+    static std::unique_ptr<Session> create(const QString& path, std::chrono::milliseconds lockWait);
+    ~SqliteSession() override;
+
+    RowNumber insert(const TableInfo& table, const QString& sql,
+                     const QVariantList& values) override;
+    void begin() override;
+    void beginSnapshot() override;
+    std::vector<TableInfo> tables() override;
+    std::optional<TableInfo> table(const QString& name) override;
+    std::unique_ptr<Bulk> bulk() override;
+
+protected:
+    Answer execute(const QString& sql, const QVariantList& values) override;
+    SchemaMemory& schema() override { return connection_->schema(); }
+
+private:
+    SqliteSession(std::shared_ptr<SqliteConnection> connection, const QString& path);
+    void connect(const QString& mode, std::chrono::milliseconds lockWait);
+    void prepareUse();
+    void renewUse();
+    QString schemaMark();
+    QSqlQuery& start(const QString& sql, const QVariantList& values);
+    [[noreturn]] void fail(const QString& sql, const QSqlQuery& query);
+    runtime::RunTimeError openingError(const QSqlError& error) const;
+
+    std::shared_ptr<SqliteConnection> connection_;
+    bool hasFailed_ = false;
+    QString poolKey_; ///< Empty if the connection is not for another use.
+};
+
+/// The run-time error that an error of the engine stands for.
+runtime::RunTimeError errorOf(const QSqlError& error);
+
+} // namespace dao::sqlite
