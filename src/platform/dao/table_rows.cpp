@@ -61,13 +61,7 @@ void addEqual(const QString& field, const QVariant& value, QStringList& conditio
 
 bool isWholeNumber(const QVariant& value)
 {
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-        return true;
-    default:
-        return false;
-    }
+    return value.typeId() == QMetaType::Int || value.typeId() == QMetaType::LongLong;
 }
 
 struct Bound
@@ -121,8 +115,7 @@ QString TableRows::target(int ordinal) const
     return Dialect::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
 }
 
-/// Named with its table, for an engine may take a lone quoted name that it does not know for a
-/// text.
+/// Qualified by the table, because SQLite reads an unknown quoted name as a text.
 QString TableRows::field(int ordinal) const
 {
     return name_ + u'.' + target(ordinal);

@@ -8,7 +8,7 @@
 namespace dao::postgres {
 
 /// One connection to a PostgreSQL server, over the client library in non-blocking mode. Every call
-/// returns within a known time: it timeouts for the socket with a deadline, and a connection that
+/// returns within a known time: it waits for the socket with a deadline, and a connection that
 /// misses a deadline is closed. Values travel as parameters and never become SQL text.
 ///
 /// The functions throw CallFailed (3146) if the connection is or gets lost, and the error that a
