@@ -88,30 +88,30 @@ private slots:
     void init();
     void cleanup();
 
-    void emptyTableHasABlankRow();
-    void typingOnTheBlankRowAddsARow();
-    void untouchedBlankRowAddsNothing();
-    void cellsAreEditedInPlace();
-    void rowIsWrittenWhenItIsLeft_data();
-    void rowIsWrittenWhenItIsLeft();
-    void enterInTheEditorWritesNothingYet();
-    void tabInTheEditorLeavesTheGrid();
-    void escapeDropsTheEdit();
-    void sameNameTwiceAndBlankNames();
-    void untouchedNullStaysNull();
-    void movingFiresValidateOncePerRecord();
-    void deleteKeyDeletesTheRow();
-    void deleteKeyInTheEditorDeletesACharacter();
-    void deleteKeyOnATypedRowDropsIt();
+    void emptyTable_hasABlankRow();
+    void typingInTheBlankRow_addsARow();
+    void untouchedBlankRow_addsNothing();
+    void cell_isEditedInPlace();
+    void editedRow_isWrittenWhenLeft_data();
+    void editedRow_isWrittenWhenLeft();
+    void enterInTheEditor_doesNotWriteTheRow();
+    void tabInTheEditor_leavesTheGrid();
+    void escape_discardsTheEdit();
+    void equalAndEmptyNames_areStored();
+    void untouchedNull_staysNull();
+    void moving_emitsValidateOncePerRecord();
+    void deleteKey_deletesTheRow();
+    void deleteKeyInTheEditor_deletesACharacter();
+    void deleteKeyOnAnUnwrittenRow_discardsIt();
 
-    void refusedWriteIsToldAndKept_data();
-    void refusedWriteIsToldAndKept();
-    void refusedNewRowIsToldAndKept();
-    void refusalOnLeavingTheGrid();
-    void refusalOnClosing();
-    void refusedDeleteIsTold();
-    void rowDeletedByAnotherStation();
-    void readingFailureIsARunTimeError();
+    void refusedWrite_showsABoxAndKeepsTheText_data();
+    void refusedWrite_showsABoxAndKeepsTheText();
+    void refusedNewRow_showsABoxAndKeepsTheText();
+    void refusalOnLeavingTheGrid_returnsToTheRow();
+    void refusalOnClosing_showsABox();
+    void refusedDelete_showsABox();
+    void rowDeletedByAnotherStation_isReportedAndRemoved();
+    void readError_opensTheErrorBox();
 
 private:
     std::unique_ptr<SampleStore> store_;
@@ -132,7 +132,7 @@ void DBGridEditingTest::cleanup()
     store_.reset();
 }
 
-void DBGridEditingTest::emptyTableHasABlankRow()
+void DBGridEditingTest::emptyTable_hasABlankRow()
 {
     const EditForm form(*store_);
     QCOMPARE(form.rowCount(), 1);
@@ -145,7 +145,7 @@ void DBGridEditingTest::emptyTableHasABlankRow()
     QCOMPARE(form.grid->currentIndex().row(), 1);
 }
 
-void DBGridEditingTest::typingOnTheBlankRowAddsARow()
+void DBGridEditingTest::typingInTheBlankRow_addsARow()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -165,7 +165,7 @@ void DBGridEditingTest::typingOnTheBlankRowAddsARow()
     QCOMPARE(form.grid->currentIndex().row(), 3);
 }
 
-void DBGridEditingTest::untouchedBlankRowAddsNothing()
+void DBGridEditingTest::untouchedBlankRow_addsNothing()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -183,7 +183,7 @@ void DBGridEditingTest::untouchedBlankRowAddsNothing()
     QCOMPARE(form.rowCount(), 2);
 }
 
-void DBGridEditingTest::cellsAreEditedInPlace()
+void DBGridEditingTest::cell_isEditedInPlace()
 {
     store_->addLines({u"ab"_s, u"cd"_s, u"ef"_s});
     const EditForm form(*store_);
@@ -203,14 +203,14 @@ void DBGridEditingTest::cellsAreEditedInPlace()
     QCOMPARE(store_->names(), (QStringList{u"x"_s, u"cdy"_s, u"z"_s}));
 }
 
-void DBGridEditingTest::rowIsWrittenWhenItIsLeft_data()
+void DBGridEditingTest::editedRow_isWrittenWhenLeft_data()
 {
     QTest::addColumn<QString>("by");
     for (const char* by : {"key", "click", "focus", "commit", "enter and key", "recordset"})
         QTest::newRow(by) << QString::fromLatin1(by);
 }
 
-void DBGridEditingTest::rowIsWrittenWhenItIsLeft()
+void DBGridEditingTest::editedRow_isWrittenWhenLeft()
 {
     QFETCH(const QString, by);
     store_->addLines({u"a"_s, u"b"_s});
@@ -237,7 +237,7 @@ void DBGridEditingTest::rowIsWrittenWhenItIsLeft()
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"new"_s);
 }
 
-void DBGridEditingTest::enterInTheEditorWritesNothingYet()
+void DBGridEditingTest::enterInTheEditor_doesNotWriteTheRow()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -251,7 +251,7 @@ void DBGridEditingTest::enterInTheEditorWritesNothingYet()
     QVERIFY(form.grid->commitEdits());
 }
 
-void DBGridEditingTest::tabInTheEditorLeavesTheGrid()
+void DBGridEditingTest::tabInTheEditor_leavesTheGrid()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -263,7 +263,7 @@ void DBGridEditingTest::tabInTheEditorLeavesTheGrid()
     QCOMPARE(form.grid->currentIndex().row(), 0);
 }
 
-void DBGridEditingTest::escapeDropsTheEdit()
+void DBGridEditingTest::escape_discardsTheEdit()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -288,7 +288,7 @@ void DBGridEditingTest::escapeDropsTheEdit()
     QCOMPARE(store_->names(), QStringList{u"a"_s});
 }
 
-void DBGridEditingTest::sameNameTwiceAndBlankNames()
+void DBGridEditingTest::equalAndEmptyNames_areStored()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -302,7 +302,7 @@ void DBGridEditingTest::sameNameTwiceAndBlankNames()
     QCOMPARE(store_->names(), (QStringList{u"a"_s, u""_s, u"a"_s}));
 }
 
-void DBGridEditingTest::untouchedNullStaysNull()
+void DBGridEditingTest::untouchedNull_staysNull()
 {
     store_->addLines({u"a"_s});
     store_->sql(u"UPDATE Lines SET Name = NULL"_s);
@@ -318,7 +318,7 @@ void DBGridEditingTest::untouchedNullStaysNull()
     QCOMPARE(cellText(*form.grid, 0, sizeColumn), u"2.5"_s);
 }
 
-void DBGridEditingTest::movingFiresValidateOncePerRecord()
+void DBGridEditingTest::moving_emitsValidateOncePerRecord()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -335,7 +335,7 @@ void DBGridEditingTest::movingFiresValidateOncePerRecord()
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"c"_s);
 }
 
-void DBGridEditingTest::deleteKeyDeletesTheRow()
+void DBGridEditingTest::deleteKey_deletesTheRow()
 {
     store_->addLines({u"a"_s, u"b"_s, u"c"_s});
     const EditForm form(*store_);
@@ -358,7 +358,7 @@ void DBGridEditingTest::deleteKeyDeletesTheRow()
     QCOMPARE(store_->names(), QStringList{u"d"_s});
 }
 
-void DBGridEditingTest::deleteKeyInTheEditorDeletesACharacter()
+void DBGridEditingTest::deleteKeyInTheEditor_deletesACharacter()
 {
     store_->addLines({u"abc"_s});
     const EditForm form(*store_);
@@ -372,7 +372,7 @@ void DBGridEditingTest::deleteKeyInTheEditorDeletesACharacter()
     QCOMPARE(store_->names(), QStringList{u"bc"_s});
 }
 
-void DBGridEditingTest::deleteKeyOnATypedRowDropsIt()
+void DBGridEditingTest::deleteKeyOnAnUnwrittenRow_discardsIt()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -385,7 +385,7 @@ void DBGridEditingTest::deleteKeyOnATypedRowDropsIt()
     QCOMPARE(form.rowCount(), 2);
 }
 
-void DBGridEditingTest::refusedWriteIsToldAndKept_data()
+void DBGridEditingTest::refusedWrite_showsABoxAndKeepsTheText_data()
 {
     QTest::addColumn<QString>("before"); // SQL that runs first.
     QTest::addColumn<QString>("after");
@@ -404,7 +404,7 @@ void DBGridEditingTest::refusedWriteIsToldAndKept_data()
                             << u"תפוסים"_s;
 }
 
-void DBGridEditingTest::refusedWriteIsToldAndKept()
+void DBGridEditingTest::refusedWrite_showsABoxAndKeepsTheText()
 {
     QFETCH(const QString, before);
     QFETCH(const QString, after);
@@ -454,7 +454,7 @@ void DBGridEditingTest::refusedWriteIsToldAndKept()
     QCOMPARE(form.grid->currentIndex().row(), 1);
 }
 
-void DBGridEditingTest::refusedNewRowIsToldAndKept()
+void DBGridEditingTest::refusedNewRow_showsABoxAndKeepsTheText()
 {
     store_->sql(u"DROP TABLE Lines"_s);
     store_->sql(u"CREATE TABLE Lines (Code COUNTER PRIMARY KEY, Name TEXT(10), Size DOUBLE, "
@@ -475,7 +475,7 @@ void DBGridEditingTest::refusedNewRowIsToldAndKept()
     QVERIFY(form.grid->commitEdits());
 }
 
-void DBGridEditingTest::refusalOnLeavingTheGrid()
+void DBGridEditingTest::refusalOnLeavingTheGrid_returnsToTheRow()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -491,7 +491,7 @@ void DBGridEditingTest::refusalOnLeavingTheGrid()
     QCOMPARE(store_->names(), QStringList{u"a"_s});
 }
 
-void DBGridEditingTest::refusalOnClosing()
+void DBGridEditingTest::refusalOnClosing_showsABox()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -508,7 +508,7 @@ void DBGridEditingTest::refusalOnClosing()
     QCOMPARE(store_->names(), QStringList{u"b"_s});
 }
 
-void DBGridEditingTest::refusedDeleteIsTold()
+void DBGridEditingTest::refusedDelete_showsABox()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -524,7 +524,7 @@ void DBGridEditingTest::refusedDeleteIsTold()
     QCOMPARE(store_->names(), QStringList());
 }
 
-void DBGridEditingTest::rowDeletedByAnotherStation()
+void DBGridEditingTest::rowDeletedByAnotherStation_isReportedAndRemoved()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -543,7 +543,7 @@ void DBGridEditingTest::rowDeletedByAnotherStation()
     QCOMPARE(store_->names(), QStringList{u"b"_s});
 }
 
-void DBGridEditingTest::readingFailureIsARunTimeError()
+void DBGridEditingTest::readError_opensTheErrorBox()
 {
     store_->addLines({u"a"_s, u"b"_s});
     testsupport::RecordedEnd end;
