@@ -20,7 +20,7 @@ int errorOf(Act act)
     return 0;
 }
 
-TEST(Sections, StandAsDesigned)
+TEST(Sections, AreThoseOfTheDesign)
 {
     auto sections = makeSections(testsupport::smallReport);
     ASSERT_EQ(sections.size(), 3u);
@@ -30,7 +30,7 @@ TEST(Sections, StandAsDesigned)
     EXPECT_TRUE(sections[0].Controls(u"Logo"_s).Picture().isNull());
 }
 
-TEST(Sections, KeepWhatIsSet)
+TEST(Sections, KeepCaptionsAndPicturesSetAtRunTime)
 {
     auto sections = makeSections(testsupport::smallReport);
     sections[0].Controls(u"Number"_s).setCaption(u"  12 "_s);
@@ -41,7 +41,7 @@ TEST(Sections, KeepWhatIsSet)
     EXPECT_EQ(sections[0].Controls(u"Logo"_s).Picture(), picture);
 }
 
-TEST(Sections, RefuseWhatAControlDoesNotHave)
+TEST(Sections, ThrowForAPropertyThatTheControlLacks)
 {
     auto sections = makeSections(testsupport::smallReport);
     EXPECT_EQ(errorOf([&] { sections[0].Controls(u"NameField"_s); }), 5) << "another section's";
