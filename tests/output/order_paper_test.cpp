@@ -43,7 +43,7 @@ const ControlDesign& designed(Role role, QStringView name)
         if (control.name == name)
             return control;
     }
-    qFatal("no control %s", qPrintable(name.toString()));
+    qFatal("the design has no control %s", qPrintable(name.toString()));
 }
 
 constexpr int bodyLeft = 500;

@@ -50,7 +50,7 @@ const passwd* serverUser()
         if (const passwd* user = getpwnam(name))
             return user;
     }
-    qFatal("no user to run a server as");
+    qFatal("no unprivileged user to run the server");
 }
 
 /// Returns a folder in memory if possible, because the database of one test has about three hundred

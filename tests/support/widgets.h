@@ -23,7 +23,8 @@ Widget* child(const QObject& parent, const QString& name)
 {
     auto* found = parent.findChild<Widget*>(name);
     if (found == nullptr)
-        qFatal("no child %s; there are: %s", qPrintable(name), qPrintable(namesBelow(parent)));
+        qFatal("no child named %s; existing names: %s", qPrintable(name),
+               qPrintable(namesBelow(parent)));
     return found;
 }
 

@@ -398,8 +398,8 @@ void DBGridEditingTest::refusedWrite_showsABoxAndKeepsTheText_data()
                               << u"הטקסט ארוך מדי"_s;
     QTest::newRow("duplicate") << u"CREATE UNIQUE INDEX ByName ON Lines (Name)"_s << u""_s
                                << nameColumn << u"b"_s << u"c"_s << u"אותו ערך"_s;
-    QTest::newRow("no number") << u""_s << u""_s << sizeColumn << u"x"_s << u"-1.5"_s
-                               << u"אינו מתאים לסוג"_s;
+    QTest::newRow("not a number") << u""_s << u""_s << sizeColumn << u"x"_s << u"-1.5"_s
+                                  << u"אינו מתאים לסוג"_s;
     QTest::newRow("locked") << u"BEGIN IMMEDIATE"_s << u"COMMIT"_s << nameColumn << u"n"_s << u"m"_s
                             << u"תפוסים"_s;
 }

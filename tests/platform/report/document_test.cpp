@@ -40,7 +40,7 @@ TEST(Document, PageOfUnreadRowsReadsAllRowsFirst)
     EXPECT_EQ(document->pageCount(), 10);
     EXPECT_FALSE(document->isWhole());
     EXPECT_TRUE(document->hasPage(0));
-    EXPECT_FALSE(document->hasPage(1)) << "two of its three rows are missing";
+    EXPECT_FALSE(document->hasPage(1)) << "two of three rows are not loaded";
     EXPECT_EQ(textOf(*document->page(0), 3, u"NameField"), u"שורה 3"_s);
     EXPECT_EQ(rows->timesReadAll, 0);
     EXPECT_EQ(textOf(*document->page(9), 3, u"NameField"), u"שורה 30"_s);
@@ -62,7 +62,7 @@ TEST(Document, AllPagesShowOneSnapshot)
     EXPECT_EQ(textOf(*document->page(0), 1, u"NameField"), u"שורה 1"_s);
     const auto gone = document->page(9);
     EXPECT_EQ(document->pageCount(), 2);
-    EXPECT_EQ(gone->bands.size(), 2u) << "head and foot, and no block without its row";
+    EXPECT_EQ(gone->bands.size(), 2u) << "page header and footer only";
     EXPECT_EQ(textOf(*document->page(0), 1, u"NameField"), u"אחרת 1"_s);
     EXPECT_EQ(textOf(*document->page(1), 1, u"NameField"), u"אחרת 4"_s);
     EXPECT_EQ(textOf(*document->page(1), 2, u"Pages"), u"2"_s);
@@ -105,7 +105,8 @@ TEST(Document, KeepsAPlaceholderInACaptionSetAtRunTime)
         sections[2].Controls(u"Day"_s).setCaption(caption);
         Document document(smallReport, std::move(sections), smallRows(1), smallPaper);
         EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), caption);
-        EXPECT_EQ(textOf(*document.page(0), 2, u"Day"), caption) << "where the design had one";
+        EXPECT_EQ(textOf(*document.page(0), 2, u"Day"), caption)
+            << "a caption set at run time is no placeholder";
         EXPECT_EQ(textOf(*document.page(0), 2, u"Page"), u"1"_s);
     }
 }
@@ -153,12 +154,12 @@ TEST(Document, ReadsOnlyTheRowsOfRequestedPages)
     document->page(9999);
     EXPECT_EQ(rows->rowsRead, 6);
     document->page(0);
-    EXPECT_EQ(rows->rowsRead, 6) << "a page just read is kept";
+    EXPECT_EQ(rows->rowsRead, 6) << "the page is cached";
     for (int page = 0; page < 100; ++page)
         document->page(page);
     const int read = rows->rowsRead;
     document->page(0);
-    EXPECT_EQ(rows->rowsRead, read + 3) << "but not for ever";
+    EXPECT_EQ(rows->rowsRead, read + 3) << "the page has been evicted from the cache";
 }
 
 TEST(Document, WithoutRowsHasOnePageOfHeaderAndFooter)

@@ -135,7 +135,7 @@ TEST(Export, UnwritableTargetReturnsFailed)
         return Outcome::Done;
     };
     EXPECT_EQ(writeFile(folder.filePath(u"missing/file.txt"_s), writer), Outcome::Failed);
-    EXPECT_EQ(writeFile(folder.path(), writer), Outcome::Failed) << "a folder";
+    EXPECT_EQ(writeFile(folder.path(), writer), Outcome::Failed) << "the target is a folder";
     EXPECT_FALSE(ran);
 }
 

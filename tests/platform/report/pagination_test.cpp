@@ -106,13 +106,13 @@ int refusal(const ReportDesign& design, Paper paper)
 
 TEST(Pagination, TooSmallPaperThrows)
 {
-    EXPECT_EQ(refusal(tallReport, {11800, 16838}), 0) << "width and margins fit to the twip";
+    EXPECT_EQ(refusal(tallReport, {11800, 16838}), 0) << "width and margins fit exactly";
     EXPECT_EQ(refusal(tallReport, {11799, 16838}), runtime::ReportWidthTooLarge);
     EXPECT_EQ(refusal(tallReport, {8391, 11906}), runtime::ReportWidthTooLarge) << "A5";
     EXPECT_EQ(refusal(tallReport, {11800, 7350 + 2249}), runtime::InvalidProcedureCall)
         << "no block fits";
     EXPECT_EQ(refusal(tallReport, {11800, 5000}), runtime::InvalidProcedureCall)
-        << "head and foot alone do not fit";
+        << "page header and footer do not fit";
 }
 
 TEST(Pagination, UsesTheDesignsMargins)

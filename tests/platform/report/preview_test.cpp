@@ -166,9 +166,9 @@ void PreviewTest::typedPageNumber_goesToThatPage_data()
     QTest::newRow("a page") << u"7"_s << 7;
     QTest::newRow("the last") << u"10"_s << 10;
     QTest::newRow("beyond the last") << u"900"_s << 10;
-    QTest::newRow("none") << u"0"_s << 1;
-    QTest::newRow("nothing") << u""_s << 4;
-    QTest::newRow("no number") << u"ב"_s << 4;
+    QTest::newRow("zero") << u"0"_s << 1;
+    QTest::newRow("empty text") << u""_s << 4;
+    QTest::newRow("not a number") << u"ב"_s << 4;
 }
 
 void PreviewTest::typedPageNumber_goesToThatPage()
@@ -271,12 +271,12 @@ void PreviewTest::typedPercent_setsTheZoom_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<double>("zoom");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("with its sign") << u"85%"_s << 0.85 << u"85%"_s;
-    QTest::newRow("without") << u" 120 "_s << 1.2 << u"120%"_s;
-    QTest::newRow("too great") << u"9000"_s << 5.0 << u"500%"_s;
+    QTest::newRow("with percent sign") << u"85%"_s << 0.85 << u"85%"_s;
+    QTest::newRow("without percent sign") << u" 120 "_s << 1.2 << u"120%"_s;
+    QTest::newRow("too large") << u"9000"_s << 5.0 << u"500%"_s;
     QTest::newRow("too small") << u"1%"_s << 0.1 << u"10%"_s;
-    QTest::newRow("no number") << u"גדול"_s << 1.0 << u"100%"_s;
-    QTest::newRow("nothing") << u""_s << 1.0 << u"100%"_s;
+    QTest::newRow("not a number") << u"גדול"_s << 1.0 << u"100%"_s;
+    QTest::newRow("empty text") << u""_s << 1.0 << u"100%"_s;
 }
 
 void PreviewTest::typedPercent_setsTheZoom()

@@ -58,7 +58,7 @@ TEST(Search, StartsAtTheGivenPage)
 {
     const auto document = smallDocument(smallRows(8));
     EXPECT_EQ(next(*document, u"כותרת"_s, std::nullopt, 1)->page, 1);
-    EXPECT_EQ(next(*document, u"שורה 2"_s, std::nullopt, 2)->page, 0) << "round the end";
+    EXPECT_EQ(next(*document, u"שורה 2"_s, std::nullopt, 2)->page, 0) << "after wrapping around";
 }
 
 TEST(Search, FindsTheOnlyHitAgain)

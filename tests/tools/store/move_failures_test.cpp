@@ -61,7 +61,8 @@ protected:
                                 "WHERE query LIKE 'COPY%\"MyWidth\"%' AND state = 'active' "
                                 "AND pid <> pg_backend_pid()"_s;
         while (keeper_.scalar(copying).toInt() == 0)
-            ASSERT_FALSE(process.waitForFinished(step)) << "it was too quick to be stopped";
+            ASSERT_FALSE(process.waitForFinished(step))
+                << "the process ended before it could be stopped";
     }
     /// Returns when nobody but the keeper is connected any more.
     void waitForTheEndOf(const QString& database)
@@ -81,7 +82,7 @@ protected:
 
 } // namespace
 
-TEST_F(MoveFailuresTest, LeavesADatabaseUntouchedWhenKilled)
+TEST_F(MoveFailuresTest, KilledMoveLeavesTheDatabaseUnchanged)
 {
     const QByteArray before = contentsOf(store_.path());
     QProcess process;
@@ -94,7 +95,7 @@ TEST_F(MoveFailuresTest, LeavesADatabaseUntouchedWhenKilled)
     EXPECT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"empty"_s)}).exitStatus, 0);
 }
 
-TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
+TEST_F(MoveFailuresTest, KilledMoveLeavesNoFile)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     const QString target = folder_.filePath(u"new.mdb"_s);
@@ -106,7 +107,7 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
     EXPECT_EQ(zomrelStore({u"move"_s, address(u"there"_s), target}).exitStatus, 0);
 }
 
-TEST_F(MoveFailuresTest, SaysThatTheServerIsGoneAndLeavesTheDatabaseUntouched)
+TEST_F(MoveFailuresTest, LostServerIsReportedAndLeavesTheDatabaseUnchanged)
 {
     QProcess process;
     startMove(process, store_.path(), address(u"empty"_s));
@@ -123,7 +124,7 @@ TEST_F(MoveFailuresTest, SaysThatTheServerIsGoneAndLeavesTheDatabaseUntouched)
     EXPECT_EQ(tablesIn(u"empty"_s), 0);
 }
 
-TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
+TEST_F(MoveFailuresTest, LostServerLeavesNoFile)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     QProcess process;
@@ -137,7 +138,7 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
     EXPECT_EQ(zomrelStore({u"check"_s, address(u"there"_s)}).exitStatus, 0);
 }
 
-TEST_F(MoveFailuresTest, KeepsTheMomentOfAFileThatAStationWritesTo)
+TEST_F(MoveFailuresTest, MoveFromAFileIsASnapshotWhileAStationWrites)
 {
     QProcess process;
     startMove(process, store_.path(), address(u"there"_s));
@@ -151,7 +152,7 @@ TEST_F(MoveFailuresTest, KeepsTheMomentOfAFileThatAStationWritesTo)
     EXPECT_EQ(server.scalar(u"SELECT count(*) FROM \"Cuts\""_s), manyLines);
 }
 
-TEST_F(MoveFailuresTest, KeepsTheMomentOfADatabaseThatAStationWritesTo)
+TEST_F(MoveFailuresTest, MoveFromADatabaseIsASnapshotWhileAStationWrites)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     const QString target = folder_.filePath(u"new.mdb"_s);
@@ -169,7 +170,7 @@ TEST_F(MoveFailuresTest, KeepsTheMomentOfADatabaseThatAStationWritesTo)
     EXPECT_EQ(copy.scalar(u"SELECT count(*) FROM Serials"_s), 0);
 }
 
-TEST_F(MoveFailuresTest, LosesARaceForTheDatabaseAndNothingElse)
+TEST_F(MoveFailuresTest, TableCreatedMeanwhileMakesTheMoveFail)
 {
     ServerSql other(link(u"empty"_s));
     other.run(u"BEGIN; CREATE TABLE \"ReshetColor\" (x integer)"_s);
