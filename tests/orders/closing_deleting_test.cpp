@@ -33,7 +33,7 @@ private slots:
     void deleteAll_answeredNo_keepsTheLines();
     void deleteAll_answeredYes_keepsOtherOrders();
     void deleteAll_beforeAllRowsAreRead_deletesTheReachedRows();
-    void deleteAll_cancelled_keepsTheRemainingLines();
+    void deleteAllCanBeStopped();
     void deleteAll_thenClose_isRefusedAndTheOrderStaysOpen();
     void delete_onAClosedOrder_deletesTheLine();
 
@@ -254,7 +254,7 @@ void ClosingDeletingTest::deleteAll_beforeAllRowsAreRead_deletesTheReachedRows()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));
 }
 
-void ClosingDeletingTest::deleteAll_cancelled_keepsTheRemainingLines()
+void ClosingDeletingTest::deleteAllCanBeStopped()
 {
     constexpr int count = 3000;
     desk_->store.addOrder(1);

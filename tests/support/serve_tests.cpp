@@ -23,8 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60000; // Maximum waiting time in milliseconds.
-constexpr int step = 20;        // Polling interval in milliseconds.
+constexpr int patience = 60000; // ms
+constexpr int step = 20;        // ms
 
 bool waitFor(const std::function<bool()>& condition)
 {

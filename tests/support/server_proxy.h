@@ -28,7 +28,7 @@ public:
     /// Stops forwarding after this number of chunks without closing the connections.
     void stallAfter(int chunks);
     bool isStalled() const { return isStalled_; }
-    /// Closes all connections on both sides, including stalled ones.
+    /// Ends all connections at both sides, stalled ones too.
     void cut();
 
     /// Returns the number of completed round trips, that is, changes of direction from the server

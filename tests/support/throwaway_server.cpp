@@ -27,7 +27,7 @@ namespace {
 
 const QString keeper = u"zomrel"_s;
 const QString ownDatabase = u"postgres"_s;
-constexpr int patience = 30000; // Maximum waiting time in milliseconds.
+constexpr int patience = 30000; // ms
 
 QString binary(const QString& name)
 {
@@ -53,8 +53,7 @@ const passwd* serverUser()
     qFatal("no unprivileged user to run the server");
 }
 
-/// Returns a folder in memory if possible, because the database of one test has about three hundred
-/// files.
+/// In memory where there is such a place: a test's database is some three hundred files.
 QString quickFolder()
 {
     const QFileInfo memory(u"/dev/shm"_s);

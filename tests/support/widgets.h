@@ -64,8 +64,8 @@ private:
     bool hasCome_ = false;
 };
 
-/// Set the platform, locale, style and layout direction of the tests. ZOMREL_QTEST_MAIN calls them
-/// before and after the application object is created.
+/// Sets the platform, the locale, the style and the direction that tests run under. Called by
+/// ZOMREL_QTEST_MAIN before and after the application is made.
 void beforeApplication();
 void afterApplication();
 

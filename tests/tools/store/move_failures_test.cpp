@@ -20,7 +20,7 @@ using testsupport::ThrowawayServer;
 namespace {
 
 constexpr int manyLines = 60000;
-constexpr int step = 1; // Polling interval in milliseconds.
+constexpr int step = 1; // ms
 
 class MoveFailuresTest : public testing::Test
 {
@@ -61,8 +61,7 @@ protected:
                                 "WHERE query LIKE 'COPY%\"MyWidth\"%' AND state = 'active' "
                                 "AND pid <> pg_backend_pid()"_s;
         while (keeper_.scalar(copying).toInt() == 0)
-            ASSERT_FALSE(process.waitForFinished(step))
-                << "the process ended before it could be stopped";
+            ASSERT_FALSE(process.waitForFinished(step)) << "it was too quick to be stopped";
     }
     /// Returns when nobody but the keeper is connected any more.
     void waitForTheEndOf(const QString& database)

@@ -23,7 +23,7 @@ inline QStringList lines(const QByteArray& output)
     return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
 }
 
-/// Runs zomrel-store as a separate process.
+/// Runs the program as a user does, in a process of its own.
 inline Outcome zomrelStore(const QStringList& arguments, const QString& folder = {})
 {
     QProcess process;
