@@ -41,7 +41,7 @@ public:
 
     void load(int row) override
     {
-        database_->driver(); // Throws if the database is closed.
+        database_->driver(); // This call throws if the database is closed.
         if (!stands(row))
             return;
         if (isLoaded(row)) {
