@@ -202,8 +202,8 @@ void FormView::load()
         LabelColor[i]->clear();
         LabelCount[i]->clear();
         LabelWidth[i]->clear();
-        // Only the frame's height is cleared. The other three heights keep their initial caption
-        // until a caller sets them.
+        // Only the height label of the frame is cleared. The height labels of the other three parts
+        // keep their initial caption until a caller sets them.
         LabelHeight[0]->clear();
     }
     LabelDate->setText(viewingDate());

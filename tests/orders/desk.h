@@ -66,7 +66,7 @@ void inNextDialog(Work work)
 {
     QTimer::singleShot(0, qApp, [work] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        QVERIFY2(dialog != nullptr, "no modal dialog stands");
+        QVERIFY2(dialog != nullptr, "no modal dialog is open");
         const QPointer<QDialog> still(dialog);
         work(*dialog);
         if (still && still->isVisible())

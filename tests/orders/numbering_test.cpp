@@ -209,8 +209,8 @@ void NumberingTest::numberTakenByAnotherStation_isContinuedOrSkipped_data()
     QTest::addColumn<int>("current");
     QTest::addColumn<QList<int>>("numbers");
 
-    QTest::newRow("and works on it") << 0 << 8 << QList<int>{7, 8};
-    QTest::newRow("and has closed it") << -1 << 9 << QList<int>{7, 8, 9};
+    QTest::newRow("order is open") << 0 << 8 << QList<int>{7, 8};
+    QTest::newRow("order is closed") << -1 << 9 << QList<int>{7, 8, 9};
 }
 
 /// The other station adds its order between the lookup of the last order and the insertion of the

@@ -77,7 +77,7 @@ struct CountedDesk
 void RoundTripsTest::addingALine_needsElevenRoundTrips()
 {
     if (!testsupport::isOnServer())
-        QSKIP("about a server");
+        QSKIP("requires a server");
     CountedDesk counted;
     testsupport::Desk& desk = counted.desk;
     desk.store.addOrder(1);
@@ -109,7 +109,7 @@ void RoundTripsTest::addingALine_needsElevenRoundTrips()
 void RoundTripsTest::openingAnOrder_greetsTheServerOnce()
 {
     if (!testsupport::isOnServer())
-        QSKIP("about a server");
+        QSKIP("requires a server");
     CountedDesk counted;
     testsupport::Desk& desk = counted.desk;
     desk.addOrderWithLines(1, {1, 2, 3});

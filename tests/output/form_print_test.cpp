@@ -106,16 +106,16 @@ private slots:
     void init() { output::formView().ShowModeless(); }
     void cleanup() { output::formView().Unload(); }
 
-    void printsTheSheetWithoutItsButtons();
-    void keepsItsSizeOnFinePaper_data();
-    void keepsItsSizeOnFinePaper();
-    void fitsNarrowPaper();
-    void printsToAPdf();
-    void staysAsItWasWithoutAPrinter();
-    void ignoresAPrinterThatFails();
+    void print_omitsTheButtons();
+    void print_withAnyResolution_keepsTheScreenSize_data();
+    void print_withAnyResolution_keepsTheScreenSize();
+    void print_onNarrowPaper_isReduced();
+    void print_toAPdfFile_writesAPdf();
+    void print_withoutAPrinter_changesNothing();
+    void print_withAFailingPrinter_isIgnored();
 };
 
-void FormPrintTest::printsTheSheetWithoutItsButtons()
+void FormPrintTest::print_omitsTheButtons()
 {
     QImage printed;
     bool areHidden = false;
@@ -133,7 +133,7 @@ void FormPrintTest::printsTheSheetWithoutItsButtons()
         QVERIFY2(inkOf(printed, button(name)->geometry()).isEmpty(), qPrintable(name));
 }
 
-void FormPrintTest::keepsItsSizeOnFinePaper_data()
+void FormPrintTest::print_withAnyResolution_keepsTheScreenSize_data()
 {
     QTest::addColumn<QString>("label");
     QTest::newRow("heading") << u"Label1"_s;
@@ -143,7 +143,7 @@ void FormPrintTest::keepsItsSizeOnFinePaper_data()
     QTest::newRow("condensed number") << u"LabelWidth_1"_s;
 }
 
-void FormPrintTest::keepsItsSizeOnFinePaper()
+void FormPrintTest::print_withAnyResolution_keepsTheScreenSize()
 {
     QFETCH(QString, label);
     output::formView().LabelWidth[1]->setText(u"31.6666666666667"_s);
@@ -164,7 +164,7 @@ void FormPrintTest::keepsItsSizeOnFinePaper()
     QVERIFY(std::abs(fine.bottom() - expected.bottom()) <= 8);
 }
 
-void FormPrintTest::fitsNarrowPaper()
+void FormPrintTest::print_onNarrowPaper_isReduced()
 {
     QImage printed;
     const Printer printer([&] { return std::make_unique<Page>(QSize(325, 600), 1, printed); });
@@ -174,7 +174,7 @@ void FormPrintTest::fitsNarrowPaper()
     QVERIFY(inkOf(printed, {0, 226, 325, 374}).isEmpty());
 }
 
-void FormPrintTest::printsToAPdf()
+void FormPrintTest::print_toAPdfFile_writesAPdf()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"view.pdf"_s);
@@ -193,7 +193,7 @@ void FormPrintTest::printsToAPdf()
     QVERIFY(pdf.contains("/Subtype /Image"));
 }
 
-void FormPrintTest::staysAsItWasWithoutAPrinter()
+void FormPrintTest::print_withoutAPrinter_changesNothing()
 {
     const testsupport::RecordedBoxes boxes;
     const Printer printer([] { return nullptr; });
@@ -203,7 +203,7 @@ void FormPrintTest::staysAsItWasWithoutAPrinter()
     QVERIFY(areButtonsVisible());
 }
 
-void FormPrintTest::ignoresAPrinterThatFails()
+void FormPrintTest::print_withAFailingPrinter_isIgnored()
 {
     const testsupport::RecordedBoxes boxes;
     const testsupport::RecordedEnd end;

@@ -75,31 +75,31 @@ class FormViewTest : public QObject
 private slots:
     void cleanup();
 
-    void labels_data();
-    void labels();
-    void rowsOfParts_data();
-    void rowsOfParts();
-    void window();
-    void standsOverTheMainWindow();
-    void buttons();
-    void loadsBlank();
-    void nothingIsClipped();
-    void numbersRunFromTheLeft();
-    void condensesAWideNumber();
-    void cutsALongColourAtItsEnd();
-    void drawsWithinTheLabel();
+    void labels_haveTheirLayout_data();
+    void labels_haveTheirLayout();
+    void partLabels_haveTheirLayout_data();
+    void partLabels_haveTheirLayout();
+    void window_hasItsProperties();
+    void window_staysAboveTheMainWindow();
+    void buttons_haveTheirLayout();
+    void load_leavesTheFigureLabelsBlank();
+    void labels_areHighEnoughForTheirFont();
+    void numbers_readLeftToRight();
+    void wideNumber_isCondensed();
+    void longColour_endsWithAnEllipsis();
+    void text_isDrawnInsideItsLabel();
 
-    void fillsFromAStoredLine();
-    void leavesNullTextsBlank();
-    void failsOnNullNumbers_data();
-    void failsOnNullNumbers();
-    void failsWithoutACurrentRow();
-    void fillsTheOpenViewAnew();
+    void fillFromLine_showsTheStoredValues();
+    void fillFromLine_withNullTexts_leavesThemBlank();
+    void fillFromLine_withANullNumber_failsWithInvalidUseOfNull_data();
+    void fillFromLine_withANullNumber_failsWithInvalidUseOfNull();
+    void fillFromLine_withoutACurrentRow_failsWithNoCurrentRecord();
+    void fillFromLine_ofAnOpenView_replacesTheTexts();
 
-    void oneInstance();
-    void modalReturnsWhenUnloaded();
-    void openViewBecomesModal();
-    void closesByButtonAndCloseBoxAlone();
+    void formView_isASingleInstance();
+    void showModal_returnsAfterUnload();
+    void showModal_ofAnOpenView_makesItModal();
+    void onlyButtonAndCloseBox_closeTheView();
 
 private:
     testsupport::FixedToday today_{QDate(2026, 3, 1)};
@@ -112,7 +112,7 @@ void FormViewTest::cleanup()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void FormViewTest::labels_data()
+void FormViewTest::labels_haveTheirLayout_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QRect>("twips");
@@ -150,7 +150,7 @@ void FormViewTest::labels_data()
     row("Label9", u"רשת :"_s, {7920, 5400, 0, 255}, 14.25, {}, left);
 }
 
-void FormViewTest::labels()
+void FormViewTest::labels_haveTheirLayout()
 {
     QFETCH(QString, text);
     QFETCH(QRect, twips);
@@ -174,7 +174,7 @@ void FormViewTest::labels()
     QVERIFY(alignment == Qt::AlignHCenter || shown->alignment().testFlag(Qt::AlignAbsolute));
 }
 
-void FormViewTest::rowsOfParts_data()
+void FormViewTest::partLabels_haveTheirLayout_data()
 {
     QTest::addColumn<QString>("array");
     QTest::addColumn<int>("left");
@@ -186,7 +186,7 @@ void FormViewTest::rowsOfParts_data()
     QTest::newRow("colours") << u"LabelColor"_s << 120 << 1815;
 }
 
-void FormViewTest::rowsOfParts()
+void FormViewTest::partLabels_haveTheirLayout()
 {
     QFETCH(QString, array);
     QFETCH(int, left);
@@ -205,7 +205,7 @@ void FormViewTest::rowsOfParts()
     }
 }
 
-void FormViewTest::window()
+void FormViewTest::window_hasItsProperties()
 {
     formView().ShowModeless();
     QCOMPARE(formView().objectName(), u"FormView"_s);
@@ -215,7 +215,7 @@ void FormViewTest::window()
     QVERIFY(std::abs(off.x()) <= 1 && std::abs(off.y()) <= 1);
 }
 
-void FormViewTest::standsOverTheMainWindow()
+void FormViewTest::window_staysAboveTheMainWindow()
 {
     QMainWindow mainWindow;
     auto* area = new QMdiArea;
@@ -233,7 +233,7 @@ void FormViewTest::standsOverTheMainWindow()
     formView().Unload();
 }
 
-void FormViewTest::buttons()
+void FormViewTest::buttons_haveTheirLayout()
 {
     QCOMPARE(button(u"CmdPrint"_s)->text(), u"הדפס"_s);
     QCOMPARE(button(u"CmdPrint"_s)->geometry(), QRect(256, 400, 65, 33));
@@ -243,7 +243,7 @@ void FormViewTest::buttons()
     QVERIFY(!button(u"CmdClose"_s)->icon().isNull());
 }
 
-void FormViewTest::loadsBlank()
+void FormViewTest::load_leavesTheFigureLabelsBlank()
 {
     for (const QString& name : {u"LabelName"_s, u"LabelOpenWidth"_s, u"LabelOpenHeight"_s})
         QCOMPARE(label(name)->text(), QString());
@@ -257,7 +257,7 @@ void FormViewTest::loadsBlank()
     QCOMPARE(label(u"LabelDate"_s)->text(), u"01/03/2026"_s);
 }
 
-void FormViewTest::nothingIsClipped()
+void FormViewTest::labels_areHighEnoughForTheirFont()
 {
     const QList<QLabel*> all = formView().findChildren<QLabel*>();
     QCOMPARE(all.size(), 15 + 4 + 20);
@@ -270,7 +270,7 @@ void FormViewTest::nothingIsClipped()
     }
 }
 
-void FormViewTest::numbersRunFromTheLeft()
+void FormViewTest::numbers_readLeftToRight()
 {
     for (const QLabel* each : {formView().LabelWidth[0], formView().LabelHeight[3],
                                formView().LabelOpenWidth, formView().LabelDate})
@@ -278,7 +278,7 @@ void FormViewTest::numbersRunFromTheLeft()
     QCOMPARE(formView().LabelKind[0]->layoutDirection(), Qt::RightToLeft);
 }
 
-void FormViewTest::condensesAWideNumber()
+void FormViewTest::wideNumber_isCondensed()
 {
     QLabel* cell = formView().LabelWidth[1]; // This label is 73 pixels wide.
     cell->setText(u"67.46666"_s);
@@ -294,7 +294,7 @@ void FormViewTest::condensesAWideNumber()
     QCOMPARE(smaller.lines[0].corner.x(), 73 * 15 - smaller.lines[0].width);
 }
 
-void FormViewTest::cutsALongColourAtItsEnd()
+void FormViewTest::longColour_endsWithAnEllipsis()
 {
     QLabel* colour = formView().LabelColor[0];
     colour->setText(u"ירוק בקבוק מטלי RAL 6005"_s);
@@ -309,7 +309,7 @@ void FormViewTest::cutsALongColourAtItsEnd()
     QCOMPARE(colour->text(), longer);
 }
 
-void FormViewTest::drawsWithinTheLabel()
+void FormViewTest::text_isDrawnInsideItsLabel()
 {
     QLabel* cell = formView().LabelWidth[1];
     formView().ShowModeless();
@@ -334,7 +334,7 @@ void FormViewTest::drawsWithinTheLabel()
     QVERIFY(last >= image.width() - 4);
 }
 
-void FormViewTest::fillsFromAStoredLine()
+void FormViewTest::fillFromLine_showsTheStoredValues()
 {
     testsupport::TemporaryStore store;
     store.addLine(7, 1, u"בלגי 7000"_s);
@@ -362,7 +362,7 @@ void FormViewTest::fillsFromAStoredLine()
     }
 }
 
-void FormViewTest::leavesNullTextsBlank()
+void FormViewTest::fillFromLine_withNullTexts_leavesThemBlank()
 {
     testsupport::TemporaryStore store;
     store.addLine(7, 1);
@@ -377,7 +377,7 @@ void FormViewTest::leavesNullTextsBlank()
     QCOMPARE(label(u"LabelCount"_s, 2)->text(), u"3"_s);
 }
 
-void FormViewTest::failsOnNullNumbers_data()
+void FormViewTest::fillFromLine_withANullNumber_failsWithInvalidUseOfNull_data()
 {
     QTest::addColumn<QString>("field");
     for (const QString& field :
@@ -387,7 +387,7 @@ void FormViewTest::failsOnNullNumbers_data()
         QTest::newRow(qPrintable(field)) << field;
 }
 
-void FormViewTest::failsOnNullNumbers()
+void FormViewTest::fillFromLine_withANullNumber_failsWithInvalidUseOfNull()
 {
     QFETCH(QString, field);
     testsupport::TemporaryStore store;
@@ -396,13 +396,13 @@ void FormViewTest::failsOnNullNumbers()
     QCOMPARE(errorOfFilling(*linesOf(7)), int(runtime::InvalidUseOfNull));
 }
 
-void FormViewTest::failsWithoutACurrentRow()
+void FormViewTest::fillFromLine_withoutACurrentRow_failsWithNoCurrentRecord()
 {
     const testsupport::TemporaryStore store;
     QCOMPARE(errorOfFilling(*linesOf(7)), int(runtime::NoCurrentRecord));
 }
 
-void FormViewTest::fillsTheOpenViewAnew()
+void FormViewTest::fillFromLine_ofAnOpenView_replacesTheTexts()
 {
     testsupport::TemporaryStore store;
     store.addLine(7, 1, u"first"_s);
@@ -419,7 +419,7 @@ void FormViewTest::fillsTheOpenViewAnew()
     QCOMPARE(label(u"LabelCount"_s, 1)->text(), u"9"_s);
 }
 
-void FormViewTest::oneInstance()
+void FormViewTest::formView_isASingleInstance()
 {
     QVERIFY(!output::isFormViewLoaded());
     output::FormView* first = &formView();
@@ -436,7 +436,7 @@ void FormViewTest::oneInstance()
     QCOMPARE(label(u"LabelName"_s)->text(), QString());
 }
 
-void FormViewTest::modalReturnsWhenUnloaded()
+void FormViewTest::showModal_returnsAfterUnload()
 {
     bool wasModal = false;
     QTimer::singleShot(0, this, [&] {
@@ -448,7 +448,7 @@ void FormViewTest::modalReturnsWhenUnloaded()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void FormViewTest::openViewBecomesModal()
+void FormViewTest::showModal_ofAnOpenView_makesItModal()
 {
     formView().ShowModeless();
     output::FormView* open = &formView();
@@ -463,7 +463,7 @@ void FormViewTest::openViewBecomesModal()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void FormViewTest::closesByButtonAndCloseBoxAlone()
+void FormViewTest::onlyButtonAndCloseBox_closeTheView()
 {
     formView().ShowModeless();
     QTest::keyClick(&formView(), Qt::Key_Escape);

@@ -107,10 +107,10 @@ class OrderFiguresTest : public QObject
     Q_OBJECT
 
 private slots:
-    void everyFigureIsReadBackWithinItsCell();
+    void randomFigures_arePrintedWholeInsideTheirCells();
 };
 
-void OrderFiguresTest::everyFigureIsReadBackWithinItsCell()
+void OrderFiguresTest::randomFigures_arePrintedWholeInsideTheirCells()
 {
     const QList<Values> lines = randomLines();
     Document document(output::orderReportDesign, makeSections(output::orderReportDesign),

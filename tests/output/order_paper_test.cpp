@@ -43,7 +43,7 @@ const ControlDesign& designed(Role role, QStringView name)
         if (control.name == name)
             return control;
     }
-    qFatal("no control %s", qPrintable(name.toString()));
+    qFatal("the design has no control %s", qPrintable(name.toString()));
 }
 
 constexpr int bodyLeft = 500;
@@ -109,23 +109,23 @@ class OrderPaperTest : public QObject
     Q_OBJECT
 
 private slots:
-    void printsEachKindOfLine_data();
-    void printsEachKindOfLine();
-    void standsWhereItIsDrawn();
-    void hasTheStatedTypeSizes();
-    void printsItsHeadAndFootOnEveryPage();
-    void fillsThePageToTheLastBlock();
-    void keepsThePlaceOfTheLogo();
-    void printsCaptionsWithoutValues();
-    void keepsMixedTextsInOrder();
-    void cutsVisiblyWhatDoesNotFit();
-    void keepsStripValuesFromTheirCaptions();
-    void keepsTheSignOfNegativeNumbers();
-    void printsNullBlank();
-    void opensItsPreview();
+    void eachKindOfLine_printsAllItsValues_data();
+    void eachKindOfLine_printsAllItsValues();
+    void texts_areAtTheirDesignedPlaces();
+    void texts_haveTheirDesignedSizes();
+    void pageHeaderAndFooter_areOnEveryPage();
+    void fifthLine_startsASecondPage();
+    void missingLogo_leavesItsPlaceBlank();
+    void emptyCustomer_keepsTheCaptions();
+    void mixedText_keepsItsReadingOrder();
+    void tooWideText_endsWithAnEllipsis();
+    void wideShutterValues_keepClearOfTheirCaptions();
+    void negativeNumbers_haveTheirSignInFront();
+    void nullValues_areBlank();
+    void show_opensThePreview();
 };
 
-void OrderPaperTest::printsEachKindOfLine_data()
+void OrderPaperTest::eachKindOfLine_printsAllItsValues_data()
 {
     QTest::addColumn<Values>("line");
     QTest::newRow("ordinary") << ordinaryLine(1);
@@ -133,7 +133,7 @@ void OrderPaperTest::printsEachKindOfLine_data()
     QTest::newRow("door") << doorLine(3);
 }
 
-void OrderPaperTest::printsEachKindOfLine()
+void OrderPaperTest::eachKindOfLine_printsAllItsValues()
 {
     QFETCH(Values, line);
     const PdfWords pdf(*orderDocument({line}));
@@ -148,7 +148,7 @@ void OrderPaperTest::printsEachKindOfLine()
     QCOMPARE(checked, 36);
 }
 
-void OrderPaperTest::standsWhereItIsDrawn()
+void OrderPaperTest::texts_areAtTheirDesignedPlaces()
 {
     const PdfWords pdf(*orderDocument({monoblockLine(1)}));
     const auto near = [](double found, double stated) { return qAbs(found - stated) <= 25; };
@@ -176,7 +176,7 @@ void OrderPaperTest::standsWhereItIsDrawn()
     QVERIFY(pdf.placeOf(0, u"רשת"_s).top() < pdf.placeOf(0, u"זכוכית"_s).top());
 }
 
-void OrderPaperTest::hasTheStatedTypeSizes()
+void OrderPaperTest::texts_haveTheirDesignedSizes()
 {
     const PdfWords pdf(*orderDocument({monoblockLine(1)}));
     const auto points = [&](const QString& word) {
@@ -192,7 +192,7 @@ void OrderPaperTest::hasTheStatedTypeSizes()
     QVERIFY(isSize(u"דף"_s, 14.25));
 }
 
-void OrderPaperTest::printsItsHeadAndFootOnEveryPage()
+void OrderPaperTest::pageHeaderAndFooter_areOnEveryPage()
 {
     QList<Values> lines;
     for (int i = 1; i <= 9; ++i)
@@ -215,7 +215,7 @@ void OrderPaperTest::printsItsHeadAndFootOnEveryPage()
     }
 }
 
-void OrderPaperTest::fillsThePageToTheLastBlock()
+void OrderPaperTest::fifthLine_startsASecondPage()
 {
     QList<Values> lines;
     for (int i = 1; i <= 4; ++i)
@@ -232,7 +232,7 @@ void OrderPaperTest::fillsThePageToTheLastBlock()
     QCOMPARE(inBlock(more, 1, u"Text24", 1), QString());
 }
 
-void OrderPaperTest::keepsThePlaceOfTheLogo()
+void OrderPaperTest::missingLogo_leavesItsPlaceBlank()
 {
     // One pixel is ten twips, so the sheet has 1191 by 1684 pixels.
     const auto inked = [](Document& document) {
@@ -264,7 +264,7 @@ void OrderPaperTest::keepsThePlaceOfTheLogo()
     QCOMPARE(inHead(PdfWords(*without), u"LabelOrder_Num"), u"17"_s);
 }
 
-void OrderPaperTest::printsCaptionsWithoutValues()
+void OrderPaperTest::emptyCustomer_keepsTheCaptions()
 {
     auto sections = headedSections();
     for (const QString& label : {u"LabelClientName"_s, u"LabelAddress"_s, u"LabelTel"_s})
@@ -277,7 +277,7 @@ void OrderPaperTest::printsCaptionsWithoutValues()
         QCOMPARE(inHead(pdf, label), QString());
 }
 
-void OrderPaperTest::keepsMixedTextsInOrder()
+void OrderPaperTest::mixedText_keepsItsReadingOrder()
 {
     auto sections = headedSections();
     sections[1].Controls(u"LabelClientName"_s).setCaption(u"אלומיניום PVC 2000 חיפה"_s);
@@ -290,7 +290,7 @@ void OrderPaperTest::keepsMixedTextsInOrder()
     QVERIFY(first > digits && digits > latin && latin > last && last > 0);
 }
 
-void OrderPaperTest::cutsVisiblyWhatDoesNotFit()
+void OrderPaperTest::tooWideText_endsWithAnEllipsis()
 {
     const PdfWords pdf(*orderDocument({with(ordinaryLine(1), {{u"Mashkof_W"_s, 12345678901.25},
                                                               {u"Kanaf_H"_s, 2.0 / 3},
@@ -311,7 +311,7 @@ void OrderPaperTest::cutsVisiblyWhatDoesNotFit()
     QCOMPARE(inBlock(pdf, 0, u"Text20"), u"131.325"_s);
 }
 
-void OrderPaperTest::keepsStripValuesFromTheirCaptions()
+void OrderPaperTest::wideShutterValues_keepClearOfTheirCaptions()
 {
     const PdfWords pdf(*orderDocument({with(monoblockLine(1), {{u"U_Thick"_s, 123.75},
                                                                {u"U_Cut"_s, 102.4},
@@ -338,7 +338,7 @@ void OrderPaperTest::keepsStripValuesFromTheirCaptions()
     }
 }
 
-void OrderPaperTest::keepsTheSignOfNegativeNumbers()
+void OrderPaperTest::negativeNumbers_haveTheirSignInFront()
 {
     const PdfWords pdf(*orderDocument({with(
         monoblockLine(1), {{u"U_Cut"_s, -6.5}, {u"Glass_W"_s, -0.25}, {u"MYHeight_2"_s, -12.0}})}));
@@ -347,7 +347,7 @@ void OrderPaperTest::keepsTheSignOfNegativeNumbers()
     QCOMPARE(inBlock(pdf, 0, u"Height2"), u"-12"_s);
 }
 
-void OrderPaperTest::printsNullBlank()
+void OrderPaperTest::nullValues_areBlank()
 {
     Values nothing;
     for (const QString& column : lineColumns())
@@ -358,7 +358,7 @@ void OrderPaperTest::printsNullBlank()
     QCOMPARE(inBlock(pdf, 0, u"Label35"), u"מס' פריט :"_s);
 }
 
-void OrderPaperTest::opensItsPreview()
+void OrderPaperTest::show_opensThePreview()
 {
     const PaperDoor::Function former = paperDoor().replace([] { return a4Portrait; });
     DataReport& report = output::dataReport1();

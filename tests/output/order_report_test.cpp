@@ -164,7 +164,7 @@ void expectDrawn(const SectionDesign& section, const char* drawing)
         EXPECT_EQ(found[i].toStdString(), drawn[i].toStdString());
 }
 
-TEST(OrderReport, HasItsSectionsInTheirOrder)
+TEST(OrderReport, SectionsAreInDesignOrder)
 {
     const auto& sections = output::orderReportDesign.sections;
     ASSERT_EQ(sections.size(), 5u);
@@ -182,7 +182,7 @@ TEST(OrderReport, HasItsSectionsInTheirOrder)
     EXPECT_EQ(sections[3].role, Role::PageFooter);
 }
 
-TEST(OrderReport, HasItsSettings)
+TEST(OrderReport, SettingsAreThoseOfTheDesign)
 {
     const ReportDesign& design = output::orderReportDesign;
     EXPECT_EQ(design.name, u"DataReport1");
@@ -195,7 +195,7 @@ TEST(OrderReport, HasItsSettings)
     EXPECT_EQ(design.bottomMargin, 1440);
 }
 
-TEST(OrderReport, StandsAsItIsDrawn)
+TEST(OrderReport, ControlsHaveTheirDesignedGeometry)
 {
     const auto& sections = output::orderReportDesign.sections;
     expectDrawn(sections[1], drawnHeader);
@@ -203,7 +203,7 @@ TEST(OrderReport, StandsAsItIsDrawn)
     expectDrawn(sections[3], drawnFooter);
 }
 
-TEST(OrderReport, IsOneReportForTheWholeRun)
+TEST(OrderReport, DataReport1IsASingleInstance)
 {
     DataReport& first = output::dataReport1();
     first.Sections(2).Controls(u"LabelOrder_Num"_s).setCaption(u"17"_s);
@@ -212,7 +212,7 @@ TEST(OrderReport, IsOneReportForTheWholeRun)
     EXPECT_EQ(second.Sections(2).Controls(u"LabelOrder_Num"_s).Caption(), u"17"_s);
 }
 
-TEST(OrderReport, CountsItsSectionsFromOne)
+TEST(OrderReport, SectionsAreCountedFromOne)
 {
     DataReport& report = output::dataReport1();
     EXPECT_EQ(report.Sections(1).design().name, u"Section4");

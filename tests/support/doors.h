@@ -13,9 +13,8 @@
 
 namespace testsupport {
 
-/// Replaces runtime::MsgBox for its lifetime, records every message box and returns the prepared
-/// answers. A box without a prepared answer is recorded as unexpected and answered with No, or OK
-/// if it has no No.
+/// Stands behind runtime::MsgBox for as long as it lives: keeps every box and gives the answers
+/// laid ready. A box without an answer laid ready is kept as unexpected and answered No (or OK).
 class RecordedBoxes
 {
 public:
@@ -27,8 +26,8 @@ public:
     /// Expects one more box and sets up its answer.
     void answer(runtime::MessageBoxAnswer next) { answers_.push_back(next); }
     const std::vector<runtime::MessageBoxRequest>& shown() const { return shown_; }
-    /// Returns the texts of the boxes without a prepared answer. Each test asserts at its end that
-    /// the list is empty.
+    /// Texts of the boxes that no answer was laid ready for. A test ends by asserting that it is
+    /// empty.
     const QList<QString>& unexpected() const { return unexpected_; }
     /// Gives these texts and forgets them, so that they no longer fail the test. For tests that
     /// cannot know beforehand whether a box will come; they have to check what they take.

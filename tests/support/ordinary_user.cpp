@@ -22,18 +22,18 @@ unsigned change(unsigned keep, unsigned give)
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
     __user_cap_data_struct data[_LINUX_CAPABILITY_U32S_3]{};
     if (syscall(SYS_capget, &header, data) != 0)
-        qFatal("the process does not know its powers");
+        qFatal("cannot read the capabilities of the process");
     const unsigned former = data[0].effective;
     data[0].effective = (former & keep) | give;
     if (syscall(SYS_capset, &header, data) != 0)
-        qFatal("the process cannot change its powers");
+        qFatal("cannot change the capabilities of the process");
     return former;
 }
 
 void setBits(int bits)
 {
     if (geteuid() == 0 && prctl(PR_SET_SECUREBITS, bits) != 0)
-        qFatal("root cannot start processes without its powers");
+        qFatal("cannot set the secure bits of the process");
 }
 
 } // namespace

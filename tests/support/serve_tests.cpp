@@ -51,7 +51,7 @@ int begin(const QString& place)
     if (!server.startDetached() || !waitFor([&] { return QFile::exists(place); })) {
         QFile log(place + u".log"_s);
         log.open(QIODevice::ReadOnly);
-        qFatal("no server: %s", log.readAll().constData());
+        qFatal("the server did not start: %s", log.readAll().constData());
     }
     return 0;
 }

@@ -59,7 +59,7 @@ ServerProxy::ServerProxy(int serverPort)
     auto* general = reinterpret_cast<sockaddr*>(&address);
     if (::bind(listener_, general, size) != 0 || ::listen(listener_, SOMAXCONN) != 0 ||
         ::getsockname(listener_, general, &size) != 0 || ::pipe2(wakers_, O_CLOEXEC) != 0)
-        qFatal("no proxy");
+        qFatal("the proxy cannot listen");
     port_ = ntohs(address.sin_port);
     thread_ = std::thread([this] { run(); });
 }
@@ -109,7 +109,7 @@ void ServerProxy::cut()
 void ServerProxy::wake() const
 {
     if (::write(wakers_[1], "", 1) != 1)
-        qFatal("the proxy cannot be woken");
+        qFatal("cannot wake the proxy");
 }
 
 void ServerProxy::run()

@@ -168,7 +168,7 @@ void TemporaryStore::waitUntilLeft()
                         "current_database() AND application_name = 'Zomrel'"_s;
     while (sql_->exactly(sql).first().first().toInt() > 0) {
         if (deadline.hasExpired())
-            qFatal("a program that has ended is still at work on its store");
+            qFatal("an ended program still has a connection to the store");
     }
 }
 
@@ -176,7 +176,7 @@ int TemporaryStore::addSeries(const QString& name, const QList<double>& deductio
                               int nativNum, const QVariant& sign)
 {
     if (deductions.size() != store::deductionFields().size())
-        qFatal("a series has %lld deductions",
+        qFatal("a series needs %lld deductions",
                static_cast<long long>(store::deductionFields().size()));
     QList<QVariant> values{name};
     for (const double deduction : deductions)

@@ -51,7 +51,7 @@ const passwd* serverUser()
         if (const passwd* user = getpwnam(name))
             return user;
     }
-    qFatal("no user to run a server as");
+    qFatal("no unprivileged user to run the server");
 }
 
 /// Whether the server's user can pass all folders on the way to this one.

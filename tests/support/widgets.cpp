@@ -79,7 +79,7 @@ void typeIntoCell(QTableView& view, const QString& text)
     const auto open = std::find_if(editors.begin(), editors.end(),
                                    [](const QLineEdit* each) { return !each->isHidden(); });
     if (open == editors.end())
-        qFatal("%s takes no text", qPrintable(view.objectName()));
+        qFatal("%s opens no editor", qPrintable(view.objectName()));
     QLineEdit& editor = **open;
     for (const QChar letter : text.mid(1))
         send(editor, Qt::Key_unknown, QString(letter));

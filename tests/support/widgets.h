@@ -26,7 +26,8 @@ Widget* child(const QObject& parent, const QString& name)
 {
     auto* found = parent.findChild<Widget*>(name);
     if (found == nullptr)
-        qFatal("no child %s; there are: %s", qPrintable(name), qPrintable(namesBelow(parent)));
+        qFatal("no child named %s; existing names: %s", qPrintable(name),
+               qPrintable(namesBelow(parent)));
     return found;
 }
 
@@ -66,8 +67,8 @@ private:
     bool hasCome_ = false;
 };
 
-/// Set the platform, locale, style and layout direction of the tests. ZOMREL_QTEST_MAIN calls them
-/// before and after the application object is created.
+/// Sets the platform, the locale, the style and the direction that tests run under. Called by
+/// ZOMREL_QTEST_MAIN before and after the application is made.
 void beforeApplication();
 void afterApplication();
 

@@ -17,7 +17,7 @@ demo::Openings read(const QString& rows)
     return demo::readOpenings(file);
 }
 
-TEST(Openings, ReadsAnOrdinaryWindow)
+TEST(Openings, ParsesAnOrdinaryWindow)
 {
     const demo::Openings openings =
         read(u"בלגי,120.5,100,פרופיל,לבן,כנף,לבן,שקוף,אפור,רשת,שחור,,,,,,\n"_s);
@@ -35,7 +35,7 @@ TEST(Openings, ReadsAnOrdinaryWindow)
     EXPECT_FALSE(opening.doorThickness);
 }
 
-TEST(Openings, ReadsAMonoblockAndADoor)
+TEST(Openings, ParsesAMonoblockAndADoor)
 {
     const demo::Openings openings = read(u"א,120,100,,,,,,,,,3,1.05,20.08,5.3,4.5,\n"
                                          "ב,90,210,,,,,,,,,,,,,,4.25\n"_s);
@@ -50,7 +50,7 @@ TEST(Openings, ReadsAMonoblockAndADoor)
     EXPECT_EQ(openings.rows[1].doorThickness->whole, u"4"_s);
 }
 
-TEST(Openings, LeavesAMonoblocksProposalsWhereItsColumnsAreEmpty)
+TEST(Openings, EmptyMonoblockColumnsStayEmpty)
 {
     const demo::Openings openings = read(u"א,120,100,,,,,,,,,1,,,,,\n"_s);
     ASSERT_EQ(openings.rows.size(), 1u);
@@ -58,7 +58,7 @@ TEST(Openings, LeavesAMonoblocksProposalsWhereItsColumnsAreEmpty)
     EXPECT_TRUE(openings.rows[0].monoblock->uThickness.isEmpty());
 }
 
-TEST(Openings, TellsABadRowWithItsLineNumberAndGoesOn)
+TEST(Openings, InvalidRowIsReportedWithItsLineNumber)
 {
     const QStringList bad{
         u",120,100,,,,,,,,,,,,,,"_s,
@@ -84,21 +84,21 @@ TEST(Openings, TellsABadRowWithItsLineNumberAndGoesOn)
     }
 }
 
-TEST(Openings, KeepsACommaInsideQuotes)
+TEST(Openings, CommaInsideQuotesIsKept)
 {
     const demo::Openings openings = read(u"\"א, \"\"ב\"\"\",120,100,,,,,,,,,,,,,,\n"_s);
     ASSERT_EQ(openings.rows.size(), 1u);
     EXPECT_EQ(openings.rows[0].series, u"א, \"ב\""_s);
 }
 
-TEST(Openings, TakesAQuoteInsideACellAsItStands)
+TEST(Openings, QuoteInsideACellIsKept)
 {
     const demo::Openings openings = read(u"א,120,100,,,,,זכוכית 5 מ\"מ,,,,,,,,,\n"_s);
     ASSERT_EQ(openings.rows.size(), 1u);
     EXPECT_EQ(openings.rows[0].kinds[2], u"זכוכית 5 מ\"מ"_s);
 }
 
-TEST(Openings, RefusesATableWithoutItsFirstLine)
+TEST(Openings, MissingHeaderLineIsRefused)
 {
     QByteArray bytes("a,b,c\n");
     QBuffer file(&bytes);

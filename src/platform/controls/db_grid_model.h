@@ -32,9 +32,9 @@ public:
     /// unbinds. Throws any error of reading.
     void bind(dao::Recordset* rows);
     int recordCount() const;
-    /// Returns an invalid key for a row that is not in the store.
+    /// Returns the key of a row, or an invalid key if the row is not in the store.
     dao::RowKey keyAt(int row) const;
-    /// Returns -1 if the model has no row with this key.
+    /// Returns the row with this key, or -1 if the model has no such row.
     int rowOf(const dao::RowKey& key) const;
 
     void addRow(const dao::RowKey& key);

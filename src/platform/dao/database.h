@@ -49,7 +49,8 @@ class Indexes
 public:
     explicit Indexes(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Throws ItemNotFound (3265) for an unknown position or name.
+    /// Returns the index at a position or with a name. Throws ItemNotFound (3265) for an unknown
+    /// one.
     Index operator()(int position) const;
     Index operator()(const QString& name) const;
     /// Adds an index. If the table is already appended, the index is created in the store
@@ -67,7 +68,8 @@ class FieldDefs
 public:
     explicit FieldDefs(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Throws ItemNotFound (3265) for an unknown position or name.
+    /// Returns the field at a position or with a name. Throws ItemNotFound (3265) for an unknown
+    /// one.
     FieldDef operator()(int position) const;
     FieldDef operator()(const QString& name) const;
     /// Adds a field. If the table is already appended, the field is created in the store

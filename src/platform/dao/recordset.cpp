@@ -60,7 +60,7 @@ void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
     const std::shared_ptr<Recordset> alive = recordset.shared_from_this();
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();
-    d.session(); // the observer may have closed the database
+    d.session(); // This call throws if the observer has closed the database.
     d.drop();
     motion();
     if (d.observer != nullptr)

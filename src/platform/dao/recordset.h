@@ -98,10 +98,10 @@ public:
     /// Returns true if there is a current row that can be read.
     bool hasCurrent() const;
 
-    /// Change the current row. Each move discards the assignments since AddNew or Edit that no
-    /// Update has written. MoveFirst and MoveLast throw NoCurrentRecord (3021) on an empty
-    /// recordset; so do MoveNext at the end and MovePrevious at the beginning. After a Delete,
-    /// MoveNext goes to the row after the deleted one.
+    /// These functions change the current row. Each move discards the assignments since AddNew or
+    /// Edit that no Update has written. MoveFirst and MoveLast throw NoCurrentRecord (3021) on an
+    /// empty recordset; so do MoveNext at the end and MovePrevious at the beginning. After a
+    /// Delete, MoveNext goes to the row after the deleted one.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -196,7 +196,8 @@ public:
     /// Returns a field value like Field::Value, or an invalid value if the row is not loaded or no
     /// longer exists.
     virtual QVariant value(int row, int ordinal) const = 0;
-    /// Must be called to follow the recordset's observer notifications.
+    /// These functions must be called when the recordset's observer is told of an added or deleted
+    /// row.
     virtual void appendRow(const RowKey& key) = 0;
     virtual void removeRow(int row) = 0;
     /// Discards the values of a row, so that the next load reads them again.

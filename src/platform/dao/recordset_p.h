@@ -87,7 +87,7 @@ public:
 };
 
 std::shared_ptr<Recordset> openTable(std::shared_ptr<Database> database, TableInfo table);
-/// Throws TooFewParameters (3061) for an unknown field in the query.
+/// Opens a dynaset. Throws TooFewParameters (3061) for an unknown field in the query.
 std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, TableInfo table,
                                        const SelectQuery& query);
 /// Returns the definition of a table. Throws TableNotFound (3078), and OperationNotSupported (3251)

@@ -41,7 +41,7 @@ public:
 
     void load(int row) override
     {
-        database_->session(); // raises where the database is closed
+        database_->session(); // This call throws if the database is closed.
         if (!stands(row))
             return;
         if (isLoaded(row)) {

@@ -21,7 +21,7 @@ public:
 
     std::size_t size() const { return numbers_.size(); }
     RowNumber at(Database& database, std::size_t place);
-    /// Read rows of the table. A row that no longer exists is returned as nullopt.
+    /// These functions read rows of the table. A row that no longer exists is returned as nullopt.
     std::optional<StoredRow> row(Database& database, const TableRows& table, std::size_t place);
     std::vector<std::optional<StoredRow>> rows(Database& database, const TableRows& table,
                                                std::size_t first, std::size_t count);

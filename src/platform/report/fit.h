@@ -14,7 +14,7 @@ struct Fit
     int size = 100;    ///< Percent of the font size.
     bool isCut = false;
 
-    /// Return the horizontal and vertical scale factors of the glyphs.
+    /// These functions return the horizontal and vertical scale factors of the glyphs.
     double horizontal() const { return stretch * size / 10000.0; }
     double vertical() const { return size / 100.0; }
 

@@ -33,8 +33,8 @@ public:
     int firstBlock(int page) const { return page * blocksPerPage_; }
     int blocksOn(int page, int blocks) const;
 
-    /// Return the left edge of every band and the top edges of the bands, in twips from the top
-    /// left corner of the sheet.
+    /// These functions return the left edge of every band and the top edges of the bands, in twips
+    /// from the top left corner of the sheet.
     int left() const { return left_; }
     int headerTop() const { return headerTop_; }
     int blockTop(int blockOnPage) const { return detailTop_ + blockOnPage * blockHeight_; }

@@ -150,7 +150,7 @@ void PreviewPages::applyZoom(double zoom)
     const double wanted = std::clamp(zoom, smallestZoom, greatestZoom);
     if (wanted == zoom_)
         return;
-    // The position at the top of the view stays the same.
+    // Zooming keeps the same part of the document at the top of the view.
     const double place = static_cast<double>(verticalScrollBar()->value()) / stride();
     zoom_ = wanted;
     updateScrollBars();
@@ -260,7 +260,7 @@ void PreviewPages::paintSheets(const QRect& area)
         const int place = verticalScrollBar()->value() + y - gap;
         return std::clamp(place / stride(), 0, pageCount() - 1);
     };
-    // This may change the pages, so it runs before anything is painted.
+    // Reading the remaining rows may change the pages, so it happens before anything is painted.
     if (!document_->hasPage(pageAt(area.bottom())))
         readAll();
     QPainter painter(viewport());

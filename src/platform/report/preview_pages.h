@@ -40,7 +40,7 @@ public:
     /// Reads all rows of the document. Afterwards its pages and their number may differ. Throws any
     /// error of reading.
     void readAll();
-    /// Set the zoom to the next larger or smaller standard value.
+    /// These functions set the zoom to the next larger or smaller standard value.
     void zoomIn();
     void zoomOut();
 

@@ -19,7 +19,7 @@ public:
     const QString& Caption() const { return caption_; }
     /// Returns true if the caption has been set at run time, even to the text of the design.
     bool isCaptionSet() const { return isCaptionSet_; }
-    /// Throws InvalidProcedureCall (5) if the control is not a label.
+    /// Sets the caption of a label. Throws InvalidProcedureCall (5) if the control is not a label.
     void setCaption(const QString& caption);
     const QImage& Picture() const { return picture_; }
     /// Sets the picture, which is scaled to fit the centre of the control with its proportions

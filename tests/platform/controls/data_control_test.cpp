@@ -44,28 +44,28 @@ class DataControlTest : public QObject
     Q_OBJECT
 
 private slots:
-    void hasNoRecordsetAtFirst();
-    void bindingFiresNoValidate();
-    void validateComesBeforeEveryChange();
-    void moveLastCountsBeforeValidate();
-    void deleteFiresValidateBeforeTheRowGoes();
-    void passesOnWhatHappensToRows();
-    void refreshKeepsTheRow();
-    void refreshStandsOnTheRowThatTookThePlace();
-    void refreshAfterAnotherStationDeletedTheRow();
-    void refreshWithoutARowStandsOnTheFirst();
-    void refreshShowsRowsOfOthers();
-    void refreshReachesAsFarAsBefore();
-    void refreshOfATableKeepsItsRow();
-    void letsTheFormerRecordsetGo();
-    void barMovesAndStaysAtTheEnds();
-    void barDoesNothingWithoutRows();
-    void barStepsFromADeletedRow();
-    void barIsGuarded();
-    void isHiddenAndHasNoLabel();
+    void unbound_failsWithObjectNotSet();
+    void binding_emitsNoValidate();
+    void everyMove_emitsValidateBefore();
+    void moveLast_readsAllRowsBeforeValidate();
+    void delete_emitsValidateBefore();
+    void rowChanges_areForwardedAsSignals();
+    void refresh_keepsTheCurrentRow();
+    void refresh_afterADeletion_selectsTheRowAtThatPosition();
+    void refresh_afterAnotherStationDeletedTheRow_selectsAnother();
+    void refresh_withoutACurrentRow_selectsTheFirst();
+    void refresh_showsRowsOfOtherStations();
+    void refresh_keepsTheNumberOfReachedRows();
+    void refresh_ofATable_keepsTheCurrentRow();
+    void formerRecordset_isNoLongerObserved();
+    void barButtons_moveAndStopAtTheEnds();
+    void barButtons_withoutRows_doNothing();
+    void barButtons_afterADeletion_moveToANeighbour();
+    void barButton_withAnError_opensTheErrorBox();
+    void dataControl_isHiddenAndHasNoLabel();
 };
 
-void DataControlTest::hasNoRecordsetAtFirst()
+void DataControlTest::unbound_failsWithObjectNotSet()
 {
     DataControl control(u"DataOrders"_s);
     QVERIFY(!control.hasRecordset());
@@ -74,7 +74,7 @@ void DataControlTest::hasNoRecordsetAtFirst()
     QCOMPARE(errorOf([&] { control.Refresh(); }), int(runtime::ObjectNotSet));
 }
 
-void DataControlTest::bindingFiresNoValidate()
+void DataControlTest::binding_emitsNoValidate()
 {
     SampleStore store;
     store.addLines({u"a"_s});
@@ -88,7 +88,7 @@ void DataControlTest::bindingFiresNoValidate()
     QCOMPARE(&control.Database(), control.Recordset().database().get());
 }
 
-void DataControlTest::validateComesBeforeEveryChange()
+void DataControlTest::everyMove_emitsValidateBefore()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -105,7 +105,7 @@ void DataControlTest::validateComesBeforeEveryChange()
     QVERIFY(control.Recordset().isBof());
 }
 
-void DataControlTest::moveLastCountsBeforeValidate()
+void DataControlTest::moveLast_readsAllRowsBeforeValidate()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -117,7 +117,7 @@ void DataControlTest::moveLastCountsBeforeValidate()
     QCOMPARE(currentName(control), u"c"_s);
 }
 
-void DataControlTest::deleteFiresValidateBeforeTheRowGoes()
+void DataControlTest::delete_emitsValidateBefore()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -130,7 +130,7 @@ void DataControlTest::deleteFiresValidateBeforeTheRowGoes()
     QCOMPARE(store.names(), QStringList{u"a"_s});
 }
 
-void DataControlTest::passesOnWhatHappensToRows()
+void DataControlTest::rowChanges_areForwardedAsSignals()
 {
     SampleStore store;
     store.addLines({u"a"_s});
@@ -154,7 +154,7 @@ void DataControlTest::passesOnWhatHappensToRows()
     QCOMPARE(deleted[0][0].value<QVariant>(), key);
 }
 
-void DataControlTest::refreshKeepsTheRow()
+void DataControlTest::refresh_keepsTheCurrentRow()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -171,7 +171,7 @@ void DataControlTest::refreshKeepsTheRow()
     QCOMPARE(currentName(control), u"a"_s);
 }
 
-void DataControlTest::refreshStandsOnTheRowThatTookThePlace()
+void DataControlTest::refresh_afterADeletion_selectsTheRowAtThatPosition()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -190,7 +190,7 @@ void DataControlTest::refreshStandsOnTheRowThatTookThePlace()
     QVERIFY(!control.Recordset().hasCurrent());
 }
 
-void DataControlTest::refreshAfterAnotherStationDeletedTheRow()
+void DataControlTest::refresh_afterAnotherStationDeletedTheRow_selectsAnother()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
@@ -208,7 +208,7 @@ void DataControlTest::refreshAfterAnotherStationDeletedTheRow()
     }
 }
 
-void DataControlTest::refreshWithoutARowStandsOnTheFirst()
+void DataControlTest::refresh_withoutACurrentRow_selectsTheFirst()
 {
     SampleStore store;
     DataControl control(u"DataOrders"_s);
@@ -224,7 +224,7 @@ void DataControlTest::refreshWithoutARowStandsOnTheFirst()
     QCOMPARE(currentName(control), u"a"_s);
 }
 
-void DataControlTest::refreshShowsRowsOfOthers()
+void DataControlTest::refresh_showsRowsOfOtherStations()
 {
     SampleStore store;
     store.addLines({u"a"_s});
@@ -240,7 +240,7 @@ void DataControlTest::refreshShowsRowsOfOthers()
     QCOMPARE(currentName(control), u"b"_s);
 }
 
-void DataControlTest::refreshReachesAsFarAsBefore()
+void DataControlTest::refresh_keepsTheNumberOfReachedRows()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
@@ -262,7 +262,7 @@ void DataControlTest::refreshReachesAsFarAsBefore()
     QCOMPARE(currentName(control), u"b"_s);
 }
 
-void DataControlTest::refreshOfATableKeepsItsRow()
+void DataControlTest::refresh_ofATable_keepsTheCurrentRow()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -279,7 +279,7 @@ void DataControlTest::refreshOfATableKeepsItsRow()
     QCOMPARE(currentName(control), u"a"_s);
 }
 
-void DataControlTest::letsTheFormerRecordsetGo()
+void DataControlTest::formerRecordset_isNoLongerObserved()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -297,7 +297,7 @@ void DataControlTest::letsTheFormerRecordsetGo()
     QCOMPARE(later->Fields(u"Name"_s).Value().toString(), u"b"_s);
 }
 
-void DataControlTest::barMovesAndStaysAtTheEnds()
+void DataControlTest::barButtons_moveAndStopAtTheEnds()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -319,7 +319,7 @@ void DataControlTest::barMovesAndStaysAtTheEnds()
     }
 }
 
-void DataControlTest::barDoesNothingWithoutRows()
+void DataControlTest::barButtons_withoutRows_doNothing()
 {
     SampleStore store;
     testsupport::RecordedBoxes boxes;
@@ -338,7 +338,7 @@ void DataControlTest::barDoesNothingWithoutRows()
     QVERIFY(boxes.unexpected().isEmpty());
 }
 
-void DataControlTest::barStepsFromADeletedRow()
+void DataControlTest::barButtons_afterADeletion_moveToANeighbour()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -352,7 +352,7 @@ void DataControlTest::barStepsFromADeletedRow()
     QCOMPARE(currentName(control), u"c"_s);
 }
 
-void DataControlTest::barIsGuarded()
+void DataControlTest::barButton_withAnError_opensTheErrorBox()
 {
     SampleStore store;
     store.addLines({u"a"_s});
@@ -370,7 +370,7 @@ void DataControlTest::barIsGuarded()
     QVERIFY(boxes.shown()[0].text.startsWith(u"Run-time error '3420':"_s));
 }
 
-void DataControlTest::isHiddenAndHasNoLabel()
+void DataControlTest::dataControl_isHiddenAndHasNoLabel()
 {
     QWidget form;
     auto* control = new DataControl(u"DataOrders"_s, &form);

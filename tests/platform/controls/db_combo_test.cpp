@@ -30,16 +30,16 @@ class DBComboTest : public QObject
     Q_OBJECT
 
 private slots:
-    void opensEmptyWithItsRows();
-    void typingFindsTheEntry();
-    void typedTextIsTakenAsItIs();
-    void clearingLeavesItEmpty();
-    void bindingAgainListsAgainAndKeepsTheText();
-    void listingMovesNothing();
-    void readingFailureIsARunTimeError();
+    void start_isEmptyWithAFilledList();
+    void typing_completesToTheEntry();
+    void typedText_isKeptUnchanged();
+    void clearing_leavesTheTextEmpty();
+    void bindingAgain_updatesTheListAndKeepsTheText();
+    void filling_doesNotMoveTheRecordset();
+    void readError_opensTheErrorBox();
 };
 
-void DBComboTest::opensEmptyWithItsRows()
+void DBComboTest::start_isEmptyWithAFilledList()
 {
     SampleStore store;
     store.addLines({u"לבן"_s, u"שחור"_s, u"לבן"_s, u""_s});
@@ -59,7 +59,7 @@ void DBComboTest::opensEmptyWithItsRows()
     QCOMPARE(later.currentText(), u""_s);
 }
 
-void DBComboTest::typingFindsTheEntry()
+void DBComboTest::typing_completesToTheEntry()
 {
     SampleStore store;
     store.addLines({u"white"_s, u"Black"_s});
@@ -79,7 +79,7 @@ void DBComboTest::typingFindsTheEntry()
     QCOMPARE(combo.count(), 2);
 }
 
-void DBComboTest::typedTextIsTakenAsItIs()
+void DBComboTest::typedText_isKeptUnchanged()
 {
     SampleStore store;
     store.addLines({u"white"_s});
@@ -101,7 +101,7 @@ void DBComboTest::typedTextIsTakenAsItIs()
     QCOMPARE(combo->count(), 1);
 }
 
-void DBComboTest::clearingLeavesItEmpty()
+void DBComboTest::clearing_leavesTheTextEmpty()
 {
     SampleStore store;
     store.addLines({u"white"_s});
@@ -117,7 +117,7 @@ void DBComboTest::clearingLeavesItEmpty()
     QCOMPARE(combo.currentText(), u""_s);
 }
 
-void DBComboTest::bindingAgainListsAgainAndKeepsTheText()
+void DBComboTest::bindingAgain_updatesTheListAndKeepsTheText()
 {
     SampleStore store;
     store.addLines({u"white"_s});
@@ -137,7 +137,7 @@ void DBComboTest::bindingAgainListsAgainAndKeepsTheText()
     QCOMPARE(combo.currentText(), u"mine"_s);
 }
 
-void DBComboTest::listingMovesNothing()
+void DBComboTest::filling_doesNotMoveTheRecordset()
 {
     SampleStore store;
     store.addLines({u"white"_s, u"black"_s});
@@ -149,7 +149,7 @@ void DBComboTest::listingMovesNothing()
     QCOMPARE(data.Recordset().Fields(u"Name"_s).Value().toString(), u"white"_s);
 }
 
-void DBComboTest::readingFailureIsARunTimeError()
+void DBComboTest::readError_opensTheErrorBox()
 {
     SampleStore store;
     store.addLines({u"white"_s});

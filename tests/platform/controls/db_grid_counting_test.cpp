@@ -55,18 +55,18 @@ class DBGridCountingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void countsOneBeforeTheGridIsShown();
-    void countsTheRowsInSight();
-    void countsAllRowsOfAShortList();
-    void countsRowsAsTheyAreScrolledIntoSight();
-    void countsALongTableInNoTime();
-    void deletionsAndClicksSeeTheRealNumber();
-    void rowThatComesIntoSightByADeletionCounts();
-    void refreshAfterAnotherStationAddedAndDeleted();
-    void countsNothingWithoutRows();
+    void hiddenGrid_countsOneRow();
+    void shownGrid_countsTheVisibleRows();
+    void shortList_countsAllRows();
+    void scrolling_countsTheRowsThatBecomeVisible();
+    void longTable_isCountedFast();
+    void validate_afterDeletions_seesTheRemainingCount();
+    void deletion_countsTheRowThatBecomesVisible();
+    void refresh_afterChangesOfAnotherStation_countsTheRows();
+    void withoutRows_countsZero();
 };
 
-void DBGridCountingTest::countsOneBeforeTheGridIsShown()
+void DBGridCountingTest::hiddenGrid_countsOneRow()
 {
     SampleStore store;
     store.addLines(5);
@@ -74,7 +74,7 @@ void DBGridCountingTest::countsOneBeforeTheGridIsShown()
     QCOMPARE(form.count(), 1);
 }
 
-void DBGridCountingTest::countsTheRowsInSight()
+void DBGridCountingTest::shownGrid_countsTheVisibleRows()
 {
     SampleStore store;
     store.addLines(100);
@@ -87,7 +87,7 @@ void DBGridCountingTest::countsTheRowsInSight()
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"n1"_s);
 }
 
-void DBGridCountingTest::countsAllRowsOfAShortList()
+void DBGridCountingTest::shortList_countsAllRows()
 {
     SampleStore store;
     store.addLines(5);
@@ -99,7 +99,7 @@ void DBGridCountingTest::countsAllRowsOfAShortList()
     QTRY_COMPARE(form.count(), 5);
 }
 
-void DBGridCountingTest::countsRowsAsTheyAreScrolledIntoSight()
+void DBGridCountingTest::scrolling_countsTheRowsThatBecomeVisible()
 {
     SampleStore store;
     store.addLines(100);
@@ -120,7 +120,7 @@ void DBGridCountingTest::countsRowsAsTheyAreScrolledIntoSight()
     QCOMPARE(form.count(), 100);
 }
 
-void DBGridCountingTest::countsALongTableInNoTime()
+void DBGridCountingTest::longTable_isCountedFast()
 {
     SampleStore store;
     store.addLines(100'000);
@@ -133,7 +133,7 @@ void DBGridCountingTest::countsALongTableInNoTime()
     QVERIFY2(clock.elapsed() < 5'000, qPrintable(QString::number(clock.elapsed())));
 }
 
-void DBGridCountingTest::deletionsAndClicksSeeTheRealNumber()
+void DBGridCountingTest::validate_afterDeletions_seesTheRemainingCount()
 {
     SampleStore store;
     store.addLines(5);
@@ -154,7 +154,7 @@ void DBGridCountingTest::deletionsAndClicksSeeTheRealNumber()
     QCOMPARE(form.count(), 4);
 }
 
-void DBGridCountingTest::rowThatComesIntoSightByADeletionCounts()
+void DBGridCountingTest::deletion_countsTheRowThatBecomesVisible()
 {
     SampleStore store;
     store.addLines(100);
@@ -167,7 +167,7 @@ void DBGridCountingTest::rowThatComesIntoSightByADeletionCounts()
     QTRY_COMPARE(form.count(), inSight);
 }
 
-void DBGridCountingTest::refreshAfterAnotherStationAddedAndDeleted()
+void DBGridCountingTest::refresh_afterChangesOfAnotherStation_countsTheRows()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -183,7 +183,7 @@ void DBGridCountingTest::refreshAfterAnotherStationAddedAndDeleted()
     QCOMPARE(form.counted, 4);
 }
 
-void DBGridCountingTest::countsNothingWithoutRows()
+void DBGridCountingTest::withoutRows_countsZero()
 {
     SampleStore store;
     GridForm form(store);

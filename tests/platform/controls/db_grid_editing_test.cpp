@@ -20,21 +20,21 @@ private slots:
     void init();
     void cleanup();
 
-    void emptyTableHasABlankRow();
-    void typingOnTheBlankRowAddsARow();
-    void untouchedBlankRowAddsNothing();
-    void cellsAreEditedInPlace();
-    void rowIsWrittenWhenItIsLeft_data();
-    void rowIsWrittenWhenItIsLeft();
-    void enterInTheEditorWritesNothingYet();
-    void tabInTheEditorLeavesTheGrid();
-    void escapeDropsTheEdit();
-    void sameNameTwiceAndBlankNames();
-    void untouchedNullStaysNull();
-    void movingFiresValidateOncePerRecord();
-    void deleteKeyDeletesTheRow();
-    void deleteKeyInTheEditorDeletesACharacter();
-    void deleteKeyOnATypedRowDropsIt();
+    void emptyTable_hasABlankRow();
+    void typingInTheBlankRow_addsARow();
+    void untouchedBlankRow_addsNothing();
+    void cell_isEditedInPlace();
+    void editedRow_isWrittenWhenLeft_data();
+    void editedRow_isWrittenWhenLeft();
+    void enterInTheEditor_doesNotWriteTheRow();
+    void tabInTheEditor_leavesTheGrid();
+    void escape_discardsTheEdit();
+    void equalAndEmptyNames_areStored();
+    void untouchedNull_staysNull();
+    void moving_emitsValidateOncePerRecord();
+    void deleteKey_deletesTheRow();
+    void deleteKeyInTheEditor_deletesACharacter();
+    void deleteKeyOnAnUnwrittenRow_discardsIt();
 
 private:
     std::unique_ptr<SampleStore> store_;
@@ -55,7 +55,7 @@ void DBGridEditingTest::cleanup()
     store_.reset();
 }
 
-void DBGridEditingTest::emptyTableHasABlankRow()
+void DBGridEditingTest::emptyTable_hasABlankRow()
 {
     const EditForm form(*store_);
     QCOMPARE(form.rowCount(), 1);
@@ -68,7 +68,7 @@ void DBGridEditingTest::emptyTableHasABlankRow()
     QCOMPARE(form.grid->currentIndex().row(), 1);
 }
 
-void DBGridEditingTest::typingOnTheBlankRowAddsARow()
+void DBGridEditingTest::typingInTheBlankRow_addsARow()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -88,7 +88,7 @@ void DBGridEditingTest::typingOnTheBlankRowAddsARow()
     QCOMPARE(form.grid->currentIndex().row(), 3);
 }
 
-void DBGridEditingTest::untouchedBlankRowAddsNothing()
+void DBGridEditingTest::untouchedBlankRow_addsNothing()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -106,7 +106,7 @@ void DBGridEditingTest::untouchedBlankRowAddsNothing()
     QCOMPARE(form.rowCount(), 2);
 }
 
-void DBGridEditingTest::cellsAreEditedInPlace()
+void DBGridEditingTest::cell_isEditedInPlace()
 {
     store_->addLines({u"ab"_s, u"cd"_s, u"ef"_s});
     const EditForm form(*store_);
@@ -126,14 +126,14 @@ void DBGridEditingTest::cellsAreEditedInPlace()
     QCOMPARE(store_->names(), (QStringList{u"x"_s, u"cdy"_s, u"z"_s}));
 }
 
-void DBGridEditingTest::rowIsWrittenWhenItIsLeft_data()
+void DBGridEditingTest::editedRow_isWrittenWhenLeft_data()
 {
     QTest::addColumn<QString>("by");
     for (const char* by : {"key", "click", "focus", "commit", "enter and key", "recordset"})
         QTest::newRow(by) << QString::fromLatin1(by);
 }
 
-void DBGridEditingTest::rowIsWrittenWhenItIsLeft()
+void DBGridEditingTest::editedRow_isWrittenWhenLeft()
 {
     QFETCH(const QString, by);
     store_->addLines({u"a"_s, u"b"_s});
@@ -160,7 +160,7 @@ void DBGridEditingTest::rowIsWrittenWhenItIsLeft()
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"new"_s);
 }
 
-void DBGridEditingTest::enterInTheEditorWritesNothingYet()
+void DBGridEditingTest::enterInTheEditor_doesNotWriteTheRow()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -174,7 +174,7 @@ void DBGridEditingTest::enterInTheEditorWritesNothingYet()
     QVERIFY(form.grid->commitEdits());
 }
 
-void DBGridEditingTest::tabInTheEditorLeavesTheGrid()
+void DBGridEditingTest::tabInTheEditor_leavesTheGrid()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -186,7 +186,7 @@ void DBGridEditingTest::tabInTheEditorLeavesTheGrid()
     QCOMPARE(form.grid->currentIndex().row(), 0);
 }
 
-void DBGridEditingTest::escapeDropsTheEdit()
+void DBGridEditingTest::escape_discardsTheEdit()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -211,7 +211,7 @@ void DBGridEditingTest::escapeDropsTheEdit()
     QCOMPARE(store_->names(), QStringList{u"a"_s});
 }
 
-void DBGridEditingTest::sameNameTwiceAndBlankNames()
+void DBGridEditingTest::equalAndEmptyNames_areStored()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -225,7 +225,7 @@ void DBGridEditingTest::sameNameTwiceAndBlankNames()
     QCOMPARE(store_->names(), (QStringList{u"a"_s, u""_s, u"a"_s}));
 }
 
-void DBGridEditingTest::untouchedNullStaysNull()
+void DBGridEditingTest::untouchedNull_staysNull()
 {
     store_->addLines({u"a"_s});
     store_->sql(u"UPDATE Lines SET Name = NULL"_s);
@@ -241,7 +241,7 @@ void DBGridEditingTest::untouchedNullStaysNull()
     QCOMPARE(cellText(*form.grid, 0, sizeColumn), u"2.5"_s);
 }
 
-void DBGridEditingTest::movingFiresValidateOncePerRecord()
+void DBGridEditingTest::moving_emitsValidateOncePerRecord()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -258,7 +258,7 @@ void DBGridEditingTest::movingFiresValidateOncePerRecord()
     QCOMPARE(form.data->Recordset().Fields(u"Name"_s).Value().toString(), u"c"_s);
 }
 
-void DBGridEditingTest::deleteKeyDeletesTheRow()
+void DBGridEditingTest::deleteKey_deletesTheRow()
 {
     store_->addLines({u"a"_s, u"b"_s, u"c"_s});
     const EditForm form(*store_);
@@ -281,7 +281,7 @@ void DBGridEditingTest::deleteKeyDeletesTheRow()
     QCOMPARE(store_->names(), QStringList{u"d"_s});
 }
 
-void DBGridEditingTest::deleteKeyInTheEditorDeletesACharacter()
+void DBGridEditingTest::deleteKeyInTheEditor_deletesACharacter()
 {
     store_->addLines({u"abc"_s});
     const EditForm form(*store_);
@@ -295,7 +295,7 @@ void DBGridEditingTest::deleteKeyInTheEditorDeletesACharacter()
     QCOMPARE(store_->names(), QStringList{u"bc"_s});
 }
 
-void DBGridEditingTest::deleteKeyOnATypedRowDropsIt()
+void DBGridEditingTest::deleteKeyOnAnUnwrittenRow_discardsIt()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);

@@ -66,31 +66,31 @@ class DBGridTest : public QObject
     Q_OBJECT
 
 private slots:
-    void showsTheRowsInTheirColumns();
-    void columnsShareTheWidth_data();
-    void columnsShareTheWidth();
-    void captionIsABandOverTheHeaders();
-    void standsOnTheRecordsetsRow();
-    void keysMoveTheRecordset();
-    void oneMoveIsOneValidate();
-    void clicksMoveTheRecordset();
-    void clickOnTheSameRowFiresNothing();
-    void keepsTheRowSelected();
-    void tabLeavesTheGrid();
-    void enterAndDoubleClick();
-    void takesNoTyping();
-    void disabledGridStaysWhereItIs();
-    void followsAddedChangedAndDeletedRows();
-    void followsARefresh();
-    void followsAnotherRecordset();
-    void hasNoRowsWithoutARecordset();
-    void keepsTheCurrentRowInSight();
-    void bigTablesOpenAndScrollAtOnce();
-    void readingFailureIsARunTimeError();
-    void fontIsSet();
+    void rows_areShownInTheirColumns();
+    void columns_shareTheWidth_data();
+    void columns_shareTheWidth();
+    void caption_isABandAboveTheHeaders();
+    void start_selectsTheRecordsetsRow();
+    void keys_moveTheRecordset();
+    void move_emitsValidateOnce();
+    void click_movesTheRecordset();
+    void clickOnTheSameRow_emitsNothing();
+    void currentRow_staysSelected();
+    void tab_leavesTheGrid();
+    void enterAndDoubleClick_emitTheirSignals();
+    void typing_changesNothing();
+    void disabledGrid_ignoresKeysAndClicks();
+    void rowChanges_updateTheGrid();
+    void refresh_updatesTheGrid();
+    void anotherRecordset_isShown();
+    void withoutARecordset_hasNoRows();
+    void resize_keepsTheCurrentRowVisible();
+    void bigTable_opensAndScrollsFast();
+    void readError_opensTheErrorBox();
+    void setGridFont_setsSizeAndColour();
 };
 
-void DBGridTest::showsTheRowsInTheirColumns()
+void DBGridTest::rows_areShownInTheirColumns()
 {
     SampleStore store;
     store.sql(u"INSERT INTO Lines (Name, Size, Day, Num) VALUES ('סדרה', -5.5, '2026-03-01', 1), "
@@ -113,14 +113,14 @@ void DBGridTest::showsTheRowsInTheirColumns()
     QVERIFY(!form.grid->verticalHeader()->isVisible());
 }
 
-void DBGridTest::columnsShareTheWidth_data()
+void DBGridTest::columns_shareTheWidth_data()
 {
     QTest::addColumn<int>("rows");
     QTest::newRow("without a scroll bar") << 2;
     QTest::newRow("beside a scroll bar") << 60;
 }
 
-void DBGridTest::columnsShareTheWidth()
+void DBGridTest::columns_shareTheWidth()
 {
     QFETCH(const int, rows);
     SampleStore store;
@@ -140,7 +140,7 @@ void DBGridTest::columnsShareTheWidth()
     }
 }
 
-void DBGridTest::captionIsABandOverTheHeaders()
+void DBGridTest::caption_isABandAboveTheHeaders()
 {
     SampleStore store;
     const GridForm form(store);
@@ -155,7 +155,7 @@ void DBGridTest::captionIsABandOverTheHeaders()
     QTRY_COMPARE(form.grid->horizontalHeader()->height(), withBand);
 }
 
-void DBGridTest::standsOnTheRecordsetsRow()
+void DBGridTest::start_selectsTheRecordsetsRow()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -171,7 +171,7 @@ void DBGridTest::standsOnTheRecordsetsRow()
     QVERIFY(!form.grid->currentIndex().isValid());
 }
 
-void DBGridTest::keysMoveTheRecordset()
+void DBGridTest::keys_moveTheRecordset()
 {
     SampleStore store;
     store.addLines(50);
@@ -198,7 +198,7 @@ void DBGridTest::keysMoveTheRecordset()
     QCOMPARE(form.grid->currentIndex().column(), 0);
 }
 
-void DBGridTest::oneMoveIsOneValidate()
+void DBGridTest::move_emitsValidateOnce()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -217,7 +217,7 @@ void DBGridTest::oneMoveIsOneValidate()
     QCOMPARE(before.size(), 3);
 }
 
-void DBGridTest::clicksMoveTheRecordset()
+void DBGridTest::click_movesTheRecordset()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -230,7 +230,7 @@ void DBGridTest::clicksMoveTheRecordset()
     }
 }
 
-void DBGridTest::clickOnTheSameRowFiresNothing()
+void DBGridTest::clickOnTheSameRow_emitsNothing()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -241,7 +241,7 @@ void DBGridTest::clickOnTheSameRowFiresNothing()
     QCOMPARE(validate.count(), 0);
 }
 
-void DBGridTest::keepsTheRowSelected()
+void DBGridTest::currentRow_staysSelected()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -256,7 +256,7 @@ void DBGridTest::keepsTheRowSelected()
     QCOMPARE(form.currentName(), u"a"_s);
 }
 
-void DBGridTest::tabLeavesTheGrid()
+void DBGridTest::tab_leavesTheGrid()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -267,7 +267,7 @@ void DBGridTest::tabLeavesTheGrid()
     QCOMPARE(QApplication::focusWidget(), form.grid);
 }
 
-void DBGridTest::enterAndDoubleClick()
+void DBGridTest::enterAndDoubleClick_emitTheirSignals()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -282,7 +282,7 @@ void DBGridTest::enterAndDoubleClick()
     QCOMPARE(form.currentName(), u"b"_s);
 }
 
-void DBGridTest::takesNoTyping()
+void DBGridTest::typing_changesNothing()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -297,7 +297,7 @@ void DBGridTest::takesNoTyping()
     QVERIFY(form.grid->commitEdits());
 }
 
-void DBGridTest::disabledGridStaysWhereItIs()
+void DBGridTest::disabledGrid_ignoresKeysAndClicks()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s});
@@ -313,7 +313,7 @@ void DBGridTest::disabledGridStaysWhereItIs()
     QCOMPARE(form.grid->currentIndex().row(), 1);
 }
 
-void DBGridTest::followsAddedChangedAndDeletedRows()
+void DBGridTest::rowChanges_updateTheGrid()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -348,7 +348,7 @@ void DBGridTest::followsAddedChangedAndDeletedRows()
     QCOMPARE(form.grid->model()->rowCount(), 0);
 }
 
-void DBGridTest::followsARefresh()
+void DBGridTest::refresh_updatesTheGrid()
 {
     SampleStore store;
     store.addLines({u"a"_s, u"b"_s, u"c"_s});
@@ -368,7 +368,7 @@ void DBGridTest::followsARefresh()
     QCOMPARE(form.currentName(), u"c"_s);
 }
 
-void DBGridTest::followsAnotherRecordset()
+void DBGridTest::anotherRecordset_isShown()
 {
     SampleStore store;
     SampleStore another;
@@ -384,7 +384,7 @@ void DBGridTest::followsAnotherRecordset()
     QCOMPARE(cellText(*form.grid, 0, 2), u"x"_s);
 }
 
-void DBGridTest::hasNoRowsWithoutARecordset()
+void DBGridTest::withoutARecordset_hasNoRows()
 {
     SampleStore store;
     store.addLines({u"a"_s});
@@ -399,7 +399,7 @@ void DBGridTest::hasNoRowsWithoutARecordset()
     QVERIFY(!form.grid->currentIndex().isValid());
 }
 
-void DBGridTest::keepsTheCurrentRowInSight()
+void DBGridTest::resize_keepsTheCurrentRowVisible()
 {
     SampleStore store;
     store.addLines(200);
@@ -426,7 +426,7 @@ void DBGridTest::keepsTheCurrentRowInSight()
     QCOMPARE(fresh.grid->rowAt(1), 0); // The grid does not scroll without need.
 }
 
-void DBGridTest::bigTablesOpenAndScrollAtOnce()
+void DBGridTest::bigTable_opensAndScrollsFast()
 {
     SampleStore store;
     store.addLines(100'000);
@@ -442,7 +442,7 @@ void DBGridTest::bigTablesOpenAndScrollAtOnce()
     QVERIFY2(taken < 5s, qPrintable(QString::number(taken.count())));
 }
 
-void DBGridTest::readingFailureIsARunTimeError()
+void DBGridTest::readError_opensTheErrorBox()
 {
     SampleStore store;
     store.addLines(500);
@@ -460,7 +460,7 @@ void DBGridTest::readingFailureIsARunTimeError()
     QVERIFY(boxes.shown()[0].text.startsWith(u"Run-time error '3420':"_s));
 }
 
-void DBGridTest::fontIsSet()
+void DBGridTest::setGridFont_setsSizeAndColour()
 {
     DBGrid grid(u"DBGrid1"_s);
     QFont font = grid.font();

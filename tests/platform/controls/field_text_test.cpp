@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 using controls::fieldText;
 
-TEST(FieldText, ShowsAValueByItsType)
+TEST(FieldText, FormatsAValueByItsType)
 {
     EXPECT_EQ(fieldText({}), u""_s);
     EXPECT_EQ(fieldText({}, 2), u""_s);
@@ -20,7 +20,7 @@ TEST(FieldText, ShowsAValueByItsType)
     EXPECT_EQ(fieldText(QDate(2026, 3, 1)), u"01/03/2026"_s);
 }
 
-TEST(FieldText, FixesTheDecimals)
+TEST(FieldText, RoundsToTheGivenDecimals)
 {
     EXPECT_EQ(fieldText(120, 2), u"120.00"_s);
     EXPECT_EQ(fieldText(92.5, 2), u"92.50"_s);
@@ -34,7 +34,7 @@ TEST(FieldText, FixesTheDecimals)
     EXPECT_EQ(fieldText(u"x"_s, 2), u"x"_s);
 }
 
-TEST(FieldText, TakesTheMachinesDecimalSignAndAPlainMinus)
+TEST(FieldText, UsesTheLocalesDecimalSignAndAPlainMinus)
 {
     QLocale::setDefault(QLocale(QLocale::German));
     EXPECT_EQ(fieldText(-7.5, 2), u"-7,50"_s);
@@ -45,7 +45,7 @@ TEST(FieldText, TakesTheMachinesDecimalSignAndAPlainMinus)
     QLocale::setDefault(QLocale::c());
 }
 
-TEST(FieldText, ReadsHebrewFromTheRight)
+TEST(FieldText, HebrewTextReadsRightToLeft)
 {
     EXPECT_TRUE(controls::readsRightToLeft(u"10 חלון"_s));
     EXPECT_TRUE(controls::readsRightToLeft(u"U 7 סדרה"_s));

@@ -69,19 +69,19 @@ private slots:
     void init();
     void cleanup();
 
-    void firstTouchLoads();
-    void failedLoadLeavesNoInstance();
-    void unloadCountsAtOnce();
-    void closeBoxUnloads();
-    void hookRunsOnceBeforeTheFormGoes();
-    void showOpensInTheFrameAtItsSize();
-    void secondShowBringsForward();
-    void maximisedFormsAndOthersSideBySide();
-    void windowKeepsItsPlaceFromTheReadingStart();
-    void windowStaysInsideTheFrame();
-    void restoredWindowComesBackToItsPlace();
-    void standsAloneWithoutAFrame();
-    void unloadOfAFormThatWasNeverShown();
+    void firstAccess_loadsTheForm();
+    void failedLoad_leavesNoInstance();
+    void unload_takesEffectImmediately();
+    void closeBox_unloadsTheForm();
+    void aboutToUnload_runsOnce();
+    void show_opensInTheFrameWithItsSize();
+    void secondShow_activatesTheForm();
+    void maximisedForms_leaveOthersNormal();
+    void resizedFrame_keepsTheDistanceFromTheRight();
+    void resizedFrame_keepsTheWindowInside();
+    void restoredWindow_returnsToItsPlace();
+    void withoutAFrame_isATopLevelWindow();
+    void unload_ofAHiddenForm_deletesIt();
 
 private:
     std::unique_ptr<QMdiArea> frame_;
@@ -103,7 +103,7 @@ void FormTest::cleanup()
     QCOMPARE(controls::frame(), nullptr);
 }
 
-void FormTest::firstTouchLoads()
+void FormTest::firstAccess_loadsTheForm()
 {
     DefaultInstance<SampleForm> frSample;
     QVERIFY(!frSample.isLoaded());
@@ -118,7 +118,7 @@ void FormTest::firstTouchLoads()
     form.Unload();
 }
 
-void FormTest::failedLoadLeavesNoInstance()
+void FormTest::failedLoad_leavesNoInstance()
 {
     DefaultInstance<SampleForm> frSample;
     loadFails = true;
@@ -129,7 +129,7 @@ void FormTest::failedLoadLeavesNoInstance()
     QCOMPARE(loads, 1);
 }
 
-void FormTest::unloadCountsAtOnce()
+void FormTest::unload_takesEffectImmediately()
 {
     DefaultInstance<SampleForm> frSample;
     frSample().Show();
@@ -153,7 +153,7 @@ void FormTest::unloadCountsAtOnce()
     QTRY_VERIFY(frame_->subWindowList().isEmpty());
 }
 
-void FormTest::closeBoxUnloads()
+void FormTest::closeBox_unloadsTheForm()
 {
     DefaultInstance<SampleForm> frSample;
     frSample().Show();
@@ -164,7 +164,7 @@ void FormTest::closeBoxUnloads()
     QTRY_VERIFY(frame_->subWindowList().isEmpty());
 }
 
-void FormTest::hookRunsOnceBeforeTheFormGoes()
+void FormTest::aboutToUnload_runsOnce()
 {
     for (const bool byCloseBox : {false, true}) {
         DefaultInstance<SampleForm> frSample;
@@ -182,7 +182,7 @@ void FormTest::hookRunsOnceBeforeTheFormGoes()
     }
 }
 
-void FormTest::showOpensInTheFrameAtItsSize()
+void FormTest::show_opensInTheFrameWithItsSize()
 {
     DefaultInstance<SampleForm> frSample;
     frSample().Show();
@@ -198,7 +198,7 @@ void FormTest::showOpensInTheFrameAtItsSize()
     QVERIFY(window->y() < 40);
 }
 
-void FormTest::secondShowBringsForward()
+void FormTest::secondShow_activatesTheForm()
 {
     DefaultInstance<SampleForm> first;
     DefaultInstance<SampleForm> second;
@@ -214,7 +214,7 @@ void FormTest::secondShowBringsForward()
     QVERIFY(!windowOf(first())->isMinimized());
 }
 
-void FormTest::maximisedFormsAndOthersSideBySide()
+void FormTest::maximisedForms_leaveOthersNormal()
 {
     DefaultInstance<MaximisedForm> frOrder;
     DefaultInstance<SampleForm> frSample;
@@ -229,7 +229,7 @@ void FormTest::maximisedFormsAndOthersSideBySide()
     QCOMPARE(frame_->activeSubWindow(), windowOf(frOrder()));
 }
 
-void FormTest::windowKeepsItsPlaceFromTheReadingStart()
+void FormTest::resizedFrame_keepsTheDistanceFromTheRight()
 {
     DefaultInstance<SampleForm> frSample;
     frSample().Show();
@@ -247,7 +247,7 @@ void FormTest::windowKeepsItsPlaceFromTheReadingStart()
     QTRY_COMPARE(fromStart(), distance);
 }
 
-void FormTest::windowStaysInsideTheFrame()
+void FormTest::resizedFrame_keepsTheWindowInside()
 {
     DefaultInstance<SampleForm> frSample;
     frSample().Show();
@@ -261,7 +261,7 @@ void FormTest::windowStaysInsideTheFrame()
     QCOMPARE(window->y(), 0);
 }
 
-void FormTest::restoredWindowComesBackToItsPlace()
+void FormTest::restoredWindow_returnsToItsPlace()
 {
     DefaultInstance<SampleForm> frSample;
     frSample().Show();
@@ -277,7 +277,7 @@ void FormTest::restoredWindowComesBackToItsPlace()
     QCOMPARE(frSample().size(), QSize(300, 200));
 }
 
-void FormTest::standsAloneWithoutAFrame()
+void FormTest::withoutAFrame_isATopLevelWindow()
 {
     controls::setFrame(nullptr);
     DefaultInstance<SampleForm> frSample;
@@ -291,7 +291,7 @@ void FormTest::standsAloneWithoutAFrame()
     QTRY_VERIFY(form.isNull());
 }
 
-void FormTest::unloadOfAFormThatWasNeverShown()
+void FormTest::unload_ofAHiddenForm_deletesIt()
 {
     DefaultInstance<SampleForm> frSample;
     const QPointer<SampleForm> form = &frSample();

@@ -38,22 +38,22 @@ class MessageBoxWindowTest : public QObject
 private slots:
     void initTestCase() { controls::installMessageBoxes(); }
 
-    void refusalReadsFromTheRight();
-    void englishReadsFromTheLeft();
-    void questionHasYesBeforeNo();
-    void keysAnswer_data();
-    void keysAnswer();
-    void closeBoxCountsAsNo();
-    void buttonsAnswer();
-    void textIsPlain();
-    void carriageReturnsEndLines();
-    void wrappedLinesAreWhole_data();
-    void wrappedLinesAreWhole();
-    void longTextIsNotClipped();
-    void standsOverTheActiveWindow();
+    void hebrewText_isRightAligned();
+    void englishText_isLeftAligned();
+    void question_hasYesBeforeNo();
+    void keys_giveTheirAnswers_data();
+    void keys_giveTheirAnswers();
+    void closeBox_countsAsNo();
+    void buttons_giveTheirAnswers();
+    void markup_isShownAsPlainText();
+    void carriageReturns_endLines();
+    void wrappedLines_areNotClipped_data();
+    void wrappedLines_areNotClipped();
+    void longText_isNotClipped();
+    void box_isAboveTheActiveWindow();
 };
 
-void MessageBoxWindowTest::refusalReadsFromTheRight()
+void MessageBoxWindowTest::hebrewText_isRightAligned()
 {
     QString title;
     const NextMessageBox next([&](QMessageBox& box) {
@@ -71,7 +71,7 @@ void MessageBoxWindowTest::refusalReadsFromTheRight()
     QCOMPARE(title, u"ProjZomrel"_s);
 }
 
-void MessageBoxWindowTest::englishReadsFromTheLeft()
+void MessageBoxWindowTest::englishText_isLeftAligned()
 {
     const NextMessageBox next([](QMessageBox& box) {
         QCOMPARE(box.layoutDirection(), Qt::LeftToRight);
@@ -83,7 +83,7 @@ void MessageBoxWindowTest::englishReadsFromTheLeft()
     QVERIFY(next.hasCome());
 }
 
-void MessageBoxWindowTest::questionHasYesBeforeNo()
+void MessageBoxWindowTest::question_hasYesBeforeNo()
 {
     const NextMessageBox next([](QMessageBox& box) {
         QCOMPARE(box.windowTitle(), u"מחיקת סדרה"_s);
@@ -101,7 +101,7 @@ void MessageBoxWindowTest::questionHasYesBeforeNo()
     QVERIFY(next.hasCome());
 }
 
-void MessageBoxWindowTest::keysAnswer_data()
+void MessageBoxWindowTest::keys_giveTheirAnswers_data()
 {
     QTest::addColumn<int>("flags");
     QTest::addColumn<int>("key");
@@ -119,14 +119,14 @@ void MessageBoxWindowTest::keysAnswer_data()
         << yesNoCancelFlags << int(Qt::Key_Escape) << int(runtime::vbCancel);
 }
 
-void MessageBoxWindowTest::keysAnswer()
+void MessageBoxWindowTest::keys_giveTheirAnswers()
 {
     QFETCH(const int, flags);
     QFETCH(const int, key);
     QTEST(int(answerTo(static_cast<Qt::Key>(key), flags)), "answer");
 }
 
-void MessageBoxWindowTest::closeBoxCountsAsNo()
+void MessageBoxWindowTest::closeBox_countsAsNo()
 {
     for (const auto& [flags, answer] : {std::pair{runtime::questionFlags, runtime::vbNo},
                                         std::pair{yesNoCancelFlags, runtime::vbCancel},
@@ -137,7 +137,7 @@ void MessageBoxWindowTest::closeBoxCountsAsNo()
     }
 }
 
-void MessageBoxWindowTest::buttonsAnswer()
+void MessageBoxWindowTest::buttons_giveTheirAnswers()
 {
     for (const auto& [button, answer] :
          {std::pair{QMessageBox::Yes, runtime::vbYes}, std::pair{QMessageBox::No, runtime::vbNo},
@@ -149,7 +149,7 @@ void MessageBoxWindowTest::buttonsAnswer()
     }
 }
 
-void MessageBoxWindowTest::textIsPlain()
+void MessageBoxWindowTest::markup_isShownAsPlainText()
 {
     const NextMessageBox next([](QMessageBox& box) {
         QCOMPARE(box.textFormat(), Qt::PlainText);
@@ -160,7 +160,7 @@ void MessageBoxWindowTest::textIsPlain()
     QVERIFY(next.hasCome());
 }
 
-void MessageBoxWindowTest::carriageReturnsEndLines()
+void MessageBoxWindowTest::carriageReturns_endLines()
 {
     const QString text = u"שורה ראשונה\rשורה שנייה\r\rשורה אחרונה"_s;
     QSize oneLine;
@@ -197,7 +197,7 @@ void MessageBoxWindowTest::carriageReturnsEndLines()
     QVERIFY(inked(3));
 }
 
-void MessageBoxWindowTest::wrappedLinesAreWhole_data()
+void MessageBoxWindowTest::wrappedLines_areNotClipped_data()
 {
     QTest::addColumn<QString>("text");
     const QString first = u"שגיאה מספר: (3260) - תאור: Couldn't update; currently locked."_s;
@@ -212,7 +212,7 @@ void MessageBoxWindowTest::wrappedLinesAreWhole_data()
 }
 
 /// Lines end at the left edge. A letter that is clipped there colours the outermost pixels.
-void MessageBoxWindowTest::wrappedLinesAreWhole()
+void MessageBoxWindowTest::wrappedLines_areNotClipped()
 {
     QFETCH(const QString, text);
     QString asked;
@@ -234,7 +234,7 @@ void MessageBoxWindowTest::wrappedLinesAreWhole()
         QCOMPARE(shown.pixel(0, y), paper);
 }
 
-void MessageBoxWindowTest::longTextIsNotClipped()
+void MessageBoxWindowTest::longText_isNotClipped()
 {
     const QString text = u"לא ניתן לסגור הזמנה בגלל שאין אף שורה בהזמנה זו!"_s;
     const NextMessageBox next([&](QMessageBox& box) {
@@ -249,7 +249,7 @@ void MessageBoxWindowTest::longTextIsNotClipped()
     QVERIFY(next.hasCome());
 }
 
-void MessageBoxWindowTest::standsOverTheActiveWindow()
+void MessageBoxWindowTest::box_isAboveTheActiveWindow()
 {
     QWidget window;
     QVERIFY(testsupport::showActive(window));

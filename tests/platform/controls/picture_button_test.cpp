@@ -51,12 +51,12 @@ class PictureButtonTest : public QObject
     Q_OBJECT
 
 private slots:
-    void pictureLeadsTheCaption_data();
-    void pictureLeadsTheCaption();
-    void isAButton();
+    void picture_precedesTheCaption_data();
+    void picture_precedesTheCaption();
+    void click_pressesTheButton();
 };
 
-void PictureButtonTest::pictureLeadsTheCaption_data()
+void PictureButtonTest::picture_precedesTheCaption_data()
 {
     QTest::addColumn<Qt::LayoutDirection>("direction");
     QTest::addColumn<QString>("caption");
@@ -65,7 +65,7 @@ void PictureButtonTest::pictureLeadsTheCaption_data()
     QTest::newRow("Hebrew, left to right") << Qt::LeftToRight << u"הדפס"_s;
 }
 
-void PictureButtonTest::pictureLeadsTheCaption()
+void PictureButtonTest::picture_precedesTheCaption()
 {
     QFETCH(Qt::LayoutDirection, direction);
     QFETCH(QString, caption);
@@ -88,7 +88,7 @@ void PictureButtonTest::pictureLeadsTheCaption()
              qPrintable(u"%1 and %2"_s.arg(leftMargin).arg(rightMargin)));
 }
 
-void PictureButtonTest::isAButton()
+void PictureButtonTest::click_pressesTheButton()
 {
     PictureButton button(u"CmdPrint"_s, u"הדפס"_s, redPicture());
     QCOMPARE(button.objectName(), u"CmdPrint"_s);

@@ -11,8 +11,8 @@ class PngIconTest : public QObject
     Q_OBJECT
 
 private slots:
-    void holdsEachSize();
-    void leavesOutWhatIsNoPicture();
+    void icon_hasEachSize();
+    void unreadableFile_isSkipped();
 
 private:
     QString drawn(int side);
@@ -28,14 +28,14 @@ QString PngIconTest::drawn(int side)
     return picture.save(path, "PNG") ? path : QString();
 }
 
-void PngIconTest::holdsEachSize()
+void PngIconTest::icon_hasEachSize()
 {
     const QIcon icon = controls::pngIcon({drawn(16), drawn(48)});
     QCOMPARE(icon.availableSizes(), (QList<QSize>{{16, 16}, {48, 48}}));
     QCOMPARE(icon.pixmap(16, 16).toImage().pixelColor(3, 3), QColor(Qt::red));
 }
 
-void PngIconTest::leavesOutWhatIsNoPicture()
+void PngIconTest::unreadableFile_isSkipped()
 {
     QVERIFY(controls::pngIcon({folder_.filePath(u"missing.png"_s)}).isNull());
 }

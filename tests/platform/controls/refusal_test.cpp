@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
-TEST(Refusal, TellsEachReasonInItsOwnWords)
+TEST(Refusal, EachReasonHasItsOwnText)
 {
     const QList<int> numbers{
         runtime::FieldTooSmall,      runtime::FieldRequired, runtime::DuplicateKey,
@@ -30,7 +30,7 @@ TEST(Refusal, TellsEachReasonInItsOwnWords)
     }
 }
 
-TEST(Refusal, NumbersAReasonThatHasNoWords)
+TEST(Refusal, OtherReasonsShowTheErrorNumber)
 {
     const RunTimeError error(runtime::InternalError);
     EXPECT_TRUE(controls::writeRefusal(error).contains(u"(51)"_s));

@@ -32,7 +32,7 @@ TEST(Document, FillsInFieldsAndPlaceholders)
     EXPECT_EQ(textOf(*second, 2, u"Day"), u"15/02/2026"_s);
 }
 
-TEST(Document, ReadsAllRowsBeforeAPageThatIsNotAtHand)
+TEST(Document, PageOfUnreadRowsReadsAllRowsFirst)
 {
     const auto rows = smallRows(30);
     rows->atHand = 4;
@@ -40,7 +40,7 @@ TEST(Document, ReadsAllRowsBeforeAPageThatIsNotAtHand)
     EXPECT_EQ(document->pageCount(), 10);
     EXPECT_FALSE(document->isWhole());
     EXPECT_TRUE(document->hasPage(0));
-    EXPECT_FALSE(document->hasPage(1)) << "two of its three rows are missing";
+    EXPECT_FALSE(document->hasPage(1)) << "two of three rows are not loaded";
     EXPECT_EQ(textOf(*document->page(0), 3, u"NameField"), u"שורה 3"_s);
     EXPECT_EQ(rows->timesReadAll, 0);
     EXPECT_EQ(textOf(*document->page(9), 3, u"NameField"), u"שורה 30"_s);
@@ -50,7 +50,7 @@ TEST(Document, ReadsAllRowsBeforeAPageThatIsNotAtHand)
     EXPECT_FALSE(document->readAll());
 }
 
-TEST(Document, ShowsOneMomentOnAllItsPages)
+TEST(Document, AllPagesShowOneSnapshot)
 {
     const auto rows = smallRows(30);
     rows->atHand = 6;
@@ -62,13 +62,13 @@ TEST(Document, ShowsOneMomentOnAllItsPages)
     EXPECT_EQ(textOf(*document->page(0), 1, u"NameField"), u"שורה 1"_s);
     const auto gone = document->page(9);
     EXPECT_EQ(document->pageCount(), 2);
-    EXPECT_EQ(gone->bands.size(), 2u) << "head and foot, and no block without its row";
+    EXPECT_EQ(gone->bands.size(), 2u) << "page header and footer only";
     EXPECT_EQ(textOf(*document->page(0), 1, u"NameField"), u"אחרת 1"_s);
     EXPECT_EQ(textOf(*document->page(1), 1, u"NameField"), u"אחרת 4"_s);
     EXPECT_EQ(textOf(*document->page(1), 2, u"Pages"), u"2"_s);
 }
 
-TEST(Document, IsReadWhollyBeforeItIsLaidOnAnotherPaper)
+TEST(Document, OnPaperReadsAllRowsFirst)
 {
     const auto rows = smallRows(30);
     rows->atHand = 6;
@@ -89,7 +89,7 @@ TEST(Document, PlacesControlsOnTheSheet)
     EXPECT_EQ(page->bands[4].controls[1].corner, QPoint(100 + 600, 4600));
 }
 
-TEST(Document, TakesAPlaceholderOnlyForAWholeCaption)
+TEST(Document, ReplacesAPlaceholderOnlyAsAWholeCaption)
 {
     auto sections = makeSections(smallReport);
     sections[0].Controls(u"Number"_s).setCaption(u"50%p"_s);
@@ -97,7 +97,7 @@ TEST(Document, TakesAPlaceholderOnlyForAWholeCaption)
     EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), u"50%p"_s);
 }
 
-TEST(Document, TakesNoPlaceholderFromACaptionSetAtRunTime)
+TEST(Document, KeepsAPlaceholderInACaptionSetAtRunTime)
 {
     for (const QString& caption : {u"%p"_s, u"%P"_s, u"%d"_s}) {
         auto sections = makeSections(smallReport);
@@ -105,12 +105,13 @@ TEST(Document, TakesNoPlaceholderFromACaptionSetAtRunTime)
         sections[2].Controls(u"Day"_s).setCaption(caption);
         Document document(smallReport, std::move(sections), smallRows(1), smallPaper);
         EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), caption);
-        EXPECT_EQ(textOf(*document.page(0), 2, u"Day"), caption) << "where the design had one";
+        EXPECT_EQ(textOf(*document.page(0), 2, u"Day"), caption)
+            << "a caption set at run time is no placeholder";
         EXPECT_EQ(textOf(*document.page(0), 2, u"Page"), u"1"_s);
     }
 }
 
-TEST(Document, PrintsNullBlank)
+TEST(Document, NullIsBlank)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
         return MemoryRows::Row{QVariant(), QVariant()};
@@ -120,7 +121,7 @@ TEST(Document, PrintsNullBlank)
     EXPECT_EQ(textOf(*document->page(0), 1, u"SizeField"), QString());
 }
 
-TEST(Document, BindsFieldsByNameInAnyCase)
+TEST(Document, FieldNamesIgnoreCase)
 {
     const auto rows =
         std::make_shared<MemoryRows>(QStringList{u"other"_s, u"SIZE"_s, u"name"_s}, 1, [](int) {
@@ -131,7 +132,7 @@ TEST(Document, BindsFieldsByNameInAnyCase)
     EXPECT_EQ(textOf(*document->page(0), 1, u"SizeField"), u"7"_s);
 }
 
-TEST(Document, RefusesAFieldThatTheRowsDoNotHave)
+TEST(Document, UnknownFieldThrowsItemNotFound)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s}, 1,
                                                    [](int) { return MemoryRows::Row{u"x"_s}; });
@@ -143,7 +144,7 @@ TEST(Document, RefusesAFieldThatTheRowsDoNotHave)
     }
 }
 
-TEST(Document, ReadsThePagesThatAreAskedForAlone)
+TEST(Document, ReadsOnlyTheRowsOfRequestedPages)
 {
     const auto rows = smallRows(30000);
     const auto document = smallDocument(rows);
@@ -153,15 +154,15 @@ TEST(Document, ReadsThePagesThatAreAskedForAlone)
     document->page(9999);
     EXPECT_EQ(rows->rowsRead, 6);
     document->page(0);
-    EXPECT_EQ(rows->rowsRead, 6) << "a page just read is kept";
+    EXPECT_EQ(rows->rowsRead, 6) << "the page is cached";
     for (int page = 0; page < 100; ++page)
         document->page(page);
     const int read = rows->rowsRead;
     document->page(0);
-    EXPECT_EQ(rows->rowsRead, read + 3) << "but not for ever";
+    EXPECT_EQ(rows->rowsRead, read + 3) << "the page has been evicted from the cache";
 }
 
-TEST(Document, OfNoRowsIsOnePageOfHeadAndFoot)
+TEST(Document, WithoutRowsHasOnePageOfHeaderAndFooter)
 {
     const auto rows = smallRows(0);
     const auto document = smallDocument(rows);
@@ -169,7 +170,7 @@ TEST(Document, OfNoRowsIsOnePageOfHeadAndFoot)
     EXPECT_EQ(document->page(0)->bands.size(), 2u);
 }
 
-TEST(Document, RaisesAReadingFailureWithThePage)
+TEST(Document, ReadErrorIsThrownByPage)
 {
     const auto rows = smallRows(3);
     const auto document = smallDocument(rows);
@@ -179,7 +180,7 @@ TEST(Document, RaisesAReadingFailureWithThePage)
     EXPECT_EQ(document->page(0)->bands.size(), 5u);
 }
 
-TEST(Document, KeepsItsOwnCaptionsAndRows)
+TEST(Document, LaterChangesOfTheReportDoNotChangeTheDocument)
 {
     auto sections = makeSections(smallReport);
     sections[0].Controls(u"Number"_s).setCaption(u"1"_s);
@@ -188,7 +189,7 @@ TEST(Document, KeepsItsOwnCaptionsAndRows)
     EXPECT_EQ(textOf(*document.page(0), 0, u"Number"), u"1"_s);
 }
 
-TEST(Document, IsLaidAnewOnAnotherPaper)
+TEST(Document, OnPaperPaginatesAgain)
 {
     const auto document = smallDocument(smallRows(6));
     const auto tall = document->onPaper({5300, 8400});
@@ -198,7 +199,7 @@ TEST(Document, IsLaidAnewOnAnotherPaper)
     EXPECT_THROW(document->onPaper({5299, 8400}), runtime::RunTimeError);
 }
 
-TEST(Document, IsFiledUnderItsNumber)
+TEST(Document, TitleIsWordAndNumber)
 {
     EXPECT_EQ(smallDocument(smallRows(1))->title(), u"מסמך 17"_s);
     auto sections = makeSections(smallReport);

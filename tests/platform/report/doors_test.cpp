@@ -45,12 +45,12 @@ class DoorsTest : public QObject
 
 private slots:
     void initTestCase();
-    void laysOnA4WithoutAPrinter();
-    void proposesAFileName();
-    void completesAName();
-    void takesNoFileWhenLeft();
-    void leavesThePrintDialog();
-    void leavesNoFileInTheUsersFolder();
+    void defaultPaper_withoutAPrinter_isA4();
+    void fileDialog_proposesTheName();
+    void fileDialog_addsTheSuffix();
+    void fileDialog_cancelled_returnsNoFile();
+    void printDialog_cancelled_returnsFalse();
+    void dialogs_writeNoSettingsFile();
 
 private:
     /// Returns every file and folder in the user's home folder, which is empty at first.
@@ -68,7 +68,7 @@ void DoorsTest::initTestCase()
     window_.show();
 }
 
-void DoorsTest::laysOnA4WithoutAPrinter()
+void DoorsTest::defaultPaper_withoutAPrinter_isA4()
 {
     const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
     const Paper expected =
@@ -76,7 +76,7 @@ void DoorsTest::laysOnA4WithoutAPrinter()
     QCOMPARE(defaultPaper(), expected);
 }
 
-void DoorsTest::proposesAFileName()
+void DoorsTest::fileDialog_proposesTheName()
 {
     QStringList selected;
     whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
@@ -90,7 +90,7 @@ void DoorsTest::proposesAFileName()
     QVERIFY(selected[0].endsWith(u"/הזמנה 17.pdf"_s));
 }
 
-void DoorsTest::completesAName()
+void DoorsTest::fileDialog_addsTheSuffix()
 {
     const QTemporaryDir folder;
     whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
@@ -103,13 +103,13 @@ void DoorsTest::completesAName()
     QCOMPARE(chosen, folder.filePath(u"שלי.pdf"_s));
 }
 
-void DoorsTest::takesNoFileWhenLeft()
+void DoorsTest::fileDialog_cancelled_returnsNoFile()
 {
     whenShown<QFileDialog>(&window_, [](QFileDialog& dialog) { dialog.reject(); });
     QCOMPARE(askFile({&window_, u"שמירה"_s, u"x.txt"_s, u"(*.txt)"_s, u"txt"_s}), QString());
 }
 
-void DoorsTest::leavesThePrintDialog()
+void DoorsTest::printDialog_cancelled_returnsFalse()
 {
     QPrinter printer;
     int pages = 0;
@@ -131,7 +131,7 @@ QStringList DoorsTest::filesAtHome() const
     return paths;
 }
 
-void DoorsTest::leavesNoFileInTheUsersFolder()
+void DoorsTest::dialogs_writeNoSettingsFile()
 {
     const QTemporaryDir folder;
     whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {

@@ -38,7 +38,7 @@ QStringList entries(const QString& folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden);
 }
 
-TEST(TextExport, HoldsTheHeadOnceAndABlockPerRow)
+TEST(TextExport, TextHasThePageHeaderOnceAndABlockPerRow)
 {
     const auto document = smallDocument(smallRows(4));
     EXPECT_EQ(textOf(*document).toStdString(), u"כותרת\n"
@@ -58,7 +58,7 @@ TEST(TextExport, HoldsTheHeadOnceAndABlockPerRow)
                                                "\n"_s.toStdString());
 }
 
-TEST(TextExport, HoldsALineForATextWithBreaks)
+TEST(TextExport, TextWithLineBreaksIsOneLine)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
         return MemoryRows::Row{u"א\nב\tג"_s, 1.0};
@@ -67,7 +67,7 @@ TEST(TextExport, HoldsALineForATextWithBreaks)
     EXPECT_TRUE(textOf(*document).endsWith(u"\n\nשם:\tא ב ג\n1\n\n"_s));
 }
 
-TEST(TextExport, HoldsNoEmptyLineWithinABlock)
+TEST(TextExport, BlockHasNoEmptyLines)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 2, [](int) {
         return MemoryRows::Row{u"א"_s, QVariant()};
@@ -76,7 +76,7 @@ TEST(TextExport, HoldsNoEmptyLineWithinABlock)
     EXPECT_TRUE(textOf(*document).endsWith(u"17\n\nשם:\tא\n\nשם:\tא\n\n"_s));
 }
 
-TEST(TextExport, TellsItsProgressPageByPage)
+TEST(TextExport, ReportsProgressPageByPage)
 {
     const auto document = smallDocument(smallRows(7));
     QBuffer buffer;
@@ -90,7 +90,7 @@ TEST(TextExport, TellsItsProgressPageByPage)
     EXPECT_EQ(told, (std::vector<int>{1, 2, 3}));
 }
 
-TEST(TextExport, ReportsAFullDisk)
+TEST(TextExport, FullDiskReturnsFailed)
 {
     for (const qint64 room : {qint64(0), qint64(100), qint64(3000)}) {
         const auto document = smallDocument(smallRows(300));
@@ -99,7 +99,7 @@ TEST(TextExport, ReportsAFullDisk)
     }
 }
 
-TEST(Export, TakesTheFilesPlaceOnlyWhenDone)
+TEST(Export, TargetIsReplacedOnlyWhenDone)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"מסמך.txt"_s);
@@ -126,7 +126,7 @@ TEST(Export, TakesTheFilesPlaceOnlyWhenDone)
     EXPECT_EQ(entries(folder.path()), QStringList{u"מסמך.txt"_s});
 }
 
-TEST(Export, FailsWhereNoFileCanBe)
+TEST(Export, UnwritableTargetReturnsFailed)
 {
     const QTemporaryDir folder;
     bool ran = false;
@@ -135,11 +135,11 @@ TEST(Export, FailsWhereNoFileCanBe)
         return Outcome::Done;
     };
     EXPECT_EQ(writeFile(folder.filePath(u"missing/file.txt"_s), writer), Outcome::Failed);
-    EXPECT_EQ(writeFile(folder.path(), writer), Outcome::Failed) << "a folder";
+    EXPECT_EQ(writeFile(folder.path(), writer), Outcome::Failed) << "the target is a folder";
     EXPECT_FALSE(ran);
 }
 
-TEST(Export, LeavesNothingBehindAReadingFailure)
+TEST(Export, ReadErrorLeavesNoFile)
 {
     const QTemporaryDir folder;
     const auto rows = smallRows(30);

@@ -14,7 +14,7 @@ struct Case
     Fit fit;
 };
 
-TEST(Fit, CondensesThenReducesThenCuts)
+TEST(Fit, CondensesThenReducesThenTruncates)
 {
     const Case cases[] = {
         {0, 600, {100, 100, false}},        // No text.
@@ -46,7 +46,7 @@ TEST(Fit, NeverDrawsWiderThanTheWidth)
     }
 }
 
-TEST(Fit, ScalesBothWaysByTheSize)
+TEST(Fit, SizeReductionScalesWidthAndHeight)
 {
     const Fit fit{.stretch = 75, .size = 80};
     EXPECT_DOUBLE_EQ(fit.horizontal(), 0.6);

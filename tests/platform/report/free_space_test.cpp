@@ -42,19 +42,19 @@ void expectFree(const std::vector<ControlDesign>& controls, double left, double 
     EXPECT_EQ(free.right, right);
 }
 
-TEST(FreeSpace, IsTheWholeWidthOfAControlThatStandsAlone)
+TEST(FreeSpace, SingleControlHasItsWholeWidth)
 {
     expectFree({field(2000, 600)}, 0, 600);
 }
 
-TEST(FreeSpace, KeepsFromTheBordersOfABox)
+TEST(FreeSpace, BoxedControlKeepsClearOfItsBorders)
 {
     expectFree({field(2000, 600, Align::Right, Boxed)}, 40, 560);
     // A narrow box keeps a tenth of its width.
     expectFree({field(2000, 200, Align::Right, Boxed)}, 20, 180);
 }
 
-TEST(FreeSpace, KeepsFromTheInkOfACaptionBesideIt)
+TEST(FreeSpace, FieldKeepsClearOfAnAdjacentCaption)
 {
     // The centred caption in 2550..3550 covers 2800..3300, which is too far away to matter.
     expectFree({field(2000, 600), caption(2550, 1000, Align::Centre)}, 0, 600);
@@ -67,13 +67,13 @@ TEST(FreeSpace, KeepsFromTheInkOfACaptionBesideIt)
     expectFree({field(2000, 600), caption(1800, 220, Align::Left)}, 60, 600);
 }
 
-TEST(FreeSpace, IgnoresWhatStandsOnAnotherLine)
+TEST(FreeSpace, ControlsOnOtherLinesAreIgnored)
 {
     expectFree({field(2000, 600), caption(2550, 1000, Align::Left, 1160)}, 0, 600);
     expectFree({field(2000, 600), caption(2550, 1000, Align::Left, 1150)}, 0, 510);
 }
 
-TEST(FreeSpace, KeepsFromVerticalLines)
+TEST(FreeSpace, FieldKeepsClearOfVerticalLines)
 {
     expectFree({field(2000, 600), line(1990, 0, 0, 5000)}, 30, 600);
     expectFree({field(2000, 600), line(2600, 0, 0, 5000)}, 0, 560);
@@ -83,25 +83,25 @@ TEST(FreeSpace, KeepsFromVerticalLines)
     expectFree({field(2000, 600), line(0, 1000, 5000, 0)}, 0, 600); // The line is horizontal.
 }
 
-TEST(FreeSpace, KeepsFromTheBordersOfANeighbour)
+TEST(FreeSpace, FieldKeepsClearOfANeighboursBorders)
 {
     expectFree({field(2000, 600, Align::Right, Boxed), field(2588, 600, Align::Right, Boxed)}, 40,
                548);
 }
 
-TEST(FreeSpace, IgnoresNeighboursThatLeaveTooLittle)
+TEST(FreeSpace, NeighboursThatLeaveTooLittleAreIgnored)
 {
     expectFree({field(2000, 600), caption(2300, 1000, Align::Left)}, 0, 260 + 340);
     expectFree({field(2000, 600), caption(2350, 1000, Align::Left)}, 0, 310);
 }
 
-TEST(FreeSpace, OfALabelIsItsOwnBox)
+TEST(FreeSpace, LabelHasItsWholeWidth)
 {
     ControlDesign label = caption(2000, 600, Align::Left);
     expectFree({label, caption(2550, 1000, Align::Left), line(2590, 0, 0, 5000)}, 0, 600);
 }
 
-TEST(FreeSpace, IsLostOnBothSidesOfACentredText)
+TEST(FreeSpace, CentredTextLosesWidthOnBothSides)
 {
     EXPECT_EQ(usableWidth({70, 600}, 600, Align::Right), 530);
     EXPECT_EQ(usableWidth({70, 600}, 600, Align::Left), 530);

@@ -55,18 +55,18 @@ class HtmlExportTest : public QObject
     Q_OBJECT
 
 private slots:
-    void isOneSelfContainedRightToLeftPage();
-    void holdsEveryTextInOrderWhereItStandsOnPaper();
-    void givesEachTextItsDirection();
-    void condensesWhatIsTooWide();
-    void cutsWithAnEllipsisAndNotByThePixel();
-    void leavesRoomForAnotherFont();
-    void escapesWhatTheUserTyped();
-    void tellsItsProgressPageByPage();
-    void reportsAFullDisk();
+    void html_isOneSelfContainedRightToLeftPage();
+    void texts_haveTheirPrintedPositions();
+    void texts_haveTheirDirection();
+    void tooWideText_isCondensed();
+    void tooLongText_endsWithAnEllipsis();
+    void condensedText_leavesRoomForAnotherFont();
+    void markupInTexts_isEscaped();
+    void progress_isReportedPageByPage();
+    void fullDisk_returnsFailed();
 };
 
-void HtmlExportTest::isOneSelfContainedRightToLeftPage()
+void HtmlExportTest::html_isOneSelfContainedRightToLeftPage()
 {
     auto sections = makeSections(smallReport);
     QImage picture(4, 3, QImage::Format_RGB32);
@@ -82,7 +82,7 @@ void HtmlExportTest::isOneSelfContainedRightToLeftPage()
     QVERIFY(!html.contains(u"<link"_s));
 }
 
-void HtmlExportTest::holdsEveryTextInOrderWhereItStandsOnPaper()
+void HtmlExportTest::texts_haveTheirPrintedPositions()
 {
     const QString html = htmlOf(*smallDocument(smallRows(4)));
     QCOMPARE(html.count(u">כותרת</span></div>"_s), 1); // The page header occurs once.
@@ -101,7 +101,7 @@ void HtmlExportTest::holdsEveryTextInOrderWhereItStandsOnPaper()
                           "padding:0 1.25pt 0 1.25pt;border:.75pt solid;}"_s));
 }
 
-void HtmlExportTest::givesEachTextItsDirection()
+void HtmlExportTest::texts_haveTheirDirection()
 {
     const QStringList names{u"חלון לבן"_s, u"White"_s, u"-5"_s};
     const QString html = htmlOf(*smallDocument(rowsOf(3, [&](int row) {
@@ -115,7 +115,7 @@ void HtmlExportTest::givesEachTextItsDirection()
         QVERIFY2(html.contains(element), qPrintable(element));
 }
 
-void HtmlExportTest::condensesWhatIsTooWide()
+void HtmlExportTest::tooWideText_isCondensed()
 {
     const double sizes[] = {1, 268.25, 806.0085};
     const QString html = htmlOf(*smallDocument(rowsOf(3, [&](int row) {
@@ -130,7 +130,7 @@ void HtmlExportTest::condensesWhatIsTooWide()
     QVERIFY2(smaller.contains(u"font-size:0."_s), qPrintable(smaller));
 }
 
-void HtmlExportTest::cutsWithAnEllipsisAndNotByThePixel()
+void HtmlExportTest::tooLongText_endsWithAnEllipsis()
 {
     const QString html = htmlOf(*smallDocument(rowsOf(1, [](int) {
         return MemoryRows::Row{u"x"_s, 1.0 / 3};
@@ -140,7 +140,7 @@ void HtmlExportTest::cutsWithAnEllipsisAndNotByThePixel()
     QVERIFY(!html.contains(u"clip"_s));
 }
 
-void HtmlExportTest::leavesRoomForAnotherFont()
+void HtmlExportTest::condensedText_leavesRoomForAnotherFont()
 {
     const QString html = htmlOf(*smallDocument(rowsOf(1, [](int) {
         return MemoryRows::Row{u"x"_s, 268.25};
@@ -152,7 +152,7 @@ void HtmlExportTest::leavesRoomForAnotherFont()
     QVERIFY(drawn <= 0.9 * 520 && drawn > 0.85 * 520);
 }
 
-void HtmlExportTest::escapesWhatTheUserTyped()
+void HtmlExportTest::markupInTexts_isEscaped()
 {
     const QString html = htmlOf(*smallDocument(rowsOf(1, [](int) {
         return MemoryRows::Row{u"<b>&\"%1 %2"_s, 1};
@@ -160,7 +160,7 @@ void HtmlExportTest::escapesWhatTheUserTyped()
     QVERIFY(html.contains(u"&lt;b&gt;&amp;&quot;%1 %2</"_s));
 }
 
-void HtmlExportTest::tellsItsProgressPageByPage()
+void HtmlExportTest::progress_isReportedPageByPage()
 {
     const auto document = smallDocument(smallRows(7));
     QBuffer buffer;
@@ -173,7 +173,7 @@ void HtmlExportTest::tellsItsProgressPageByPage()
     QCOMPARE(told, (std::vector<std::pair<int, int>>{{1, 3}, {2, 3}, {3, 3}}));
 }
 
-void HtmlExportTest::reportsAFullDisk()
+void HtmlExportTest::fullDisk_returnsFailed()
 {
     for (const qint64 room : {qint64(0), qint64(100), qint64(3000)}) {
         const auto document = smallDocument(smallRows(300));

@@ -38,7 +38,7 @@ struct PaperCase
     int blocksPerPage;
 };
 
-TEST(Pagination, TakesAsManyWholeBlocksAsThePaperHolds)
+TEST(Pagination, PageHoldsAsManyWholeBlocksAsFit)
 {
     // The height for blocks is that of the sheet reduced by 7350 twips: both margins, page header
     // and page footer.
@@ -104,18 +104,18 @@ int refusal(const ReportDesign& design, Paper paper)
     }
 }
 
-TEST(Pagination, RefusesPaperThatDoesNotHoldTheReport)
+TEST(Pagination, TooSmallPaperThrows)
 {
-    EXPECT_EQ(refusal(tallReport, {11800, 16838}), 0) << "width and margins fit to the twip";
+    EXPECT_EQ(refusal(tallReport, {11800, 16838}), 0) << "width and margins fit exactly";
     EXPECT_EQ(refusal(tallReport, {11799, 16838}), runtime::ReportWidthTooLarge);
     EXPECT_EQ(refusal(tallReport, {8391, 11906}), runtime::ReportWidthTooLarge) << "A5";
     EXPECT_EQ(refusal(tallReport, {11800, 7350 + 2249}), runtime::InvalidProcedureCall)
         << "no block fits";
     EXPECT_EQ(refusal(tallReport, {11800, 5000}), runtime::InvalidProcedureCall)
-        << "head and foot alone do not fit";
+        << "page header and footer do not fit";
 }
 
-TEST(Pagination, TakesMarginsOfItsOwn)
+TEST(Pagination, UsesTheDesignsMargins)
 {
     const Pagination pagination(smallReport, smallPaper);
     EXPECT_EQ(pagination.blocksPerPage(), 3); // (5400 - 1000 - 500 - 600 - 300) / 1000

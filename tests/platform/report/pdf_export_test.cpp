@@ -57,19 +57,19 @@ class PdfExportTest : public QObject
     Q_OBJECT
 
 private slots:
-    void hasThePaperAndThePages();
-    void writesThePagesThatAreAsked();
-    void setsTextsAtTheirPlaceAndSize();
-    void keepsTheOrderOfNumbersAndLetters();
-    void keepsBracketsInReadingOrder();
-    void condensesWhatIsTooWide();
-    void embedsThePictureOnce();
-    void reportsAFullDisk();
-    void leavesNothingWhenCancelled();
-    void inksAnImageAsItDoesPaper();
+    void pdf_hasThePaperSizeAndAllPages();
+    void requestedPages_areWritten();
+    void texts_haveTheirPlaceAndSize();
+    void mixedTexts_keepTheirReadingOrder();
+    void brackets_keepTheirReadingOrder();
+    void tooWideText_isCondensed();
+    void picture_isEmbeddedOnce();
+    void fullDisk_returnsFailed();
+    void cancelledExport_leavesNoFile();
+    void image_isDrawnLikePaper();
 };
 
-void PdfExportTest::hasThePaperAndThePages()
+void PdfExportTest::pdf_hasThePaperSizeAndAllPages()
 {
     const auto document = smallDocument(smallRows(7));
     const PdfWords pdf(*document);
@@ -81,7 +81,7 @@ void PdfExportTest::hasThePaperAndThePages()
     QCOMPARE(pdf.at(2, {1100, 1690, 3000, 300}), u"שורה 7"_s);
 }
 
-void PdfExportTest::writesThePagesThatAreAsked()
+void PdfExportTest::requestedPages_areWritten()
 {
     const auto document = smallDocument(smallRows(7));
     const PdfWords pdf(*document, {2, 0});
@@ -90,7 +90,7 @@ void PdfExportTest::writesThePagesThatAreAsked()
     QCOMPARE(pdf.at(1, {100, 4600, 500, 300}), u"1"_s);
 }
 
-void PdfExportTest::setsTextsAtTheirPlaceAndSize()
+void PdfExportTest::texts_haveTheirPlaceAndSize()
 {
     const auto document = smallDocument(smallRows(1));
     const PdfWords pdf(*document);
@@ -108,7 +108,7 @@ void PdfExportTest::setsTextsAtTheirPlaceAndSize()
     QVERIFY2(qAbs(number.top() - 1324) < 15, qPrintable(QString::number(number.top())));
 }
 
-void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
+void PdfExportTest::mixedTexts_keepTheirReadingOrder()
 {
     const auto rows =
         std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 2, [](int row) {
@@ -131,7 +131,7 @@ void PdfExportTest::keepsTheOrderOfNumbersAndLetters()
              qPrintable(cut));
 }
 
-void PdfExportTest::keepsBracketsInReadingOrder()
+void PdfExportTest::brackets_keepTheirReadingOrder()
 {
     const QStringList names{u"קליל 7000 (חדש)"_s,    u"(א) 12.5"_s,         u"שלום (7000) חדש"_s,
                             u"PVC 2000 (לבן) רשת"_s, u"רשת [PVC 12] לבן"_s, u"PVC (new)"_s};
@@ -152,7 +152,7 @@ void PdfExportTest::keepsBracketsInReadingOrder()
         QVERIFY2(text.contains(name), qPrintable(name + u" in "_s + text));
 }
 
-void PdfExportTest::condensesWhatIsTooWide()
+void PdfExportTest::tooWideText_isCondensed()
 {
     const QStringList texts{u"12.5"_s, u"806.08"_s, u"806.0085"_s};
     const auto rows =
@@ -177,7 +177,7 @@ void PdfExportTest::condensesWhatIsTooWide()
     }
 }
 
-void PdfExportTest::embedsThePictureOnce()
+void PdfExportTest::picture_isEmbeddedOnce()
 {
     auto sections = makeSections(smallReport);
     QImage picture(400, 30, QImage::Format_RGB32);
@@ -193,7 +193,7 @@ void PdfExportTest::embedsThePictureOnce()
     QCOMPARE(buffer.data().count("/Subtype /Image"), 1);
 }
 
-void PdfExportTest::reportsAFullDisk()
+void PdfExportTest::fullDisk_returnsFailed()
 {
     for (const qint64 room : {0, 10, 5000}) {
         const auto document = smallDocument(smallRows(60));
@@ -202,7 +202,7 @@ void PdfExportTest::reportsAFullDisk()
     }
 }
 
-void PdfExportTest::leavesNothingWhenCancelled()
+void PdfExportTest::cancelledExport_leavesNoFile()
 {
     const QTemporaryDir folder;
     const auto document = smallDocument(smallRows(60));
@@ -214,7 +214,7 @@ void PdfExportTest::leavesNothingWhenCancelled()
     QVERIFY(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
 
-void PdfExportTest::inksAnImageAsItDoesPaper()
+void PdfExportTest::image_isDrawnLikePaper()
 {
     // One pixel is ten twips. The line of the block is at 1600 and the box of its size field at
     // 2100.

@@ -14,12 +14,12 @@ class PreviewFindTest : public QObject
     Q_OBJECT
 
 private slots:
-    void opensAndCloses();
-    void goesFromPlaceToPlace();
-    void saysWhereNothingIs();
-    void startsAnewWithAnotherText();
-    void marksThePlace();
-    void canBeCancelled();
+    void findBar_opensAndCloses();
+    void findNext_goesFromHitToHit();
+    void find_withoutAHit_saysSo();
+    void find_withAnotherText_startsAtThePage();
+    void hit_isHighlighted();
+    void search_canBeCancelled();
 
 private:
     static QString result(const PreviewFixture& preview)
@@ -28,7 +28,7 @@ private:
     }
 };
 
-void PreviewFindTest::opensAndCloses()
+void PreviewFindTest::findBar_opensAndCloses()
 {
     const PreviewFixture preview;
     auto* edit = child<QLineEdit>(preview.window(), u"EditFind"_s);
@@ -43,7 +43,7 @@ void PreviewFindTest::opensAndCloses()
     QVERIFY(!preview.window().isVisible());
 }
 
-void PreviewFindTest::goesFromPlaceToPlace()
+void PreviewFindTest::findNext_goesFromHitToHit()
 {
     const PreviewFixture preview(smallRows(30));
     preview.click(u"ActionFind"_s);
@@ -64,7 +64,7 @@ void PreviewFindTest::goesFromPlaceToPlace()
     QCOMPARE(preview.pages().highlight()->page, 9);
 }
 
-void PreviewFindTest::saysWhereNothingIs()
+void PreviewFindTest::find_withoutAHit_saysSo()
 {
     const PreviewFixture preview;
     preview.press(Qt::Key_F3); // Without a text, F3 opens the find bar.
@@ -75,7 +75,7 @@ void PreviewFindTest::saysWhereNothingIs()
     QVERIFY(preview.boxes.shown().empty());
 }
 
-void PreviewFindTest::startsAnewWithAnotherText()
+void PreviewFindTest::find_withAnotherText_startsAtThePage()
 {
     const PreviewFixture preview(smallRows(30));
     preview.click(u"ActionFind"_s);
@@ -88,7 +88,7 @@ void PreviewFindTest::startsAnewWithAnotherText()
     QVERIFY(preview.pages().highlight()->page >= 8);
 }
 
-void PreviewFindTest::marksThePlace()
+void PreviewFindTest::hit_isHighlighted()
 {
     const PreviewFixture preview(smallRows(1));
     preview.click(u"ActionFind"_s);
@@ -110,7 +110,7 @@ void PreviewFindTest::marksThePlace()
     QCOMPARE(yellow(preview.pages().grab().toImage()), 0);
 }
 
-void PreviewFindTest::canBeCancelled()
+void PreviewFindTest::search_canBeCancelled()
 {
     const PreviewFixture preview(smallRows(30000000));
     preview.click(u"ActionFind"_s);

@@ -32,7 +32,7 @@ void PreviewFixture::show(std::shared_ptr<MemoryRows> shown)
     report.setDataSource(rows);
     report.Show();
     if (!QTest::qWaitForWindowActive(&window()))
-        qFatal("the preview did not come to the front");
+        qFatal("the preview is not the active window");
 }
 
 QMainWindow& PreviewFixture::window() const
@@ -41,7 +41,7 @@ QMainWindow& PreviewFixture::window() const
         if (each->objectName() == smallReport.name)
             return *qobject_cast<QMainWindow*>(each);
     }
-    qFatal("no preview");
+    qFatal("no preview is open");
 }
 
 void PreviewFixture::click(const QString& actionName) const

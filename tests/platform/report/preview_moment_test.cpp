@@ -14,16 +14,16 @@ class PreviewMomentTest : public QObject
     Q_OBJECT
 
 private slots:
-    void readsTheRestBehindTheFirstPaint();
-    void leavesAWholeDocumentAlone();
-    void firstPageStandsBeforeTheRestIsRead();
-    void followsWhatHasChangedMeanwhile();
-    void lastPageIsReadAtOnce();
-    void exportReadsTheRestFirst();
-    void printStatesTheFinalNumberOfPages();
-    void findReadsTheRestFirst();
-    void raisesAFailureOfTheRestOnce();
-    void anotherDocumentTakesThePlace();
+    void firstPaint_queuesReadingTheRest();
+    void completeDocument_isNotReadAgain();
+    void firstPage_isShownBeforeTheRestIsRead();
+    void changesBeforeReadAll_updateAllPages();
+    void lastPage_isReadImmediately();
+    void export_readsTheRestFirst();
+    void print_showsTheFinalNumberOfPages();
+    void find_readsTheRestFirst();
+    void readErrorOfTheRest_isReportedOnce();
+    void anotherDocument_cancelsReadingTheRest();
 
 private:
     static std::shared_ptr<MemoryRows> longRows(int count);
@@ -46,7 +46,7 @@ void PreviewMomentTest::letShrink(MemoryRows& rows)
     };
 }
 
-void PreviewMomentTest::readsTheRestBehindTheFirstPaint()
+void PreviewMomentTest::firstPaint_queuesReadingTheRest()
 {
     const PreviewFixture preview(longRows(3000));
     QTRY_COMPARE(preview.rows->timesReadAll, 1);
@@ -58,7 +58,7 @@ void PreviewMomentTest::readsTheRestBehindTheFirstPaint()
     QVERIFY(preview.boxes.shown().empty());
 }
 
-void PreviewMomentTest::leavesAWholeDocumentAlone()
+void PreviewMomentTest::completeDocument_isNotReadAgain()
 {
     const PreviewFixture preview(smallRows(30));
     preview.window().grab();
@@ -66,7 +66,7 @@ void PreviewMomentTest::leavesAWholeDocumentAlone()
     QCOMPARE(preview.rows->timesReadAll, 0);
 }
 
-void PreviewMomentTest::firstPageStandsBeforeTheRestIsRead()
+void PreviewMomentTest::firstPage_isShownBeforeTheRestIsRead()
 {
     PreviewFixture preview(smallRows(3));
     const auto rows = longRows(3000);
@@ -77,7 +77,7 @@ void PreviewMomentTest::firstPageStandsBeforeTheRestIsRead()
     QCOMPARE(rows->timesReadAll, 0);
 }
 
-void PreviewMomentTest::followsWhatHasChangedMeanwhile()
+void PreviewMomentTest::changesBeforeReadAll_updateAllPages()
 {
     const auto rows = longRows(3000);
     letShrink(*rows);
@@ -88,7 +88,7 @@ void PreviewMomentTest::followsWhatHasChangedMeanwhile()
     QCOMPARE(preview.pages().currentPage(), 3);
 }
 
-void PreviewMomentTest::lastPageIsReadAtOnce()
+void PreviewMomentTest::lastPage_isReadImmediately()
 {
     PreviewFixture preview(smallRows(3));
     const auto rows = longRows(3000);
@@ -102,7 +102,7 @@ void PreviewMomentTest::lastPageIsReadAtOnce()
     QCOMPARE(preview.pages().currentPage(), 3);
 }
 
-void PreviewMomentTest::exportReadsTheRestFirst()
+void PreviewMomentTest::export_readsTheRestFirst()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(3));
@@ -120,7 +120,7 @@ void PreviewMomentTest::exportReadsTheRestFirst()
     QCOMPARE(preview.pages().pageCount(), 3);
 }
 
-void PreviewMomentTest::printStatesTheFinalNumberOfPages()
+void PreviewMomentTest::print_showsTheFinalNumberOfPages()
 {
     PreviewFixture preview(smallRows(3));
     int stated = 0;
@@ -137,7 +137,7 @@ void PreviewMomentTest::printStatesTheFinalNumberOfPages()
     QCOMPARE(preview.pages().pageCount(), 3);
 }
 
-void PreviewMomentTest::findReadsTheRestFirst()
+void PreviewMomentTest::find_readsTheRestFirst()
 {
     PreviewFixture preview(smallRows(3));
     const auto rows = longRows(3000);
@@ -149,7 +149,7 @@ void PreviewMomentTest::findReadsTheRestFirst()
     QCOMPARE(child<QLabel>(preview.window(), u"LabelFindResult"_s)->text().trimmed(), u"דף 3"_s);
 }
 
-void PreviewMomentTest::raisesAFailureOfTheRestOnce()
+void PreviewMomentTest::readErrorOfTheRest_isReportedOnce()
 {
     PreviewFixture preview(smallRows(3));
     preview.boxes.answer(runtime::vbOK);
@@ -166,7 +166,7 @@ void PreviewMomentTest::raisesAFailureOfTheRestOnce()
     QCOMPARE(preview.boxes.shown().size(), 1u);
 }
 
-void PreviewMomentTest::anotherDocumentTakesThePlace()
+void PreviewMomentTest::anotherDocument_cancelsReadingTheRest()
 {
     PreviewFixture preview(smallRows(3));
     const auto former = longRows(3000);

@@ -34,21 +34,21 @@ class PreviewOutputTest : public QObject
     Q_OBJECT
 
 private slots:
-    void exportsPdf();
-    void exportsHtml();
-    void exportsText();
-    void writesNothingWithoutAFile();
-    void refusesAFileThatCannotBeWritten();
-    void leavesTheOldFileWhenCancelled_data();
-    void leavesTheOldFileWhenCancelled();
-    void endsWithAReadingFailure();
-    void printsWhatIsChosen();
-    void laysThePagesAnewOnThePrintersPaper();
-    void refusesAPaperThatIsTooNarrow();
-    void knowsThePaperOfALayout();
+    void exportPdf_writesAPdf();
+    void exportHtml_writesAnHtmlPage();
+    void exportText_writesAText();
+    void export_withoutAFile_writesNothing();
+    void export_toAnUnwritableFile_showsABox();
+    void cancelledExport_keepsTheOldFile_data();
+    void cancelledExport_keepsTheOldFile();
+    void readErrorInAnExport_opensTheErrorBox();
+    void print_printsTheChosenPages();
+    void print_onOtherPaper_paginatesAgain();
+    void print_onTooNarrowPaper_showsABox();
+    void paperOf_returnsTheSheetSize();
 };
 
-void PreviewOutputTest::exportsPdf()
+void PreviewOutputTest::exportPdf_writesAPdf()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(7));
@@ -63,7 +63,7 @@ void PreviewOutputTest::exportsPdf()
     QVERIFY(preview.boxes.shown().empty());
 }
 
-void PreviewOutputTest::exportsHtml()
+void PreviewOutputTest::exportHtml_writesAnHtmlPage()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(7));
@@ -73,7 +73,7 @@ void PreviewOutputTest::exportsHtml()
     QVERIFY(contents(preview.chosenFile).contains(u"שורה 7"_s.toUtf8()));
 }
 
-void PreviewOutputTest::exportsText()
+void PreviewOutputTest::exportText_writesAText()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(7));
@@ -83,7 +83,7 @@ void PreviewOutputTest::exportsText()
     QVERIFY(contents(preview.chosenFile).contains(u"שם:\tשורה 7\n3.5\n"_s.toUtf8()));
 }
 
-void PreviewOutputTest::writesNothingWithoutAFile()
+void PreviewOutputTest::export_withoutAFile_writesNothing()
 {
     PreviewFixture preview(smallRows(7));
     for (const QString& action :
@@ -94,7 +94,7 @@ void PreviewOutputTest::writesNothingWithoutAFile()
     QVERIFY(preview.boxes.shown().empty());
 }
 
-void PreviewOutputTest::refusesAFileThatCannotBeWritten()
+void PreviewOutputTest::export_toAnUnwritableFile_showsABox()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(7));
@@ -113,7 +113,7 @@ void PreviewOutputTest::refusesAFileThatCannotBeWritten()
     QVERIFY(entries(folder).isEmpty());
 }
 
-void PreviewOutputTest::leavesTheOldFileWhenCancelled_data()
+void PreviewOutputTest::cancelledExport_keepsTheOldFile_data()
 {
     QTest::addColumn<QString>("action");
     QTest::newRow("PDF") << u"ActionExportPdf"_s;
@@ -121,7 +121,7 @@ void PreviewOutputTest::leavesTheOldFileWhenCancelled_data()
     QTest::newRow("text") << u"ActionExportText"_s;
 }
 
-void PreviewOutputTest::leavesTheOldFileWhenCancelled()
+void PreviewOutputTest::cancelledExport_keepsTheOldFile()
 {
     QFETCH(QString, action);
     const QTemporaryDir folder;
@@ -150,7 +150,7 @@ void PreviewOutputTest::leavesTheOldFileWhenCancelled()
     QVERIFY(preview.boxes.shown().empty());
 }
 
-void PreviewOutputTest::endsWithAReadingFailure()
+void PreviewOutputTest::readErrorInAnExport_opensTheErrorBox()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(300));
@@ -162,7 +162,7 @@ void PreviewOutputTest::endsWithAReadingFailure()
     QVERIFY(entries(folder).isEmpty());
 }
 
-void PreviewOutputTest::printsWhatIsChosen()
+void PreviewOutputTest::print_printsTheChosenPages()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(30));
@@ -201,7 +201,7 @@ void PreviewOutputTest::printsWhatIsChosen()
              u"10 9"_s);
 }
 
-void PreviewOutputTest::laysThePagesAnewOnThePrintersPaper()
+void PreviewOutputTest::print_onOtherPaper_paginatesAgain()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"printed.pdf"_s);
@@ -219,7 +219,7 @@ void PreviewOutputTest::laysThePagesAnewOnThePrintersPaper()
     QCOMPARE(preview.pages().pageCount(), 10);
 }
 
-void PreviewOutputTest::refusesAPaperThatIsTooNarrow()
+void PreviewOutputTest::print_onTooNarrowPaper_showsABox()
 {
     const QTemporaryDir folder;
     PreviewFixture preview(smallRows(30));
@@ -236,7 +236,7 @@ void PreviewOutputTest::refusesAPaperThatIsTooNarrow()
     QVERIFY(entries(folder).isEmpty());
 }
 
-void PreviewOutputTest::knowsThePaperOfALayout()
+void PreviewOutputTest::paperOf_returnsTheSheetSize()
 {
     const QMarginsF margins(20, 20, 20, 20);
     QCOMPARE(paperOf(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, margins)),

@@ -16,27 +16,27 @@ class PreviewTest : public QObject
     Q_OBJECT
 
 private slots:
-    void opensAtItsFirstPage();
-    void readsThePagesInSightAlone();
-    void isTakenAgainByTheNextShow();
-    void refusesWhatItCannotShow();
-    void raisesAReadingFailureOutsideThePainting();
-    void goesThroughThePagesByKey();
-    void goesThroughThePagesByMouse();
-    void goesToATypedPage_data();
-    void goesToATypedPage();
-    void followsScrolling();
-    void zoomsByKey();
-    void zoomsByMouse();
-    void zoomsToAnEntry();
-    void zoomsToATypedPercent_data();
-    void zoomsToATypedPercent();
-    void fitsPageAndWidth();
-    void keepsThePlaceWhenZooming();
-    void namesItsCommandsInHebrew();
+    void show_opensAtTheFirstPage();
+    void painting_readsOnlyVisiblePages();
+    void secondShow_reusesTheWindow();
+    void show_withoutUsableData_throws();
+    void readErrorWhilePainting_opensOneErrorBox();
+    void keys_goThroughThePages();
+    void buttons_goThroughThePages();
+    void typedPageNumber_goesToThatPage_data();
+    void typedPageNumber_goesToThatPage();
+    void scrolling_changesTheCurrentPage();
+    void keys_changeTheZoom();
+    void buttonsAndWheel_changeTheZoom();
+    void zoomEntry_setsTheZoom();
+    void typedPercent_setsTheZoom_data();
+    void typedPercent_setsTheZoom();
+    void fitPageAndWidth_followTheWindow();
+    void zooming_keepsThePosition();
+    void commands_haveHebrewNames();
 };
 
-void PreviewTest::opensAtItsFirstPage()
+void PreviewTest::show_opensAtTheFirstPage()
 {
     const PreviewFixture preview(smallRows(7));
     QCOMPARE(preview.window().windowTitle(), u"דו\"ח קטן"_s);
@@ -50,7 +50,7 @@ void PreviewTest::opensAtItsFirstPage()
     QCOMPARE(child<QLabel>(preview.window(), u"LabelPageCount"_s)->text().trimmed(), u"מתוך 3"_s);
 }
 
-void PreviewTest::readsThePagesInSightAlone()
+void PreviewTest::painting_readsOnlyVisiblePages()
 {
     PreviewFixture preview(smallRows(300000));
     preview.window().grab();
@@ -68,7 +68,7 @@ void PreviewTest::readsThePagesInSightAlone()
     QVERIFY(preview.rows->rowsRead <= before + 3 * sheets);
 }
 
-void PreviewTest::isTakenAgainByTheNextShow()
+void PreviewTest::secondShow_reusesTheWindow()
 {
     PreviewFixture preview(smallRows(30));
     QMainWindow* first = &preview.window();
@@ -87,7 +87,7 @@ void PreviewTest::isTakenAgainByTheNextShow()
     QCOMPARE(preview.pages().pageCount(), 1);
 }
 
-void PreviewTest::refusesWhatItCannotShow()
+void PreviewTest::show_withoutUsableData_throws()
 {
     PreviewFixture preview(smallRows(30));
     const auto errorOfShow = [](DataReport& report) {
@@ -105,7 +105,7 @@ void PreviewTest::refusesWhatItCannotShow()
     QCOMPARE(errorOfShow(preview.report), 0);
 }
 
-void PreviewTest::raisesAReadingFailureOutsideThePainting()
+void PreviewTest::readErrorWhilePainting_opensOneErrorBox()
 {
     PreviewFixture preview(smallRows(300));
     preview.boxes.answer(runtime::vbOK);
@@ -120,7 +120,7 @@ void PreviewTest::raisesAReadingFailureOutsideThePainting()
     QCOMPARE(preview.boxes.shown().size(), 1u);
 }
 
-void PreviewTest::goesThroughThePagesByKey()
+void PreviewTest::keys_goThroughThePages()
 {
     const PreviewFixture preview(smallRows(30));
     preview.press(Qt::Key_PageDown);
@@ -138,7 +138,7 @@ void PreviewTest::goesThroughThePagesByKey()
     QCOMPARE(preview.pages().currentPage(), 1);
 }
 
-void PreviewTest::goesThroughThePagesByMouse()
+void PreviewTest::buttons_goThroughThePages()
 {
     const PreviewFixture preview(smallRows(30));
     QVERIFY(!preview.action(u"ActionFirstPage"_s).isEnabled());
@@ -155,19 +155,19 @@ void PreviewTest::goesThroughThePagesByMouse()
     QCOMPARE(preview.pages().currentPage(), 1);
 }
 
-void PreviewTest::goesToATypedPage_data()
+void PreviewTest::typedPageNumber_goesToThatPage_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<int>("page");
     QTest::newRow("a page") << u"7"_s << 7;
     QTest::newRow("the last") << u"10"_s << 10;
     QTest::newRow("beyond the last") << u"900"_s << 10;
-    QTest::newRow("none") << u"0"_s << 1;
-    QTest::newRow("nothing") << u""_s << 4;
-    QTest::newRow("no number") << u"ב"_s << 4;
+    QTest::newRow("zero") << u"0"_s << 1;
+    QTest::newRow("empty text") << u""_s << 4;
+    QTest::newRow("not a number") << u"ב"_s << 4;
 }
 
-void PreviewTest::goesToATypedPage()
+void PreviewTest::typedPageNumber_goesToThatPage()
 {
     QFETCH(QString, typed);
     QFETCH(int, page);
@@ -180,7 +180,7 @@ void PreviewTest::goesToATypedPage()
              QString::number(page));
 }
 
-void PreviewTest::followsScrolling()
+void PreviewTest::scrolling_changesTheCurrentPage()
 {
     const PreviewFixture preview(smallRows(30));
     QSignalSpy changed(&preview.pages(), &PreviewPages::currentPageChanged);
@@ -197,7 +197,7 @@ void PreviewTest::followsScrolling()
     QCOMPARE(child<QLineEdit>(preview.window(), u"EditPageNumber"_s)->text(), u"10"_s);
 }
 
-void PreviewTest::zoomsByKey()
+void PreviewTest::keys_changeTheZoom()
 {
     const PreviewFixture preview;
     preview.press(Qt::Key_Plus, Qt::ControlModifier);
@@ -216,7 +216,7 @@ void PreviewTest::zoomsByKey()
     QCOMPARE(preview.pages().zoomFactor(), 5.0);
 }
 
-void PreviewTest::zoomsByMouse()
+void PreviewTest::buttonsAndWheel_changeTheZoom()
 {
     const PreviewFixture preview;
     preview.click(u"ActionZoomIn"_s);
@@ -241,7 +241,7 @@ void PreviewTest::zoomsByMouse()
     QVERIFY(preview.pages().verticalScrollBar()->value() > before);
 }
 
-void PreviewTest::zoomsToAnEntry()
+void PreviewTest::zoomEntry_setsTheZoom()
 {
     const PreviewFixture preview;
     auto* combo = child<QComboBox>(preview.window(), u"ComboZoom"_s);
@@ -262,20 +262,20 @@ void PreviewTest::zoomsToAnEntry()
     QVERIFY(preview.pages().zoomFactor() < width + 0.001);
 }
 
-void PreviewTest::zoomsToATypedPercent_data()
+void PreviewTest::typedPercent_setsTheZoom_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<double>("zoom");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("with its sign") << u"85%"_s << 0.85 << u"85%"_s;
-    QTest::newRow("without") << u" 120 "_s << 1.2 << u"120%"_s;
-    QTest::newRow("too great") << u"9000"_s << 5.0 << u"500%"_s;
+    QTest::newRow("with percent sign") << u"85%"_s << 0.85 << u"85%"_s;
+    QTest::newRow("without percent sign") << u" 120 "_s << 1.2 << u"120%"_s;
+    QTest::newRow("too large") << u"9000"_s << 5.0 << u"500%"_s;
     QTest::newRow("too small") << u"1%"_s << 0.1 << u"10%"_s;
-    QTest::newRow("no number") << u"גדול"_s << 1.0 << u"100%"_s;
-    QTest::newRow("nothing") << u""_s << 1.0 << u"100%"_s;
+    QTest::newRow("not a number") << u"גדול"_s << 1.0 << u"100%"_s;
+    QTest::newRow("empty text") << u""_s << 1.0 << u"100%"_s;
 }
 
-void PreviewTest::zoomsToATypedPercent()
+void PreviewTest::typedPercent_setsTheZoom()
 {
     QFETCH(QString, typed);
     QFETCH(double, zoom);
@@ -288,7 +288,7 @@ void PreviewTest::zoomsToATypedPercent()
     QCOMPARE(combo->currentText(), shown);
 }
 
-void PreviewTest::fitsPageAndWidth()
+void PreviewTest::fitPageAndWidth_followTheWindow()
 {
     const PreviewFixture preview;
     const QSize view = preview.pages().viewport()->size();
@@ -309,7 +309,7 @@ void PreviewTest::fitsPageAndWidth()
     QCOMPARE(preview.pages().zoomFactor(), 0.5);
 }
 
-void PreviewTest::keepsThePlaceWhenZooming()
+void PreviewTest::zooming_keepsThePosition()
 {
     const PreviewFixture preview(smallRows(3000));
     preview.pages().setCurrentPage(500);
@@ -319,7 +319,7 @@ void PreviewTest::keepsThePlaceWhenZooming()
     }
 }
 
-void PreviewTest::namesItsCommandsInHebrew()
+void PreviewTest::commands_haveHebrewNames()
 {
     const PreviewFixture preview;
     const auto isHebrew = [](const QString& text) {

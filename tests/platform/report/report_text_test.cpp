@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(ReportText, RendersValuesAsTheyAreStored)
+TEST(ReportText, FormatsValuesAsStored)
 {
     const struct
     {
@@ -32,14 +32,14 @@ TEST(ReportText, RendersValuesAsTheyAreStored)
         EXPECT_EQ(valueText(each.value).toStdString(), each.text.toStdString());
 }
 
-TEST(ReportText, KeepsNumbersInTheirOwnOrder)
+TEST(ReportText, TextWithoutLettersReadsLeftToRight)
 {
     for (const QString& text :
          {u"-5"_s, u"12.5"_s, u"03-1234567"_s, u"+972 50 123"_s, u"01/03/2026"_s, u""_s, u"(5)"_s})
         EXPECT_EQ(displayText(text, true), (DisplayText{text, false})) << text.toStdString();
 }
 
-TEST(ReportText, ReadsLettersInTheControlsOrder)
+TEST(ReportText, TextWithLettersHasTheControlsDirection)
 {
     EXPECT_EQ(displayText(u"לבן"_s, true), (DisplayText{u"לבן"_s, true}));
     EXPECT_EQ(displayText(u"לבן"_s, false), (DisplayText{u"לבן"_s, false}));
@@ -47,7 +47,7 @@ TEST(ReportText, ReadsLettersInTheControlsOrder)
     EXPECT_EQ(displayText(u"רשת 120-B לבן"_s, true), (DisplayText{u"רשת 120-B לבן"_s, true}));
 }
 
-TEST(ReportText, HoldsASignInFrontOfItsNumberAmidLetters)
+TEST(ReportText, SignStaysInFrontOfItsNumber)
 {
     const QString mark = QChar(0x200e);
     EXPECT_EQ(displayText(u"מידה -5"_s, true).text, u"מידה "_s + mark + u"-5"_s);
@@ -58,7 +58,7 @@ TEST(ReportText, HoldsASignInFrontOfItsNumberAmidLetters)
     EXPECT_EQ(displayText(u"חלון - דלת"_s, true).text, u"חלון - דלת"_s);
 }
 
-TEST(ReportText, MakesOneLineOfATextWithBreaks)
+TEST(ReportText, LineBreaksBecomeSpaces)
 {
     EXPECT_EQ(displayText(u"א\nב\tג"_s, true).text, u"א ב ג"_s);
     const QString separated = u"א"_s + QChar(0x2028) + u"ב"_s + QChar(0x2029) + u"ג"_s;

@@ -24,7 +24,7 @@ std::optional<Hit> previous(Document& document, const QString& text, const std::
     return findText(document, text, SearchDirection::Backward, from, startPage, goOn);
 }
 
-TEST(Search, GoesThroughAllPagesAndRound)
+TEST(Search, ForwardSearchWrapsAround)
 {
     const auto document = smallDocument(smallRows(8)); // A page holds three rows.
     const auto first = next(*document, u"שורה"_s, std::nullopt);
@@ -43,7 +43,7 @@ TEST(Search, GoesThroughAllPagesAndRound)
     EXPECT_EQ(hit->control, first->control);
 }
 
-TEST(Search, GoesBackwards)
+TEST(Search, BackwardSearchWrapsAround)
 {
     const auto document = smallDocument(smallRows(8));
     auto hit = previous(*document, u"שורה"_s, next(*document, u"שורה"_s, std::nullopt));
@@ -54,14 +54,14 @@ TEST(Search, GoesBackwards)
     EXPECT_EQ(hit->place.top(), 1600 + 90);
 }
 
-TEST(Search, BeginsAtTheGivenPage)
+TEST(Search, StartsAtTheGivenPage)
 {
     const auto document = smallDocument(smallRows(8));
     EXPECT_EQ(next(*document, u"כותרת"_s, std::nullopt, 1)->page, 1);
-    EXPECT_EQ(next(*document, u"שורה 2"_s, std::nullopt, 2)->page, 0) << "round the end";
+    EXPECT_EQ(next(*document, u"שורה 2"_s, std::nullopt, 2)->page, 0) << "after wrapping around";
 }
 
-TEST(Search, FindsTheOnlyPlaceAgain)
+TEST(Search, FindsTheOnlyHitAgain)
 {
     const auto document = smallDocument(smallRows(2));
     const auto hit = next(*document, u"שורה 2"_s, std::nullopt);
@@ -70,7 +70,7 @@ TEST(Search, FindsTheOnlyPlaceAgain)
     EXPECT_EQ(previous(*document, u"שורה 2"_s, hit)->place, hit->place);
 }
 
-TEST(Search, TakesUpperAndLowerCaseAlike)
+TEST(Search, IgnoresCase)
 {
     const auto rows = std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
         return MemoryRows::Row{u"Pvc לבן"_s, 1};
@@ -79,7 +79,7 @@ TEST(Search, TakesUpperAndLowerCaseAlike)
     EXPECT_TRUE(next(*document, u"pVC"_s, std::nullopt));
 }
 
-TEST(Search, FindsNothingWhereNothingIs)
+TEST(Search, ReturnsNothingWithoutAHit)
 {
     const auto document = smallDocument(smallRows(8));
     EXPECT_FALSE(next(*document, u"אין"_s, std::nullopt));

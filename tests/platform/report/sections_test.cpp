@@ -21,7 +21,7 @@ TEST(Sections, StandAsDesigned)
     EXPECT_TRUE(sections[0].Controls(u"Logo"_s).Picture().isNull());
 }
 
-TEST(Sections, KeepWhatIsSet)
+TEST(Sections, KeepCaptionsAndPicturesSetAtRunTime)
 {
     auto sections = makeSections(testsupport::smallReport);
     sections[0].Controls(u"Number"_s).setCaption(u"  12 "_s);
@@ -32,11 +32,12 @@ TEST(Sections, KeepWhatIsSet)
     EXPECT_EQ(sections[0].Controls(u"Logo"_s).Picture(), picture);
 }
 
-TEST(Sections, RefuseWhatAControlDoesNotHave)
+TEST(Sections, ThrowForAPropertyThatTheControlLacks)
 {
     auto sections = makeSections(testsupport::smallReport);
-    EXPECT_EQ(errorOf([&] { sections[0].Controls(u"NameField"_s); }), 5) << "another section's";
-    EXPECT_EQ(errorOf([&] { sections[0].Controls(u"title"_s); }), 5) << "not its spelling";
+    EXPECT_EQ(errorOf([&] { sections[0].Controls(u"NameField"_s); }), 5)
+        << "control of another section";
+    EXPECT_EQ(errorOf([&] { sections[0].Controls(u"title"_s); }), 5) << "names are case-sensitive";
     EXPECT_EQ(errorOf([&] { sections[0].Controls(QString()); }), 5);
     EXPECT_EQ(errorOf([&] { sections[1].Controls(u"NameField"_s).setCaption(u"x"_s); }), 5);
     EXPECT_EQ(errorOf([&] { sections[0].Controls(u"Logo"_s).setCaption(u"x"_s); }), 5);

@@ -30,31 +30,31 @@ class TextShaperTest : public QObject
     Q_OBJECT
 
 private slots:
-    void takesTheHebrewFamily();
-    void standsWhereItIsAligned_data();
-    void standsWhereItIsAligned();
-    void standsInTheMiddleOfItsHeight();
-    void condensesANumberThatIsTooWide_data();
-    void condensesANumberThatIsTooWide();
-    void cutsANumberWithAnEllipsis();
-    void cutsALetterTextAtItsLogicalEnd_data();
-    void cutsALetterTextAtItsLogicalEnd();
-    void keepsFromTheBordersOfABox();
-    void keepsFromTheCaptionBesideIt();
-    void breaksWhereTheControlIsHighEnough();
-    void condensesWhatTheLinesDoNotHold();
-    void mirrorsBracketsByTheirOwnGlyphs();
-    void setsGlyphsFromTheLeft();
-    void showsNothingForAnEmptyText();
+    void hebrewFontFamily_isInstalled();
+    void line_isAlignedHorizontally_data();
+    void line_isAlignedHorizontally();
+    void text_isCentredVertically();
+    void tooWideNumber_isCondensed_data();
+    void tooWideNumber_isCondensed();
+    void tooLongNumber_endsWithAnEllipsis();
+    void tooLongText_hasItsEllipsisAtTheLogicalEnd_data();
+    void tooLongText_hasItsEllipsisAtTheLogicalEnd();
+    void boxedText_keepsClearOfItsBorders();
+    void fieldText_keepsClearOfAnAdjacentCaption();
+    void highControl_breaksTheText();
+    void tooLongBrokenText_isCondensedThenTruncated();
+    void rightToLeftBrackets_areMirroredGlyphs();
+    void glyphs_areOrderedFromTheLeft();
+    void emptyText_hasNoGlyphs();
 };
 
-void TextShaperTest::takesTheHebrewFamily()
+void TextShaperTest::hebrewFontFamily_isInstalled()
 {
     // Without this font family, the measurements of this test are meaningless.
     QVERIFY(QFontInfo(QFont(u"David"_s)).family().startsWith(u"David"_s));
 }
 
-void TextShaperTest::standsWhereItIsAligned_data()
+void TextShaperTest::line_isAlignedHorizontally_data()
 {
     QTest::addColumn<Align>("align");
     // Share of the remaining width that is to the left of the text.
@@ -64,7 +64,7 @@ void TextShaperTest::standsWhereItIsAligned_data()
     QTest::newRow("centre") << Align::Centre << 0.5;
 }
 
-void TextShaperTest::standsWhereItIsAligned()
+void TextShaperTest::line_isAlignedHorizontally()
 {
     QFETCH(Align, align);
     QFETCH(double, share);
@@ -79,7 +79,7 @@ void TextShaperTest::standsWhereItIsAligned()
     }
 }
 
-void TextShaperTest::standsInTheMiddleOfItsHeight()
+void TextShaperTest::text_isCentredVertically()
 {
     const double line = QFontMetricsF(twipFont(u"David"_s, 12, false)).height();
     for (const int height : {200, 300, 400}) { // Lower than the line, higher, and much higher.
@@ -92,7 +92,7 @@ void TextShaperTest::standsInTheMiddleOfItsHeight()
     QCOMPARE(smaller.lines[0].corner.y(), (300 - line * smaller.fit.vertical()) / 2);
 }
 
-void TextShaperTest::condensesANumberThatIsTooWide_data()
+void TextShaperTest::tooWideNumber_isCondensed_data()
 {
     QTest::addColumn<Align>("align");
     QTest::addColumn<int>("style");
@@ -102,7 +102,7 @@ void TextShaperTest::condensesANumberThatIsTooWide_data()
     QTest::newRow("right, right to left") << Align::Right << int(RightToLeft);
 }
 
-void TextShaperTest::condensesANumberThatIsTooWide()
+void TextShaperTest::tooWideNumber_isCondensed()
 {
     QFETCH(Align, align);
     QFETCH(int, style);
@@ -125,7 +125,7 @@ void TextShaperTest::condensesANumberThatIsTooWide()
     }
 }
 
-void TextShaperTest::cutsANumberWithAnEllipsis()
+void TextShaperTest::tooLongNumber_endsWithAnEllipsis()
 {
     for (const Align align : {Align::Left, Align::Right, Align::Centre}) {
         const ShapedText shaped = shape(field(600, align), u"0.333333333333333"_s);
@@ -144,7 +144,7 @@ void TextShaperTest::cutsANumberWithAnEllipsis()
     }
 }
 
-void TextShaperTest::cutsALetterTextAtItsLogicalEnd_data()
+void TextShaperTest::tooLongText_hasItsEllipsisAtTheLogicalEnd_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("style");
@@ -159,7 +159,7 @@ void TextShaperTest::cutsALetterTextAtItsLogicalEnd_data()
         << u"ירוק בקבוק מטלי RAL 6005 with a long English end"_s << int(RightToLeft) << true;
 }
 
-void TextShaperTest::cutsALetterTextAtItsLogicalEnd()
+void TextShaperTest::tooLongText_hasItsEllipsisAtTheLogicalEnd()
 {
     QFETCH(QString, text);
     QFETCH(int, style);
@@ -181,7 +181,7 @@ void TextShaperTest::cutsALetterTextAtItsLogicalEnd()
     QVERIFY(endsAtTheLeft ? at <= 1 : at >= glyphs.size() - 2);
 }
 
-void TextShaperTest::keepsFromTheBordersOfABox()
+void TextShaperTest::boxedText_keepsClearOfItsBorders()
 {
     const ControlDesign box = field(600, Align::Right, Boxed);
     const ShapedText shaped = shape(box, u"12.5"_s);
@@ -192,7 +192,7 @@ void TextShaperTest::keepsFromTheBordersOfABox()
     QVERIFY(tight.lines[0].corner.x() >= 40 && tight.lines[0].corner.x() < 50);
 }
 
-void TextShaperTest::keepsFromTheCaptionBesideIt()
+void TextShaperTest::fieldText_keepsClearOfAnAdjacentCaption()
 {
     // The caption's box starts 30 twips before the end of the value.
     static constexpr ControlDesign controls[] = {
@@ -212,7 +212,7 @@ void TextShaperTest::keepsFromTheCaptionBesideIt()
     QCOMPARE(shaper.shaped(controls[1], u"חיתוך U"_s).lines[0].corner.x(), 0.0);
 }
 
-void TextShaperTest::breaksWhereTheControlIsHighEnough()
+void TextShaperTest::highControl_breaksTheText()
 {
     const QString text = u"מונובלוק מיוחד : 20 מכסה 15"_s;
     const ControlDesign cell = field(1800, Align::Centre, RightToLeft, 606);
@@ -230,7 +230,7 @@ void TextShaperTest::breaksWhereTheControlIsHighEnough()
     QCOMPARE(shape(low, text).lines.size(), 1u);
 }
 
-void TextShaperTest::condensesWhatTheLinesDoNotHold()
+void TextShaperTest::tooLongBrokenText_isCondensedThenTruncated()
 {
     const QString text = u"מונובלוק מיוחד : 20 מכסה 15 מונובלוק מיוחד"_s;
     const ControlDesign cell = field(1800, Align::Centre, RightToLeft, 606);
@@ -249,7 +249,7 @@ void TextShaperTest::condensesWhatTheLinesDoNotHold()
     QVERIFY(cut.lines[1].width <= 1800);
 }
 
-void TextShaperTest::mirrorsBracketsByTheirOwnGlyphs()
+void TextShaperTest::rightToLeftBrackets_areMirroredGlyphs()
 {
     const ShapedText shaped = shape(field(5000, Align::Right, RightToLeft), u"(חדש)"_s);
     const QList<quint32> brackets =
@@ -268,7 +268,7 @@ void TextShaperTest::mirrorsBracketsByTheirOwnGlyphs()
         QVERIFY(!piece.mirroredFrom.has_value());
 }
 
-void TextShaperTest::setsGlyphsFromTheLeft()
+void TextShaperTest::glyphs_areOrderedFromTheLeft()
 {
     const ControlDesign control = field(5000, Align::Right, RightToLeft);
     const ShapedText shaped = shape(control, u"רשת 120 PVC לבן -5"_s);
@@ -284,7 +284,7 @@ void TextShaperTest::setsGlyphsFromTheLeft()
     QCOMPARE(glyphs, 19); // 18 characters and the direction mark before the sign.
 }
 
-void TextShaperTest::showsNothingForAnEmptyText()
+void TextShaperTest::emptyText_hasNoGlyphs()
 {
     const ControlDesign control = field(600, Align::Centre, Boxed);
     const ShapedText shaped = shape(control, QString());

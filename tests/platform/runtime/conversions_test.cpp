@@ -40,7 +40,7 @@ struct Case
     double value;
 };
 
-TEST(TextToNumber, TakesBlanksSignDigitsDecimalSignAndExponent)
+TEST(TextToNumber, AcceptsBlanksSignDigitsDecimalSignAndExponent)
 {
     const Case cases[] = {
         {u"0", 0},     {u"00", 0},     {u"07", 7},       {u"120", 120},  {u"+5", 5},
@@ -53,7 +53,7 @@ TEST(TextToNumber, TakesBlanksSignDigitsDecimalSignAndExponent)
             << qPrintable(QString::fromUtf16(each.text));
 }
 
-TEST(TextToNumber, RefusesWhatIsNoNumber)
+TEST(TextToNumber, NonNumbersThrowTypeMismatch)
 {
     const char16_t* cases[] = {
         u"",    u" ",   u".",   u"+",       u"-",       u"--5", u"+-5",   u"5-",
@@ -66,13 +66,13 @@ TEST(TextToNumber, RefusesWhatIsNoNumber)
             << qPrintable(QString::fromUtf16(each));
 }
 
-TEST(TextToNumber, OverflowsBeyondADouble)
+TEST(TextToNumber, TooLargeNumbersThrowOverflow)
 {
     EXPECT_EQ(errorOfText(u"1e999"_s), Overflow);
     EXPECT_EQ(errorOfText(u"-1e999"_s), Overflow);
 }
 
-TEST(TextToNumber, TakesTheMachinesDecimalSignAndThePoint)
+TEST(TextToNumber, AcceptsTheLocalesDecimalSignAndThePoint)
 {
     const Region region(decimalComma);
     EXPECT_EQ(toDouble(u"1,5"_s), 1.5);
@@ -80,7 +80,7 @@ TEST(TextToNumber, TakesTheMachinesDecimalSignAndThePoint)
     EXPECT_EQ(errorOfText(u"1.000,5"_s), TypeMismatch);
 }
 
-TEST(ValueToNumber, KnowsNullNumbersTextsAndBooleans)
+TEST(ValueToNumber, ConvertsNullNumbersTextsAndBooleans)
 {
     EXPECT_EQ(errorOf([] { toDouble(QVariant()); }), InvalidUseOfNull);
     EXPECT_EQ(toDouble(QVariant(7)), 7);
@@ -103,7 +103,7 @@ TEST(Narrowing, RoundsHalfToEven)
     }
 }
 
-TEST(Narrowing, OverflowsAtTheEndsOfTheRange)
+TEST(Narrowing, NumbersOutsideTheRangeThrowOverflow)
 {
     EXPECT_EQ(toInt16(32767.4), 32767);
     EXPECT_EQ(toInt16(-32768.5), -32768);
@@ -116,7 +116,7 @@ TEST(Narrowing, OverflowsAtTheEndsOfTheRange)
     EXPECT_EQ(errorOf([] { toInt16(QVariant()); }), InvalidUseOfNull);
 }
 
-TEST(NumberToText, IsGeneralWithFifteenDigitsAtMost)
+TEST(NumberToText, HasAtMostFifteenSignificantDigits)
 {
     const std::pair<double, const char16_t*> cases[] = {
         {92, u"92"},         {58.15, u"58.15"},
@@ -131,7 +131,7 @@ TEST(NumberToText, IsGeneralWithFifteenDigitsAtMost)
         EXPECT_EQ(toText(value), QString::fromUtf16(text)) << value;
 }
 
-TEST(NumberToText, UsesTheMachinesDecimalSignAndNoGroups)
+TEST(NumberToText, UsesTheLocalesDecimalSignWithoutGroups)
 {
     const Region region(decimalComma);
     EXPECT_EQ(toText(58.15), u"58,15"_s);
@@ -145,7 +145,7 @@ TEST(NumberToText, HasNoDirectionMarkBeforeAMinus)
     EXPECT_EQ(toDouble(u"-2.5"_s), -2.5);
 }
 
-TEST(ValueToText, RendersFieldValues)
+TEST(ValueToText, FormatsFieldValues)
 {
     EXPECT_EQ(toText(QVariant(7)), u"7"_s);
     EXPECT_EQ(toText(QVariant(u"לבן"_s)), u"לבן"_s);

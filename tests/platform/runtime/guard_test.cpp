@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(Guard, ShowsTheRunTimeBoxAndEndsWithStatusOne)
+TEST(Guard, ErrorShowsTheRunTimeBoxAndEndsWithStatusOne)
 {
     testsupport::RecordedBoxes boxes;
     testsupport::RecordedEnd end;
@@ -73,7 +73,7 @@ TEST(Guard, LeavesAHandlerThatSucceedsAlone)
     EXPECT_FALSE(end.exitStatus());
 }
 
-TEST(Guard, CatchesForeignExceptions)
+TEST(Guard, OtherExceptionsShowTheRunTimeBox)
 {
     testsupport::RecordedBoxes boxes;
     testsupport::RecordedEnd end;
@@ -84,7 +84,7 @@ TEST(Guard, CatchesForeignExceptions)
     EXPECT_EQ(end.exitStatus(), 1);
 }
 
-TEST(Guard, SaysThatMemoryHasRunOut)
+TEST(Guard, BadAllocIsReportedAsOutOfMemory)
 {
     testsupport::RecordedBoxes boxes;
     testsupport::RecordedEnd end;
@@ -95,7 +95,7 @@ TEST(Guard, SaysThatMemoryHasRunOut)
     EXPECT_EQ(end.exitStatus(), 1);
 }
 
-TEST(Guard, RunsNoOtherHandlerWhileTheBoxStands)
+TEST(Guard, NoOtherHandlerRunsWhileTheBoxIsOpen)
 {
     testsupport::RecordedEnd end;
     bool ranMeanwhile = false;
@@ -110,7 +110,7 @@ TEST(Guard, RunsNoOtherHandlerWhileTheBoxStands)
     EXPECT_FALSE(isEnding());
 }
 
-TEST(Guard, LetsTheEndOfTheProcessPass)
+TEST(Guard, EndOfTheProcessIsNotCaught)
 {
     testsupport::RecordedBoxes boxes;
     testsupport::RecordedEnd end;

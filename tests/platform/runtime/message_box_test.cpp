@@ -11,13 +11,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(MessageBox, FlagsAddUpToTheirClassicValues)
+TEST(MessageBox, FlagsHaveTheirClassicValues)
 {
     EXPECT_EQ(refusalFlags, 1572880);
     EXPECT_EQ(questionFlags, 1572900);
 }
 
-TEST(MessageBox, TakesTheProjectsTitleWhereItHasNone)
+TEST(MessageBox, EmptyTitleBecomesTheProjectName)
 {
     testsupport::RecordedBoxes boxes;
     boxes.answer(vbOK);

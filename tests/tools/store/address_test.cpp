@@ -35,7 +35,7 @@ QString refusal(const std::function<Link()>& parse)
 
 } // namespace
 
-TEST(AddressTest, TellsAddressesFromFiles)
+TEST(AddressTest, DistinguishesAddressesFromPaths)
 {
     EXPECT_TRUE(storetools::isAddress(u"postgresql://u@h/d"_s));
     EXPECT_TRUE(storetools::isAddress(u"postgres://u@h/d"_s));
@@ -44,7 +44,7 @@ TEST(AddressTest, TellsAddressesFromFiles)
     EXPECT_FALSE(storetools::isAddress(u"./postgresql://u@h/d"_s));
 }
 
-TEST(AddressTest, TakesAnAddressApart)
+TEST(AddressTest, ParsesAnAddress)
 {
     const struct
     {
@@ -75,7 +75,7 @@ TEST(AddressTest, TakesAnAddressApart)
     }
 }
 
-TEST(AddressTest, RefusesWhatIsNoWholeAddress)
+TEST(AddressTest, RefusesIncompleteAddresses)
 {
     for (const QString& address :
          {u"postgresql://"_s, u"postgresql:///z"_s, u"postgresql://server/z"_s,
@@ -100,7 +100,7 @@ TEST(AddressTest, RefusesPasswords)
         EXPECT_EQ(refusal([&] { return parseAddress(address); }), wanted) << address.toStdString();
 }
 
-TEST(AddressTest, TakesAServerApart)
+TEST(AddressTest, ParsesAServer)
 {
     const struct
     {

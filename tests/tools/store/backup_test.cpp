@@ -69,7 +69,7 @@ protected:
 
 } // namespace
 
-TEST_F(BackupTest, CopiesTheStoreAsItIs)
+TEST_F(BackupTest, BackupHasTheStoresContents)
 {
     store_.addOrder(1);
     store_.addLine(1, 1);
@@ -81,7 +81,7 @@ TEST_F(BackupTest, CopiesTheStoreAsItIs)
     expectUntouched(before, before);
 }
 
-TEST_F(BackupTest, HoldsOneMomentWhileAStationWrites)
+TEST_F(BackupTest, BackupIsASnapshotWhileAStationWrites)
 {
     store_.execute(u"PRAGMA synchronous = OFF"_s);
     store_.execute(u"PRAGMA busy_timeout = 120000"_s); // the backup reads as long as it takes
@@ -122,7 +122,7 @@ TEST_F(BackupTest, HoldsOneMomentWhileAStationWrites)
     }
 }
 
-TEST_F(BackupTest, IsAStoreThatCountsOn)
+TEST_F(BackupTest, BackupContinuesTheCounters)
 {
     store_.addOrder(1);
     store_.addLine(1, 1);
@@ -132,7 +132,7 @@ TEST_F(BackupTest, IsAStoreThatCountsOn)
         scalar(target_, u"SELECT last_number FROM zomrel_counters WHERE table_name = 'Cuts'"_s), 1);
 }
 
-TEST_F(BackupTest, KeepsTheRowsOfAStoreWithoutCounters)
+TEST_F(BackupTest, BackupOfAStoreWithoutCountersHasItsRows)
 {
     store_.addOrder(1);
     store_.execute(u"DROP TRIGGER \"Cuts.Code.counter\""_s);
@@ -142,7 +142,7 @@ TEST_F(BackupTest, KeepsTheRowsOfAStoreWithoutCounters)
     EXPECT_EQ(restore().exitStatus, 0);
 }
 
-TEST_F(BackupTest, RefusesAnExistingTarget)
+TEST_F(BackupTest, BackupRefusesAnExistingTarget)
 {
     store_.addOrder(1);
     const QByteArray before = contentsOf(store_.path());
@@ -154,14 +154,14 @@ TEST_F(BackupTest, RefusesAnExistingTarget)
     expectUntouched(before, "kept");
 }
 
-TEST_F(BackupTest, RefusesAHalfMadeChangeLeftAtTheTarget)
+TEST_F(BackupTest, BackupRefusesALeftoverJournalAtTheTarget)
 {
     write(target_ + u"-journal"_s, "left");
     EXPECT_EQ(backUp().exitStatus, 1);
     EXPECT_FALSE(QFile::exists(target_));
 }
 
-TEST_F(BackupTest, KeepsNoCopyThatIsNotSound)
+TEST_F(BackupTest, BackupOfAFaultyStoreIsDiscarded)
 {
     store_.addLine(9, 1);
     const Outcome outcome = backUp();
@@ -170,7 +170,7 @@ TEST_F(BackupTest, KeepsNoCopyThatIsNotSound)
     EXPECT_EQ(filesIn(store_.folder()), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(BackupTest, FailsWithoutAStore)
+TEST_F(BackupTest, BackupWithoutAStoreFails)
 {
     const Outcome outcome = zomrelStore({u"backup"_s, at(u"absent.mdb"_s), target_});
     EXPECT_EQ(outcome.exitStatus, 1);
@@ -178,7 +178,7 @@ TEST_F(BackupTest, FailsWithoutAStore)
     EXPECT_EQ(filesIn(store_.folder()), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(BackupTest, FailsWhereNothingCanBeWritten)
+TEST_F(BackupTest, BackupToAMissingFolderFails)
 {
     target_ = at(u"no such folder/copy.mdb"_s);
     const Outcome outcome = backUp();
@@ -187,7 +187,7 @@ TEST_F(BackupTest, FailsWhereNothingCanBeWritten)
     EXPECT_EQ(filesIn(store_.folder()), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(BackupTest, FailsInAFolderThatMayNotBeWritten)
+TEST_F(BackupTest, BackupToAReadOnlyFolderFails)
 {
     const QTemporaryDir folder;
     const testsupport::OrdinaryUser user;
@@ -198,7 +198,7 @@ TEST_F(BackupTest, FailsInAFolderThatMayNotBeWritten)
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
-TEST_F(BackupTest, RestoresAndKeepsWhatItReplaces)
+TEST_F(BackupTest, RestoreKeepsTheReplacedStore)
 {
     store_.addOrder(1);
     ASSERT_EQ(backUp().exitStatus, 0);
@@ -226,7 +226,7 @@ TEST_F(BackupTest, RestoresAndKeepsWhatItReplaces)
     EXPECT_EQ(filesIn(store_.folder()).size(), 4);
 }
 
-TEST_F(BackupTest, RestoresWhereNoStoreIsLeft)
+TEST_F(BackupTest, RestoreWithoutAStoreCreatesIt)
 {
     store_.addOrder(1);
     ASSERT_EQ(backUp().exitStatus, 0);
@@ -238,7 +238,7 @@ TEST_F(BackupTest, RestoresWhereNoStoreIsLeft)
     EXPECT_EQ(contentsOf(place), good);
 }
 
-TEST_F(BackupTest, ReplacesADamagedStoreWithWhatLiesBesideIt)
+TEST_F(BackupTest, RestoreReplacesADamagedStoreAndItsJournal)
 {
     store_.addOrder(1);
     ASSERT_EQ(backUp().exitStatus, 0);
@@ -252,7 +252,7 @@ TEST_F(BackupTest, ReplacesADamagedStoreWithWhatLiesBesideIt)
     EXPECT_FALSE(QFile::exists(store_.path() + u"-journal"_s));
 }
 
-TEST_F(BackupTest, LeavesAllUntouchedWithADamagedBackup)
+TEST_F(BackupTest, RestoreOfADamagedBackupChangesNothing)
 {
     for (int order = 1; order <= 300; ++order)
         store_.addOrder(order);
@@ -272,7 +272,7 @@ TEST_F(BackupTest, LeavesAllUntouchedWithADamagedBackup)
     }
 }
 
-TEST_F(BackupTest, LeavesTheStoreWithoutABackup)
+TEST_F(BackupTest, RestoreWithoutABackupChangesNothing)
 {
     const QByteArray before = contentsOf(store_.path());
     EXPECT_EQ(restore().exitStatus, 1);
@@ -280,7 +280,7 @@ TEST_F(BackupTest, LeavesTheStoreWithoutABackup)
     EXPECT_EQ(filesIn(store_.folder()), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(BackupTest, RestoresNothingWhileAStationHoldsTheStore)
+TEST_F(BackupTest, RestoreOfALockedStoreChangesNothing)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
     const QByteArray good = contentsOf(target_);

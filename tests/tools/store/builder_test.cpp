@@ -47,7 +47,7 @@ protected:
 
 } // namespace
 
-TEST_F(BuilderTest, BuildsEveryTableAsDescribed)
+TEST_F(BuilderTest, CreatesEveryTableAsDescribed)
 {
     storetools::createStore(path(), {});
     const auto database = dao::DBEngine::instance().OpenDatabase(path());
@@ -72,13 +72,13 @@ TEST_F(BuilderTest, BuildsEveryTableAsDescribed)
     }
 }
 
-TEST_F(BuilderTest, LeavesNothingButTheStore)
+TEST_F(BuilderTest, LeavesNoTemporaryFile)
 {
     storetools::createStore(path());
     EXPECT_EQ(filesIn(folder_.path()), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(BuilderTest, RefusesAnExistingFileAndLeavesItAlone)
+TEST_F(BuilderTest, RefusesAndKeepsAnExistingFile)
 {
     writeFile(path(), "mine");
     EXPECT_EQ(errorOf([&] { storetools::createStore(path()); }), runtime::DatabaseExists);
@@ -88,21 +88,21 @@ TEST_F(BuilderTest, RefusesAnExistingFileAndLeavesItAlone)
     EXPECT_EQ(filesIn(folder_.path()), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(BuilderTest, RefusesALinkThatLeadsNowhere)
+TEST_F(BuilderTest, RefusesADanglingSymbolicLink)
 {
     ASSERT_TRUE(QFile::link(folder_.filePath(u"absent"_s), path()));
     EXPECT_EQ(errorOf([&] { storetools::createStore(path()); }), runtime::DatabaseExists);
     EXPECT_FALSE(QFile::exists(folder_.filePath(u"absent"_s)));
 }
 
-TEST_F(BuilderTest, FailsWhereTheFolderIsMissing)
+TEST_F(BuilderTest, FailsInAMissingFolder)
 {
     const QString lost = folder_.filePath(u"no/such/folder/Aluminium.mdb"_s);
     EXPECT_EQ(errorOf([&] { storetools::createStore(lost); }), runtime::PermissionDenied);
     EXPECT_TRUE(filesIn(folder_.path()).isEmpty());
 }
 
-TEST_F(BuilderTest, LeavesNothingBehindWhereTheContentsDoNotFit)
+TEST_F(BuilderTest, InvalidContentsLeaveNoFile)
 {
     const QTemporaryDir contents;
     const auto build = [&](const QByteArray& series) {
@@ -115,7 +115,7 @@ TEST_F(BuilderTest, LeavesNothingBehindWhereTheContentsDoNotFit)
     EXPECT_TRUE(filesIn(folder_.path()).isEmpty());
 }
 
-TEST_F(BuilderTest, FillsTheTablesFromTheFolder)
+TEST_F(BuilderTest, InsertsTheRowsOfTheFolder)
 {
     const QTemporaryDir contents;
     writeFile(contents.filePath(u"Serials.tsv"_s),
@@ -148,7 +148,7 @@ protected:
     TemporaryStore store_{TemporaryStore::Contents::Delivered};
 };
 
-TEST_F(DeliveredStoreTest, HasSeriesThatCanBeComputedWith)
+TEST_F(DeliveredStoreTest, SeriesCanBeUsedForComputing)
 {
     EXPECT_GE(count(u"(*) FROM Serials"_s), 12);
     EXPECT_GE(count(u"(*) FROM Serials WHERE Sign = 'd2000'"_s), 2);
@@ -168,7 +168,7 @@ TEST_F(DeliveredStoreTest, HasKindsAndColorsForEachPart)
     }
 }
 
-TEST_F(DeliveredStoreTest, HasNoOrderYet)
+TEST_F(DeliveredStoreTest, HasNoOrders)
 {
     EXPECT_EQ(count(u"(*) FROM Orders"_s), 0);
     EXPECT_EQ(count(u"(*) FROM Cuts"_s), 0);

@@ -39,13 +39,13 @@ protected:
 
 } // namespace
 
-TEST_F(CheckerTest, FindsNothingInADeliveredStore)
+TEST_F(CheckerTest, DeliveredStoreHasNoFinding)
 {
     const testsupport::TemporaryStore delivered(testsupport::TemporaryStore::Contents::Delivered);
     EXPECT_EQ(storetools::checkStore(delivered.path()), QStringList());
 }
 
-TEST_F(CheckerTest, FindsNothingInAStoreAtWork)
+TEST_F(CheckerTest, StoreWithOrdersHasNoFinding)
 {
     store_.addSeries(u"סדרה"_s, {0, 0, 0, 0, 0, 0, 0, 0}, 1, 1);
     store_.addOrder(1, true);
@@ -56,14 +56,14 @@ TEST_F(CheckerTest, FindsNothingInAStoreAtWork)
     EXPECT_EQ(findings(), QStringList());
 }
 
-TEST_F(CheckerTest, LeavesTheWorkshopsOwnTablesAndFieldsAlone)
+TEST_F(CheckerTest, AdditionalTablesAndFieldsAreNoFinding)
 {
     store_.execute(u"CREATE TABLE Notes (Text TEXT)"_s);
     store_.execute(u"ALTER TABLE Orders ADD COLUMN Paid DOUBLE"_s);
     EXPECT_EQ(findings(), QStringList());
 }
 
-TEST_F(CheckerTest, TellsWhyAFileCannotBeOpened)
+TEST_F(CheckerTest, UnopenableFileIsAFinding)
 {
     const QString absent = store_.folder() + u"/absent.mdb"_s;
     EXPECT_EQ(storetools::checkStore(absent),
@@ -79,7 +79,7 @@ TEST_F(CheckerTest, TellsWhyAFileCannotBeOpened)
               QStringList{u"file: Unrecognized database format '%1'."_s.arg(letter)});
 }
 
-TEST_F(CheckerTest, PassesOnWhatTheEngineFinds)
+TEST_F(CheckerTest, EngineErrorsAreFindings)
 {
     store_.addOrder(1);
     store_.addLine(1, 1);
@@ -99,7 +99,7 @@ TEST_F(CheckerTest, FindsAMissingTable)
     EXPECT_EQ(findings(), QStringList{u"GlassColor: the table is missing"_s});
 }
 
-TEST_F(CheckerTest, TakesATablesNameAsItStands)
+TEST_F(CheckerTest, TableNameIsCaseSensitive)
 {
     store_.execute(u"ALTER TABLE Orders RENAME TO Other"_s);
     store_.execute(u"ALTER TABLE Other RENAME TO orders"_s);
@@ -128,7 +128,7 @@ TEST_F(CheckerTest, FindsWrongTypesAndSizes)
                                        u"KanafKind.Code: is LONG and should be COUNTER"_s}));
 }
 
-TEST_F(CheckerTest, FindsLineFieldsOutOfPlace)
+TEST_F(CheckerTest, FindsLineFieldsAtAWrongPosition)
 {
     redeclare(u"Cuts"_s, u"\"U_Cut\""_s, u"\"U_X\""_s);
     redeclare(u"Cuts"_s, u"\"U_Vasa\""_s, u"\"U_Cut\""_s);
@@ -138,7 +138,7 @@ TEST_F(CheckerTest, FindsLineFieldsOutOfPlace)
                            u"Cuts.U_Vasa: stands at ordinal 28 and should stand at 29"_s}));
 }
 
-TEST_F(CheckerTest, LetsFieldsKnownByNameStandElsewhere)
+TEST_F(CheckerTest, FieldsAccessedByNameMayBeElsewhere)
 {
     redeclare(u"Cuts"_s, u"\"NUM\" LONG, \"Sign\" TEXT(10)"_s,
               u"\"Sign\" TEXT(10), \"NUM\" LONG"_s);
@@ -156,7 +156,7 @@ TEST_F(CheckerTest, FindsAMissingFirstIndex)
     EXPECT_EQ(findings(), QStringList());
 }
 
-TEST_F(CheckerTest, FindsSeriesThatCannotBeSought)
+TEST_F(CheckerTest, FindsSeriesWithAnotherFirstIndex)
 {
     const QString declaration =
         store_.scalar(u"SELECT sql FROM sqlite_master WHERE name = 'Serials'"_s).toString();
@@ -167,7 +167,7 @@ TEST_F(CheckerTest, FindsSeriesThatCannotBeSought)
                                        u"Serials.AutoNum: the counter is missing"_s}));
 }
 
-TEST_F(CheckerTest, FindsThatLinesHaveNoIndexByOrder)
+TEST_F(CheckerTest, FindsAMissingOrderIndexOfLines)
 {
     store_.execute(u"DROP INDEX \"Cuts.Order_Num\""_s);
     EXPECT_EQ(findings(), QStringList{u"Cuts: there is no index on Order_Num"_s});
@@ -175,7 +175,7 @@ TEST_F(CheckerTest, FindsThatLinesHaveNoIndexByOrder)
 
 // The rows. -----------------------------------------------------------------------------------
 
-TEST_F(CheckerTest, FindsContentsThatCannotBeRead)
+TEST_F(CheckerTest, FindsUnreadableValues)
 {
     store_.addOrder(4);
     store_.addOrder(5);
@@ -187,7 +187,7 @@ TEST_F(CheckerTest, FindsContentsThatCannotBeRead)
                                        u"Cuts, Code 1: NUM cannot be read"_s}));
 }
 
-TEST_F(CheckerTest, NamesARowWithoutAReadableKeyByItsPlace)
+TEST_F(CheckerTest, RowWithoutAReadableKeyIsNamedByPosition)
 {
     store_.addOrder(4);
     store_.execute(u"INSERT INTO Orders (Number) VALUES ('five')"_s);
@@ -203,7 +203,7 @@ TEST_F(CheckerTest, FindsTextsLongerThanTheirField)
               QStringList{u"Orders, Number 1: CustomerTel has 21 characters and takes 20"_s});
 }
 
-TEST_F(CheckerTest, FindsMissingAndDoubledNumbers)
+TEST_F(CheckerTest, FindsMissingAndDuplicateNumbers)
 {
     replaceOrders();
     store_.execute(u"CREATE INDEX ByNumber ON Orders (Number)"_s);
@@ -214,7 +214,7 @@ TEST_F(CheckerTest, FindsMissingAndDoubledNumbers)
                                        u"Orders: Number 7 stands in 3 rows"_s}));
 }
 
-TEST_F(CheckerTest, FindsNumbersThatTheProgramCannotHandle)
+TEST_F(CheckerTest, FindsNumbersOutsideTheProgramsRange)
 {
     store_.addOrder(32768);
     for (const int number : {0, -1, 32767, 32768})
@@ -251,7 +251,7 @@ TEST_F(CheckerTest, FindsAMissingCounter)
                                        u"GlassKind.Code: the counter is missing"_s}));
 }
 
-TEST_F(CheckerTest, FindsThatTheTableOfCountersIsMissing)
+TEST_F(CheckerTest, FindsAMissingCounterTable)
 {
     store_.execute(u"DROP TABLE zomrel_counters"_s);
     const QStringList all = findings();
@@ -281,7 +281,7 @@ TEST_F(CheckerTest, FindsAnExhaustedCounter)
     EXPECT_EQ(findings(), exhausted);
 }
 
-TEST_F(CheckerTest, FindsNothingAfterAVacuum)
+TEST_F(CheckerTest, VacuumCausesNoFinding)
 {
     const testsupport::TemporaryStore delivered(testsupport::TemporaryStore::Contents::Delivered);
     testsupport::PlainSql(delivered.path()).rows(u"VACUUM"_s);

@@ -52,19 +52,19 @@ TEST_F(ContentsTest, ReadsHeadingAndRows)
     EXPECT_EQ(contents.rows[1], (QStringList{QString(), u"שקוף"_s}));
 }
 
-TEST_F(ContentsTest, TakesForeignLineEndsAndAMissingLastOne)
+TEST_F(ContentsTest, AcceptsForeignLineEndsAndAMissingLastOne)
 {
     write("Name\r\nA\r\nB");
     EXPECT_EQ(read().rows, (QList<QStringList>{{u"A"_s}, {u"B"_s}}));
 }
 
-TEST_F(ContentsTest, GivesNoRowsWithoutAFile)
+TEST_F(ContentsTest, MissingFileHasNoRows)
 {
     EXPECT_TRUE(read().rows.isEmpty());
     EXPECT_TRUE(read().fields.isEmpty());
 }
 
-TEST_F(ContentsTest, RefusesWhatDoesNotFit)
+TEST_F(ContentsTest, RefusesInvalidContents)
 {
     write("Name\nA\tB\n");
     EXPECT_EQ(failure(), runtime::DataTypeConversion);

@@ -37,7 +37,7 @@ protected:
 
 } // namespace
 
-TEST_F(LinkTest, WritesALinkThatLeadsToTheStore)
+TEST_F(LinkTest, WritesALinkToTheStore)
 {
     const testsupport::TemporaryStore store(testsupport::TemporaryStore::Contents::Delivered);
     ASSERT_EQ(zomrelStore({u"move"_s, store.path(), addressOf(database_.link())}).exitStatus, 0);
@@ -51,7 +51,7 @@ TEST_F(LinkTest, WritesALinkThatLeadsToTheStore)
               QStringList{u"sound and complete: "_s + path()});
 }
 
-TEST_F(LinkTest, SaysThatThereIsNoStoreYet)
+TEST_F(LinkTest, DatabaseWithoutAStoreIsReported)
 {
     const Outcome outcome = zomrelStore(linkCommand(path(), database_.link()));
     EXPECT_EQ(outcome.exitStatus, 0);
@@ -60,7 +60,7 @@ TEST_F(LinkTest, SaysThatThereIsNoStoreYet)
     EXPECT_EQ(dao::linkAt(path()), database_.link());
 }
 
-TEST_F(LinkTest, ReplacesALink)
+TEST_F(LinkTest, ReplacesAnExistingLink)
 {
     const ThrowawayDatabase other;
     ASSERT_EQ(zomrelStore(linkCommand(path(), other.link())).exitStatus, 0);
@@ -68,7 +68,7 @@ TEST_F(LinkTest, ReplacesALink)
     EXPECT_EQ(dao::linkAt(path()), database_.link());
 }
 
-TEST_F(LinkTest, ReplacesNothingElse)
+TEST_F(LinkTest, RefusesToReplaceAnotherFile)
 {
     const testsupport::TemporaryStore store;
     const QByteArray before = contentsOf(store.path());
@@ -88,7 +88,7 @@ TEST_F(LinkTest, ReplacesNothingElse)
     }
 }
 
-TEST_F(LinkTest, WritesNothingWhereTheServerIsNotReached)
+TEST_F(LinkTest, UnreachableServerLeavesNoLink)
 {
     dao::Link wrong = database_.link();
     wrong.port = 1;
@@ -105,7 +105,7 @@ TEST_F(LinkTest, WritesNothingWhereTheServerIsNotReached)
     EXPECT_EQ(dao::linkAt(path()), database_.link());
 }
 
-TEST_F(LinkTest, WantsItsOptions)
+TEST_F(LinkTest, RequiresItsOptions)
 {
     const QStringList whole = linkCommand(path(), database_.link());
     for (const QString& option : {u"--server"_s, u"--database"_s, u"--user"_s}) {

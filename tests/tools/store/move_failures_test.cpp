@@ -90,7 +90,7 @@ protected:
 
 } // namespace
 
-TEST_F(MoveFailuresTest, LeavesADatabaseUntouchedWhenKilled)
+TEST_F(MoveFailuresTest, KilledMoveLeavesTheDatabaseUnchanged)
 {
     const QByteArray before = contentsOf(store_.path());
     QProcess process;
@@ -104,7 +104,7 @@ TEST_F(MoveFailuresTest, LeavesADatabaseUntouchedWhenKilled)
     EXPECT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"empty"_s)}).exitStatus, 0);
 }
 
-TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
+TEST_F(MoveFailuresTest, KilledMoveLeavesNoFile)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     const QString target = folder_.filePath(u"new.mdb"_s);
@@ -116,7 +116,7 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenKilled)
     EXPECT_EQ(zomrelStore({u"move"_s, address(u"there"_s), target}).exitStatus, 0);
 }
 
-TEST_F(MoveFailuresTest, SaysThatTheServerIsGoneAndLeavesTheDatabaseUntouched)
+TEST_F(MoveFailuresTest, LostServerIsReportedAndLeavesTheDatabaseUnchanged)
 {
     QProcess process;
     startMove(process, store_.path(), addressOf(heldUp(u"empty"_s)));
@@ -134,7 +134,7 @@ TEST_F(MoveFailuresTest, SaysThatTheServerIsGoneAndLeavesTheDatabaseUntouched)
     EXPECT_EQ(tablesIn(u"empty"_s), 0);
 }
 
-TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
+TEST_F(MoveFailuresTest, LostServerLeavesNoFile)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     QProcess process;
@@ -149,7 +149,7 @@ TEST_F(MoveFailuresTest, LeavesNoFileWhenTheServerGoes)
     EXPECT_EQ(zomrelStore({u"check"_s, address(u"there"_s)}).exitStatus, 0);
 }
 
-TEST_F(MoveFailuresTest, KeepsTheMomentOfAFileThatAStationWritesTo)
+TEST_F(MoveFailuresTest, MoveFromAFileIsASnapshotWhileAStationWrites)
 {
     QProcess process;
     startMove(process, store_.path(), addressOf(heldUp(u"there"_s)));
@@ -164,7 +164,7 @@ TEST_F(MoveFailuresTest, KeepsTheMomentOfAFileThatAStationWritesTo)
     EXPECT_EQ(server.scalar(u"SELECT count(*) FROM \"Cuts\""_s), manyLines);
 }
 
-TEST_F(MoveFailuresTest, KeepsTheMomentOfADatabaseThatAStationWritesTo)
+TEST_F(MoveFailuresTest, MoveFromADatabaseIsASnapshotWhileAStationWrites)
 {
     ASSERT_EQ(zomrelStore({u"move"_s, store_.path(), address(u"there"_s)}).exitStatus, 0);
     const QString target = folder_.filePath(u"new.mdb"_s);
@@ -183,7 +183,7 @@ TEST_F(MoveFailuresTest, KeepsTheMomentOfADatabaseThatAStationWritesTo)
     EXPECT_EQ(copy.scalar(u"SELECT count(*) FROM Serials"_s), 0);
 }
 
-TEST_F(MoveFailuresTest, LosesARaceForTheDatabaseAndNothingElse)
+TEST_F(MoveFailuresTest, TableCreatedMeanwhileMakesTheMoveFail)
 {
     ServerSql other(link(u"empty"_s));
     other.run(u"BEGIN; CREATE TABLE \"ReshetColor\" (x integer)"_s);

@@ -154,7 +154,7 @@ TEST_F(MoveTest, KeepsEveryKindOfValue)
     EXPECT_EQ(back.scalar(u"SELECT count(*) FROM Orders WHERE CustomerName IS NULL"_s), 1);
 }
 
-TEST_F(MoveTest, KeepsTheOrderInWhichRowsWereStored)
+TEST_F(MoveTest, KeepsTheInsertionOrder)
 {
     for (const int code : {900, 300, 700, 100})
         store_.execute(u"INSERT INTO KanafKind (Code, Name) VALUES (?, 'same')"_s, {code});
@@ -168,7 +168,7 @@ TEST_F(MoveTest, KeepsTheOrderInWhichRowsWereStored)
     EXPECT_EQ(PlainSql(at(u"back.mdb"_s)).rows(order.arg(u"rowid"_s)), wanted);
 }
 
-TEST_F(MoveTest, LetsCountersGoOnAfterTheHighestNumberEverGiven)
+TEST_F(MoveTest, ContinuesCountersAfterTheHighestNumberEverAssigned)
 {
     const QString add = u"INSERT INTO Serials (Name) VALUES ('new')"_s;
     const QString last = u"SELECT max(AutoNum) FROM Serials"_s;
@@ -192,7 +192,7 @@ TEST_F(MoveTest, LetsCountersGoOnAfterTheHighestNumberEverGiven)
     EXPECT_EQ(back.scalar(u"SELECT Code FROM ReshetColor"_s).toInt(), given.toInt() + 1);
 }
 
-TEST_F(MoveTest, KeepsFieldsAndIndexesAsTheyAre)
+TEST_F(MoveTest, KeepsFieldsAndIndexes)
 {
     store_.execute(u"ALTER TABLE Orders ADD COLUMN Own TEXT(7)"_s);
     store_.execute(u"CREATE INDEX \"Orders.ByOwn\" ON \"Orders\" (\"Own\")"_s);
@@ -214,7 +214,7 @@ TEST_F(MoveTest, KeepsFieldsAndIndexesAsTheyAre)
     EXPECT_EQ(PlainSql(at(u"back.mdb"_s)).scalar(u"SELECT Own FROM Orders"_s), u"own"_s);
 }
 
-TEST_F(MoveTest, LeavesForeignTablesOutAndSaysSo)
+TEST_F(MoveTest, SkipsAndReportsOtherTables)
 {
     store_.execute(u"CREATE TABLE Notes (Text TEXT)"_s);
     const Outcome outcome = move(store_.path(), link_);
@@ -224,7 +224,7 @@ TEST_F(MoveTest, LeavesForeignTablesOutAndSaysSo)
               true);
 }
 
-TEST_F(MoveTest, TakesTheProgramsOwnTablesAlong)
+TEST_F(MoveTest, CopiesTheProgramsInternalTables)
 {
     store_.execute(u"CREATE TABLE zomrel_notes (Code COUNTER PRIMARY KEY, Note TEXT(20))"_s);
     store_.execute(u"INSERT INTO zomrel_notes VALUES (3, 'kept')"_s);
@@ -249,7 +249,7 @@ TEST_F(MoveTest, MovesFromFileToFileAndFromServerToServer)
     EXPECT_EQ(contentsOfStore(at(u"other.mdb"_s)), before);
 }
 
-TEST_F(MoveTest, RefusesATargetThatHoldsAStore)
+TEST_F(MoveTest, RefusesATargetWithAStore)
 {
     const QByteArray file = contentsOf(store_.path());
     const Outcome ontoFile = move(store_.path(), store_.path());
@@ -278,7 +278,7 @@ TEST_F(MoveTest, RefusesADatabaseWithOneOfTheTables)
     EXPECT_EQ(server.scalar(u"SELECT count(*) FROM pg_tables WHERE schemaname = 'public'"_s), 1);
 }
 
-TEST_F(MoveTest, MovesNoStoreThatIsNotComplete)
+TEST_F(MoveTest, RefusesAnIncompleteStore)
 {
     store_.execute(u"DROP TABLE KanafKind"_s);
     for (const QString& target : {address_, at(u"new.mdb"_s)}) {
@@ -296,7 +296,7 @@ TEST_F(MoveTest, MovesNoStoreThatIsNotComplete)
               0);
 }
 
-TEST_F(MoveTest, TellsOfContentsThatDoNotFit)
+TEST_F(MoveTest, ReportsValuesThatDoNotFit)
 {
     const struct
     {
@@ -328,7 +328,7 @@ TEST_F(MoveTest, TellsOfContentsThatDoNotFit)
               0);
 }
 
-TEST_F(MoveTest, TellsOfContentsThatNoFieldHas)
+TEST_F(MoveTest, ReportsValuesThatNoFieldCanHold)
 {
     store_.addOrder(1);
     store_.addLine(1, 1);
@@ -353,7 +353,7 @@ TEST_F(MoveTest, TellsOfContentsThatNoFieldHas)
     expectMoved(link_, at(u"new.mdb"_s));
 }
 
-TEST_F(MoveTest, FailsWithoutASourceOrAPlace)
+TEST_F(MoveTest, FailsWithoutSourceOrTarget)
 {
     EXPECT_EQ(move(at(u"absent.mdb"_s), address_).exitStatus, 1);
     EXPECT_EQ(move(store_.path(), at(u"no such folder/new.mdb"_s)).exitStatus, 1);

@@ -14,7 +14,7 @@ using storetooltest::contentsOf;
 using storetooltest::Outcome;
 using storetooltest::zomrelStore;
 
-TEST(ProgramTest, CreatesAStoreThatIsSound)
+TEST(ProgramTest, CreateMakesASoundStore)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"חנות.mdb"_s);
@@ -31,7 +31,7 @@ TEST(ProgramTest, CreatesAStoreThatIsSound)
     EXPECT_EQ(contentsOf(path), before);
 }
 
-TEST(ProgramTest, TakesAPathFromWhereItIsRun)
+TEST(ProgramTest, RelativePathIsResolvedFromTheWorkingFolder)
 {
     const QTemporaryDir folder;
     EXPECT_EQ(zomrelStore({u"create"_s, u"Aluminium.mdb"_s}, folder.path()).exitStatus, 0);
@@ -39,7 +39,7 @@ TEST(ProgramTest, TakesAPathFromWhereItIsRun)
               QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST(ProgramTest, LeavesAnExistingFileUntouched)
+TEST(ProgramTest, CreateKeepsAnExistingFile)
 {
     testsupport::TemporaryStore store;
     store.addOrder(1);
@@ -52,7 +52,7 @@ TEST(ProgramTest, LeavesAnExistingFileUntouched)
     EXPECT_EQ(contentsOf(store.path()), before);
 }
 
-TEST(ProgramTest, PrintsALineForEachFinding)
+TEST(ProgramTest, CheckPrintsALineForEachFinding)
 {
     testsupport::TemporaryStore store;
     store.execute(u"DROP TABLE KanafKind"_s);
@@ -64,7 +64,7 @@ TEST(ProgramTest, PrintsALineForEachFinding)
     EXPECT_TRUE(outcome.err.isEmpty());
 }
 
-TEST(ProgramTest, FailsOnAMissingFile)
+TEST(ProgramTest, CheckOfAMissingFileFails)
 {
     const QTemporaryDir folder;
     const Outcome outcome = zomrelStore({u"check"_s, folder.filePath(u"absent.mdb"_s)});
@@ -73,14 +73,14 @@ TEST(ProgramTest, FailsOnAMissingFile)
     EXPECT_FALSE(QFile::exists(folder.filePath(u"absent.mdb"_s)));
 }
 
-TEST(ProgramTest, TellsItsVersion)
+TEST(ProgramTest, PrintsItsVersion)
 {
     const Outcome outcome = zomrelStore({u"--version"_s});
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_EQ(outcome.out, QStringList{u"zomrel-store 2.1.0.60"_s});
 }
 
-TEST(ProgramTest, HelpsWithALineForEachCommand)
+TEST(ProgramTest, HelpHasALineForEachCommand)
 {
     const Outcome outcome = zomrelStore({u"--help"_s});
     EXPECT_EQ(outcome.exitStatus, 0);
@@ -92,7 +92,7 @@ TEST(ProgramTest, HelpsWithALineForEachCommand)
     }
 }
 
-TEST(ProgramTest, ExplainsItselfWhereTheCommandLineIsNotUnderstood)
+TEST(ProgramTest, InvalidCommandLinePrintsTheUsage)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"new.mdb"_s);

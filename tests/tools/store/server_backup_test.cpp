@@ -52,13 +52,13 @@ using ServerBackupTest = ServerStoreTest;
 
 } // namespace
 
-TEST_F(ServerCheckTest, FindsNothingInASoundStore)
+TEST_F(ServerCheckTest, SoundStoreHasNoFinding)
 {
     EXPECT_EQ(check(), QStringList{u"sound and complete: "_s + link_});
     EXPECT_EQ(zomrelStore({u"check"_s, addressOf(database_.link())}).exitStatus, 0);
 }
 
-TEST_F(ServerCheckTest, FindsWhatMatters)
+TEST_F(ServerCheckTest, CheckFindsFaults)
 {
     ServerSql server(database_.link());
     const struct
@@ -114,7 +114,7 @@ TEST_F(ServerCheckTest, FindsWhatMatters)
     EXPECT_EQ(check(), QStringList{u"sound and complete: "_s + link_});
 }
 
-TEST_F(ServerCheckTest, TellsWhereNoStoreIs)
+TEST_F(ServerCheckTest, CheckReportsAMissingStore)
 {
     dao::Link wrong = database_.link();
     wrong.port = 1;
@@ -133,7 +133,7 @@ TEST_F(ServerCheckTest, TellsWhereNoStoreIs)
     EXPECT_EQ(check().size(), 1);
 }
 
-TEST_F(ServerBackupTest, IsAnEmbeddedStoreWithAllRows)
+TEST_F(ServerBackupTest, BackupIsAnEmbeddedStoreWithAllRows)
 {
     const Outcome outcome = backUp();
     EXPECT_EQ(outcome.exitStatus, 0) << asText(outcome.err);
@@ -145,7 +145,7 @@ TEST_F(ServerBackupTest, IsAnEmbeddedStoreWithAllRows)
     EXPECT_EQ(files(), (QStringList{u"Aluminium.mdb"_s, u"copy.mdb"_s}));
 }
 
-TEST_F(ServerBackupTest, HoldsOneMomentWhileAStationWrites)
+TEST_F(ServerBackupTest, BackupIsASnapshotWhileAStationWrites)
 {
     PlainSql station(link_);
     constexpr int mostOrders = 32000; // an order's number has 16 bits
@@ -177,7 +177,7 @@ TEST_F(ServerBackupTest, HoldsOneMomentWhileAStationWrites)
     }
 }
 
-TEST_F(ServerBackupTest, KeepsNoCopyThatIsNotSound)
+TEST_F(ServerBackupTest, BackupOfAFaultyStoreIsDiscarded)
 {
     PlainSql(link_).rows(u"DELETE FROM Orders"_s);
     const Outcome outcome = backUp();
@@ -186,7 +186,7 @@ TEST_F(ServerBackupTest, KeepsNoCopyThatIsNotSound)
     EXPECT_EQ(files(), QStringList{u"Aluminium.mdb"_s});
 }
 
-TEST_F(ServerBackupTest, RefusesAnExistingTarget)
+TEST_F(ServerBackupTest, BackupRefusesAnExistingTarget)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
     const QByteArray before = contentsOf(backup_);
@@ -197,7 +197,7 @@ TEST_F(ServerBackupTest, RefusesAnExistingTarget)
     EXPECT_EQ(dao::linkAt(link_), database_.link());
 }
 
-TEST_F(ServerBackupTest, RestoresAndKeepsWhatItReplaces)
+TEST_F(ServerBackupTest, RestoreKeepsTheReplacedStore)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
     PlainSql server(link_);
@@ -220,7 +220,7 @@ TEST_F(ServerBackupTest, RestoresAndKeepsWhatItReplaces)
     EXPECT_EQ(server.scalar(u"SELECT max(Code) FROM Cuts"_s), 3);
 }
 
-TEST_F(ServerBackupTest, RestoresWhereNoStoreIsLeft)
+TEST_F(ServerBackupTest, RestoreWithoutAStoreCreatesIt)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
     const ThrowawayDatabase empty;
@@ -230,7 +230,7 @@ TEST_F(ServerBackupTest, RestoresWhereNoStoreIsLeft)
     EXPECT_EQ(zomrelStore({u"check"_s, addressOf(empty.link())}).exitStatus, 0);
 }
 
-TEST_F(ServerBackupTest, LeavesAllUntouchedWithADamagedBackup)
+TEST_F(ServerBackupTest, RestoreOfADamagedBackupChangesNothing)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
     PlainSql(backup_).rows(u"DELETE FROM Orders"_s);
@@ -247,7 +247,7 @@ TEST_F(ServerBackupTest, LeavesAllUntouchedWithADamagedBackup)
               0);
 }
 
-TEST_F(ServerBackupTest, RestoresNothingWhileAStationHoldsTheStore)
+TEST_F(ServerBackupTest, RestoreOfALockedStoreChangesNothing)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
     PlainSql station(link_);
@@ -260,7 +260,7 @@ TEST_F(ServerBackupTest, RestoresNothingWhileAStationHoldsTheStore)
     EXPECT_EQ(check(), QStringList{u"sound and complete: "_s + link_});
 }
 
-TEST_F(ServerBackupTest, RestoresTheProgramsOwnTables)
+TEST_F(ServerBackupTest, RestoreCopiesTheProgramsInternalTables)
 {
     PlainSql(link_).rows(u"CREATE TABLE zomrel_notes (Note TEXT(20))"_s);
     PlainSql(link_).rows(u"INSERT INTO zomrel_notes (Note) VALUES ('kept')"_s);

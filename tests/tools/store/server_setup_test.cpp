@@ -77,7 +77,7 @@ protected:
 
 } // namespace
 
-TEST_F(ServerSetupTest, ChangesNothingWhenRunAgain)
+TEST_F(ServerSetupTest, SecondSetupChangesNothing)
 {
     const QList<QVariantList> before = rights();
     ASSERT_GT(before.size(), 20);
@@ -85,7 +85,7 @@ TEST_F(ServerSetupTest, ChangesNothingWhenRunAgain)
     EXPECT_EQ(rights(), before);
 }
 
-TEST_F(ServerSetupTest, LetsAStationDoAllThatTheProgramDoes)
+TEST_F(ServerSetupTest, StationRoleCanUseTheProgram)
 {
     Module1::StorePath = path_;
     store::BuildOrdersTable(path_);
@@ -145,7 +145,7 @@ TEST_F(ServerSetupTest, LetsAStationDoAllThatTheProgramDoes)
     orders->Delete();
 }
 
-TEST_F(ServerSetupTest, LetsAStationDoNoMore)
+TEST_F(ServerSetupTest, StationRoleCannotChangeTheStructure)
 {
     ServerSql station(linkAs(u"zomrel_station"_s));
     for (const QString& sql :
@@ -169,7 +169,7 @@ TEST_F(ServerSetupTest, LetsAStationDoNoMore)
               0);
 }
 
-TEST_F(ServerSetupTest, KeepsOthersOut)
+TEST_F(ServerSetupTest, OtherRolesHaveNoAccess)
 {
     ServerSql(linkAs(u"zomrel"_s)).run(u"CREATE ROLE stranger LOGIN"_s);
     const Outcome outcome = zomrelStore({u"check"_s, addressOf(linkAs(u"stranger"_s))});
@@ -181,7 +181,7 @@ TEST_F(ServerSetupTest, KeepsOthersOut)
     EXPECT_EQ(zomrelStore({u"check"_s, addressOf(linkAs(u"stranger"_s))}).exitStatus, 0);
 }
 
-TEST_F(ServerSetupTest, LetsAStationCheckAndBackUp)
+TEST_F(ServerSetupTest, StationRoleCanCheckAndBackUp)
 {
     EXPECT_EQ(zomrelStore({u"check"_s, path_}).exitStatus, 0);
     const QString copy = folder_.filePath(u"copy.mdb"_s);

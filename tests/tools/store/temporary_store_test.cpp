@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 using testsupport::TemporaryStore;
 
-TEST(TemporaryStoreTest, StandsWhereTheProgramLooks)
+TEST(TemporaryStoreTest, IsAtTheProgramsStorePath)
 {
     Module1::StorePath = u"before"_s;
     QString path;
@@ -36,7 +36,7 @@ TEST(TemporaryStoreTest, IsEmptyEachTime)
     }
 }
 
-TEST(TemporaryStoreTest, AddsRowsThatTheEngineReads)
+TEST(TemporaryStoreTest, AddedRowsAreReadByTheEngine)
 {
     TemporaryStore store;
     const QList<double> deductions{-0.6, -0.5, -4.2, -4.1, -12.3, -12.2, -5.4, -5.3};

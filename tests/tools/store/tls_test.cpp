@@ -81,7 +81,7 @@ protected:
 
 } // namespace
 
-TEST_F(TlsTest, EncryptsAsTheLinkSays)
+TEST_F(TlsTest, TlsModeOfTheLinkIsUsed)
 {
     for (const auto& [mode, encrypts] :
          {std::pair(u"disable"_s, false), std::pair(u"allow"_s, false),
@@ -93,7 +93,7 @@ TEST_F(TlsTest, EncryptsAsTheLinkSays)
     }
 }
 
-TEST_F(TlsTest, RefusesAServerOfAnotherName)
+TEST_F(TlsTest, WrongHostNameIsRefused)
 {
     const dao::Link wrong = link(otherName, u"verify-full"_s);
     const QString reason = u"does not match host name \"localhost\""_s;
@@ -105,10 +105,11 @@ TEST_F(TlsTest, RefusesAServerOfAnotherName)
     const QString told = refusal(wrong);
     EXPECT_TRUE(told.contains(wrong.place())) << told.toStdString();
     EXPECT_TRUE(told.contains(reason)) << told.toStdString();
-    EXPECT_EQ(laid(link(otherName, u"verify-ca"_s)).exitStatus, 0) << "the name is not asked for";
+    EXPECT_EQ(laid(link(otherName, u"verify-ca"_s)).exitStatus, 0)
+        << "verify-ca does not check the host name";
 }
 
-TEST_F(TlsTest, RefusesACertificateThatNobodyVouchesFor)
+TEST_F(TlsTest, UntrustedCertificateIsRefused)
 {
     qputenv(trusted, QFile::encodeName(folder_.filePath(u"none.crt"_s)));
     for (const QString& mode : {u"verify-ca"_s, u"verify-full"_s}) {
@@ -117,5 +118,6 @@ TEST_F(TlsTest, RefusesACertificateThatNobodyVouchesFor)
         EXPECT_TRUE(told.contains(unknown.place())) << told.toStdString();
         EXPECT_TRUE(told.contains(u"root certificate file"_s)) << told.toStdString();
     }
-    EXPECT_EQ(laid(link(address, u"require"_s)).exitStatus, 0) << "encrypted, whoever it is";
+    EXPECT_EQ(laid(link(address, u"require"_s)).exitStatus, 0)
+        << "require does not check the certificate";
 }

@@ -93,7 +93,7 @@ int errorOf(const QByteArray& bytes)
 
 } // namespace
 
-TEST(FramesTest, HandOnWhatWasWritten)
+TEST(FramesTest, ReadFramesEqualWrittenFrames)
 {
     Listener listener;
     FrameReader reader(listener);
@@ -102,7 +102,7 @@ TEST(FramesTest, HandOnWhatWasWritten)
     EXPECT_TRUE(reader.isFinished());
 }
 
-TEST(FramesTest, ComeInPiecesOfAnySize)
+TEST(FramesTest, AcceptPiecesOfAnySize)
 {
     const QByteArray bytes = written(writeAll);
     for (const qsizetype size : {1, 2, 3, 7, 50}) {
@@ -117,7 +117,7 @@ TEST(FramesTest, ComeInPiecesOfAnySize)
     }
 }
 
-TEST(FramesTest, AreUnfinishedUntilTheEnd)
+TEST(FramesTest, AreIncompleteUntilTheEndFrame)
 {
     Listener listener;
     FrameReader reader(listener);
@@ -127,7 +127,7 @@ TEST(FramesTest, AreUnfinishedUntilTheEnd)
     EXPECT_EQ(listener.heard.size(), all.size() - 1);
 }
 
-TEST(FramesTest, RefuseAnotherOrder)
+TEST(FramesTest, RefuseAWrongOrder)
 {
     const OldTable table{u"Cuts"_s, 0, {}, {}};
     const QList<std::function<void(FrameWriter&)>> wrong{
@@ -162,7 +162,7 @@ TEST(FramesTest, RefuseAnotherOrder)
         EXPECT_EQ(errorOf(written(write)), runtime::CorruptDatabase);
 }
 
-TEST(FramesTest, RefuseOtherBytes)
+TEST(FramesTest, RefuseInvalidBytes)
 {
     EXPECT_EQ(errorOf("Hello, this is no frame"), runtime::CorruptDatabase);
     EXPECT_EQ(errorOf(QByteArray("\0\0\0\0", 4)), runtime::CorruptDatabase);

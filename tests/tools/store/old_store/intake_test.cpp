@@ -115,7 +115,7 @@ TEST_F(IntakeTest, KeepsNullApartFromTheEmptyText)
     EXPECT_EQ(notes(), QStringList());
 }
 
-TEST_F(IntakeTest, ConvertsAsTheFieldAsks)
+TEST_F(IntakeTest, ConvertsToTheFieldsType)
 {
     OldTable cuts = describe(u"Cuts"_s);
     retype(cuts, u"U_Thick"_s, OldText);
@@ -146,7 +146,7 @@ TEST_F(IntakeTest, ConvertsAsTheFieldAsks)
     EXPECT_FALSE(value(0, u"NUM"_s).isValid());
 }
 
-TEST_F(IntakeTest, RoundsDecimalsInCountsAndSaysSo)
+TEST_F(IntakeTest, RoundsAndReportsDecimalsInCounts)
 {
     OldTable cuts = describe(u"Cuts"_s);
     retype(cuts, u"Shalav_Count"_s, OldDouble);
@@ -157,7 +157,7 @@ TEST_F(IntakeTest, RoundsDecimalsInCountsAndSaysSo)
     EXPECT_EQ(notes(), QStringList(u"Cuts, Code 1: Shalav_Count is 2.5 and becomes 2"_s));
 }
 
-TEST_F(IntakeTest, ReportsWhatDoesNotConvertWithItsPlace)
+TEST_F(IntakeTest, ReportsInvalidValuesWithTheirRow)
 {
     OldTable cuts = describe(u"Cuts"_s);
     retype(cuts, u"U_Thick"_s, OldText);
@@ -180,7 +180,7 @@ TEST_F(IntakeTest, ReportsWhatDoesNotConvertWithItsPlace)
     EXPECT_TRUE(sink_.rows.empty());
 }
 
-TEST_F(IntakeTest, ReportsLongTextsAndAddsNothingFurther)
+TEST_F(IntakeTest, ReportsLongTextsAndStopsAdding)
 {
     tell(describe(u"KanafKind"_s),
          {{{u"Code"_s, whole(1)}, {u"Name"_s, text(QString(50, u'א'))}},
@@ -193,7 +193,7 @@ TEST_F(IntakeTest, ReportsLongTextsAndAddsNothingFurther)
     EXPECT_EQ(sink_.rows.size(), 1U);
 }
 
-TEST_F(IntakeTest, CutsLongTextsWhereItMay)
+TEST_F(IntakeTest, TruncatesLongTextsIfAllowed)
 {
     options_.cutTexts = true;
     QString pairs(49, u'א');
@@ -218,7 +218,7 @@ TEST_F(IntakeTest, CountsTheFindingsBeyondAHundred)
     EXPECT_EQ(findings().last(), u"and 30 more"_s);
 }
 
-TEST_F(IntakeTest, ReportsKeysThatAreMissingUnreadableOrDoubled)
+TEST_F(IntakeTest, ReportsMissingUnreadableAndDuplicateKeys)
 {
     OldTable kinds = describe(u"KanafKind"_s);
     tell(kinds, {{{u"Name"_s, text(u"א"_s)}},
@@ -231,7 +231,7 @@ TEST_F(IntakeTest, ReportsKeysThatAreMissingUnreadableOrDoubled)
                            u"KanafKind, Code 5: stands in several rows"_s}));
 }
 
-TEST_F(IntakeTest, FillsWhatAnOlderStoreLacks)
+TEST_F(IntakeTest, FillsFieldsThatAnOlderStoreLacks)
 {
     OldTable orders = describe(u"Orders"_s);
     drop(orders, u"Open_Close"_s);
@@ -257,7 +257,7 @@ TEST_F(IntakeTest, CountsTheRowsOfATableWithoutAKey)
               QStringList(u"GlassKind.Code: the field is missing; the rows are counted from 1"_s));
 }
 
-TEST_F(IntakeTest, CannotDoWithoutTheOtherFields)
+TEST_F(IntakeTest, RequiresTheOtherFields)
 {
     OldTable orders = describe(u"Orders"_s);
     drop(orders, u"Number"_s);
@@ -274,7 +274,7 @@ TEST_F(IntakeTest, CannotDoWithoutTheOtherFields)
                                        u"Serials.AutoNum: the field is missing"_s}));
 }
 
-TEST_F(IntakeTest, TellsWhatIsForeignAndWhatIsMissing)
+TEST_F(IntakeTest, ReportsUnknownAndMissingTables)
 {
     OldTable orders = describe(u"Orders"_s);
     orders.foreignColumns = {{u"Fax"_s, OldText}};
@@ -295,7 +295,7 @@ TEST_F(IntakeTest, TellsWhatIsForeignAndWhatIsMissing)
     EXPECT_EQ(findings(), QStringList(u"Serials: the table is missing"_s));
 }
 
-TEST_F(IntakeTest, TellsOfRowsThatWereNotNotedDown)
+TEST_F(IntakeTest, ReportsADifferentRowCount)
 {
     OldTable kinds = describe(u"KanafKind"_s);
     kinds.recordedRows = 3;
@@ -305,14 +305,14 @@ TEST_F(IntakeTest, TellsOfRowsThatWereNotNotedDown)
     EXPECT_EQ(notes(), QStringList(u"KanafKind: has 1 rows, although 3 are noted down"_s));
 }
 
-TEST_F(IntakeTest, RefusesATableTwice)
+TEST_F(IntakeTest, RefusesADuplicateTable)
 {
     tell(describe(u"Orders"_s), {});
     EXPECT_THROW(tell(describe(u"Orders"_s), {}), runtime::RunTimeError);
     EXPECT_THROW(tell({u"Phones"_s, 0, {}, {}}, {}), runtime::RunTimeError);
 }
 
-TEST_F(IntakeTest, DigestsWhatItAdds)
+TEST_F(IntakeTest, ComputesTheDigestOfAddedRows)
 {
     const Cells row{{u"Code"_s, whole(1)}, {u"Name"_s, text(u"א"_s)}};
     tell(describe(u"KanafKind"_s), {row});

@@ -55,7 +55,7 @@ protected:
 
 } // namespace
 
-TEST_F(Jet3Test, ReadsHebrewByItsCodePage)
+TEST_F(Jet3Test, DecodesHebrewWithItsCodePage)
 {
     const Outcome outcome = takeOver();
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
@@ -90,13 +90,13 @@ TEST_F(Jet3Test, ReadsRowsOfAnyLength)
     }
 }
 
-TEST_F(Jet3Test, ReadsAnotherCodePageWhereItIsTold)
+TEST_F(Jet3Test, DecodesWithAnotherGivenCodePage)
 {
     ASSERT_EQ(takeOver({u"--code-page"_s, u"1251"_s}).exitStatus, 0);
     EXPECT_EQ(order(0, u"CustomerName"_s), u"лдп"_s);
 }
 
-TEST_F(Jet3Test, StopsAtAByteThatIsNoCharacter)
+TEST_F(Jet3Test, StopsAtAnInvalidByte)
 {
     addRow(tableIn(tables_, "KanafKind"),
            {{u"Code"_s, bytesOf(qint32{4})}, {u"Name"_s, "\xe0\x81"}});
@@ -109,7 +109,7 @@ TEST_F(Jet3Test, StopsAtAByteThatIsNoCharacter)
     EXPECT_EQ(folder_.files(), QStringList{u"old.mdb"_s});
 }
 
-TEST_F(Jet3Test, ReportsWhatIsForeignByItsHebrewName)
+TEST_F(Jet3Test, ReportsUnknownTablesByTheirHebrewName)
 {
     Jet3Table foreign{"\xe8\xec\xf4\xe5\xf0\xe9\xed", {{u"Who"_s, OldText}}, {}};
     addRow(foreign, {{u"Who"_s, cohen}});
@@ -124,7 +124,7 @@ TEST_F(Jet3Test, ReportsWhatIsForeignByItsHebrewName)
                            u"Orders.הערה: is no field of the store; left out"_s}));
 }
 
-TEST_F(Jet3Test, TakesMemosThatLieInTheirRow)
+TEST_F(Jet3Test, ReadsInlineMemos)
 {
     Jet3Table& kinds = tableIn(tables_, "GlassKind");
     kinds.columns[1].type = OldMemo;
@@ -134,7 +134,7 @@ TEST_F(Jet3Test, TakesMemosThatLieInTheirRow)
     EXPECT_EQ(valueIn(folder_.target(), u"GlassKind"_s, 0, u"Name"_s), u"כהן"_s);
 }
 
-TEST_F(Jet3Test, TakesMemosThatLieInOtherRows)
+TEST_F(Jet3Test, ReadsMemosInOverflowRows)
 {
     Jet3Table& kinds = tableIn(tables_, "GlassKind");
     kinds.columns[1].type = OldMemo;
@@ -157,7 +157,7 @@ TEST_F(Jet3Test, TakesMemosThatLieInOtherRows)
     EXPECT_EQ(valueIn(folder_.target(), u"GlassKind"_s, 1, u"Name"_s), u"הזזהכהן"_s);
 }
 
-TEST_F(Jet3Test, MissesTheEndOfAMemo)
+TEST_F(Jet3Test, ReportsATruncatedMemo)
 {
     Jet3Table& kinds = tableIn(tables_, "GlassKind");
     kinds.columns[1].type = OldMemo;
@@ -173,7 +173,7 @@ TEST_F(Jet3Test, MissesTheEndOfAMemo)
 }
 
 /// Each page of an encoded file is encrypted with the file's key combined with the page number.
-TEST(EncodedFileTest, IsReadLikeAnother)
+TEST(EncodedFileTest, IsDecodedAndRead)
 {
     constexpr qsizetype pageSize = 4096;
     constexpr quint32 key = 0x12345678;

@@ -49,14 +49,14 @@ TEST(OldValueTest, ReadsWholeNumbers)
     EXPECT_EQ(decoded(OldBoolean, QByteArray(1, '\0')), 0);
 }
 
-TEST(OldValueTest, MakesOfASingleTheNumberThatItsShortestTextSays)
+TEST(OldValueTest, SingleBecomesTheDoubleWithTheSameShortestText)
 {
     for (const double number : {48.35, -999.99, 0.05, 0.1, 132.73, 1e-7, 16777216.0, 3e38})
         EXPECT_EQ(decoded(OldSingle, bytesOf(static_cast<float>(number))), number);
     EXPECT_FALSE(std::signbit(decoded(OldSingle, bytesOf(-0.0F)).toDouble()));
 }
 
-TEST(OldValueTest, KeepsEveryDigitOfADouble)
+TEST(OldValueTest, DoubleKeepsEveryDigit)
 {
     for (const double number : {48.35, 0.1 + 0.2, -1e-300, 1.7976931348623157e308})
         EXPECT_EQ(decoded(OldDouble, bytesOf(number)), number);
@@ -118,14 +118,14 @@ TEST(OldValueTest, RefusesBrokenUnicode)
     EXPECT_EQ(errorOf(OldText, QByteArray("\x00\xd8\x41\x00", 4)), runtime::DataTypeConversion);
 }
 
-TEST(OldValueTest, ReadsTheOlderFormatsTextsByTheirCodePage)
+TEST(OldValueTest, ReadsJet3TextsWithTheirCodePage)
 {
     EXPECT_EQ(decoded(OldText, "\xf9\xec\xe5\xed", OldFormat::Jet3), u"שלום"_s);
     EXPECT_EQ(decoded(OldMemo, "\xf9 \"\xe0\"", OldFormat::Jet3), u"ש \"א\""_s);
     EXPECT_EQ(errorOf(OldText, "\x81", OldFormat::Jet3), runtime::DataTypeConversion);
 }
 
-TEST(OldValueTest, RefusesBytesThatAreNoValueOfTheType)
+TEST(OldValueTest, RefusesInvalidBytesOfAType)
 {
     EXPECT_EQ(errorOf(OldLong, "ab"), runtime::DataTypeConversion);
     EXPECT_EQ(errorOf(OldSingle, ""), runtime::DataTypeConversion);
@@ -133,7 +133,7 @@ TEST(OldValueTest, RefusesBytesThatAreNoValueOfTheType)
     EXPECT_EQ(errorOf(OldBoolean, ""), runtime::DataTypeConversion);
 }
 
-TEST(OldValueTest, RefusesTypesThatNoFieldHas)
+TEST(OldValueTest, RefusesUnsupportedTypes)
 {
     for (const quint8 type : {0, 9, 11, 15, 16, 18, 255})
         EXPECT_EQ(errorOf(type, "x"), runtime::DataTypeConversion) << int{type};

@@ -29,7 +29,7 @@ protected:
 
 } // namespace
 
-TEST_F(TakeOverOnServerTest, TakesEveryRow)
+TEST_F(TakeOverOnServerTest, ImportsEveryRow)
 {
     const Outcome outcome = takeOver(oldFile(u"old-store.mdb"_s));
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
@@ -40,7 +40,7 @@ TEST_F(TakeOverOnServerTest, TakesEveryRow)
     EXPECT_EQ(checked.exitStatus, 0) << checked.out.join(u'\n').toStdString();
 }
 
-TEST_F(TakeOverOnServerTest, CountsOnBehindTheHighestNumber)
+TEST_F(TakeOverOnServerTest, ContinuesTheCounters)
 {
     ASSERT_EQ(takeOver(oldFile(u"old-store.mdb"_s)).exitStatus, 0);
     const auto database = dao::DBEngine::instance().OpenDatabase(link_);
@@ -52,7 +52,7 @@ TEST_F(TakeOverOnServerTest, CountsOnBehindTheHighestNumber)
     EXPECT_EQ(kinds->Fields(u"Code"_s).Value(), 6);
 }
 
-TEST_F(TakeOverOnServerTest, LeavesTheDatabaseEmptyWhereAValueDoesNotFit)
+TEST_F(TakeOverOnServerTest, InvalidValueLeavesTheDatabaseEmpty)
 {
     QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
     file.replace(file.indexOf(QByteArray("\xd0\x05").repeated(50)), 2, "\xff\xfe");
@@ -64,7 +64,7 @@ TEST_F(TakeOverOnServerTest, LeavesTheDatabaseEmptyWhereAValueDoesNotFit)
     EXPECT_EQ(tables(), 0);
 }
 
-TEST_F(TakeOverOnServerTest, LeavesTheDatabaseEmptyWhereTheFileIsDamaged)
+TEST_F(TakeOverOnServerTest, DamagedFileLeavesTheDatabaseEmpty)
 {
     const QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
     const storetooltest::OldFileFolder old;
@@ -73,7 +73,7 @@ TEST_F(TakeOverOnServerTest, LeavesTheDatabaseEmptyWhereTheFileIsDamaged)
     EXPECT_EQ(tables(), 0);
 }
 
-TEST_F(TakeOverOnServerTest, RefusesADatabaseThatHoldsAStore)
+TEST_F(TakeOverOnServerTest, RefusesADatabaseWithAStore)
 {
     ASSERT_EQ(takeOver(oldFile(u"older-store.mdb"_s)).exitStatus, 0);
     const Outcome again = takeOver(oldFile(u"old-store.mdb"_s));

@@ -38,25 +38,25 @@ QString errorOf(const QString& script, int longestSilence = 60)
 
 } // namespace
 
-TEST(ReadingTest, ComesToItsEnd)
+TEST(ReadingTest, CompleteStreamIsRead)
 {
     // Two frames with length and kind: a Jet 4 file, and its end.
     EXPECT_EQ(errorOf(uR"(printf '\2\0\0\0\1\4\1\0\0\0\6')"_s), QString());
 }
 
-TEST(ReadingTest, TellsWhyTheProcessGaveUp)
+TEST(ReadingTest, FailedProcessIsReportedWithItsReason)
 {
     EXPECT_EQ(errorOf(u"echo first >&2; echo 'a page is lost' >&2; exit 1"_s), u"a page is lost"_s);
     EXPECT_EQ(errorOf(u"exit 1"_s), u"reading it fails"_s);
 }
 
-TEST(ReadingTest, SurvivesAProcessThatDies)
+TEST(ReadingTest, KilledProcessIsReported)
 {
     EXPECT_EQ(errorOf(u"kill -SEGV $$"_s), u"reading it breaks off"_s);
     EXPECT_EQ(errorOf(u"kill -KILL $$"_s), u"reading it breaks off"_s);
 }
 
-TEST(ReadingTest, DoesNotWaitForever)
+TEST(ReadingTest, HungProcessIsStopped)
 {
     QElapsedTimer timer;
     timer.start();
@@ -65,7 +65,7 @@ TEST(ReadingTest, DoesNotWaitForever)
     EXPECT_LT(timer.elapsed(), 30'000);
 }
 
-TEST(ReadingTest, BelievesNothing)
+TEST(ReadingTest, InvalidOutputIsRefused)
 {
     EXPECT_EQ(errorOf(u"exit 0"_s), u"reading it does not reach its end"_s);
     EXPECT_EQ(errorOf(uR"(printf '\2\0\0\0\1\4')"_s), u"reading it does not reach its end"_s);
@@ -73,7 +73,7 @@ TEST(ReadingTest, BelievesNothing)
     EXPECT_EQ(errorOf(u"exec yes"_s), u"what was read of it makes no sense"_s);
 }
 
-TEST(ReadingTest, NeedsAProcess)
+TEST(ReadingTest, MissingProgramThrows)
 {
     DeafVisitor visitor;
     try {

@@ -36,7 +36,7 @@ const QByteArray longName = QByteArray("\xd0\x05").repeated(50);
 
 } // namespace
 
-TEST(TakeOverTest, TakesEveryRowOfAnOldStore)
+TEST(TakeOverTest, ImportsEveryRowOfAnOldStore)
 {
     const OldFileFolder folder;
     folder.write(contentsOf(oldFile(u"old-store.mdb"_s)));
@@ -56,7 +56,7 @@ TEST(TakeOverTest, TakesEveryRowOfAnOldStore)
     EXPECT_EQ(folder.files(), (QStringList{u"new.mdb"_s, u"old.mdb"_s}));
 }
 
-TEST(TakeOverTest, TakesEveryRowOfAnOlderStore)
+TEST(TakeOverTest, ImportsEveryRowOfAnOlderStore)
 {
     const OldFileFolder folder;
     folder.write(contentsOf(oldFile(u"older-store.mdb"_s)));
@@ -81,7 +81,7 @@ TEST(TakeOverTest, TakesEveryRowOfAnOlderStore)
     EXPECT_EQ(storetools::checkStore(folder.target()), QStringList());
 }
 
-TEST(TakeOverTest, LeavesTheOldFileAsItIs)
+TEST(TakeOverTest, OldFileIsUnchanged)
 {
     const OldFileFolder folder;
     const QByteArray before = contentsOf(oldFile(u"older-store.mdb"_s));
@@ -91,7 +91,7 @@ TEST(TakeOverTest, LeavesTheOldFileAsItIs)
     EXPECT_EQ(contentsOf(folder.old()), before);
 }
 
-TEST(TakeOverTest, CountsOnBehindTheHighestNumber)
+TEST(TakeOverTest, ContinuesTheCounters)
 {
     const OldFileFolder folder;
     folder.write(contentsOf(oldFile(u"old-store.mdb"_s)));
@@ -109,7 +109,7 @@ TEST(TakeOverTest, CountsOnBehindTheHighestNumber)
     }
 }
 
-TEST(TakeOverTest, TakesRowsInTheOrderOfTheirKeys)
+TEST(TakeOverTest, ImportsRowsInKeyOrder)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"old-store.mdb"_s));
@@ -127,7 +127,7 @@ TEST(TakeOverTest, TakesRowsInTheOrderOfTheirKeys)
                            u"MashkofColor\t3\tלבן"_s}));
 }
 
-TEST(TakeOverTest, FindsARowThatHasMoved)
+TEST(TakeOverTest, ReadsARowThatHasMoved)
 {
     constexpr qsizetype colours = 32; // the page of MashkofColor's rows
     constexpr qsizetype page = colours * 4096;
@@ -193,7 +193,7 @@ TEST(TakeOverTest, FailsWithoutAnOldFile)
     expectRefused(u"Could not find file '%1'."_s);
 }
 
-TEST(TakeOverTest, FailsWhereNothingCanBeWritten)
+TEST(TakeOverTest, FailsInAMissingFolder)
 {
     const OldFileFolder folder;
     const QString lost = folder.path() + u"/no such folder/new.mdb"_s;
@@ -203,7 +203,7 @@ TEST(TakeOverTest, FailsWhereNothingCanBeWritten)
     EXPECT_EQ(folder.files(), QStringList());
 }
 
-TEST(TakeOverTest, FailsInAFolderThatMayNotBeWritten)
+TEST(TakeOverTest, FailsInAReadOnlyFolder)
 {
     const OldFileFolder folder;
     const testsupport::OrdinaryUser user;
@@ -215,7 +215,7 @@ TEST(TakeOverTest, FailsInAFolderThatMayNotBeWritten)
     EXPECT_EQ(folder.files(), QStringList());
 }
 
-TEST(TakeOverTest, StopsAtLongTextsUnlessTheyAreToBeCut)
+TEST(TakeOverTest, LongTextsStopTheImportUnlessTruncated)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
@@ -240,7 +240,7 @@ TEST(TakeOverTest, StopsAtLongTextsUnlessTheyAreToBeCut)
               u"\u00d0\u0005"_s.repeated(25));
 }
 
-TEST(TakeOverTest, StopsAtValuesThatCannotBeTakenAndTellsAllOfThem)
+TEST(TakeOverTest, InvalidValuesStopTheImportAndAreAllReported)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
@@ -261,7 +261,7 @@ TEST(TakeOverTest, StopsAtValuesThatCannotBeTakenAndTellsAllOfThem)
     EXPECT_EQ(folder.files(), QStringList{u"old.mdb"_s});
 }
 
-TEST(TakeOverTest, TakesLinesWithoutTheirOrderAndTellsOfThem)
+TEST(TakeOverTest, LinesWithoutAnOrderAreImportedAndReported)
 {
     const OldFileFolder folder;
     QByteArray file = contentsOf(oldFile(u"older-store.mdb"_s));
@@ -277,7 +277,7 @@ TEST(TakeOverTest, TakesLinesWithoutTheirOrderAndTellsOfThem)
     EXPECT_EQ(rowsOf(folder.target(), u"Cuts"_s), listedRows(u"older-store.rows.tsv"_s, u"Cuts"_s));
 }
 
-TEST(TakeOverTest, TakesACodePageThatItKnows)
+TEST(TakeOverTest, AcceptsOnlyKnownCodePages)
 {
     const OldFileFolder folder;
     folder.write(contentsOf(oldFile(u"older-store.mdb"_s)));
