@@ -55,20 +55,22 @@ QString beside(const QString& programDirectory, const QString& fileName)
 MDIZomrel::MDIZomrel(const QString& programDirectory)
     : ImageList1{picture(u"orders"_s), picture(u"series"_s), picture(u"kinds-and-colours"_s),
                  picture(u"exit"_s)},
-      Toolbar1(new QToolBar(this)), StatusBar1(new StatusBar(this)),
-      DataMDI(new controls::DataControl(u"DataMDI"_s, this)), frame_(new QMdiArea(this))
+      Toolbar1(new QToolBar(this)), DataMDI(new controls::DataControl(u"DataMDI"_s, this)),
+      frame_(new QMdiArea(this))
 {
     setObjectName(u"MDIZomrel"_s);
     setWindowTitle(u"זומרל"_s);
     setLayoutDirection(Qt::RightToLeft);
     // Qt's context menu would let the user hide the toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
+    // The store is opened before the first text, because texts wait for the list of fonts.
+    Form_Load(programDirectory);
     buildToolbar();
+    StatusBar1 = new StatusBar(this);
     setStatusBar(StatusBar1);
     frame_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     frame_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(frame_);
-    Form_Load(programDirectory);
     controls::setFrame(frame_);
 }
 

@@ -52,7 +52,7 @@ private:
 
     std::array<QIcon, 4> ImageList1;
     QToolBar* Toolbar1;
-    StatusBar* StatusBar1;
+    StatusBar* StatusBar1 = nullptr;
     controls::DataControl* DataMDI;
     QMdiArea* frame_;
 };
