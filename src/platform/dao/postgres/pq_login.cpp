@@ -1,5 +1,7 @@
 #include "platform/dao/postgres/pq_login.h"
 
+#include "platform/dao/postgres/pq_library.h"
+
 #include <QByteArrayList>
 #include <QStringList>
 
@@ -160,6 +162,8 @@ RunTimeError logInError(const Link& link, const QString& reason)
 
 ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
 {
+    if (!loadClientLibrary())
+        throw logInError(link, u"PostgreSQL's client library is not installed"_s);
     const Deadline deadline(logInPatience);
     const QByteArrayList addresses = addressesOf(link, deadline);
     QStringList reasons;
