@@ -97,7 +97,7 @@ QString StationProcess::errors()
 
 QStringList StationProcess::runTimeBoxes()
 {
-    return errors().split(u'\n').filter(u"Run-time error"_s);
+    return errors().split(u'\n').filter(u"Run-time error '"_s);
 }
 
 } // namespace reliability
