@@ -26,18 +26,30 @@ int pollOne(pollfd& one, int milliseconds)
 }
 #endif
 
+/// Returns the flags of poll for what is waited for.
+short eventsOf(Readiness readiness)
+{
+    switch (readiness) {
+    case Readiness::ToRead:
+        return POLLIN;
+    case Readiness::ToWrite:
+        return POLLOUT;
+    case Readiness::ToReadOrWrite:
+        break;
+    }
+    return POLLIN | POLLOUT;
+}
+
 } // namespace
 
 bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& deadline)
 {
-    const short events = readiness == Readiness::ToRead    ? POLLIN
-                         : readiness == Readiness::ToWrite ? POLLOUT
-                                                           : POLLIN | POLLOUT;
+    const short events = eventsOf(readiness);
     for (;;) {
         const auto left = deadline.left().count();
         const int socket = PQsocket(connection);
         if (socket < 0)
-            return true; // the client library tells what is wrong with it
+            return true; // The next call of the client library reports the error.
 #ifdef _WIN32
         WSAPOLLFD one = {static_cast<SOCKET>(socket), events, 0};
 #else
