@@ -57,7 +57,7 @@ using Memory = std::unique_ptr<char, MemoryCloser>;
 
 enum class Readiness { ToRead, ToWrite, ToReadOrWrite };
 
-/// Timeouts until the connection's socket is ready or has failed. False if the deadline passes
+/// Waits until the connection's socket is ready or has failed. False if the deadline passes
 /// first.
 bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& deadline);
 
