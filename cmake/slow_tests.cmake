@@ -1,5 +1,6 @@
 # Tests that take more than a second in a debug build on two idle cores. ./test --quick leaves them out.
 set(ZOMREL_SLOW_TESTS
+    boxes_test
     calculation_add_line_failures_test_on_server
     calculation_add_line_test
     calculation_add_line_test_on_server
@@ -10,9 +11,12 @@ set(ZOMREL_SLOW_TESTS
     calculation_opening_panel_test_on_server
     calculation_picker_test_on_server
     calculation_pre_calculation_test_on_server
+    dao_copy_test
     dao_test
     dao_test_on_server
     data_control_test_on_server
+    db_grid_counting_test
+    db_grid_counting_test_on_server
     db_grid_editing_test
     db_grid_editing_test_on_server
     db_grid_refusal_test
@@ -26,15 +30,19 @@ set(ZOMREL_SLOW_TESTS
     fr_color_kind_test_on_server
     fr_serials_test
     fr_serials_test_on_server
+    fuzz_old_file_corpus
     old_store_damaged_files_test
     old_store_jet3_test
     old_store_on_server_test
     old_store_reading_test
     old_store_take_over_test
+    order_figures_test
     orders_closing_deleting_test
     orders_closing_deleting_test_on_server
     orders_finding_test
     orders_finding_test_on_server
+    orders_line_count_test
+    orders_line_count_test_on_server
     orders_lost_rows_test
     orders_lost_rows_test_on_server
     orders_numbering_test
@@ -81,6 +89,7 @@ set(ZOMREL_SLOW_TESTS
     shell_start_test
     shell_status_bar_test
     start_journey
+    start_journey_on_server
     store_access_test
     store_access_test_on_server
     store_tools_backup_test

@@ -18,8 +18,9 @@ constexpr int libraryVersion = 5;
 
 QLibrary& library()
 {
-    static QLibrary loaded(u"pq"_s, libraryVersion);
-    return loaded;
+    // It is never destroyed, because pooled connections are closed while the process ends.
+    static auto* const loaded = new QLibrary(u"pq"_s, libraryVersion);
+    return *loaded;
 }
 
 template <typename Function>
