@@ -30,8 +30,8 @@ bool countsAsChange(const QFocusEvent& event)
     }
 }
 
-/// The families are ones that the program's packages install. A machine's own choice of a fixed
-/// font depends on what else is installed there, and may not be of fixed pitch at all.
+/// Returns a fixed-pitch font of families that the program's packages install. The system's default
+/// fixed font depends on what else is installed and may not even have a fixed pitch.
 QFont fixedPitchFont()
 {
     QFont font;
