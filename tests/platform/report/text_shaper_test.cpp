@@ -264,7 +264,8 @@ void TextShaperTest::rightToLeftBrackets_areMirroredGlyphs()
     QVERIFY(pieces[2].mirroredFrom.value() > pieces[0].mirroredFrom.value());
     QVERIFY(qAbs(pieces[2].mirroredFrom.value() - shaped.lines[0].width) < 1);
     // In left-to-right text, brackets are not mirrored.
-    for (const GlyphPiece& piece : shape(field(5000, Align::Left), u"(new)"_s).lines[0].glyphs)
+    const ShapedText latin = shape(field(5000, Align::Left), u"(new)"_s);
+    for (const GlyphPiece& piece : latin.lines[0].glyphs)
         QVERIFY(!piece.mirroredFrom.has_value());
 }
 
