@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
 Database::Database(std::unique_ptr<Session> session)
-    : session_(std::move(session)), name_(session_->name())
+    : SessionOwner(std::move(session)), name_(SessionOwner::session().name()),
+      tables_(std::make_shared<TableList>())
 {
 }
 
@@ -28,27 +29,27 @@ QString Database::place() const
     return session().place();
 }
 
-Session& Database::session() const
-{
-    if (!session_)
-        throw RunTimeError(runtime::ObjectClosed);
-    return *session_;
-}
-
 std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, RecordsetType type)
 {
     if (isQuery(source)) {
         const SelectQuery query = parseQuery(source);
         if (type == dbOpenTable)
             throw RunTimeError(runtime::OperationNotSupported);
-        return openDynaset(shared_from_this(), expectTable(session(), query.table), query);
+        return openDynaset({shared_from_this(), shared_from_this()},
+                           expectTable(session(), query.table), query);
     }
     if (type == dbOpenDynaset && source.contains(u' ') && !session().table(source))
         throw RunTimeError(runtime::QuerySyntax);
     TableInfo table = expectTable(session(), source);
     if (type == dbOpenTable)
-        return openTable(shared_from_this(), std::move(table));
-    return openDynaset(shared_from_this(), std::move(table), {});
+        return openTable({shared_from_this(), shared_from_this()}, std::move(table));
+    return openDynaset({shared_from_this(), shared_from_this()}, std::move(table), {});
+}
+
+TableDefs Database::tableDefs()
+{
+    tables_->owner = weak_from_this();
+    return TableDefs(tables_);
 }
 
 TableDef Database::CreateTableDef(const QString& name)
@@ -56,7 +57,7 @@ TableDef Database::CreateTableDef(const QString& name)
     session();
     auto state = std::make_shared<TableDefState>();
     state->name = name;
-    state->database = weak_from_this();
+    state->owner = weak_from_this();
     state->fields.emplace();
     state->indexes.emplace();
     return TableDef(std::move(state));
@@ -65,7 +66,7 @@ TableDef Database::CreateTableDef(const QString& name)
 void Database::Close()
 {
     session();
-    session_.reset();
+    closeSession();
 }
 
 void Database::BeginTrans()

@@ -3,131 +3,18 @@
 #include "platform/dao/engine/timeouts.h"
 #include "platform/dao/engine/types.h"
 #include "platform/dao/recordset.h"
+#include "platform/dao/session_owner.h"
+#include "platform/dao/table_def.h"
 
 #include <memory>
 #include <vector>
 
 namespace dao {
 
-class Session;
-class Database;
-
-/// An index of a table definition.
-class Index
-{
-public:
-    explicit Index(IndexInfo info) : info_(std::move(info)) {}
-    const QString& Name() const { return info_.name; }
-    const QStringList& Fields() const { return info_.fields; }
-    bool Primary() const { return info_.primary; }
-    const IndexInfo& info() const { return info_; }
-
-private:
-    IndexInfo info_;
-};
-
-struct TableDefState;
-
-/// A field of a table definition: either one of a table, or a new one created by
-/// TableDef::CreateField.
-class FieldDef
-{
-public:
-    explicit FieldDef(FieldInfo info) : info_(std::move(info)) {}
-    const QString& Name() const { return info_.name; }
-    DataType Type() const { return info_.type; }
-    int Size() const { return info_.size; }
-    const FieldInfo& info() const { return info_; }
-
-private:
-    FieldInfo info_;
-};
-
-/// The indexes of a table: first the primary key, then the others in the order of creation.
-class Indexes
-{
-public:
-    explicit Indexes(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
-    int Count() const;
-    /// Returns the index at a position or with a name. Throws ItemNotFound (3265) for an unknown
-    /// one.
-    Index operator()(int position) const;
-    Index operator()(const QString& name) const;
-    /// Adds an index. If the table is already appended, the index is created in the store
-    /// immediately, otherwise together with the table. Throws ItemNotFound (3265) at that time if
-    /// the table lacks a field of the index.
-    void Append(const Index& index) const;
-
-private:
-    std::shared_ptr<TableDefState> table_;
-};
-
-/// The fields of a table definition, by position or by case-insensitive name.
-class FieldDefs
-{
-public:
-    explicit FieldDefs(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
-    int Count() const;
-    /// Returns the field at a position or with a name. Throws ItemNotFound (3265) for an unknown
-    /// one.
-    FieldDef operator()(int position) const;
-    FieldDef operator()(const QString& name) const;
-    /// Adds a field. If the table is already appended, the field is created in the store
-    /// immediately. Existing rows get Null, or False in a Boolean field. Throws FieldDefinedTwice
-    /// (3191) if the name exists.
-    void Append(const FieldDef& field) const;
-    /// Removes the field from the table. If it was the last field, the table exists only in this
-    /// definition until a field is appended.
-    void Delete(const QString& name) const;
-
-private:
-    std::shared_ptr<TableDefState> table_;
-};
-
-/// The definition of a table, created by Database::CreateTableDef or obtained from TableDefs. All
-/// handles for the same table of the same Database share their state.
-class TableDef
-{
-public:
-    const QString& Name() const;
-    /// Returns false if the definition cannot be changed, as for a view.
-    bool Updatable() const;
-    FieldDefs Fields() const { return FieldDefs(state_); }
-    dao::Indexes indexes() const { return dao::Indexes(state_); }
-    /// Creates a field with this type and size. A text field of size 0 gets the default size 255.
-    FieldDef CreateField(const QString& name, DataType type, int size = 0) const;
-    /// Creates a counter: a whole number that the store assigns, starting with 1. The store never
-    /// assigns a number twice, even if the row with the highest number has been deleted.
-    FieldDef CreateCounter(const QString& name) const;
-
-    explicit TableDef(std::shared_ptr<TableDefState> state) : state_(std::move(state)) {}
-
-private:
-    friend class TableDefs;
-    std::shared_ptr<TableDefState> state_;
-};
-
-/// The tables of a Database.
-class TableDefs
-{
-public:
-    explicit TableDefs(Database& database) : database_(database) {}
-    int Count() const;
-    /// Returns a table by position in the order of creation, or by case-insensitive name. Throws
-    /// ItemNotFound (3265).
-    TableDef operator()(int position) const;
-    TableDef operator()(const QString& name) const;
-    /// Creates the table in the store.
-    void Append(const TableDef& table) const;
-
-private:
-    Database& database_;
-};
-
 /// A handle on a store with its own connection. It is shared by the code that opened it and by all
 /// its recordsets. The connection ends with the last of these references or with Close. After
 /// Close, all its recordsets throw ObjectClosed (3420).
-class Database : public std::enable_shared_from_this<Database>
+class Database : public SessionOwner, public std::enable_shared_from_this<Database>
 {
 public:
     explicit Database(std::unique_ptr<Session> session);
@@ -138,7 +25,7 @@ public:
     const QString& Name() const;
     /// Returns the store's location for messages: the path, or the database and server.
     QString place() const;
-    bool isOpen() const { return session_ != nullptr; }
+    bool isOpen() const { return hasSession(); }
 
     /// Opens a recordset. `source` is a table name (type dbOpenTable or dbOpenDynaset) or, for a
     /// dynaset, a query of the form SELECT * FROM table [WHERE field = number] [ORDER BY field
@@ -147,7 +34,7 @@ public:
     /// dbOpenTable, and ObjectClosed (3420) after Close.
     std::shared_ptr<Recordset> OpenRecordset(const QString& source, RecordsetType type);
 
-    TableDefs tableDefs() { return TableDefs(*this); }
+    TableDefs tableDefs();
     /// Creates the definition of a new table. The store contains the table only after it is
     /// appended.
     TableDef CreateTableDef(const QString& name);
@@ -166,17 +53,9 @@ public:
     /// be written.
     void CopyTo(const QString& path);
 
-    /// Returns the engine driver. Throws ObjectClosed (3420) after Close. For use inside the engine
-    /// only.
-    Session& session() const;
-
 private:
-    friend class TableDefs;
-    std::vector<std::shared_ptr<TableDefState>> listedTables();
-
-    std::unique_ptr<Session> session_;
     QString name_;
-    std::vector<std::shared_ptr<TableDefState>> tables_;
+    std::shared_ptr<TableList> tables_;
 };
 
 class Workspace

@@ -12,8 +12,8 @@ namespace {
 class DynasetCursor final : public Recordset::Private
 {
 public:
-    DynasetCursor(std::shared_ptr<Database> owner, TableInfo table, SelectQuery query)
-        : Private(std::move(owner), std::move(table)), query_(std::move(query)),
+    DynasetCursor(Opened opened, TableInfo table, SelectQuery query)
+        : Private(std::move(opened), std::move(table)), query_(std::move(query)),
           order_(orderOf(rows, query_))
     {
         requery();
@@ -33,7 +33,7 @@ public:
     void goFirst() override
     {
         if (isEmpty())
-            place = Place::Empty;
+            place = Position::Empty;
         else
             visit(0);
     }
@@ -41,7 +41,7 @@ public:
     void goLast() override
     {
         if (isEmpty())
-            place = Place::Empty;
+            place = Position::Empty;
         else
             visit(list_->size() - 1);
     }
@@ -49,10 +49,10 @@ public:
     void goBy(int count) override
     {
         // The list no longer contains a deleted row, so the next row is already at its position.
-        const qint64 from = place == Place::Before  ? -1
-                            : place == Place::After ? qint64(list_->size())
-                                                    : qint64(at_);
-        const qint64 skipped = place == Place::OnDeleted && count > 0 ? 1 : 0;
+        const qint64 from = place == Position::Before  ? -1
+                            : place == Position::After ? qint64(list_->size())
+                                                       : qint64(at_);
+        const qint64 skipped = place == Position::OnDeleted && count > 0 ? 1 : 0;
         const qint64 to = from + count - skipped;
         if (to >= 0 && to < qint64(list_->size())) {
             visit(static_cast<std::size_t>(to));
@@ -60,11 +60,11 @@ public:
         }
         if (to >= 0)
             reachEnd();
-        standOn({}, to < 0 ? Place::Before : Place::After);
+        standOn({}, to < 0 ? Position::Before : Position::After);
     }
 
-    bool has(RowNumber number) override { return list_->find(*database, number) < list_->size(); }
-    void goTo(RowNumber number) override { visit(list_->find(*database, number)); }
+    bool has(RowNumber number) override { return list_->find(*owner, number) < list_->size(); }
+    void goTo(RowNumber number) override { visit(list_->find(*owner, number)); }
 
     void requery() override
     {
@@ -138,12 +138,12 @@ private:
         if (std::optional<StoredRow> first = std::exchange(first_, {}); first && position == 0)
             found = std::move(first);
         else
-            found = list_->row(*database, rows, position);
+            found = list_->row(*owner, rows, position);
         rowExists = found.has_value();
-        row = found ? std::move(*found) : StoredRow{list_->at(*database, position), {}};
+        row = found ? std::move(*found) : StoredRow{list_->at(*owner, position), {}};
         at_ = position;
         reach(static_cast<int>(position) + 1);
-        place = Place::OnRow;
+        place = Position::OnRow;
     }
 
     SelectQuery query_;
@@ -164,11 +164,10 @@ public:
 
 } // namespace
 
-std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, TableInfo table,
-                                       const SelectQuery& query)
+std::shared_ptr<Recordset> openDynaset(Opened opened, TableInfo table, const SelectQuery& query)
 {
     return std::make_shared<Dynaset>(
-        std::make_unique<DynasetCursor>(std::move(database), std::move(table), query));
+        std::make_unique<DynasetCursor>(std::move(opened), std::move(table), query));
 }
 
 } // namespace dao

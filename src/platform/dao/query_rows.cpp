@@ -1,10 +1,20 @@
-// Reads the rows of a query with their values in one snapshot.
+// Reads the rows of a query with their values in one snapshot, and counts rows.
 
 #include "platform/dao/table_rows.h"
 
 namespace dao {
 
 using namespace Qt::StringLiterals;
+
+int TableRows::count(Session& session) const
+{
+    return session.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();
+}
+
+bool TableRows::isEmpty(Session& session) const
+{
+    return session.rows("SELECT 1 FROM "_L1 + name_ + " LIMIT 1"_L1).empty();
+}
 
 TableRows::Beginning TableRows::beginning(Session& session,
                                           const std::optional<SelectQuery::Condition>& where,

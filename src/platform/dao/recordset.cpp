@@ -6,7 +6,7 @@
 namespace dao {
 
 using runtime::RunTimeError;
-using Place = Recordset::Private::Place;
+using Position = Recordset::Private::Position;
 using Pending = Recordset::Private::Pending;
 
 Recordset::Recordset(std::unique_ptr<Private> d) : d_(std::move(d)) {}
@@ -33,21 +33,21 @@ bool Recordset::isBof() const
 {
     d_->session();
     d_->settle();
-    return d_->place == Place::Before || d_->place == Place::Empty;
+    return d_->place == Position::Before || d_->place == Position::Empty;
 }
 
 bool Recordset::isEof() const
 {
     d_->session();
     d_->settle();
-    return d_->place == Place::After || d_->place == Place::Empty;
+    return d_->place == Position::After || d_->place == Position::Empty;
 }
 
 bool Recordset::hasCurrent() const
 {
     d_->session();
     d_->settle();
-    return d_->place == Place::OnRow && d_->rowExists;
+    return d_->place == Position::OnRow && d_->rowExists;
 }
 
 namespace {
@@ -100,12 +100,12 @@ void Recordset::Move(int rows)
 {
     d_->session();
     d_->settle();
-    if (d_->place == Place::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
+    if (d_->place == Position::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
         throw RunTimeError(runtime::NoCurrentRecord);
     moving(*this, *d_, [this, rows] {
         if (rows != 0)
             d_->goBy(rows);
-        else if (d_->place == Place::OnRow)
+        else if (d_->place == Position::OnRow)
             d_->refetch();
     });
 }
@@ -168,7 +168,7 @@ void Recordset::Update()
         d_->settle(); // before the row is there that would be the first
         const RowNumber number = d_->rows.insert(session, d_->additions());
         d_->drop();
-        const bool first = d_->place == Place::Empty;
+        const bool first = d_->place == Position::Empty;
         d_->rowAdded(number);
         if (first)
             d_->goTo(number);
@@ -206,7 +206,7 @@ void Recordset::Delete()
     d_->drop();
     if (!d_->rows.remove(d_->session(), d_->row.number))
         throw RunTimeError(runtime::RecordDeleted);
-    d_->place = Place::OnDeleted;
+    d_->place = Position::OnDeleted;
     d_->rowRemoved();
     if (d_->observer != nullptr)
         d_->observer->rowDeleted(d_->row.number);
@@ -267,6 +267,7 @@ void Recordset::Close()
     d_->drop();
     d_->closed = true;
     d_->database.reset();
+    d_->owner.reset();
 }
 
 void Recordset::setObserver(RecordsetObserver* observer)
@@ -292,7 +293,7 @@ bool Recordset::moveToKey(const RowKey& key)
 std::unique_ptr<RecordsetPages> Recordset::pages()
 {
     d_->session();
-    return makePages(d_->database, d_->rows, d_->allRows());
+    return makePages(d_->owner, d_->rows, d_->allRows());
 }
 
 const QString& Field::Name() const

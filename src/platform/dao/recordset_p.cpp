@@ -6,9 +6,9 @@ namespace dao {
 
 using runtime::RunTimeError;
 
-Recordset::Private::Private(std::shared_ptr<Database> owner, TableInfo table)
-    : database(std::move(owner)), rows(database->session(), std::move(table)),
-      assigned(rows.table().fields.size())
+Recordset::Private::Private(Opened opened, TableInfo table)
+    : database(std::move(opened.database)), owner(std::move(opened.owner)),
+      rows(owner->session(), std::move(table)), assigned(rows.table().fields.size())
 {
 }
 
@@ -31,7 +31,7 @@ Session& Recordset::Private::session() const
 {
     if (closed)
         throw RunTimeError(runtime::ObjectClosed);
-    return database->session();
+    return owner->session();
 }
 
 const FieldInfo& Recordset::Private::field(int ordinal) const
@@ -42,9 +42,9 @@ const FieldInfo& Recordset::Private::field(int ordinal) const
 void Recordset::Private::requireReadable()
 {
     settle();
-    if (place == Place::OnDeleted || (place == Place::OnRow && !rowExists))
+    if (place == Position::OnDeleted || (place == Position::OnRow && !rowExists))
         throw RunTimeError(runtime::RecordDeleted);
-    if (place != Place::OnRow)
+    if (place != Position::OnRow)
         throw RunTimeError(runtime::NoCurrentRecord);
 }
 
@@ -73,15 +73,15 @@ void Recordset::Private::drop()
     assigned.assign(assigned.size(), {});
 }
 
-void Recordset::Private::standOn(std::optional<StoredRow> found, Place otherwise)
+void Recordset::Private::standOn(std::optional<StoredRow> found, Position otherwise)
 {
     if (!found) {
-        place = isEmpty() ? Place::Empty : otherwise;
+        place = isEmpty() ? Position::Empty : otherwise;
         return;
     }
     row = std::move(*found);
     rowExists = true;
-    place = Place::OnRow;
+    place = Position::OnRow;
 }
 
 std::vector<TableRows::Assignment> Recordset::Private::additions() const

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/row_list.h"
 #include "platform/dao/table_rows.h"
@@ -9,12 +8,20 @@
 
 namespace dao {
 
+/// The database that a recordset belongs to, once as the handle that Recordset::database returns
+/// and once as the owner of the session. Recordsets do not include the header of Database.
+struct Opened
+{
+    std::shared_ptr<Database> database;
+    std::shared_ptr<const SessionOwner> owner;
+};
+
 /// The common state of both kinds of recordset: the values of the current row, the assignments to
 /// it and the current position. The derived classes implement the moves.
 class Recordset::Private
 {
 public:
-    enum class Place {
+    enum class Position {
         Nowhere,   ///< No current row after a Seek without a match.
         Before,    ///< Before the first row.
         OnRow,     ///< On a row, which another station may have deleted.
@@ -24,7 +31,7 @@ public:
     };
     enum class Pending { Nothing, Addition, Change };
 
-    Private(std::shared_ptr<Database> database, TableInfo table);
+    Private(Opened opened, TableInfo table);
     virtual ~Private() = default;
     Private(const Private&) = delete;
     Private& operator=(const Private&) = delete;
@@ -70,14 +77,15 @@ public:
     void drop();
     /// Makes the given row current. Without a row, the position becomes `otherwise`, or Empty if
     /// the recordset has no rows.
-    void standOn(std::optional<StoredRow> found, Place otherwise);
+    void standOn(std::optional<StoredRow> found, Position otherwise);
     std::vector<TableRows::Assignment> additions() const;
     std::vector<TableRows::Assignment> changes() const;
 
     std::shared_ptr<Database> database;
+    std::shared_ptr<const SessionOwner> owner; ///< The same database.
     TableRows rows;
     bool closed = false;
-    Place place = Place::Nowhere;
+    Position place = Position::Nowhere;
     StoredRow row;
     bool rowExists = false;
     bool noMatch = false;
@@ -86,17 +94,16 @@ public:
     RecordsetObserver* observer = nullptr;
 };
 
-std::shared_ptr<Recordset> openTable(std::shared_ptr<Database> database, TableInfo table);
+std::shared_ptr<Recordset> openTable(Opened opened, TableInfo table);
 /// Opens a dynaset. Throws TooFewParameters (3061) for an unknown field in the query.
-std::shared_ptr<Recordset> openDynaset(std::shared_ptr<Database> database, TableInfo table,
-                                       const SelectQuery& query);
+std::shared_ptr<Recordset> openDynaset(Opened opened, TableInfo table, const SelectQuery& query);
 /// Returns the definition of a table. Throws TableNotFound (3078), and OperationNotSupported (3251)
 /// for a view.
 TableInfo expectTable(Session& session, const QString& name);
 /// Returns the sort order of a query. Throws TooFewParameters (3061) for an unknown field.
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);
 
-std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<Database> database, const TableRows& rows,
-                                          std::shared_ptr<RowList> list);
+std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<const SessionOwner> owner,
+                                          const TableRows& rows, std::shared_ptr<RowList> list);
 
 } // namespace dao

@@ -14,8 +14,9 @@ constexpr std::size_t pageLimit = 8;
 class Pages final : public RecordsetPages
 {
 public:
-    Pages(std::shared_ptr<Database> database, const TableRows& rows, std::shared_ptr<RowList> list)
-        : database_(std::move(database)), rows_(rows), list_(std::move(list)),
+    Pages(std::shared_ptr<const SessionOwner> owner, const TableRows& rows,
+          std::shared_ptr<RowList> list)
+        : owner_(std::move(owner)), rows_(rows), list_(std::move(list)),
           window_(pageSize, pageLimit)
     {
     }
@@ -24,13 +25,13 @@ public:
 
     RowKey keyAt(int row) const override
     {
-        return stands(row) ? RowKey(list_->at(*database_, std::size_t(row))) : RowKey();
+        return stands(row) ? RowKey(list_->at(*owner_, std::size_t(row))) : RowKey();
     }
 
     int rowOf(const RowKey& key) const override
     {
         const std::size_t found =
-            key.isValid() ? list_->find(*database_, key.toLongLong()) : list_->size();
+            key.isValid() ? list_->find(*owner_, key.toLongLong()) : list_->size();
         return found < list_->size() ? static_cast<int>(found) : -1;
     }
 
@@ -41,7 +42,7 @@ public:
 
     void load(int row) override
     {
-        database_->session(); // This call throws if the database is closed.
+        owner_->session(); // This call throws if the database is closed.
         if (!stands(row))
             return;
         if (isLoaded(row)) {
@@ -50,7 +51,7 @@ public:
         }
         const std::size_t start = window_.pageStart(std::size_t(row));
         const std::size_t count = std::min(window_.pageSize(), list_->size() - start);
-        window_.keep(start, list_->rows(*database_, rows_, start, count));
+        window_.keep(start, list_->rows(*owner_, rows_, start, count));
     }
 
     QVariant value(int row, int ordinal) const override
@@ -91,7 +92,7 @@ public:
 private:
     bool stands(int row) const { return row >= 0 && std::size_t(row) < list_->size(); }
 
-    std::shared_ptr<Database> database_;
+    std::shared_ptr<const SessionOwner> owner_;
     TableRows rows_;
     std::shared_ptr<RowList> list_;
     RowWindow<std::optional<StoredRow>> window_;
@@ -99,10 +100,10 @@ private:
 
 } // namespace
 
-std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<Database> database, const TableRows& rows,
-                                          std::shared_ptr<RowList> list)
+std::unique_ptr<RecordsetPages> makePages(std::shared_ptr<const SessionOwner> owner,
+                                          const TableRows& rows, std::shared_ptr<RowList> list)
 {
-    return std::make_unique<Pages>(std::move(database), rows, std::move(list));
+    return std::make_unique<Pages>(std::move(owner), rows, std::move(list));
 }
 
 } // namespace dao

@@ -1,7 +1,5 @@
 #include "platform/dao/row_list.h"
 
-#include "platform/dao/database.h"
-
 #include <QHash>
 
 #include <algorithm>
@@ -31,27 +29,29 @@ bool RowList::isMark(RowNumber number) const
     return keys_ && number < firstMark + static_cast<RowNumber>(keys_->run.count);
 }
 
-RowNumber RowList::at(Database& database, std::size_t place)
+RowNumber RowList::at(const SessionOwner& owner, std::size_t place)
 {
     if (isMark(numbers_[place]))
-        readMarked(database, place, 1);
+        readMarked(owner, place, 1);
     return numbers_[place];
 }
 
-std::optional<StoredRow> RowList::row(Database& database, const TableRows& table, std::size_t place)
+std::optional<StoredRow> RowList::row(const SessionOwner& owner, const TableRows& table,
+                                      std::size_t place)
 {
-    std::vector<std::optional<StoredRow>> marked = readMarked(database, place, 1);
+    std::vector<std::optional<StoredRow>> marked = readMarked(owner, place, 1);
     std::optional<StoredRow> found;
     found.swap(marked.front());
     if (found || isMark(numbers_[place]))
         return found;
-    return table.fetch(database.session(), numbers_[place]);
+    return table.fetch(owner.session(), numbers_[place]);
 }
 
-std::vector<std::optional<StoredRow>> RowList::rows(Database& database, const TableRows& table,
-                                                    std::size_t first, std::size_t count)
+std::vector<std::optional<StoredRow>> RowList::rows(const SessionOwner& owner,
+                                                    const TableRows& table, std::size_t first,
+                                                    std::size_t count)
 {
-    std::vector<std::optional<StoredRow>> result = readMarked(database, first, count);
+    std::vector<std::optional<StoredRow>> result = readMarked(owner, first, count);
     RowNumbers numbers;
     std::vector<std::size_t> places;
     for (std::size_t i = 0; i < count; ++i) {
@@ -60,13 +60,13 @@ std::vector<std::optional<StoredRow>> RowList::rows(Database& database, const Ta
         numbers.push_back(numbers_[first + i]);
         places.push_back(i);
     }
-    std::vector<std::optional<StoredRow>> others = table.fetch(database.session(), numbers);
+    std::vector<std::optional<StoredRow>> others = table.fetch(owner.session(), numbers);
     for (std::size_t i = 0; i < places.size(); ++i)
         result[places[i]] = std::move(others[i]);
     return result;
 }
 
-std::size_t RowList::find(Database& database, RowNumber number)
+std::size_t RowList::find(const SessionOwner& owner, RowNumber number)
 {
     const auto place = [this](RowNumber wanted) {
         return static_cast<std::size_t>(std::find(numbers_.begin(), numbers_.end(), wanted) -
@@ -75,7 +75,7 @@ std::size_t RowList::find(Database& database, RowNumber number)
     const std::size_t known = place(number);
     if (known < size() || !keys_)
         return known;
-    const std::optional<StoredRow> row = keys_->rows.fetch(database.session(), number);
+    const std::optional<StoredRow> row = keys_->rows.fetch(owner.session(), number);
     if (!row)
         return size();
     const qint64 key = row->values[static_cast<std::size_t>(keys_->ordinal)].toLongLong();
@@ -99,8 +99,8 @@ void RowList::remove(std::size_t place)
 }
 
 /// Reads the rows that are known only by their keys, and replaces their marks by row ids.
-std::vector<std::optional<StoredRow>> RowList::readMarked(Database& database, std::size_t first,
-                                                          std::size_t count)
+std::vector<std::optional<StoredRow>> RowList::readMarked(const SessionOwner& owner,
+                                                          std::size_t first, std::size_t count)
 {
     std::vector<std::optional<StoredRow>> result(count);
     QHash<qint64, std::size_t> asked;
@@ -111,8 +111,7 @@ std::vector<std::optional<StoredRow>> RowList::readMarked(Database& database, st
     if (asked.isEmpty())
         return result;
     const auto [low, high] = std::minmax_element(asked.keyBegin(), asked.keyEnd());
-    for (StoredRow& each :
-         keys_->rows.rowsOfKeys(database.session(), keys_->ordinal, *low, *high)) {
+    for (StoredRow& each : keys_->rows.rowsOfKeys(owner.session(), keys_->ordinal, *low, *high)) {
         const auto place =
             asked.constFind(each.values[static_cast<std::size_t>(keys_->ordinal)].toLongLong());
         if (place == asked.cend())

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "platform/dao/session_owner.h"
 #include "platform/dao/table_rows.h"
 
 #include <optional>
 
 namespace dao {
-
-class Database;
 
 /// The ordered rows of a recordset. Rows in the order of a whole-number key without gaps are stored
 /// as a key range only, and their row ids are read together with their values, so that a long table
@@ -20,13 +19,14 @@ public:
     RowList(const TableRows& rows, int keyOrdinal, const KeyRun& keys);
 
     std::size_t size() const { return numbers_.size(); }
-    RowNumber at(Database& database, std::size_t place);
+    RowNumber at(const SessionOwner& owner, std::size_t place);
     /// These functions read rows of the table. A row that no longer exists is returned as nullopt.
-    std::optional<StoredRow> row(Database& database, const TableRows& table, std::size_t place);
-    std::vector<std::optional<StoredRow>> rows(Database& database, const TableRows& table,
+    std::optional<StoredRow> row(const SessionOwner& owner, const TableRows& table,
+                                 std::size_t place);
+    std::vector<std::optional<StoredRow>> rows(const SessionOwner& owner, const TableRows& table,
                                                std::size_t first, std::size_t count);
     /// Returns the position of the row, or size() if it is not in the list.
-    std::size_t find(Database& database, RowNumber number);
+    std::size_t find(const SessionOwner& owner, RowNumber number);
     void append(RowNumber number);
     void remove(std::size_t place);
 
@@ -39,7 +39,7 @@ private:
     };
 
     bool isMark(RowNumber number) const;
-    std::vector<std::optional<StoredRow>> readMarked(Database& database, std::size_t first,
+    std::vector<std::optional<StoredRow>> readMarked(const SessionOwner& owner, std::size_t first,
                                                      std::size_t count);
 
     /// Row ids. A row that is known only by its key has a mark instead of its row id.

@@ -1,4 +1,3 @@
-#include "platform/dao/database.h"
 #include "platform/dao/table_def_p.h"
 
 #include <algorithm>
@@ -33,6 +32,14 @@ int positionOf(const std::vector<Element>& all, const QString& name)
     return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }
 
+Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
+{
+    const std::shared_ptr<const SessionOwner> held = owner.lock();
+    if (!held)
+        throw RunTimeError(runtime::ObjectClosed);
+    return held->session();
+}
+
 } // namespace
 
 bool isOwnTable(const QString& name)
@@ -42,10 +49,7 @@ bool isOwnTable(const QString& name)
 
 Session& TableDefState::session() const
 {
-    const std::shared_ptr<Database> owner = database.lock();
-    if (!owner)
-        throw RunTimeError(runtime::ObjectClosed);
-    return owner->session();
+    return sessionOf(owner);
 }
 
 std::vector<FieldInfo>& TableDefState::knownFields()
@@ -213,48 +217,46 @@ FieldDef TableDef::CreateCounter(const QString& name) const
     return FieldDef(info);
 }
 
-/// Returns the tables of the store, followed by the tables that exist only as a definition. The
-/// program's internal tables can be opened by name but are not listed.
-std::vector<std::shared_ptr<TableDefState>> Database::listedTables()
+std::vector<std::shared_ptr<TableDefState>> TableList::listed()
 {
-    std::vector<std::shared_ptr<TableDefState>> listed;
-    for (const TableInfo& each : session().tables()) {
+    std::vector<std::shared_ptr<TableDefState>> all;
+    for (const TableInfo& each : sessionOf(owner).tables()) {
         if (isOwnTable(each.name))
             continue;
-        auto known = std::find_if(tables_.begin(), tables_.end(), [&](const auto& state) {
+        auto found = std::find_if(known.begin(), known.end(), [&](const auto& state) {
             return state->name.compare(each.name, Qt::CaseInsensitive) == 0;
         });
-        if (known == tables_.end()) {
+        if (found == known.end()) {
             auto state = std::make_shared<TableDefState>();
             state->name = each.name;
             state->updatable = each.updatable;
             state->appended = true;
-            state->database = weak_from_this();
-            known = tables_.insert(tables_.end(), std::move(state));
+            state->owner = owner;
+            found = known.insert(known.end(), std::move(state));
         }
-        listed.push_back(*known);
+        all.push_back(*found);
     }
-    for (const auto& each : tables_) {
+    for (const auto& each : known) {
         if (each->fields && each->fields->empty() &&
-            std::find(listed.begin(), listed.end(), each) == listed.end())
-            listed.push_back(each);
+            std::find(all.begin(), all.end(), each) == all.end())
+            all.push_back(each);
     }
-    return listed;
+    return all;
 }
 
 int TableDefs::Count() const
 {
-    return static_cast<int>(database_.listedTables().size());
+    return static_cast<int>(list_->listed().size());
 }
 
 TableDef TableDefs::operator()(int position) const
 {
-    return TableDef(at(database_.listedTables(), position));
+    return TableDef(at(list_->listed(), position));
 }
 
 TableDef TableDefs::operator()(const QString& name) const
 {
-    for (const auto& each : database_.listedTables()) {
+    for (const auto& each : list_->listed()) {
         if (each->name.compare(name, Qt::CaseInsensitive) == 0)
             return TableDef(each);
     }
@@ -268,7 +270,7 @@ void TableDefs::Append(const TableDef& table) const
         throw RunTimeError(noFieldDefined, u"No field defined - cannot append TableDef."_s);
     state->createInStore();
     state->appended = true;
-    database_.tables_.push_back(state);
+    list_->known.push_back(state);
 }
 
 } // namespace dao

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/dao/database.h"
-#include "platform/dao/engine/session.h"
+#include "platform/dao/session_owner.h"
+#include "platform/dao/table_def.h"
 
 #include <optional>
 
@@ -16,7 +16,7 @@ struct TableDefState
     QString name;
     bool updatable = true;
     bool appended = false;
-    std::weak_ptr<Database> database;
+    std::weak_ptr<const SessionOwner> owner;
     std::optional<std::vector<FieldInfo>> fields;
     std::optional<std::vector<IndexInfo>> indexes;
 
@@ -29,6 +29,17 @@ struct TableDefState
     /// Throws ItemNotFound (3265) if the table lacks a field of the index.
     void requireFields(const IndexInfo& index);
     void createInStore();
+};
+
+/// The tables of a Database, as far as they are known.
+struct TableList
+{
+    std::weak_ptr<const SessionOwner> owner;
+    std::vector<std::shared_ptr<TableDefState>> known;
+
+    /// Returns the tables of the store, followed by the tables that exist only as a definition. The
+    /// program's internal tables can be opened by name but are not listed.
+    std::vector<std::shared_ptr<TableDefState>> listed();
 };
 
 } // namespace dao

@@ -12,10 +12,7 @@ namespace {
 class TableCursor final : public Recordset::Private
 {
 public:
-    TableCursor(std::shared_ptr<Database> owner, TableInfo table)
-        : Private(std::move(owner), std::move(table))
-    {
-    }
+    TableCursor(Opened opened, TableInfo table) : Private(std::move(opened), std::move(table)) {}
 
     RecordsetType type() const override { return dbOpenTable; }
     int recordCount() override { return rows.count(session()); }
@@ -24,13 +21,13 @@ public:
     void goFirst() override
     {
         settled_ = true;
-        standOn(rows.first(session(), order_), Place::Empty);
+        standOn(rows.first(session(), order_), Position::Empty);
     }
 
     void goLast() override
     {
         settled_ = true;
-        standOn(rows.last(session(), order_), Place::Empty);
+        standOn(rows.last(session(), order_), Position::Empty);
     }
 
     void standFirst() override { settled_ = false; }
@@ -44,8 +41,9 @@ public:
     void goBy(int count) override
     {
         const bool forward = count > 0;
-        const Place end = forward ? Place::After : Place::Before;
-        for (int left = std::abs(count); left > 0 && place != end && place != Place::Empty; --left)
+        const Position end = forward ? Position::After : Position::Before;
+        for (int left = std::abs(count); left > 0 && place != end && place != Position::Empty;
+             --left)
             forward ? stepForward() : stepBackward();
     }
 
@@ -54,7 +52,7 @@ public:
     void goTo(RowNumber number) override
     {
         settled_ = true;
-        standOn(rows.fetch(session(), number), Place::Nowhere);
+        standOn(rows.fetch(session(), number), Position::Nowhere);
     }
 
     void requery() override {}
@@ -90,26 +88,26 @@ public:
         settled_ = true;
         noMatch = !found;
         if (found)
-            standOn(std::move(found), Place::Nowhere);
+            standOn(std::move(found), Position::Nowhere);
         else
-            place = Place::Nowhere;
+            place = Position::Nowhere;
     }
 
 private:
     void stepForward()
     {
-        if (place == Place::Before)
+        if (place == Position::Before)
             goFirst();
         else
-            standOn(rows.next(session(), order_, row), Place::After);
+            standOn(rows.next(session(), order_, row), Position::After);
     }
 
     void stepBackward()
     {
-        if (place == Place::After)
+        if (place == Position::After)
             goLast();
         else
-            standOn(rows.previous(session(), order_, row), Place::Before);
+            standOn(rows.previous(session(), order_, row), Position::Before);
     }
 
     QString index_;
@@ -127,10 +125,10 @@ public:
 
 } // namespace
 
-std::shared_ptr<Recordset> openTable(std::shared_ptr<Database> database, TableInfo table)
+std::shared_ptr<Recordset> openTable(Opened opened, TableInfo table)
 {
     return std::make_shared<TableRecordset>(
-        std::make_unique<TableCursor>(std::move(database), std::move(table)));
+        std::make_unique<TableCursor>(std::move(opened), std::move(table)));
 }
 
 } // namespace dao

@@ -33,10 +33,8 @@ namespace {
 RowNumbers rowNumbersIn(const QString& joined)
 {
     RowNumbers numbers;
-    if (joined.isEmpty())
-        return numbers;
     numbers.reserve(static_cast<std::size_t>(joined.count(u',')) + 1);
-    for (const QStringView each : QStringTokenizer(joined, u','))
+    for (const QStringView each : QStringTokenizer(joined, u',', Qt::SkipEmptyParts))
         numbers.push_back(each.toLongLong());
     return numbers;
 }
@@ -241,16 +239,6 @@ std::vector<StoredRow> TableRows::rowsOfKeys(Session& session, int key, qint64 f
 {
     const QStringList conditions{field(key) + " >= $1"_L1, field(key) + " <= $2"_L1};
     return taken(session.rows(select_ + whereText(conditions), {first, last}));
-}
-
-int TableRows::count(Session& session) const
-{
-    return session.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();
-}
-
-bool TableRows::isEmpty(Session& session) const
-{
-    return session.rows("SELECT 1 FROM "_L1 + name_ + " LIMIT 1"_L1).empty();
 }
 
 std::optional<StoredRow> TableRows::fetch(Session& session, RowNumber number) const
