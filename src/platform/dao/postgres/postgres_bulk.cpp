@@ -229,7 +229,7 @@ QStringList PostgresBulk::integrityFindings()
              "WHERE NOT (i.indisvalid AND i.indisready) AND x.relnamespace = "
              "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY x.oid"_s))
         findings.append(u"index '%1' is not valid"_s.arg(row.front().toString()));
-    for (const TableInfo& each : session_.knownTables()) {
+    for (const TableInfo& each : session_.tables()) {
         if (!each.updatable)
             continue;
         if (!each.numbered)
@@ -239,7 +239,7 @@ QStringList PostgresBulk::integrityFindings()
             session_.rows(
                 u"SELECT sum(length(t::text)) FROM %1 AS t"_s.arg(Dialect::quoted(each.name)));
         } catch (const RunTimeError& failure) {
-            if (session_.connection().isLost())
+            if (connection_->isLost())
                 throw;
             findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
         }
@@ -257,14 +257,13 @@ void PostgresBulk::copyTo(const QString&)
 
 std::unique_ptr<RowStream> PostgresBulk::rowStream(const TableInfo& table)
 {
-    return std::make_unique<PostgresStream>(session_.connection(), table,
-                                            session_.rowNumber(table));
+    return std::make_unique<PostgresStream>(*connection_, table, session_.rowNumber(table));
 }
 
 std::unique_ptr<RowSink> PostgresBulk::rowSink(const TableInfo& table)
 {
     session_.run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
-    return std::make_unique<PostgresSink>(session_.connection(), table);
+    return std::make_unique<PostgresSink>(*connection_, table);
 }
 
 std::optional<qint64> PostgresBulk::counterMark(const QString& table, const QString& field)

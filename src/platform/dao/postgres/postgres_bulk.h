@@ -1,14 +1,20 @@
 #pragma once
 
-#include "platform/dao/postgres/postgres_session.h"
+#include "platform/dao/engine/session.h"
 
 namespace dao::postgres {
+
+class PqConnection;
 
 /// Whole tables on a server, by its own binary copying.
 class PostgresBulk final : public Bulk
 {
 public:
-    explicit PostgresBulk(PostgresSession& session) : session_(session) {}
+    /// `connection` is the session's own, which the session may replace between two statements.
+    PostgresBulk(Session& session, const std::shared_ptr<PqConnection>& connection)
+        : session_(session), connection_(connection)
+    {
+    }
 
     QStringList integrityFindings() override;
     void copyTo(const QString& path) override;
@@ -21,7 +27,8 @@ public:
     QString setAside(const QStringList& tables) override;
 
 private:
-    PostgresSession& session_;
+    Session& session_;
+    const std::shared_ptr<PqConnection>& connection_;
 };
 
 } // namespace dao::postgres

@@ -282,7 +282,7 @@ void PostgresSession::beginSnapshot()
 
 std::unique_ptr<Bulk> PostgresSession::bulk()
 {
-    return std::make_unique<PostgresBulk>(*this);
+    return std::make_unique<PostgresBulk>(*this, connection_);
 }
 
 } // namespace dao::postgres

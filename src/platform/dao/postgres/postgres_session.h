@@ -28,11 +28,6 @@ public:
     std::optional<TableInfo> table(const QString& name) override;
     std::unique_ptr<Bulk> bulk() override;
 
-    /// The tables and views with their fields.
-    const std::vector<TableInfo>& knownTables();
-    /// The connection of the open transaction, or the shared one.
-    PqConnection& connection() const { return *connection_; }
-
 protected:
     Answer execute(const QString& sql, const QVariantList& values) override;
     SchemaMemory& schema() override;
@@ -47,8 +42,10 @@ private:
     void requireTakenUp();
     void reconnect();
     void askAnew() const;
+    /// The tables and views with their fields.
+    const std::vector<TableInfo>& knownTables();
 
-    Connection connection_;
+    Connection connection_; ///< The connection of the open transaction, or the shared one.
     Link link_;
     Timeouts timeouts_;
     QString poolKey_;

@@ -5,10 +5,11 @@
 #include "platform/dao/engine/row_bytes.h"
 #include "platform/dao/engine/values.h"
 #include "platform/dao/sqlite/sqlite_counters.h"
-#include "platform/dao/sqlite/sqlite_session.h"
+#include "platform/dao/sqlite/sqlite_errors.h"
 
 #include <QDateTime>
 #include <QSqlError>
+#include <QSqlQuery>
 
 #include <algorithm>
 #include <limits>

@@ -4,6 +4,7 @@
 #include "platform/dao/sqlite/sqlite_bulk.h"
 #include "platform/dao/sqlite/sqlite_counters.h"
 #include "platform/dao/sqlite/sqlite_dialect.h"
+#include "platform/dao/sqlite/sqlite_errors.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -23,28 +24,6 @@ using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
 namespace {
-
-/// Primary result codes of SQLite.
-enum ResultCode {
-    Error = 1,
-    Permission = 3,
-    Busy = 5,
-    LockedTable = 6,
-    NoMemory = 7,
-    ReadOnlyStore = 8,
-    InputOutput = 10,
-    Corrupt = 11,
-    Full = 13,
-    CannotOpen = 14,
-    Constraint = 19,
-    Authorization = 23,
-    NotADatabase = 26,
-};
-
-int resultCode(const QSqlError& error)
-{
-    return error.nativeErrorCode().toInt() & 0xff; // the higher bits tell kinds of one code apart
-}
 
 /// What every store file begins with, its closing zero included.
 constexpr QByteArrayView headerSignature("SQLite format 3", 16);
@@ -241,47 +220,6 @@ RunTimeError SqliteSession::openingError(const QSqlError& failure) const
         break;
     }
     return errorOf(failure);
-}
-
-RunTimeError errorOf(const QSqlError& failure)
-{
-    const QString text = failure.databaseText();
-    switch (resultCode(failure)) {
-    case Busy:
-    case LockedTable:
-        return RunTimeError(runtime::Locked);
-    case ReadOnlyStore:
-        return RunTimeError(runtime::ReadOnly);
-    case Full:
-        return RunTimeError(runtime::DiskFull);
-    case InputOutput:
-        return RunTimeError(runtime::DiskOrNetworkError);
-    case Corrupt:
-    case NotADatabase:
-        return RunTimeError(runtime::CorruptDatabase);
-    case CannotOpen:
-    case Permission:
-    case Authorization:
-        return RunTimeError(runtime::PermissionDenied);
-    case NoMemory:
-        return RunTimeError(runtime::OutOfMemory);
-    case Constraint:
-        if (text.contains(counterExhausted))
-            return RunTimeError(
-                runtime::Overflow,
-                u"%1 (%2)"_s.arg(runtime::errorDescription(runtime::Overflow), text));
-        return RunTimeError(text.contains("NOT NULL"_L1) ? runtime::FieldRequired
-                                                         : runtime::DuplicateKey);
-    default:
-        break;
-    }
-    if (text.contains("integer overflow"_L1))
-        return RunTimeError(runtime::Overflow);
-    if (text.contains("no such table"_L1))
-        return RunTimeError(runtime::TableNotFound);
-    if (text.contains("duplicate column name"_L1))
-        return RunTimeError(runtime::FieldDefinedTwice);
-    return RunTimeError(runtime::InternalError, text);
 }
 
 RowNumber SqliteSession::insert(const TableInfo&, const QString& sql, const QVariantList& values)

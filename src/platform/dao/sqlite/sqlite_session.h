@@ -45,7 +45,4 @@ private:
     QString poolKey_; ///< Empty if the connection is not for another use.
 };
 
-/// The run-time error that an error of the engine stands for.
-runtime::RunTimeError errorOf(const QSqlError& error);
-
 } // namespace dao::sqlite
