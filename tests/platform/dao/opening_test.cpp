@@ -144,17 +144,56 @@ TEST_F(OpeningTest, KeepsARollbackJournal)
     EXPECT_EQ(scalar(u"PRAGMA journal_mode"_s).toString(), u"delete"_s);
 }
 
-/// What is told of as written is on the disk; a new connection and one that was kept alike.
-TEST_F(OpeningTest, WaitsForTheDisk)
+/// A power cut after a commit must not undo it. In a rollback journal only EXTRA ensures that.
+class DurabilityTest : public OpeningTest
+{
+protected:
+    static void expectDurableCommits(dao::Database& database)
+    {
+        constexpr int extra = 3;
+        EXPECT_EQ(database.session().rows(u"PRAGMA synchronous"_s).front().front(), extra);
+        EXPECT_EQ(database.session().rows(u"PRAGMA journal_mode"_s).front().front(), u"delete"_s);
+    }
+};
+
+TEST_F(DurabilityTest, newAndReusedConnections_syncTheFolderAfterACommit)
 {
     EMBEDDED_ONLY("about the store's file");
-    constexpr int full = 2;
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
-    for (int use = 0; use < 2; ++use) {
-        const auto database = open();
-        EXPECT_EQ(database->session().rows(u"PRAGMA synchronous"_s).front().front(), full);
-        EXPECT_EQ(database->session().rows(u"PRAGMA journal_mode"_s).front().front(), u"delete"_s);
-    }
+    raw_.reset();
+    expectDurableCommits(*open());
+    EXPECT_EQ(dao::EngineConnection::living(), 1);
+    expectDurableCommits(*open());
+}
+
+TEST_F(DurabilityTest, databasesThatAreOpenAtTheSameTime_syncTheFolderAfterACommit)
+{
+    EMBEDDED_ONLY("about the store's file");
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    const auto first = open();
+    const auto second = open();
+    expectDurableCommits(*first);
+    expectDurableCommits(*second);
+    first->BeginTrans();
+    expectDurableCommits(*first);
+    first->CommitTrans();
+    expectDurableCommits(*first);
+}
+
+TEST_F(DurabilityTest, createdStore_syncsTheFolderAfterACommit)
+{
+    EMBEDDED_ONLY("about the store's file");
+    expectDurableCommits(*dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_));
+    expectDurableCommits(*open());
+}
+
+TEST_F(DurabilityTest, storeWithAWriteAheadLog_getsARollbackJournalAndSyncsTheFolder)
+{
+    EMBEDDED_ONLY("about the store's file");
+    sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
+    ASSERT_EQ(scalar(u"PRAGMA journal_mode = WAL"_s).toString(), u"wal"_s);
+    raw_.reset();
+    expectDurableCommits(*open());
 }
 
 TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)

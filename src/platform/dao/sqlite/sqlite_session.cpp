@@ -145,8 +145,8 @@ std::unique_ptr<Session> SqliteSession::create(const QString& path,
         new SqliteSession(std::make_shared<SqliteConnection>(), path));
     session->connect(u"rwc"_s, lockWait);
     try {
-        session->run(counterTableMaking());
         session->prepareUse();
+        session->run(counterTableMaking());
     } catch (const RunTimeError&) {
         session.reset();
         QFile::remove(path);
@@ -177,10 +177,27 @@ void SqliteSession::prepareUse()
     // A journal of another kind is changed as soon as no other station is at work; it is safe too.
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
-    settings.exec(u"PRAGMA synchronous = FULL"_s);
+    requireDurableCommits(settings);
     // A dozen connections are kept, each with pages of its own; the system caches the file for all.
     settings.exec(u"PRAGMA cache_size = -400"_s); // KiB
     schema().mark = schemaMark();
+}
+
+/// Sets synchronous to EXTRA, which also syncs the folder after a commit has removed its journal.
+/// With FULL, a power cut could bring the journal back, and the commit would be rolled back.
+void SqliteSession::requireDurableCommits(QSqlQuery& settings) const
+{
+    constexpr int extra = 3;
+    settings.exec(u"PRAGMA synchronous = EXTRA"_s);
+    if (!settings.exec(u"PRAGMA synchronous"_s) || !settings.next())
+        throw openingError(settings.lastError());
+    const int set = settings.value(0).toInt();
+    settings.finish();
+    if (set != extra)
+        throw RunTimeError(
+            runtime::InternalError,
+            u"The store '%1' cannot be used: SQLite has set synchronous to %2, not to EXTRA (%3)."_s
+                .arg(name(), QString::number(set), QString::number(extra)));
 }
 
 /// A connection that was idle: it touches the file as an opening does, so that a locked or damaged

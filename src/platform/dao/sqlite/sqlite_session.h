@@ -34,6 +34,7 @@ private:
     SqliteSession(std::shared_ptr<SqliteConnection> connection, const QString& path);
     void connect(const QString& mode, std::chrono::milliseconds lockWait);
     void prepareUse();
+    void requireDurableCommits(QSqlQuery& settings) const;
     void renewUse();
     QString schemaMark();
     QSqlQuery& start(const QString& sql, const QVariantList& values);
