@@ -1,7 +1,5 @@
 #include "platform/dao/engine/dialect.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace dao {
@@ -37,6 +35,34 @@ QString shownIndexName(const QString& table, const QString& stored)
 {
     const QString prefix = indexPrefix(table);
     return stored.startsWith(prefix, Qt::CaseInsensitive) ? stored.mid(prefix.size()) : stored;
+}
+
+struct SplitType
+{
+    QStringView name;
+    int size = 0;
+};
+
+/// Splits a declared type such as "TEXT(50)" into its name and its optional size. Returns nothing
+/// if the text has another form. It uses no regular expression, because the engine of regular
+/// expressions takes half a megabyte of memory, and the program does not need it at start
+/// otherwise.
+std::optional<SplitType> splitType(QStringView declared)
+{
+    constexpr qsizetype mostDigits = 9;
+    const QStringView text = declared.trimmed();
+    const qsizetype bracket = text.indexOf(u'(');
+    if (bracket < 0)
+        return SplitType{text};
+    if (!text.endsWith(u')'))
+        return {};
+    const QStringView size = text.sliced(bracket + 1).chopped(1).trimmed();
+    const bool isSize =
+        !size.isEmpty() && size.size() <= mostDigits &&
+        std::all_of(size.begin(), size.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    if (!isSize)
+        return {};
+    return SplitType{text.first(bracket).trimmed(), size.toInt()};
 }
 
 } // namespace
@@ -170,16 +196,14 @@ std::vector<TableInfo> Dialect::tablesOf(const std::vector<StoredValues>& rows) 
 
 void Dialect::readType(const QString& declared, FieldInfo& field) const
 {
-    static const QRegularExpression spelling(
-        uR"(^\s*([A-Za-z_0-9]+)\s*(?:\(\s*([0-9]{1,9})\s*\))?\s*$)"_s);
-    const QRegularExpressionMatch match = spelling.match(declared);
+    const std::optional<SplitType> split = splitType(declared);
     const auto names = typeNames();
     const auto known = std::find_if(names.begin(), names.end(), [&](const TypeName& each) {
-        return match.captured(1).compare(each.name, Qt::CaseInsensitive) == 0;
+        return split && split->name.compare(each.name, Qt::CaseInsensitive) == 0;
     });
     field.type = known == names.end() ? dbText : known->type;
     if (known != names.end() && field.type == dbText)
-        field.size = match.captured(2).toInt();
+        field.size = split->size;
 }
 
 } // namespace dao
