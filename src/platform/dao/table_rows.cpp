@@ -1,9 +1,9 @@
 #include "platform/dao/table_rows.h"
 
 #include <QHash>
-#include <QStringTokenizer>
 
 #include <algorithm>
+#include <charconv>
 
 namespace dao {
 
@@ -29,13 +29,18 @@ std::vector<StoredRow> taken(std::vector<StoredValues>&& rows)
 
 namespace {
 
-/// The row numbers in a text that joins them with commas.
+/// Returns the row ids in a text that separates them with commas. std::from_chars is several times
+/// faster than QString::toLongLong.
 RowNumbers rowNumbersIn(const QString& joined)
 {
+    const QByteArray text = joined.toLatin1();
     RowNumbers numbers;
-    numbers.reserve(static_cast<std::size_t>(joined.count(u',')) + 1);
-    for (const QStringView each : QStringTokenizer(joined, u',', Qt::SkipEmptyParts))
-        numbers.push_back(each.toLongLong());
+    numbers.reserve(static_cast<std::size_t>(text.count(',')) + 1);
+    for (const char *at = text.begin(), *end = text.end(); at < end; ++at) {
+        RowNumber number = 0;
+        at = std::from_chars(at, end, number).ptr; // It stops at a comma or at the end.
+        numbers.push_back(number);
+    }
     return numbers;
 }
 

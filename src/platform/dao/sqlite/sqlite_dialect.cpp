@@ -41,9 +41,10 @@ QString SqliteDialect::newRowNumber(const TableInfo& table) const
 
 QString SqliteDialect::joined(const QString& select) const
 {
-    // LIMIT -1 is no limit; it keeps the engine from dropping the inner order.
-    return u"WITH listed(n) AS (%1 LIMIT -1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(
-        select);
+    // SQLite keeps the order of a subquery if the outer query has an aggregate other than count,
+    // min and max. LIMIT -1 would ensure the order, too, but a query with a limit is sorted more
+    // slowly.
+    return u"WITH listed(n) AS (%1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(select);
 }
 
 QString SqliteDialect::firstOf(const QString& joined) const
