@@ -23,7 +23,7 @@ bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)
     return one.number == other.number && one.values == other.values;
 }
 
-/// Lets go of the connection as soon as all rows are at hand.
+/// Releases the connection as soon as all rows are loaded.
 class QueryRows final : public Recordset
 {
 public:
@@ -78,12 +78,12 @@ private:
         return all;
     }
 
-    std::shared_ptr<dao::Database> database_; ///< Null once all rows are at hand.
+    std::shared_ptr<dao::Database> database_; ///< Null after all rows have been loaded.
     dao::TableRows table_;
     dao::SelectQuery query_;
     dao::RowOrder order_;
-    std::vector<dao::StoredRow> rows_; ///< From the first on.
-    std::size_t count_ = 0;
+    std::vector<dao::StoredRow> rows_; ///< The loaded rows, from the first one.
+    std::size_t count_ = 0;            ///< Number of rows of the query.
 };
 
 QString dataSourceOf(const QString& connectionString)

@@ -8,34 +8,34 @@ namespace dao {
 class Database;
 }
 
-/// The report's second, independent way to the store: a connection that executes a query text and
-/// gives a forward-only, read-only record source.
+/// The report's own access to the store, independent of dao::Database: a connection executes a
+/// query text and returns its rows for reading.
 namespace ado {
 
-/// The rows of a query, in its order, with the values of one moment: a reader never sees a mix of
-/// older and newer rows, nor a row without its values.
+/// The rows of a query, in the order of the query. All rows that are loaded at the same time come
+/// from one snapshot of the store.
 ///
-/// Holding a transaction open would keep other stations from writing, so each moment is that of
-/// one statement. Execute reads the first rows; a short query is complete then. The rows behind
-/// them are read with all others by a second statement (readAll), whose moment then holds for the
-/// first rows, too. Until then only the first rows are given.
+/// An open transaction would keep other stations from writing, so each snapshot is that of one
+/// statement. Execute reads the first rows. If the query has more rows, readAll replaces them by
+/// all rows of a second snapshot.
 class Recordset
 {
 public:
     virtual ~Recordset() = default;
-    /// The number of rows, known at once. readAll may change it.
+    /// Returns the number of rows of the query. readAll may change it.
     virtual int RecordCount() const = 0;
-    /// How many rows are held from the first on; RecordCount once all are.
+    /// Returns how many rows, from the first one, are loaded. It is RecordCount after readAll.
     virtual int rowsAtHand() const { return RecordCount(); }
-    /// Reads all rows anew where not all are at hand. True if a row given before, or the number of
-    /// rows, is another now. Throws what the engine throws, and nothing has changed then.
+    /// Loads all rows from one snapshot, unless they are already loaded. Returns true if the number
+    /// of rows or a row that was loaded before has changed. If it throws an error of the store, the
+    /// loaded rows stay as they were.
     virtual bool readAll() { return false; }
     virtual int FieldCount() const = 0;
-    /// -1 where no field has the name (any case).
+    /// Returns the position of a field by its case-insensitive name, or -1 if there is none.
     virtual int ordinalOf(const QString& name) const = 0;
-    /// The rows from row `first` (0-based) on, at most `count` of them, as dao::Field::Value gives
-    /// values. Calls readAll for a row that is not at hand. Throws DataTypeConversion (3421) or
-    /// Overflow (6) for contents that the field's type does not take.
+    /// Returns at most `count` rows, starting with row `first`, which is counted from 0. The values
+    /// are like those of dao::Field::Value. Calls readAll if one of the rows is not loaded. Throws
+    /// DataTypeConversion (3421) or Overflow (6) for a stored value that does not fit its type.
     virtual std::vector<std::vector<QVariant>> rows(int first, int count) = 0;
 };
 
@@ -47,8 +47,8 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// The connection text names a provider and a data source, "Provider=...;Data Source=path". The
-    /// path is taken from its data source. Throws as dao::Workspace::OpenDatabase does.
+    /// Opens the store at the path in the connection text, "Provider=...;Data Source=path". The
+    /// provider is ignored. Throws like dao::Workspace::OpenDatabase.
     void Open(const QString& connectionString, const QString& user = {},
               const QString& password = {}, int options = -1);
     std::shared_ptr<Recordset> Execute(const QString& query, int options = -1);

@@ -5,10 +5,10 @@
 
 namespace dao {
 
-/// Opens the store at the path on its engine: the file is the store itself or a link to a database
-/// on a server. Throws what Workspace::OpenDatabase throws.
+/// Opens the store at the path. The file is either an embedded store or a link to a database on a
+/// server. Throws like Workspace::OpenDatabase.
 std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts);
-/// Makes an empty embedded store and opens it.
+/// Creates an empty embedded store and opens it. Throws like Workspace::CreateDatabase.
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts);
 
 } // namespace dao

@@ -64,7 +64,8 @@ ExaminedCounter examineCounter(Database& database, const QString& table, const Q
 {
     Session& session = database.session();
     ExaminedCounter counter;
-    // A number that a station is given between the two looks must not look like a lag.
+    // The mark is read last. Otherwise a number that a station gets between the two queries would
+    // look like a lagging counter.
     counter.highest =
         session
             .rows(u"SELECT max(%1) FROM %2"_s.arg(Dialect::quoted(field), Dialect::quoted(table)))

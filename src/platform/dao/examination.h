@@ -12,38 +12,38 @@ namespace dao {
 
 class Database;
 
-/// A row as an examination finds it, whatever it holds.
+/// A row in which some stored values may not fit their declared types.
 struct ExaminedRow
 {
     RowKey key;
-    /// As Field::Value gives them; invalid for Null and for what cannot be read.
+    /// The values like those of Field::Value; invalid for Null and for unreadable values.
     std::vector<QVariant> values;
-    /// The ordinals of the fields whose contents their declared type does not take.
+    /// The positions of the fields whose stored values do not fit their declared types.
     std::vector<int> unreadable;
 };
 
-/// How far a table's counter has come.
+/// The state of a table's counter.
 struct ExaminedCounter
 {
-    qint64 highest = 0;         ///< The highest number that stands in the table.
-    std::optional<qint64> mark; ///< The last number given; empty where nothing keeps the counter.
+    qint64 highest = 0; ///< The highest number in the table.
+    std::optional<qint64>
+        mark; ///< The last assigned number; empty if no trigger or sequence exists.
 
     bool isLagging() const { return mark && *mark < highest; }
     bool isExhausted() const;
 };
 
-/// What the engine finds wrong with the store as it lies on the disk, a line for each; empty where
-/// it finds nothing. Reads the whole store. Throws CorruptDatabase (3049) for damage that keeps it
-/// from looking.
+/// Reads the whole store and returns the defects that the engine finds in its file structure, one
+/// text each. Throws CorruptDatabase (3049) if the damage prevents the check.
 QStringList engineFindings(Database& database);
 
-/// Hands every row of a table to the visitor once, in the order in which the rows were stored. Rows
-/// are read in pages; no cursor is open while the visitor runs. Throws TableNotFound (3078) for an
-/// unknown table and what reading throws.
+/// Calls the visitor once for every row of a table, in insertion order. Rows are read in pages, and
+/// no cursor is open while the visitor runs. Throws TableNotFound (3078) for an unknown table, and
+/// any error of reading.
 void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor);
 
-/// Looks at a COUNTER field. Throws what reading throws.
+/// Returns the state of a COUNTER field. Throws any error of reading.
 ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field);
 
 } // namespace dao

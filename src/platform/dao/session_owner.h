@@ -9,7 +9,8 @@ namespace dao {
 class SessionOwner
 {
 public:
-    /// Throws ObjectClosed (3420) after the session has been closed. For use inside the engine only.
+    /// Throws ObjectClosed (3420) after the session has been closed. For use inside the engine
+    /// only.
     Session& session() const
     {
         if (!session_)

@@ -25,7 +25,7 @@ TableInfo expectTableOf(Session& session, const QString& name)
     return std::move(*table);
 }
 
-/// Goes over all rows of a table, which the visitor sees one by one.
+/// Reads all rows of a table and calls the visitor for each of them.
 template <typename Visitor>
 TableContents readThrough(Session& session, const TableInfo& table, const RowsSeen& seen,
                           Visitor&& visitor)
@@ -44,10 +44,11 @@ TableContents readThrough(Session& session, const TableInfo& table, const RowsSe
     return contents;
 }
 
-/// Indexes, counters and the like cost less where the rows are there already.
+/// The statements that create a table. Indexes and counters are created after the rows have been
+/// copied, because that is faster.
 struct Making
 {
-    QStringList before; ///< What rows need to be stored.
+    QStringList before; ///< The statements to run before the rows are copied.
     QStringList after;
 };
 

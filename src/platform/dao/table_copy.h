@@ -9,8 +9,8 @@ namespace dao {
 
 class Database;
 
-/// What was read of a table. Equal for tables that hold the same values in the same order of rows,
-/// on whatever engine.
+/// The number of rows of a table and a hash of their values. Equal for tables with the same rows in
+/// the same order, also on different engines.
 struct TableContents
 {
     qint64 rows = 0;
@@ -19,31 +19,31 @@ struct TableContents
     bool operator==(const TableContents&) const = default;
 };
 
-/// Is told from time to time how many rows have been read.
+/// A progress function, called repeatedly with the number of rows read so far.
 using RowsSeen = std::function<void(qint64 rows)>;
 
-/// From here to Rollback the database shows the store as it stands at this moment, and changes
-/// nothing. An embedded store keeps writers waiting as long.
+/// Starts a read-only snapshot: until Rollback, the database shows the store as it is now. In an
+/// embedded store, other stations cannot write meanwhile.
 void beginSnapshot(Database& database);
 
-/// Makes a table in a store that has none of this name: its fields, rows and indexes as they are,
-/// rows in the order in which they were stored, counters going on after the highest number that the
-/// source has ever given. To be called within a transaction of the target.
+/// Copies a table with its fields, rows and indexes to another store, which must not have a table
+/// of this name. The rows keep their insertion order. Counters continue after the highest number
+/// that the source has ever assigned. Must be called within a transaction of the target.
 ///
-/// Throws TableNotFound (3078) for a table that the source lacks, DataTypeConversion (3421),
-/// Overflow (6) and FieldTooSmall (3163) with table, row and field for contents that do not fit
-/// their field, and what the engines throw.
+/// Throws TableNotFound (3078) if the source has no such table, and any error of the engines. For a
+/// value that does not fit its field it throws DataTypeConversion (3421), Overflow (6) or
+/// FieldTooSmall (3163) with the table, row and field in the description.
 TableContents copyTable(Database& from, const QString& table, Database& to, const RowsSeen& seen);
 
-/// The tables of the program itself, whose names begin with zomrel_ and which TableDefs does not
-/// list. Those in which an engine keeps its counters are left out: copyTable sees to them.
+/// Returns the program's internal tables, whose names start with zomrel_ and which TableDefs does
+/// not list. The engine's table of counters is not returned, because copyTable copies counters.
 QStringList ownTables(Database& database);
 
-/// Reads a table to its end. Throws as copyTable does.
+/// Reads all rows of a table. Throws like copyTable.
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen);
 
-/// Puts tables of a store on a server out of the store, to where its keeper finds them, and gives
-/// the name of that place. Throws OperationNotSupported (3251) for an embedded store.
+/// Moves tables out of a store on a server without deleting them, and returns the name of the place
+/// to which they were moved. Throws OperationNotSupported (3251) for an embedded store.
 QString setAside(Database& database, const QStringList& tables);
 
 } // namespace dao

@@ -44,13 +44,13 @@ RowNumbers rowNumbersIn(const QString& joined)
     return numbers;
 }
 
-/// The parameter of a statement by its number, from 1.
+/// Returns the placeholder of a statement's parameter, counted from 1.
 QString parameter(qsizetype number)
 {
     return u'$' + QString::number(number);
 }
 
-/// Adds "field = value" to the conditions; Null equals nothing, so it has a spelling of its own.
+/// Adds "field = value" to the conditions, or "field IS NULL", because = is never true for Null.
 void addEqual(const QString& field, const QVariant& value, QStringList& conditions,
               QVariantList& values)
 {
@@ -73,8 +73,9 @@ struct Bound
     QVariantList values;
 };
 
-/// The conditions, nearest first, that a field lies behind or before a value. Null stands before
-/// every value and compares with none, so it is asked for by itself.
+/// Returns the conditions for a field to be sorted after (forward) or before a value. The condition
+/// that finds the nearer rows comes first. Null is sorted before every value but compares with
+/// none, so it needs a condition of its own.
 std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
                           bool forward)
 {
@@ -118,7 +119,8 @@ QString TableRows::target(int ordinal) const
     return Dialect::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
 }
 
-/// Qualified by the table, because SQLite reads an unknown quoted name as a text.
+/// Returns the field's name qualified by the table. SQLite would read an unknown quoted name
+/// without a table as a text.
 QString TableRows::field(int ordinal) const
 {
     return name_ + u'.' + target(ordinal);
@@ -136,7 +138,8 @@ QString TableRows::ordering(const Session& session, const RowOrder& order, std::
     const bool forward = direction == Direction::Forward;
     QStringList terms;
     for (std::size_t i = from; i < order.size(); ++i) {
-        // Where Null cannot be, an index made without a thought of Null serves the order too.
+        // Without NULLS FIRST, the engine can also use an index that was created without it. That
+        // is correct for a field that cannot be Null.
         const bool withoutNull = table_.fields[static_cast<std::size_t>(order[i])].required;
         const QString nulls = withoutNull ? QString()
                               : forward   ? u" NULLS FIRST"_s
@@ -147,7 +150,8 @@ QString TableRows::ordering(const Session& session, const RowOrder& order, std::
     return " ORDER BY "_L1 + terms.join(u", "_s);
 }
 
-/// A query compares with numbers alone: a text with the number's spelling, and a date equals none.
+/// Adds the condition of a query, which compares a field with a number. A text field is compared
+/// with the number's decimal text. A date field never equals a number.
 void TableRows::addCondition(const SelectQuery::Condition& where, QStringList& conditions,
                              QVariantList& values) const
 {
@@ -227,11 +231,11 @@ std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    // A field may hold what is no whole number; nothing is known of the values between then.
+    // If an end of the range is not a whole number, the values between the ends are unknown.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
     const qint64 first = seen[2].toLongLong();
-    // Unsigned, as the ends may lie further apart than a signed number holds.
+    // The difference of the ends may exceed a signed 64-bit number.
     const auto count = static_cast<quint64>(seen[0].toLongLong());
     const auto width = static_cast<quint64>(seen[3].toLongLong()) - static_cast<quint64>(first);
     if (seen[1].toLongLong() != 0 || width != count - 1)
@@ -304,8 +308,8 @@ std::optional<StoredRow> TableRows::previous(Session& session, const RowOrder& o
     return neighbour(session, order, from, Direction::Backward);
 }
 
-/// Looks among the rows that agree with `from` in all ordering fields, then among those that agree
-/// in all but the last, and so on: each look is one step down an index.
+/// Searches first among the rows that equal `from` in all sort fields, then among those that equal
+/// it in all but the last one, and so on. Each search is one look-up in an index.
 std::optional<StoredRow> TableRows::neighbour(Session& session, const RowOrder& order,
                                               const StoredRow& from, Direction direction) const
 {

@@ -8,43 +8,43 @@
 
 namespace dao {
 
-/// A row as it was read.
+/// A row with its stored values.
 struct StoredRow
 {
     RowNumber number = 0;
     StoredValues values;
 };
 
-/// Rows from the columns that TableRows selects: the row's number, then its values.
+/// Converts the columns that TableRows selects (the row id, then the values) to rows.
 StoredRow taken(StoredValues&& columns);
 std::vector<StoredRow> taken(std::vector<StoredValues>&& rows);
 
-/// The ordinals of the fields that rows are ordered by, ascending, rows of equal values in the
-/// order in which they were stored; none for the table's own order.
+/// The positions of the fields to sort by, ascending. Rows with equal values are in insertion
+/// order. Empty for the table's own order.
 using RowOrder = std::vector<int>;
 
-/// Whole numbers, one after the other, of which each row has one.
+/// A range of consecutive whole-number keys. Each key belongs to exactly one row.
 struct KeyRun
 {
     qint64 first = 0;
     std::size_t count = 0;
 };
 
-/// The statements over the rows of one table, in SQL that every engine takes. Each call runs one
-/// statement (next and previous a few look-ups) and leaves nothing open.
+/// Reads and writes the rows of one table, in SQL that all engines accept. Each call executes one
+/// statement (next and previous: a few key look-ups) and leaves no cursor open.
 class TableRows
 {
 public:
     TableRows(const Session& session, TableInfo table);
 
     const TableInfo& table() const { return table_; }
-    /// Throws TooFewParameters (3061) for a name that is no field.
+    /// Returns the position of a field. Throws TooFewParameters (3061) if there is no such field.
     int expectField(const QString& name) const;
 
-    /// The numbers of all rows that meet the condition, in order.
+    /// Returns the ids of all rows that meet the condition, in order.
     RowNumbers numbers(Session& session, const std::optional<SelectQuery::Condition>& where,
                        const RowOrder& order) const;
-    /// The same with the first row, read in the same look.
+    /// The row ids as returned by numbers(), and the first row, read by the same statement.
     struct Listed
     {
         RowNumbers numbers;
@@ -52,8 +52,8 @@ public:
     };
     Listed listed(Session& session, const std::optional<SelectQuery::Condition>& where,
                   const RowOrder& order) const;
-    /// The first rows that meet the condition, in order, at most `limit` of them, and how many rows
-    /// meet it. One statement, so both are of one moment.
+    /// The first rows that meet the condition, in order, at most `limit` of them, and the number of
+    /// all rows that meet it. Both are read by one statement and therefore from one snapshot.
     struct Beginning
     {
         std::size_t total = 0;
@@ -61,30 +61,30 @@ public:
     };
     Beginning beginning(Session& session, const std::optional<SelectQuery::Condition>& where,
                         const RowOrder& order, int limit) const;
-    /// All rows that meet the condition, in order, read by one statement.
+    /// Returns all rows that meet the condition, in order, read by one statement.
     std::vector<StoredRow> all(Session& session, const std::optional<SelectQuery::Condition>& where,
                                const RowOrder& order) const;
-    /// The values of a field that is unique, where they are whole numbers without gaps and none of
-    /// them is Null; costs a few look-ups and no scan.
+    /// Returns the range of values of a unique field if they are whole numbers without gaps and
+    /// without Null. Costs a few key look-ups and a count.
     std::optional<KeyRun> keyRun(Session& session, int key) const;
-    /// The rows whose unique field lies between these two, in no order.
+    /// Returns the rows whose unique field is between these values, in any order.
     std::vector<StoredRow> rowsOfKeys(Session& session, int key, qint64 first, qint64 last) const;
     int count(Session& session) const;
     bool isEmpty(Session& session) const;
 
     std::optional<StoredRow> fetch(Session& session, RowNumber number) const;
-    /// In the order of the numbers; a row that no longer exists is absent.
+    /// Returns the rows in the order of the given row ids. A row that no longer exists is nullopt.
     std::vector<std::optional<StoredRow>> fetch(Session& session,
                                                 std::span<const RowNumber> numbers) const;
 
     std::optional<StoredRow> first(Session& session, const RowOrder& order) const;
     std::optional<StoredRow> last(Session& session, const RowOrder& order) const;
-    /// The row behind or before the place of a row, which need not exist any more.
+    /// Return the row after or before the given row, which may have been deleted.
     std::optional<StoredRow> next(Session& session, const RowOrder& order,
                                   const StoredRow& from) const;
     std::optional<StoredRow> previous(Session& session, const RowOrder& order,
                                       const StoredRow& from) const;
-    /// The first row in order whose first ordering field equals the stored value.
+    /// Returns the first row in this order whose first sort field equals the stored value.
     std::optional<StoredRow> find(Session& session, const RowOrder& order,
                                   const QVariant& value) const;
 
@@ -94,7 +94,7 @@ public:
         QVariant stored;
     };
     RowNumber insert(Session& session, const std::vector<Assignment>& assignments) const;
-    /// False where the row does not exist.
+    /// Returns false if the row does not exist.
     bool update(Session& session, RowNumber number,
                 const std::vector<Assignment>& assignments) const;
     bool remove(Session& session, RowNumber number) const;
@@ -112,9 +112,9 @@ private:
         QString sql;
         QVariantList values;
     };
-    /// WHERE with the condition and its values; empty where there is none.
+    /// Returns a WHERE clause with its values, or an empty statement without a condition.
     Statement condition(const std::optional<SelectQuery::Condition>& where) const;
-    /// SELECT of an expression of the rows that meet the condition, in order.
+    /// Returns a SELECT of an expression over the rows that meet the condition, in order.
     Statement selection(const Session& session, const QString& selected,
                         const std::optional<SelectQuery::Condition>& where,
                         const RowOrder& order) const;
@@ -129,9 +129,9 @@ private:
 
     TableInfo table_;
     QString name_;      ///< The table's name, quoted.
-    QString rowNumber_; ///< The expression of a row's number.
-    QString columns_;   ///< The row's number and all fields.
-    QString select_;    ///< SELECT number and all fields FROM table
+    QString rowNumber_; ///< The SQL expression for the row id.
+    QString columns_;   ///< The row id and all fields, separated by commas.
+    QString select_;    ///< "SELECT columns_ FROM name_"
 };
 
 } // namespace dao
