@@ -9,57 +9,59 @@
 
 namespace dao {
 
-/// The rows of a table in the order in which they were stored, each once.
+/// Reads the rows of a table in insertion order.
 class RowStream
 {
 public:
     virtual ~RowStream() = default;
-    /// The next row's bytes (see RowWriter), valid until the next call; nothing after the last row.
-    /// Throws DataTypeConversion (3421) and Overflow (6) for contents that the declared type does
-    /// not take, and FieldTooSmall (3163) for a text longer than its field.
+    /// Returns the bytes of the next row (see RowWriter), or nothing after the last row. The bytes
+    /// are valid until the next call. Throws DataTypeConversion (3421) or Overflow (6) if a value
+    /// does not fit its declared type, and FieldTooSmall (3163) if a text is longer than its field.
     virtual std::optional<QByteArrayView> next() = 0;
 };
 
-/// Takes the rows of a table that was made in the same transaction.
+/// Writes rows to a table that was created in the same transaction.
 class RowSink
 {
 public:
     virtual ~RowSink() = default;
-    /// Rows are stored in the order in which they are added. A failure may show at a later row.
+    /// Appends a row. A failure may be reported only by a later call.
     virtual void add(QByteArrayView row) = 0;
-    /// To be called once after the last row; the rows of a sink without it may be stored or not.
+    /// Must be called once after the last row. Without this call it is undefined which rows are
+    /// stored.
     virtual void finish() = 0;
 };
 
-/// What zomrel-store alone asks of an engine: whole stores and whole tables. While a stream or a
-/// sink lives, nothing else can be run on its session.
+/// Operations on whole stores and whole tables, which only zomrel-store uses. While a RowStream or
+/// a RowSink exists, its session can execute nothing else.
 class Bulk
 {
 public:
     virtual ~Bulk() = default;
 
-    /// What the engine itself finds wrong with the store, a line for each. Reads the whole store.
+    /// Reads the whole store and returns the defects that the engine itself finds, one text each.
     virtual QStringList integrityFindings() = 0;
-    /// Writes the whole store, as it is at one moment, to the path, in place of what is there; on
-    /// the disk when it returns. Other stations may read meanwhile; one that writes waits. The
-    /// process may have no other connection to the store. Throws Locked (3260), DiskFull (3026),
-    /// DiskOrNetworkError (3043), PermissionDenied (3051), OperationNotSupported (3251).
+    /// Writes a snapshot of the whole store to the path and replaces an existing file there. The
+    /// copy is on the disk when the function returns. Other stations can read meanwhile, but a
+    /// station that writes has to wait. The process must not have another connection to the store.
+    /// Throws Locked (3260), DiskFull (3026), DiskOrNetworkError (3043), PermissionDenied (3051),
+    /// OperationNotSupported (3251).
     virtual void copyTo(const QString& path) = 0;
 
-    /// The number that a counter has reached, 0 for none given yet; empty if the store lacks what
-    /// keeps the counter.
+    /// Returns the last number that a counter has assigned, or 0 if it has assigned none. Returns
+    /// nothing if the store lacks the triggers or the sequence of the counter.
     virtual std::optional<qint64> counterMark(const QString& table, const QString& field) = 0;
 
     virtual std::unique_ptr<RowStream> rowStream(const TableInfo& table) = 0;
     virtual std::unique_ptr<RowSink> rowSink(const TableInfo& table) = 0;
-    /// The highest number that a counter is known to have given; 0 for none.
+    /// Returns the highest number that a counter is known to have assigned, or 0 if there is none.
     virtual qint64 highestGiven(const QString& table, const QString& field) = 0;
-    /// Lets a counter go on after the number.
+    /// Makes a counter continue with the number after `highest`.
     virtual void countOnFrom(const QString& table, const QString& field, qint64 highest) = 0;
-    /// Tells the engine that a table has got many rows.
+    /// Updates the engine's statistics of a table after many rows have been added.
     virtual void analyze(const QString&) {}
-    /// Moves tables out of the store and gives the name of the place where they are kept. Throws
-    /// OperationNotSupported (3251) for an embedded store.
+    /// Moves tables out of the store without deleting them, and returns the name of the place to
+    /// which they were moved. Throws OperationNotSupported (3251) for an embedded store.
     virtual QString setAside(const QStringList& tables) = 0;
 };
 

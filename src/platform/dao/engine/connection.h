@@ -4,8 +4,8 @@
 
 namespace dao {
 
-/// One connection to a store on one engine. Kept in the pool, it outlives the session that opened
-/// it, and keeps what was read of the schema for the next one.
+/// A connection to a store, with a cache of the store's schema. A pooled connection outlives the
+/// session that opened it and serves later sessions.
 class EngineConnection
 {
 public:
@@ -15,12 +15,12 @@ public:
     EngineConnection& operator=(const EngineConnection&) = delete;
 
     SchemaMemory& schema() { return *schema_; }
-    /// Goes on with what another connection to the same store has read.
+    /// Uses the schema cache of another connection to the same store.
     void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
-    /// Forgets what is known of the schema, for this connection alone.
+    /// Gives this connection an empty schema cache of its own.
     void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }
 
-    /// How many connections the process has.
+    /// Returns the number of connections in the process.
     static int living() { return living_; }
 
 private:

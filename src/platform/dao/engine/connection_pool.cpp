@@ -8,7 +8,7 @@ namespace dao {
 
 namespace {
 
-/// As many as the loading of the order form opens at once.
+/// The number of databases that loading the order form opens at the same time.
 constexpr std::size_t mostIdle = 12;
 
 void clearAtTheEnd()
@@ -20,7 +20,8 @@ void clearAtTheEnd()
 
 ConnectionPool::ConnectionPool()
 {
-    qAddPostRoutine(clearAtTheEnd); // connections have to go before the application does
+    qAddPostRoutine(
+        clearAtTheEnd); // Connections must be closed before the application object ends.
 }
 
 ConnectionPool& ConnectionPool::instance()

@@ -7,27 +7,28 @@
 
 namespace dao {
 
-/// Connections that no database works over at the moment. Every use of the store opens a database
-/// of its own; it takes one of these where it can, so that a click does not pay for connecting.
+/// Keeps connections for later use. Every use of the store opens a new Database, which takes a
+/// connection from the pool if possible, because connecting is slow.
 class ConnectionPool
 {
 public:
     static ConnectionPool& instance();
 
-    /// The connection to the store that was given back last; null where there is none. Stores with
-    /// one key are the same one.
+    /// Returns the idle connection that was returned last for this key, or null. Each store has a
+    /// key of its own.
     std::shared_ptr<EngineConnection> take(const QString& key);
-    /// Keeps the connection; the oldest goes where there are too many.
+    /// Keeps an idle connection. If there are too many, the oldest one is closed.
     void give(const QString& key, std::shared_ptr<EngineConnection> connection);
 
-    /// The connection that all databases of a store share; null where there is none.
+    /// Returns the connection that all databases of a store share, or null.
     std::shared_ptr<EngineConnection> shared(const QString& key) const;
-    /// Lets all databases to come share the connection, and keeps it where none does.
+    /// Makes this the connection that later databases of the store share. The pool keeps it while
+    /// no database uses it.
     void share(const QString& key, const std::shared_ptr<EngineConnection>& connection);
-    /// No other database shall share it any more.
+    /// Removes the shared connection from the pool, so that no later database shares it.
     void unshare(const QString& key);
 
-    /// Lets go of all connections; one that is shared stays known while a database uses it.
+    /// Closes all connections that no database uses. A shared connection in use remains shared.
     void clear();
 
 private:

@@ -10,7 +10,7 @@ namespace {
 
 constexpr auto primaryKeyName = "PrimaryKey"_L1;
 
-/// Columns of the rows that tablesOf takes.
+/// The columns of the rows that tablesOf reads.
 enum TableColumn {
     TableName,
     IsTable,
@@ -21,11 +21,11 @@ enum TableColumn {
     CountsByItself,
 };
 
-/// Columns of indexesQuery.
+/// The columns of the result of indexesQuery.
 enum IndexColumn { IndexName, IsPrimary, IsUnique, IndexField };
 
-/// Index names are one name space for all tables in every engine, so a stored name begins with its
-/// table's.
+/// The engines require that index names are unique in the whole store, but here they are unique
+/// only within a table. Therefore a stored index name starts with the table name.
 QString indexPrefix(const QString& table)
 {
     return table + u'.';

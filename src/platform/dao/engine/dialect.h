@@ -6,48 +6,52 @@
 
 namespace dao {
 
-/// The SQL of one engine: text alone, no connection. What all engines say in the same words (plain
-/// SQL, NULLS FIRST, quoted names, parameters $1, $2 and so on) is said here; the rest is virtual.
+/// Creates the SQL texts of one engine; it has no connection. SQL that is the same for all engines
+/// (NULLS FIRST, quoted names, parameters $1, $2 and so on) is in this class; the virtual functions
+/// return what differs.
 class Dialect
 {
 public:
     virtual ~Dialect() = default;
 
-    /// A name as SQL takes it, whatever characters it has.
+    /// Returns a name as a quoted SQL identifier. The name may contain any characters.
     static QString quoted(const QString& name);
     static QString quoted(const QStringList& names);
-    /// A text as an SQL literal.
+    /// Returns a text as an SQL string literal.
     static QString literal(const QString& text);
 
-    /// The expression for the internal row id of the table's rows.
+    /// Returns the SQL expression for the internal row id of the table's rows.
     virtual QString rowNumber(const TableInfo& table) const = 0;
-    /// The column of row ids in each table, if it is not the engine's own. It is no field.
+    /// Returns the name of the column that contains the row ids, or an empty text if the engine has
+    /// a built-in row id. The column is not a field of the table.
     virtual QString rowNumberColumn() const { return {}; }
-    /// The expression that an INSERT gives to the row id, so that no id is used twice; empty if the
-    /// engine takes care of that.
+    /// Returns the SQL expression for the row id of a new row, which no earlier row has had.
+    /// Returns an empty text if the engine itself never reuses a row id.
     virtual QString newRowNumber(const TableInfo&) const { return {}; }
-    /// The expression that an INSERT gives to an unassigned counter that does not count by itself.
+    /// Returns the SQL expression for the next number of a counter that has no trigger or identity.
     virtual QString newCounterValue(const TableInfo& table, const FieldInfo& counter) const;
-    /// The expression that a field's column is ordered and compared by: texts by code point.
+    /// Returns the SQL expression to sort and compare a field by. Texts are sorted by code point.
     virtual QString sorted(const FieldInfo&, const QString& column) const { return column; }
-    /// A statement with one row and one column: the only column of the ordered SELECT, joined with
-    /// commas; Null for no row.
+    /// Returns a statement that joins the values of the ordered SELECT, which has one column, with
+    /// commas. Its result is one row with one text, or Null if the SELECT finds no row.
     virtual QString joined(const QString& select) const = 0;
-    /// The expression for the first number of a text that was joined so.
+    /// Returns the SQL expression for the first number in the text of joined().
     virtual QString firstOf(const QString& joined) const = 0;
 
     QStringList createTable(const TableInfo& table, const std::vector<IndexInfo>& indexes) const;
     QString createIndex(const QString& table, const IndexInfo& index) const;
     QStringList addField(const QString& table, const FieldInfo& field) const;
 
-    /// The indexes of table $1: a row (index name, is primary, is unique, field name) for each
-    /// field of each index, the primary key first, the others in the order of creation.
+    /// Returns a query for the indexes of table $1. Its result has a row (index name, is primary,
+    /// is unique, field name) for each field of each index. The primary key comes first, the other
+    /// indexes follow in the order of creation.
     virtual QString indexesQuery() const = 0;
     std::vector<IndexInfo> indexesOf(const QString& table,
                                      const std::vector<StoredValues>& rows) const;
 
-    /// Tables and views with their fields, from a row (table name, is a table, field name, field
-    /// type, is required, is a counter, counts by itself) for each field.
+    /// Converts schema rows to tables and views with their fields. Each row describes one field:
+    /// (table name, is a table, field name, field type, is required, is a counter, counts by
+    /// itself).
     std::vector<TableInfo> tablesOf(const std::vector<StoredValues>& rows) const;
 
 protected:
@@ -56,18 +60,19 @@ protected:
         QLatin1StringView name;
         DataType type;
     };
-    /// The names of types in the engine's schema. Any other type is a text without a size.
+    /// Returns the type names that occur in the engine's schema. Any other type is read as a text
+    /// without a size.
     virtual std::span<const TypeName> typeNames() const = 0;
     virtual QString declaredType(const FieldInfo& field) const = 0;
-    /// What follows the type of a counter.
+    /// Returns the SQL that follows the type in the definition of a counter.
     virtual QString counterClause() const { return {}; }
-    /// Statements that must run before a field is made.
+    /// Returns statements that must run before the field is created.
     virtual QStringList beforeField(const FieldInfo&) const { return {}; }
-    /// Statements that make a counter count.
+    /// Returns the statements that create the triggers of a counter.
     virtual QStringList counterStatements(const QString& table, const QString& field) const = 0;
-    /// How CREATE TABLE makes the column of row ids.
+    /// Returns the definition of the column of row ids in CREATE TABLE.
     virtual QString rowNumberDefinition() const { return {}; }
-    /// The columns of an index, as CREATE INDEX lists them.
+    /// Returns the list of columns for CREATE INDEX.
     virtual QString indexColumns(const IndexInfo& index) const { return quoted(index.fields); }
 
 private:

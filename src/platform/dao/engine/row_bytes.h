@@ -9,20 +9,20 @@
 
 namespace dao {
 
-/// A row as bytes that are the same for equal values on every engine, so that rows can be handed
-/// over and compared without a value of Qt's for each field. The bytes are those of a server's
-/// binary copy: the number of fields in 16 bits, then for each field its length in 32 bits (-1 for
-/// Null) and its value, the highest byte first. Whole numbers have 16 or 32 bits, decimals 64,
-/// texts are UTF-8, moments count microseconds from the year 2000 in 64 bits.
+/// Writes rows as bytes. Equal rows have equal bytes on every engine, so rows can be copied and
+/// compared without a QVariant for each field. The format is that of PostgreSQL's binary COPY, with
+/// the highest byte first: the number of fields (16 bits), then for each field the length in bytes
+/// (32 bits, -1 for Null) and the value. Whole numbers have 16 or 32 bits and decimals 64 bits.
+/// Texts are UTF-8. Moments are microseconds since the start of the year 2000 in 64 bits.
 class RowWriter
 {
 public:
-    /// Begins a row behind what the bytes hold.
+    /// Starts a new row after the rows that were written before.
     void begin(int fields);
     void addNull();
     void addInt16(qint16 value);
     void addInt32(qint32 value);
-    /// A zero is written without a sign, for not every engine keeps it.
+    /// Writes a decimal. Negative zero is written as zero, because not every engine keeps its sign.
     void addDouble(double value);
     void addText(QStringView value);
     void addMoment(qint64 seconds);
@@ -31,16 +31,16 @@ public:
     void clear() { bytes_.clear(); }
 
 private:
-    std::string bytes_; ///< Grows by a few bytes at less cost than Qt's array does.
+    std::string bytes_; ///< Small appends are faster than with QByteArray.
     QStringEncoder encoder_{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
 };
 
-/// Goes over the fields of one row.
+/// Reads the fields of one row one after the other.
 class RowReader
 {
 public:
     explicit RowReader(QByteArrayView row) : rest_(row.sliced(sizeof(qint16))) {}
-    /// The next field's bytes; nothing for Null.
+    /// Returns the bytes of the next field, or nothing for Null.
     std::optional<QByteArrayView> next();
 
 private:
@@ -50,7 +50,7 @@ private:
 qint16 int16Of(QByteArrayView field);
 qint32 int32Of(QByteArrayView field);
 double doubleOf(QByteArrayView field);
-/// Whole seconds from the beginning of the year 2000.
+/// Returns a moment in whole seconds since the start of the year 2000.
 qint64 momentOf(QByteArrayView field);
 
 } // namespace dao

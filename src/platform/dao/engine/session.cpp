@@ -76,7 +76,7 @@ Transaction::~Transaction()
     try {
         session_.rollback();
     } catch (const runtime::RunTimeError&) {
-        // The engine has rolled back by itself; the failure that led here is the one to report.
+        // The engine has already rolled back. The first error is the one to report.
         return;
     }
 }

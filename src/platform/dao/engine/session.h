@@ -10,7 +10,8 @@
 
 namespace dao {
 
-/// What has been read of a store's schema, valid for as long as the store's own mark of it stays.
+/// A cache of a store's schema. It is valid until the store's schema mark, which changes with every
+/// change of a table or index, differs from `mark`.
 struct SchemaMemory
 {
     QString mark;
@@ -19,15 +20,15 @@ struct SchemaMemory
     std::map<QString, std::vector<IndexInfo>> indexes;
 };
 
-/// What a statement has given.
+/// The result of a statement.
 struct Answer
 {
     std::vector<StoredValues> rows;
     qint64 affected = 0; ///< Rows that were inserted, changed or deleted.
 };
 
-/// A database's work with a store on one engine. Statements take the values of their parameters $1,
-/// $2 and so on. Every function throws the run-time error that an engine's failure stands for.
+/// Executes statements on a store for one Database. Statements may have parameters $1, $2 and so
+/// on. Every function throws the run-time error that corresponds to the engine's error.
 class Session
 {
 public:
@@ -35,40 +36,41 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// The path that the store was opened by.
+    /// Returns the path with which the store was opened.
     const QString& name() const { return name_; }
-    /// The store's place as a user is told of it.
+    /// Returns the store's location for messages.
     virtual QString place() const { return name_; }
     const Dialect& dialect() const { return dialect_; }
-    /// The expression for the row id of the table's rows. Throws UnrecognizedFormat (3343) for a
-    /// table without row ids.
+    /// Returns the SQL expression for the row id of the table's rows. Throws UnrecognizedFormat
+    /// (3343) for a table without row ids.
     QString rowNumber(const TableInfo& table) const;
 
-    /// Runs one statement and gives the number of rows that it has changed.
+    /// Executes one statement and returns the number of rows that it has changed.
     qint64 run(const QString& sql, const QVariantList& values = {});
-    /// All rows that a statement gives.
+    /// Executes one statement and returns all rows of its result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
-    /// Runs an INSERT into the table and gives the new row's id.
+    /// Executes an INSERT into the table and returns the id of the new row.
     virtual RowNumber insert(const TableInfo& table, const QString& sql,
                              const QVariantList& values) = 0;
 
-    /// Opens a transaction that may write.
+    /// Starts a transaction that can write.
     virtual void begin() = 0;
-    /// Opens a transaction that sees the store as it is at this moment and changes nothing, for as
-    /// long as it takes.
+    /// Starts a transaction that only reads. Until it ends, it sees the store as it was when this
+    /// function was called. It has no time limit.
     virtual void beginSnapshot() = 0;
     void commit();
     void rollback();
     bool inTransaction() const { return inTransaction_; }
 
-    /// The tables and views in the order of creation, without their fields.
+    /// Returns the tables and views in the order of creation, without their fields.
     virtual std::vector<TableInfo> tables() = 0;
-    /// A table or view with its fields, by its name in any case.
+    /// Returns a table or view with its fields, by its case-insensitive name.
     virtual std::optional<TableInfo> table(const QString& name) = 0;
-    /// The primary key first, then the others in the order of creation.
+    /// Returns the indexes of a table: first the primary key, then the others in the order of
+    /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
 
-    /// Reading, copying and examining whole tables. Valid for as long as the session.
+    /// Returns an object that reads, copies and examines whole tables. The session must outlive it.
     virtual std::unique_ptr<Bulk> bulk() = 0;
 
 protected:
@@ -83,11 +85,12 @@ private:
     bool inTransaction_ = false;
 };
 
-/// False for statements that read and write rows.
+/// Returns false for statements that only read or write rows.
 bool mayChangeSchema(const QString& sql);
 
-/// Several statements that take effect together or not at all; part of the transaction that is
-/// already open, if there is one. Rolls back if it goes without commit.
+/// Groups statements so that they take effect together or not at all. If the session is already in
+/// a transaction, the statements become part of it, and commit does nothing. Otherwise the
+/// destructor rolls back unless commit has been called.
 class Transaction
 {
 public:

@@ -23,44 +23,44 @@ enum RecordsetType {
     dbOpenDynaset = 2,
 };
 
-/// Identifies a row, whatever its fields hold. Opaque above the engine; equal keys mean the same
-/// row of the same table.
+/// Identifies a row of a table independently of its field values. Only the engine knows what a key
+/// contains. Two keys are equal if they identify the same row of the same table.
 using RowKey = QVariant;
 
-/// Internal row number, ascending in insertion order, whatever the row's fields hold.
+/// Internal row id, ascending in insertion order.
 using RowNumber = qint64;
 using RowNumbers = std::vector<RowNumber>;
 
-/// The stored values of a row, one for each column asked for.
+/// The stored values of a row, one for each selected column.
 using StoredValues = std::vector<QVariant>;
 
-/// The last number that a counter can give: the highest of a 32-bit field.
+/// The last number that a counter can assign: the maximum of a 32-bit field.
 constexpr qint64 highestCounter = std::numeric_limits<qint32>::max();
 
-/// What a table says of one of its fields.
+/// The definition of a field.
 struct FieldInfo
 {
     QString name;
     DataType type = dbText;
-    int size = 0; ///< Characters of a text field, 0 where it has no limit; 0 for other types.
+    int size = 0; ///< Maximum length of a text in characters; 0 for no limit and for other types.
     bool counter = false;
     bool required = false;
-    bool countsByItself = false; ///< A counter that the store numbers without being asked.
+    bool countsByItself = false; ///< True if a trigger or an identity of the store assigns numbers.
 };
 
-/// A table or view of the store.
+/// The definition of a table or view.
 struct TableInfo
 {
     QString name;
     bool updatable = true;
     std::vector<FieldInfo> fields;
-    bool numbered = true; ///< False if the rows have no row numbers.
+    bool numbered = true; ///< False if the rows have no row ids.
 
-    /// -1 if no field has the name (any case).
+    /// Returns the position of a field by its case-insensitive name, or -1 if there is none.
     int ordinalOf(const QString& fieldName) const;
 };
 
-/// What a table says of one of its indexes.
+/// The definition of an index.
 struct IndexInfo
 {
     QString name;
