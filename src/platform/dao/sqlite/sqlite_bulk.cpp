@@ -1,4 +1,4 @@
-// The rows of a whole table of an embedded store, read and written as bytes.
+// Reads and writes the rows of whole tables of an embedded store as bytes.
 
 #include "platform/dao/sqlite/sqlite_bulk.h"
 #include "platform/dao/engine/bulk.h"
@@ -33,7 +33,8 @@ QStringList namesOf(const TableInfo& table)
     return names;
 }
 
-/// A stored moment is an ISO text, most often a day alone.
+/// Returns the seconds since the year 2000 of a date such as 2026-03-01, or nothing for any other
+/// text. Most stored moments have this form.
 std::optional<qint64> dayOf(QStringView text)
 {
     constexpr qsizetype length = 10; // 2026-03-01
@@ -62,7 +63,7 @@ qint64 secondsOf(const QVariant& moment)
                : days + moment.toTime().msecsSinceStartOfDay() / 1000;
 }
 
-/// Writes a field's value as the field gives it.
+/// Writes a field value as returned by fromStored.
 void addValue(RowWriter& row, const FieldInfo& field, const QVariant& value)
 {
     switch (value.isValid() ? field.type : 0) {
@@ -98,10 +99,10 @@ const T& held(const QVariant& value)
     return *static_cast<const T*>(value.constData());
 }
 
-/// Writes a text that was stored where a text or a moment is expected. False for another one.
+/// Writes a stored text into a text or date field. Returns false if the text needs a conversion.
 bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
 {
-    if (text.isNull()) // what the toolkit makes of Null
+    if (text.isNull()) // Qt returns Null as a null QString.
         return false;
     if (field.type == dbText) {
         addText(row, field, text);
@@ -113,7 +114,7 @@ bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
     return day.has_value();
 }
 
-/// Writes a stored value; the common ones without a detour.
+/// Writes a stored value. The most common types are written without a conversion.
 void addStored(RowWriter& row, const FieldInfo& field, const QVariant& stored)
 {
     switch (stored.typeId()) {
@@ -182,7 +183,8 @@ private:
         }
     }
 
-    /// A row is told by its first field, which is a table's key, or by its place.
+    /// Returns the description of the current row for messages: the value of its first field, which
+    /// usually is the key, or its position.
     QString place() const
     {
         const QVariant key = query_.value(0);
@@ -197,7 +199,7 @@ private:
     qint64 rows_ = 0;
 };
 
-/// A row's value as it is bound to the statement.
+/// Converts the bytes of a field to the value that is bound to the statement.
 QVariant boundValue(const FieldInfo& field, const std::optional<QByteArrayView>& bytes)
 {
     if (!bytes)
@@ -238,11 +240,11 @@ public:
             throw errorOf(query_.lastError());
     }
 
-    /// A value that is the one of the row before stays bound, which is most of them in a workshop's
-    /// lines.
+    /// A value equal to that of the previous row stays bound. This saves most conversions, because
+    /// the lines of an order are similar.
     void add(QByteArrayView row) override
     {
-        thisRow_.resize(0); // keeps its room
+        thisRow_.resize(0); // Unlike clear(), this keeps the allocated memory.
         thisRow_.append(row);
         RowReader reader(thisRow_);
         for (std::size_t i = 0; i < fields_.size(); ++i) {
@@ -252,7 +254,7 @@ public:
             last_[i] = field;
         }
         isFirst_ = false;
-        std::swap(lastRow_, thisRow_); // the last fields point into it
+        std::swap(lastRow_, thisRow_); // last_ refers to the bytes of the previous row.
         if (!query_.exec())
             throw errorOf(query_.lastError());
     }
@@ -284,7 +286,7 @@ QStringList SqliteBulk::integrityFindings()
     QStringList findings;
     for (const StoredValues& row : session_.rows(u"PRAGMA integrity_check"_s))
         findings.append(row.front().toString());
-    // The one line of a sound store.
+    // A store without defects gives the single line "ok".
     if (findings == QStringList(u"ok"_s))
         findings.clear();
     return findings;
@@ -338,7 +340,7 @@ std::unique_ptr<RowStream> SqliteBulk::rowStream(const TableInfo& table)
 
 std::unique_ptr<RowSink> SqliteBulk::rowSink(const TableInfo& table)
 {
-    // Pages that do not fit in memory are written before the end, journal first.
+    // With a small cache, changed pages would be written to the disk before the commit.
     QSqlQuery(database_).exec(u"PRAGMA cache_size = -16384"_s); // KiB
     return std::make_unique<SqliteSink>(table, QSqlQuery(database_));
 }

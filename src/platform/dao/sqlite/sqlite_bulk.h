@@ -6,7 +6,7 @@
 
 namespace dao::sqlite {
 
-/// Whole tables and files of an embedded store.
+/// Reads, writes and copies whole tables and whole files of an embedded store.
 class SqliteBulk final : public Bulk
 {
 public:

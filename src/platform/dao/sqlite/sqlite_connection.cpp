@@ -8,7 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Enough for all that the forms repeat. The pages of a grid have texts that seldom come again.
+/// The maximum number of cached statements, more than the forms repeat. The statements that read
+/// the pages of a grid contain row ids and are rarely repeated.
 constexpr std::size_t mostKept = 64;
 
 QString nextConnectionName()
@@ -21,7 +22,7 @@ QSqlQuery prepared(const QSqlDatabase& database, const QString& sql)
 {
     QSqlQuery query(database);
     query.setForwardOnly(true);
-    query.prepare(sql); // a failure shows in its lastError
+    query.prepare(sql); // The caller checks lastError.
     return query;
 }
 

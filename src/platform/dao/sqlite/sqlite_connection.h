@@ -7,7 +7,7 @@
 
 namespace dao::sqlite {
 
-/// One connection of Qt Sql under a name of its own, with its prepared statements.
+/// A Qt Sql connection with a unique name and a cache of prepared statements.
 class SqliteConnection final : public EngineConnection
 {
 public:
@@ -15,10 +15,10 @@ public:
     ~SqliteConnection() override;
 
     QSqlDatabase& database() { return database_; }
-    /// The statement ready to be bound and run. A statement that may change the schema is prepared
-    /// for this one time, and what is known of the schema is forgotten.
+    /// Returns the prepared statement, ready for binding values. A statement that may change the
+    /// schema is not cached, and it clears the schema cache.
     QSqlQuery& statement(const QString& sql);
-    /// Lets go of a statement that has failed.
+    /// Removes a failed statement from the cache.
     void drop(const QString& sql);
 
 private:

@@ -1,4 +1,4 @@
-// COUNTER fields of an embedded store.
+// Creates the SQL of COUNTER fields in an embedded store.
 
 #include "platform/dao/sqlite/sqlite_counters.h"
 
@@ -32,8 +32,9 @@ QString lastGiven(const QString& table)
 
 namespace {
 
-/// Moves the counter past the number of the row that a trigger runs for. An OR clause of the
-/// statement outside applies to the statements of a trigger too, so these meet no conflict.
+/// Returns the trigger statements that move the counter past the number of the new row. They must
+/// never cause a conflict, because an OR clause of the statement that fires the trigger applies to
+/// the statements in the trigger, too.
 QString countingOn(const QString& table, const QString& field)
 {
     return QStringLiteral("INSERT INTO %1 (table_name, last_number) SELECT %2, 0 "
@@ -44,8 +45,8 @@ QString countingOn(const QString& table, const QString& field)
         .arg(counterTable, Dialect::literal(table), Dialect::quoted(field), Dialect::quoted(table));
 }
 
-/// Numbers a new row past the highest number that the table holds or has ever held. Where that was
-/// the last one, the insertion fails and nothing of it stays.
+/// Returns the trigger that gives a new row the number after the highest number that the table has
+/// ever had. After the last possible number, the insertion fails and stores nothing.
 QString insertTrigger(const QString& table, const QString& field)
 {
     const QString highest = u"max(%1, %2)"_s.arg(highestStored(table, field), lastGiven(table));
@@ -83,10 +84,11 @@ QStringList counterMaking(const QString& table, const QString& field)
             insertTrigger(table, field), updateTrigger(table, field)};
 }
 
-/// A table that was not made by this engine has no trigger; its counter goes on after the highest
-/// number in the table. SQL has no way to fail outside of a trigger but an error of arithmetic: the
-/// lowest 64-bit number has no absolute value. The field is part of that expression so that it is
-/// not evaluated before it is needed.
+/// A table that another program has created has no triggers. Its counter continues after the
+/// highest number in the table. After the last possible number the statement must fail. Outside of
+/// a trigger SQLite can only fail with an arithmetic error, so the expression takes abs() of the
+/// lowest 64-bit number, which overflows. It refers to the field so that SQLite does not evaluate
+/// it in advance.
 QString counterValueWithoutTrigger(const QString& table, const QString& field)
 {
     return QStringLiteral("(SELECT CASE WHEN highest < %1 THEN highest + 1 "

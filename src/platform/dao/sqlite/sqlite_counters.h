@@ -6,28 +6,29 @@
 
 namespace dao::sqlite {
 
-/// The table of counters, one row for each counted table. It is the engine's own.
+/// The engine's internal table of counters. It has one row for each table with a counter.
 constexpr QLatin1StringView counterTable("zomrel_counters");
 
-/// What the engine's error text holds where a counter has no number left.
+/// A part of SQLite's error message when a counter has no number left.
 constexpr QLatin1StringView counterExhausted("has given its last number");
 
-/// The statement that makes the table of counters unless the store has it.
+/// Returns the statement that creates the table of counters if it does not exist.
 QString counterTableMaking();
 
-/// The statements that make a counter out of a field of a new table.
+/// Returns the statements that turn a field of a new table into a counter.
 QStringList counterMaking(const QString& table, const QString& field);
 
-/// The triggers that run after an insertion and after a change of the counter field.
+/// Return the names of the triggers after an INSERT and after an UPDATE of the counter field.
 QString insertTriggerName(const QString& table, const QString& field);
 QString updateTriggerName(const QString& table, const QString& field);
 
-/// The expression for the highest number in a column, as a whole number whatever else is there.
+/// Returns the SQL expression for the highest number in a column. Its result is always a whole
+/// number, also if the column contains texts.
 QString highestStored(const QString& table, const QString& field);
-/// The expression for the number that the table's counter has reached; 0 if the table of counters
-/// lacks its row.
+/// Returns the SQL expression for the last number of the table's counter, or 0 if the table of
+/// counters has no row for it.
 QString lastGiven(const QString& table);
-/// The expression for the next number of a counter that has no trigger.
+/// Returns the SQL expression for the next number of a counter without triggers.
 QString counterValueWithoutTrigger(const QString& table, const QString& field);
 
 } // namespace dao::sqlite

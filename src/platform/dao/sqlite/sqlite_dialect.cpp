@@ -24,15 +24,15 @@ QString SqliteDialect::rowNumber(const TableInfo& table) const
     return u"oid"_s;
 }
 
-/// The engine itself gives the row id of a deleted last row to the next one. A station that still
-/// has the former in its list would then work on the latter, so the id follows the table's counter,
-/// which never goes back.
+/// After the last row has been deleted, SQLite gives its row id to the next new row. A station
+/// whose list still contains the deleted row would then work on the new one. Therefore the row id
+/// is derived from the table's counter, which never decreases.
 QString SqliteDialect::newRowNumber(const TableInfo& table) const
 {
     const auto counter =
         std::find_if(table.fields.begin(), table.fields.end(),
                      [](const FieldInfo& each) { return each.counter && each.countsByItself; });
-    // A store that was made past this engine may keep no high-water mark.
+    // A table that another program has created may have no counter with triggers.
     if (counter == table.fields.end())
         return {};
     return u"(SELECT 1 + max(%1, %2))"_s.arg(highestStored(table.name, rowNumber(table)),
@@ -49,7 +49,7 @@ QString SqliteDialect::joined(const QString& select) const
 
 QString SqliteDialect::firstOf(const QString& joined) const
 {
-    return u"CAST(%1 AS INTEGER)"_s.arg(joined); // the digits that the text begins with
+    return u"CAST(%1 AS INTEGER)"_s.arg(joined); // CAST reads the digits at the start of a text.
 }
 
 QString SqliteDialect::indexesQuery() const

@@ -4,8 +4,8 @@
 
 namespace dao::sqlite {
 
-/// A store in an SQLite file. Types are declared in the store's own words, which the engine itself
-/// does not enforce.
+/// The SQL of SQLite. Columns are declared with the store's own type names, which SQLite does not
+/// enforce.
 class SqliteDialect final : public Dialect
 {
 public:
@@ -17,7 +17,8 @@ public:
     QString joined(const QString& select) const override;
     QString firstOf(const QString& joined) const override;
     QString indexesQuery() const override;
-    /// The rows of table or view $1, in any case, that tablesOf takes.
+    /// Returns a query for the schema rows of table or view $1 (case-insensitive), which tablesOf
+    /// converts.
     QString tableQuery() const;
 
 protected:

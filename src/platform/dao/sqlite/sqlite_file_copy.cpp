@@ -1,4 +1,4 @@
-// Copying a store that other stations work on.
+// Copies a store while other stations use it.
 
 #include "platform/dao/sqlite/sqlite_bulk.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 blockSize = 1 << 20;
 
-/// Keeps writers out of the file, and only them, for as long as it lives.
+/// A read lock on the store file: other stations can read but not write.
 class ReadLock
 {
 public:
@@ -22,8 +22,8 @@ public:
     {
         session_.run(u"BEGIN"_s);
         try {
-            // The lock comes with the first reading, which also undoes what a station that was
-            // cut off has left half-made.
+            // SQLite takes the lock at the first read. This read also rolls back an unfinished
+            // transaction of a station that has crashed.
             session_.rows(u"SELECT count(*) FROM sqlite_master"_s);
         } catch (const RunTimeError&) {
             release();
@@ -40,7 +40,7 @@ private:
         try {
             session_.run(u"ROLLBACK"_s);
         } catch (const RunTimeError&) {
-            // The engine has let go by itself.
+            // SQLite has already released the lock.
             return;
         }
     }
@@ -60,8 +60,8 @@ RunTimeError writingError(const QSaveFile& file)
 
 void SqliteBulk::copyTo(const QString& path)
 {
-    // Closing the file lets go of every lock that this process holds on it, so it is opened before
-    // the lock is taken and closed after.
+    // Closing a file releases all POSIX locks that the process holds on it. Therefore the file is
+    // opened before the lock is taken and closed after the lock is released.
     QFile store(session_.name());
     if (!store.open(QIODevice::ReadOnly))
         throw RunTimeError(runtime::PermissionDenied);
@@ -70,7 +70,7 @@ void SqliteBulk::copyTo(const QString& path)
         throw RunTimeError(runtime::PermissionDenied,
                            u"Could not write '%1': %2"_s.arg(path, copy.errorString()));
     const ReadLock lock(session_);
-    // With a journal of this kind the file alone is not the store.
+    // With a write-ahead log, the latest changes are not in the store file.
     if (session_.rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
         throw RunTimeError(runtime::Locked);
     while (!store.atEnd()) {

@@ -25,10 +25,10 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// What every store file begins with, its closing zero included.
+/// The first bytes of every SQLite file, including the terminating zero.
 constexpr QByteArrayView headerSignature("SQLite format 3", 16);
 
-/// A file name as a URI, so that the mode of opening can be told; every sign of it may occur.
+/// Returns a path as a URI that contains the mode of opening. The path may contain any characters.
 QString uriOf(const QString& path, const QString& mode)
 {
     QString absolute = QFileInfo(path).absoluteFilePath();
@@ -38,7 +38,7 @@ QString uriOf(const QString& path, const QString& mode)
                                       mode);
 }
 
-/// What tells one store file from another that took its place under the same name.
+/// Returns a text that differs for two files that have had the same path one after the other.
 QString identityOf(const QFileInfo& file)
 {
 #ifdef Q_OS_UNIX
@@ -63,7 +63,7 @@ SqliteSession::SqliteSession(std::shared_ptr<SqliteConnection> connection, const
 
 SqliteSession::~SqliteSession()
 {
-    // A connection that has failed or is in the middle of something is closed.
+    // A connection that has failed or is in a transaction is closed instead.
     if (!poolKey_.isEmpty() && !hasFailed_ && !inTransaction())
         ConnectionPool::instance().give(poolKey_, std::move(connection_));
 }
@@ -114,9 +114,8 @@ std::unique_ptr<Session> SqliteSession::open(const QString& path,
     const QFileInfo file(path);
     if (!file.exists())
         throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
-    // The engine takes a file without contents for a new store. Here only the size is asked for:
-    // opening and closing the file past the engine would drop the locks that this process holds on
-    // it.
+    // SQLite treats an empty file as a new store. Only the file's size is checked, because opening
+    // and closing the file here would release the locks that this process holds on it.
     if (file.isFile() && file.size() < headerSignature.size())
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
@@ -166,19 +165,21 @@ void SqliteSession::connect(const QString& mode, std::chrono::milliseconds lockW
 
 void SqliteSession::prepareUse()
 {
-    // Asking for the journal reads the schema, so a file that is no store, or a locked or damaged
-    // one, fails here and not at some later statement.
+    // This statement reads the schema. Therefore a file that is not a store, and a locked or
+    // damaged store, fails here and not at a later statement.
     QSqlQuery journal(connection_->database());
     if (!journal.exec(u"PRAGMA journal_mode"_s) || !journal.next())
         throw openingError(journal.lastError());
     const bool rollbackJournal = journal.value(0).toString() == "delete"_L1;
     journal.finish();
     QSqlQuery settings(connection_->database());
-    // A journal of another kind is changed as soon as no other station is at work; it is safe too.
+    // This statement has no effect while another station uses the store. The other kind of journal
+    // is safe, too.
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
     requireDurableCommits(settings);
-    // A dozen connections are kept, each with pages of its own; the system caches the file for all.
+    // Each of up to a dozen connections has a page cache. A small one is enough, because the
+    // operating system also caches the file.
     settings.exec(u"PRAGMA cache_size = -400"_s); // KiB
     schema().mark = schemaMark();
 }
@@ -200,8 +201,8 @@ void SqliteSession::requireDurableCommits(QSqlQuery& settings) const
                 .arg(name(), QString::number(set), QString::number(extra)));
 }
 
-/// A connection that was idle: it touches the file as an opening does, so that a locked or damaged
-/// one fails here, and learns whether another station has changed the schema meanwhile.
+/// Prepares a pooled connection for its next use. Reading the schema mark fails if the file is
+/// locked or damaged, as opening it does, and shows whether another station has changed the schema.
 void SqliteSession::renewUse()
 {
     const QString mark = schemaMark();
@@ -250,7 +251,7 @@ void SqliteSession::begin()
     setInTransaction();
 }
 
-/// The store is seen as it is at the first reading.
+/// SQLite takes the snapshot at the first read.
 void SqliteSession::beginSnapshot()
 {
     run(u"BEGIN"_s);

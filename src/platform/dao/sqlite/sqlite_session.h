@@ -7,14 +7,15 @@
 
 namespace dao::sqlite {
 
-/// A store in one SQLite file. A connection that works is given to the pool at the end.
+/// A store in one SQLite file. The destructor returns a working connection to the pool.
 class SqliteSession final : public Session
 {
 public:
     /// Opens an existing store. Throws DatabaseFileNotFound (3024), PermissionDenied (3051),
     /// UnrecognizedFormat (3343), CorruptDatabase (3049), Locked (3260).
     static std::unique_ptr<Session> open(const QString& path, std::chrono::milliseconds lockWait);
-    /// Makes an empty store and opens it. Throws DatabaseExists (3204), PermissionDenied (3051).
+    /// Creates an empty store and opens it. Throws DatabaseExists (3204), DatabaseFileNotFound
+    /// (3024).
     static std::unique_ptr<Session> create(const QString& path, std::chrono::milliseconds lockWait);
     ~SqliteSession() override;
 
@@ -43,7 +44,7 @@ private:
 
     std::shared_ptr<SqliteConnection> connection_;
     bool hasFailed_ = false;
-    QString poolKey_; ///< Empty if the connection is not for another use.
+    QString poolKey_; ///< Empty if the connection must not be returned to the pool.
 };
 
 } // namespace dao::sqlite
