@@ -13,18 +13,18 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// What a binary copy begins with; two numbers of 32 bits follow, of which none says anything.
+/// A binary copy starts with this signature and two 32-bit numbers that are not used here.
 constexpr QByteArrayView signature("PGCOPY\n\377\r\n", 11);
 constexpr qsizetype headLength = signature.size() + 8;
-/// Stands in a row's place after the last one.
+/// Written in place of the number of fields after the last row.
 constexpr qint16 endMark = -1;
 constexpr qsizetype blockSize = 1 << 18;
 
-/// Brings values that the engines tell apart in bytes and not in meaning to one form.
-class Canon
+/// Changes the bytes of a row so that values with equal meaning have equal bytes on both engines.
+class Normalizer
 {
 public:
-    explicit Canon(const TableInfo& table) : table_(table) {}
+    explicit Normalizer(const TableInfo& table) : table_(table) {}
 
     void apply(char* row, qsizetype length)
     {
@@ -56,12 +56,13 @@ private:
             const bool truth = int16Of(QByteArrayView(value, sizeof(qint16))) != 0;
             std::fill_n(value, sizeof(qint16), truth ? '\xff' : '\0');
         } else if (field.type == dbDate) {
-            bound(field, value);
+            normalizeDate(field, value);
         }
     }
 
-    /// Whole seconds of the years that a date's text has room for.
-    void bound(const FieldInfo& field, char* value) const
+    /// Removes the fraction of a second. Refuses years outside of 1 to 9999, which a date's text
+    /// cannot contain.
+    void normalizeDate(const FieldInfo& field, char* value) const
     {
         constexpr qint64 first = -63082281600; // 0001-01-01
         constexpr qint64 end = 252455616000;   // 10000-01-01
@@ -106,7 +107,7 @@ class PostgresStream final : public RowStream
 {
 public:
     PostgresStream(PqConnection& connection, const TableInfo& table, const QString& rowNumber)
-        : connection_(connection), table_(table), canon_(table_)
+        : connection_(connection), table_(table), normalizer_(table_)
     {
         QStringList columns;
         for (const FieldInfo& each : table.fields)
@@ -117,7 +118,7 @@ public:
     }
     ~PostgresStream() override
     {
-        // A connection is of no use with half a copy on it.
+        // The connection cannot be used while a copy is in progress, so it is closed.
         if (!isOver_)
             connection_.abandon(u"reading was given up"_s);
     }
@@ -138,7 +139,7 @@ public:
             }
             if (!block->isEmpty() && qFromBigEndian<qint16>(block->data()) != endMark) {
                 row_.assign(block->begin(), block->end());
-                canon_.apply(row_.data(), std::ssize(row_));
+                normalizer_.apply(row_.data(), std::ssize(row_));
                 return QByteArrayView(row_.data(), std::ssize(row_));
             }
         }
@@ -160,7 +161,7 @@ private:
 
     PqConnection& connection_;
     TableInfo table_;
-    Canon canon_;
+    Normalizer normalizer_;
     std::string row_;
     bool isFirst_ = true;
     bool isOver_ = false;
@@ -174,7 +175,8 @@ public:
         QStringList names;
         for (const FieldInfo& each : table.fields)
             names.append(each.name);
-        // FREEZE: nobody else sees the rows yet, so they need not be marked as seen later.
+        // FREEZE saves a later VACUUM from visiting the rows. It is allowed because the table was
+        // created in this transaction.
         connection_.startCopy(u"COPY %1 (%2) FROM STDIN (FORMAT binary, FREEZE)"_s.arg(
             Dialect::quoted(table.name), Dialect::quoted(names)));
         block_.reserve(blockSize * 2);
@@ -187,7 +189,7 @@ public:
         try {
             connection_.endCopy("the rows could not be read");
         } catch (const RunTimeError&) {
-            return; // the failure that led here is the one to tell
+            return; // The first error is the one to report.
         }
     }
     PostgresSink(const PostgresSink&) = delete;
@@ -199,7 +201,7 @@ public:
         if (block_.size() < blockSize)
             return;
         connection_.sendCopied(block_);
-        block_.resize(0); // keeps its room
+        block_.resize(0); // Unlike clear(), this keeps the allocated memory.
     }
 
     void finish() override
@@ -219,8 +221,8 @@ private:
 
 } // namespace
 
-/// The server guards its files itself; what can be asked is whether everything can be read and
-/// whether the indexes are good.
+/// A client cannot check the server's files. This function checks that all rows can be read and
+/// that the indexes are valid.
 QStringList PostgresBulk::integrityFindings()
 {
     QStringList findings;

@@ -6,11 +6,12 @@ namespace dao::postgres {
 
 class PqConnection;
 
-/// Whole tables on a server, by its own binary copying.
+/// Reads and writes whole tables on a server with its binary COPY.
 class PostgresBulk final : public Bulk
 {
 public:
-    /// `connection` is the session's own, which the session may replace between two statements.
+    /// `connection` is a member of the session, which may replace the connection between two
+    /// statements.
     PostgresBulk(Session& session, const std::shared_ptr<PqConnection>& connection)
         : session_(session), connection_(connection)
     {

@@ -4,8 +4,7 @@
 
 namespace dao::postgres {
 
-/// A store in a PostgreSQL schema. Every table has one column more than it shows, an identity that
-/// numbers its rows in the order in which they were stored.
+/// The SQL of PostgreSQL. Every table has an additional identity column that contains the row ids.
 class PostgresDialect final : public Dialect
 {
 public:
@@ -16,7 +15,8 @@ public:
     QString joined(const QString& select) const override;
     QString firstOf(const QString& joined) const override;
     QString indexesQuery() const override;
-    /// The rows of all tables and views that tablesOf takes, in the order of creation.
+    /// Returns a query for the schema rows of all tables and views, which tablesOf converts. They
+    /// are in the order of creation.
     QString tablesQuery() const;
     QString rowNumberColumn() const override;
 

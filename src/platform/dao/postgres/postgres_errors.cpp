@@ -1,4 +1,4 @@
-// What a server's error means under its classic number.
+// Converts a server's errors to run-time errors with the classic numbers.
 
 #include "platform/dao/postgres/pq_connection.h"
 
@@ -13,12 +13,12 @@ namespace {
 
 struct Meaning
 {
-    QLatin1StringView state; ///< An SQLSTATE or the class that it begins with.
+    QLatin1StringView state; ///< An SQLSTATE or its first characters.
     int number;
-    bool ownText; ///< The classic text says all; otherwise the server's words follow.
+    bool ownText; ///< True to use only the classic text, false to append the server's message.
 };
 
-/// The first that fits counts.
+/// The first entry whose state matches is used.
 constexpr std::array meanings = {
     Meaning{"23505"_L1, runtime::DuplicateKey, true},
     Meaning{"23502"_L1, runtime::FieldRequired, true},

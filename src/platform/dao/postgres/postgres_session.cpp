@@ -22,8 +22,9 @@ namespace {
 constexpr auto greetingName = "zomrel_greeting";
 constexpr std::chrono::seconds greetingPatience(3);
 
-/// Every change of a table or an index leaves a row of one of the two catalogues written by another
-/// transaction, so counts and sums of their writers tell of any change to the schema.
+/// Returns the statement that each opening executes. Its first column is the schema mark. Every
+/// change of a table or an index changes the number of rows or the writing transaction (xmin) of a
+/// row in one of the two catalogues, so the mark combines the counts and the sums of xmin.
 QString greetingText()
 {
     return QStringLiteral(
@@ -48,8 +49,8 @@ QString keyOf(const Link& link, const Timeouts& timeouts)
         .arg(timeouts.answer.count());
 }
 
-/// What has been read of the schema of a store, for all connections to it: a click works over
-/// several, and reading it costs round trips.
+/// Returns the schema cache of a store, which all its connections share, because reading the schema
+/// costs round trips.
 std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& mark)
 {
     static std::map<QString, std::shared_ptr<SchemaMemory>> memories;
@@ -61,7 +62,8 @@ std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& ma
     return memory;
 }
 
-/// Two tables may differ in case alone; then the spelling counts.
+/// Returns the table with exactly this name. If there is none, returns the table whose name differs
+/// only in case.
 std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QString& name)
 {
     auto found = std::find_if(all.begin(), all.end(),
@@ -80,8 +82,8 @@ bool isHandlingEvents()
     return QThread::currentThread()->loopLevel() > 0;
 }
 
-/// Holds for as long as the event is handled that is being handled now; outside an event loop, not
-/// at all.
+/// Marks the connection as answered until control returns to the event loop. Has no effect outside
+/// of an event loop.
 void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
 {
     if (!isHandlingEvents())
@@ -94,7 +96,7 @@ void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
                        });
 }
 
-/// Transactions leave the schema as it is, but for one that is taken back.
+/// Returns true if the statement cannot change the schema. ROLLBACK can, because it undoes changes.
 bool keepsTheSchema(const QString& sql)
 {
     return !mayChangeSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
@@ -108,7 +110,7 @@ PostgresSession::PostgresSession(const QString& path, Link link, const Timeouts&
 {
 }
 
-/// A transaction's own connection serves all databases if no other one does.
+/// The private connection of a transaction becomes the shared connection if there is none.
 PostgresSession::~PostgresSession()
 {
     if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
@@ -151,9 +153,9 @@ PostgresSession::Connection PostgresSession::logIn() const
     return connection;
 }
 
-/// Greets the server, which shows whether the connection lives, and learns whether the schema is
-/// the known one. False if the connection has died. A handler opens the store again and again; one
-/// greeting is enough for it.
+/// Checks that the connection works and that the cached schema is valid, with one statement to the
+/// server. Returns false if the connection is lost. An event handler may open the store many times,
+/// so the check is done only once until control returns to the event loop.
 bool PostgresSession::takeUp()
 {
     if (isHandlingEvents() && connection_->hasJustAnswered() && !connection_->isLost())
@@ -186,7 +188,7 @@ void PostgresSession::requireTakenUp()
                            u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
 }
 
-/// Replaces a connection that has died. Between two statements nothing is under way.
+/// Replaces a lost connection. Outside of a transaction nothing is lost with it.
 void PostgresSession::reconnect()
 {
     const Connection other = shared();
@@ -206,7 +208,7 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
             throw connection_->lossError();
         reconnect();
     }
-    // The server would take this for a rollback and not say so.
+    // In a failed transaction, the server executes COMMIT as a rollback without reporting an error.
     if (sql == "COMMIT"_L1 && connection_->hasFailedTransaction())
         throw RunTimeError(runtime::InvalidOperation,
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
@@ -219,7 +221,7 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
     return connection_->execute(sql, values);
 }
 
-/// Lets the next database to be opened ask for the schema's mark.
+/// Makes the next opening of a database read the schema mark again.
 void PostgresSession::askAnew() const
 {
     if (const Connection greeted = shared())
@@ -245,7 +247,7 @@ std::optional<TableInfo> PostgresSession::table(const QString& name)
 {
     if (std::optional<TableInfo> known = tableIn(knownTables(), name))
         return known;
-    // Another station may have made it since the store was opened.
+    // Another station may have created the table since the schema was read.
     schema().all.reset();
     return tableIn(knownTables(), name);
 }
@@ -256,7 +258,7 @@ RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
     return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
 }
 
-/// The other databases on the store are no part of the transaction, so they get another connection.
+/// The transaction needs a connection that no other database uses.
 void PostgresSession::begin()
 {
     if (shared() == connection_) {

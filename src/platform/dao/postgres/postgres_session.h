@@ -8,13 +8,15 @@ namespace dao::postgres {
 
 class PqConnection;
 
-/// A store in a database on a PostgreSQL server. Nothing stays open between two calls, so all the
-/// sessions of a process on one store share a connection; a transaction has one of its own.
+/// A store in a database on a PostgreSQL server. No statement stays open between two calls, so all
+/// sessions of the process on the same store share one connection. A transaction has a connection
+/// of its own.
 class PostgresSession final : public Session
 {
 public:
-    /// Opens the store that the link at the path names. Throws ConnectionFailed (3151) with the
-    /// server and the reason, UnrecognizedFormat (3343) for a database that cannot hold a store.
+    /// Opens the store to which the link at the path leads. Throws ConnectionFailed (3151) with the
+    /// server and the reason, and UnrecognizedFormat (3343) for a database that cannot contain a
+    /// store.
     static std::unique_ptr<Session> open(const QString& path, const Link& link,
                                          const Timeouts& timeouts);
     ~PostgresSession() override;
@@ -42,7 +44,7 @@ private:
     void requireTakenUp();
     void reconnect();
     void askAnew() const;
-    /// The tables and views with their fields.
+    /// Returns the tables and views with their fields.
     const std::vector<TableInfo>& knownTables();
 
     Connection connection_; ///< The connection of the open transaction, or the shared one.

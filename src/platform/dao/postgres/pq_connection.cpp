@@ -11,7 +11,7 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// The server's numbers of its built-in types.
+/// The object ids of PostgreSQL's built-in types.
 enum TypeNumber : Oid {
     Unspecified = 0,
     Boolean = 16,
@@ -24,11 +24,11 @@ enum TypeNumber : Oid {
     Numeric = 1700,
 };
 
-/// More statements than all forms together repeat.
+/// The maximum number of prepared statements. All forms together repeat fewer statements.
 constexpr std::size_t mostKept = 200;
 
-/// The values of a statement as the client library takes them. Whole numbers and decimals have a
-/// type of their own; the place of any other value decides about its type.
+/// Converts the values of a statement to the arrays that libpq takes. Numbers are sent with their
+/// type. For any other value the server infers the type from the statement.
 class Parameters
 {
 public:
@@ -43,7 +43,7 @@ public:
     int count() const { return static_cast<int>(types_.size()); }
     const Oid* types() const { return types_.data(); }
     const char* const* values() const { return pointers_.data(); }
-    /// Tells parameters of different types apart.
+    /// Returns a text that differs for parameters of different types.
     QString signature() const
     {
         QString all;
@@ -131,8 +131,8 @@ QString stateOf(const PGresult* result)
     return QString::fromLatin1(PQresultErrorField(result, PG_DIAG_SQLSTATE));
 }
 
-/// The tables have changed since the statement was prepared, or it is no longer prepared. The
-/// server has done nothing then.
+/// Returns true if the server has not executed a prepared statement because its tables have changed
+/// or because it is no longer prepared.
 bool isOutdated(const PGresult* result)
 {
     const QString state = stateOf(result);
@@ -216,8 +216,8 @@ Answer PqConnection::executePrepared(const QByteArray& name, std::chrono::millis
 
 bool PqConnection::isLost()
 {
-    // A server that shuts down says so before it closes the connection: the first call reads the
-    // message, the second one finds the end.
+    // A server that shuts down sends a message and then closes the connection. The first call reads
+    // the message, the second one detects the end of the connection.
     PQconsumeInput(handle_.get());
     PQconsumeInput(handle_.get());
     return PQstatus(handle_.get()) != CONNECTION_OK;
@@ -313,7 +313,7 @@ void PqConnection::flush(const Deadline& deadline)
     int unsent = 0;
     while ((unsent = PQflush(handle_.get())) == 1) {
         await(Readiness::ToReadOrWrite, deadline);
-        // The server may have to be read from before it goes on reading.
+        // The server may stop reading until its own data has been read.
         PQconsumeInput(handle_.get());
     }
 }
@@ -323,12 +323,12 @@ Result PqConnection::nextResult(const Deadline& deadline)
     while (PQisBusy(handle_.get()) == 1) {
         await(Readiness::ToRead, deadline);
         if (PQconsumeInput(handle_.get()) == 0)
-            break; // the next result is the error
+            break; // PQgetResult returns the error.
     }
     return Result(PQgetResult(handle_.get()));
 }
 
-/// Takes all results of what was sent and gives the last one, which is the error if there is one.
+/// Reads all results of a statement and returns the last one, which is the error if there is one.
 Result PqConnection::lastResult(bool isSent, std::chrono::milliseconds patience)
 {
     if (!isSent)
@@ -360,7 +360,7 @@ Answer PqConnection::answerOf(const Result& result)
     return answer;
 }
 
-/// Throws what the server says of a failure, or what keeps it from saying anything.
+/// Throws the error in the result or, if the result has none, the error of the connection.
 void PqConnection::fail(const PGresult* result)
 {
     const char* context = PQresultErrorField(result, PG_DIAG_CONTEXT);

@@ -7,48 +7,50 @@
 
 namespace dao::postgres {
 
-/// One connection to a PostgreSQL server, over the client library in non-blocking mode. Every call
-/// returns within a known time: it waits for the socket with a deadline, and a connection that
-/// misses a deadline is closed. Values travel as parameters and never become SQL text.
+/// A connection to a PostgreSQL server through libpq in non-blocking mode. Every call waits for the
+/// socket with a deadline. If the server misses a deadline, the connection is closed. Values are
+/// passed as parameters and never become part of the SQL text.
 ///
-/// The functions throw CallFailed (3146) if the connection is or gets lost, and the error that a
-/// failure on the server stands for (see errorOf).
+/// The functions throw CallFailed (3146) if the connection is lost, and the run-time error that
+/// corresponds to an error of the server (see errorOf).
 class PqConnection final : public EngineConnection
 {
 public:
     /// Logs in. Throws ConnectionFailed (3151) with the server's name and the reason.
     PqConnection(Link link, const Timeouts& timeouts);
 
-    /// Runs a statement with the values of its parameters $1, $2 and so on. Throws
-    /// DataTypeConversion (3421) for a text with a zero character, which no server stores.
+    /// Executes a statement with the values of its parameters $1, $2 and so on. Throws
+    /// DataTypeConversion (3421) for a text with a zero character, which the server cannot store.
     Answer execute(const QString& sql, const QVariantList& values = {});
-    /// The same; from the second time on the server keeps the statement prepared. Not for use in a
-    /// transaction, because a statement that no longer fits its tables is run a second time.
+    /// Executes a statement like execute, and prepares it on the server at its second use. Must not
+    /// be used in a transaction, because a statement whose tables have changed is executed again.
     Answer executeKept(const QString& sql, const QVariantList& values);
 
     /// Prepares a statement without parameters under a name.
     void prepare(const QByteArray& name, const QString& sql, std::chrono::milliseconds patience);
     Answer executePrepared(const QByteArray& name, std::chrono::milliseconds patience);
 
-    /// True if the connection is known to be lost. Reads what the server has sent by itself and
-    /// sends nothing.
+    /// Returns true if the connection is lost, as far as it is known without sending anything.
     bool isLost();
-    /// True in a transaction that can only be rolled back.
+    /// Returns true in a transaction in which a statement has failed. It can only be rolled back.
     bool hasFailedTransaction() const;
-    /// Closes the connection. The reason is part of every later error.
+    /// Closes the connection. Later errors contain the reason.
     void abandon(const QString& reason);
     runtime::RunTimeError lossError(const QString& reason = {}) const;
 
-    /// Starts COPY TO STDOUT or COPY FROM STDIN. Nothing else can be run before it has ended.
+    /// Starts COPY TO STDOUT or COPY FROM STDIN. Nothing else can be executed until it has ended.
     void startCopy(const QString& sql);
-    /// The next block of COPY TO STDOUT, valid until the next call; nothing after the last one.
+    /// Returns the next block of COPY TO STDOUT, or nothing after the last one. The block is valid
+    /// until the next call.
     std::optional<QByteArrayView> nextCopied();
-    /// The next block of COPY FROM STDIN. The server may report a failure later than it happens.
+    /// Sends the next block of COPY FROM STDIN. The server may report an error only at a later
+    /// call.
     void sendCopied(QByteArrayView block);
-    /// Ends COPY FROM STDIN. With a reason, the server refuses the rows and no error is thrown.
+    /// Ends COPY FROM STDIN. With a refusal text, the server discards the rows, and no error is
+    /// thrown.
     void endCopy(const char* refusal = nullptr);
 
-    /// Whether the server has answered since the program last waited for an event.
+    /// Returns true if the server has answered since control last returned to the event loop.
     bool hasJustAnswered() const { return hasJustAnswered_; }
     void setJustAnswered(bool just) { hasJustAnswered_ = just; }
 
@@ -64,13 +66,14 @@ private:
     Timeouts timeouts_;
     ConnectionHandle handle_;
     QString lossReason_;
-    std::map<QString, QByteArray> kept_; ///< Names of prepared statements; empty after one use.
+    /// The names of prepared statements by SQL text. The name is empty after the first use.
+    std::map<QString, QByteArray> kept_;
     int keptCount_ = 0;
     Memory copied_;
     bool hasJustAnswered_ = false;
 };
 
-/// The run-time error that an error of the server stands for, by its SQLSTATE.
+/// Returns the run-time error that corresponds to an error of the server with this SQLSTATE.
 runtime::RunTimeError errorOf(const QString& state, const QString& text, const Link& link);
 
 } // namespace dao::postgres

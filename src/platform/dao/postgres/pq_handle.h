@@ -8,7 +8,7 @@
 
 namespace dao::postgres {
 
-/// The end of a wait.
+/// The end of a period of waiting.
 class Deadline
 {
     using Clock = std::chrono::steady_clock;
@@ -20,12 +20,12 @@ public:
     }
 
     Clock::time_point end() const { return end_; }
-    /// Zero or less once the deadline has passed.
+    /// Returns the remaining time, which is zero or negative after the deadline.
     std::chrono::milliseconds left() const
     {
         return std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
     }
-    /// What a user is told when it has passed.
+    /// Returns the text for the user after the deadline has passed.
     QString message() const
     {
         return QStringLiteral("no answer within %1 s")
@@ -57,7 +57,7 @@ using Memory = std::unique_ptr<char, MemoryCloser>;
 
 enum class Readiness { ToRead, ToWrite, ToReadOrWrite };
 
-/// Waits until the connection's socket is ready or has failed. False if the deadline passes
+/// Waits until the connection's socket is ready or has failed. Returns false if the deadline passes
 /// first.
 bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& deadline);
 

@@ -1,7 +1,7 @@
-// The functions of libpq that the program calls. Each passes its call on to the library, which is
-// loaded when the first store on a server is opened. The library brings twenty others with it (TLS,
-// Kerberos, LDAP) and would make every start slower and larger. A function that is missing here is
-// a link error.
+// Defines the functions of libpq that the program calls. Each of them calls the function in the
+// library, which is loaded when the first store on a server is opened. The library depends on about
+// twenty others (TLS, Kerberos, LDAP). Linking it would make every start slower and use more
+// memory. A function that is called but not defined here causes a link error.
 
 #include "platform/dao/postgres/pq_library.h"
 

@@ -24,10 +24,10 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// With the three seconds of the greeting, a click on a connection that has died unnoticed takes
-/// less than ten seconds.
+/// If a connection is lost without notice, a click takes this time plus the three seconds of the
+/// greeting, which is less than ten seconds.
 constexpr std::chrono::seconds logInPatience(5);
-/// For one of several addresses, so that another one gets its turn.
+/// The limit for one of several addresses, so that there is time to try another one.
 constexpr std::chrono::milliseconds addressPatience(4000);
 constexpr std::chrono::seconds idleInTransaction(60);
 
@@ -57,8 +57,8 @@ LookUp lookUp(const QByteArray& host, int flags)
     return result;
 }
 
-/// The numeric addresses of the server; one empty address for a local socket. The system's look-up
-/// of a name has no deadline, so it runs in a thread that is left behind if it takes too long.
+/// Returns the numeric addresses of the server, or one empty address for a local socket. The
+/// system's name look-up has no deadline, so it runs in a thread that is detached.
 QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
 {
     const QByteArray host = link.server.toUtf8();
@@ -83,7 +83,7 @@ QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
     return result.addresses;
 }
 
-/// Server settings that come with the log-in, so that they cost no round trip.
+/// Returns server settings that are sent with the log-in, so that they cost no round trip.
 QByteArray sessionOptions(const Timeouts& timeouts)
 {
     return u"-c lock_timeout=%1 -c idle_in_transaction_session_timeout=%2 -c extra_float_digits=1 "
@@ -174,14 +174,14 @@ ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
             attempt(link, timeouts, address, isLast ? left : std::min(left, addressPatience));
         if (result.connection) {
             PQsetnonblocking(result.connection.get(), 1);
-            // Notices are in the server's log; failures come as errors.
+            // Notices are not needed: the server logs them, and failures are reported as errors.
             PQsetNoticeProcessor(
                 result.connection.get(), [](void*, const char*) {}, nullptr);
             return std::move(result.connection);
         }
         reasons.append(result.reason);
         if (result.reachedServer)
-            break; // another address leads to the same refusal
+            break; // Another address of the same server would refuse for the same reason.
     }
     throw logInError(link, reasons.join(u' '));
 }
