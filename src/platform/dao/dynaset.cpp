@@ -156,17 +156,11 @@ private:
     std::size_t at_ = 0;
 };
 
-class Dynaset final : public Recordset
-{
-public:
-    explicit Dynaset(std::unique_ptr<Private> d) : Recordset(std::move(d)) {}
-};
-
 } // namespace
 
 std::shared_ptr<Recordset> openDynaset(Opened opened, TableInfo table, const SelectQuery& query)
 {
-    return std::make_shared<Dynaset>(
+    return std::make_shared<Recordset>(
         std::make_unique<DynasetCursor>(std::move(opened), std::move(table), query));
 }
 

@@ -84,7 +84,9 @@ public:
 class Recordset : public std::enable_shared_from_this<Recordset>
 {
 public:
-    virtual ~Recordset();
+    class Private;
+    explicit Recordset(std::unique_ptr<Private> d);
+    ~Recordset();
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
 
@@ -167,11 +169,6 @@ public:
     /// Runs the query again for a data control's Refresh. The same number of rows counts as reached
     /// as before, or all rows if all had been reached.
     void requeryAsFarAsReached();
-
-    class Private;
-
-protected:
-    explicit Recordset(std::unique_ptr<Private> d);
 
 private:
     friend class Field;

@@ -117,17 +117,11 @@ private:
     bool settled_ = false;
 };
 
-class TableRecordset final : public Recordset
-{
-public:
-    explicit TableRecordset(std::unique_ptr<Private> d) : Recordset(std::move(d)) {}
-};
-
 } // namespace
 
 std::shared_ptr<Recordset> openTable(Opened opened, TableInfo table)
 {
-    return std::make_shared<TableRecordset>(
+    return std::make_shared<Recordset>(
         std::make_unique<TableCursor>(std::move(opened), std::move(table)));
 }
 

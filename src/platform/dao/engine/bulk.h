@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/dao/engine/types.h"
+#include "platform/runtime/run_time_error.h"
 
 #include <QByteArrayView>
 
@@ -62,7 +63,10 @@ public:
     virtual void analyze(const QString&) {}
     /// Moves tables out of the store without deleting them, and returns the name of the place to
     /// which they were moved. Throws OperationNotSupported (3251) for an embedded store.
-    virtual QString setAside(const QStringList& tables) = 0;
+    virtual QString setAside(const QStringList& /*tables*/)
+    {
+        throw runtime::RunTimeError(runtime::OperationNotSupported);
+    }
 };
 
 } // namespace dao

@@ -147,6 +147,16 @@ QString Dialect::fieldDefinition(const FieldInfo& field) const
     return text;
 }
 
+QString Dialect::declaredType(const FieldInfo& field) const
+{
+    const auto names = typeNames();
+    const auto known = std::find_if(names.begin(), names.end(), [&field](const TypeName& each) {
+        return each.type == field.type;
+    });
+    return field.size > 0 ? u"%1(%2)"_s.arg(known->name, QString::number(field.size))
+                          : QString(known->name);
+}
+
 std::vector<IndexInfo> Dialect::indexesOf(const QString& table,
                                           const std::vector<StoredValues>& rows) const
 {

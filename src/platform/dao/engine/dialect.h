@@ -60,10 +60,11 @@ protected:
         QLatin1StringView name;
         DataType type;
     };
-    /// Returns the type names that occur in the engine's schema. Any other type is read as a text
-    /// without a size.
+    /// Returns the type names that occur in the engine's schema. The first name of each type is the
+    /// one that new fields get. A name that is not in the list is read as a text without a size.
     virtual std::span<const TypeName> typeNames() const = 0;
-    virtual QString declaredType(const FieldInfo& field) const = 0;
+    /// Returns the type in the definition of a new field: its name and the size of a text.
+    virtual QString declaredType(const FieldInfo& field) const;
     /// Returns the SQL that follows the type in the definition of a counter.
     virtual QString counterClause() const { return {}; }
     /// Returns statements that must run before the field is created.

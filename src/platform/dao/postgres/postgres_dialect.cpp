@@ -112,22 +112,15 @@ std::span<const Dialect::TypeName> PostgresDialect::typeNames() const
 
 QString PostgresDialect::declaredType(const FieldInfo& field) const
 {
+    const QString type = Dialect::declaredType(field);
     switch (field.type) {
-    case dbBoolean:
-        return booleanType;
-    case dbInteger:
-        return u"smallint"_s;
-    case dbLong:
-        return u"integer"_s;
-    case dbDouble:
-        return u"double precision"_s;
     case dbDate:
-        return u"timestamp(0) without time zone"_s;
+        return type + u"(0)"_s;
     case dbText:
-        break;
+        return (field.size > 0 ? type : u"text"_s) + u" COLLATE \"C\""_s;
+    default:
+        return type;
     }
-    const QString text = field.size > 0 ? u"character varying(%1)"_s.arg(field.size) : u"text"_s;
-    return text + u" COLLATE \"C\""_s;
 }
 
 QString PostgresDialect::counterClause() const

@@ -345,9 +345,4 @@ std::unique_ptr<RowSink> SqliteBulk::rowSink(const TableInfo& table)
     return std::make_unique<SqliteSink>(table, QSqlQuery(database_));
 }
 
-QString SqliteBulk::setAside(const QStringList&)
-{
-    throw RunTimeError(runtime::OperationNotSupported);
-}
-
 } // namespace dao::sqlite

@@ -22,7 +22,6 @@ public:
     std::unique_ptr<RowSink> rowSink(const TableInfo& table) override;
     qint64 highestGiven(const QString& table, const QString& field) override;
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
-    QString setAside(const QStringList& tables) override;
 
 private:
     bool exists(const QString& type, const QString& name);

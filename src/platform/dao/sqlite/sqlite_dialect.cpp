@@ -80,8 +80,8 @@ QString SqliteDialect::tableQuery() const
 std::span<const Dialect::TypeName> SqliteDialect::typeNames() const
 {
     static constexpr std::array names = {
-        TypeName{"TEXT"_L1, dbText},       TypeName{"COUNTER"_L1, dbLong},
-        TypeName{"LONG"_L1, dbLong},       TypeName{"INTEGER"_L1, dbInteger},
+        TypeName{"TEXT"_L1, dbText},       TypeName{"LONG"_L1, dbLong},
+        TypeName{"COUNTER"_L1, dbLong},    TypeName{"INTEGER"_L1, dbInteger},
         TypeName{"DOUBLE"_L1, dbDouble},   TypeName{"DATETIME"_L1, dbDate},
         TypeName{"BOOLEAN"_L1, dbBoolean},
     };
@@ -90,21 +90,7 @@ std::span<const Dialect::TypeName> SqliteDialect::typeNames() const
 
 QString SqliteDialect::declaredType(const FieldInfo& field) const
 {
-    switch (field.type) {
-    case dbBoolean:
-        return u"BOOLEAN"_s;
-    case dbInteger:
-        return u"INTEGER"_s;
-    case dbLong:
-        return field.counter ? u"COUNTER"_s : u"LONG"_s;
-    case dbDouble:
-        return u"DOUBLE"_s;
-    case dbDate:
-        return u"DATETIME"_s;
-    case dbText:
-        break;
-    }
-    return field.size > 0 ? u"TEXT(%1)"_s.arg(field.size) : u"TEXT"_s;
+    return field.counter ? u"COUNTER"_s : Dialect::declaredType(field);
 }
 
 QString SqliteDialect::newCounterValue(const TableInfo& table, const FieldInfo& counter) const
