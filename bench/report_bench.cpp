@@ -1,9 +1,12 @@
 // Benchmarks of the order report: the cost of one page, of exporting a thousand lines, and of
 // opening the preview, which must not depend on the number of lines.
 
+#include "large_store.h"
 #include "output/order_lines.h"
 #include "output/order_report.h"
+#include "output/query_rows.h"
 #include "paired.h"
+#include "platform/dao/connection.h"
 #include "platform/report/doors.h"
 #include "platform/report/export.h"
 #include "platform/report/preview_pages.h"
@@ -206,6 +209,42 @@ void firstPageOfTenThousandLinesAgainstTen(benchmark::State& state)
         state, 1.5, [&] { openPreview(report, many); }, [&] { openPreview(report, few); });
 }
 
+/// Opens the query of an order in a store whose orders 1, 2 and 3 have 10,000, 10 and 80 lines.
+std::shared_ptr<RowSource> storedLines(int order)
+{
+    static const auto store = [] {
+        constexpr int mostLines = 10000;
+        auto made = std::make_unique<testsupport::TemporaryStore>();
+        bench::fillStore(*made, 3, mostLines);
+        made->execute(u"DELETE FROM Cuts WHERE Order_Num = 2 AND NUM > 10"_s);
+        made->execute(u"DELETE FROM Cuts WHERE Order_Num = 3 AND NUM > 80"_s);
+        return made;
+    }();
+    ado::Connection connection;
+    connection.Open(u"Data Source="_s + store->path());
+    return output::rowsOf(connection.Execute(
+        u"SELECT * FROM CUTS WHERE ORDER_NUM = %1 ORDER BY NUM ASC"_s.arg(order)));
+}
+
+/// Measures from the query to the painted first page, for the order in the benchmark's argument
+/// against the order of ten lines.
+void firstPageOfAStoredOrder(benchmark::State& state)
+{
+    DataReport report(output::orderReportDesign);
+    openPreview(report, storedLines(2));
+    bench::runPaired(
+        state, 1.5, [&] { openPreview(report, storedLines(static_cast<int>(state.range(0)))); },
+        [&] { openPreview(report, storedLines(2)); });
+}
+
+/// Measures the query alone, without the preview.
+void executeTheQueryOfAStoredOrder(benchmark::State& state)
+{
+    storedLines(2);
+    for ([[maybe_unused]] auto _ : state)
+        storedLines(static_cast<int>(state.range(0)));
+}
+
 /// Draws one page at screen resolution.
 void inkOnePage(benchmark::State& state)
 {
@@ -224,6 +263,13 @@ BENCHMARK(firstPageOfTenThousandLinesAgainstTen)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
     ->Iterations(100);
+BENCHMARK(firstPageOfAStoredOrder)
+    ->Arg(1)
+    ->Arg(3)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(100);
+BENCHMARK(executeTheQueryOfAStoredOrder)->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
 BENCHMARK(inkOnePage)->Unit(benchmark::kMillisecond);
 
 } // namespace
