@@ -10,7 +10,7 @@ class AdoTest : public ItemsTest
 protected:
     QString text() const { return u"Provider=Microsoft.Jet.OLEDB.3.51;Data Source="_s + path_; }
 
-    /// Rows of the codes from 1 on, the last one first by Num.
+    /// Adds rows with the codes 1 to `count`. Sorted by Num, they are in descending order of codes.
     void addMany(int count)
     {
         sql(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?) "
@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(AdoTest, GivesTheRowsOfAQueryInPages)
+TEST_F(AdoTest, query_returnsItsRowsInPages)
 {
     for (int code = 1; code <= 9; ++code)
         add(code, 10 - code);
@@ -46,7 +46,7 @@ TEST_F(AdoTest, GivesTheRowsOfAQueryInPages)
     EXPECT_TRUE(rows->rows(2, 0).empty());
 }
 
-TEST_F(AdoTest, GivesAShortQueryAsItStoodWhenItWasExecuted)
+TEST_F(AdoTest, shortQuery_returnsTheRowsOfTheMomentOfExecution)
 {
     for (int code : {1, 2, 3})
         add(code, code);
@@ -65,7 +65,7 @@ TEST_F(AdoTest, GivesAShortQueryAsItStoodWhenItWasExecuted)
     EXPECT_EQ(all[2][0], 3);
 }
 
-TEST_F(AdoTest, GivesNoRowsOfAnEmptyQuery)
+TEST_F(AdoTest, queryWithoutRows_returnsNone)
 {
     const auto rows = execute(u"SELECT * FROM Items WHERE Num = 5"_s);
     EXPECT_EQ(rows->RecordCount(), 0);
@@ -73,7 +73,7 @@ TEST_F(AdoTest, GivesNoRowsOfAnEmptyQuery)
     EXPECT_FALSE(rows->readAll());
 }
 
-TEST_F(AdoTest, HoldsTheFirstRowsOfALongQuery)
+TEST_F(AdoTest, longQuery_loadsItsFirstRowsOnly)
 {
     addMany(1000);
     const auto rows = execute(u"SELECT * FROM Items WHERE Amount = 5 ORDER BY Num"_s);
@@ -89,7 +89,7 @@ TEST_F(AdoTest, HoldsTheFirstRowsOfALongQuery)
         ASSERT_EQ(all[std::size_t(i)][0], 1000 - i);
 }
 
-TEST_F(AdoTest, ReadsALongQueryAnewAsOfOneMoment)
+TEST_F(AdoTest, longQueryReadAgain_returnsOneSnapshot)
 {
     addMany(1000);
     const QString query = u"SELECT * FROM Items WHERE Amount = 5 ORDER BY Num"_s;
@@ -108,7 +108,7 @@ TEST_F(AdoTest, ReadsALongQueryAnewAsOfOneMoment)
     EXPECT_EQ(others->RecordCount(), 0);
 }
 
-TEST_F(AdoTest, ChangesNothingWhereTheRestCannotBeRead)
+TEST_F(AdoTest, readAllFails_loadedRowsStayUnchanged)
 {
     addMany(1000);
     const auto rows = execute(u"SELECT * FROM Items ORDER BY Num"_s);
@@ -122,7 +122,7 @@ TEST_F(AdoTest, ChangesNothingWhereTheRestCannotBeRead)
     EXPECT_EQ(rows->rows(999, 1)[0][0], 1);
 }
 
-TEST_F(AdoTest, OutlivesItsConnectionAndHoldsNoLock)
+TEST_F(AdoTest, connectionDestroyed_rowsCanBeReadAndNoLockIsHeld)
 {
     addMany(1000);
     raw_.reset();
@@ -136,7 +136,7 @@ TEST_F(AdoTest, OutlivesItsConnectionAndHoldsNoLock)
     EXPECT_EQ(rows->rows(999, 1)[0][0], 1);
 }
 
-TEST_F(AdoTest, LetsTheConnectionGoOnceAllRowsAreAtHand)
+TEST_F(AdoTest, allRowsLoaded_connectionIsReleased)
 {
     addMany(1000);
     raw_.reset();
@@ -149,7 +149,7 @@ TEST_F(AdoTest, LetsTheConnectionGoOnceAllRowsAreAtHand)
     EXPECT_EQ(many->rows(999, 1)[0][0], 1000);
 }
 
-TEST_F(AdoTest, TakesThePathFromTheDataSource)
+TEST_F(AdoTest, connectionText_pathIsTakenFromTheDataSource)
 {
     add(1, 5);
     for (const QString& each :
@@ -163,14 +163,14 @@ TEST_F(AdoTest, TakesThePathFromTheDataSource)
     EXPECT_EQ(errorOf([&] { connection.Open(u"Data Source="_s + path_ + u"x"_s); }), 3024);
 }
 
-TEST_F(AdoTest, FailsAsTheStoreDoes)
+TEST_F(AdoTest, invalidQueryOrValue_throwsTheErrorOfTheStore)
 {
     ado::Connection closed;
     EXPECT_EQ(errorOf([&] { closed.Execute(u"SELECT * FROM Items"_s); }), 3420);
     EXPECT_EQ(errorOf([&] { execute(u"SELECT * FROM Nothing"_s); }), 3078);
     EXPECT_EQ(errorOf([&] { execute(u"SELECT * FROM Items ORDER BY Nun"_s); }), 3061);
     EXPECT_EQ(errorOf([&] { execute(u"Items"_s); }), 3131);
-    if (isOnServer()) // where nothing is stored that a type does not take
+    if (isOnServer()) // A server refuses to store a value of another type.
         return;
     sql(u"INSERT INTO Items (Num) VALUES ('many')"_s);
     const auto rows = execute(u"SELECT * FROM Items"_s);

@@ -9,7 +9,7 @@ class ClosingTest : public ItemsTest
 {
 };
 
-TEST_F(ClosingTest, EveryCallOnARecordsetOfAClosedDatabaseFails)
+TEST_F(ClosingTest, closedDatabase_failsEveryCallOnItsRecordset)
 {
     add(1, 10);
     for (const auto type : {dao::dbOpenTable, dao::dbOpenDynaset}) {
@@ -44,7 +44,7 @@ TEST_F(ClosingTest, EveryCallOnARecordsetOfAClosedDatabaseFails)
     }
 }
 
-TEST_F(ClosingTest, EveryCallOnAClosedDatabaseFails)
+TEST_F(ClosingTest, closedDatabase_failsEveryCall)
 {
     const auto database = open();
     const dao::TableDef items = database->tableDefs()(u"Items"_s);
@@ -70,13 +70,13 @@ TEST_F(ClosingTest, EveryCallOnAClosedDatabaseFails)
         EXPECT_EQ(errorOf(calls[i]), 3420) << "call " << i;
 }
 
-TEST_F(ClosingTest, ADefinitionOutlivesItsDatabase)
+TEST_F(ClosingTest, definitionAfterItsDatabaseIsGone_throwsAnError)
 {
     const dao::TableDef items = open()->tableDefs()(u"Items"_s);
     EXPECT_EQ(errorOf([&] { items.Fields().Count(); }), 3420);
 }
 
-TEST_F(ClosingTest, ARecordsetKeepsItsDatabase)
+TEST_F(ClosingTest, databaseHandleReleased_recordsetKeepsTheDatabaseOpen)
 {
     add(1, 10);
     auto rows = table(u"Items"_s);
@@ -84,7 +84,7 @@ TEST_F(ClosingTest, ARecordsetKeepsItsDatabase)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
 }
 
-TEST_F(ClosingTest, TheConnectionGoesWithTheLastHandle)
+TEST_F(ClosingTest, lastHandleReleased_connectionIsClosed)
 {
     add(1, 10);
     raw_.reset();
@@ -100,7 +100,7 @@ TEST_F(ClosingTest, TheConnectionGoesWithTheLastHandle)
     EXPECT_EQ(dao::EngineConnection::living(), 0);
 }
 
-TEST_F(ClosingTest, CloseOfARecordsetLetsGoOfItsDatabase)
+TEST_F(ClosingTest, closedRecordset_releasesItsDatabase)
 {
     add(1, 10);
     raw_.reset();
@@ -112,7 +112,7 @@ TEST_F(ClosingTest, CloseOfARecordsetLetsGoOfItsDatabase)
     EXPECT_EQ(rows->database(), nullptr);
 }
 
-TEST_F(ClosingTest, OneHandleMoreOrLessConcernsNoOther)
+TEST_F(ClosingTest, oneDatabaseClosed_othersKeepWorking)
 {
     add(1, 10);
     const auto kept = dynaset(u"Items"_s);

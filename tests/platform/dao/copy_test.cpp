@@ -23,7 +23,7 @@ void write(const QString& path, const QByteArray& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-/// A store of one file, copied while it lies on the disk.
+/// Copies an embedded store.
 class CopyTest : public ItemsTest
 {
 protected:
@@ -40,7 +40,7 @@ protected:
     {
         return errorOf([this] { open()->CopyTo(target()); });
     }
-    /// How many rows of the name a store has; -1 for one that is not sound.
+    /// Returns the number of rows with this name in a store, or -1 if the store is damaged.
     static int rowsNamed(const QString& path, const QString& name)
     {
         const auto store = dao::DBEngine::instance().OpenDatabase(path);
@@ -62,7 +62,7 @@ protected:
     QTemporaryDir target_;
 };
 
-TEST_F(CopyTest, HoldsTheWholeStore)
+TEST_F(CopyTest, copy_containsAllRows)
 {
     raw_.reset();
     ASSERT_EQ(copy(), 0);
@@ -71,14 +71,14 @@ TEST_F(CopyTest, HoldsTheWholeStore)
     EXPECT_EQ(leftBehind(), QStringList{u"Copy.mdb"_s});
 }
 
-TEST_F(CopyTest, TakesThePlaceOfWhatWasThere)
+TEST_F(CopyTest, existingFile_isReplaced)
 {
     write(target(), QByteArray(100000, 'x'));
     ASSERT_EQ(copy(), 0);
     EXPECT_EQ(rowsNamed(target(), u"before"_s), rowCount);
 }
 
-TEST_F(CopyTest, IsAStoreOfItsOwn)
+TEST_F(CopyTest, copy_isIndependentOfTheStore)
 {
     ASSERT_EQ(copy(), 0);
     sql(u"UPDATE Items SET Name = 'after'"_s);
@@ -86,7 +86,7 @@ TEST_F(CopyTest, IsAStoreOfItsOwn)
     EXPECT_EQ(rowsNamed(path_, u"after"_s), rowCount);
 }
 
-TEST_F(CopyTest, HoldsNoChangeThatIsUnderWay)
+TEST_F(CopyTest, changeInProgress_isNotCopied)
 {
     sql(u"BEGIN IMMEDIATE"_s);
     sql(u"UPDATE Items SET Name = 'after' WHERE Code <= 10"_s);
@@ -94,7 +94,7 @@ TEST_F(CopyTest, HoldsNoChangeThatIsUnderWay)
     EXPECT_EQ(rowsNamed(target(), u"before"_s), rowCount);
 }
 
-TEST_F(CopyTest, WaitsForALockedStoreAndNoLonger)
+TEST_F(CopyTest, lockedStore_failsAfterTheLockWait)
 {
     write(target(), "kept");
     sql(u"BEGIN EXCLUSIVE"_s);
@@ -103,8 +103,8 @@ TEST_F(CopyTest, WaitsForALockedStoreAndNoLonger)
     EXPECT_EQ(leftBehind(), QStringList{u"Copy.mdb"_s});
 }
 
-/// Part of a change has reached the file, and its journal lies beside it.
-TEST_F(CopyTest, HoldsNothingOfAChangeThatWasCutOff)
+/// A part of a change has been written to the file, and the rollback journal exists.
+TEST_F(CopyTest, interruptedChange_isNotCopied)
 {
     sql(u"PRAGMA cache_size = 1"_s);
     sql(u"BEGIN IMMEDIATE"_s);
@@ -123,8 +123,8 @@ TEST_F(CopyTest, HoldsNothingOfAChangeThatWasCutOff)
     EXPECT_EQ(rowsNamed(cutOff, u"before"_s), rowCount);
 }
 
-/// The changes of a store that keeps them in a log beside it are not all in the file.
-TEST_F(CopyTest, RefusesAStoreWhoseFileIsNotAllOfIt)
+/// With a write-ahead log, the latest changes are not in the store file.
+TEST_F(CopyTest, storeWithAWriteAheadLog_isRefused)
 {
     ASSERT_EQ(scalar(u"PRAGMA journal_mode = WAL"_s).toString(), u"wal"_s);
     sql(u"UPDATE Items SET Name = 'after'"_s);
@@ -134,12 +134,12 @@ TEST_F(CopyTest, RefusesAStoreWhoseFileIsNotAllOfIt)
     EXPECT_EQ(leftBehind(), QStringList());
     sql(u"ROLLBACK"_s);
     raw_.reset();
-    dao::DBEngine::instance().Idle(); // the next opening finds the store alone and takes the log in
+    dao::DBEngine::instance().Idle(); // After this, the next opening can remove the log.
     EXPECT_EQ(copy(), 0);
     EXPECT_EQ(rowsNamed(target(), u"after"_s), rowCount);
 }
 
-TEST_F(CopyTest, SaysThatThereIsNoPlaceForIt)
+TEST_F(CopyTest, targetThatCannotBeWritten_throwsAnError)
 {
     const auto copiedTo = [this](const QString& path) {
         return errorOf([&] { open()->CopyTo(path); });
@@ -150,7 +150,7 @@ TEST_F(CopyTest, SaysThatThereIsNoPlaceForIt)
     EXPECT_EQ(rowsNamed(path_, u"before"_s), rowCount);
 }
 
-TEST_F(CopyTest, IsWholeOrNotThere)
+TEST_F(CopyTest, failedCopy_leavesNoFile)
 {
     write(target(), "kept");
     rlimit former{};
@@ -167,7 +167,7 @@ TEST_F(CopyTest, IsWholeOrNotThere)
     EXPECT_EQ(leftBehind(), QStringList{u"Copy.mdb"_s});
 }
 
-TEST_F(CopyTest, NeedsAnOpenStore)
+TEST_F(CopyTest, closedStore_throwsAnError)
 {
     const auto store = open();
     store->Close();

@@ -24,7 +24,7 @@ protected:
         database->tableDefs().Append(lines);
     }
 
-    /// Adds a row, with the number or with the next one, and gives its number.
+    /// Adds a row with the given number, or with the next one, and returns its number.
     int add(int number = 0) const
     {
         const auto rows = table(u"Lines"_s);
@@ -37,7 +37,7 @@ protected:
         return rows->Fields(u"Code"_s).Value().toInt();
     }
 
-    /// Three rows are added and the last one is deleted.
+    /// Adds three rows and deletes the last one.
     void addThreeAndDeleteTheLast() const
     {
         for (int number = 1; number <= 3; ++number)
@@ -56,7 +56,7 @@ protected:
         EXPECT_EQ(table(u"Lines"_s)->FieldCount(), 3);
     }
 
-    /// Makes the file anew out of what the command .dump of SQLite's shell writes: the tables with
+    /// Recreates the file from the output of the .dump command of SQLite's shell: the tables with
     /// their rows, then indexes and triggers.
     void readDumpIn()
     {
@@ -165,7 +165,7 @@ TEST_F(CountersTest, OtherTextInTheField_countsOn)
     EXPECT_EQ(scalar(u"SELECT max(Code) FROM Lines WHERE typeof(Code) = 'integer'"_s), 7);
 }
 
-TEST_F(CountersTest, TablesOfTheProgramItself_areNotListed)
+TEST_F(CountersTest, internalTables_areNotListed)
 {
     makeLines();
     const auto database = open();
@@ -178,7 +178,7 @@ TEST_F(CountersTest, TablesOfTheProgramItself_areNotListed)
     EXPECT_EQ(table(u"Zomrel_Notes"_s)->RecordCount(), 0) << "it opens by its name";
 }
 
-// The last number. ------------------------------------------------------------------------------
+// The last number -------------------------------------------------------------------------------
 
 TEST_F(CountersTest, LastNumberGiven_nextRowIsRefusedAndNothingStored)
 {
@@ -215,7 +215,7 @@ TEST_F(CountersTest, LastNumberGivenAndDeleted_staysExhausted)
     EXPECT_EQ(add(5), 5) << "a number that is assigned is stored all the same";
 }
 
-TEST_F(CountersTest, LastNumberInATableMadePastTheEngine_nextRowIsRefused)
+TEST_F(CountersTest, lastNumberInATableWithoutTriggers_nextRowIsRefused)
 {
     sql(u"CREATE TABLE Lines (Code COUNTER PRIMARY KEY, Name TEXT(20))"_s);
     raw_.reset();
@@ -226,9 +226,9 @@ TEST_F(CountersTest, LastNumberInATableMadePastTheEngine_nextRowIsRefused)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Lines"_s), 3);
 }
 
-// The examination. ------------------------------------------------------------------------------
+// The examination -------------------------------------------------------------------------------
 
-TEST_F(CountersTest, SoundCounter_isToldWithItsNumbers)
+TEST_F(CountersTest, counterWithTriggers_isExaminedWithItsNumbers)
 {
     makeLines();
     EXPECT_EQ(examined().mark, 0);
@@ -241,7 +241,7 @@ TEST_F(CountersTest, SoundCounter_isToldWithItsNumbers)
     EXPECT_FALSE(counter.isExhausted());
 }
 
-TEST_F(CountersTest, TableMadePastTheEngine_hasNoMark)
+TEST_F(CountersTest, tableWithoutTriggers_hasNoMark)
 {
     sql(u"CREATE TABLE Lines (Code COUNTER PRIMARY KEY, Name TEXT(20))"_s);
     sql(u"INSERT INTO Lines (Code) VALUES (7)"_s);

@@ -9,7 +9,7 @@ class DefinitionsTest : public DaoTest
 protected:
     std::shared_ptr<dao::Database> create()
     {
-        // A server's databases are made by its keeper.
+        // On a server, the program does not create databases.
         return isOnServer() ? open()
                             : dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_);
     }
@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(DefinitionsTest, MakesAnEmptyStoreThatOpensAgain)
+TEST_F(DefinitionsTest, createdStore_isEmptyAndOpensAgain)
 {
     create();
     EXPECT_EQ(open()->tableDefs().Count(), 0);
@@ -36,7 +36,7 @@ TEST_F(DefinitionsTest, MakesAnEmptyStoreThatOpensAgain)
               3204);
 }
 
-TEST_F(DefinitionsTest, CreatesATableWithItsFieldsAndIndexes)
+TEST_F(DefinitionsTest, appendedTable_hasItsFieldsAndIndexes)
 {
     appendPeople(*create());
     const auto database = open();
@@ -58,7 +58,7 @@ TEST_F(DefinitionsTest, CreatesATableWithItsFieldsAndIndexes)
     EXPECT_EQ(people.indexes()(2).Fields(), (QStringList{u"Age"_s, u"Name"_s}));
 }
 
-TEST_F(DefinitionsTest, GivesCountersThatAreNeverGivenTwice)
+TEST_F(DefinitionsTest, counterAfterADeletion_givesANewNumber)
 {
     appendPeople(*create());
     const auto add = [&] {
@@ -78,7 +78,7 @@ TEST_F(DefinitionsTest, GivesCountersThatAreNeverGivenTwice)
     EXPECT_EQ(add(), 5);
 }
 
-TEST_F(DefinitionsTest, KeepsADefinitionWhoseLastFieldIsDeleted)
+TEST_F(DefinitionsTest, lastFieldDeleted_definitionRemains)
 {
     const auto database = create();
     dao::TableDef orders = database->CreateTableDef(u"Orders"_s);
@@ -94,7 +94,7 @@ TEST_F(DefinitionsTest, KeepsADefinitionWhoseLastFieldIsDeleted)
     EXPECT_EQ(open()->tableDefs()(u"Orders"_s).Fields().Count(), 2);
 }
 
-TEST_F(DefinitionsTest, ListsTablesAndViewsInTheOrderOfTheirCreation)
+TEST_F(DefinitionsTest, tablesAndViews_areListedInTheOrderOfCreation)
 {
     sql(u"CREATE TABLE Zebra (A LONG)"_s);
     sql(u"CREATE TABLE Apple (A INTEGER PRIMARY KEY AUTOINCREMENT)"_s);
@@ -112,7 +112,7 @@ TEST_F(DefinitionsTest, ListsTablesAndViewsInTheOrderOfTheirCreation)
     EXPECT_EQ(errorOf([&] { database->tableDefs()(u"Zebr_"_s); }), 3265);
 }
 
-TEST_F(DefinitionsTest, TakesIndexesByPositionPrimaryKeyFirst)
+TEST_F(DefinitionsTest, indexes_beginWithThePrimaryKey)
 {
     sql(u"CREATE TABLE T (A LONG, B LONG, C LONG, PRIMARY KEY (C))"_s);
     sql(u"CREATE INDEX ZFirst ON T (B)"_s);
@@ -131,7 +131,7 @@ TEST_F(DefinitionsTest, TakesIndexesByPositionPrimaryKeyFirst)
     EXPECT_EQ(errorOf([&] { indexes(u"B"_s); }), 3265);
 }
 
-TEST_F(DefinitionsTest, TakesTheFirstMadeOfTheIndexesWithoutAPrimaryKey)
+TEST_F(DefinitionsTest, indexesWithoutAPrimaryKey_areInTheOrderOfCreation)
 {
     sql(u"CREATE TABLE T (A LONG, B LONG)"_s);
     EXPECT_EQ(open()->tableDefs()(u"T"_s).indexes().Count(), 0);
@@ -143,7 +143,7 @@ TEST_F(DefinitionsTest, TakesTheFirstMadeOfTheIndexesWithoutAPrimaryKey)
     EXPECT_EQ(fresh->tableDefs()(u"T"_s).indexes()(0).Name(), u"Z"_s);
 }
 
-TEST_F(DefinitionsTest, KeepsAnIndexNameForEachTable)
+TEST_F(DefinitionsTest, sameIndexNameInTwoTables_isAccepted)
 {
     const auto database = create();
     for (const QString& name : {u"One"_s, u"Two"_s}) {
@@ -165,7 +165,7 @@ TEST_F(DefinitionsTest, KeepsAnIndexNameForEachTable)
     EXPECT_EQ(rows->Index(), u"Same"_s);
 }
 
-TEST_F(DefinitionsTest, AddsAFieldToATableWithRows)
+TEST_F(DefinitionsTest, fieldAddedToATableWithRows_isNullOrFalseInThem)
 {
     sql(u"CREATE TABLE Orders (Number LONG PRIMARY KEY)"_s);
     sql(u"INSERT INTO Orders VALUES (1), (2)"_s);
@@ -186,7 +186,7 @@ TEST_F(DefinitionsTest, AddsAFieldToATableWithRows)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Orders WHERE Open_Close = 0"_s), 2);
 }
 
-TEST_F(DefinitionsTest, TellsAFieldThatAnotherStationHasAddedMeanwhile)
+TEST_F(DefinitionsTest, fieldAddedByAnotherStation_cannotBeAddedAgain)
 {
     sql(u"CREATE TABLE Orders (Number LONG)"_s);
     const auto database = open();
@@ -198,7 +198,7 @@ TEST_F(DefinitionsTest, TellsAFieldThatAnotherStationHasAddedMeanwhile)
         3191);
 }
 
-TEST_F(DefinitionsTest, TakesAFieldOutOfATable)
+TEST_F(DefinitionsTest, deletedField_isGoneFromTheTable)
 {
     sql(u"CREATE TABLE T (A LONG, B TEXT(5), C LONG)"_s);
     sql(u"INSERT INTO T VALUES (1, 'x', 3)"_s);
@@ -212,7 +212,7 @@ TEST_F(DefinitionsTest, TakesAFieldOutOfATable)
     EXPECT_EQ(rows->Fields(u"C"_s).Value(), 3);
 }
 
-TEST_F(DefinitionsTest, AppendsNoTableTwiceAndNoneWithoutAField)
+TEST_F(DefinitionsTest, tableAppendedTwiceOrWithoutAField_isRefused)
 {
     const auto database = create();
     const dao::TableDef empty = database->CreateTableDef(u"Empty"_s);
@@ -222,7 +222,7 @@ TEST_F(DefinitionsTest, AppendsNoTableTwiceAndNoneWithoutAField)
     EXPECT_EQ(database->tableDefs().Count(), 1);
 }
 
-TEST_F(DefinitionsTest, CreatesATableWhollyOrNotAtAll)
+TEST_F(DefinitionsTest, tableThatFailsToBeCreated_leavesNothing)
 {
     const auto database = create();
     dao::TableDef table = database->CreateTableDef(u"Half"_s);
@@ -238,7 +238,7 @@ TEST_F(DefinitionsTest, CreatesATableWhollyOrNotAtAll)
     EXPECT_EQ(errorOf([&] { appendPeople(*database); }), 0) << "nothing stayed open";
 }
 
-TEST_F(DefinitionsTest, KeepsATableWithoutFieldsAmongTheTables)
+TEST_F(DefinitionsTest, tableWithoutFields_isStillListed)
 {
     const auto database = create();
     appendPeople(*database);
@@ -252,7 +252,7 @@ TEST_F(DefinitionsTest, KeepsATableWithoutFieldsAmongTheTables)
     EXPECT_EQ(open()->tableDefs().Count(), 1) << "it stands in this definition alone";
 }
 
-TEST_F(DefinitionsTest, CountsOnFromAnAssignedCounterToo)
+TEST_F(DefinitionsTest, assignedCounter_isContinuedFrom)
 {
     appendPeople(*create());
     const auto rows = table(u"People"_s);
@@ -266,7 +266,7 @@ TEST_F(DefinitionsTest, CountsOnFromAnAssignedCounterToo)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 41);
 }
 
-TEST_F(DefinitionsTest, CountsRowsThatAreInsertedPastTheEngine)
+TEST_F(DefinitionsTest, rowsInsertedByPlainSql_areNumbered)
 {
     appendPeople(*create());
     sql(u"INSERT INTO People (Name) VALUES ('a'), ('b')"_s);
@@ -280,7 +280,7 @@ TEST_F(DefinitionsTest, CountsRowsThatAreInsertedPastTheEngine)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 3);
 }
 
-TEST_F(DefinitionsTest, CountsEachTableByItself)
+TEST_F(DefinitionsTest, countersOfTwoTables_areIndependent)
 {
     const auto database = create();
     for (const QString& name : {u"It's"_s, u"Two"_s}) {

@@ -8,7 +8,7 @@ class DynasetTest : public ItemsTest
 {
 };
 
-TEST_F(DynasetTest, StandsOnTheFirstRowOfTheQuery)
+TEST_F(DynasetTest, opened_firstRowOfTheQueryIsCurrent)
 {
     add(1, 30);
     add(2, 10);
@@ -17,7 +17,7 @@ TEST_F(DynasetTest, StandsOnTheFirstRowOfTheQuery)
     EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{2, 3, 1}));
 }
 
-TEST_F(DynasetTest, SortsByAFieldWhateverItsName)
+TEST_F(DynasetTest, fieldWithAnyName_canBeSortedBy)
 {
     const QStringList names{u"Number"_s, u"n"_s, u"rowid"_s, u"listed"_s, u"Order"_s};
     for (const QString& name : names) {
@@ -25,7 +25,7 @@ TEST_F(DynasetTest, SortsByAFieldWhateverItsName)
         sql(u"CREATE TABLE %1 (\"%2\" LONG, Name TEXT(5))"_s.arg(table, name));
         for (int number : {30, 10, 20})
             sql(u"INSERT INTO %1 VALUES (?, 'x')"_s.arg(table), {number});
-        if (name == u"Order"_s) // a word of the query language is no name in a query
+        if (name == u"Order"_s) // A keyword cannot be a field name in a query.
             continue;
         const auto rows = dynaset(u"SELECT * FROM %1 ORDER BY %2"_s.arg(table, name));
         EXPECT_EQ(rest(*rows, name), (QVariantList{10, 20, 30})) << qPrintable(name);
@@ -33,7 +33,7 @@ TEST_F(DynasetTest, SortsByAFieldWhateverItsName)
     EXPECT_EQ(rest(*dynaset(u"By_Order"_s), u"Order"_s), (QVariantList{30, 10, 20}));
 }
 
-TEST_F(DynasetTest, SortsTextsByTheirCodePoints)
+TEST_F(DynasetTest, texts_areSortedByCodePoint)
 {
     const QStringList names{u"b"_s, u"Z"_s, u"א"_s, u"a"_s,  u"_"_s,  u""_s,
                             u"B"_s, u"é"_s, u"~"_s, u" a"_s, u"10"_s, u"9"_s};
@@ -58,7 +58,7 @@ TEST_F(DynasetTest, SortsTextsByTheirCodePoints)
     EXPECT_TRUE(rows->NoMatch());
 }
 
-TEST_F(DynasetTest, ComparesANumberWithAFieldOfAnyType)
+TEST_F(DynasetTest, numberInACondition_isComparedWithAFieldOfAnyType)
 {
     sql(u"INSERT INTO Items (Code, Num, Name, Amount, Day, Done, Note) "
         "VALUES (1, 5, '5', 5.5, '2026-01-01', -1, '-7')"_s);
@@ -77,7 +77,7 @@ TEST_F(DynasetTest, ComparesANumberWithAFieldOfAnyType)
     EXPECT_EQ(found(u"Done = 1"_s), 0);
 }
 
-TEST_F(DynasetTest, TakesTheRowsThatMeetTheCondition)
+TEST_F(DynasetTest, condition_selectsTheRowsThatMeetIt)
 {
     add(1, 7);
     add(2, 8);
@@ -87,7 +87,7 @@ TEST_F(DynasetTest, TakesTheRowsThatMeetTheCondition)
     EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{1, 3}));
 }
 
-TEST_F(DynasetTest, KeepsRowsOfEqualSortValueInStoredOrder)
+TEST_F(DynasetTest, equalSortValues_areInInsertionOrder)
 {
     for (int code : {5, 3, 9, 1})
         add(code, 4);
@@ -96,7 +96,7 @@ TEST_F(DynasetTest, KeepsRowsOfEqualSortValueInStoredOrder)
     EXPECT_EQ(rest(*rows, u"Code"_s), (QVariantList{2, 5, 3, 9, 1}));
 }
 
-TEST_F(DynasetTest, CountsNoRowOfAnEmptyQuery)
+TEST_F(DynasetTest, queryWithoutRows_countsZero)
 {
     const auto rows = dynaset(u"SELECT * FROM Items"_s);
     EXPECT_EQ(rows->RecordCount(), 0);
@@ -105,7 +105,7 @@ TEST_F(DynasetTest, CountsNoRowOfAnEmptyQuery)
     EXPECT_FALSE(rows->hasCurrent());
 }
 
-TEST_F(DynasetTest, CountsTheRowsReached)
+TEST_F(DynasetTest, moves_countTheRowsReached)
 {
     for (int code = 1; code <= 5; ++code)
         add(code, code);
@@ -121,7 +121,7 @@ TEST_F(DynasetTest, CountsTheRowsReached)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 5);
 }
 
-TEST_F(DynasetTest, CountsToTheEndWhereMoveNextRunsPastIt)
+TEST_F(DynasetTest, moveNextPastTheEnd_countsAllRows)
 {
     add(1, 1);
     add(2, 2);
@@ -136,7 +136,7 @@ TEST_F(DynasetTest, CountsToTheEndWhereMoveNextRunsPastIt)
     EXPECT_EQ(rows->Fields(0).Value(), 2);
 }
 
-TEST_F(DynasetTest, CountsRowsMarkedAsReachedWithoutMoving)
+TEST_F(DynasetTest, rowsMarkedAsReached_areCountedWithoutAMove)
 {
     for (int code = 1; code <= 5; ++code)
         add(code, code);
@@ -156,10 +156,10 @@ TEST_F(DynasetTest, CountsRowsMarkedAsReachedWithoutMoving)
     rows->markReached(100);
     EXPECT_EQ(rows->RecordCount(), 5);
     rows->database()->Close();
-    rows->markReached(3); // raises nothing
+    rows->markReached(3); // This call must not throw.
 }
 
-TEST_F(DynasetTest, MarksNothingOnATableType)
+TEST_F(DynasetTest, markReachedOnATable_hasNoEffect)
 {
     add(1, 1);
     const auto rows = table(u"Items"_s);
@@ -170,7 +170,7 @@ TEST_F(DynasetTest, MarksNothingOnATableType)
     EXPECT_EQ(rows->RecordCount(), 2);
 }
 
-TEST_F(DynasetTest, RequeriesAsFarAsItHadReached)
+TEST_F(DynasetTest, requeryAfterSomeRows_countsAsManyAgain)
 {
     for (int code = 1; code <= 5; ++code)
         add(code, code);
@@ -193,7 +193,7 @@ TEST_F(DynasetTest, RequeriesAsFarAsItHadReached)
     EXPECT_EQ(rows->RecordCount(), 1) << "a plain Requery begins anew";
 }
 
-TEST_F(DynasetTest, RequeriesToTheEndWhereItHadReachedTheEnd)
+TEST_F(DynasetTest, requeryAfterTheEnd_countsAllRowsAgain)
 {
     for (int code = 1; code <= 3; ++code)
         add(code, code);
@@ -216,7 +216,7 @@ TEST_F(DynasetTest, RequeriesToTheEndWhereItHadReachedTheEnd)
     EXPECT_EQ(rows->RecordCount(), 1) << "nothing had been read, as after opening";
 }
 
-TEST_F(DynasetTest, CountsAddedRowsAndKeepsThemAtItsEnd)
+TEST_F(DynasetTest, addedRows_areCountedAndPlacedAtTheEnd)
 {
     for (int code : {1, 2, 3})
         add(code, 10 * code);
@@ -230,7 +230,7 @@ TEST_F(DynasetTest, CountsAddedRowsAndKeepsThemAtItsEnd)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 5);
 }
 
-TEST_F(DynasetTest, LeavesTheCurrentRowCurrentAfterAddNew)
+TEST_F(DynasetTest, addNew_leavesTheCurrentRowCurrent)
 {
     add(1, 10);
     const auto rows = dynaset(u"SELECT * FROM Items"_s);
@@ -241,7 +241,7 @@ TEST_F(DynasetTest, LeavesTheCurrentRowCurrentAfterAddNew)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
 }
 
-TEST_F(DynasetTest, MakesTheFirstRowOfAllCurrentWhenItIsAdded)
+TEST_F(DynasetTest, firstRowAddedToAnEmptyDynaset_becomesCurrent)
 {
     const auto rows = dynaset(u"SELECT * FROM Items"_s);
     rows->AddNew();
@@ -252,7 +252,7 @@ TEST_F(DynasetTest, MakesTheFirstRowOfAllCurrentWhenItIsAdded)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 11);
 }
 
-TEST_F(DynasetTest, DeletesOneRowAfterAnother)
+TEST_F(DynasetTest, rowsDeletedOneAfterAnother_dynasetIsEmpty)
 {
     for (int code = 1; code <= 4; ++code)
         add(code, code);
@@ -272,7 +272,7 @@ TEST_F(DynasetTest, DeletesOneRowAfterAnother)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 0);
 }
 
-TEST_F(DynasetTest, GoesFromADeletedRowToItsNeighbours)
+TEST_F(DynasetTest, moveFromADeletedRow_goesToItsNeighbour)
 {
     for (int code = 1; code <= 4; ++code)
         add(code, code);
@@ -288,7 +288,7 @@ TEST_F(DynasetTest, GoesFromADeletedRowToItsNeighbours)
     EXPECT_EQ(rows->Fields(0).Value(), 4);
 }
 
-TEST_F(DynasetTest, EditsRowByRowWhileOthersRead)
+TEST_F(DynasetTest, editsRowByRow_succeedWhileOthersRead)
 {
     for (int code = 1; code <= 3; ++code)
         add(code, 10 * code);

@@ -12,7 +12,7 @@ class EditingTest : public ItemsTest
 {
 };
 
-TEST_F(EditingTest, FetchesTheRowAnewAndWritesOnlyWhatChanged)
+TEST_F(EditingTest, edit_readsTheRowAgainAndWritesOnlyChangedFields)
 {
     add(1, 10, u"old"_s);
     const auto rows = dynaset(u"Items"_s);
@@ -28,7 +28,7 @@ TEST_F(EditingTest, FetchesTheRowAnewAndWritesOnlyWhatChanged)
     EXPECT_EQ(rows->Fields(u"Amount"_s).Value(), 1.5);
 }
 
-TEST_F(EditingTest, WritesNothingWhereNothingChanged)
+TEST_F(EditingTest, editWithoutChanges_writesNothing)
 {
     sql(u"INSERT INTO Items (Code, Num, Name, Done) VALUES (1, 10, 'x', 1)"_s);
     sql(u"CREATE TABLE Writes (N LONG)"_s);
@@ -61,8 +61,8 @@ TEST_F(EditingTest, WritesNothingWhereNothingChanged)
     EXPECT_EQ(stored->Fields(u"Day"_s).Value(), QDate(2026, 1, 1));
 }
 
-/// As the engine tells it: no test can take the room of a whole disk.
-TEST_F(EditingTest, TellsOfAFullDiskAndKeepsWhatIsWritten)
+/// The test simulates the full disk with a limit of the engine.
+TEST_F(EditingTest, fullDisk_throwsDiskFullAndKeepsTheStore)
 {
     EMBEDDED_ONLY("a server tells of its own disk");
     constexpr int most = 1000;
@@ -84,7 +84,7 @@ TEST_F(EditingTest, TellsOfAFullDiskAndKeepsWhatIsWritten)
     EXPECT_EQ(scalar(u"PRAGMA integrity_check"_s).toString(), u"ok"_s);
 }
 
-TEST_F(EditingTest, ReplacesContentsThatTheFieldDoesNotTake)
+TEST_F(EditingTest, storedValueOfAnotherType_canBeReplaced)
 {
     EMBEDDED_ONLY("a server stores nothing that a type does not take");
     sql(u"INSERT INTO Items (Code, Num) VALUES (1, 'many')"_s);
@@ -95,8 +95,8 @@ TEST_F(EditingTest, ReplacesContentsThatTheFieldDoesNotTake)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 3);
 }
 
-/// Another station corrects a line by deleting it and entering it anew.
-TEST_F(EditingTest, ARowAddedAfterADeletionIsNotTakenForTheDeletedOne)
+/// A user may correct a line by deleting it and adding it again on another station.
+TEST_F(EditingTest, rowAddedAfterADeletion_isNotTheDeletedRow)
 {
     raw_.reset();
     path_ = folder_.filePath(u"Made.mdb"_s);
@@ -131,7 +131,7 @@ TEST_F(EditingTest, ARowAddedAfterADeletionIsNotTakenForTheDeletedOne)
     EXPECT_EQ(scalar(u"SELECT Code FROM Lines WHERE Name = 'right'"_s), 3);
 }
 
-TEST_F(EditingTest, NeedsARowAndAnOpenedOne)
+TEST_F(EditingTest, updateWithoutAddNewOrEdit_throwsAnError)
 {
     const auto rows = dynaset(u"Items"_s);
     EXPECT_EQ(errorOf([&] { rows->Edit(); }), 3021);
@@ -140,7 +140,7 @@ TEST_F(EditingTest, NeedsARowAndAnOpenedOne)
     EXPECT_EQ(errorOf([&] { rows->CancelUpdate(); }), 3020);
 }
 
-TEST_F(EditingTest, DropsWhatWasAssignedOnEveryMove)
+TEST_F(EditingTest, move_discardsAssignedValues)
 {
     add(1, 10);
     add(2, 20);
@@ -162,7 +162,7 @@ TEST_F(EditingTest, DropsWhatWasAssignedOnEveryMove)
     EXPECT_EQ(scalar(u"SELECT group_concat(Num) FROM Items"_s), u"10,20"_s);
 }
 
-TEST_F(EditingTest, AddsOneRowForEachUpdate)
+TEST_F(EditingTest, eachUpdate_addsOneRow)
 {
     const auto rows = dynaset(u"Items"_s);
     for (int i = 0; i < 3; ++i) {
@@ -174,7 +174,7 @@ TEST_F(EditingTest, AddsOneRowForEachUpdate)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 3);
 }
 
-TEST_F(EditingTest, AddsARowWithoutAnyValue)
+TEST_F(EditingTest, addNewWithoutValues_addsARow)
 {
     sql(u"CREATE TABLE Bare (A LONG, B TEXT(5))"_s);
     const auto rows = table(u"Bare"_s);
@@ -183,7 +183,7 @@ TEST_F(EditingTest, AddsARowWithoutAnyValue)
     EXPECT_EQ(rows->RecordCount(), 1);
 }
 
-TEST_F(EditingTest, RefusesADuplicateKeyAndKeepsTheStore)
+TEST_F(EditingTest, duplicateKey_isRefusedAndTheStoreIsUnchanged)
 {
     add(1, 10);
     add(2, 20);
@@ -199,7 +199,7 @@ TEST_F(EditingTest, RefusesADuplicateKeyAndKeepsTheStore)
     EXPECT_EQ(rows->RecordCount(), 1);
 }
 
-TEST_F(EditingTest, RefusesNullWhereAValueIsRequired)
+TEST_F(EditingTest, nullInARequiredField_isRefused)
 {
     sql(u"CREATE TABLE Strict (A LONG NOT NULL, B LONG)"_s);
     const auto rows = table(u"Strict"_s);
@@ -210,7 +210,7 @@ TEST_F(EditingTest, RefusesNullWhereAValueIsRequired)
     EXPECT_EQ(rows->RecordCount(), 0);
 }
 
-TEST_F(EditingTest, TellsARowThatAnotherStationDeleted)
+TEST_F(EditingTest, rowDeletedByAnotherStation_throwsRecordDeleted)
 {
     for (int code : {1, 2, 3})
         add(code, code);
@@ -229,7 +229,7 @@ TEST_F(EditingTest, TellsARowThatAnotherStationDeleted)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 3);
 }
 
-TEST_F(EditingTest, TellsARowThatIsDeletedWhileItIsEdited)
+TEST_F(EditingTest, rowDeletedDuringAnEdit_throwsRecordDeleted)
 {
     add(1, 1);
     const auto rows = dynaset(u"Items"_s);
@@ -241,7 +241,7 @@ TEST_F(EditingTest, TellsARowThatIsDeletedWhileItIsEdited)
     EXPECT_EQ(errorOf([&] { rows->Delete(); }), 3167);
 }
 
-TEST_F(EditingTest, WaitsForALockAndThenFailsWithoutATrace)
+TEST_F(EditingTest, lockedStore_failsAfterTheLockWaitAndWritesNothing)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);
@@ -258,7 +258,7 @@ TEST_F(EditingTest, WaitsForALockAndThenFailsWithoutATrace)
     EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 11) << "the assignment was kept";
 }
 
-TEST_F(EditingTest, FailsWhileAnotherStationReads)
+TEST_F(EditingTest, anotherStationReads_deletionThrowsLocked)
 {
     EMBEDDED_ONLY("readers keep no writer out of a server");
     add(1, 10);
@@ -277,7 +277,7 @@ TEST_F(EditingTest, FailsWhileAnotherStationReads)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 1);
 }
 
-TEST_F(EditingTest, HoldsNoLockBetweenCalls)
+TEST_F(EditingTest, betweenTwoCalls_noLockIsHeld)
 {
     for (int code = 1; code <= 200; ++code)
         add(code, code);
@@ -295,7 +295,7 @@ TEST_F(EditingTest, HoldsNoLockBetweenCalls)
     EXPECT_EQ(scalar(u"SELECT min(Num) FROM Items"_s), 2);
 }
 
-TEST_F(EditingTest, NumbersRowsOfAStoreThatDoesNotCountByItself)
+TEST_F(EditingTest, counterWithoutTriggers_isNumberedByTheInsert)
 {
     EMBEDDED_ONLY("a server's key is never Null");
     sql(u"INSERT INTO Items (Code) VALUES (NULL)"_s);
@@ -313,7 +313,7 @@ TEST_F(EditingTest, NumbersRowsOfAStoreThatDoesNotCountByItself)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Items WHERE Name = 'named'"_s), 1);
 }
 
-TEST_F(EditingTest, TransactionsTakeEffectTogetherOrNotAtAll)
+TEST_F(EditingTest, transaction_takesEffectAsAWholeOrNotAtAll)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);

@@ -16,9 +16,9 @@ protected:
     }
 };
 
-TEST_F(ExaminationTest, HandsOverEveryRowOnceInStoredOrder)
+TEST_F(ExaminationTest, rows_areVisitedOnceInInsertionOrder)
 {
-    constexpr int count = 600; // more than two pages
+    constexpr int count = 600; // This is more than two pages.
     sql(u"BEGIN"_s);
     for (int i = 0; i < count; ++i)
         add(count - i, i);
@@ -33,7 +33,7 @@ TEST_F(ExaminationTest, HandsOverEveryRowOnceInStoredOrder)
     }
 }
 
-TEST_F(ExaminationTest, NamesWhatItsTypeDoesNotTake)
+TEST_F(ExaminationTest, storedValuesOfAnotherType_areReportedAsUnreadable)
 {
     EMBEDDED_ONLY("a server stores nothing that a type does not take");
     sql(u"INSERT INTO Items (Code, Num, Name, Small, Amount, Day, Done, Note) "
@@ -51,22 +51,22 @@ TEST_F(ExaminationTest, NamesWhatItsTypeDoesNotTake)
     EXPECT_FALSE(all[1].values[1].isValid());
 }
 
-TEST_F(ExaminationTest, RefusesAnUnknownTable)
+TEST_F(ExaminationTest, unknownTable_throwsTableNotFound)
 {
     EXPECT_EQ(errorOf([&] { rows(u"Nothing"_s); }), 3078);
 }
 
-TEST_F(ExaminationTest, FindsNothingInASoundStore)
+TEST_F(ExaminationTest, soundStore_hasNoFindings)
 {
     add(1, 5);
     EXPECT_EQ(dao::engineFindings(*open()), QStringList());
 }
 
-TEST_F(ExaminationTest, TellsOfAnIndexThatMissesRows)
+TEST_F(ExaminationTest, indexWithMissingRows_isFound)
 {
     EMBEDDED_ONLY("about the store's file");
     add(1, 5);
-    // The index is declared anew over another field than the one it was filled from.
+    // The definition of the index is changed to another field, but its contents are not.
     sql(u"PRAGMA writable_schema = ON"_s);
     sql(u"UPDATE sqlite_master SET sql = 'CREATE INDEX ByNum ON Items (Name)' "
         "WHERE name = 'ByNum'"_s);

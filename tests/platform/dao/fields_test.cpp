@@ -12,7 +12,7 @@ namespace {
 class FieldsTest : public ItemsTest
 {
 protected:
-    /// What a field reads back after it was assigned to and stored.
+    /// Returns the value of a field after it has been assigned and stored.
     QVariant stored(const QString& field, const QVariant& value)
     {
         const auto rows = dynaset(u"Items"_s);
@@ -31,7 +31,7 @@ protected:
         return errorOf([&] { rows->Fields(field).SetValue(value); });
     }
 
-    /// What a field reads where the store holds a literal.
+    /// Returns the value of a field if the store contains this literal.
     QVariant read(const QString& field, const QString& literal)
     {
         sql(u"DELETE FROM Items"_s);
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(FieldsTest, AreAddressedByOrdinalAndByNameInAnyCase)
+TEST_F(FieldsTest, fields_areFoundByPositionAndByNameInAnyCase)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);
@@ -58,7 +58,7 @@ TEST_F(FieldsTest, AreAddressedByOrdinalAndByNameInAnyCase)
     EXPECT_EQ(errorOf([&] { rows->Fields(u"Nun"_s); }), 3265);
 }
 
-TEST_F(FieldsTest, KnowTheirDeclaredTypesInAnySpelling)
+TEST_F(FieldsTest, declaredTypesInAnySpelling_areRecognised)
 {
     EMBEDDED_ONLY("a server knows its own types alone");
     sql(u"CREATE TABLE Kinds (A text ( 7 ), B Long, C double, D datetime, E boolean, F counter, "
@@ -77,7 +77,7 @@ TEST_F(FieldsTest, KnowTheirDeclaredTypesInAnySpelling)
         EXPECT_EQ(rows->Fields(i).Size(), 0) << i;
 }
 
-TEST_F(FieldsTest, RoundWholeNumbersHalfToEven)
+TEST_F(FieldsTest, wholeNumbers_areRoundedHalfToEven)
 {
     EXPECT_EQ(stored(u"Num"_s, 2.5), 2);
     EXPECT_EQ(stored(u"Num"_s, 3.5), 4);
@@ -86,7 +86,7 @@ TEST_F(FieldsTest, RoundWholeNumbersHalfToEven)
     EXPECT_EQ(stored(u"Num"_s, true), -1);
 }
 
-TEST_F(FieldsTest, RefuseNumbersBeyondTheirType)
+TEST_F(FieldsTest, numbersOutsideTheirRange_areRefused)
 {
     EXPECT_EQ(stored(u"Num"_s, 2147483647.0), std::numeric_limits<int>::max());
     EXPECT_EQ(errorOfAssigning(u"Num"_s, 2147483648.0), 6);
@@ -101,7 +101,7 @@ TEST_F(FieldsTest, RefuseNumbersBeyondTheirType)
     EXPECT_EQ(errorOfAssigning(u"Amount"_s, u"1e999"_s), 6);
 }
 
-TEST_F(FieldsTest, RefuseWhatIsNoNumber)
+TEST_F(FieldsTest, textThatIsNotANumber_isRefused)
 {
     for (const QString& field : {u"Num"_s, u"Small"_s, u"Amount"_s, u"Done"_s}) {
         for (const QVariant& value : {QVariant(u""_s), QVariant(QString()), QVariant(u" "_s),
@@ -112,7 +112,7 @@ TEST_F(FieldsTest, RefuseWhatIsNoNumber)
     }
 }
 
-TEST_F(FieldsTest, KeepDecimalNumbersToTheLastBit)
+TEST_F(FieldsTest, decimals_areStoredExactly)
 {
     for (double value : {0.1, 1.0 / 3.0, -123456.789, 1e-300, 1.7976931348623157e308, 5e-324})
         EXPECT_EQ(stored(u"Amount"_s, value).toDouble(), value);
@@ -120,7 +120,7 @@ TEST_F(FieldsTest, KeepDecimalNumbersToTheLastBit)
     EXPECT_EQ(stored(u"Num"_s, 4).typeId(), QMetaType::Int);
 }
 
-TEST_F(FieldsTest, TakeTheMachinesDecimalSignAndThePoint)
+TEST_F(FieldsTest, localeDecimalSignAndPoint_areAccepted)
 {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     EXPECT_EQ(stored(u"Amount"_s, u"6,5"_s), 6.5);
@@ -131,7 +131,7 @@ TEST_F(FieldsTest, TakeTheMachinesDecimalSignAndThePoint)
     EXPECT_EQ(errorOfAssigning(u"Amount"_s, u"6,5"_s), 3421);
 }
 
-TEST_F(FieldsTest, TakeTextsUpToTheirSize)
+TEST_F(FieldsTest, textsUpToTheirSize_areAccepted)
 {
     EXPECT_EQ(stored(u"Name"_s, u"0123456789"_s), u"0123456789"_s);
     EXPECT_EQ(errorOfAssigning(u"Name"_s, u"01234567890"_s), 3163);
@@ -142,14 +142,14 @@ TEST_F(FieldsTest, TakeTextsUpToTheirSize)
     EXPECT_EQ(errorOfAssigning(u"Name"_s, -1234567890.5), 3163);
 }
 
-TEST_F(FieldsTest, KeepNoHalfOfACharacter)
+TEST_F(FieldsTest, unpairedSurrogate_isReplaced)
 {
     EXPECT_EQ(stored(u"Name"_s, u"א😀ב"_s), u"א😀ב"_s);
     EXPECT_EQ(stored(u"Name"_s, u"א"_s + QChar(0xd83d) + u"בג"_s), u"א?בג"_s);
     EXPECT_EQ(stored(u"Name"_s, u"א"_s + QChar(0xde00) + u"בג"_s), u"א?בג"_s);
 }
 
-TEST_F(FieldsTest, KeepAnySignOfAText)
+TEST_F(FieldsTest, textWithAnyCharacters_isStoredUnchanged)
 {
     const QString odd = u"a?b'\"\u202e\U0001F600\n\\"_s;
     ASSERT_EQ(odd.size(), 10);
@@ -157,7 +157,7 @@ TEST_F(FieldsTest, KeepAnySignOfAText)
     EXPECT_EQ(stored(u"Note"_s, u"'); DROP TABLE Items; --"_s), u"'); DROP TABLE Items; --"_s);
 }
 
-TEST_F(FieldsTest, KeepAZeroSignWhereTheEngineCan)
+TEST_F(FieldsTest, zeroCharacterInAText_isStoredOrRefused)
 {
     const QString zero = u"a\0b"_s;
     ASSERT_EQ(zero.size(), 3);
@@ -169,7 +169,7 @@ TEST_F(FieldsTest, KeepAZeroSignWhereTheEngineCan)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 0) << "nothing half-written";
 }
 
-TEST_F(FieldsTest, TellAnEmptyTextFromNull)
+TEST_F(FieldsTest, emptyText_differsFromNull)
 {
     for (const QString& empty : {u""_s, QString()}) {
         const QVariant value = stored(u"Name"_s, empty);
@@ -180,7 +180,7 @@ TEST_F(FieldsTest, TellAnEmptyTextFromNull)
     EXPECT_FALSE(stored(u"Name"_s, QVariant()).isValid());
 }
 
-TEST_F(FieldsTest, AreNullWhereNothingWasAssigned)
+TEST_F(FieldsTest, unassignedFields_areNull)
 {
     const auto rows = dynaset(u"Items"_s);
     rows->AddNew();
@@ -194,7 +194,7 @@ TEST_F(FieldsTest, AreNullWhereNothingWasAssigned)
     EXPECT_EQ(scalar(u"SELECT Done FROM Items"_s), 0) << "a Boolean is never Null";
 }
 
-TEST_F(FieldsTest, BecomeNullByAssignment)
+TEST_F(FieldsTest, assignedNull_isStored)
 {
     for (const QString& field : {u"Num"_s, u"Amount"_s, u"Day"_s})
         EXPECT_FALSE(stored(field, QVariant()).isValid()) << qPrintable(field);
@@ -202,7 +202,7 @@ TEST_F(FieldsTest, BecomeNullByAssignment)
     EXPECT_EQ(stored(u"Done"_s, QVariant()), 0);
 }
 
-TEST_F(FieldsTest, HoldTrueAsMinusOne)
+TEST_F(FieldsTest, trueValue_isStoredAsMinusOne)
 {
     for (const QVariant& value : {QVariant(1), QVariant(true), QVariant(-1), QVariant(0.25)}) {
         EXPECT_EQ(stored(u"Done"_s, value), -1);
@@ -215,7 +215,7 @@ TEST_F(FieldsTest, HoldTrueAsMinusOne)
     EXPECT_EQ(read(u"Done"_s, u"NULL"_s), 0);
 }
 
-TEST_F(FieldsTest, HoldDatesAsIsoText)
+TEST_F(FieldsTest, dates_areStoredAsIsoText)
 {
     EXPECT_EQ(stored(u"Day"_s, QDate(2026, 3, 1)), QVariant(QDate(2026, 3, 1)));
     EXPECT_EQ(scalar(u"SELECT Day FROM Items"_s), u"2026-03-01"_s);
@@ -228,7 +228,7 @@ TEST_F(FieldsTest, HoldDatesAsIsoText)
     EXPECT_EQ(stored(u"Day"_s, u"2026-12-31"_s), QVariant(QDate(2026, 12, 31)));
 }
 
-TEST_F(FieldsTest, HoldTimesThatTheClockSkips)
+TEST_F(FieldsTest, timesInTheDaylightSavingGap_areStored)
 {
     const QByteArray zone = qgetenv("TZ");
     qputenv("TZ", "Asia/Jerusalem");
@@ -238,7 +238,7 @@ TEST_F(FieldsTest, HoldTimesThatTheClockSkips)
     zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
 }
 
-TEST_F(FieldsTest, RefuseWhatIsNoDate)
+TEST_F(FieldsTest, valueThatIsNotADate_isRefused)
 {
     for (const QVariant& value :
          {QVariant(u""_s), QVariant(u"2026-13-01"_s), QVariant(u"2026-02-29"_s),
@@ -246,7 +246,7 @@ TEST_F(FieldsTest, RefuseWhatIsNoDate)
         EXPECT_EQ(errorOfAssigning(u"Day"_s, value), 3421) << qPrintable(value.toString());
 }
 
-TEST_F(FieldsTest, ReadDatesAsHandsWriteThem)
+TEST_F(FieldsTest, datesInOtherIsoForms_areRead)
 {
     const QDateTime noon(QDate(2026, 3, 1), QTime(12, 30), Qt::UTC);
     EXPECT_EQ(read(u"Day"_s, u"'2026-03-01T12:30:00'"_s), QVariant(noon));
@@ -255,7 +255,7 @@ TEST_F(FieldsTest, ReadDatesAsHandsWriteThem)
     EXPECT_EQ(read(u"Day"_s, u"'2026-03-01 00:00:00'"_s), QVariant(QDate(2026, 3, 1)));
 }
 
-TEST_F(FieldsTest, RefuseStoredContentsThatTheirTypeDoesNotTake)
+TEST_F(FieldsTest, storedValuesOfAnotherType_areRefused)
 {
     EMBEDDED_ONLY("a server stores nothing that a type does not take");
     EXPECT_EQ(errorOfReading(u"Num"_s, u"'many'"_s), 3421);
@@ -273,7 +273,7 @@ TEST_F(FieldsTest, RefuseStoredContentsThatTheirTypeDoesNotTake)
     EXPECT_EQ(read(u"Name"_s, u"'longer than it may be'"_s), u"longer than it may be"_s);
 }
 
-TEST_F(FieldsTest, TakeNoValueOutsideAddNewAndEdit)
+TEST_F(FieldsTest, assignmentOutsideAddNewAndEdit_isRefused)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);

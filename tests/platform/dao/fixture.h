@@ -21,7 +21,7 @@ namespace daotest {
 
 using namespace Qt::StringLiterals;
 
-/// Leaves a test that is about the one file that an embedded store is.
+/// Skips a test that applies only to an embedded store.
 #define EMBEDDED_ONLY(reason)                                                                      \
     if (testsupport::isOnServer())                                                                 \
     GTEST_SKIP() << (reason)
@@ -30,9 +30,9 @@ using testsupport::errorOf;
 using testsupport::isOnServer;
 using testsupport::PlainSql;
 
-/// A store in a folder of its own, made with plain SQL, so that the engine is tested over stores
-/// that it has not made itself. On a server it is a database of its own, with a link in the folder.
-/// No connection may be left behind by a test.
+/// Provides a store in a temporary folder. The store is created with plain SQL, so that the tests
+/// cover stores that another program has created. On a server, the store is a new database, and the
+/// folder contains a link to it. After each test no connection may be open.
 class DaoTest : public testing::Test
 {
 protected:
@@ -98,7 +98,7 @@ protected:
     std::unique_ptr<testsupport::ThrowawayDatabase> server_; ///< Null for an embedded store.
 };
 
-/// A table of items: a counter as its key, a second index on Num.
+/// Provides a table of items with a counter as its primary key and an index on Num.
 class ItemsTest : public DaoTest
 {
 protected:
@@ -115,7 +115,7 @@ protected:
         sql(u"INSERT INTO Items (Code, Num, Name, Done) VALUES (?, ?, ?, 0)"_s, {code, num, name});
     }
 
-    /// Goes through the rest of the recordset and gives one field of each row.
+    /// Moves to the end of the recordset and returns the values of one field.
     static QVariantList rest(dao::Recordset& recordset, const QString& field)
     {
         QVariantList values;

@@ -19,7 +19,7 @@ const QByteArray whole("Zomrel store link 1\n"
                        "user = station\n"
                        "tls = verify-full\n");
 
-/// What a parser says of a damaged link; empty where it takes it.
+/// Returns the error text of the parser, or an empty text for a valid link.
 QString refusal(const QByteArray& text)
 {
     try {
@@ -39,7 +39,7 @@ QByteArray changed(const QByteArray& from, const QByteArray& to)
     return text.replace(from, to);
 }
 
-TEST(LinkTest, ReadsItsFiveKeysInAnyOrder)
+TEST(LinkTest, fiveKeysInAnyOrder_areRead)
 {
     const dao::Link expected{u"db.workshop.example"_s, 5433, u"zomrel"_s, u"station"_s,
                              u"verify-full"_s};
@@ -50,7 +50,7 @@ TEST(LinkTest, ReadsItsFiveKeysInAnyOrder)
     EXPECT_TRUE(dao::parseLink("\xef\xbb\xbf" + whole, {}) == expected);
 }
 
-TEST(LinkTest, WritesWhatItReads)
+TEST(LinkTest, linkText_isReadBackAsTheSameLink)
 {
     for (const dao::Link& link :
          {dao::Link{u"localhost"_s, 1, u"z"_s, u"u"_s, u"disable"_s},
@@ -60,7 +60,7 @@ TEST(LinkTest, WritesWhatItReads)
     EXPECT_EQ(dao::linkText(dao::parseLink(whole, {})), whole);
 }
 
-TEST(LinkTest, WritesNoLinkThatCouldNotBeRead)
+TEST(LinkTest, valueThatALinkCannotContain_isNotWritten)
 {
     const dao::Link good{u"h"_s, 5432, u"d"_s, u"u"_s, u"prefer"_s};
     const auto refuses = [](const dao::Link& link) {
@@ -85,7 +85,7 @@ TEST(LinkTest, WritesNoLinkThatCouldNotBeRead)
     }
 }
 
-TEST(LinkTest, SaysWhatIsWrong)
+TEST(LinkTest, damagedText_isRefusedWithTheReason)
 {
     const std::vector<std::pair<QByteArray, QString>> cases = {
         {changed("link 1\n", "link 2\n"), u"its first line is another one."_s},
@@ -118,7 +118,7 @@ TEST(LinkTest, SaysWhatIsWrong)
                   u"'%1' is no port."_s.arg(QString::fromUtf8(port)));
 }
 
-TEST(LinkTest, TakesEveryCutForDamage)
+TEST(LinkTest, textCutAtAnyPlace_isRefused)
 {
     for (qsizetype length = 0; length < whole.size() - 1; ++length)
         EXPECT_FALSE(refusal(whole.first(length)).isEmpty()) << length;
@@ -138,7 +138,7 @@ protected:
     QTemporaryDir folder_;
 };
 
-TEST_F(LinkFileTest, TellsALinkByItsFirstLine)
+TEST_F(LinkFileTest, fileWithTheFirstLine_isALink)
 {
     EXPECT_FALSE(dao::linkAt(path()).has_value()) << "no file";
     for (const QByteArray& other :
@@ -157,7 +157,7 @@ TEST_F(LinkFileTest, TellsALinkByItsFirstLine)
     EXPECT_TRUE(dao::beginsAsLink(path()));
 }
 
-TEST_F(LinkFileTest, RefusesADamagedOne)
+TEST_F(LinkFileTest, damagedLinkFile_isRefused)
 {
     write(changed("port", "prt"));
     EXPECT_THROW(dao::linkAt(path()), runtime::RunTimeError);

@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_F(ObserverTest, HearsEveryMoveBeforeAndAfter)
+TEST_F(ObserverTest, everyMove_isReportedBeforeAndAfter)
 {
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
     Recorder recorder(*rows);
@@ -67,7 +67,7 @@ TEST_F(ObserverTest, HearsEveryMoveBeforeAndAfter)
     EXPECT_EQ(recorder.take(), (QStringList{u"about @1 of 2"_s, u"changed @bof of 2"_s}));
 }
 
-TEST_F(ObserverTest, HearsOfAMoveLastWhenAllRowsAreCounted)
+TEST_F(ObserverTest, moveLast_isReportedAfterAllRowsAreCounted)
 {
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
     Recorder recorder(*rows);
@@ -79,7 +79,7 @@ TEST_F(ObserverTest, HearsOfAMoveLastWhenAllRowsAreCounted)
     EXPECT_EQ(recorder.take(), (QStringList{u"about @4 of 4"_s, u"changed @eof of 4"_s}));
 }
 
-TEST_F(ObserverTest, HearsNothingOfAMoveThatFails)
+TEST_F(ObserverTest, refusedMove_isNotReported)
 {
     const auto rows = dynaset(u"SELECT * FROM Items WHERE Num = 999"_s);
     Recorder recorder(*rows);
@@ -91,7 +91,7 @@ TEST_F(ObserverTest, HearsNothingOfAMoveThatFails)
     EXPECT_EQ(recorder.take(), QStringList());
 }
 
-TEST_F(ObserverTest, HearsOfADeletionBeforeAndAfter)
+TEST_F(ObserverTest, deletion_isReportedBeforeAndAfter)
 {
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
     rows->MoveLast();
@@ -103,7 +103,7 @@ TEST_F(ObserverTest, HearsOfADeletionBeforeAndAfter)
     EXPECT_EQ(recorder.take(), (QStringList{u"about @none of 3"_s, u"changed @2 of 3"_s}));
 }
 
-TEST_F(ObserverTest, HearsOfRowsAddedAndChanged)
+TEST_F(ObserverTest, addedAndChangedRows_areReported)
 {
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
     Recorder recorder(*rows);
@@ -121,7 +121,7 @@ TEST_F(ObserverTest, HearsOfRowsAddedAndChanged)
     EXPECT_EQ(recorder.take(), QStringList()) << "nothing was changed";
 }
 
-TEST_F(ObserverTest, HearsOfTheFirstRowOfAllThatItIsCurrent)
+TEST_F(ObserverTest, firstRowAdded_isReportedAsCurrent)
 {
     sql(u"DELETE FROM Items"_s);
     const auto rows = dynaset(u"SELECT * FROM Items"_s);
@@ -133,7 +133,7 @@ TEST_F(ObserverTest, HearsOfTheFirstRowOfAllThatItIsCurrent)
     EXPECT_EQ(recorder.take(), (QStringList{u"added %1 @7 of 1"_s.arg(key), u"changed @7 of 1"_s}));
 }
 
-TEST_F(ObserverTest, HearsOfAMoveToAKey)
+TEST_F(ObserverTest, moveToAKey_isReported)
 {
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
     const dao::RowKey key = [&] {
@@ -150,7 +150,7 @@ TEST_F(ObserverTest, HearsOfAMoveToAKey)
     EXPECT_EQ(recorder.take(), QStringList());
 }
 
-TEST_F(ObserverTest, HearsOfATablesMovesToo)
+TEST_F(ObserverTest, movesOfATable_areReported)
 {
     const auto rows = table(u"Items"_s);
     Recorder recorder(*rows);
@@ -166,7 +166,7 @@ TEST_F(ObserverTest, HearsOfATablesMovesToo)
     EXPECT_EQ(recorder.take(), (QStringList{u"about @4 of 4"_s, u"changed @2 of 4"_s}));
 }
 
-TEST_F(ObserverTest, HearsOfANewQueryThatTheRowMayBeAnother)
+TEST_F(ObserverTest, requery_reportsTheCurrentRow)
 {
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
     rows->MoveLast();
@@ -176,7 +176,7 @@ TEST_F(ObserverTest, HearsOfANewQueryThatTheRowMayBeAnother)
     EXPECT_EQ(recorder.take(), (QStringList{u"changed @9 of 1"_s}));
 }
 
-TEST_F(ObserverTest, MayLetGoOfTheRecordsetOrCloseIt)
+TEST_F(ObserverTest, observerThatReleasesOrClosesTheRecordset_isSafe)
 {
     class LastWord final : public dao::RecordsetObserver
     {
@@ -207,7 +207,7 @@ TEST_F(ObserverTest, MayLetGoOfTheRecordsetOrCloseIt)
     EXPECT_EQ(errorOf([&] { rows->MoveNext(); }), 3420);
 }
 
-TEST_F(ObserverTest, AFailureInItLeavesTheRowCurrent)
+TEST_F(ObserverTest, exceptionInTheObserver_preventsTheMove)
 {
     class Refusal final : public dao::RecordsetObserver
     {

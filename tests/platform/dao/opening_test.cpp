@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(OpeningTest, FindsNoMissingFileAndMakesNone)
+TEST_F(OpeningTest, missingFile_throwsAnErrorAndIsNotCreated)
 {
     EMBEDDED_ONLY("about the store's file");
     EXPECT_EQ(errorOf([&] { open(); }), 3024);
@@ -31,7 +31,7 @@ TEST_F(OpeningTest, FindsNoMissingFileAndMakesNone)
     EXPECT_TRUE(descriptionOfOpening().contains(path_));
 }
 
-TEST_F(OpeningTest, FindsNoFileInAMissingFolder)
+TEST_F(OpeningTest, missingFolder_throwsAnError)
 {
     EMBEDDED_ONLY("about the store's file");
     path_ = folder_.filePath(u"nowhere/Aluminium.mdb"_s);
@@ -40,7 +40,7 @@ TEST_F(OpeningTest, FindsNoFileInAMissingFolder)
               3024);
 }
 
-TEST_F(OpeningTest, RefusesAnEmptyFile)
+TEST_F(OpeningTest, emptyFile_isRefused)
 {
     EMBEDDED_ONLY("about the store's file");
     writeFile({});
@@ -48,7 +48,7 @@ TEST_F(OpeningTest, RefusesAnEmptyFile)
     EXPECT_EQ(QFile(path_).size(), 0);
 }
 
-TEST_F(OpeningTest, RefusesAFileThatIsNoStore)
+TEST_F(OpeningTest, fileThatIsNotAStore_isRefused)
 {
     EMBEDDED_ONLY("about the store's file");
     for (const QByteArray& contents : {QByteArray("x"), QByteArray(16, '\0'),
@@ -59,14 +59,14 @@ TEST_F(OpeningTest, RefusesAFileThatIsNoStore)
     }
 }
 
-TEST_F(OpeningTest, RefusesAFolder)
+TEST_F(OpeningTest, folder_isRefused)
 {
     EMBEDDED_ONLY("about the store's file");
     ASSERT_TRUE(QDir().mkpath(path_));
     EXPECT_EQ(errorOf([&] { open(); }), 3051);
 }
 
-TEST_F(OpeningTest, TellsADamagedStore)
+TEST_F(OpeningTest, damagedStore_throwsCorruptDatabase)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
@@ -79,7 +79,7 @@ TEST_F(OpeningTest, TellsADamagedStore)
     EXPECT_EQ(errorOf([&] { open(); }), 3049);
 }
 
-TEST_F(OpeningTest, TellsADamagedHeader)
+TEST_F(OpeningTest, damagedHeader_throwsCorruptDatabase)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
@@ -92,7 +92,7 @@ TEST_F(OpeningTest, TellsADamagedHeader)
     EXPECT_EQ(errorOf([&] { open(); }), 3049);
 }
 
-TEST_F(OpeningTest, WaitsForALockedStoreAndThenFails)
+TEST_F(OpeningTest, lockedStore_failsAfterTheLockWait)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
@@ -102,7 +102,7 @@ TEST_F(OpeningTest, WaitsForALockedStoreAndThenFails)
     EXPECT_EQ(errorOf([&] { open(); }), 0);
 }
 
-TEST_F(OpeningTest, TakesAnySignInAPath)
+TEST_F(OpeningTest, pathWithAnyCharacters_canBeOpened)
 {
     EMBEDDED_ONLY("about the store's file");
     for (const QString& name : {u"חלונות ודלתות.mdb"_s, u"a b?c#d%20e&mode=ro.mdb"_s,
@@ -119,7 +119,7 @@ TEST_F(OpeningTest, TakesAnySignInAPath)
     EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 4);
 }
 
-TEST_F(OpeningTest, DoesNotWriteTheFile)
+TEST_F(OpeningTest, opening_doesNotWriteTheFile)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
@@ -134,7 +134,7 @@ TEST_F(OpeningTest, DoesNotWriteTheFile)
     EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1);
 }
 
-TEST_F(OpeningTest, KeepsARollbackJournal)
+TEST_F(OpeningTest, storeWithAWriteAheadLog_getsARollbackJournal)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
@@ -196,7 +196,7 @@ TEST_F(DurabilityTest, storeWithAWriteAheadLog_getsARollbackJournalAndSyncsTheFo
     expectDurableCommits(*open());
 }
 
-TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
+TEST_F(OpeningTest, readOnlyFile_canBeReadButNotWritten)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY, Num LONG)"_s);
@@ -213,7 +213,7 @@ TEST_F(OpeningTest, OpensAReadOnlyFileAndRefusesToWriteIt)
     EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 5);
 }
 
-TEST_F(OpeningTest, RefusesAFileThatMayNotBeRead)
+TEST_F(OpeningTest, unreadableFile_isRefused)
 {
     EMBEDDED_ONLY("about the store's file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
@@ -223,12 +223,12 @@ TEST_F(OpeningTest, RefusesAFileThatMayNotBeRead)
     EXPECT_EQ(errorOf([&] { open(); }), 3051);
 }
 
-TEST_F(OpeningTest, KnowsOneWorkspace)
+TEST_F(OpeningTest, otherWorkspace_throwsItemNotFound)
 {
     EXPECT_EQ(errorOf([] { dao::DBEngine::instance().Workspaces(1); }), 3265);
 }
 
-TEST_F(OpeningTest, MakesNoStoreWhereNoneMayBe)
+TEST_F(OpeningTest, folderThatCannotBeWritten_getsNoStore)
 {
     EMBEDDED_ONLY("about the store's file");
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner));

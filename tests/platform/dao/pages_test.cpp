@@ -15,7 +15,7 @@ protected:
     }
 };
 
-TEST_F(PagesTest, KnowsAllRowsAtOnceAndReadsThemInPages)
+TEST_F(PagesTest, openedPages_knowAllRowsAndReadThemInPages)
 {
     addMany(300);
     const auto rows = dynaset(u"SELECT * FROM Items ORDER BY Num"_s);
@@ -32,7 +32,7 @@ TEST_F(PagesTest, KnowsAllRowsAtOnceAndReadsThemInPages)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 300) << "and moves nothing";
 }
 
-TEST_F(PagesTest, AnswersForRowsThatDoNotExist)
+TEST_F(PagesTest, rowsThatDoNotExist_areEmpty)
 {
     addMany(3);
     const auto pages = dynaset(u"Items"_s)->pages();
@@ -50,7 +50,7 @@ TEST_F(PagesTest, AnswersForRowsThatDoNotExist)
     EXPECT_EQ(pages->rowCount(), 3);
 }
 
-TEST_F(PagesTest, FindsRowsByTheirKeys)
+TEST_F(PagesTest, key_findsItsRow)
 {
     addMany(100);
     const auto rows = table(u"Items"_s);
@@ -64,7 +64,7 @@ TEST_F(PagesTest, FindsRowsByTheirKeys)
     EXPECT_EQ(pages->rowOf(dao::RowKey(12345)), -1);
 }
 
-TEST_F(PagesTest, FollowsRowsAddedAndRemoved)
+TEST_F(PagesTest, rowsAddedAndRemoved_changeThePages)
 {
     addMany(70);
     const auto rows = dynaset(u"Items"_s);
@@ -86,7 +86,7 @@ TEST_F(PagesTest, FollowsRowsAddedAndRemoved)
     EXPECT_EQ(pages->value(68, 0), 70);
 }
 
-TEST_F(PagesTest, ReadsARowAnewOnceItIsForgotten)
+TEST_F(PagesTest, forgottenRow_isReadAgain)
 {
     addMany(3);
     const auto pages = dynaset(u"Items"_s)->pages();
@@ -100,7 +100,7 @@ TEST_F(PagesTest, ReadsARowAnewOnceItIsForgotten)
     EXPECT_EQ(pages->value(1, 1), 5);
 }
 
-TEST_F(PagesTest, ShowsNothingOfADeletedRow)
+TEST_F(PagesTest, deletedRow_hasNoValues)
 {
     addMany(3);
     const auto pages = dynaset(u"Items"_s)->pages();
@@ -111,7 +111,7 @@ TEST_F(PagesTest, ShowsNothingOfADeletedRow)
     EXPECT_EQ(pages->value(2, 0), 3);
 }
 
-TEST_F(PagesTest, ShowsNothingOfContentsThatTheFieldDoesNotTake)
+TEST_F(PagesTest, storedValueOfAnotherType_isShownAsEmpty)
 {
     EMBEDDED_ONLY("a server stores nothing that a type does not take");
     sql(u"INSERT INTO Items (Code, Num, Name) VALUES (1, 'many', 'x')"_s);
@@ -121,7 +121,7 @@ TEST_F(PagesTest, ShowsNothingOfContentsThatTheFieldDoesNotTake)
     EXPECT_EQ(pages->value(0, 2), u"x"_s);
 }
 
-TEST_F(PagesTest, KeepsItsRowsWhateverTheRecordsetDoes)
+TEST_F(PagesTest, recordsetChanged_pagesKeepTheirRows)
 {
     addMany(5);
     const auto rows = dynaset(u"Items"_s);
@@ -136,7 +136,7 @@ TEST_F(PagesTest, KeepsItsRowsWhateverTheRecordsetDoes)
     EXPECT_EQ(rows->RecordCount(), 5);
 }
 
-TEST_F(PagesTest, RaisesFailuresFromLoadAlone)
+TEST_F(PagesTest, lockedStore_loadThrowsAndCanBeRepeated)
 {
     addMany(5);
     const auto pages = dynaset(u"Items"_s)->pages();
@@ -148,7 +148,7 @@ TEST_F(PagesTest, RaisesFailuresFromLoadAlone)
     EXPECT_EQ(pages->value(2, 0), 3);
 }
 
-TEST_F(PagesTest, GivesValuesAsFieldsDo)
+TEST_F(PagesTest, values_equalThoseOfFields)
 {
     sql(u"INSERT INTO Items VALUES (1, NULL, '', 5, 2.5, '2026-03-01', 1, NULL)"_s);
     const auto pages = dynaset(u"Items"_s)->pages();

@@ -8,8 +8,8 @@ using namespace daotest;
 
 namespace {
 
-/// Databases one after the other work over one connection; what a database sees must not depend on
-/// it.
+/// Databases that are opened one after another use the same connection. The results must be the
+/// same as with a new connection.
 class PoolTest : public ItemsTest
 {
 protected:
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(PoolTest, TakesTheConnectionThatWasGivenBack)
+TEST_F(PoolTest, databasesOneAfterAnother_useOneConnection)
 {
     add(1, 10);
     raw_.reset();
@@ -29,19 +29,19 @@ TEST_F(PoolTest, TakesTheConnectionThatWasGivenBack)
     EXPECT_EQ(dao::EngineConnection::living(), 1);
 }
 
-TEST_F(PoolTest, GivesTwoDatabasesAtOnceAConnectionEach)
+TEST_F(PoolTest, databasesAtTheSameTime_haveAConnectionEachInAFile)
 {
     add(1, 10);
     raw_.reset();
     openOnce();
     const auto first = open();
     const auto second = open();
-    // Nothing stays open between two calls on a server, so one connection serves all.
+    // All databases of the process on the same server share one connection.
     EXPECT_EQ(dao::EngineConnection::living(), isOnServer() ? 1 : 2);
 }
 
-/// What comes later must not be part of a change that nobody ends.
-TEST_F(PoolTest, KeepsNoConnectionInTheMiddleOfAChange)
+/// A later statement must not become part of a transaction that is never committed.
+TEST_F(PoolTest, connectionInATransaction_isNotReused)
 {
     raw_.reset();
     {
@@ -57,7 +57,7 @@ TEST_F(PoolTest, KeepsNoConnectionInTheMiddleOfAChange)
     EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 1);
 }
 
-TEST_F(PoolTest, SeesAStoreThatHasTakenTheFormersPlace)
+TEST_F(PoolTest, fileReplacedAtTheSamePath_isReadAtTheNextOpening)
 {
     EMBEDDED_ONLY("about the store's file");
     add(1, 10);
@@ -71,7 +71,7 @@ TEST_F(PoolTest, SeesAStoreThatHasTakenTheFormersPlace)
     EXPECT_EQ(openOnce(), 0);
 }
 
-TEST_F(PoolTest, SeesAFieldThatAnotherStationHasAdded)
+TEST_F(PoolTest, fieldAddedByAnotherStation_isSeenAtTheNextOpening)
 {
     add(1, 10);
     const int before = open()->OpenRecordset(u"Items"_s, dao::dbOpenTable)->FieldCount();
@@ -79,7 +79,7 @@ TEST_F(PoolTest, SeesAFieldThatAnotherStationHasAdded)
     EXPECT_EQ(open()->OpenRecordset(u"Items"_s, dao::dbOpenTable)->FieldCount(), before + 1);
 }
 
-TEST_F(PoolTest, FailsAtOpeningWhileTheFileIsLocked)
+TEST_F(PoolTest, lockedFile_failsAtTheNextOpening)
 {
     EMBEDDED_ONLY("about the store's file");
     add(1, 10);
@@ -90,7 +90,7 @@ TEST_F(PoolTest, FailsAtOpeningWhileTheFileIsLocked)
     EXPECT_EQ(openOnce(), 1);
 }
 
-TEST_F(PoolTest, FailsAtOpeningWhereTheFileHasBecomeNoStore)
+TEST_F(PoolTest, fileThatIsNoLongerAStore_failsAtTheNextOpening)
 {
     EMBEDDED_ONLY("about the store's file");
     add(1, 10);

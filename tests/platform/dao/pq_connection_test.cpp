@@ -1,4 +1,4 @@
-// The layer over the server's client library: parameters, deadlines, copying.
+// Tests the layer over libpq: parameters, deadlines and copying.
 
 #include "platform/dao/postgres/pq_connection.h"
 #include "platform/dao/server_fixture.h"
@@ -25,7 +25,7 @@ protected:
         return through;
     }
 
-    /// The action fails with CallFailed (3146) for want of an answer, and soon.
+    /// Expects that the action throws CallFailed (3146) for a missing answer within a short time.
     void expectNoAnswer(PqConnection& connection, const std::function<void()>& action)
     {
         QElapsedTimer clock;
@@ -40,7 +40,7 @@ protected:
     static constexpr auto manyRows = "COPY (SELECT generate_series(1, 2000000)) TO STDOUT";
 };
 
-TEST_F(PqConnectionTest, SendsValuesUnchangedWhateverTheyContain)
+TEST_F(PqConnectionTest, valuesWithAnyContents_arriveUnchanged)
 {
     PqConnection connection(link(), usual);
     const QString odd = u"it's \"odd\" $1 ? -- \\ שלום"_s;
@@ -51,14 +51,14 @@ TEST_F(PqConnectionTest, SendsValuesUnchangedWhateverTheyContain)
     EXPECT_EQ(answer.rows, std::vector<dao::StoredValues>{expected});
 }
 
-TEST_F(PqConnectionTest, RefusesATextWithAZeroCharacter)
+TEST_F(PqConnectionTest, textWithAZeroCharacter_isRefused)
 {
     PqConnection connection(link(), usual);
     EXPECT_EQ(errorOf([&] { connection.execute(u"SELECT $1"_s, {QString(QChar(u'\0'))}); }), 3421);
     EXPECT_EQ(errorOf([&] { connection.execute(u"SELECT 1"_s); }), 0);
 }
 
-TEST_F(PqConnectionTest, CountsTheRowsThatAStatementChanges)
+TEST_F(PqConnectionTest, statementThatChangesRows_returnsTheirNumber)
 {
     add(1, 10);
     add(2, 10);
@@ -69,7 +69,7 @@ TEST_F(PqConnectionTest, CountsTheRowsThatAStatementChanges)
               2);
 }
 
-TEST_F(PqConnectionTest, ClosesAConnectionThatGivesNoAnswerInTime)
+TEST_F(PqConnectionTest, noAnswerInTime_connectionIsClosed)
 {
     testsupport::ServerProxy proxy(link().port);
     PqConnection connection(linkThrough(proxy), brief);
@@ -78,7 +78,7 @@ TEST_F(PqConnectionTest, ClosesAConnectionThatGivesNoAnswerInTime)
     proxy.cut();
 }
 
-TEST_F(PqConnectionTest, ClosesAConnectionThatStallsInTheMiddleOfACopy)
+TEST_F(PqConnectionTest, stallWhileReadingACopy_connectionIsClosed)
 {
     testsupport::ServerProxy proxy(link().port);
     PqConnection connection(linkThrough(proxy), brief);
@@ -92,7 +92,7 @@ TEST_F(PqConnectionTest, ClosesAConnectionThatStallsInTheMiddleOfACopy)
     proxy.cut();
 }
 
-TEST_F(PqConnectionTest, ClosesAConnectionThatTakesNoMoreRows)
+TEST_F(PqConnectionTest, stallWhileWritingACopy_connectionIsClosed)
 {
     testsupport::ServerProxy proxy(link().port);
     PqConnection connection(linkThrough(proxy), brief);
@@ -107,7 +107,7 @@ TEST_F(PqConnectionTest, ClosesAConnectionThatTakesNoMoreRows)
     proxy.cut();
 }
 
-TEST_F(PqConnectionTest, TellsOfAConnectionThatIsCutInAnAnswer)
+TEST_F(PqConnectionTest, connectionCutDuringAnAnswer_throwsCallFailed)
 {
     testsupport::ServerProxy proxy(link().port);
     PqConnection connection(linkThrough(proxy), brief);
@@ -119,7 +119,7 @@ TEST_F(PqConnectionTest, TellsOfAConnectionThatIsCutInAnAnswer)
     EXPECT_TRUE(connection.isLost());
 }
 
-TEST_F(PqConnectionTest, TellsOfAConnectionThatIsCutInACopy)
+TEST_F(PqConnectionTest, connectionCutDuringACopy_throwsCallFailed)
 {
     testsupport::ServerProxy proxy(link().port);
     PqConnection connection(linkThrough(proxy), usual);
@@ -134,7 +134,7 @@ TEST_F(PqConnectionTest, TellsOfAConnectionThatIsCutInACopy)
     EXPECT_TRUE(connection.isLost());
 }
 
-TEST_F(PqConnectionTest, LogsInToAServerByItsName)
+TEST_F(PqConnectionTest, serverGivenByName_isLoggedInTo)
 {
     dao::Link named = link();
     named.server = u"localhost"_s;
@@ -142,17 +142,17 @@ TEST_F(PqConnectionTest, LogsInToAServerByItsName)
     EXPECT_EQ(connection.execute(u"SELECT 1"_s).rows.front().front(), 1);
 }
 
-TEST_F(PqConnectionTest, NamesAServerWhoseNameIsUnknown)
+TEST_F(PqConnectionTest, unknownServerName_isPartOfTheError)
 {
     dao::Link unknown = link();
-    unknown.server = QString(100, u'x'); // longer than a part of a name may be
+    unknown.server = QString(100, u'x'); // A part of a host name may have at most 63 characters.
     const Failure failure = failureOf([&] { PqConnection connection(unknown, usual); });
     EXPECT_EQ(failure.number, 3151);
     EXPECT_TRUE(failure.text.contains(u"could not translate host name \"xxx"_s))
         << qPrintable(failure.text);
 }
 
-TEST_F(PqConnectionTest, CopiesRowsInAndOut)
+TEST_F(PqConnectionTest, copiedRows_areReadBack)
 {
     PqConnection connection(link(), usual);
     connection.execute(u"CREATE TEMPORARY TABLE copied (n integer)"_s);
@@ -168,7 +168,7 @@ TEST_F(PqConnectionTest, CopiesRowsInAndOut)
     EXPECT_EQ(connection.execute(u"SELECT count(*) FROM copied"_s).rows.front().front(), 3);
 }
 
-TEST_F(PqConnectionTest, KeepsNoRowOfACopyThatIsRefused)
+TEST_F(PqConnectionTest, refusedCopy_storesNoRow)
 {
     PqConnection connection(link(), usual);
     connection.execute(u"CREATE TEMPORARY TABLE copied (n integer)"_s);
@@ -178,7 +178,7 @@ TEST_F(PqConnectionTest, KeepsNoRowOfACopyThatIsRefused)
     EXPECT_EQ(connection.execute(u"SELECT count(*) FROM copied"_s).rows.front().front(), 0);
 }
 
-TEST_F(PqConnectionTest, TellsWhichCopiedRowIsWrong)
+TEST_F(PqConnectionTest, invalidCopiedRow_isNamedInTheError)
 {
     PqConnection connection(link(), usual);
     connection.execute(u"CREATE TEMPORARY TABLE copied (n integer)"_s);

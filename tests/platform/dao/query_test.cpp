@@ -6,7 +6,7 @@ using namespace daotest;
 
 namespace {
 
-TEST(QueryTest, TakesTheTextsOfTheProgramApart)
+TEST(QueryTest, queriesOfTheProgram_areParsed)
 {
     const dao::SelectQuery lines =
         dao::parseQuery(u"SELECT * FROM CUTS WHERE ORDER_NUM = 5 ORDER BY NUM ASC"_s);
@@ -22,7 +22,7 @@ TEST(QueryTest, TakesTheTextsOfTheProgramApart)
     EXPECT_EQ(dao::parseQuery(u" select*from\tx "_s).table, u"x"_s);
 }
 
-TEST(QueryTest, ReadsNumbers)
+TEST(QueryTest, numbersInAnyForm_areParsed)
 {
     struct Case
     {
@@ -42,7 +42,7 @@ TEST(QueryTest, ReadsNumbers)
     }
 }
 
-TEST(QueryTest, RefusesEveryOtherText)
+TEST(QueryTest, otherTexts_areRefused)
 {
     const QStringList texts{
         u""_s,
@@ -85,7 +85,7 @@ class SourceTest : public ItemsTest
 {
 };
 
-TEST_F(SourceTest, TellsWhatIsWrong)
+TEST_F(SourceTest, invalidSource_throwsTheMatchingError)
 {
     const auto database = open();
     const auto error = [&](const QString& source, dao::RecordsetType type) {
@@ -105,7 +105,7 @@ TEST_F(SourceTest, TellsWhatIsWrong)
     EXPECT_EQ(error(u"SELECT * FROM Seen"_s, dao::dbOpenDynaset), 3251);
 }
 
-TEST_F(SourceTest, TakesATableWhateverItsName)
+TEST_F(SourceTest, tableWithAnyName_canBeOpened)
 {
     sql(u"CREATE TABLE \"odd \"\"name' %1?:x\" (\"a \"\"b\" LONG, \"select\" TEXT(5))"_s);
     const auto rows = table(u"odd \"name' %1?:x"_s);

@@ -17,7 +17,7 @@ QByteArray hex(const RowWriter& row)
 
 } // namespace
 
-TEST(RowBytesTest, AreThoseOfABinaryCopy)
+TEST(RowBytesTest, row_hasTheBytesOfABinaryCopy)
 {
     RowWriter row;
     row.begin(3);
@@ -27,7 +27,7 @@ TEST(RowBytesTest, AreThoseOfABinaryCopy)
     EXPECT_EQ(hex(row), "00 03 ff ff ff ff 00 00 00 02 ff ff 00 00 00 04 00 00 01 02");
     row.clear();
     row.begin(1);
-    row.addDouble(-2.5); // sign, exponent 1024, a quarter
+    row.addDouble(-2.5); // The sign, the exponent 1024 and a fraction of a quarter.
     EXPECT_EQ(hex(row), "00 01 00 00 00 08 c0 04 00 00 00 00 00 00");
     row.clear();
     row.begin(2);
@@ -36,11 +36,11 @@ TEST(RowBytesTest, AreThoseOfABinaryCopy)
     EXPECT_EQ(hex(row), "00 02 00 00 00 03 d7 90 7a 00 00 00 00");
     row.clear();
     row.begin(1);
-    row.addMoment(1); // a second after the beginning of 2000: a million microseconds
+    row.addMoment(1); // One second after the start of 2000, which is a million microseconds.
     EXPECT_EQ(hex(row), "00 01 00 00 00 08 00 00 00 00 00 0f 42 40");
 }
 
-TEST(RowBytesTest, KnowOneZero)
+TEST(RowBytesTest, negativeZero_isWrittenAsZero)
 {
     RowWriter negative;
     negative.addDouble(-0.0);
@@ -49,7 +49,7 @@ TEST(RowBytesTest, KnowOneZero)
     EXPECT_EQ(hex(negative), hex(positive));
 }
 
-TEST(RowBytesTest, AreReadFieldByField)
+TEST(RowBytesTest, writtenRow_isReadFieldByField)
 {
     RowWriter row;
     row.begin(6);
@@ -68,7 +68,7 @@ TEST(RowBytesTest, AreReadFieldByField)
     EXPECT_EQ(dao::momentOf(reader.next().value()), -1);
 }
 
-TEST(RowBytesTest, CutAMomentToTheSecondBefore)
+TEST(RowBytesTest, momentWithAFraction_isRoundedDownToTheSecond)
 {
     const QByteArray late = QByteArray::fromHex("00000000000f423f"); // 0.999999 s
     EXPECT_EQ(dao::momentOf(late), 0);

@@ -9,8 +9,8 @@ namespace {
 
 const QString inOrder = u"SELECT * FROM Orders Order by Number"_s;
 
-/// A table in the order of its key, stored from the last number to the first, so that no row's own
-/// number follows from its key.
+/// Provides a table whose rows were added in descending order of their keys, so that a row id
+/// cannot be derived from its key.
 class RowListTest : public DaoTest
 {
 protected:
@@ -38,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(RowListTest, GivesAllRowsInOrderFromBothEnds)
+TEST_F(RowListTest, keysWithoutGaps_giveAllRowsInOrderFromBothEnds)
 {
     addDown(150, 1);
     const auto rows = dynaset(inOrder);
@@ -50,7 +50,7 @@ TEST_F(RowListTest, GivesAllRowsInOrderFromBothEnds)
     EXPECT_TRUE(rows->isBof());
 }
 
-TEST_F(RowListTest, KnowsKeysWithoutGapsByTheirEnds)
+TEST_F(RowListTest, keysWithoutGaps_areRepresentedByTheirEnds)
 {
     addDown(150, 11);
     const auto database = open();
@@ -64,7 +64,7 @@ TEST_F(RowListTest, KnowsKeysWithoutGapsByTheirEnds)
     EXPECT_FALSE(rows.keyRun(driver, 0));
 }
 
-TEST_F(RowListTest, ShowsNoRowThatOthersAddAfterwards)
+TEST_F(RowListTest, rowAddedByOthersLater_isNotInTheList)
 {
     addDown(3, 1);
     const auto rows = dynaset(inOrder);
@@ -76,7 +76,7 @@ TEST_F(RowListTest, ShowsNoRowThatOthersAddAfterwards)
     EXPECT_EQ(rest(*rows), (QVariantList{0, 1, 2, 3, 4}));
 }
 
-TEST_F(RowListTest, KeepsThePlaceOfARowThatOthersDeleteBeforeItIsCome)
+TEST_F(RowListTest, rowDeletedBeforeItIsRead_keepsItsPosition)
 {
     addDown(100, 1);
     const auto rows = dynaset(inOrder);
@@ -90,11 +90,12 @@ TEST_F(RowListTest, KeepsThePlaceOfARowThatOthersDeleteBeforeItIsCome)
     EXPECT_EQ(rows->Fields(0).Value(), 98);
 }
 
-TEST_F(RowListTest, FindsARowThatHasNotBeenComeTo)
+TEST_F(RowListTest, rowNotReadYet_isFoundByItsKey)
 {
     addDown(200, 1);
     const auto rows = dynaset(inOrder);
-    const auto key = table(u"Orders"_s)->currentKey(); // stored first, so the last in order
+    const auto key =
+        table(u"Orders"_s)->currentKey(); // This row was added first and is the last in order.
     EXPECT_TRUE(rows->moveToKey(key));
     EXPECT_EQ(rows->Fields(0).Value(), 200);
     EXPECT_EQ(rows->RecordCount(), 200);
@@ -105,7 +106,7 @@ TEST_F(RowListTest, FindsARowThatHasNotBeenComeTo)
     EXPECT_FALSE(rows->moveToKey(later.toLongLong() + 1));
 }
 
-TEST_F(RowListTest, TakesAwayAndAddsInTheMiddleOfWhatIsNotKnownYet)
+TEST_F(RowListTest, rowsRemovedAndAddedAmongUnreadOnes_keepTheOrder)
 {
     addDown(300, 1);
     const auto rows = dynaset(inOrder);
@@ -130,7 +131,7 @@ TEST_F(RowListTest, TakesAwayAndAddsInTheMiddleOfWhatIsNotKnownYet)
     EXPECT_EQ(pages->value(298, 0), 300);
 }
 
-TEST_F(RowListTest, PagesGiveRowsThatTheRecordsetHasNotComeTo)
+TEST_F(RowListTest, pages_readRowsThatTheRecordsetHasNotReached)
 {
     addDown(200, 1);
     const auto rows = dynaset(inOrder);
@@ -142,14 +143,14 @@ TEST_F(RowListTest, PagesGiveRowsThatTheRecordsetHasNotComeTo)
     EXPECT_EQ(rows->Fields(0).Value(), 200);
 }
 
-TEST_F(RowListTest, GivesAllRowsWhereTheKeysHaveGaps)
+TEST_F(RowListTest, keysWithGaps_giveAllRows)
 {
     for (const int number : {9, 2, 5, -3})
         add(number);
     EXPECT_EQ(rest(*dynaset(inOrder)), (QVariantList{-3, 2, 5, 9}));
 }
 
-TEST_F(RowListTest, GivesAllRowsWhereTheKeysLieAWorldApart)
+TEST_F(RowListTest, lowestAndHighestPossibleKeys_giveAllRows)
 {
     EMBEDDED_ONLY("a server stores nothing that a type does not take");
     add(std::numeric_limits<qlonglong>::max());
@@ -162,12 +163,12 @@ TEST_F(RowListTest, GivesAllRowsWhereTheKeysLieAWorldApart)
     EXPECT_EQ(rows->Fields(0).Value(), 1);
 }
 
-TEST_F(RowListTest, GivesAllRowsWhereAKeyIsNullOrNoWholeNumber)
+TEST_F(RowListTest, keyThatIsNullOrNotAWholeNumber_givesAllRows)
 {
     EMBEDDED_ONLY("a server's key is never Null");
     for (const int number : {4, 1, 2})
         add(number);
-    add(QVariant()); // four rows, as many as there are numbers from 1 to 4
+    add(QVariant()); // There are four rows, and four numbers from 1 to 4.
     const auto rows = dynaset(inOrder);
     rows->MoveLast();
     EXPECT_EQ(rows->RecordCount(), 4);
@@ -182,7 +183,7 @@ TEST_F(RowListTest, GivesAllRowsWhereAKeyIsNullOrNoWholeNumber)
     EXPECT_EQ(others->RecordCount(), 4);
 }
 
-TEST_F(RowListTest, GivesAllRowsOfATableWithoutThatKey)
+TEST_F(RowListTest, tableWithoutAPrimaryKey_givesAllRows)
 {
     sql(u"CREATE TABLE Plain (Number LONG, Name TEXT(20))"_s);
     for (const int number : {2, 1, 3, 3})

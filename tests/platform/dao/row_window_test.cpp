@@ -16,7 +16,7 @@ std::vector<std::string> page(std::size_t start, std::size_t count = 4)
     return rows;
 }
 
-/// The rows of the first 40 that are kept, as one text of their numbers.
+/// Returns the numbers of the cached rows among the first 40 as one text.
 std::string kept(const Window& window)
 {
     std::string all;
@@ -29,7 +29,7 @@ std::string kept(const Window& window)
     return all;
 }
 
-TEST(RowWindowTest, KnowsThePageOfARow)
+TEST(RowWindowTest, pageStart_isTheFirstRowOfThePage)
 {
     const Window window(4, 2);
     EXPECT_EQ(window.pageStart(0), 0u);
@@ -38,7 +38,7 @@ TEST(RowWindowTest, KnowsThePageOfARow)
     EXPECT_EQ(window.pageStart(39), 36u);
 }
 
-TEST(RowWindowTest, KeepsAsManyPagesAsItMay)
+TEST(RowWindowTest, pagesUpToTheLimit_areKept)
 {
     Window window(4, 2);
     EXPECT_EQ(kept(window), "");
@@ -49,7 +49,7 @@ TEST(RowWindowTest, KeepsAsManyPagesAsItMay)
     EXPECT_EQ(kept(window), "8 9 10 11 20 21 22 23 ");
 }
 
-TEST(RowWindowTest, GivesUpThePageUnusedForLongest)
+TEST(RowWindowTest, pageAboveTheLimit_replacesTheLeastRecentlyUsedOne)
 {
     Window window(4, 2);
     window.keep(0, page(0));
@@ -60,7 +60,7 @@ TEST(RowWindowTest, GivesUpThePageUnusedForLongest)
     EXPECT_EQ(kept(window), "0 1 2 3 20 21 22 23 ");
 }
 
-TEST(RowWindowTest, ReplacesAPageThatIsKeptAgain)
+TEST(RowWindowTest, pageKeptAgain_isReplaced)
 {
     Window window(4, 2);
     window.keep(0, page(0));
@@ -69,7 +69,7 @@ TEST(RowWindowTest, ReplacesAPageThatIsKeptAgain)
     EXPECT_EQ(kept(window), "0 1 2 3 4 5 ");
 }
 
-TEST(RowWindowTest, ForgetsOneRow)
+TEST(RowWindowTest, forgottenRow_isNoLongerFound)
 {
     Window window(4, 2);
     window.keep(0, page(0));
@@ -80,7 +80,7 @@ TEST(RowWindowTest, ForgetsOneRow)
     EXPECT_EQ(kept(window), "0 2 3 4 ");
 }
 
-TEST(RowWindowTest, ForgetsThePagesFromARemovedRowOn)
+TEST(RowWindowTest, rowRemoved_pagesFromItOnAreDiscarded)
 {
     Window window(4, 4);
     for (std::size_t start : {0u, 4u, 8u})

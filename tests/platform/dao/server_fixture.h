@@ -41,7 +41,7 @@ protected:
     void writeLink(const dao::Link& link) { writeFile(dao::linkText(link)); }
     const dao::Link& link() const { return server_->link(); }
 
-    /// Ends every connection to the store but those of the test's own hand.
+    /// Closes every connection to the store except those of the test itself.
     void endConnections()
     {
         raw_.reset();

@@ -1,4 +1,4 @@
-// How statements reach a server: what it keeps of them, and how often it is asked.
+// Tests which statements the server keeps prepared, and how many statements are sent.
 
 #include "platform/dao/engine/session.h"
 #include "platform/dao/server_fixture.h"
@@ -13,7 +13,7 @@ namespace {
 
 using ServerStatementsTest = ServerTest;
 
-/// How many statements the server keeps for the database's connection, but for the greeting.
+/// Returns the number of statements that the server keeps prepared, without the greeting.
 int keptStatements(dao::Database& database)
 {
     return database.session()
@@ -23,7 +23,7 @@ int keptStatements(dao::Database& database)
         .toInt();
 }
 
-TEST_F(ServerStatementsTest, KeepsStatementsThatComeAgain)
+TEST_F(ServerStatementsTest, repeatedStatement_isPrepared)
 {
     add(1, 10);
     add(2, 20);
@@ -41,7 +41,7 @@ TEST_F(ServerStatementsTest, KeepsStatementsThatComeAgain)
     EXPECT_EQ(keptStatements(*database), 1);
 }
 
-TEST_F(ServerStatementsTest, ComparesANumberAsItIsWrittenHoweverOften)
+TEST_F(ServerStatementsTest, numberInARepeatedStatement_isComparedExactly)
 {
     add(1, 2);
     const auto database = open();
@@ -60,7 +60,7 @@ TEST_F(ServerStatementsTest, ComparesANumberAsItIsWrittenHoweverOften)
     }
 }
 
-TEST_F(ServerStatementsTest, RunsAKeptStatementOverATableThatHasChanged)
+TEST_F(ServerStatementsTest, preparedStatementAfterATableChange_isExecuted)
 {
     add(1, 10);
     const auto database = open();
@@ -77,7 +77,7 @@ TEST_F(ServerStatementsTest, RunsAKeptStatementOverATableThatHasChanged)
     EXPECT_EQ(rows->Fields(u"Num"_s).Value(), 10);
 }
 
-TEST_F(ServerStatementsTest, KeepsNoStatementInATransaction)
+TEST_F(ServerStatementsTest, statementInATransaction_isNotPrepared)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);
@@ -88,14 +88,14 @@ TEST_F(ServerStatementsTest, KeepsNoStatementInATransaction)
     rows->database()->Rollback();
 }
 
-TEST_F(ServerStatementsTest, GreetsOnceWhileAnEventIsHandled)
+TEST_F(ServerStatementsTest, openingsInOneEvent_sendOneGreeting)
 {
     const testsupport::ServerProxy proxy(link().port);
     dao::Link counted = link();
     counted.server = u"127.0.0.1"_s;
     counted.port = proxy.port();
     writeLink(counted);
-    open(); // logs in
+    open(); // The first opening logs in.
     QList<int> trips;
     const auto openTwice = [&] {
         const int before = proxy.roundTrips();
@@ -116,7 +116,7 @@ TEST_F(ServerStatementsTest, GreetsOnceWhileAnEventIsHandled)
     EXPECT_EQ(trips, (QList<int>{1, 1, 2})) << "each event asks anew, and what is no event too";
 }
 
-TEST_F(ServerStatementsTest, SeesWhatTheSameEventHasMadeOfTheTables)
+TEST_F(ServerStatementsTest, tableChangedInTheSameEvent_isSeenAtTheNextOpening)
 {
     bool seen = false;
     QEventLoop loop;

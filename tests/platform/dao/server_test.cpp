@@ -1,5 +1,5 @@
-// What only a store on a server meets: log-ins that fail, connections that die, tables that other
-// programs have made.
+// Tests what can happen only with a store on a server: failed log-ins, lost connections, and tables
+// that other programs have created.
 
 #include "platform/dao/engine/connection.h"
 #include "platform/dao/examination.h"
@@ -16,10 +16,10 @@ using namespace daotest;
 
 namespace {
 
-/// Milliseconds. A wait that has a bound of a few seconds ends within this on a busy machine too.
+/// The upper limit in milliseconds for a timeout of a few seconds, also on a busy machine.
 constexpr qint64 busyMachine = 30000;
 
-TEST_F(ServerTest, NamesTheServerThatItCannotReach)
+TEST_F(ServerTest, unreachableServer_isNamedInTheError)
 {
     dao::Link lost = link();
     lost.port = 1;
@@ -35,7 +35,7 @@ TEST_F(ServerTest, NamesTheServerThatItCannotReach)
     EXPECT_TRUE(refused.text.contains(u"Connection refused"_s)) << qPrintable(refused.text);
 }
 
-TEST_F(ServerTest, TellsWhyALogInIsRefused)
+TEST_F(ServerTest, refusedLogIn_givesTheReason)
 {
     dao::Link wrong = link();
     wrong.user = u"nobody here"_s;
@@ -53,12 +53,12 @@ TEST_F(ServerTest, TellsWhyALogInIsRefused)
         << qPrintable(database.text);
     wrong = link();
     wrong.server = u"127.0.0.1"_s;
-    wrong.tls = u"require"_s; // this server has no certificate
+    wrong.tls = u"require"_s; // The test server has no certificate.
     writeLink(wrong);
     EXPECT_EQ(errorOf([&] { open(); }), 3151);
 }
 
-TEST_F(ServerTest, OpensByTheLoopbackAddressToo)
+TEST_F(ServerTest, loopbackAddress_canBeOpened)
 {
     dao::Link address = link();
     address.server = u"127.0.0.1"_s;
@@ -67,7 +67,7 @@ TEST_F(ServerTest, OpensByTheLoopbackAddressToo)
     EXPECT_EQ(table(u"Items"_s)->RecordCount(), 0);
 }
 
-/// A socket that takes connections and never says a word.
+/// A socket that accepts connections and never answers.
 class SilentServer
 {
 public:
@@ -93,7 +93,7 @@ private:
     int port_ = 0;
 };
 
-TEST_F(ServerTest, WaitsForASilentServerInBounds)
+TEST_F(ServerTest, silentServer_failsWithinTheTimeout)
 {
     const SilentServer silent;
     dao::Link silence = link();
@@ -106,7 +106,7 @@ TEST_F(ServerTest, WaitsForASilentServerInBounds)
     EXPECT_LT(clock.elapsed(), busyMachine);
 }
 
-TEST_F(ServerTest, RefusesADatabaseThatCannotHoldEveryText)
+TEST_F(ServerTest, databaseWithAnotherEncoding_isRefused)
 {
     testsupport::runAsKeeper(u"CREATE DATABASE narrow TEMPLATE template0 ENCODING 'LATIN1'"_s);
     dao::Link narrow = link();
@@ -118,7 +118,7 @@ TEST_F(ServerTest, RefusesADatabaseThatCannotHoldEveryText)
     testsupport::runAsKeeper(u"DROP DATABASE narrow WITH (FORCE)"_s);
 }
 
-TEST_F(ServerTest, RefusesADamagedLink)
+TEST_F(ServerTest, damagedLink_isRefused)
 {
     writeFile("Zomrel store link 1\nserver = h\n");
     const Failure failure = failureOf([&] { open(); });
@@ -128,7 +128,7 @@ TEST_F(ServerTest, RefusesADamagedLink)
     EXPECT_TRUE(failureOf([&] { open(); }).text.contains(u"it is too long"_s));
 }
 
-TEST_F(ServerTest, ReplacesADeadConnectionOfThePool)
+TEST_F(ServerTest, lostPooledConnection_isReplacedAtOpening)
 {
     add(1, 10);
     open();
@@ -137,7 +137,7 @@ TEST_F(ServerTest, ReplacesADeadConnectionOfThePool)
     EXPECT_EQ(table(u"Items"_s)->Fields(u"Num"_s).Value(), 10);
 }
 
-TEST_F(ServerTest, ReplacesADeadConnectionBetweenTwoCalls)
+TEST_F(ServerTest, connectionLostBetweenTwoCalls_isReplaced)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);
@@ -150,7 +150,7 @@ TEST_F(ServerTest, ReplacesADeadConnectionBetweenTwoCalls)
     EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 11);
 }
 
-TEST_F(ServerTest, LosesATransactionWithItsConnection)
+TEST_F(ServerTest, connectionLostInATransaction_losesTheTransaction)
 {
     add(1, 10);
     const auto rows = dynaset(u"Items"_s);
@@ -167,7 +167,7 @@ TEST_F(ServerTest, LosesATransactionWithItsConnection)
     EXPECT_EQ(errorOf([&] { rows->Move(0); }), 0) << "nothing is under way any more";
 }
 
-TEST_F(ServerTest, KeepsNothingOfATransactionThatHasFailed)
+TEST_F(ServerTest, failedTransaction_storesNothing)
 {
     add(1, 10);
     add(2, 20);
@@ -185,7 +185,7 @@ TEST_F(ServerTest, KeepsNothingOfATransactionThatHasFailed)
     EXPECT_EQ(scalar(u"SELECT min(Num) FROM Items"_s), 10);
 }
 
-TEST_F(ServerTest, KeepsATransactionToItsOwnDatabase)
+TEST_F(ServerTest, transaction_isNotVisibleToAnotherDatabase)
 {
     add(1, 10);
     const auto other = dynaset(u"Items"_s);
@@ -201,7 +201,7 @@ TEST_F(ServerTest, KeepsATransactionToItsOwnDatabase)
     EXPECT_EQ(other->Fields(u"Num"_s).Value(), 11);
 }
 
-TEST_F(ServerTest, FailsWhereTheConnectionDiesInACall)
+TEST_F(ServerTest, connectionLostDuringACall_throwsCallFailed)
 {
     add(1, 10);
     dao::DBEngine::instance().Workspaces(0).setLockWait(std::chrono::seconds(20));
@@ -226,7 +226,7 @@ TEST_F(ServerTest, FailsWhereTheConnectionDiesInACall)
     EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 10) << "nothing half-written";
 }
 
-TEST_F(ServerTest, WaitsForAnAnswerInBounds)
+TEST_F(ServerTest, answerThatIsLate_failsWithinTheTimeout)
 {
     add(1, 10);
     dao::Workspace& workspace = dao::DBEngine::instance().Workspaces(0);
@@ -239,12 +239,12 @@ TEST_F(ServerTest, WaitsForAnAnswerInBounds)
     const Failure failure = failureOf([&] { rows->Move(0); });
     EXPECT_EQ(failure.number, 3146);
     EXPECT_TRUE(failure.text.contains(u"no answer within 1 s"_s)) << qPrintable(failure.text);
-    EXPECT_LT(clock.elapsed(), busyMachine); // and so not by the wait for a lock
+    EXPECT_LT(clock.elapsed(), busyMachine); // It did not wait for the lock.
     sql(u"COMMIT"_s);
     EXPECT_EQ(errorOf([&] { rows->Move(0); }), 0);
 }
 
-TEST_F(ServerTest, NamesATableThatItCannotNumber)
+TEST_F(ServerTest, tableWithoutRowIds_isNamedInTheError)
 {
     sql(u"SELECT 1"_s);
     raw_->exactly(u"CREATE TABLE \"Foreign\" (a integer, b boolean, c uuid)"_s);
@@ -258,7 +258,7 @@ TEST_F(ServerTest, NamesATableThatItCannotNumber)
               QStringList(u"table 'Foreign' has no column zomrel_row"_s));
 }
 
-TEST_F(ServerTest, TellsTablesApartThatDifferInCaseAlone)
+TEST_F(ServerTest, tablesThatDifferOnlyInCase_areDistinguished)
 {
     sql(u"CREATE TABLE T (A LONG)"_s);
     raw_->exactly(u"CREATE TABLE t (b integer, zomrel_row bigint GENERATED ALWAYS AS IDENTITY)"_s);
@@ -266,7 +266,7 @@ TEST_F(ServerTest, TellsTablesApartThatDifferInCaseAlone)
     EXPECT_EQ(table(u"T"_s)->Fields(0).Name(), u"A"_s);
 }
 
-TEST_F(ServerTest, ReadsNumbersOfWiderTypesWhereTheyFit)
+TEST_F(ServerTest, numbersOfWiderTypes_areReadIfTheyFit)
 {
     for (const int number : {7, -7, 0})
         add(10 + number, number);
@@ -284,7 +284,7 @@ TEST_F(ServerTest, ReadsNumbersOfWiderTypesWhereTheyFit)
     EXPECT_EQ(errorOf([&] { items->Fields(u"Num"_s).Value(); }), 6);
 }
 
-TEST_F(ServerTest, WritesNothingWhereItMayNot)
+TEST_F(ServerTest, readOnlyStore_isNotWritten)
 {
     add(1, 10);
     raw_.reset();
@@ -297,7 +297,7 @@ TEST_F(ServerTest, WritesNothingWhereItMayNot)
     EXPECT_EQ(errorOf([&] { rows->Delete(); }), 3027);
 }
 
-TEST_F(ServerTest, TellsWhatARoleMayNot)
+TEST_F(ServerTest, missingRights_throwPermissionDenied)
 {
     add(1, 10);
     testsupport::runAsKeeper(u"DO $$ BEGIN IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = "
@@ -315,7 +315,7 @@ TEST_F(ServerTest, TellsWhatARoleMayNot)
     raw_->exactly(u"DROP OWNED BY reader"_s);
 }
 
-TEST_F(ServerTest, KeepsItsConnectionWhereAStatementIsRefused)
+TEST_F(ServerTest, refusedStatement_keepsTheConnection)
 {
     add(1, 10);
     add(2, 20);
@@ -332,7 +332,7 @@ TEST_F(ServerTest, KeepsItsConnectionWhereAStatementIsRefused)
     EXPECT_EQ(dao::EngineConnection::living(), 1);
 }
 
-TEST_F(ServerTest, KeepsEveryCommitDurable)
+TEST_F(ServerTest, synchronousCommitOff_isTurnedOnAtOpening)
 {
     raw_.reset();
     testsupport::runAsKeeper(
@@ -341,14 +341,14 @@ TEST_F(ServerTest, KeepsEveryCommitDurable)
     EXPECT_EQ(database->session().rows(u"SHOW synchronous_commit"_s).front().front(), u"on"_s);
 }
 
-TEST_F(ServerTest, CopiesNoFile)
+TEST_F(ServerTest, copyToAFile_isRefused)
 {
     const QString copy = folder_.filePath(u"copy.mdb"_s);
     EXPECT_EQ(errorOf([&] { open()->CopyTo(copy); }), 3251);
     EXPECT_FALSE(QFile::exists(copy));
 }
 
-TEST_F(ServerTest, CountsOnBesideAStationThatAssignsNumbers)
+TEST_F(ServerTest, anotherStationAssignsNumbers_counterContinues)
 {
     const auto database = open();
     dao::TableDef made = database->CreateTableDef(u"Counted"_s);

@@ -8,14 +8,14 @@ class TableRecordsetTest : public ItemsTest
 {
 };
 
-TEST_F(TableRecordsetTest, GoesInTheTablesOwnOrderWithoutAnIndex)
+TEST_F(TableRecordsetTest, withoutAnIndex_rowsAreInTheTablesOwnOrder)
 {
     for (int code : {5, 2, 9})
         add(code, 100 - code);
     EXPECT_EQ(rest(*table(u"Items"_s), u"Code"_s), (QVariantList{5, 2, 9}));
 }
 
-TEST_F(TableRecordsetTest, GoesInTheOrderOfItsIndexBothWays)
+TEST_F(TableRecordsetTest, withAnIndex_rowsAreInItsOrderBothWays)
 {
     add(5, 20);
     add(2, 30);
@@ -35,7 +35,7 @@ TEST_F(TableRecordsetTest, GoesInTheOrderOfItsIndexBothWays)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 9);
 }
 
-TEST_F(TableRecordsetTest, GoesThroughEqualAndNullIndexValuesInStoredOrder)
+TEST_F(TableRecordsetTest, equalAndNullIndexValues_areInInsertionOrder)
 {
     add(4, 7);
     add(8, QVariant());
@@ -52,7 +52,7 @@ TEST_F(TableRecordsetTest, GoesThroughEqualAndNullIndexValuesInStoredOrder)
     EXPECT_EQ(backwards, (QVariantList{2, 1, 4, 3, 6, 8}));
 }
 
-TEST_F(TableRecordsetTest, GoesByAnIndexOfTwoFields)
+TEST_F(TableRecordsetTest, indexOfTwoFields_sortsByBoth)
 {
     sql(u"CREATE TABLE Pairs (A LONG, B TEXT(5), Id LONG)"_s);
     sql(u"CREATE INDEX Both ON Pairs (A, B)"_s);
@@ -69,7 +69,7 @@ TEST_F(TableRecordsetTest, GoesByAnIndexOfTwoFields)
     EXPECT_EQ(backwards, (QVariantList{6, 1, 5, 3, 2, 4}));
 }
 
-TEST_F(TableRecordsetTest, CountsExactlyAndLive)
+TEST_F(TableRecordsetTest, rowsOfOtherStations_areCounted)
 {
     const auto rows = table(u"Items"_s);
     EXPECT_EQ(rows->RecordCount(), 0);
@@ -84,7 +84,7 @@ TEST_F(TableRecordsetTest, CountsExactlyAndLive)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 2);
 }
 
-TEST_F(TableRecordsetTest, SeesRowsThatOthersPutInItsWay)
+TEST_F(TableRecordsetTest, rowAddedByOthersAhead_isReached)
 {
     add(1, 10);
     add(2, 30);
@@ -98,7 +98,7 @@ TEST_F(TableRecordsetTest, SeesRowsThatOthersPutInItsWay)
     EXPECT_TRUE(rows->isEof());
 }
 
-TEST_F(TableRecordsetTest, GoesOnFromItsPlaceWhereItsRowIsGone)
+TEST_F(TableRecordsetTest, currentRowDeletedByOthers_nextMoveContinuesThere)
 {
     for (int code : {1, 2, 3})
         add(code, 10 * code);
@@ -111,7 +111,7 @@ TEST_F(TableRecordsetTest, GoesOnFromItsPlaceWhereItsRowIsGone)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 3);
 }
 
-TEST_F(TableRecordsetTest, GoesFromADeletedRowToTheNext)
+TEST_F(TableRecordsetTest, moveFromADeletedRow_goesToTheNext)
 {
     for (int code : {1, 2, 3})
         add(code, 40 - 10 * code);
@@ -127,7 +127,7 @@ TEST_F(TableRecordsetTest, GoesFromADeletedRowToTheNext)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 1);
 }
 
-TEST_F(TableRecordsetTest, MovesWithTheIndexValueThatItChanges)
+TEST_F(TableRecordsetTest, indexValueChanged_moveContinuesFromTheNewValue)
 {
     for (int code : {1, 2, 3})
         add(code, 10 * code);
@@ -141,7 +141,7 @@ TEST_F(TableRecordsetTest, MovesWithTheIndexValueThatItChanges)
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 3);
 }
 
-TEST_F(TableRecordsetTest, MovesByManyRows)
+TEST_F(TableRecordsetTest, moveByManyRows_stopsAtTheEnds)
 {
     for (int code = 1; code <= 9; ++code)
         add(code, code);
@@ -158,7 +158,7 @@ TEST_F(TableRecordsetTest, MovesByManyRows)
     EXPECT_TRUE(rows->isBof());
 }
 
-TEST_F(TableRecordsetTest, SeeksTheFirstRowOfAKey)
+TEST_F(TableRecordsetTest, seek_findsTheFirstRowOfAKey)
 {
     add(1, 7);
     add(2, 5);
@@ -174,7 +174,7 @@ TEST_F(TableRecordsetTest, SeeksTheFirstRowOfAKey)
     EXPECT_EQ(errorOf([&] { rows->Seek(u">"_s, 5); }), 3251);
 }
 
-TEST_F(TableRecordsetTest, StandsNowhereAfterASeekThatFindsNothing)
+TEST_F(TableRecordsetTest, seekWithoutAMatch_leavesNoCurrentRow)
 {
     add(1, 7);
     const auto rows = table(u"Items"_s);
@@ -193,7 +193,7 @@ TEST_F(TableRecordsetTest, StandsNowhereAfterASeekThatFindsNothing)
     EXPECT_FALSE(rows->NoMatch());
 }
 
-TEST_F(TableRecordsetTest, TakesNoNameThatIsNoIndex)
+TEST_F(TableRecordsetTest, unknownIndexName_isRefused)
 {
     const auto rows = table(u"Items"_s);
     EXPECT_EQ(errorOf([&] { rows->SetIndex(u"Num"_s); }), 3015);
@@ -203,7 +203,7 @@ TEST_F(TableRecordsetTest, TakesNoNameThatIsNoIndex)
     EXPECT_EQ(errorOf([&] { dynaset(u"Items"_s)->Seek(u"="_s, 1); }), 3251);
 }
 
-TEST_F(TableRecordsetTest, LeavesTheCurrentRowCurrentAfterAddNew)
+TEST_F(TableRecordsetTest, addNew_leavesTheCurrentRowCurrent)
 {
     add(1, 10);
     const auto rows = table(u"Items"_s);
@@ -216,7 +216,7 @@ TEST_F(TableRecordsetTest, LeavesTheCurrentRowCurrentAfterAddNew)
     EXPECT_EQ(rows->RecordCount(), 2);
 }
 
-TEST_F(TableRecordsetTest, MakesTheFirstRowOfAllCurrentWhenItIsAdded)
+TEST_F(TableRecordsetTest, firstRowAddedToAnEmptyTable_becomesCurrent)
 {
     const auto rows = table(u"Items"_s);
     rows->SetIndex(u"PrimaryKey"_s);
