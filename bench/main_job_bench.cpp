@@ -49,7 +49,7 @@ public:
         database_ = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"bare"_s);
         database_.setDatabaseName(store_.path());
         database_.open();
-        QSqlQuery(database_).exec(u"PRAGMA synchronous = FULL"_s);
+        QSqlQuery(database_).exec(u"PRAGMA synchronous = EXTRA"_s);
         store_.addOrder(1);
         store_.addLine(1, 1);
         insert_ = std::make_unique<QSqlQuery>(database_);
