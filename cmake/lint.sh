@@ -72,7 +72,7 @@ awk '
   }' "$work/rooms" "$work/includes" >"$work/arrows"
 [ ! -s "$work/arrows" ] || fail "Includes against the arrows:" "$work/arrows"
 
-# One file of the object model picks the engine; the others know none.
+# Only engines.cpp may include the rooms of the engines.
 grep -E '^src/platform/dao/[^/]* src/platform/dao/(sqlite|postgres)/' "$work/includes" |
   grep -v '^src/platform/dao/engines\.cpp ' >"$work/engines" || true
 [ ! -s "$work/engines" ] || fail "An engine outside of engines.cpp:" "$work/engines"

@@ -3,17 +3,17 @@
 #   tests/hostile_machine.sh fonts   after installing further fonts, which stay installed
 #   tests/hostile_machine.sh load    while other processes use all cores and write to the disk
 #   tests/hostile_machine.sh user    as an ordinary user with foreign settings
-#   tests/hostile_machine.sh all     the three, one after the other
-# Further arguments go to CTest (for example -R input_boxes). Has to be run as root, after ./test or
-# another build. ZOMREL_PRESET names another preset than the one for development.
+#   tests/hostile_machine.sh all     all three, one after the other
+# Further arguments are passed to CTest (for example -R input_boxes). Run this script as root, after ./test or
+# another build. ZOMREL_PRESET selects a preset other than dev.
 set -eu
 cd "$(dirname "$0")/.."
 preset=${ZOMREL_PRESET:-dev}
 build=build/$preset
 tester=zomrel-tester
 
-# Among them are families that systems prefer to the usual defaults, for Latin, for Hebrew and for
-# fixed pitch, and ones that stand in for Arial.
+# These packages contain font families that systems prefer to the usual defaults (Latin, Hebrew and fixed-pitch),
+# and families that replace Arial.
 fonts="fonts-noto-core fonts-noto-mono fonts-roboto-unhinted fonts-open-sans fonts-lato
   fonts-cantarell fonts-freefont-ttf fonts-droid-fallback fonts-croscore fonts-crosextra-carlito
   fonts-crosextra-caladea fonts-inconsolata fonts-hack fonts-firacode fonts-jetbrains-mono
@@ -30,7 +30,7 @@ with_fonts() {
   run_tests "$@"
 }
 
-# No process of the load outlives this script by much, however it ends.
+# If this script is killed, the processes of the load end after this time.
 load_limit=2h
 
 end_load() {
@@ -58,7 +58,7 @@ with_load() {
   return "$status"
 }
 
-# What the tests write to below the build folder: the folder itself and these.
+# Makes a user the owner of the build folder and of the folders in it into which the tests write.
 give_results_to() {
   mkdir -p "$build/Testing" "$build/server" "$build/reliability"
   chown "$1" "$build"
