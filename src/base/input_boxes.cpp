@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Returns false for focus events that are caused by a menu or by switching to another program. In
-/// these cases no other control of this program gets the focus.
+/// Returns false for focus events that a menu or a switch to another program causes. After such an
+/// event no other control of this program has the focus.
 bool countsAsChange(const QFocusEvent& event)
 {
     switch (event.reason()) {
@@ -30,8 +30,8 @@ bool countsAsChange(const QFocusEvent& event)
     }
 }
 
-/// Returns a fixed-pitch font of families that the program's packages install. The system's default
-/// fixed font depends on what else is installed and may not even have a fixed pitch.
+/// Returns a fixed-pitch font. Its families are installed with the program's packages. The system's
+/// default fixed font depends on what else is installed and may not even have a fixed pitch.
 QFont fixedPitchFont()
 {
     QFont font;
@@ -177,7 +177,8 @@ void SignBox::lostFocus()
 
 void SignBox::inputMethodEvent(QInputMethodEvent* event)
 {
-    // An input method would bypass keyDown and its sign filter.
+    // A sign box ignores input methods, because their text would bypass the check of the typed
+    // sign.
     event->ignore();
 }
 
@@ -200,7 +201,7 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->setSpacing(0);
     for (MeasureBox* box : {whole, hundredths})
         box->setFrame(false);
-    // The frame of a measure stays white while it is disabled.
+    // The frame around a measure stays white when the measure is disabled.
     QPalette white = palette();
     white.setColor(QPalette::Disabled, QPalette::Base, white.color(QPalette::Base));
     setPalette(white);

@@ -48,7 +48,8 @@ public:
     enum class OnLeaving {
         /// A box that is left empty becomes "0" (whole) or "00" (hundredths).
         FillDefault,
-        /// Like FillDefault; a single digit in a hundredths box also gets a trailing "0".
+        /// Fills an empty box as FillDefault does, and appends a "0" to a single digit in a
+        /// hundredths box.
         FillDefaultAndPad,
     };
 

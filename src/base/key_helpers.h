@@ -28,8 +28,10 @@ std::int32_t keyCodeOf(const QKeyEvent& event);
 /// text of the box that gets the focus; the argument `selectAll` is ignored. Accepts every key and
 /// reports no error.
 void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool selectAll);
-/// Moves the focus like KeyNavigate, and selects the text only if `selectAll` is true. Makes the
-/// box read-only for every other key that is not needed to enter a sign.
+/// Filters the keys of a sign box. Enter and the arrow keys Down and Up move the focus like
+/// KeyNavigate, and the text is selected only if `selectAll` is true. Backspace, Delete and the
+/// plus and minus keys are passed on. Any other key makes the box read-only until it is released,
+/// so that the key types nothing.
 void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll);
 void SelectAllText(QLineEdit& box);
 

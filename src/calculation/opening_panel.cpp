@@ -30,7 +30,7 @@ std::function<OpeningPanel&()> panelProvider;
 
 constexpr int framePieces = 2;
 
-/// Assigns the values to consecutive fields, starting at the ordinal.
+/// Assigns the values to consecutive fields, starting at the field with this ordinal.
 void setFields(dao::Recordset& line, int ordinal, std::initializer_list<QVariant> values)
 {
     for (const QVariant& value : values)

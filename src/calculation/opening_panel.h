@@ -107,7 +107,7 @@ private:
 };
 
 /// Sets the function that returns the order form's panel and loads the form if necessary. The
-/// picker reaches the panel through it. It is set once, by the order form's room.
+/// picker calls this function to reach the panel. The orders room sets it once.
 void setOpeningPanelProvider(std::function<OpeningPanel&()> provider);
 /// Returns the panel of the order form. Throws ObjectNotSet (91) if no provider has been set.
 OpeningPanel& openingPanel();

@@ -65,7 +65,7 @@ controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, Q
     combo->setMinimumContentsLength(8);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     combo->setRowSource(rows, u"Name"_s);
-    // The box of the chosen entry scrolls to the start of a name that is too long for it.
+    // After a choice, the box scrolls to the start of the name, so that a long name is readable.
     QObject::connect(combo, &QComboBox::activated, combo->lineEdit(),
                      [edit = combo->lineEdit()] { edit->home(false); });
     return combo;
@@ -208,7 +208,8 @@ void OpeningPanel::arrange()
     setMaximumWidth(480);
 }
 
-/// Sets the tab order. The two boxes of the door-frame thickness are last on the whole form.
+/// Sets the tab order of the panel. The two boxes of the door frame's thickness are the last tab
+/// stops of the whole form.
 void OpeningPanel::chainTabOrder()
 {
     QWidgetList chain{CmdPicSerial, TextNum[0], TextNum[1], TextNum[2],

@@ -123,7 +123,8 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
     grid->setColumnStretch(2, 1);
     column.addLayout(grid);
 
-    // The screen has nine point labels but only eight box pairs, so the ninth label is hidden.
+    // The screen has nine labels with a decimal point but only eight pairs of boxes, so the ninth
+    // label is hidden.
     addLabel(u"Label1_9"_s, u"."_s)->hide();
 }
 

@@ -32,8 +32,8 @@ bool isConfirmed(const QString& question, const QString& title)
     return runtime::MsgBox(question, flags, title) == runtime::vbYes;
 }
 
-/// Returns true only if Open_Close equals 1. In a Boolean column a closed order reads as -1, which
-/// does not count as marked; the command then refuses.
+/// Returns true only if the field Open_Close equals 1. A closed order in a Boolean column reads as
+/// -1, for which the function returns false.
 bool isMarkedClosed(const QVariant& openClose)
 {
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 1;

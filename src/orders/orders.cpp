@@ -21,8 +21,8 @@ namespace orders {
 
 namespace {
 
-/// Returns the order date of the current row. After an order has been added, the current row is
-/// still the order before it. For the very first order it returns that order's own date.
+/// Returns the order date of the table's current row. If an order has just been added, the current
+/// row is the row that was last before. For the very first order the current row is that order.
 QString currentOrderDate(dao::Recordset& orderRows)
 {
     if (!orderRows.hasCurrent())

@@ -63,7 +63,8 @@ MDIZomrel::MDIZomrel(const QString& programDirectory)
     setLayoutDirection(Qt::RightToLeft);
     // Qt's context menu would let the user hide the toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
-    // The store is opened before the first text, because texts wait for the list of fonts.
+    // The store is opened before the first text is laid out. The list of fonts is read in another
+    // thread meanwhile, and the first text waits for it.
     Form_Load(programDirectory);
     buildToolbar();
     StatusBar1 = new StatusBar(this);
@@ -117,8 +118,8 @@ void MDIZomrel::addButtonMenu(QAction* button)
                     [this, buttonMenu] { Toolbar1_ButtonMenuClick(*buttonMenu); });
     }
     auto* toolButton = qobject_cast<QToolButton*>(Toolbar1->widgetForAction(button));
-    // The tool button gets the menu before the action does, because it would lose a menu that it
-    // took from the action.
+    // The menu is set on the tool button first and on the action second. In the reverse order, the
+    // tool button takes the menu from the action and loses it again.
     toolButton->setMenu(menu);
     button->setMenu(menu);
     toolButton->setPopupMode(QToolButton::MenuButtonPopup);

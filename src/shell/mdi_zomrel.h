@@ -31,9 +31,9 @@ public:
     explicit MDIZomrel(const QString& programDirectory = QCoreApplication::applicationDirPath());
     ~MDIZomrel() override;
 
-    /// Runs the command of the toolbar button at this 1-based index, chosen by the button's tag. An
-    /// unknown tag does nothing. Throws error 35600 if there is no such button, and any error of
-    /// the command.
+    /// Runs the command of the toolbar button at this index, counted from 1. The button's tag
+    /// determines the command; an unknown tag does nothing. Throws IndexOutOfBounds (35600) if
+    /// there is no such button, and any error of the command.
     void GetOrder(std::int16_t index);
     /// Creates the table Orders in the store at the path if it is missing, and adds missing fields.
     void BuildOrdersTable(const QString& path);

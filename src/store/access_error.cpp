@@ -52,7 +52,8 @@ void reportNoAccess(const QString& text)
     if (answer == runtime::vbYes)
         startFileManager();
     else if (answer == runtime::vbNo)
-        // The program has no form in which a new path could be entered.
+        // The answer No asks for a form in which a new path is entered. The program has no such
+        // form, so the answer ends in a run-time error.
         throw runtime::RunTimeError(runtime::ObjectRequired);
 }
 

@@ -3,11 +3,12 @@
 #include <cstddef>
 
 /// The ordinals of the table Cuts, by which order lines are written and read. Their order is a
-/// contract between all programs that use a store. The fields at orderNumber and remark, and those
-/// after boxHeight, are reached by name only and may stand elsewhere.
+/// contract between all programs that use a store. The fields orderNumber and remark, and the
+/// fields after boxHeight, are accessed by name only, so their ordinals are not part of the
+/// contract.
 namespace store::line {
 
-/// The parts of a window stand in the order frame, sash, glass, mesh.
+/// Number of parts of a window. Their order is frame, sash, glass, mesh.
 inline constexpr int partCount = 4;
 
 inline constexpr int openingWidth = 2;
@@ -41,15 +42,16 @@ inline constexpr int remark = 34;
 inline constexpr int boxWidth = 35;
 inline constexpr int boxHeight = 36;
 
-/// The measures of a line from openingWidth to the mesh's cut height stand in this order in
-/// Module1::CutValues as well, where the opening width has the index 0.
+/// Number of measures of a line, from the width of the opening to the cut height of the mesh. The
+/// array Module1::CutValues holds them in the same order, with the opening's width at index 0.
 inline constexpr std::size_t measureCount = 10;
 constexpr std::size_t measureIndex(int ordinal)
 {
     return static_cast<std::size_t>(ordinal - openingWidth);
 }
 
-/// Returns true if lines are written and read at this ordinal, whatever the name of its field.
+/// Returns true if lines are written and read at this ordinal. The name of the field does not
+/// matter there.
 constexpr bool isReachedByOrdinal(int ordinal)
 {
     return ordinal >= openingWidth && ordinal <= boxHeight && ordinal != orderNumber &&
