@@ -10,7 +10,7 @@ class Recordset;
 
 namespace output {
 
-/// Returns the rows of a query as a report reads them.
+/// Returns the rows of a query as the record source of a report.
 std::shared_ptr<report::RowSource> rowsOf(std::shared_ptr<ado::Recordset> query);
 
 } // namespace output

@@ -154,7 +154,8 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
-    // A caption that is set at run time is data and may contain "%p".
+    // Only captions of the design contain placeholders. A caption that was set at run time is shown
+    // unchanged, even if it is "%p".
     if (control.isCaptionSet())
         return caption;
     if (caption == u"%p")

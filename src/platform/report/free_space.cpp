@@ -48,7 +48,7 @@ Extent captionInk(const ControlDesign& caption, double naturalWidth)
     return {middle - width / 2, middle + width / 2};
 }
 
-/// The free part of a field, reduced step by step by the neighbours.
+/// The part of a field's width that its text may occupy. Each neighbour that is added reduces it.
 class FreeSpace
 {
 public:

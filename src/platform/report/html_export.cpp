@@ -28,8 +28,8 @@ QString points(double twips)
     return QString::number(twips / twipsPerPoint) + u"pt"_s;
 }
 
-/// CSS alignments of a control. A flex container names its edges by the direction of the section,
-/// which is left-to-right.
+/// The CSS values for a control's alignment. `text` is the value of text-align. `box` is the value
+/// of justify-content, where flex-start is the left edge because the section is left-to-right.
 struct Alignment
 {
     QString text;
@@ -122,8 +122,8 @@ QString picture(const ControlDesign& design, const QImage& image)
         design.name, type, QString::fromLatin1(bytes.toBase64()));
 }
 
-/// Returns the CSS for condensing and size reduction. It equals the printed text but leaves a
-/// reserve for another font.
+/// Returns the CSS that condenses a text and reduces its size as on paper. The text is condensed a
+/// little more than on paper if it would otherwise not fit in a wider font.
 QString fitStyle(const ShapedText& text, double available)
 {
     const double size = text.fit.vertical();

@@ -22,11 +22,11 @@ struct GlyphPiece
 /// from a PDF.
 ///
 /// The pieces are sorted from left to right, because such programs build words from adjacent
-/// glyphs. In right-to-left text, fonts draw "(" with the glyph of ")", but a PDF identifies a
-/// character by its glyph. A mirrored bracket is therefore drawn as the mirror image of its own
-/// glyph. In a text with brackets, invisible direction marks delimit the left-to-right parts. A
-/// mark at the left end keeps the following brackets of right-to-left text out of the part. A mark
-/// after a bracket at the right end keeps that bracket in the part.
+/// glyphs. Two problems with brackets are solved here. First, in right-to-left text a font draws
+/// "(" with the glyph of ")", and a PDF identifies a character by its glyph; such a bracket is
+/// therefore drawn as the mirror image of its own glyph. Second, a program may assign a bracket
+/// between a right-to-left and a left-to-right word to the wrong word; an invisible direction mark
+/// between them prevents this.
 std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout);
 
 } // namespace report

@@ -8,7 +8,7 @@
 
 namespace report {
 
-/// One control of a page with what it says there.
+/// A control on a page, with the text that it shows there.
 struct PrintedControl
 {
     const Control* control;
@@ -16,15 +16,15 @@ struct PrintedControl
     QString text;  ///< Placeholders and fields filled in; empty for lines and images.
 };
 
-/// A section as it stands on a page, its controls in the order of the design.
+/// A section on a page. Its controls have the order of the design.
 struct Band
 {
     Role role;
     std::vector<PrintedControl> controls;
 };
 
-/// What stands on one sheet: page header, one band per block, page footer. Good for as long as its
-/// document lives.
+/// The contents of one sheet: the page header, one band for each block, and the page footer. A page
+/// is valid while its document exists.
 struct Page
 {
     int index = 0; ///< From 0.

@@ -66,7 +66,8 @@ void PageInk::drawText(const PrintedControl& printed, QPainter& painter)
     const ControlDesign& design = printed.control->design();
     const ShapedText& text = shaper_.shaped(design, printed.text);
     drawGlyphs(text, printed.corner, painter);
-    // Qt draws the underlines of glyph runs at a wrong position under a scaled painter.
+    // The underlines are drawn as lines, because Qt draws the underlines of glyph runs at a wrong
+    // position if the painter is scaled.
     if ((design.style & Style::Underlined) != 0) {
         for (const QLineF& underline : underlines(text, printed.corner))
             lines_.append(underline);

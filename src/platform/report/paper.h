@@ -6,7 +6,7 @@ class QPageLayout;
 
 namespace report {
 
-/// Returns the whole sheet of a page layout, turned as its orientation says.
+/// Returns the size of a page layout's whole sheet, with width and height exchanged for landscape.
 Paper paperOf(const QPageLayout& layout);
 
 } // namespace report

@@ -39,8 +39,8 @@ bool isSign(QChar c)
     return c == u'-' || c == u'+';
 }
 
-/// Returns true if the character is the sign of a number: a digit follows it, and the text starts
-/// or a space stands before it.
+/// Returns true if the character is the sign of a number. A sign is followed by a digit, and it is
+/// at the start of the text or after a space.
 bool startsSignedNumber(const QString& text, qsizetype at)
 {
     return isSign(text[at]) && at + 1 < text.size() && text[at + 1].isDigit() &&

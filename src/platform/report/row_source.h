@@ -7,11 +7,11 @@
 
 namespace report {
 
-/// The values of one row, by the ordinals of its columns.
+/// The values of one row, indexed by column ordinal.
 using Row = std::vector<QVariant>;
 
-/// The rows that a report prints. They show the values of one moment. A long source may hold only
-/// its first rows at first; readAll replaces them by all rows of one later moment.
+/// The rows that a report prints. All rows show the values of one moment. A long source may
+/// initially hold only its first rows; readAll replaces them by all rows of one later moment.
 class RowSource
 {
 public:
@@ -22,15 +22,15 @@ public:
 
     /// Returns the number of all rows. readAll may change it.
     virtual int rowCount() const = 0;
-    /// Returns how many rows, from the first one, can be given without calling readAll.
+    /// Returns the number of leading rows that rows() returns without a call of readAll.
     virtual int rowsAtHand() const = 0;
-    /// Reads all rows if some are not at hand. Returns true if a row that was given before has
-    /// changed, or the number of rows. Throws the errors of the source; nothing has changed then.
+    /// Reads all rows if some are not loaded. Returns true if the number of rows or a row that
+    /// rows() has returned differs now. Throws any error of reading; the source is then unchanged.
     virtual bool readAll() = 0;
     /// Returns the ordinal of the column with this name, ignoring case, or -1 if there is none.
     virtual int ordinalOf(const QString& column) const = 0;
-    /// Returns at most `count` rows, starting at the row `first`, counted from 0. Throws the errors
-    /// of the source.
+    /// Returns at most `count` rows, starting at row `first`, counted from 0. Throws any error of
+    /// reading.
     virtual std::vector<Row> rows(int first, int count) = 0;
 };
 

@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double twipsPerPoint = runtime::twipsPerPoint;
-/// Greater than the width of any line. Qt gives the maximum line width a special meaning.
+/// The width of a layout whose text is not wrapped, in twips. No text is as wide. Qt's own maximum
+/// is not used, because QTextLine gives it a special meaning.
 constexpr double endlessWidth = 1 << 20;
 constexpr QChar ellipsis(0x2026);
 
@@ -54,9 +55,9 @@ bool hasDirection(const QString& text, bool rightToLeft)
     });
 }
 
-/// Appends an ellipsis at the logical end of a truncated text. An ellipsis is placed at the end of
-/// the paragraph. If all letters run against the paragraph direction, a direction mark keeps the
-/// ellipsis at the end of the letters.
+/// Appends an ellipsis to a truncated text. The ellipsis must follow the last letter in reading
+/// order. If no letter has the paragraph's direction, the ellipsis alone would be placed at the
+/// other end of the text; a direction mark after the ellipsis prevents this.
 QString withEllipsis(QString beginning, bool rightToLeft)
 {
     while (beginning.endsWith(u' '))
