@@ -22,8 +22,8 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
     setUpView();
     setModel(model_);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
-        // After a click on a row that another station has deleted, the grid has returned to the
-        // previous row.
+        // The first click of a double-click on a row that another station has deleted returns the
+        // grid to its previous row. In that case DblClick is not emitted.
         if (cell.row() == currentIndex().row())
             emit DblClick();
     });
@@ -86,7 +86,7 @@ void DBGrid::setCaption(const QString& caption)
 
 void DBGrid::keyboardSearch(const QString& /*search*/)
 {
-    // A search by typed letters would read the whole table.
+    // The grid does not search for typed letters, because the search would read the whole table.
 }
 
 dao::Recordset* DBGrid::rows() const
@@ -117,7 +117,8 @@ void DBGrid::showCurrent()
     bringIntoSight();
 }
 
-/// Scrolls to the current row. Before the grid is shown, its size is not known.
+/// Scrolls to the current row. Does nothing before the grid is shown, because its size is not known
+/// yet.
 void DBGrid::bringIntoSight()
 {
     if (isVisible())
@@ -139,7 +140,7 @@ void DBGrid::goTo(int row)
     setCurrentIndex(model_->index(row, shownColumn()));
 }
 
-/// Makes the row to which the user has moved the recordset's current row.
+/// Moves the recordset to the row that the user has chosen in the view.
 void DBGrid::moveRecordset(int row)
 {
     const dao::RowKey key = model_->keyAt(row);
@@ -179,7 +180,7 @@ void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previ
 QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& index,
                                                              const QEvent* /*event*/) const
 {
-    // The selected row is always the current row, even if Ctrl is pressed.
+    // The selected row is always the current row, even if Ctrl is pressed during the click.
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
                            : QItemSelectionModel::NoUpdate;
 }

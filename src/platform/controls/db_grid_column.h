@@ -9,9 +9,9 @@ struct DBGridColumn
 {
     QString caption;
     QString field;
-    /// Relative width of a shown column; 0 hides it (the column exists all the same).
+    /// Relative width of the column; 0 hides the column.
     int width = 0;
-    /// Digits behind the decimal sign of a number, as "0.00" has 2; -1 for the general conversion.
+    /// Number of decimal places of a number. If it is -1, runtime::toText formats the number.
     int decimals = -1;
 };
 

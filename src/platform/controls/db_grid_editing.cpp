@@ -64,7 +64,7 @@ bool DBGrid::writeRow()
 {
     if (model_->editedRow() < 0 || rows() == nullptr)
         return true;
-    // Writing may move the recordset, but the view must not follow.
+    // Writing may move the recordset. The view must not follow that move.
     const QScopedValueRollback moving(moving_, true);
     try {
         model_->writeEdit(*rows());
@@ -95,8 +95,8 @@ bool DBGrid::leaveEditedRow(int nextRow)
 }
 
 /// Moves the recordset to a row. If another station has locked the store, the grid stays on its
-/// current row and shows a message. The error box would end the program and lose typed text in this
-/// grid or beside it.
+/// current row and shows a message. The run-time error box would end the program, and unwritten
+/// text in any grid would be lost.
 void DBGrid::moveUnlessHeld(int row)
 {
     try {

@@ -72,7 +72,8 @@ void DBGridModel::addRow(const dao::RowKey& key)
     if (!pages_)
         return;
     if (writing_ && edit_ && edit_->isNew) {
-        // The typed row is already visible; it only becomes a stored row.
+        // The view already shows this row, because the user typed it here. No row is inserted into
+        // the view.
         pages_->appendRow(key);
         edit_->isNew = false;
         return;
@@ -149,7 +150,8 @@ void DBGridModel::dropEdit()
         return;
     const Edit dropped = *edit_;
     if (dropped.isNew) {
-        // The added row becomes the blank row again, so the blank row below it is removed.
+        // The row that was being added becomes the blank row again, so the other blank row below it
+        // is removed.
         beginRemoveRows({}, dropped.row + 1, dropped.row + 1);
         edit_.reset();
         endRemoveRows();
@@ -216,8 +218,9 @@ QString DBGridModel::cellText(int row, int column) const
     }
 }
 
-/// Loads the page of a row if it is not loaded. Qt calls this during layout and painting, where
-/// nothing may throw, so an error is stored and reported through readFailed.
+/// Loads the page that contains the row, unless it is loaded. Qt calls this function during layout
+/// and painting, when nothing may throw. Therefore an error is stored and reported through
+/// readFailed.
 bool DBGridModel::isRead(int row) const
 {
     if (failure_)

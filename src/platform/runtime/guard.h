@@ -46,7 +46,8 @@ void guarded(Handler&& handler, const QPointer<const QObject>& sender = {}) noex
     }
 }
 
-/// Calls a handler inside guarded(). It accepts the arguments that the handler accepts.
+/// A callable object that runs a handler inside guarded(). It takes the same arguments as the
+/// handler.
 template <typename Handler>
 struct GuardedHandler
 {
