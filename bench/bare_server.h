@@ -13,7 +13,8 @@ struct ResultCloser
 };
 using Result = std::unique_ptr<PGresult, ResultCloser>;
 
-/// Plain libpq calls over one open connection; the baseline of the server benchmarks.
+/// A connection to a server that is used through plain libpq calls. It is the baseline of the
+/// server benchmarks.
 class BareServer
 {
 public:

@@ -148,7 +148,8 @@ private:
 
 void addLine(benchmark::State& state, bool changedCustomer)
 {
-    // Created before the OpenOrder, because the program uses the store that was created last.
+    // The program uses the store that was created last. The store of BareStatements is therefore
+    // created before the store of OpenOrder.
     BareStatements bare;
     OpenOrder order;
     bench::Pairs pairs;

@@ -142,7 +142,7 @@ RoundTrips roundTripsOfAClick()
 
 void tellRoundTrips(benchmark::State& state)
 {
-    // The round trips are counted once, with an order form of its own.
+    // The round trips are counted only once, with a separate order form.
     static const RoundTrips counted = roundTripsOfAClick();
     state.counters["trips_committed"] = counted.untilCommitted;
     state.counters["trips_click"] = counted.ofClick;

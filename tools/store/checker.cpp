@@ -41,8 +41,8 @@ QStringList schemaAndContents(dao::Database& database)
     return checkSchema(layoutOf(database)) + checkContents(database);
 }
 
-/// Returns the engine's findings and those of the check. Failing to open the store is a finding,
-/// too.
+/// Returns the findings of the engine and of the function `check`. If the store cannot be opened,
+/// that is a finding.
 QStringList findingsOf(const Place& place, QStringList (*check)(dao::Database&))
 {
     QStringList findings;

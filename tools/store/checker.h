@@ -26,8 +26,8 @@ QStringList checkStore(const QString& path);
 /// Returns the findings that prevent a backup or restore: those of checkStore except for counters.
 /// The rows of a store with a faulty counter are complete, and without a backup they could be lost.
 QStringList checkForCopying(const QString& path);
-/// Returns the same findings for an open store, which is either on a server or a copy that no
-/// station uses.
+/// Returns the findings that prevent copying an open store. The store is either on a server or a
+/// copy that no station uses.
 QStringList checkForCopying(dao::Database& database, bool isOnServer);
 
 /// Returns the findings about the structure: the engine's findings and the tables.

@@ -48,7 +48,7 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream&)
     try {
         findings = checkStore(Place(name));
     } catch (const runtime::RunTimeError& error) {
-        // A damaged link cannot be opened at all.
+        // Parsing the location fails for a damaged link, before the check can start.
         findings.append(u"file: "_s + error.description());
     }
     print(out, findings);

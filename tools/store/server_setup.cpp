@@ -3,9 +3,9 @@
 namespace storetools {
 
 // The station role may read everything and may insert, update and delete orders, lines and
-// catalogue entries. Counters advance through a function that the owner owns; backups read them.
-// The station role cannot create or alter tables, because a store that was moved as a whole needs
-// no upgrade when a station starts.
+// catalogue entries. It advances counters through a function of the owner and reads them for
+// backups. It cannot create or alter tables: a store that was moved as a whole needs no upgrade
+// when a station starts.
 QString serverSetup()
 {
     return QStringLiteral(

@@ -11,8 +11,8 @@
 #include <unistd.h>
 #endif
 
-// GCC defines the macro and Clang supports the feature test; Qt defines __has_feature for compilers
-// without it.
+// GCC defines __SANITIZE_ADDRESS__. Clang has __has_feature, and Qt defines __has_feature for
+// compilers without it.
 #if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
 #define ZOMREL_ADDRESS_SANITIZER
 #endif

@@ -9,7 +9,7 @@
 #include <memory>
 #include <span>
 
-// Included before mdbtools.h, which would otherwise include it inside extern "C".
+// glib.h is included before mdbtools.h, which would otherwise include it inside extern "C".
 #include <glib.h>
 
 #include <mdbtools.h>

@@ -93,7 +93,7 @@ void TableIntake::setPlace(const OldRow& row)
         if (key.isValid())
             place_ = u"%1, %2 %3"_s.arg(schema_.name, keyOf(schema_), shown(key));
     } catch (const RunTimeError&) {
-        // The error is reported when the key field itself is converted.
+        // The error is ignored here, because the conversion of the key field reports it later.
         return;
     }
 }
