@@ -69,7 +69,7 @@ void ComputeCutsTest::ordinaryWindow()
     host.chooseExample(1);
     host.type(u"120"_s, u"50"_s, u"100"_s, u"25"_s);
     host.panel().ComputeCuts();
-    // The calculation by hand stands in cuts_test.cpp, also for the examples that follow.
+    // The comments in cuts_test.cpp derive these values, and those of the following tests, by hand.
     compareCells({120.5, 100.25, 119.5, 98.75, 116.3, 92.75, 107.1, 84.25, 114.2, 92, 0, 0});
     QCOMPARE(Module1::MyWidth, QVariant(120.5));
     QCOMPARE(Module1::MYHeight, QVariant(100.25));
@@ -185,7 +185,7 @@ void ComputeCutsTest::ordinaryWindowAfterAMonoblock_clearsTheShutter()
     QCOMPARE(Module1::Argaz_Width, QVariant(0.0));
     QCOMPARE(Module1::Argaz_Height, 0.0);
     QCOMPARE(Module1::CutValues[10], 0.0);
-    // What the picker handed over stays for the next monoblock.
+    // The deductions that the picker has set are kept for the next monoblock.
     QCOMPARE(Module1::MonoWidthDeduct, QVariant(2.5));
     QCOMPARE(Module1::MonoHeightDeduct, 18.0);
     QCOMPARE(Module1::ShalavWidthDeduct, QVariant(12.7));

@@ -29,8 +29,8 @@ std::vector<double> allCuts(const cuts::Series& of, const cuts::Size& base)
     return cells;
 }
 
-/// Compares to the last bit: nothing may be rounded. The expected values were worked out by hand in
-/// decimals; the double next to each is also what the formula gives.
+/// Compares to the last bit, because no result may be rounded. The expected values were calculated
+/// by hand in decimals. The formula must give the double that is nearest to each of them.
 void expectExactly(const std::vector<double>& actual, const std::vector<double>& expected)
 {
     ASSERT_EQ(actual.size(), expected.size());
@@ -50,7 +50,8 @@ int errorOf(Formula formula)
 }
 
 constexpr cuts::Size window{120.5, 100.25};
-/// Takes 2.5 off the width and 18 off the height; slats of 4.5, shorter than the opening by 12.7.
+/// A monoblock whose shutter reduces the width by 2.5 and the height by 18. Its slats are 4.5 thick
+/// and 12.7 shorter than the width of the opening.
 constexpr cuts::Monoblock shutterBox{
     .widthDeduct = 2.5, .heightDeduct = 18, .shalavWidthDeduct = 12.7, .shalavThick = 4.5};
 
@@ -120,7 +121,7 @@ TEST(Cuts, DoorThicknessIsDoubledWithItsHundredths)
     expectExactly({door.width, door.height}, {81.3, 205.65});
 }
 
-// By hand: 100.1 / 3 = 33.36666..., which no number of decimals ends.
+// By hand: 100.1 / 3 = 33.36666..., which has no finite decimal representation.
 TEST(Cuts, NoDeductionsLeaveTheBaseAndNothingIsRounded)
 {
     const cuts::Series none{.deductions = {{{0.0, 0.0}, {0.0, 0.0}, {0.0, 0.0}, {0.0, 0.0}}},

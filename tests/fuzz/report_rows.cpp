@@ -173,7 +173,7 @@ void checkFiles(report::Document& document, int rows)
     for (const char* sign : {"\n\n", "\t", "\r", "\f", "\v"})
         fuzz::require(text.count(sign) == plainText.count(sign),
                       "an empty line after each block and nowhere else", QString::fromUtf8(text));
-    // The line of the kind stands alone; it is left out where there is none.
+    // The kind is a text line of its own, which is omitted if the kind is empty.
     const qsizetype kindLines = text.count('\n') - plainText.count('\n');
     fuzz::require(kindLines >= 0 && kindLines <= rows, "a text line per line of the block",
                   QString::fromUtf8(text));

@@ -255,8 +255,8 @@ void ClosingDeletingTest::deleteAll_beforeAllRowsAreRead_deletesTheReachedRows()
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));
 }
 
-/// The progress usually comes up after half a second. Here it does after the first line, so that
-/// lines are left to delete when it is cancelled, however quick the disk is.
+/// The progress dialog usually appears after half a second. Here it appears after the first
+/// deletion, so that on any disk some lines remain when the deletion is cancelled.
 void ClosingDeletingTest::deleteAll_cancelled_keepsTheRemainingLines()
 {
     QList<int> numbers(20);
@@ -279,7 +279,7 @@ void ClosingDeletingTest::deleteAll_cancelled_keepsTheRemainingLines()
     const QList<int> left = desk_->storedLineNumbers(1);
     QVERIFY2(!left.isEmpty() && left.size() < numbers.size(),
              qPrintable(QString::number(left.size())));
-    QCOMPARE(left, numbers.last(left.size())); // the first lines are gone
+    QCOMPARE(left, numbers.last(left.size())); // The first lines have been deleted.
     QCOMPARE(rows->rowCount(), left.size());
     QCOMPARE(desk_->lines().RecordCount(), left.size());
 }

@@ -54,7 +54,7 @@ protected:
             ASSERT_TRUE(station.waitFor(u"ready"_s))
                 << qUtf8Printable(station.runTimeBoxes().join(u'\n'));
             ++starts_;
-            // Else a busy machine would kill most of them before their first line.
+            // On a busy machine most stations would otherwise be killed before their first line.
             if (random_() % 2 == 0) {
                 ASSERT_TRUE(station.waitFor(u"? line"_s));
             }
@@ -73,8 +73,9 @@ protected:
         inAChange_ += victim.ledger->isAnyUnderWay() ? 1 : 0;
     }
 
-    /// Returns when the station is in the middle of a transaction. On a quick disk that is so short
-    /// that a random moment hardly ever meets it. Gives up where the station does not write.
+    /// Returns when the station is in the middle of a transaction. On a quick disk a transaction is
+    /// so short that a kill at a random moment rarely interrupts one. Gives up after one second,
+    /// because the station may not be writing.
     static void awaitJournal(const Victim& victim)
     {
         const QDeadlineTimer deadline(std::chrono::seconds(1));

@@ -1,4 +1,4 @@
-// Not a test of the program: boxes_test runs it and looks at how it ends.
+// A sample test program. boxes_test runs it and checks its exit status and its output.
 
 #include "support/doors.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 bool isAskedAfterTheTests = false;
 
-/// Asks once the last test is over, as a window does that outlives its test.
+/// Shows a message box after the last test, like a window that outlives its test.
 class Leftover : public testing::Environment
 {
     void TearDown() override

@@ -1,4 +1,4 @@
-// Not a test of the program: boxes_test runs it and looks at how it ends.
+// A sample test program. boxes_test runs it and checks its exit status and its output.
 
 #include "support/doors.h"
 #include "support/widgets.h"
@@ -10,7 +10,7 @@ class BoxesSample : public QObject
     Q_OBJECT
 
 public:
-    /// Asks once the last test is over, as a window does that outlives its test.
+    /// Shows a message box after the last test, like a window that outlives its test.
     ~BoxesSample() override
     {
         if (isAskedAfterTheTests_)

@@ -1,4 +1,4 @@
-// That a message box which a test did not expect fails it, under GoogleTest and under Qt Test.
+// An unexpected message box fails its test under GoogleTest and under Qt Test.
 
 #include <QProcess>
 
@@ -15,7 +15,7 @@ struct Case
     const char* told;
 };
 
-constexpr int patience = 120000; // ms
+constexpr int patience = 120000; // Milliseconds.
 
 class Boxes : public testing::TestWithParam<Case>
 {

@@ -5,9 +5,9 @@
 
 namespace testsupport {
 
-/// Measures the processor time that this process takes, all its threads together. For tests of how
-/// much work a call does: unlike a stopwatch it stands still while other processes run and while
-/// the disk is waited for.
+/// Measures the processor time of all threads of this process. Tests use it to measure how much
+/// work a call does. Unlike elapsed time, processor time does not grow while other processes run or
+/// while the process waits for the disk.
 class CpuClock
 {
 public:

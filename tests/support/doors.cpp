@@ -6,7 +6,7 @@ namespace testsupport {
 
 namespace {
 
-/// The answer that does least: No where it can be given, else OK.
+/// The answer with the least effect: No if the box has that button, otherwise OK.
 runtime::MessageBoxAnswer cautiousAnswer(const runtime::MessageBoxRequest& request)
 {
     return (request.flags & runtime::vbYesNo) != 0 ? runtime::vbNo : runtime::vbOK;

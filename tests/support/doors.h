@@ -13,8 +13,10 @@
 
 namespace testsupport {
 
-/// Stands behind runtime::MsgBox for as long as it lives: keeps every box and gives the answers
-/// laid ready. A box without an answer laid ready is kept as unexpected and answered No (or OK).
+/// Replaces runtime::MsgBox for its lifetime. Records every box and returns the answers that the
+/// test has prepared. A box without a prepared answer counts as unexpected and is answered No, or
+/// OK if it has no such button. The destructor fails the test if a box was unexpected or an
+/// expected one has not been shown.
 class RecordedBoxes
 {
 public:
@@ -23,16 +25,17 @@ public:
     RecordedBoxes(const RecordedBoxes&) = delete;
     RecordedBoxes& operator=(const RecordedBoxes&) = delete;
 
-    /// Expects one more box and sets up its answer.
+    /// Expects one more box and prepares its answer.
     void answer(runtime::MessageBoxAnswer next) { answers_.push_back(next); }
     const std::vector<runtime::MessageBoxRequest>& shown() const { return shown_; }
-    /// Texts of the boxes that no answer was laid ready for. A test ends by asserting that it is
-    /// empty.
+    /// Returns the texts of the unexpected boxes.
     const QList<QString>& unexpected() const { return unexpected_; }
-    /// Gives these texts and forgets them, so that they no longer fail the test. For tests that
-    /// cannot know beforehand whether a box will come; they have to check what they take.
+    /// Returns the texts of the unexpected boxes and clears the list, so that they do not fail the
+    /// test. A test that cannot predict whether a box is shown uses this and checks the texts
+    /// itself.
     QList<QString> takeUnexpected() { return std::exchange(unexpected_, {}); }
-    /// Forgets the boxes shown so far. Fails the test for what was not as expected up to here.
+    /// Forgets the boxes that were shown so far. First fails the test if a box was unexpected or an
+    /// expected one has not been shown.
     void clear();
 
 private:
@@ -45,8 +48,8 @@ private:
     runtime::MessageBoxDoor::Function former_;
 };
 
-/// Makes every box that comes while no RecordedBoxes lives fail the test. The main function of each
-/// test binary calls it first.
+/// Makes a message box fail the test if no RecordedBoxes exists when it is shown. The main function
+/// of each test binary calls this function first.
 void failOnUnwatchedBoxes();
 
 /// Replaces runtime::EndProcess for its lifetime. It records the first exit status and leaves the

@@ -10,13 +10,15 @@ namespace testsupport {
 
 namespace {
 
-/// Every variable of libpq begins with PG. The tests say themselves how a server is reached.
+/// Returns true for a variable of libpq, whose name starts with PG. The tests state the server's
+/// address themselves.
 bool isOfClientLibrary(const QString& name)
 {
     return name.startsWith("PG"_L1);
 }
 
-/// QT_QPA_PLATFORM is not among them: it says on which kind of screen the tests run.
+/// Returns true for a variable that changes texts or the toolkit's behaviour. QT_QPA_PLATFORM is
+/// not included, because it selects the kind of screen on which the tests run.
 bool isOfLanguageOrToolkit(const QString& name)
 {
     static const QStringList names{u"LANGUAGE"_s,
@@ -36,7 +38,8 @@ bool isOfLanguageOrToolkit(const QString& name)
     return names.contains(name);
 }
 
-/// The system allows 107 bytes for the path of a socket; the names of ours take up to 45.
+/// Maximum length in bytes of the temporary folder's path. The system allows 107 bytes for the path
+/// of a socket, and the tests append up to 45.
 constexpr qsizetype longestTemporaryFolder = 60;
 
 } // namespace
@@ -48,9 +51,8 @@ void setPlainEnvironment()
             qunsetenv(qPrintable(name));
     }
     qputenv("LC_ALL", "C.UTF-8");
-    qputenv("CUPS_SERVER", "localhost:1"); // nothing answers there, and so there is no printer
-    // How long a test may take is CTest's to say; Qt Test's own limit ends a long one on a busy
-    // machine.
+    qputenv("CUPS_SERVER", "localhost:1"); // No server listens there, so no printer exists.
+    // CTest limits the time of a test. Qt Test's own limit would end a long test on a busy machine.
     if (!qEnvironmentVariableIsSet("QTEST_FUNCTION_TIMEOUT"))
         qputenv("QTEST_FUNCTION_TIMEOUT", "7200000");
     if (qgetenv("TMPDIR").size() > longestTemporaryFolder)

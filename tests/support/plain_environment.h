@@ -2,11 +2,11 @@
 
 namespace testsupport {
 
-/// Removes from this process's environment what a machine or a user may have set there and what
-/// would change the outcome of a test: the regional settings (C.UTF-8 takes their place), scaling,
-/// style and logging of the toolkit, the defaults of the server's client library, the printers, the
-/// mask of new files, and a temporary folder whose path is so long that no socket can lie in it.
-/// Processes that a test starts inherit the result. Has to come before the application is made.
+/// Removes settings of the machine or the user from this process's environment, because they would
+/// change the outcome of tests: regional settings (replaced by C.UTF-8), scaling, style and logging
+/// of the toolkit, the defaults of libpq, the printers, the file mode mask, and a temporary folder
+/// whose path is too long for a socket. Processes that a test starts inherit the result. Must be
+/// called before the application object is created.
 void setPlainEnvironment();
 
 } // namespace testsupport

@@ -47,7 +47,7 @@ PlainSql::PlainSql(const QString& path) : name_(QUuid::createUuid().toString())
     database.setDatabaseName(path);
     if (!database.open())
         qFatal("%s", qUtf8Printable(database.lastError().text()));
-    QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // a test's rows may get lost
+    QSqlQuery(database).exec(u"PRAGMA synchronous = OFF"_s); // Tests need no durability.
 }
 
 PlainSql::~PlainSql()

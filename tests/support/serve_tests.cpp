@@ -24,8 +24,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 250000; // ms, on a busy machine too
-constexpr int step = 20;         // ms
+constexpr int patience = 250000; // Milliseconds; enough for a busy machine.
+constexpr int step = 20;         // Milliseconds.
 
 bool waitFor(const std::function<bool()>& condition)
 {

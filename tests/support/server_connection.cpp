@@ -10,7 +10,7 @@ namespace testsupport {
 
 namespace {
 
-/// The server's numbers of its built-in types.
+/// The server's object ids of its built-in types.
 enum TypeNumber : Oid {
     Boolean = 16,
     Int8 = 20,
@@ -23,7 +23,8 @@ enum TypeNumber : Oid {
     Numeric = 1700,
 };
 
-/// 2026-01-02 09:30:00 as 2026-01-02T09:30:00, and a day alone without its midnight.
+/// Converts 2026-01-02 09:30:00 to 2026-01-02T09:30:00. Of a date at midnight, only the date
+/// remains.
 QString isoText(QString moment)
 {
     moment.replace(u' ', u'T');

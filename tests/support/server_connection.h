@@ -12,8 +12,7 @@ struct pg_result;
 
 namespace testsupport {
 
-/// A plain connection to a server, past the engine under test. It waits for as long as the server
-/// takes.
+/// A direct connection to a server that bypasses the engine. It has no timeout.
 class ServerConnection
 {
 public:
@@ -23,13 +22,14 @@ public:
     ServerConnection(const ServerConnection&) = delete;
     ServerConnection& operator=(const ServerConnection&) = delete;
 
-    /// The rows that a statement gives, without the column of internal row ids: moments as ISO
-    /// text, truth as 1 and 0, Null as an invalid value, "NaN" for what is no number. The values
-    /// are those of $1, $2 and so on. Throws a std::runtime_error if the statement fails.
+    /// Returns the rows of a statement without the column of internal row ids. Date and time are
+    /// ISO texts, Boolean values 1 and 0, Null is an invalid value, and not-a-number is "NaN".
+    /// `values` are the parameters $1, $2 and so on. Throws std::runtime_error if the statement
+    /// fails.
     QList<QVariantList> rows(const QString& sql, const QVariantList& values = {});
-    /// The SQLSTATE of a failure; empty if there is none.
+    /// Returns the SQLSTATE if the statement fails, otherwise an empty text.
     QString errorOf(const QString& sql);
-    /// Connects again to a server that has been restarted.
+    /// Connects again after the server has been restarted.
     void reconnect();
 
 private:

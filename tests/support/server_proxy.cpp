@@ -160,7 +160,7 @@ void ServerProxy::pass(int from)
 {
     const int to = others_[from];
     char first = 0;
-    const bool isChunk = ::recv(from, &first, 1, MSG_PEEK) > 0; // else the end of the connection
+    const bool isChunk = ::recv(from, &first, 1, MSG_PEEK) > 0; // 0 at the end of the connection.
     if (isChunk && (comesToZero(stallIn_) || stallInBytes_ == 0)) {
         stallInBytes_ = -1;
         isStalled_ = true;

@@ -29,10 +29,11 @@ public:
     void cutAfter(int chunks);
     /// Stops forwarding after this number of chunks without closing the connections.
     void stallAfter(int chunks);
-    /// The same once so many bytes have passed, in both directions together.
+    /// Stops forwarding after this number of bytes, counted in both directions together, without
+    /// closing the connections.
     void stallAfterBytes(qint64 bytes);
     bool isStalled() const { return isStalled_; }
-    /// Lets through again, beginning with what was held back.
+    /// Continues forwarding, starting with the data that was held back.
     void resume();
     /// Closes all connections on both sides, including stalled ones.
     void cut();

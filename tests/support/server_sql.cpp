@@ -248,7 +248,7 @@ private:
     QStringList names_;
     qsizetype at_ = 0;
     int parameters_ = 0;
-    bool namesAnew_ = false; ///< After RENAME ... TO, where a name is as it is spelled.
+    bool namesAnew_ = false; ///< True after RENAME ... TO: a new name is not looked up.
 };
 
 QString locking(const QStringList& tables, const QString& mode)

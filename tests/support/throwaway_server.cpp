@@ -28,7 +28,7 @@ namespace {
 
 const QString keeper = u"zomrel"_s;
 const QString ownDatabase = u"postgres"_s;
-constexpr int patience = 120000; // ms, on a busy machine too
+constexpr int patience = 120000; // Milliseconds; enough for a busy machine.
 
 QString binary(const QString& name)
 {
@@ -54,7 +54,7 @@ const passwd* serverUser()
     qFatal("no unprivileged user to run the server");
 }
 
-/// Whether the server's user can pass all folders on the way to this one.
+/// Returns true if the server's user may enter all folders above this one.
 bool isReachable(const QString& folder)
 {
     if (serverUser() == nullptr)

@@ -81,8 +81,8 @@ bool isOnServer();
 /// created.
 void useServer(const ThrowawayServer& server);
 
-/// Returns the link to a database on the server of this test run. That is the server named by
-/// ZOMREL_TEST_SERVER, or otherwise one that this process starts at the first use.
+/// Returns the link to a database on the server of this test run. ZOMREL_TEST_SERVER names that
+/// server. If it is not set, this process starts a server at the first use.
 dao::Link linkTo(const QString& database);
 
 /// Creates and fills a database with this name unless the server has one. Other processes wait

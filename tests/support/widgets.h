@@ -67,14 +67,14 @@ private:
     bool hasCome_ = false;
 };
 
-/// Sets the platform, the locale, the style and the direction that tests run under. Called by
-/// ZOMREL_QTEST_MAIN before and after the application is made.
+/// Set the platform, the locale, the style and the layout direction of the tests. ZOMREL_QTEST_MAIN
+/// calls the first function before the application object is created and the second one afterwards.
 void beforeApplication();
 void afterApplication();
 
-/// Runs all tests of the class and gives the exit status, once the application and all that it left
-/// behind have gone. The application is a QApplication, or a QCoreApplication for tests that have
-/// no windows of their own.
+/// Runs all tests of the class. Returns the exit status after the application object and everything
+/// that it left behind have been destroyed. Application is QApplication, or QCoreApplication for
+/// tests without windows.
 template <typename TestClass, typename Application>
 int runTests(int argc, char** argv)
 {

@@ -40,14 +40,14 @@ void DBGridRefusalTest::init()
 
 void DBGridRefusalTest::cleanup()
 {
-    QCOMPARE(boxes_->unexpected(), QStringList()); // each box that came was waited for
+    QCOMPARE(boxes_->unexpected(), QStringList());
     boxes_.reset();
     store_.reset();
 }
 
 void DBGridRefusalTest::refusedWriteIsToldAndKept_data()
 {
-    QTest::addColumn<QString>("before"); // SQL
+    QTest::addColumn<QString>("before"); // SQL statement
     QTest::addColumn<QString>("after");
     QTest::addColumn<int>("column");
     QTest::addColumn<QString>("typed");
@@ -90,13 +90,13 @@ void DBGridRefusalTest::refusedWriteIsToldAndKept()
     QCOMPARE(cellText(*form.grid, 0, column), typed);
     QCOMPARE(store_->names(), (QStringList{u"a"_s, u"b"_s}));
 
-    // Escape drops it; what the store holds is shown again.
+    // Escape discards the typed text, and the cell shows the stored value again.
     form.press(Qt::Key_Escape);
     QCOMPARE(cellText(*form.grid, 0, column), column == nameColumn ? u"a"_s : u"1"_s);
     form.press(Qt::Key_Down);
     QCOMPARE(form.grid->currentIndex().row(), 1);
 
-    // Mended, it is written.
+    // A corrected text is written.
     form.press(Qt::Key_Up);
     form.type(typed);
     boxes_->answer(runtime::vbOK);
@@ -158,7 +158,7 @@ void DBGridRefusalTest::refusalOnClosing()
     clickCell(*form.grid, 0, nameColumn);
     form.type(u"12345678901"_s);
     boxes_->answer(runtime::vbOK);
-    QVERIFY(!form.grid->commitEdits()); // with the editor open
+    QVERIFY(!form.grid->commitEdits()); // The editor is open.
     QCOMPARE(boxes_->shown().size(), 1U);
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"12345678901"_s);
     form.press(Qt::Key_F2);
@@ -197,7 +197,7 @@ void DBGridRefusalTest::rowDeletedByAnotherStation()
     QVERIFY(boxes_->shown()[0].text.contains(u"נמחקה"_s));
     QTRY_COMPARE(form.grid->currentIndex().row(), 0);
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"x"_s);
-    form.press(Qt::Key_Escape); // nothing is left to go back to
+    form.press(Qt::Key_Escape); // The row no longer exists.
     QCOMPARE(form.rowCount(), 2);
     QCOMPARE(cellText(*form.grid, 0, nameColumn), u"b"_s);
     QCOMPARE(store_->names(), QStringList{u"b"_s});

@@ -14,7 +14,8 @@ namespace controlstest {
 inline constexpr int nameColumn = 1;
 inline constexpr int sizeColumn = 2;
 
-/// A form with an editable grid on the lines of the store, and another box to go to.
+/// A form with an editable grid on the lines of the store, and a box that can take the focus from
+/// the grid.
 class EditForm : public QWidget
 {
 public:
@@ -38,7 +39,8 @@ public:
         grid->setFocus();
     }
 
-    /// The editor that stands open; closed ones live on until the event loop takes them away.
+    /// Returns the open editor, or nullptr if none is open. A closed editor is hidden and exists
+    /// until control returns to the event loop.
     QLineEdit* editor() const
     {
         for (auto* each : grid->viewport()->findChildren<QLineEdit*>())
@@ -48,7 +50,7 @@ public:
     }
     int rowCount() const { return grid->model()->rowCount(); }
 
-    /// Types into the current cell as the keyboard does: the first key opens the editor.
+    /// Types into the current cell by key events. The first key opens the editor.
     void type(const QString& text) const
     {
         for (const QChar each : text) {
@@ -62,7 +64,7 @@ public:
         QWidget* target = editor() != nullptr ? static_cast<QWidget*>(editor()) : grid;
         QTest::keyClick(target, key, modifiers);
         if (key == Qt::Key_Return)
-            QTRY_VERIFY(editor() == nullptr); // the toolkit closes it behind the key
+            QTRY_VERIFY(editor() == nullptr); // The editor closes after the key event.
     }
 
     controls::DBGrid* grid;

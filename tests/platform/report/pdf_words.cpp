@@ -69,7 +69,7 @@ void PdfWords::read(const QString& path)
 {
     QProcess reader;
     reader.start(u"pdftotext"_s, {u"-bbox"_s, path, u"-"_s});
-    constexpr int patience = 120000; // ms
+    constexpr int patience = 120000; // Milliseconds.
     if (!reader.waitForFinished(patience) || reader.exitCode() != 0)
         qFatal("pdftotext, of the package poppler-utils, cannot read %s", qUtf8Printable(path));
     QXmlStreamReader xml(reader.readAllStandardOutput());

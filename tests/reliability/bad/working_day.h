@@ -86,7 +86,7 @@ public:
     /// Returns true if the program ended with exit status 1 and the last box shows an error.
     bool endedWithABox()
     {
-        boxes.takeUnexpected(); // the last one is judged here
+        boxes.takeUnexpected(); // The last box is checked below.
         return end.exitStatus() == 1 && !boxes.shown().empty() &&
                (boxes.shown().back().flags & runtime::vbCritical) != 0 &&
                (boxes.shown().back().text.startsWith(u"Run-time error '") ||

@@ -75,7 +75,7 @@ bool prepareName(WorkingDay& day, Command command)
 void runInSeries(WorkingDay& day, Command command)
 {
     const auto& form = *day.child<catalogue::FrSerials>();
-    if (command != SaveSeries) // which asks nothing
+    if (command != SaveSeries) // Saving asks no question.
         day.boxes.answer(runtime::vbYes);
     WorkingDay::click(form, command == AddSeries    ? u"CmdAdd"_s
                             : command == SaveSeries ? u"CmdUpdate"_s

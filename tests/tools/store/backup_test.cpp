@@ -55,7 +55,8 @@ protected:
     Outcome backUp() const { return zomrelStore({u"backup"_s, store_.path(), target_}); }
     Outcome restore() const { return zomrelStore({u"restore"_s, target_, store_.path()}); }
 
-    /// The store and its backup lie there, byte for byte as told, and nothing else.
+    /// Expects that the folder contains the store and its backup with exactly these bytes, and no
+    /// other file.
     void expectUntouched(const QByteArray& store, const QByteArray& backup) const
     {
         EXPECT_EQ(contentsOf(store_.path()), store);
@@ -84,9 +85,9 @@ TEST_F(BackupTest, BackupHasTheStoresContents)
 TEST_F(BackupTest, BackupIsASnapshotWhileAStationWrites)
 {
     store_.execute(u"PRAGMA synchronous = OFF"_s);
-    store_.execute(u"PRAGMA busy_timeout = 120000"_s); // the backup reads as long as it takes
+    store_.execute(u"PRAGMA busy_timeout = 120000"_s); // A backup may take long.
     int order = 0;
-    constexpr int mostOrders = 30000; // an order's number has 16 bits
+    constexpr int mostOrders = 30000; // The largest order number is 32767.
     const auto addRows = [&] {
         store_.addOrder(++order);
         for (int line = 1; line <= 3; ++line)
@@ -102,7 +103,8 @@ TEST_F(BackupTest, BackupIsASnapshotWhileAStationWrites)
     for (int round = 0; round < 3; ++round) {
         const int before = order;
         const QString target = at(u"copy%1.mdb"_s.arg(round));
-        // The backup starts and can read nothing before a first order has been added.
+        // The exclusive lock makes the backup wait, so that it starts to read after the next order
+        // has been added.
         store_.execute(u"BEGIN EXCLUSIVE"_s);
         QProcess process;
         process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"backup"_s, store_.path(), target});

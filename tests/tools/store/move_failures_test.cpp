@@ -1,4 +1,4 @@
-// Moves that do not finish: the target is either complete or unchanged.
+// Tests of moves that are interrupted. The target is either complete or unchanged.
 
 #include "support/plain_sql.h"
 #include "support/server_proxy.h"
@@ -21,10 +21,11 @@ using testsupport::ThrowawayServer;
 namespace {
 
 constexpr int manyLines = 60000;
-/// Far more than what comes before the lines, far less than what the lines take.
+/// A number of bytes that is reached in the middle of copying the lines: far more than is sent
+/// before the lines, and far less than the size of all lines.
 constexpr qint64 bytesIntoTheLines = 1 << 20;
-constexpr int step = 1;          // ms
-constexpr int patience = 120000; // ms
+constexpr int step = 1;          // Milliseconds.
+constexpr int patience = 120000; // Milliseconds.
 
 class MoveFailuresTest : public testing::Test
 {
@@ -56,13 +57,14 @@ protected:
             .scalar(u"SELECT count(*) FROM pg_tables WHERE schemaname = 'public'"_s)
             .toInt();
     }
-    /// The same by way of the proxy, which holds a move up in the middle of its lines.
+    /// Returns a link to the database through the proxy, which stops a move while it copies the
+    /// lines.
     dao::Link heldUp(const QString& database) const
     {
         return {u"127.0.0.1"_s, proxy_.port(), database, u"zomrel"_s, u"disable"_s};
     }
-    /// Starts a move to or from a held-up database and returns when its lines are being copied. The
-    /// move goes on when the proxy does.
+    /// Starts a move from or to a database behind the proxy, and returns while the lines are being
+    /// copied. The move continues when the proxy resumes forwarding.
     void startMove(QProcess& process, const QString& from, const QString& to)
     {
         proxy_.stallAfterBytes(bytesIntoTheLines);
@@ -71,7 +73,7 @@ protected:
         while (!proxy_.isStalled())
             ASSERT_FALSE(process.waitForFinished(step)) << "it did not come to its lines";
     }
-    /// Returns when nobody but the keeper is connected any more.
+    /// Waits until no other connection uses the database.
     void waitForTheEndOf(const QString& database)
     {
         QProcess clock;
@@ -153,7 +155,7 @@ TEST_F(MoveFailuresTest, MoveFromAFileIsASnapshotWhileAStationWrites)
 {
     QProcess process;
     startMove(process, store_.path(), addressOf(heldUp(u"there"_s)));
-    // The station is not kept waiting while rows go to the server.
+    // The station does not have to wait while rows are sent to the server.
     store_.execute(u"PRAGMA busy_timeout = 0"_s);
     store_.execute(u"INSERT INTO Orders (Number) VALUES (2)"_s);
     proxy_.resume();

@@ -23,7 +23,7 @@ inline QStringList lines(const QByteArray& output)
     return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
 }
 
-inline constexpr int programPatience = 120000; // ms, on a busy machine too
+inline constexpr int programPatience = 120000; // Milliseconds; enough for a busy machine.
 
 /// Waits for the end of a process that may have ended already.
 inline bool hasEnded(QProcess& process)

@@ -148,7 +148,7 @@ TEST_F(ServerBackupTest, BackupIsAnEmbeddedStoreWithAllRows)
 TEST_F(ServerBackupTest, BackupIsASnapshotWhileAStationWrites)
 {
     PlainSql station(link_);
-    constexpr int mostOrders = 32000; // an order's number has 16 bits
+    constexpr int mostOrders = 32000; // The largest order number is 32767.
     int order = 1;
     const auto addWholeOrder = [&] {
         ++order;
