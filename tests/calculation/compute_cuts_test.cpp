@@ -43,11 +43,11 @@ class ComputeCutsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void ordinaryWindow();
-    void twoSashesOfAnOrdinaryWindow();
-    void monoblock();
-    void doorFrame();
-    void doorFrameWithMonoblock();
+    void ordinaryWindow_setsItsMeasures();
+    void twoSashes_shareTheWidth();
+    void monoblock_setsTheShutterMeasures();
+    void doorFrame_reducesTheOpening();
+    void doorFrameWithMonoblock_setsBoth();
     void unpaddedSingleDigit_isHundredths();
     void ordinaryWindowAfterAMonoblock_clearsTheShutter();
     void changedSeries_isReadAgain();
@@ -63,7 +63,7 @@ private slots:
     void decimalCommaLocale_readsCommasAsDecimals();
 };
 
-void ComputeCutsTest::ordinaryWindow()
+void ComputeCutsTest::ordinaryWindow_setsItsMeasures()
 {
     PanelHost host;
     host.chooseExample(1);
@@ -77,7 +77,7 @@ void ComputeCutsTest::ordinaryWindow()
     QCOMPARE(Module1::Shalav_Thick, QVariant(0.0));
 }
 
-void ComputeCutsTest::twoSashesOfAnOrdinaryWindow()
+void ComputeCutsTest::twoSashes_shareTheWidth()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -86,7 +86,7 @@ void ComputeCutsTest::twoSashesOfAnOrdinaryWindow()
     compareCells({120.5, 100.25, 119.5, 98.75, 58.15, 92.75, 53.55, 84.25, 57.1, 92, 0, 0});
 }
 
-void ComputeCutsTest::monoblock()
+void ComputeCutsTest::monoblock_setsTheShutterMeasures()
 {
     PanelHost host;
     host.chooseExample(2);
@@ -106,7 +106,7 @@ void ComputeCutsTest::monoblock()
     QCOMPARE(Module1::Argaz_Height, 18.0);
 }
 
-void ComputeCutsTest::doorFrame()
+void ComputeCutsTest::doorFrame_reducesTheOpening()
 {
     PanelHost host;
     host.chooseExample(1, u"d2000"_s);
@@ -126,7 +126,7 @@ void ComputeCutsTest::doorFrame()
     QCOMPARE(Module1::CutValues[5], 199.25); // 210 less 3.25 and 7.5
 }
 
-void ComputeCutsTest::doorFrameWithMonoblock()
+void ComputeCutsTest::doorFrameWithMonoblock_setsBoth()
 {
     PanelHost host;
     host.chooseExample(2, u"d2000"_s);

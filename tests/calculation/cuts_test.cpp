@@ -60,7 +60,7 @@ constexpr cuts::Monoblock shutterBox{
 //   sash   120.5 -  4.2 = 116.3     100.25 -  7.5  = 92.75
 //   glass  120.5 - 13.4 = 107.1     100.25 - 16    = 84.25
 //   mesh   120.5 -  6.3 = 114.2     100.25 -  8.25 = 92
-TEST(Cuts, OrdinaryWindowWithOneSash)
+TEST(Cuts, OrdinaryWindowSubtractsTheDeductions)
 {
     expectExactly(allCuts(series(1), window),
                   {119.5, 98.75, 116.3, 92.75, 107.1, 84.25, 114.2, 92});
@@ -77,7 +77,7 @@ TEST(Cuts, TwoSashesShareTheWidthsOfSashGlassAndMesh)
 //   sash   (118 -  4.2) / 2 =  56.9     82.25 -  7.5  = 74.75
 //   glass  (118 - 13.4) / 2 =  52.3     82.25 - 16    = 66.25
 //   mesh   (118 -  6.3) / 2 =  55.85    82.25 -  8.25 = 74
-TEST(Cuts, MonoblockCutsStandOnTheReducedOpening)
+TEST(Cuts, MonoblockCutsUseTheReducedOpening)
 {
     const cuts::Size reduced = cuts::shutter(window, shutterBox).reduced;
     expectExactly({reduced.width, reduced.height}, {118, 82.25});
@@ -87,7 +87,7 @@ TEST(Cuts, MonoblockCutsStandOnTheReducedOpening)
 // By hand, from the full opening: U profile 100.25 - 14 = 86.25 and 100.25 - 17.6 = 82.65, slat
 // 120.5 - 12.7 = 107.8, (100.25 - 8) / 4.5 = 92.25 / 4.5 = 20.5 slats, box as wide as the opening
 // and 18 high.
-TEST(Cuts, ShutterPartsFollowTheFullOpening)
+TEST(Cuts, ShutterPartsUseTheFullOpening)
 {
     const cuts::Shutter shutter = cuts::shutter(window, shutterBox);
     const double slats = cuts::shalavCount(window, shutterBox);
@@ -104,7 +104,7 @@ TEST(Cuts, SlatCountIsNegativeBelowItsAllowance)
 
 // By hand: 90 - 2 * 4 = 82 by 210 - 4 = 206; sash 82 - 4.2 = 77.8 by 206 - 7.5 = 198.5, and of
 // two sashes 77.8 / 2 = 38.9 each.
-TEST(Cuts, DoorFrameStandsOnBothSidesAndAbove)
+TEST(Cuts, DoorFrameIsSubtractedAtBothSidesAndTheTop)
 {
     const cuts::Size door = cuts::doorOpening({90, 210}, 4);
     expectExactly({door.width, door.height}, {82, 206});
@@ -122,7 +122,7 @@ TEST(Cuts, DoorThicknessIsDoubledWithItsHundredths)
 }
 
 // By hand: 100.1 / 3 = 33.36666..., which has no finite decimal representation.
-TEST(Cuts, NoDeductionsLeaveTheBaseAndNothingIsRounded)
+TEST(Cuts, ResultsWithoutDeductionsAreNotRounded)
 {
     const cuts::Series none{.deductions = {{{0.0, 0.0}, {0.0, 0.0}, {0.0, 0.0}, {0.0, 0.0}}},
                             .kanafNum = 3.0};
@@ -132,12 +132,12 @@ TEST(Cuts, NoDeductionsLeaveTheBaseAndNothingIsRounded)
 }
 
 // By hand: 1 - 16 = -15.
-TEST(Cuts, ADeductionLargerThanTheOpeningIsANegativeCut)
+TEST(Cuts, DeductionLargerThanTheOpeningGivesANegativeCut)
 {
     EXPECT_EQ(cuts::cutHeight(series(1), cuts::Glass, {1, 1}), -15);
 }
 
-TEST(Cuts, DivisionByZero)
+TEST(Cuts, ZeroDivisorThrowsDivisionByZero)
 {
     const auto sashWidth = [](double width, double sashes) {
         return errorOf([=] { cuts::cutWidth(series(sashes), cuts::Kanaf, {width, 1}); });
@@ -153,7 +153,7 @@ TEST(Cuts, DivisionByZero)
     EXPECT_EQ(slats(8), runtime::Overflow);
 }
 
-TEST(Cuts, ANullFailsOnlyWhereAFormulaMeetsIt)
+TEST(Cuts, NullThrowsOnlyInAFormulaThatUsesIt)
 {
     cuts::Series holed = series(0);
     holed.deductions[cuts::Glass].width.reset();
@@ -177,7 +177,7 @@ TEST(Cuts, ANullFailsOnlyWhereAFormulaMeetsIt)
               runtime::InvalidUseOfNull);
 }
 
-TEST(Cuts, AResultBeyondADoubleOverflows)
+TEST(Cuts, ResultBeyondADoubleThrowsOverflow)
 {
     constexpr double huge = std::numeric_limits<double>::max();
     cuts::Series wide = series(1);

@@ -26,7 +26,7 @@ private slots:
     void click_afterADeletion_countsAllLines();
     void keys_afterADeletion_countAllLines();
     void deletions_oneByOne_countDown();
-    void manyLines_deletedWhileScrolled();
+    void manyLines_deletedWhileScrolled_areCountedDown();
     void refresh_afterAnotherStationDeleted_countsTheRemainingLines();
     void print_withAllLinesVisible_renumbersOnlyTheFirst();
 
@@ -133,7 +133,7 @@ void LineCountTest::deletions_oneByOne_countDown()
     }
 }
 
-void LineCountTest::manyLines_deletedWhileScrolled()
+void LineCountTest::manyLines_deletedWhileScrolled_areCountedDown()
 {
     openShown(1, 120);
     QTRY_COMPARE(counter(), u"120"_s);

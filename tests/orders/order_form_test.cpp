@@ -22,19 +22,19 @@ private slots:
     void init();
     void cleanup();
 
-    void opensMaximisedInTheFrame();
-    void labels_data();
-    void labels();
-    void buttons_data();
-    void buttons();
-    void dataControlsAreHidden();
-    void customerBoxes_data();
-    void customerBoxes();
-    void gridColumns();
-    void gridFormatsTheOpening();
+    void form_opensMaximisedInTheFrame();
+    void labels_haveTheirTextsAndFonts_data();
+    void labels_haveTheirTextsAndFonts();
+    void buttons_haveTheirTextsAndFonts_data();
+    void buttons_haveTheirTextsAndFonts();
+    void dataControls_areHidden();
+    void customerBoxes_haveTheirLimitsAndDirection_data();
+    void customerBoxes_haveTheirLimitsAndDirection();
+    void grid_hasItsColumns();
+    void grid_formatsTheOpening();
     void grid_isReadOnly();
     void load_setsTheFonts();
-    void tabOrder();
+    void tabKey_visitsTheControlsInOrder();
     void enterAndEscape_pressNoButton();
     void form_fitsCommonScreenSizes_data();
     void form_fitsCommonScreenSizes();
@@ -57,7 +57,7 @@ void OrderFormTest::cleanup()
     desk_.reset();
 }
 
-void OrderFormTest::opensMaximisedInTheFrame()
+void OrderFormTest::form_opensMaximisedInTheFrame()
 {
     auto* area = desk_->window.findChild<QMdiArea*>();
     QCOMPARE(area->subWindowList().size(), 1);
@@ -68,7 +68,7 @@ void OrderFormTest::opensMaximisedInTheFrame()
     QCOMPARE(desk_->form()->layoutDirection(), Qt::RightToLeft);
 }
 
-void OrderFormTest::labels_data()
+void OrderFormTest::labels_haveTheirTextsAndFonts_data()
 {
     QTest::addColumn<QString>("caption");
 
@@ -96,7 +96,7 @@ void OrderFormTest::labels_data()
     QTest::newRow("LabelLinesInOrder") << u"0"_s;
 }
 
-void OrderFormTest::labels()
+void OrderFormTest::labels_haveTheirTextsAndFonts()
 {
     QFETCH(QString, caption);
     const auto* label = desk_->on<QLabel>(QTest::currentDataTag());
@@ -106,7 +106,7 @@ void OrderFormTest::labels()
     QCOMPARE(label->font().family(), counter ? u"MS Sans Serif"_s : u"David"_s);
 }
 
-void OrderFormTest::buttons_data()
+void OrderFormTest::buttons_haveTheirTextsAndFonts_data()
 {
     QTest::addColumn<QString>("caption");
 
@@ -124,7 +124,7 @@ void OrderFormTest::buttons_data()
     QTest::newRow("Command2") << u"סיום"_s;
 }
 
-void OrderFormTest::buttons()
+void OrderFormTest::buttons_haveTheirTextsAndFonts()
 {
     QFETCH(QString, caption);
     const auto* button = desk_->on<QPushButton>(QTest::currentDataTag());
@@ -134,7 +134,7 @@ void OrderFormTest::buttons()
     QVERIFY(button->isVisible());
 }
 
-void OrderFormTest::dataControlsAreHidden()
+void OrderFormTest::dataControls_areHidden()
 {
     const auto controls = desk_->form()->findChildren<controls::DataControl*>();
     QCOMPARE(controls.size(), 14);
@@ -142,7 +142,7 @@ void OrderFormTest::dataControlsAreHidden()
         QVERIFY2(!each->isVisible(), qPrintable(each->objectName()));
 }
 
-void OrderFormTest::customerBoxes_data()
+void OrderFormTest::customerBoxes_haveTheirLimitsAndDirection_data()
 {
     QTest::addColumn<int>("maxLength");
     QTest::newRow("TextCustomerName") << 50;
@@ -150,7 +150,7 @@ void OrderFormTest::customerBoxes_data()
     QTest::newRow("TextCustomerTel") << 20;
 }
 
-void OrderFormTest::customerBoxes()
+void OrderFormTest::customerBoxes_haveTheirLimitsAndDirection()
 {
     QFETCH(int, maxLength);
     const auto* box = desk_->on<QLineEdit>(QTest::currentDataTag());
@@ -160,7 +160,7 @@ void OrderFormTest::customerBoxes()
     QCOMPARE(box->font().family(), u"David"_s);
 }
 
-void OrderFormTest::gridColumns()
+void OrderFormTest::grid_hasItsColumns()
 {
     const auto* grid = desk_->on<controls::DBGrid>("DBGrid1");
     const QStringList shown{u"גובה פתח"_s, u"רוחב פתח"_s, u"שם סדרה"_s, u"סוג חלון"_s, u"מס' "_s};
@@ -182,7 +182,7 @@ void OrderFormTest::gridColumns()
     QVERIFY(grid->columnViewportPosition(0) < grid->columnViewportPosition(4));
 }
 
-void OrderFormTest::gridFormatsTheOpening()
+void OrderFormTest::grid_formatsTheOpening()
 {
     desk_->store.execute(
         u"UPDATE Cuts SET MYHeight = 100.5, MyWidth = 92, Name = 'קליל', Kind = 'אור'"_s);
@@ -227,7 +227,7 @@ void OrderFormTest::load_setsTheFonts()
     QVERIFY(desk_->on<QGroupBox>("Frame1")->font().pointSize() != 13);
 }
 
-void OrderFormTest::tabOrder()
+void OrderFormTest::tabKey_visitsTheControlsInOrder()
 {
     desk_->form()->opening().FrameDoorMashkof->show();
     desk_->on<QPushButton>("CmdOpenOrder")->setEnabled(true);

@@ -17,14 +17,14 @@ private slots:
     void init();
     void cleanup();
 
-    void refusedWriteIsToldAndKept_data();
-    void refusedWriteIsToldAndKept();
-    void refusedNewRowIsToldAndKept();
-    void refusalOnLeavingTheGrid();
-    void refusalOnClosing();
-    void refusedDeleteIsTold();
-    void rowDeletedByAnotherStation();
-    void readingFailureIsARunTimeError();
+    void refusedWrite_showsItsReasonAndKeepsTheText_data();
+    void refusedWrite_showsItsReasonAndKeepsTheText();
+    void refusedNewRow_showsItsReasonAndKeepsTheText();
+    void refusedWrite_afterLeavingTheGrid_returnsTheFocus();
+    void refusedWrite_onClosing_keepsTheText();
+    void refusedDelete_showsItsReasonAndKeepsTheRow();
+    void rowDeletedByAnotherStation_isReportedAndRemoved();
+    void readError_opensTheErrorBox();
 
 private:
     std::unique_ptr<SampleStore> store_;
@@ -45,13 +45,13 @@ void DBGridRefusalTest::cleanup()
     store_.reset();
 }
 
-void DBGridRefusalTest::refusedWriteIsToldAndKept_data()
+void DBGridRefusalTest::refusedWrite_showsItsReasonAndKeepsTheText_data()
 {
     QTest::addColumn<QString>("before"); // SQL statement
     QTest::addColumn<QString>("after");
     QTest::addColumn<int>("column");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("mended");
+    QTest::addColumn<QString>("corrected");
     QTest::addColumn<QString>("reason");
 
     QTest::newRow("too long") << u""_s << u""_s << nameColumn << u"12345678901"_s << u"1234567890"_s
@@ -64,13 +64,13 @@ void DBGridRefusalTest::refusedWriteIsToldAndKept_data()
                             << u"תפוסים"_s;
 }
 
-void DBGridRefusalTest::refusedWriteIsToldAndKept()
+void DBGridRefusalTest::refusedWrite_showsItsReasonAndKeepsTheText()
 {
     QFETCH(const QString, before);
     QFETCH(const QString, after);
     QFETCH(const int, column);
     QFETCH(const QString, typed);
-    QFETCH(const QString, mended);
+    QFETCH(const QString, corrected);
     QFETCH(const QString, reason);
     store_->addLines({u"a"_s, u"b"_s});
     store_->sql(u"UPDATE Lines SET Size = 1"_s);
@@ -105,16 +105,16 @@ void DBGridRefusalTest::refusedWriteIsToldAndKept()
     if (!after.isEmpty())
         store_->sql(after);
     QTRY_COMPARE(form.grid->currentIndex().row(), 0);
-    form.type(mended);
+    form.type(corrected);
     form.press(Qt::Key_Down);
-    QCOMPARE(cellText(*form.grid, 0, column), mended);
+    QCOMPARE(cellText(*form.grid, 0, column), corrected);
     const QString field = column == nameColumn ? u"Name"_s : u"Size"_s;
     QCOMPARE(store_->sql(u"SELECT %1 FROM Lines ORDER BY Code"_s.arg(field))[0][0].toString(),
-             mended);
+             corrected);
     QCOMPARE(form.grid->currentIndex().row(), 1);
 }
 
-void DBGridRefusalTest::refusedNewRowIsToldAndKept()
+void DBGridRefusalTest::refusedNewRow_showsItsReasonAndKeepsTheText()
 {
     store_->sql(u"DROP TABLE Lines"_s);
     store_->sql(u"CREATE TABLE Lines (Code COUNTER PRIMARY KEY, Name TEXT(10), Size DOUBLE, "
@@ -135,7 +135,7 @@ void DBGridRefusalTest::refusedNewRowIsToldAndKept()
     QVERIFY(form.grid->commitEdits());
 }
 
-void DBGridRefusalTest::refusalOnLeavingTheGrid()
+void DBGridRefusalTest::refusedWrite_afterLeavingTheGrid_returnsTheFocus()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -151,7 +151,7 @@ void DBGridRefusalTest::refusalOnLeavingTheGrid()
     QCOMPARE(store_->names(), QStringList{u"a"_s});
 }
 
-void DBGridRefusalTest::refusalOnClosing()
+void DBGridRefusalTest::refusedWrite_onClosing_keepsTheText()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -168,7 +168,7 @@ void DBGridRefusalTest::refusalOnClosing()
     QCOMPARE(store_->names(), QStringList{u"b"_s});
 }
 
-void DBGridRefusalTest::refusedDeleteIsTold()
+void DBGridRefusalTest::refusedDelete_showsItsReasonAndKeepsTheRow()
 {
     store_->addLines({u"a"_s});
     const EditForm form(*store_);
@@ -184,7 +184,7 @@ void DBGridRefusalTest::refusedDeleteIsTold()
     QCOMPARE(store_->names(), QStringList());
 }
 
-void DBGridRefusalTest::rowDeletedByAnotherStation()
+void DBGridRefusalTest::rowDeletedByAnotherStation_isReportedAndRemoved()
 {
     store_->addLines({u"a"_s, u"b"_s});
     const EditForm form(*store_);
@@ -203,7 +203,7 @@ void DBGridRefusalTest::rowDeletedByAnotherStation()
     QCOMPARE(store_->names(), QStringList{u"b"_s});
 }
 
-void DBGridRefusalTest::readingFailureIsARunTimeError()
+void DBGridRefusalTest::readError_opensTheErrorBox()
 {
     store_->addLines({u"a"_s, u"b"_s});
     testsupport::RecordedEnd end;

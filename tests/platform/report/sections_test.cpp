@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(Sections, StandAsDesigned)
+TEST(Sections, HaveTheControlsOfTheDesign)
 {
     auto sections = makeSections(testsupport::smallReport);
     ASSERT_EQ(sections.size(), 3u);

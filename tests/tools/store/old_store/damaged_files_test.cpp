@@ -55,7 +55,7 @@ protected:
 
 } // namespace
 
-TEST_P(DamagedFilesTest, CutOffAtEverySixteenth)
+TEST_P(DamagedFilesTest, TruncatedFileIsRefusedOrHarmless)
 {
     for (int part = 0; part < 16; ++part) {
         for (const int more : {0, 777}) {
@@ -65,7 +65,7 @@ TEST_P(DamagedFilesTest, CutOffAtEverySixteenth)
     }
 }
 
-TEST_P(DamagedFilesTest, WithoutItsEnd)
+TEST_P(DamagedFilesTest, FileWithoutItsEndIsRefused)
 {
     // In both files there are lines after this position.
     folder_.write(whole_.left(whole_.size() * 7 / 8));
@@ -77,7 +77,7 @@ TEST_P(DamagedFilesTest, WithoutItsEnd)
         << outcome.err.first().toStdString();
 }
 
-TEST_P(DamagedFilesTest, WithBytesOverwritten)
+TEST_P(DamagedFilesTest, OverwrittenBytesAreRefusedOrHarmless)
 {
     QRandomGenerator random(20261121);
     for (int round = 0; round < 24; ++round) {
@@ -96,7 +96,7 @@ TEST_P(DamagedFilesTest, WithBytesOverwritten)
     }
 }
 
-TEST_P(DamagedFilesTest, WithPagesOfZerosAndOfOnes)
+TEST_P(DamagedFilesTest, PagesOfZerosOrOnesAreRefusedOrHarmless)
 {
     for (qsizetype page = 1; page < whole_.size() / pageSize_; page += 13) {
         QByteArray damaged = whole_;
