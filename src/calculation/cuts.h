@@ -26,7 +26,8 @@ struct Deduction
     std::optional<double> height;
 };
 
-/// Index of a part of a window, in this room and in every control array.
+/// Index of a part of a window. Arrays of controls with one control for each part have the same
+/// order.
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
 
 struct Series

@@ -68,8 +68,8 @@ void FormSelectSerial::connectHandlers()
                 [this](bool checked) { CheckKind_Click(checked); });
     runtime::on(ComboMonoBlock, &QComboBox::currentIndexChanged, this,
                 [this](int position) { ComboMonoBlock_Click(position); });
-    // The signal `activated` is connected as well, because choosing the current entry again must
-    // fill the boxes again.
+    // `currentIndexChanged` is not emitted if the user chooses the current entry again. `activated`
+    // is, and then the boxes are filled again.
     runtime::on(ComboMonoBlock, &QComboBox::activated, this,
                 [this](int position) { ComboMonoBlock_Click(position); });
     runtime::on(CmdPic, &QPushButton::clicked, this, [this] { ChooseSeries(); });

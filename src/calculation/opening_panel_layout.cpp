@@ -135,8 +135,8 @@ void OpeningPanel::buildFrameDoorMashkof()
     row->addWidget(caption(u"Label11"_s, u"עובי משקוף דלת :"_s, FrameDoorMashkof));
     row->addWidget(measurePair(2, u"4"_s, FrameDoorMashkof));
     row->addStretch();
-    // The hidden box keeps its space, so that the layout does not move when a door series is
-    // chosen.
+    // The box of the door frame's thickness keeps its space while it is hidden, so that the layout
+    // does not move when a door series is chosen.
     QSizePolicy policy = FrameDoorMashkof->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     FrameDoorMashkof->setSizePolicy(policy);

@@ -19,8 +19,8 @@ class FrColorKind : public controls::ChildForm
     Q_OBJECT
 
 public:
-    /// Creates the editor and loads the eight tables. Throws any error of store::OpenMyDataBase,
-    /// such as DatabaseFileNotFound (3024) or Locked (3260).
+    /// Creates the editor and loads the eight tables of kinds and colours. Throws any error of
+    /// store::OpenMyDataBase, such as DatabaseFileNotFound (3024) or Locked (3260).
     FrColorKind();
 
 protected:

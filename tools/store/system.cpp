@@ -36,7 +36,8 @@ void limit(decltype(RLIMIT_CORE) resource, rlim_t value)
 void limitThisProcess()
 {
     limit(RLIMIT_CORE, 0);
-// AddressSanitizer reserves most of the address space, so the limit is not set with it.
+// In a build with AddressSanitizer memory is not limited, because AddressSanitizer reserves most of
+// the address space.
 #ifndef ZOMREL_ADDRESS_SANITIZER
     constexpr rlim_t memory = rlim_t{1} << 30U;
     limit(RLIMIT_AS, memory);

@@ -256,7 +256,8 @@ void DBGrid::paintEvent(QPaintEvent* event)
     markShownRows();
 }
 
-/// Counts all rows up to the last visible one as reached. Does not throw.
+/// Tells the recordset that all rows up to the last visible one have been reached, so that
+/// RecordCount includes them. Does not throw.
 void DBGrid::markShownRows()
 {
     if (rows() == nullptr)

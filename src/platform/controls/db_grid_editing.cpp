@@ -59,7 +59,8 @@ void DBGrid::flushEditor()
         commitData(editor);
 }
 
-/// Writes the edited row. Returns false on a refusal, whose text is kept for tellRefusal.
+/// Writes the edited row. Returns false if the store refuses the row; tellRefusal shows the reason
+/// later.
 bool DBGrid::writeRow()
 {
     if (model_->editedRow() < 0 || rows() == nullptr)

@@ -34,14 +34,14 @@ public:
     int recordCount() const;
     /// Returns the key of a row, or an invalid key if the row is not in the store.
     dao::RowKey keyAt(int row) const;
-    /// Returns the row with this key, or -1 if the model has no such row.
+    /// Returns the index of the row with this key, or -1 if the model has no such row.
     int rowOf(const dao::RowKey& key) const;
 
     void addRow(const dao::RowKey& key);
     void updateRow(const dao::RowKey& key);
     void removeRow(const dao::RowKey& key);
 
-    /// Returns the row with unwritten text, or -1 if there is none.
+    /// Returns the index of the row with unwritten text, or -1 if there is none.
     int editedRow() const;
     /// Writes the edited row. Throws if the store refuses it; the store and the unwritten text are
     /// then unchanged.
