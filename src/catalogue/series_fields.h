@@ -60,7 +60,8 @@ private:
     void addDeductions(QVBoxLayout& column);
     void addRemark(QVBoxLayout& column);
     void loadFrom(dao::Recordset& series);
-    /// The whole box and the hundredths box of deduction 0 to 7 are adjacent in TextNum.
+    /// These functions return the whole box and the hundredths box of a deduction by its index, 0
+    /// to 7. TextNum holds the two boxes one after the other.
     base::MeasureBox*& whole(int index) { return TextNum[std::size_t(index) * 2]; }
     base::MeasureBox*& hundredths(int index) { return TextNum[std::size_t(index) * 2 + 1]; }
 

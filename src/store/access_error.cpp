@@ -72,7 +72,7 @@ void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription
     case runtime::DiskOrNetworkError:
     case notAValidPath:
         return reportNoAccess(text);
-    // ObjectNotSet is treated as a lock error on purpose.
+    // ObjectNotSet (91) deliberately gets the same message as a locked store.
     case runtime::ObjectNotSet:
     case runtime::Locked:
     case lockedByUser:

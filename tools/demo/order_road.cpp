@@ -97,8 +97,8 @@ void standOnSeries(QTableView& grid, const QString& series)
     throw Refused{u"no such series: "_s + series};
 }
 
-/// While it exists, answers every message box and keeps the first one. The box of a run-time error
-/// is still shown by the previous handler.
+/// During its lifetime, answers every message box and remembers the first one. The box of a
+/// run-time error is still shown by the previous handler.
 class RefusalWatch
 {
 public:

@@ -11,8 +11,8 @@
 #include <unistd.h>
 #endif
 
-// GCC defines __SANITIZE_ADDRESS__. Clang has __has_feature, and Qt defines __has_feature for
-// compilers without it.
+// Detects a build with AddressSanitizer. GCC defines __SANITIZE_ADDRESS__. Clang has __has_feature,
+// which Qt defines for compilers without it.
 #if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
 #define ZOMREL_ADDRESS_SANITIZER
 #endif

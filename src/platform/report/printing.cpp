@@ -129,7 +129,8 @@ Outcome writeTo(const QString& path, Document& document, Format format, QWidget*
 
 void printDocument(Document& document, int currentPage, QWidget* parent)
 {
-    // The print dialog shows the number of pages, which is final only after readAll.
+    // All rows are read before the print dialog opens, because the dialog shows the number of
+    // pages.
     document.readAll();
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(document.title());

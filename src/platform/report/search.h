@@ -6,7 +6,8 @@
 
 namespace report {
 
-/// The place of a search hit: its page, and its control counted over all bands of the page.
+/// The place of a search hit: the index of the page, and the index of the control among all
+/// controls of the page.
 struct Hit
 {
     int page;

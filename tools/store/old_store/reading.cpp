@@ -28,9 +28,9 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
             environment.remove(name);
-        // The library does not reset its character conversion between names, so a Hebrew letter at
-        // the end of one name would spill into the next. With ISO-8859-1 every byte is one
-        // character.
+        // The library does not reset its character conversion between names, so the last letter of
+        // a Hebrew name would change the next name. ISO-8859-1 prevents this, because it converts
+        // each byte by itself.
         environment.insert(u"MDB_JET3_CHARSET"_s, u"ISO-8859-1"_s);
         process_.setProcessEnvironment(environment);
         process_.setStandardInputFile(QProcess::nullDevice());
