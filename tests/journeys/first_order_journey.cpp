@@ -64,7 +64,7 @@ void FirstOrderJourney::firstOrder_storesAnOrdinaryLine()
     typeOpening(program, u"120"_s, u"50"_s, u"100"_s, u"25"_s);
     const QDate dayBefore = QDate::currentDate();
     addLine(program, 1);
-    const QDate dayAfter = QDate::currentDate(); // another one where midnight has passed
+    const QDate dayAfter = QDate::currentDate(); // The next day after midnight.
 
     compareNumbers(line(program, 1, 1, cutSizes),
                    {119.5, 98.75, 58.15, 92.75, 53.55, 84.25, 57.1, 92});

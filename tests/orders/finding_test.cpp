@@ -184,7 +184,7 @@ void FindingTest::move_showsTheLinesAfterTheTimer()
         auto* orderGrid = grid(dialog, u"DBGrid1"_s);
         orderGrid->setCurrentIndex(orderGrid->model()->index(0, 4));
         QVERIFY(timer->isActive());
-        QCOMPARE(lineRows(dialog).Fields(u"Order_Num"_s).Value().toInt(), 2); // not yet
+        QCOMPARE(lineRows(dialog).Fields(u"Order_Num"_s).Value().toInt(), 2); // Not updated yet.
         QTRY_VERIFY(!timer->isActive());
         QCOMPARE(lineRows(dialog).Fields(u"Order_Num"_s).Value().toInt(), 1);
         QCOMPARE(grid(dialog, u"DBGrid2"_s)->caption(), u"שורות בהזמנה : 1"_s);

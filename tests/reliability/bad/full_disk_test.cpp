@@ -158,7 +158,7 @@ AllRows withoutGaps(const AllRows& rows)
     return anew;
 }
 
-/// The grid has said that it could not write its row.
+/// Returns true if the last message box is the grid's message that the row could not be written.
 bool isRefused(WorkingDay& day)
 {
     return day.lastBox().startsWith(u"השורה לא נ"_s) && day.boxes.takeUnexpected().size() == 1;
@@ -180,9 +180,9 @@ void FullDiskTest::initTestCase()
 void FullDiskTest::fullDisk_commandIsCompleteOrRefused_data()
 {
     QTest::addColumn<int>("command");
-    // The percentage of the store's size that can be rewritten.
+    // The part of the store's size, in percent, that can be written before the disk is full.
     QTest::addColumn<qint64>("percent");
-    // The bytes that can be written beyond it.
+    // The number of bytes that can be written in addition to `percent`.
     QTest::addColumn<qint64>("room");
     for (const auto& [name, number] : writingCommands) {
         if (testsupport::isOnServer()) {
