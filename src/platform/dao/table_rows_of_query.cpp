@@ -30,7 +30,7 @@ TableRows::Beginning TableRows::beginning(Session& session,
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
         ordering(session, order, 0, Direction::Forward);
     Beginning result;
-    // Both conditions are the same one and name the same parameter.
+    // The count and the subquery have the same condition and refer to the same parameter.
     for (StoredValues& columns : session.rows(sql, met.values)) {
         result.total = columns.front().toULongLong();
         columns.erase(columns.begin());

@@ -55,7 +55,7 @@ TEST_F(AdoTest, shortQuery_returnsTheRowsOfTheMomentOfExecution)
     add(4, 0);
     sql(u"DELETE FROM Items WHERE Code = 2"_s);
     sql(u"UPDATE Items SET Num = 70 WHERE Code = 1"_s);
-    EXPECT_FALSE(rows->readAll()) << "they are all there";
+    EXPECT_FALSE(rows->readAll()) << "all rows are loaded";
     EXPECT_EQ(rows->RecordCount(), 3);
     const auto all = rows->rows(0, 10);
     ASSERT_EQ(all.size(), 3u);
@@ -103,8 +103,8 @@ TEST_F(AdoTest, longQueryReadAgain_returnsOneSnapshot)
     EXPECT_EQ(rows->rows(997, 5)[0][0], 2);
     sql(u"DELETE FROM Items"_s);
     EXPECT_FALSE(rows->readAll());
-    EXPECT_EQ(rows->rows(998, 1)[0][0], 1) << "as it stood";
-    EXPECT_TRUE(others->rows(990, 5).empty()) << "all rows are of the moment of the last reading";
+    EXPECT_EQ(rows->rows(998, 1)[0][0], 1) << "as in the snapshot";
+    EXPECT_TRUE(others->rows(990, 5).empty()) << "all rows come from the last snapshot";
     EXPECT_EQ(others->RecordCount(), 0);
 }
 

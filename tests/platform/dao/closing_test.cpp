@@ -39,7 +39,7 @@ TEST_F(ClosingTest, closedDatabase_failsEveryCallOnItsRecordset)
         for (std::size_t i = 0; i < calls.size(); ++i)
             EXPECT_EQ(errorOf(calls[i]), 3420) << "call " << i;
         EXPECT_FALSE(rows->database()->isOpen());
-        EXPECT_EQ(pages->rowCount(), 1) << "what was known is told without an exception";
+        EXPECT_EQ(pages->rowCount(), 1) << "known values are returned without an exception";
         EXPECT_FALSE(pages->value(0, 0).isValid());
     }
 }

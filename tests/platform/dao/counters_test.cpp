@@ -98,7 +98,7 @@ protected:
 
 TEST_F(CountersTest, VacuumAfterADeletion_nextNumberIsNew)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     makeLines();
     addThreeAndDeleteTheLast();
     sql(u"VACUUM"_s);
@@ -110,7 +110,7 @@ TEST_F(CountersTest, VacuumAfterADeletion_nextNumberIsNew)
 
 TEST_F(CountersTest, DumpReadInAgainAfterADeletion_nextNumberIsNew)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     makeLines();
     addThreeAndDeleteTheLast();
     readDumpIn();
@@ -156,7 +156,7 @@ TEST_F(CountersTest, LowerNumberAssigned_leavesTheCounter)
 
 TEST_F(CountersTest, OtherTextInTheField_countsOn)
 {
-    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    EMBEDDED_ONLY("a server does not store values of another type");
     makeLines();
     add(6);
     sql(u"INSERT INTO Lines (Code) VALUES ('seven')"_s);
@@ -175,7 +175,7 @@ TEST_F(CountersTest, internalTables_areNotListed)
     ASSERT_EQ(database->tableDefs().Count(), 1);
     EXPECT_EQ(database->tableDefs()(0).Name(), u"Lines"_s);
     EXPECT_EQ(errorOf([&] { database->tableDefs()(u"Zomrel_Notes"_s); }), 3265);
-    EXPECT_EQ(table(u"Zomrel_Notes"_s)->RecordCount(), 0) << "it opens by its name";
+    EXPECT_EQ(table(u"Zomrel_Notes"_s)->RecordCount(), 0) << "it can be opened by its name";
 }
 
 // The last number -------------------------------------------------------------------------------
@@ -212,7 +212,7 @@ TEST_F(CountersTest, LastNumberGivenAndDeleted_staysExhausted)
     raw_.reset();
     EXPECT_EQ(errorOf([&] { add(); }), runtime::Overflow);
     EXPECT_TRUE(table(u"Lines"_s)->isEof());
-    EXPECT_EQ(add(5), 5) << "a number that is assigned is stored all the same";
+    EXPECT_EQ(add(5), 5) << "an assigned number is stored anyway";
 }
 
 TEST_F(CountersTest, lastNumberInATableWithoutTriggers_nextRowIsRefused)

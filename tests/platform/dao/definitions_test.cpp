@@ -235,7 +235,7 @@ TEST_F(DefinitionsTest, tableThatFailsToBeCreated_leavesNothing)
         twice.indexes().Append(dao::Index({u"Same"_s, {u"A"_s}, false, false}));
     EXPECT_NE(errorOf([&] { database->tableDefs().Append(twice); }), 0);
     EXPECT_EQ(open()->tableDefs().Count(), 0);
-    EXPECT_EQ(errorOf([&] { appendPeople(*database); }), 0) << "nothing stayed open";
+    EXPECT_EQ(errorOf([&] { appendPeople(*database); }), 0) << "no statement is left open";
 }
 
 TEST_F(DefinitionsTest, tableWithoutFields_isStillListed)
@@ -249,7 +249,7 @@ TEST_F(DefinitionsTest, tableWithoutFields_isStillListed)
     ASSERT_EQ(database->tableDefs().Count(), 2);
     EXPECT_EQ(database->tableDefs()(1).Name(), u"Orders"_s);
     EXPECT_EQ(database->tableDefs()(1).indexes().Count(), 0);
-    EXPECT_EQ(open()->tableDefs().Count(), 1) << "it stands in this definition alone";
+    EXPECT_EQ(open()->tableDefs().Count(), 1) << "it exists only in this definition";
 }
 
 TEST_F(DefinitionsTest, assignedCounter_isContinuedFrom)

@@ -150,7 +150,7 @@ TEST_F(DynasetTest, rowsMarkedAsReached_areCountedWithoutAMove)
     rows->Delete();
     EXPECT_EQ(rows->RecordCount(), 2);
     rows->markReached(100);
-    EXPECT_EQ(rows->RecordCount(), 4) << "no more than there are";
+    EXPECT_EQ(rows->RecordCount(), 4) << "not more than there are";
     rows->AddNew();
     rows->Update();
     rows->markReached(100);
@@ -186,11 +186,11 @@ TEST_F(DynasetTest, requeryAfterSomeRows_countsAsManyAgain)
     EXPECT_EQ(rows->RecordCount(), 4) << "the three reached and the one added";
     sql(u"DELETE FROM Items WHERE Num > 2"_s);
     rows->requeryAsFarAsReached();
-    EXPECT_EQ(rows->RecordCount(), 2) << "no more than are left";
+    EXPECT_EQ(rows->RecordCount(), 2) << "not more than are left";
     rows->MoveLast();
     EXPECT_EQ(rows->Fields(u"Code"_s).Value(), 2);
     rows->Requery();
-    EXPECT_EQ(rows->RecordCount(), 1) << "a plain Requery begins anew";
+    EXPECT_EQ(rows->RecordCount(), 1) << "a plain Requery counts from the start again";
 }
 
 TEST_F(DynasetTest, requeryAfterTheEnd_countsAllRowsAgain)

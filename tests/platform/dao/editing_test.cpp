@@ -64,7 +64,7 @@ TEST_F(EditingTest, editWithoutChanges_writesNothing)
 /// The test simulates the full disk with a limit of the engine.
 TEST_F(EditingTest, fullDisk_throwsDiskFullAndKeepsTheStore)
 {
-    EMBEDDED_ONLY("a server tells of its own disk");
+    EMBEDDED_ONLY("the test cannot fill a server's disk");
     constexpr int most = 1000;
     const auto database = open();
     const int pages = database->session().rows(u"PRAGMA page_count"_s).front().front().toInt();
@@ -86,7 +86,7 @@ TEST_F(EditingTest, fullDisk_throwsDiskFullAndKeepsTheStore)
 
 TEST_F(EditingTest, storedValueOfAnotherType_canBeReplaced)
 {
-    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    EMBEDDED_ONLY("a server does not store values of another type");
     sql(u"INSERT INTO Items (Code, Num) VALUES (1, 'many')"_s);
     const auto rows = dynaset(u"Items"_s);
     rows->Edit();
@@ -260,7 +260,7 @@ TEST_F(EditingTest, lockedStore_failsAfterTheLockWaitAndWritesNothing)
 
 TEST_F(EditingTest, anotherStationReads_deletionThrowsLocked)
 {
-    EMBEDDED_ONLY("readers keep no writer out of a server");
+    EMBEDDED_ONLY("on a server, readers do not block writers");
     add(1, 10);
     add(2, 20);
     const auto rows = dynaset(u"Items"_s);
@@ -297,7 +297,7 @@ TEST_F(EditingTest, betweenTwoCalls_noLockIsHeld)
 
 TEST_F(EditingTest, counterWithoutTriggers_isNumberedByTheInsert)
 {
-    EMBEDDED_ONLY("a server's key is never Null");
+    EMBEDDED_ONLY("a primary key on a server cannot be Null");
     sql(u"INSERT INTO Items (Code) VALUES (NULL)"_s);
     add(41, 1);
     const auto rows = dynaset(u"Items"_s);

@@ -35,7 +35,7 @@ TEST_F(ExaminationTest, rows_areVisitedOnceInInsertionOrder)
 
 TEST_F(ExaminationTest, storedValuesOfAnotherType_areReportedAsUnreadable)
 {
-    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    EMBEDDED_ONLY("a server does not store values of another type");
     sql(u"INSERT INTO Items (Code, Num, Name, Small, Amount, Day, Done, Note) "
         "VALUES (1, 'many', 'longer than ten', 40000, 'wide', '2026-13-01', -1, 'note')"_s);
     sql(u"INSERT INTO Items (Code, Amount, Day, Done) VALUES (2, 1.5, '2026-03-01', 0)"_s);
@@ -64,7 +64,7 @@ TEST_F(ExaminationTest, soundStore_hasNoFindings)
 
 TEST_F(ExaminationTest, indexWithMissingRows_isFound)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     add(1, 5);
     // The definition of the index is changed to another field, but its contents are not.
     sql(u"PRAGMA writable_schema = ON"_s);

@@ -60,7 +60,7 @@ TEST_F(FieldsTest, fields_areFoundByPositionAndByNameInAnyCase)
 
 TEST_F(FieldsTest, declaredTypesInAnySpelling_areRecognised)
 {
-    EMBEDDED_ONLY("a server knows its own types alone");
+    EMBEDDED_ONLY("a server has its own type names");
     sql(u"CREATE TABLE Kinds (A text ( 7 ), B Long, C double, D datetime, E boolean, F counter, "
         "G integer, H VARCHAR(9), I, J TEXT(5,2), K DOUBLE PRECISION, L \"TEXT(\", "
         "M \"TEXT()\", N \"LONG(4) \")"_s);
@@ -166,7 +166,7 @@ TEST_F(FieldsTest, zeroCharacterInAText_isStoredOrRefused)
         return;
     }
     EXPECT_EQ(errorOf([&] { stored(u"Name"_s, zero); }), 3421);
-    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 0) << "nothing half-written";
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 0) << "no partial write";
 }
 
 TEST_F(FieldsTest, emptyText_differsFromNull)
@@ -257,7 +257,7 @@ TEST_F(FieldsTest, datesInOtherIsoForms_areRead)
 
 TEST_F(FieldsTest, storedValuesOfAnotherType_areRefused)
 {
-    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    EMBEDDED_ONLY("a server does not store values of another type");
     EXPECT_EQ(errorOfReading(u"Num"_s, u"'many'"_s), 3421);
     EXPECT_EQ(errorOfReading(u"Num"_s, u"''"_s), 3421);
     EXPECT_EQ(errorOfReading(u"Num"_s, u"x'00'"_s), 3421);

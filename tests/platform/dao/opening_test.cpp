@@ -25,7 +25,7 @@ protected:
 
 TEST_F(OpeningTest, missingFile_throwsAnErrorAndIsNotCreated)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     EXPECT_EQ(errorOf([&] { open(); }), 3024);
     EXPECT_FALSE(QFile::exists(path_));
     EXPECT_TRUE(descriptionOfOpening().contains(path_));
@@ -33,7 +33,7 @@ TEST_F(OpeningTest, missingFile_throwsAnErrorAndIsNotCreated)
 
 TEST_F(OpeningTest, missingFolder_throwsAnError)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     path_ = folder_.filePath(u"nowhere/Aluminium.mdb"_s);
     EXPECT_EQ(errorOf([&] { open(); }), 3024);
     EXPECT_EQ(errorOf([&] { dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_); }),
@@ -42,7 +42,7 @@ TEST_F(OpeningTest, missingFolder_throwsAnError)
 
 TEST_F(OpeningTest, emptyFile_isRefused)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     writeFile({});
     EXPECT_EQ(errorOf([&] { open(); }), 3343);
     EXPECT_EQ(QFile(path_).size(), 0);
@@ -50,7 +50,7 @@ TEST_F(OpeningTest, emptyFile_isRefused)
 
 TEST_F(OpeningTest, fileThatIsNotAStore_isRefused)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     for (const QByteArray& contents : {QByteArray("x"), QByteArray(16, '\0'),
                                        QByteArray("Standard Jet DB"), QByteArray(10000, 'z')}) {
         writeFile(contents);
@@ -61,14 +61,14 @@ TEST_F(OpeningTest, fileThatIsNotAStore_isRefused)
 
 TEST_F(OpeningTest, folder_isRefused)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     ASSERT_TRUE(QDir().mkpath(path_));
     EXPECT_EQ(errorOf([&] { open(); }), 3051);
 }
 
 TEST_F(OpeningTest, damagedStore_throwsCorruptDatabase)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     QFile file(path_);
@@ -81,20 +81,20 @@ TEST_F(OpeningTest, damagedStore_throwsCorruptDatabase)
 
 TEST_F(OpeningTest, damagedHeader_throwsCorruptDatabase)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     QFile file(path_);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.seek(16));
-    ASSERT_EQ(file.write("\x03\x03", 2), 2) << "a page size that cannot be";
+    ASSERT_EQ(file.write("\x03\x03", 2), 2) << "an invalid page size";
     file.close();
     EXPECT_EQ(errorOf([&] { open(); }), 3049);
 }
 
 TEST_F(OpeningTest, lockedStore_failsAfterTheLockWait)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     sql(u"BEGIN EXCLUSIVE"_s);
     EXPECT_EQ(errorOf([&] { open(); }), 3260);
@@ -104,7 +104,7 @@ TEST_F(OpeningTest, lockedStore_failsAfterTheLockWait)
 
 TEST_F(OpeningTest, pathWithAnyCharacters_canBeOpened)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     for (const QString& name : {u"חלונות ודלתות.mdb"_s, u"a b?c#d%20e&mode=ro.mdb"_s,
                                 u"x;y'z\"w.mdb"_s, u"file:memory.mdb"_s}) {
         path_ = folder_.filePath(name);
@@ -121,7 +121,7 @@ TEST_F(OpeningTest, pathWithAnyCharacters_canBeOpened)
 
 TEST_F(OpeningTest, opening_doesNotWriteTheFile)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     QFile file(path_);
@@ -136,7 +136,7 @@ TEST_F(OpeningTest, opening_doesNotWriteTheFile)
 
 TEST_F(OpeningTest, storeWithAWriteAheadLog_getsARollbackJournal)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     ASSERT_EQ(scalar(u"PRAGMA journal_mode = WAL"_s).toString(), u"wal"_s);
     raw_.reset();
@@ -158,7 +158,7 @@ protected:
 
 TEST_F(DurabilityTest, newAndReusedConnections_syncTheFolderAfterACommit)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     expectDurableCommits(*open());
@@ -168,7 +168,7 @@ TEST_F(DurabilityTest, newAndReusedConnections_syncTheFolderAfterACommit)
 
 TEST_F(DurabilityTest, databasesThatAreOpenAtTheSameTime_syncTheFolderAfterACommit)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     const auto first = open();
     const auto second = open();
@@ -182,14 +182,14 @@ TEST_F(DurabilityTest, databasesThatAreOpenAtTheSameTime_syncTheFolderAfterAComm
 
 TEST_F(DurabilityTest, createdStore_syncsTheFolderAfterACommit)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     expectDurableCommits(*dao::DBEngine::instance().Workspaces(0).CreateDatabase(path_));
     expectDurableCommits(*open());
 }
 
 TEST_F(DurabilityTest, storeWithAWriteAheadLog_getsARollbackJournalAndSyncsTheFolder)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     ASSERT_EQ(scalar(u"PRAGMA journal_mode = WAL"_s).toString(), u"wal"_s);
     raw_.reset();
@@ -198,7 +198,7 @@ TEST_F(DurabilityTest, storeWithAWriteAheadLog_getsARollbackJournalAndSyncsTheFo
 
 TEST_F(OpeningTest, readOnlyFile_canBeReadButNotWritten)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY, Num LONG)"_s);
     sql(u"INSERT INTO Items VALUES (1, 5)"_s);
     raw_.reset();
@@ -215,7 +215,7 @@ TEST_F(OpeningTest, readOnlyFile_canBeReadButNotWritten)
 
 TEST_F(OpeningTest, unreadableFile_isRefused)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     sql(u"CREATE TABLE Items (Code COUNTER PRIMARY KEY)"_s);
     raw_.reset();
     ASSERT_TRUE(QFile::setPermissions(path_, QFile::Permissions()));
@@ -230,7 +230,7 @@ TEST_F(OpeningTest, otherWorkspace_throwsItemNotFound)
 
 TEST_F(OpeningTest, folderThatCannotBeWritten_getsNoStore)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner));
     const testsupport::OrdinaryUser user;
     const int error =

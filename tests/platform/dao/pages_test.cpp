@@ -113,7 +113,7 @@ TEST_F(PagesTest, deletedRow_hasNoValues)
 
 TEST_F(PagesTest, storedValueOfAnotherType_isShownAsEmpty)
 {
-    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    EMBEDDED_ONLY("a server does not store values of another type");
     sql(u"INSERT INTO Items (Code, Num, Name) VALUES (1, 'many', 'x')"_s);
     const auto pages = dynaset(u"Items"_s)->pages();
     pages->load(0);

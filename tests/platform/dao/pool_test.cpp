@@ -59,7 +59,7 @@ TEST_F(PoolTest, connectionInATransaction_isNotReused)
 
 TEST_F(PoolTest, fileReplacedAtTheSamePath_isReadAtTheNextOpening)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     add(1, 10);
     EXPECT_EQ(openOnce(), 1);
     raw_.reset();
@@ -81,7 +81,7 @@ TEST_F(PoolTest, fieldAddedByAnotherStation_isSeenAtTheNextOpening)
 
 TEST_F(PoolTest, lockedFile_failsAtTheNextOpening)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     add(1, 10);
     openOnce();
     sql(u"BEGIN EXCLUSIVE"_s);
@@ -92,7 +92,7 @@ TEST_F(PoolTest, lockedFile_failsAtTheNextOpening)
 
 TEST_F(PoolTest, fileThatIsNoLongerAStore_failsAtTheNextOpening)
 {
-    EMBEDDED_ONLY("about the store's file");
+    EMBEDDED_ONLY("applies only to a store in one file");
     add(1, 10);
     openOnce();
     raw_.reset();

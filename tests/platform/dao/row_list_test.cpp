@@ -57,7 +57,7 @@ TEST_F(RowListTest, keysWithoutGaps_areRepresentedByTheirEnds)
     dao::Session& driver = database->session();
     const dao::TableRows rows(driver, driver.table(u"Orders"_s).value());
     const auto keys = rows.keyRun(driver, 0);
-    ASSERT_TRUE(keys) << "or every number is listed at opening";
+    ASSERT_TRUE(keys) << "otherwise every row id is read at opening";
     EXPECT_EQ(keys->first, 11);
     EXPECT_EQ(keys->count, 140U);
     sql(u"DELETE FROM Orders WHERE Number = 50"_s);
@@ -123,7 +123,7 @@ TEST_F(RowListTest, rowsRemovedAndAddedAmongUnreadOnes_keepTheOrder)
     EXPECT_EQ(rows->RecordCount(), 300);
     rows->MovePrevious();
     EXPECT_EQ(rows->Fields(0).Value(), 300);
-    EXPECT_EQ(pages->rowCount(), 300) << "pages are told of changes and do not see them";
+    EXPECT_EQ(pages->rowCount(), 300) << "pages change only when they are told to";
     pages->removeRow(149);
     pages->load(149);
     EXPECT_EQ(pages->value(149, 0), 151);
@@ -152,7 +152,7 @@ TEST_F(RowListTest, keysWithGaps_giveAllRows)
 
 TEST_F(RowListTest, lowestAndHighestPossibleKeys_giveAllRows)
 {
-    EMBEDDED_ONLY("a server stores nothing that a type does not take");
+    EMBEDDED_ONLY("a server does not store values of another type");
     add(std::numeric_limits<qlonglong>::max());
     add(1);
     add(std::numeric_limits<qlonglong>::min());
@@ -165,7 +165,7 @@ TEST_F(RowListTest, lowestAndHighestPossibleKeys_giveAllRows)
 
 TEST_F(RowListTest, keyThatIsNullOrNotAWholeNumber_givesAllRows)
 {
-    EMBEDDED_ONLY("a server's key is never Null");
+    EMBEDDED_ONLY("a primary key on a server cannot be Null");
     for (const int number : {4, 1, 2})
         add(number);
     add(QVariant()); // There are four rows, and four numbers from 1 to 4.

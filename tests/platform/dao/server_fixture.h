@@ -27,7 +27,7 @@ protected:
     void SetUp() override
     {
         if (!isOnServer())
-            GTEST_SKIP() << "about a server";
+            GTEST_SKIP() << "applies only to a server";
         ItemsTest::SetUp();
     }
     void TearDown() override

@@ -35,7 +35,7 @@ TEST_F(ServerStatementsTest, repeatedStatement_isPrepared)
             .Value();
     };
     EXPECT_EQ(nameOf(10), 1);
-    EXPECT_EQ(keptStatements(*database), 0) << "what comes once is not worth it";
+    EXPECT_EQ(keptStatements(*database), 0) << "a statement that is used once is not prepared";
     EXPECT_EQ(nameOf(20), 2);
     EXPECT_EQ(nameOf(10), 1);
     EXPECT_EQ(keptStatements(*database), 1);
@@ -113,7 +113,8 @@ TEST_F(ServerStatementsTest, openingsInOneEvent_sendOneGreeting)
     });
     loop.exec();
     openTwice();
-    EXPECT_EQ(trips, (QList<int>{1, 1, 2})) << "each event asks anew, and what is no event too";
+    EXPECT_EQ(trips, (QList<int>{1, 1, 2}))
+        << "each event sends a greeting, and so does each opening outside of one";
 }
 
 TEST_F(ServerStatementsTest, tableChangedInTheSameEvent_isSeenAtTheNextOpening)

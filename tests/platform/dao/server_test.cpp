@@ -164,7 +164,7 @@ TEST_F(ServerTest, connectionLostInATransaction_losesTheTransaction)
     EXPECT_TRUE(failure.text.contains(link().place())) << qPrintable(failure.text);
     EXPECT_NE(errorOf([&] { rows->database()->Rollback(); }), 0);
     EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 10);
-    EXPECT_EQ(errorOf([&] { rows->Move(0); }), 0) << "nothing is under way any more";
+    EXPECT_EQ(errorOf([&] { rows->Move(0); }), 0) << "no transaction is open any more";
 }
 
 TEST_F(ServerTest, failedTransaction_storesNothing)
@@ -223,7 +223,7 @@ TEST_F(ServerTest, connectionLostDuringACall_throwsCallFailed)
     EXPECT_TRUE(failure.text.contains(link().place())) << qPrintable(failure.text);
     killer.wait();
     sql(u"COMMIT"_s);
-    EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 10) << "nothing half-written";
+    EXPECT_EQ(scalar(u"SELECT Num FROM Items"_s), 10) << "no partial write";
 }
 
 TEST_F(ServerTest, answerThatIsLate_failsWithinTheTimeout)
@@ -369,7 +369,7 @@ TEST_F(ServerTest, anotherStationAssignsNumbers_counterContinues)
     sql(u"UPDATE Counted SET Code = 9 WHERE Code = 6"_s);
     EXPECT_EQ(add(), 10);
     sql(u"INSERT INTO Counted (Code) VALUES (2)"_s);
-    EXPECT_EQ(add(), 11) << "a lower number sets nothing back";
+    EXPECT_EQ(add(), 11) << "a lower number does not set the counter back";
 }
 
 } // namespace
