@@ -78,7 +78,7 @@ void OpenSearchAndGoToItsEnds(benchmark::State& state)
 }
 BENCHMARK(OpenSearchAndGoToItsEnds)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
-/// The search form on a store, with the delay of its lines set to 0.
+/// The search form of a store. It loads the lines of the current order without its usual delay.
 class Search
 {
 public:
@@ -117,8 +117,8 @@ void DeferredLoadAfterAMove(benchmark::State& state)
     std::unique_ptr<Search> small;
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
-        // The form is created anew in each iteration, because the small store has only a few orders
-        // to move back through.
+        // Each iteration creates a new form at the last order. The small store has too few orders
+        // for one form to move back in all iterations.
         large = std::make_unique<Search>(stores().large);
         small = std::make_unique<Search>(stores().small);
         for (int i = 0; i < 5; ++i) {

@@ -21,8 +21,9 @@ namespace orders {
 
 namespace {
 
-/// Returns the order date of the table's current row. If an order has just been added, the current
-/// row is the row that was last before. For the very first order the current row is that order.
+/// Returns the order date of the table's current row. Adding an order does not move the current
+/// row, so after an addition it is the order that was the last one before. If there was none, it is
+/// the added order.
 QString currentOrderDate(dao::Recordset& orderRows)
 {
     if (!orderRows.hasCurrent())

@@ -6,8 +6,8 @@
 
 namespace storetools {
 
-/// Returns the differences between the tables, fields and indexes of a store and their description.
-/// Additional tables and fields belong to the workshop and are no finding.
+/// Compares the tables, fields and indexes of a store with the program's schema and returns the
+/// differences. Additional tables and fields are not reported, because a workshop may add its own.
 QStringList checkSchema(const Layout& layout);
 
 } // namespace storetools

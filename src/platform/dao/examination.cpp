@@ -64,8 +64,8 @@ ExaminedCounter examineCounter(Database& database, const QString& table, const Q
 {
     Session& session = database.session();
     ExaminedCounter counter;
-    // The mark is read last. Otherwise a number that a station gets between the two queries would
-    // look like a lagging counter.
+    // The highest stored number is read before the counter. In the other order, a number that a
+    // station gets between the two queries would look like a lagging counter.
     counter.highest =
         session
             .rows(u"SELECT max(%1) FROM %2"_s.arg(Dialect::quoted(field), Dialect::quoted(table)))

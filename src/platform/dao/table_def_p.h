@@ -31,7 +31,7 @@ struct TableDefState
     void createInStore();
 };
 
-/// The tables of a Database, as far as they are known.
+/// The table definitions of a Database that have been read or created so far.
 struct TableList
 {
     std::weak_ptr<const SessionOwner> owner;

@@ -84,7 +84,7 @@ public:
                                   const StoredRow& from) const;
     std::optional<StoredRow> previous(Session& session, const RowOrder& order,
                                       const StoredRow& from) const;
-    /// Returns the first row in this order whose first sort field equals the stored value.
+    /// Returns the first row, sorted by `order`, whose first sort field equals `value`.
     std::optional<StoredRow> find(Session& session, const RowOrder& order,
                                   const QVariant& value) const;
 

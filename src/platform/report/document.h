@@ -49,8 +49,9 @@ public:
     bool isWhole() const;
     /// Returns true if all rows of this page are loaded.
     bool hasPage(int index) const;
-    /// Reads all rows if some are not loaded. Returns true if earlier pages, or their number, are
-    /// outdated. Throws any error of reading; the document is then unchanged.
+    /// Reads all rows if some are not loaded. Returns true if pages that were returned before, or
+    /// the number of pages, are outdated. Throws any error of reading; the document is then
+    /// unchanged.
     bool readAll();
 
     /// Returns a page by its index, counted from 0. Calls readAll first if a row of the page is not

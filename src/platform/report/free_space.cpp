@@ -48,7 +48,8 @@ Extent captionInk(const ControlDesign& caption, double naturalWidth)
     return {middle - width / 2, middle + width / 2};
 }
 
-/// The part of a field's width that its text may occupy. Each neighbour that is added reduces it.
+/// The part of a field's width that its text may occupy. Each adjacent caption, border or line that
+/// the text must keep clear of reduces it.
 class FreeSpace
 {
 public:

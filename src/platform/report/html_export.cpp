@@ -122,8 +122,9 @@ QString picture(const ControlDesign& design, const QImage& image)
         design.name, type, QString::fromLatin1(bytes.toBase64()));
 }
 
-/// Returns the CSS that condenses a text and reduces its size as on paper. The text is condensed a
-/// little more than on paper if it would otherwise not fit in a wider font.
+/// Returns the CSS that condenses a text and reduces its size as on paper. A text that needs almost
+/// all of its space is condensed a little more than on paper, because the browser may replace the
+/// font by a wider one.
 QString fitStyle(const ShapedText& text, double available)
 {
     const double size = text.fit.vertical();

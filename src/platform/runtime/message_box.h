@@ -6,7 +6,8 @@
 
 namespace runtime {
 
-/// Flags of a message box. Callers pass the sum of one button set, one icon and the reading flags.
+/// Flags of a message box. Callers pass the sum of one button set, one icon, and the flags for
+/// right alignment and right-to-left text.
 enum MessageBoxFlag {
     vbOKOnly = 0,
     vbYesNoCancel = 3,

@@ -173,8 +173,9 @@ void SqliteSession::prepareUse()
     const bool rollbackJournal = journal.value(0).toString() == "delete"_L1;
     journal.finish();
     QSqlQuery settings(connection_->database());
-    // This statement has no effect while another station uses the store. The other kind of journal
-    // is safe, too.
+    // Changes a store with a write-ahead log back to a rollback journal. The statement has no
+    // effect while another station uses the store; commits with a write-ahead log are durable as
+    // well.
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
     requireDurableCommits(settings);
