@@ -226,8 +226,8 @@ std::shared_ptr<RowSource> storedLines(int order)
         u"SELECT * FROM CUTS WHERE ORDER_NUM = %1 ORDER BY NUM ASC"_s.arg(order)));
 }
 
-/// Measures from the query to the painted first page, for the order in the benchmark's argument
-/// against the order of ten lines.
+/// Measures the time from the query to the painted first page. The candidate is the order in the
+/// benchmark's argument, the baseline is the order of ten lines.
 void firstPageOfAStoredOrder(benchmark::State& state)
 {
     DataReport report(output::orderReportDesign);

@@ -8,8 +8,8 @@
 
 namespace bench {
 
-/// A store in a database of its own, with the delivered catalogue, and a link file to it. The
-/// server runs with its default settings, which are durable.
+/// A store in a database of its own, with the catalogue that is shipped with the program, and a
+/// link file to it. The server has its default settings, with which every commit is durable.
 class ServerStore
 {
 public:
@@ -34,8 +34,9 @@ private:
     dao::Link link_;
 };
 
-/// Returns an INSERT statement for lines with all fields except the key, without its FROM clause.
-/// `order` and `line` are SQL expressions over `i`.
+/// Returns an INSERT ... SELECT statement for lines, up to but not including its FROM clause. It
+/// sets all fields except the key. `order` and `line` are SQL expressions that may use `i`, the
+/// number of the generated line.
 QString insertedLines(const QString& order, const QString& line);
 
 } // namespace bench

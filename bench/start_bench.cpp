@@ -1,5 +1,6 @@
-// Measures the time from starting the program to its first shown window, and its memory with an
-// order of a large store open. The baseline of both is a process with an empty Qt main window.
+// Measures two things: the time from starting the program to its first shown window, and the memory
+// of the program while an order of a large store is open. The baseline of both is a process with an
+// empty Qt main window.
 
 #include "large_store.h"
 #include "paired.h"

@@ -1,7 +1,8 @@
 // A Qt plugin that is loaded into the measured program with
 // QT_QPA_GENERIC_PLUGINS=zomrelprobe:TASK. Task "paint" ends the process at the first paint of a
-// main window. Task "order" then opens the order form with the toolbar, waits, prints the resident
-// memory in kilobytes and ends. Task "idle" does the same without opening the order form.
+// main window. Task "order" waits for the same paint, opens the order form with the toolbar, waits,
+// prints the resident memory in kilobytes and ends. Task "idle" does the same without opening the
+// order form.
 
 #include <QAction>
 #include <QApplication>

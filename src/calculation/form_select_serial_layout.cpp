@@ -119,8 +119,8 @@ void FormSelectSerial::buildMonoblock()
     grid->addWidget(measurePair(2, u"4"_s, u"50"_s, u"Label1_9"_s), 2, 4);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
-        // The screen defines a second decimal point behind each of these three. It is a control of
-        // its own and stays hidden.
+        // The screen defines a second decimal point behind each of these three boxes. It is a
+        // control of its own and stays hidden.
         caption(behind[pair], u"."_s, Picture1[pair])->hide();
     }
     for (QWidget* each : monoblockControls())

@@ -50,8 +50,8 @@ constexpr std::size_t measureIndex(int ordinal)
     return static_cast<std::size_t>(ordinal - openingWidth);
 }
 
-/// Returns true if lines are written and read at this ordinal. The name of the field does not
-/// matter there.
+/// Returns true if the program accesses this field of a line by its ordinal. The name of such a
+/// field does not matter.
 constexpr bool isReachedByOrdinal(int ordinal)
 {
     return ordinal >= openingWidth && ordinal <= boxHeight && ordinal != orderNumber &&

@@ -4,7 +4,8 @@
 
 namespace storetools {
 
-/// Returns the folder of the delivered contents, which is compiled into the library.
+/// Returns the folder with the contents that are shipped with the program. The folder is a resource
+/// of the library.
 QString deliveredContents();
 
 /// Creates a store with all tables and indexes and with the rows of the contents folder, which has

@@ -11,7 +11,7 @@ class Database;
 namespace storetools {
 
 /// Returns a finding for each counter of the described tables that is missing, lower than a number
-/// in its table, or exhausted. Tables and fields that are missing from the layout are skipped.
+/// in its table, or exhausted. Tables and fields that the store does not have are skipped.
 QStringList checkCounters(dao::Database& database, const Layout& layout);
 
 } // namespace storetools

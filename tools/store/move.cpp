@@ -24,7 +24,8 @@ StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
     return contents;
 }
 
-/// Opens the target and checks that it is empty. Returns nullptr if the target is a file.
+/// Checks that the target is empty. Returns the opened database of a server, or nullptr if the
+/// target is a file, which is created later.
 std::shared_ptr<dao::Database> emptyTarget(const Place& to)
 {
     if (!to.isOnServer()) {

@@ -10,7 +10,8 @@ struct MoveOutcome
     QStringList notes; ///< Tables of other programs, which were not copied.
     /// Errors that prevented the move; if there are any, nothing was changed.
     QStringList findings;
-    /// The row counts and digests that both places agree on; empty if there are findings.
+    /// The row counts and digests of the tables, which are the same in the source and the target;
+    /// empty if there are findings.
     StoreContents contents;
 };
 

@@ -1,7 +1,7 @@
 #include "tools/store/system.h"
 
-// Functions that need POSIX calls. On other systems the process is not limited and no stream counts
-// as a terminal.
+// Functions that need POSIX calls. On other systems the resources of the process are not limited,
+// and no stream counts as a terminal.
 #include <QtGlobal>
 
 #include <cstdio>

@@ -16,7 +16,7 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Detaches the observer for its lifetime, so that internal moves fire no events.
+/// While this object exists, the observer is detached, so that internal moves fire no events.
 class ObserverPause
 {
 public:
@@ -58,7 +58,8 @@ Place placeOf(dao::Recordset& rows)
     return {true, next, std::max(row, 0)};
 }
 
-/// Makes the row of the position current, or the row that took its position.
+/// Makes the row at this position current. If that row has been deleted, the row that took its
+/// place becomes current.
 void returnTo(dao::Recordset& rows, const Place& place)
 {
     if (!place.onRow || rows.moveToKey(place.key))

@@ -49,12 +49,13 @@ public:
     /// Performs the lookup that standFirst has delayed.
     virtual void settle() {}
     virtual void goLast() = 0;
-    /// Moves by at least one row, from a position that allows the move.
+    /// Moves by this number of rows, which is not 0. The caller has checked that the current
+    /// position allows the move.
     virtual void goBy(int rows) = 0;
     virtual bool has(RowNumber number) = 0;
     virtual void goTo(RowNumber number) = 0;
     virtual void requery() = 0;
-    /// Runs the query again, with as many rows counted as reached as before.
+    /// Runs the query again. Afterwards as many rows count as reached as before.
     virtual void requeryAsFarAsReached() { requery(); }
     virtual void rowAdded(RowNumber) {}
     virtual void rowRemoved() {}

@@ -10,8 +10,8 @@ namespace dao {
 
 namespace {
 
-/// The mark of the first key; the following keys have consecutive marks. No table has row ids this
-/// low.
+/// The placeholder for the first key; the following keys have consecutive placeholders. All are
+/// lower than any row id of a table.
 constexpr RowNumber firstMark = std::numeric_limits<RowNumber>::min();
 
 } // namespace

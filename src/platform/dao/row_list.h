@@ -42,7 +42,8 @@ private:
     std::vector<std::optional<StoredRow>> readMarked(const SessionOwner& owner, std::size_t first,
                                                      std::size_t count);
 
-    /// Row ids. A row that is known only by its key has a mark instead of its row id.
+    /// Row ids. If only the key of a row is known, the list holds a placeholder instead of the row
+    /// id.
     RowNumbers numbers_;
     std::optional<Keys> keys_;
 };

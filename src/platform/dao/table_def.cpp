@@ -144,8 +144,8 @@ void FieldDefs::Append(const FieldDef& field) const
     if (positionOf(known, field.Name()) >= 0)
         throw RunTimeError(runtime::FieldDefinedTwice);
     if (table_->appended && !known.empty()) {
-        // A counter cannot be added to an existing table, because it numbers the rows from the
-        // first one on.
+        // A counter cannot be added to an existing table, because every row must get its number
+        // when the row is added.
         if (field.info().counter)
             throw RunTimeError(runtime::OperationNotSupported);
         Session& session = table_->session();

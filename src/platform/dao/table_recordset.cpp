@@ -112,8 +112,8 @@ private:
 
     QString index_;
     RowOrder order_;
-    /// False while the lookup of the first row is delayed, because most tables are opened only for
-    /// a Seek.
+    /// True after the first row has been looked up. The lookup is delayed, because most tables are
+    /// opened only for a Seek.
     bool settled_ = false;
 };
 

@@ -74,8 +74,8 @@ struct Bound
 };
 
 /// Returns the conditions for a field to be sorted after (forward) or before a value. The condition
-/// that finds the nearer rows comes first. Null is sorted before every value but compares with
-/// none, so it needs a condition of its own.
+/// that finds the rows next to the value comes first. Null is sorted before every value, but no
+/// comparison with Null is true in SQL, so Null needs a condition of its own.
 std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
                           bool forward)
 {
@@ -231,11 +231,12 @@ std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    // If an end of the range is not a whole number, the values between the ends are unknown.
+    // If an end of the range is not a whole number, the number of rows says nothing about the
+    // values between the ends.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
     const qint64 first = seen[2].toLongLong();
-    // The difference of the ends may exceed a signed 64-bit number.
+    // The difference between the two ends of the range may exceed a signed 64-bit number.
     const auto count = static_cast<quint64>(seen[0].toLongLong());
     const auto width = static_cast<quint64>(seen[3].toLongLong()) - static_cast<quint64>(first);
     if (seen[1].toLongLong() != 0 || width != count - 1)
@@ -308,8 +309,9 @@ std::optional<StoredRow> TableRows::previous(Session& session, const RowOrder& o
     return neighbour(session, order, from, Direction::Backward);
 }
 
-/// Searches first among the rows that equal `from` in all sort fields, then among those that equal
-/// it in all but the last one, and so on. Each search is one look-up in an index.
+/// Searches for the row that precedes or follows `from` in the sort order: first among the rows
+/// that equal `from` in all sort fields, then among those that equal it in all but the last one,
+/// and so on. Each search is one look-up in an index.
 std::optional<StoredRow> TableRows::neighbour(Session& session, const RowOrder& order,
                                               const StoredRow& from, Direction direction) const
 {

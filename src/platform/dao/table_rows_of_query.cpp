@@ -1,4 +1,4 @@
-// Reads the rows of a query with their values in one snapshot, and counts rows.
+// Reads the rows of a query with their values in one snapshot, and counts the rows of a query.
 
 #include "platform/dao/table_rows.h"
 
@@ -23,8 +23,8 @@ TableRows::Beginning TableRows::beginning(Session& session,
     const Statement met = condition(where);
     const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
     const Statement numbers = selection(session, rowNumber_, where, order);
-    // The row ids are sorted in a subquery, because an engine that sorts whole rows reads all of
-    // them.
+    // The row ids are sorted in a subquery, because an engine that sorts whole rows first reads the
+    // values of every row.
     const QString sql =
         u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +

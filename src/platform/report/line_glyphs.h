@@ -13,8 +13,8 @@ namespace report {
 struct GlyphPiece
 {
     QGlyphRun run;
-    /// Set if the piece is a single glyph that is drawn as its mirror image. The mirror image
-    /// extends to the left from this x position.
+    /// If the piece is a single glyph that is drawn as its mirror image, the x position of the
+    /// right edge of the image. Otherwise empty.
     std::optional<double> mirroredFrom;
 };
 

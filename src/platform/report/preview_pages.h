@@ -23,7 +23,8 @@ public:
     static constexpr double smallestZoom = 0.1;
     static constexpr double greatestZoom = 5;
 
-    /// The part of a page whose size the zoom follows when the window is resized.
+    /// What the zoom keeps fitted to the window when the window is resized: nothing, the whole
+    /// page, or its width.
     enum class Fit { None, Page, Width };
 
     explicit PreviewPages(QWidget* parent = nullptr);

@@ -17,7 +17,8 @@ public:
 
     const ControlDesign& design() const { return *design_; }
     const QString& Caption() const { return caption_; }
-    /// Returns true if the caption has been set at run time, even to the text of the design.
+    /// Returns true if the caption has been set at run time, even if it is the same text as in the
+    /// design.
     bool isCaptionSet() const { return isCaptionSet_; }
     /// Sets the caption of a label. Throws InvalidProcedureCall (5) if the control is not a label.
     void setCaption(const QString& caption);

@@ -106,9 +106,9 @@ std::vector<Layout> broken(const DisplayText& display, const QFont& font, const 
     return lines;
 }
 
-/// Breaks a text into at most lineLimit lines. It uses the least condensing, and only then the
-/// least size reduction, with which the text fits. A text that must be truncated is broken at full
-/// size with the greatest condensing.
+/// Breaks a text into at most lineLimit lines. The text is condensed as little as possible. Only if
+/// the greatest condensing is not enough, its size is reduced, again as little as possible. A text
+/// that must be truncated is broken at full size with the greatest condensing.
 std::vector<Layout> linesOf(const DisplayText& display, const QFont& font, double available,
                             int lineLimit)
 {

@@ -12,8 +12,8 @@ namespace {
 
 bool ending = false;
 
-/// Sets the flag `ending` while the error box is open, and resets it for tests that continue
-/// afterwards.
+/// Sets the flag `ending` while the error box is open. In a test the process continues after the
+/// box, so the flag is reset.
 struct EndingScope
 {
     EndingScope() { ending = true; }

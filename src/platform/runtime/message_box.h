@@ -21,7 +21,8 @@ enum MessageBoxFlag {
 /// The answers of a message box.
 enum MessageBoxAnswer { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
 
-/// Flags of every refusal: critical icon, OK button, right-aligned, right-to-left.
+/// Flags of every message box that refuses something: critical icon, OK button, right-aligned,
+/// right-to-left.
 inline constexpr int refusalFlags = vbCritical + vbMsgBoxRight + vbMsgBoxRtlReading;
 /// Flags of every confirmation: question icon, Yes and No buttons, right-aligned, right-to-left.
 inline constexpr int questionFlags = vbQuestion + vbYesNo + vbMsgBoxRight + vbMsgBoxRtlReading;

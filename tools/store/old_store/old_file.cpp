@@ -26,7 +26,7 @@ struct HandleCloser
 };
 using Handle = std::unique_ptr<MdbHandle, HandleCloser>;
 
-/// The position of a row on the page that was read last.
+/// The position of a row within its page, which is the page that was read last.
 struct Place
 {
     int start = 0;

@@ -61,7 +61,7 @@ double fromCurrency(qint64 value)
 /// negative numbers as well.
 QVariant fromDays(double days)
 {
-    // Limit in days, beyond the last date of either file format.
+    // Upper limit for a date in days, greater than the last date that either file format can store.
     constexpr double farthest = 3'000'000;
     if (!(std::abs(days) < farthest))
         refuse(u"it is no date"_s);

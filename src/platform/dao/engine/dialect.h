@@ -50,8 +50,8 @@ public:
                                      const std::vector<StoredValues>& rows) const;
 
     /// Converts schema rows to tables and views with their fields. Each row describes one field:
-    /// (table name, is a table, field name, field type, is required, is a counter, counts by
-    /// itself).
+    /// (table name, is a table, field name, field type, is required, is a counter, is numbered by
+    /// the engine).
     std::vector<TableInfo> tablesOf(const std::vector<StoredValues>& rows) const;
 
 protected:
@@ -61,7 +61,8 @@ protected:
         DataType type;
     };
     /// Returns the type names that occur in the engine's schema. The first name of each type is the
-    /// one that new fields get. A name that is not in the list is read as a text without a size.
+    /// one that new fields get. A field whose type name is not in the list counts as a text field
+    /// without a size.
     virtual std::span<const TypeName> typeNames() const = 0;
     /// Returns the type in the definition of a new field: its name and the size of a text.
     virtual QString declaredType(const FieldInfo& field) const;

@@ -16,7 +16,7 @@ namespace {
 /// A binary copy starts with this signature and two 32-bit numbers that are not used here.
 constexpr QByteArrayView signature("PGCOPY\n\377\r\n", 11);
 constexpr qsizetype headLength = signature.size() + 8;
-/// Written in place of the number of fields after the last row.
+/// After the last row, this value stands where the number of fields of another row would be.
 constexpr qint16 endMark = -1;
 constexpr qsizetype blockSize = 1 << 18;
 

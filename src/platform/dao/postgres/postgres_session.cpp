@@ -24,7 +24,8 @@ constexpr std::chrono::seconds greetingPatience(3);
 
 /// Returns the statement that each opening executes. Its first column is the schema mark. Every
 /// change of a table or an index changes the number of rows or the writing transaction (xmin) of a
-/// row in one of the two catalogues, so the mark combines the counts and the sums of xmin.
+/// row in one of the two catalogues that the statement reads, so the mark combines the row counts
+/// and the sums of xmin.
 QString greetingText()
 {
     return QStringLiteral(
@@ -82,8 +83,8 @@ bool isHandlingEvents()
     return QThread::currentThread()->loopLevel() > 0;
 }
 
-/// Marks the connection as answered until control returns to the event loop. Has no effect outside
-/// of an event loop.
+/// Records that the server has just answered on this connection. The record is valid until control
+/// returns to the event loop. Has no effect outside of an event loop.
 void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
 {
     if (!isHandlingEvents())

@@ -313,7 +313,7 @@ void PqConnection::flush(const Deadline& deadline)
     int unsent = 0;
     while ((unsent = PQflush(handle_.get())) == 1) {
         await(Readiness::ToReadOrWrite, deadline);
-        // The server may stop reading until its own data has been read.
+        // The server may stop reading until the client has read what the server has sent.
         PQconsumeInput(handle_.get());
     }
 }

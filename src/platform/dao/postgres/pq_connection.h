@@ -22,8 +22,9 @@ public:
     /// Executes a statement with the values of its parameters $1, $2 and so on. Throws
     /// DataTypeConversion (3421) for a text with a zero character, which the server cannot store.
     Answer execute(const QString& sql, const QVariantList& values = {});
-    /// Executes a statement like execute, and prepares it on the server at its second use. Must not
-    /// be used in a transaction, because a statement whose tables have changed is executed again.
+    /// Executes a statement like execute, and prepares it on the server at its second use. If the
+    /// tables of a prepared statement have changed, the statement fails and is executed again. Must
+    /// not be used in a transaction, because the failure would abort the transaction.
     Answer executeKept(const QString& sql, const QVariantList& values);
 
     /// Prepares a statement without parameters under a name.
@@ -32,7 +33,8 @@ public:
 
     /// Returns true if the connection is lost, as far as it is known without sending anything.
     bool isLost();
-    /// Returns true in a transaction in which a statement has failed. It can only be rolled back.
+    /// Returns true if the connection is in a transaction in which a statement has failed. Such a
+    /// transaction can only be rolled back.
     bool hasFailedTransaction() const;
     /// Closes the connection. Later errors contain the reason.
     void abandon(const QString& reason);
@@ -46,8 +48,8 @@ public:
     /// Sends the next block of COPY FROM STDIN. The server may report an error only at a later
     /// call.
     void sendCopied(QByteArrayView block);
-    /// Ends COPY FROM STDIN. With a refusal text, the server discards the rows, and no error is
-    /// thrown.
+    /// Ends COPY FROM STDIN. If the caller passes a reason for cancelling, the server discards the
+    /// rows, and no error is thrown.
     void endCopy(const char* refusal = nullptr);
 
     /// Returns true if the server has answered since control last returned to the event loop.
@@ -66,7 +68,8 @@ private:
     Timeouts timeouts_;
     ConnectionHandle handle_;
     QString lossReason_;
-    /// The names of prepared statements by SQL text. The name is empty after the first use.
+    /// Maps an SQL text to the name of its prepared statement. A text that was used only once is
+    /// not prepared yet and has an empty name.
     std::map<QString, QByteArray> kept_;
     int keptCount_ = 0;
     Memory copied_;

@@ -26,7 +26,7 @@ int pollOne(pollfd& one, int milliseconds)
 }
 #endif
 
-/// Returns the flags of poll for what is waited for.
+/// Returns the poll flags for the events that the connection waits for.
 short eventsOf(Readiness readiness)
 {
     switch (readiness) {

@@ -25,7 +25,7 @@ public:
     {
         return std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
     }
-    /// Returns the text for the user after the deadline has passed.
+    /// Returns the message that says that the server has not answered before the deadline.
     QString message() const
     {
         return QStringLiteral("no answer within %1 s")

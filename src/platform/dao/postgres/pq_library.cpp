@@ -13,12 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The binary interface that the included header declares.
+/// Version of the library's binary interface that the included header declares.
 constexpr int libraryVersion = 5;
 
 QLibrary& library()
 {
-    // It is never destroyed, because pooled connections are closed while the process ends.
+    // The library object is never destroyed, because pooled connections still use it when they are
+    // closed at the end of the process.
     static auto* const loaded = new QLibrary(u"pq"_s, libraryVersion);
     return *loaded;
 }

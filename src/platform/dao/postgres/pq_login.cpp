@@ -24,10 +24,10 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// If a connection is lost without notice, a click takes this time plus the three seconds of the
-/// greeting, which is less than ten seconds.
+/// Timeout of a log-in. If a connection is lost without notice, a click takes at most this time
+/// plus the three seconds of the unanswered statement, which is less than ten seconds.
 constexpr std::chrono::seconds logInPatience(5);
-/// The limit for one of several addresses, so that there is time to try another one.
+/// Timeout for connecting to one of several addresses, so that there is time to try another one.
 constexpr std::chrono::milliseconds addressPatience(4000);
 constexpr std::chrono::seconds idleInTransaction(60);
 

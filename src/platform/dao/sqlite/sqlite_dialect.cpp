@@ -32,7 +32,7 @@ QString SqliteDialect::newRowNumber(const TableInfo& table) const
     const auto counter =
         std::find_if(table.fields.begin(), table.fields.end(),
                      [](const FieldInfo& each) { return each.counter && each.countsByItself; });
-    // A table that another program has created may have no counter with triggers.
+    // In a table that another program has created, the counter may have no triggers.
     if (counter == table.fields.end())
         return {};
     return u"(SELECT 1 + max(%1, %2))"_s.arg(highestStored(table.name, rowNumber(table)),

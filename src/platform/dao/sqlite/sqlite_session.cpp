@@ -38,7 +38,8 @@ QString uriOf(const QString& path, const QString& mode)
                                       mode);
 }
 
-/// Returns a text that differs for two files that have had the same path one after the other.
+/// Returns a text that identifies a file. If another file replaces it at the same path, the text
+/// changes.
 QString identityOf(const QFileInfo& file)
 {
 #ifdef Q_OS_UNIX
@@ -63,7 +64,7 @@ SqliteSession::SqliteSession(std::shared_ptr<SqliteConnection> connection, const
 
 SqliteSession::~SqliteSession()
 {
-    // A connection that has failed or is in a transaction is closed instead.
+    // A connection that has failed or is in a transaction is closed and not kept for later use.
     if (!poolKey_.isEmpty() && !hasFailed_ && !inTransaction())
         ConnectionPool::instance().give(poolKey_, std::move(connection_));
 }
@@ -202,8 +203,9 @@ void SqliteSession::requireDurableCommits(QSqlQuery& settings) const
                 .arg(name(), QString::number(set), QString::number(extra)));
 }
 
-/// Prepares a pooled connection for its next use. Reading the schema mark fails if the file is
-/// locked or damaged, as opening it does, and shows whether another station has changed the schema.
+/// Prepares a pooled connection for its next use by reading the schema mark. Like opening the file,
+/// this fails if the file is locked or damaged. The mark also shows whether another station has
+/// changed the schema.
 void SqliteSession::renewUse()
 {
     const QString mark = schemaMark();
