@@ -52,8 +52,7 @@ void FirstOrderJourney::firstOrder_storesAnOrdinaryLine()
     Program program;
     addSeries(program, u"בלגי 7000"_s, 2, 2);
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
     QCOMPARE(program.scalar(u"SELECT Open_Close FROM Orders WHERE Number = 1"_s).toInt(), 0);
 
@@ -61,7 +60,7 @@ void FirstOrderJourney::firstOrder_storesAnOrdinaryLine()
     chooseSeries(program, u"בלגי 7000"_s);
     QCOMPARE(program.text(u"LabelKanaf"_s), u"2"_s);
     QCOMPARE(program.text(u"LabelKind"_s), u"רגיל"_s);
-    typeOpening(program, u"120"_s, u"50"_s, u"100"_s, u"25"_s);
+    typeOpening(program, {u"120"_s, u"50"_s}, {u"100"_s, u"25"_s});
     const QDate dayBefore = QDate::currentDate();
     addLine(program, 1);
     const QDate dayAfter = QDate::currentDate(); // The next day after midnight.
@@ -86,15 +85,13 @@ void FirstOrderJourney::monoblock_storesItsLine()
     Program program;
     addSeries(program, u"בלגי 7000"_s, 2, 2);
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     openPickerOn(program, u"בלגי 7000"_s);
-    program.click(u"CheckKind"_s);
-    QVERIFY(program.waitForText(u"FormSelectSerial/TextNum_2"_s, u"18"_s));
+    tickMonoblock(program);
     program.fill(u"FormSelectSerial/TextNum_1"_s, u"50"_s);
-    program.click(u"FormSelectSerial/CmdPic"_s);
+    takeSeries(program);
     QVERIFY(program.waitForText(u"LabelKind"_s, u"מונו בלוק : 10"_s));
-    typeOpening(program, u"120"_s, u"50"_s, u"100"_s, u"25"_s);
+    typeOpening(program, {u"120"_s, u"50"_s}, {u"100"_s, u"25"_s});
     addLine(program, 1);
 
     compareNumbers(line(program, 1, 1, cutSizes),
@@ -109,13 +106,12 @@ void FirstOrderJourney::door_storesItsLine()
     Program program;
     addSeries(program, u"דלת 4500"_s, 1, 1, u"d2000"_s);
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     QVERIFY(!program.isVisible(u"FrameDoorMashkof"_s));
     chooseSeries(program, u"דלת 4500"_s);
     QVERIFY(program.waitForWindow(u"FrameDoorMashkof"_s));
     QCOMPARE(program.focusName(), u"TextNum_4"_s);
-    typeOpening(program, u"90"_s, u"00"_s, u"210"_s, u"00"_s);
+    typeOpening(program, {u"90"_s, u"00"_s}, {u"210"_s, u"00"_s});
     addLine(program, 1);
 
     compareNumbers(line(program, 1, 1, cutSizes), {89, 208.5, 77.8, 198.5, 0, 0, 0, 0});
@@ -129,14 +125,12 @@ void FirstOrderJourney::doorWithMonoblock_storesItsLine()
     Program program;
     addSeries(program, u"דלת 4500"_s, 2, 1, u"d2000"_s);
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     openPickerOn(program, u"דלת 4500"_s);
-    program.click(u"CheckKind"_s);
-    QVERIFY(program.waitForText(u"FormSelectSerial/TextNum_2"_s, u"18"_s));
-    program.click(u"FormSelectSerial/CmdPic"_s);
+    tickMonoblock(program);
+    takeSeries(program);
     QVERIFY(program.waitForWindow(u"FrameDoorMashkof"_s));
-    typeOpening(program, u"90"_s, u"00"_s, u"210"_s, u"00"_s);
+    typeOpening(program, {u"90"_s, u"00"_s}, {u"210"_s, u"00"_s});
     addLine(program, 1);
 
     // The frame is computed from the monoblock's opening of 87.2 by 192, the sash from the door's
@@ -152,8 +146,7 @@ void FirstOrderJourney::severalRefusals_areGivenInFixedOrder()
 {
     Program program;
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     program.click(u"CmdAdd"_s);
     Box box = program.waitForBox();
     QCOMPARE(box.text, u"ערך נומרי 0 !"_s);
@@ -181,10 +174,9 @@ void FirstOrderJourney::restart_continuesTheOpenOrder()
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     chooseSeries(program, u"בלגי 7000"_s);
-    typeOpening(program, u"80"_s, u"00"_s, u"60"_s, u"00"_s);
+    typeOpening(program, {u"80"_s, u"00"_s}, {u"60"_s, u"00"_s});
     addLine(program, 1);
     // This text is typed after the line was added, so it is lost when the program exits.
     program.fill(u"TextCustomerName"_s, u"לא נשמר"_s);
@@ -193,14 +185,13 @@ void FirstOrderJourney::restart_continuesTheOpenOrder()
     QVERIFY(program.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
 
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
     QVERIFY(program.waitForRows(u"FrOrder/DBGrid1"_s, 1));
     QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"1"_s));
     QVERIFY(program.text(u"LabelSerial"_s).isEmpty());
     chooseSeries(program, u"בלגי 7000"_s);
-    typeOpening(program, u"90"_s, u"5"_s, u"70"_s, u"00"_s);
+    typeOpening(program, {u"90"_s, u"5"_s}, {u"70"_s, u"00"_s});
     addLine(program, 2);
     // A single digit in the hundredths box means tenths after the box has lost the focus.
     QCOMPARE(line(program, 1, 2, u"MyWidth"_s), QVariantList({90.5}));
@@ -227,7 +218,7 @@ void FirstOrderJourney::newOrderMenu_addsToTheLastOrder()
     program.clickTag(u"NewOrder"_s);
     chooseSeries(program, u"בלגי 7000"_s);
     QCOMPARE(program.text(u"LabelOrderNum"_s), u"1"_s);
-    typeOpening(program, u"80"_s, u"00"_s, u"60"_s, u"00"_s);
+    typeOpening(program, {u"80"_s, u"00"_s}, {u"60"_s, u"00"_s});
     program.click(u"CmdAdd"_s);
     QVERIFY(QTest::qWaitFor(
         [&] { return program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt() == 1; }, patience));
@@ -240,10 +231,9 @@ void FirstOrderJourney::letterInABox_endsTheProgramAndStoresNothing()
     Program program;
     addSeries(program, u"בלגי 7000"_s, 1, 2);
     program.start();
-    program.clickTag(u"Order"_s);
-    QVERIFY(program.waitForWindow(u"FrOrder"_s));
+    openOrder(program);
     chooseSeries(program, u"בלגי 7000"_s);
-    typeOpening(program, u"12a"_s, u"00"_s, u"60"_s, u"00"_s);
+    typeOpening(program, {u"12a"_s, u"00"_s}, {u"60"_s, u"00"_s});
     program.click(u"CmdAdd"_s);
     QCOMPARE(program.waitForBox().text, u"Run-time error '13':\n\nType mismatch"_s);
     program.press(Qt::Key_Return);

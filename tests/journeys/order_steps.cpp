@@ -3,6 +3,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+namespace names = driving::names;
 
 namespace journeys {
 
@@ -20,51 +21,70 @@ int addSeries(Program& program, const QString& name, int kanafNum, int nativNum,
     return program.scalar(u"SELECT MAX(AutoNum) FROM Serials"_s).toInt();
 }
 
+void openOrder(Program& program)
+{
+    program.clickTag(u"Order"_s);
+    if (!program.waitForWindow(names::orderForm))
+        qFatal("the order form did not open");
+}
+
 void openPickerOn(Program& program, const QString& name)
 {
-    const QString grid = u"FormSelectSerial/DBGrid1"_s;
-    program.click(u"CmdPicSerial"_s);
+    const QString grid = names::picker + u'/' + names::seriesGrid;
+    constexpr int column = driving::seriesNameColumn;
+    program.click(names::openPicker);
     if (!program.waitForWindow(grid))
         qFatal("the picker did not open");
     for (int row = 0; row < program.gridRowCount(grid); ++row) {
-        if (program.gridRow(grid, row).value(2) == name) {
-            program.clickCell(grid, row, 2);
+        if (program.gridRow(grid, row).value(column) == name) {
+            program.clickCell(grid, row, column);
             return;
         }
     }
     qFatal("no series %s in the picker", qPrintable(name));
 }
 
+void tickMonoblock(Program& program)
+{
+    program.click(names::monoblock);
+    // The first type of monoblock proposes a height deduction of 18.
+    if (!program.waitForText(names::picker + u'/' + names::measureBox(2), u"18"_s))
+        qFatal("the picker proposes no monoblock");
+}
+
+void takeSeries(Program& program)
+{
+    program.click(names::picker + u'/' + names::takeSeries);
+}
+
 void chooseSeries(Program& program, const QString& name)
 {
     openPickerOn(program, name);
-    program.click(u"FormSelectSerial/CmdPic"_s);
-    if (!program.waitForGone(u"FormSelectSerial"_s) || !program.waitForText(u"LabelSerial"_s, name))
+    takeSeries(program);
+    if (!program.waitForGone(names::picker) || !program.waitForText(u"LabelSerial"_s, name))
         qFatal("%s was not chosen", qPrintable(name));
 }
 
-void typeOpening(Program& program, const QString& width, const QString& widthHundredths,
-                 const QString& height, const QString& heightHundredths)
+void typeOpening(Program& program, const driving::Boxes& width, const driving::Boxes& height)
 {
     // Clicking the box again would remove its selection, so the click is skipped if it has the
     // focus.
-    if (program.focusName() != u"TextNum_0")
-        program.click(u"FrOrder/TextNum_0"_s);
-    const QStringList texts{width, widthHundredths, height, heightHundredths};
-    for (int box = 0; box < texts.size(); ++box) {
-        const QString name = u"TextNum_%1"_s.arg(box);
-        if (!QTest::qWaitFor([&] { return program.focusName() == name; }, patience))
-            qFatal("Enter moved the focus not to %s but to %s", qPrintable(name),
+    const QString firstBox = names::measureBox(0);
+    if (program.focusName() != firstBox)
+        program.click(names::orderForm + u'/' + firstBox);
+    for (const driving::Entry& each : driving::measureEntries({width, height, {}, {}, {}})) {
+        if (!QTest::qWaitFor([&] { return program.focusName() == each.control; }, patience))
+            qFatal("Enter moved the focus not to %s but to %s", qPrintable(each.control),
                    qPrintable(program.focusName()));
-        program.type(texts[box]);
+        program.type(each.text);
         program.press(Qt::Key_Return);
     }
 }
 
 void addLine(Program& program, int linesAfter)
 {
-    program.click(u"CmdAdd"_s);
-    if (!program.waitForRows(u"FrOrder/DBGrid1"_s, linesAfter))
+    program.click(names::addLine);
+    if (!program.waitForRows(names::orderForm + u"/DBGrid1"_s, linesAfter))
         qFatal("the line was not added");
 }
 

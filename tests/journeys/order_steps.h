@@ -1,5 +1,6 @@
 #pragma once
 
+#include "driving/opening.h"
 #include "journeys/program.h"
 
 namespace journeys {
@@ -9,14 +10,20 @@ namespace journeys {
 int addSeries(Program& program, const QString& name, int kanafNum, int nativNum,
               const QString& sign = {});
 
+/// Gives the order command of the toolbar and waits for the order form.
+void openOrder(Program& program);
+
 /// Opens the picker and selects the row of the series, without choosing it.
 void openPickerOn(Program& program, const QString& name);
+/// Ticks the monoblock box in the picker and waits for the proposed values.
+void tickMonoblock(Program& program);
+/// Chooses the picker's current series and its settings.
+void takeSeries(Program& program);
 /// Chooses the series in the picker without a monoblock.
 void chooseSeries(Program& program, const QString& name);
 
-/// Types an opening and moves from box to box with Enter.
-void typeOpening(Program& program, const QString& width, const QString& widthHundredths,
-                 const QString& height, const QString& heightHundredths);
+/// Types an opening's measures and moves from box to box with Enter.
+void typeOpening(Program& program, const driving::Boxes& width, const driving::Boxes& height);
 /// Adds the line and waits until the grid shows `linesAfter` lines.
 void addLine(Program& program, int linesAfter);
 

@@ -181,17 +181,16 @@ void enterKinds(Program& program)
     expect(program.waitForGone(u"FrColorKind"_s), "kinds and colours are gone");
 }
 
-int openOrder(Program& program)
+int openEmptyOrder(Program& program)
 {
-    program.clickTag(u"Order"_s);
-    expect(program.waitForWindow(u"FrOrder"_s), "the order form");
+    openOrder(program);
     expect(program.waitForRows(orderGrid, 0), "an order without lines");
     return program.text(u"LabelOrderNum"_s).toInt();
 }
 
 void add(Program& program, const QStringList& opening, int linesAfter)
 {
-    typeOpening(program, opening[0], opening[1], opening[2], opening[3]);
+    typeOpening(program, {opening[0], opening[1]}, {opening[2], opening[3]});
     addLine(program, linesAfter);
     // Waits until the timer has moved the grid to the last line.
     expect(program.waitForText(u"LabelLinesInOrder"_s, QString::number(linesAfter)), "lines");
@@ -217,7 +216,7 @@ void closeOrder(Program& program)
 /// Works on the first order: one line of each kind.
 int workOnTheFirst(Program& program)
 {
-    const int number = openOrder(program);
+    const int number = openEmptyOrder(program);
     program.fill(u"TextCustomerName"_s, u"אבי כהן"_s);
     program.fill(u"TextCustomerAddress"_s, u"הרצל 5, חיפה"_s);
     program.fill(u"TextCustomerTel"_s, u"04-8123456"_s);
@@ -226,9 +225,8 @@ int workOnTheFirst(Program& program)
     chooseSeries(program, windowSeries);
     add(program, {u"120"_s, u"50"_s, u"100"_s, u"25"_s}, 1);
     openPickerOn(program, windowSeries);
-    program.click(u"CheckKind"_s);
-    expect(program.waitForText(u"FormSelectSerial/TextNum_2"_s, u"18"_s), "a monoblock");
-    program.click(u"FormSelectSerial/CmdPic"_s);
+    tickMonoblock(program);
+    takeSeries(program);
     expect(program.waitForText(u"LabelKind"_s, u"מונו בלוק : 10"_s), "the window's kind");
     add(program, {u"120"_s, u"50"_s, u"100"_s, u"25"_s}, 2);
     chooseSeries(program, doorSeries);
@@ -242,7 +240,7 @@ int workOnTheFirst(Program& program)
 /// no customer.
 int workOnTheSecond(Program& program)
 {
-    const int number = openOrder(program);
+    const int number = openEmptyOrder(program);
     chooseSeries(program, windowSeries);
     add(program, {u"100"_s, u"00"_s, u"80"_s, u"00"_s}, 1);
     add(program, {u"60"_s, u"5"_s, u"70"_s, u"00"_s}, 2);
@@ -283,7 +281,7 @@ void changeTheFirst(Program& program, int number)
 /// Works on the third order: adds two lines and deletes both. The empty order cannot be closed.
 int workOnTheThird(Program& program)
 {
-    const int number = openOrder(program);
+    const int number = openEmptyOrder(program);
     program.fill(u"TextCustomerName"_s, u"דנה לוי"_s);
     chooseSeries(program, windowSeries);
     add(program, {u"100"_s, u"00"_s, u"80"_s, u"00"_s}, 1);
@@ -317,7 +315,7 @@ Week workAWeek(Program& program, const std::function<void()>& betweenOrders)
     changeTheFirst(program, week.first);
     betweenOrders();
     week.third = workOnTheThird(program);
-    week.next = openOrder(program);
+    week.next = openEmptyOrder(program);
     program.clickTag(u"Exit"_s);
     expect(program.exitStatus() == 0, "the end");
     return week;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/module1.h"
+#include "driving/controls.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
@@ -15,8 +16,6 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QTimer>
-
-#include <utility>
 
 namespace testsupport {
 
@@ -49,29 +48,18 @@ public:
     {
         return child<Widget>(*form(), QString::fromLatin1(name));
     }
-    void click(const char* button) const { on<QPushButton>(button)->click(); }
+    void click(const char* button) const { driving::click(*form(), QString::fromLatin1(button)); }
     QString label(const char* name) const { return on<QLabel>(name)->text(); }
     QString box(const char* name) const { return on<QLineEdit>(name)->text(); }
-    void type(const char* name, const QString& text) const { on<QLineEdit>(name)->setText(text); }
+    void type(const char* name, const QString& text) const
+    {
+        driving::type(*form(), QString::fromLatin1(name), text);
+    }
     dao::Recordset& lines() const;
     /// Returns the NUM of the order's stored lines in table order.
     QList<int> storedLineNumbers(int order);
     /// Returns true after the timer that moves the grid to the last line has fired.
     bool timerRests() const;
 };
-
-/// Runs the work in the next modal dialog and closes the dialog afterwards.
-template <typename Work>
-void inNextDialog(Work work)
-{
-    QTimer::singleShot(0, qApp, [work] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        QVERIFY2(dialog != nullptr, "no modal dialog is open");
-        const QPointer<QDialog> still(dialog);
-        work(*dialog);
-        if (still && still->isVisible())
-            still->done(QDialog::Rejected);
-    });
-}
 
 } // namespace testsupport

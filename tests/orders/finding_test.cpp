@@ -11,10 +11,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+using driving::inNextModal;
 using testsupport::child;
 using testsupport::Desk;
 using testsupport::errorOf;
-using testsupport::inNextDialog;
 
 class FindingTest : public QObject
 {
@@ -93,7 +93,7 @@ void FindingTest::cleanup()
 void FindingTest::searchForm_hasItsLayout()
 {
     desk_->store.addOrder(1);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         QCOMPARE(dialog.objectName(), u"FormFindOrder"_s);
         QCOMPARE(dialog.windowTitle(), u"חיפוש הזמנה"_s);
         QVERIFY(dialog.isModal());
@@ -125,7 +125,7 @@ void FindingTest::searchForm_hasItsLayout()
 void FindingTest::grids_haveTheirColumns()
 {
     desk_->store.addOrder(1);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         const auto* orderGrid = grid(dialog, u"DBGrid1"_s);
         QCOMPARE(headings(*orderGrid, true), (QStringList{u"מס' טלפון"_s, u"כתובת"_s, u"שם לקוח"_s,
                                                           u"תאריך הזמנה"_s, u"מס' הזמנה"_s}));
@@ -151,7 +151,7 @@ void FindingTest::open_selectsTheHighestOrderNumber()
     desk_->store.addOrder(12);
     desk_->addOrderWithLines(20, {1, 2});
     desk_->store.addOrder(3);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         QCOMPARE(numberUnderCursor(dialog), 20);
         QCOMPARE(orderRows(dialog).RecordCount(), 3);
         QCOMPARE(grid(dialog, u"DBGrid1"_s)->currentIndex().row(), 2);
@@ -163,7 +163,7 @@ void FindingTest::open_selectsTheHighestOrderNumber()
 void FindingTest::firstTimerTick_showsTheOrderNumber()
 {
     desk_->addOrderWithLines(20, {1, 2});
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         auto* timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QCOMPARE(timer->interval(), 100);
         QVERIFY(timer->isActive());
@@ -178,7 +178,7 @@ void FindingTest::move_showsTheLinesAfterTheTimer()
 {
     desk_->addOrderWithLines(1, {1, 2});
     desk_->addOrderWithLines(2, {7});
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         auto* timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QTRY_VERIFY(!timer->isActive());
         auto* orderGrid = grid(dialog, u"DBGrid1"_s);
@@ -197,7 +197,7 @@ void FindingTest::manyMoves_updateTheLinesOnce()
 {
     for (int number = 1; number <= 30; ++number)
         desk_->store.addOrder(number);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         auto* timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QTRY_VERIFY(!timer->isActive());
         const QSignalSpy ticks(timer, &QTimer::timeout);
@@ -215,7 +215,7 @@ void FindingTest::manyMoves_updateTheLinesOnce()
 void FindingTest::orderWithoutLines_showsAnEmptyGrid()
 {
     desk_->store.addOrder(4);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         QTRY_VERIFY(!child<QTimer>(dialog, u"TimerGetOrder"_s)->isActive());
         QCOMPARE(grid(dialog, u"DBGrid2"_s)->model()->rowCount(), 0);
         QCOMPARE(grid(dialog, u"DBGrid2"_s)->caption(), u"שורות בהזמנה : 4"_s);
@@ -227,7 +227,7 @@ void FindingTest::moveByTheBar_showsTheLines()
 {
     desk_->store.addOrder(4);
     desk_->store.addOrder(5);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         auto* timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QTRY_VERIFY(!timer->isActive());
         orderRows(dialog).MovePrevious(); // The button of the bar does the same.
@@ -251,7 +251,7 @@ void FindingTest::load_replacesTheShownOrder()
     desk_->store.execute(u"UPDATE Orders SET CustomerName = 'דוד'"_s);
     desk_->store.addOrder(2);
     desk_->openOrder(2);
-    inNextDialog([byDoubleClick](QDialog& dialog) {
+    inNextModal([byDoubleClick](QDialog& dialog) {
         auto* orderGrid = grid(dialog, u"DBGrid1"_s);
         const QModelIndex first = orderGrid->model()->index(0, 4);
         const QPoint place = orderGrid->visualRect(first).center();
@@ -276,7 +276,7 @@ void FindingTest::load_replacesTheShownOrder()
 void FindingTest::load_ofAClosedOrder_leavesItClosed()
 {
     desk_->store.addOrder(1, true);
-    inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
+    inNextModal([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
     orders::findOrder();
     QCOMPARE(Module1::CurrentOrderNum, 1);
     QCOMPARE(desk_->store.scalar(u"SELECT Open_Close FROM Orders"_s).toInt(), -1);
@@ -288,7 +288,7 @@ void FindingTest::load_withATypedCustomer_discardsIt()
     desk_->store.addOrder(1);
     desk_->openOrder(1);
     desk_->type("TextCustomerName", u"לא נשמר"_s);
-    inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
+    inNextModal([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
     desk_->click("CmdFindOrder");
     QCOMPARE(desk_->box("TextCustomerName"), QString());
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
@@ -297,7 +297,7 @@ void FindingTest::load_withATypedCustomer_discardsIt()
 void FindingTest::load_withoutAnOrderForm_opensOne()
 {
     desk_->addOrderWithLines(6, {1, 2});
-    inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
+    inNextModal([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
     orders::findOrder();
 
     QVERIFY(desk_->form() != nullptr);
@@ -310,7 +310,7 @@ void FindingTest::load_beyondSixteenBits_failsWithOverflow()
 {
     desk_->store.addOrder(40000);
     desk_->boxes.answer(runtime::vbOK);
-    inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
+    inNextModal([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdPic"_s)->click(); });
     orders::findOrder();
     QCOMPARE(desk_->end.exitStatus(), 1);
     QVERIFY(desk_->boxes.shown().front().text.startsWith(u"Run-time error '6':"_s));
@@ -322,7 +322,7 @@ void FindingTest::close_loadsNothing()
     desk_->store.addOrder(2);
     desk_->openOrder(1);
     desk_->type("TextCustomerName", u"נשאר"_s);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         child<QPushButton>(dialog, u"CmdClose"_s)->click();
         QVERIFY(!dialog.isVisible());
     });
@@ -335,7 +335,7 @@ void FindingTest::close_loadsNothing()
 void FindingTest::closeBox_loadsNothing()
 {
     desk_->store.addOrder(2);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         dialog.close();
         QVERIFY(!dialog.isVisible());
     });
@@ -347,7 +347,7 @@ void FindingTest::closeBox_loadsNothing()
 void FindingTest::enterInTheGrid_loadsNothing()
 {
     desk_->store.addOrder(2);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         auto* orderGrid = grid(dialog, u"DBGrid1"_s);
         orderGrid->setFocus();
         QTest::keyClick(orderGrid, Qt::Key_Return);
@@ -361,7 +361,7 @@ void FindingTest::closeBeforeTheTimer_deletesTheTimer()
 {
     desk_->store.addOrder(2);
     QPointer<QTimer> timer;
-    inNextDialog([&timer](QDialog& dialog) {
+    inNextModal([&timer](QDialog& dialog) {
         timer = child<QTimer>(dialog, u"TimerGetOrder"_s);
         QVERIFY(timer->isActive());
         child<QPushButton>(dialog, u"CmdClose"_s)->click();
@@ -377,7 +377,7 @@ void FindingTest::close_updatesTheLineCounter()
     desk_->openOrder(1);
     QTRY_VERIFY(desk_->timerRests());
     desk_->on<QLabel>("LabelLinesInOrder")->setText(u"?"_s);
-    inNextDialog([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdClose"_s)->click(); });
+    inNextModal([](QDialog& dialog) { child<QPushButton>(dialog, u"CmdClose"_s)->click(); });
     desk_->click("CmdFindOrder");
     QCOMPARE(desk_->label("LabelLinesInOrder"), u"3"_s);
 }
@@ -396,7 +396,7 @@ void FindingTest::open_withManyOrders_isFast()
         " SELECT i, '2026-01-02', -1, 'לקוח ' || i FROM n"_s,
         {count});
     const testsupport::CpuClock clock;
-    inNextDialog([&clock](QDialog& dialog) {
+    inNextModal([&clock](QDialog& dialog) {
         const std::chrono::milliseconds taken = clock.elapsed();
         QVERIFY2(taken < 2s, qPrintable(QString::number(taken.count())));
         auto* orderGrid = grid(dialog, u"DBGrid1"_s);

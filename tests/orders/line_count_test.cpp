@@ -1,3 +1,4 @@
+#include "driving/opening.h"
 #include "orders/desk.h"
 #include "platform/controls/db_grid.h"
 #include "platform/dao/recordset.h"
@@ -173,10 +174,7 @@ void LineCountTest::print_withAllLinesVisible_renumbersOnlyTheFirst()
     QTRY_COMPARE(counter(), u"3"_s);
     desk_->store.execute(u"UPDATE Cuts SET NUM = NUM * 10"_s);
     press("CmdPrint");
-    for (QWidget* each : QApplication::topLevelWidgets()) {
-        if (each->objectName() == u"DataReport1"_s)
-            each->close();
-    }
+    driving::closeWindow(driving::names::preview);
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 20, 30}));
 }
 

@@ -1,3 +1,4 @@
+#include "driving/opening.h"
 #include "orders/desk.h"
 #include "platform/controls/db_grid.h"
 #include "platform/dao/recordset.h"
@@ -5,10 +6,10 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using driving::inNextModal;
 using testsupport::child;
 using testsupport::Desk;
 using testsupport::errorOf;
-using testsupport::inNextDialog;
 
 /// The order form with rows that another station has deleted, and with rows that no station would
 /// write.
@@ -67,10 +68,7 @@ QString linesCaption(const QDialog& dialog)
 void LostRowsTest::cleanup()
 {
     QCOMPARE(desk_->boxes.unexpected(), QStringList());
-    for (QWidget* each : QApplication::topLevelWidgets()) {
-        if (each->objectName() == u"DataReport1"_s)
-            each->close();
-    }
+    driving::closeWindow(driving::names::preview);
     desk_.reset();
 }
 
@@ -129,7 +127,7 @@ void LostRowsTest::load_ofADeletedOrder_clearsOnlyTheCustomer()
     desk_->openOrder(1);
     QTRY_VERIFY(desk_->timerRests());
     desk_->type("TextCustomerName", u"דוד"_s);
-    inNextDialog([this](QDialog& dialog) {
+    inNextModal([this](QDialog& dialog) {
         desk_->store.execute(u"DELETE FROM Orders WHERE Number = 2"_s);
         press(dialog, u"CmdPic"_s);
     });
@@ -148,7 +146,7 @@ void LostRowsTest::load_ofADeletedOrderWithoutAForm_failsInTheTimer()
 {
     desk_->store.addOrder(2);
     desk_->boxes.answer(runtime::vbOK);
-    inNextDialog([this](QDialog& dialog) {
+    inNextModal([this](QDialog& dialog) {
         desk_->store.execute(u"DELETE FROM Orders"_s);
         press(dialog, u"CmdPic"_s);
     });
@@ -163,7 +161,7 @@ void LostRowsTest::move_toADeletedOrder_failsWithRecordDeleted()
     desk_->store.addOrder(1);
     desk_->store.addOrder(2);
     desk_->boxes.answer(runtime::vbOK);
-    inNextDialog([this](QDialog& dialog) {
+    inNextModal([this](QDialog& dialog) {
         QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 2"_s);
         desk_->store.execute(u"DELETE FROM Orders WHERE Number = 1"_s);
         goTo(dialog, 0);
@@ -212,8 +210,7 @@ void LostRowsTest::view_ofADeletedLine_showsTheValuesReadBefore()
     QTRY_VERIFY(desk_->timerRests());
     desk_->store.execute(u"DELETE FROM Cuts"_s);
     QString name;
-    inNextDialog(
-        [&name](QDialog& dialog) { name = child<QLabel>(dialog, u"LabelName"_s)->text(); });
+    inNextModal([&name](QDialog& dialog) { name = child<QLabel>(dialog, u"LabelName"_s)->text(); });
     desk_->click("CmdView");
     QCOMPARE(name, u"סדרה 2"_s);
     desk_->boxes.answer(runtime::vbOK);
@@ -232,7 +229,7 @@ void LostRowsTest::browse_beyondSixteenBits_failsOnlyAtLoading()
     desk_->addOrderWithLines(40000, {1, 2});
     desk_->openOrder(1);
     desk_->boxes.answer(runtime::vbOK);
-    inNextDialog([this](QDialog& dialog) {
+    inNextModal([this](QDialog& dialog) {
         QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 40000"_s);
         QCOMPARE(child<controls::DBGrid>(dialog, u"DBGrid2"_s)->model()->rowCount(), 2);
         goTo(dialog, 0);
@@ -253,7 +250,7 @@ void LostRowsTest::move_toAnOrderWithoutANumber_failsWithInvalidUseOfNull()
     addOrderWithoutANumber();
     desk_->store.addOrder(1);
     desk_->boxes.answer(runtime::vbOK);
-    inNextDialog([this](QDialog& dialog) {
+    inNextModal([this](QDialog& dialog) {
         QCOMPARE(child<controls::DBGrid>(dialog, u"DBGrid1"_s)->model()->rowCount(), 2);
         QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 1"_s);
         goTo(dialog, 0);
@@ -290,7 +287,7 @@ void LostRowsTest::linesWithNullValues_showEmptyCells()
 {
     desk_->store.execute(u"INSERT INTO Orders (Number) VALUES (1)"_s);
     desk_->store.execute(u"INSERT INTO Cuts (Order_Num) VALUES (1)"_s);
-    inNextDialog([](QDialog& dialog) {
+    inNextModal([](QDialog& dialog) {
         QTRY_COMPARE(linesCaption(dialog), u"שורות בהזמנה : 1"_s);
         QVERIFY(!dialog.grab().isNull());
         const auto* lines = child<controls::DBGrid>(dialog, u"DBGrid2"_s)->model();

@@ -1,3 +1,4 @@
+#include "driving/opening.h"
 #include "orders/desk.h"
 #include "output/order_report.h"
 #include "platform/controls/db_grid.h"
@@ -70,11 +71,7 @@ QString PrintingTest::caption(const char* label)
 
 QWidget* PrintingTest::preview()
 {
-    for (QWidget* each : QApplication::topLevelWidgets()) {
-        if (each->objectName() == u"DataReport1"_s && each->isVisible())
-            return each;
-    }
-    return nullptr;
+    return driving::shownWindow(driving::names::preview);
 }
 
 QString PrintingTest::exported()

@@ -6,9 +6,9 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using driving::inNextModal;
 using testsupport::child;
 using testsupport::Desk;
-using testsupport::inNextDialog;
 
 /// CmdView, which shows the current line of the grid in the line view.
 class ViewingTest : public QObject
@@ -83,7 +83,7 @@ void ViewingTest::view_showsTheCurrentLine()
         " Reshet_Count = 7, Reshet_Kind = 'א', Reshet_Color = 'ב' WHERE NUM = 2"_s);
     openOn(1);
     bool wasModal = false;
-    inNextDialog([&wasModal](QDialog& view) {
+    inNextModal([&wasModal](QDialog& view) {
         wasModal = view.isModal();
         const auto text = [&view](const char* name) {
             return child<QLabel>(view, QString::fromLatin1(name))->text();
@@ -110,11 +110,11 @@ void ViewingTest::view_ofTheNextLine_showsNoFormerText()
     desk_->addOrderWithLines(1, {1, 2});
     desk_->store.execute(u"UPDATE Cuts SET Name = NULL, Glass_Kind = NULL WHERE NUM = 2"_s);
     openOn(0);
-    inNextDialog(
+    inNextModal(
         [](QDialog& view) { QVERIFY(!child<QLabel>(view, u"LabelKind_2"_s)->text().isEmpty()); });
     desk_->click("CmdView");
     goTo(1);
-    inNextDialog([](QDialog& view) {
+    inNextModal([](QDialog& view) {
         QCOMPARE(child<QLabel>(view, u"LabelName"_s)->text(), QString());
         QCOMPARE(child<QLabel>(view, u"LabelKind_2"_s)->text(), QString());
         QVERIFY(!child<QLabel>(view, u"LabelColor_2"_s)->text().isEmpty());
@@ -158,7 +158,7 @@ void ViewingTest::view_writesNothing()
     openOn(0);
     desk_->type("TextCustomerName", u"דוד"_s);
     const auto before = desk_->store.rows(u"SELECT * FROM Cuts"_s);
-    inNextDialog([](QDialog& view) { view.close(); });
+    inNextModal([](QDialog& view) { view.close(); });
     desk_->click("CmdView");
     QCOMPARE(desk_->store.rows(u"SELECT * FROM Cuts"_s), before);
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());

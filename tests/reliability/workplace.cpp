@@ -5,63 +5,40 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/fr_color_kind.h"
 #include "catalogue/fr_serials.h"
+#include "driving/controls.h"
+#include "driving/order_form.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
-#include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
 #include "shell/start.h"
 #include "support/widgets.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QDialog>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
-using testsupport::child;
+using driving::click;
+using driving::type;
 
 namespace reliability {
 
 namespace {
 
-QWidget* shownWindow(const QString& name)
-{
-    for (QWidget* each : QApplication::topLevelWidgets()) {
-        if (each->objectName() == name && each->isVisible())
-            return each;
-    }
-    return nullptr;
-}
-
-void click(const QWidget& form, const QString& button)
-{
-    child<QPushButton>(form, button)->click();
-}
-
-void type(const QWidget& form, const QString& box, const QString& text)
-{
-    child<QLineEdit>(form, box)->setText(text);
-}
-
 controls::DataControl& data(const QWidget& form, const QString& name)
 {
-    return *child<controls::DataControl>(form, name);
+    return driving::control<controls::DataControl>(form, name);
 }
 
-/// Closes the modal window that is open at the next event loop iteration.
+/// Closes the modal dialog that is open at the next event loop iteration.
 void leaveNextModal()
 {
-    QTimer::singleShot(0, qApp, [] {
-        if (QWidget* modal = QApplication::activeModalWidget())
-            modal->close();
-    });
+    driving::inNextModal([](QDialog& dialog) { dialog.close(); });
 }
 
 constexpr int columnOfCode = 0;
@@ -112,10 +89,7 @@ Workplace::~Workplace() = default;
 
 void Workplace::trigger(const QString& tag)
 {
-    for (QAction* each : window_->findChildren<QAction*>()) {
-        if (each->data().toString() == tag)
-            each->trigger();
-    }
+    driving::trigger(*window_, tag);
 }
 
 QWidget& Workplace::order() const
@@ -141,38 +115,23 @@ bool Workplace::hasSeries() const
 
 void Workplace::chooseSeries(const QString& name, bool monoblock)
 {
-    click(order(), u"CmdPicSerial"_s);
-    QWidget* picker = shownWindow(u"FormSelectSerial"_s);
-    if (picker == nullptr)
-        qFatal("the picker did not open");
-    auto* grid = child<QTableView>(*picker, u"DBGrid1"_s);
-    constexpr int nameColumn = 2;
-    int row = 0;
-    while (row < grid->model()->rowCount() && testsupport::cellText(*grid, row, nameColumn) != name)
-        ++row;
-    if (row == grid->model()->rowCount()) {
-        // A grid that cannot read its rows shows a message from the event loop and the program
-        // ends.
-        QApplication::sendPostedEvents(grid, QEvent::MetaCall);
-        qFatal("no series %s", qUtf8Printable(name));
-    }
-    grid->setCurrentIndex(grid->model()->index(row, nameColumn));
-    child<QCheckBox>(*picker, u"CheckKind"_s)->setChecked(monoblock);
-    click(*picker, u"CmdPic"_s);
+    const bool chosen = driving::chooseSeries(order(), name, [monoblock](QWidget& picker) {
+        driving::control<QCheckBox>(picker, driving::names::monoblock).setChecked(monoblock);
+    });
+    if (!chosen)
+        qFatal("the picker did not open or has no series %s", qUtf8Printable(name));
 }
 
 int Workplace::addLine(const Opening& opening)
 {
-    QWidget& form = order();
-    type(form, u"TextNum_0"_s, QString::number(opening.width));
-    type(form, u"TextNum_1"_s, u"50"_s);
-    type(form, u"TextNum_2"_s, QString::number(opening.height));
-    type(form, u"TextNum_3"_s, u"25"_s);
-    for (int part = 0; part < 4; ++part) {
-        child<QComboBox>(form, u"DBComboKind_%1"_s.arg(part))->setCurrentText(opening.tag);
-        child<QComboBox>(form, u"DBComboColor_%1"_s.arg(part))->setCurrentText(opening.tag);
-    }
-    click(form, u"CmdAdd"_s);
+    const auto boxes = [](int whole, const char* hundredths) {
+        return driving::Boxes{QString::number(whole), QString::fromLatin1(hundredths)};
+    };
+    driving::Opening entered{boxes(opening.width, "50"), boxes(opening.height, "25"), {}, {}, {}};
+    entered.kinds.fill(opening.tag);
+    entered.colours.fill(opening.tag);
+    driving::fillOpening(order(), entered);
+    click(order(), driving::names::addLine);
     // The added row is the last one of the recordset through which it was added.
     dao::Recordset& added = orders::frOrder().opening().DataCuts->Recordset();
     added.MoveLast();
@@ -231,23 +190,19 @@ void Workplace::findOrder()
 
 void Workplace::takeOrder(int number)
 {
-    QTimer::singleShot(0, qApp, [number] {
-        runtime::guarded([number] {
-            const QWidget& search = *QApplication::activeModalWidget();
-            dao::Recordset& all = data(search, u"DataOrders"_s).Recordset();
-            all.MoveFirst();
-            while (all.Fields(u"Number"_s).Value().toInt() != number)
-                all.MoveNext();
-            click(search, u"CmdPic"_s);
-        });
+    driving::inNextModal([number](QDialog& search) {
+        dao::Recordset& all = data(search, u"DataOrders"_s).Recordset();
+        all.MoveFirst();
+        while (all.Fields(u"Number"_s).Value().toInt() != number)
+            all.MoveNext();
+        click(search, u"CmdPic"_s);
     });
     trigger(u"FindOrder"_s);
 }
 
 void Workplace::closePreview()
 {
-    if (QWidget* preview = shownWindow(u"DataReport1"_s))
-        preview->close();
+    driving::closeWindow(driving::names::preview);
 }
 
 void Workplace::closeOrderForm()
@@ -265,8 +220,8 @@ void Workplace::addSeries(const QString& name, int number)
     trigger(u"Serials"_s);
     click(series(), u"CmdNew"_s);
     type(series(), u"TextName"_s, name);
-    child<QComboBox>(series(), u"ComboLane"_s)->setCurrentIndex(1);
-    child<QComboBox>(series(), u"ComboWing"_s)->setCurrentIndex(1);
+    driving::control<QComboBox>(series(), u"ComboLane"_s).setCurrentIndex(1);
+    driving::control<QComboBox>(series(), u"ComboWing"_s).setCurrentIndex(1);
     fillSeries(series(), number);
     click(series(), u"CmdAdd"_s);
 }
@@ -304,14 +259,14 @@ void Workplace::closeSeriesForm()
 QTableView& Workplace::openList(int list)
 {
     trigger(u"ColorKind"_s);
-    return *child<QTableView>(catalogue::frColorKind(), u"DBGridKind_%1"_s.arg(list));
+    return driving::control<QTableView>(catalogue::frColorKind(), u"DBGridKind_%1"_s.arg(list));
 }
 
 /// Searches from the end, where the newest names are.
 void Workplace::goToName(QTableView& grid, int code)
 {
     int row = grid.model()->rowCount() - 1;
-    while (row >= 0 && testsupport::cellText(grid, row, columnOfCode).toInt() != code)
+    while (row >= 0 && driving::cellText(grid, row, columnOfCode).toInt() != code)
         --row;
     if (row < 0)
         qFatal("no code %d in %s", code, qUtf8Printable(grid.objectName()));
@@ -325,7 +280,7 @@ int Workplace::addName(int list, const QString& name)
     grid.setCurrentIndex(grid.model()->index(blank, columnOfName));
     testsupport::typeIntoCell(grid, name);
     leaveRow(grid);
-    return testsupport::cellText(grid, blank, columnOfCode).toInt();
+    return driving::cellText(grid, blank, columnOfCode).toInt();
 }
 
 void Workplace::changeName(int list, int code, const QString& name)

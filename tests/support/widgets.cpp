@@ -12,17 +12,6 @@
 
 namespace testsupport {
 
-QString namesBelow(const QObject& parent)
-{
-    QStringList names;
-    for (const QObject* each : parent.findChildren<QObject*>()) {
-        if (!each->objectName().isEmpty() && !each->objectName().startsWith(QLatin1String("qt_")))
-            names.append(each->objectName());
-    }
-    names.sort();
-    return names.join(QStringLiteral(", "));
-}
-
 QStringList tabOrderFrom(QWidget* first)
 {
     QStringList names;
@@ -47,11 +36,6 @@ QString focusName()
 {
     const QWidget* widget = QApplication::focusWidget();
     return widget != nullptr ? widget->objectName() : QString();
-}
-
-QString cellText(const QTableView& view, int row, int column)
-{
-    return view.model()->index(row, column).data().toString();
 }
 
 void clickCell(QTableView& view, int row, int column)

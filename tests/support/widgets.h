@@ -1,5 +1,6 @@
 #pragma once
 
+#include "driving/controls.h"
 #include "support/test_failure.h"
 
 #include <QApplication>
@@ -16,19 +17,14 @@ class QTableView;
 
 namespace testsupport {
 
-/// Returns the names of all named children, for the failure message of a search without result.
-QString namesBelow(const QObject& parent);
+using driving::cellText;
 
 /// Returns the child with this object name. If there is none, the test fails with the existing
 /// names.
 template <typename Widget>
 Widget* child(const QObject& parent, const QString& name)
 {
-    auto* found = parent.findChild<Widget*>(name);
-    if (found == nullptr)
-        qFatal("no child named %s; existing names: %s", qPrintable(name),
-               qPrintable(namesBelow(parent)));
-    return found;
+    return &driving::control<Widget>(parent, name);
 }
 
 /// Returns the object names of the visible and enabled widgets in the order in which Tab reaches
@@ -41,8 +37,7 @@ bool showActive(QWidget& window);
 /// Returns the object name of the focus widget, or an empty text if there is none.
 QString focusName();
 
-/// Return the text of a cell, click into it with the left button, and double-click it.
-QString cellText(const QTableView& view, int row, int column);
+/// Click into a cell with the left button, and double-click it.
 void clickCell(QTableView& view, int row, int column);
 void doubleClickCell(QTableView& view, int row, int column);
 

@@ -1,21 +1,17 @@
 #pragma once
 
+#include "driving/opening.h"
+
 #include <QIODevice>
 #include <QString>
 #include <QStringList>
 
-#include <array>
 #include <optional>
 #include <vector>
 
 namespace demo {
 
-/// The texts of the whole box and the hundredths box of one measure.
-struct Boxes
-{
-    QString whole;
-    QString hundredths;
-};
+using driving::Boxes;
 
 /// The monoblock data of an opening: the index of the monoblock type in its list, from 0, and the
 /// texts for the input boxes.
@@ -29,16 +25,11 @@ struct Monoblock
 };
 
 /// One row of the openings file.
-struct Opening
+struct Opening : driving::Opening
 {
     int lineNumber = 0; ///< Line number in the file, from 1.
     QString series;
-    Boxes width;
-    Boxes height;
-    std::array<QString, 4> kinds;   ///< The kinds of the frame, the sash, the glass and the mesh.
-    std::array<QString, 4> colours; ///< The colours of the frame, the sash, the glass and the mesh.
     std::optional<Monoblock> monoblock;
-    std::optional<Boxes> doorThickness;
 };
 
 /// A row of the openings file that cannot be entered, and the reason.

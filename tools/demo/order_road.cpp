@@ -1,7 +1,8 @@
 #include "demo/order_road.h"
 
 #include "base/module1.h"
-#include "calculation/opening_panel.h"
+#include "driving/controls.h"
+#include "driving/order_form.h"
 #include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/report/doors.h"
@@ -11,17 +12,16 @@
 #include "shell/start.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QEventLoop>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+using driving::control;
 
 namespace demo {
 
@@ -40,61 +40,10 @@ void settle()
     loop.exec();
 }
 
-template <typename Control>
-Control& control(const QWidget& form, const QString& name)
+void fillPair(const QWidget& form, int wholeBox, const Boxes& boxes)
 {
-    auto* found = form.findChild<Control*>(name);
-    if (found == nullptr)
-        throw runtime::RunTimeError(runtime::ObjectRequired, u"no control "_s + name);
-    return *found;
-}
-
-/// Focuses the input box with this index, replaces its text and removes the focus.
-void fill(const QWidget& form, int index, const QString& text)
-{
-    auto& box = control<QLineEdit>(form, u"TextNum_%1"_s.arg(index));
-    box.setFocus();
-    box.setText(text);
-    box.clearFocus();
-}
-
-void fillPair(const QWidget& form, int whole, const Boxes& boxes)
-{
-    if (boxes.whole.isEmpty())
-        return;
-    fill(form, whole, boxes.whole);
-    fill(form, whole + 1, boxes.hundredths);
-}
-
-QWidget* topLevel(const QString& name)
-{
-    for (QWidget* each : QApplication::topLevelWidgets()) {
-        if (each->objectName() == name && each->isVisible())
-            return each;
-    }
-    return nullptr;
-}
-
-QWidget& window(const QString& name)
-{
-    QWidget* found = topLevel(name);
-    if (found == nullptr)
-        throw runtime::RunTimeError(runtime::ObjectRequired, u"no window "_s + name);
-    return *found;
-}
-
-/// Index of the picker's last visible column, which holds the name of the series.
-constexpr int nameColumn = 2;
-
-void standOnSeries(QTableView& grid, const QString& series)
-{
-    const QAbstractItemModel& model = *grid.model();
-    for (int row = 0; row < model.rowCount(); ++row) {
-        grid.setCurrentIndex(model.index(row, nameColumn));
-        if (model.index(row, nameColumn).data().toString() == series)
-            return;
-    }
-    throw Refused{u"no such series: "_s + series};
+    for (const driving::Entry& each : driving::measureEntries(wholeBox, boxes))
+        driving::enter(form, each.control, each.text);
 }
 
 /// During its lifetime, answers every message box and remembers the first one. The box of a
@@ -147,17 +96,14 @@ OrderRoad::~OrderRoad() = default;
 
 void OrderRoad::openOrder()
 {
-    for (QAction* each : window_->findChildren<QAction*>()) {
-        if (each->data().toString() == u"Order")
-            each->trigger();
-    }
+    driving::trigger(*window_, u"Order"_s);
     settle();
     picture(*window_, u"order-form"_s);
 }
 
 void OrderRoad::fillMonoblock(QWidget& picker, const Monoblock& monoblock)
 {
-    control<QCheckBox>(picker, u"CheckKind"_s).click();
+    control<QCheckBox>(picker, driving::names::monoblock).click();
     control<QComboBox>(picker, u"ComboMonoBlock"_s).setCurrentIndex(monoblock.type);
     fillPair(picker, 0, monoblock.widthDeduction);
     fillPair(picker, 2, monoblock.heightDeduction);
@@ -166,45 +112,31 @@ void OrderRoad::fillMonoblock(QWidget& picker, const Monoblock& monoblock)
         control<QComboBox>(picker, u"Combo_U_Thick"_s).setCurrentText(monoblock.uThickness);
 }
 
-void OrderRoad::chooseSeries(const Opening& opening)
+void OrderRoad::fillPicker(QWidget& picker, const Opening& opening)
 {
-    orders::frOrder().opening().CmdPicSerial->click();
-    QWidget& picker = window(u"FormSelectSerial"_s);
-    try {
-        standOnSeries(control<QTableView>(picker, u"DBGrid1"_s), opening.series);
-    } catch (const Refused&) {
-        control<QPushButton>(picker, u"CmdClose"_s).click();
-        throw;
-    }
     if (opening.monoblock)
         fillMonoblock(picker, *opening.monoblock);
     bool& shown = opening.monoblock ? monoblockShown_ : pickerShown_;
-    if (!shown) {
-        settle();
-        picture(picker, opening.monoblock ? u"series-picker-monoblock"_s : u"series-picker"_s);
-        shown = true;
-    }
-    control<QPushButton>(picker, u"CmdPic"_s).click();
+    if (shown)
+        return;
+    settle();
+    picture(picker, opening.monoblock ? u"series-picker-monoblock"_s : u"series-picker"_s);
+    shown = true;
 }
 
 void OrderRoad::addOpening(const Opening& opening)
 {
     const RefusalWatch watch;
-    chooseSeries(opening);
-    watch.raise();
     orders::FrOrder& form = orders::frOrder();
+    const bool chosen = driving::chooseSeries(
+        form, opening.series, [&](QWidget& picker) { fillPicker(picker, opening); });
+    watch.raise();
+    if (!chosen)
+        throw Refused{u"no such series: "_s + opening.series};
     if (opening.doorThickness && !control<QWidget>(form, u"FrameDoorMashkof"_s).isVisible())
         throw Refused{u"a door's thickness, but no door series: "_s + opening.series};
-    fillPair(form, 0, opening.width);
-    fillPair(form, 2, opening.height);
-    if (opening.doorThickness)
-        fillPair(form, 4, *opening.doorThickness);
-    for (int part = 0; part < 4; ++part) {
-        control<QComboBox>(form, u"DBComboKind_%1"_s.arg(part)).setCurrentText(opening.kinds[part]);
-        control<QComboBox>(form, u"DBComboColor_%1"_s.arg(part))
-            .setCurrentText(opening.colours[part]);
-    }
-    control<QPushButton>(form, u"CmdAdd"_s).click();
+    driving::fillOpening(form, opening);
+    driving::click(form, driving::names::addLine);
     watch.raise();
 }
 
@@ -212,22 +144,23 @@ void OrderRoad::viewLine()
 {
     settle();
     picture(*window_, u"order-with-lines"_s);
-    // The line view is modal and exec() blocks, so a timer takes the picture inside its event loop.
-    QTimer::singleShot(settling, window_.get(), [this] {
-        QWidget* view = topLevel(u"FormView"_s);
-        if (view == nullptr)
-            return;
-        picture(*view, u"line-view"_s);
-        view->close();
+    const orders::FrOrder& form = orders::frOrder();
+    if (control<QTableView>(form, u"DBGrid1"_s).model()->rowCount() == 0)
+        // The program shows no line of an order without lines.
+        return;
+    driving::inNextModal([this](QDialog& view) {
+        settle();
+        picture(view, u"line-view"_s);
+        view.close();
     });
-    control<QPushButton>(orders::frOrder(), u"CmdView"_s).click();
+    driving::click(form, u"CmdView"_s);
 }
 
 void OrderRoad::print()
 {
-    control<QPushButton>(orders::frOrder(), u"CmdPrint"_s).click();
+    driving::click(orders::frOrder(), u"CmdPrint"_s);
     settle();
-    QWidget* preview = topLevel(u"DataReport1"_s);
+    QWidget* preview = driving::shownWindow(driving::names::preview);
     if (preview == nullptr)
         // The program does not print an order without lines.
         return;

@@ -40,7 +40,7 @@ public:
     void print();
 
 private:
-    void chooseSeries(const Opening& opening);
+    void fillPicker(QWidget& picker, const Opening& opening);
     void fillMonoblock(QWidget& picker, const Monoblock& monoblock);
     void picture(QWidget& window, const QString& name);
 

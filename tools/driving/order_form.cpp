@@ -1,0 +1,54 @@
+#include "driving/order_form.h"
+
+#include "driving/controls.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QTableView>
+
+namespace driving {
+
+namespace {
+
+/// Moves the grid row by row, because the grid reads its rows on demand. Returns false if no row
+/// has this name.
+bool goToSeries(QTableView& grid, const QString& name)
+{
+    for (int row = 0; row < grid.model()->rowCount(); ++row) {
+        grid.setCurrentIndex(grid.model()->index(row, seriesNameColumn));
+        if (cellText(grid, row, seriesNameColumn) == name)
+            return true;
+    }
+    // A grid that cannot read its rows reports the error from the event loop.
+    QCoreApplication::sendPostedEvents(&grid, QEvent::MetaCall);
+    return false;
+}
+
+} // namespace
+
+bool chooseSeries(const QWidget& orderForm, const QString& name,
+                  const std::function<void(QWidget& picker)>& fill)
+{
+    click(orderForm, names::openPicker);
+    QWidget* picker = shownWindow(names::picker);
+    if (picker == nullptr)
+        return false;
+    if (!goToSeries(control<QTableView>(*picker, names::seriesGrid), name)) {
+        click(*picker, names::closePicker);
+        return false;
+    }
+    if (fill)
+        fill(*picker);
+    click(*picker, names::takeSeries);
+    return true;
+}
+
+void fillOpening(const QWidget& orderForm, const Opening& opening)
+{
+    for (const Entry& each : measureEntries(opening))
+        enter(orderForm, each.control, each.text);
+    for (const Entry& each : listEntries(opening))
+        control<QComboBox>(orderForm, each.control).setCurrentText(each.text);
+}
+
+} // namespace driving
