@@ -1,6 +1,6 @@
 #include "store/schema.h"
 
-#include <algorithm>
+#include "platform/dao/engine/field_search.h"
 
 using namespace Qt::StringLiterals;
 
@@ -147,10 +147,7 @@ std::vector<TableSchema> allTables()
 
 int TableSchema::ordinalOf(const QString& field) const
 {
-    const auto found = std::find_if(fields.begin(), fields.end(), [&](const FieldInfo& each) {
-        return each.name.compare(field, Qt::CaseInsensitive) == 0;
-    });
-    return found == fields.end() ? -1 : static_cast<int>(found - fields.begin());
+    return dao::ordinalOf(fields, field);
 }
 
 const std::vector<TableSchema>& schema()

@@ -1,6 +1,7 @@
 #include "platform/controls/db_grid_model.h"
 
 #include "platform/controls/field_text.h"
+#include "platform/dao/engine/field_search.h"
 
 #include <QScopedValueRollback>
 
@@ -49,7 +50,7 @@ void DBGridModel::resolveFields(const dao::Recordset* rows)
         fields_ = rows->fieldInfos();
     ordinals_.clear();
     for (const DBGridColumn& each : columns_)
-        ordinals_.push_back(ordinalOf(fields_, each.field));
+        ordinals_.push_back(dao::ordinalOf(fields_, each.field));
 }
 
 int DBGridModel::recordCount() const

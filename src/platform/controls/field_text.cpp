@@ -1,5 +1,6 @@
 #include "platform/controls/field_text.h"
 
+#include "platform/dao/engine/field_search.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"
@@ -50,17 +51,9 @@ QString fieldText(const QVariant& value, int decimals)
     return runtime::toText(value);
 }
 
-int ordinalOf(const std::vector<dao::FieldInfo>& fields, const QString& field)
-{
-    const auto found = std::ranges::find_if(fields, [&field](const dao::FieldInfo& each) {
-        return each.name.compare(field, Qt::CaseInsensitive) == 0;
-    });
-    return found == fields.end() ? -1 : static_cast<int>(found - fields.begin());
-}
-
 QStringList fieldTexts(dao::Recordset& rows, const QString& field)
 {
-    const int ordinal = ordinalOf(rows.fieldInfos(), field);
+    const int ordinal = dao::ordinalOf(rows.fieldInfos(), field);
     if (ordinal < 0)
         throw runtime::RunTimeError(runtime::ItemNotFound);
     const std::unique_ptr<dao::RecordsetPages> pages = rows.pages();

@@ -4,11 +4,8 @@
 #include <QStringList>
 #include <QVariant>
 
-#include <vector>
-
 namespace dao {
 class Recordset;
-struct FieldInfo;
 } // namespace dao
 
 namespace controls {
@@ -17,9 +14,6 @@ namespace controls {
 /// number with `decimals` decimal places. If `decimals` is -1, a number is formatted by
 /// runtime::toText.
 QString fieldText(const QVariant& value, int decimals = -1);
-
-/// Returns the position of the field with this name, ignoring case, or -1 if there is none.
-int ordinalOf(const std::vector<dao::FieldInfo>& fields, const QString& field);
 
 /// Returns the texts of one field for all rows, in the recordset's order, without moving its
 /// current row. Throws ItemNotFound (3265) for an unknown field, and any error of reading.

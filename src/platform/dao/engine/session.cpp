@@ -1,16 +1,14 @@
 #include "platform/dao/engine/session.h"
 
+#include "platform/dao/engine/field_search.h"
+
 namespace dao {
 
 using namespace Qt::StringLiterals;
 
 int TableInfo::ordinalOf(const QString& fieldName) const
 {
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (fields[i].name.compare(fieldName, Qt::CaseInsensitive) == 0)
-            return static_cast<int>(i);
-    }
-    return -1;
+    return dao::ordinalOf(fields, fieldName);
 }
 
 bool mayChangeSchema(const QString& sql)
