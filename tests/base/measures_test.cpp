@@ -1,6 +1,6 @@
 #include "base/measures.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
+using testsupport::errorOf;
 
 struct Split
 {
@@ -45,17 +46,6 @@ TEST(Measures, SplitsANegativeMeasureWithItsSign)
     EXPECT_EQ(Module1::WholePart(-2.5), -2);
     EXPECT_EQ(Module1::HundredthsText(-0.05), u"0-5"_s);
     EXPECT_EQ(Module1::HundredthsText(-2.5), u"0-50"_s);
-}
-
-template <typename Action>
-int errorOf(Action action)
-{
-    try {
-        action();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 TEST(Measures, OverflowBeyond32BitHundredths)

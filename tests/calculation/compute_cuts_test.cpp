@@ -3,29 +3,19 @@
 #include "base/input_boxes.h"
 #include "base/module1.h"
 #include "platform/controls/data_control.h"
-#include "platform/runtime/run_time_error.h"
+#include "support/errors.h"
 #include "support/widgets.h"
 
 #include <QLabel>
 #include <QLocale>
 #include <QTest>
 
-#include <functional>
 #include <limits>
 
 using namespace Qt::StringLiterals;
+using testsupport::errorOf;
 
 namespace {
-
-int errorOf(const std::function<void()>& run)
-{
-    try {
-        run();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 void compareCells(const std::array<double, 12>& expected)
 {

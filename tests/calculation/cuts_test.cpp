@@ -1,5 +1,5 @@
 #include "calculation/cuts.h"
-#include "platform/runtime/run_time_error.h"
+#include "support/errors.h"
 
 #include <limits>
 #include <vector>
@@ -9,6 +9,7 @@
 namespace {
 
 using cuts::Part;
+using testsupport::errorOf;
 
 /// The series of all examples. What it takes off the opening, width and height:
 /// frame 1 and 1.5, sash 4.2 and 7.5, glass 13.4 and 16, mesh 6.3 and 8.25.
@@ -36,17 +37,6 @@ void expectExactly(const std::vector<double>& actual, const std::vector<double>&
     ASSERT_EQ(actual.size(), expected.size());
     for (std::size_t i = 0; i < actual.size(); ++i)
         EXPECT_EQ(actual[i], expected[i]) << "value " << i;
-}
-
-template <typename Formula>
-int errorOf(Formula formula)
-{
-    try {
-        formula();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 constexpr cuts::Size window{120.5, 100.25};

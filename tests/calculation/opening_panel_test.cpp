@@ -5,6 +5,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
 #include "platform/runtime/run_time_error.h"
+#include "support/errors.h"
 #include "support/widgets.h"
 
 #include <QGroupBox>
@@ -193,12 +194,7 @@ void OpeningPanelTest::missingTable_isTableNotFound()
 {
     PanelHost host;
     host.store.execute(u"DROP TABLE GlassKind"_s);
-    int error = 0;
-    try {
-        host.panel().bindKindsAndColours();
-    } catch (const runtime::RunTimeError& caught) {
-        error = caught.number();
-    }
+    const int error = testsupport::errorOf([&host] { host.panel().bindKindsAndColours(); });
     QCOMPARE(error, int{runtime::TableNotFound});
 }
 
@@ -252,12 +248,7 @@ void OpeningPanelTest::focusBox_selectsTheText()
 void OpeningPanelTest::focusBoxOnAHiddenBox_isInvalidProcedureCall()
 {
     PanelHost host;
-    int error = 0;
-    try {
-        host.panel().focusBox(4);
-    } catch (const runtime::RunTimeError& caught) {
-        error = caught.number();
-    }
+    const int error = testsupport::errorOf([&host] { host.panel().focusBox(4); });
     QCOMPARE(error, int{runtime::InvalidProcedureCall});
 }
 

@@ -2,9 +2,9 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/fr_color_kind.h"
 #include "platform/controls/db_grid.h"
-#include "platform/runtime/run_time_error.h"
 
 #include "support/doors.h"
+#include "support/errors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"
 
@@ -221,12 +221,8 @@ void FrColorKindTest::columns_hideTheCode()
 void FrColorKindTest::missingStore_isFileNotFound()
 {
     const QString path = std::exchange(Module1::StorePath, store_->folder() + u"/none.mdb"_s);
-    try {
-        catalogue::frColorKind();
-        QFAIL("the form opened without a store");
-    } catch (const runtime::RunTimeError& error) {
-        QCOMPARE(error.number(), int(runtime::DatabaseFileNotFound));
-    }
+    QCOMPARE(testsupport::errorOf([] { catalogue::frColorKind(); }),
+             int(runtime::DatabaseFileNotFound));
     Module1::StorePath = path;
 }
 

@@ -3,10 +3,10 @@
 #include "output/fitted_label.h"
 #include "platform/controls/form.h"
 #include "platform/dao/database.h"
-#include "platform/runtime/run_time_error.h"
 #include "store/store_access.h"
 
 #include "support/doors.h"
+#include "support/errors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"
 
@@ -58,12 +58,7 @@ std::shared_ptr<dao::Recordset> linesOf(int order)
 /// Returns the number of the error that filling throws, or 0.
 int errorOfFilling(dao::Recordset& line)
 {
-    try {
-        output::fillFromLine(formView(), line);
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
+    return testsupport::errorOf([&line] { output::fillFromLine(formView(), line); });
 }
 
 } // namespace

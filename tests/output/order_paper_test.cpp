@@ -1,3 +1,4 @@
+#include "driving/opening.h"
 #include "output/order_lines.h"
 #include "output/order_report.h"
 #include "platform/report/doors.h"
@@ -365,11 +366,7 @@ void OrderPaperTest::show_opensThePreview()
     report.setDataSource(ordinaryLines(10));
     report.Sections(2).Controls(u"LabelOrder_Num"_s).setCaption(u"17"_s);
     report.Show();
-    QMainWindow* window = nullptr;
-    for (QWidget* each : QApplication::topLevelWidgets()) {
-        if (each->objectName() == u"DataReport1"_s)
-            window = qobject_cast<QMainWindow*>(each);
-    }
+    auto* window = qobject_cast<QMainWindow*>(driving::shownWindow(driving::names::preview));
     QVERIFY(window != nullptr);
     QCOMPARE(window->windowTitle(), u" דו\"ח הזמנות"_s);
     QVERIFY(window->isMaximized());

@@ -11,7 +11,6 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -215,14 +214,7 @@ void MdiZomrelTest::findOrderItem_opensTheSearchForm()
     store_->addOrder(1);
     store_->addLine(1, 1);
     QString modal;
-    QTimer watch;
-    connect(&watch, &QTimer::timeout, this, [&modal] {
-        if (QWidget* form = QApplication::activeModalWidget()) {
-            modal = form->objectName();
-            form->close();
-        }
-    });
-    watch.start(10);
+    driving::inNextModal([&modal](QDialog& form) { modal = form.objectName(); });
     menuAction(u"FindOrder"_s)->trigger();
     QCOMPARE(modal, u"FormFindOrder"_s);
 }
@@ -266,17 +258,12 @@ void MdiZomrelTest::allForms_shareOneServerConnection()
     testsupport::child<QPushButton>(*formInFrame(u"FrOrder"_s), u"CmdPicSerial"_s)->click();
     QVERIFY(testsupport::child<QDialog>(*window_, u"FormSelectSerial"_s)->isVisible());
     int connections = -1;
-    QTimer watch;
-    connect(&watch, &QTimer::timeout, this, [&] {
-        if (QWidget* form = QApplication::activeModalWidget()) {
-            connections = store_
-                              ->scalar(u"SELECT COUNT(*) FROM pg_stat_activity WHERE datname = "
-                                       "current_database() AND application_name = 'Zomrel'"_s)
-                              .toInt();
-            form->close();
-        }
+    driving::inNextModal([&](QDialog& /*form*/) {
+        connections = store_
+                          ->scalar(u"SELECT COUNT(*) FROM pg_stat_activity WHERE datname = "
+                                   "current_database() AND application_name = 'Zomrel'"_s)
+                          .toInt();
     });
-    watch.start(10);
     menuAction(u"FindOrder"_s)->trigger();
     QCOMPARE(connections, 1);
 }

@@ -1,9 +1,9 @@
 #include "store/store_access.h"
 
 #include "base/module1.h"
-#include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
 #include "support/doors.h"
+#include "support/errors.h"
 #include "support/ordinary_user.h"
 #include "support/temporary_store.h"
 
@@ -13,21 +13,10 @@
 #include <QFile>
 
 using namespace Qt::StringLiterals;
+using testsupport::errorOf;
 using testsupport::TemporaryStore;
 
 namespace {
-
-/// Returns the number of the run-time error that the action throws, or 0 if it throws none.
-template <typename Action>
-int errorOf(Action action)
-{
-    try {
-        action();
-    } catch (const runtime::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 QByteArray contents(const QString& path)
 {

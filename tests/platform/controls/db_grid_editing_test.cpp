@@ -1,5 +1,4 @@
-#include "edit_form.h"
-#include "support/doors.h"
+#include "editing_fixture.h"
 
 #include <QSignalSpy>
 
@@ -7,19 +6,15 @@ using namespace Qt::StringLiterals;
 using controls::DataControl;
 using controlstest::EditForm;
 using controlstest::nameColumn;
-using controlstest::SampleStore;
 using controlstest::sizeColumn;
 using testsupport::cellText;
 using testsupport::clickCell;
 
-class DBGridEditingTest : public QObject
+class DBGridEditingTest : public controlstest::EditingFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void emptyTable_hasABlankRow();
     void typingInTheBlankRow_addsARow();
     void untouchedBlankRow_addsNothing();
@@ -35,25 +30,7 @@ private slots:
     void deleteKey_deletesTheRow();
     void deleteKeyInTheEditor_deletesACharacter();
     void deleteKeyOnAnUnwrittenRow_discardsIt();
-
-private:
-    std::unique_ptr<SampleStore> store_;
-    std::unique_ptr<testsupport::RecordedBoxes> boxes_;
 };
-
-void DBGridEditingTest::init()
-{
-    boxes_.reset();
-    store_ = std::make_unique<SampleStore>();
-    boxes_ = std::make_unique<testsupport::RecordedBoxes>();
-}
-
-void DBGridEditingTest::cleanup()
-{
-    QCOMPARE(boxes_->unexpected(), QStringList()); // Every message box was expected.
-    boxes_.reset();
-    store_.reset();
-}
 
 void DBGridEditingTest::emptyTable_hasABlankRow()
 {

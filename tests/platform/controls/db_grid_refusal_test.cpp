@@ -1,22 +1,17 @@
-#include "edit_form.h"
-#include "support/doors.h"
+#include "editing_fixture.h"
 
 using namespace Qt::StringLiterals;
 using controlstest::EditForm;
 using controlstest::nameColumn;
-using controlstest::SampleStore;
 using controlstest::sizeColumn;
 using testsupport::cellText;
 using testsupport::clickCell;
 
-class DBGridRefusalTest : public QObject
+class DBGridRefusalTest : public controlstest::EditingFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void refusedWrite_showsItsReasonAndKeepsTheText_data();
     void refusedWrite_showsItsReasonAndKeepsTheText();
     void refusedNewRow_showsItsReasonAndKeepsTheText();
@@ -25,25 +20,7 @@ private slots:
     void refusedDelete_showsItsReasonAndKeepsTheRow();
     void rowDeletedByAnotherStation_isReportedAndRemoved();
     void readError_opensTheErrorBox();
-
-private:
-    std::unique_ptr<SampleStore> store_;
-    std::unique_ptr<testsupport::RecordedBoxes> boxes_;
 };
-
-void DBGridRefusalTest::init()
-{
-    boxes_.reset();
-    store_ = std::make_unique<SampleStore>();
-    boxes_ = std::make_unique<testsupport::RecordedBoxes>();
-}
-
-void DBGridRefusalTest::cleanup()
-{
-    QCOMPARE(boxes_->unexpected(), QStringList());
-    boxes_.reset();
-    store_.reset();
-}
 
 void DBGridRefusalTest::refusedWrite_showsItsReasonAndKeepsTheText_data()
 {

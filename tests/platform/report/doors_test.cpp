@@ -36,6 +36,15 @@ void whenShown(QObject* context, Act act)
     watch->start(10);
 }
 
+/// Types a name without a suffix into the dialog, for a file in this folder, and accepts it.
+void saveIn(const QTemporaryDir& folder, QFileDialog& dialog)
+{
+    dialog.setDirectory(folder.path());
+    auto* name = child<QLineEdit>(dialog, u"fileNameEdit"_s);
+    name->setText(u"שלי"_s);
+    QTest::keyClick(name, Qt::Key_Return);
+}
+
 } // namespace
 
 /// The default dialogs of the preview.
@@ -55,6 +64,10 @@ private slots:
 private:
     /// Returns every file and folder in the user's home folder, which is empty at first.
     QStringList filesAtHome() const;
+    QString askPdf()
+    {
+        return askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s});
+    }
 
     QTemporaryDir home_;
     QWidget window_;
@@ -93,13 +106,8 @@ void DoorsTest::fileDialog_proposesTheName()
 void DoorsTest::fileDialog_addsTheSuffix()
 {
     const QTemporaryDir folder;
-    whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
-        dialog.setDirectory(folder.path());
-        auto* name = child<QLineEdit>(dialog, u"fileNameEdit"_s);
-        name->setText(u"שלי"_s);
-        QTest::keyClick(name, Qt::Key_Return);
-    });
-    const QString chosen = askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s});
+    whenShown<QFileDialog>(&window_, [&folder](QFileDialog& dialog) { saveIn(folder, dialog); });
+    const QString chosen = askPdf();
     QCOMPARE(chosen, folder.filePath(u"שלי.pdf"_s));
 }
 
@@ -134,15 +142,10 @@ QStringList DoorsTest::filesAtHome() const
 void DoorsTest::dialogs_writeNoSettingsFile()
 {
     const QTemporaryDir folder;
-    whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
-        dialog.setDirectory(folder.path());
-        auto* name = child<QLineEdit>(dialog, u"fileNameEdit"_s);
-        name->setText(u"שלי"_s);
-        QTest::keyClick(name, Qt::Key_Return);
-    });
-    QVERIFY(!askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s}).isEmpty());
+    whenShown<QFileDialog>(&window_, [&folder](QFileDialog& dialog) { saveIn(folder, dialog); });
+    QVERIFY(!askPdf().isEmpty());
     whenShown<QFileDialog>(&window_, [](QFileDialog& dialog) { dialog.reject(); });
-    askFile({&window_, u"שמירה"_s, u"x.pdf"_s, u"PDF (*.pdf)"_s, u"pdf"_s});
+    askPdf();
     for (const bool accepted : {true, false}) {
         QPrinter printer;
         whenShown<QPrintDialog>(&window_, [accepted](QPrintDialog& dialog) {
