@@ -9,6 +9,9 @@ namespace dao {
 class SessionOwner
 {
 public:
+    SessionOwner(const SessionOwner&) = delete;
+    SessionOwner& operator=(const SessionOwner&) = delete;
+
     /// Throws ObjectClosed (3420) after the session has been closed. For use inside the engine
     /// only.
     Session& session() const
@@ -21,8 +24,6 @@ public:
 protected:
     explicit SessionOwner(std::unique_ptr<Session> session) : session_(std::move(session)) {}
     ~SessionOwner() = default;
-    SessionOwner(const SessionOwner&) = delete;
-    SessionOwner& operator=(const SessionOwner&) = delete;
 
     bool hasSession() const { return session_ != nullptr; }
     void closeSession() { session_.reset(); }
