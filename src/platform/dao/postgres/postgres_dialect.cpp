@@ -112,7 +112,7 @@ std::span<const Dialect::TypeName> PostgresDialect::typeNames() const
 
 QString PostgresDialect::declaredType(const FieldInfo& field) const
 {
-    const QString type = Dialect::declaredType(field);
+    QString type = Dialect::declaredType(field);
     switch (field.type) {
     case dbDate:
         return type + u"(0)"_s;
