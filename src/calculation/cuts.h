@@ -26,8 +26,7 @@ struct Deduction
     std::optional<double> height;
 };
 
-/// Index of a part of a window. Arrays of controls with one control for each part have the same
-/// order.
+/// The parts of a window. The values index arrays that have one control for each part.
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
 
 struct Series

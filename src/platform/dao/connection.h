@@ -8,8 +8,8 @@ namespace dao {
 class Database;
 }
 
-/// The report's own access to the store, independent of dao::Database: a connection executes a
-/// query text and returns its rows for reading.
+/// The report's access to the store: a connection executes a query text and returns its rows for
+/// reading.
 namespace ado {
 
 /// The rows of a query, in the order of the query. All rows that are loaded at the same time come

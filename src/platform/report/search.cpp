@@ -53,8 +53,8 @@ std::optional<Hit> findText(Document& document, const QString& text, SearchDirec
     const int pages = document.pageCount();
     const int step = direction == SearchDirection::Forward ? 1 : pages - 1;
     int page = from ? from->page : startPage;
-    // If the search starts in the middle of a page, that page is searched again at the end, because
-    // hits may be on the other side of `from`.
+    // A search that starts in the middle of a page ends on that page. Otherwise it would miss the
+    // hits between the starting point and the edge of the page behind it.
     for (int i = 0; i <= pages; ++i) {
         const std::optional<int> beyond =
             i == 0 && from ? std::optional(from->control) : std::nullopt;

@@ -13,6 +13,24 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A form with two input boxes named "First" and "Second".
+struct TwoBoxes
+{
+    TwoBoxes()
+    {
+        first.setObjectName(u"First"_s);
+        second.setObjectName(u"Second"_s);
+    }
+
+    QWidget form;
+    QLineEdit first{&form};
+    QLineEdit second{&form};
+};
+
+} // namespace
+
 /// The steps that operate any form, on small forms of this test.
 class ControlsTest : public QObject
 {
@@ -71,31 +89,23 @@ void ControlsTest::click_pressesTheNamedButton()
 
 void ControlsTest::type_keepsTheFocus()
 {
-    QWidget form;
-    QLineEdit first(&form);
-    QLineEdit second(&form);
-    first.setObjectName(u"First"_s);
-    second.setObjectName(u"Second"_s);
-    QVERIFY(testsupport::showActive(form));
-    first.setFocus();
-    driving::type(form, u"Second"_s, u"120"_s);
-    QCOMPARE(second.text(), u"120"_s);
+    TwoBoxes boxes;
+    QVERIFY(testsupport::showActive(boxes.form));
+    boxes.first.setFocus();
+    driving::type(boxes.form, u"Second"_s, u"120"_s);
+    QCOMPARE(boxes.second.text(), u"120"_s);
     QCOMPARE(testsupport::focusName(), u"First"_s);
 }
 
 void ControlsTest::enter_movesTheFocusAndTakesItAway()
 {
-    QWidget form;
-    QLineEdit first(&form);
-    QLineEdit second(&form);
-    first.setObjectName(u"First"_s);
-    second.setObjectName(u"Second"_s);
-    QVERIFY(testsupport::showActive(form));
-    first.setFocus();
+    TwoBoxes boxes;
+    QVERIFY(testsupport::showActive(boxes.form));
+    boxes.first.setFocus();
     int finished = 0;
-    connect(&second, &QLineEdit::editingFinished, this, [&finished] { ++finished; });
-    driving::enter(form, u"Second"_s, u"120"_s);
-    QCOMPARE(second.text(), u"120"_s);
+    connect(&boxes.second, &QLineEdit::editingFinished, this, [&finished] { ++finished; });
+    driving::enter(boxes.form, u"Second"_s, u"120"_s);
+    QCOMPARE(boxes.second.text(), u"120"_s);
     QCOMPARE(finished, 1);
     QCOMPARE(testsupport::focusName(), QString());
 }
