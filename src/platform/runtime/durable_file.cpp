@@ -1,0 +1,298 @@
+#include "platform/runtime/durable_file.h"
+
+#include "platform/runtime/run_time_error.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#ifdef Q_OS_LINUX
+#include <sys/xattr.h>
+#endif
+
+namespace runtime {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr mode_t groupBits = S_IRWXG;
+constexpr mode_t allBits = S_IRWXU | S_IRWXG | S_IRWXO;
+constexpr auto accessList = "system.posix_acl_access";
+
+QByteArray native(const QString& path)
+{
+    return QFile::encodeName(path);
+}
+
+[[noreturn]] void raise(const QString& path, int error)
+{
+    const QString reason = QString::fromLocal8Bit(std::generic_category().message(error).c_str());
+    int number = DiskOrNetworkError;
+    if (error == ENOSPC || error == EDQUOT)
+        number = DiskFull;
+    else if (error == EACCES || error == EPERM || error == EROFS || error == ENOENT ||
+             error == ENOTDIR || error == EISDIR || error == ELOOP)
+        number = PermissionDenied;
+    else if (error == EEXIST)
+        throw RunTimeError(DatabaseExists, u"Database '%1' already exists."_s.arg(path));
+    throw RunTimeError(number, u"Could not write '%1': %2"_s.arg(path, reason));
+}
+
+/// An open file descriptor.
+class Descriptor
+{
+public:
+    Descriptor(const QString& path, int flags) : number_(open(native(path).constData(), flags)) {}
+    ~Descriptor()
+    {
+        if (number_ >= 0)
+            close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int number() const { return number_; }
+    int release() { return std::exchange(number_, -1); }
+
+private:
+    int number_;
+};
+
+/// Returns true if the path still names the open file.
+bool names(const QString& path, int descriptor)
+{
+    struct stat opened = {};
+    struct stat named = {};
+    return fstat(descriptor, &opened) == 0 && lstat(native(path).constData(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+/// Returns 0 or the error. Where the file system cannot refuse an existing name in one step, the
+/// second best is used.
+int renameToFreeName(const QByteArray& from, const QByteArray& to)
+{
+#ifdef RENAME_NOREPLACE
+    if (renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+#endif
+    if (link(from.constData(), to.constData()) == 0)
+        return unlink(from.constData()) == 0 ? 0 : errno;
+    if (errno == EEXIST)
+        return EEXIST;
+    struct stat named = {};
+    if (lstat(to.constData(), &named) == 0)
+        return EEXIST;
+    return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+}
+
+mode_t forbiddenBits()
+{
+    const mode_t mask = umask(S_IRWXG | S_IRWXO);
+    umask(mask);
+    return mask;
+}
+
+/// Gives the file the group and returns whether it has it.
+bool setGroup(int descriptor, gid_t group)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) == 0 && status.st_gid == group)
+        return true;
+    return fchown(descriptor, static_cast<uid_t>(-1), group) == 0;
+}
+
+/// Reduces what the group may do to what everybody may do.
+mode_t withoutGroup(mode_t mode)
+{
+    return (mode & ~groupBits) | (mode & groupBits & ((mode & S_IRWXO) << 3U));
+}
+
+QByteArray accessListOf(const QString& path)
+{
+#ifdef Q_OS_LINUX
+    const ssize_t size = getxattr(native(path).constData(), accessList, nullptr, 0);
+    if (size <= 0)
+        return {};
+    QByteArray list(size, '\0');
+    const ssize_t read = getxattr(native(path).constData(), accessList, list.data(), size_t(size));
+    return read == size ? list : QByteArray();
+#else
+    return {};
+#endif
+}
+
+void setAccessList(int descriptor, const QByteArray& list)
+{
+#ifdef Q_OS_LINUX
+    // A failure leaves the permissions that fchmod sets, which allow no more.
+    if (list.isEmpty())
+        fremovexattr(descriptor, accessList);
+    else
+        fsetxattr(descriptor, accessList, list.constData(), size_t(list.size()), 0);
+#endif
+}
+
+} // namespace
+
+QString followLinks(const QString& path)
+{
+    constexpr int mostLinks = 40;
+    QString place = path;
+    for (int followed = 0; followed < mostLinks; ++followed) {
+        const QFileInfo info(place);
+        if (!info.isSymLink())
+            return place;
+        place = info.symLinkTarget();
+    }
+    raise(path, ELOOP);
+}
+
+void syncFolder(const QString& folder)
+{
+    const Descriptor opened(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (opened.number() < 0) {
+        // A folder that can be written and not read is synced with everything else.
+        sync();
+        return;
+    }
+    // Some network file systems write a folder at once and have no call for it.
+    if (fsync(opened.number()) != 0 && errno != EINVAL && errno != ENOTSUP)
+        raise(folder, errno);
+}
+
+void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing)
+{
+    if (!file.flush() || fsync(file.handle()) != 0)
+        raise(path, errno);
+    const QByteArray from = native(path);
+    const QByteArray to = native(newPath);
+    int error = 0;
+    if (existing == Existing::Refuse)
+        error = renameToFreeName(from, to);
+    else if (rename(from.constData(), to.constData()) != 0)
+        error = errno;
+    if (error != 0)
+        raise(newPath, error);
+    syncFolder(QFileInfo(newPath).absolutePath());
+}
+
+Linked durableLink(const QString& path, const QString& secondName)
+{
+    if (link(native(path).constData(), native(secondName).constData()) != 0)
+        return errno == EEXIST ? Linked::NameExists : Linked::NotPermitted;
+    syncFolder(QFileInfo(secondName).absolutePath());
+    return Linked::Done;
+}
+
+void durableMove(const QString& path, const QString& newPath)
+{
+    if (const int error = renameToFreeName(native(path), native(newPath)))
+        raise(newPath, error);
+    syncFolder(QFileInfo(newPath).absolutePath());
+}
+
+bool createFile(QFile& file, const QString& path, Readers readers)
+{
+    const mode_t mode = readers == Readers::OnlyOwner ? S_IRUSR | S_IWUSR : allBits & ~0111U;
+    // With O_EXCL a symbolic link counts as an existing file.
+    const int descriptor =
+        open(native(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
+    if (descriptor < 0 && errno == EEXIST)
+        return false;
+    if (descriptor < 0)
+        raise(path, errno);
+    // A file system without locks has no marks. removeIfLeft removes nothing there.
+    const bool marked = flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    struct stat status = {};
+    const bool isRemoved = fstat(descriptor, &status) != 0 || status.st_nlink == 0;
+    if (!marked || isRemoved) {
+        close(descriptor);
+        return false;
+    }
+    if (!file.open(descriptor, QIODevice::ReadWrite, QFileDevice::AutoCloseHandle))
+        raise(path, EIO);
+    return true;
+}
+
+bool createFolder(const QString& path)
+{
+    if (mkdir(native(path).constData(), S_IRWXU) == 0)
+        return true;
+    if (errno != EEXIST)
+        raise(path, errno);
+    return false;
+}
+
+FolderMark::FolderMark(const QString& folder) : descriptor_(-1)
+{
+    Descriptor opened(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (opened.number() < 0)
+        return;
+    const bool marked = flock(opened.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (marked && names(folder, opened.number()))
+        descriptor_ = opened.release();
+}
+
+FolderMark::~FolderMark()
+{
+    if (descriptor_ >= 0)
+        close(descriptor_);
+}
+
+void removeIfLeft(const QString& path)
+{
+    const bool isFolder = QFileInfo(path).isDir();
+    // A network file system marks only files that are open for writing.
+    const int how = isFolder ? O_RDONLY | O_DIRECTORY : O_RDWR;
+    const Descriptor opened(path, how | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    struct stat status = {};
+    if (opened.number() < 0 || fstat(opened.number(), &status) != 0)
+        return;
+    const bool isOwn = status.st_uid == geteuid() || geteuid() == 0;
+    if (!isOwn || flock(opened.number(), LOCK_EX | LOCK_NB) != 0 || !names(path, opened.number()))
+        return;
+    if (isFolder)
+        QDir(path).removeRecursively();
+    else if (S_ISREG(status.st_mode))
+        unlink(native(path).constData());
+}
+
+FileAccess accessOf(const QString& path)
+{
+    struct stat status = {};
+    if (stat(native(path).constData(), &status) != 0)
+        raise(path, errno);
+    return {status.st_uid, status.st_gid, status.st_mode & allBits, accessListOf(path)};
+}
+
+bool keepAccess(QFile& file, const FileAccess& access)
+{
+    const bool hasGroup = setGroup(file.handle(), access.group);
+    struct stat status = {};
+    const bool hasOwner =
+        fstat(file.handle(), &status) == 0 &&
+        (status.st_uid == access.owner || fchown(file.handle(), access.owner, gid_t(-1)) == 0);
+    setAccessList(file.handle(), hasGroup ? access.list : QByteArray());
+    const mode_t mode = hasGroup ? access.mode : withoutGroup(access.mode);
+    return fchmod(file.handle(), mode) == 0 && hasGroup && hasOwner;
+}
+
+void limitAccess(QFile& file, const FileAccess& source)
+{
+    const bool hasGroup = source.list.isEmpty() && setGroup(file.handle(), source.group);
+    const mode_t mode = hasGroup ? source.mode : withoutGroup(source.mode);
+    setAccessList(file.handle(), {});
+    fchmod(file.handle(), mode & ~forbiddenBits() & ~0111U);
+}
+
+} // namespace runtime

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+/// Creating, replacing and removing files so that a power failure, a killed process or another
+/// user's file in the same folder does no harm. All system calls of this kind are in
+/// durable_file.cpp.
+namespace runtime {
+
+/// What durableRename does if a file already has the new name.
+enum class Existing { Refuse, Replace };
+
+/// Who may read a new file.
+enum class Readers {
+    AsUsual,   ///< The users that the process's settings for new files allow.
+    OnlyOwner, ///< Only the user who creates the file.
+};
+
+/// Returns the path with symbolic links of the last component followed, also if the file that a
+/// link names does not exist. Throws PermissionDenied (3051) for a circle of links.
+QString followLinks(const QString& path);
+
+/// Writes the folder's list of files to the disk. Afterwards a file that was created, renamed or
+/// removed there stays so after a power failure. Throws DiskOrNetworkError (3043).
+void syncFolder(const QString& folder);
+
+/// Writes a file, which is open, to the disk, gives it a new name in the same folder and writes the
+/// folder to the disk. At every moment the new name belongs to nothing, to the complete previous
+/// file, or to the complete new file. Throws DatabaseExists (3204) if the new name exists and is
+/// not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied (3051).
+void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
+
+enum class Linked {
+    Done,
+    NameExists,
+    NotPermitted, ///< The file system has no second names for a file, or does not permit this one.
+};
+/// Gives a file a second name in the same folder and writes the folder to the disk. Throws
+/// DiskOrNetworkError (3043).
+Linked durableLink(const QString& path, const QString& secondName);
+
+/// Moves a file to a name that is free. Throws as durableRename does.
+void durableMove(const QString& path, const QString& newPath);
+
+/// Creates a file that did not exist, opens it for reading and writing and marks it as used by this
+/// process. The QFile object does not know the name. A symbolic link with this name is not
+/// followed. Returns false if the name is taken. Throws PermissionDenied (3051) or another error if
+/// the file cannot be created.
+bool createFile(QFile& file, const QString& path, Readers readers);
+
+/// Creates a folder that only the user can enter. Returns false if the name is taken. Throws
+/// PermissionDenied (3051) or another error if the folder cannot be created.
+bool createFolder(const QString& path);
+
+/// Marks a folder as used by this process for the lifetime of the object.
+class FolderMark
+{
+public:
+    explicit FolderMark(const QString& folder);
+    ~FolderMark();
+    FolderMark(const FolderMark&) = delete;
+    FolderMark& operator=(const FolderMark&) = delete;
+
+    /// Returns false if another process has marked or removed the folder.
+    bool isValid() const { return descriptor_ >= 0; }
+
+private:
+    int descriptor_;
+};
+
+/// Removes a file or folder that createFile or FolderMark marked for a process that has ended. Does
+/// nothing if the process is still running, if another user owns the file or folder, or if the file
+/// system cannot mark files.
+void removeIfLeft(const QString& path);
+
+/// The owner, the group and the permissions of a file.
+struct FileAccess
+{
+    unsigned owner = 0;
+    unsigned group = 0;
+    unsigned mode = 0;
+    QByteArray list; ///< The access control list; empty if there is none.
+};
+/// Returns the access of an existing file. Throws PermissionDenied (3051).
+FileAccess accessOf(const QString& path);
+
+/// Gives an open file the same owner, group and permissions. Returns false if the process or the
+/// file system does not permit that. Without the group, the file's group may do only what everybody
+/// may.
+bool keepAccess(QFile& file, const FileAccess& access);
+
+/// Gives an open file the group and the permissions of its source, without those that the process's
+/// settings for new files forbid. Nobody can read the file who cannot read the source. Does nothing
+/// on a file system without permissions.
+void limitAccess(QFile& file, const FileAccess& source);
+
+} // namespace runtime
