@@ -56,6 +56,17 @@ RunTimeError writingError(const QSaveFile& file)
                         u"Could not write '%1': %2"_s.arg(file.fileName(), file.errorString()));
 }
 
+void copyAll(QFile& store, QSaveFile& copy)
+{
+    while (!store.atEnd()) {
+        const QByteArray block = store.read(blockSize);
+        if (block.isEmpty())
+            throw RunTimeError(runtime::DiskOrNetworkError);
+        if (copy.write(block) != block.size())
+            throw writingError(copy);
+    }
+}
+
 } // namespace
 
 void SqliteBulk::copyTo(const QString& path)
@@ -69,17 +80,14 @@ void SqliteBulk::copyTo(const QString& path)
     if (!copy.open(QIODevice::WriteOnly))
         throw RunTimeError(runtime::PermissionDenied,
                            u"Could not write '%1': %2"_s.arg(path, copy.errorString()));
-    const ReadLock lock(session_);
-    // With a write-ahead log, the latest changes are not in the store file.
-    if (session_.rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
-        throw RunTimeError(runtime::Locked);
-    while (!store.atEnd()) {
-        const QByteArray block = store.read(blockSize);
-        if (block.isEmpty())
-            throw RunTimeError(runtime::DiskOrNetworkError);
-        if (copy.write(block) != block.size())
-            throw writingError(copy);
+    {
+        const ReadLock lock(session_);
+        // With a write-ahead log, the latest changes are not in the store file.
+        if (session_.rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
+            throw RunTimeError(runtime::Locked);
+        copyAll(store, copy);
     }
+    // Stations need not wait until the copy is on the disk.
     if (!copy.commit())
         throw writingError(copy);
 }
