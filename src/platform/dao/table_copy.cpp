@@ -119,4 +119,19 @@ QString setAside(Database& database, const QStringList& tables)
     return database.session().bulk()->setAside(tables);
 }
 
+void actAsOwnerOf(Database& database, const QStringList& tables)
+{
+    database.session().bulk()->actAsOwnerOf(tables);
+}
+
+QStringList grantsOn(Database& database, const QStringList& tables)
+{
+    return database.session().bulk()->grantsOn(tables);
+}
+
+void applyGrants(Database& database, const QStringList& grants)
+{
+    runAll(database.session(), grants);
+}
+
 } // namespace dao

@@ -46,4 +46,14 @@ TableContents readTable(Database& database, const QString& table, const RowsSeen
 /// to which they were moved. Throws OperationNotSupported (3251) for an embedded store.
 QString setAside(Database& database, const QStringList& tables);
 
+/// Lets the rest of the transaction create tables for the user who owns these tables, or, without
+/// tables, for the owner role of the server's setup. A superuser thus creates a store that stations
+/// can use. Does nothing if the user may not act as the owner, and in an embedded store.
+void actAsOwnerOf(Database& database, const QStringList& tables);
+/// Returns the rights that users have on the tables, as statements for applyGrants. Empty for an
+/// embedded store.
+QStringList grantsOn(Database& database, const QStringList& tables);
+/// Gives the rights to the present tables of the same names.
+void applyGrants(Database& database, const QStringList& grants);
+
 } // namespace dao

@@ -67,6 +67,13 @@ public:
     {
         throw runtime::RunTimeError(runtime::OperationNotSupported);
     }
+    /// Lets the rest of the transaction create tables for the user who owns these tables. If there
+    /// are no tables, that is the owner role of the server's setup. Does nothing if the current
+    /// user may not act as the owner, and in an embedded store.
+    virtual void actAsOwnerOf(const QStringList&) {}
+    /// Returns statements that give tables with these names the rights that the present tables
+    /// have. A statement does nothing if its table does not exist.
+    virtual QStringList grantsOn(const QStringList&) { return {}; }
 };
 
 } // namespace dao

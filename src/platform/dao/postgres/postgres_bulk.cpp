@@ -322,4 +322,41 @@ QString PostgresBulk::setAside(const QStringList& tables)
     return u"schema '%1' of %2"_s.arg(schema, session_.place());
 }
 
+void PostgresBulk::actAsOwnerOf(const QStringList& tables)
+{
+    // A user who cannot create tables and schemas cannot make the store.
+    const QString roles = u"SELECT rolname FROM pg_roles WHERE rolname <> current_user "
+                          "AND pg_has_role(current_user, oid, 'MEMBER') "
+                          "AND has_schema_privilege(oid, current_schema(), 'CREATE') "
+                          "AND has_database_privilege(oid, current_database(), 'CREATE') AND "_s;
+    const auto found = tables.isEmpty()
+                           ? session_.rows(roles + u"rolname = 'zomrel_owner'"_s)
+                           : session_.rows(roles + u"oid = (SELECT relowner FROM pg_class "
+                                                   "WHERE oid = to_regclass($1))"_s,
+                                           {Dialect::quoted(tables.first())});
+    if (!found.empty())
+        session_.run(u"SET LOCAL ROLE "_s + Dialect::quoted(found.front().front().toString()));
+}
+
+QStringList PostgresBulk::grantsOn(const QStringList& tables)
+{
+    QStringList statements;
+    const QString grants = QStringLiteral(
+        "SELECT format('DO $grant$ BEGIN IF to_regclass(%L) IS NOT NULL THEN "
+        "GRANT %s ON %s %I TO %s%s; END IF; END $grant$', "
+        "quote_ident(c.relname), a.privilege_type, "
+        "CASE c.relkind WHEN 'S' THEN 'SEQUENCE' ELSE 'TABLE' END, c.relname, "
+        "CASE a.grantee WHEN 0 THEN 'PUBLIC' ELSE quote_ident(pg_get_userbyid(a.grantee)) END, "
+        "CASE WHEN a.is_grantable THEN ' WITH GRANT OPTION' ELSE '' END) "
+        "FROM pg_class c CROSS JOIN LATERAL aclexplode(c.relacl) a "
+        "WHERE a.grantee <> c.relowner AND (c.oid = to_regclass($1) "
+        "OR c.relkind = 'S' AND EXISTS (SELECT FROM pg_depend d WHERE d.objid = c.oid "
+        "AND d.classid = 'pg_class'::regclass AND d.refobjid = to_regclass($1)))");
+    for (const QString& each : tables) {
+        for (const StoredValues& row : session_.rows(grants, {Dialect::quoted(each)}))
+            statements.append(row.front().toString());
+    }
+    return statements;
+}
+
 } // namespace dao::postgres

@@ -26,6 +26,8 @@ public:
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
     void analyze(const QString& table) override;
     QString setAside(const QStringList& tables) override;
+    void actAsOwnerOf(const QStringList& tables) override;
+    QStringList grantsOn(const QStringList& tables) override;
 
 private:
     Session& session_;
