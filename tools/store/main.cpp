@@ -1,11 +1,14 @@
 #include "tools/store/program.h"
+#include "tools/store/system.h"
 
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
 {
+    storetools::fillStandardStreams();
     const QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return storetools::run(QCoreApplication::arguments().mid(1), out, err);
+    const int status = storetools::run(QCoreApplication::arguments().mid(1), out, err);
+    return storetools::finishOutput(out, err) ? status : storetools::Failure;
 }

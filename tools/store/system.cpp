@@ -4,9 +4,13 @@
 // and no stream counts as a terminal.
 #include <QtGlobal>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <system_error>
 
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 #endif
@@ -27,21 +31,34 @@ void limit(decltype(RLIMIT_CORE) resource, rlim_t value)
 {
     rlimit limits{};
     getrlimit(resource, &limits);
-    limits.rlim_cur = value;
+    // The process cannot raise the limit again.
+    limits.rlim_cur = limits.rlim_max = qMin(value, limits.rlim_max);
     setrlimit(resource, &limits);
 }
 
 } // namespace
 
-void limitThisProcess()
+void limitThisProcess(int cpuSeconds)
 {
     limit(RLIMIT_CORE, 0);
+    // A write to a file fails then, instead of ending the process.
+    std::signal(SIGXFSZ, SIG_IGN);
+    limit(RLIMIT_FSIZE, 0);
+    limit(RLIMIT_CPU, static_cast<rlim_t>(cpuSeconds));
 // In a build with AddressSanitizer memory is not limited, because AddressSanitizer reserves most of
 // the address space.
 #ifndef ZOMREL_ADDRESS_SANITIZER
     constexpr rlim_t memory = rlim_t{1} << 30U;
     limit(RLIMIT_AS, memory);
 #endif
+}
+
+void fillStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0 && errno == EBADF)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
 }
 
 int takeStandardOutput()
@@ -59,7 +76,9 @@ bool errorsGoToATerminal()
 
 #else
 
-void limitThisProcess() {}
+void limitThisProcess(int) {}
+
+void fillStandardStreams() {}
 
 int takeStandardOutput()
 {
@@ -72,5 +91,22 @@ bool errorsGoToATerminal()
 }
 
 #endif
+
+bool finishOutput(QTextStream& out, QTextStream& err)
+{
+    errno = 0;
+    out.flush();
+    const int error = errno;
+    const bool isWritten =
+        std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && out.status() == QTextStream::Ok;
+    if (!isWritten) {
+        err << "zomrel-store: could not write the output";
+        if (error != 0)
+            err << ": " << std::generic_category().message(error).c_str();
+        err << '\n';
+    }
+    err.flush();
+    return isWritten && std::ferror(stderr) == 0;
+}
 
 } // namespace storetools

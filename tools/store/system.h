@@ -1,9 +1,20 @@
 #pragma once
 
+#include <QTextStream>
+
 namespace storetools {
 
-/// Limits the memory of this process and disables core dumps.
-void limitThisProcess();
+/// Limits this process to 1 GiB of memory and to `cpuSeconds` of CPU time, forbids it to write
+/// files and disables core dumps.
+void limitThisProcess(int cpuSeconds);
+
+/// Opens standard streams that the caller has closed, in a way that every use of them fails.
+/// Otherwise the first file that the program opens would take the place of the stream.
+void fillStandardStreams();
+
+/// Writes everything that remains in the streams of the standard output and the standard error.
+/// Returns false if any of the output could not be written, and writes a message to `err`.
+bool finishOutput(QTextStream& out, QTextStream& err);
 
 /// Duplicates the standard output and redirects the original to the error stream, so that later
 /// writes to the standard output by other code do not mix with the data. Returns the duplicate

@@ -138,3 +138,43 @@ TEST(ProgramTest, WrongOption_isNamedInTheFirstLine)
     EXPECT_EQ(firstLine({u"import"_s, path, path, u"--code-page"_s, u"x"_s}),
               u"zomrel-store: there is no code page 'x' with a byte for each character"_s);
 }
+
+/// A command ends with a failure if its output is lost, even if its work is done.
+TEST(ProgramTest, OutputThatCannotBeWritten_isAFailure)
+{
+    testsupport::TemporaryStore store;
+    const QString folder = store.folder();
+    const QList<QStringList> commands{
+        {u"check"_s, store.path()},
+        {u"create"_s, folder + u"/new.mdb"_s},
+        {u"backup"_s, store.path(), folder + u"/copy.mdb"_s},
+        {u"restore"_s, folder + u"/copy.mdb"_s, folder + u"/new.mdb"_s},
+        {u"move"_s, store.path(), folder + u"/moved.mdb"_s},
+        {u"server-setup"_s},
+        {u"--help"_s},
+        {u"--version"_s},
+    };
+    for (const QStringList& command : commands) {
+        QProcess process;
+        process.setStandardOutputFile(u"/dev/full"_s);
+        process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), command);
+        ASSERT_TRUE(storetooltest::hasEnded(process));
+        EXPECT_EQ(process.exitCode(), 1) << command.first().toStdString();
+        EXPECT_EQ(storetooltest::lines(process.readAllStandardError()),
+                  QStringList{u"zomrel-store: could not write the output: "
+                              "No space left on device"_s});
+    }
+}
+
+TEST(ProgramTest, ClosedOutput_isAFailureAndHarmsNoFile)
+{
+    testsupport::TemporaryStore store;
+    const QString copy = store.folder() + u"/copy.mdb"_s;
+    QProcess process;
+    process.start(u"/bin/sh"_s, {u"-c"_s, u"exec \"$0\" backup \"$1\" \"$2\" >&-"_s,
+                                 QStringLiteral(ZOMREL_STORE_PROGRAM), store.path(), copy});
+    ASSERT_TRUE(storetooltest::hasEnded(process));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(storetooltest::lines(process.readAllStandardError()).size(), 1);
+    EXPECT_EQ(contentsOf(copy), contentsOf(store.path()));
+}

@@ -4,6 +4,7 @@
 #include "tools/store/old_store/old_pages.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -42,13 +43,32 @@ struct FoundRow
     Place place;
 };
 
+/// Counts the bytes of the values that are read. Every byte of a sound file belongs to one value,
+/// so that the values together are no longer than the file. A damaged file may refer to the same
+/// bytes again and again; reading it ends here.
+class ByteBudget
+{
+public:
+    explicit ByteBudget(qint64 fileSize) : left_(fileSize) {}
+
+    void spend(qsizetype bytes)
+    {
+        left_ -= bytes;
+        require(left_ >= 0, u"its values are longer than the file"_s);
+    }
+
+private:
+    qint64 left_;
+};
+
 /// Reads one table. Rows are located first and then read in key order, because the file reuses the
 /// space of deleted rows and so does not keep rows in insertion order.
 class TableReader
 {
 public:
-    TableReader(const Pages& pages, MdbCatalogEntry& entry, OldStoreVisitor& visitor)
-        : pages_(pages), entry_(entry), visitor_(visitor),
+    TableReader(const Pages& pages, MdbCatalogEntry& entry, ByteBudget& budget,
+                OldStoreVisitor& visitor)
+        : pages_(pages), entry_(entry), budget_(budget), visitor_(visitor),
           schema_(*store::tableSchema(nameOf(entry.object_name))), table_(mdb_read_table(&entry))
     {
         require(table_ != nullptr && mdb_read_columns(table_.get()) != nullptr &&
@@ -222,6 +242,7 @@ private:
         if (field.is_null != 0)
             return {};
         const QByteArray bytes = pages_.bytes(field.start, field.siz);
+        budget_.spend(bytes.size());
         return column.col_type == MDB_MEMO ? memo(bytes) : bytes;
     }
 
@@ -262,6 +283,7 @@ private:
         require(found && start >= 0 &&
                     qsizetype{start} + static_cast<qsizetype>(length) <= pages_.size(),
                 u"a text of %1 cannot be found"_s.arg(schema_.name));
+        budget_.spend(static_cast<qsizetype>(length));
         return {static_cast<const char*>(page) + start, static_cast<qsizetype>(length)};
     }
 
@@ -273,6 +295,7 @@ private:
 
     Pages pages_;
     MdbCatalogEntry& entry_;
+    ByteBudget& budget_;
     OldStoreVisitor& visitor_;
     const store::TableSchema& schema_;
     TableHandle table_;
@@ -319,6 +342,7 @@ void readOldFile(const QString& path, OldStoreVisitor& visitor)
             u"its list of tables cannot be read"_s);
     const auto catalog = itemsOf<MdbCatalogEntry>(handle->catalog);
     requireWholeCatalog(catalog);
+    ByteBudget budget(QFileInfo(path).size());
     for (MdbCatalogEntry* entry : catalog) {
         const QString name = nameOf(entry->object_name);
         if (entry->object_type == MDB_LINKED_TABLE)
@@ -328,7 +352,7 @@ void readOldFile(const QString& path, OldStoreVisitor& visitor)
         else if (store::tableSchema(name) == nullptr)
             visitor.foreignTable(name, false);
         else
-            TableReader(Pages(*handle), *entry, visitor).read();
+            TableReader(Pages(*handle), *entry, budget, visitor).read();
     }
     visitor.end();
 }

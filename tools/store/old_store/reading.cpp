@@ -6,6 +6,7 @@
 #include "tools/store/system.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTextStream>
@@ -19,11 +20,16 @@ namespace {
 
 constexpr int second = 1000; // Milliseconds.
 
+/// Limit of the reading process's CPU time in seconds. The largest possible file needs less.
+constexpr int longestWork = 300;
+
 /// Owns the reading process; the destructor kills it.
 class Reader
 {
 public:
-    explicit Reader(const ReadingProcess& process) : longestSilence_(process.longestSilence)
+    explicit Reader(const ReadingProcess& process)
+        : longestSilence_(process.longestSilence),
+          deadline_(std::chrono::seconds(process.longestTime))
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
@@ -56,7 +62,8 @@ public:
             silence = speaks ? 0 : silence + 1;
             frames.take(process_.readAllStandardOutput());
             errors_ = (errors_ + process_.readAllStandardError()).right(longestError);
-        } while (process_.state() != QProcess::NotRunning && silence < longestSilence_);
+        } while (process_.state() != QProcess::NotRunning && silence < longestSilence_ &&
+                 !deadline_.hasExpired());
         if (process_.state() != QProcess::NotRunning)
             damaged(u"reading it comes to no end"_s);
         if (process_.exitStatus() != QProcess::NormalExit)
@@ -81,6 +88,7 @@ private:
 
     static constexpr qsizetype longestError = 1000;
     int longestSilence_;
+    QDeadlineTimer deadline_;
     QProcess process_;
     QByteArray errors_;
 };
@@ -110,7 +118,7 @@ void readOldStore(const QString& path, OldStoreVisitor& visitor)
 
 int runReading(const QString& path)
 {
-    limitThisProcess();
+    limitThisProcess(longestWork);
     QFile output;
     // The library prints warnings to the standard output, so the data goes to a separate
     // descriptor.

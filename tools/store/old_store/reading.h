@@ -18,6 +18,8 @@ struct ReadingProcess
     QStringList arguments;
     /// Timeout in seconds; a process that writes nothing for this long is treated as hung.
     int longestSilence = 60;
+    /// Timeout in seconds for the whole process.
+    int longestTime = 3600;
 };
 
 /// Runs the process and passes its output to the visitor. Throws CorruptDatabase (3049) if the

@@ -172,6 +172,41 @@ TEST_F(Jet3Test, ReportsATruncatedMemo)
                           "its end"_s.arg(folder_.old())));
 }
 
+/// A text of 16 million characters whose only piece has one character and refers to itself.
+TEST_F(Jet3Test, MemoThatRefersToItself_endsAtOnce)
+{
+    Jet3Table& kinds = tableIn(tables_, "GlassKind");
+    kinds.columns[1].type = OldMemo;
+    const quint32 itself = firstLoosePage << 8U;
+    const QByteArray head = bytesOf(quint32{16 << 20}) + bytesOf(itself) + bytesOf(quint32{0});
+    for (qint32 code = 1; code <= 40; ++code)
+        addRow(kinds, {{u"Code"_s, bytesOf(code)}, {u"Name"_s, head}});
+    folder_.write(storetooltest::jet3File(tables_, {bytesOf(itself) + "x"}));
+    const Outcome outcome = folder_.takeOver();
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(
+        outcome.err,
+        QStringList(u"zomrel-store: '%1' is damaged: its values are longer than the file"_s.arg(
+            folder_.old())));
+}
+
+/// Many rows that share one long text would be larger than the file by orders of magnitude.
+TEST_F(Jet3Test, MemosThatShareTheirText_areDamage)
+{
+    Jet3Table& kinds = tableIn(tables_, "GlassKind");
+    kinds.columns[1].type = OldMemo;
+    const QByteArray head = bytesOf(quint32{0x40000000 + 1500}) +
+                            bytesOf(quint32{firstLoosePage << 8U}) + bytesOf(quint32{0});
+    for (qint32 code = 1; code <= 1000; ++code)
+        addRow(kinds, {{u"Code"_s, bytesOf(code)}, {u"Name"_s, head}});
+    folder_.write(storetooltest::jet3File(tables_, {QByteArray(1500, 'x')}));
+    const Outcome outcome = folder_.takeOver();
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(
+        outcome.err.value(0),
+        u"zomrel-store: '%1' is damaged: its values are longer than the file"_s.arg(folder_.old()));
+}
+
 /// Each page of an encoded file is encrypted with the file's key combined with the page number.
 TEST(EncodedFileTest, IsDecodedAndRead)
 {

@@ -4,8 +4,15 @@
 #include "support/printers.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace storetools;
@@ -24,11 +31,11 @@ public:
 };
 
 /// Returns the error message about a process that runs this script.
-QString errorOf(const QString& script, int longestSilence = 60)
+QString errorOf(const QString& script, int longestSilence = 60, int longestTime = 3600)
 {
     DeafVisitor visitor;
     try {
-        readFrom({u"/bin/sh"_s, {u"-c"_s, script}, longestSilence}, visitor);
+        readFrom({u"/bin/sh"_s, {u"-c"_s, script}, longestSilence, longestTime}, visitor);
     } catch (const runtime::RunTimeError& error) {
         EXPECT_EQ(error.number(), runtime::CorruptDatabase);
         return error.description();
@@ -63,6 +70,42 @@ TEST(ReadingTest, HungProcessIsStopped)
     EXPECT_EQ(errorOf(u"exec sleep 100"_s, 1), u"reading it comes to no end"_s);
     EXPECT_EQ(errorOf(u"exec yes 'this page is odd' >&2"_s, 1), u"reading it comes to no end"_s);
     EXPECT_LT(timer.elapsed(), 30'000);
+}
+
+TEST(ReadingTest, ProcessThatNeverEndsButWrites_isStopped)
+{
+    EXPECT_EQ(errorOf(u"while :; do echo still reading >&2; done"_s, 60, 1),
+              u"reading it comes to no end"_s);
+}
+
+/// The reading process is stopped while it opens the old file, so that its limits can be seen.
+TEST(ReadingTest, ReadingProcessHasLimits)
+{
+    const QTemporaryDir folder;
+    const QByteArray fifo = QFile::encodeName(folder.filePath(u"old.mdb"_s));
+    ASSERT_EQ(mkfifo(fifo.constData(), 0600), 0);
+    QProcess process;
+    process.start(QStringLiteral(ZOMREL_STORE_PROGRAM),
+                  {QString::fromLatin1(readingCommand), QString::fromUtf8(fifo)});
+    ASSERT_TRUE(process.waitForStarted());
+    // Opening a pipe for writing succeeds as soon as the process has opened it for reading.
+    int pipe = -1;
+    while (pipe < 0 && !process.waitForFinished(1))
+        pipe = open(fifo.constData(), O_WRONLY | O_NONBLOCK);
+    ASSERT_GE(pipe, 0);
+    QFile limits(u"/proc/%1/limits"_s.arg(process.processId()));
+    ASSERT_TRUE(limits.open(QIODevice::ReadOnly));
+    const QString text = QString::fromLatin1(limits.readAll()).simplified();
+    close(pipe);
+    EXPECT_TRUE(text.contains(u"Max cpu time 300 300 seconds"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"Max file size 0 0 bytes"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"Max core file size 0 0 bytes"_s)) << text.toStdString();
+#ifndef __SANITIZE_ADDRESS__
+    EXPECT_TRUE(text.contains(u"Max address space 1073741824 1073741824 bytes"_s))
+        << text.toStdString();
+#endif
+    EXPECT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(process.exitCode(), 1);
 }
 
 TEST(ReadingTest, InvalidOutputIsRefused)
