@@ -4,12 +4,10 @@
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
 #include "tools/store/move.h"
+#include "tools/store/unfinished_file.h"
 
-#include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
-#include <array>
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
@@ -19,73 +17,23 @@ namespace storetools {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// File name suffixes of the journals that SQLite keeps beside a database during a change. A
 /// journal belongs to exactly one database file.
-const std::array<QString, 2> companions{u"-journal"_s, u"-wal"_s};
-
-fs::path native(const QString& path)
-{
-    return QFileInfo(path).filesystemFilePath();
-}
-
-[[noreturn]] void raise(const QString& path, const std::error_code& error)
-{
-    throw RunTimeError(
-        runtime::PermissionDenied,
-        u"Could not write '%1': %2"_s.arg(path, QString::fromLocal8Bit(error.message().c_str())));
-}
-
-/// A copy of a store in the folder of its target. The destructor deletes it unless it was moved to
-/// the target.
-class Copy
-{
-public:
-    Copy(dao::Database& source, const QString& target)
-        : target_(target),
-          path_(u"%1.%2.part"_s.arg(target).arg(QCoreApplication::applicationPid()))
-    {
-        source.CopyTo(path_);
-    }
-    ~Copy() { QFile::remove(path_); }
-    Copy(const Copy&) = delete;
-    Copy& operator=(const Copy&) = delete;
-
-    const QString& path() const { return path_; }
-
-    /// Moves the copy to the target. Throws DatabaseExists (3204) if the target has been created in
-    /// the meantime.
-    void putInEmptyPlace() const
-    {
-        if (QFileInfo::exists(target_) || !QFile::rename(path_, target_))
-            throw RunTimeError(runtime::DatabaseExists,
-                               u"Database '%1' already exists."_s.arg(target_));
-    }
-    /// Moves the copy to the target atomically, replacing an existing file. The target exists at
-    /// every moment.
-    void putInPlace() const
-    {
-        std::error_code error;
-        fs::rename(native(path_), native(target_), error);
-        if (error)
-            raise(target_, error);
-    }
-
-private:
-    QString target_;
-    QString path_;
-};
+const QString rollbackJournal = u"-journal"_s;
+const QString writeAheadLog = u"-wal"_s;
 
 /// Locks a store against writing by stations while it is replaced. A store that is too damaged to
 /// open is not locked, because no station can work with it; it is replaced as well.
 class Hold
 {
 public:
-    explicit Hold(const QString& path)
+    explicit Hold(const QString& path) : file_(path)
     {
         if (!QFileInfo::exists(path))
             return;
+        if (!file_.open(QIODevice::ReadOnly))
+            throw RunTimeError(runtime::PermissionDenied,
+                               u"Could not read '%1': %2"_s.arg(path, file_.errorString()));
         try {
             database_ = dao::DBEngine::instance().OpenDatabase(path);
             database_->BeginTrans();
@@ -95,59 +43,79 @@ public:
                 throw;
             database_.reset();
         }
+        // The changes in the log of a store that stations keep open are not in the file.
+        if (isHeld() && QFileInfo::exists(path + writeAheadLog))
+            throw RunTimeError(runtime::Locked);
     }
     bool isHeld() const { return database_ != nullptr; }
+    /// Returns the file of the store.
+    QFile& file() { return file_; }
 
 private:
+    /// Closing any descriptor of the file would release the lock, so this one is opened before the
+    /// lock is taken and closed after its release. No other one is opened in between.
+    QFile file_;
     std::shared_ptr<dao::Database> database_;
 };
 
+/// Returns the first name for a kept store that neither a file nor a journal has. A restore that
+/// was killed may have left such a name as a second name of the store; it is removed.
 QString freeName(const QString& path)
 {
     const QString first = path + u".before-restore"_s;
+    const auto isTaken = [&path](const QString& name) {
+        std::error_code error;
+        if (std::filesystem::equivalent(QFileInfo(path).filesystemFilePath(),
+                                        QFileInfo(name).filesystemFilePath(), error))
+            QFile::remove(name);
+        return QFileInfo::exists(name) || QFileInfo::exists(name + rollbackJournal) ||
+               QFileInfo::exists(name + writeAheadLog);
+    };
     QString name = first;
-    for (int number = 2; QFileInfo::exists(name); ++number)
+    for (int number = 2; isTaken(name); ++number)
         name = u"%1.%2"_s.arg(first).arg(number);
     return name;
 }
 
 /// Gives the old store a second file name, which remains after the first name is reused. Copies the
-/// file if the file system has no hard links. Returns the new name.
-QString keep(const QString& path)
+/// file if it cannot have two names. Returns the new name.
+QString keep(const QString& path, Hold& hold)
 {
-    QString kept = freeName(path);
-    std::error_code error;
-    fs::create_hard_link(native(path), native(kept), error);
-    if (error)
-        fs::copy_file(native(path), native(kept), error);
-    if (error)
-        raise(kept, error);
+    const QString kept = freeName(path);
+    if (runtime::durableLink(path, kept) == runtime::Linked::Done)
+        return kept;
+    UnfinishedFile copy(kept, runtime::Readers::OnlyOwner);
+    copy.fill(hold.file());
+    runtime::keepAccess(copy.file(), runtime::accessOf(path));
+    copy.putInPlace(runtime::Existing::Refuse);
     return kept;
 }
 
 /// Moves the journals of the old store along with it. SQLite would otherwise roll an old journal
 /// back into the new file.
-void moveCompanions(const QString& path, const QString& kept)
+void moveJournals(const QString& path, const QString& kept)
 {
-    for (const QString& companion : companions) {
-        if (!QFileInfo::exists(path + companion))
-            continue;
-        std::error_code error;
-        fs::rename(native(path + companion), native(kept + companion), error);
-        if (error)
-            raise(kept + companion, error);
+    for (const QString& journal : {rollbackJournal, writeAheadLog}) {
+        if (QFileInfo::exists(path + journal))
+            runtime::durableMove(path + journal, kept + journal);
     }
 }
 
 QStringList backUpFile(const Place& place, const QString& target)
 {
-    const auto source = place.open();
     requireFree(target);
-    const Copy copy(*source, target);
-    QStringList findings = checkForCopying(copy.path());
-    if (findings.isEmpty())
-        copy.putInEmptyPlace();
-    return findings;
+    UnfinishedFile backup(target, runtime::Readers::OnlyOwner);
+    const ScratchFolder folder;
+    const QString copy = folder.filePath(u"copy.mdb"_s);
+    place.open()->CopyTo(copy);
+    QStringList findings = checkForCopying(copy);
+    if (!findings.isEmpty())
+        return findings;
+    // The store is not locked any more, however long it takes to write the backup.
+    backup.fill(copy);
+    runtime::limitAccess(backup.file(), runtime::accessOf(place.name()));
+    backup.putInPlace(runtime::Existing::Refuse);
+    return {};
 }
 
 QStringList backUpDatabase(const Place& place, const QString& target, const RowsOfTable& progress)
@@ -156,31 +124,46 @@ QStringList backUpDatabase(const Place& place, const QString& target, const Rows
     const StillStore source(place);
     if (!source.findings().isEmpty())
         return source.findings();
-    const MadeStore made = makeStoreOf(source, target, progress);
+    const MadeStore made = makeStoreOf(source, target, runtime::Readers::OnlyOwner, progress);
     QStringList findings = checkForCopying(made.store->unfinishedPath());
     if (findings.isEmpty())
         made.store->putInPlace();
     return findings;
 }
 
-RestoreOutcome restoreFile(const Place& backup, const QString& path)
+/// Gives the new store the access of the one that it replaces, or else that of the backup.
+void setAccess(UnfinishedFile& file, const Place& backup, const QString& path,
+               RestoreOutcome& outcome)
+{
+    if (!QFileInfo::exists(path)) {
+        runtime::limitAccess(file.file(), runtime::accessOf(backup.name()));
+        return;
+    }
+    if (!runtime::keepAccess(file.file(), runtime::accessOf(path)))
+        outcome.notes.append(
+            u"the owner or group of %1 could not be kept; stations may need it"_s.arg(path));
+}
+
+RestoreOutcome restoreFile(const Place& backup, const QString& name)
 {
     RestoreOutcome outcome;
-    const auto source = backup.open();
-    const Copy copy(*source, path);
-    source->Close();
-    outcome.findings = checkForCopying(copy.path());
+    const QString path = runtime::followLinks(name);
+    UnfinishedFile restored(path, runtime::Readers::OnlyOwner);
+    const ScratchFolder folder;
+    const QString copy = folder.filePath(u"copy.mdb"_s);
+    backup.open()->CopyTo(copy);
+    outcome.findings = checkForCopying(copy);
     if (!outcome.findings.isEmpty())
         return outcome;
-    const Hold hold(path);
+    restored.fill(copy);
+    Hold hold(path);
+    setAccess(restored, backup, path, outcome);
     const bool replaces = QFileInfo::exists(path);
-    if (replaces) {
-        QFile::setPermissions(copy.path(), QFile::permissions(path));
-        outcome.kept = keep(path);
-    }
+    if (replaces)
+        outcome.kept = keep(path, hold);
     if (!hold.isHeld())
-        moveCompanions(path, replaces ? outcome.kept : freeName(path));
-    copy.putInPlace();
+        moveJournals(path, replaces ? outcome.kept : freeName(path));
+    restored.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
     return outcome;
 }
 
@@ -194,9 +177,12 @@ RestoreOutcome restoreDatabase(const Place& backup, const Place& place, const Ro
     const auto database = place.open();
     database->BeginTrans();
     const QStringList replaced = storeTablesIn(*database);
+    const QStringList grants = dao::grantsOn(*database, replaced);
+    dao::actAsOwnerOf(*database, replaced);
     if (!replaced.isEmpty())
         outcome.kept = dao::setAside(*database, replaced);
     const StoreContents contents = source.copyTo(*database, progress);
+    dao::applyGrants(*database, grants);
     readBack(*database, contents, progress);
     database->CommitTrans();
     return outcome;

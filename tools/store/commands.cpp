@@ -96,6 +96,7 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     out << "restored " << arguments[1] << " from " << arguments[0] << '\n';
     if (!outcome.kept.isEmpty())
         out << "the store before is kept as " << outcome.kept << '\n';
+    print(out, outcome.notes);
     return Success;
 }
 

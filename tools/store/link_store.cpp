@@ -3,11 +3,10 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/store_copy.h"
+#include "tools/store/unfinished_file.h"
 
-#include <QFile>
+#include <QBuffer>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -16,11 +15,6 @@ namespace storetools {
 
 namespace {
 
-[[noreturn]] void cannotWrite(const QString& path, const QString& reason)
-{
-    throw RunTimeError(runtime::PermissionDenied, u"Could not write '%1': %2"_s.arg(path, reason));
-}
-
 void refuseAnythingButALink(const QString& path)
 {
     const QFileInfo info(path);
@@ -28,16 +22,23 @@ void refuseAnythingButALink(const QString& path)
         throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
 }
 
-void write(const QString& path, const QByteArray& text)
+/// Writes the link durably. The access of a link that is replaced is kept as far as the user may.
+void write(const QString& path, QByteArray text)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
-        cannotWrite(path, file.errorString());
+    const QString place = runtime::followLinks(path);
+    const bool replaces = QFileInfo::exists(place);
+    UnfinishedFile link(place, runtime::Readers::AsUsual);
+    QBuffer contents(&text);
+    contents.open(QIODevice::ReadOnly);
+    link.fill(contents);
+    if (replaces)
+        runtime::keepAccess(link.file(), runtime::accessOf(place));
+    link.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
 }
 
 LinkedTo tried(const QByteArray& text)
 {
-    const QTemporaryDir folder;
+    const ScratchFolder folder;
     const QString path = folder.filePath(u"link"_s);
     write(path, text);
     const auto database = dao::DBEngine::instance().OpenDatabase(path);

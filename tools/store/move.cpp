@@ -9,7 +9,7 @@ namespace {
 StoreContents moveIntoFile(const StillStore& source, const QString& path,
                            const RowsOfTable& progress)
 {
-    MadeStore made = makeStoreOf(source, path, progress);
+    MadeStore made = makeStoreOf(source, path, runtime::Readers::AsUsual, progress);
     made.store->putInPlace();
     return std::move(made.contents);
 }
@@ -18,6 +18,7 @@ StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
                                const RowsOfTable& progress)
 {
     target.BeginTrans();
+    dao::actAsOwnerOf(target, {});
     StoreContents contents = source.copyTo(target, progress);
     readBack(target, contents, progress);
     target.CommitTrans();
@@ -51,10 +52,11 @@ MoveOutcome moveStore(const Place& from, const Place& to, const RowsOfTable& pro
     return outcome;
 }
 
-MadeStore makeStoreOf(const StillStore& source, const QString& path, const RowsOfTable& progress)
+MadeStore makeStoreOf(const StillStore& source, const QString& path, runtime::Readers readers,
+                      const RowsOfTable& progress)
 {
     MadeStore made;
-    made.store = std::make_unique<NewStore>(path, NewStore::Tables::None);
+    made.store = std::make_unique<NewStore>(path, NewStore::Tables::None, readers);
     made.contents = source.copyTo(made.store->database(), progress);
     made.store->save();
     const auto finished = dao::DBEngine::instance().OpenDatabase(made.store->unfinishedPath());

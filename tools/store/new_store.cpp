@@ -1,32 +1,20 @@
 #include "tools/store/new_store.h"
 
 #include "platform/dao/database.h"
-#include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "tools/store/place.h"
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
 namespace {
 
-RunTimeError alreadyThere(const QString& path)
+/// Returns the path. Throws DatabaseExists (3204) if a store cannot be created there.
+const QString& freePath(const QString& path)
 {
-    return RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
-}
-
-/// Returns the name pattern of the temporary hidden folder. Throws DatabaseExists (3204) if the
-/// path already exists.
-QString workshopBeside(const QString& path)
-{
-    const QFileInfo target(path);
-    if (target.exists() || target.isSymLink())
-        throw alreadyThere(path);
-    return target.absolutePath() + u"/.zomrel-store-XXXXXX"_s;
+    requireFree(path);
+    return path;
 }
 
 void createTable(dao::Database& database, const store::TableSchema& schema)
@@ -47,11 +35,9 @@ void createTables(dao::Database& database)
         createTable(database, table);
 }
 
-NewStore::NewStore(const QString& path, Tables tables)
-    : path_(path), workshop_(workshopBeside(path))
+NewStore::NewStore(const QString& path, Tables tables, runtime::Readers readers)
+    : target_(freePath(path), readers)
 {
-    if (!workshop_.isValid())
-        throw RunTimeError(runtime::PermissionDenied, workshop_.errorString());
     database_ = dao::DBEngine::instance().Workspaces(0).CreateDatabase(unfinishedPath());
     database_->BeginTrans();
     if (tables == Tables::All)
@@ -62,7 +48,7 @@ NewStore::~NewStore() = default;
 
 QString NewStore::unfinishedPath() const
 {
-    return workshop_.filePath(QFileInfo(path_).fileName());
+    return folder_.filePath(u"store.mdb"_s);
 }
 
 void NewStore::save()
@@ -71,14 +57,10 @@ void NewStore::save()
     database_->Close();
 }
 
-void NewStore::putInPlace() const
+void NewStore::putInPlace()
 {
-    QFile finished(unfinishedPath());
-    if (finished.rename(QFileInfo(path_).absoluteFilePath()))
-        return;
-    if (QFileInfo::exists(path_))
-        throw alreadyThere(path_);
-    throw RunTimeError(runtime::PermissionDenied, finished.errorString());
+    target_.fill(unfinishedPath());
+    target_.putInPlace(runtime::Existing::Refuse);
 }
 
 } // namespace storetools

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "tools/store/scratch_folder.h"
+#include "tools/store/unfinished_file.h"
+
 #include <QString>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -14,8 +16,9 @@ namespace storetools {
 /// Creates the eleven tables and their indexes in a database that has none of them.
 void createTables(dao::Database& database);
 
-/// A new embedded store under construction. It is created in a temporary folder beside its final
-/// path and moved there when complete. The destructor deletes an unfinished store.
+/// A new embedded store under construction. It is created in the folder for temporary files. When
+/// it is complete, it is copied to the folder of its final path and put in place there. The
+/// destructor deletes an unfinished store.
 class NewStore
 {
 public:
@@ -24,10 +27,11 @@ public:
         None, ///< No tables; they will be copied from another store.
     };
 
-    /// Creates a new store in a temporary folder beside the path. Throws DatabaseExists (3204) if
-    /// the path already exists, PermissionDenied (3051) if its folder is not writable, and any
-    /// error of the SQL engine.
-    explicit NewStore(const QString& path, Tables tables = Tables::All);
+    /// Creates a new store. Throws DatabaseExists (3204) if the path or a journal for it already
+    /// exists, PermissionDenied (3051) if its folder is not writable, and any error of the SQL
+    /// engine.
+    explicit NewStore(const QString& path, Tables tables = Tables::All,
+                      runtime::Readers readers = runtime::Readers::AsUsual);
     ~NewStore();
     NewStore(const NewStore&) = delete;
     NewStore& operator=(const NewStore&) = delete;
@@ -38,13 +42,13 @@ public:
     QString unfinishedPath() const;
     /// Commits the transaction and closes the store.
     void save();
-    /// Moves the store to its final path. Throws DatabaseExists (3204) if the path has been created
-    /// in the meantime.
-    void putInPlace() const;
+    /// Writes the store to its final path, durably. Throws DatabaseExists (3204) if the path has
+    /// been created in the meantime, and DiskFull (3026) or DiskOrNetworkError (3043).
+    void putInPlace();
 
 private:
-    QString path_;
-    QTemporaryDir workshop_;
+    UnfinishedFile target_;
+    ScratchFolder folder_;
     std::shared_ptr<dao::Database> database_;
 };
 

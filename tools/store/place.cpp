@@ -20,7 +20,7 @@ Place::Place(const QString& name) : name_(name), path_(name)
     }
     isOnServer_ = true;
     const QByteArray text = dao::linkText(parseAddress(name));
-    folder_ = std::make_unique<QTemporaryDir>();
+    folder_ = std::make_unique<ScratchFolder>();
     path_ = folder_->filePath(u"link"_s);
     QFile link(path_);
     if (!link.open(QIODevice::WriteOnly) || link.write(text) != text.size())

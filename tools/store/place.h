@@ -1,7 +1,8 @@
 #pragma once
 
+#include "tools/store/scratch_folder.h"
+
 #include <QString>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -30,7 +31,7 @@ private:
     QString name_;
     bool isOnServer_ = false;
     /// Temporary folder of the link file that is written for an address.
-    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<ScratchFolder> folder_;
     QString path_;
 };
 

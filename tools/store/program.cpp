@@ -5,6 +5,7 @@
 #include "platform/runtime/version.h"
 #include "tools/store/commands.h"
 #include "tools/store/old_store/reading.h"
+#include "tools/store/scratch_folder.h"
 
 #include <QCommandLineParser>
 
@@ -86,6 +87,7 @@ ExitStatus runCommand(const Command& command, const QStringList& words, QTextStr
                       QTextStream& err)
 {
     try {
+        ScratchFolder::removeLeft();
         return command.run(callOf(command, words), out, err);
     } catch (const WrongCall& wrong) {
         return wrongUsage(err, wrong.message());

@@ -28,8 +28,6 @@ StillStore::StillStore(const Place& place)
     : isOnServer_(place.isOnServer()), database_(place.open())
 {
     if (!isOnServer_) {
-        if (!folder_.isValid())
-            throw RunTimeError(runtime::PermissionDenied, folder_.errorString());
         const QString copy = folder_.filePath(u"copy.mdb"_s);
         database_->CopyTo(copy);
         database_ = dao::DBEngine::instance().OpenDatabase(copy);

@@ -39,7 +39,7 @@ private:
     void examine();
 
     bool isOnServer_;
-    QTemporaryDir folder_;
+    ScratchFolder folder_;
     std::shared_ptr<dao::Database> database_;
     QStringList tables_; ///< The names of the store's own tables, in creation order.
     QStringList findings_;

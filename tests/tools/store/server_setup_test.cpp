@@ -198,3 +198,42 @@ TEST_F(ServerSetupTest, StationRoleCanCheckAndBackUp)
     kinds->AddNew();
     kinds->Update();
 }
+
+/// The owners and rights of the store's tables, counters and functions.
+const QString ownersAndRights = QStringLiteral(
+    "SELECT relname::text, relkind::text, pg_get_userbyid(relowner)::text, "
+    "(SELECT string_agg(a::text, ' ' ORDER BY a::text) FROM unnest(relacl) AS a) FROM pg_class "
+    "WHERE relnamespace = 'public'::regnamespace "
+    "UNION ALL SELECT proname::text, 'f', pg_get_userbyid(proowner)::text, '' FROM pg_proc "
+    "WHERE pronamespace = 'public'::regnamespace ORDER BY 1, 2");
+
+TEST_F(ServerSetupTest, RestoreAsSuperuser_keepsOwnersAndRights)
+{
+    ServerSql keeper(linkAs(u"zomrel"_s));
+    keeper.run(u"CREATE ROLE reader; GRANT SELECT ON \"Cuts\" TO reader WITH GRANT OPTION"_s);
+    const QList<QVariantList> before = keeper.rows(ownersAndRights);
+    ASSERT_GT(before.size(), 30);
+    const QString backup = folder_.filePath(u"backup.mdb"_s);
+    const QString superuser = addressOf(linkAs(u"zomrel"_s));
+    ASSERT_EQ(zomrelStore({u"backup"_s, superuser, backup}).exitStatus, 0);
+    const Outcome restored = zomrelStore({u"restore"_s, backup, superuser});
+    ASSERT_EQ(restored.exitStatus, 0) << asText(restored.err);
+    EXPECT_EQ(keeper.rows(ownersAndRights), before);
+    ServerSql station(linkAs(u"zomrel_station"_s));
+    station.run(u"INSERT INTO \"Cuts\" (\"Order_Num\") VALUES (1)"_s);
+    EXPECT_EQ(station.scalar(u"SELECT max(\"Code\") FROM \"Cuts\""_s), 2);
+}
+
+TEST_F(ServerSetupTest, RestoreAsSuperuserIntoAnEmptyDatabase_servesStations)
+{
+    ServerSql keeper(linkAs(u"zomrel"_s));
+    const QList<QVariantList> before = keeper.rows(ownersAndRights);
+    const QString backup = folder_.filePath(u"backup.mdb"_s);
+    const QString superuser = addressOf(linkAs(u"zomrel"_s));
+    ASSERT_EQ(zomrelStore({u"backup"_s, superuser, backup}).exitStatus, 0);
+    keeper.run(u"DROP OWNED BY zomrel_owner"_s);
+    setUp();
+    const Outcome restored = zomrelStore({u"restore"_s, backup, superuser});
+    ASSERT_EQ(restored.exitStatus, 0) << asText(restored.err);
+    EXPECT_EQ(keeper.rows(ownersAndRights), before);
+}

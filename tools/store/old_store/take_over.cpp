@@ -2,6 +2,7 @@
 
 #include "platform/dao/database.h"
 #include "platform/dao/examination.h"
+#include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
 #include "tools/store/new_store.h"
@@ -112,6 +113,7 @@ public:
     {
         requireNoStore(*database_);
         database_->BeginTrans();
+        dao::actAsOwnerOf(*database_, {});
         createTables(*database_);
     }
     dao::Database& database() override { return *database_; }

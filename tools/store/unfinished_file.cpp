@@ -1,0 +1,81 @@
+#include "tools/store/unfinished_file.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/random_name.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+const QString beginning = u".zomrel-store-"_s;
+
+void removeLeftFiles(const QString& folder)
+{
+    const QStringList left = QDir(folder).entryList(
+        {beginning + u'*'}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks);
+    for (const QString& each : left)
+        runtime::removeIfLeft(folder + u'/' + each);
+}
+
+[[noreturn]] void raise(const QString& path, const QFile& file)
+{
+    const int number = file.error() == QFileDevice::ResourceError ? runtime::DiskFull
+                                                                  : runtime::DiskOrNetworkError;
+    throw RunTimeError(number, u"Could not write '%1': %2"_s.arg(path, file.errorString()));
+}
+
+} // namespace
+
+UnfinishedFile::UnfinishedFile(const QString& path, runtime::Readers readers) : finalPath_(path)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    removeLeftFiles(folder);
+    createUnderRandomName(folder + u'/' + beginning, [&](const QString& name) {
+        path_ = name;
+        return runtime::createFile(file_, name, readers);
+    });
+}
+
+UnfinishedFile::~UnfinishedFile()
+{
+    file_.close();
+    if (!isFinished_)
+        QFile::remove(path_);
+}
+
+void UnfinishedFile::fill(QIODevice& source)
+{
+    constexpr qint64 blockSize = 1 << 20;
+    while (!source.atEnd()) {
+        const QByteArray block = source.read(blockSize);
+        if (block.isEmpty())
+            throw RunTimeError(runtime::DiskOrNetworkError);
+        if (file_.write(block) != block.size())
+            raise(finalPath_, file_);
+    }
+    if (!file_.flush())
+        raise(finalPath_, file_);
+}
+
+void UnfinishedFile::fill(const QString& sourcePath)
+{
+    QFile source(sourcePath);
+    if (!source.open(QIODevice::ReadOnly))
+        throw RunTimeError(runtime::PermissionDenied,
+                           u"Could not read '%1': %2"_s.arg(sourcePath, source.errorString()));
+    fill(source);
+}
+
+void UnfinishedFile::putInPlace(runtime::Existing existing)
+{
+    runtime::durableRename(file_, path_, finalPath_, existing);
+    isFinished_ = true;
+}
+
+} // namespace storetools

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/runtime/durable_file.h"
+
+namespace storetools {
+
+/// A file under construction in the folder of its final path. It has a random name until it is
+/// complete. The destructor deletes it unless it has been put in place. A process that is killed
+/// leaves the file; the next UnfinishedFile in the same folder removes it.
+class UnfinishedFile
+{
+public:
+    /// Creates the file. Throws PermissionDenied (3051) if the folder is missing or not writable.
+    UnfinishedFile(const QString& path, runtime::Readers readers);
+    ~UnfinishedFile();
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+    /// Appends the contents of another file or device. Throws DiskFull (3026) or DiskOrNetworkError
+    /// (3043).
+    void fill(QIODevice& source);
+    void fill(const QString& sourcePath);
+    /// Returns the open file, to set its access.
+    QFile& file() { return file_; }
+    /// Moves the file to its final path. Everything is written to the disk before and after. Throws
+    /// as runtime::durableRename does.
+    void putInPlace(runtime::Existing existing);
+
+private:
+    QString finalPath_;
+    QString path_; ///< The path until the file is put in place.
+    QFile file_;
+    bool isFinished_ = false;
+};
+
+} // namespace storetools
