@@ -93,8 +93,11 @@ set(ZOMREL_SLOW_TESTS
     store_access_test
     store_access_test_on_server
     store_tools_backup_test
+    store_tools_killed_commands_test
     store_tools_own_server_test
+    store_tools_server_steps_test
     store_tools_server_test
+    store_tools_slow_target_test
     week_journey
     week_journey_on_server
 )
