@@ -180,27 +180,3 @@ TEST_F(ServerStepsTest, KilledMoveToADatabase_leavesNothingOrAWholeStore)
     EXPECT_GT(steps, 50);
     std::printf("killed at %d messages\n", steps - 1);
 }
-
-TEST_F(ServerStepsTest, KilledRestoreOfADatabase_leavesTheOldOrTheNewStore)
-{
-    const QString backup = folder_.filePath(u"backup.mdb"_s);
-    const QString address = addressOf(database_.link());
-    ASSERT_EQ(zomrelStore({u"backup"_s, address, backup}).exitStatus, 0);
-    PlainSql station(addressFile());
-    station.rows(u"INSERT INTO Cuts (Order_Num, NUM) VALUES (1, 9)"_s);
-    int steps = 0;
-    for (bool killed = true; killed && !HasFailure() && steps < mostSteps;) {
-        SCOPED_TRACE(testing::Message() << "kill at message " << ++steps);
-        SteppedProgram program({u"restore"_s, backup, address},
-                               {.folder = u"server"_s, .step = steps});
-        killed = program.wasKilled();
-        // The restored store lacks the line that was added after the backup.
-        const int lines = station.scalar(u"SELECT count(*) FROM Cuts"_s).toInt();
-        EXPECT_TRUE(lines == lineCount + 1 || lines == lineCount) << lines;
-        if (lines == lineCount)
-            station.rows(u"INSERT INTO Cuts (Order_Num, NUM) VALUES (1, 9)"_s);
-    }
-    EXPECT_GT(steps, 50);
-    EXPECT_EQ(zomrelStore({u"check"_s, address}).exitStatus, 0);
-    std::printf("killed at %d messages\n", steps - 1);
-}
