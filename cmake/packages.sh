@@ -9,7 +9,7 @@ packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev li
   fonts-liberation2|fonts-liberation"
 
 # Needed by ./test in addition.
-packages_test="libgtest-dev libgmock-dev xvfb xauth xdotool poppler-utils
+packages_test="libgtest-dev libgmock-dev libsqlite3-dev xvfb xauth xdotool poppler-utils
   postgresql-15 openssl"
 
 # Needed by .ci/run in addition to both.

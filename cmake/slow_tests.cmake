@@ -11,6 +11,7 @@ set(ZOMREL_SLOW_TESTS
     calculation_opening_panel_test_on_server
     calculation_picker_test_on_server
     calculation_pre_calculation_test_on_server
+    crash_station_cuts_test
     dao_copy_test
     dao_test
     dao_test_on_server
