@@ -57,6 +57,7 @@ set(ZOMREL_SLOW_TESTS
     orders_round_trips_test_on_server
     orders_viewing_test
     orders_viewing_test_on_server
+    planted_files_journey
     reliability_bad_catalogue_input_test
     reliability_bad_catalogue_input_test_on_server
     reliability_bad_fields_test

@@ -1,4 +1,5 @@
 #include "platform/controls/message_box_window.h"
+#include "platform/runtime/library_paths.h"
 #include "shell/appearance.h"
 #include "shell/enter_clicks.h"
 #include "shell/focus_return.h"
@@ -8,6 +9,7 @@
 
 int main(int argc, char** argv)
 {
+    runtime::useTrustedLibraryPaths();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zomrel"));
     shell::setUpAppearance(application);

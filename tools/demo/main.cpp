@@ -6,6 +6,7 @@
 
 #include "base/module1.h"
 #include "platform/runtime/guard.h"
+#include "platform/runtime/library_paths.h"
 #include "platform/runtime/version.h"
 #include "shell/appearance.h"
 #include "tools/store/builder.h"
@@ -132,6 +133,7 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    runtime::useTrustedLibraryPaths();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"zomrel-demo"_s);
     QApplication::setApplicationVersion(runtime::programVersion().toString());

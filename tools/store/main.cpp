@@ -1,3 +1,4 @@
+#include "platform/runtime/library_paths.h"
 #include "tools/store/program.h"
 #include "tools/store/system.h"
 
@@ -6,6 +7,7 @@
 int main(int argc, char** argv)
 {
     storetools::fillStandardStreams();
+    runtime::useTrustedLibraryPaths();
     const QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -1,0 +1,144 @@
+#include "platform/runtime/library_paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QStorageInfo>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace runtime {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto pluginPathVariable = "QT_PLUGIN_PATH";
+
+/// Returns the canonical folder of the program's file, or an empty text if the system does not tell
+/// it. QCoreApplication::applicationDirPath() needs an application, which does not exist yet.
+QString programFolder()
+{
+#ifdef Q_OS_LINUX
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    if (!error)
+        return QDir(QString::fromStdU16String(program.parent_path().u16string())).canonicalPath();
+#endif
+    return {};
+}
+
+#ifdef Q_OS_UNIX
+
+/// Returns true if another user can write to the file or folder. Write permission for a group
+/// counts. With access control lists, the group's permission is the most that any entry grants.
+bool isWritableByOthers(const QFileInfo& file)
+{
+    const bool ours = file.ownerId() == 0 || file.ownerId() == ::geteuid();
+    return !ours || file.permission(QFile::WriteGroup) || file.permission(QFile::WriteOther);
+}
+
+/// Returns true if nobody else can replace the entries of ours in the folder: others cannot write
+/// to it, or it is sticky, as /tmp is.
+bool keepsItsEntries(const QFileInfo& folder)
+{
+    std::error_code error;
+    const fs::perms permissions = fs::status(folder.filesystemFilePath(), error).permissions();
+    const bool sticky = !error && (permissions & fs::perms::sticky_bit) != fs::perms::none;
+    return sticky || !isWritableByOthers(folder);
+}
+
+bool isOnlyOurs(const QString& folder)
+{
+    if (isWritableByOthers(QFileInfo(folder)))
+        return false;
+    QDirIterator each(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (each.hasNext()) {
+        each.next();
+        if (isWritableByOthers(each.fileInfo()))
+            return false;
+    }
+    QDir parent(folder);
+    while (parent.cdUp()) {
+        if (!keepsItsEntries(QFileInfo(parent.path())))
+            return false;
+    }
+    return true;
+}
+
+#endif
+
+/// Lets Qt forget the program's folder when it creates the application. Qt adds the folder at that
+/// moment to the paths that it finds, and then repeats the changes made by setLibraryPaths(). So
+/// the folder must be among the first paths to be removed from the application's later ones.
+QStringList pathsWithoutTheFolder(const QString& folder)
+{
+    const QByteArray before = qgetenv(pluginPathVariable);
+    const QByteArray separator(1, QDir::listSeparator().toLatin1());
+    qputenv(pluginPathVariable, QFile::encodeName(folder) + separator + before);
+    QStringList paths = QCoreApplication::libraryPaths();
+    if (before.isEmpty())
+        qunsetenv(pluginPathVariable);
+    else
+        qputenv(pluginPathVariable, before);
+    paths.removeAll(folder);
+    return paths;
+}
+
+void insertBeforeToolkit(const QString& folder, QStringList& paths)
+{
+    const QString toolkit = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath)).canonicalPath();
+    const qsizetype place = paths.indexOf(toolkit);
+    paths.insert(place < 0 ? paths.size() : place, folder);
+}
+
+} // namespace
+
+bool keepsPermissions(QByteArrayView fileSystem)
+{
+    static constexpr std::array<QByteArrayView, 16> known = {
+        "ext2",  "ext3",    "ext4",     "xfs",   "btrfs",    "zfs",      "f2fs", "jfs",
+        "tmpfs", "overlay", "squashfs", "erofs", "bcachefs", "reiserfs", "nfs",  "nfs4"};
+    return std::find(known.begin(), known.end(), fileSystem) != known.end();
+}
+
+bool isTrustedFolder(const QString& folder)
+{
+#ifdef Q_OS_UNIX
+    const QString canonical = QFileInfo(folder).canonicalFilePath();
+    return QFileInfo(canonical).isDir() && isOnlyOurs(canonical) &&
+           keepsPermissions(QStorageInfo(canonical).fileSystemType());
+#else
+    Q_UNUSED(folder)
+    return false;
+#endif
+}
+
+void useTrustedLibraryPaths()
+{
+    const QString folder = programFolder();
+    if (folder.isEmpty())
+        return;
+    QStringList paths = pathsWithoutTheFolder(folder);
+    const QString own = folder + u"/plugins"_s;
+    if (isTrustedFolder(own))
+        insertBeforeToolkit(own, paths);
+    else if (QFileInfo(own).isDir())
+        std::fprintf(stderr, "No plugins are loaded from %s: others can write to it.\n",
+                     qPrintable(own));
+    QCoreApplication::setLibraryPaths(paths);
+}
+
+} // namespace runtime
