@@ -106,6 +106,16 @@ void ServerProxy::cut()
     wake();
 }
 
+void ServerProxy::swallowAfter(Direction direction, int chunks)
+{
+    swallowIn_[std::size_t(direction)] = chunks;
+}
+
+void ServerProxy::cutAfter(Direction direction, int chunks)
+{
+    endIn_[std::size_t(direction)] = chunks;
+}
+
 void ServerProxy::wake() const
 {
     if (::write(wakers_[1], "", 1) != 1)
@@ -173,9 +183,12 @@ void ServerProxy::pass(int from)
             ::close(each);
             others_.erase(each);
             asked_.erase(each);
+            dropped_.erase(each);
         }
         return;
     }
+    if (drops(from))
+        return;
     if (stallInBytes_ > 0)
         stallInBytes_ = std::max<qint64>(stallInBytes_ - count, 0);
     if (delay_ > 0) {
@@ -198,12 +211,28 @@ void ServerProxy::pass(int from)
     }
 }
 
+/// Returns true if the chunk that was read from this socket is not forwarded.
+bool ServerProxy::drops(int from)
+{
+    const auto direction =
+        std::size_t(asked_.contains(from) ? Direction::ToStation : Direction::ToServer);
+    const bool isEnd = comesToZero(endIn_[direction]);
+    if (isEnd)
+        ::shutdown(others_[from], SHUT_WR);
+    if (comesToZero(swallowIn_[direction]) || isEnd) {
+        dropped_.insert(from);
+        hasDropped_ = true;
+    }
+    return dropped_.contains(from);
+}
+
 void ServerProxy::endAll()
 {
     for (const auto& [socket, other] : others_)
         ::close(socket);
     others_.clear();
     asked_.clear();
+    dropped_.clear();
 }
 
 } // namespace testsupport

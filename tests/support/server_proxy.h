@@ -2,9 +2,11 @@
 
 #include <QtGlobal>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <map>
+#include <set>
 #include <thread>
 
 namespace testsupport {
@@ -38,6 +40,17 @@ public:
     /// Closes all connections on both sides, including stalled ones.
     void cut();
 
+    enum class Direction { ToServer, ToStation };
+    /// Discards everything that goes in this direction on one connection, after this number of
+    /// chunks in the direction. The connection stays open and the other direction works. Later
+    /// connections work.
+    void swallowAfter(Direction direction, int chunks);
+    /// Ends one direction of a connection after this number of chunks in it. The receiver sees the
+    /// end of the stream; the other direction works. Later connections work.
+    void cutAfter(Direction direction, int chunks);
+    /// Returns true once a chunk has been swallowed or cut off in one direction.
+    bool hasDropped() const { return hasDropped_; }
+
     /// Returns the number of completed round trips, that is, changes of direction from the server
     /// to the station.
     int roundTrips() const { return roundTrips_; }
@@ -46,6 +59,7 @@ private:
     void run();
     void takeConnection();
     void pass(int from);
+    bool drops(int from);
     void endAll();
     void wake() const;
 
@@ -55,10 +69,14 @@ private:
     int wakers_[2] = {-1, -1};   ///< The read end and write end of the pipe that wakes the thread.
     std::map<int, int> others_;  ///< The peer socket of each socket.
     std::map<int, bool> asked_;  ///< True, by server socket, while a request has no answer yet.
+    std::set<int> dropped_;      ///< The sockets whose data is discarded.
     std::atomic<int> delay_ = 0; // Delay in milliseconds.
     std::atomic<int> cutIn_ = -1;
     std::atomic<int> stallIn_ = -1;
     std::atomic<qint64> stallInBytes_ = -1;
+    std::array<std::atomic<int>, 2> swallowIn_ = {-1, -1}; ///< By direction.
+    std::array<std::atomic<int>, 2> endIn_ = {-1, -1};     ///< By direction.
+    std::atomic<bool> hasDropped_ = false;
     std::atomic<bool> isStalled_ = false;
     std::atomic<bool> endAsked_ = false;
     std::atomic<bool> isOver_ = false;
