@@ -1,5 +1,7 @@
 #include "platform/dao/postgres/postgres_dialect.h"
 
+#include "platform/dao/postgres/row_tokens.h"
+
 #include <array>
 
 namespace dao::postgres {
@@ -139,9 +141,11 @@ QStringList PostgresDialect::beforeField(const FieldInfo& field) const
 
 QStringList PostgresDialect::counterStatements(const QString& table, const QString& field) const
 {
-    return {counterFunction(), u"CREATE TRIGGER %1 AFTER INSERT OR UPDATE OF %2 ON %3 FOR EACH ROW "
-                               "EXECUTE FUNCTION zomrel_count(%4)"_s.arg(
-                                   counterTrigger, quoted(field), quoted(table), literal(field))};
+    return {counterFunction(),
+            u"CREATE TRIGGER %1 AFTER INSERT OR UPDATE OF %2 ON %3 FOR EACH ROW "
+            "EXECUTE FUNCTION zomrel_count(%4)"_s.arg(counterTrigger, quoted(field), quoted(table),
+                                                      literal(field)),
+            tokenTableStatement()};
 }
 
 QString PostgresDialect::rowNumberColumn() const

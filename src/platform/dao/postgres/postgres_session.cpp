@@ -5,12 +5,15 @@
 #include "platform/dao/postgres/postgres_dialect.h"
 #include "platform/dao/postgres/pq_connection.h"
 #include "platform/dao/postgres/pq_login.h"
+#include "platform/dao/postgres/row_tokens.h"
 
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimer>
+#include <QUuid>
 
 #include <algorithm>
+#include <thread>
 
 namespace dao::postgres {
 
@@ -21,6 +24,9 @@ namespace {
 
 constexpr auto greetingName = "zomrel_greeting";
 constexpr std::chrono::seconds greetingPatience(3);
+/// The time within which a new connection is tried after an answer was lost.
+constexpr std::chrono::seconds reconnectPatience(5);
+constexpr std::chrono::milliseconds reconnectPause(100);
 
 /// Returns the statement that each opening executes. Its first column is the schema mark. Every
 /// change of a table or an index changes the number of rows or the writing transaction (xmin) of a
@@ -29,16 +35,18 @@ constexpr std::chrono::seconds greetingPatience(3);
 QString greetingText()
 {
     return QStringLiteral(
-        "WITH relation AS MATERIALIZED "
-        "(SELECT c.oid, c.relkind, c.xmin::text::bigint AS writer FROM pg_class c "
-        "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())) "
-        "SELECT (SELECT concat_ws('.', count(*), sum(writer)) FROM relation) || '.' || "
-        "(SELECT concat_ws('.', count(*), sum(a.xmin::text::bigint)) FROM pg_attribute a "
-        "WHERE a.attnum > 0 AND a.attrelid = ANY (ARRAY(SELECT oid FROM relation "
-        "WHERE relkind NOT IN ('i', 'I', 'S')))), "
-        "current_setting('server_encoding'), "
-        "CASE WHEN current_setting('synchronous_commit') = 'off' "
-        "THEN set_config('synchronous_commit', 'on', false) END");
+               "WITH relation AS MATERIALIZED "
+               "(SELECT c.oid, c.relkind, c.xmin::text::bigint AS writer FROM pg_class c "
+               "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = "
+               "current_schema())) "
+               "SELECT (SELECT concat_ws('.', count(*), sum(writer)) FROM relation) || '.' || "
+               "(SELECT concat_ws('.', count(*), sum(a.xmin::text::bigint)) FROM pg_attribute a "
+               "WHERE a.attnum > 0 AND a.attrelid = ANY (ARRAY(SELECT oid FROM relation "
+               "WHERE relkind NOT IN ('i', 'I', 'S')))), "
+               "current_setting('server_encoding'), "
+               "CASE WHEN current_setting('synchronous_commit') = 'off' "
+               "THEN set_config('synchronous_commit', 'on', false) END, ") +
+           tokensAreUsable();
 }
 
 QString keyOf(const Link& link, const Timeouts& timeouts)
@@ -76,6 +84,12 @@ std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QStrin
     if (found == all.end())
         return {};
     return *found;
+}
+
+/// Returns the text with a full stop and a blank, so that another sentence can follow.
+QString sentence(const QString& text)
+{
+    return text + (text.endsWith(u'.') ? u" "_s : u". "_s);
 }
 
 bool isHandlingEvents()
@@ -177,6 +191,7 @@ bool PostgresSession::takeUp()
         throw RunTimeError(
             runtime::UnrecognizedFormat,
             u"The encoding of %1 is %2; a store needs UTF8."_s.arg(link_.place(), encoding));
+    connection_->setUsesTokens(greeting[3].toBool());
     connection_->shareSchema(sharedSchema(poolKey_, mark));
     markAsAnswered(connection_);
     return true;
@@ -256,7 +271,72 @@ std::optional<TableInfo> PostgresSession::table(const QString& name)
 RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
                                   const QVariantList& values)
 {
-    return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
+    if (inTransaction())
+        return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
+    if (connection_->isLost())
+        reconnect();
+    const QString token = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    try {
+        return insertWithToken(table, sql, values, token);
+    } catch (const RunTimeError& error) {
+        if (!connection_->isLost())
+            throw;
+        throw RunTimeError(error.number(), sentence(error.description()) + fateOf(token));
+    }
+}
+
+/// Adds a row outside a transaction, with a token if the server stores tokens.
+RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString& sql,
+                                           const QVariantList& values, const QString& token)
+{
+    const QString number = rowNumber(table);
+    if (!connection_->usesTokens())
+        return rows(sql + " RETURNING "_L1 + number, values).front().front().toLongLong();
+    const QString previous = connection_->lastToken();
+    QVariantList all = values;
+    all.append(token);
+    if (!previous.isEmpty())
+        all.append(previous);
+    const RowNumber added =
+        rows(postgres::insertWithToken(sql, number, values.size(), !previous.isEmpty()), all)
+            .front()
+            .front()
+            .toLongLong();
+    connection_->setLastToken(token);
+    return added;
+}
+
+/// Finds out over a new connection whether the row with the token is stored, and returns it as a
+/// sentence for the user.
+QString PostgresSession::fateOf(const QString& token)
+{
+    const QString unknown = u"It is not known whether the new row is stored."_s;
+    if (!connection_->usesTokens())
+        return unknown;
+    try {
+        reconnectInTime();
+        const bool isClaimed = connection_->execute(claimToken(), {token}).affected > 0;
+        return isClaimed ? u"The new row is not stored."_s : u"The new row is stored."_s;
+    } catch (const RunTimeError&) {
+        return unknown; // the loss that led here is the error to report
+    }
+}
+
+/// Replaces the lost connection. A server that is restarting refuses connections for a moment, so
+/// this is tried again until the time is over.
+void PostgresSession::reconnectInTime()
+{
+    const Deadline deadline(reconnectPatience);
+    for (;;) {
+        try {
+            reconnect();
+            return;
+        } catch (const RunTimeError&) {
+            if (deadline.left() <= reconnectPause)
+                throw;
+        }
+        std::this_thread::sleep_for(reconnectPause);
+    }
 }
 
 /// The transaction needs a connection that no other database uses.

@@ -46,6 +46,10 @@ private:
     void askAnew() const;
     /// Returns the tables and views with their fields.
     const std::vector<TableInfo>& knownTables();
+    RowNumber insertWithToken(const TableInfo& table, const QString& sql,
+                              const QVariantList& values, const QString& token);
+    QString fateOf(const QString& token);
+    void reconnectInTime();
 
     Connection connection_; ///< The connection of the open transaction, or the shared one.
     Link link_;

@@ -56,6 +56,13 @@ public:
     bool hasJustAnswered() const { return hasJustAnswered_; }
     void setJustAnswered(bool just) { hasJustAnswered_ = just; }
 
+    /// True if the server stores a token with each added row (see row_tokens.h).
+    bool usesTokens() const { return usesTokens_; }
+    void setUsesTokens(bool uses) { usesTokens_ = uses; }
+    /// The token of the last row that was added and answered; empty before the first one.
+    const QString& lastToken() const { return lastToken_; }
+    void setLastToken(const QString& token) { lastToken_ = token; }
+
 private:
     void await(Readiness readiness, const Deadline& deadline);
     void flush(const Deadline& deadline);
@@ -74,6 +81,8 @@ private:
     int keptCount_ = 0;
     Memory copied_;
     bool hasJustAnswered_ = false;
+    bool usesTokens_ = false;
+    QString lastToken_;
 };
 
 /// Returns the run-time error that corresponds to an error of the server with this SQLSTATE.
