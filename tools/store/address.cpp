@@ -40,6 +40,8 @@ void takeOption(const QString& option, dao::Link& link)
     const QString value = sign < 0 ? QString() : decoded(option.mid(sign + 1));
     if (name == "password"_L1)
         refuse(u"an address holds no password"_s);
+    if (value.isEmpty())
+        refuse(u"'%1' has no value"_s.arg(name));
     if (name == "sslmode"_L1)
         link.tls = value;
     else if (name == "host"_L1)
@@ -85,6 +87,7 @@ dao::Link parseServer(const QString& server)
             refuse(u"'%1' has no port behind its colon"_s.arg(server));
         link.port = portOf(server.mid(colon + 1));
     }
+    link.tls = dao::defaultTlsMode(link.server);
     return link;
 }
 
@@ -103,10 +106,13 @@ dao::Link parseAddress(const QString& address)
     link.server = decoded(link.server);
     link.user = decoded(user);
     link.database = slash < 0 ? QString() : decoded(place.mid(slash + 1));
+    link.tls.clear();
     if (question >= 0) {
         for (const QString& option : whole.mid(question + 1).split(u'&', Qt::SkipEmptyParts))
             takeOption(option, link);
     }
+    if (link.tls.isEmpty())
+        link.tls = dao::defaultTlsMode(link.server);
     checkWhole(link);
     return link;
 }

@@ -19,7 +19,8 @@ bool isAddress(const QString& place);
 dao::Link parseAddress(const QString& address);
 
 /// Parses the name of a server: "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT".
-/// Returns a link with only these parts set. Throws UnrecognizedFormat (3343) for an invalid name.
+/// Returns a link with only these parts and the TLS mode for such a server set. Throws
+/// UnrecognizedFormat (3343) for an invalid name.
 dao::Link parseServer(const QString& server);
 
 } // namespace storetools

@@ -75,6 +75,7 @@ TEST(LinkTest, valueThatALinkCannotContain_isNotWritten)
     for (const auto change :
          {+[](dao::Link& link) { link.server.clear(); },
           +[](dao::Link& link) { link.server = u"a\nuser = b"_s; },
+          +[](dao::Link& link) { link.server = u"one,two"_s; },
           +[](dao::Link& link) { link.database = u" d"_s; },
           +[](dao::Link& link) { link.user = QString(256, u'u'); },
           +[](dao::Link& link) { link.port = 0; }, +[](dao::Link& link) { link.port = 65536; },
@@ -83,6 +84,17 @@ TEST(LinkTest, valueThatALinkCannotContain_isNotWritten)
         change(link);
         EXPECT_TRUE(refuses(link));
     }
+}
+
+TEST(LinkTest, defaultTlsMode_verifiesEveryServerThatIsNotLocal)
+{
+    for (const QString& local : {u"/run/postgresql"_s, u"@abstract"_s, u"localhost"_s, u"::1"_s,
+                                 u"127.0.0.1"_s, u"127.9.8.7"_s})
+        EXPECT_EQ(dao::defaultTlsMode(local), u"prefer"_s) << qPrintable(local);
+    for (const QString& remote :
+         {u"server"_s, u"192.168.1.2"_s, u"127.0.0.1.example.org"_s, u"localhost.example.org"_s,
+          u"127server"_s, u"fe80::1"_s, u"10.127.0.1"_s})
+        EXPECT_EQ(dao::defaultTlsMode(remote), u"verify-full"_s) << qPrintable(remote);
 }
 
 TEST(LinkTest, damagedText_isRefusedWithTheReason)
@@ -101,6 +113,7 @@ TEST(LinkTest, damagedText_isRefusedWithTheReason)
         {whole + "and more\n", u"line 7 is no 'key = value'."_s},
         {whole + "= x\n", u"line 7 has the unknown key ''."_s},
         {changed("station", ""), u"'user' has no value."_s},
+        {changed("db.workshop.example", "one,two"), u"'server' names more than one server."_s},
         {changed("station", QByteArray(256, 'u')), u"the value of 'user' is too long."_s},
         {changed("station", "sta\x01tion"),
          u"the value of 'user' has a sign that does not print."_s},

@@ -52,13 +52,22 @@ TEST(AddressTest, ParsesAnAddress)
         Link link;
     } cases[] = {
         {u"postgresql://owner@server/zomrel"_s,
-         {u"server"_s, 5432, u"zomrel"_s, u"owner"_s, u"prefer"_s}},
+         {u"server"_s, 5432, u"zomrel"_s, u"owner"_s, u"verify-full"_s}},
         {u"postgres://owner@server:6000/zomrel"_s,
-         {u"server"_s, 6000, u"zomrel"_s, u"owner"_s, u"prefer"_s}},
+         {u"server"_s, 6000, u"zomrel"_s, u"owner"_s, u"verify-full"_s}},
         {u"postgresql://owner@10.0.0.7:65535/z"_s,
-         {u"10.0.0.7"_s, 65535, u"z"_s, u"owner"_s, u"prefer"_s}},
-        {u"postgresql://owner@[fe80::1]:1/z"_s, {u"fe80::1"_s, 1, u"z"_s, u"owner"_s, u"prefer"_s}},
+         {u"10.0.0.7"_s, 65535, u"z"_s, u"owner"_s, u"verify-full"_s}},
+        {u"postgresql://owner@[fe80::1]:1/z"_s,
+         {u"fe80::1"_s, 1, u"z"_s, u"owner"_s, u"verify-full"_s}},
         {u"postgresql://owner@[::1]/z"_s, {u"::1"_s, 5432, u"z"_s, u"owner"_s, u"prefer"_s}},
+        {u"postgresql://owner@localhost/z"_s,
+         {u"localhost"_s, 5432, u"z"_s, u"owner"_s, u"prefer"_s}},
+        {u"postgresql://owner@127.1.2.3/z"_s,
+         {u"127.1.2.3"_s, 5432, u"z"_s, u"owner"_s, u"prefer"_s}},
+        {u"postgresql://owner@127.0.0.1.example.org/z"_s,
+         {u"127.0.0.1.example.org"_s, 5432, u"z"_s, u"owner"_s, u"verify-full"_s}},
+        {u"postgresql://owner@localhost/z?host=server"_s,
+         {u"server"_s, 5432, u"z"_s, u"owner"_s, u"verify-full"_s}},
         {u"postgresql://owner@%2Fvar%2Frun%2Fpostgresql/z"_s,
          {u"/var/run/postgresql"_s, 5432, u"z"_s, u"owner"_s, u"prefer"_s}},
         {u"postgresql://owner@%2Ftmp:5433/z"_s, {u"/tmp"_s, 5433, u"z"_s, u"owner"_s, u"prefer"_s}},
@@ -67,7 +76,7 @@ TEST(AddressTest, ParsesAnAddress)
         {u"postgresql://server?user=owner&dbname=z&sslmode=verify-full"_s,
          {u"server"_s, 5432, u"z"_s, u"owner"_s, u"verify-full"_s}},
         {u"postgresql://a%40b%3Ac@server/%D7%97%20%2F"_s,
-         {u"server"_s, 5432, u"ח /"_s, u"a@b:c"_s, u"prefer"_s}},
+         {u"server"_s, 5432, u"ח /"_s, u"a@b:c"_s, u"verify-full"_s}},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.address.toStdString());
@@ -77,16 +86,27 @@ TEST(AddressTest, ParsesAnAddress)
 
 TEST(AddressTest, RefusesIncompleteAddresses)
 {
-    for (const QString& address :
-         {u"postgresql://"_s, u"postgresql:///z"_s, u"postgresql://server/z"_s,
-          u"postgresql://owner@server"_s, u"postgresql://owner@server/"_s,
-          u"postgresql://owner@/z"_s, u"postgresql://@server/z"_s,
-          u"postgresql://owner@server:/z"_s, u"postgresql://owner@server:0/z"_s,
-          u"postgresql://owner@server:65536/z"_s, u"postgresql://owner@server:+1/z"_s,
-          u"postgresql://owner@server:x/z"_s, u"postgresql://owner@[::1/z"_s,
-          u"postgresql://owner@[::1]x/z"_s, u"postgresql://owner@server/z?sslmode=some"_s,
-          u"postgresql://owner@server/z?sslmode"_s, u"postgresql://owner@server/z?port="_s,
-          u"postgresql://owner@server/z?options=-c"_s, u"postgresql://owner@server/a%0Ab"_s})
+    for (const QString& address : {u"postgresql://"_s,
+                                   u"postgresql:///z"_s,
+                                   u"postgresql://server/z"_s,
+                                   u"postgresql://owner@server"_s,
+                                   u"postgresql://owner@server/"_s,
+                                   u"postgresql://owner@/z"_s,
+                                   u"postgresql://@server/z"_s,
+                                   u"postgresql://owner@server:/z"_s,
+                                   u"postgresql://owner@server:0/z"_s,
+                                   u"postgresql://owner@server:65536/z"_s,
+                                   u"postgresql://owner@server:+1/z"_s,
+                                   u"postgresql://owner@server:x/z"_s,
+                                   u"postgresql://owner@[::1/z"_s,
+                                   u"postgresql://owner@[::1]x/z"_s,
+                                   u"postgresql://owner@server/z?sslmode=some"_s,
+                                   u"postgresql://owner@server/z?sslmode"_s,
+                                   u"postgresql://owner@one,two/z"_s,
+                                   u"postgresql://owner@one/z?host=one,two"_s,
+                                   u"postgresql://owner@server/z?port="_s,
+                                   u"postgresql://owner@server/z?options=-c"_s,
+                                   u"postgresql://owner@server/a%0Ab"_s})
         EXPECT_NE(refusal([&] { return parseAddress(address); }), QString())
             << address.toStdString();
 }

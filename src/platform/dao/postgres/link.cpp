@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringDecoder>
 #include <QStringList>
 
@@ -60,6 +61,9 @@ void checkValue(QStringView key, const QString& value)
         throw Damage(u"the value of '%1' has a sign that does not print"_s.arg(key));
     if (value != value.trimmed())
         throw Damage(u"the value of '%1' has blanks around it"_s.arg(key));
+    // The client library would take this for a list of servers.
+    if (key == keys[0] && value.contains(u','))
+        throw Damage(u"'%1' names more than one server"_s.arg(key));
 }
 
 int portOf(const QString& value)
@@ -167,6 +171,14 @@ QString Link::host() const
 QString Link::place() const
 {
     return u"database '%1' on server '%2'"_s.arg(database, host());
+}
+
+QString defaultTlsMode(const QString& server)
+{
+    static const QRegularExpression loopback(
+        u"^(localhost|::1|127\\.\\d{1,3}\\.\\d{1,3}\\.\\d{1,3})$"_s);
+    const bool isLocalSocket = server.startsWith(u'/') || server.startsWith(u'@');
+    return isLocalSocket || loopback.match(server).hasMatch() ? u"prefer"_s : u"verify-full"_s;
 }
 
 const QStringList& linkTlsModes()

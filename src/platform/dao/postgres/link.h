@@ -15,7 +15,7 @@ struct Link
     int port = 5432;
     QString database;
     QString user;
-    QString tls = QStringLiteral("prefer"); ///< TLS mode, one of linkTlsModes().
+    QString tls = QStringLiteral("verify-full"); ///< TLS mode, one of linkTlsModes().
 
     /// Returns the database and the server as text for messages.
     QString place() const;
@@ -24,6 +24,10 @@ struct Link
 
     bool operator==(const Link&) const = default;
 };
+
+/// Returns the TLS mode for a server if the user names none: "prefer" for a local socket and for a
+/// loopback address, "verify-full" for any other server.
+QString defaultTlsMode(const QString& server);
 
 /// Returns the names of the TLS modes, the weakest first.
 const QStringList& linkTlsModes();

@@ -56,6 +56,8 @@ PASS_ON(void, PQfinish, (PGconn * connection), (connection))
 PASS_ON(ConnStatusType, PQstatus, (const PGconn* connection), (connection))
 PASS_ON(PGTransactionStatusType, PQtransactionStatus, (const PGconn* connection), (connection))
 PASS_ON(char*, PQerrorMessage, (const PGconn* connection), (connection))
+PASS_ON(int, PQconnectionNeedsPassword, (const PGconn* connection), (connection))
+PASS_ON(int, PQsslInUse, (PGconn * connection), (connection))
 PASS_ON(int, PQsocket, (const PGconn* connection), (connection))
 PASS_ON(PQnoticeProcessor, PQsetNoticeProcessor,
         (PGconn * connection, PQnoticeProcessor processor, void* argument),

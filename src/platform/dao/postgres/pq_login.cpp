@@ -1,5 +1,7 @@
 #include "platform/dao/postgres/pq_login.h"
 
+#include "platform/dao/postgres/pq_authentication.h"
+#include "platform/dao/postgres/pq_environment.h"
 #include "platform/dao/postgres/pq_library.h"
 
 #include <QByteArrayList>
@@ -30,6 +32,8 @@ constexpr std::chrono::seconds logInPatience(5);
 /// Timeout for connecting to one of several addresses, so that there is time to try another one.
 constexpr std::chrono::milliseconds addressPatience(4000);
 constexpr std::chrono::seconds idleInTransaction(60);
+
+const QString remedy = QStringLiteral("set its authentication method to scram-sha-256");
 
 struct LookUp
 {
@@ -93,15 +97,46 @@ QByteArray sessionOptions(const Timeouts& timeouts)
                .toUtf8();
 }
 
-ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByteArray& address)
+/// Whether and how a log-in may use the user's password.
+enum class PasswordUse {
+    None,
+    /// Only over an encrypted connection, and only bound to the certificate of this connection
+    /// (SCRAM-SHA-256-PLUS). The client library refuses to send the password in any other form.
+    Bound,
+    /// Over an unencrypted connection, by SCRAM-SHA-256. The requests of the server are examined,
+    /// because the client library would answer any of them.
+    Examined,
+};
+
+/// A path at which there is never a file, so that the client library finds no password.
+constexpr auto noPasswordFile = "/dev/null/none";
+
+QByteArray tlsModeFor(const Link& link, PasswordUse use)
 {
-    const std::array<std::pair<const char*, QByteArray>, 13> settings = {{
+    if (use == PasswordUse::Examined)
+        return "disable";
+    const bool mayBePlain =
+        link.tls == "disable"_L1 || link.tls == "allow"_L1 || link.tls == "prefer"_L1;
+    return use == PasswordUse::Bound && mayBePlain ? QByteArray("require") : link.tls.toUtf8();
+}
+
+ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByteArray& address,
+                         PasswordUse use)
+{
+    const bool mayUsePassword = use != PasswordUse::None;
+    // An empty value lets the client library use its default.
+    const std::array<std::pair<const char*, QByteArray>, 17> settings = {{
         {"host", link.server.toUtf8()},
         {"hostaddr", address},
         {"port", QByteArray::number(link.port)},
         {"dbname", link.database.toUtf8()},
         {"user", link.user.toUtf8()},
-        {"sslmode", link.tls.toUtf8()},
+        {"sslmode", tlsModeFor(link, use)},
+        {"channel_binding", use == PasswordUse::Bound ? "require" : "disable"},
+        {"passfile", mayUsePassword ? "" : noPasswordFile},
+        {"password", mayUsePassword ? environmentPassword() : QByteArray()},
+        // It would take precedence over TLS and its verification.
+        {"gssencmode", "disable"},
         {"client_encoding", "UTF8"},
         {"application_name", "Zomrel"},
         {"options", sessionOptions(timeouts)},
@@ -126,29 +161,72 @@ struct Attempt
     ConnectionHandle connection; ///< Null if the attempt has failed.
     QString reason;
     bool reachedServer = false;
+    bool asksForPassword = false;
+    bool isEncrypted = false;
 };
 
-Attempt attempt(const Link& link, const Timeouts& timeouts, const QByteArray& address,
-                std::chrono::milliseconds patience)
+/// Waits for the rest of a message of which a part has arrived. Its sender sends it in one piece.
+constexpr std::chrono::milliseconds restPause(1);
+
+/// Returns true if the server asks for the password in a readable form.
+bool asksForReadablePassword(const PGconn* connection, const Deadline& deadline)
 {
-    const Deadline deadline(patience);
-    ConnectionHandle connection = started(link, timeouts, address);
+    PasswordRequest request = pendingPasswordRequest(connection);
+    while (request == PasswordRequest::Incomplete && deadline.left() > restPause) {
+        std::this_thread::sleep_for(restPause);
+        request = pendingPasswordRequest(connection);
+    }
+    return request != PasswordRequest::None;
+}
+
+Attempt attemptOnce(const Link& link, const Timeouts& timeouts, const QByteArray& address,
+                    const Deadline& deadline, PasswordUse use)
+{
+    ConnectionHandle connection = started(link, timeouts, address, use);
     if (!connection)
         throw RunTimeError(runtime::OutOfMemory);
-    bool reached = false;
+    Attempt result;
     auto next =
         PQstatus(connection.get()) == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
     while (next != PGRES_POLLING_OK && next != PGRES_POLLING_FAILED) {
         const auto readiness =
             next == PGRES_POLLING_READING ? Readiness::ToRead : Readiness::ToWrite;
         if (!waitFor(connection.get(), readiness, deadline))
-            return {nullptr, deadline.message(), false};
-        reached = PQstatus(connection.get()) != CONNECTION_STARTED;
+            return {nullptr, deadline.message()};
+        const ConnStatusType status = PQstatus(connection.get());
+        result.reachedServer = status != CONNECTION_STARTED;
+        result.isEncrypted = PQsslInUse(connection.get()) != 0;
+        if (use == PasswordUse::Examined && status == CONNECTION_AWAITING_RESPONSE &&
+            asksForReadablePassword(connection.get(), deadline)) {
+            result.reason =
+                u"the server asks for the password in clear text or as MD5; "_s + remedy;
+            return result;
+        }
         next = PQconnectPoll(connection.get());
     }
-    if (next == PGRES_POLLING_FAILED)
-        return {nullptr, QString::fromUtf8(PQerrorMessage(connection.get())), reached};
-    return {std::move(connection), {}, true};
+    if (next == PGRES_POLLING_FAILED) {
+        result.asksForPassword = PQconnectionNeedsPassword(connection.get()) != 0;
+        result.reason = QString::fromUtf8(PQerrorMessage(connection.get()));
+        if (result.reason.contains("channel binding"_L1))
+            result.reason += u" ("_s + remedy + u')';
+        return result;
+    }
+    result.connection = std::move(connection);
+    return result;
+}
+
+/// Logs in without a password if the server allows that, so that a server that asks for a password
+/// in a readable form never gets it. The second attempt keeps to the kind of connection of the
+/// first one.
+Attempt attempt(const Link& link, const Timeouts& timeouts, const QByteArray& address,
+                std::chrono::milliseconds patience)
+{
+    const Deadline deadline(patience);
+    Attempt first = attemptOnce(link, timeouts, address, deadline, PasswordUse::None);
+    if (first.connection || !first.asksForPassword)
+        return first;
+    return attemptOnce(link, timeouts, address, deadline,
+                       first.isEncrypted ? PasswordUse::Bound : PasswordUse::Examined);
 }
 
 } // namespace
@@ -164,6 +242,7 @@ ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
 {
     if (!loadClientLibrary())
         throw logInError(link, u"PostgreSQL's client library is not installed"_s);
+    clearClientEnvironment();
     const Deadline deadline(logInPatience);
     const QByteArrayList addresses = addressesOf(link, deadline);
     QStringList reasons;

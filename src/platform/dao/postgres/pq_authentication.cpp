@@ -1,0 +1,63 @@
+#include "platform/dao/postgres/pq_authentication.h"
+
+#include <QtEndian>
+
+#include <array>
+
+#ifdef _WIN32
+#include <winsock2.h>
+#else
+#include <sys/socket.h>
+#endif
+
+namespace dao::postgres {
+
+namespace {
+
+#ifdef _WIN32
+using Socket = SOCKET;
+#else
+using Socket = int;
+#endif
+
+constexpr char authenticationType = 'R';
+/// The types of requests in the messages of this type.
+constexpr quint32 clearText = 3;
+constexpr quint32 md5 = 5;
+/// The type and the length of a message, and the type of the request.
+constexpr qsizetype headLength = 1 + 4;
+constexpr qsizetype requestLength = headLength + 4;
+
+} // namespace
+
+PasswordRequest passwordRequestIn(QByteArrayView messages)
+{
+    while (!messages.isEmpty()) {
+        const bool isRequest = messages.front() == authenticationType;
+        if (isRequest && messages.size() < requestLength)
+            return PasswordRequest::Incomplete;
+        if (messages.size() < headLength)
+            break;
+        const auto asked =
+            isRequest ? qFromBigEndian<quint32>(messages.data() + headLength) : quint32(0);
+        if (asked == clearText || asked == md5)
+            return PasswordRequest::Readable;
+        const qint64 length = 1 + qint64(qFromBigEndian<quint32>(messages.data() + 1));
+        if (length < headLength || length > messages.size())
+            break; // a wrong length, or a message that is not complete yet
+        messages = messages.sliced(length);
+    }
+    return PasswordRequest::None;
+}
+
+PasswordRequest pendingPasswordRequest(const PGconn* connection)
+{
+    std::array<char, 16384> bytes{};
+    const auto count = ::recv(static_cast<Socket>(PQsocket(connection)), bytes.data(),
+                              static_cast<int>(bytes.size()), MSG_PEEK);
+    if (count <= 0)
+        return PasswordRequest::None; // the client library reports the end or the error
+    return passwordRequestIn(QByteArrayView(bytes.data(), static_cast<qsizetype>(count)));
+}
+
+} // namespace dao::postgres
