@@ -216,6 +216,8 @@ void ThrowawayServer::makeCluster()
                           u"--no-instructions"_s};
     if (care_ == Care::Cramped)
         arguments.append(u"--wal-segsize=1"_s);
+    if (care_ != Care::Durable)
+        arguments.append(u"--data-checksums"_s);
     runToEnd(binary(u"initdb"_s), arguments);
 }
 

@@ -18,7 +18,8 @@ class ThrowawayServer
 {
 public:
     enum class Care {
-        Quick,   ///< Does not sync to disk; committed data may be lost in a system crash.
+        Quick,   ///< Does not sync to disk; committed data may be lost in a system crash. Has
+                 ///< data checksums.
         Durable, ///< Syncs to disk with PostgreSQL's default settings.
         Cramped, ///< Like Quick, but with a write-ahead log in segments of 1 MiB that are not
                  ///< preallocated.

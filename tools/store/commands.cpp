@@ -6,10 +6,12 @@
 #include "tools/store/backup.h"
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
+#include "tools/store/history.h"
 #include "tools/store/link_store.h"
 #include "tools/store/move.h"
 #include "tools/store/old_store/take_over.h"
 #include "tools/store/progress.h"
+#include "tools/store/server_safety.h"
 #include "tools/store/server_setup.h"
 
 #include <optional>
@@ -26,11 +28,25 @@ const QString serverOption = u"--server"_s;
 const QString databaseOption = u"--database"_s;
 const QString userOption = u"--user"_s;
 const QString tlsOption = u"--tls"_s;
+const QString forceOption = u"--force"_s;
+const QString stationOption = u"--station"_s;
 
 void print(QTextStream& stream, const QStringList& lines)
 {
     for (const QString& line : lines)
         stream << line << '\n';
+}
+
+bool isForced(const Call& call)
+{
+    return call.options.contains(forceOption);
+}
+
+/// Prints what a server's settings leave unprotected without endangering confirmed rows.
+void warn(const Safety& safety, QTextStream& err)
+{
+    for (const QString& each : safety.remarks)
+        err << "zomrel-store: warning: " << each << '\n';
 }
 
 ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
@@ -41,12 +57,17 @@ ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
     return Success;
 }
 
-ExitStatus check(const Call& call, QTextStream& out, QTextStream&)
+ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QString& name = call.arguments.first();
     QStringList findings;
     try {
-        findings = checkStore(Place(name));
+        const Place place(name);
+        findings = checkStore(place);
+        const Safety safety = safetyOf(place);
+        if (!isForced(call))
+            findings += safety.hazards;
+        warn(safety, err);
     } catch (const runtime::RunTimeError& error) {
         // Parsing the location fails for a damaged link, before the check can start.
         findings.append(u"file: "_s + error.description());
@@ -121,9 +142,13 @@ private:
 ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QStringList& arguments = call.arguments;
+    const Place to(arguments[1]);
+    if (to.isOnServer() && !isForced(call))
+        requireDurable(*to.open());
     const MoveOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
-        return moveStore(Place(arguments[0]), Place(arguments[1]), progress);
+        return moveStore(Place(arguments[0]), to, progress);
     });
+    warn(safetyOf(to), err);
     if (!outcome.findings.isEmpty()) {
         print(err, outcome.findings);
         err << "zomrel-store: the store is not complete; nothing was moved\n";
@@ -153,20 +178,22 @@ dao::Link linkOf(const Call& call)
     }
 }
 
-ExitStatus link(const Call& call, QTextStream& out, QTextStream&)
+ExitStatus link(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QString& path = call.arguments.first();
     const dao::Link link = linkOf(call);
-    const LinkedTo found = linkStore(path, link);
+    const LinkedTo found =
+        linkStore(path, link, isForced(call) ? Hazards::Accepted : Hazards::Refused);
     out << "linked " << path << " to " << link.place() << '\n';
     if (found == LinkedTo::NoStoreYet)
         out << "there is no store in that database yet; zomrel-store move brings one there\n";
+    warn(safetyOf(Place(path)), err);
     return Success;
 }
 
-ExitStatus printServerSetup(const Call&, QTextStream& out, QTextStream&)
+ExitStatus printServerSetup(const Call& call, QTextStream& out, QTextStream&)
 {
-    out << serverSetup();
+    out << serverSetup(stationRoles(call.options.value(stationOption, u"zomrel_station"_s)));
     return Success;
 }
 
@@ -209,7 +236,11 @@ std::vector<Command> commandsOverOneEngine()
 {
     return {
         {u"create"_s, {u"FILE"_s}, u"create a new store with the delivered catalogue"_s, create},
-        {u"check"_s, {u"FILE"_s}, u"check a store and print one line for each finding"_s, check},
+        {u"check"_s,
+         {u"FILE"_s},
+         u"check a store and print one line for each finding"_s,
+         check,
+         {{forceOption, {}, u"accept a server that may lose stored rows"_s}}},
         {u"backup"_s,
          {u"FILE"_s, u"TO"_s},
          u"copy a store to a new file; stations may keep working"_s,
@@ -233,7 +264,8 @@ std::vector<Command> commandsAroundAServer()
         {u"move"_s,
          {u"FROM"_s, u"TO"_s},
          u"copy a whole store between a file and a server's database"_s,
-         move},
+         move,
+         {{forceOption, {}, u"accept a server that may lose stored rows"_s}}},
         {u"link"_s,
          {u"FILE"_s},
          u"write a link to a server's database"_s,
@@ -241,11 +273,14 @@ std::vector<Command> commandsAroundAServer()
          {{serverOption, u"HOST[:PORT]"_s, u"name, address or socket folder of the server"_s, true},
           {databaseOption, u"NAME"_s, u"name of the database"_s, true},
           {userOption, u"NAME"_s, u"role that logs in"_s, true},
-          {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s}}},
+          {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s},
+          {forceOption, {}, u"accept a server that may lose stored rows"_s}}},
         {u"server-setup"_s,
          {},
-         u"print the SQL that creates the roles of a server's database"_s,
-         printServerSetup},
+         u"print the SQL that prepares a server's database"_s,
+         printServerSetup,
+         {{stationOption, u"NAME[,NAME]"_s, u"roles of the stations; default zomrel_station"_s}}},
+        historyCommand(),
     };
 }
 

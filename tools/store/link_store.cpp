@@ -2,6 +2,7 @@
 
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/server_safety.h"
 #include "tools/store/store_copy.h"
 #include "tools/store/unfinished_file.h"
 
@@ -36,22 +37,24 @@ void write(const QString& path, QByteArray text)
     link.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
 }
 
-LinkedTo tried(const QByteArray& text)
+LinkedTo tried(const QByteArray& text, Hazards hazards)
 {
     const ScratchFolder folder;
     const QString path = folder.filePath(u"link"_s);
     write(path, text);
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
+    if (hazards == Hazards::Refused)
+        requireDurable(*database);
     return storeTablesIn(*database).isEmpty() ? LinkedTo::NoStoreYet : LinkedTo::Store;
 }
 
 } // namespace
 
-LinkedTo linkStore(const QString& path, const dao::Link& link)
+LinkedTo linkStore(const QString& path, const dao::Link& link, Hazards hazards)
 {
     refuseAnythingButALink(path);
     const QByteArray text = dao::linkText(link);
-    const LinkedTo found = tried(text);
+    const LinkedTo found = tried(text, hazards);
     write(path, text);
     return found;
 }

@@ -12,11 +12,14 @@ enum class LinkedTo {
     NoStoreYet, ///< The database has none of the store's tables. A store can be moved to it.
 };
 
+/// Whether a server is used although it may lose confirmed rows.
+enum class Hazards { Refused, Accepted };
+
 /// Checks that the link's database can be reached, and writes the link file to the path atomically.
 /// An existing link is replaced; a store or any other file is not. Throws DatabaseExists (3204) for
 /// such a file, ConnectionFailed (3151) if the database cannot be reached, UnrecognizedFormat
-/// (3343) for values that a link cannot store, and PermissionDenied (3051) if the folder is not
-/// writable.
-LinkedTo linkStore(const QString& path, const dao::Link& link);
+/// (3343) for values that a link cannot store, InvalidOperation (3219) for a server that may lose
+/// confirmed rows, and PermissionDenied (3051) if the folder is not writable.
+LinkedTo linkStore(const QString& path, const dao::Link& link, Hazards hazards);
 
 } // namespace storetools

@@ -1,18 +1,22 @@
 #include "tools/store/server_setup.h"
 
+#include "tools/store/command.h"
+#include "tools/store/server_protection.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
 namespace storetools {
 
-// The station role may read everything and may insert, update and delete orders, lines and
-// catalogue entries. It advances counters through a function of the owner and reads them for
-// backups. It cannot create or alter tables: a store that was moved as a whole needs no upgrade
-// when a station starts.
-QString serverSetup()
-{
-    return QStringLiteral(
-        R"(-- Creates the roles of a Zomrel store. Run this script as a superuser in the store's database.
+namespace {
+
+constexpr auto beginning =
+    R"(-- Prepares the database of a Zomrel store. Run this script as a superuser in the store's database.
 -- Create the database with: CREATE DATABASE zomrel ENCODING 'UTF8' TEMPLATE template0;
--- Both roles need a way to log in: a password (\password) or a line in pg_hba.conf. To let a
--- person's own role work as a station, run: GRANT zomrel_station TO that_role;
+-- Each role needs a way to log in: a password (\password) or a line in pg_hba.conf. Give each
+-- station a role of its own, because a role can change its own password and settings. The script
+-- can be run again, for example with more stations.
 
 BEGIN;
 
@@ -21,31 +25,72 @@ BEGIN
   IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'zomrel_owner') THEN
     CREATE ROLE zomrel_owner LOGIN;
   END IF;
-  IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'zomrel_station') THEN
-    CREATE ROLE zomrel_station LOGIN;
-  END IF;
   -- All other roles lose their access to the database.
   EXECUTE format('REVOKE ALL ON DATABASE %I FROM PUBLIC', current_database());
-  EXECUTE format('GRANT CONNECT ON DATABASE %I TO zomrel_owner, zomrel_station',
-                 current_database());
   -- The command zomrel-store restore keeps the replaced store in a schema that the owner creates.
-  EXECUTE format('GRANT CREATE ON DATABASE %I TO zomrel_owner', current_database());
+  EXECUTE format('GRANT CONNECT, CREATE ON DATABASE %I TO zomrel_owner', current_database());
 END
 $$;
 
 -- The command zomrel-store move creates the store's tables as the owner.
 REVOKE ALL ON SCHEMA public FROM PUBLIC;
 GRANT USAGE, CREATE ON SCHEMA public TO zomrel_owner;
+)";
 
--- The stations read and write rows of the owner's tables and cannot create tables.
-GRANT USAGE ON SCHEMA public TO zomrel_station;
+// The rights are granted to each station itself. There is no common role of the stations, because a
+// member of a role can change the settings of that role.
+constexpr auto station =
+    R"(
+-- The station %1 reads and writes rows of the owner's tables and cannot create tables.
+DO $$
+BEGIN
+  IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = '%1') THEN
+    CREATE ROLE "%1" LOGIN;
+  END IF;
+  EXECUTE format('GRANT CONNECT ON DATABASE %I TO "%1"', current_database());
+END
+$$;
+GRANT USAGE ON SCHEMA public, zomrel_log TO "%1";
+GRANT SELECT, INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA public TO "%1";
+GRANT SELECT ON ALL SEQUENCES IN SCHEMA public TO "%1";
 ALTER DEFAULT PRIVILEGES FOR ROLE zomrel_owner IN SCHEMA public
-  GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO zomrel_station;
+  GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO "%1";
 ALTER DEFAULT PRIVILEGES FOR ROLE zomrel_owner IN SCHEMA public
-  GRANT SELECT ON SEQUENCES TO zomrel_station;
+  GRANT SELECT ON SEQUENCES TO "%1";
+GRANT SELECT, INSERT, DELETE ON zomrel_log.answers TO "%1";
+GRANT SELECT ON zomrel_log.changes TO "%1";
+)";
+
+constexpr auto ending =
+    R"(
+-- The tables of a store that is there already.
+SELECT zomrel_log.protect(oid) FROM pg_class
+  WHERE relnamespace = 'public'::regnamespace AND relkind = 'r';
 
 COMMIT;
-)");
+)";
+
+} // namespace
+
+QString serverSetup(const QStringList& stations)
+{
+    QString script = QLatin1StringView(beginning) + QString::fromLatin1(serverProtection);
+    for (const QString& each : stations)
+        script += QString::fromLatin1(station).replace("%1"_L1, each);
+    return script + QLatin1StringView(ending);
+}
+
+QStringList stationRoles(const QString& text)
+{
+    static const QRegularExpression name(u"^[a-z_][a-z0-9_]{0,62}$"_s);
+    // A role with the name of the schema would find its tables before those of the store.
+    static const QStringList reserved{u"public"_s, u"none"_s, u"zomrel_owner"_s, u"zomrel_log"_s};
+    const QStringList names = text.split(u',');
+    for (const QString& each : names) {
+        if (!name.match(each).hasMatch() || each.startsWith("pg_"_L1) || reserved.contains(each))
+            throw WrongCall(u"'%1' cannot be the name of a station's role"_s.arg(each));
+    }
+    return names;
 }
 
 } // namespace storetools

@@ -68,7 +68,7 @@ protected:
     void startMove(QProcess& process, const QString& from, const QString& to)
     {
         proxy_.stallAfterBytes(bytesIntoTheLines);
-        process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"move"_s, from, to});
+        process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"move"_s, u"--force"_s, from, to});
         ASSERT_TRUE(process.waitForStarted());
         while (!proxy_.isStalled())
             ASSERT_FALSE(process.waitForFinished(step)) << "it did not come to its lines";
@@ -191,7 +191,7 @@ TEST_F(MoveFailuresTest, TableCreatedMeanwhileMakesTheMoveFail)
     other.run(u"BEGIN; CREATE TABLE \"ReshetColor\" (x integer)"_s);
     QProcess process;
     process.start(QStringLiteral(ZOMREL_STORE_PROGRAM),
-                  {u"move"_s, store_.path(), address(u"empty"_s)});
+                  {u"move"_s, u"--force"_s, store_.path(), address(u"empty"_s)});
     ASSERT_TRUE(process.waitForStarted());
     const QString waiting = u"SELECT count(*) FROM pg_stat_activity "
                             "WHERE datname = 'empty' AND wait_event_type = 'Lock'"_s;

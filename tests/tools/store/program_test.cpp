@@ -84,9 +84,10 @@ TEST(ProgramTest, HelpHasALineForEachCommand)
 {
     const Outcome outcome = zomrelStore({u"--help"_s});
     EXPECT_EQ(outcome.exitStatus, 0);
-    for (const QString& call : {u"create FILE"_s, u"check FILE"_s, u"backup FILE TO"_s,
-                                u"restore BACKUP FILE"_s, u"import OLD.mdb TO"_s, u"move FROM TO"_s,
-                                u"link FILE"_s, u"server-setup"_s, u"--help"_s, u"--version"_s}) {
+    for (const QString& call :
+         {u"create FILE"_s, u"check FILE"_s, u"backup FILE TO"_s, u"restore BACKUP FILE"_s,
+          u"import OLD.mdb TO"_s, u"move FROM TO"_s, u"link FILE"_s, u"server-setup"_s,
+          u"history ORDER"_s, u"--help"_s, u"--version"_s}) {
         const QStringList found = outcome.out.filter(u"zomrel-store %1 "_s.arg(call));
         EXPECT_EQ(found.size(), 1) << call.toStdString();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/dao/engine/server_reports.h"
 #include "platform/dao/engine/types.h"
 #include "platform/runtime/run_time_error.h"
 
@@ -7,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace dao {
 
@@ -74,6 +76,17 @@ public:
     /// Returns statements that give tables with these names the rights that the present tables
     /// have. A statement does nothing if its table does not exist.
     virtual QStringList grantsOn(const QStringList&) { return {}; }
+
+    /// Returns what the settings of the store's server mean after a power cut.
+    virtual Durability durability() { return {}; }
+    /// Returns the logged changes of an order and its lines, the oldest first. Throws
+    /// OperationNotSupported (3251) for a store without a log.
+    virtual std::vector<LoggedChange> changesOfOrder(int)
+    {
+        throw runtime::RunTimeError(
+            runtime::OperationNotSupported,
+            QStringLiteral("Only a store on a server has a log of changes."));
+    }
 };
 
 } // namespace dao

@@ -28,6 +28,8 @@ public:
     QString setAside(const QStringList& tables) override;
     void actAsOwnerOf(const QStringList& tables) override;
     QStringList grantsOn(const QStringList& tables) override;
+    Durability durability() override;
+    std::vector<LoggedChange> changesOfOrder(int order) override;
 
 private:
     Session& session_;

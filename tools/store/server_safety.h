@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace dao {
+class Database;
+}
+
+namespace storetools {
+
+class Place;
+
+/// What a server's settings mean for a store there. Both lists are empty for an embedded store and
+/// for a server that cannot be reached.
+struct Safety
+{
+    QStringList hazards; ///< The server may lose confirmed rows.
+    QStringList remarks; ///< The server may not notice damage.
+};
+
+/// Returns the findings about the settings of a store's server, as lines for the user.
+Safety safetyOf(const Place& place);
+
+/// Throws InvalidOperation (3219) if the server of an open store may lose confirmed rows.
+void requireDurable(dao::Database& database);
+
+} // namespace storetools
