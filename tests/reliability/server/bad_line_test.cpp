@@ -62,6 +62,39 @@ protected:
         store_.tell(remote.station, remote.name);
     }
 
+    /// The errors that said what became of a new row.
+    struct Told
+    {
+        int stored = 0;
+        int notStored = 0;
+    };
+
+    /// Waits for the end of the station and compares what it was told with the lines in the store.
+    void compareWithStore(Remote& remote, Told& told)
+    {
+        const int status = remote.station.exitStatus(patience);
+        const QStringList reports = remote.station.takeTold();
+        int acknowledged = 0;
+        for (const QString& each : reports) {
+            store_.ledger().tell(each, remote.name);
+            acknowledged += each.startsWith(u"line "_s) ? 1 : 0;
+        }
+        const QString box = remote.station.runTimeBoxes().value(0);
+        EXPECT_EQ(status, box.isEmpty() ? 0 : 1) << qUtf8Printable(remote.station.errors());
+        EXPECT_TRUE(box.isEmpty() || tellsOfTheServer(box)) << qUtf8Printable(box);
+        const bool isStored = box.contains(u"The new row is stored."_s);
+        const bool isNotStored = box.contains(u"The new row is not stored."_s);
+        told.stored += isStored ? 1 : 0;
+        told.notStored += isNotStored ? 1 : 0;
+        if (!isStored && !isNotStored)
+            return;
+        const bool isLine = reports.value(reports.size() - 1).startsWith(u"? line"_s);
+        EXPECT_EQ(store_.count(u"SELECT count(*) FROM Cuts WHERE Mashof_Kind LIKE '%1-%'"_s.arg(
+                      remote.name)),
+                  acknowledged + (isStored && isLine ? 1 : 0))
+            << qUtf8Printable(box);
+    }
+
     ServerStore store_;
     std::mt19937 random_;
 };
@@ -109,6 +142,38 @@ TEST_F(BadLine, CutConnectionLosesNothing)
                  {{u"cuts"_s, QString::number(cuts)},
                   {u"stations that went on"_s, QString::number(cuts - ended)},
                   {u"stations that ended with an error box"_s, QString::number(ended)},
+                  {u"lines acknowledged"_s, QString::number(store_.ledger().lineCount())},
+                  {u"seed"_s, QString::number(seed)}},
+                 Engine::Server);
+}
+
+/// A connection that fails in one direction only: the server gets no more requests, or the station
+/// gets no more answers. One time in four, nobody is told the end of the connection.
+TEST_F(BadLine, ConnectionCutInOneDirectionLosesAndRepeatsNothing)
+{
+    const unsigned seed = printedSeed();
+    random_.seed(seed);
+    const int cuts = setting("ZOMREL_LINE_FAULTS", 20);
+    std::uniform_int_distribution<int> moment(0, chunksOfTheWork / 2);
+    Told told;
+    for (int cut = 0; cut < cuts && !HasFailure(); ++cut) {
+        SCOPED_TRACE(testing::Message() << "cut " << cut << " of seed " << seed);
+        Remote remote(store_, u"half%1"_s.arg(cut), lines);
+        ASSERT_TRUE(remote.station.waitFor(u"ready"_s));
+        const auto direction =
+            cut % 2 == 0 ? ServerProxy::Direction::ToServer : ServerProxy::Direction::ToStation;
+        if (cut % 4 == 3)
+            remote.proxy.swallowAfter(direction, moment(random_));
+        else
+            remote.proxy.cutAfter(direction, moment(random_));
+        remote.askForLines(lines);
+        compareWithStore(remote, told);
+        EXPECT_EQ(store_.findings(), QStringList());
+    }
+    writeFigures(u"line cut in one direction"_s,
+                 {{u"cuts"_s, QString::number(cuts)},
+                  {u"errors that said: stored"_s, QString::number(told.stored)},
+                  {u"errors that said: not stored"_s, QString::number(told.notStored)},
                   {u"lines acknowledged"_s, QString::number(store_.ledger().lineCount())},
                   {u"seed"_s, QString::number(seed)}},
                  Engine::Server);

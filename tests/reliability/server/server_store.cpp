@@ -37,7 +37,7 @@ LinkFolder::LinkFolder(const dao::Link& link)
         qFatal("cannot write %s", qUtf8Printable(path()));
 }
 
-ServerStore::ServerStore()
+ServerStore::ServerStore(testsupport::ThrowawayServer::Care care) : server_(care)
 {
     const LinkFolder keepers(linkTo(server_.folder(), server_.port(), u"postgres"_s));
     PlainSql(keepers.path()).exactly(u"CREATE DATABASE %1 TEMPLATE template0"_s.arg(database));

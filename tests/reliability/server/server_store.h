@@ -29,13 +29,14 @@ private:
 /// A server of the test's own with a delivered store and the stations' series, and the ledger of
 /// the stations' reports.
 ///
-/// The server does not wait for its disk, but it confirms a commit only after handing the data to
-/// the operating system. Therefore killing the server process loses nothing while the machine keeps
-/// running.
+/// A quick server does not wait for its disk, but it confirms a commit only after handing the data
+/// to the operating system. Therefore killing the server process loses nothing while the machine
+/// keeps running. A durable server has its files on a disk and waits for it at each commit.
 class ServerStore
 {
 public:
-    ServerStore();
+    explicit ServerStore(
+        testsupport::ThrowawayServer::Care care = testsupport::ThrowawayServer::Care::Quick);
 
     testsupport::ThrowawayServer& server() { return server_; }
     /// Returns the link to the store by the local socket; linkByPort uses a loopback port.
