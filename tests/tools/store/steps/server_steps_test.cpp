@@ -61,14 +61,14 @@ protected:
             Interruption interruption{.folder = folder.path(),
                                       .step = steps,
                                       .temporaryFolder = folder.filePath(u"tmp"_s)};
-            SteppedProgram program(arguments(path), interruption);
+            SteppedProgram program(forced(arguments(path)), interruption);
             while (program.isRunning())
                 station.rows(u"INSERT INTO Cuts (Order_Num, NUM) VALUES (1, 9)"_s);
             killed = program.wasKilled();
             expectWhole(path);
             interruption.step = 0;
             const bool wasThere = QFile::exists(path);
-            SteppedProgram again(arguments(path), interruption);
+            SteppedProgram again(forced(arguments(path)), interruption);
             EXPECT_TRUE(again.outcome().exitStatus == 0 || wasThere);
             ASSERT_TRUE(QFile::exists(path));
             expectWhole(path);
@@ -167,7 +167,7 @@ TEST_F(ServerStepsTest, KilledMoveToADatabase_leavesNothingOrAWholeStore)
     for (bool killed = true; killed && !HasFailure() && steps < mostSteps;) {
         SCOPED_TRACE(testing::Message() << "kill at message " << ++steps);
         const QString address = addressOf(database->link());
-        SteppedProgram program({u"move"_s, store.path(), address},
+        SteppedProgram program(forced({u"move"_s, store.path(), address}),
                                {.folder = u"server"_s, .step = steps});
         killed = program.wasKilled();
         const QStringList tables = storeTables(database->link());
