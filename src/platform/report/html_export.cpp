@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double twipsPerPoint = runtime::twipsPerPoint;
 /// Width of a border in twips. On paper half of it is inside the control; in CSS all of it is.
 constexpr double borderWidth = runtime::twipsPerPixel;
 /// Share of the available width that a text may occupy, because the browser may use another font
@@ -25,7 +24,7 @@ constexpr double safeShare = 0.9;
 /// Converts twips to a CSS length in points.
 QString points(double twips)
 {
-    return QString::number(twips / twipsPerPoint) + u"pt"_s;
+    return QString::number(twips / runtime::twipsPerPoint) + u"pt"_s;
 }
 
 /// The CSS values for a control's alignment. `text` is the value of text-align. `box` is the value

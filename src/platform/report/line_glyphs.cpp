@@ -1,5 +1,7 @@
 #include "platform/report/line_glyphs.h"
 
+#include "platform/report/direction_marks.h"
+
 #include <QRawFont>
 #include <QTextLayout>
 
@@ -13,8 +15,6 @@ namespace {
 
 /// Bracket pairs; the counterpart of the bracket at index i is at index i ^ 1.
 const QString brackets = u"()[]{}<>"_s;
-constexpr char16_t leftToRightMark = 0x200e;
-constexpr char16_t rightToLeftMark = 0x200f;
 
 struct Glyph
 {
@@ -67,9 +67,9 @@ void mirrorBracket(Glyph& glyph)
 
 /// Adds an invisible direction mark in the font of the adjacent glyph. A font without the mark adds
 /// nothing.
-void addMark(std::vector<Glyph>& glyphs, const Glyph& beside, char16_t mark, double x)
+void addMark(std::vector<Glyph>& glyphs, const Glyph& beside, QChar mark, double x)
 {
-    const quint32 index = beside.font.glyphIndexesForString(QString(QChar(mark))).value(0);
+    const quint32 index = beside.font.glyphIndexesForString(QString(mark)).value(0);
     if (index != 0)
         glyphs.push_back({beside.font, index, {x, beside.position.y()}, false});
 }

@@ -11,8 +11,6 @@ namespace report {
 
 namespace {
 
-constexpr double twipsPerPoint = runtime::twipsPerPoint;
-
 /// Forwards all writes to the target device and records a failed write, because Qt's PDF engine
 /// does not report it.
 class CheckedDevice : public QIODevice
@@ -36,8 +34,8 @@ private:
 
 QPageSize pageSize(Paper paper)
 {
-    return QPageSize(QSizeF(paper.width, paper.height) / twipsPerPoint, QPageSize::Point, {},
-                     QPageSize::FuzzyMatch);
+    return QPageSize(QSizeF(paper.width, paper.height) / runtime::twipsPerPoint, QPageSize::Point,
+                     {}, QPageSize::FuzzyMatch);
 }
 
 Outcome drawPages(Document& document, const std::vector<int>& pages, QPdfWriter& writer,

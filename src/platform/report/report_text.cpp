@@ -1,5 +1,7 @@
 #include "platform/report/report_text.h"
 
+#include "platform/report/direction_marks.h"
+
 #include "platform/runtime/conversions.h"
 
 #include <algorithm>
@@ -7,8 +9,6 @@
 namespace report {
 
 namespace {
-
-constexpr QChar leftToRightMark(0x200e);
 
 bool isLetter(QChar c)
 {

@@ -1,5 +1,6 @@
 #include "platform/report/shaped_text.h"
 
+#include "platform/report/direction_marks.h"
 #include "platform/report/report_text.h"
 #include "platform/runtime/twips.h"
 
@@ -18,7 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double twipsPerPoint = runtime::twipsPerPoint;
 /// The width of a layout whose text is not wrapped, in twips. No text is as wide. Qt's own maximum
 /// is not used, because QTextLine gives it a special meaning.
 constexpr double endlessWidth = 1 << 20;
@@ -66,7 +66,7 @@ QString withEllipsis(QString beginning, bool rightToLeft)
         hasDirection(beginning, !rightToLeft) && !hasDirection(beginning, rightToLeft);
     beginning += ellipsis;
     if (runsAgainst)
-        beginning += QChar(rightToLeft ? 0x200e : 0x200f);
+        beginning += rightToLeft ? leftToRightMark : rightToLeftMark;
     return beginning;
 }
 
@@ -189,7 +189,7 @@ double TextFrame::leftOf(double textWidth) const
 QFont twipFont(const QString& family, double points, bool bold)
 {
     QFont font(family);
-    font.setPixelSize(qRound(points * twipsPerPoint));
+    font.setPixelSize(qRound(points * runtime::twipsPerPoint));
     font.setBold(bold);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
