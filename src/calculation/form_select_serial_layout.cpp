@@ -20,27 +20,27 @@ namespace calculation {
 
 namespace {
 
-QFont formFont()
+QFont pickerFont()
 {
     return controls::fontOf(u"David"_s, 12);
 }
 
-QLabel* caption(const QString& name, const QString& text, QWidget* parent)
+QLabel* pickerCaption(const QString& name, const QString& text, QWidget* parent)
 {
-    return controls::makeLabel(name, text, formFont(), parent);
+    return controls::makeLabel(name, text, pickerFont(), parent);
 }
 
 QComboBox* dropDownList(const QString& name, const QStringList& entries, QWidget* parent)
 {
     auto* combo = new QComboBox(parent);
     combo->setObjectName(name);
-    combo->setFont(formFont());
+    combo->setFont(pickerFont());
     combo->addItems(entries);
     combo->setCurrentIndex(-1);
     return combo;
 }
 
-QPushButton* command(const QString& name, const QString& text, QWidget* parent)
+QPushButton* pickerButton(const QString& name, const QString& text, QWidget* parent)
 {
     QPushButton* button =
         controls::makeButton(name, text, controls::fontOf(u"Arial"_s, 11), parent);
@@ -95,10 +95,10 @@ void FormSelectSerial::buildMonoblock()
 {
     CheckKind = new QCheckBox(u"האם החלון הוא מסוג \" מונובלוק \" ?"_s, this);
     CheckKind->setObjectName(u"CheckKind"_s);
-    CheckKind->setFont(formFont());
+    CheckKind->setFont(pickerFont());
     FrameMonoblock = new QGroupBox(u"נתוני  מונובלוק"_s, this);
     FrameMonoblock->setObjectName(u"FrameMonoblock"_s);
-    FrameMonoblock->setFont(formFont());
+    FrameMonoblock->setFont(pickerFont());
     ComboMonoBlock = dropDownList(
         u"ComboMonoBlock"_s, {u"מונו בלוק : 10"_s, u"מונו בלוק : 30"_s, u"מונובלוק : 20 מכסה 15"_s},
         FrameMonoblock);
@@ -107,21 +107,21 @@ void FormSelectSerial::buildMonoblock()
     auto* grid = new QGridLayout(FrameMonoblock);
     grid->setColumnStretch(2, 1);
     grid->setHorizontalSpacing(10);
-    grid->addWidget(caption(u"Label6"_s, u"סוג :"_s, FrameMonoblock), 0, 0);
+    grid->addWidget(pickerCaption(u"Label6"_s, u"סוג :"_s, FrameMonoblock), 0, 0);
     grid->addWidget(ComboMonoBlock, 0, 1, 1, 2);
-    grid->addWidget(caption(u"Label2"_s, u" הורדה מהרוחב :"_s, FrameMonoblock), 1, 0);
+    grid->addWidget(pickerCaption(u"Label2"_s, u" הורדה מהרוחב :"_s, FrameMonoblock), 1, 0);
     grid->addWidget(measurePair(0, u"0"_s, u"00"_s, u"Label1_2"_s), 1, 1);
-    grid->addWidget(caption(u"Label3"_s, u" הורדה מהגובה  :"_s, FrameMonoblock), 2, 0);
+    grid->addWidget(pickerCaption(u"Label3"_s, u" הורדה מהגובה  :"_s, FrameMonoblock), 2, 0);
     grid->addWidget(measurePair(1, u"0"_s, u"00"_s, u"Label1_4"_s), 2, 1);
-    grid->addWidget(caption(u"Label4"_s, u"עובי U :"_s, FrameMonoblock), 1, 3);
+    grid->addWidget(pickerCaption(u"Label4"_s, u"עובי U :"_s, FrameMonoblock), 1, 3);
     grid->addWidget(Combo_U_Thick, 1, 4);
-    grid->addWidget(caption(u"Label5"_s, u"עובי שלב  :"_s, FrameMonoblock), 2, 3);
+    grid->addWidget(pickerCaption(u"Label5"_s, u"עובי שלב  :"_s, FrameMonoblock), 2, 3);
     grid->addWidget(measurePair(2, u"4"_s, u"50"_s, u"Label1_9"_s), 2, 4);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
         // The screen defines a second decimal point behind each of these three boxes. It is a
         // control of its own and stays hidden.
-        caption(behind[pair], u"."_s, Picture1[pair])->hide();
+        pickerCaption(behind[pair], u"."_s, Picture1[pair])->hide();
     }
     for (QWidget* each : monoblockControls())
         each->setEnabled(false);
@@ -139,8 +139,8 @@ QWidgetList FormSelectSerial::monoblockControls() const
 
 void FormSelectSerial::buildCommands()
 {
-    CmdPic = command(u"CmdPic"_s, u"בחר"_s, this);
-    CmdClose = command(u"CmdClose"_s, u"סגור"_s, this);
+    CmdPic = pickerButton(u"CmdPic"_s, u"בחר"_s, this);
+    CmdClose = pickerButton(u"CmdClose"_s, u"סגור"_s, this);
 }
 
 void FormSelectSerial::arrange()

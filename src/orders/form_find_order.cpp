@@ -31,7 +31,7 @@ QList<controls::DBGridColumn> orderColumns()
     };
 }
 
-QList<controls::DBGridColumn> lineColumns()
+QList<controls::DBGridColumn> foundLineColumns()
 {
     QList<controls::DBGridColumn> columns{
         {u"גובה פתח"_s, u"MYHeight"_s, 4, -1},
@@ -98,7 +98,7 @@ void FormFindOrder::layOut()
     DataOrders->show();
     DBGrid2->setCaption(u"פריטים בהזמנה"_s);
     DBGrid2->setGeometry(controls::twipsRect(1320, 4350, 6105, 2895));
-    DBGrid2->setColumns(lineColumns());
+    DBGrid2->setColumns(foundLineColumns());
     DBGrid2->setDataSource(DataCuts);
     DataCuts->setGeometry(controls::twipsRect(1320, 7290, 6105, 375));
     DataCuts->show();

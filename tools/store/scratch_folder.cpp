@@ -12,13 +12,13 @@ namespace storetools {
 
 namespace {
 
-const QString beginning = u"zomrel-store-"_s;
+const QString scratchPrefix = u"zomrel-store-"_s;
 
 } // namespace
 
 ScratchFolder::ScratchFolder()
 {
-    createUnderRandomName(QDir::temp().filePath(beginning), [this](const QString& name) {
+    createUnderRandomName(QDir::temp().filePath(scratchPrefix), [this](const QString& name) {
         if (!runtime::createFolder(name))
             return false;
         path_ = name;
@@ -30,7 +30,7 @@ ScratchFolder::ScratchFolder()
 void ScratchFolder::removeLeft()
 {
     const QStringList left = QDir::temp().entryList(
-        {beginning + u'*'}, QDir::Dirs | QDir::NoSymLinks | QDir::NoDotAndDotDot);
+        {scratchPrefix + u'*'}, QDir::Dirs | QDir::NoSymLinks | QDir::NoDotAndDotDot);
     for (const QString& each : left)
         runtime::removeIfLeft(QDir::temp().filePath(each));
 }

@@ -11,7 +11,7 @@ namespace storetools {
 
 namespace {
 
-constexpr auto beginning =
+constexpr auto scriptHead =
     R"(-- Prepares the database of a Zomrel store. Run this script as a superuser in the store's database.
 -- Create the database with: CREATE DATABASE zomrel ENCODING 'UTF8' TEMPLATE template0;
 -- Each role needs a way to log in: a password (\password) or a line in pg_hba.conf. Give each
@@ -74,7 +74,7 @@ COMMIT;
 
 QString serverSetup(const QStringList& stations)
 {
-    QString script = QLatin1StringView(beginning) + QString::fromLatin1(serverProtection);
+    QString script = QLatin1StringView(scriptHead) + QString::fromLatin1(serverProtection);
     for (const QString& each : stations)
         script += QString::fromLatin1(station).replace("%1"_L1, each);
     return script + QLatin1StringView(ending);

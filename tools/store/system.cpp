@@ -57,7 +57,7 @@ void fillStandardStreams()
 {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(stream, F_GETFD) < 0 && errno == EBADF)
-            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+            ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
     }
 }
 

@@ -13,12 +13,12 @@ namespace storetools {
 
 namespace {
 
-const QString beginning = u".zomrel-store-"_s;
+const QString unfinishedPrefix = u".zomrel-store-"_s;
 
 void removeLeftFiles(const QString& folder)
 {
     const QStringList left = QDir(folder).entryList(
-        {beginning + u'*'}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks);
+        {unfinishedPrefix + u'*'}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks);
     for (const QString& each : left)
         runtime::removeIfLeft(folder + u'/' + each);
 }
@@ -36,7 +36,7 @@ UnfinishedFile::UnfinishedFile(const QString& path, runtime::Readers readers) : 
 {
     const QString folder = QFileInfo(path).absolutePath();
     removeLeftFiles(folder);
-    createUnderRandomName(folder + u'/' + beginning, [&](const QString& name) {
+    createUnderRandomName(folder + u'/' + unfinishedPrefix, [&](const QString& name) {
         path_ = name;
         return runtime::createFile(file_, name, readers);
     });

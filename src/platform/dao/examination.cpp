@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::size_t pageSize = 256;
+constexpr std::size_t rowsPerRead = 256;
 
 ExaminedRow examined(const TableInfo& table, const StoredRow& row)
 {
@@ -46,8 +46,8 @@ void examineRows(Database& database, const QString& table,
     const TableRows rows(session, std::move(*info));
     const RowNumbers numbers = rows.numbers(session, {}, {});
     const std::span all(numbers);
-    for (std::size_t start = 0; start < all.size(); start += pageSize) {
-        const std::size_t count = std::min(pageSize, all.size() - start);
+    for (std::size_t start = 0; start < all.size(); start += rowsPerRead) {
+        const std::size_t count = std::min(rowsPerRead, all.size() - start);
         for (const std::optional<StoredRow>& row : rows.fetch(session, all.subspan(start, count))) {
             if (row)
                 visitor(examined(rows.table(), *row));

@@ -44,7 +44,7 @@ QByteArray bytesOf(const std::vector<OldColumn>& columns)
     return bytes;
 }
 
-void require(bool condition)
+void requireSense(bool condition)
 {
     if (!condition)
         throw RunTimeError(runtime::CorruptDatabase, u"what was read of it makes no sense"_s);
@@ -52,7 +52,7 @@ void require(bool condition)
 
 void requireEndOf(const QDataStream& stream)
 {
-    require(stream.status() == QDataStream::Ok && stream.atEnd());
+    requireSense(stream.status() == QDataStream::Ok && stream.atEnd());
 }
 
 std::vector<OldColumn> columnsFrom(const QByteArray& bytes)
@@ -61,7 +61,7 @@ std::vector<OldColumn> columnsFrom(const QByteArray& bytes)
     stream.setVersion(QDataStream::Qt_6_0);
     quint32 count = 0;
     stream >> count;
-    require(count <= mostColumns);
+    requireSense(count <= mostColumns);
     std::vector<OldColumn> columns(count);
     for (OldColumn& column : columns)
         stream >> column.name >> column.type;
@@ -149,7 +149,7 @@ void FrameReader::take(const QByteArray& bytes)
     qsizetype start = 0;
     while (waiting_.size() - start >= lengthSize) {
         const auto length = qFromLittleEndian<quint32>(waiting_.constData() + start);
-        require(length <= longestFrame);
+        requireSense(length <= longestFrame);
         if (waiting_.size() - start - lengthSize < qsizetype{length})
             break;
         takeFrame(waiting_.mid(start + lengthSize, length));
@@ -174,34 +174,34 @@ void FrameReader::takeFrame(const QByteArray& frame)
     case Kind::Row:
         return takeRow(stream);
     case Kind::TableEnd:
-        require(state_ == State::InTable);
+        requireSense(state_ == State::InTable);
         requireEndOf(stream);
         state_ = State::BetweenTables;
         return visitor_.tableEnd();
     case Kind::End:
-        require(state_ == State::BetweenTables);
+        requireSense(state_ == State::BetweenTables);
         requireEndOf(stream);
         state_ = State::Finished;
         return visitor_.end();
     }
-    require(false);
+    requireSense(false);
 }
 
 void FrameReader::takeOpened(QDataStream& stream)
 {
-    require(state_ == State::Start);
+    requireSense(state_ == State::Start);
     quint8 format = 0;
     stream >> format;
     requireEndOf(stream);
-    require(format == static_cast<quint8>(OldFormat::Jet3) ||
-            format == static_cast<quint8>(OldFormat::Jet4));
+    requireSense(format == static_cast<quint8>(OldFormat::Jet3) ||
+                 format == static_cast<quint8>(OldFormat::Jet4));
     state_ = State::BetweenTables;
     visitor_.opened(OldFormat{format});
 }
 
 void FrameReader::takeForeignTable(QDataStream& stream)
 {
-    require(state_ == State::BetweenTables);
+    requireSense(state_ == State::BetweenTables);
     QString name;
     bool linked = false;
     stream >> name >> linked;
@@ -211,7 +211,7 @@ void FrameReader::takeForeignTable(QDataStream& stream)
 
 void FrameReader::takeTable(QDataStream& stream)
 {
-    require(state_ == State::BetweenTables);
+    requireSense(state_ == State::BetweenTables);
     const OldTable table = tableFrom(stream);
     requireEndOf(stream);
     columns_ = table.columns.size();
@@ -221,7 +221,7 @@ void FrameReader::takeTable(QDataStream& stream)
 
 void FrameReader::takeRow(QDataStream& stream)
 {
-    require(state_ == State::InTable);
+    requireSense(state_ == State::InTable);
     const OldRow row = rowFrom(stream, columns_);
     requireEndOf(stream);
     visitor_.row(row);

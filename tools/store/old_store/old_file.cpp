@@ -28,7 +28,7 @@ struct HandleCloser
 using Handle = std::unique_ptr<MdbHandle, HandleCloser>;
 
 /// The position of a row within its page, which is the page that was read last.
-struct Place
+struct PlaceInPage
 {
     int start = 0;
     std::size_t length = 0;
@@ -40,7 +40,7 @@ struct FoundRow
 {
     qint32 key = 0;
     quint32 page = 0;
-    Place place;
+    PlaceInPage place;
 };
 
 /// Counts the bytes of the values that are read. Every byte of a sound file belongs to one value,
@@ -132,7 +132,7 @@ private:
             return;
         const int count = pages_.rows();
         for (int row = 0; row < count; ++row) {
-            const std::optional<Place> place = placeOf(row);
+            const std::optional<PlaceInPage> place = placeOf(row);
             require(place.has_value(), u"row %1 of page %2 lies nowhere"_s.arg(row).arg(page));
             if ((place->flags & deletedRow) != 0)
                 continue;
@@ -145,19 +145,20 @@ private:
         }
     }
 
-    std::optional<Place> placeOf(int row) const
+    std::optional<PlaceInPage> placeOf(int row) const
     {
         int start = 0;
         std::size_t length = 0;
         if (mdb_find_row(&pages_.file(), row, &start, &length) != 0)
             return {};
-        return Place{.start = start & placeOfRow, .length = length, .flags = start & ~placeOfRow};
+        return PlaceInPage{
+            .start = start & placeOfRow, .length = length, .flags = start & ~placeOfRow};
     }
 
     /// Follows the pointers of a moved row to its current position. A row that outgrows its page
     /// moves to another page, where it is marked as deleted so that a scan skips it, and its old
     /// position keeps a pointer.
-    void findMovedRow(Place place)
+    void findMovedRow(PlaceInPage place)
     {
         constexpr int longestWay = 16;
         for (int step = 0; step < longestWay && place.length >= sizeof(quint32); ++step) {
@@ -167,7 +168,7 @@ private:
             pages_.read(page);
             if (!pages_.holdsRowsOf(entry_) || row >= pages_.rows())
                 return;
-            const std::optional<Place> next = placeOf(row);
+            const std::optional<PlaceInPage> next = placeOf(row);
             if (!next)
                 return;
             if ((next->flags & movedRow) == 0)
@@ -176,12 +177,12 @@ private:
         }
     }
 
-    void add(quint32 page, const Place& place)
+    void add(quint32 page, const PlaceInPage& place)
     {
         rows_.push_back({keyOf(fieldsOf(place)), page, place});
     }
 
-    std::vector<MdbField> fieldsOf(const Place& place) const
+    std::vector<MdbField> fieldsOf(const PlaceInPage& place) const
     {
         std::vector<MdbField> fields(columns_.size());
         require(place.length > 0 &&
@@ -194,7 +195,7 @@ private:
         return fields;
     }
 
-    static bool liesIn(const Place& place, const MdbField& field)
+    static bool liesIn(const PlaceInPage& place, const MdbField& field)
     {
         const qsizetype end = place.start + static_cast<qsizetype>(place.length);
         return field.start >= place.start && field.siz >= 0 &&
@@ -223,7 +224,7 @@ private:
         }
     }
 
-    void tell(const Place& place) const
+    void tell(const PlaceInPage& place) const
     {
         const std::vector<MdbField> fields = fieldsOf(place);
         OldRow row;

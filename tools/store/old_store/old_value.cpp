@@ -16,7 +16,7 @@ namespace storetools {
 
 namespace {
 
-[[noreturn]] void refuse(const QString& why)
+[[noreturn]] void refuseValue(const QString& why)
 {
     throw RunTimeError(runtime::DataTypeConversion, why);
 }
@@ -25,7 +25,7 @@ template <typename Number>
 Number numberOf(const QByteArray& bytes)
 {
     if (bytes.size() != qsizetype{sizeof(Number)})
-        refuse(u"%1 bytes stand where %2 belong"_s.arg(bytes.size()).arg(sizeof(Number)));
+        refuseValue(u"%1 bytes stand where %2 belong"_s.arg(bytes.size()).arg(sizeof(Number)));
     return qFromLittleEndian<Number>(bytes.constData());
 }
 
@@ -64,7 +64,7 @@ QVariant fromDays(double days)
     // Upper limit for a date in days, greater than the last date that either file format can store.
     constexpr double farthest = 3'000'000;
     if (!(std::abs(days) < farthest))
-        refuse(u"it is no date"_s);
+        refuseValue(u"it is no date"_s);
     constexpr int secondsOfDay = 24 * 60 * 60;
     double whole = 0;
     const double time = std::abs(std::modf(days, &whole));
@@ -96,11 +96,11 @@ QString fromUnicode(const QByteArray& bytes)
             text += QChar(qFromLittleEndian<quint16>(bytes.constData() + i));
             i += 2;
         } else {
-            refuse(u"it ends in the middle of a character"_s);
+            refuseValue(u"it ends in the middle of a character"_s);
         }
     }
     if (!text.isValidUtf16())
-        refuse(u"it holds half of a character"_s);
+        refuseValue(u"it holds half of a character"_s);
     return text;
 }
 
@@ -130,7 +130,7 @@ QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
     case OldMemo:
         return format == OldFormat::Jet3 ? codePage.decoded(bytes) : fromUnicode(bytes);
     default:
-        refuse(u"its type %1 cannot be taken over"_s.arg(type));
+        refuseValue(u"its type %1 cannot be taken over"_s.arg(type));
     }
 }
 

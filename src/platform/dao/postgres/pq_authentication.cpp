@@ -25,8 +25,8 @@ constexpr char authenticationType = 'R';
 constexpr quint32 clearText = 3;
 constexpr quint32 md5 = 5;
 /// The type and the length of a message, and the type of the request.
-constexpr qsizetype headLength = 1 + 4;
-constexpr qsizetype requestLength = headLength + 4;
+constexpr qsizetype messageHeadLength = 1 + 4;
+constexpr qsizetype requestLength = messageHeadLength + 4;
 
 } // namespace
 
@@ -36,14 +36,14 @@ PasswordRequest passwordRequestIn(QByteArrayView messages)
         const bool isRequest = messages.front() == authenticationType;
         if (isRequest && messages.size() < requestLength)
             return PasswordRequest::Incomplete;
-        if (messages.size() < headLength)
+        if (messages.size() < messageHeadLength)
             break;
         const auto asked =
-            isRequest ? qFromBigEndian<quint32>(messages.data() + headLength) : quint32(0);
+            isRequest ? qFromBigEndian<quint32>(messages.data() + messageHeadLength) : quint32(0);
         if (asked == clearText || asked == md5)
             return PasswordRequest::Readable;
         const qint64 length = 1 + qint64(qFromBigEndian<quint32>(messages.data() + 1));
-        if (length < headLength || length > messages.size())
+        if (length < messageHeadLength || length > messages.size())
             break; // a wrong length, or a message that is not complete yet
         messages = messages.sliced(length);
     }
