@@ -72,6 +72,9 @@ awk '
   }' "$work/rooms" "$work/includes" >"$work/arrows"
 [ ! -s "$work/arrows" ] || fail "Includes against the arrows:" "$work/arrows"
 
+awk '$2 ~ /[.]cpp$/' "$work/includes" >"$work/bodies"
+[ ! -s "$work/bodies" ] || fail "Includes of a .cpp file:" "$work/bodies"
+
 # Only engines.cpp may include the rooms of the engines.
 grep -E '^src/platform/dao/[^/]* src/platform/dao/(sqlite|postgres)/' "$work/includes" |
   grep -v '^src/platform/dao/engines\.cpp ' >"$work/engines" || true

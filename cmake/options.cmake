@@ -1,7 +1,8 @@
 # All options of the build. The presets in CMakePresets.json set them.
 option(ZOMREL_BUILD_TESTS "Build the tests" ON)
 option(ZOMREL_BUILD_BENCH "Build the benchmarks" OFF)
-option(ZOMREL_CHECKS "Let CTest run the static checks, the Clang build and the sanitizers too" OFF)
+option(ZOMREL_CHECKS "Let CTest run the static checks and the sanitizers too" OFF)
+option(ZOMREL_UNITY "Compile all files of a room of src/ and tools/ as one" OFF)
 option(ZOMREL_WERROR "Treat warnings as errors" OFF)
 option(ZOMREL_COVERAGE "Count the lines of src/ that run (GCC only)" OFF)
 option(ZOMREL_FUZZ "Link the fuzz targets with libFuzzer (Clang only)" OFF)
