@@ -81,7 +81,7 @@ QString freeName(const QString& path)
 /// file if it cannot have two names. Returns the new name.
 QString keep(const QString& path, Hold& hold)
 {
-    const QString kept = freeName(path);
+    QString kept = freeName(path);
     if (runtime::durableLink(path, kept) == runtime::Linked::Done)
         return kept;
     UnfinishedFile copy(kept, runtime::Readers::OnlyOwner);

@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace storetools {
@@ -85,8 +87,8 @@ QStringList stationRoles(const QString& text)
     static const QRegularExpression name(u"^[a-z_][a-z0-9_]{0,62}$"_s);
     // A role with the name of the schema would find its tables before those of the store.
     static const QStringList reserved{u"public"_s, u"none"_s, u"zomrel_owner"_s, u"zomrel_log"_s};
-    const QStringList names = text.split(u',');
-    for (const QString& each : names) {
+    QStringList names = text.split(u',');
+    for (const QString& each : std::as_const(names)) {
         if (!name.match(each).hasMatch() || each.startsWith("pg_"_L1) || reserved.contains(each))
             throw WrongCall(u"'%1' cannot be the name of a station's role"_s.arg(each));
     }

@@ -310,7 +310,7 @@ RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString
 /// sentence for the user.
 QString PostgresSession::fateOf(const QString& token)
 {
-    const QString unknown = u"It is not known whether the new row is stored."_s;
+    QString unknown = u"It is not known whether the new row is stored."_s;
     if (!connection_->usesTokens())
         return unknown;
     try {
