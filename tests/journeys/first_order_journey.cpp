@@ -194,7 +194,7 @@ void FirstOrderJourney::restart_continuesTheOpenOrder()
     typeOpening(program, {u"90"_s, u"5"_s}, {u"70"_s, u"00"_s});
     addLine(program, 2);
     // A single digit in the hundredths box means tenths after the box has lost the focus.
-    QCOMPARE(line(program, 1, 2, u"MyWidth"_s), QVariantList({90.5}));
+    QCOMPARE(line(program, 1, 2, u"MyWidth"_s), QVariantList{QVariant(90.5)});
     QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
     QVERIFY(program.waitForText(u"LabelLinesInOrder"_s, u"2"_s));
 }
