@@ -52,6 +52,10 @@ void setPlainEnvironment()
     }
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("CUPS_SERVER", "localhost:1"); // No server listens there, so no printer exists.
+    // The process that reads an old store for an import may not write files, so a coverage build
+    // loses its counters. GCC's library would report that among the messages that the tests
+    // compare.
+    qputenv("GCOV_ERROR_FILE", "/dev/null");
     // CTest limits the time of a test. Qt Test's own limit would end a long test on a busy machine.
     if (!qEnvironmentVariableIsSet("QTEST_FUNCTION_TIMEOUT"))
         qputenv("QTEST_FUNCTION_TIMEOUT", "7200000");

@@ -62,7 +62,8 @@ protected:
                            "FROM pg_default_acl "
                            "UNION ALL SELECT rolname::text, rolcanlogin::text FROM pg_roles "
                            "UNION ALL SELECT relacl::text, relname::text FROM pg_class "
-                           "WHERE relnamespace = 'public'::regnamespace"_s);
+                           "WHERE relnamespace = 'public'::regnamespace "
+                           "ORDER BY 2, 1"_s);
     }
 
     std::shared_ptr<dao::Recordset> table(const QString& name) const
