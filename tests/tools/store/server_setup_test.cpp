@@ -232,7 +232,7 @@ TEST_F(ServerSetupTest, RestoreAsSuperuserIntoAnEmptyDatabase_servesStations)
     const QString backup = folder_.filePath(u"backup.mdb"_s);
     const QString superuser = addressOf(linkAs(u"zomrel"_s));
     ASSERT_EQ(zomrelStore({u"backup"_s, superuser, backup}).exitStatus, 0);
-    keeper.run(u"DROP OWNED BY zomrel_owner"_s);
+    keeper.run(u"DROP OWNED BY zomrel_owner CASCADE"_s);
     setUp();
     const Outcome restored = zomrelStore({u"restore"_s, backup, superuser});
     ASSERT_EQ(restored.exitStatus, 0) << asText(restored.err);

@@ -53,6 +53,8 @@ protected:
     void expectRefusals(const QString& user, const QStringList& statements) const
     {
         ServerSql sql(linkAs(user));
+        // Read-only sessions are refused earlier; a role may have set this for its own sessions.
+        sql.run(u"SET default_transaction_read_only = off"_s);
         for (const QString& each : statements)
             EXPECT_EQ(sql.errorOf(each), insufficientPrivilege) << each.toStdString();
     }
