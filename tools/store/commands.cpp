@@ -209,7 +209,7 @@ CodePage codePageNamed(const QString& name)
 ExitStatus notTakenOver(const TakeOverOutcome& outcome, QTextStream& err)
 {
     print(err, outcome.notes + outcome.findings);
-    err << "zomrel-store: nothing was taken over\n";
+    err << "zomrel-store: nothing was imported\n";
     return Failure;
 }
 
@@ -228,7 +228,7 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
     Counts counts(out);
     for (const TakenTable& table : outcome.tables)
         counts.add(table.name, table.rows);
-    out << "took over " << call.arguments[0] << " into " << call.arguments[1] << '\n';
+    out << "imported " << call.arguments[0] << " into " << call.arguments[1] << '\n';
     return Success;
 }
 

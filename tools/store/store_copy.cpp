@@ -45,7 +45,7 @@ void StillStore::examine()
         if (known != nullptr && known->name == each.name)
             tables_.append(each.name);
         else
-            notes_.append(each.name + u": is no table of the store; left out"_s);
+            notes_.append(each.name + u": not a table of the store, not copied"_s);
     }
     tables_ += dao::ownTables(*database_);
 }

@@ -219,7 +219,7 @@ TEST_F(MoveTest, SkipsAndReportsOtherTables)
     store_.execute(u"CREATE TABLE Notes (Text TEXT)"_s);
     const Outcome outcome = move(store_.path(), link_);
     EXPECT_EQ(outcome.exitStatus, 0) << asText(outcome.err);
-    EXPECT_EQ(outcome.out.value(0), u"Notes: is no table of the store; left out"_s);
+    EXPECT_EQ(outcome.out.value(0), u"Notes: not a table of the store, not copied"_s);
     EXPECT_EQ(ServerSql(database_.link()).scalar(u"SELECT to_regclass('\"Notes\"') IS NULL"_s),
               true);
 }

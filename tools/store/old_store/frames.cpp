@@ -47,7 +47,7 @@ QByteArray bytesOf(const std::vector<OldColumn>& columns)
 void requireSense(bool condition)
 {
     if (!condition)
-        throw RunTimeError(runtime::CorruptDatabase, u"what was read of it makes no sense"_s);
+        throw RunTimeError(runtime::CorruptDatabase, u"the data read from it is not valid"_s);
 }
 
 void requireEndOf(const QDataStream& stream)

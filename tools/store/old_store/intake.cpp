@@ -27,8 +27,8 @@ Intake::Intake(RowSink& sink, const TakeOverOptions& options, TakeOverProgress p
 void Intake::foreignTable(const QString& name, bool linked)
 {
     const QString shown = decodedName(name, format_, options_.codePage);
-    reports_.notes.add(shown + (linked ? u": lies in another file; left out"_s
-                                       : u": is no table of the store; left out"_s));
+    reports_.notes.add(shown + (linked ? u": is a link to another file, not imported"_s
+                                       : u": not a table of the store, not imported"_s));
 }
 
 void Intake::table(const OldTable& table)
@@ -55,7 +55,7 @@ void Intake::add(const NewRow& row)
     const bool doubled = lastKey_ == row[key];
     lastKey_ = row[key];
     if (doubled)
-        reports_.findings.add(table_->found(u"stands in several rows"_s));
+        reports_.findings.add(table_->found(u"occurs in several rows"_s));
     if (!reports_.findings.isEmpty())
         return;
     sink_.add(*schema_, row);

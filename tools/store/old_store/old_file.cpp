@@ -133,7 +133,8 @@ private:
         const int count = pages_.rows();
         for (int row = 0; row < count; ++row) {
             const std::optional<PlaceInPage> place = placeOf(row);
-            require(place.has_value(), u"row %1 of page %2 lies nowhere"_s.arg(row).arg(page));
+            require(place.has_value(),
+                    u"row %1 of page %2 is outside of its page"_s.arg(row).arg(page));
             if ((place->flags & deletedRow) != 0)
                 continue;
             if ((place->flags & movedRow) == 0) {
@@ -290,7 +291,7 @@ private:
 
     QByteArray exactly(const QByteArray& bytes, qsizetype length) const
     {
-        require(bytes.size() >= length, u"a text of %1 has lost its end"_s.arg(schema_.name));
+        require(bytes.size() >= length, u"a text of %1 is not complete"_s.arg(schema_.name));
         return bytes.left(length);
     }
 
@@ -330,7 +331,7 @@ void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
     require(itself != catalog.end(), u"its list of tables cannot be read"_s);
     const TableHandle table(mdb_read_table(*itself));
     require(table != nullptr && catalog.size() >= table->num_rows,
-            u"its list of tables is not whole"_s);
+            u"its list of tables is not complete"_s);
 }
 
 } // namespace

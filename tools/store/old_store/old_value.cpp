@@ -25,7 +25,7 @@ template <typename Number>
 Number numberOf(const QByteArray& bytes)
 {
     if (bytes.size() != qsizetype{sizeof(Number)})
-        refuseValue(u"%1 bytes stand where %2 belong"_s.arg(bytes.size()).arg(sizeof(Number)));
+        refuseValue(u"%1 bytes instead of %2"_s.arg(bytes.size()).arg(sizeof(Number)));
     return qFromLittleEndian<Number>(bytes.constData());
 }
 
@@ -100,7 +100,7 @@ QString fromUnicode(const QByteArray& bytes)
         }
     }
     if (!text.isValidUtf16())
-        refuseValue(u"it holds half of a character"_s);
+        refuseValue(u"it contains half of a character"_s);
     return text;
 }
 
@@ -130,7 +130,7 @@ QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
     case OldMemo:
         return format == OldFormat::Jet3 ? codePage.decoded(bytes) : fromUnicode(bytes);
     default:
-        refuseValue(u"its type %1 cannot be taken over"_s.arg(type));
+        refuseValue(u"its type %1 cannot be imported"_s.arg(type));
     }
 }
 

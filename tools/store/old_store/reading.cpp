@@ -65,13 +65,13 @@ public:
         } while (process_.state() != QProcess::NotRunning && silence < longestSilence_ &&
                  !deadline_.hasExpired());
         if (process_.state() != QProcess::NotRunning)
-            damaged(u"reading it comes to no end"_s);
+            damaged(u"reading it takes too long"_s);
         if (process_.exitStatus() != QProcess::NormalExit)
-            damaged(u"reading it breaks off"_s);
+            damaged(u"reading it was interrupted"_s);
         if (process_.exitCode() != 0)
             damaged(lastError());
         if (!frames.isFinished())
-            damaged(u"reading it does not reach its end"_s);
+            damaged(u"reading it ended too early"_s);
     }
 
 private:

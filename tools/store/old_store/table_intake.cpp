@@ -48,7 +48,7 @@ TableIntake::TableIntake(const store::TableSchema& schema, const OldTable& table
 {
     match(table);
     for (const OldColumn& column : table.foreignColumns)
-        reports_.notes.add(u"%1.%2: is no field of the store; left out"_s.arg(
+        reports_.notes.add(u"%1.%2: not a field of the store, not imported"_s.arg(
             schema.name, decodedName(column.name, format, options.codePage)));
     for (std::size_t i = 0; i < sources_.size(); ++i) {
         if (!sources_[i])
@@ -73,7 +73,7 @@ void TableIntake::reportMissing(const dao::FieldInfo& field) const
     if (!mayBeMissing(schema_, field))
         reports_.findings.add(missing);
     else if (field.counter)
-        reports_.notes.add(missing + u"; the rows are counted from 1"_s);
+        reports_.notes.add(missing + u"; the rows are numbered from 1"_s);
     else
         reports_.notes.add(missing + (field.type == dao::dbBoolean ? u"; False in every row"_s
                                                                    : u"; Null in every row"_s));
@@ -174,7 +174,7 @@ void TableIntake::reportRounding(const dao::FieldInfo& field, const QVariant& fr
 void TableIntake::finish() const
 {
     if (rows_ != recordedRows_)
-        reports_.notes.add(u"%1: has %2 rows, although %3 are noted down"_s.arg(schema_.name)
+        reports_.notes.add(u"%1: has %2 rows, but its description says %3"_s.arg(schema_.name)
                                .arg(rows_)
                                .arg(recordedRows_));
 }

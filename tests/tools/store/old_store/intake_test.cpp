@@ -174,9 +174,9 @@ TEST_F(IntakeTest, ReportsInvalidValuesWithTheirRow)
         (QStringList{u"Cuts, Code 3: U_Thick cannot take 'עבה': Data type conversion error."_s,
                      u"Cuts, Code 4: U_Thick cannot take '': Data type conversion error."_s,
                      u"Cuts, Code 5: NUM cannot take '4294967296.5': Overflow"_s,
-                     u"Cuts, Code 6: Rem cannot be read: its type 16 cannot be taken over"_s,
+                     u"Cuts, Code 6: Rem cannot be read: its type 16 cannot be imported"_s,
                      u"Cuts, Code 7: Order_Date cannot be read: it is no date"_s,
-                     u"Cuts, Code 8: Name cannot be read: it holds half of a character"_s}));
+                     u"Cuts, Code 8: Name cannot be read: it contains half of a character"_s}));
     EXPECT_TRUE(sink_.rows.empty());
 }
 
@@ -227,8 +227,8 @@ TEST_F(IntakeTest, ReportsMissingUnreadableAndDuplicateKeys)
                  {{u"Code"_s, whole(5)}}});
     EXPECT_EQ(findings(),
               (QStringList{u"KanafKind, row 1: has no Code"_s,
-                           u"KanafKind, row 2: Code cannot be read: 1 bytes stand where 4 belong"_s,
-                           u"KanafKind, Code 5: stands in several rows"_s}));
+                           u"KanafKind, row 2: Code cannot be read: 1 bytes instead of 4"_s,
+                           u"KanafKind, Code 5: occurs in several rows"_s}));
 }
 
 TEST_F(IntakeTest, FillsFieldsThatAnOlderStoreLacks)
@@ -254,7 +254,7 @@ TEST_F(IntakeTest, CountsTheRowsOfATableWithoutAKey)
     EXPECT_EQ(value(0, u"Code"_s), 1);
     EXPECT_EQ(value(1, u"Code"_s), 2);
     EXPECT_EQ(notes(),
-              QStringList(u"GlassKind.Code: the field is missing; the rows are counted from 1"_s));
+              QStringList(u"GlassKind.Code: the field is missing; the rows are numbered from 1"_s));
 }
 
 TEST_F(IntakeTest, RequiresTheOtherFields)
@@ -288,9 +288,9 @@ TEST_F(IntakeTest, ReportsUnknownAndMissingTables)
         tell(describe(part.colorTable), {});
     }
     intake_.end();
-    EXPECT_EQ(notes(), (QStringList{u"Orders.Fax: is no field of the store; left out"_s,
-                                    u"Phones: is no table of the store; left out"_s,
-                                    u"Serials: lies in another file; left out"_s,
+    EXPECT_EQ(notes(), (QStringList{u"Orders.Fax: not a field of the store, not imported"_s,
+                                    u"Phones: not a table of the store, not imported"_s,
+                                    u"Serials: is a link to another file, not imported"_s,
                                     u"GlassKind: the table is missing; it stays empty"_s}));
     EXPECT_EQ(findings(), QStringList(u"Serials: the table is missing"_s));
 }
@@ -302,7 +302,7 @@ TEST_F(IntakeTest, ReportsADifferentRowCount)
     intake_.table(kinds);
     intake_.row({whole(1), std::nullopt});
     intake_.tableEnd();
-    EXPECT_EQ(notes(), QStringList(u"KanafKind: has 1 rows, although 3 are noted down"_s));
+    EXPECT_EQ(notes(), QStringList(u"KanafKind: has 1 rows, but its description says 3"_s));
 }
 
 TEST_F(IntakeTest, RefusesADuplicateTable)

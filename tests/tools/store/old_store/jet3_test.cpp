@@ -105,7 +105,7 @@ TEST_F(Jet3Test, StopsAtAnInvalidByte)
     EXPECT_EQ(outcome.err,
               (QStringList{u"KanafKind, Code 4: Name cannot be read: byte 129 at 2 is no "
                            "character of code page 1255"_s,
-                           u"zomrel-store: nothing was taken over"_s}));
+                           u"zomrel-store: nothing was imported"_s}));
     EXPECT_EQ(folder_.files(), QStringList{u"old.mdb"_s});
 }
 
@@ -120,8 +120,8 @@ TEST_F(Jet3Test, ReportsUnknownTablesByTheirHebrewName)
     const Outcome outcome = takeOver();
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
     EXPECT_EQ(outcome.out.first(2),
-              (QStringList{u"טלפונים: is no table of the store; left out"_s,
-                           u"Orders.הערה: is no field of the store; left out"_s}));
+              (QStringList{u"טלפונים: not a table of the store, not imported"_s,
+                           u"Orders.הערה: not a field of the store, not imported"_s}));
 }
 
 TEST_F(Jet3Test, ReadsInlineMemos)
@@ -167,9 +167,10 @@ TEST_F(Jet3Test, ReportsATruncatedMemo)
     folder_.write(storetooltest::jet3File(tables_, {bytesOf(quint32{0}) + cohen}));
     const Outcome outcome = folder_.takeOver();
     EXPECT_EQ(outcome.exitStatus, 1);
-    EXPECT_EQ(outcome.err,
-              QStringList(u"zomrel-store: '%1' is damaged: a text of GlassKind has lost "
-                          "its end"_s.arg(folder_.old())));
+    EXPECT_EQ(
+        outcome.err,
+        QStringList(u"zomrel-store: '%1' is damaged: a text of GlassKind is not complete"_s.arg(
+            folder_.old())));
 }
 
 /// A text of 16 million characters whose only piece has one character and refers to itself.

@@ -60,7 +60,7 @@ TEST_F(TakeOverOnServerTest, InvalidValueLeavesTheDatabaseEmpty)
     old.write(file);
     const Outcome outcome = takeOver(old.old());
     EXPECT_EQ(outcome.exitStatus, 1);
-    EXPECT_EQ(outcome.err.last(), u"zomrel-store: nothing was taken over"_s);
+    EXPECT_EQ(outcome.err.last(), u"zomrel-store: nothing was imported"_s);
     EXPECT_EQ(tables(), 0);
 }
 

@@ -59,23 +59,23 @@ TEST(ReadingTest, FailedProcessIsReportedWithItsReason)
 
 TEST(ReadingTest, KilledProcessIsReported)
 {
-    EXPECT_EQ(errorOf(u"kill -SEGV $$"_s), u"reading it breaks off"_s);
-    EXPECT_EQ(errorOf(u"kill -KILL $$"_s), u"reading it breaks off"_s);
+    EXPECT_EQ(errorOf(u"kill -SEGV $$"_s), u"reading it was interrupted"_s);
+    EXPECT_EQ(errorOf(u"kill -KILL $$"_s), u"reading it was interrupted"_s);
 }
 
 TEST(ReadingTest, HungProcessIsStopped)
 {
     QElapsedTimer timer;
     timer.start();
-    EXPECT_EQ(errorOf(u"exec sleep 100"_s, 1), u"reading it comes to no end"_s);
-    EXPECT_EQ(errorOf(u"exec yes 'this page is odd' >&2"_s, 1), u"reading it comes to no end"_s);
+    EXPECT_EQ(errorOf(u"exec sleep 100"_s, 1), u"reading it takes too long"_s);
+    EXPECT_EQ(errorOf(u"exec yes 'this page is odd' >&2"_s, 1), u"reading it takes too long"_s);
     EXPECT_LT(timer.elapsed(), 30'000);
 }
 
 TEST(ReadingTest, ProcessThatNeverEndsButWrites_isStopped)
 {
     EXPECT_EQ(errorOf(u"while :; do echo still reading >&2; done"_s, 60, 1),
-              u"reading it comes to no end"_s);
+              u"reading it takes too long"_s);
 }
 
 /// The reading process is stopped while it opens the old file, so that its limits can be seen.
@@ -110,10 +110,10 @@ TEST(ReadingTest, ReadingProcessHasLimits)
 
 TEST(ReadingTest, InvalidOutputIsRefused)
 {
-    EXPECT_EQ(errorOf(u"exit 0"_s), u"reading it does not reach its end"_s);
-    EXPECT_EQ(errorOf(uR"(printf '\2\0\0\0\1\4')"_s), u"reading it does not reach its end"_s);
-    EXPECT_EQ(errorOf(u"echo Hello, this is no frame"_s), u"what was read of it makes no sense"_s);
-    EXPECT_EQ(errorOf(u"exec yes"_s), u"what was read of it makes no sense"_s);
+    EXPECT_EQ(errorOf(u"exit 0"_s), u"reading it ended too early"_s);
+    EXPECT_EQ(errorOf(uR"(printf '\2\0\0\0\1\4')"_s), u"reading it ended too early"_s);
+    EXPECT_EQ(errorOf(u"echo Hello, this is no frame"_s), u"the data read from it is not valid"_s);
+    EXPECT_EQ(errorOf(u"exec yes"_s), u"the data read from it is not valid"_s);
 }
 
 TEST(ReadingTest, MissingProgramThrows)

@@ -48,7 +48,7 @@ TEST(TakeOverTest, ImportsEveryRowOfAnOldStore)
         (QStringList{u"Orders 40"_s, u"Cuts 200"_s, u"Serials 6"_s, u"MashkofKind 4"_s,
                      u"MashkofColor 3"_s, u"KanafKind 2"_s, u"KanafColor 2"_s, u"GlassKind 3"_s,
                      u"GlassColor 2"_s, u"ReshetKind 2"_s, u"ReshetColor 3"_s,
-                     u"took over %1 into %2"_s.arg(folder.old(), folder.target())}));
+                     u"imported %1 into %2"_s.arg(folder.old(), folder.target())}));
     for (const store::TableSchema& table : store::schema())
         EXPECT_EQ(rowsOf(folder.target(), table.name),
                   listedRows(u"old-store.rows.tsv"_s, table.name));
@@ -65,7 +65,7 @@ TEST(TakeOverTest, ImportsEveryRowOfAnOlderStore)
     EXPECT_EQ(outcome.out.first(3),
               (QStringList{u"Orders.Open_Close: the field is missing; False in every row"_s,
                            u"Orders.CustomerTel: the field is missing; Null in every row"_s,
-                           u"Phones: is no table of the store; left out"_s}));
+                           u"Phones: not a table of the store, not imported"_s}));
     for (const store::TableSchema& table : store::schema()) {
         const QStringList fields =
             table.name == u"Orders"_s
@@ -229,7 +229,7 @@ TEST(TakeOverTest, LongTextsStopTheImportUnlessTruncated)
     EXPECT_EQ(refused.out, QStringList());
     EXPECT_EQ(refused.err.mid(3),
               (QStringList{u"Orders, Number 6: CustomerName has 98 characters and takes 50"_s,
-                           u"zomrel-store: nothing was taken over"_s}));
+                           u"zomrel-store: nothing was imported"_s}));
     EXPECT_EQ(folder.files(), QStringList{u"old.mdb"_s});
 
     const Outcome cut = folder.takeOver({u"--cut-texts"_s});
@@ -254,7 +254,7 @@ TEST(TakeOverTest, InvalidValuesStopTheImportAndAreAllReported)
     const Outcome outcome = folder.takeOver();
     EXPECT_EQ(outcome.exitStatus, 1);
     EXPECT_TRUE(outcome.err.contains(
-        u"Orders, Number 6: CustomerName cannot be read: it holds half of a character"_s));
+        u"Orders, Number 6: CustomerName cannot be read: it contains half of a character"_s));
     EXPECT_TRUE(outcome.err.contains(
         u"Cuts, Code 16: U_Thick cannot take '6.x': Data type conversion error."_s))
         << outcome.err.join(u'\n').toStdString();
