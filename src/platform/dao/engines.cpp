@@ -1,6 +1,6 @@
 #include "platform/dao/engines.h"
 
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/sqlite/sqlite_session.h"
 
@@ -27,9 +27,12 @@ std::unique_ptr<Session> openEmbedded(const QString& path, const Timeouts& timeo
 
 std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts)
 {
-    if (const std::optional<Link> link = linkAt(path))
-        return postgres::PostgresSession::open(path, *link, timeouts);
-    return openEmbedded(path, timeouts);
+    const std::optional<Link> link = linkAt(path);
+    if (!link)
+        return openEmbedded(path, timeouts);
+    if (link->namesFile())
+        return openEmbedded(linkedFile(*link, path), timeouts);
+    return postgres::PostgresSession::open(path, *link, timeouts);
 }
 
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts)
