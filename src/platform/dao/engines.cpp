@@ -3,6 +3,7 @@
 #include "platform/dao/engine/link.h"
 #include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/sqlite/sqlite_session.h"
+#include "platform/runtime/call_watch.h"
 
 namespace dao {
 
@@ -27,6 +28,7 @@ std::unique_ptr<Session> openEmbedded(const QString& path, const Timeouts& timeo
 
 std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts)
 {
+    const runtime::WatchedCall call([&path] { return path; });
     const std::optional<Link> link = linkAt(path);
     if (!link)
         return openEmbedded(path, timeouts);
