@@ -82,19 +82,23 @@ set(ZOMREL_SLOW_TESTS
     reliability_soak_test_on_server
     reliability_stations_test
     reliability_stations_test_on_server
+    runtime_call_watch_test
     serials_editing_test_on_server
     series_boxes_test_on_server
     series_fields_test
     series_fields_test_on_server
     shared_store_test_on_server
     shell_mdi_zomrel_test_on_server
+    shell_stall_window_test
     shell_start_test
     shell_status_bar_test
+    stalled_share_journey
     start_journey
     start_journey_on_server
     store_access_test
     store_access_test_on_server
     store_tools_backup_test
+    store_tools_file_link_test
     store_tools_killed_commands_test
     store_tools_own_server_test
     store_tools_server_steps_test

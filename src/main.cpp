@@ -3,6 +3,7 @@
 #include "shell/appearance.h"
 #include "shell/enter_clicks.h"
 #include "shell/focus_return.h"
+#include "shell/stall_notice.h"
 #include "shell/start.h"
 
 #include <QApplication>
@@ -13,6 +14,9 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zomrel"));
     shell::setUpAppearance(application);
+    if (const auto stall = shell::stallToShow(QApplication::arguments()))
+        return shell::showStall(*stall);
+    const auto watch = shell::watchForStalls();
     controls::installMessageBoxes();
     shell::EnterClicks enterClicks;
     application.installEventFilter(&enterClicks);

@@ -65,10 +65,10 @@ QString Program::storePath() const
 
 void Program::start()
 {
-    const QString socketName = u"zomrel-"_s + QUuid::createUuid().toString(QUuid::Id128);
+    socketName_ = u"zomrel-"_s + QUuid::createUuid().toString(QUuid::Id128);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(ZOMREL_DRIVER_PLUGINS));
-    environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName);
+    environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName_);
     process_.setProcessEnvironment(environment);
     process_.setWorkingDirectory(
         // The program finds its store beside itself, so the working directory must not matter.
@@ -78,7 +78,7 @@ void Program::start()
     process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process_.start(folder() + u"/Zomrel"_s, QStringList());
     const bool reached = waitFor([&] {
-        socket_.connectToServer(socketName);
+        socket_.connectToServer(socketName_);
         return socket_.waitForConnected(100);
     });
     if (!reached)

@@ -47,6 +47,8 @@ public:
 
     QString folder() const { return folder_; }
     QString storePath() const;
+    /// The name of the socket through which the started program is driven.
+    QString socketName() const { return socketName_; }
 
     void clickTag(const QString& tag);
     void click(const QString& name);
@@ -87,6 +89,7 @@ private:
     std::unique_ptr<testsupport::ThrowawayDatabase> database_; ///< Null for an embedded store.
     QString folder_;
     QProcess process_;
+    QString socketName_;
     QLocalSocket socket_;
 };
 

@@ -1,6 +1,9 @@
+#include "journeys/order_steps.h"
 #include "journeys/program.h"
 #include "platform/dao/database.h"
+#include "platform/dao/engine/link.h"
 #include "support/plain_sql.h"
+#include "support/temporary_store.h"
 #include "support/throwaway_server.h"
 #include "support/widgets.h"
 
@@ -23,6 +26,7 @@ private slots:
     void missingStore_endsTheProgram();
     void otherFile_endsTheProgram();
     void lockedStore_endsTheProgram();
+    void linkToAFile_leavesTheProgramsFolderUnchanged();
     void linkToNowhere_endsTheProgram_data();
     void linkToNowhere_endsTheProgram();
     void databaseWithoutAStore_endsTheProgram();
@@ -98,6 +102,28 @@ void StartJourney::lockedStore_endsTheProgram()
     station.rows(u"ROLLBACK"_s);
 }
 
+/// The program is in a folder that stations cannot write to, and the store is in another one.
+void StartJourney::linkToAFile_leavesTheProgramsFolderUnchanged()
+{
+    if (testsupport::isOnServer())
+        QSKIP("applies only to a store that is one file");
+    testsupport::TemporaryStore store(testsupport::TemporaryStore::Contents::Delivered);
+    Program program(false);
+    QFile file(program.storePath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(dao::linkText(dao::Link::toFile(store.path())));
+    file.close();
+    const QFile::Permissions before = QFile::permissions(program.folder());
+    QVERIFY(QFile::setPermissions(program.folder(), QFile::ReadOwner | QFile::ExeOwner));
+    program.start();
+    journeys::openOrder(program);
+    QVERIFY(program.waitForText(u"LabelOrderNum"_s, u"1"_s));
+    QCOMPARE(store.scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
+    QCOMPARE(QDir(program.folder()).entryList(QDir::Files | QDir::Hidden),
+             (QStringList{u"Aluminium.mdb"_s, u"Zomrel"_s}));
+    QVERIFY(QFile::setPermissions(program.folder(), before)); // so that it can be removed
+}
+
 void StartJourney::linkToNowhere_endsTheProgram_data()
 {
     QTest::addColumn<QByteArray>("link");
@@ -109,6 +135,9 @@ void StartJourney::linkToNowhere_endsTheProgram_data()
                              << QStringList{u"'0' is no port"_s, u"Aluminium.mdb"_s};
     QTest::newRow("a password") << first + "server = h\nport = 5432\npassword = x\n" + rest << 3343
                                 << QStringList{u"password"_s, u"Aluminium.mdb"_s};
+    QTest::newRow("a file that is missing")
+        << first + "file = /no/such/folder/Aluminium.mdb\n"
+        << 3024 << QStringList{u"Could not find file '/no/such/folder/Aluminium.mdb'."_s};
     QTest::newRow("nothing there") << first + "server = 127.0.0.1\nport = 1\n" + rest << 3151
                                    << QStringList{u"127.0.0.1:1"_s, u"Connection refused"_s};
     QTest::newRow("no such folder")

@@ -1,7 +1,7 @@
 // Counts the round trips to the server per click with a proxy on the connection.
 
 #include "orders/desk.h"
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "support/server_proxy.h"
 
 #include <QEventLoop>

@@ -1,6 +1,6 @@
 #include "support/plain_sql.h"
 
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "support/server_connection.h"
 #include "support/server_sql.h"
 

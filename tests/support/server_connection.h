@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 
 #include <QList>
 #include <QVariant>

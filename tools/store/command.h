@@ -25,7 +25,6 @@ struct Option
     /// Placeholder name of the option's value in the help text; empty if the option takes no value.
     QString value;
     QString summary;
-    bool required = false;
 };
 
 /// Thrown by a command for invalid arguments.

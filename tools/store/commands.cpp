@@ -24,6 +24,7 @@ namespace {
 
 const QString codePageOption = u"--code-page"_s;
 const QString cutTextsOption = u"--cut-texts"_s;
+const QString fileOption = u"--file"_s;
 const QString serverOption = u"--server"_s;
 const QString databaseOption = u"--database"_s;
 const QString userOption = u"--user"_s;
@@ -163,10 +164,50 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
+/// The options without which a link to a database is incomplete.
+const QStringList& databaseOptions()
+{
+    static const QStringList all{serverOption, databaseOption, userOption};
+    return all;
+}
+
+std::vector<Option> linkOptions()
+{
+    return {
+        {serverOption, u"HOST[:PORT]"_s, u"name, address or socket folder of the server"_s},
+        {databaseOption, u"NAME"_s, u"name of the database"_s},
+        {userOption, u"NAME"_s, u"role that logs in"_s},
+        {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s},
+        {forceOption, {}, u"accept a server that may lose stored rows"_s},
+        {fileOption, u"STORE"_s, u"instead of a server: path of a store in another folder"_s},
+    };
+}
+
+/// Checks that the options name either a file or a database. Throws WrongCall otherwise.
+void checkLinkOptions(const Call& call)
+{
+    const bool toFile = call.options.contains(fileOption);
+    if (toFile && call.options.value(fileOption).isEmpty())
+        throw WrongCall(u"--file takes STORE"_s);
+    for (const QString& each : databaseOptions() + QStringList(tlsOption)) {
+        const bool isGiven = call.options.contains(each);
+        if (toFile && isGiven)
+            throw WrongCall(u"link takes either --file or %1"_s.arg(each));
+        if (!toFile && !isGiven && databaseOptions().contains(each))
+            throw WrongCall(u"link takes %1, or --file"_s.arg(each));
+    }
+}
+
 /// Builds a link from the options. Throws WrongCall if the options do not form a valid link.
 dao::Link linkOf(const Call& call)
 {
+    checkLinkOptions(call);
     try {
+        if (call.options.contains(fileOption)) {
+            const dao::Link link = dao::Link::toFile(call.options.value(fileOption));
+            dao::linkText(link);
+            return link;
+        }
         dao::Link link = parseServer(call.options.value(serverOption));
         link.database = call.options.value(databaseOption);
         link.user = call.options.value(userOption);
@@ -268,13 +309,9 @@ std::vector<Command> commandsAroundAServer()
          {{forceOption, {}, u"accept a server that may lose stored rows"_s}}},
         {u"link"_s,
          {u"FILE"_s},
-         u"write a link to a server's database"_s,
+         u"write a link to a server's database or to a store in another folder"_s,
          link,
-         {{serverOption, u"HOST[:PORT]"_s, u"name, address or socket folder of the server"_s, true},
-          {databaseOption, u"NAME"_s, u"name of the database"_s, true},
-          {userOption, u"NAME"_s, u"role that logs in"_s, true},
-          {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s},
-          {forceOption, {}, u"accept a server that may lose stored rows"_s}}},
+         linkOptions()},
         {u"server-setup"_s,
          {},
          u"print the SQL that prepares a server's database"_s,

@@ -37,7 +37,8 @@ void write(const QString& path, QByteArray text)
     link.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
 }
 
-LinkedTo tried(const QByteArray& text, Hazards hazards)
+/// Opens the store through a link in a temporary folder.
+LinkedTo tried(const dao::Link& link, const QByteArray& text, Hazards hazards)
 {
     const ScratchFolder folder;
     const QString path = folder.filePath(u"link"_s);
@@ -45,7 +46,12 @@ LinkedTo tried(const QByteArray& text, Hazards hazards)
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
     if (hazards == Hazards::Refused)
         requireDurable(*database);
-    return storeTablesIn(*database).isEmpty() ? LinkedTo::NoStoreYet : LinkedTo::Store;
+    if (!storeTablesIn(*database).isEmpty())
+        return LinkedTo::Store;
+    if (link.namesFile())
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"Unrecognized database format '%1'."_s.arg(link.file));
+    return LinkedTo::NoStoreYet;
 }
 
 } // namespace
@@ -54,7 +60,7 @@ LinkedTo linkStore(const QString& path, const dao::Link& link, Hazards hazards)
 {
     refuseAnythingButALink(path);
     const QByteArray text = dao::linkText(link);
-    const LinkedTo found = tried(text, hazards);
+    const LinkedTo found = tried(link, text, hazards);
     write(path, text);
     return found;
 }

@@ -15,7 +15,10 @@ namespace storetools {
 Place::Place(const QString& name) : name_(name), path_(name)
 {
     if (!isAddress(name)) {
-        isOnServer_ = dao::linkAt(name).has_value();
+        const std::optional<dao::Link> link = dao::linkAt(name);
+        isOnServer_ = link && !link->namesFile();
+        if (link && link->namesFile())
+            name_ = path_ = dao::linkedFile(*link, name);
         return;
     }
     isOnServer_ = true;

@@ -12,16 +12,17 @@ class Database;
 
 namespace storetools {
 
-/// The location of a store on the command line: the path of an embedded store, the path of a link
-/// to a server's database, or the address of such a database.
+/// The location of a store on the command line: the path of an embedded store, the path of a link,
+/// or the address of a server's database.
 class Place
 {
 public:
     /// Parses a store's location from the command line. Throws UnrecognizedFormat (3343) for an
-    /// invalid address and for a damaged link.
+    /// invalid address, for a damaged link and for a link to a link.
     explicit Place(const QString& name);
 
-    /// Returns the location as it was given.
+    /// Returns the path of the embedded store, behind a link if there is one; for a store on a
+    /// server, the link or address as it was given.
     const QString& name() const { return name_; }
     bool isOnServer() const { return isOnServer_; }
     /// Opens the store. Throws the errors of dao::Workspace::OpenDatabase.

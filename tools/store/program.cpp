@@ -58,7 +58,7 @@ QString takes(const Command& command)
 }
 
 /// Separates the words after the command name into options and arguments. Throws WrongCall for a
-/// missing option or value, an unknown option, or a wrong number of arguments.
+/// missing value, an unknown option, or a wrong number of arguments.
 Call callOf(const Command& command, const QStringList& words)
 {
     QCommandLineParser parser;
@@ -76,10 +76,6 @@ Call callOf(const Command& command, const QStringList& words)
     }
     if (!isUnderstood || call.arguments.size() != command.arguments.size())
         throw WrongCall(takes(command));
-    for (const Option& each : command.options) {
-        if (each.required && !call.options.contains(each.name))
-            throw WrongCall(u"%1 takes %2 %3"_s.arg(command.name, each.name, each.value));
-    }
     return call;
 }
 

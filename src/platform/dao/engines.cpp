@@ -1,8 +1,9 @@
 #include "platform/dao/engines.h"
 
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/sqlite/sqlite_session.h"
+#include "platform/runtime/call_watch.h"
 
 namespace dao {
 
@@ -27,9 +28,13 @@ std::unique_ptr<Session> openEmbedded(const QString& path, const Timeouts& timeo
 
 std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts)
 {
-    if (const std::optional<Link> link = linkAt(path))
-        return postgres::PostgresSession::open(path, *link, timeouts);
-    return openEmbedded(path, timeouts);
+    const runtime::WatchedCall call([&path] { return path; });
+    const std::optional<Link> link = linkAt(path);
+    if (!link)
+        return openEmbedded(path, timeouts);
+    if (link->namesFile())
+        return openEmbedded(linkedFile(*link, path), timeouts);
+    return postgres::PostgresSession::open(path, *link, timeouts);
 }
 
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts)

@@ -5,8 +5,8 @@
 
 namespace dao {
 
-/// Opens the store at the path. The file is either an embedded store or a link to a database on a
-/// server. Throws like Workspace::OpenDatabase.
+/// Opens the store at the path. The file is either an embedded store or a link, to a database on a
+/// server or to an embedded store in another folder. Throws like Workspace::OpenDatabase.
 std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts);
 /// Creates an empty embedded store and opens it. Throws like Workspace::CreateDatabase.
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts);

@@ -1,4 +1,4 @@
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 
 #include "platform/runtime/run_time_error.h"
 #include "support/printers.h"
@@ -129,6 +129,39 @@ TEST(LinkTest, damagedText_isRefusedWithTheReason)
          {"0", "65536", "-1", "5433x", "5 433", "0x10", "99999999999", "٥"})
         EXPECT_EQ(refusal(changed("5433", QByteArray(port))),
                   u"'%1' is no port."_s.arg(QString::fromUtf8(port)));
+}
+
+TEST(LinkTest, nameOfAFile_isReadAsItWasWritten)
+{
+    const QString path = u"/srv/סדנה משותפת/Aluminium.mdb"_s;
+    const QByteArray text = "Zomrel store link 1\nfile = " + path.toUtf8() + '\n';
+    const dao::Link link = dao::parseLink(text, {});
+    EXPECT_TRUE(link.namesFile());
+    EXPECT_EQ(link.file, path);
+    EXPECT_EQ(link.place(), u"file '%1'"_s.arg(path));
+    EXPECT_EQ(dao::linkText(dao::Link::toFile(path)), text);
+    EXPECT_FALSE(dao::parseLink(whole, {}).namesFile());
+    const QString longPath = u'/' + QString(1000, u'p');
+    EXPECT_EQ(dao::parseLink(dao::linkText(dao::Link::toFile(longPath)), {}).file, longPath);
+}
+
+TEST(LinkTest, fileThatCannotBeNamed_isRefusedWithTheReason)
+{
+    const QByteArray first("Zomrel store link 1\n");
+    const std::vector<std::pair<QByteArray, QString>> cases = {
+        {"file = store/Aluminium.mdb\n", u"'store/Aluminium.mdb' is no absolute path."_s},
+        {"file = ../Aluminium.mdb\n", u"'../Aluminium.mdb' is no absolute path."_s},
+        {"file =\n", u"'file' has no value."_s},
+        {"file = /a\nfile = /b\n", u"line 3 says 'file' again."_s},
+        {"file = /a\nserver = h\n", u"'file' and 'server' exclude each other."_s},
+        {"tls = prefer\nfile = /a\n", u"'file' and 'tls' exclude each other."_s},
+        {"file = /a\x01\n", u"the value of 'file' has a sign that does not print."_s},
+        {"File = /a\n", u"line 2 has the unknown key 'File'."_s},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(refusal(first + text), expected);
+    EXPECT_EQ(refusal(whole + "file = /a\n"), u"'file' and 'server' exclude each other."_s);
+    EXPECT_THROW(dao::linkText(dao::Link::toFile(u"Aluminium.mdb"_s)), runtime::RunTimeError);
 }
 
 TEST(LinkTest, textCutAtAnyPlace_isRefused)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/dao/engine/link.h"
 #include "platform/dao/fixture.h"
-#include "platform/dao/postgres/link.h"
 
 namespace daotest {
 

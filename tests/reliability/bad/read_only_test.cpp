@@ -1,6 +1,6 @@
 #include "catalogue/fr_color_kind.h"
 #include "platform/dao/database.h"
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "platform/runtime/run_time_error.h"
 #include "reliability/bad/writing_commands.h"
 #include "reliability/figures.h"

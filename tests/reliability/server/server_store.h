@@ -3,7 +3,7 @@
 #include "reliability/ledger.h"
 #include "reliability/station_process.h"
 
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "support/plain_sql.h"
 #include "support/throwaway_server.h"
 

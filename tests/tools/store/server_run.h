@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 #include "support/server_connection.h"
 #include "support/throwaway_server.h"
 #include "tools/store/program_run.h"

@@ -1,6 +1,7 @@
 #include "platform/dao/engine/session.h"
 
 #include "platform/dao/engine/field_search.h"
+#include "platform/runtime/call_watch.h"
 
 namespace dao {
 
@@ -32,11 +33,13 @@ QString Session::rowNumber(const TableInfo& table) const
 
 qint64 Session::run(const QString& sql, const QVariantList& values)
 {
+    const runtime::WatchedCall call([this] { return place(); });
     return execute(sql, values).affected;
 }
 
 std::vector<StoredValues> Session::rows(const QString& sql, const QVariantList& values)
 {
+    const runtime::WatchedCall call([this] { return place(); });
     return execute(sql, values).rows;
 }
 

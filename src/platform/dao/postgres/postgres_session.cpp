@@ -6,6 +6,7 @@
 #include "platform/dao/postgres/pq_connection.h"
 #include "platform/dao/postgres/pq_login.h"
 #include "platform/dao/postgres/row_tokens.h"
+#include "platform/runtime/call_watch.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -271,6 +272,7 @@ std::optional<TableInfo> PostgresSession::table(const QString& name)
 RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
                                   const QVariantList& values)
 {
+    const runtime::WatchedCall call([this] { return place(); });
     if (inTransaction())
         return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
     if (connection_->isLost())
@@ -342,6 +344,7 @@ void PostgresSession::reconnectInTime()
 /// The transaction needs a connection that no other database uses.
 void PostgresSession::begin()
 {
+    const runtime::WatchedCall call([this] { return place(); });
     if (shared() == connection_) {
         constexpr long here = 1;
         constexpr long inThePool = 1;

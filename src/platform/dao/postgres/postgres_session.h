@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/dao/engine/link.h"
 #include "platform/dao/engine/session.h"
 #include "platform/dao/engine/timeouts.h"
-#include "platform/dao/postgres/link.h"
 
 namespace dao::postgres {
 

@@ -1,6 +1,9 @@
 #include "platform/dao/sqlite/sqlite_connection.h"
 
+#include "platform/runtime/call_watch.h"
+
 #include <QSqlError>
+#include <QUrl>
 
 namespace dao::sqlite {
 
@@ -36,6 +39,8 @@ SqliteConnection::SqliteConnection()
 
 SqliteConnection::~SqliteConnection()
 {
+    // A file on a share is closed only when the share answers.
+    const runtime::WatchedCall call([uri = database_.databaseName()] { return QUrl(uri).path(); });
     statements_.clear();
     oneShot_ = QSqlQuery();
     database_.close();

@@ -5,6 +5,7 @@
 #include "platform/dao/sqlite/sqlite_counters.h"
 #include "platform/dao/sqlite/sqlite_dialect.h"
 #include "platform/dao/sqlite/sqlite_errors.h"
+#include "platform/runtime/call_watch.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -245,6 +246,7 @@ RunTimeError SqliteSession::openingError(const QSqlError& failure) const
 
 RowNumber SqliteSession::insert(const TableInfo&, const QString& sql, const QVariantList& values)
 {
+    const runtime::WatchedCall call([this] { return place(); });
     return start(sql, values).lastInsertId().toLongLong();
 }
 

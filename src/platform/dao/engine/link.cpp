@@ -1,7 +1,8 @@
-#include "platform/dao/postgres/link.h"
+#include "platform/dao/engine/link.h"
 
 #include "platform/runtime/run_time_error.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -10,6 +11,8 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+#include <vector>
 
 namespace dao {
 
@@ -26,11 +29,14 @@ constexpr qint64 longestText = 4095;
 constexpr qsizetype longestValue = 255;
 constexpr int highestPort = 65535;
 
+/// The keys of a link to a server's database.
 constexpr std::array keys = {"server"_L1, "port"_L1, "database"_L1, "user"_L1, "tls"_L1};
+/// The only key of a link to a file.
+constexpr auto fileKey = "file"_L1;
 
 bool isKey(QStringView name)
 {
-    return std::find(keys.begin(), keys.end(), name) != keys.end();
+    return name == fileKey || std::find(keys.begin(), keys.end(), name) != keys.end();
 }
 
 bool hasFirstLine(QByteArrayView text)
@@ -55,7 +61,7 @@ void checkValue(QStringView key, const QString& value)
 {
     if (value.isEmpty())
         throw Damage(u"'%1' has no value"_s.arg(key));
-    if (value.size() > longestValue)
+    if (value.size() > (key == fileKey ? longestText : longestValue))
         throw Damage(u"the value of '%1' is too long"_s.arg(key));
     if (std::any_of(value.begin(), value.end(), [](QChar c) { return !c.isPrint(); }))
         throw Damage(u"the value of '%1' has a sign that does not print"_s.arg(key));
@@ -99,6 +105,11 @@ public:
 
     Link link() const
     {
+        if (link_.namesFile()) {
+            if (seen_.size() > 1)
+                throw Damage(u"'file' and '%1' exclude each other"_s.arg(otherKey()));
+            return link_;
+        }
         for (const auto key : keys) {
             if (!seen_.contains(key))
                 throw Damage(u"'%1' is missing"_s.arg(key));
@@ -107,10 +118,17 @@ public:
     }
 
 private:
+    QString otherKey() const { return seen_[seen_.first() == fileKey ? 1 : 0]; }
+
     void set(const QString& key, const QString& value)
     {
         checkValue(key, value);
-        if (key == keys[0]) {
+        if (key == fileKey) {
+            // A relative path would depend on the folder in which a station starts the program.
+            if (!QDir::isAbsolutePath(value))
+                throw Damage(u"'%1' is no absolute path"_s.arg(value));
+            link_.file = value;
+        } else if (key == keys[0]) {
             link_.server = value;
         } else if (key == keys[1]) {
             link_.port = portOf(value);
@@ -160,7 +178,26 @@ RunTimeError damaged(const Damage& damage, const QString& path)
                         u"The store link '%1' is damaged: %2."_s.arg(path, damage.what()));
 }
 
+/// Returns the keys of a link with their values, in the order of a link file.
+std::vector<std::pair<QString, QString>> linesOf(const Link& link)
+{
+    if (link.namesFile())
+        return {{fileKey, link.file}};
+    return {{keys[0], link.server},
+            {keys[1], QString::number(link.port)},
+            {keys[2], link.database},
+            {keys[3], link.user},
+            {keys[4], link.tls}};
+}
+
 } // namespace
+
+Link Link::toFile(const QString& path)
+{
+    Link link;
+    link.file = path;
+    return link;
+}
 
 QString Link::host() const
 {
@@ -170,6 +207,8 @@ QString Link::host() const
 
 QString Link::place() const
 {
+    if (namesFile())
+        return u"file '%1'"_s.arg(file);
     return u"database '%1' on server '%2'"_s.arg(database, host());
 }
 
@@ -199,13 +238,11 @@ Link parseLink(const QByteArray& text, const QString& path)
 
 QByteArray linkText(const Link& link)
 {
-    const std::array values = {link.server, QString::number(link.port), link.database, link.user,
-                               link.tls};
     QByteArray text = firstLine.toByteArray() + '\n';
     try {
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            checkValue(QString(keys[i]), values[i]);
-            text += QString(keys[i]).toUtf8() + " = " + values[i].toUtf8() + '\n';
+        for (const auto& [key, value] : linesOf(link)) {
+            checkValue(key, value);
+            text += key.toUtf8() + " = " + value.toUtf8() + '\n';
         }
         if (parsed(text) != link)
             throw Damage(u"a value cannot be told again"_s);
@@ -237,6 +274,13 @@ std::optional<Link> linkAt(const QString& path)
     if (!hasFirstLine(text))
         return {};
     return parseLink(text, path);
+}
+
+QString linkedFile(const Link& link, const QString& path)
+{
+    if (linkAt(link.file))
+        throw damaged(Damage(u"it names '%1', which is a link, too"_s.arg(link.file)), path);
+    return link.file;
 }
 
 } // namespace dao

@@ -1,0 +1,130 @@
+#include "shell/stall_notice.h"
+
+#include "platform/runtime/guard.h"
+#include "platform/runtime/own_program.h"
+#include "shell/enter_clicks.h"
+#include "shell/stall_window.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QProcess>
+
+#include <cstdio>
+#include <cstdlib>
+#include <future>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+const QString hiddenOption = u"--zomrel-stall-notice"_s;
+/// The line that the process of the notice writes when the user has chosen to end the program.
+constexpr auto endLine = "zomrel: end the program";
+
+/// The process that shows the notice. It ends when its standard input is closed. It runs the copy
+/// of the program in memory. That fails if the system forbids it, or if the program finds its
+/// libraries beside itself; then it runs the program's file.
+class NoticeProcess final : public runtime::StallNotice
+{
+public:
+    NoticeProcess(const QString& program, const Stall& stall)
+    {
+        // The current folder may be the one that does not answer.
+        process_.setWorkingDirectory(QDir::rootPath());
+        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_PLUGIN_PATH"_s,
+                           QCoreApplication::libraryPaths().join(QDir::listSeparator()));
+        process_.setProcessEnvironment(environment);
+        process_.setArguments({hiddenOption, QString::number(stall.seconds), stall.what});
+        process_.setProgram(program);
+        process_.start();
+    }
+    ~NoticeProcess() override
+    {
+        process_.closeWriteChannel();
+        constexpr int patience = 1000; // ms
+        if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(patience)) {
+            process_.kill();
+            process_.waitForFinished(patience);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(NoticeProcess)
+
+    bool wantsEnd() override
+    {
+        process_.waitForReadyRead(0);
+        said_ += process_.readAllStandardOutput();
+        if (said_.split('\n').contains(endLine))
+            return true;
+        const QString file = QCoreApplication::applicationFilePath();
+        if (process_.state() == QProcess::NotRunning && process_.program() != file) {
+            process_.setProgram(file);
+            process_.start();
+        }
+        return false;
+    }
+
+private:
+    QProcess process_;
+    QByteArray said_;
+};
+
+/// Makes the notices. The program is copied at the start, while its folder answers, and in another
+/// thread, so that the start takes no longer.
+class NoticeMaker
+{
+public:
+    std::unique_ptr<runtime::StallNotice> operator()(const QString& what,
+                                                     std::chrono::milliseconds lasted) const
+    {
+        using std::chrono::duration_cast;
+        const auto seconds = duration_cast<std::chrono::seconds>(lasted).count();
+        return std::make_unique<NoticeProcess>(program_.get()->path(),
+                                               Stall{what, static_cast<int>(seconds)});
+    }
+
+private:
+    using Program = std::shared_ptr<runtime::OwnProgram>;
+    std::shared_future<Program> program_ =
+        std::async(std::launch::async, [] { return std::make_shared<runtime::OwnProgram>(); });
+};
+
+} // namespace
+
+std::unique_ptr<runtime::CallWatch> watchForStalls()
+{
+    // The blocked thread cannot release anything. The store needs no release: a killed program
+    // loses nothing that was stored.
+    return std::make_unique<runtime::CallWatch>(NoticeMaker(), [] { std::_Exit(1); });
+}
+
+std::optional<Stall> stallToShow(const QStringList& arguments)
+{
+    if (arguments.size() != 4 || arguments[1] != hiddenOption)
+        return {};
+    return Stall{arguments[3], arguments[2].toInt()};
+}
+
+int showStall(const Stall& stall)
+{
+    std::thread([] {
+        while (std::fgetc(stdin) != EOF) {
+        }
+        std::_Exit(0);
+    }).detach();
+    EnterClicks enterClicks;
+    QApplication::instance()->installEventFilter(&enterClicks);
+    StallWindow window(stall.what, stall.seconds);
+    runtime::on(&window, &StallWindow::endChosen, &window, [] {
+        std::puts(endLine);
+        std::fflush(stdout);
+    });
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace shell

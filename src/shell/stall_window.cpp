@@ -1,0 +1,108 @@
+#include "shell/stall_window.h"
+
+#include "platform/runtime/guard.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+const QString title = u"ProjZomrel"_s;
+// Device-independent pixels.
+constexpr int textWidth = 460;
+constexpr int buttonWidth = 140;
+constexpr int margin = 18;
+constexpr int spacing = 12;
+
+QLabel* addLabel(QVBoxLayout& layout, const QString& name, const QString& text)
+{
+    auto* label = new QLabel(text);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(textWidth);
+    layout.addWidget(label);
+    return label;
+}
+
+/// Returns the path with invisible blanks after its separators, so that a long one can be wrapped.
+QString wrappable(QString path)
+{
+    return path.replace(u'/', u"/\u200b"_s);
+}
+
+/// Asks whether to end the program. A key or a click that was meant for the program's own window
+/// must not end it, so Enter presses No.
+bool isConfirmed(QWidget* parent)
+{
+    QMessageBox box(QMessageBox::Question, title, u"לסיים את התוכנית? מה שעדיין לא נשמר יאבד."_s,
+                    QMessageBox::NoButton, parent);
+    const QPushButton* yes = box.addButton(u"כן"_s, QMessageBox::YesRole);
+    QPushButton* no = box.addButton(u"לא"_s, QMessageBox::NoRole);
+    box.setDefaultButton(no);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+} // namespace
+
+StallWindow::StallWindow(const QString& what, int seconds) : seconds_(seconds)
+{
+    setObjectName(u"StallWindow"_s);
+    setWindowTitle(title);
+    setLayoutDirection(Qt::RightToLeft);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowStaysOnTopHint);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(spacing);
+    LabelWaiting = addLabel(*layout, u"LabelWaiting"_s, {});
+    QLabel* labelWhat = addLabel(*layout, u"LabelWhat"_s, wrappable(what));
+    // A path is read from left to right, but stands at the right like the texts around it.
+    labelWhat->setLayoutDirection(Qt::LeftToRight);
+    labelWhat->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    addLabel(*layout, u"LabelGoesOn"_s,
+             u"ברגע שתגיע תשובה תיעלם הודעה זו והעבודה תימשך.\nכל מה שנשמר עד עכשיו שמור."_s);
+    LabelChoice = addLabel(*layout, u"LabelChoice"_s,
+                           u"אפשר גם לסיים את התוכנית עכשיו. מה שעדיין לא נשמר יאבד."_s);
+    CmdEnd = new QPushButton(u"סיום התוכנית"_s);
+    CmdEnd->setObjectName(u"CmdEnd"_s);
+    CmdEnd->setAutoDefault(false);
+    CmdEnd->setMinimumWidth(buttonWidth);
+    layout->addWidget(CmdEnd, 0, Qt::AlignHCenter);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    // Without this, the button would have the focus when the window appears.
+    setFocusPolicy(Qt::StrongFocus);
+    setFocus();
+    runtime::on(CmdEnd, &QPushButton::clicked, this, [this] { cmdEnd_Click(); });
+    runtime::on(&second_, &QTimer::timeout, this, [this] { countOn(); });
+    constexpr int oneSecond = 1000; // ms
+    second_.start(oneSecond);
+    --seconds_;
+    countOn();
+}
+
+void StallWindow::countOn()
+{
+    ++seconds_;
+    LabelWaiting->setText(u"התוכנית ממתינה כבר %1 שניות לתשובה מבסיס הנתונים:"_s.arg(seconds_));
+}
+
+/// The system may keep the ended program and its windows until the blocked call returns.
+void StallWindow::cmdEnd_Click()
+{
+    if (!isConfirmed(this))
+        return;
+    CmdEnd->setEnabled(false);
+    LabelChoice->setText(u"התוכנית נסגרת. החלונות שלה ייעלמו ברגע שהמערכת תשחרר אותה."_s);
+    emit endChosen();
+}
+
+} // namespace shell
