@@ -47,7 +47,9 @@ void StillStore::examine()
         else
             notes_.append(each.name + u": is no table of the store; left out"_s);
     }
+    // The copy gets a mark of its own.
     tables_ += dao::ownTables(*database_);
+    tables_.removeAll(dao::storeMarkTable);
 }
 
 QStringList StillStore::check() const
@@ -60,6 +62,7 @@ StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progr
     StoreContents written;
     for (const QString& each : tables_)
         written[each] = dao::copyTable(*database_, each, target, rowsOf(each, progress));
+    dao::makeStoreMark(target);
     return written;
 }
 

@@ -2,7 +2,9 @@
 
 #include "platform/dao/postgres/link.h"
 #include "platform/dao/postgres/postgres_session.h"
+#include "platform/dao/sqlite/sqlite_presence.h"
 #include "platform/dao/sqlite/sqlite_session.h"
+#include "platform/dao/stations.h"
 
 namespace dao {
 
@@ -35,6 +37,13 @@ std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts)
 {
     return sqlite::SqliteSession::create(path, timeouts.lock);
+}
+
+QStringList connectedStations(const QString& path)
+{
+    if (const std::optional<Link> link = linkAt(path))
+        return postgres::PostgresSession::open(path, *link, Timeouts())->otherStations();
+    return sqlite::processesPresentAt(path);
 }
 
 } // namespace dao
