@@ -116,6 +116,7 @@ void LostRowsTest::close_afterTheStoreWasRestored_endsTheProgram()
     desk_->store.execute(u"UPDATE Orders SET CustomerName = 'another'"_s);
     desk_->store.execute(u"UPDATE zomrel_store SET generation = 'restored'"_s);
     desk_->boxes.answer(runtime::vbYes);
+    desk_->boxes.answer(runtime::vbOK);
 
     desk_->click("CmdCloseOrder");
 

@@ -52,9 +52,9 @@ void StillStore::examine()
     tables_.removeAll(dao::storeMarkTable);
 }
 
-QStringList StillStore::check() const
+CheckReport StillStore::check() const
 {
-    return checkForCopying(*database_, isOnServer_);
+    return checkReport(*database_, isOnServer_);
 }
 
 StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progress) const
