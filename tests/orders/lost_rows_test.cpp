@@ -1,6 +1,7 @@
 #include "driving/opening.h"
 #include "orders/desk.h"
 #include "platform/controls/db_grid.h"
+#include "platform/dao/engine/store_mark.h"
 #include "platform/dao/recordset.h"
 
 #include <memory>
@@ -22,6 +23,7 @@ private slots:
     void cleanup();
 
     void close_ofADeletedOrder_savesNothing();
+    void close_afterTheStoreWasRestored_endsTheProgram();
     void print_ofADeletedOrder_savesNothing();
     void load_ofADeletedOrder_clearsOnlyTheCustomer();
     void load_ofADeletedOrderWithoutAForm_failsInTheTimer();
@@ -104,6 +106,23 @@ void LostRowsTest::close_ofADeletedOrder_savesNothing()
     QTRY_VERIFY(desk_->form() == nullptr);
     QCOMPARE(orderCount(), 0);
     QCOMPARE(desk_->storedLineNumbers(1), QList<int>({1, 2}));
+}
+
+/// The restored store holds an order of the same number for another customer.
+void LostRowsTest::close_afterTheStoreWasRestored_endsTheProgram()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->openOrder(1);
+    desk_->store.execute(u"UPDATE Orders SET CustomerName = 'another'"_s);
+    desk_->store.execute(u"UPDATE zomrel_store SET generation = 'restored'"_s);
+    desk_->boxes.answer(runtime::vbYes);
+    desk_->boxes.answer(runtime::vbOK);
+
+    desk_->click("CmdCloseOrder");
+
+    expectEnded(dao::storeReplaced);
+    QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s), u"another"_s);
+    QCOMPARE(desk_->store.scalar(u"SELECT count(*) FROM Orders WHERE Open_Close = 0"_s), 1);
 }
 
 void LostRowsTest::print_ofADeletedOrder_savesNothing()

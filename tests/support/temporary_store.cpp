@@ -2,6 +2,7 @@
 
 #include "base/module1.h"
 #include "platform/dao/database.h"
+#include "platform/dao/table_copy.h"
 #include "store/schema.h"
 #include "tools/store/builder.h"
 
@@ -46,6 +47,7 @@ void copyRows(dao::Database& from, dao::Database& to)
             target->Update();
         }
     }
+    dao::makeStoreMark(to);
 }
 
 /// Returns the template database on the server of this test run. The first process that needs it

@@ -1,6 +1,7 @@
 #include "tools/store/backup.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
 #include "tools/store/move.h"
@@ -22,6 +23,26 @@ namespace {
 const QString rollbackJournal = u"-journal"_s;
 const QString writeAheadLog = u"-wal"_s;
 
+/// Gives a store a new generation. Stations that still have it open write nothing more to it. Does
+/// nothing for a store that is too damaged for that.
+void markAsReplaced(dao::Database& database)
+{
+    try {
+        dao::renewStoreMark(database);
+    } catch (const RunTimeError& error) {
+        if (error.number() != runtime::CorruptDatabase)
+            throw;
+    }
+}
+
+/// Gives a copy of a store a new generation and closes it.
+void renewMarkOf(const QString& copy)
+{
+    const auto database = dao::DBEngine::instance().OpenDatabase(copy);
+    dao::renewStoreMark(*database);
+    database->Close();
+}
+
 /// Locks a store against writing by stations while it is replaced. A store that is too damaged to
 /// open is not locked, because no station can work with it; it is replaced as well.
 class Hold
@@ -36,6 +57,7 @@ public:
                                u"Could not read '%1': %2"_s.arg(path, file_.errorString()));
         try {
             database_ = dao::DBEngine::instance().OpenDatabase(path);
+            markAsReplaced(*database_);
             database_->BeginTrans();
         } catch (const RunTimeError& error) {
             if (error.number() != runtime::UnrecognizedFormat &&
@@ -101,34 +123,53 @@ void moveJournals(const QString& path, const QString& kept)
     }
 }
 
-QStringList backUpFile(const Place& place, const QString& target)
+BackupOutcome outcomeOf(const CheckReport& report)
+{
+    if (report.preventCopying.isEmpty())
+        return {{}, report.findings};
+    return {report.preventCopying, {}};
+}
+
+BackupOutcome backUpFile(const Place& place, const QString& target)
 {
     requireFree(target);
     UnfinishedFile backup(target, runtime::Readers::OnlyOwner);
     const ScratchFolder folder;
     const QString copy = folder.filePath(u"copy.mdb"_s);
     place.open()->CopyTo(copy);
-    QStringList findings = checkForCopying(copy);
-    if (!findings.isEmpty())
-        return findings;
+    BackupOutcome outcome = outcomeOf(checkReport(Place(copy), Figures::Skipped));
+    if (!outcome.findings.isEmpty())
+        return outcome;
     // The store is not locked any more, however long it takes to write the backup.
     backup.fill(copy);
     runtime::limitAccess(backup.file(), runtime::accessOf(place.name()));
     backup.putInPlace(runtime::Existing::Refuse);
-    return {};
+    return outcome;
 }
 
-QStringList backUpDatabase(const Place& place, const QString& target, const RowsOfTable& progress)
+BackupOutcome backUpDatabase(const Place& place, const QString& target, const RowsOfTable& progress)
 {
     requireFree(target);
     const StillStore source(place);
     if (!source.findings().isEmpty())
-        return source.findings();
+        return {source.findings(), {}};
     const MadeStore made = makeStoreOf(source, target, runtime::Readers::OnlyOwner, progress);
-    QStringList findings = checkForCopying(made.store->unfinishedPath());
-    if (findings.isEmpty())
+    BackupOutcome outcome =
+        outcomeOf(checkReport(Place(made.store->unfinishedPath()), Figures::Skipped));
+    if (outcome.findings.isEmpty())
         made.store->putInPlace();
-    return findings;
+    return outcome;
+}
+
+/// Takes over the findings of a backup that are accepted as notes, and all others as findings.
+void takeFindings(const CheckReport& report, Oddities oddities, RestoreOutcome& outcome)
+{
+    if (oddities == Oddities::Refused)
+        outcome.findings = report.findings;
+    else if (report.preventCopying.isEmpty())
+        outcome.notes = report.findings;
+    else
+        outcome.findings = report.preventCopying;
 }
 
 /// Gives the new store the access of the one that it replaces, or else that of the backup.
@@ -144,7 +185,7 @@ void setAccess(UnfinishedFile& file, const Place& backup, const QString& path,
             u"the owner or group of %1 could not be kept; stations may need it"_s.arg(path));
 }
 
-RestoreOutcome restoreFile(const Place& backup, const QString& name)
+RestoreOutcome restoreFile(const Place& backup, const QString& name, Oddities oddities)
 {
     RestoreOutcome outcome;
     const QString path = runtime::followLinks(name);
@@ -152,9 +193,10 @@ RestoreOutcome restoreFile(const Place& backup, const QString& name)
     const ScratchFolder folder;
     const QString copy = folder.filePath(u"copy.mdb"_s);
     backup.open()->CopyTo(copy);
-    outcome.findings = checkForCopying(copy);
+    takeFindings(checkReport(Place(copy), Figures::Skipped), oddities, outcome);
     if (!outcome.findings.isEmpty())
         return outcome;
+    renewMarkOf(copy);
     restored.fill(copy);
     Hold hold(path);
     setAccess(restored, backup, path, outcome);
@@ -167,11 +209,12 @@ RestoreOutcome restoreFile(const Place& backup, const QString& name)
     return outcome;
 }
 
-RestoreOutcome restoreDatabase(const Place& backup, const Place& place, const RowsOfTable& progress)
+RestoreOutcome restoreDatabase(const Place& backup, const Place& place, Oddities oddities,
+                               const RowsOfTable& progress)
 {
     RestoreOutcome outcome;
     const StillStore source(backup);
-    outcome.findings = source.check();
+    takeFindings(source.check(), oddities, outcome);
     if (!outcome.findings.isEmpty())
         return outcome;
     const auto database = place.open();
@@ -190,15 +233,16 @@ RestoreOutcome restoreDatabase(const Place& backup, const Place& place, const Ro
 
 } // namespace
 
-QStringList backUpStore(const Place& place, const QString& target, const RowsOfTable& progress)
+BackupOutcome backUpStore(const Place& place, const QString& target, const RowsOfTable& progress)
 {
     return place.isOnServer() ? backUpDatabase(place, target, progress) : backUpFile(place, target);
 }
 
-RestoreOutcome restoreStore(const Place& backup, const Place& place, const RowsOfTable& progress)
+RestoreOutcome restoreStore(const Place& backup, const Place& place, Oddities oddities,
+                            const RowsOfTable& progress)
 {
-    return place.isOnServer() ? restoreDatabase(backup, place, progress)
-                              : restoreFile(backup, place.name());
+    return place.isOnServer() ? restoreDatabase(backup, place, oddities, progress)
+                              : restoreFile(backup, place.name(), oddities);
 }
 
 } // namespace storetools

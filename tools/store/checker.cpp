@@ -5,10 +5,12 @@
 #include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/counter_check.h"
+#include "tools/store/figure_check.h"
 #include "tools/store/layout.h"
 #include "tools/store/place.h"
 #include "tools/store/row_check.h"
 #include "tools/store/schema_check.h"
+#include "tools/store/value_check.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,35 +32,36 @@ QStringList engineCheck(dao::Database& database, bool isOnServer)
     return findings;
 }
 
-QStringList schemaAndRows(dao::Database& database)
+/// Returns the findings about everything in the store that the program does not make.
+QStringList foreignParts(dao::Database& database, bool isOnServer)
+{
+    QStringList findings = checkForeignParts(layoutOf(database));
+    for (const QString& finding : dao::foreignObjects(database))
+        findings.append(whole(isOnServer) + finding);
+    if (dao::hasBrokenMark(database))
+        findings.append(whole(isOnServer) + "the store's identity is incomplete"_L1);
+    return findings;
+}
+
+/// Checks an open store in which the engine has these findings.
+void checkAll(dao::Database& database, bool isOnServer, const QStringList& engineFindings,
+              CheckReport& report)
 {
     const Layout layout = layoutOf(database);
-    return checkSchema(layout) + checkRows(database, layout);
+    const QStringList schema = checkSchema(layout);
+    const QStringList rows = checkRows(database, layout);
+    const ValueReport values = checkValues(database, layout);
+    report.preventCopying = engineFindings + schema + rows;
+    report.findings = engineFindings + schema + foreignParts(database, isOnServer) + rows +
+                      checkCounters(database, layout) + values.findings;
+    report.remarks = values.remarks;
 }
 
-QStringList schemaAndContents(dao::Database& database)
+void addFigures(dao::Database& database, CheckReport& report)
 {
-    return checkSchema(layoutOf(database)) + checkContents(database);
-}
-
-/// Returns the findings of the engine and of the function `check`. If the store cannot be opened,
-/// that is a finding.
-QStringList findingsOf(const Place& place, QStringList (*check)(dao::Database&))
-{
-    QStringList findings;
-    try {
-        const auto database = place.open();
-        findings += engineCheck(*database, place.isOnServer());
-        // Without a snapshot, a station that deletes an order during the check would seem to leave
-        // lines without an order.
-        if (place.isOnServer())
-            dao::beginSnapshot(*database);
-        findings += check(*database);
-        database->Close();
-    } catch (const runtime::RunTimeError& error) {
-        findings.append(whole(place.isOnServer()) + error.description());
-    }
-    return findings;
+    const FigureReport computed = checkFigures(database);
+    report.findings += computed.differences;
+    report.remarks += computed.remarks;
 }
 
 } // namespace
@@ -74,24 +77,46 @@ QStringList checkContents(dao::Database& database)
     return checkRows(database, layout) + checkCounters(database, layout);
 }
 
+CheckReport checkReport(const Place& place, Figures figures)
+{
+    CheckReport report;
+    QStringList engineFindings;
+    try {
+        const auto database = place.open();
+        engineFindings = engineCheck(*database, place.isOnServer());
+        // Without a snapshot, a station that deletes an order during the check would seem to leave
+        // lines without an order.
+        if (place.isOnServer())
+            dao::beginSnapshot(*database);
+        checkAll(*database, place.isOnServer(), engineFindings, report);
+        if (figures == Figures::Computed)
+            addFigures(*database, report);
+        database->Close();
+    } catch (const runtime::RunTimeError& error) {
+        const QString finding = whole(place.isOnServer()) + error.description();
+        if (report.findings.isEmpty())
+            report.findings = report.preventCopying = engineFindings;
+        report.findings.append(finding);
+        report.preventCopying.append(finding);
+    }
+    return report;
+}
+
+CheckReport checkReport(dao::Database& database, bool isOnServer)
+{
+    CheckReport report;
+    checkAll(database, isOnServer, engineCheck(database, isOnServer), report);
+    return report;
+}
+
 QStringList checkStore(const Place& place)
 {
-    return findingsOf(place, schemaAndContents);
+    return checkReport(place, Figures::Skipped).findings;
 }
 
 QStringList checkStore(const QString& path)
 {
     return checkStore(Place(path));
-}
-
-QStringList checkForCopying(const QString& path)
-{
-    return findingsOf(Place(path), schemaAndRows);
-}
-
-QStringList checkForCopying(dao::Database& database, bool isOnServer)
-{
-    return engineCheck(database, isOnServer) + schemaAndRows(database);
 }
 
 } // namespace storetools

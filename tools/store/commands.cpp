@@ -14,6 +14,7 @@
 #include "tools/store/server_safety.h"
 #include "tools/store/server_setup.h"
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +30,7 @@ const QString serverOption = u"--server"_s;
 const QString databaseOption = u"--database"_s;
 const QString userOption = u"--user"_s;
 const QString tlsOption = u"--tls"_s;
+const QString figuresOption = u"--figures"_s;
 const QString forceOption = u"--force"_s;
 const QString stationOption = u"--station"_s;
 
@@ -61,20 +63,23 @@ ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
 ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QString& name = call.arguments.first();
-    QStringList findings;
+    const bool withFigures = call.options.contains(figuresOption);
+    CheckReport report;
     try {
         const Place place(name);
-        findings = checkStore(place);
+        report = checkReport(place, withFigures ? Figures::Computed : Figures::Skipped);
         const Safety safety = safetyOf(place);
         if (!isForced(call))
-            findings += safety.hazards;
+            report.findings += safety.hazards;
         warn(safety, err);
     } catch (const runtime::RunTimeError& error) {
         // Parsing the location fails for a damaged link, before the check can start.
-        findings.append(u"file: "_s + error.description());
+        report.findings.append(u"file: "_s + error.description());
     }
-    print(out, findings);
-    if (!findings.isEmpty())
+    print(out, report.findings);
+    for (const QString& remark : report.remarks)
+        out << "remark: " << remark << '\n';
+    if (!report.findings.isEmpty())
         return Failure;
     out << "sound and complete: " << name << '\n';
     return Success;
@@ -95,23 +100,52 @@ auto withProgress(QTextStream& err, Work&& work)
     return work([&](const QString& what, qint64 rows) { progress.show(what, rows); });
 }
 
+/// Reports why a backup, whose rows are complete, cannot be restored.
+void warnOf(const QStringList& findings, QTextStream& err)
+{
+    constexpr qsizetype mostShown = 20;
+    for (const QString& each : findings.first(std::min(mostShown, findings.size())))
+        err << "restore would refuse this backup: " << each << '\n';
+    if (findings.size() > mostShown)
+        err << "and " << findings.size() - mostShown << " more findings\n";
+}
+
 ExitStatus backup(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QStringList& arguments = call.arguments;
-    const QStringList findings = withProgress(err, [&](const RowsOfTable& progress) {
+    const BackupOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
         return backUpStore(Place(arguments[0]), arguments[1], progress);
     });
-    if (!findings.isEmpty())
-        return notSound(findings, err);
+    if (!outcome.findings.isEmpty())
+        return notSound(outcome.findings, err);
     out << "backed up " << arguments[0] << " to " << arguments[1] << '\n';
+    warnOf(outcome.warnings, err);
     return Success;
+}
+
+/// Checks that no station is connected to the place that a command is about to replace or fill.
+/// Otherwise names the stations and returns false, unless the call forces the command.
+bool isLeft(const QString& place, const Call& call, QTextStream& err)
+{
+    if (isForced(call))
+        return true;
+    const QStringList stations = Place(place).stations();
+    for (const QString& each : stations)
+        err << "connected: " << each << '\n';
+    if (!stations.isEmpty())
+        err << "zomrel-store: close the program on all stations first, or use --force; nothing was "
+               "changed\n";
+    return stations.isEmpty();
 }
 
 ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QStringList& arguments = call.arguments;
+    if (!isLeft(arguments[1], call, err))
+        return Failure;
     const RestoreOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
-        return restoreStore(Place(arguments[0]), Place(arguments[1]), progress);
+        return restoreStore(Place(arguments[0]), Place(arguments[1]),
+                            isForced(call) ? Oddities::Accepted : Oddities::Refused, progress);
     });
     if (!outcome.findings.isEmpty())
         return notSound(outcome.findings, err);
@@ -260,6 +294,8 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
     if (call.options.contains(codePageOption))
         options.codePage = codePageNamed(call.options.value(codePageOption));
     options.cutTexts = call.options.contains(cutTextsOption);
+    if (!isLeft(call.arguments[1], call, err))
+        return Failure;
     const TakeOverOutcome outcome = withProgress(err, [&](const TakeOverProgress& progress) {
         return takeOverStore(call.arguments[0], Place(call.arguments[1]), options, progress);
     });
@@ -281,7 +317,8 @@ std::vector<Command> commandsOverOneEngine()
          {u"FILE"_s},
          u"check a store and print one line for each finding"_s,
          check,
-         {{forceOption, {}, u"accept a server that may lose stored rows"_s}}},
+         {{figuresOption, {}, u"compute all lines again and compare their figures"_s},
+          {forceOption, {}, u"accept a server that may lose stored rows"_s}}},
         {u"backup"_s,
          {u"FILE"_s, u"TO"_s},
          u"copy a store to a new file; stations may keep working"_s,
@@ -289,13 +326,15 @@ std::vector<Command> commandsOverOneEngine()
         {u"restore"_s,
          {u"BACKUP"_s, u"FILE"_s},
          u"replace a store by a sound backup; the old store is kept"_s,
-         restore},
+         restore,
+         {{forceOption, {}, u"ignore connected stations and findings that keep all rows"_s}}},
         {u"import"_s,
          {u"OLD.mdb"_s, u"TO"_s},
          u"import an old-format store (Jet 3, Jet 4) into a new one"_s,
          takeOver,
          {{codePageOption, u"CP"_s, u"code page of a Jet 3 file's texts; default 1255"_s},
-          {cutTextsOption, {}, u"truncate texts that are longer than their field"_s}}},
+          {cutTextsOption, {}, u"truncate texts that are longer than their field"_s},
+          {forceOption, {}, u"import although stations are connected to TO"_s}}},
     };
 }
 

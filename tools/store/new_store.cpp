@@ -1,6 +1,7 @@
 #include "tools/store/new_store.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/table_copy.h"
 #include "store/schema.h"
 #include "tools/store/place.h"
 
@@ -33,6 +34,7 @@ void createTables(dao::Database& database)
 {
     for (const store::TableSchema& table : store::schema())
         createTable(database, table);
+    dao::makeStoreMark(database);
 }
 
 NewStore::NewStore(const QString& path, Tables tables, runtime::Readers readers)

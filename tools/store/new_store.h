@@ -13,7 +13,8 @@ class Database;
 
 namespace storetools {
 
-/// Creates the eleven tables and their indexes in a database that has none of them.
+/// Creates the eleven tables and their indexes in a database that has none of them, and gives the
+/// store an identity. To be called within a transaction.
 void createTables(dao::Database& database);
 
 /// A new embedded store under construction. It is created in the folder for temporary files. When

@@ -1,6 +1,7 @@
 #include "tools/store/place.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/stations.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/address.h"
 
@@ -34,6 +35,11 @@ Place::Place(const QString& name) : name_(name), path_(name)
 std::shared_ptr<dao::Database> Place::open() const
 {
     return dao::DBEngine::instance().OpenDatabase(path_);
+}
+
+QStringList Place::stations() const
+{
+    return dao::connectedStations(path_);
 }
 
 void requireFree(const QString& path)

@@ -3,6 +3,7 @@
 #include "tools/store/scratch_folder.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -27,6 +28,9 @@ public:
     bool isOnServer() const { return isOnServer_; }
     /// Opens the store. Throws the errors of dao::Workspace::OpenDatabase.
     std::shared_ptr<dao::Database> open() const;
+    /// Returns one line for each station that is connected to the store; see
+    /// dao::connectedStations.
+    QStringList stations() const;
 
 private:
     QString name_;

@@ -83,7 +83,62 @@ QStringList checkIndexes(const store::TableSchema& expected, const store::TableS
     return findings;
 }
 
+bool contains(const QStringList& names, const QString& name)
+{
+    return names.contains(name, Qt::CaseInsensitive);
+}
+
+/// Returns the findings about fields that the program does not make, or that refuse Null.
+QStringList foreignFields(const store::TableSchema& expected, const store::TableSchema& found)
+{
+    QStringList findings;
+    for (const dao::FieldInfo& field : found.fields) {
+        const int ordinal = expected.ordinalOf(field.name);
+        if (ordinal < 0) {
+            findings.append(u"%1.%2: is no field of the store"_s.arg(expected.name, field.name));
+            continue;
+        }
+        const dao::FieldInfo& wanted = expected.fields[static_cast<std::size_t>(ordinal)];
+        const bool mayBeRequired = wanted.counter || wanted.type == dao::dbBoolean ||
+                                   contains(expected.indexes.front().fields, wanted.name);
+        if (field.required && !mayBeRequired)
+            findings.append(u"%1.%2: does not take Null"_s.arg(expected.name, wanted.name));
+    }
+    return findings;
+}
+
+/// Returns the findings about indexes that the program does not make, or makes otherwise.
+QStringList foreignIndexes(const store::TableSchema& expected, const store::TableSchema& found)
+{
+    QStringList findings;
+    for (const dao::IndexInfo& index : found.indexes) {
+        const auto wanted = std::ranges::find_if(
+            expected.indexes, [&](const dao::IndexInfo& each) { return isOn(index, each.fields); });
+        if (wanted == expected.indexes.end())
+            findings.append(
+                u"%1: the index '%2' is not the program's"_s.arg(expected.name, index.name));
+        else if (index.unique != wanted->unique || index.primary != wanted->primary)
+            findings.append(u"%1: the index '%2' on %3 has to be %4"_s.arg(
+                expected.name, index.name, wanted->fields.join(u", "_s),
+                wanted->primary ? u"the primary key"_s : u"an index that is not unique"_s));
+    }
+    return findings;
+}
+
 } // namespace
+
+QStringList checkForeignParts(const Layout& layout)
+{
+    QStringList findings;
+    for (const store::TableSchema& found : layout) {
+        const store::TableSchema* expected = store::tableSchema(found.name);
+        if (expected == nullptr || expected->name != found.name)
+            findings.append(found.name + ": is no table of the store"_L1);
+        else
+            findings += foreignFields(*expected, found) + foreignIndexes(*expected, found);
+    }
+    return findings;
+}
 
 QStringList checkSchema(const Layout& layout)
 {

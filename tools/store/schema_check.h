@@ -10,4 +10,8 @@ namespace storetools {
 /// differences. Additional tables and fields are not reported, because a workshop may add its own.
 QStringList checkSchema(const Layout& layout);
 
+/// Returns one line for each table, field and index that the program does not make, or makes
+/// otherwise. They do not prevent copying the store's own tables.
+QStringList checkForeignParts(const Layout& layout);
+
 } // namespace storetools

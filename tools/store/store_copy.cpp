@@ -47,12 +47,14 @@ void StillStore::examine()
         else
             notes_.append(each.name + u": not a table of the store, not copied"_s);
     }
+    // The copy gets a mark of its own.
     tables_ += dao::ownTables(*database_);
+    tables_.removeAll(dao::storeMarkTable);
 }
 
-QStringList StillStore::check() const
+CheckReport StillStore::check() const
 {
-    return checkForCopying(*database_, isOnServer_);
+    return checkReport(*database_, isOnServer_);
 }
 
 StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progress) const
@@ -60,6 +62,7 @@ StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progr
     StoreContents written;
     for (const QString& each : tables_)
         written[each] = dao::copyTable(*database_, each, target, rowsOf(each, progress));
+    dao::makeStoreMark(target);
     return written;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/dao/table_copy.h"
+#include "tools/store/checker.h"
 #include "tools/store/place.h"
 
 #include <functional>
@@ -28,11 +29,12 @@ public:
     /// Returns one line for each table that does not belong to the store.
     const QStringList& notes() const { return notes_; }
 
-    /// Runs checkForCopying on the snapshot and returns its findings.
-    QStringList check() const;
+    /// Checks the snapshot.
+    CheckReport check() const;
 
     /// Creates the tables in a target that has none of them, within the target's
-    /// transaction, and copies the rows. Throws the errors of dao::copyTable.
+    /// transaction, copies the rows and gives the target an identity. Throws the errors of
+    /// dao::copyTable.
     StoreContents copyTo(dao::Database& target, const RowsOfTable& progress) const;
 
 private:

@@ -2,7 +2,9 @@
 
 #include "platform/dao/engine/link.h"
 #include "platform/dao/postgres/postgres_session.h"
+#include "platform/dao/sqlite/sqlite_presence.h"
 #include "platform/dao/sqlite/sqlite_session.h"
+#include "platform/dao/stations.h"
 #include "platform/runtime/call_watch.h"
 
 namespace dao {
@@ -40,6 +42,16 @@ std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts)
 {
     return sqlite::SqliteSession::create(path, timeouts.lock);
+}
+
+QStringList connectedStations(const QString& path)
+{
+    const std::optional<Link> link = linkAt(path);
+    if (!link)
+        return sqlite::processesPresentAt(path);
+    if (link->namesFile())
+        return sqlite::processesPresentAt(linkedFile(*link, path));
+    return postgres::PostgresSession::open(path, *link, Timeouts())->otherStations();
 }
 
 } // namespace dao

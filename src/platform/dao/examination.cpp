@@ -14,6 +14,28 @@ namespace {
 
 constexpr std::size_t rowsPerRead = 256;
 
+/// Returns true if the engine stores values of the field with the type of this one.
+bool isStoredAs(DataType type, const QVariant& stored)
+{
+    const int kind = stored.typeId();
+    const bool isWhole = kind == QMetaType::Int || kind == QMetaType::LongLong;
+    switch (type) {
+    case dbBoolean:
+        return isWhole || kind == QMetaType::Bool;
+    case dbInteger:
+    case dbLong:
+        return isWhole;
+    case dbDouble:
+        return isWhole || kind == QMetaType::Double;
+    case dbDate:
+        return kind == QMetaType::QString || kind == QMetaType::QDate ||
+               kind == QMetaType::QDateTime;
+    case dbText:
+        break;
+    }
+    return kind == QMetaType::QString;
+}
+
 ExaminedRow examined(const TableInfo& table, const StoredRow& row)
 {
     ExaminedRow result;
@@ -21,7 +43,10 @@ ExaminedRow examined(const TableInfo& table, const StoredRow& row)
     result.values.resize(table.fields.size());
     for (std::size_t i = 0; i < table.fields.size(); ++i) {
         try {
-            result.values[i] = fromStored(table.fields[i], row.values[i]);
+            const QVariant& stored = row.values[i];
+            result.values[i] = fromStored(table.fields[i], stored);
+            if (!stored.isNull() && !isStoredAs(table.fields[i].type, stored))
+                result.mistyped.push_back(static_cast<int>(i));
         } catch (const runtime::RunTimeError&) {
             result.unreadable.push_back(static_cast<int>(i));
         }
@@ -34,6 +59,22 @@ ExaminedRow examined(const TableInfo& table, const StoredRow& row)
 QStringList engineFindings(Database& database)
 {
     return database.session().bulk()->integrityFindings();
+}
+
+QStringList foreignObjects(Database& database)
+{
+    return database.session().bulk()->foreignObjects();
+}
+
+bool hasBrokenMark(Database& database)
+{
+    Session& session = database.session();
+    if (!session.table(storeMarkTable))
+        return false;
+    const std::vector<StoredValues> found =
+        session.rows(u"SELECT identity, generation FROM %1"_s.arg(storeMarkTable));
+    return found.size() != 1 || found[0][0].toString().isEmpty() ||
+           found[0][1].toString().isEmpty();
 }
 
 void examineRows(Database& database, const QString& table,

@@ -20,6 +20,8 @@ struct ExaminedRow
     std::vector<QVariant> values;
     /// The positions of the fields whose stored values do not fit their declared types.
     std::vector<int> unreadable;
+    /// The ordinals of fields whose contents can be read, but were stored with another type.
+    std::vector<int> mistyped;
 };
 
 /// The state of a table's counter.
@@ -36,6 +38,15 @@ struct ExaminedCounter
 /// Reads the whole store and returns the defects that the engine finds in its file structure, one
 /// text each. Throws CorruptDatabase (3049) if the damage prevents the check.
 QStringList engineFindings(Database& database);
+
+/// Returns one line for each object in the store that the program does not make, such as triggers
+/// and views, and for each trigger of the program that was changed. Tables, fields and ordinary
+/// indexes are left to the table definitions.
+QStringList foreignObjects(Database& database);
+
+/// Returns true if the store has the table of the mark, but not exactly one complete mark in it. A
+/// store that an older version made has no such table.
+bool hasBrokenMark(Database& database);
 
 /// Calls the visitor once for every row of a table, in insertion order. Rows are read in pages, and
 /// no cursor is open while the visitor runs. Throws TableNotFound (3078) for an unknown table, and

@@ -98,6 +98,19 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
     return contents;
 }
 
+void makeStoreMark(Database& database)
+{
+    database.session().storeMark(newStoreMark());
+}
+
+void renewStoreMark(Database& database)
+{
+    Session& session = database.session();
+    Transaction transaction(session);
+    session.storeMark(renewed(session.storedMark()));
+    transaction.commit();
+}
+
 QStringList ownTables(Database& database)
 {
     QStringList names;

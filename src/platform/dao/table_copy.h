@@ -35,6 +35,13 @@ void beginSnapshot(Database& database);
 /// FieldTooSmall (3163) with the table, row and field in the description.
 TableContents copyTable(Database& from, const QString& table, Database& to, const RowsSeen& seen);
 
+/// Gives the store a new identity and generation, within the open transaction. A new store gets
+/// them when it is created, imported or moved.
+void makeStoreMark(Database& database);
+/// Gives the store a new generation, so that a station that has worked with it before notices that
+/// it was restored. Opens a transaction unless one is open.
+void renewStoreMark(Database& database);
+
 /// Returns the program's internal tables, whose names start with zomrel_ and which TableDefs does
 /// not list. The engine's table of counters is not returned, because copyTable copies counters.
 QStringList ownTables(Database& database);

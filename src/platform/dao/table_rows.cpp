@@ -27,6 +27,16 @@ std::vector<StoredRow> taken(std::vector<StoredValues>&& rows)
     return result;
 }
 
+QString parameter(qsizetype number)
+{
+    return u'$' + QString::number(number);
+}
+
+QString whereText(const QStringList& conditions)
+{
+    return conditions.isEmpty() ? QString() : " WHERE "_L1 + conditions.join(" AND "_L1);
+}
+
 namespace {
 
 /// Returns the row ids in a text that separates them with commas. std::from_chars is several times
@@ -42,12 +52,6 @@ RowNumbers rowNumbersIn(const QString& joined)
         numbers.push_back(number);
     }
     return numbers;
-}
-
-/// Returns the placeholder of a statement's parameter, counted from 1.
-QString parameter(qsizetype number)
-{
-    return u'$' + QString::number(number);
 }
 
 /// Adds "field = value" to the conditions, or "field IS NULL", because = is never true for Null.
@@ -86,11 +90,6 @@ std::vector<Bound> beyond(const QString& field, const QVariant& value, const QSt
     if (value.isNull())
         return {};
     return {{field + " < "_L1 + parameter, {value}}, {field + " IS NULL"_L1, {}}};
-}
-
-QString whereText(const QStringList& conditions)
-{
-    return conditions.isEmpty() ? QString() : " WHERE "_L1 + conditions.join(" AND "_L1);
 }
 
 } // namespace
@@ -343,56 +342,6 @@ std::optional<StoredRow> TableRows::find(Session& session, const RowOrder& order
     QVariantList values;
     addEqual(field(order.front()), value, conditions, values);
     return pick(session, conditions, values, ordering(session, order, 1, Direction::Forward));
-}
-
-RowNumber TableRows::insert(Session& session, const std::vector<Assignment>& assignments) const
-{
-    QStringList columns;
-    QStringList places;
-    QVariantList values;
-    std::vector<bool> assigned(table_.fields.size());
-    if (const QString number = session.dialect().newRowNumber(table_); !number.isEmpty()) {
-        columns.append(session.rowNumber(table_));
-        places.append(number);
-    }
-    for (const Assignment& each : assignments) {
-        assigned[static_cast<std::size_t>(each.ordinal)] = true;
-        columns.append(target(each.ordinal));
-        values.append(each.stored);
-        places.append(parameter(values.size()));
-    }
-    for (std::size_t i = 0; i < table_.fields.size(); ++i) {
-        const FieldInfo& each = table_.fields[i];
-        if (!each.counter || each.countsByItself || assigned[i])
-            continue;
-        columns.append(Dialect::quoted(each.name));
-        places.append(session.dialect().newCounterValue(table_, each));
-    }
-    const QString what =
-        columns.isEmpty() ? u"DEFAULT VALUES"_s
-                          : u"(%1) VALUES (%2)"_s.arg(columns.join(u", "_s), places.join(u", "_s));
-    return session.insert(table_, u"INSERT INTO %1 "_s.arg(name_) + what, values);
-}
-
-bool TableRows::update(Session& session, RowNumber number,
-                       const std::vector<Assignment>& assignments) const
-{
-    QStringList parts;
-    QVariantList values;
-    for (const Assignment& each : assignments) {
-        values.append(each.stored);
-        parts.append(target(each.ordinal) + " = "_L1 + parameter(values.size()));
-    }
-    values.append(number);
-    const QString sql = u"UPDATE %1 SET "_s.arg(name_) + parts.join(u", "_s) +
-                        whereText({rowNumber_ + " = "_L1 + parameter(values.size())});
-    return session.run(sql, values) > 0;
-}
-
-bool TableRows::remove(Session& session, RowNumber number) const
-{
-    const QString sql = "DELETE FROM "_L1 + name_ + whereText({rowNumber_ + " = $1"_L1});
-    return session.run(sql, {number}) > 0;
 }
 
 } // namespace dao

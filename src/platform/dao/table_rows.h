@@ -19,6 +19,11 @@ struct StoredRow
 StoredRow taken(StoredValues&& columns);
 std::vector<StoredRow> taken(std::vector<StoredValues>&& rows);
 
+/// Returns the placeholder of a statement's parameter, counted from 1.
+QString parameter(qsizetype number);
+/// Returns the WHERE clause of these conditions; empty without conditions.
+QString whereText(const QStringList& conditions);
+
 /// The positions of the fields to sort by, ascending. Rows with equal values are in insertion
 /// order. Empty for the table's own order.
 using RowOrder = std::vector<int>;
@@ -112,6 +117,7 @@ private:
         QString sql;
         QVariantList values;
     };
+    QString writtenRow(Session& session, qsizetype number) const;
     /// Returns a WHERE clause with its values, or an empty statement without a condition.
     Statement condition(const std::optional<SelectQuery::Condition>& where) const;
     /// Returns a SELECT of an expression over the rows that meet the condition, in order.

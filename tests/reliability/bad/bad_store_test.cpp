@@ -3,6 +3,7 @@
 #include "reliability/figures.h"
 #include "store/schema.h"
 #include "support/plain_sql.h"
+#include "support/store_harms.h"
 #include "support/temporary_store.h"
 #include "support/throwaway_server.h"
 #include "tools/store/checker.h"
@@ -51,11 +52,9 @@ private slots:
     void otherFile_endsTheProgram();
     void truncatedFile_isFoundDamaged();
     void flippedBytes_workOrEndTheProgram();
-    void missingTable_worksOrEndsTheProgram_data();
-    void missingTable_worksOrEndsTheProgram();
-    void missingField_worksOrEndsTheProgram();
-    void wrongColumnType_worksOrEndsTheProgram_data();
-    void wrongColumnType_worksOrEndsTheProgram();
+    void harm_worksOrEndsTheProgramAndIsFound_data();
+    void harm_worksOrEndsTheProgramAndIsFound();
+    void missingCustomerField_isAddedAtTheStart();
     void otherDatabase_endsTheProgram_data();
     void otherDatabase_endsTheProgram();
 
@@ -67,7 +66,7 @@ private:
     Outcome work();
     void lay(const QByteArray& bytes);
     void laySound();
-    static void typesOfAServer();
+    void plant(const QStringList& statements);
     QByteArray contents() const { return store_ ? store_->contents() : contentsOf(path()); }
     QStringList findings() const { return storetools::checkStore(path()); }
     QString folder() const { return store_ ? store_->folder() : folder_->path(); }
@@ -285,129 +284,50 @@ void BadStoreTest::flippedBytes_workOrEndTheProgram()
     QVERIFY(outcomes[Outcome::Worked] > 0);
 }
 
-BadStoreTest::Outcome BadStoreTest::workOnChanged(const QStringList& statements)
+/// Lays a sound store and changes it.
+void BadStoreTest::plant(const QStringList& statements)
 {
     laySound();
-    {
-        testsupport::PlainSql sql(path());
-        for (const QString& statement : statements)
-            sql.exactly(statement);
-    }
+    testsupport::PlainSql sql(path());
+    for (const QString& statement : statements)
+        sql.exactly(statement);
+}
+
+BadStoreTest::Outcome BadStoreTest::workOnChanged(const QStringList& statements)
+{
+    plant(statements);
     return work();
 }
 
-void BadStoreTest::missingTable_worksOrEndsTheProgram_data()
+void BadStoreTest::harm_worksOrEndsTheProgramAndIsFound_data()
 {
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<bool>("works");
-    for (const auto& table : {u"Cuts"_s, u"Serials"_s, u"MashkofKind"_s, u"ReshetColor"_s})
-        QTest::newRow(qPrintable(table)) << table << false;
-    // Orders is recreated without an index.
-    QTest::newRow("Orders") << u"Orders"_s << false;
+    QTest::addColumn<QStringList>("statements");
+    QTest::addColumn<bool>("ends");
+    for (const testsupport::StoreHarm& each : testsupport::storeHarms())
+        QTest::newRow(each.name) << each.statements << each.endsTheProgram;
 }
 
-void BadStoreTest::missingTable_worksOrEndsTheProgram()
+void BadStoreTest::harm_worksOrEndsTheProgramAndIsFound()
 {
-    QFETCH(QString, table);
-    QFETCH(bool, works);
-    const Outcome outcome = workOnChanged({u"DROP TABLE \"%1\""_s.arg(table)});
-    QCOMPARE(outcome == Outcome::Worked, works);
-    QVERIFY2(box_.startsWith(u"Run-time error '"_s), qPrintable(box_));
+    QFETCH(QStringList, statements);
+    QFETCH(bool, ends);
+    plant(statements);
     QVERIFY(!findings().isEmpty());
+    const Outcome outcome = work();
+    if (ends) {
+        QCOMPARE(outcome, Outcome::Ended);
+        QVERIFY2(box_.startsWith(u"Run-time error '"_s), qPrintable(box_));
+    }
 }
 
-/// Removes each field that a line is computed from. Missing fields of Orders are added at the
-/// start.
-void BadStoreTest::missingField_worksOrEndsTheProgram()
+/// Missing fields of Orders are added at the start.
+void BadStoreTest::missingCustomerField_isAddedAtTheStart()
 {
-    for (const auto& [table, field] :
-         {std::pair(u"Cuts"_s, u"NUM"_s), std::pair(u"Cuts"_s, u"MyWidth"_s),
-          std::pair(u"Cuts"_s, u"Order_Date"_s), std::pair(u"Cuts"_s, u"Name"_s),
-          std::pair(u"Serials"_s, u"Kanaf_Num"_s), std::pair(u"Serials"_s, u"Name"_s),
-          std::pair(u"Serials"_s, u"Sign"_s), std::pair(u"Serials"_s, u"Reshet_H"_s)}) {
-        const Outcome outcome =
-            workOnChanged({u"ALTER TABLE \"%1\" DROP COLUMN \"%2\""_s.arg(table, field)});
-        QVERIFY2(!findings().isEmpty(), qPrintable(field));
-        QVERIFY2(outcome == Outcome::Ended || newLines() == 1, qPrintable(field));
-    }
     for (const QString& field : {u"CustomerName"_s, u"CustomerTel"_s, u"CustomerAddress"_s}) {
         QCOMPARE(workOnChanged({u"ALTER TABLE \"Orders\" DROP COLUMN \"%1\""_s.arg(field)}),
                  Outcome::Worked);
         QCOMPARE(findings(), QStringList());
     }
-}
-
-void BadStoreTest::wrongColumnType_worksOrEndsTheProgram_data()
-{
-    QTest::addColumn<QStringList>("statements");
-    struct Case
-    {
-        const char* name;
-        QString table;
-        QString field;
-        QString from; ///< The column's declaration in the file.
-        QString to;
-        QString serverType;
-        QString serverValue;
-    };
-    const QList<Case> cases{{"date as Boolean", u"Orders"_s, u"Order_Date"_s, u"DATETIME"_s,
-                             u"BOOLEAN"_s, u"zomrel_boolean"_s, u"0"_s},
-                            {"number as date", u"Orders"_s, u"Number"_s, u"LONG"_s, u"DATETIME"_s,
-                             u"timestamp"_s,
-                             u"timestamp '2026-01-01' + \"Number\" * interval '1 day'"_s},
-                            {"width as date", u"Cuts"_s, u"MyWidth"_s, u"DOUBLE"_s, u"DATETIME"_s,
-                             u"timestamp"_s, u"timestamp '2026-01-01'"_s},
-                            {"line number as text", u"Cuts"_s, u"NUM"_s, u"LONG"_s, u"TEXT(1)"_s,
-                             u"varchar(1)"_s, u"left(\"NUM\"::text, 1)"_s},
-                            {"kind too short", u"Cuts"_s, u"Kind"_s, u"TEXT(30)"_s, u"TEXT(1)"_s,
-                             u"varchar(1)"_s, u"left(\"Kind\", 1)"_s},
-                            {"series' name as number", u"Serials"_s, u"Name"_s, u"TEXT(50)"_s,
-                             u"LONG"_s, u"integer"_s, u"1"_s},
-                            {"sashes as date", u"Serials"_s, u"Kanaf_Num"_s, u"LONG"_s,
-                             u"DATETIME"_s, u"timestamp"_s, u"timestamp '2026-01-01'"_s}};
-    for (const Case& each : cases) {
-        const QString redeclared =
-            u"UPDATE sqlite_master SET sql = replace(sql, '\"%1\" %2', '\"%1\" %3') "
-            "WHERE name = '%4'"_s.arg(each.field, each.from, each.to, each.table);
-        const QString altered = u"ALTER TABLE \"%1\" ALTER \"%2\" TYPE %3 USING %4"_s.arg(
-            each.table, each.field, each.serverType, each.serverValue);
-        QTest::newRow(each.name) << (testsupport::isOnServer()
-                                         ? QStringList{altered}
-                                         : QStringList{u"PRAGMA writable_schema = ON"_s,
-                                                       redeclared});
-    }
-    if (testsupport::isOnServer())
-        typesOfAServer();
-}
-
-/// Column types that only a server has.
-void BadStoreTest::typesOfAServer()
-{
-    const auto altered = [](const QString& table, const QString& field, const QString& type) {
-        return QStringList(u"ALTER TABLE \"%1\" ALTER \"%2\" TYPE %3"_s.arg(table, field, type));
-    };
-    QTest::newRow("width of any number of digits")
-        << altered(u"Cuts"_s, u"MyWidth"_s, u"numeric USING 'NaN'"_s);
-    QTest::newRow("order's number of 64 bits")
-        << altered(u"Orders"_s, u"Number"_s, u"bigint USING \"Number\" + 3000000000"_s);
-    QTest::newRow("sashes as bytes")
-        << altered(u"Serials"_s, u"Kanaf_Num"_s, u"bytea USING '\\x00ff'::bytea"_s);
-    QTest::newRow("series' name as an array")
-        << altered(u"Serials"_s, u"Name"_s, u"text[] USING ARRAY[\"Name\", 'x']"_s);
-    QTest::newRow("order's date with a time zone")
-        << altered(u"Orders"_s, u"Order_Date"_s, u"timestamptz"_s);
-    QTest::newRow("a width that is computed")
-        << QStringList{u"ALTER TABLE \"Cuts\" DROP COLUMN \"MyWidth_2\""_s,
-                       u"ALTER TABLE \"Cuts\" ADD COLUMN \"MyWidth_2\" double precision "
-                       "GENERATED ALWAYS AS (\"MyWidth\" * 2) STORED"_s};
-}
-
-void BadStoreTest::wrongColumnType_worksOrEndsTheProgram()
-{
-    QFETCH(QStringList, statements);
-    const Outcome outcome = workOnChanged(statements);
-    QVERIFY(!findings().isEmpty());
-    QVERIFY(outcome == Outcome::Ended || newLines() == 1);
 }
 
 void BadStoreTest::otherDatabase_endsTheProgram_data()

@@ -48,6 +48,17 @@ QVariant scalar(const QString& path, const QString& sql)
     return value;
 }
 
+/// What a restore brings back: everything but the generation.
+QString ordersIn(const QString& path)
+{
+    return scalar(path, u"SELECT group_concat(Number) FROM Orders"_s).toString();
+}
+
+QString generationOf(const QString& path)
+{
+    return scalar(path, u"SELECT generation FROM zomrel_store"_s).toString();
+}
+
 class BackupTest : public testing::Test
 {
 protected:
@@ -139,9 +150,27 @@ TEST_F(BackupTest, BackupOfAStoreWithoutCountersHasItsRows)
     store_.addOrder(1);
     store_.execute(u"DROP TRIGGER \"Cuts.Code.counter\""_s);
     ASSERT_EQ(zomrelStore({u"check"_s, store_.path()}).exitStatus, 1);
-    EXPECT_EQ(backUp().exitStatus, 0);
+    const Outcome outcome = backUp();
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_EQ(outcome.err, QStringList{u"restore would refuse this backup: "
+                                       "Cuts.Code: the counter is missing"_s});
     EXPECT_EQ(scalar(target_, u"SELECT count(*) FROM Orders"_s), 1);
-    EXPECT_EQ(restore().exitStatus, 0);
+    EXPECT_EQ(restore().exitStatus, 1);
+    const Outcome forced = zomrelStore({u"restore"_s, u"--force"_s, target_, store_.path()});
+    EXPECT_EQ(forced.exitStatus, 0);
+    EXPECT_TRUE(forced.out.contains(u"Cuts.Code: the counter is missing"_s));
+}
+
+TEST_F(BackupTest, BackupOfAnOlderVersionIsRestoredOverStoresOfBothVersions)
+{
+    store_.addOrder(1);
+    store_.execute(u"DROP TABLE zomrel_store"_s);
+    EXPECT_EQ(backUp().err, QStringList());
+    for (int older = 0; older < 2; ++older) {
+        EXPECT_EQ(restore().exitStatus, 0);
+        EXPECT_EQ(ordersIn(store_.path()), u"1"_s);
+        EXPECT_FALSE(generationOf(store_.path()).isEmpty());
+    }
 }
 
 TEST_F(BackupTest, BackupRefusesAnExistingTarget)
@@ -217,13 +246,18 @@ TEST_F(BackupTest, RestoreKeepsTheReplacedStore)
             replaced = contentsOf(other.path());
         }
         write(store_.path(), replaced);
+        const QString before = generationOf(store_.path());
         const Outcome outcome = restore();
         EXPECT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
         EXPECT_EQ(outcome.out, (QStringList{u"restored %1 from %2"_s.arg(store_.path(), target_),
                                             u"the store before is kept as "_s + at(kept)}));
-        EXPECT_EQ(contentsOf(store_.path()), good);
-        EXPECT_EQ(contentsOf(at(kept)), replaced);
+        EXPECT_EQ(ordersIn(store_.path()), u"1"_s);
+        EXPECT_EQ(ordersIn(at(kept)), QString::number(more));
         EXPECT_EQ(contentsOf(target_), good);
+        // Stations notice the new store, and the old one if they still have it open.
+        EXPECT_NE(generationOf(store_.path()), generationOf(target_));
+        EXPECT_NE(generationOf(store_.path()), generationOf(at(kept)));
+        EXPECT_NE(generationOf(at(kept)), before);
     }
     EXPECT_EQ(filesIn(store_.folder()).size(), 4);
 }
@@ -237,18 +271,19 @@ TEST_F(BackupTest, RestoreWithoutAStoreCreatesIt)
     const Outcome outcome = zomrelStore({u"restore"_s, target_, place});
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_EQ(outcome.out.size(), 1);
-    EXPECT_EQ(contentsOf(place), good);
+    EXPECT_EQ(ordersIn(place), u"1"_s);
+    EXPECT_EQ(contentsOf(target_), good);
+    EXPECT_NE(generationOf(place), generationOf(target_));
 }
 
 TEST_F(BackupTest, RestoreReplacesADamagedStoreAndItsJournal)
 {
     store_.addOrder(1);
     ASSERT_EQ(backUp().exitStatus, 0);
-    const QByteArray good = contentsOf(target_);
     write(store_.path(), "damaged");
     write(store_.path() + u"-journal"_s, "of the damaged one");
     EXPECT_EQ(restore().exitStatus, 0);
-    EXPECT_EQ(contentsOf(store_.path()), good);
+    EXPECT_EQ(ordersIn(store_.path()), u"1"_s);
     EXPECT_EQ(contentsOf(at(u"Aluminium.mdb.before-restore"_s)), "damaged");
     EXPECT_EQ(contentsOf(at(u"Aluminium.mdb.before-restore-journal"_s)), "of the damaged one");
     EXPECT_FALSE(QFile::exists(store_.path() + u"-journal"_s));

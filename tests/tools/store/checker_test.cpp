@@ -56,11 +56,26 @@ TEST_F(CheckerTest, StoreWithOrdersHasNoFinding)
     EXPECT_EQ(findings(), QStringList());
 }
 
-TEST_F(CheckerTest, AdditionalTablesAndFieldsAreNoFinding)
+TEST_F(CheckerTest, StoreOfAnOlderVersionHasNoFinding)
+{
+    store_.execute(u"DROP TABLE zomrel_store"_s);
+    EXPECT_EQ(findings(), QStringList());
+    EXPECT_EQ(store_.scalar(u"SELECT count(*) FROM sqlite_master WHERE name = 'zomrel_store'"_s),
+              0);
+}
+
+TEST_F(CheckerTest, FindsAnIncompleteIdentity)
+{
+    store_.execute(u"UPDATE zomrel_store SET generation = ''"_s);
+    EXPECT_EQ(findings(), QStringList{u"file: the store's identity is incomplete"_s});
+}
+
+TEST_F(CheckerTest, FindsAdditionalTablesAndFields)
 {
     store_.execute(u"CREATE TABLE Notes (Text TEXT)"_s);
     store_.execute(u"ALTER TABLE Orders ADD COLUMN Paid DOUBLE"_s);
-    EXPECT_EQ(findings(), QStringList());
+    EXPECT_EQ(findings(), (QStringList{u"Orders.Paid: is no field of the store"_s,
+                                       u"Notes: is no table of the store"_s}));
 }
 
 TEST_F(CheckerTest, UnopenableFileIsAFinding)
@@ -103,7 +118,8 @@ TEST_F(CheckerTest, TableNameIsCaseSensitive)
 {
     store_.execute(u"ALTER TABLE Orders RENAME TO Other"_s);
     store_.execute(u"ALTER TABLE Other RENAME TO orders"_s);
-    EXPECT_EQ(findings(), QStringList{u"Orders: the table is missing"_s});
+    EXPECT_EQ(findings(), (QStringList{u"Orders: the table is missing"_s,
+                                       u"orders: is no table of the store"_s}));
 }
 
 TEST_F(CheckerTest, FindsAMissingField)
@@ -125,7 +141,11 @@ TEST_F(CheckerTest, FindsWrongTypesAndSizes)
                                        u"Cuts.Kind: is TEXT(10) and should be TEXT(30)"_s,
                                        u"Cuts.NUM: is INTEGER and should be LONG"_s,
                                        u"Serials.Rem: is TEXT and should be TEXT(50)"_s,
-                                       u"KanafKind.Code: is LONG and should be COUNTER"_s}));
+                                       u"KanafKind.Code: is LONG and should be COUNTER"_s,
+                                       u"file: the trigger 'KanafKind.Code.counter' of KanafKind "
+                                       "is not as the program makes it"_s,
+                                       u"file: the trigger 'KanafKind.Code.counter_update' of "
+                                       "KanafKind is not as the program makes it"_s}));
 }
 
 TEST_F(CheckerTest, FindsLineFieldsAtAWrongPosition)
@@ -145,15 +165,19 @@ TEST_F(CheckerTest, FieldsAccessedByNameMayBeElsewhere)
     EXPECT_EQ(findings(), QStringList());
 }
 
+const QString notUnique = u"Orders: the index 'ByNumber' on Number has to be the primary key"_s;
+
 TEST_F(CheckerTest, FindsAMissingFirstIndex)
 {
     replaceOrders();
     EXPECT_EQ(findings(), QStringList{u"Orders: the first index is not on Number"_s});
     store_.execute(u"CREATE INDEX ByDate ON Orders (Order_Date)"_s);
     store_.execute(u"CREATE INDEX ByNumber ON Orders (Number)"_s);
-    EXPECT_EQ(findings(), QStringList{u"Orders: the first index is not on Number"_s});
+    EXPECT_EQ(findings(),
+              (QStringList{u"Orders: the first index is not on Number"_s,
+                           u"Orders: the index 'ByDate' is not the program's"_s, notUnique}));
     store_.execute(u"DROP INDEX ByDate"_s);
-    EXPECT_EQ(findings(), QStringList());
+    EXPECT_EQ(findings(), QStringList{notUnique});
 }
 
 TEST_F(CheckerTest, FindsSeriesWithAnotherFirstIndex)
@@ -164,6 +188,7 @@ TEST_F(CheckerTest, FindsSeriesWithAnotherFirstIndex)
     store_.execute(
         QString(declaration).replace(u"PRIMARY KEY (\"AutoNum\")"_s, u"PRIMARY KEY (\"Name\")"_s));
     EXPECT_EQ(findings(), (QStringList{u"Serials: the first index is not on AutoNum"_s,
+                                       u"Serials: the index 'PrimaryKey' is not the program's"_s,
                                        u"Serials.AutoNum: the counter is missing"_s}));
 }
 
@@ -191,7 +216,8 @@ TEST_F(CheckerTest, RowWithoutAReadableKeyIsNamedByPosition)
 {
     store_.addOrder(4);
     store_.execute(u"INSERT INTO Orders (Number) VALUES ('five')"_s);
-    EXPECT_EQ(findings(), QStringList{u"Orders, row 2: Number cannot be read"_s});
+    EXPECT_EQ(findings(), (QStringList{u"Orders, row 2: Number cannot be read"_s,
+                                       u"Orders, row 2: nothing is stored in Order_Date"_s}));
 }
 
 TEST_F(CheckerTest, FindsTextsLongerThanTheirField)
@@ -210,15 +236,17 @@ TEST_F(CheckerTest, FindsMissingAndDuplicateNumbers)
     for (const int number : {7, 3, 7, 7})
         store_.addOrder(number);
     store_.execute(u"INSERT INTO Orders (Order_Date) VALUES ('2026-01-01')"_s);
-    EXPECT_EQ(findings(), (QStringList{u"Orders, row 5: has no Number"_s,
+    EXPECT_EQ(findings(), (QStringList{notUnique, u"Orders, row 5: has no Number"_s,
                                        u"Orders: Number 7 stands in 3 rows"_s}));
 }
 
 TEST_F(CheckerTest, FindsNumbersOutsideTheProgramsRange)
 {
     store_.addOrder(32768);
-    for (const int number : {0, -1, 32767, 32768})
-        store_.execute(u"INSERT INTO Serials (AutoNum, Name) VALUES (?, 'x')"_s, {number});
+    for (const int number : {0, -1, 32767, 32768}) {
+        const int added = store_.addSeries(u"x"_s, {0, 0, 0, 0, 0, 0, 0, 0}, 1, 1);
+        store_.execute(u"UPDATE Serials SET AutoNum = ? WHERE AutoNum = ?"_s, {number, added});
+    }
     EXPECT_EQ(findings(),
               (QStringList{u"Orders, Number 32768: Number has to lie between 1 and 32767"_s,
                            u"Serials, AutoNum 0: AutoNum has to lie between 1 and 32767"_s,
@@ -234,9 +262,30 @@ TEST_F(CheckerTest, FindsLinesWithoutAnOrder)
     store_.addLine(9, 2);
     store_.addLine(8, 1);
     store_.execute(u"UPDATE Cuts SET Order_Num = NULL WHERE Order_Num = 8"_s);
+    EXPECT_EQ(findings(), (QStringList{u"Cuts: 1 lines have no order number"_s,
+                                       u"Cuts: 2 lines belong to order 9, which does not exist"_s,
+                                       u"Cuts, Code 4: nothing is stored in Order_Num"_s}));
+}
+
+TEST_F(CheckerTest, FindsALineThatIsHardlyFilled)
+{
+    store_.addOrder(1);
+    store_.execute(u"INSERT INTO Cuts (Order_Num, NUM) VALUES (1, 0)"_s);
     EXPECT_EQ(findings(),
-              (QStringList{u"Cuts: 1 lines have no order number"_s,
-                           u"Cuts: 2 lines belong to order 9, which does not exist"_s}));
+              (QStringList{u"Cuts, Code 1: NUM has to lie between 1 and 32767"_s,
+                           u"Cuts, Code 1: nothing is stored in Name, MyWidth, MYHeight and 24 "
+                           "more"_s}));
+}
+
+TEST_F(CheckerTest, FindsValuesOfAnotherTypeThatCanBeRead)
+{
+    store_.addOrder(1);
+    store_.addLine(1, 1);
+    store_.execute(u"UPDATE Cuts SET Kanaf_Count = 2.5"_s);
+    store_.execute(u"UPDATE Orders SET Order_Date = '2026-01-02 10:30:00'"_s);
+    EXPECT_EQ(findings(),
+              (QStringList{u"Orders, Number 1: Order_Date has a time of day"_s,
+                           u"Cuts, Code 1: Kanaf_Count is stored with another type"_s}));
 }
 
 // The counters. -------------------------------------------------------------------------------

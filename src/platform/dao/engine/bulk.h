@@ -44,6 +44,9 @@ public:
 
     /// Reads the whole store and returns the defects that the engine itself finds, one text each.
     virtual QStringList integrityFindings() = 0;
+    /// Returns one line for each trigger, view, rule, constraint or special index in the store that
+    /// the program does not make, and for each trigger of the program that was changed.
+    virtual QStringList foreignObjects() = 0;
     /// Writes a snapshot of the whole store to the path and replaces an existing file there. The
     /// copy is on the disk when the function returns. Other stations can read meanwhile, but a
     /// station that writes has to wait. The process must not have another connection to the store.

@@ -47,12 +47,67 @@ void Session::commit()
 {
     run(u"COMMIT"_s);
     inTransaction_ = false;
+    if (markToCommit_)
+        expectMark(name_, *markToCommit_);
+    markToCommit_.reset();
 }
 
 void Session::rollback()
 {
     inTransaction_ = false;
+    markToCommit_.reset();
     run(u"ROLLBACK"_s);
+}
+
+StoreMark Session::storedMark()
+{
+    if (!table(storeMarkTable))
+        return {};
+    const std::vector<StoredValues> found =
+        rows(u"SELECT identity, generation FROM %1"_s.arg(storeMarkTable));
+    if (found.empty())
+        return {};
+    return {found.front()[0].toString(), found.front()[1].toString()};
+}
+
+StoreMark Session::expectedMark() const
+{
+    return markToCommit_ ? *markToCommit_ : firstSeenMark(name_, {});
+}
+
+void Session::recognise(const StoreMark& stored)
+{
+    const StoreMark expected = markToCommit_ ? *markToCommit_ : firstSeenMark(name_, stored);
+    if (stored == expected)
+        return;
+    if (!expected.isEmpty() || !stored.isOfOlderStore())
+        throw replacedError();
+    expectMark(name_, stored);
+}
+
+void Session::storeMark(const StoreMark& mark)
+{
+    if (!table(storeMarkTable)) {
+        for (const QString& each : markTableStatements())
+            run(each);
+    }
+    run("DELETE FROM "_L1 + storeMarkTable);
+    run(u"INSERT INTO %1 (identity, generation) VALUES ($1, $2)"_s.arg(storeMarkTable),
+        {mark.identity, mark.generation});
+    schema().storeMark.reset();
+    markToCommit_ = mark;
+}
+
+QStringList Session::markTableStatements() const
+{
+    return dialect_.createTable(storeMarkTableInfo(), storeMarkIndexes());
+}
+
+runtime::RunTimeError Session::replacedError() const
+{
+    return runtime::RunTimeError(
+        storeReplaced, u"The store was replaced or restored while the program was working with it. "
+                       "Nothing was written. Start the program again. (%1)"_s.arg(place()));
 }
 
 const std::vector<IndexInfo>& Session::indexes(const QString& table)

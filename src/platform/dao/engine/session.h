@@ -2,6 +2,7 @@
 
 #include "platform/dao/engine/bulk.h"
 #include "platform/dao/engine/dialect.h"
+#include "platform/dao/engine/store_mark.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <map>
@@ -18,6 +19,9 @@ struct SchemaMemory
     std::optional<std::vector<TableInfo>> all;
     std::map<QString, std::optional<TableInfo>> tables;
     std::map<QString, std::vector<IndexInfo>> indexes;
+    /// The mark of a store on a server. A restore there changes the schema, too.
+    std::optional<StoreMark> storeMark;
+    bool cannotMark = false; ///< True if the server has refused to create the table of the mark.
 };
 
 /// The result of a statement.
@@ -49,7 +53,14 @@ public:
     qint64 run(const QString& sql, const QVariantList& values = {});
     /// Executes one statement and returns all rows of its result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
-    /// Executes an INSERT into the table and returns the id of the new row.
+    /// Executes an UPDATE or DELETE of rows and returns the number of changed rows. Throws
+    /// StoreReplaced (3197) and writes nothing if the store is not the one that this process opened
+    /// first.
+    virtual qint64 write(const QString& sql, const QVariantList& values) = 0;
+    /// Returns the condition that has to be part of every statement that writes rows, if the engine
+    /// compares the store's mark in the statement itself. Returns an empty text for other engines.
+    virtual QString writeCondition() { return {}; }
+    /// Executes an INSERT into the table and returns the id of the new row. Throws like write.
     virtual RowNumber insert(const TableInfo& table, const QString& sql,
                              const QVariantList& values) = 0;
 
@@ -70,6 +81,13 @@ public:
     /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
 
+    /// Reads the store's mark. A store that an older version made has an empty one.
+    StoreMark storedMark();
+    /// Throws StoreReplaced (3197) if the store's mark is not the one that this process saw first.
+    void requireExpectedMark() { recognise(storedMark()); }
+    /// Stores a mark in place of the present one, within the open transaction.
+    void storeMark(const StoreMark& mark);
+
     /// Returns an object that reads, copies and examines whole tables. The session must outlive it.
     virtual std::unique_ptr<Bulk> bulk() = 0;
 
@@ -78,11 +96,21 @@ protected:
     virtual Answer execute(const QString& sql, const QVariantList& values) = 0;
     virtual SchemaMemory& schema() = 0;
     void setInTransaction() { inTransaction_ = true; }
+    /// Compares the store's mark with the one that this process saw first at the path. Throws
+    /// StoreReplaced (3197) if they differ. The mark that a store of an older version gets later
+    /// is accepted, too.
+    void recognise(const StoreMark& stored);
+    runtime::RunTimeError replacedError() const;
+    /// Returns the mark that the store must have.
+    StoreMark expectedMark() const;
+    /// Returns the statements that create the table of the mark.
+    virtual QStringList markTableStatements() const;
 
 private:
     QString name_;
     const Dialect& dialect_;
     bool inTransaction_ = false;
+    std::optional<StoreMark> markToCommit_; ///< The mark stored within the open transaction.
 };
 
 /// Returns false for statements that only read or write rows.

@@ -1,5 +1,6 @@
 #include "platform/dao/postgres/postgres_bulk.h"
 #include "platform/dao/engine/row_bytes.h"
+#include "platform/dao/postgres/postgres_dialect.h"
 #include "platform/dao/postgres/pq_connection.h"
 
 #include <QtEndian>
@@ -245,6 +246,18 @@ QStringList PostgresBulk::integrityFindings()
                 throw;
             findings.append(u"table '%1': %2"_s.arg(each.name, failure.description()));
         }
+    }
+    return findings;
+}
+
+QStringList PostgresBulk::foreignObjects()
+{
+    QStringList findings;
+    for (const StoredValues& row : session_.rows(PostgresDialect::foreignObjectsQuery(),
+                                                 {PostgresDialect::counterFunctionBody()})) {
+        const QString table = row[2].toString();
+        findings.append(u"the %1 '%2'%3 is not as the program makes it"_s.arg(
+            row[0].toString(), row[1].toString(), table.isEmpty() ? QString() : " of "_L1 + table));
     }
     return findings;
 }

@@ -18,6 +18,7 @@ public:
     }
 
     QStringList integrityFindings() override;
+    QStringList foreignObjects() override;
     void copyTo(const QString& path) override;
     std::optional<qint64> counterMark(const QString& table, const QString& field) override;
     std::unique_ptr<RowStream> rowStream(const TableInfo& table) override;

@@ -14,25 +14,32 @@ const QString rowColumn = QStringLiteral("zomrel_row");
 constexpr auto booleanType = "zomrel_boolean"_L1;
 constexpr auto counterTrigger = "zomrel_counter"_L1;
 
+/// Returns the body of the function below. The check of a store compares it.
+QString counterBody()
+{
+    return QStringLiteral("DECLARE given bigint := to_jsonb(NEW) ->> TG_ARGV[0]; "
+                          "counter regclass := pg_get_serial_sequence("
+                          "format('%I.%I', TG_TABLE_SCHEMA, TG_TABLE_NAME), TG_ARGV[0]); "
+                          "BEGIN "
+                          "IF given > coalesce(pg_sequence_last_value(counter), 0) THEN "
+                          "EXECUTE format('LOCK TABLE %I.%I IN SHARE ROW EXCLUSIVE MODE', "
+                          "TG_TABLE_SCHEMA, TG_TABLE_NAME); "
+                          "PERFORM setval(counter, greatest(given, "
+                          "pg_sequence_last_value(counter))); "
+                          "END IF; "
+                          "RETURN NULL; "
+                          "END");
+}
+
 /// Returns the trigger function that moves a counter past an explicitly assigned number. Its table
 /// lock prevents other stations from inserting meanwhile. Otherwise setval could move the counter
 /// back behind a number that another station has just got.
 QString counterFunction()
 {
     return QStringLiteral(
-        "CREATE OR REPLACE FUNCTION zomrel_count() RETURNS trigger LANGUAGE plpgsql "
-        "SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$ "
-        "DECLARE given bigint := to_jsonb(NEW) ->> TG_ARGV[0]; "
-        "counter regclass := pg_get_serial_sequence("
-        "format('%I.%I', TG_TABLE_SCHEMA, TG_TABLE_NAME), TG_ARGV[0]); "
-        "BEGIN "
-        "IF given > coalesce(pg_sequence_last_value(counter), 0) THEN "
-        "EXECUTE format('LOCK TABLE %I.%I IN SHARE ROW EXCLUSIVE MODE', "
-        "TG_TABLE_SCHEMA, TG_TABLE_NAME); "
-        "PERFORM setval(counter, greatest(given, pg_sequence_last_value(counter))); "
-        "END IF; "
-        "RETURN NULL; "
-        "END $$");
+               "CREATE OR REPLACE FUNCTION zomrel_count() RETURNS trigger LANGUAGE plpgsql "
+               "SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$ ") +
+           counterBody() + " $$"_L1;
 }
 
 } // namespace
@@ -96,6 +103,47 @@ QString PostgresDialect::tablesQuery() const
                "(SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
                "ORDER BY c.oid, a.attnum")
         .arg(counterTrigger);
+}
+
+QString PostgresDialect::foreignObjectsQuery()
+{
+    constexpr int afterInsertOrUpdateOfARow = 1 + 4 + 16;
+    return QStringLiteral(
+               "WITH own AS (SELECT * FROM pg_class WHERE relnamespace = "
+               "(SELECT oid FROM pg_namespace WHERE nspname = current_schema())) "
+               "SELECT 'trigger', t.tgname, c.relname FROM pg_trigger t "
+               "JOIN own c ON c.oid = t.tgrelid JOIN pg_proc p ON p.oid = t.tgfoid "
+               "WHERE NOT t.tgisinternal AND NOT (t.tgname = '%1' AND t.tgenabled = 'O' "
+               "AND t.tgtype = %2 AND t.tgqual IS NULL AND btrim(p.prosrc) = $1) "
+               "AND NOT (t.tgenabled = 'O' AND p.pronamespace = to_regnamespace('zomrel_log') "
+               "AND (t.tgname, p.proname) IN (('zomrel_history', 'log_change'), "
+               "('zomrel_history_of_added', 'log_change'), ('zomrel_ceiling', 'check_numbers'))) "
+               "UNION ALL SELECT 'rule', r.rulename, c.relname FROM pg_rewrite r "
+               "JOIN own c ON c.oid = r.ev_class WHERE r.rulename <> '_RETURN' "
+               "UNION ALL SELECT 'view', relname, '' FROM own WHERE relkind IN ('v', 'm', 'f') "
+               "UNION ALL SELECT 'constraint', k.conname, c.relname FROM pg_constraint k "
+               "JOIN own c ON c.oid = k.conrelid WHERE k.contype IN ('c', 'f', 'x') "
+               "UNION ALL SELECT 'policy', 'row security', relname FROM own WHERE relrowsecurity "
+               "UNION ALL SELECT 'index', x.relname, c.relname FROM pg_index i "
+               "JOIN own c ON c.oid = i.indrelid JOIN pg_class x ON x.oid = i.indexrelid "
+               "WHERE i.indpred IS NOT NULL OR i.indexprs IS NOT NULL "
+               "ORDER BY 1, 3, 2")
+        .arg(counterTrigger)
+        .arg(afterInsertOrUpdateOfARow);
+}
+
+QString PostgresDialect::counterFunctionBody()
+{
+    return counterBody();
+}
+
+QString PostgresDialect::ownsCounters()
+{
+    return QStringLiteral("has_schema_privilege(current_schema(), 'CREATE') AND EXISTS ("
+                          "SELECT FROM pg_proc p JOIN pg_roles r ON r.oid = p.proowner "
+                          "WHERE p.proname = 'zomrel_count' AND r.rolname = current_user "
+                          "AND p.pronamespace = (SELECT oid FROM pg_namespace "
+                          "WHERE nspname = current_schema()))");
 }
 
 std::span<const Dialect::TypeName> PostgresDialect::typeNames() const

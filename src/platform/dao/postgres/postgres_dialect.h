@@ -19,6 +19,14 @@ public:
     /// are in the order of creation.
     QString tablesQuery() const;
     QString rowNumberColumn() const override;
+    /// Returns a query for the objects that neither the program nor the server's setup makes, or
+    /// that were changed. Its result has a row (kind, name, table) for each object. $1 is the body
+    /// of the counters' function.
+    static QString foreignObjectsQuery();
+    static QString counterFunctionBody();
+    /// Returns an expression that is true if the role owns the counters of the store in the current
+    /// schema and may create tables there.
+    static QString ownsCounters();
 
 protected:
     std::span<const TypeName> typeNames() const override;

@@ -133,18 +133,21 @@ PostgresSession::~PostgresSession()
         ConnectionPool::instance().share(poolKey_, connection_);
 }
 
-std::unique_ptr<Session> PostgresSession::open(const QString& path, const Link& link,
-                                               const Timeouts& timeouts)
+std::unique_ptr<PostgresSession> PostgresSession::open(const QString& path, const Link& link,
+                                                       const Timeouts& timeouts)
 {
     std::unique_ptr<PostgresSession> session(new PostgresSession(path, link, timeouts));
     session->connection_ = session->shared();
-    if (session->connection_ && session->takeUp())
+    if (session->connection_ && session->takeUp()) {
+        session->recogniseStore();
         return session;
+    }
     ConnectionPool& pool = ConnectionPool::instance();
     pool.unshare(session->poolKey_);
     session->connection_ = session->logIn();
     session->requireTakenUp();
     pool.share(session->poolKey_, session->connection_);
+    session->recogniseStore();
     return session;
 }
 
@@ -274,7 +277,7 @@ RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
 {
     const runtime::WatchedCall call([this] { return place(); });
     if (inTransaction())
-        return rows(sql + " RETURNING "_L1 + rowNumber(table), values).front().front().toLongLong();
+        return addedRow(rows(sql + " RETURNING "_L1 + rowNumber(table), values));
     if (connection_->isLost())
         reconnect();
     const QString token = QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -293,17 +296,14 @@ RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString
 {
     const QString number = rowNumber(table);
     if (!connection_->usesTokens())
-        return rows(sql + " RETURNING "_L1 + number, values).front().front().toLongLong();
+        return addedRow(rows(sql + " RETURNING "_L1 + number, values));
     const QString previous = connection_->lastToken();
     QVariantList all = values;
     all.append(token);
     if (!previous.isEmpty())
         all.append(previous);
-    const RowNumber added =
-        rows(postgres::insertWithToken(sql, number, values.size(), !previous.isEmpty()), all)
-            .front()
-            .front()
-            .toLongLong();
+    const RowNumber added = addedRow(
+        rows(postgres::insertWithToken(sql, number, values.size(), !previous.isEmpty()), all));
     connection_->setLastToken(token);
     return added;
 }
@@ -357,6 +357,12 @@ void PostgresSession::begin()
     }
     run(u"BEGIN"_s);
     setInTransaction();
+    try {
+        requireExpectedMark();
+    } catch (const RunTimeError&) {
+        rollback();
+        throw;
+    }
 }
 
 void PostgresSession::beginSnapshot()

@@ -17,22 +17,28 @@ public:
     /// Opens the store to which the link at the path leads. Throws ConnectionFailed (3151) with the
     /// server and the reason, and UnrecognizedFormat (3343) for a database that cannot contain a
     /// store.
-    static std::unique_ptr<Session> open(const QString& path, const Link& link,
-                                         const Timeouts& timeouts);
+    static std::unique_ptr<PostgresSession> open(const QString& path, const Link& link,
+                                                 const Timeouts& timeouts);
     ~PostgresSession() override;
 
     QString place() const override { return link_.place(); }
     RowNumber insert(const TableInfo& table, const QString& sql,
                      const QVariantList& values) override;
+    qint64 write(const QString& sql, const QVariantList& values) override;
+    QString writeCondition() override;
     void begin() override;
     void beginSnapshot() override;
     std::vector<TableInfo> tables() override;
     std::optional<TableInfo> table(const QString& name) override;
     std::unique_ptr<Bulk> bulk() override;
 
+    /// Returns one line for each other connection of a station to the database.
+    QStringList otherStations();
+
 protected:
     Answer execute(const QString& sql, const QVariantList& values) override;
     SchemaMemory& schema() override;
+    QStringList markTableStatements() const override;
 
 private:
     using Connection = std::shared_ptr<PqConnection>;
@@ -42,6 +48,11 @@ private:
     Connection shared() const;
     bool takeUp();
     void requireTakenUp();
+    void recogniseStore();
+    void markOlderStore();
+    /// Returns the id of the row that an INSERT has added. Throws StoreReplaced (3197) if its
+    /// condition was not met.
+    RowNumber addedRow(const std::vector<StoredValues>& answer) const;
     void reconnect();
     void askAnew() const;
     /// Returns the tables and views with their fields.

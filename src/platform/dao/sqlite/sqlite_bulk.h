@@ -16,6 +16,7 @@ public:
     }
 
     QStringList integrityFindings() override;
+    QStringList foreignObjects() override;
     void copyTo(const QString& path) override;
     std::optional<qint64> counterMark(const QString& table, const QString& field) override;
     std::unique_ptr<RowStream> rowStream(const TableInfo& table) override;
@@ -24,6 +25,7 @@ public:
     void countOnFrom(const QString& table, const QString& field, qint64 highest) override;
 
 private:
+    bool isCounterTrigger(const QString& table, const QString& declaration);
     bool exists(const QString& type, const QString& name);
     std::optional<qint64> storedMark(const QString& table);
 

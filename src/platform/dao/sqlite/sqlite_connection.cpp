@@ -50,7 +50,9 @@ SqliteConnection::~SqliteConnection()
 
 QSqlQuery& SqliteConnection::statement(const QString& sql)
 {
-    if (mayChangeSchema(sql)) {
+    // A transaction leaves the schema as it is, unless it is rolled back.
+    const bool keepsSchema = sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
+    if (mayChangeSchema(sql) && !keepsSchema) {
         forgetSchema();
         statements_.clear();
         oneShot_ = prepared(database_, sql);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/dao/engine/connection.h"
+#include "platform/dao/sqlite/sqlite_presence.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -15,6 +16,8 @@ public:
     ~SqliteConnection() override;
 
     QSqlDatabase& database() { return database_; }
+    /// Keeps the object until after the connection is closed.
+    void setPresence(std::shared_ptr<Presence> presence) { presence_ = std::move(presence); }
     /// Returns the prepared statement, ready for binding values. A statement that may change the
     /// schema is not cached, and it clears the schema cache.
     QSqlQuery& statement(const QString& sql);
@@ -22,6 +25,7 @@ public:
     void drop(const QString& sql);
 
 private:
+    std::shared_ptr<Presence> presence_; ///< Destroyed last.
     QString name_;
     QSqlDatabase database_;
     std::map<QString, QSqlQuery> statements_;

@@ -5,19 +5,15 @@
 #include "platform/dao/sqlite/sqlite_counters.h"
 #include "platform/dao/sqlite/sqlite_dialect.h"
 #include "platform/dao/sqlite/sqlite_errors.h"
+#include "platform/dao/sqlite/sqlite_presence.h"
 #include "platform/runtime/call_watch.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QUrl>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 namespace dao::sqlite {
 
@@ -39,21 +35,10 @@ QString uriOf(const QString& path, const QString& mode)
                                       mode);
 }
 
-/// Returns a text that identifies a file. If another file replaces it at the same path, the text
-/// changes.
-QString identityOf(const QFileInfo& file)
+QString keyOf(const QFileInfo& file, const QString& fileIdentity,
+              std::chrono::milliseconds lockWait)
 {
-#ifdef Q_OS_UNIX
-    struct stat status = {};
-    if (stat(QFile::encodeName(file.absoluteFilePath()).constData(), &status) == 0)
-        return u"%1:%2"_s.arg(status.st_dev).arg(status.st_ino);
-#endif
-    return QString::number(file.birthTime().toMSecsSinceEpoch());
-}
-
-QString keyOf(const QFileInfo& file, std::chrono::milliseconds lockWait)
-{
-    return u"%1|%2|%3"_s.arg(file.absoluteFilePath(), identityOf(file)).arg(lockWait.count());
+    return u"%1|%2|%3"_s.arg(file.absoluteFilePath(), fileIdentity).arg(lockWait.count());
 }
 
 } // namespace
@@ -121,18 +106,24 @@ std::unique_ptr<Session> SqliteSession::open(const QString& path,
     if (file.isFile() && file.size() < headerSignature.size())
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
-    const QString key = keyOf(file, lockWait);
+    const QString fileIdentity = fileIdentityOf(path);
+    const QString key = keyOf(file, fileIdentity, lockWait);
     if (auto idle = ConnectionPool::instance().take(key)) {
         std::unique_ptr<SqliteSession> session(
             new SqliteSession(std::static_pointer_cast<SqliteConnection>(std::move(idle)), path));
         session->renewUse();
+        session->fileIdentity_ = fileIdentity;
+        session->recognise(session->storedMark());
         session->poolKey_ = key;
         return session;
     }
     std::unique_ptr<SqliteSession> session(
         new SqliteSession(std::make_shared<SqliteConnection>(), path));
+    session->connection_->setPresence(Presence::at(path, fileIdentity));
     session->connect(u"rw"_s, lockWait);
     session->prepareUse();
+    session->fileIdentity_ = fileIdentity;
+    session->recognise(session->storedMark());
     session->poolKey_ = key;
     return session;
 }
@@ -148,6 +139,7 @@ std::unique_ptr<Session> SqliteSession::create(const QString& path,
     try {
         session->prepareUse();
         session->run(counterTableMaking());
+        expectMark(path, {});
     } catch (const RunTimeError&) {
         session.reset();
         QFile::remove(path);
@@ -211,7 +203,7 @@ void SqliteSession::renewUse()
 {
     const QString mark = schemaMark();
     if (mark != schema().mark)
-        schema() = {mark, {}, {}, {}};
+        schema() = {mark, {}, {}, {}, {}, false};
 }
 
 QString SqliteSession::schemaMark()
@@ -247,13 +239,49 @@ RunTimeError SqliteSession::openingError(const QSqlError& failure) const
 RowNumber SqliteSession::insert(const TableInfo&, const QString& sql, const QVariantList& values)
 {
     const runtime::WatchedCall call([this] { return place(); });
-    return start(sql, values).lastInsertId().toLongLong();
+    Transaction transaction(*this);
+    const RowNumber number = start(sql, values).lastInsertId().toLongLong();
+    transaction.commit();
+    return number;
 }
 
+qint64 SqliteSession::write(const QString& sql, const QVariantList& values)
+{
+    Transaction transaction(*this);
+    const qint64 affected = run(sql, values);
+    transaction.commit();
+    return affected;
+}
+
+/// Compares the store's mark after the lock has been taken, because a restore holds the same lock
+/// until the new file is in place. A store without a mark gets one.
 void SqliteSession::begin()
 {
     run(u"BEGIN IMMEDIATE"_s);
     setInTransaction();
+    try {
+        requireSameFile();
+        StoreMark stored = storedMark();
+        if (stored.isEmpty()) {
+            renewUse(); // Another station may have created the table since it was looked for.
+            stored = storedMark();
+        }
+        recognise(stored);
+        if (stored.isEmpty())
+            storeMark(markOfOlderStore());
+    } catch (const RunTimeError&) {
+        rollback();
+        throw;
+    }
+}
+
+/// Throws StoreReplaced (3197) if there is another file at the path than the open one. Does nothing
+/// if the file is missing or cannot be reached, because the engine reports that.
+void SqliteSession::requireSameFile() const
+{
+    const QString found = fileIdentityOf(name());
+    if (!fileIdentity_.isEmpty() && !found.isEmpty() && found != fileIdentity_)
+        throw replacedError();
 }
 
 /// SQLite takes the snapshot at the first read.

@@ -12,7 +12,8 @@ class SqliteSession final : public Session
 {
 public:
     /// Opens an existing store. Throws DatabaseFileNotFound (3024), PermissionDenied (3051),
-    /// UnrecognizedFormat (3343), CorruptDatabase (3049), Locked (3260).
+    /// UnrecognizedFormat (3343), CorruptDatabase (3049), Locked (3260), and StoreReplaced (3197)
+    /// for another store than the one that this process opened first.
     static std::unique_ptr<Session> open(const QString& path, std::chrono::milliseconds lockWait);
     /// Creates an empty store and opens it. Throws DatabaseExists (3204), DatabaseFileNotFound
     /// (3024).
@@ -21,6 +22,7 @@ public:
 
     RowNumber insert(const TableInfo& table, const QString& sql,
                      const QVariantList& values) override;
+    qint64 write(const QString& sql, const QVariantList& values) override;
     void begin() override;
     void beginSnapshot() override;
     std::vector<TableInfo> tables() override;
@@ -38,13 +40,15 @@ private:
     void requireDurableCommits(QSqlQuery& settings) const;
     void renewUse();
     QString schemaMark();
+    void requireSameFile() const;
     QSqlQuery& start(const QString& sql, const QVariantList& values);
     [[noreturn]] void fail(const QString& sql, const QSqlQuery& query);
     runtime::RunTimeError openingError(const QSqlError& error) const;
 
     std::shared_ptr<SqliteConnection> connection_;
     bool hasFailed_ = false;
-    QString poolKey_; ///< Empty if the connection must not be returned to the pool.
+    QString poolKey_;      ///< Empty if the connection must not be returned to the pool.
+    QString fileIdentity_; ///< Identifies the file that the connection has open.
 };
 
 } // namespace dao::sqlite

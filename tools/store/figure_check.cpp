@@ -1,0 +1,111 @@
+#include "tools/store/figure_check.h"
+
+#include "platform/dao/database.h"
+#include "platform/dao/examination.h"
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/layout.h"
+#include "tools/store/line_figures.h"
+
+#include <QLocale>
+
+#include <cmath>
+#include <functional>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace storetools {
+
+namespace {
+
+/// Far below what a saw can cut, and far above the noise of one more conversion of a number.
+constexpr double tolerance = 1e-9;
+
+StoredFields fieldsOf(const store::TableSchema& table, const dao::ExaminedRow& row)
+{
+    StoredFields fields;
+    for (const dao::FieldInfo& field : store::tableSchema(table.name)->fields) {
+        const int ordinal = table.ordinalOf(field.name);
+        if (ordinal >= 0)
+            fields.insert(field.name, row.values[std::size_t(ordinal)]);
+    }
+    return fields;
+}
+
+void readRows(dao::Database& database, const Layout& layout, const QString& table,
+              const std::function<void(const StoredFields&)>& visitor)
+{
+    const store::TableSchema* found = tableIn(layout, table);
+    if (found == nullptr)
+        return;
+    dao::examineRows(database, table,
+                     [&](const dao::ExaminedRow& row) { visitor(fieldsOf(*found, row)); });
+}
+
+QString shown(double value)
+{
+    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+bool isSame(const QVariant& stored, double computed)
+{
+    return stored.isValid() && std::abs(stored.toDouble() - computed) <= tolerance;
+}
+
+/// Returns the texts about the figures of a line that do not follow from one series.
+QStringList differences(const StoredFields& line, const StoredFields& series)
+{
+    QStringList all;
+    try {
+        for (const auto& [field, computed] : figuresOf(line, series)) {
+            const QVariant stored = line.value(field);
+            if (!isSame(stored, computed))
+                all.append(u"%1 is %2, and its series gives %3"_s.arg(
+                    field, stored.isValid() ? shown(stored.toDouble()) : u"empty"_s,
+                    shown(computed)));
+        }
+    } catch (const runtime::RunTimeError& error) {
+        all.append(u"its series cannot be computed: "_s + error.description());
+    }
+    return all;
+}
+
+QString placeOf(const StoredFields& line)
+{
+    return u"Cuts, Code %1 (order %2, line %3)"_s.arg(line.value(u"Code"_s).toString(),
+                                                      line.value(u"Order_Num"_s).toString(),
+                                                      line.value(u"NUM"_s).toString());
+}
+
+} // namespace
+
+FigureReport checkFigures(dao::Database& database)
+{
+    const Layout layout = layoutOf(database);
+    QMultiMap<QString, StoredFields> series;
+    readRows(database, layout, u"Serials"_s, [&](const StoredFields& each) {
+        series.insert(each.value(u"Name"_s).toString(), each);
+    });
+    FigureReport report;
+    QMap<QString, int> unknown;
+    readRows(database, layout, u"Cuts"_s, [&](const StoredFields& line) {
+        const QString name = line.value(u"Name"_s).toString();
+        std::optional<QStringList> fewest;
+        for (const StoredFields& each : series.values(name)) {
+            const QStringList found = differences(line, each);
+            if (!fewest || found.size() < fewest->size())
+                fewest = found;
+        }
+        if (!fewest)
+            ++unknown[name];
+        for (const QString& each : fewest.value_or(QStringList()))
+            report.differences.append(placeOf(line) + u": "_s + each);
+    });
+    for (auto each = unknown.cbegin(); each != unknown.cend(); ++each)
+        report.remarks.append(
+            u"Cuts: %1 lines cannot be computed again, there is no series '%2'"_s.arg(each.value())
+                .arg(each.key()));
+    return report;
+}
+
+} // namespace storetools

@@ -1,0 +1,177 @@
+#include "tools/store/value_check.h"
+
+#include "platform/dao/examination.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <QMap>
+#include <QMetaType>
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace storetools {
+
+namespace {
+
+constexpr int lowestNumber = 1;
+constexpr int highestNumber = std::numeric_limits<qint16>::max();
+
+/// Returns true for fields that the program fills in every row of the table. Kinds and colours that
+/// were left empty are Null in stores that were imported from an old format.
+bool isAlwaysFilled(const QString& table, const dao::FieldInfo& field)
+{
+    if (table == "Orders"_L1)
+        return field.name == "Number"_L1 || field.name == "Order_Date"_L1;
+    if (table == "Cuts"_L1 || table == "Serials"_L1)
+        return field.type != dao::dbText || field.name == "Name"_L1 || field.name == "Kind"_L1;
+    return false;
+}
+
+/// Returns the lowest value that the program writes to a field of whole numbers, if there is one.
+std::optional<int> lowestOf(const QString& table, const QString& field)
+{
+    const bool isCounted =
+        table == "Serials"_L1 && (field == "Kanaf_Num"_L1 || field == "Nativ_Num"_L1);
+    if (isCounted || (table == "Cuts"_L1 && field == "NUM"_L1))
+        return lowestNumber;
+    return {};
+}
+
+/// Checks the rows of one table.
+class RowValues
+{
+public:
+    RowValues(const store::TableSchema& expected, const store::TableSchema& found,
+              QStringList& findings)
+        : expected_(expected), found_(found), findings_(findings),
+          key_(found.ordinalOf(expected.indexes.front().fields.front()))
+    {
+    }
+
+    void take(const dao::ExaminedRow& row)
+    {
+        ++row_;
+        for (const int ordinal : row.mistyped)
+            add(row, nameOf(ordinal) + " is stored with another type"_L1);
+        QStringList empty;
+        for (const dao::FieldInfo& field : expected_.fields) {
+            const int ordinal = found_.ordinalOf(field.name);
+            if (ordinal < 0 || std::ranges::count(row.unreadable, ordinal) > 0)
+                continue;
+            const QVariant& value = row.values[std::size_t(ordinal)];
+            if (!value.isValid() && ordinal != key_ && isAlwaysFilled(expected_.name, field))
+                empty.append(field.name);
+            else if (value.isValid())
+                checkValue(row, field, value);
+        }
+        if (!empty.isEmpty())
+            addEmpty(row, empty);
+    }
+
+private:
+    QString nameOf(int ordinal) const { return found_.fields[std::size_t(ordinal)].name; }
+
+    void add(const dao::ExaminedRow& row, const QString& finding)
+    {
+        const QVariant key = key_ < 0 ? QVariant() : row.values[std::size_t(key_)];
+        const QString place =
+            key.isValid() ? nameOf(key_) + u' ' + key.toString() : u"row %1"_s.arg(row_);
+        findings_.append(expected_.name + u", "_s + place + u": "_s + finding);
+    }
+
+    void addEmpty(const dao::ExaminedRow& row, const QStringList& fields)
+    {
+        constexpr qsizetype mostNamed = 3;
+        QString names = fields.first(std::min(mostNamed, fields.size())).join(u", "_s);
+        if (fields.size() > mostNamed)
+            names += u" and %1 more"_s.arg(fields.size() - mostNamed);
+        add(row, u"nothing is stored in "_s + names);
+    }
+
+    void checkValue(const dao::ExaminedRow& row, const dao::FieldInfo& field, const QVariant& value)
+    {
+        if (field.type == dao::dbDate && value.typeId() == QMetaType::QDateTime)
+            add(row, field.name + " has a time of day"_L1);
+        const std::optional<int> lowest = lowestOf(expected_.name, field.name);
+        if (lowest && (value.toInt() < *lowest || value.toInt() > highestNumber))
+            add(row, u"%1 has to lie between %2 and %3"_s.arg(field.name)
+                         .arg(*lowest)
+                         .arg(highestNumber));
+    }
+
+    const store::TableSchema& expected_;
+    const store::TableSchema& found_;
+    QStringList& findings_;
+    int key_;
+    int row_ = 0;
+};
+
+/// Finds line numbers that several lines of an order have. Two stations that add a line at the same
+/// moment, or a report that is printed meanwhile, may cause that.
+class LineNumbers
+{
+public:
+    explicit LineNumbers(const store::TableSchema& cuts)
+        : order_(cuts.ordinalOf(u"Order_Num"_s)), number_(cuts.ordinalOf(u"NUM"_s))
+    {
+    }
+
+    void take(const dao::ExaminedRow& row)
+    {
+        if (order_ < 0 || number_ < 0)
+            return;
+        const QVariant& order = row.values[std::size_t(order_)];
+        const QVariant& number = row.values[std::size_t(number_)];
+        if (order.isValid() && number.isValid())
+            ++lines_[{order.toInt(), number.toInt()}];
+    }
+
+    QStringList remarks() const
+    {
+        QStringList all;
+        for (auto each = lines_.cbegin(); each != lines_.cend(); ++each) {
+            if (each.value() > 1)
+                all.append(u"Cuts: %1 lines of order %2 have the number %3"_s.arg(each.value())
+                               .arg(each.key().first)
+                               .arg(each.key().second));
+        }
+        return all;
+    }
+
+private:
+    int order_;
+    int number_;
+    QMap<std::pair<int, int>, int> lines_;
+};
+
+} // namespace
+
+ValueReport checkValues(dao::Database& database, const Layout& layout)
+{
+    ValueReport report;
+    for (const store::TableSchema& expected : store::schema()) {
+        const store::TableSchema* found = tableIn(layout, expected.name);
+        if (found == nullptr)
+            continue;
+        RowValues values(expected, *found, report.findings);
+        const bool isCuts = expected.name == "Cuts"_L1;
+        LineNumbers numbers(*found);
+        try {
+            dao::examineRows(database, expected.name, [&](const dao::ExaminedRow& row) {
+                values.take(row);
+                if (isCuts)
+                    numbers.take(row);
+            });
+        } catch (const runtime::RunTimeError&) {
+            continue; // the check of the rows reports a table that cannot be read to its end
+        }
+        if (isCuts)
+            report.remarks = numbers.remarks();
+    }
+    return report;
+}
+
+} // namespace storetools
