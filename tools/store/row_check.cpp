@@ -3,10 +3,10 @@
 #include "platform/dao/database.h"
 #include "platform/dao/examination.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/number_range.h"
 
 #include <QMap>
 
-#include <limits>
 #include <optional>
 #include <utility>
 
@@ -15,11 +15,6 @@ using namespace Qt::StringLiterals;
 namespace storetools {
 
 namespace {
-
-/// Range of order and series numbers. The program reads them as 16-bit integers; 0 means that none
-/// is chosen.
-constexpr int lowestNumber = 1;
-constexpr int highestNumber = std::numeric_limits<qint16>::max();
 
 /// Checks the rows of one table and collects the findings.
 class TableCheck

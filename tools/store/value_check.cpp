@@ -2,12 +2,12 @@
 
 #include "platform/dao/examination.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/number_range.h"
 
 #include <QMap>
 #include <QMetaType>
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -15,9 +15,6 @@ using namespace Qt::StringLiterals;
 namespace storetools {
 
 namespace {
-
-constexpr int lowestNumber = 1;
-constexpr int highestNumber = std::numeric_limits<qint16>::max();
 
 /// Returns true for fields that the program fills in every row of the table. Kinds and colours that
 /// were left empty are Null in stores that were imported from an old format.
