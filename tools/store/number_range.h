@@ -1,8 +1,8 @@
 #pragma once
 
-#include <limits>
-
 #include <QtGlobal>
+
+#include <limits>
 
 namespace storetools {
 
