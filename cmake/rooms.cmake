@@ -20,6 +20,10 @@ if(ZOMREL_SANITIZE)
                                                   -fno-sanitize-recover=all)
   target_link_options(zomrel_options INTERFACE -fsanitize=${ZOMREL_SANITIZE})
 endif()
+# AddressSanitizer reserves address space and keeps freed memory, so limits and expectations of memory differ.
+if(ZOMREL_SANITIZE MATCHES address)
+  target_compile_definitions(zomrel_options INTERFACE ZOMREL_ADDRESS_SANITIZER)
+endif()
 
 # zomrel_room(NAME SOURCES ... LINKS ... USES ...): adds a room of the program, a static library that links only
 # the rooms below it. LINKS are the libraries that the room's headers include; USES are those that only its

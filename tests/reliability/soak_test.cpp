@@ -31,7 +31,7 @@ constexpr int defaultLines = 2000;
 /// it.
 constexpr int pictureCache = 1024;
 
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef ZOMREL_ADDRESS_SANITIZER
 // AddressSanitizer keeps freed memory in quarantine.
 constexpr bool freedMemoryIsKept = true;
 #else

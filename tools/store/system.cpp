@@ -15,12 +15,6 @@
 #include <unistd.h>
 #endif
 
-// Detects a build with AddressSanitizer. GCC defines __SANITIZE_ADDRESS__. Clang has __has_feature,
-// which Qt defines for compilers without it.
-#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
-#define ZOMREL_ADDRESS_SANITIZER
-#endif
-
 namespace storetools {
 
 #ifdef Q_OS_UNIX

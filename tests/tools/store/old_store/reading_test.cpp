@@ -100,7 +100,7 @@ TEST(ReadingTest, ReadingProcessHasLimits)
     EXPECT_TRUE(text.contains(u"Max cpu time 300 300 seconds"_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"Max file size 0 0 bytes"_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"Max core file size 0 0 bytes"_s)) << text.toStdString();
-#ifndef __SANITIZE_ADDRESS__
+#ifndef ZOMREL_ADDRESS_SANITIZER
     EXPECT_TRUE(text.contains(u"Max address space 1073741824 1073741824 bytes"_s))
         << text.toStdString();
 #endif
