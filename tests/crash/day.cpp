@@ -48,7 +48,7 @@ void Day::addLine(Station& station, int order, int number)
     highestCode_ = code;
 }
 
-/// So many that the table needs new pages.
+/// Adds 20 lines, which is enough to make the table grow by new pages.
 void Day::addManyLines(Station& station)
 {
     for (int number = 1; number <= 20; ++number)

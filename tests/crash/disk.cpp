@@ -109,8 +109,8 @@ bool Disk::isSettled() const
                        [](const auto& each) { return each.second.waiting.empty(); });
 }
 
-/// Changes of folders reach the disk in the order in which they were made, so the last change of
-/// this folder takes all earlier ones with it.
+/// Changes of folders reach the disk in the order in which they were made. If the last change of
+/// this folder is on the disk, all earlier ones are, too.
 void Disk::syncFolder(const std::string& folder)
 {
     const auto last =

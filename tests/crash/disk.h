@@ -7,7 +7,7 @@
 
 namespace crash {
 
-/// How much of what was not synced a power cut takes.
+/// How much of the unsynced data a power cut removes.
 enum class Loss {
     Everything, ///< All that was not synced is lost.
     Nothing,    ///< The disk has received all of it.

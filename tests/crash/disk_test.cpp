@@ -1,4 +1,4 @@
-// The model of a disk that loses what was not synced.
+// Tests of the model of a disk that loses unsynced data.
 
 #include "crash/disk.h"
 

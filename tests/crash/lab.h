@@ -8,7 +8,7 @@
 
 namespace crash {
 
-/// How many states a simulation has looked at, and what was wrong with some of them.
+/// The number of states that a simulation has examined, and the faults that it has found.
 struct Outcome
 {
     int states = 0;

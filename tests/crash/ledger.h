@@ -8,7 +8,7 @@
 
 namespace crash {
 
-/// The changes of a store in the order in which they were acknowledged, each with the steps of the
+/// The acknowledged changes of a store in their order, each with the steps of the
 /// record that belong to it and the contents of the store after it.
 class Ledger
 {

@@ -46,7 +46,7 @@ public:
     std::optional<std::string> inside(const std::string& path) const;
     bool isRecording() const { return isRecording_; }
 
-    /// Functions that add a step. Files are told apart by device and inode.
+    /// Functions that add a step. A file is identified by its device and inode.
     void addEntry(const std::string& path, const struct stat& file);
     void addNewFile(const std::string& path, const struct stat& file);
     void addFolder(const std::string& path);

@@ -1,4 +1,4 @@
-// Power cuts while two stations work.
+// Simulates power cuts while two stations work.
 
 #include "crash/day.h"
 #include "crash/lab.h"

@@ -153,7 +153,7 @@ void PlantedFilesJourney::pluginsFolderThatOnlyTheUserCanChange_isUsed()
     if (!runtime::isTrustedFolder(program.folder()))
         QSKIP("others can change the temporary folder of this machine");
     layPlugins(program.folder() + u"/plugins"_s);
-    // The planted engine is none, so the program could not open its store.
+    // The planted plugin has no working engine, so the program could not open its store with it.
     QVERIFY(QFile::remove(program.folder() + u"/plugins/sqldrivers/d.so"_s));
     startedBy(program);
     QVERIFY(QFile::exists(marker(program)));

@@ -74,8 +74,9 @@ public:
     QFile& file() { return file_; }
 
 private:
-    /// Closing any descriptor of the file would release the lock, so this one is opened before the
-    /// lock is taken and closed after its release. No other one is opened in between.
+    /// The system releases all locks of a process on a file as soon as the process closes any
+    /// descriptor of the file. Therefore this descriptor is opened before the lock is taken and
+    /// closed after the lock is released, and no other one is opened in between.
     QFile file_;
     std::shared_ptr<dao::Database> database_;
 };

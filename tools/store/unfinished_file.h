@@ -20,10 +20,10 @@ public:
     /// (3043).
     void fill(QIODevice& source);
     void fill(const QString& sourcePath);
-    /// Returns the open file, to set its access.
+    /// Returns the open file, for setting its owner, group and permissions.
     QFile& file() { return file_; }
-    /// Moves the file to its final path. Everything is written to the disk before and after. Throws
-    /// as runtime::durableRename does.
+    /// Writes the file to the disk, renames it to its final path and writes the folder to the disk.
+    /// Throws as runtime::durableRename does.
     void putInPlace(runtime::Existing existing);
 
 private:

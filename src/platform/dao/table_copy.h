@@ -53,9 +53,10 @@ TableContents readTable(Database& database, const QString& table, const RowsSeen
 /// to which they were moved. Throws OperationNotSupported (3251) for an embedded store.
 QString setAside(Database& database, const QStringList& tables);
 
-/// Lets the rest of the transaction create tables for the user who owns these tables, or, without
-/// tables, for the owner role of the server's setup. A superuser thus creates a store that stations
-/// can use. Does nothing if the user may not act as the owner, and in an embedded store.
+/// Makes the owner of these tables the owner of all tables that the rest of the transaction
+/// creates. If the list is empty, the owner is the role that `zomrel-store server-setup` creates. A
+/// superuser thus creates a store that stations can use. Does nothing in an embedded store, or if
+/// the current user may not act as the owner.
 void actAsOwnerOf(Database& database, const QStringList& tables);
 /// Returns the rights that users have on the tables, as statements for applyGrants. Empty for an
 /// embedded store.

@@ -75,8 +75,9 @@ bool names(const QString& path, int descriptor)
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-/// Returns 0 or the error. Where the file system cannot refuse an existing name in one step, the
-/// second best is used.
+/// Renames a file unless the new name exists. Returns 0 or the number of the system's error. On a
+/// file system that can neither refuse an existing name in one step nor give a file a second name,
+/// a file that somebody else creates at this moment may be replaced.
 int renameToFreeName(const QByteArray& from, const QByteArray& to)
 {
 #ifdef RENAME_NOREPLACE
@@ -102,7 +103,7 @@ mode_t forbiddenBits()
     return mask;
 }
 
-/// Gives the file the group and returns whether it has it.
+/// Sets the group of the file. Returns true if the file has this group afterwards.
 bool setGroup(int descriptor, gid_t group)
 {
     struct stat status = {};

@@ -4,9 +4,9 @@
 #include <QFile>
 #include <QString>
 
-/// Creating, replacing and removing files so that a power failure, a killed process or another
-/// user's file in the same folder does no harm. All system calls of this kind are in
-/// durable_file.cpp.
+/// Functions that create, replace and remove files. The result is correct after a power failure,
+/// after the process was killed, and if another user puts files into the same folder. All system
+/// calls of this kind are in durable_file.cpp.
 namespace runtime {
 
 /// What durableRename does if a file already has the new name.
@@ -22,8 +22,8 @@ enum class Readers {
 /// link names does not exist. Throws PermissionDenied (3051) for a circle of links.
 QString followLinks(const QString& path);
 
-/// Writes the folder's list of files to the disk. Afterwards a file that was created, renamed or
-/// removed there stays so after a power failure. Throws DiskOrNetworkError (3043).
+/// Writes the folder's list of files to the disk. A power failure afterwards does not undo that a
+/// file was created, renamed or removed in the folder. Throws DiskOrNetworkError (3043).
 void syncFolder(const QString& folder);
 
 /// Writes a file, which is open, to the disk, gives it a new name in the same folder and writes the
@@ -44,10 +44,9 @@ Linked durableLink(const QString& path, const QString& secondName);
 /// Moves a file to a name that is free. Throws as durableRename does.
 void durableMove(const QString& path, const QString& newPath);
 
-/// Creates a file that did not exist, opens it for reading and writing and marks it as used by this
-/// process. The QFile object does not know the name. A symbolic link with this name is not
-/// followed. Returns false if the name is taken. Throws PermissionDenied (3051) or another error if
-/// the file cannot be created.
+/// Creates a new file, opens it for reading and writing, and marks it as used by this process. The
+/// QFile object has no file name. Returns false if the name is taken, also by a symbolic link.
+/// Throws PermissionDenied (3051) or another error if the file cannot be created.
 bool createFile(QFile& file, const QString& path, Readers readers);
 
 /// Creates a folder that only the user can enter. Returns false if the name is taken. Throws
@@ -70,9 +69,9 @@ private:
     int descriptor_;
 };
 
-/// Removes a file or folder that createFile or FolderMark marked for a process that has ended. Does
-/// nothing if the process is still running, if another user owns the file or folder, or if the file
-/// system cannot mark files.
+/// Removes a file or folder that a process marked by createFile or FolderMark and left behind when
+/// it ended. Does nothing if that process is still running, if another user owns the file or
+/// folder, or if the file system cannot mark files.
 void removeIfLeft(const QString& path);
 
 /// The owner, the group and the permissions of a file.
@@ -83,7 +82,7 @@ struct FileAccess
     unsigned mode = 0;
     QByteArray list; ///< The access control list; empty if there is none.
 };
-/// Returns the access of an existing file. Throws PermissionDenied (3051).
+/// Returns owner, group and permissions of an existing file. Throws PermissionDenied (3051).
 FileAccess accessOf(const QString& path);
 
 /// Gives an open file the same owner, group and permissions. Returns false if the process or the

@@ -49,8 +49,8 @@ bool isWritableByOthers(const QFileInfo& file)
     return !ours || file.permission(QFile::WriteGroup) || file.permission(QFile::WriteOther);
 }
 
-/// Returns true if nobody else can replace the entries of ours in the folder: others cannot write
-/// to it, or it is sticky, as /tmp is.
+/// Returns true if other users cannot replace this user's files in the folder: they cannot write to
+/// the folder, or it has the sticky bit, as /tmp has.
 bool keepsItsEntries(const QFileInfo& folder)
 {
     std::error_code error;
@@ -80,9 +80,9 @@ bool isOnlyOurs(const QString& folder)
 
 #endif
 
-/// Lets Qt forget the program's folder when it creates the application. Qt adds the folder at that
-/// moment to the paths that it finds, and then repeats the changes made by setLibraryPaths(). So
-/// the folder must be among the first paths to be removed from the application's later ones.
+/// Returns Qt's plugin paths without the program's folder. Qt adds this folder when it creates the
+/// application, and then applies the changes made by setLibraryPaths() again. A removal counts as
+/// such a change only if the folder was among the paths before, so it is added here first.
 QStringList pathsWithoutTheFolder(const QString& folder)
 {
     const QByteArray before = qgetenv(pluginPathVariable);

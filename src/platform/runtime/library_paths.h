@@ -8,11 +8,11 @@ namespace runtime {
 /// Restricts the folders from which Qt loads plugins. To be called before a QCoreApplication is
 /// created, since creating a QGuiApplication already loads the first plugin.
 ///
-/// Qt also searches the program's own folder, to which all stations may have to write, because it
-/// may hold the store. Afterwards plugins come from these folders only, in this order: those named
-/// by the user in QT_PLUGIN_PATH, the folder `plugins` beside the program if it is trusted, and the
-/// folder that belongs to the Qt libraries in use. A qt.conf beside the program is never read,
-/// because :/qt/etc/qt.conf is built in.
+/// By default Qt also searches the program's folder. All stations can write to it if it contains
+/// the store, so a plugin there would run as every other user. After the call, plugins are loaded
+/// from these folders only, in this order: the folders in QT_PLUGIN_PATH, which the user sets; the
+/// folder `plugins` beside the program if it is trusted; and the folder of the Qt libraries in use.
+/// A qt.conf beside the program is never read, because :/qt/etc/qt.conf is built in.
 void useTrustedLibraryPaths();
 
 /// Returns true if only the administrator and the current user can change the folder, anything in

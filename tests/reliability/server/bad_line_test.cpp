@@ -148,7 +148,7 @@ TEST_F(BadLine, CutConnectionLosesNothing)
 }
 
 /// A connection that fails in one direction only: the server gets no more requests, or the station
-/// gets no more answers. One time in four, nobody is told the end of the connection.
+/// gets no more answers. In one of four cases, neither side notices the end of the connection.
 TEST_F(BadLine, ConnectionCutInOneDirectionLosesAndRepeatsNothing)
 {
     const unsigned seed = printedSeed();

@@ -72,9 +72,9 @@ public:
     {
         throw runtime::RunTimeError(runtime::OperationNotSupported);
     }
-    /// Lets the rest of the transaction create tables for the user who owns these tables. If there
-    /// are no tables, that is the owner role of the server's setup. Does nothing if the current
-    /// user may not act as the owner, and in an embedded store.
+    /// Makes the owner of these tables the owner of all tables that the rest of the transaction
+    /// creates. If the list is empty, the owner is the role that `zomrel-store server-setup`
+    /// creates. Does nothing in an embedded store, or if the current user may not act as the owner.
     virtual void actAsOwnerOf(const QStringList&) {}
     /// Returns statements that give tables with these names the rights that the present tables
     /// have. A statement does nothing if its table does not exist.

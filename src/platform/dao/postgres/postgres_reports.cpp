@@ -1,4 +1,4 @@
-// What a server's settings and its log of changes tell.
+// Reports about a server: how durable its settings are, and its log of changes.
 
 #include "platform/dao/postgres/postgres_bulk.h"
 

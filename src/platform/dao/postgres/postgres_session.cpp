@@ -25,7 +25,7 @@ namespace {
 
 constexpr auto greetingName = "zomrel_greeting";
 constexpr std::chrono::seconds greetingPatience(3);
-/// The time within which a new connection is tried after an answer was lost.
+/// Time limit for reconnecting after an answer was lost.
 constexpr std::chrono::seconds reconnectPatience(5);
 constexpr std::chrono::milliseconds reconnectPause(100);
 

@@ -21,10 +21,10 @@ using Socket = int;
 #endif
 
 constexpr char authenticationType = 'R';
-/// The types of requests in the messages of this type.
+/// Request types of an authentication message that ask for a readable password.
 constexpr quint32 clearText = 3;
 constexpr quint32 md5 = 5;
-/// The type and the length of a message, and the type of the request.
+/// Sizes in bytes: the header (message type and length), and the header with the request type.
 constexpr qsizetype messageHeadLength = 1 + 4;
 constexpr qsizetype requestLength = messageHeadLength + 4;
 

@@ -59,7 +59,7 @@ public:
     /// True if the server stores a token with each added row (see row_tokens.h).
     bool usesTokens() const { return usesTokens_; }
     void setUsesTokens(bool uses) { usesTokens_ = uses; }
-    /// The token of the last row that was added and answered; empty before the first one.
+    /// The token of the last row that the server confirmed; empty before the first one.
     const QString& lastToken() const { return lastToken_; }
     void setLastToken(const QString& token) { lastToken_ = token; }
 

@@ -100,8 +100,8 @@ QByteArray sessionOptions(const Timeouts& timeouts)
 /// Whether and how a log-in may use the user's password.
 enum class PasswordUse {
     None,
-    /// Only over an encrypted connection, and only bound to the certificate of this connection
-    /// (SCRAM-SHA-256-PLUS). The client library refuses to send the password in any other form.
+    /// Only over an encrypted connection, and only with SCRAM-SHA-256-PLUS, which binds the log-in
+    /// to the certificate of this connection. The client library refuses every other request.
     Bound,
     /// Over an unencrypted connection, by SCRAM-SHA-256. The requests of the server are examined,
     /// because the client library would answer any of them.
@@ -135,7 +135,7 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
         {"channel_binding", use == PasswordUse::Bound ? "require" : "disable"},
         {"passfile", mayUsePassword ? "" : noPasswordFile},
         {"password", mayUsePassword ? environmentPassword() : QByteArray()},
-        // It would take precedence over TLS and its verification.
+        // Encryption by GSSAPI would take precedence over TLS and its verification.
         {"gssencmode", "disable"},
         {"client_encoding", "UTF8"},
         {"application_name", "Zomrel"},
@@ -165,7 +165,8 @@ struct Attempt
     bool isEncrypted = false;
 };
 
-/// Waits for the rest of a message of which a part has arrived. Its sender sends it in one piece.
+/// Pause before looking again for the rest of an incomplete message. It is short, because a server
+/// sends such a message in one piece.
 constexpr std::chrono::milliseconds restPause(1);
 
 /// Returns true if the server asks for the password in a readable form.
