@@ -1,6 +1,7 @@
 #include "tools/store/new_store.h"
 
 #include "platform/dao/database.h"
+#include "platform/dao/table_copy.h"
 #include "store/schema.h"
 #include "tools/store/place.h"
 
@@ -17,22 +18,21 @@ const QString& freePath(const QString& path)
     return path;
 }
 
-void createTable(dao::Database& database, const store::TableSchema& schema)
-{
-    dao::TableDef table = database.CreateTableDef(schema.name);
-    for (const dao::FieldInfo& field : schema.fields)
-        table.Fields().Append(dao::FieldDef(field));
-    for (const dao::IndexInfo& index : schema.indexes)
-        table.indexes().Append(dao::Index(index));
-    database.tableDefs().Append(table);
-}
-
 } // namespace
 
 void createTables(dao::Database& database)
 {
     for (const store::TableSchema& table : store::schema())
-        createTable(database, table);
+        store::createTable(database, table);
+}
+
+void createOwnTables(dao::Database& database)
+{
+    const QStringList found = dao::ownTables(database);
+    for (const store::TableSchema& table : store::ownTables()) {
+        if (!found.contains(table.name))
+            store::createTable(database, table);
+    }
 }
 
 NewStore::NewStore(const QString& path, Tables tables, runtime::Readers readers)

@@ -94,6 +94,10 @@ QStringList checkSchema(const Layout& layout)
         else
             findings.append(u"%1: the table is missing"_s.arg(expected.name));
     }
+    for (const store::TableSchema& expected : store::ownTables()) {
+        if (const store::TableSchema* found = tableIn(layout, expected.name))
+            findings += checkFields(expected, *found) + checkIndexes(expected, *found);
+    }
     return findings;
 }
 

@@ -40,14 +40,17 @@ void StillStore::examine()
 {
     const Layout layout = layoutOf(*database_);
     findings_ = checkSchema(layout);
+    const QStringList own = dao::ownTables(*database_);
     for (const store::TableSchema& each : layout) {
+        if (own.contains(each.name))
+            continue;
         const store::TableSchema* known = store::tableSchema(each.name);
         if (known != nullptr && known->name == each.name)
             tables_.append(each.name);
         else
             notes_.append(each.name + u": is no table of the store; left out"_s);
     }
-    tables_ += dao::ownTables(*database_);
+    tables_ += own;
 }
 
 QStringList StillStore::check() const
