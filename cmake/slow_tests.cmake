@@ -90,6 +90,10 @@ set(ZOMREL_SLOW_TESTS
     shell_mdi_zomrel_test_on_server
     shell_start_test
     shell_status_bar_test
+    shop_plan_check_test
+    shop_planner_test
+    shop_tools_program_test
+    shop_tools_program_test_on_server
     start_journey
     start_journey_on_server
     store_access_test
