@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
 
@@ -170,6 +171,15 @@ QStringList allFindings(const QJsonObject& plan, const shop::Pieces& wanted)
     return shop::checking::checkPlan(plan) + shop::checking::checkAgainst(plan, wanted, {});
 }
 
+/// Returns the contents of all documents that the checker reads.
+QMap<QString, QByteArray> csvFilesOf(const ShopPack& pack)
+{
+    return {{u"cut-list.csv"_s, shop::cutListCsv(pack)},
+            {u"bar-plan.csv"_s, shop::barPlanCsv(pack)},
+            {u"glass.csv"_s, shop::glassCsv(pack)},
+            {u"mesh.csv"_s, shop::meshCsv(pack)}};
+}
+
 } // namespace
 
 TEST(PlanCheckTest, SoundPlan_HasNoFinding)
@@ -218,9 +228,7 @@ TEST(PlanCheckTest, DocumentWithOtherTotals_IsFound)
 {
     const ShopPack pack = packOf(lines());
     const QJsonObject plan = jsonOf(pack);
-    QMap<QString, QByteArray> files;
-    for (const shop::DocumentKind& each : shop::documentKinds())
-        files.insert(each.file, each.make(pack));
+    const QMap<QString, QByteArray> files = csvFilesOf(pack);
     EXPECT_EQ(shop::checking::checkDocuments(files, plan, pack.pieces), QStringList());
     for (const QString& file :
          {u"cut-list.csv"_s, u"bar-plan.csv"_s, u"glass.csv"_s, u"mesh.csv"_s}) {
@@ -263,5 +271,42 @@ TEST(PlanCheckTest, TenThousandRandomPlans_AreSound)
         const QStringList findings = shop::checking::checkPlan(plan) +
                                      shop::checking::checkAgainst(plan, pack.pieces, settings);
         ASSERT_EQ(findings, QStringList()) << i;
+    }
+}
+
+TEST(PlanCheckTest, TwoThousandRandomLines_HaveEqualFiguresInAllDocuments)
+{
+    std::mt19937 dice(20260302);
+    const auto measure = [&](unsigned from, unsigned to) {
+        return (from + dice() % (to - from)) / 100.0;
+    };
+    for (int order = 1; order <= 100; ++order) {
+        std::vector<shop::OrderLine> orderLines;
+        int framePieces = 0;
+        for (int i = 1; i <= 20; ++i) {
+            const bool isDoor = dice() % 4 == 0;
+            shop::OrderLine line = isDoor ? shoptest::door() : shoptest::window();
+            line.order = order;
+            line.line = i;
+            line.frame.width = measure(4000, 30000);
+            line.frame.height = measure(4000, 30000);
+            line.frame.count = static_cast<int>(1 + dice() % 4);
+            line.sash.width = measure(2000, 15000);
+            if (!isDoor)
+                line.glass.width = measure(2000, 15000);
+            orderLines.push_back(line);
+            const int count = *line.frame.count;
+            framePieces += isDoor ? (count + 1) / 2 + count : 2 * count;
+        }
+        const ShopPack pack = packOf(orderLines);
+        EXPECT_EQ(
+            std::count_if(pack.pieces.pieces.begin(), pack.pieces.pieces.end(),
+                          [](const auto& each) { return each.group.part == shop::Part::Frame; }),
+            framePieces);
+        const QJsonObject plan = jsonOf(pack);
+        ASSERT_EQ(allFindings(plan, pack.pieces) +
+                      shop::checking::checkDocuments(csvFilesOf(pack), plan, pack.pieces),
+                  QStringList())
+            << order;
     }
 }
