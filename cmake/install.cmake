@@ -1,12 +1,12 @@
 # Everything is installed into one folder, because the program looks for its store and its logo
 # beside itself. Targets that are not built are skipped.
-foreach(program Zomrel zomrel-store zomrel-demo)
+foreach(program Zomrel zomrel-store zomrel-shop zomrel-demo)
   if(TARGET ${program})
     install(TARGETS ${program} DESTINATION .)
   endif()
 endforeach()
 
-install(FILES docs/zomrel-store.1 DESTINATION .)
+install(FILES docs/zomrel-store.1 docs/zomrel-shop.1 DESTINATION .)
 
 # An existing logo is not replaced, because it may be the workshop's own picture.
 install(
@@ -21,7 +21,7 @@ install(
   DESTINATION share/applications
   COMPONENT desktop EXCLUDE_FROM_ALL)
 install(
-  FILES docs/zomrel-store.1
+  FILES docs/zomrel-store.1 docs/zomrel-shop.1
   DESTINATION share/man/man1
   COMPONENT desktop EXCLUDE_FROM_ALL)
 foreach(pixels 16 32 48 128 256)

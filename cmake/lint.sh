@@ -18,7 +18,7 @@ widget_free="src/platform/runtime/* src/platform/dao/* src/platform/dao/*/* src/
   src/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
   src/platform/report/pagination.* src/platform/report/sections.* tools/store/*
-  tools/store/old_store/*"
+  tools/store/old_store/* src/shop/* src/shop/planning/* src/shop/checking/* tools/shop/*"
 widget_headers='QtWidgets|QtPrintSupport|Q(Widget|Application|Dialog|MainWindow|MdiArea|MessageBox|Label|LineEdit|ComboBox'
 widget_headers="$widget_headers"'|CheckBox|PushButton|ToolBar|ToolButton|StatusBar|Menu|TableView|AbstractItemView|HeaderView'
 widget_headers="$widget_headers"'|Layout|[A-Z][A-Za-z]*Layout|Frame|GroupBox|Print[A-Z][A-Za-z]*|Style|StyledItemDelegate)'
@@ -50,7 +50,7 @@ src/platform/dao/
 src/platform/controls/ src/platform/report/
 src/base/
 src/store/
-src/catalogue/ src/output/
+src/catalogue/ src/output/ src/shop/
 src/calculation/
 src/orders/
 src/shell/

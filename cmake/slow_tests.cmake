@@ -92,6 +92,10 @@ set(ZOMREL_SLOW_TESTS
     shell_stall_window_test
     shell_start_test
     shell_status_bar_test
+    shop_plan_check_test
+    shop_planner_test
+    shop_tools_program_test
+    shop_tools_program_test_on_server
     stalled_share_journey
     start_journey
     start_journey_on_server

@@ -1,5 +1,6 @@
 #include "store/schema.h"
 
+#include "platform/dao/database.h"
 #include "platform/dao/engine/field_search.h"
 
 using namespace Qt::StringLiterals;
@@ -133,6 +134,23 @@ TableSchema list(const QString& name)
             .indexes = {primaryKey(u"Code"_s)}};
 }
 
+/// The settings of bars: one row for each part, profile and colour with settings of its own.
+TableSchema bars()
+{
+    TableSchema table;
+    table.name = u"zomrel_bars"_s;
+    table.fields = {counter(u"Code"_s), text(u"Part"_s, 10), text(u"Profile"_s, 50),
+                    text(u"Colour"_s, 50)};
+    for (const QString& each :
+         {u"Bar_Length"_s, u"Kerf"_s, u"Trim"_s, u"Angle"_s, u"Offcut"_s, u"Width_Factor"_s,
+          u"Height_Factor"_s, u"Door_Width_Factor"_s, u"Door_Height_Factor"_s})
+        table.fields.push_back(decimal(each));
+    table.indexes = {
+        primaryKey(u"Code"_s),
+        {.name = u"Bars_Key"_s, .fields = {u"Part"_s, u"Profile"_s, u"Colour"_s}, .unique = true}};
+    return table;
+}
+
 std::vector<TableSchema> allTables()
 {
     std::vector<TableSchema> tables{orders(), cuts(), serials()};
@@ -154,6 +172,29 @@ const std::vector<TableSchema>& schema()
 {
     static const std::vector<TableSchema> tables = allTables();
     return tables;
+}
+
+const std::vector<TableSchema>& ownTables()
+{
+    static const std::vector<TableSchema> tables{bars()};
+    return tables;
+}
+
+std::vector<TableSchema> wholeSchema()
+{
+    std::vector<TableSchema> all = schema();
+    all.insert(all.end(), ownTables().begin(), ownTables().end());
+    return all;
+}
+
+void createTable(dao::Database& database, const TableSchema& table)
+{
+    dao::TableDef created = database.CreateTableDef(table.name);
+    for (const dao::FieldInfo& field : table.fields)
+        created.Fields().Append(dao::FieldDef(field));
+    for (const dao::IndexInfo& index : table.indexes)
+        created.indexes().Append(dao::Index(index));
+    database.tableDefs().Append(created);
 }
 
 const TableSchema* tableSchema(const QString& name)

@@ -4,6 +4,10 @@
 
 #include <vector>
 
+namespace dao {
+class Database;
+}
+
 namespace store {
 
 /// The definition of one table of the store: its fields by ordinal and its indexes, the primary key
@@ -21,7 +25,18 @@ struct TableSchema
 /// Returns the eleven tables in the order in which they are created.
 const std::vector<TableSchema>& schema();
 
-/// Returns the table with this name, ignoring case, or nullptr if the schema has none.
+/// Returns the program's own tables, whose names begin with "zomrel_". Listings of a database do
+/// not show them. A store may lack any of them; the code that uses a table creates it when needed.
+const std::vector<TableSchema>& ownTables();
+
+/// Returns the eleven tables followed by the program's own tables.
+std::vector<TableSchema> wholeSchema();
+
+/// Creates the table with its fields and indexes. Throws any error of the engine, in particular if
+/// the table exists.
+void createTable(dao::Database& database, const TableSchema& table);
+
+/// Returns the one of the eleven tables with this name, ignoring case, or nullptr.
 const TableSchema* tableSchema(const QString& name);
 
 /// The names of a window part's two lookup tables.

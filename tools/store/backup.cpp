@@ -226,6 +226,7 @@ RestoreOutcome restoreDatabase(const Place& backup, const Place& place, Oddities
     if (!replaced.isEmpty())
         outcome.kept = dao::setAside(*database, replaced);
     const StoreContents contents = source.copyTo(*database, progress);
+    createOwnTables(*database);
     dao::applyGrants(*database, grants);
     readBack(*database, contents, progress);
     database->CommitTrans();

@@ -193,6 +193,10 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     Counts counts(out);
     for (const store::TableSchema& table : store::schema())
         counts.add(table.name, outcome.contents.at(table.name).rows);
+    for (const auto& [table, contents] : outcome.contents) {
+        if (store::tableSchema(table) == nullptr)
+            counts.add(table, contents.rows);
+    }
     out << "moved " << arguments[0] << " to " << arguments[1]
         << "; both hold the same rows in all tables\n";
     return Success;

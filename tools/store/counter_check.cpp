@@ -43,7 +43,7 @@ bool isCounted(const store::TableSchema& found, const QString& field)
 QStringList checkCounters(dao::Database& database, const Layout& layout)
 {
     QStringList findings;
-    for (const store::TableSchema& expected : store::schema()) {
+    for (const store::TableSchema& expected : store::wholeSchema()) {
         const store::TableSchema* found = tableIn(layout, expected.name);
         if (found == nullptr)
             continue;

@@ -11,6 +11,7 @@ class Database;
 namespace storetools {
 
 /// The tables, fields and indexes that a store actually has, in the form of the schema description.
+/// The program's own tables are last.
 using Layout = std::vector<store::TableSchema>;
 
 Layout layoutOf(dao::Database& database);

@@ -21,6 +21,7 @@ StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
     dao::actAsOwnerOf(target, {});
     StoreContents contents = source.copyTo(target, progress);
     readBack(target, contents, progress);
+    createOwnTables(target);
     target.CommitTrans();
     return contents;
 }

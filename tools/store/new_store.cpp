@@ -18,23 +18,22 @@ const QString& freePath(const QString& path)
     return path;
 }
 
-void createTable(dao::Database& database, const store::TableSchema& schema)
-{
-    dao::TableDef table = database.CreateTableDef(schema.name);
-    for (const dao::FieldInfo& field : schema.fields)
-        table.Fields().Append(dao::FieldDef(field));
-    for (const dao::IndexInfo& index : schema.indexes)
-        table.indexes().Append(dao::Index(index));
-    database.tableDefs().Append(table);
-}
-
 } // namespace
 
 void createTables(dao::Database& database)
 {
     for (const store::TableSchema& table : store::schema())
-        createTable(database, table);
+        store::createTable(database, table);
     dao::makeStoreMark(database);
+}
+
+void createOwnTables(dao::Database& database)
+{
+    const QStringList found = dao::ownTables(database);
+    for (const store::TableSchema& table : store::ownTables()) {
+        if (!found.contains(table.name))
+            store::createTable(database, table);
+    }
 }
 
 NewStore::NewStore(const QString& path, Tables tables, runtime::Readers readers)

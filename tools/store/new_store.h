@@ -16,6 +16,9 @@ namespace storetools {
 /// Creates the eleven tables and their indexes in a database that has none of them, and gives the
 /// store an identity. To be called within a transaction.
 void createTables(dao::Database& database);
+/// Creates those of the program's own tables that a database lacks. Stations of a server have no
+/// right to create tables, so the tables must exist before they are needed.
+void createOwnTables(dao::Database& database);
 
 /// A new embedded store under construction. It is created in the folder for temporary files. When
 /// it is complete, it is copied to the folder of its final path and put in place there. The

@@ -159,7 +159,7 @@ QStringList checkRows(dao::Database& database, const Layout& layout)
 {
     QStringList findings;
     std::optional<QMap<int, int>> orders;
-    for (const store::TableSchema& expected : store::schema()) {
+    for (const store::TableSchema& expected : store::wholeSchema()) {
         const store::TableSchema* found = tableIn(layout, expected.name);
         if (found == nullptr)
             continue;

@@ -1,5 +1,6 @@
 #include "tools/store/schema_check.h"
 
+#include "platform/dao/engine/store_mark.h"
 #include "store/line_columns.h"
 
 #include <algorithm>
@@ -107,6 +108,13 @@ QStringList foreignFields(const store::TableSchema& expected, const store::Table
     return findings;
 }
 
+QString uniqueness(const dao::IndexInfo& index)
+{
+    if (index.primary)
+        return u"the primary key"_s;
+    return index.unique ? u"a unique index"_s : u"an index that is not unique"_s;
+}
+
 /// Returns the findings about indexes that the program does not make, or makes otherwise.
 QStringList foreignIndexes(const store::TableSchema& expected, const store::TableSchema& found)
 {
@@ -119,10 +127,18 @@ QStringList foreignIndexes(const store::TableSchema& expected, const store::Tabl
                 u"%1: the index '%2' is not the program's"_s.arg(expected.name, index.name));
         else if (index.unique != wanted->unique || index.primary != wanted->primary)
             findings.append(u"%1: the index '%2' on %3 has to be %4"_s.arg(
-                expected.name, index.name, wanted->fields.join(u", "_s),
-                wanted->primary ? u"the primary key"_s : u"an index that is not unique"_s));
+                expected.name, index.name, wanted->fields.join(u", "_s), uniqueness(*wanted)));
     }
     return findings;
+}
+
+/// Returns the table of this name among the eleven and the program's own, or nullptr.
+const store::TableSchema* expectedTable(const QString& name)
+{
+    if (const store::TableSchema* table = store::tableSchema(name))
+        return table;
+    const auto own = std::ranges::find(store::ownTables(), name, &store::TableSchema::name);
+    return own == store::ownTables().end() ? nullptr : &*own;
 }
 
 } // namespace
@@ -131,7 +147,9 @@ QStringList checkForeignParts(const Layout& layout)
 {
     QStringList findings;
     for (const store::TableSchema& found : layout) {
-        const store::TableSchema* expected = store::tableSchema(found.name);
+        if (found.name == dao::storeMarkTable)
+            continue;
+        const store::TableSchema* expected = expectedTable(found.name);
         if (expected == nullptr || expected->name != found.name)
             findings.append(found.name + ": is no table of the store"_L1);
         else
@@ -148,6 +166,10 @@ QStringList checkSchema(const Layout& layout)
             findings += checkFields(expected, *found) + checkIndexes(expected, *found);
         else
             findings.append(u"%1: the table is missing"_s.arg(expected.name));
+    }
+    for (const store::TableSchema& expected : store::ownTables()) {
+        if (const store::TableSchema* found = tableIn(layout, expected.name))
+            findings += checkFields(expected, *found) + checkIndexes(expected, *found);
     }
     return findings;
 }

@@ -40,7 +40,10 @@ void StillStore::examine()
 {
     const Layout layout = layoutOf(*database_);
     findings_ = checkSchema(layout);
+    const QStringList own = dao::ownTables(*database_);
     for (const store::TableSchema& each : layout) {
+        if (own.contains(each.name))
+            continue;
         const store::TableSchema* known = store::tableSchema(each.name);
         if (known != nullptr && known->name == each.name)
             tables_.append(each.name);
@@ -48,7 +51,7 @@ void StillStore::examine()
             notes_.append(each.name + u": not a table of the store, not copied"_s);
     }
     // The copy gets a mark of its own.
-    tables_ += dao::ownTables(*database_);
+    tables_ += own;
     tables_.removeAll(dao::storeMarkTable);
 }
 

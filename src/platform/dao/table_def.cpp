@@ -40,6 +40,18 @@ Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
     return held->session();
 }
 
+/// Returns the definition of a table that the store contains.
+std::shared_ptr<TableDefState> stateOf(const TableInfo& table,
+                                       const std::weak_ptr<const SessionOwner>& owner)
+{
+    auto state = std::make_shared<TableDefState>();
+    state->name = table.name;
+    state->updatable = table.updatable;
+    state->appended = true;
+    state->owner = owner;
+    return state;
+}
+
 } // namespace
 
 bool isOwnTable(const QString& name)
@@ -227,12 +239,7 @@ std::vector<std::shared_ptr<TableDefState>> TableList::listed()
             return state->name.compare(each.name, Qt::CaseInsensitive) == 0;
         });
         if (found == known.end()) {
-            auto state = std::make_shared<TableDefState>();
-            state->name = each.name;
-            state->updatable = each.updatable;
-            state->appended = true;
-            state->owner = owner;
-            found = known.insert(known.end(), std::move(state));
+            found = known.insert(known.end(), stateOf(each, owner));
         }
         all.push_back(*found);
     }
@@ -260,7 +267,11 @@ TableDef TableDefs::operator()(const QString& name) const
         if (each->name.compare(name, Qt::CaseInsensitive) == 0)
             return TableDef(each);
     }
-    throw RunTimeError(runtime::ItemNotFound);
+    const std::optional<TableInfo> own =
+        isOwnTable(name) ? sessionOf(list_->owner).table(name) : std::nullopt;
+    if (!own)
+        throw RunTimeError(runtime::ItemNotFound);
+    return TableDef(stateOf(*own, list_->owner));
 }
 
 void TableDefs::Append(const TableDef& table) const

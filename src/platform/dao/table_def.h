@@ -108,8 +108,8 @@ class TableDefs
 public:
     explicit TableDefs(std::shared_ptr<TableList> list) : list_(std::move(list)) {}
     int Count() const;
-    /// Returns a table by position in the order of creation, or by case-insensitive name. Throws
-    /// ItemNotFound (3265).
+    /// Returns a table by position in the order of creation, or by case-insensitive name. The name
+    /// may also be that of an internal table, which is not counted. Throws ItemNotFound (3265).
     TableDef operator()(int position) const;
     TableDef operator()(const QString& name) const;
     /// Creates the table in the store.

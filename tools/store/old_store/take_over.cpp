@@ -115,6 +115,7 @@ public:
         database_->BeginTrans();
         dao::actAsOwnerOf(*database_, {});
         createTables(*database_);
+        createOwnTables(*database_);
     }
     dao::Database& database() override { return *database_; }
     dao::Database& finished() override { return *database_; }

@@ -1,0 +1,275 @@
+#include "shop/checking/plan_check.h"
+#include "shop/csv.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+using namespace Qt::StringLiterals;
+
+namespace shop::checking {
+
+namespace {
+
+/// Compares how often things exist with how often they should. Things are identified by a text.
+class Tally
+{
+public:
+    void want(const QString& thing, int count = 1) { counts_[thing] += count; }
+    void have(const QString& thing, int count = 1) { counts_[thing] -= count; }
+
+    QStringList findings(const QString& what) const
+    {
+        QStringList findings;
+        for (const auto& [thing, count] : counts_) {
+            if (count > 0)
+                findings.append(u"%1: %2 missing: %3"_s.arg(what).arg(count).arg(thing));
+            else if (count < 0)
+                findings.append(u"%1: %2 too many: %3"_s.arg(what).arg(-count).arg(thing));
+        }
+        return findings;
+    }
+
+private:
+    std::map<QString, int> counts_;
+};
+
+QString words(const QJsonObject& object, const QStringList& keys)
+{
+    QStringList texts;
+    for (const QString& key : keys) {
+        const QJsonValue value = object[key];
+        texts.append(value.isDouble() ? numberText(value.toDouble()) : value.toString());
+    }
+    return texts.join(" | "_L1);
+}
+
+QString pieceWords(const GroupKey& group, const Piece& piece)
+{
+    return QStringList{partName(group.part),
+                       group.profile,
+                       group.colour,
+                       QString::number(piece.order),
+                       QString::number(piece.line),
+                       sideName(piece.side),
+                       numberText(piece.length)}
+        .join(" | "_L1);
+}
+
+QString paneWords(const Pane& pane)
+{
+    return QStringList{QString::number(pane.order),
+                       QString::number(pane.line),
+                       numberText(pane.width),
+                       numberText(pane.height),
+                       QString::number(pane.count),
+                       pane.kind,
+                       pane.colour}
+        .join(" | "_L1);
+}
+
+void checkSettings(const QJsonObject& group, const SettingsByGroup& settings, QStringList& findings)
+{
+    const std::optional<Part> part = partNamed(group["part"_L1].toString());
+    if (!part)
+        return;
+    const BarSettings wanted = settingsOf(
+        settings, {*part, group["profile"_L1].toString(), group["colour"_L1].toString()});
+    if (group["barLength"_L1].toDouble() != wanted.barLength ||
+        group["kerf"_L1].toDouble() != wanted.kerf || group["trim"_L1].toDouble() != wanted.trim)
+        findings.append(u"%1: bar length, kerf or trim differs from the settings"_s.arg(
+            words(group, {u"part"_s, u"profile"_s, u"colour"_s})));
+}
+
+Tally pieceTally(const QJsonObject& plan, const Pieces& wanted)
+{
+    Tally tally;
+    for (const Piece& each : wanted.pieces)
+        tally.want(pieceWords(each.group, each));
+    for (const QJsonValue& each : plan["groups"_L1].toArray()) {
+        const QJsonObject group = each.toObject();
+        const QString name = words(group, {u"part"_s, u"profile"_s, u"colour"_s});
+        for (const QJsonValue& bars : group["bars"_L1].toArray()) {
+            for (const QJsonValue& piece : bars["pieces"_L1].toArray())
+                tally.have(
+                    name + " | "_L1 +
+                    words(piece.toObject(), {u"order"_s, u"line"_s, u"side"_s, u"length"_s}));
+        }
+    }
+    return tally;
+}
+
+/// The cells of a CSV document by column name, without the apostrophe of guarded texts.
+class CsvTable
+{
+public:
+    explicit CsvTable(const QByteArray& file)
+    {
+        const std::optional<QList<QStringList>> rows = readCsv(file);
+        if (!rows || rows->isEmpty())
+            return;
+        heading_ = rows->front();
+        rows_ = rows->mid(1);
+    }
+
+    qsizetype size() const { return rows_.size(); }
+    QString text(qsizetype row, const QString& column) const
+    {
+        const QString cell = rows_[row].value(heading_.indexOf(column));
+        return cell.startsWith(u'\'') && textCell(cell.mid(1)) == cell ? cell.mid(1) : cell;
+    }
+    double number(qsizetype row, const QString& column) const
+    {
+        return text(row, column).toDouble();
+    }
+
+private:
+    QStringList heading_;
+    QList<QStringList> rows_;
+};
+
+QString groupIn(const CsvTable& table, qsizetype row)
+{
+    return QStringList{table.text(row, u"part"_s), table.text(row, u"profile"_s),
+                       table.text(row, u"colour"_s)}
+        .join(" | "_L1);
+}
+
+/// The number of pieces and the sum of their lengths, by group.
+using Totals = std::map<QString, std::pair<double, double>>;
+
+Totals totalsOf(const QJsonObject& plan)
+{
+    Totals totals;
+    for (const QJsonValue& each : plan["groups"_L1].toArray()) {
+        const QJsonObject group = each.toObject();
+        auto& [count, length] = totals[words(group, {u"part"_s, u"profile"_s, u"colour"_s})];
+        for (const QJsonValue& bars : group["bars"_L1].toArray()) {
+            for (const QJsonValue& piece : bars["pieces"_L1].toArray()) {
+                ++count;
+                length += piece["length"_L1].toDouble();
+            }
+        }
+    }
+    return totals;
+}
+
+void compareTotals(const QString& file, const Totals& found, const Totals& wanted,
+                   QStringList& findings)
+{
+    const bool isSame = std::equal(
+        found.begin(), found.end(), wanted.begin(), wanted.end(), [](const auto& a, const auto& b) {
+            const double tolerance = 1e-9 * std::max(1.0, b.second.second);
+            return a.first == b.first && a.second.first == b.second.first &&
+                   std::abs(a.second.second - b.second.second) <= tolerance;
+        });
+    if (!isSame)
+        findings.append(u"%1: the totals differ from plan.json"_s.arg(file));
+}
+
+void checkCutList(const QString& file, const CsvTable& table, const Totals& wanted,
+                  QStringList& findings)
+{
+    Totals totals;
+    for (qsizetype row = 0; row < table.size(); ++row) {
+        auto& [count, length] = totals[groupIn(table, row)];
+        count += table.number(row, u"count"_s);
+        length += table.number(row, u"total"_s);
+        if (std::abs(table.number(row, u"length"_s) * table.number(row, u"count"_s) -
+                     table.number(row, u"total"_s)) >
+            1e-9 * std::max(1.0, table.number(row, u"total"_s)))
+            findings.append(u"%1: row %2: the total is wrong"_s.arg(file).arg(row + 2));
+    }
+    compareTotals(file, totals, wanted, findings);
+}
+
+void checkBarPlan(const QString& file, const CsvTable& table, const Totals& wanted,
+                  QStringList& findings)
+{
+    Totals totals;
+    for (qsizetype row = 0; row < table.size(); ++row) {
+        auto& [count, length] = totals[groupIn(table, row)];
+        ++count;
+        length += table.number(row, u"length"_s);
+    }
+    compareTotals(file, totals, wanted, findings);
+}
+
+void checkPanes(const QString& file, const CsvTable& table, const std::vector<Pane>& wanted,
+                QStringList& findings)
+{
+    double count = 0;
+    double area = 0;
+    for (const Pane& each : wanted) {
+        count += each.count;
+        area += each.width * each.height * each.count / 10000;
+    }
+    for (qsizetype row = 0; row < table.size(); ++row) {
+        count -= table.number(row, u"count"_s);
+        area -= table.number(row, u"area"_s);
+    }
+    if (count != 0 || std::abs(area) > 1e-6)
+        findings.append(u"%1: the totals differ from the lines"_s.arg(file));
+}
+
+} // namespace
+
+QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
+                         const SettingsByGroup& settings)
+{
+    QStringList findings = pieceTally(plan, wanted).findings(u"pieces"_s);
+    for (const QJsonValue& each : plan["groups"_L1].toArray())
+        checkSettings(each.toObject(), settings, findings);
+    Tally panes;
+    for (const Pane& each : wanted.glass)
+        panes.want(paneWords(each));
+    for (const QJsonValue& each : plan["glass"_L1].toArray())
+        panes.have(words(each.toObject(), {u"order"_s, u"line"_s, u"width"_s, u"height"_s,
+                                           u"count"_s, u"kind"_s, u"colour"_s}));
+    Tally errors;
+    for (const Fault& each : wanted.faults)
+        errors.want(QStringList{QString::number(each.order), QString::number(each.line),
+                                partName(each.part), sideName(each.side), reasonText(each)}
+                        .join(" | "_L1));
+    for (const QJsonValue& each : plan["errors"_L1].toArray())
+        errors.have(
+            words(each.toObject(), {u"order"_s, u"line"_s, u"part"_s, u"side"_s, u"reason"_s}));
+    return findings + panes.findings(u"glass"_s) + errors.findings(u"errors"_s);
+}
+
+QStringList checkDocuments(const QMap<QString, QByteArray>& files, const QJsonObject& plan,
+                           const Pieces& wanted)
+{
+    QStringList findings;
+    const Totals totals = totalsOf(plan);
+    if (const QString name = u"cut-list.csv"_s; files.contains(name))
+        checkCutList(name, CsvTable(files[name]), totals, findings);
+    if (const QString name = u"bar-plan.csv"_s; files.contains(name))
+        checkBarPlan(name, CsvTable(files[name]), totals, findings);
+    if (const QString name = u"glass.csv"_s; files.contains(name))
+        checkPanes(name, CsvTable(files[name]), wanted.glass, findings);
+    if (const QString name = u"mesh.csv"_s; files.contains(name))
+        checkPanes(name, CsvTable(files[name]), wanted.mesh, findings);
+    return findings;
+}
+
+QList<int> ordersIn(const QJsonObject& plan)
+{
+    std::set<int> orders;
+    const auto addFrom = [&](const QJsonArray& list) {
+        for (const QJsonValue& each : list)
+            orders.insert(each["order"_L1].toInt());
+    };
+    for (const QJsonValue& group : plan["groups"_L1].toArray()) {
+        for (const QJsonValue& bars : group["bars"_L1].toArray())
+            addFrom(bars["pieces"_L1].toArray());
+    }
+    addFrom(plan["glass"_L1].toArray());
+    addFrom(plan["errors"_L1].toArray());
+    return {orders.begin(), orders.end()};
+}
+
+} // namespace shop::checking

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "shop/shop_plan.h"
+
+#include <QStringList>
+
+namespace shop {
+
+/// All pieces of a group with the same length.
+struct CutListRow
+{
+    GroupKey group;
+    double length = 0;
+    int count = 0;
+    double total = 0;
+    QStringList lines;    ///< As "order-line", without duplicates.
+    bool isClose = false; ///< True if the next longer or shorter length differs by less than 0.3.
+};
+
+/// Returns the rows by group, longest first.
+std::vector<CutListRow> cutList(const std::vector<GroupPlan>& groups);
+
+/// All panes or panels of the same size, kind and colour.
+struct PaneRow
+{
+    double width = 0;
+    double height = 0;
+    int count = 0;
+    QString kind;
+    QString colour;
+    double area = 0; ///< width * height * count / 10000.
+    QStringList lines;
+};
+
+/// Returns the rows by kind and colour, then by descending width and height.
+std::vector<PaneRow> paneList(const std::vector<Pane>& panes);
+
+} // namespace shop

@@ -1,0 +1,97 @@
+#include "shop/order_source.h"
+
+#include "platform/dao/database.h"
+#include "platform/dao/table_copy.h"
+#include "platform/runtime/run_time_error.h"
+#include "shop/bar_table.h"
+
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace shop {
+
+namespace {
+
+std::optional<double> decimalIn(dao::Recordset& row, const QString& field)
+{
+    const QVariant value = row.Fields(field).Value();
+    return value.isValid() ? std::optional(value.toDouble()) : std::nullopt;
+}
+
+std::optional<int> wholeIn(dao::Recordset& row, const QString& field)
+{
+    const QVariant value = row.Fields(field).Value();
+    return value.isValid() ? std::optional(value.toInt()) : std::nullopt;
+}
+
+QString textIn(dao::Recordset& row, const QString& field)
+{
+    return row.Fields(field).Value().toString();
+}
+
+OrderLine lineOf(dao::Recordset& row)
+{
+    OrderLine line;
+    line.order = wholeIn(row, u"Order_Num"_s).value_or(0);
+    line.line = wholeIn(row, u"NUM"_s).value_or(0);
+    line.frame = {decimalIn(row, u"Mashkof_W"_s), decimalIn(row, u"Mashkof_H"_s),
+                  wholeIn(row, u"Mahkof_Count"_s), textIn(row, u"Mashof_Kind"_s),
+                  textIn(row, u"Mahkof_Color"_s)};
+    line.sash = {decimalIn(row, u"Kanaf_W"_s), decimalIn(row, u"Kanaf_H"_s),
+                 wholeIn(row, u"Kanaf_Count"_s), textIn(row, u"Kanaf_Kind"_s),
+                 textIn(row, u"Kanaf_Color"_s)};
+    line.glass = {decimalIn(row, u"Glass_W"_s), decimalIn(row, u"Glass_H"_s),
+                  wholeIn(row, u"Glass_Count"_s), textIn(row, u"Glass_Kind"_s),
+                  textIn(row, u"Glass_Color"_s)};
+    line.mesh = {decimalIn(row, u"Reshet_W"_s), decimalIn(row, u"Reshet_H"_s),
+                 wholeIn(row, u"Reshet_Count"_s), textIn(row, u"Reshet_Kind"_s),
+                 textIn(row, u"Reshet_Color"_s)};
+    line.uCut = decimalIn(row, u"U_Cut"_s);
+    line.uVasa = decimalIn(row, u"U_Vasa"_s);
+    line.slatWidth = decimalIn(row, u"Shalav_Width"_s);
+    line.slatCount = wholeIn(row, u"Shalav_Count"_s);
+    line.boxWidth = decimalIn(row, u"Argaz_Width"_s);
+    return line;
+}
+
+void requireOrder(dao::Database& database, int order)
+{
+    const auto found = database.OpenRecordset(
+        u"SELECT * FROM Orders WHERE Number = %1"_s.arg(order), dao::dbOpenDynaset);
+    if (found->isEof())
+        throw RunTimeError(runtime::NoCurrentRecord, u"There is no order %1."_s.arg(order));
+}
+
+void readLines(dao::Database& database, int order, std::vector<OrderLine>& lines)
+{
+    const auto rows = database.OpenRecordset(
+        u"SELECT * FROM Cuts WHERE Order_Num = %1 ORDER BY NUM ASC"_s.arg(order),
+        dao::dbOpenDynaset);
+    for (; !rows->isEof(); rows->MoveNext())
+        lines.push_back(lineOf(*rows));
+}
+
+} // namespace
+
+OrderSource readOrders(const QString& path, const QList<int>& orders)
+{
+    const auto database = dao::DBEngine::instance().OpenDatabase(path);
+    // Stations may change the store meanwhile, so everything is read from one snapshot.
+    dao::beginSnapshot(*database);
+    OrderSource source;
+    QSet<int> done;
+    for (const int order : orders) {
+        if (done.contains(order))
+            continue;
+        done.insert(order);
+        requireOrder(*database, order);
+        readLines(*database, order, source.lines);
+    }
+    source.settings = readBarTable(*database);
+    database->Rollback();
+    return source;
+}
+
+} // namespace shop

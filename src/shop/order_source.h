@@ -1,0 +1,19 @@
+#pragma once
+
+#include "shop/pieces.h"
+
+namespace shop {
+
+/// The stored data that the documents are made from, all read from the same snapshot.
+struct OrderSource
+{
+    std::vector<OrderLine> lines; ///< In the order of the given orders, then by line number.
+    SettingsByGroup settings;
+};
+
+/// Reads the orders' lines and the settings of bars from the store at the path. An order that is
+/// given twice is read once. Throws NoCurrentRecord (3021) with the number of an order that does
+/// not exist, the errors of readBarTable, and any error of the engine.
+OrderSource readOrders(const QString& path, const QList<int>& orders);
+
+} // namespace shop

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "shop/planning/pricing.h"
+
+#include <memory>
+#include <set>
+
+class ClpSimplex;
+
+namespace shop::planning {
+
+/// The numerical error of the solver's results.
+constexpr double solverNoise = 1e-6;
+
+/// The linear relaxation of a problem: the number of times that each pattern is cut, which may be a
+/// fraction, so that all pieces are cut. Patterns are added as needed (column generation).
+class Columns
+{
+public:
+    explicit Columns(const Problem& problem);
+    ~Columns();
+
+    void add(const Pattern& pattern);
+
+    struct Relaxed
+    {
+        double bars = 0;           ///< The optimum of the known patterns.
+        double bound = 0;          ///< A lower bound of all plans, also with other patterns.
+        std::vector<double> times; ///< The solution, by pattern.
+    };
+    /// Solves the relaxation for the given pieces, with at most this many rounds of new patterns.
+    /// Ends early if more rounds cannot change the bound, rounded up to whole bars.
+    Relaxed solve(const std::vector<int>& pieces, int rounds, const Limits& limits);
+
+    const std::vector<Pattern>& patterns() const { return patterns_; }
+    const Problem& problem() const { return problem_; }
+
+private:
+    std::vector<double> prices() const;
+
+    const Problem& problem_;
+    Pricing pricing_;
+    std::unique_ptr<ClpSimplex> model_;
+    std::vector<Pattern> patterns_;
+    std::set<Pattern> known_;
+};
+
+/// Returns the number of bars rounded up, except for the noise of the solver.
+int wholeBars(double bars);
+
+} // namespace shop::planning

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "shop/planning/problem.h"
+
+namespace shop::planning {
+
+/// Finds a pattern of high value by branch and bound over the types in the order of value per size.
+/// The number of steps is limited. The pattern is empty if no piece fits.
+class PatternSearch
+{
+public:
+    explicit PatternSearch(const Problem& problem);
+
+    /// `values` are the values by type. Types with a value of 0 or less are not used.
+    Pattern best(const std::vector<double>& values, const std::vector<int>& pieces, int steps);
+
+private:
+    void search(std::size_t first, Size room, double value);
+
+    struct Candidate
+    {
+        int type;
+        Size size;
+        double value;
+        double density;
+        int count;
+        Size smallestFrom; ///< The smallest size of this and all later candidates.
+    };
+
+    const Problem& problem_;
+    std::vector<Candidate> candidates_;
+    Pattern current_;
+    Pattern best_;
+    double bestValue_ = 0;
+    int steps_ = 0;
+};
+
+/// Fills one bar after the other with the pattern of the highest value, in several rounds. After
+/// each bar the values of its types are corrected: the more waste, the higher the value.
+class SequentialFilling
+{
+public:
+    SequentialFilling(const Problem& problem, std::uint64_t seed);
+
+    /// Returns the best packing of all rounds. Ends early at a packing of at most `target` bars.
+    Packing run(int rounds, int target, const Limits& limits);
+
+private:
+    Packing round();
+    void correct(const Pattern& pattern);
+
+    const Problem& problem_;
+    PatternSearch search_;
+    std::vector<double> values_;
+    Dice dice_;
+};
+
+} // namespace shop::planning

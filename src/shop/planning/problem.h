@@ -1,0 +1,99 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <vector>
+
+/// Cutting the pieces of a group from as few bars as possible: the one-dimensional cutting stock
+/// problem.
+namespace shop::planning {
+
+/// A length in units of 1e-12 of the measures' unit, so that sums and comparisons are exact. The
+/// sum of a bar never overflows; the sum of all bars of an order may.
+using Size = std::int64_t;
+
+/// The lengths of a group by type. Lengths that differ only by floating-point noise are one type.
+struct Problem
+{
+    std::vector<Size> sizes; ///< The size of a piece and its kerf, strictly descending.
+    std::vector<int> demand; ///< The number of pieces of each type, greater than 0.
+    /// The maximum sum of the sizes of one bar: its usable length and one kerf, because the last
+    /// piece needs no kerf if the bar ends there.
+    Size capacity = 0;
+
+    std::size_t types() const { return sizes.size(); }
+    long pieces() const;
+    /// Returns the problem with other numbers of pieces, which may be 0.
+    Problem withDemand(std::vector<int> pieces) const
+    {
+        return {sizes, std::move(pieces), capacity};
+    }
+};
+
+struct Item
+{
+    int type = 0;
+    int count = 0;
+
+    bool operator==(const Item&) const = default;
+    auto operator<=>(const Item&) const = default;
+};
+
+/// The pieces of one bar, by ascending type.
+using Pattern = std::vector<Item>;
+
+/// A pattern and the number of bars that are cut with it.
+struct Cut
+{
+    Pattern pattern;
+    int times = 0;
+};
+using Packing = std::vector<Cut>;
+
+Size sizeOf(const Problem& problem, const Pattern& pattern);
+int barsOf(const Packing& packing);
+/// Joins equal patterns. Each keeps its first position.
+Packing bundled(const Packing& packing);
+/// Returns how many bars of the pattern the pieces suffice for.
+int timesWithin(const Pattern& pattern, const std::vector<int>& pieces);
+void takeOut(const Pattern& pattern, int times, std::vector<int>& pieces);
+bool isEmpty(const std::vector<int>& pieces);
+
+/// Ends a search early, because it was cancelled or at a deadline. The result is the best one so
+/// far.
+class Limits
+{
+public:
+    Limits() = default;
+    Limits(const std::atomic<bool>* cancelled,
+           std::optional<std::chrono::steady_clock::time_point> deadline)
+        : cancelled_(cancelled), deadline_(deadline)
+    {
+    }
+    bool isOver() const
+    {
+        return (cancelled_ != nullptr && cancelled_->load(std::memory_order_relaxed)) ||
+               (deadline_ && std::chrono::steady_clock::now() >= *deadline_);
+    }
+
+private:
+    const std::atomic<bool>* cancelled_ = nullptr;
+    std::optional<std::chrono::steady_clock::time_point> deadline_;
+};
+
+/// Pseudo-random numbers that are the same in every run and on every machine.
+class Dice
+{
+public:
+    explicit Dice(std::uint64_t seed) : engine_(seed) {}
+    /// Returns a number from 0 to below 1. The standard distributions differ between libraries.
+    double next() { return static_cast<double>(engine_() >> 11U) * 0x1p-53; }
+
+private:
+    std::mt19937_64 engine_;
+};
+
+} // namespace shop::planning
