@@ -1,6 +1,7 @@
 #include "shell/appearance.h"
 
 #include "platform/controls/png_icon.h"
+#include "platform/report/font_substitutes.h"
 #include "shell/program_style.h"
 
 #include <QApplication>
@@ -20,16 +21,6 @@ namespace shell {
 namespace {
 
 constexpr qreal readablePoints = 11;
-
-/// Registers substitute font families with Hebrew letters. They are used if the system lacks a font
-/// that the forms name, or if that font has no Hebrew letters.
-void substituteFonts()
-{
-    QFont::insertSubstitutions(u"David"_s,
-                               {u"David CLM"_s, u"Frank Ruehl CLM"_s, u"DejaVu Sans"_s});
-    for (const QString& sans : {u"Arial"_s, u"MS Sans Serif"_s})
-        QFont::insertSubstitutions(sans, {u"Nachlieli CLM"_s, u"DejaVu Sans"_s});
-}
 
 /// Reads the list of the system's fonts in another thread. Reading takes about a quarter of the
 /// start, and opening the store needs no font. Qt locks the list, so the first text waits until it
@@ -66,7 +57,7 @@ void translateToolkit(QApplication& application)
 
 void setUpAppearance(QApplication& application)
 {
-    substituteFonts();
+    report::substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);
     // The style's own palette gives black text on a light background, regardless of the desktop

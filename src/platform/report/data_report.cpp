@@ -38,7 +38,7 @@ void DataReport::Show()
     auto document = std::make_shared<Document>(design_, sections_, rows_, defaultPaper());
     if (preview_.isNull())
         preview_ = new PreviewWindow(design_);
-    preview_->showDocument(std::move(document));
+    preview_->showDocument(std::move(document), further_);
 }
 
 } // namespace report

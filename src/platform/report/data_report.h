@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/report/further_documents.h"
 #include "platform/report/sections.h"
 
 #include <QPointer>
@@ -24,6 +25,8 @@ public:
 
     /// Sets the rows that the next Show displays. The preview keeps them while it shows them.
     void setDataSource(std::shared_ptr<RowSource> rows);
+    /// Sets the documents that the next Show lists beside the report.
+    void setFurtherDocuments(FurtherDocuments further) { further_ = std::move(further); }
     /// Returns a section by its position in the design, counted from 1. Throws SubscriptOutOfRange
     /// (9) for any other index.
     Section& Sections(int index);
@@ -37,6 +40,7 @@ private:
     const ReportDesign& design_;
     std::vector<Section> sections_;
     std::shared_ptr<RowSource> rows_;
+    FurtherDocuments further_;
     QPointer<PreviewWindow> preview_;
 };
 

@@ -24,6 +24,12 @@ bool forbiddenInFileName(QChar c)
 
 } // namespace
 
+QString fileTitle(QString title)
+{
+    title.removeIf(forbiddenInFileName);
+    return title.simplified();
+}
+
 Document::Document(const ReportDesign& design, std::vector<Section> sections,
                    std::shared_ptr<RowSource> rows, Paper paper)
     : design_(design), sections_(std::move(sections)), rows_(std::move(rows)),
@@ -34,7 +40,7 @@ Document::Document(const ReportDesign& design, std::vector<Section> sections,
 
 Document::~Document() = default;
 
-std::unique_ptr<Document> Document::onPaper(Paper paper)
+std::unique_ptr<PrintedDocument> Document::onPaper(Paper paper)
 {
     readAll(); // Both documents share the rows, so neither may reload them later.
     return std::make_unique<Document>(design_, sections_, rows_, paper);
@@ -49,8 +55,7 @@ QString Document::title() const
                 title += u' ' + control.Caption();
         }
     }
-    title.removeIf(forbiddenInFileName);
-    return title.simplified();
+    return fileTitle(title);
 }
 
 void Document::bindFields()

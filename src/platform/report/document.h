@@ -1,13 +1,9 @@
 #pragma once
 
-#include "platform/report/page.h"
-#include "platform/report/pagination.h"
+#include "platform/report/printed_document.h"
 #include "platform/report/row_source.h"
 
 #include <deque>
-#include <memory>
-
-class QPainter;
 
 namespace report {
 
@@ -21,47 +17,34 @@ class PageInk;
 /// calls readAll soon afterwards. Printing, exporting and searching start with readAll. A page
 /// never combines rows of two moments: if page() needs a row that is not loaded, it calls readAll
 /// first, which reads all rows again at one later moment.
-class Document
+class Document : public PrintedDocument
 {
 public:
     /// Copies the sections. The design must outlive the document. Throws ItemNotFound (3265) if the
     /// rows lack a field of the design, and any error of Pagination.
     Document(const ReportDesign& design, std::vector<Section> sections,
              std::shared_ptr<RowSource> rows, Paper paper);
-    ~Document();
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
+    ~Document() override;
 
-    /// Returns the same report laid out on another paper. Throws any error of Pagination and
-    /// readAll.
-    std::unique_ptr<Document> onPaper(Paper paper);
+    /// Throws any error of Pagination and readAll.
+    std::unique_ptr<PrintedDocument> onPaper(Paper paper) override;
 
     const ReportDesign& design() const { return design_; }
     const Pagination& pagination() const { return pagination_; }
-    Paper paper() const { return pagination_.paper(); }
+    Paper paper() const override { return pagination_.paper(); }
     int blockCount() const;
-    int pageCount() const { return pagination_.pageCount(blockCount()); }
-    /// Returns the default name of exported files and of the print job: the design's word and the
-    /// order number, without characters that are forbidden in file names.
-    QString title() const;
+    int pageCount() const override { return pagination_.pageCount(blockCount()); }
+    /// Returns the design's word and the order number.
+    QString title() const override;
 
-    /// Returns true if all rows are loaded. The number of pages is final from then on.
-    bool isWhole() const;
-    /// Returns true if all rows of this page are loaded.
-    bool hasPage(int index) const;
-    /// Reads all rows if some are not loaded. Returns true if pages that were returned before, or
-    /// the number of pages, are outdated. Throws any error of reading; the document is then
-    /// unchanged.
-    bool readAll();
+    bool isWhole() const override;
+    bool hasPage(int index) const override;
+    bool readAll() override;
 
-    /// Returns a page by its index, counted from 0. Calls readAll first if a row of the page is not
-    /// loaded. Throws any error of reading.
-    std::shared_ptr<const Page> page(int index);
-    /// Draws a page. Screen, printer, PDF files and tests all draw through this function. The
-    /// painter's origin must be the top left corner of the sheet and its unit the twip.
-    void paintPage(const Page& page, QPainter& painter) noexcept;
-    /// Creates a page and draws it. Throws any error of reading before anything is drawn.
-    void paintPage(int index, QPainter& painter) { paintPage(*page(index), painter); }
+    /// Calls readAll first if a row of the page is not loaded.
+    std::shared_ptr<const Page> page(int index) override;
+    void paintPage(const Page& page, QPainter& painter) noexcept override;
+    using PrintedDocument::paintPage;
 
 private:
     void bindFields();

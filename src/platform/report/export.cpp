@@ -19,7 +19,7 @@ Outcome writeFile(const QString& path, const Writer& writer)
     return file.commit() ? Outcome::Done : Outcome::Failed;
 }
 
-std::vector<int> allPages(const Document& document)
+std::vector<int> allPages(const PrintedDocument& document)
 {
     std::vector<int> pages(static_cast<std::size_t>(document.pageCount()));
     std::iota(pages.begin(), pages.end(), 0);

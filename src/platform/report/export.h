@@ -18,7 +18,7 @@ enum class Outcome { Done, Cancelled, Failed };
 using Progress = std::function<bool(int done, int total)>;
 
 /// Writes the given pages, counted from 0, in the given order.
-Outcome writePdf(Document& document, const std::vector<int>& pages, QIODevice& device,
+Outcome writePdf(PrintedDocument& document, const std::vector<int>& pages, QIODevice& device,
                  const Progress& progress);
 
 /// Writes one self-contained right-to-left HTML page with embedded pictures. It contains the page
@@ -38,6 +38,6 @@ using Writer = std::function<Outcome(QIODevice& device)>;
 Outcome writeFile(const QString& path, const Writer& writer);
 
 /// Returns the indexes of all pages of a document.
-std::vector<int> allPages(const Document& document);
+std::vector<int> allPages(const PrintedDocument& document);
 
 } // namespace report

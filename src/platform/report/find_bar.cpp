@@ -52,7 +52,7 @@ FindBar::FindBar(PreviewPages& pages, QWidget* parent)
     runtime::on(previous_, &QAction::triggered, this, [this] { find(SearchDirection::Backward); });
 }
 
-void FindBar::setDocument(std::shared_ptr<Document> document)
+void FindBar::setDocument(std::shared_ptr<PrintedDocument> document)
 {
     document_ = std::move(document);
     result_->clear();

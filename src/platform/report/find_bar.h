@@ -20,7 +20,7 @@ class FindBar : public QToolBar
 public:
     FindBar(PreviewPages& pages, QWidget* parent);
 
-    void setDocument(std::shared_ptr<Document> document);
+    void setDocument(std::shared_ptr<PrintedDocument> document);
     void open();
     void close();
     /// Shows the next or previous hit of the typed text. Opens the bar first if it is hidden or
@@ -34,7 +34,7 @@ private:
     void forget();
 
     PreviewPages& pages_;
-    std::shared_ptr<Document> document_;
+    std::shared_ptr<PrintedDocument> document_;
     QLineEdit* text_;
     QLabel* result_;
     QAction* next_;

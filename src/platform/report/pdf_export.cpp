@@ -38,7 +38,7 @@ QPageSize pageSize(Paper paper)
                      {}, QPageSize::FuzzyMatch);
 }
 
-Outcome drawPages(Document& document, const std::vector<int>& pages, QPdfWriter& writer,
+Outcome drawPages(PrintedDocument& document, const std::vector<int>& pages, QPdfWriter& writer,
                   const CheckedDevice& device, const Progress& progress)
 {
     QPainter painter;
@@ -59,7 +59,7 @@ Outcome drawPages(Document& document, const std::vector<int>& pages, QPdfWriter&
 
 } // namespace
 
-Outcome writePdf(Document& document, const std::vector<int>& pages, QIODevice& device,
+Outcome writePdf(PrintedDocument& document, const std::vector<int>& pages, QIODevice& device,
                  const Progress& progress)
 {
     CheckedDevice checked(device);

@@ -33,7 +33,7 @@ PreviewPages::PreviewPages(QWidget* parent) : QAbstractScrollArea(parent)
     horizontalScrollBar()->setSingleStep(scrollStep);
 }
 
-void PreviewPages::setDocument(std::shared_ptr<Document> document)
+void PreviewPages::setDocument(std::shared_ptr<PrintedDocument> document)
 {
     document_ = std::move(document);
     highlight_.reset();

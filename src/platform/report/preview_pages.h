@@ -30,7 +30,7 @@ public:
     explicit PreviewPages(QWidget* parent = nullptr);
 
     /// Shows the document from its first page at the current zoom.
-    void setDocument(std::shared_ptr<Document> document);
+    void setDocument(std::shared_ptr<PrintedDocument> document);
 
     int currentPage() const { return currentPage_; }
     void setCurrentPage(int page);
@@ -76,7 +76,7 @@ private:
 
     static constexpr int gap = 12; ///< Distance between and around the sheets in pixels.
 
-    std::shared_ptr<Document> document_;
+    std::shared_ptr<PrintedDocument> document_;
     int currentPage_ = 0;
     double zoom_ = 1;
     Fit fit_ = Fit::None;

@@ -1,6 +1,7 @@
 #include "platform/report/preview_window.h"
 
 #include "platform/report/find_bar.h"
+#include "platform/report/preview_documents.h"
 #include "platform/report/preview_pages.h"
 #include "platform/report/printing.h"
 #include "platform/runtime/guard.h"
@@ -25,7 +26,7 @@ constexpr int fitWidthEntry = -2;
 
 PreviewWindow::PreviewWindow(const ReportDesign& design)
     : pages_(new PreviewPages(this)), findBar_(new FindBar(*pages_, this)),
-      toolbar_(new QToolBar(this))
+      documents_(new PreviewDocuments(this)), toolbar_(new QToolBar(this))
 {
     setObjectName(design.name.toString());
     setWindowTitle(design.caption.toString());
@@ -40,6 +41,8 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     toolbar_->setMovable(false);
     toolbar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
     addToolBar(toolbar_);
+    addToolBarBreak();
+    addToolBar(documents_);
     addToolBar(Qt::BottomToolBarArea, findBar_);
     addPageCommands();
     addZoomCommands();
@@ -49,15 +52,24 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
 
 PreviewWindow::~PreviewWindow() = default;
 
-void PreviewWindow::showDocument(std::shared_ptr<Document> document)
+void PreviewWindow::showDocument(std::shared_ptr<Document> document, FurtherDocuments further)
+{
+    report_ = std::move(document);
+    documents_->setDocuments(report_, std::move(further));
+    setDocument(report_);
+    showMaximized();
+    raise();
+    activateWindow();
+}
+
+void PreviewWindow::setDocument(std::shared_ptr<PrintedDocument> document)
 {
     document_ = std::move(document);
     findBar_->setDocument(document_);
     pages_->setDocument(document_);
+    for (QAction* each : std::as_const(reportCommands_))
+        each->setEnabled(document_ == report_);
     pages_->setFocus();
-    showMaximized();
-    raise();
-    activateWindow();
 }
 
 QAction* PreviewWindow::addCommand(const QString& name, const QString& caption,
@@ -149,10 +161,11 @@ void PreviewWindow::addOutputCommands()
                                    {Qt::CTRL | Qt::Key_P}, &PreviewWindow::print));
     toolbar_->addAction(addCommand(u"ActionExportPdf"_s, u"שמור PDF"_s, u"שמירת הדו\"ח כקובץ PDF"_s,
                                    {}, &PreviewWindow::exportPdf));
-    toolbar_->addAction(addCommand(u"ActionExportHtml"_s, u"שמור HTML"_s,
-                                   u"שמירת הדו\"ח כקובץ HTML"_s, {}, &PreviewWindow::exportHtml));
-    toolbar_->addAction(addCommand(u"ActionExportText"_s, u"שמור טקסט"_s,
-                                   u"שמירת הדו\"ח כקובץ טקסט"_s, {}, &PreviewWindow::exportText));
+    reportCommands_ = {addCommand(u"ActionExportHtml"_s, u"שמור HTML"_s,
+                                  u"שמירת הדו\"ח כקובץ HTML"_s, {}, &PreviewWindow::exportHtml),
+                       addCommand(u"ActionExportText"_s, u"שמור טקסט"_s,
+                                  u"שמירת הדו\"ח כקובץ טקסט"_s, {}, &PreviewWindow::exportText)};
+    toolbar_->addActions(reportCommands_);
     toolbar_->addSeparator();
     toolbar_->addAction(addCommand(u"ActionFind"_s, u"חפש"_s, u"חיפוש בדו\"ח"_s,
                                    {Qt::CTRL | Qt::Key_F}, &PreviewWindow::openFind));
@@ -165,6 +178,9 @@ void PreviewWindow::connectPages()
     runtime::on(pages_, &PreviewPages::currentPageChanged, this, [this] { showPageNumber(); });
     runtime::on(pages_, &PreviewPages::pageCountChanged, this, [this] { showPageNumber(); });
     runtime::on(pages_, &PreviewPages::zoomFactorChanged, this, [this] { showZoom(); });
+    runtime::on(
+        documents_, &PreviewDocuments::chosen, this,
+        [this](const std::shared_ptr<PrintedDocument>& document) { setDocument(document); });
     showZoom();
 }
 
@@ -263,7 +279,7 @@ void PreviewWindow::showZoom()
 void PreviewWindow::print()
 {
     pages_->readAll();
-    const std::shared_ptr<Document> printed = document_;
+    const std::shared_ptr<PrintedDocument> printed = document_;
     printDocument(*printed, pages_->currentPage(), this);
 }
 
@@ -271,13 +287,16 @@ void PreviewWindow::print()
 void PreviewWindow::exportAs(Format format)
 {
     pages_->readAll();
-    const std::shared_ptr<Document> exported = document_;
+    const std::shared_ptr<Document> exported = report_;
     exportDocument(*exported, format, this);
 }
 
 void PreviewWindow::exportPdf()
 {
-    exportAs(Format::Pdf);
+    if (document_ == report_)
+        return exportAs(Format::Pdf);
+    const std::shared_ptr<PrintedDocument> exported = document_;
+    report::exportPdf(*exported, this);
 }
 
 void PreviewWindow::exportHtml()

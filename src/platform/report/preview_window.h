@@ -13,6 +13,8 @@ class QToolBar;
 namespace report {
 
 class FindBar;
+struct FurtherDocuments;
+class PreviewDocuments;
 class PreviewPages;
 enum class Format;
 
@@ -26,8 +28,9 @@ public:
     explicit PreviewWindow(const ReportDesign& design);
     ~PreviewWindow() override;
 
-    /// Shows the document from its first page in a maximised window in front of the others.
-    void showDocument(std::shared_ptr<Document> document);
+    /// Shows the report from its first page in a maximised window in front of the others, and lists
+    /// the further documents.
+    void showDocument(std::shared_ptr<Document> document, FurtherDocuments further);
 
 private:
     QAction* addCommand(const QString& name, const QString& caption, const QString& toolTip,
@@ -38,6 +41,7 @@ private:
     void addPageNumber();
     void addZoomList();
     void connectPages();
+    void setDocument(std::shared_ptr<PrintedDocument> document);
 
     void goToFirst();
     void goToPrevious();
@@ -61,9 +65,11 @@ private:
     void openFind();
     void escape();
 
-    std::shared_ptr<Document> document_;
+    std::shared_ptr<Document> report_;
+    std::shared_ptr<PrintedDocument> document_; ///< The document on display.
     PreviewPages* pages_;
     FindBar* findBar_;
+    PreviewDocuments* documents_;
     QToolBar* toolbar_;
     QLineEdit* pageNumber_ = nullptr;
     QLabel* pageCount_ = nullptr;
@@ -72,6 +78,7 @@ private:
     QAction* previous_ = nullptr;
     QAction* next_ = nullptr;
     QAction* last_ = nullptr;
+    QList<QAction*> reportCommands_; ///< Commands that only the report has.
 };
 
 } // namespace report

@@ -8,6 +8,7 @@
 #include "platform/runtime/run_time_error.h"
 #include "platform/runtime/twips.h"
 
+#include <QIODevice>
 #include <QPainter>
 #include <QPrinter>
 
@@ -47,7 +48,7 @@ std::vector<int> chosenPages(const QPrinter& printer, int pageCount, int current
     return pages;
 }
 
-Outcome drawOnPrinter(Document& document, const std::vector<int>& pages, QPrinter& printer,
+Outcome drawOnPrinter(PrintedDocument& document, const std::vector<int>& pages, QPrinter& printer,
                       WorkProgress& progress)
 {
     QPainter painter;
@@ -68,7 +69,8 @@ Outcome drawOnPrinter(Document& document, const std::vector<int>& pages, QPrinte
     return painter.end() ? Outcome::Done : Outcome::Failed;
 }
 
-Outcome print(Document& document, const std::vector<int>& pages, QPrinter& printer, QWidget* parent)
+Outcome print(PrintedDocument& document, const std::vector<int>& pages, QPrinter& printer,
+              QWidget* parent)
 {
     WorkProgress progress(parent, u"מדפיס..."_s);
     if (printer.outputFileName().isEmpty())
@@ -80,7 +82,7 @@ Outcome print(Document& document, const std::vector<int>& pages, QPrinter& print
 }
 
 /// Returns the document laid out on the paper, or nullptr if it does not fit.
-std::unique_ptr<Document> laidOn(Document& document, Paper paper)
+std::unique_ptr<PrintedDocument> laidOn(PrintedDocument& document, Paper paper)
 {
     try {
         return document.onPaper(paper);
@@ -89,7 +91,7 @@ std::unique_ptr<Document> laidOn(Document& document, Paper paper)
     }
 }
 
-FileRequest requestFor(const Document& document, Format format, QWidget* parent)
+FileRequest requestFor(const PrintedDocument& document, Format format, QWidget* parent)
 {
     const QString name = document.title();
     switch (format) {
@@ -116,18 +118,33 @@ Outcome write(Document& document, Format format, QIODevice& device, const Progre
     return writeText(document, device, progress);
 }
 
-Outcome writeTo(const QString& path, Document& document, Format format, QWidget* parent)
+using ProgressWriter = std::function<Outcome(QIODevice& device, const Progress& progress)>;
+
+Outcome writeTo(const QString& path, QWidget* parent, const ProgressWriter& writer)
 {
     WorkProgress progress(parent, u"שומר..."_s);
     return writeFile(path, [&](QIODevice& device) {
-        return write(document, format, device,
-                     [&](int done, int total) { return progress.report(done, total); });
+        return writer(device, [&](int done, int total) { return progress.report(done, total); });
     });
+}
+
+/// Lets the user choose a file and calls the writer for it. Returns the path of the written file,
+/// or an empty text.
+QString saveAs(PrintedDocument& document, const FileRequest& request, const ProgressWriter& writer)
+{
+    const QString path = askFile(request);
+    if (path.isEmpty())
+        return {};
+    document.readAll(); // The number of pages is final only after readAll.
+    const Outcome outcome = writeTo(path, request.parent, writer);
+    if (outcome == Outcome::Failed)
+        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
+    return outcome == Outcome::Done ? path : QString();
 }
 
 } // namespace
 
-void printDocument(Document& document, int currentPage, QWidget* parent)
+void printDocument(PrintedDocument& document, int currentPage, QWidget* parent)
 {
     // All rows are read before the print dialog opens, because the dialog shows the number of
     // pages.
@@ -139,7 +156,7 @@ void printDocument(Document& document, int currentPage, QWidget* parent)
         return;
     printer.setFullPage(true);
     const Paper paper = paperOf(printer.pageLayout());
-    std::unique_ptr<Document> anew;
+    std::unique_ptr<PrintedDocument> anew;
     if (paper != document.paper()) {
         anew = laidOn(document, paper);
         if (anew == nullptr) {
@@ -147,20 +164,37 @@ void printDocument(Document& document, int currentPage, QWidget* parent)
             return;
         }
     }
-    Document& printed = anew == nullptr ? document : *anew;
+    PrintedDocument& printed = anew == nullptr ? document : *anew;
     const std::vector<int> pages = chosenPages(printer, printed.pageCount(), currentPage);
     if (print(printed, pages, printer, parent) == Outcome::Failed)
         refuse(u"ההדפסה נכשלה"_s);
 }
 
-void exportDocument(Document& document, Format format, QWidget* parent)
+QString exportDocument(Document& document, Format format, QWidget* parent)
 {
-    const QString path = askFile(requestFor(document, format, parent));
-    if (path.isEmpty())
-        return;
-    document.readAll(); // The number of pages is final only after readAll.
-    if (writeTo(path, document, format, parent) == Outcome::Failed)
-        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
+    return saveAs(document, requestFor(document, format, parent),
+                  [&](QIODevice& device, const Progress& progress) {
+                      return write(document, format, device, progress);
+                  });
+}
+
+QString exportPdf(PrintedDocument& document, QWidget* parent)
+{
+    return saveAs(document, requestFor(document, Format::Pdf, parent),
+                  [&](QIODevice& device, const Progress& progress) {
+                      return writePdf(document, allPages(document), device, progress);
+                  });
+}
+
+QString exportData(PrintedDocument& document, const QString& name, const QByteArray& data,
+                   QWidget* parent)
+{
+    const QString suffix = name.section(u'.', -1);
+    const FileRequest request{parent, u"שמירת נתונים"_s, name,
+                              u"%1 (*.%2)"_s.arg(suffix.toUpper(), suffix), suffix};
+    return saveAs(document, request, [&](QIODevice& device, const Progress&) {
+        return device.write(data) == data.size() ? Outcome::Done : Outcome::Failed;
+    });
 }
 
 } // namespace report

@@ -45,8 +45,9 @@ std::optional<Hit> nearest(const std::vector<Hit>& hits, SearchDirection directi
 
 } // namespace
 
-std::optional<Hit> findText(Document& document, const QString& text, SearchDirection direction,
-                            const std::optional<Hit>& from, int startPage, const Progress& progress)
+std::optional<Hit> findText(PrintedDocument& document, const QString& text,
+                            SearchDirection direction, const std::optional<Hit>& from,
+                            int startPage, const Progress& progress)
 {
     if (text.isEmpty())
         return std::nullopt;

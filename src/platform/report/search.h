@@ -21,8 +21,8 @@ enum class SearchDirection { Forward, Backward };
 /// the control of `from`, or at `startPage` without `from`, and wraps around at the end. Returns
 /// nothing if no text matches, the search text is empty or the progress callback cancels. Throws
 /// any error of reading.
-std::optional<Hit> findText(Document& document, const QString& text, SearchDirection direction,
-                            const std::optional<Hit>& from, int startPage,
-                            const Progress& progress);
+std::optional<Hit> findText(PrintedDocument& document, const QString& text,
+                            SearchDirection direction, const std::optional<Hit>& from,
+                            int startPage, const Progress& progress);
 
 } // namespace report

@@ -45,9 +45,12 @@ double PdfWords::lineHeight()
     return 1.05; // David's ascent is 0.8 and its descent 0.25.
 }
 
-PdfWords::PdfWords(report::Document& document) : PdfWords(document, report::allPages(document)) {}
+PdfWords::PdfWords(report::PrintedDocument& document)
+    : PdfWords(document, report::allPages(document))
+{
+}
 
-PdfWords::PdfWords(report::Document& document, const std::vector<int>& pages)
+PdfWords::PdfWords(report::PrintedDocument& document, const std::vector<int>& pages)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"report.pdf"_s);

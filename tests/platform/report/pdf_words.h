@@ -15,8 +15,8 @@ public:
     /// Returns the height of a word's bounding box relative to its font size.
     static double lineHeight();
 
-    explicit PdfWords(report::Document& document);
-    PdfWords(report::Document& document, const std::vector<int>& pages);
+    explicit PdfWords(report::PrintedDocument& document);
+    PdfWords(report::PrintedDocument& document, const std::vector<int>& pages);
     explicit PdfWords(const QString& path);
 
     int pageCount() const { return static_cast<int>(pages_.size()); }
