@@ -18,7 +18,8 @@ widget_free="src/platform/runtime/* src/platform/dao/* src/platform/dao/*/* src/
   src/base/measures.* src/calculation/cuts.* src/catalogue/deductions.*
   src/output/order_report_design.* src/platform/report/design.*
   src/platform/report/pagination.* src/platform/report/sections.* tools/store/*
-  tools/store/old_store/* src/shop/* src/shop/planning/* src/shop/checking/* tools/shop/*"
+  tools/store/old_store/* src/shop/* src/shop/planning/* src/shop/checking/*
+  src/shop/paper/* tools/shop/*"
 widget_headers='QtWidgets|QtPrintSupport|Q(Widget|Application|Dialog|MainWindow|MdiArea|MessageBox|Label|LineEdit|ComboBox'
 widget_headers="$widget_headers"'|CheckBox|PushButton|ToolBar|ToolButton|StatusBar|Menu|TableView|AbstractItemView|HeaderView'
 widget_headers="$widget_headers"'|Layout|[A-Z][A-Za-z]*Layout|Frame|GroupBox|Print[A-Z][A-Za-z]*|Style|StyledItemDelegate)'

@@ -6,13 +6,13 @@
 # needs no server, only its client library.
 packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev libqt6sql6-sqlite
   coinor-libcbc-dev coinor-libclp-dev coinor-libosi-dev coinor-libcoinutils-dev
-  libxlsxwriter-dev
+  libxlsxwriter-dev libzint-dev
   mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
   fonts-liberation2|fonts-liberation"
 
 # Needed by ./test in addition.
 packages_test="libgtest-dev libgmock-dev libsqlite3-dev xvfb xauth xdotool poppler-utils
-  postgresql-15 openssl python3-openpyxl"
+  postgresql-15 openssl python3-openpyxl zbar-tools"
 
 # Needed by .ci/run in addition to both.
 packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"

@@ -7,7 +7,7 @@
 
 namespace shop {
 
-/// A document and its file.
+/// A document and its file. The file is named after the orders if it has no name here.
 struct DocumentKind
 {
     QString name; ///< The name on the command line.

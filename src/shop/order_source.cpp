@@ -56,12 +56,14 @@ OrderLine lineOf(dao::Recordset& row)
     return line;
 }
 
-void requireOrder(dao::Database& database, int order)
+OrderHead readHead(dao::Database& database, int order)
 {
     const auto found = database.OpenRecordset(
         u"SELECT * FROM Orders WHERE Number = %1"_s.arg(order), dao::dbOpenDynaset);
     if (found->isEof())
         throw RunTimeError(runtime::NoCurrentRecord, u"There is no order %1."_s.arg(order));
+    return {order, found->Fields(u"Order_Date"_s).Value().toDate(),
+            textIn(*found, u"CustomerName"_s)};
 }
 
 void readLines(dao::Database& database, int order, std::vector<OrderLine>& lines)
@@ -86,7 +88,7 @@ OrderSource readOrders(const QString& path, const QList<int>& orders)
         if (done.contains(order))
             continue;
         done.insert(order);
-        requireOrder(*database, order);
+        source.orders.push_back(readHead(*database, order));
         readLines(*database, order, source.lines);
     }
     source.settings = readBarTable(*database);

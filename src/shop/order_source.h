@@ -7,7 +7,8 @@ namespace shop {
 /// The stored data that the documents are made from, all read from the same snapshot.
 struct OrderSource
 {
-    std::vector<OrderLine> lines; ///< In the order of the given orders, then by line number.
+    std::vector<OrderHead> orders; ///< As given, each once.
+    std::vector<OrderLine> lines;  ///< In the order of the given orders, then by line number.
     SettingsByGroup settings;
 };
 

@@ -2,6 +2,8 @@
 
 #include "shop/bar_settings.h"
 
+#include <QDate>
+
 #include <optional>
 #include <vector>
 
@@ -31,6 +33,14 @@ struct OrderLine
     std::optional<double> slatWidth;
     std::optional<int> slatCount;
     std::optional<double> boxWidth;
+};
+
+/// The fields of a stored order that the documents show.
+struct OrderHead
+{
+    int number = 0;
+    QDate date;
+    QString customer;
 };
 
 /// Returns true if the four sizes of glass and mesh are all exactly 0.

@@ -14,6 +14,7 @@ struct ShopPack
 {
     Pieces pieces;
     std::vector<GroupPlan> groups;
+    std::vector<OrderHead> orders = {};
 };
 
 /// A cell of a table: a text, a whole number, or a decimal number.

@@ -32,7 +32,8 @@ QJsonArray sheetsOf(const QByteArray& workbook)
     file.write(workbook);
     file.close();
     QProcess reader;
-    reader.start(u"python3"_s, {QStringLiteral(ZOMREL_READ_WORKBOOK), file.fileName()});
+    // Debian's interpreter finds the package python3-openpyxl; another one may come first in PATH.
+    reader.start(u"/usr/bin/python3"_s, {QStringLiteral(ZOMREL_READ_WORKBOOK), file.fileName()});
     EXPECT_TRUE(reader.waitForFinished(60000)) << qPrintable(reader.errorString());
     EXPECT_EQ(reader.exitCode(), 0) << reader.readAllStandardError().constData();
     return QJsonDocument::fromJson(reader.readAllStandardOutput()).array();

@@ -5,7 +5,10 @@
 #include "shop/checking/plan_check.h"
 #include "shop/documents.h"
 #include "shop/order_source.h"
+#include "shop/pack_check.h"
+#include "shop/paper/papers.h"
 #include "shop/settings_file.h"
+#include "tools/shop/document_kinds.h"
 #include "tools/shop/file_set.h"
 #include "tools/store/system.h"
 
@@ -97,7 +100,7 @@ ExitStatus pieces(const QCommandLineParser& parser, const Streams& streams)
 QString documentNames()
 {
     QStringList names;
-    for (const shop::DocumentKind& each : shop::documentKinds())
+    for (const shop::DocumentKind& each : documentKinds())
         names.append(each.name);
     return names.join(", "_L1);
 }
@@ -106,10 +109,10 @@ QString documentNames()
 std::vector<shop::DocumentKind> documentsOf(const QCommandLineParser& parser)
 {
     if (!parser.isSet(documentsOption))
-        return shop::documentKinds();
+        return documentKinds();
     const QStringList names = parser.value(documentsOption).split(u',');
     std::vector<shop::DocumentKind> kinds;
-    for (const shop::DocumentKind& each : shop::documentKinds()) {
+    for (const shop::DocumentKind& each : documentKinds()) {
         if (names.contains(each.name))
             kinds.push_back(each);
     }
@@ -150,24 +153,11 @@ void printSummary(const std::vector<shop::GroupPlan>& groups, QTextStream& out)
     }
 }
 
-/// Returns the checker's findings about documents that are to be written.
-QStringList findingsIn(const shop::ShopPack& pack, const shop::SettingsByGroup& settings,
-                       const QMap<QString, QByteArray>& files)
-{
-    const QByteArray json = shop::planJson(pack);
-    const QStringList findings = shop::checking::checkPlanFile(json);
-    if (!findings.isEmpty())
-        return findings;
-    const QJsonObject plan = QJsonDocument::fromJson(json).object();
-    return shop::checking::checkAgainst(plan, pack.pieces, settings) +
-           shop::checking::checkDocuments(files, plan, pack.pieces);
-}
-
 shop::ShopPack packOf(const shop::OrderSource& source, const shop::planning::Limits& limits,
                       QTextStream& err)
 {
     const bool isShown = storetools::errorsGoToATerminal();
-    shop::ShopPack pack{shop::piecesOf(source.lines, source.settings), {}};
+    shop::ShopPack pack{shop::piecesOf(source.lines, source.settings), {}, source.orders};
     pack.groups = shop::planGroups(pack.pieces.pieces, source.settings, limits,
                                    [&](std::size_t done, std::size_t all) {
                                        if (!isShown)
@@ -189,8 +179,9 @@ ExitStatus plan(const QCommandLineParser& parser, const Streams& streams)
     printFaults(pack.pieces.faults, streams.err);
     QMap<QString, QByteArray> files;
     for (const shop::DocumentKind& each : documents)
-        files.insert(each.file, each.make(pack));
-    const QStringList findings = findingsIn(pack, source.settings, files);
+        files.insert(each.file.isEmpty() ? shop::paper::paperFile(pack) : each.file,
+                     each.make(pack));
+    const QStringList findings = shop::findingsIn(pack, source.settings, files);
     if (!findings.isEmpty()) {
         printLines(findings, streams.err);
         streams.err << "zomrel-shop: the plan has errors; nothing was written\n";

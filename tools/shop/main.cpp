@@ -1,10 +1,12 @@
+#include "platform/report/font_substitutes.h"
 #include "platform/runtime/library_paths.h"
 #include "tools/shop/program.h"
 #include "tools/store/system.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <csignal>
+#include <cstdio>
 
 namespace {
 
@@ -19,13 +21,25 @@ extern "C" void cancel(int signal)
     std::signal(signal, SIG_DFL);
 }
 
+/// Drops the toolkit's remarks, for example about missing folders of a session, because the error
+/// stream belongs to the program's own messages.
+void dropRemarks(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     storetools::fillStandardStreams();
+    qInstallMessageHandler(dropRemarks);
     runtime::useTrustedLibraryPaths();
-    const QCoreApplication application(argc, argv);
+    // Fonts need a QGuiApplication, but the program opens no window and works without a display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    report::substituteFonts();
     std::signal(SIGINT, cancel);
     QTextStream out(stdout);
     QTextStream err(stderr);

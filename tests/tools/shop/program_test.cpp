@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -32,6 +33,8 @@ void fill(TemporaryStore& store)
     store.addLine(7, 2);
     store.execute(u"UPDATE Cuts SET Mashkof_W = NULL WHERE NUM = 2"_s);
 }
+
+const QRegularExpression dataFile(u"\\.(csv|json|xlsx)$"_s);
 
 const QString fault = u"order 7, line 2, frame, width: Mashkof_W is Null"_s;
 
@@ -68,8 +71,11 @@ TEST(ShopProgramTest, Plan_WritesAllDocumentsAndNothingElse)
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_EQ(outcome.err, QStringList{fault});
     EXPECT_TRUE(QString::fromUtf8(outcome.out).contains(u"proved: no plan needs fewer bars"_s));
-    EXPECT_EQ(filesIn(out), (QStringList{u"bar-plan.csv"_s, u"cut-list.csv"_s, u"glass.csv"_s,
-                                         u"mesh.csv"_s, u"plan.json"_s, u"workbook.xlsx"_s}));
+    EXPECT_EQ(filesIn(out),
+              (QStringList{u"bar-plan.csv"_s, u"cut-list.csv"_s, u"glass.csv"_s, u"labels.pdf"_s,
+                           u"mesh.csv"_s, u"order-7.pdf"_s, u"plan.json"_s, u"workbook.xlsx"_s}));
+    EXPECT_TRUE(contentsOf(QDir(out).filePath(u"order-7.pdf"_s)).startsWith("%PDF"));
+    EXPECT_TRUE(contentsOf(QDir(out).filePath(u"labels.pdf"_s)).startsWith("%PDF"));
     EXPECT_EQ(filesIn(folder.path()), QStringList{u"מסמכים"_s});
     const QString json = QDir(out).filePath(u"plan.json"_s);
     const Outcome checked = zomrelShop({u"check"_s, json, u"--store"_s, store.path()});
@@ -80,14 +86,27 @@ TEST(ShopProgramTest, Plan_WritesAllDocumentsAndNothingElse)
     EXPECT_EQ(errors["reason"_L1].toString(), u"Mashkof_W is Null"_s);
 }
 
-TEST(ShopProgramTest, SameOrder_GivesTheSameBytes)
+TEST(ShopProgramTest, PaperOfSeveralOrders_IsNamedAfterTheFirstAndTheLast)
+{
+    TemporaryStore store;
+    fill(store);
+    store.addOrder(8);
+    const QTemporaryDir folder;
+    const Outcome outcome = zomrelShop({u"plan"_s, u"7"_s, u"8"_s, u"--store"_s, store.path(),
+                                        u"--out"_s, folder.path(), u"--documents"_s, u"paper"_s});
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_EQ(filesIn(folder.path()), QStringList{u"orders-7-8.pdf"_s});
+}
+
+/// A PDF file contains the time at which it was made.
+TEST(ShopProgramTest, SameOrder_GivesTheSameBytesOfData)
 {
     TemporaryStore store;
     fill(store);
     const QTemporaryDir folder;
     ASSERT_EQ(plan(store, folder.filePath(u"1"_s)).exitStatus, 0);
     ASSERT_EQ(plan(store, folder.filePath(u"2"_s)).exitStatus, 0);
-    for (const QString& file : filesIn(folder.filePath(u"1"_s)))
+    for (const QString& file : filesIn(folder.filePath(u"1"_s)).filter(dataFile))
         EXPECT_EQ(contentsOf(folder.filePath(u"1/"_s + file)),
                   contentsOf(folder.filePath(u"2/"_s + file)));
 }
@@ -115,7 +134,7 @@ TEST(ShopProgramTest, UnknownDocument_IsAnErrorAndWritesNothing)
     EXPECT_EQ(outcome.exitStatus, 1);
     EXPECT_EQ(outcome.err,
               QStringList{u"zomrel-shop: Unknown document 'cutlist'. The documents are "
-                          "cut-list, bar-plan, glass, mesh, workbook, json."_s});
+                          "paper, cut-list, bar-plan, glass, mesh, labels, workbook, json."_s});
     EXPECT_TRUE(filesIn(folder.path()).isEmpty());
 }
 
@@ -204,7 +223,7 @@ TEST(ShopProgramTest, TwoRunsAtOnce_LeaveTheDocumentsOfOne)
         ASSERT_TRUE(run->waitForFinished(120000));
         EXPECT_EQ(run->exitCode(), 0) << run->readAllStandardError().toStdString();
     }
-    EXPECT_EQ(filesIn(folder.path()).size(), 6);
+    EXPECT_EQ(filesIn(folder.path()).filter(dataFile).size(), 6);
     const QJsonObject plan =
         QJsonDocument::fromJson(contentsOf(folder.filePath(u"plan.json"_s))).object();
     const int order = plan["glass"_L1][0]["order"_L1].toInt();

@@ -172,8 +172,9 @@ TEST_F(ServerStepsTest, KilledMoveToADatabase_leavesNothingOrAWholeStore)
                                {.folder = u"server"_s, .step = steps});
         killed = program.wasKilled();
         const QStringList tables = storeTables(database->link());
+        // The store's mark has a table, too.
         EXPECT_TRUE(tables.isEmpty() ||
-                    tables.size() == static_cast<qsizetype>(store::wholeSchema().size()))
+                    tables.size() == static_cast<qsizetype>(store::wholeSchema().size()) + 1)
             << tables.join(u' ').toStdString();
         if (!tables.isEmpty()) {
             EXPECT_EQ(zomrelStore({u"check"_s, address}).exitStatus, 0);

@@ -1,0 +1,145 @@
+#include "shop/paper/flow.h"
+
+#include "platform/report/shaped_text.h"
+#include "platform/runtime/conversions.h"
+#include "shop/paper/sheet_ink.h"
+#include "shop/paper/words.h"
+
+using namespace Qt::StringLiterals;
+
+namespace shop::paper {
+
+namespace {
+
+constexpr int topMargin = 600;
+constexpr double titlePoints = 18;
+constexpr double headPoints = 11;
+constexpr double faultPoints = 10;
+constexpr qsizetype namedOrders = 6;
+
+/// Returns the different texts, or the first of them and how many others there are.
+QString listed(QStringList texts)
+{
+    texts.removeDuplicates();
+    texts.removeAll(QString());
+    const qsizetype others = texts.size() - namedOrders;
+    if (others <= 0)
+        return texts.join(u", "_s);
+    return texts.first(namedOrders).join(u", "_s) + u" ועוד %1"_s.arg(others);
+}
+
+/// Returns the lines below the title.
+QStringList headOf(const std::vector<OrderHead>& orders)
+{
+    QStringList numbers;
+    QStringList dates;
+    QStringList customers;
+    for (const OrderHead& each : orders) {
+        numbers.append(QString::number(each.number));
+        dates.append(each.date.isValid() ? runtime::toShortDate(each.date) : QString());
+        customers.append(each.customer.simplified());
+    }
+    const QString word = orders.size() == 1 ? u"הזמנה: "_s : u"הזמנות: "_s;
+    return {word + listed(numbers), u"תאריך: "_s + listed(dates), u"לקוח: "_s + listed(customers)};
+}
+
+} // namespace
+
+int lineHeight(double points)
+{
+    return static_cast<int>(points * 27);
+}
+
+QStringList brokenItems(const QStringList& items, double points, int width)
+{
+    const QFont font = report::twipFont(paperFamily(), points, false);
+    const double blank = report::textWidth(u"0"_s, false, font);
+    QStringList lines;
+    double used = 0;
+    for (const QString& each : items) {
+        const double own = report::textWidth(each, false, font);
+        if (lines.isEmpty() || used + blank + own > width) {
+            lines.append(each);
+            used = own;
+        } else {
+            lines.back() += u' ' + each;
+            used += blank + own;
+        }
+    }
+    return lines;
+}
+
+Flow::Flow(const QString& title, const std::vector<OrderHead>& orders)
+    : title_(title), head_(headOf(orders))
+{
+    newSheet();
+}
+
+void Flow::newSheet()
+{
+    sheets_.emplace_back();
+    top_ = topMargin;
+    line(title_, titlePoints, true);
+    const int height = lineHeight(headPoints);
+    const int third = width / 3;
+    for (int i = 0; i < 3; ++i) {
+        const int wide = i == 2 ? third + third / 2 : third - third / 4;
+        const int end = right - i * (third - third / 4);
+        add(TextItem{{end - wide, top_, wide - 100, height}, head_[i], headPoints, true});
+    }
+    top_ += height + 60;
+    add(BoxItem{{left, top_, width, 1}});
+    top_ += 120;
+}
+
+void Flow::require(int height)
+{
+    if (top_ + height <= bottom)
+        return;
+    newSheet();
+    if (headings_)
+        headings_();
+}
+
+int Flow::take(int height)
+{
+    require(height);
+    top_ += height;
+    return top_ - height;
+}
+
+void Flow::line(const QString& text, double points, bool bold)
+{
+    const int height = lineHeight(points);
+    const int top = take(height);
+    add(TextItem{{left, top, width, height}, text, points, bold});
+}
+
+void Flow::items(const QStringList& items, double points)
+{
+    for (const QString& each : brokenItems(items, points, width - 100))
+        line(each, points);
+}
+
+void numberPages(std::vector<Sheet>& sheets)
+{
+    int number = 0;
+    for (Sheet& each : sheets)
+        each.texts.push_back({{Flow::left, Flow::bottom + 150, Flow::width, 300},
+                              u"דף %1 מתוך %2"_s.arg(++number).arg(sheets.size()),
+                              headPoints,
+                              false,
+                              report::Align::Centre});
+}
+
+void addFaults(const std::vector<Fault>& faults, Flow& flow)
+{
+    if (faults.empty())
+        return;
+    flow.line(u"לא ניתן לחתוך, ולא נכלל בתוכנית:"_s, headPoints, true);
+    for (const Fault& each : faults)
+        flow.line(faultWords(each), faultPoints);
+    flow.skip(150);
+}
+
+} // namespace shop::paper

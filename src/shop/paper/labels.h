@@ -1,0 +1,28 @@
+#pragma once
+
+#include "shop/paper/sheet.h"
+#include "shop/tables.h"
+
+namespace shop::paper {
+
+/// What labels are printed on.
+enum class LabelPaper {
+    A4,         ///< Sheets of 3 by 8 labels.
+    Printer203, ///< One label per page, for label printers with 203 dots per inch.
+    Printer300, ///< The same with 300 dots per inch.
+};
+
+/// The size of a label on a page of its own, 70 by 37 mm.
+inline constexpr report::Paper labelPaper{3969, 2098};
+
+report::Paper paperOf(LabelPaper paper);
+
+/// Returns the text of each piece's code, order-line-part-n. n counts the pieces of the same line
+/// and part from 1.
+QStringList labelCodes(const std::vector<Piece>& pieces);
+
+/// Returns the sheets with one label for each piece. If some pieces cannot be cut, A4 sheets begin
+/// with a page that names them.
+std::vector<Sheet> labelSheets(const ShopPack& pack, LabelPaper paper);
+
+} // namespace shop::paper

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "shop/paper/sheet.h"
+#include "shop/tables.h"
+
+namespace shop::paper {
+
+/// Return the sheets of the lists, without page numbers.
+std::vector<Sheet> cutListSheets(const ShopPack& pack);
+std::vector<Sheet> glassSheets(const ShopPack& pack);
+std::vector<Sheet> meshSheets(const ShopPack& pack);
+
+} // namespace shop::paper

@@ -1,0 +1,118 @@
+#include "shop/paper/papers.h"
+
+#include "shop/documents.h"
+#include "shop/paper/bar_picture.h"
+#include "shop/paper/flow.h"
+#include "shop/paper/lists.h"
+
+#include <algorithm>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+
+namespace shop::paper {
+
+namespace {
+
+QString titleFor(const QString& word, const ShopPack& pack)
+{
+    return pack.orders.empty() ? word : word + u' ' + QString::number(pack.orders.front().number);
+}
+
+std::unique_ptr<SheetDocument> numbered(const QString& title, std::vector<Sheet> sheets)
+{
+    numberPages(sheets);
+    return std::make_unique<SheetDocument>(title, report::a4Portrait, std::move(sheets));
+}
+
+void append(std::vector<Sheet> more, std::vector<Sheet>& sheets)
+{
+    std::ranges::move(more, std::back_inserter(sheets));
+}
+
+template <typename Element>
+std::vector<Element> ofLine(const std::vector<Element>& all, int order, int line)
+{
+    std::vector<Element> some;
+    std::ranges::copy_if(all, std::back_inserter(some), [&](const Element& each) {
+        return each.order == order && each.line == line;
+    });
+    return some;
+}
+
+} // namespace
+
+const std::vector<PaperKind>& paperKinds()
+{
+    static const std::vector<PaperKind> kinds{
+        {u"רשימת חיתוך"_s, u"cut-list.csv"_s, cutListCsv, cutListSheets},
+        {u"תוכנית מוטות"_s, u"bar-plan.csv"_s, barPlanCsv, barPlanSheets},
+        {u"רשימת זכוכית"_s, u"glass.csv"_s, glassCsv, glassSheets},
+        {u"רשימת רשתות"_s, u"mesh.csv"_s, meshCsv, meshSheets},
+    };
+    return kinds;
+}
+
+std::unique_ptr<SheetDocument> paperDocument(const PaperKind& kind, const ShopPack& pack)
+{
+    return numbered(titleFor(kind.title, pack), kind.sheets(pack));
+}
+
+std::unique_ptr<SheetDocument> allPapers(const ShopPack& pack)
+{
+    std::vector<Sheet> sheets;
+    for (const PaperKind& each : paperKinds())
+        append(each.sheets(pack), sheets);
+    return numbered(titleFor(u"הזמנה"_s, pack), std::move(sheets));
+}
+
+std::unique_ptr<SheetDocument> labelDocument(const ShopPack& pack, LabelPaper paper)
+{
+    return std::make_unique<SheetDocument>(titleFor(u"מדבקות"_s, pack), paperOf(paper),
+                                           labelSheets(pack, paper));
+}
+
+ShopPack remakePack(const ShopPack& pack, const SettingsByGroup& settings, int order, int line,
+                    Part part)
+{
+    ShopPack remake;
+    remake.pieces.pieces = ofLine(pack.pieces.pieces, order, line);
+    std::erase_if(remake.pieces.pieces, [&](const Piece& each) { return each.group.part != part; });
+    remake.pieces.faults = ofLine(pack.pieces.faults, order, line);
+    std::erase_if(remake.pieces.faults, [&](const Fault& each) { return each.part != part; });
+    if (part == Part::Glass)
+        remake.pieces.glass = ofLine(pack.pieces.glass, order, line);
+    if (part == Part::Mesh)
+        remake.pieces.mesh = ofLine(pack.pieces.mesh, order, line);
+    remake.groups = planGroups(remake.pieces.pieces, settings);
+    std::ranges::copy_if(pack.orders, std::back_inserter(remake.orders),
+                         [&](const OrderHead& each) { return each.number == order; });
+    return remake;
+}
+
+std::unique_ptr<SheetDocument> remakeSlip(const ShopPack& pack)
+{
+    std::vector<Sheet> sheets;
+    if (!pack.pieces.pieces.empty() || !pack.pieces.faults.empty())
+        append(barPlanSheets(pack), sheets);
+    if (!pack.pieces.glass.empty())
+        append(glassSheets(pack), sheets);
+    if (!pack.pieces.mesh.empty())
+        append(meshSheets(pack), sheets);
+    for (Sheet& each : sheets)
+        each.texts.push_back({{Flow::left, 300, Flow::width, 300}, u"קריאה חוזרת"_s, 12, true});
+    if (!pack.pieces.pieces.empty())
+        append(labelSheets(pack, LabelPaper::A4), sheets);
+    return std::make_unique<SheetDocument>(titleFor(u"קריאה חוזרת"_s, pack), report::a4Portrait,
+                                           std::move(sheets));
+}
+
+QString paperFile(const ShopPack& pack)
+{
+    const int first = pack.orders.front().number;
+    if (pack.orders.size() == 1)
+        return u"order-%1.pdf"_s.arg(first);
+    return u"orders-%1-%2.pdf"_s.arg(first).arg(pack.orders.back().number);
+}
+
+} // namespace shop::paper

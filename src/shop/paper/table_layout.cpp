@@ -1,0 +1,78 @@
+#include "shop/paper/table_layout.h"
+
+#include <algorithm>
+
+namespace shop::paper {
+
+namespace {
+
+constexpr double cellPoints = 11;
+constexpr int padding = 60;
+/// A longer list continues in a further row, which may be on the next sheet.
+constexpr qsizetype linesPerRow = 20;
+
+} // namespace
+
+TableLayout::TableLayout(Flow& flow, const std::vector<Column>& columns)
+    : flow_(flow), columns_(columns)
+{
+    // A table does not begin at the end of a sheet with its headings alone.
+    flow_.require(4 * lineHeight(cellPoints));
+    headings();
+    flow_.repeatOnNewSheets([this] { headings(); });
+}
+
+TableLayout::~TableLayout()
+{
+    flow_.repeatOnNewSheets({});
+}
+
+void TableLayout::headings()
+{
+    QStringList titles;
+    for (const Column& each : columns_)
+        titles.append(each.title);
+    const int height = lineHeight(cellPoints) + padding;
+    cells(titles, flow_.take(height), height, true, Fill::Medium);
+}
+
+void TableLayout::cells(const QStringList& texts, int top, int height, bool bold, Fill fill)
+{
+    int end = Flow::right;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const Column& column = columns_[i];
+        end -= column.width;
+        flow_.add(BoxItem{{end, top, column.width, height}, fill});
+        flow_.add(TextItem{{end + padding, top, column.width - 2 * padding, height},
+                           texts[static_cast<qsizetype>(i)],
+                           cellPoints,
+                           bold,
+                           column.align});
+    }
+}
+
+void TableLayout::row(const QStringList& texts, const QStringList& items, bool bold)
+{
+    const Column& last = columns_.back();
+    const QStringList lines = brokenItems(items, cellPoints, last.width - 2 * padding);
+    const int height = lineHeight(cellPoints);
+    QStringList shown = texts;
+    shown.append(QString());
+    for (qsizetype from = 0; from == 0 || from < lines.size(); from += linesPerRow) {
+        const QStringList part = lines.mid(from, linesPerRow);
+        const int rowHeight =
+            height * static_cast<int>(std::max<qsizetype>(1, part.size())) + padding;
+        const int top = flow_.take(rowHeight);
+        cells(shown, top, rowHeight, bold, Fill::None);
+        for (qsizetype i = 0; i < part.size(); ++i)
+            flow_.add(
+                TextItem{{Flow::left + padding, top + padding / 2 + static_cast<int>(i) * height,
+                          last.width - 2 * padding, height},
+                         part[i],
+                         cellPoints,
+                         bold,
+                         last.align});
+    }
+}
+
+} // namespace shop::paper

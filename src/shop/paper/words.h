@@ -1,0 +1,22 @@
+#pragma once
+
+#include "shop/shop_plan.h"
+
+/// The Hebrew words of the printed documents.
+namespace shop::paper {
+
+QString partWord(Part part);
+QString sideWord(Side side);
+/// Returns the text, or "ללא סוג" (without kind) for an empty text.
+QString kindWord(const QString& kind);
+/// Returns part, profile and colour, such as "משקוף, פרופיל 7000, לבן".
+QString groupWords(const GroupKey& group);
+/// Returns where a fault is and why, in one sentence.
+QString faultWords(const Fault& fault);
+/// Returns a computed number without floating-point noise, that is with nine decimals at most.
+/// Stored lengths and sizes are printed with all their digits instead.
+QString computedNumber(double number);
+/// Says whether fewer bars are possible.
+QString proofWords(const GroupPlan& plan);
+
+} // namespace shop::paper

@@ -1,0 +1,272 @@
+#include "platform/report/font_substitutes.h"
+#include "platform/report/pdf_words.h"
+#include "shop/cut_list.h"
+#include "shop/paper/flow.h"
+#include "shop/paper/papers.h"
+#include "shop/paper/words.h"
+#include "shop/shop_lines.h"
+#include "support/widgets.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <chrono>
+#include <random>
+
+using namespace shop;
+using namespace shop::paper;
+using namespace Qt::StringLiterals;
+using testsupport::PdfWords;
+
+namespace {
+
+ShopPack packOf(const std::vector<OrderLine>& lines, const planning::Limits& limits = {})
+{
+    ShopPack pack{shop::piecesOf(lines, {}), {}, {{7, QDate(2026, 3, 1), u"משפחת כהן"_s}}};
+    pack.groups = planGroups(pack.pieces.pieces, {}, limits);
+    return pack;
+}
+
+QStringList textsOf(const SheetDocument& document)
+{
+    QStringList texts;
+    for (const Sheet& sheet : document.sheets()) {
+        for (const TextItem& item : sheet.texts)
+            texts.append(item.text);
+    }
+    return texts;
+}
+
+const PaperKind& kindTitled(const QString& title)
+{
+    return *std::ranges::find(paperKinds(), title, &PaperKind::title);
+}
+
+/// Returns lines of windows with sizes in tenths. The standard specifies the engine's numbers, so
+/// they are the same everywhere.
+std::vector<OrderLine> randomLines(int count)
+{
+    std::mt19937 engine(20261122);
+    const auto size = [&] { return 30 + static_cast<double>(engine() % 2000) / 10; };
+    std::vector<OrderLine> lines;
+    for (int i = 1; i <= count; ++i) {
+        OrderLine line = shoptest::window();
+        line.line = i;
+        for (PartOfLine* part : {&line.frame, &line.sash, &line.glass, &line.mesh}) {
+            part->width = size();
+            part->height = size();
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// Adds each figure of the document that differs from the PDF to the result.
+QStringList wrongFigures(SheetDocument& document)
+{
+    static const QRegularExpression figure(u"^[0-9.]+$"_s);
+    const PdfWords pdf(document);
+    QStringList wrong;
+    for (std::size_t page = 0; page < document.sheets().size(); ++page) {
+        for (const TextItem& item : document.sheets()[page].texts) {
+            if (!figure.match(item.text).hasMatch())
+                continue;
+            if (const QString found = pdf.at(static_cast<int>(page), item.place);
+                found != item.text)
+                wrong.append(u"page %1: %2 instead of %3"_s.arg(page + 1).arg(found, item.text));
+        }
+    }
+    return wrong;
+}
+
+/// Returns true if the document contains the cells one after the other.
+bool hasRow(const QStringList& texts, const QStringList& cells)
+{
+    return std::search(texts.begin(), texts.end(), cells.begin(), cells.end()) != texts.end();
+}
+
+/// Prints the document's pages at a resolution and returns the texts of all codes on them.
+QStringList decoded(SheetDocument& document, int dpi)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"labels.pdf"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(pdfOf(document)) < 0)
+        qFatal("the PDF could not be written");
+    file.close();
+    if (QProcess::execute(u"pdftoppm"_s, {u"-mono"_s, u"-r"_s, QString::number(dpi),
+                                          file.fileName(), folder.filePath(u"page"_s)}) != 0)
+        qFatal("pdftoppm, of the package poppler-utils, failed");
+    QStringList pages;
+    for (const QString& each : QDir(folder.path()).entryList({u"page*"_s}))
+        pages.append(folder.filePath(each));
+    QProcess reader;
+    reader.start(u"zbarimg"_s, QStringList{u"--raw"_s, u"--quiet"_s, u"--nodbus"_s} + pages);
+    if (!reader.waitForFinished(120000))
+        qFatal("zbarimg, of the package zbar-tools, failed");
+    return QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QStringList sorted(QStringList texts)
+{
+    texts.sort();
+    return texts;
+}
+
+} // namespace
+
+class ShopPaperTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { report::substituteFonts(); }
+
+    void everyDocument_beginsWithOrderDateAndCustomer()
+    {
+        const ShopPack pack = packOf({shoptest::window()});
+        for (const PaperKind& each : paperKinds()) {
+            const QStringList texts = textsOf(*paperDocument(each, pack));
+            QCOMPARE(texts.value(0), each.title);
+            QCOMPARE(texts.value(1), u"הזמנה: 7"_s);
+            QCOMPARE(texts.value(2), u"תאריך: 01/03/2026"_s);
+            QCOMPARE(texts.value(3), u"לקוח: משפחת כהן"_s);
+            QCOMPARE(texts.last(), u"דף 1 מתוך 1"_s);
+        }
+    }
+
+    void faults_areNamedOnEveryDocumentAndOnTheLabels()
+    {
+        OrderLine line = shoptest::window();
+        line.frame.width.reset();
+        line.sash.height = 700;
+        const ShopPack pack = packOf({line});
+        const QStringList expected{
+            u"הזמנה 7, שורה 1, משקוף, רוחב: חסר ערך בשדה Mashkof_W"_s,
+            u"הזמנה 7, שורה 1, כנף, גובה: האורך 700 בשדה Kanaf_H גדול מהאורך השימושי של מוט, 598"_s};
+        for (const PaperKind& each : paperKinds())
+            QVERIFY(hasRow(textsOf(*paperDocument(each, pack)), expected));
+        QVERIFY(hasRow(textsOf(*labelDocument(pack, LabelPaper::A4)), expected));
+    }
+
+    void partWithoutKind_isListedAsWithoutKind()
+    {
+        OrderLine line = shoptest::window();
+        line.frame.kind.clear();
+        const QStringList texts =
+            textsOf(*paperDocument(kindTitled(u"רשימת חיתוך"_s), packOf({line})));
+        QVERIFY(texts.contains(u"משקוף, ללא סוג, לבן"_s));
+    }
+
+    void lengthsCloserThanAThird_areMarkedInTheCuttingList()
+    {
+        OrderLine line = shoptest::window();
+        line.frame.width = 100;
+        line.frame.height = 100.25;
+        const QStringList texts =
+            textsOf(*paperDocument(kindTitled(u"רשימת חיתוך"_s), packOf({line})));
+        QVERIFY(hasRow(texts, {u"100.25"_s, u"2"_s, u"200.5"_s, u"שים לב: דומה"_s}));
+        QVERIFY(hasRow(texts, {u"100"_s, u"2"_s, u"200"_s, u"שים לב: דומה"_s}));
+        QVERIFY(hasRow(texts, {u"93.5"_s, u"4"_s, u"374"_s, QString()}));
+    }
+
+    void barPicture_isToScale()
+    {
+        OrderLine line = shoptest::window();
+        line.frame = {200, 100, 1, u"משקוף"_s, u"לבן"_s};
+        line.sash.kind = line.mesh.kind = u"ללא"_s;
+        const auto document = paperDocument(kindTitled(u"תוכנית מוטות"_s), packOf({line}));
+        std::vector<int> widths;
+        for (const BoxItem& box : document->sheets().front().boxes) {
+            if (box.fill == Fill::Light)
+                widths.push_back(box.place.width());
+        }
+        std::ranges::sort(widths);
+        QCOMPARE(widths.size(), std::size_t(2));
+        const double unit = (Flow::width - 700) / 600.0; // Twips for one unit of the bar of 600.
+        QVERIFY(std::abs(widths[0] - 100 * unit) <= 1);
+        QVERIFY(std::abs(widths[1] - 200 * unit) <= 1);
+    }
+
+    void computedNumber_hasNoNoise()
+    {
+        QCOMPARE(computedNumber(0.1 + 0.2), u"0.3"_s);
+        QCOMPARE(computedNumber(-0.1 - 0.2), u"-0.3"_s);
+        QCOMPARE(computedNumber(1234.123456789), u"1234.123456789"_s);
+    }
+
+    void proof_isStatedInWords()
+    {
+        GroupPlan plan;
+        plan.bars = {{3, 0, {}}};
+        plan.bound = 3;
+        plan.proved = true;
+        QCOMPARE(proofWords(plan), u"הוכח: אין תוכנית עם פחות מוטות"_s);
+        plan.bound = 2;
+        plan.proved = false;
+        QCOMPARE(proofWords(plan), u"לכל היותר מוט אחד מעל הגבול התחתון"_s);
+    }
+
+    void figuresOf2000RandomLines_areTheSameInPdfAndData()
+    {
+        // The plan is of no interest here, so the quickest one is made.
+        const ShopPack pack =
+            packOf(randomLines(2000), {nullptr, std::chrono::steady_clock::now()});
+        const auto cuts = paperDocument(kindTitled(u"רשימת חיתוך"_s), pack);
+        const QStringList cutTexts = textsOf(*cuts);
+        for (const CutListRow& each : cutList(pack.groups))
+            QVERIFY(hasRow(cutTexts, {numberText(each.length), QString::number(each.count),
+                                      computedNumber(each.total)}));
+        const auto glass = paperDocument(kindTitled(u"רשימת זכוכית"_s), pack);
+        const QStringList glassTexts = textsOf(*glass);
+        for (const PaneRow& each : paneList(pack.pieces.glass))
+            QVERIFY(hasRow(glassTexts, {numberText(each.width), numberText(each.height),
+                                        QString::number(each.count), each.kind, each.colour,
+                                        computedNumber(each.area)}));
+        QCOMPARE(wrongFigures(*cuts), QStringList());
+        QCOMPARE(wrongFigures(*glass), QStringList());
+    }
+
+    void labels_areReadByAReader_data()
+    {
+        QTest::addColumn<LabelPaper>("paper");
+        QTest::addColumn<int>("dpi");
+        QTest::addColumn<int>("lines");
+        QTest::newRow("A4 at 203 dpi") << LabelPaper::A4 << 203 << 10;
+        QTest::newRow("label printer, 203 dpi") << LabelPaper::Printer203 << 203 << 2;
+        QTest::newRow("label printer, 300 dpi") << LabelPaper::Printer300 << 300 << 2;
+    }
+    void labels_areReadByAReader()
+    {
+        QFETCH(LabelPaper, paper);
+        QFETCH(int, dpi);
+        QFETCH(int, lines);
+        const ShopPack pack = packOf(randomLines(lines));
+        const auto document = labelDocument(pack, paper);
+        const QStringList expected = labelCodes(pack.pieces.pieces);
+        QCOMPARE(expected.size(),
+                 qsizetype(lines * 20)); // 4 of the frame, 8 of sash and mesh each.
+        QCOMPARE(expected.first(), u"7-1-frame-1"_s);
+        QCOMPARE(sorted(decoded(*document, dpi)), sorted(expected));
+    }
+
+    void remakeSlip_hasOnePartOfOneLine()
+    {
+        const ShopPack pack = packOf(randomLines(3));
+        const ShopPack remake = remakePack(pack, {}, 7, 2, Part::Sash);
+        QCOMPARE(remake.pieces.pieces.size(), std::size_t(8));
+        QCOMPARE(remake.groups.size(), std::size_t(1));
+        const QStringList texts = textsOf(*remakeSlip(remake));
+        QVERIFY(texts.contains(u"קריאה חוזרת"_s));
+        QVERIFY(texts.contains(u"7-2-sash-8"_s));
+        QVERIFY(!texts.contains(u"7-2-sash-9"_s));
+        QVERIFY(!texts.contains(u"7-2-frame-1"_s));
+    }
+};
+
+Q_DECLARE_METATYPE(shop::paper::LabelPaper)
+
+ZOMREL_QTEST_MAIN(ShopPaperTest)
+#include "paper_test.moc"
