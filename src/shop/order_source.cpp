@@ -75,13 +75,36 @@ void readLines(dao::Database& database, int order, std::vector<OrderLine>& lines
         lines.push_back(lineOf(*rows));
 }
 
+/// A snapshot that ends with the object, because the connection to a server stays open.
+class Snapshot
+{
+public:
+    explicit Snapshot(dao::Database& database) : database_(database)
+    {
+        dao::beginSnapshot(database_);
+    }
+    ~Snapshot()
+    {
+        try {
+            database_.Rollback();
+        } catch (const RunTimeError&) {
+            return; // A broken connection has no snapshot left to end.
+        }
+    }
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
+private:
+    dao::Database& database_;
+};
+
 } // namespace
 
 OrderSource readOrders(const QString& path, const QList<int>& orders)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
     // Stations may change the store meanwhile, so everything is read from one snapshot.
-    dao::beginSnapshot(*database);
+    const Snapshot snapshot(*database);
     OrderSource source;
     QSet<int> done;
     for (const int order : orders) {
@@ -92,7 +115,6 @@ OrderSource readOrders(const QString& path, const QList<int>& orders)
         readLines(*database, order, source.lines);
     }
     source.settings = readBarTable(*database);
-    database->Rollback();
     return source;
 }
 
