@@ -9,6 +9,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/dao/connection.h"
 #include "platform/runtime/run_time_error.h"
+#include "shop/screens/shop_documents.h"
 #include "store/store_access.h"
 
 #include <QImageReader>
@@ -82,6 +83,8 @@ void FrOrder::openReport()
     pageHead.Controls(u"LabelClientName"_s).setCaption(head().TextCustomerName->text());
     pageHead.Controls(u"LabelAddress"_s).setCaption(head().TextCustomerAddress->text());
     pageHead.Controls(u"LabelTel"_s).setCaption(head().TextCustomerTel->text());
+    DataReport1.setFurtherDocuments(
+        shop::screens::documentsOf(Module1::StorePath, Module1::CurrentOrderNum));
     DataReport1.Show();
 }
 
