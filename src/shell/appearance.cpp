@@ -1,6 +1,7 @@
 #include "shell/appearance.h"
 
 #include "platform/controls/png_icon.h"
+#include "shell/font_rules.h"
 #include "shell/program_style.h"
 
 #include <QApplication>
@@ -67,6 +68,7 @@ void translateToolkit(QApplication& application)
 void setUpAppearance(QApplication& application)
 {
     substituteFonts();
+    useFontRules();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);
     // The style's own palette gives black text on a light background, regardless of the desktop
