@@ -1,13 +1,13 @@
 #include "shell/appearance.h"
 
 #include "platform/controls/png_icon.h"
+#include "shell/delivered_files.h"
 #include "shell/program_style.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QFontDatabase>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QPalette>
 #include <QStyle>
 #include <QThreadPool>
@@ -58,7 +58,8 @@ QIcon programIcon()
 void translateToolkit(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
-    if (translator->load(u"qtbase_he"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (loadToolkitTranslation(*translator,
+                               QApplication::applicationDirPath() + u"/translations"_s))
         QApplication::installTranslator(translator);
 }
 
@@ -66,6 +67,8 @@ void translateToolkit(QApplication& application)
 
 void setUpAppearance(QApplication& application)
 {
+    // A portable folder contains the fonts that the forms name.
+    loadFonts(QApplication::applicationDirPath() + u"/fonts"_s);
     substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);
