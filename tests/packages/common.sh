@@ -30,35 +30,43 @@ mirror() {
   apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' "Codename: $suite" | head -n 1
 }
 
-# make_root: makes the folder $root, a clean system with the user "worker". The end of the script removes it.
+# make_clean FOLDER: makes a clean system with a display and the user "worker". Services are not started in it.
+make_clean() {
+  root=$1
+  rm -rf "$root"
+  debootstrap --variant=minbase "$suite" "$root" "${ZOMREL_ROOT_MIRROR:-$(mirror)}" >"$work/debootstrap.log" 2>&1 || {
+    tail "$work/debootstrap.log"
+    failed "debootstrap"
+  }
+  printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
+  chmod 755 "$root/usr/sbin/policy-rc.d"
+  cp /etc/resolv.conf "$root/etc/resolv.conf"
+  mount -t proc proc "$root/proc"
+  in_root apt-get -q update >"$work/apt.log" 2>&1
+  in_root_install xvfb xauth xdotool xz-utils
+  in_root useradd --create-home worker
+  umount "$root/proc"
+  touch "$root.done"
+}
+
+# make_root: makes the folder $root, a copy of the clean system. The end of the script removes it.
 make_root() {
   clean=$work/clean-$suite
-  if [ ! -e "$clean.done" ]; then
-    rm -rf "$clean"
-    debootstrap --variant=minbase "$suite" "$clean" "${ZOMREL_ROOT_MIRROR:-$(mirror)}" >"$work/debootstrap.log" 2>&1 || {
-      tail "$work/debootstrap.log"
-      failed "debootstrap"
-    }
-    touch "$clean.done"
-  fi
+  [ -e "$clean.done" ] || make_clean "$clean"
   root=$(mktemp -d "$work/root.XXXXXX")
-  chmod 755 "$root"
   trap remove_root EXIT
   trap 'exit 1' HUP INT TERM
   cp -a "$clean/." "$root"
+  # The program loads plugins only from file systems that it knows, and finds only mounted ones.
+  mount --bind "$root" "$root"
   mount -t proc proc "$root/proc"
-  cp /etc/resolv.conf "$root/etc/resolv.conf"
-  # Services are not started in the root.
-  printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
-  chmod 755 "$root/usr/sbin/policy-rc.d"
-  in_root useradd --create-home worker
   in_root apt-get -q update >"$work/apt.log" 2>&1
-  in_root_install xvfb xauth xdotool
 }
 
 remove_root() {
-  umount "$root/proc"
-  rm -rf "$root"
+  ! mountpoint -q "$root/proc" || umount "$root/proc"
+  ! mountpoint -q "$root" || umount "$root"
+  rm -rf --one-file-system "$root"
 }
 
 in_root() {

@@ -7,7 +7,6 @@ set -eu
 platform=linux-x86_64
 make_root
 cp "$work/this/zomrel-$this_version-$platform.tar.xz" "$work/next/zomrel-$next_version-$platform.tar.xz" "$root/tmp"
-in_root_install xz-utils
 folder=$root/home/worker/zomrel
 
 # Prints the libraries that the programs and plugins load from elsewhere, without those that every system has.
