@@ -7,6 +7,7 @@ platform=linux-x86_64
 # Everything that could differ between two builds of the same commit.
 umask 022
 export LC_ALL=C.UTF-8 TZ=UTC
+unset DEB_BUILD_OPTIONS TAR_OPTIONS XZ_DEFAULTS XZ_OPT
 if [ -z "${SOURCE_DATE_EPOCH:-}" ]; then
   # Sources without a history have the time of their newest change notes.
   SOURCE_DATE_EPOCH=$(git log -1 --format=%ct 2>/dev/null || stat --format=%Y CHANGELOG.md)
