@@ -1,6 +1,8 @@
 #include "shell/appearance.h"
 
 #include "platform/controls/png_icon.h"
+#include "platform/runtime/library_paths.h"
+#include "shell/delivered_files.h"
 #include "shell/font_rules.h"
 #include "shell/program_style.h"
 
@@ -8,7 +10,6 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QPalette>
 #include <QStyle>
 #include <QThreadPool>
@@ -59,7 +60,8 @@ QIcon programIcon()
 void translateToolkit(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
-    if (translator->load(u"qtbase_he"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (loadToolkitTranslation(*translator,
+                               QApplication::applicationDirPath() + u"/translations"_s))
         QApplication::installTranslator(translator);
 }
 
@@ -67,8 +69,12 @@ void translateToolkit(QApplication& application)
 
 void setUpAppearance(QApplication& application)
 {
-    substituteFonts();
     useFontRules();
+    // A portable folder contains the fonts that the forms name.
+    const QString fonts = QApplication::applicationDirPath() + u"/fonts"_s;
+    if (runtime::isTrustedFolder(fonts))
+        loadFonts(fonts);
+    substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);
     // The style's own palette gives black text on a light background, regardless of the desktop
