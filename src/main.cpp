@@ -4,6 +4,7 @@
 #include "shell/enter_clicks.h"
 #include "shell/error_explanations.h"
 #include "shell/focus_return.h"
+#include "shell/help_key.h"
 #include "shell/stall_notice.h"
 #include "shell/start.h"
 
@@ -22,6 +23,8 @@ int main(int argc, char** argv)
     shell::installErrorExplanations();
     shell::EnterClicks enterClicks;
     application.installEventFilter(&enterClicks);
+    shell::HelpKey helpKey;
+    application.installEventFilter(&helpKey);
     shell::FocusReturn focusReturn;
     application.installEventFilter(&focusReturn);
     const auto window = shell::openMainWindow();
