@@ -2,6 +2,7 @@
 
 #include "base/key_helpers.h"
 #include "base/measures.h"
+#include "base/slips.h"
 
 #include <QApplication>
 #include <QFont>
@@ -111,6 +112,7 @@ MeasureBox::MeasureBox(int index, const QString& text, OnLeaving onLeaving, QWid
     : InputBox(u"TextNum_%1"_s.arg(index), text, index % 2 == 0 ? 3 : 2, parent), index_(index),
       onLeaving_(onLeaving)
 {
+    showSlips(*this);
     setAlignment((isWhole() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                  Qt::AlignVCenter);
 }

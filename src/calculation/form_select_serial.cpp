@@ -2,6 +2,7 @@
 
 #include "base/input_boxes.h"
 #include "base/module1.h"
+#include "calculation/line_words.h"
 #include "calculation/opening_panel.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
@@ -21,9 +22,6 @@ using namespace Qt::StringLiterals;
 namespace calculation {
 
 namespace {
-
-/// Value of the series field Sign that marks a door series.
-constexpr auto doorSign = "d2000"_L1;
 
 /// The texts that each entry of ComboMonoBlock puts into the boxes TextNum 0 to 3.
 const std::array<std::array<QString, 4>, 3> monoblockProposals{{

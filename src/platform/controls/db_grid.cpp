@@ -72,6 +72,12 @@ void DBGrid::setDataSource(DataControl* source)
     readRows();
 }
 
+void DBGrid::setRowRemark(RowRemark remark, int column)
+{
+    model_->setRowRemark(std::move(remark), column,
+                         style()->standardIcon(QStyle::SP_MessageBoxWarning));
+}
+
 QString DBGrid::caption() const
 {
     return header_->caption();

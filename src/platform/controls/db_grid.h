@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/db_grid_column.h"
+#include "platform/controls/row_remark.h"
 
 #include <QPointer>
 #include <QTableView>
@@ -48,6 +49,9 @@ public:
     QString caption() const;
     void setCaption(const QString& caption);
     void setEditable(bool editable);
+    /// Marks the rows for which the function returns a text: a warning sign in one column, and the
+    /// text as tool tip. See DBGridModel::setRowRemark.
+    void setRowRemark(RowRemark remark, int column);
 
     /// Writes the row that is being edited and reports a refusal in a message box. Returns true if
     /// no unwritten edit remains. Does not throw.
