@@ -46,9 +46,9 @@ make_manual() {
 # /lib as well as under /usr/lib.
 owners_of() {
   for file in "$@"; do
-    file=$(realpath "$file")
-    { dpkg-query --search "$file" || dpkg-query --search "${file#/usr}"; } 2>/dev/null | head -n 1 | cut -d: -f1
-  done | sort -u
+    real=$(realpath "$file")
+    printf '%s\n%s\n' "$real" "${real#/usr}"
+  done | xargs dpkg-query --search 2>/dev/null | cut -d: -f1 | sort -u
 }
 
 # The libraries and plugins of Qt that the programs load while they run. The linker does not know them.

@@ -1,7 +1,8 @@
 #!/bin/sh
 # portable.sh STAGE: makes the portable folder from what packaging/linux.sh has installed into the folder STAGE. It
-# contains everything but the C and C++ run-time libraries, which every system has. The archive contains neither a store
-# nor a logo beside the program, so unpacking it over an older version keeps the user's own.
+# contains everything but the C and C++ run-time libraries, which every system has, and libcups and libexpat, which every
+# desktop has. The archive contains neither a store nor a logo beside the program, so unpacking it over an older version
+# keeps the user's own.
 set -eu
 cd "$(dirname "$0")/.."
 . packaging/common.sh
@@ -11,6 +12,8 @@ stage=$1
 oldest_glibc=2.35
 # The parts of the C and C++ run-time libraries.
 runtime_libraries='/(ld-linux-x86-64|lib(c|m|dl|rt|pthread|resolv|util|nsl|gcc_s|stdc\+\+))\.so'
+# Every desktop has these libraries, and those of Debian 12 need a newer C library.
+desktop_libraries='/lib(cups|expat)\.so'
 
 folder=$stage/portable/zomrel
 mkdir -p "$folder/lib" "$folder/fonts" "$folder/translations"
@@ -31,7 +34,7 @@ done
 
 # shellcheck disable=SC2046,SC2086 # word splitting is intended
 libraries=$(libraries_of $(find "$stage/program" -type f -perm /111) "$loaded_libraries" \
-  $(find "$folder/plugins" -name '*.so') | grep -vE "$runtime_libraries")
+  $(find "$folder/plugins" -name '*.so') | grep -vE "$runtime_libraries|$desktop_libraries")
 for library in $libraries "$loaded_libraries"; do
   cp --dereference "$library" "$folder/lib"
 done

@@ -30,7 +30,7 @@ mirror() {
   apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' "Codename: $suite" | head -n 1
 }
 
-# make_clean FOLDER: makes a clean system with a display and the user "worker". Services are not started in it.
+# make_clean FOLDER: makes a clean system with a display, the libraries of every desktop and the user "worker". Services are not started in it.
 make_clean() {
   root=$1
   rm -rf "$root"
@@ -43,7 +43,7 @@ make_clean() {
   cp /etc/resolv.conf "$root/etc/resolv.conf"
   mount -t proc proc "$root/proc"
   in_root apt-get -q update >"$work/apt.log" 2>&1
-  in_root_install xvfb xauth xdotool xz-utils
+  in_root_install xvfb xauth xdotool xz-utils libcups2 libexpat1
   in_root useradd --create-home worker
   umount "$root/proc"
   touch "$root.done"

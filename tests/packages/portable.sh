@@ -12,7 +12,7 @@ folder=$root/home/worker/zomrel
 # Prints the libraries that the programs and plugins load from elsewhere, without those that every system has.
 foreign_libraries() {
   as_worker "find zomrel -maxdepth 1 -type f -perm /111 ! -name start | xargs ldd" |
-    grep -E '=>|not found' | grep -vE '=> /home/worker/zomrel/lib/|lib(c|m|dl|rt|pthread|resolv|gcc_s|stdc\+\+)\.so' || true
+    grep -E '=>|not found' | grep -vE '=> /home/worker/zomrel/lib/|lib(c|m|dl|rt|pthread|resolv|gcc_s|stdc\+\+|cups|expat)\.so' || true
 }
 
 expect "the system has no Qt and no Hebrew font" \
