@@ -6,6 +6,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/form.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
 #include "store/store_access.h"
@@ -81,7 +82,7 @@ void FormSelectSerial::connectHandlers()
 void FormSelectSerial::Show()
 {
     if (!isVisible()) {
-        adjustSize();
+        setFixedSize(controls::fittedSize(sizeHint(), controls::roomOnScreen(*this)));
         controls::centreOnScreen(*this);
     }
     show();
