@@ -43,6 +43,7 @@ controls::DBGrid* makeLinesGrid(controls::DataControl* lines, QWidget* parent)
     grid->horizontalHeader()->setFont(QFont(u"MS Sans Serif"_s));
     grid->setCaption(u"שורות בהזמנה"_s);
     grid->setColumns(lineColumns());
+    grid->setMinimumSize(280, 150);
     grid->setDataSource(lines);
     return grid;
 }
