@@ -162,6 +162,9 @@ void OpeningPanel::buildFrameDoorMashkof()
     QSizePolicy policy = FrameDoorMashkof->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     FrameDoorMashkof->setSizePolicy(policy);
+    // Texts may become a pixel wider when they are first shown.
+    constexpr int reserve = 4;
+    FrameDoorMashkof->setMinimumWidth(FrameDoorMashkof->minimumSizeHint().width() + reserve);
     FrameDoorMashkof->hide();
 }
 
