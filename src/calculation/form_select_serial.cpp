@@ -7,6 +7,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/form.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
 #include "store/store_access.h"
@@ -79,7 +80,7 @@ void FormSelectSerial::connectHandlers()
 void FormSelectSerial::Show()
 {
     if (!isVisible()) {
-        adjustSize();
+        setFixedSize(controls::fittedSize(sizeHint(), controls::roomOnScreen(*this)));
         controls::centreOnScreen(*this);
     }
     show();

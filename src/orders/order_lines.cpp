@@ -46,6 +46,7 @@ controls::DBGrid* makeLinesGrid(controls::DataControl* lines, QWidget* parent)
     grid->setColumns(lineColumns());
     constexpr int nameColumn = 2;
     grid->setRowRemark(lineRemark, nameColumn);
+    grid->setMinimumSize(280, 150);
     grid->setDataSource(lines);
     return grid;
 }

@@ -41,9 +41,11 @@ void readFontsAhead()
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
 }
 
-void enlargeFont()
+/// What has no named font is set in Arial, so that it looks the same on every desktop.
+void setProgramFont()
 {
     QFont font = QApplication::font();
+    font.setFamily(u"Arial"_s);
     if (font.pointSizeF() < readablePoints)
         font.setPointSizeF(readablePoints);
     QApplication::setFont(font);
@@ -55,6 +57,21 @@ QIcon programIcon()
     for (const int side : {16, 32, 48})
         files.append(u":/zomrel/icons/zomrel-%1.png"_s.arg(side));
     return controls::pngIcon(files);
+}
+
+/// Gives a selection that has the focus a dark highlight, on which white text is readable, and a
+/// selection without the focus a light one.
+QPalette programPalette(QPalette palette)
+{
+    const QColor focused(0x1f, 0x5f, 0x99);
+    const QColor unfocused(0xd5, 0xdb, 0xe2);
+    palette.setColor(QPalette::Active, QPalette::Highlight, focused);
+    palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::white);
+    for (const auto group : {QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::Highlight, unfocused);
+        palette.setColor(group, QPalette::HighlightedText, Qt::black);
+    }
+    return palette;
 }
 
 void translateToolkit(QApplication& application)
@@ -79,9 +96,9 @@ void setUpAppearance(QApplication& application)
     QApplication::setStyle(new ProgramStyle);
     // The style's own palette gives black text on a light background, regardless of the desktop
     // theme.
-    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setPalette(programPalette(QApplication::style()->standardPalette()));
     QApplication::setLayoutDirection(Qt::RightToLeft);
-    enlargeFont();
+    setProgramFont();
     translateToolkit(application);
     QGuiApplication::setDesktopFileName(u"zomrel"_s);
     QApplication::setWindowIcon(programIcon());

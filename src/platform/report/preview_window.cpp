@@ -3,12 +3,14 @@
 #include "platform/report/find_bar.h"
 #include "platform/report/preview_pages.h"
 #include "platform/report/printing.h"
+#include "platform/report/saved_bar.h"
 #include "platform/runtime/guard.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QToolBar>
 
 namespace report {
@@ -25,14 +27,15 @@ constexpr int fitWidthEntry = -2;
 
 PreviewWindow::PreviewWindow(const ReportDesign& design)
     : pages_(new PreviewPages(this)), findBar_(new FindBar(*pages_, this)),
-      toolbar_(new QToolBar(this))
+      savedBar_(new SavedBar(this)), toolbar_(new QToolBar(this))
 {
     setObjectName(design.name.toString());
     setWindowTitle(design.caption.toString());
     setLayoutDirection(Qt::RightToLeft);
     setAttribute(Qt::WA_QuitOnClose, false);
     setContextMenuPolicy(Qt::NoContextMenu);
-    resize(1000, 760); // Size of the window after the user leaves the maximised state.
+    // Size of the window after the user leaves the maximised state.
+    resize(QSize(1000, 760).boundedTo(screen()->availableSize() * 4 / 5));
     pages_->setObjectName(u"PreviewPages"_s);
     setCentralWidget(pages_);
     toolbar_->setObjectName(u"ToolbarPreview"_s);
@@ -41,6 +44,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     toolbar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
     addToolBar(toolbar_);
     addToolBar(Qt::BottomToolBarArea, findBar_);
+    addToolBar(Qt::BottomToolBarArea, savedBar_);
     addPageCommands();
     addZoomCommands();
     addOutputCommands();
@@ -53,6 +57,7 @@ void PreviewWindow::showDocument(std::shared_ptr<Document> document)
 {
     document_ = std::move(document);
     findBar_->setDocument(document_);
+    savedBar_->hide();
     pages_->setDocument(document_);
     pages_->setFocus();
     showMaximized();
@@ -272,7 +277,8 @@ void PreviewWindow::exportAs(Format format)
 {
     pages_->readAll();
     const std::shared_ptr<Document> exported = document_;
-    exportDocument(*exported, format, this);
+    if (const QString path = exportDocument(*exported, format, this); !path.isEmpty())
+        savedBar_->confirm(path);
 }
 
 void PreviewWindow::exportPdf()
@@ -295,11 +301,14 @@ void PreviewWindow::openFind()
     findBar_->open();
 }
 
-/// Closes the find bar if it is open, and otherwise the window.
+/// Closes the find bar or the confirmation of a saved file if one is open, and otherwise the
+/// window.
 void PreviewWindow::escape()
 {
     if (findBar_->isVisible())
         findBar_->close();
+    else if (savedBar_->isVisible())
+        savedBar_->hide();
     else
         close();
 }

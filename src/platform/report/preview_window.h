@@ -14,6 +14,7 @@ namespace report {
 
 class FindBar;
 class PreviewPages;
+class SavedBar;
 enum class Format;
 
 /// The window that previews, prints and exports a report. Each command is a named action with a
@@ -64,6 +65,7 @@ private:
     std::shared_ptr<Document> document_;
     PreviewPages* pages_;
     FindBar* findBar_;
+    SavedBar* savedBar_;
     QToolBar* toolbar_;
     QLineEdit* pageNumber_ = nullptr;
     QLabel* pageCount_ = nullptr;

@@ -153,14 +153,16 @@ void printDocument(Document& document, int currentPage, QWidget* parent)
         refuse(u"ההדפסה נכשלה"_s);
 }
 
-void exportDocument(Document& document, Format format, QWidget* parent)
+QString exportDocument(Document& document, Format format, QWidget* parent)
 {
     const QString path = askFile(requestFor(document, format, parent));
     if (path.isEmpty())
-        return;
+        return {};
     document.readAll(); // The number of pages is final only after readAll.
-    if (writeTo(path, document, format, parent) == Outcome::Failed)
+    const Outcome outcome = writeTo(path, document, format, parent);
+    if (outcome == Outcome::Failed)
         refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
+    return outcome == Outcome::Done ? path : QString();
 }
 
 } // namespace report

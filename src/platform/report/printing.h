@@ -15,7 +15,8 @@ void printDocument(Document& document, int currentPage, QWidget* parent);
 enum class Format { Pdf, Html, Text };
 
 /// Lets the user choose a file and writes the document to it. Failures of writing are shown in a
-/// message box. Throws any error of reading.
-void exportDocument(Document& document, Format format, QWidget* parent);
+/// message box. Returns the path of the written file, or an empty text if none was written. Throws
+/// any error of reading.
+QString exportDocument(Document& document, Format format, QWidget* parent);
 
 } // namespace report
