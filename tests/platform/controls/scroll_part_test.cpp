@@ -26,6 +26,7 @@ private slots:
     void smallRoom_keepsPlacesAndTabOrder();
     void restoredWindow_isSmallerThanTheScreen();
     void restoredWindow_keepsASizeThatFits();
+    void restoredWindow_keepsAChosenSizeLargerThanTheScreen();
 };
 
 namespace {
@@ -170,6 +171,24 @@ void ScrollPartTest::restoredWindow_keepsASizeThatFits()
     window.showNormal();
     QTRY_VERIFY(!window.isMaximized());
     QTRY_COMPARE(window.geometry(), inside);
+}
+
+/// The second window shows when the time has passed after which a size is corrected.
+void ScrollPartTest::restoredWindow_keepsAChosenSizeLargerThanTheScreen()
+{
+    QWidget chosen;
+    QWidget unchanged;
+    const QRect room = chosen.screen()->availableGeometry();
+    for (QWidget* window : {&chosen, &unchanged}) {
+        new controls::RestoredSize(*window);
+        window->setGeometry(room);
+        window->showMaximized();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        window->showNormal();
+    }
+    chosen.resize(room.size() * 2);
+    QTRY_VERIFY(unchanged.width() < room.width());
+    QCOMPARE(chosen.size(), room.size() * 2);
 }
 
 ZOMREL_QTEST_MAIN(ScrollPartTest)
