@@ -204,7 +204,7 @@ dao::Link linkOf(const Call& call)
     checkLinkOptions(call);
     try {
         if (call.options.contains(fileOption)) {
-            const dao::Link link = dao::Link::toFile(call.options.value(fileOption));
+            dao::Link link = dao::Link::toFile(call.options.value(fileOption));
             dao::linkText(link);
             return link;
         }
