@@ -1,5 +1,6 @@
 #!/bin/sh
-# Configures the presets that no other check uses, because a target that only they leave out could break them.
+# Configures the presets that no other check uses. They are configured without the tests, so a mistake in the
+# conditions of the build files may break them alone.
 set -eu
 cd "$(dirname "$0")/.."
 folder=$(mktemp -d)

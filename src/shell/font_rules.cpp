@@ -1,6 +1,5 @@
 #include "shell/font_rules.h"
 
-#include <QByteArrayView>
 #include <QLibrary>
 
 #include <algorithm>
@@ -12,9 +11,9 @@ namespace shell {
 
 namespace {
 
-/// The folders of the system and of the user, and the fonts that replace missing ones. The metric
-/// substitutes of Arial and Helvetica and the smoothing are those of the usual system rules, so
-/// that the program looks the same with either.
+/// The usual font folders of the system and of the user, and the fonts that replace missing ones.
+/// The substitutes for Arial and Helvetica and the settings for smoothing are copied from Debian's
+/// rules. With Debian's fonts alone, the screens are the same as with Debian's rules.
 constexpr char rules[] = R"(<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "fonts.dtd">
 <fontconfig>

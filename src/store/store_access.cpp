@@ -39,7 +39,8 @@ void refuseForeignDatabase(dao::Database& database)
 }
 
 /// Creates the table Orders. A table needs at least one field when it is appended, so a temporary
-/// field is added and then deleted. One transaction, so that a power cut cannot leave the field.
+/// field is added and then deleted. Both steps are one transaction, so that a power cut cannot
+/// leave the temporary field in the table.
 void createOrders(dao::Database& database)
 {
     database.BeginTrans();

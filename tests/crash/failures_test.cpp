@@ -97,7 +97,7 @@ protected:
         return run.exitStatus == 0;
     }
 
-    /// Returns what is wrong with the store for zomrel-store check.
+    /// Returns what zomrel-store check finds wrong with the store.
     std::string checkFinding() const
     {
         const crash::Run check = crash::zomrelStore({u"check"_s, storePath()});
