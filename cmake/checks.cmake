@@ -1,6 +1,6 @@
 # The checks of .ci/run, each as a separate test. Each check uses all cores and would disturb the
 # timing of other tests, so it runs alone.
-foreach(check format lint cppcheck tidy sanitizers)
+foreach(check format lint presets cppcheck tidy sanitizers)
   add_test(NAME check_${check} COMMAND ${PROJECT_SOURCE_DIR}/cmake/${check}.sh)
   set_tests_properties(check_${check} PROPERTIES LABELS check RUN_SERIAL ON TIMEOUT 3600)
 endforeach()

@@ -15,14 +15,18 @@ install(
     file(INSTALL \"${PROJECT_SOURCE_DIR}/data/Logo.jpg\" DESTINATION \"\${CMAKE_INSTALL_PREFIX}\")
   endif()")
 
-# Desktop menu entry, for packaging: cmake --install ... --component desktop
+# What the desktop and the manual need, for packaging: cmake --install ... --component desktop
 install(
   FILES data/zomrel.desktop
   DESTINATION share/applications
   COMPONENT desktop EXCLUDE_FROM_ALL)
 install(
-  FILES docs/zomrel-store.1 docs/zomrel-shop.1
+  FILES docs/Zomrel.1 docs/zomrel-demo.1 docs/zomrel-shop.1 docs/zomrel-store.1
   DESTINATION share/man/man1
+  COMPONENT desktop EXCLUDE_FROM_ALL)
+install(
+  FILES data/icons/zomrel.svg
+  DESTINATION share/icons/hicolor/scalable/apps
   COMPONENT desktop EXCLUDE_FROM_ALL)
 foreach(pixels 16 32 48 128 256)
   install(
@@ -31,3 +35,11 @@ foreach(pixels 16 32 48 128 256)
     RENAME zomrel.png
     COMPONENT desktop EXCLUDE_FROM_ALL)
 endforeach()
+
+# The date is that of SOURCE_DATE_EPOCH if it is set.
+string(TIMESTAMP ZOMREL_RELEASE_DATE "%Y-%m-%d" UTC)
+configure_file(data/zomrel.metainfo.xml.in zomrel.metainfo.xml @ONLY)
+install(
+  FILES ${PROJECT_BINARY_DIR}/zomrel.metainfo.xml
+  DESTINATION share/metainfo
+  COMPONENT desktop EXCLUDE_FROM_ALL)

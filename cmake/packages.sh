@@ -17,6 +17,10 @@ packages_test="libgtest-dev libgmock-dev libsqlite3-dev xvfb xauth xdotool poppl
 # Needed by .ci/run in addition to both.
 packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"
 
+# Needed by ./package in addition to packages_run, and to check what it makes.
+packages_package="binutils cmark-gfm debhelper file patchelf xz-utils"
+packages_package_check="appstream debootstrap desktop-file-utils git lintian poppler-utils"
+
 is_installed() {
   dpkg-query --show --showformat='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
 }

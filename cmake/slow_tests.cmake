@@ -11,7 +11,9 @@ set(ZOMREL_SLOW_TESTS
     calculation_opening_panel_test_on_server
     calculation_picker_test_on_server
     calculation_pre_calculation_test_on_server
+    crash_failures_test
     crash_station_cuts_test
+    crash_tool_cuts_test
     dao_copy_test
     dao_test
     dao_test_on_server
@@ -73,6 +75,8 @@ set(ZOMREL_SLOW_TESTS
     reliability_killed_test_on_server
     reliability_lost_share_test
     reliability_lost_share_test_on_server
+    reliability_month_test
+    reliability_month_test_on_server
     reliability_read_only_test
     reliability_read_only_test_on_server
     reliability_server_bad_line_test

@@ -2,7 +2,9 @@
 #include "platform/runtime/library_paths.h"
 #include "shell/appearance.h"
 #include "shell/enter_clicks.h"
+#include "shell/error_explanations.h"
 #include "shell/focus_return.h"
+#include "shell/help_key.h"
 #include "shell/stall_notice.h"
 #include "shell/start.h"
 
@@ -18,8 +20,11 @@ int main(int argc, char** argv)
         return shell::showStall(*stall);
     const auto watch = shell::watchForStalls();
     controls::installMessageBoxes();
+    shell::installErrorExplanations();
     shell::EnterClicks enterClicks;
     application.installEventFilter(&enterClicks);
+    shell::HelpKey helpKey;
+    application.installEventFilter(&helpKey);
     shell::FocusReturn focusReturn;
     application.installEventFilter(&focusReturn);
     const auto window = shell::openMainWindow();

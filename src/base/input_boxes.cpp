@@ -2,12 +2,14 @@
 
 #include "base/key_helpers.h"
 #include "base/measures.h"
+#include "base/slips.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyleOptionFrame>
+#include <QStylePainter>
 
 namespace base {
 
@@ -107,10 +109,30 @@ void InputBox::focusOutEvent(QFocusEvent* event)
     lostFocus();
 }
 
+void InputBox::paintEvent(QPaintEvent* event)
+{
+    if (hasFocus()) {
+        QLineEdit::paintEvent(event);
+        return;
+    }
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    QStylePainter painter(this);
+    painter.drawPrimitive(QStyle::PE_PanelLineEdit, option);
+    // QLineEdit keeps these distances between its frame and its text.
+    const QRect text = style()
+                           ->subElementRect(QStyle::SE_LineEditContents, &option, this)
+                           .marginsRemoved(textMargins())
+                           .adjusted(2, 1, -2, -1);
+    painter.drawItemText(text, QStyle::visualAlignment(Qt::LeftToRight, alignment()),
+                         option.palette, isEnabled(), this->text(), QPalette::Text);
+}
+
 MeasureBox::MeasureBox(int index, const QString& text, OnLeaving onLeaving, QWidget* parent)
     : InputBox(u"TextNum_%1"_s.arg(index), text, index % 2 == 0 ? 3 : 2, parent), index_(index),
       onLeaving_(onLeaving)
 {
+    showSlips(*this);
     setAlignment((isWhole() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                  Qt::AlignVCenter);
 }
@@ -208,6 +230,13 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->addWidget(whole);
     layout->addWidget(point_);
     layout->addWidget(hundredths);
+}
+
+void MeasurePair::setSpokenCaption(const QString& caption)
+{
+    const QString spoken = caption.simplified().remove(u" :"_s);
+    whole_->setAccessibleName(spoken + u", שלם"_s);
+    hundredths_->setAccessibleName(spoken + u", מאיות"_s);
 }
 
 double MeasurePair::measure() const

@@ -32,6 +32,9 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    /// Paints the selection and the cursor only while the box has the focus. The order form selects
+    /// the text of a box that does not have it.
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     bool entered_ = false;
@@ -102,6 +105,9 @@ public:
     MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureBox* hundredths,
                 const QString& pointName, QWidget* parent = nullptr);
     QLabel* point() const { return point_; }
+    /// Sets what a screen reader says for the two boxes: the caption of the measure and which half
+    /// it is.
+    void setSpokenCaption(const QString& caption);
     /// Returns the value of the two boxes. Throws the errors of Module1::ReadMeasure.
     double measure() const;
 

@@ -2,6 +2,7 @@
 
 #include "base/input_boxes.h"
 #include "base/module1.h"
+#include "calculation/series_reading.h"
 #include "platform/controls/data_control.h"
 #include "platform/runtime/conversions.h"
 #include "store/line_columns.h"
@@ -53,26 +54,6 @@ void computeShutter(const cuts::Size& opening)
     Module1::Shalav_Count = cuts::shalavCount(opening, monoblock);
     Module1::Argaz_Width = shutter.argaz.width;
     Module1::Argaz_Height = shutter.argaz.height;
-}
-
-std::optional<double> number(dao::Recordset& series, const QString& field)
-{
-    const QVariant value = series.Fields(field).Value();
-    if (runtime::isNull(value))
-        return std::nullopt;
-    return runtime::toDouble(value);
-}
-
-cuts::Series readSeries(dao::Recordset& series)
-{
-    cuts::Series read;
-    read.deductions[cuts::Mashkof] = {number(series, u"Mashkof_W"_s),
-                                      number(series, u"Mashkof_H"_s)};
-    read.deductions[cuts::Kanaf] = {number(series, u"Kanaf_W"_s), number(series, u"Kanaf_H"_s)};
-    read.deductions[cuts::Glass] = {number(series, u"Glass_W"_s), number(series, u"Glass_H"_s)};
-    read.deductions[cuts::Reshet] = {number(series, u"Reshet_W"_s), number(series, u"Reshet_H"_s)};
-    read.kanafNum = number(series, u"Kanaf_Num"_s);
-    return read;
 }
 
 void computeParts(const cuts::Size& opening, const cuts::Series& series)

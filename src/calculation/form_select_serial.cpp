@@ -2,10 +2,12 @@
 
 #include "base/input_boxes.h"
 #include "base/module1.h"
+#include "calculation/line_words.h"
 #include "calculation/opening_panel.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/form.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
 #include "store/store_access.h"
@@ -21,9 +23,6 @@ using namespace Qt::StringLiterals;
 namespace calculation {
 
 namespace {
-
-/// Value of the series field Sign that marks a door series.
-constexpr auto doorSign = "d2000"_L1;
 
 /// The texts that each entry of ComboMonoBlock puts into the boxes TextNum 0 to 3.
 const std::array<std::array<QString, 4>, 3> monoblockProposals{{
@@ -81,7 +80,7 @@ void FormSelectSerial::connectHandlers()
 void FormSelectSerial::Show()
 {
     if (!isVisible()) {
-        adjustSize();
+        setFixedSize(controls::fittedSize(sizeHint(), controls::roomOnScreen(*this)));
         controls::centreOnScreen(*this);
     }
     show();

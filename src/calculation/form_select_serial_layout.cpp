@@ -4,6 +4,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 #include "platform/controls/makers.h"
+#include "platform/controls/scroll_part.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -68,6 +69,7 @@ void FormSelectSerial::buildGrid()
                          {u"Reshet_H"_s, u"Reshet_H"_s},
                          {u"Nativ_Num"_s, u"Nativ_Num"_s},
                          {u"Kanaf_Num"_s, u"Kanaf_Num"_s}});
+    DBGrid1->setSearchColumn(2);
     DBGrid1->setDataSource(DataSerials);
     DBGrid1->setMinimumSize(600, 240);
 }
@@ -117,6 +119,11 @@ void FormSelectSerial::buildMonoblock()
     grid->addWidget(Combo_U_Thick, 1, 4);
     grid->addWidget(pickerCaption(u"Label5"_s, u"עובי שלב  :"_s, FrameMonoblock), 2, 3);
     grid->addWidget(measurePair(2, u"4"_s, u"50"_s, u"Label1_9"_s), 2, 4);
+    Picture1[0]->setSpokenCaption(u"הורדה מהרוחב"_s);
+    Picture1[1]->setSpokenCaption(u"הורדה מהגובה"_s);
+    Picture1[2]->setSpokenCaption(u"עובי שלב"_s);
+    ComboMonoBlock->setAccessibleName(u"סוג"_s);
+    Combo_U_Thick->setAccessibleName(u"עובי U"_s);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
         // The screen defines a second decimal point behind each of these three boxes. It is a
@@ -149,14 +156,17 @@ void FormSelectSerial::arrange()
     commands->addStretch();
     commands->addWidget(CmdPic);
     commands->addWidget(CmdClose);
-    auto* column = new QVBoxLayout(this);
+    auto* contents = new QWidget;
+    auto* column = new QVBoxLayout(contents);
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(DBGrid1);
     // Leading alignment keeps the check box no wider than its text, so that clicks beside it do
     // nothing.
     column->addWidget(CheckKind, 0, Qt::AlignLeading);
     column->addWidget(FrameMonoblock);
-    column->addLayout(commands);
-    column->setSizeConstraint(QLayout::SetFixedSize);
+    auto* whole = new QVBoxLayout(this);
+    whole->addWidget(new controls::ScrollPart(contents, this), 1);
+    whole->addLayout(commands);
 }
 
 /// Sets the tab order. The first four measure boxes are visited in reverse order; users rely on

@@ -3,6 +3,8 @@
 #include "base/input_boxes.h"
 #include "base/key_helpers.h"
 #include "base/module1.h"
+#include "calculation/figure_tips.h"
+#include "calculation/line_words.h"
 #include "output/form_view.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
@@ -182,6 +184,7 @@ void OpeningPanel::CmdOK_Click()
     view.LabelCount[cuts::Kanaf]->setText(runtime::toText(twice(kanafNum(series))));
     view.LabelCount[cuts::Glass]->setText(runtime::toText(kanafNum(series)));
     view.LabelCount[cuts::Reshet]->setText(runtime::toText(kanafNum(series)));
+    explainComputedLine(view, series);
     view.ShowModeless();
 }
 
@@ -239,7 +242,7 @@ void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
     writeKindsAndColours(lines);
     writeCounts(lines, DataSerial->Recordset());
     dao::Field kind = lines.Fields(store::line::windowKind);
-    kind.SetValue(Module1::IsMonoblock ? cutToSize(Module1::KindCaption, kind) : u"אור"_s);
+    kind.SetValue(Module1::IsMonoblock ? cutToSize(Module1::KindCaption, kind) : ordinaryKind());
     writeShutter(lines);
 }
 

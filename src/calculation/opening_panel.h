@@ -11,6 +11,7 @@
 
 class QGroupBox;
 class QLabel;
+class QLayout;
 class QPushButton;
 
 namespace controls {
@@ -75,6 +76,10 @@ public:
     QPushButton* CmdAdd = nullptr;
     QPushButton* CmdClear1 = nullptr;
 
+    /// Returns the row with CmdAdd, CmdOK and CmdClear1. It is the last row of the panel until the
+    /// form puts it elsewhere.
+    QWidget* commandRow() const { return commandRow_; }
+
 signals:
     /// Emitted when the user asks for the series picker.
     void seriesRequested();
@@ -103,7 +108,10 @@ private:
     void buildDataControls();
     void arrange();
     void chainTabOrder();
+    QLayout* seriesRows();
     base::MeasurePair* measurePair(std::size_t pair, const QString& wholeText, QWidget* parent);
+
+    QWidget* commandRow_ = nullptr;
 };
 
 /// Sets the function that returns the order form's panel and loads the form if necessary. The

@@ -25,20 +25,34 @@ QFont formFont()
     return controls::fontOf(u"David"_s, 12);
 }
 
+/// The order form sets all its labels to this size. They have it from the start, so that a hidden
+/// frame reserves the right width.
+QFont labelFont()
+{
+    return controls::fontOf(u"David"_s, 13);
+}
+
 QLabel* caption(const QString& name, const QString& text, QWidget* parent)
 {
-    return controls::makeLabel(name, text, formFont(), parent);
+    return controls::makeLabel(name, text, labelFont(), parent);
 }
 
 /// Creates a label for a value. The alignment is absolute, because otherwise a text of digits alone
 /// is aligned to the opposite side.
 QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment, QWidget* parent)
 {
-    QLabel* label = controls::makeValueLabel(name, text, formFont(), parent);
+    QLabel* label = controls::makeValueLabel(name, text, labelFont(), parent);
     label->setAlignment(alignment | Qt::AlignAbsolute | Qt::AlignVCenter);
     label->setMargin(2);
     label->setMinimumWidth(40);
     return label;
+}
+
+/// Makes the label take the width that the layout gives it, whatever its text is.
+void takeGivenWidth(QLabel* label, int least)
+{
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setMinimumWidth(least);
 }
 
 QGroupBox* frame(const QString& name, const QString& title, QWidget* parent)
@@ -92,9 +106,14 @@ void OpeningPanel::buildSeriesLabels()
     caption(u"Label12"_s, u"סוג חלון"_s, this);
     LabelSerial = value(u"LabelSerial"_s, {}, Qt::AlignRight, this);
     LabelSerial->setWordWrap(true);
+    // Two lines are always reserved, so that a long name does not move the controls below it.
+    LabelSerial->setFixedHeight(2 * QFontMetrics(labelFont()).lineSpacing() +
+                                2 * (LabelSerial->margin() + LabelSerial->frameWidth()));
+    takeGivenWidth(LabelSerial, 160);
     LabelNativ = value(u"LabelNativ"_s, {}, Qt::AlignHCenter, this);
     LabelKanaf = value(u"LabelKanaf"_s, {}, Qt::AlignHCenter, this);
     LabelKind = value(u"LabelKind"_s, u"רגיל"_s, Qt::AlignRight, this);
+    takeGivenWidth(LabelKind, 160);
 }
 
 base::MeasurePair* OpeningPanel::measurePair(std::size_t pair, const QString& wholeText,
@@ -126,6 +145,8 @@ void OpeningPanel::buildFrame1()
     row->addWidget(caption(u"Label1_2"_s, u"גובה"_s, Frame1));
     row->addWidget(measurePair(1, u"0"_s, Frame1));
     row->addStretch();
+    Picture1[0]->setSpokenCaption(u"רוחב"_s);
+    Picture1[1]->setSpokenCaption(u"גובה"_s);
 }
 
 void OpeningPanel::buildFrameDoorMashkof()
@@ -134,12 +155,16 @@ void OpeningPanel::buildFrameDoorMashkof()
     auto* row = new QHBoxLayout(FrameDoorMashkof);
     row->addWidget(caption(u"Label11"_s, u"עובי משקוף דלת :"_s, FrameDoorMashkof));
     row->addWidget(measurePair(2, u"4"_s, FrameDoorMashkof));
+    Picture1[2]->setSpokenCaption(u"עובי משקוף דלת"_s);
     row->addStretch();
     // The box of the door frame's thickness keeps its space while it is hidden, so that the layout
     // does not move when a door series is chosen.
     QSizePolicy policy = FrameDoorMashkof->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     FrameDoorMashkof->setSizePolicy(policy);
+    // Texts may become a pixel wider when they are first shown.
+    constexpr int reserve = 4;
+    FrameDoorMashkof->setMinimumWidth(FrameDoorMashkof->minimumSizeHint().width() + reserve);
     FrameDoorMashkof->hide();
 }
 
@@ -155,57 +180,70 @@ void OpeningPanel::buildFrame2()
     const std::array names{u"Label6"_s, u"Label7"_s, u"Label8"_s, u"Label9"_s};
     for (std::size_t part = 0; part < cuts::PartCount; ++part) {
         const int row = static_cast<int>(part) + 1;
+        grid->setRowStretch(row, 1);
         grid->addWidget(caption(names[part], base::partCaptions()[part], Frame2), row, 0);
         DBComboKind[part] =
             partCombo(controls::memberName(u"DBComboKind"_s, part), DataKind[part], Frame2);
-        grid->addWidget(DBComboKind[part], row, 1);
+        // An aligned box lets its row grow.
+        grid->addWidget(DBComboKind[part], row, 1, Qt::AlignVCenter);
         DBComboColor[part] =
             partCombo(controls::memberName(u"DBComboColor"_s, part), DataColor[part], Frame2);
-        grid->addWidget(DBComboColor[part], row, 2);
+        grid->addWidget(DBComboColor[part], row, 2, Qt::AlignVCenter);
+        const QString spoken = QString(base::partCaptions()[part]).remove(u" :"_s);
+        DBComboKind[part]->setAccessibleName(spoken + u", סוג"_s);
+        DBComboColor[part]->setAccessibleName(spoken + u", צבע"_s);
     }
 }
 
 void OpeningPanel::buildCommands()
 {
     CmdPicSerial = command(u"CmdPicSerial"_s, u"בחר סדרה"_s, this);
-    CmdAdd = command(u"CmdAdd"_s, u"הוסף להזמנה"_s, this);
-    CmdOK = command(u"CmdOK"_s, u"קדם חישוב"_s, this);
-    CmdClear1 = command(u"CmdClear1"_s, u"נקה"_s, this);
+    commandRow_ = new QWidget(this);
+    CmdAdd = command(u"CmdAdd"_s, u"הוסף להזמנה"_s, commandRow_);
+    CmdOK = command(u"CmdOK"_s, u"קדם חישוב"_s, commandRow_);
+    CmdClear1 = command(u"CmdClear1"_s, u"נקה"_s, commandRow_);
+    auto* row = new QHBoxLayout(commandRow_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(CmdAdd, 3);
+    row->addWidget(CmdOK, 3);
+    row->addWidget(CmdClear1, 2);
 }
 
-void OpeningPanel::arrange()
+QLayout* OpeningPanel::seriesRows()
 {
     const auto label = [this](const QString& name) { return findChild<QLabel*>(name); };
-    auto* series = new QGridLayout;
-    series->setVerticalSpacing(4);
-    series->setColumnStretch(1, 1);
-    series->setColumnStretch(3, 1);
-    series->addWidget(label(u"Label1_0"_s), 0, 0, 1, 3);
-    series->addWidget(CmdPicSerial, 0, 3);
-    series->addWidget(LabelSerial, 1, 0, 1, 4);
-    series->addWidget(label(u"Label3"_s), 2, 0);
-    series->addWidget(LabelNativ, 2, 1);
-    series->addWidget(label(u"Label4"_s), 2, 2);
-    series->addWidget(LabelKanaf, 2, 3);
-    series->addWidget(label(u"Label12"_s), 3, 0);
-    series->addWidget(LabelKind, 3, 1, 1, 3);
+    auto* series = new QHBoxLayout;
+    series->addWidget(label(u"Label1_0"_s));
+    series->addWidget(LabelSerial, 1);
+    series->addWidget(CmdPicSerial);
+    auto* counts = new QHBoxLayout;
+    counts->addWidget(label(u"Label3"_s));
+    counts->addWidget(LabelNativ);
+    counts->addWidget(label(u"Label4"_s));
+    counts->addWidget(LabelKanaf);
+    counts->addWidget(label(u"Label12"_s));
+    counts->addWidget(LabelKind, 1);
+    auto* rows = new QVBoxLayout;
+    rows->setSpacing(4);
+    rows->addLayout(series);
+    rows->addLayout(counts);
+    return rows;
+}
 
-    auto* commands = new QHBoxLayout;
-    commands->addWidget(CmdAdd, 3);
-    commands->addWidget(CmdOK, 3);
-    commands->addWidget(CmdClear1, 2);
-
+/// Arranges the panel in one column. In a high window the rows move apart, so that no empty area
+/// remains below them.
+void OpeningPanel::arrange()
+{
+    auto* measures = new QHBoxLayout;
+    measures->addWidget(Frame1, 1);
+    measures->addWidget(FrameDoorMashkof, 1);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(6, 4, 6, 4);
-    column->setSpacing(6);
-    column->addLayout(series);
-    column->addWidget(Frame1);
-    column->addWidget(FrameDoorMashkof);
-    column->addWidget(Frame2);
-    column->addLayout(commands);
-    column->addStretch();
-    setMinimumWidth(430);
-    setMaximumWidth(480);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    column->addLayout(seriesRows(), 1);
+    column->addLayout(measures, 1);
+    column->addWidget(Frame2, 3);
+    column->addWidget(commandRow_);
 }
 
 /// Sets the tab order of the panel. The two boxes of the door frame's thickness are the last tab

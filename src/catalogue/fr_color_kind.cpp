@@ -5,6 +5,7 @@
 #include "platform/controls/db_grid.h"
 #include "platform/controls/picture_button.h"
 #include "platform/controls/png_icon.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/guard.h"
 #include "store/schema.h"
@@ -91,6 +92,7 @@ void FrColorKind::addCommand()
     end->setFont(commandFont());
     end->setGeometry(controls::twipsRect(6120, 6480, 1095, 495));
     runtime::on(end, &QPushButton::clicked, this, [this] { CmdEnd_Click(); });
+    controls::fitIntoRoom(*this, controls::roomInFrame(), {end});
 }
 
 void FrColorKind::load()

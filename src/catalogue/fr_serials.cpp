@@ -4,6 +4,7 @@
 #include "catalogue/series_fields.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/message_box.h"
@@ -85,10 +86,14 @@ void FrSerials::layOut()
         commands->addWidget(each);
     commands->addStretch();
 
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(heading);
-    column->addLayout(middle, 1);
-    column->addLayout(commands);
+    auto* upper = new QWidget;
+    auto* rows = new QVBoxLayout(upper);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(heading);
+    rows->addLayout(middle, 1);
+    auto* whole = new QVBoxLayout(this);
+    whole->addWidget(new controls::ScrollPart(upper, this), 1);
+    whole->addLayout(commands);
 }
 
 void FrSerials::orderTabs()

@@ -46,6 +46,14 @@ void chooseCount(QComboBox& list, const QVariant& stored)
     list.setCurrentIndex(count - 1);
 }
 
+/// Returns what a screen reader says for a deduction: the part, and whether it is taken from the
+/// width or from the height.
+QString spokenDeduction(int index)
+{
+    const QString part = QString(base::partCaptions()[std::size_t(index / 2)]).remove(u" :"_s);
+    return part + (index % 2 == 0 ? u" מהרוחב"_s : u" מהגובה"_s);
+}
+
 } // namespace
 
 SeriesFields::SeriesFields(QWidget* parent) : QGroupBox(parent)
@@ -94,6 +102,9 @@ void SeriesFields::addHead(QVBoxLayout& column)
     grid->addWidget(ComboLane, 1, 1);
     grid->addWidget(addLabel(u"Label10"_s, u"מספר כנפיים :"_s), 2, 0);
     grid->addWidget(ComboWing, 2, 1);
+    TextName->setAccessibleName(u"שם סדרה"_s);
+    ComboLane->setAccessibleName(u"מספר נתיבים"_s);
+    ComboWing->setAccessibleName(u"מספר כנפיים"_s);
     grid->setColumnStretch(1, 1);
     column.addLayout(grid);
 }
@@ -140,10 +151,13 @@ QWidget* SeriesFields::addDeduction(int index)
     TextSign[index] = new base::SignBox(index, signedMeasure);
     whole(index) = new MeasureBox(2 * index, u"0"_s, MeasureBox::OnLeaving::FillDefault);
     hundredths(index) = new MeasureBox(2 * index + 1, u"00"_s, MeasureBox::OnLeaving::FillDefault);
+    auto* pair = new base::MeasurePair(u"Picture1_%1"_s.arg(index), whole(index), hundredths(index),
+                                       u"Label1_%1"_s.arg(index + 1), signedMeasure);
+    const QString spoken = spokenDeduction(index);
+    TextSign[index]->setAccessibleName(spoken + u", סימן"_s);
+    pair->setSpokenCaption(spoken);
     row->addWidget(TextSign[index]);
-    row->addWidget(new base::MeasurePair(u"Picture1_%1"_s.arg(index), whole(index),
-                                         hundredths(index), u"Label1_%1"_s.arg(index + 1),
-                                         signedMeasure));
+    row->addWidget(pair);
     return signedMeasure;
 }
 
@@ -152,6 +166,7 @@ void SeriesFields::addRemark(QVBoxLayout& column)
     auto* row = new QHBoxLayout;
     TextRem = addTextBox(u"TextRem"_s);
     TextRem->setMaxLength(50);
+    TextRem->setAccessibleName(u"הערות"_s);
     row->addWidget(addLabel(u"Label12"_s, u"הערות :"_s));
     row->addWidget(TextRem, 1);
     column.addLayout(row);

@@ -8,6 +8,7 @@
 #include "platform/controls/makers.h"
 #include "platform/controls/picture_button.h"
 #include "platform/controls/png_icon.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
@@ -102,6 +103,7 @@ void FormFindOrder::layOut()
     DBGrid2->setDataSource(DataCuts);
     DataCuts->setGeometry(controls::twipsRect(1320, 7290, 6105, 375));
     DataCuts->show();
+    controls::fitIntoRoom(*this, controls::roomOnScreen(*this), {CmdPic, CmdClose});
     controls::centreOnScreen(*this);
 }
 

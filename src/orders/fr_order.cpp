@@ -11,6 +11,7 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_combo.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/guard.h"
 #include "store/store_access.h"
@@ -61,7 +62,8 @@ FrOrder::FrOrder()
       DataOrder(new controls::DataControl(u"DataOrder"_s, this)),
       DataMDI(new controls::DataControl(u"DataMDI"_s, this)), Timer1(new QTimer(this)),
       head_(new OrderHead(this)), opening_(new calculation::OpeningPanel(this)),
-      DBGrid1(makeLinesGrid(DataAllCuts, this)), commands_(new OrderCommands(this))
+      DBGrid1(makeLinesGrid(DataAllCuts, this)),
+      commands_(new OrderCommands(opening_->commandRow(), this))
 {
     Timer1->setObjectName(u"Timer1"_s);
     Timer1->setInterval(200);
@@ -84,16 +86,22 @@ void FrOrder::Form_Load()
     SetGridFont(*DBGrid1);
 }
 
+/// Puts everything but the two rows of commands into a part that scrolls in a small window.
 void FrOrder::layOut()
 {
     setLayoutDirection(Qt::RightToLeft);
     auto* body = new QHBoxLayout;
-    body->setSpacing(12);
-    body->addWidget(opening_);
-    body->addWidget(DBGrid1, 1);
+    body->setSpacing(OrderCommands::columnGap);
+    body->addWidget(opening_, OrderCommands::openingShare);
+    body->addWidget(DBGrid1, OrderCommands::linesShare);
+    auto* upper = new QWidget;
+    auto* rows = new QVBoxLayout(upper);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(head_);
+    rows->addLayout(body, 1);
     auto* whole = new QVBoxLayout(this);
-    whole->addWidget(head_);
-    whole->addLayout(body, 1);
+    whole->setContentsMargins(8, 6, 8, 6);
+    whole->addWidget(new controls::ScrollPart(upper, this), 1);
     whole->addWidget(commands_);
 }
 
@@ -123,6 +131,7 @@ void FrOrder::connectHandlers()
     runtime::on(opening_, &calculation::OpeningPanel::seriesRequested, this,
                 [] { calculation::formSelectSerial().Show(); });
     connectCommands();
+    connectKeys();
 }
 
 void FrOrder::GetOrderDetails(std::int16_t Number)

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-class QBoxLayout;
+class QPoint;
 class QTimer;
 
 namespace controls {
@@ -61,6 +61,10 @@ private:
     void setTabOrders();
     void connectHandlers();
     void connectCommands();
+    void connectKeys();
+    void connectGridKeys();
+    void goToPart(int by);
+    void showGridMenu(const QPoint& place);
     void Form_Load();
 
     void CmdView_Click();

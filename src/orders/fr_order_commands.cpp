@@ -1,6 +1,7 @@
 // The command handlers of the order form. Each handler is named after its button.
 
 #include "base/module1.h"
+#include "calculation/figure_tips.h"
 #include "orders/form_find_order.h"
 #include "orders/fr_order.h"
 #include "orders/numbering.h"
@@ -63,6 +64,7 @@ void FrOrder::CmdView_Click()
         return;
     output::FormView& view = output::formView();
     output::fillFromLine(view, lines);
+    calculation::explainStoredLine(view, lines);
     view.ShowModal();
 }
 

@@ -16,13 +16,13 @@ QPushButton* command(const QString& name, const QString& caption, QWidget* paren
     QPushButton* button =
         controls::makeButton(name, caption, controls::fontOf(u"Arial"_s, 11), parent);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    button->setMinimumHeight(36);
+    button->setMinimumHeight(34);
     return button;
 }
 
 } // namespace
 
-OrderCommands::OrderCommands(QWidget* parent)
+OrderCommands::OrderCommands(QWidget* openingCommands, QWidget* parent)
     : QWidget(parent), CmdView(command(u"CmdView"_s, u"הצג שורה"_s, this)),
       CmdDel(command(u"CmdDel"_s, u"מחק שורה"_s, this)),
       CmdDelAll(command(u"CmdDelAll"_s, u"מחק הכל"_s, this)),
@@ -33,13 +33,20 @@ OrderCommands::OrderCommands(QWidget* parent)
       Command2(command(u"Command2"_s, u"סיום"_s, this))
 {
     CmdOpenOrder->setEnabled(false);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    for (QPushButton* onLine : {CmdView, CmdDel, CmdDelAll})
-        row->addWidget(onLine);
-    row->addSpacing(24);
-    for (QPushButton* onOrder : {CmdPrint, CmdFindOrder, CmdOpenOrder, CmdCloseOrder, Command2})
-        row->addWidget(onOrder);
+    auto* onLine = new QHBoxLayout;
+    for (QPushButton* each : {CmdView, CmdDel, CmdDelAll})
+        onLine->addWidget(each);
+    auto* upper = new QHBoxLayout;
+    upper->setSpacing(columnGap);
+    upper->addWidget(openingCommands, openingShare);
+    upper->addLayout(onLine, linesShare);
+    auto* onOrder = new QHBoxLayout;
+    for (QPushButton* each : {CmdPrint, CmdFindOrder, CmdOpenOrder, CmdCloseOrder, Command2})
+        onOrder->addWidget(each);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addLayout(upper);
+    rows->addLayout(onOrder);
 }
 
 } // namespace orders

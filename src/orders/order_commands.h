@@ -6,14 +6,21 @@ class QPushButton;
 
 namespace orders {
 
-/// The row of buttons for commands on a line or on the whole order. The commands of an opening are
-/// on the opening panel.
+/// The two rows of commands below the order form. The first row has the commands of the opening
+/// and those on a line, each below its column of the form. The second row has the commands on the
+/// whole order.
 class OrderCommands : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit OrderCommands(QWidget* parent = nullptr);
+    /// How the form's width is divided between the column of the opening and that of the lines.
+    static constexpr int openingShare = 9;
+    static constexpr int linesShare = 11;
+    static constexpr int columnGap = 12;
+
+    /// Takes the row with the commands of the opening.
+    OrderCommands(QWidget* openingCommands, QWidget* parent);
 
     QPushButton* CmdView;
     QPushButton* CmdDel;

@@ -57,6 +57,7 @@ OrderHead::OrderHead(QWidget* parent)
 {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(4);
     rows->addLayout(orderRow());
     rows->addLayout(customerRow());
 }

@@ -1,5 +1,6 @@
 #include "orders/order_lines.h"
 
+#include "orders/line_remarks.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
 
@@ -43,6 +44,9 @@ controls::DBGrid* makeLinesGrid(controls::DataControl* lines, QWidget* parent)
     grid->horizontalHeader()->setFont(QFont(u"MS Sans Serif"_s));
     grid->setCaption(u"שורות בהזמנה"_s);
     grid->setColumns(lineColumns());
+    constexpr int nameColumn = 2;
+    grid->setRowRemark(lineRemark, nameColumn);
+    grid->setMinimumSize(280, 150);
     grid->setDataSource(lines);
     return grid;
 }

@@ -7,6 +7,7 @@
 #include "platform/controls/makers.h"
 #include "platform/controls/picture_button.h"
 #include "platform/controls/png_icon.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/controls/twips.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
@@ -135,6 +136,12 @@ FormView::FormView() : QDialog(controls::mainWindow())
     load();
     setGeometry(
         QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), screen()->geometry()));
+    face_ = controls::fitIntoRoom(*this, controls::roomOnScreen(*this), {CmdPrint, CmdClose});
+    if (face_ != this)
+        controls::centreOnScreen(*this);
+    // The form opens with the focus on this button, so that Enter closes it and does not print.
+    CmdClose->setDefault(true);
+    CmdClose->setFocus();
 }
 
 void FormView::addHeading()
@@ -242,7 +249,7 @@ void FormView::CmdPrint_Click()
 {
     CmdPrint->hide();
     CmdClose->hide();
-    printForm(*this);
+    printForm(*face_);
     CmdPrint->show();
     CmdClose->show();
     CmdPrint->setFocus();

@@ -45,8 +45,8 @@ public:
     /// loaded immediately.
     void Unload();
 
-    /// Ignores Escape; only the button and the close box close the form.
-    void reject() override {}
+    /// Closes the form on Escape.
+    void reject() override { Unload(); }
 
 signals:
     void unloaded();
@@ -64,6 +64,7 @@ private:
 
     QPushButton* CmdPrint = nullptr;
     QPushButton* CmdClose = nullptr;
+    QWidget* face_ = nullptr; ///< Holds the labels. It is the form itself on a large screen.
     bool isUnloaded_ = false;
 };
 

@@ -2,13 +2,15 @@
 
 #include "platform/controls/png_icon.h"
 #include "platform/report/font_substitutes.h"
+#include "platform/runtime/library_paths.h"
+#include "shell/delivered_files.h"
+#include "shell/font_rules.h"
 #include "shell/program_style.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QFontDatabase>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QPalette>
 #include <QStyle>
 #include <QThreadPool>
@@ -30,9 +32,11 @@ void readFontsAhead()
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
 }
 
-void enlargeFont()
+/// What has no named font is set in Arial, so that it looks the same on every desktop.
+void setProgramFont()
 {
     QFont font = QApplication::font();
+    font.setFamily(u"Arial"_s);
     if (font.pointSizeF() < readablePoints)
         font.setPointSizeF(readablePoints);
     QApplication::setFont(font);
@@ -46,10 +50,26 @@ QIcon programIcon()
     return controls::pngIcon(files);
 }
 
+/// Gives a selection that has the focus a dark highlight, on which white text is readable, and a
+/// selection without the focus a light one.
+QPalette programPalette(QPalette palette)
+{
+    const QColor focused(0x1f, 0x5f, 0x99);
+    const QColor unfocused(0xd5, 0xdb, 0xe2);
+    palette.setColor(QPalette::Active, QPalette::Highlight, focused);
+    palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::white);
+    for (const auto group : {QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::Highlight, unfocused);
+        palette.setColor(group, QPalette::HighlightedText, Qt::black);
+    }
+    return palette;
+}
+
 void translateToolkit(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
-    if (translator->load(u"qtbase_he"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (loadToolkitTranslation(*translator,
+                               QApplication::applicationDirPath() + u"/translations"_s))
         QApplication::installTranslator(translator);
 }
 
@@ -57,14 +77,19 @@ void translateToolkit(QApplication& application)
 
 void setUpAppearance(QApplication& application)
 {
+    useFontRules();
+    // A portable folder contains the fonts that the forms name.
+    const QString fonts = QApplication::applicationDirPath() + u"/fonts"_s;
+    if (runtime::isTrustedFolder(fonts))
+        loadFonts(fonts);
     report::substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);
     // The style's own palette gives black text on a light background, regardless of the desktop
     // theme.
-    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setPalette(programPalette(QApplication::style()->standardPalette()));
     QApplication::setLayoutDirection(Qt::RightToLeft);
-    enlargeFont();
+    setProgramFont();
     translateToolkit(application);
     QGuiApplication::setDesktopFileName(u"zomrel"_s);
     QApplication::setWindowIcon(programIcon());

@@ -10,18 +10,26 @@ namespace shell {
 
 bool FocusReturn::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Hide && qobject_cast<QDialog*>(watched) != nullptr)
-        QTimer::singleShot(0, this, &FocusReturn::activateAWindow);
+    if (event->type() == QEvent::Hide) {
+        if (const auto* dialog = qobject_cast<QDialog*>(watched)) {
+            const QWidget* parent = dialog->parentWidget();
+            const QPointer<QWidget> opener = parent != nullptr ? parent->window() : nullptr;
+            QTimer::singleShot(0, this, [this, opener] { activateAWindow(opener); });
+        }
+    }
     return QObject::eventFilter(watched, event);
 }
 
-/// Activates the window that accepts input: the current modal window, otherwise the main window.
-void FocusReturn::activateAWindow()
+void FocusReturn::activateAWindow(const QPointer<QWidget>& opener)
 {
     if (QApplication::activeWindow() != nullptr)
         return;
     if (QWidget* modal = QApplication::activeModalWidget()) {
         modal->activateWindow();
+        return;
+    }
+    if (opener != nullptr && opener->isVisible()) {
+        opener->activateWindow();
         return;
     }
     for (QWidget* each : QApplication::topLevelWidgets()) {

@@ -8,8 +8,10 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/form.h"
 #include "platform/controls/png_icon.h"
+#include "platform/controls/restored_size.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/version.h"
+#include "shell/hinted_area.h"
 #include "shell/status_bar.h"
 #include "shell/toolbar_keys.h"
 #include "store/store_access.h"
@@ -17,7 +19,10 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
+#include <QPushButton>
+#include <QShortcut>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -56,7 +61,7 @@ MDIZomrel::MDIZomrel(const QString& programDirectory)
     : ImageList1{picture(u"orders"_s), picture(u"series"_s), picture(u"kinds-and-colours"_s),
                  picture(u"exit"_s)},
       Toolbar1(new QToolBar(this)), DataMDI(new controls::DataControl(u"DataMDI"_s, this)),
-      frame_(new QMdiArea(this))
+      frame_(new HintedArea(this))
 {
     setObjectName(u"MDIZomrel"_s);
     setWindowTitle(u"זומרל"_s);
@@ -73,6 +78,8 @@ MDIZomrel::MDIZomrel(const QString& programDirectory)
     frame_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(frame_);
     controls::setFrame(frame_);
+    addKeys();
+    new controls::RestoredSize(*this);
 }
 
 MDIZomrel::~MDIZomrel()
@@ -123,6 +130,26 @@ void MDIZomrel::addButtonMenu(QAction* button)
     toolButton->setMenu(menu);
     button->setMenu(menu);
     toolButton->setPopupMode(QToolButton::MenuButtonPopup);
+}
+
+void MDIZomrel::addKeys()
+{
+    auto* newOrder = new QShortcut(Qt::CTRL | Qt::Key_N, this);
+    runtime::on(newOrder, &QShortcut::activated, this, [this] { GetOrder(1); });
+    auto* search = new QShortcut(Qt::CTRL | Qt::Key_F, this);
+    runtime::on(search, &QShortcut::activated, this, [this] { openSearch(); });
+}
+
+/// Opens the search by the button of the order form if that form is in front, because the button
+/// also updates the form's number of lines.
+void MDIZomrel::openSearch()
+{
+    const QMdiSubWindow* front = frame_->activeSubWindow();
+    auto* button = front == nullptr ? nullptr : front->findChild<QPushButton*>(u"CmdFindOrder"_s);
+    if (button != nullptr)
+        button->click();
+    else
+        orders::findOrder();
 }
 
 void MDIZomrel::Form_Load(const QString& programDirectory)

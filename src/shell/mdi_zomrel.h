@@ -46,6 +46,8 @@ private:
     void buildToolbar();
     QAction* addButton(const QString& caption, const QString& tag, int picture);
     void addButtonMenu(QAction* button);
+    void addKeys();
+    void openSearch();
     void Form_Load(const QString& programDirectory);
     void Toolbar1_ButtonClick(const QAction& button);
     void Toolbar1_ButtonMenuClick(const QAction& buttonMenu);

@@ -13,6 +13,9 @@ namespace shell {
 
 namespace {
 
+/// What a push button is larger than Fusion makes it, in device-independent pixels.
+constexpr QSize roomAroundCaption(12, 2);
+
 constexpr int side = 16; // Side of the icon in pixels, and of the grid that it is drawn on.
 
 /// Draws the extension icon: two arrowheads that point towards the hidden part of the toolbar.
@@ -42,6 +45,26 @@ Option inProgramPalette(const Option& option)
     return same;
 }
 
+template <typename Option>
+Option withFocusShown(const Option& option)
+{
+    Option shown = option;
+    if (shown.state.testFlag(QStyle::State_HasFocus))
+        shown.state |= QStyle::State_KeyboardFocusChange;
+    return shown;
+}
+
+/// Draws a frame around the whole tool button. Fusion draws none around a button with a menu.
+void drawToolButtonFocus(const QStyleOptionToolButton& button, QPainter& painter)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(button.palette.color(QPalette::Highlight), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(button.rect).adjusted(1, 1, -1, -1), 2, 2);
+    painter.restore();
+}
+
 } // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(u"fusion"_s) {}
@@ -61,14 +84,39 @@ QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* optio
     }
 }
 
+QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                     const QSize& contents, const QWidget* widget) const
+{
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    return type == CT_PushButton ? size + roomAroundCaption : size;
+}
+
+void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                 QPainter* painter, const QWidget* widget) const
+{
+    if (const auto* frame = qstyleoption_cast<const QStyleOptionFocusRect*>(option);
+        frame != nullptr && element == PE_FrameFocusRect) {
+        const QStyleOptionFocusRect shown = withFocusShown(*frame);
+        QProxyStyle::drawPrimitive(element, &shown, painter, widget);
+    } else {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
 void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option,
                                QPainter* painter, const QWidget* widget) const
 {
     const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
-    if (element != CE_HeaderSection || header == nullptr)
-        return QProxyStyle::drawControl(element, option, painter, widget);
-    const QStyleOptionHeader same = inProgramPalette(*header);
-    QProxyStyle::drawControl(element, &same, painter, widget);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (element == CE_HeaderSection && header != nullptr) {
+        const QStyleOptionHeader same = inProgramPalette(*header);
+        QProxyStyle::drawControl(element, &same, painter, widget);
+    } else if (button != nullptr) {
+        const QStyleOptionButton shown = withFocusShown(*button);
+        QProxyStyle::drawControl(element, &shown, painter, widget);
+    } else {
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
 }
 
 void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
@@ -81,6 +129,10 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
     } else if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
         const QStyleOptionComboBox same = inProgramPalette(*list);
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
+    } else if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (button->state.testFlag(State_HasFocus))
+            drawToolButtonFocus(*button, *painter);
     } else {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }

@@ -52,7 +52,8 @@ public:
             process_.waitForFinished(patience);
         }
     }
-    Q_DISABLE_COPY_MOVE(NoticeProcess)
+    NoticeProcess(const NoticeProcess&) = delete;
+    NoticeProcess& operator=(const NoticeProcess&) = delete;
 
     bool wantsEnd() override
     {

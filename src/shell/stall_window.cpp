@@ -68,6 +68,8 @@ StallWindow::StallWindow(const QString& what, int seconds) : seconds_(seconds)
     // A path is read from left to right, but stands at the right like the texts around it.
     labelWhat->setLayoutDirection(Qt::LeftToRight);
     labelWhat->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    addLabel(*layout, u"LabelLock"_s,
+             u"ייתכן שעמדה אחרת כותבת עכשיו. אם כך, ההמתנה תיגמר בתוך כמה שניות."_s);
     addLabel(*layout, u"LabelGoesOn"_s,
              u"ברגע שתגיע תשובה תיעלם הודעה זו והעבודה תימשך.\nכל מה שנשמר עד עכשיו שמור."_s);
     LabelChoice = addLabel(*layout, u"LabelChoice"_s,
@@ -92,7 +94,8 @@ StallWindow::StallWindow(const QString& what, int seconds) : seconds_(seconds)
 void StallWindow::countOn()
 {
     ++seconds_;
-    LabelWaiting->setText(u"התוכנית ממתינה כבר %1 שניות לתשובה מבסיס הנתונים:"_s.arg(seconds_));
+    const QString time = seconds_ == 1 ? u"שנייה"_s : u"%1 שניות"_s.arg(seconds_);
+    LabelWaiting->setText(u"התוכנית ממתינה כבר %1 לתשובה מבסיס הנתונים:"_s.arg(time));
 }
 
 /// The system may keep the ended program and its windows until the blocked call returns.

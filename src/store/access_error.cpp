@@ -1,5 +1,6 @@
 #include "store/access_error.h"
 
+#include "platform/runtime/explanation.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/process.h"
 #include "platform/runtime/run_time_error.h"
@@ -18,18 +19,22 @@ constexpr std::int32_t dialogCancelled = 32755;
 
 constexpr int errorFlags = runtime::vbCritical + runtime::vbMsgBoxRtlReading;
 
+const QString title = u"שגיאה"_s;
+
 runtime::MessageBoxAnswer show(const QString& text, int buttons = runtime::vbOKOnly)
 {
-    return runtime::MsgBox(text, buttons + errorFlags, u"שגיאה"_s);
+    return runtime::MsgBox(text, buttons + errorFlags, title);
 }
 
 void reportLocked(const QString& text)
 {
-    show(text + u"\r"
-                "עצות:"
-                "\r"
-                "בסיס הנתונים נעול על ידי משתמש אחר,נא תצא מכל העמדות של התוכנה "
-                "או תנסה להפעיל מחדש את כל המחשבים !"_s);
+    runtime::messageBoxDoor()({text + u"\r"
+                                      "עצות:"
+                                      "\r"
+                                      "בסיס הנתונים נעול על ידי משתמש אחר,נא תצא מכל העמדות של "
+                                      "התוכנה או תנסה להפעיל מחדש את כל המחשבים !"_s,
+                               errorFlags, title,
+                               runtime::explanationDoor()(runtime::RunTimeError(runtime::Locked))});
     runtime::EndProcess(1);
 }
 

@@ -39,13 +39,16 @@ void refuseForeignDatabase(dao::Database& database)
 }
 
 /// Creates the table Orders. A table needs at least one field when it is appended, so a temporary
-/// field is added and then deleted.
+/// field is added and then deleted. Both steps are one transaction, so that a power cut cannot
+/// leave the temporary field in the table.
 void createOrders(dao::Database& database)
 {
+    database.BeginTrans();
     dao::TableDef orders = database.CreateTableDef(u"Orders"_s);
     orders.Fields().Append(orders.CreateField(u"SAMPLE"_s, dao::dbText));
     database.tableDefs().Append(orders);
     orders.Fields().Delete(u"SAMPLE"_s);
+    database.CommitTrans();
 }
 
 bool hasField(dao::TableDef& table, const QString& fieldName)

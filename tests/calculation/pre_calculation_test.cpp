@@ -78,6 +78,8 @@ void PreCalculationTest::preCalculation_showsALineAndStoresNone()
     QCOMPARE(texts(view.LabelWidth), (QStringList{u"119.5"_s, u"58.15"_s, u"53.55"_s, u"57.1"_s}));
     QCOMPARE(texts(view.LabelHeight), (QStringList{u"98.75"_s, u"92.75"_s, u"84.25"_s, u"92"_s}));
     QCOMPARE(texts(view.LabelCount), (QStringList{u"2"_s, u"4"_s, u"2"_s, u"2"_s}));
+    QCOMPARE(view.LabelWidth[1]->toolTip(), u"\u2066(120.5 − 4.2) ÷ 2 = 58.15\u2069"_s);
+    QCOMPARE(view.LabelHeight[1]->toolTip(), u"\u2066100.25 − 7.5 = 92.75\u2069"_s);
     QCOMPARE(texts(view.LabelKind), QStringList(4, QString()));
     QCOMPARE(texts(view.LabelColor), QStringList(4, QString()));
     QCOMPARE(host.lineCount(), 0);

@@ -27,6 +27,18 @@ void Day::run()
     remove([&] { second.deleteOrder(3); }, orderKey(3));
 }
 
+void Day::runBriefly()
+{
+    Station first(path_);
+    Station second(path_);
+    addOrder(first, 1);
+    addLine(first, 1, 1);
+    addLine(second, 1, 2);
+    changeWidth(first, 2, 87.5);
+    remove([&] { second.deleteLine(1); }, lineKey(1));
+    setField([&] { first.closeOrder(1); }, orderKey(1), "Open_Close", "-1");
+}
+
 void Day::addOrder(Station& station, int number)
 {
     Contents after = ledger_.contents();

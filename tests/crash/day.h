@@ -14,6 +14,8 @@ public:
 
     /// Runs the whole day. Passes on the error that ends a station.
     void run();
+    /// Makes one change of each kind.
+    void runBriefly();
     const Ledger& ledger() const { return ledger_; }
     /// Returns the highest code that the store has given to a line.
     int highestCode() const { return highestCode_; }

@@ -56,12 +56,6 @@ void Recorder::failIn(const std::string& folder, const Failure& failure)
     hasFailed_ = false;
 }
 
-int Recorder::endFailing()
-{
-    failure_ = {};
-    return calls_;
-}
-
 namespace {
 
 /// Returns true if such a request can fail with this error.

@@ -35,8 +35,8 @@ public:
 
     /// Counts the calls in a folder from now on and lets some of them fail.
     void failIn(const std::string& folder, const Failure& failure);
-    /// Ends the failures. Returns the number of calls that could fail.
-    int endFailing();
+    /// Ends the failures.
+    void endFailing() { failure_ = {}; }
     /// Returns true if some call has failed since failIn.
     bool hasFailed() const { return hasFailed_; }
     /// Counts a call. Returns the error with which it has to fail, or 0.

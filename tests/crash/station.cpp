@@ -1,6 +1,7 @@
 #include "crash/station.h"
 
 #include "platform/dao/database.h"
+#include "store/schema.h"
 
 #include <QDate>
 
@@ -13,6 +14,7 @@ namespace crash {
 namespace {
 
 const QString series = u"סדרה 7000 זכוכית כפולה"_s;
+const QString kind = u"אור"_s;
 const QString remark = u"חלון בחדר השינה, קומה שלישית, פתיחה לרחוב"_s;
 
 /// Returns a recordset of the table with the row of this key current.
@@ -38,6 +40,25 @@ void edit(dao::Database& database, const QString& table, int key, const QString&
 std::string textOf(double value)
 {
     return QString::number(value, 'f', 1).toStdString();
+}
+
+constexpr double anySize = 58.5;
+constexpr int anyCount = 4;
+
+/// Returns the numbers of a line that the simulation never changes, by field. The program stores a
+/// number in every field, so a line without one would be a finding of zomrel-store.
+std::map<QString, QVariant> otherNumbers()
+{
+    std::map<QString, QVariant> numbers;
+    for (const dao::FieldInfo& field : store::tableSchema(u"Cuts"_s)->fields) {
+        if (field.type == dao::dbDouble)
+            numbers[field.name] = anySize;
+        else if (field.type == dao::dbLong)
+            numbers[field.name] = anyCount;
+    }
+    for (const QString& changing : {u"Code"_s, u"MyWidth"_s, u"Order_Num"_s, u"NUM"_s})
+        numbers.erase(changing);
+    return numbers;
 }
 
 } // namespace
@@ -73,9 +94,11 @@ int Station::addLine(int order, int number, double width)
     const auto lines = database_->OpenRecordset(
         u"SELECT * FROM Cuts WHERE Order_Num = %1"_s.arg(order), dao::dbOpenDynaset);
     lines->AddNew();
+    for (const auto& [field, value] : otherNumbers())
+        lines->Fields(field).SetValue(value);
     lines->Fields(u"Name"_s).SetValue(series);
+    lines->Fields(u"Kind"_s).SetValue(kind);
     lines->Fields(u"MyWidth"_s).SetValue(width);
-    lines->Fields(u"Mahkof_Count"_s).SetValue(2);
     lines->Fields(u"Order_Num"_s).SetValue(order);
     lines->Fields(u"Rem"_s).SetValue(remark);
     lines->Fields(u"Order_Date"_s).SetValue(QDate(2026, 3, 1));
@@ -102,10 +125,13 @@ Row orderRow(int number)
 
 Row lineRow(int code, int order, int number, double width)
 {
-    return {{"Code", std::to_string(code)},       {"Name", series.toStdString()},
-            {"MyWidth", textOf(width)},           {"Mahkof_Count", "2"},
+    Row row{{"Code", std::to_string(code)},       {"Name", series.toStdString()},
+            {"Kind", kind.toStdString()},         {"MyWidth", textOf(width)},
             {"Order_Num", std::to_string(order)}, {"Rem", remark.toStdString()},
             {"Order_Date", "2026-03-01"},         {"NUM", std::to_string(number)}};
+    for (const auto& [field, value] : otherNumbers())
+        row[field.toStdString()] = value.toString().toStdString();
+    return row;
 }
 
 std::string orderKey(int number)

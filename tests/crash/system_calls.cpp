@@ -215,7 +215,7 @@ int removeFile(int folder, const char* path, const Call& call)
 template <typename Call>
 int lockFile(int descriptor, int command, void* argument, const Call& call)
 {
-    const bool locks = command == F_SETLK || command == F_SETLKW;
+    const bool locks = command == F_SETLK || command == F_SETLKW || command == F_OFD_SETLK;
     if (locks && watches(descriptor) && static_cast<struct flock*>(argument)->l_type != F_UNLCK &&
         fails(Request::Lock))
         return -1;

@@ -235,7 +235,9 @@ void FirstOrderJourney::letterInABox_endsTheProgramAndStoresNothing()
     chooseSeries(program, u"בלגי 7000"_s);
     typeOpening(program, {u"12a"_s, u"00"_s}, {u"60"_s, u"00"_s});
     program.click(u"CmdAdd"_s);
-    QCOMPARE(program.waitForBox().text, u"Run-time error '13':\n\nType mismatch"_s);
+    const Box box = program.waitForBox();
+    QCOMPARE(box.text, u"Run-time error '13':\n\nType mismatch"_s);
+    QVERIFY2(box.explanation.contains(u"בספרות בלבד"_s), qPrintable(box.explanation));
     program.press(Qt::Key_Return);
     QCOMPARE(program.exitStatus(), 1);
     QCOMPARE(program.scalar(u"SELECT COUNT(*) FROM Cuts"_s).toInt(), 0);

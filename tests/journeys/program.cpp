@@ -242,7 +242,10 @@ Box Program::waitForBox()
             return seen[u"exists"_s].toBool();
         }))
         qFatal("no message box was shown");
-    Box box{seen[u"text"_s].toString(), seen[u"title"_s].toString(), {}};
+    Box box{seen[u"text"_s].toString(),
+            seen[u"title"_s].toString(),
+            {},
+            seen[u"explanation"_s].toString()};
     for (const QJsonValue& each : seen[u"buttons"_s].toArray())
         box.buttons.append(each.toString());
     return box;

@@ -23,6 +23,7 @@ struct Box
     QString text;
     QString title;
     QStringList buttons;
+    QString explanation;
 };
 
 /// The built program in a folder of its own, driven through its windows by key and mouse events.

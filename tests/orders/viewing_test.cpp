@@ -22,6 +22,8 @@ private slots:
     void view_withoutLines_opensNothing();
     void view_showsTheCurrentLine();
     void view_ofTheNextLine_showsNoFormerText();
+    void toolTip_showsHowAFigureWasComputed();
+    void toolTip_tellsThatTheSeriesWasChangedOrDeleted();
     void view_withANullNumber_failsWithInvalidUseOfNull_data();
     void view_withANullNumber_failsWithInvalidUseOfNull();
     void view_withoutACurrentLine_failsWithNoCurrentRecord();
@@ -32,6 +34,9 @@ private:
     void openOn(int row);
     void goTo(int row) const;
     void expectEnded(int error);
+    /// Shows the first line and returns the tool tip of its sash width.
+    QString tipOfTheSash();
+    int addSeriesOfTheLine(double sashWidth);
 
     std::unique_ptr<Desk> desk_;
 };
@@ -120,6 +125,45 @@ void ViewingTest::view_ofTheNextLine_showsNoFormerText()
         QVERIFY(!child<QLabel>(view, u"LabelColor_2"_s)->text().isEmpty());
     });
     desk_->click("CmdView");
+}
+
+QString ViewingTest::tipOfTheSash()
+{
+    QString tip;
+    inNextModal([&tip](QDialog& view) {
+        tip = child<QLabel>(view, u"LabelWidth_1"_s)->toolTip();
+        child<QPushButton>(view, u"CmdClose"_s)->click();
+    });
+    desk_->click("CmdView");
+    return tip;
+}
+
+int ViewingTest::addSeriesOfTheLine(double sashWidth)
+{
+    return desk_->store.addSeries(u"סדרה 1"_s,
+                                  {-0.6, -0.6, sashWidth, -6.5, -19.6, -19.7, -2.4, -6.9}, 2, 2);
+}
+
+// By hand: the sash of the opening 120 is (120 - 2.8) / 2 = 58.6 wide.
+void ViewingTest::toolTip_showsHowAFigureWasComputed()
+{
+    desk_->addOrderWithLines(1, {1});
+    addSeriesOfTheLine(-9.9);
+    addSeriesOfTheLine(-2.8); // another series of the same name, from which the line follows
+    openOn(0);
+    QCOMPARE(tipOfTheSash(), u"\u2066(120 − 2.8) ÷ 2 = 58.6\u2069"_s);
+}
+
+void ViewingTest::toolTip_tellsThatTheSeriesWasChangedOrDeleted()
+{
+    desk_->addOrderWithLines(1, {1});
+    addSeriesOfTheLine(-3.8);
+    openOn(0);
+    const QString tip = tipOfTheSash();
+    QVERIFY2(tip.contains(u"(120 − 3.8) ÷ 2 = 58.1"_s) && tip.contains(u"הסדרה שונתה"_s),
+             qPrintable(tip));
+    desk_->store.execute(u"DELETE FROM Serials"_s);
+    QVERIFY(tipOfTheSash().contains(u"אינה בקטלוג"_s));
 }
 
 void ViewingTest::view_withANullNumber_failsWithInvalidUseOfNull_data()

@@ -1,6 +1,7 @@
 #include "output/form_view.h"
 
 #include "output/fitted_label.h"
+#include "output/form_print.h"
 #include "platform/controls/form.h"
 #include "platform/dao/database.h"
 #include "store/store_access.h"
@@ -14,6 +15,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QPaintDevice>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -94,7 +96,8 @@ private slots:
     void formView_isASingleInstance();
     void showModal_returnsAfterUnload();
     void showModal_ofAnOpenView_makesItModal();
-    void onlyButtonAndCloseBox_closeTheView();
+    void buttonEscapeAndCloseBox_closeTheView();
+    void enterAfterOpening_closesAndPrintsNothing();
 
 private:
     testsupport::FixedToday today_{QDate(2026, 3, 1)};
@@ -458,18 +461,35 @@ void FormViewTest::showModal_ofAnOpenView_makesItModal()
     QVERIFY(!output::isFormViewLoaded());
 }
 
-void FormViewTest::onlyButtonAndCloseBox_closeTheView()
+void FormViewTest::buttonEscapeAndCloseBox_closeTheView()
 {
     formView().ShowModeless();
     QTest::keyClick(&formView(), Qt::Key_Escape);
-    QVERIFY(output::isFormViewLoaded());
-    QVERIFY(formView().isVisible());
+    QVERIFY(!output::isFormViewLoaded());
+
+    formView().ShowModeless();
     formView().close();
     QVERIFY(!output::isFormViewLoaded());
 
     formView().ShowModeless();
     QTest::mouseClick(button(u"CmdClose"_s), Qt::LeftButton);
     QVERIFY(!output::isFormViewLoaded());
+}
+
+void FormViewTest::enterAfterOpening_closesAndPrintsNothing()
+{
+    int prints = 0;
+    const auto former = output::printDeviceDoor().replace([&prints] {
+        ++prints;
+        return std::unique_ptr<QPaintDevice>();
+    });
+    formView().ShowModeless();
+    QVERIFY(QTest::qWaitForWindowActive(&formView()));
+    QCOMPARE(QApplication::focusWidget(), button(u"CmdClose"_s));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    output::printDeviceDoor().replace(former);
+    QVERIFY(!output::isFormViewLoaded());
+    QCOMPARE(prints, 0);
 }
 
 ZOMREL_QTEST_MAIN(FormViewTest)

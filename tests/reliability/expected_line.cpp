@@ -57,10 +57,10 @@ bool isFilled(const QString& field)
     return field != u"Rem" && field != u"Sign";
 }
 
-bool isRecentDay(const QString& text)
+bool isWithin(const Days& days, const QString& text)
 {
     const QDate day = QDate::fromString(text, Qt::ISODate);
-    return day.isValid() && day <= QDate::currentDate() && day.daysTo(QDate::currentDate()) <= 1;
+    return day.isValid() && day >= days.first && day <= days.last;
 }
 
 } // namespace
@@ -123,7 +123,13 @@ QList<StoredLine> storedLines(const StoredRows& store)
     return all;
 }
 
-QStringList lineFindings(const StoredLine& line)
+Days recentDays()
+{
+    const QDate today = QDate::currentDate();
+    return {today.addDays(-1), today};
+}
+
+QStringList lineFindings(const StoredLine& line, const Days& days)
 {
     QStringList findings;
     const QString tag = line[u"Mashof_Kind"_s].toString();
@@ -137,7 +143,7 @@ QStringList lineFindings(const StoredLine& line)
     const bool monoblock = kind == u"מונו בלוק : 10";
     expect(monoblock || kind == u"אור", u"Kind"_s);
     expect(line[u"Name"_s].toString() == seriesOfLines(), u"Name"_s);
-    expect(isRecentDay(line[u"Order_Date"_s].toString()), u"Order_Date"_s);
+    expect(isWithin(days, line[u"Order_Date"_s].toString()), u"Order_Date"_s);
     expect(line[u"NUM"_s].toInt() >= 1, u"NUM"_s);
     for (const QString& field :
          {u"Mahkof_Color"_s, u"Kanaf_Kind"_s, u"Kanaf_Color"_s, u"Glass_Kind"_s, u"Glass_Color"_s,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -43,8 +44,18 @@ using StoredLine = QMap<QString, QVariant>;
 /// Returns all lines of the store.
 QList<StoredLine> storedLines(const StoredRows& store);
 
-/// Compares a line with the expected result for its own width, height and tag. Returns the
-/// differences, or an empty list.
-QStringList lineFindings(const StoredLine& line);
+/// The dates on which lines were added.
+struct Days
+{
+    QDate first;
+    QDate last;
+};
+
+/// Returns yesterday and today, because midnight may pass during a test.
+Days recentDays();
+
+/// Compares a line with the expected result for its own width, height and tag, added on one of the
+/// days. Returns the differences, or an empty list.
+QStringList lineFindings(const StoredLine& line, const Days& days = recentDays());
 
 } // namespace reliability

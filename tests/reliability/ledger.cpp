@@ -124,7 +124,7 @@ QStringList Ledger::findings(const StoredRows& store)
 QStringList Ledger::checkLine(const StoredLine& stored)
 {
     ++rowsCompared_;
-    QStringList findings = lineFindings(stored);
+    QStringList findings = lineFindings(stored, days_.value_or(recentDays()));
     const QString tag = stored[u"Mashof_Kind"_s].toString();
     const int order = stored[u"Order_Num"_s].toInt();
     if (!lines_.contains(tag)) {

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace reliability {
 
 /// Records the changes that stations report and compares them with the store. A change that was
@@ -15,6 +17,9 @@ class Ledger
 {
 public:
     explicit Ledger(const StoredRows& store);
+
+    /// Sets the dates on which stations with another clock add their lines.
+    void setDays(const Days& days) { days_ = days; }
 
     /// Records a line of a station's standard output. Concurrent stations have names.
     void tell(const QString& told, const QString& station = {});
@@ -62,6 +67,7 @@ private:
     QMap<QString, QString> underWay_;      ///< The unconfirmed change of each station.
     QMap<int, QSet<QString>> renumbering_; ///< The stations whose reports renumber an order.
     int firstOwnSeries_;
+    std::optional<Days> days_; ///< The recent days if it is not set.
     int rowsCompared_ = 0;
     QMap<QString, int> kindsTold_;
 };

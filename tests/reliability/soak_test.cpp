@@ -201,8 +201,10 @@ void Soak::longRun_leaksNoMemoryOrHandles()
                   {u"store handles left when all forms are closed"_s,
                    QString::number(closed.storeHandles - handlesBefore)}});
     QCOMPARE(late.handles, early.handles);
-    // The report keeps the recordset that it showed last.
-    QVERIFY2(closed.storeHandles - handlesBefore <= 1,
+    // The report keeps the recordset that it showed last. For an embedded store there is one more
+    // descriptor, with the lock that shows to other processes that this one is connected.
+    const int kept = testsupport::isOnServer() ? 1 : 2;
+    QVERIFY2(closed.storeHandles - handlesBefore <= kept,
              qPrintable(QString::number(closed.storeHandles)));
     if (!freedMemoryIsKept && lines >= defaultLines)
         QVERIFY2(late.memory <= early.memory * 1.05,

@@ -3,20 +3,17 @@
 //     reliability_station FOLDER SCENARIO NAME COUNT
 //
 // SCENARIO "lines" adds COUNT lines, with new-order commands and closings between them. "paced"
-// does
-// one step for each word on its standard input: "order", "close", "line", or "work", which is a
-// step
-// of "lines". "mixed" does COUNT random changes of all kinds, with NAME as the seed. "aside" does
-// the
-// same but only in order 1. Before each change the station prints a line that starts with "?" and
-// names
-// the change. After the change's handler has returned, it prints the same line without the question
-// mark.
+// does one step for each line on its standard input: "order", "close", "print", "line", "work",
+// which is a step of "lines", or "date YYYY-MM-DD", which sets the program's clock. "mixed" does
+// COUNT random changes of all kinds, with NAME as the seed. "aside" does the same but only in
+// order 1. Before each change the station prints a line that starts with "?" and names the change.
+// After the change's handler has returned, it prints the same line without the question mark.
 
 #include "reliability/expected_line.h"
 #include "reliability/workplace.h"
 
 #include "platform/runtime/guard.h"
+#include "platform/runtime/process.h"
 #include "shell/appearance.h"
 #include "support/widgets.h"
 
@@ -209,10 +206,21 @@ private:
             newOrder();
         else if (word == "close")
             closeOrder();
+        else if (word == "print")
+            print();
+        else if (word.starts_with("date "))
+            setDate(QString::fromStdString(word.substr(5)));
         else if (word == "work")
             lines();
         else
             addLine();
+    }
+
+    static void setDate(const QString& text)
+    {
+        const QDate date = QDate::fromString(text, Qt::ISODate);
+        runtime::clockDoor().replace([date] { return date; });
+        say(u"date "_s + text);
     }
 
     /// Gives the new-order command every 25 lines and closes the order first every 50 lines.

@@ -68,6 +68,16 @@ void StationProcess::go(const QByteArray& word)
     process_.waitForBytesWritten();
 }
 
+void StationProcess::suspend()
+{
+    ::kill(pid_t(process_.processId()), SIGSTOP);
+}
+
+void StationProcess::resume()
+{
+    ::kill(pid_t(process_.processId()), SIGCONT);
+}
+
 void StationProcess::kill()
 {
     process_.kill();

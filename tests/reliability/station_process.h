@@ -25,6 +25,9 @@ public:
     void go(const QByteArray& word = "line");
     /// Returns false if the process has ended by itself.
     bool isAtWork() const { return process_.state() != QProcess::NotRunning; }
+    /// Stops the process as a suspended computer does, and lets it go on.
+    void suspend();
+    void resume();
     /// Kills the process.
     void kill();
     /// Waits up to `patience` milliseconds and returns the exit status, or -1 if the process did

@@ -12,6 +12,9 @@
 #include <QStyleOption>
 #include <QTextLayout>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 class AppearanceTest : public QObject
@@ -28,6 +31,9 @@ private slots:
     void programIcon_hasAllSizes();
     void toolbarExtension_pointsToTheHiddenPart();
     void cachedPixmaps_useTheApplicationPalette();
+    void selection_isReadableAndShowsTheFocus();
+    void focusFrame_isDrawnHoweverTheFocusCame();
+    void toolButtonWithAMenu_showsItsFocus();
 };
 
 /// Records the palettes that are passed to the style for drawing.
@@ -145,6 +151,74 @@ void AppearanceTest::cachedPixmaps_useTheApplicationPalette()
     style.drawComplexControl(QStyle::CC_ComboBox, &list, &painter, nullptr);
 
     QCOMPARE(palettes, QList<qint64>(3, QApplication::palette().cacheKey()));
+}
+
+/// Returns the relative luminance of a colour as WCAG 2 defines it.
+double luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+void AppearanceTest::selection_isReadableAndShowsTheFocus()
+{
+    const QPalette palette = QApplication::palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        QVERIFY(contrast(palette.color(group, QPalette::Highlight),
+                         palette.color(group, QPalette::HighlightedText)) >= 4.5);
+    QVERIFY(contrast(palette.color(QPalette::Active, QPalette::Highlight),
+                     palette.color(QPalette::Inactive, QPalette::Highlight)) >= 3);
+}
+
+/// Draws a control with and without the focus that came by the mouse. Returns true if the pictures
+/// differ.
+template <typename Draw>
+bool showsFocus(Draw draw)
+{
+    QList<QImage> pictures;
+    for (const bool focused : {false, true}) {
+        QImage picture(120, 60, QImage::Format_ARGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        draw(painter,
+             QStyle::State_Enabled | (focused ? QStyle::State_HasFocus : QStyle::State_None));
+        painter.end();
+        pictures.append(picture);
+    }
+    return pictures[0] != pictures[1];
+}
+
+void AppearanceTest::focusFrame_isDrawnHoweverTheFocusCame()
+{
+    QVERIFY(showsFocus([](QPainter& painter, QStyle::State state) {
+        QStyleOptionButton button;
+        button.rect = QRect(5, 5, 100, 40);
+        button.state = state | QStyle::State_Raised;
+        button.text = u"x"_s;
+        QApplication::style()->drawControl(QStyle::CE_PushButton, &button, &painter);
+    }));
+}
+
+void AppearanceTest::toolButtonWithAMenu_showsItsFocus()
+{
+    QVERIFY(showsFocus([](QPainter& painter, QStyle::State state) {
+        QStyleOptionToolButton button;
+        button.rect = QRect(5, 5, 100, 50);
+        button.state = state | QStyle::State_AutoRaise;
+        button.features = QStyleOptionToolButton::MenuButtonPopup | QStyleOptionToolButton::HasMenu;
+        button.subControls = QStyle::SC_ToolButton | QStyle::SC_ToolButtonMenu;
+        button.text = u"x"_s;
+        QApplication::style()->drawComplexControl(QStyle::CC_ToolButton, &button, &painter);
+    }));
 }
 
 ZOMREL_QTEST_MAIN(AppearanceTest)

@@ -15,6 +15,7 @@ class FocusReturnTest : public QObject
 private slots:
     void closedDialog_activatesTheMainWindow();
     void closedDialog_activatesTheDialogBelow();
+    void closedDialogOfThePreview_activatesThePreview();
 };
 
 namespace {
@@ -61,6 +62,24 @@ void FocusReturnTest::closedDialog_activatesTheDialogBelow()
     QVERIFY(QTest::qWaitForWindowActive(&above));
     above.accept();
     QTRY_COMPARE(QApplication::activeWindow(), &below);
+}
+
+/// The preview is a main window of its own beside the program's main window.
+void FocusReturnTest::closedDialogOfThePreview_activatesThePreview()
+{
+    Frame frame;
+    QVERIFY(QTest::qWaitForWindowActive(&frame));
+    QMainWindow preview;
+    preview.show();
+    preview.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&preview));
+    for (const int result : {QDialog::Accepted, QDialog::Rejected}) {
+        QDialog dialog(&preview);
+        dialog.open();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        dialog.done(result);
+        QTRY_COMPARE(QApplication::activeWindow(), &preview);
+    }
 }
 
 ZOMREL_QTEST_MAIN(FocusReturnTest)

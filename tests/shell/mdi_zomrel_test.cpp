@@ -40,6 +40,9 @@ private slots:
     void commands_openTheirChildWindows();
     void secondOpening_activatesTheSameForm();
     void allForms_shareOneServerConnection();
+    void ctrlN_opensTheOrderForm();
+    void ctrlF_opensTheSearchForm_data();
+    void ctrlF_opensTheSearchForm();
     void unknownTag_doesNothing();
     void missingButton_isIndexOutOfBounds();
 
@@ -266,6 +269,34 @@ void MdiZomrelTest::allForms_shareOneServerConnection()
     });
     menuAction(u"FindOrder"_s)->trigger();
     QCOMPARE(connections, 1);
+}
+
+void MdiZomrelTest::ctrlN_opensTheOrderForm()
+{
+    QVERIFY(testsupport::showActive(*window_));
+    QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier);
+    QVERIFY(formInFrame(u"FrOrder"_s) != nullptr);
+    QCOMPARE(store_->scalar(u"SELECT COUNT(*) FROM Orders"_s).toInt(), 1);
+}
+
+void MdiZomrelTest::ctrlF_opensTheSearchForm_data()
+{
+    QTest::addColumn<bool>("orderFormIsOpen");
+    QTest::newRow("empty frame") << false;
+    QTest::newRow("order form in front") << true;
+}
+
+void MdiZomrelTest::ctrlF_opensTheSearchForm()
+{
+    QFETCH(bool, orderFormIsOpen);
+    store_->addOrder(1);
+    QVERIFY(testsupport::showActive(*window_));
+    if (orderFormIsOpen)
+        window_->GetOrder(1);
+    QString opened;
+    driving::inNextModal([&opened](QDialog& dialog) { opened = dialog.objectName(); });
+    QTest::keyClick(window_.get(), Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(opened, u"FormFindOrder"_s);
 }
 
 void MdiZomrelTest::unknownTag_doesNothing()

@@ -25,6 +25,8 @@ struct Option
     /// Placeholder name of the option's value in the help text; empty if the option takes no value.
     QString value;
     QString summary;
+    /// The command's arguments with this option; empty if the option does not change them.
+    QStringList arguments = {};
 };
 
 /// Thrown by a command for invalid arguments.
@@ -41,6 +43,7 @@ private:
 struct Command
 {
     QString name;
+    /// Placeholder names. An argument in brackets, such as "[STORE]", may be missing.
     QStringList arguments;
     QString summary;
     std::function<ExitStatus(const Call&, QTextStream& out, QTextStream& err)> run;

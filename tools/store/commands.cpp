@@ -4,17 +4,19 @@
 #include "store/schema.h"
 #include "tools/store/address.h"
 #include "tools/store/backup.h"
+#include "tools/store/backup_command.h"
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
 #include "tools/store/history.h"
+#include "tools/store/language.h"
 #include "tools/store/link_store.h"
 #include "tools/store/move.h"
 #include "tools/store/old_store/take_over.h"
 #include "tools/store/progress.h"
+#include "tools/store/reporting.h"
 #include "tools/store/server_safety.h"
 #include "tools/store/server_setup.h"
 
-#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -34,12 +36,6 @@ const QString figuresOption = u"--figures"_s;
 const QString forceOption = u"--force"_s;
 const QString stationOption = u"--station"_s;
 
-void print(QTextStream& stream, const QStringList& lines)
-{
-    for (const QString& line : lines)
-        stream << line << '\n';
-}
-
 bool isForced(const Call& call)
 {
     return call.options.contains(forceOption);
@@ -56,7 +52,7 @@ ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
 {
     const QString& path = call.arguments.first();
     createStore(path);
-    out << "created " << path << '\n';
+    out << inUsersLanguage(u"created %1"_s, u"%1 נוצר"_s).arg(path) << '\n';
     return Success;
 }
 
@@ -81,45 +77,7 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
         out << "remark: " << remark << '\n';
     if (!report.findings.isEmpty())
         return Failure;
-    out << "sound and complete: " << name << '\n';
-    return Success;
-}
-
-ExitStatus notSound(const QStringList& findings, QTextStream& err)
-{
-    print(err, findings);
-    err << "zomrel-store: the store is not sound; nothing was changed\n";
-    return Failure;
-}
-
-/// Runs a long command and shows its progress if the error stream is a terminal.
-template <typename Work>
-auto withProgress(QTextStream& err, Work&& work)
-{
-    Progress progress(err);
-    return work([&](const QString& what, qint64 rows) { progress.show(what, rows); });
-}
-
-/// Reports why a backup, whose rows are complete, cannot be restored.
-void warnOf(const QStringList& findings, QTextStream& err)
-{
-    constexpr qsizetype mostShown = 20;
-    for (const QString& each : findings.first(std::min(mostShown, findings.size())))
-        err << "restore would refuse this backup: " << each << '\n';
-    if (findings.size() > mostShown)
-        err << "and " << findings.size() - mostShown << " more findings\n";
-}
-
-ExitStatus backup(const Call& call, QTextStream& out, QTextStream& err)
-{
-    const QStringList& arguments = call.arguments;
-    const BackupOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
-        return backUpStore(Place(arguments[0]), arguments[1], progress);
-    });
-    if (!outcome.findings.isEmpty())
-        return notSound(outcome.findings, err);
-    out << "backed up " << arguments[0] << " to " << arguments[1] << '\n';
-    warnOf(outcome.warnings, err);
+    out << inUsersLanguage(u"sound and complete: %1"_s, u"תקין ושלם: %1"_s).arg(name) << '\n';
     return Success;
 }
 
@@ -133,8 +91,10 @@ bool isLeft(const QString& place, const Call& call, QTextStream& err)
     for (const QString& each : stations)
         err << "connected: " << each << '\n';
     if (!stations.isEmpty())
-        err << "zomrel-store: close the program on all stations first, or use --force; nothing was "
-               "changed\n";
+        err << inUsersLanguage(u"zomrel-store: close the program on all stations first, or use "
+                               "--force; nothing was changed\n"_s,
+                               u"zomrel-store: צא מזומרל בכל העמדות, או הוסף --force; דבר לא "
+                               "שונה\n"_s);
     return stations.isEmpty();
 }
 
@@ -149,9 +109,14 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     });
     if (!outcome.findings.isEmpty())
         return notSound(outcome.findings, err);
-    out << "restored " << arguments[1] << " from " << arguments[0] << '\n';
+    out << inUsersLanguage(u"restored %1 from %2"_s, u"%1 שוחזר מתוך %2"_s)
+               .arg(arguments[1], arguments[0])
+        << '\n';
     if (!outcome.kept.isEmpty())
-        out << "the store before is kept as " << outcome.kept << '\n';
+        out << inUsersLanguage(u"the store before is kept as %1"_s,
+                               u"קובץ הנתונים הקודם נשמר בשם %1"_s)
+                   .arg(outcome.kept)
+            << '\n';
     print(out, outcome.notes);
     return Success;
 }
@@ -186,7 +151,8 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     warn(safetyOf(to), err);
     if (!outcome.findings.isEmpty()) {
         print(err, outcome.findings);
-        err << "zomrel-store: the store is not complete; nothing was moved\n";
+        err << inUsersLanguage(u"zomrel-store: the store is not complete; nothing was moved\n"_s,
+                               u"zomrel-store: בסיס הנתונים אינו שלם; דבר לא הועבר\n"_s);
         return Failure;
     }
     print(out, outcome.notes);
@@ -242,7 +208,7 @@ dao::Link linkOf(const Call& call)
     checkLinkOptions(call);
     try {
         if (call.options.contains(fileOption)) {
-            const dao::Link link = dao::Link::toFile(call.options.value(fileOption));
+            dao::Link link = dao::Link::toFile(call.options.value(fileOption));
             dao::linkText(link);
             return link;
         }
@@ -288,7 +254,8 @@ CodePage codePageNamed(const QString& name)
 ExitStatus notTakenOver(const TakeOverOutcome& outcome, QTextStream& err)
 {
     print(err, outcome.notes + outcome.findings);
-    err << "zomrel-store: nothing was imported\n";
+    err << inUsersLanguage(u"zomrel-store: nothing was imported\n"_s,
+                           u"zomrel-store: דבר לא יובא\n"_s);
     return Failure;
 }
 
@@ -309,7 +276,9 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
     Counts counts(out);
     for (const TakenTable& table : outcome.tables)
         counts.add(table.name, table.rows);
-    out << "imported " << call.arguments[0] << " into " << call.arguments[1] << '\n';
+    out << inUsersLanguage(u"imported %1 into %2"_s, u"%1 יובא אל %2"_s)
+               .arg(call.arguments[0], call.arguments[1])
+        << '\n';
     return Success;
 }
 
@@ -323,10 +292,7 @@ std::vector<Command> commandsOverOneEngine()
          check,
          {{figuresOption, {}, u"compute all lines again and compare their figures"_s},
           {forceOption, {}, u"accept a server that may lose stored rows"_s}}},
-        {u"backup"_s,
-         {u"FILE"_s, u"TO"_s},
-         u"copy a store to a new file; stations may keep working"_s,
-         backup},
+        backupCommand(),
         {u"restore"_s,
          {u"BACKUP"_s, u"FILE"_s},
          u"replace a store by a sound backup; the old store is kept"_s,

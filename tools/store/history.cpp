@@ -11,7 +11,6 @@ namespace storetools {
 namespace {
 
 const QString storeOption = u"--store"_s;
-const QString defaultStore = u"Aluminium.mdb"_s;
 
 int orderIn(const QString& text)
 {
@@ -25,7 +24,7 @@ int orderIn(const QString& text)
 ExitStatus printHistory(const Call& call, QTextStream& out, QTextStream&)
 {
     const int order = orderIn(call.arguments.first());
-    const Place place(call.options.value(storeOption, defaultStore));
+    const Place place(call.options.value(storeOption, defaultStore()));
     const std::vector<dao::LoggedChange> changes = dao::changesOfOrder(*place.open(), order);
     for (const dao::LoggedChange& each : changes) {
         QStringList parts{each.moment, each.who, each.action, each.table, each.key};

@@ -13,6 +13,11 @@ using runtime::RunTimeError;
 
 namespace storetools {
 
+QString defaultStore()
+{
+    return u"Aluminium.mdb"_s;
+}
+
 Place::Place(const QString& name) : name_(name), path_(name)
 {
     if (!isAddress(name)) {

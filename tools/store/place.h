@@ -13,6 +13,9 @@ class Database;
 
 namespace storetools {
 
+/// Returns the path of the store that a command uses if none is given.
+QString defaultStore();
+
 /// The location of a store on the command line: the path of an embedded store, the path of a link,
 /// or the address of a server's database.
 class Place

@@ -3,11 +3,15 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "platform/runtime/version.h"
+#include "tools/store/advice.h"
 #include "tools/store/commands.h"
+#include "tools/store/language.h"
 #include "tools/store/old_store/reading.h"
 #include "tools/store/scratch_folder.h"
 
 #include <QCommandLineParser>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +23,12 @@ namespace {
 /// longer than a query of a form.
 constexpr std::chrono::minutes patience(5);
 
+/// Returns an option with the placeholders of what follows it.
+QString wordsOf(const Option& option)
+{
+    return (QStringList{option.name, option.value} + option.arguments).join(u' ').simplified();
+}
+
 void printUsage(QTextStream& stream)
 {
     constexpr int column = 24;
@@ -29,8 +39,8 @@ void printUsage(QTextStream& stream)
     for (const Command& command : commands()) {
         line((QStringList(command.name) + command.arguments).join(u' '), command.summary);
         for (const Option& option : command.options)
-            stream << "    " << (option.name + u' ' + option.value).leftJustified(column + 11)
-                   << option.summary << '\n';
+            stream << "    " << wordsOf(option).leftJustified(column + 11) << option.summary
+                   << '\n';
     }
     line(u"--help"_s, u"show this help"_s);
     line(u"--version"_s, u"show the version"_s);
@@ -51,9 +61,26 @@ QString nameOf(const Option& option)
     return option.name.mid(2); // without the two dashes
 }
 
-QString takes(const Command& command)
+/// Returns the placeholders of the arguments that a command takes with these options.
+QStringList argumentsOf(const Command& command, const QMap<QString, QString>& options)
 {
-    const QString words = command.arguments.isEmpty() ? u"nothing"_s : command.arguments.join(u' ');
+    for (const Option& each : command.options) {
+        if (!each.arguments.isEmpty() && options.contains(each.name))
+            return each.arguments;
+    }
+    return command.arguments;
+}
+
+bool isRightNumber(qsizetype number, const QStringList& placeholders)
+{
+    const auto optional = std::count_if(placeholders.begin(), placeholders.end(),
+                                        [](const QString& each) { return each.startsWith(u'['); });
+    return number <= placeholders.size() && number >= placeholders.size() - optional;
+}
+
+QString takes(const Command& command, const QStringList& placeholders)
+{
+    const QString words = placeholders.isEmpty() ? u"nothing"_s : placeholders.join(u' ');
     return u"%1 takes %2"_s.arg(command.name, words);
 }
 
@@ -74,8 +101,9 @@ Call callOf(const Command& command, const QStringList& words)
             throw WrongCall(u"%1 takes %2"_s.arg(each.name, each.value));
         call.options.insert(each.name, values.isEmpty() ? QString() : values.last());
     }
-    if (!isUnderstood || call.arguments.size() != command.arguments.size())
-        throw WrongCall(takes(command));
+    const QStringList placeholders = argumentsOf(command, call.options);
+    if (!isUnderstood || !isRightNumber(call.arguments.size(), placeholders))
+        throw WrongCall(takes(command, placeholders));
     return call;
 }
 
@@ -89,6 +117,9 @@ ExitStatus runCommand(const Command& command, const QStringList& words, QTextStr
         return wrongUsage(err, wrong.message());
     } catch (const runtime::RunTimeError& error) {
         err << "zomrel-store: " << error.description() << '\n';
+        const QString advice = speaksHebrew() ? hebrewAdvice(error.number()) : QString();
+        if (!advice.isEmpty())
+            err << "zomrel-store: " << advice << '\n';
         return Failure;
     }
 }

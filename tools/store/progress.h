@@ -25,4 +25,12 @@ private:
     QElapsedTimer sinceShown_;
 };
 
+/// Runs a long command and shows its progress if the error stream is a terminal.
+template <typename Work>
+auto withProgress(QTextStream& err, Work&& work)
+{
+    Progress progress(err);
+    return work([&](const QString& what, qint64 rows) { progress.show(what, rows); });
+}
+
 } // namespace storetools

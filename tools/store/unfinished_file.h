@@ -23,7 +23,7 @@ public:
     /// Returns the open file, for setting its owner, group and permissions.
     QFile& file() { return file_; }
     /// Writes the file to the disk, renames it to its final path and writes the folder to the disk.
-    /// Throws as runtime::durableRename does.
+    /// Throws the errors of runtime::durableRename.
     void putInPlace(runtime::Existing existing);
 
 private:

@@ -4,15 +4,26 @@
 #include "platform/controls/field_text.h"
 #include "platform/runtime/guard.h"
 
+#include <QWheelEvent>
+
 namespace controls {
 
 DBCombo::DBCombo(const QString& name, QWidget* parent) : QComboBox(parent)
 {
     setObjectName(name);
     setEditable(true);
+    setFocusPolicy(Qt::StrongFocus); // The mouse wheel must not give the box the focus.
     setInsertPolicy(QComboBox::NoInsert);
     setDuplicatesEnabled(true);
     setCurrentIndex(-1);
+}
+
+void DBCombo::wheelEvent(QWheelEvent* event)
+{
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 void DBCombo::setRowSource(DataControl* source, const QString& listField)

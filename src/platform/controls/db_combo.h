@@ -17,6 +17,10 @@ public:
     explicit DBCombo(const QString& name, QWidget* parent = nullptr);
     void setRowSource(DataControl* source, const QString& listField);
 
+protected:
+    /// Without the focus the wheel scrolls the form and does not change the choice.
+    void wheelEvent(QWheelEvent* event) override;
+
 private:
     void listRows(DataControl& source, const QString& listField);
 };

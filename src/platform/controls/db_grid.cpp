@@ -37,6 +37,7 @@ DBGrid::~DBGrid() = default;
 void DBGrid::setUpView()
 {
     setLayoutDirection(Qt::LeftToRight);
+    setFont(QFont(QStringLiteral("Arial")));
     setHorizontalHeader(header_);
     setItemDelegate(delegate_);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -44,7 +45,7 @@ void DBGrid::setUpView()
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
     setWordWrap(false);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->hide();
     fitRows();
@@ -53,6 +54,7 @@ void DBGrid::setUpView()
 void DBGrid::setColumns(const QList<DBGridColumn>& columns)
 {
     model_->setColumns(columns);
+    figureWidths_.fill(0, columns.size());
     for (int i = 0; i < columns.size(); ++i)
         setColumnHidden(i, columns[i].width == 0);
     shareWidth();
@@ -72,6 +74,12 @@ void DBGrid::setDataSource(DataControl* source)
     readRows();
 }
 
+void DBGrid::setRowRemark(RowRemark remark, int column)
+{
+    model_->setRowRemark(std::move(remark), column,
+                         style()->standardIcon(QStyle::SP_MessageBoxWarning));
+}
+
 QString DBGrid::caption() const
 {
     return header_->caption();
@@ -82,11 +90,6 @@ void DBGrid::setCaption(const QString& caption)
     header_->setCaption(caption);
     setAccessibleName(caption);
     setWindowTitle(caption);
-}
-
-void DBGrid::keyboardSearch(const QString& /*search*/)
-{
-    // The grid does not search for typed letters, because the search would read the whole table.
 }
 
 dao::Recordset* DBGrid::rows() const
@@ -190,36 +193,13 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
     if (!editable_ && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         event->accept();
         emit enterPressed();
+    } else if (!editable_ && event->key() == Qt::Key_Delete) {
+        event->accept();
+        emit deletePressed();
     } else if (editable_ && handleEditKey(*event)) {
         event->accept();
     } else {
         QTableView::keyPressEvent(event);
-    }
-}
-
-/// Distributes the width over the columns, a second time if the first pass shows or hides the
-/// scroll bar. Qt sends no resize event for that change while the grid is being shown.
-void DBGrid::shareWidth()
-{
-    const int former = viewport()->width();
-    shareWidth(former);
-    if (viewport()->width() != former)
-        shareWidth(viewport()->width());
-}
-
-void DBGrid::shareWidth(int room)
-{
-    const QList<DBGridColumn>& columns = model_->columns();
-    qint64 left = 0;
-    for (const DBGridColumn& each : columns)
-        left += each.width;
-    for (int i = 0; i < columns.size(); ++i) {
-        if (columns[i].width == 0)
-            continue;
-        const int width = static_cast<int>(qint64{room} * columns[i].width / left);
-        setColumnWidth(i, width);
-        room -= width;
-        left -= columns[i].width;
     }
 }
 
@@ -254,6 +234,7 @@ void DBGrid::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
     markShownRows();
+    measureShownFigures();
 }
 
 /// Tells the recordset that all rows up to the last visible one have been reached, so that

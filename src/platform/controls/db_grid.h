@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/controls/db_grid_column.h"
+#include "platform/controls/row_remark.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QTableView>
 
@@ -23,11 +25,14 @@ class DBGridModel;
 /// Columns are placed in their stored order from the left, although the forms read right-to-left:
 /// the layout direction of the view is left-to-right and its cells are right-aligned. The caption
 /// is a band above the column headers. Visible columns share the width in proportion to their
-/// relative widths.
+/// relative widths, but no column is narrower than its header or than a figure that is in view. If
+/// the grid is too narrow for that, it scrolls horizontally.
 ///
 /// A row counts as reached in the recordset if it or a later row has been painted in the viewport,
 /// even in part (dao::Recordset::markReached). Rows that were never scrolled into view do not
 /// count, so that a long table is as fast to show as a short one.
+///
+/// In a read-only grid, Home and End move to the first and the last row.
 ///
 /// The grid is read-only unless setEditable is called. An editable grid has a blank last row in
 /// which typing adds a record, and cells that can be edited in place. It writes an edited row when
@@ -48,6 +53,12 @@ public:
     QString caption() const;
     void setCaption(const QString& caption);
     void setEditable(bool editable);
+    /// Marks the rows for which the function returns a text: a warning sign in one column, and the
+    /// text as tool tip. See DBGridModel::setRowRemark.
+    void setRowRemark(RowRemark remark, int column);
+    /// Lets typed letters move to the next row whose text in this column begins with them. Use this
+    /// only for short tables, because the search may read all rows.
+    void setSearchColumn(int column) { searchColumn_ = column; }
 
     /// Writes the row that is being edited and reports a refusal in a message box. Returns true if
     /// no unwritten edit remains. Does not throw.
@@ -60,6 +71,8 @@ signals:
     void DblClick();
     /// Emitted on Enter in a read-only grid.
     void enterPressed();
+    /// Emitted on Delete in a read-only grid.
+    void deletePressed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -78,6 +91,7 @@ private:
     void fitRows();
     void shareWidth();
     void shareWidth(int room);
+    void measureShownFigures();
     int shownColumn() const;
 
     dao::Recordset* rows() const;
@@ -106,6 +120,10 @@ private:
     CellDelegate* delegate_;
     DBGridModel* model_;
     QPointer<DataControl> source_;
+    QList<int> figureWidths_; ///< Per column, the width of the widest figure that was in view.
+    int searchColumn_ = -1;
+    QString typed_;
+    QElapsedTimer sinceTyped_;
     bool editable_ = false;
     bool following_ = false; ///< True while the view moves to the recordset's current row.
     bool moving_ = false;    ///< True while the recordset moves to the view's current row.

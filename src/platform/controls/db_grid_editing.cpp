@@ -141,6 +141,9 @@ QModelIndex DBGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifi
 {
     // A row that is being added has a blank row below it only after a cell contains text.
     flushEditor();
+    const int rowCount = model_->rowCount();
+    if (!editable_ && rowCount > 0 && (action == MoveHome || action == MoveEnd))
+        return model_->index(action == MoveHome ? 0 : rowCount - 1, shownColumn());
     return QTableView::moveCursor(action, modifiers);
 }
 

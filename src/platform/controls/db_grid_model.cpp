@@ -53,6 +53,13 @@ void DBGridModel::resolveFields(const dao::Recordset* rows)
         ordinals_.push_back(dao::ordinalOf(fields_, each.field));
 }
 
+void DBGridModel::setRowRemark(RowRemark remark, int column, const QIcon& sign)
+{
+    remark_ = std::move(remark);
+    signColumn_ = column;
+    sign_ = sign;
+}
+
 int DBGridModel::recordCount() const
 {
     return pages_ ? pages_->rowCount() : 0;
@@ -199,6 +206,10 @@ QVariant DBGridModel::data(const QModelIndex& index, int role) const
         return {};
     if (role == Qt::TextAlignmentRole)
         return (Qt::AlignRight | Qt::AlignVCenter).toInt();
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)
+        return remarkOn(index.row());
+    if (role == Qt::DecorationRole && index.column() == signColumn_)
+        return remarkOn(index.row()).isEmpty() ? QVariant() : QVariant(sign_);
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
     return cellText(index.row(), index.column());
@@ -217,6 +228,11 @@ QString DBGridModel::cellText(int row, int column) const
     } catch (const RunTimeError&) {
         return value.toString(); // No field of the store has this type.
     }
+}
+
+QString DBGridModel::remarkOn(int row) const
+{
+    return remark_ && row < recordCount() && isRead(row) ? remark_(*pages_, row) : QString();
 }
 
 /// Loads the page that contains the row, unless it is loaded. Qt calls this function during layout

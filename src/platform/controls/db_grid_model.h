@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/controls/db_grid_column.h"
+#include "platform/controls/row_remark.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <QAbstractTableModel>
+#include <QIcon>
 #include <QMap>
 
 #include <memory>
@@ -27,6 +29,9 @@ public:
     void setColumns(const QList<DBGridColumn>& columns);
     const QList<DBGridColumn>& columns() const { return columns_; }
     void setEditable(bool editable);
+    /// Sets the function that remarks on rows. A row with a remark has the sign in the given column
+    /// and the remark as its tool tip.
+    void setRowRemark(RowRemark remark, int column, const QIcon& sign);
 
     /// Binds another recordset, or the same one again, and discards an unwritten edit; nullptr
     /// unbinds. Throws any error of reading.
@@ -78,6 +83,7 @@ private:
     void resolveFields(const dao::Recordset* rows);
     bool isRead(int row) const;
     QString cellText(int row, int column) const;
+    QString remarkOn(int row) const;
     void startEdit(int row);
     void assignCells(dao::Recordset& rows) const;
     void rowChanged(int row);
@@ -90,6 +96,9 @@ private:
     bool editable_ = false;
     bool writing_ = false;
     std::optional<Edit> edit_;
+    RowRemark remark_;
+    int signColumn_ = -1;
+    QIcon sign_;
     mutable std::optional<runtime::RunTimeError> failure_;
 };
 

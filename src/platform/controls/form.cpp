@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace controls {
 
 namespace {
@@ -18,6 +20,16 @@ QPointer<QMdiArea>& sharedFrame()
 {
     static QPointer<QMdiArea> area;
     return area;
+}
+
+/// What is kept free for the title bar and the side frames of a dialog. The real sizes are not
+/// known before the dialog is shown.
+constexpr int titleBarHeight = 36;
+constexpr int sideFrames = 8;
+
+const QScreen& screenOf(const QWidget& window)
+{
+    return *(window.parentWidget() != nullptr ? *window.parentWidget() : window).screen();
 }
 
 } // namespace
@@ -39,12 +51,29 @@ QWidget* mainWindow()
     return frame() != nullptr ? frame()->window() : nullptr;
 }
 
+QSize roomOnScreen(const QWidget& window)
+{
+    return screenOf(window).availableSize() - QSize(sideFrames, titleBarHeight);
+}
+
 void centreOnScreen(QWidget& window)
 {
-    const QWidget* onScreen = window.parentWidget() != nullptr ? window.parentWidget() : &window;
-    window.move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window.size(),
-                                    onScreen->screen()->availableGeometry())
-                    .topLeft());
+    const QRect room = screenOf(window).availableGeometry();
+    QRect place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window.size(), room);
+    // The position is that of the title bar, which stands above the contents.
+    place.moveBottom(std::min(place.bottom(), room.bottom() - titleBarHeight));
+    place.moveTop(std::max(place.top(), room.top()));
+    window.move(place.topLeft());
+}
+
+QSize roomInFrame()
+{
+    if (frame() == nullptr)
+        return {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
+    const QStyle& style = *frame()->style();
+    const int edge = style.pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+    const int title = style.pixelMetric(QStyle::PM_TitleBarHeight);
+    return frame()->viewport()->size() - QSize(2 * edge, title + edge);
 }
 
 ChildForm::ChildForm(const QString& name, const QString& title)
@@ -83,7 +112,7 @@ void ChildForm::showInFrame(QMdiArea& area)
     window_->setWidget(this);
     area.addSubWindow(window_);
     window_->layout()->activate();
-    window_->resize(window_->size() + wanted - size());
+    window_->resize((window_->size() + wanted - size()).boundedTo(area.viewport()->size()));
     new ReadingAnchor(*window_, *area.viewport());
     show();
     if (opensMaximised())

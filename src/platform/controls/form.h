@@ -14,9 +14,15 @@ void setFrame(QMdiArea* frame);
 QMdiArea* frame();
 /// Returns the window that contains the frame, or nullptr without a frame.
 QWidget* mainWindow();
+/// Returns the largest size of a dialog whose title bar stays on the screen. The screen is that of
+/// the parent, or the dialog's own screen if it has no parent.
+QSize roomOnScreen(const QWidget& window);
 /// Moves a window to the middle of the available area of its parent's screen, or of its own screen
 /// if it has no parent.
 void centreOnScreen(QWidget& window);
+/// Returns the largest size of a child form that the frame shows completely, or an unlimited size
+/// without a frame.
+QSize roomInFrame();
 
 /// A child window of the main window's frame.
 class ChildForm : public QWidget

@@ -5,6 +5,13 @@
 
 namespace controls {
 
+namespace {
+
+/// A value that the user cannot edit has a colour of its own instead of the frame of a box.
+const QColor valueColour(0x1f, 0x4e, 0x79);
+
+} // namespace
+
 QFont fontOf(const QString& family, double points)
 {
     QFont font(family);
@@ -32,9 +39,9 @@ QLabel* makeLabel(const QString& name, const QString& text, const QFont& font, Q
 QLabel* makeValueLabel(const QString& name, const QString& text, const QFont& font, QWidget* parent)
 {
     QLabel* label = makeLabel(name, text, font, parent);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setBackgroundRole(QPalette::Base);
-    label->setAutoFillBackground(true);
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, valueColour);
+    label->setPalette(palette);
     return label;
 }
 

@@ -17,8 +17,8 @@ QFont boldFontOf(const QString& family, double points);
 /// Creates a label that shows its text as plain text.
 QLabel* makeLabel(const QString& name, const QString& text, const QFont& font, QWidget* parent);
 
-/// Creates a label for a value. Its frame keeps an empty value visible and distinguishes it from a
-/// caption.
+/// Creates a label for a value. Its colour distinguishes it from a caption. It has no frame,
+/// because the user cannot edit it.
 QLabel* makeValueLabel(const QString& name, const QString& text, const QFont& font,
                        QWidget* parent);
 

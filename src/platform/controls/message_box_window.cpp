@@ -76,6 +76,20 @@ void layOutText(QMessageBox& box, int flags)
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
+/// Shows the Hebrew explanation below the text, whatever the language of the text is.
+void addExplanation(QMessageBox& box, const QString& explanation)
+{
+    if (explanation.isEmpty())
+        return;
+    box.setInformativeText(explanation);
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
+    if (label == nullptr)
+        return;
+    label->setLayoutDirection(Qt::RightToLeft);
+    label->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
 MessageBoxAnswer answerOf(int button)
 {
     switch (button) {
@@ -99,6 +113,7 @@ MessageBoxAnswer showBox(const MessageBoxRequest& request)
     box->setText(request.text);
     addButtons(*box, request.flags);
     layOutText(*box, request.flags);
+    addExplanation(*box, request.explanation);
     const MessageBoxAnswer answer = answerOf(box->exec());
     delete box; // The pointer is null if the parent window has been deleted.
     return answer;

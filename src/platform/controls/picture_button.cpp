@@ -30,10 +30,11 @@ void PictureButton::paintEvent(QPaintEvent* /*event*/)
     icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     painter.drawItemText(caption, Qt::AlignCenter | Qt::TextShowMnemonic, option.palette,
                          isEnabled(), text(), QPalette::ButtonText);
-    if (option.state.testFlag(QStyle::State_HasFocus) &&
-        option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
+    if (option.state.testFlag(QStyle::State_HasFocus)) {
         QStyleOptionFocusRect focus;
         focus.QStyleOption::operator=(option);
+        // The frame is drawn however the focus came.
+        focus.state |= QStyle::State_KeyboardFocusChange;
         focus.rect = style()->subElementRect(QStyle::SE_PushButtonFocusRect, &option, this);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
     }

@@ -1,7 +1,9 @@
 #include "platform/report/doors.h"
 
 #include "platform/report/paper.h"
+#include "platform/runtime/message_box.h"
 
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -9,6 +11,7 @@
 #include <QProcess>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QUrl>
 
 namespace report {
 
@@ -30,8 +33,23 @@ void keepNoDialogHistory()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
 }
 
+bool isAnyPrinterInstalled()
+{
+    return !QPrinterInfo::availablePrinterNames().isEmpty();
+}
+
+void showFolder(const QString& folder)
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+}
+
 bool showPrintDialog(QPrinter& printer, QWidget* parent, int pageCount)
 {
+    if (!hasPrinter()) {
+        runtime::MsgBox(u"לא נמצאה מדפסת במחשב זה.\nאפשר לשמור את הדו\"ח כקובץ PDF."_s,
+                        runtime::refusalFlags, u"הדפסה"_s);
+        return false;
+    }
     keepNoDialogHistory(); // The print dialog has a button that opens a file dialog.
     QPrintDialog dialog(&printer, parent);
     dialog.setWindowTitle(u"הדפסה"_s);
@@ -39,6 +57,16 @@ bool showPrintDialog(QPrinter& printer, QWidget* parent, int pageCount)
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
     dialog.setMinMax(1, pageCount);
     return dialog.exec() == QDialog::Accepted;
+}
+
+/// Names of files and folders read left-to-right, also on a right-to-left desktop.
+void readLeftToRight(QFileDialog& dialog)
+{
+    for (const QString& name :
+         {u"fileNameEdit"_s, u"lookInCombo"_s, u"listView"_s, u"treeView"_s, u"sidebar"_s}) {
+        if (auto* part = dialog.findChild<QWidget*>(name))
+            part->setLayoutDirection(Qt::LeftToRight);
+    }
 }
 
 QString showFileDialog(const FileRequest& request)
@@ -50,6 +78,7 @@ QString showFileDialog(const FileRequest& request)
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(request.suffix);
     dialog.selectFile(request.proposedName);
+    readLeftToRight(dialog);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
@@ -64,6 +93,17 @@ PaperDoor& paperDoor()
 Paper defaultPaper()
 {
     return paperDoor()();
+}
+
+HasPrinterDoor& hasPrinterDoor()
+{
+    static HasPrinterDoor door(isAnyPrinterInstalled);
+    return door;
+}
+
+bool hasPrinter()
+{
+    return hasPrinterDoor()();
 }
 
 PrinterDoor& printerDoor()
@@ -86,6 +126,17 @@ FileDoor& fileDoor()
 QString askFile(const FileRequest& request)
 {
     return fileDoor()(request);
+}
+
+FolderDoor& folderDoor()
+{
+    static FolderDoor door(showFolder);
+    return door;
+}
+
+void openFolder(const QString& folder)
+{
+    folderDoor()(folder);
 }
 
 } // namespace report

@@ -18,7 +18,13 @@ Paper defaultPaper();
 using PaperDoor = runtime::Door<Paper()>;
 PaperDoor& paperDoor();
 
-/// Lets the user choose the printer and the pages. Returns false if the user cancels.
+/// Returns true if the computer has a printer.
+bool hasPrinter();
+using HasPrinterDoor = runtime::Door<bool()>;
+HasPrinterDoor& hasPrinterDoor();
+
+/// Lets the user choose the printer and the pages. Without a printer a message box says so. Returns
+/// false if the user cancels or there is no printer.
 bool askPrinter(QPrinter& printer, QWidget* parent, int pageCount);
 using PrinterDoor = runtime::Door<bool(QPrinter& printer, QWidget* parent, int pageCount)>;
 PrinterDoor& printerDoor();
@@ -36,5 +42,10 @@ struct FileRequest
 QString askFile(const FileRequest& request);
 using FileDoor = runtime::Door<QString(const FileRequest& request)>;
 FileDoor& fileDoor();
+
+/// Shows a folder in the desktop's file manager.
+void openFolder(const QString& folder);
+using FolderDoor = runtime::Door<void(const QString& folder)>;
+FolderDoor& folderDoor();
 
 } // namespace report

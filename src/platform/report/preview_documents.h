@@ -24,6 +24,8 @@ public:
 signals:
     /// The user has chosen this document.
     void chosen(const std::shared_ptr<report::PrintedDocument>& document);
+    /// The data of a document was written to this file.
+    void saved(const QString& path);
 
 private:
     void choose(int index);

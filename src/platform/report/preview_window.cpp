@@ -4,12 +4,14 @@
 #include "platform/report/preview_documents.h"
 #include "platform/report/preview_pages.h"
 #include "platform/report/printing.h"
+#include "platform/report/saved_bar.h"
 #include "platform/runtime/guard.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QToolBar>
 
 namespace report {
@@ -26,14 +28,16 @@ constexpr int fitWidthEntry = -2;
 
 PreviewWindow::PreviewWindow(const ReportDesign& design)
     : pages_(new PreviewPages(this)), findBar_(new FindBar(*pages_, this)),
-      documents_(new PreviewDocuments(this)), toolbar_(new QToolBar(this))
+      documents_(new PreviewDocuments(this)), savedBar_(new SavedBar(this)),
+      toolbar_(new QToolBar(this))
 {
     setObjectName(design.name.toString());
     setWindowTitle(design.caption.toString());
     setLayoutDirection(Qt::RightToLeft);
     setAttribute(Qt::WA_QuitOnClose, false);
     setContextMenuPolicy(Qt::NoContextMenu);
-    resize(1000, 760); // Size of the window after the user leaves the maximised state.
+    // Size of the window after the user leaves the maximised state.
+    resize(QSize(1000, 760).boundedTo(screen()->availableSize() * 4 / 5));
     pages_->setObjectName(u"PreviewPages"_s);
     setCentralWidget(pages_);
     toolbar_->setObjectName(u"ToolbarPreview"_s);
@@ -44,6 +48,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     addToolBarBreak();
     addToolBar(documents_);
     addToolBar(Qt::BottomToolBarArea, findBar_);
+    addToolBar(Qt::BottomToolBarArea, savedBar_);
     addPageCommands();
     addZoomCommands();
     addOutputCommands();
@@ -66,6 +71,7 @@ void PreviewWindow::setDocument(std::shared_ptr<PrintedDocument> document)
 {
     document_ = std::move(document);
     findBar_->setDocument(document_);
+    savedBar_->hide();
     pages_->setDocument(document_);
     for (QAction* each : std::as_const(reportCommands_))
         each->setEnabled(document_ == report_);
@@ -181,6 +187,8 @@ void PreviewWindow::connectPages()
     runtime::on(
         documents_, &PreviewDocuments::chosen, this,
         [this](const std::shared_ptr<PrintedDocument>& document) { setDocument(document); });
+    runtime::on(documents_, &PreviewDocuments::saved, this,
+                [this](const QString& path) { savedBar_->confirm(path); });
     showZoom();
 }
 
@@ -288,7 +296,8 @@ void PreviewWindow::exportAs(Format format)
 {
     pages_->readAll();
     const std::shared_ptr<Document> exported = report_;
-    exportDocument(*exported, format, this);
+    if (const QString path = exportDocument(*exported, format, this); !path.isEmpty())
+        savedBar_->confirm(path);
 }
 
 void PreviewWindow::exportPdf()
@@ -296,7 +305,8 @@ void PreviewWindow::exportPdf()
     if (document_ == report_)
         return exportAs(Format::Pdf);
     const std::shared_ptr<PrintedDocument> exported = document_;
-    report::exportPdf(*exported, this);
+    if (const QString path = report::exportPdf(*exported, this); !path.isEmpty())
+        savedBar_->confirm(path);
 }
 
 void PreviewWindow::exportHtml()
@@ -314,11 +324,14 @@ void PreviewWindow::openFind()
     findBar_->open();
 }
 
-/// Closes the find bar if it is open, and otherwise the window.
+/// Closes the find bar or the confirmation of a saved file if one is open, and otherwise the
+/// window.
 void PreviewWindow::escape()
 {
     if (findBar_->isVisible())
         findBar_->close();
+    else if (savedBar_->isVisible())
+        savedBar_->hide();
     else
         close();
 }

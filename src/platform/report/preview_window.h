@@ -16,6 +16,7 @@ class FindBar;
 struct FurtherDocuments;
 class PreviewDocuments;
 class PreviewPages;
+class SavedBar;
 enum class Format;
 
 /// The window that previews, prints and exports a report. Each command is a named action with a
@@ -70,6 +71,7 @@ private:
     PreviewPages* pages_;
     FindBar* findBar_;
     PreviewDocuments* documents_;
+    SavedBar* savedBar_;
     QToolBar* toolbar_;
     QLineEdit* pageNumber_ = nullptr;
     QLabel* pageCount_ = nullptr;

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <algorithm>
 #include <atomic>
 
 namespace runtime {
@@ -11,27 +12,36 @@ namespace {
 
 std::atomic<CallWatch*> theWatch = nullptr;
 
-/// Returns how often the main thread has been scheduled, or nothing if the system does not tell.
-std::optional<qint64> switchesOfMainThread()
+/// Returns the contents of a file that Linux keeps about the main thread; empty elsewhere.
+[[maybe_unused]] QByteArray fileOfMainThread(const char* name)
+{
+    const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
+    QFile file(QString::fromLatin1("/proc/self/task/" + pid + '/' + name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// Returns nothing if the system does not tell.
+std::optional<CallWatch::ThreadTimes> CallWatch::timesOfMainThread()
 {
 #ifdef Q_OS_LINUX
-    const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
-    QFile status(QString::fromLatin1("/proc/self/task/" + pid + "/status"));
-    if (!status.open(QIODevice::ReadOnly))
+    ThreadTimes times;
+    const QByteArray status = fileOfMainThread("status");
+    if (status.isEmpty())
         return {};
-    std::optional<qint64> sum;
-    for (const QByteArray& line : status.readAll().split('\n')) {
+    for (const QByteArray& line : status.split('\n')) {
         const qsizetype colon = line.indexOf(':');
         if (colon > 0 && line.first(colon).endsWith("voluntary_ctxt_switches"))
-            sum = sum.value_or(0) + line.sliced(colon + 1).trimmed().toLongLong();
+            times.switches += line.sliced(colon + 1).trimmed().toLongLong();
     }
-    return sum;
+    times.running =
+        std::chrono::nanoseconds(fileOfMainThread("schedstat").split(' ').first().toLongLong());
+    return times;
 #else
     return {};
 #endif
 }
-
-} // namespace
 
 CallWatch::CallWatch(Show show, std::function<void()> end, const StallPatience& patience)
     : show_(std::move(show)), end_(std::move(end)), patience_(patience),
@@ -86,16 +96,41 @@ std::optional<quint64> CallWatch::stalledCall()
 {
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
-    if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < patience_.blocked)
+    const auto shortest = std::min(patience_.blocked, patience_.waiting);
+    if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};
-    const std::optional<qint64> switches = switchesOfMainThread();
-    const bool isBlocked = switches && change_ == lastLook_ && switches == lastSwitches_;
+    const std::optional<ThreadTimes> times = timesOfMainThread();
+    const Doing what = doing(times);
     lastLook_ = change_;
-    lastSwitches_ = switches;
-    if (lasted < (isBlocked ? patience_.blocked : patience_.busy))
+    lastTimes_ = times;
+    if (lasted < patienceFor(what))
         return {};
     lastShown_ = change_;
     return change_;
+}
+
+CallWatch::Doing CallWatch::doing(const std::optional<ThreadTimes>& now) const
+{
+    if (!now || !lastTimes_ || change_ != lastLook_)
+        return Doing::Unknown;
+    if (now->switches == lastTimes_->switches)
+        return Doing::Blocked;
+    constexpr int mostlyAsleep = 10; // at most a tenth of the time
+    return (now->running - lastTimes_->running) * mostlyAsleep < patience_.interval
+               ? Doing::Waiting
+               : Doing::Working;
+}
+
+std::chrono::milliseconds CallWatch::patienceFor(Doing doing) const
+{
+    switch (doing) {
+    case Doing::Blocked:
+        return patience_.blocked;
+    case Doing::Waiting:
+        return patience_.waiting;
+    default:
+        return patience_.busy;
+    }
 }
 
 void CallWatch::showUntilOver(quint64 call)

@@ -28,8 +28,10 @@ struct StallPatience
     /// For a call in which the thread does not run at all, such as reading from a share that does
     /// not answer. Longer than the five seconds after which a server reports a locked row.
     std::chrono::milliseconds blocked = std::chrono::milliseconds(5300);
-    /// For any other call. Longer than the wait for a lock of an embedded store, during which the
-    /// thread wakes up again and again, and which ends with an error by itself.
+    /// For a call in which the thread mostly sleeps but wakes up again and again, as it does while
+    /// it waits for a lock of an embedded store.
+    std::chrono::milliseconds waiting = std::chrono::milliseconds(1000);
+    /// For any other call, such as one that computes.
     std::chrono::milliseconds busy = std::chrono::milliseconds(6500);
     /// Time between two looks at the call.
     std::chrono::milliseconds interval = std::chrono::milliseconds(500);
@@ -56,6 +58,19 @@ private:
     using Clock = std::chrono::steady_clock;
     using Describe = std::function<QString()>;
 
+    /// What the system tells of the watched thread.
+    struct ThreadTimes
+    {
+        qint64 switches = 0; ///< How often the thread has been scheduled.
+        std::chrono::nanoseconds running{0};
+    };
+    /// What the watched thread has done between the last two looks at the same call.
+    enum class Doing { Unknown, Blocked, Waiting, Working };
+
+    static std::optional<ThreadTimes> timesOfMainThread();
+    Doing doing(const std::optional<ThreadTimes>& now) const;
+    std::chrono::milliseconds patienceFor(Doing doing) const;
+
     void enter(Describe describe);
     void leave();
     void run();
@@ -77,7 +92,7 @@ private:
 
     quint64 lastLook_ = 0;  ///< Value of change_ at the last look.
     quint64 lastShown_ = 0; ///< Value of change_ when the last notice was shown.
-    std::optional<qint64> lastSwitches_;
+    std::optional<ThreadTimes> lastTimes_;
     std::thread thread_; ///< The last member, since the thread uses all others.
 };
 

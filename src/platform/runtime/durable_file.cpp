@@ -75,9 +75,9 @@ bool names(const QString& path, int descriptor)
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-/// Renames a file unless the new name exists. Returns 0 or the number of the system's error. On a
-/// file system that can neither refuse an existing name in one step nor give a file a second name,
-/// a file that somebody else creates at this moment may be replaced.
+/// Renames a file unless the new name exists. Returns 0 or the system's error number. Some file
+/// systems can neither rename without replacing nor give a file a second name. There, a file that
+/// another process creates under the new name during the call may be replaced.
 int renameToFreeName(const QByteArray& from, const QByteArray& to)
 {
 #ifdef RENAME_NOREPLACE

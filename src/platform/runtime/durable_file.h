@@ -5,8 +5,8 @@
 #include <QString>
 
 /// Functions that create, replace and remove files. The result is correct after a power failure,
-/// after the process was killed, and if another user puts files into the same folder. All system
-/// calls of this kind are in durable_file.cpp.
+/// after the process was killed, and if another user puts files into the same folder. The
+/// system calls that they need are only in durable_file.cpp.
 namespace runtime {
 
 /// What durableRename does if a file already has the new name.
@@ -22,8 +22,8 @@ enum class Readers {
 /// link names does not exist. Throws PermissionDenied (3051) for a circle of links.
 QString followLinks(const QString& path);
 
-/// Writes the folder's list of files to the disk. A power failure afterwards does not undo that a
-/// file was created, renamed or removed in the folder. Throws DiskOrNetworkError (3043).
+/// Writes the entries of the folder to the disk, so that a power failure does not undo an earlier
+/// creation, renaming or removal of a file in it. Throws DiskOrNetworkError (3043).
 void syncFolder(const QString& folder);
 
 /// Writes a file, which is open, to the disk, gives it a new name in the same folder and writes the

@@ -1,5 +1,6 @@
 #include "platform/runtime/guard.h"
 
+#include "platform/runtime/explanation.h"
 #include "platform/runtime/message_box.h"
 
 #include <QStringList>
@@ -52,9 +53,13 @@ void endWithRunTimeBox(const RunTimeError& error, const QObject* sender)
 {
     log(error, sender);
     const EndingScope scope;
-    MsgBox(
-        QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),
-        vbCritical);
+    MessageBoxRequest box;
+    box.text =
+        QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description());
+    box.flags = vbCritical;
+    box.title = projectName();
+    box.explanation = explanationDoor()(error);
+    messageBoxDoor()(box);
     EndProcess(1);
 }
 

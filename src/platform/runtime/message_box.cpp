@@ -20,9 +20,14 @@ MessageBoxDoor& messageBoxDoor()
     return door;
 }
 
+QString projectName()
+{
+    return QStringLiteral("ProjZomrel");
+}
+
 MessageBoxAnswer MsgBox(const QString& text, int flags, const QString& title)
 {
-    return messageBoxDoor()({text, flags, title.isEmpty() ? QStringLiteral("ProjZomrel") : title});
+    return messageBoxDoor()({text, flags, title.isEmpty() ? projectName() : title});
 }
 
 } // namespace runtime

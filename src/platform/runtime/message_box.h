@@ -32,6 +32,8 @@ struct MessageBoxRequest
     QString text;
     int flags = vbOKOnly;
     QString title;
+    /// A Hebrew explanation that is shown below the text; empty if there is none.
+    QString explanation = {};
 };
 
 /// The function that shows a message box and returns the answer. The default, for programs without
@@ -39,6 +41,9 @@ struct MessageBoxRequest
 /// with real boxes at start.
 using MessageBoxDoor = Door<MessageBoxAnswer(const MessageBoxRequest&)>;
 MessageBoxDoor& messageBoxDoor();
+
+/// Returns the title of a message box without a title of its own, the project's name.
+QString projectName();
 
 /// Shows a modal message box and returns the answer. An empty title becomes the project's name,
 /// "ProjZomrel".

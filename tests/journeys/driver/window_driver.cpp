@@ -84,6 +84,7 @@ QJsonObject describeBox(const QMessageBox* box)
         buttons.append(each->text());
     return {{u"exists"_s, true},
             {u"text"_s, box->text()},
+            {u"explanation"_s, box->informativeText()},
             {u"title"_s, box->windowTitle()},
             {u"icon"_s, box->icon()},
             {u"buttons"_s, buttons}};

@@ -192,10 +192,8 @@ void DBGridTest::keys_moveTheRecordset()
     QVERIFY(page > 2);
     QCOMPARE(form.currentName(), u"n%1"_s.arg(page + 1));
     QCOMPARE(press(Qt::Key_PageUp), u"n1"_s);
-    QCOMPARE(press(Qt::Key_End), u"n1"_s); // End moves within the row.
-    QCOMPARE(form.grid->currentIndex().column(), 2);
+    QCOMPARE(press(Qt::Key_End), u"n50"_s);
     QCOMPARE(press(Qt::Key_Home), u"n1"_s);
-    QCOMPARE(form.grid->currentIndex().column(), 0);
 }
 
 void DBGridTest::move_emitsValidateOnce()

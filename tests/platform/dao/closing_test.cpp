@@ -1,5 +1,6 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/fixture.h"
+#include "platform/dao/table_copy.h"
 
 using namespace daotest;
 
@@ -120,6 +121,22 @@ TEST_F(ClosingTest, oneDatabaseClosed_othersKeepWorking)
         dynaset(u"Items"_s);
     open()->Close();
     EXPECT_EQ(kept->Fields(u"Num"_s).Value(), 10);
+}
+
+/// The read-only transaction of a snapshot must end with its database, because a process may share
+/// one connection among its databases.
+TEST_F(ClosingTest, databaseReleasedDuringASnapshot_othersCanWrite)
+{
+    const auto other = open();
+    {
+        const auto database = open();
+        dao::beginSnapshot(*database);
+    }
+    const auto rows = other->OpenRecordset(u"Items"_s, dao::dbOpenTable);
+    rows->AddNew();
+    rows->Fields(u"Num"_s).SetValue(20);
+    rows->Update();
+    EXPECT_EQ(scalar(u"SELECT count(*) FROM Items"_s), 1);
 }
 
 } // namespace

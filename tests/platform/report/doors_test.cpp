@@ -1,6 +1,7 @@
 #include "platform/report/doors.h"
 #include "platform/report/paper.h"
 
+#include "support/doors.h"
 #include "support/widgets.h"
 
 #include <QDialog>
@@ -58,7 +59,9 @@ private slots:
     void fileDialog_proposesTheName();
     void fileDialog_addsTheSuffix();
     void fileDialog_cancelled_returnsNoFile();
+    void fileDialog_readsNamesLeftToRight();
     void printDialog_cancelled_returnsFalse();
+    void printDialog_withoutAPrinter_saysSo();
     void dialogs_writeNoSettingsFile();
 
 private:
@@ -78,6 +81,7 @@ void DoorsTest::initTestCase()
     for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
         qputenv(variable, home_.path().toUtf8());
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    hasPrinterDoor().replace([] { return true; });
     window_.show();
 }
 
@@ -115,6 +119,35 @@ void DoorsTest::fileDialog_cancelled_returnsNoFile()
 {
     whenShown<QFileDialog>(&window_, [](QFileDialog& dialog) { dialog.reject(); });
     QCOMPARE(askFile({&window_, u"שמירה"_s, u"x.txt"_s, u"(*.txt)"_s, u"txt"_s}), QString());
+}
+
+void DoorsTest::fileDialog_readsNamesLeftToRight()
+{
+    const Qt::LayoutDirection former = QApplication::layoutDirection();
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    Qt::LayoutDirection ofName = Qt::RightToLeft;
+    Qt::LayoutDirection ofFolder = Qt::RightToLeft;
+    whenShown<QFileDialog>(&window_, [&](QFileDialog& dialog) {
+        ofName = child<QWidget>(dialog, u"fileNameEdit"_s)->layoutDirection();
+        ofFolder = child<QWidget>(dialog, u"lookInCombo"_s)->layoutDirection();
+        dialog.reject();
+    });
+    askPdf();
+    QApplication::setLayoutDirection(former);
+    QCOMPARE(ofName, Qt::LeftToRight);
+    QCOMPARE(ofFolder, Qt::LeftToRight);
+}
+
+void DoorsTest::printDialog_withoutAPrinter_saysSo()
+{
+    RecordedBoxes boxes;
+    boxes.answer(runtime::vbOK);
+    hasPrinterDoor().replace([] { return false; });
+    QPrinter printer;
+    QVERIFY(!askPrinter(printer, &window_, 1));
+    hasPrinterDoor().replace([] { return true; });
+    QCOMPARE(boxes.shown().size(), 1u);
+    QVERIFY(boxes.shown()[0].text.startsWith(u"לא נמצאה מדפסת"_s));
 }
 
 void DoorsTest::printDialog_cancelled_returnsFalse()

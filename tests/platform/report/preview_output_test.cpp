@@ -4,6 +4,7 @@
 #include "platform/report/printing.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -37,6 +38,8 @@ private slots:
     void exportPdf_writesAPdf();
     void exportHtml_writesAnHtmlPage();
     void exportText_writesAText();
+    void export_isConfirmedWithNameAndFolder();
+    void failedExport_isNotConfirmed();
     void export_withoutAFile_writesNothing();
     void export_toAnUnwritableFile_showsABox();
     void cancelledExport_keepsTheOldFile_data();
@@ -81,6 +84,38 @@ void PreviewOutputTest::exportText_writesAText()
     preview.click(u"ActionExportText"_s);
     QCOMPARE(preview.fileRequests.at(0).proposedName, u"מסמך 17.txt"_s);
     QVERIFY(contents(preview.chosenFile).contains(u"שם:\tשורה 7\n3.5\n"_s.toUtf8()));
+}
+
+void PreviewOutputTest::export_isConfirmedWithNameAndFolder()
+{
+    const QTemporaryDir folder;
+    PreviewFixture preview(smallRows(7));
+    auto* bar = child<QToolBar>(preview.window(), u"ToolbarSaved"_s);
+    QVERIFY(!bar->isVisible());
+    preview.chosenFile = folder.filePath(u"הזמנה 17.pdf"_s);
+    preview.click(u"ActionExportPdf"_s);
+    QVERIFY(bar->isVisible());
+    QVERIFY(child<QLabel>(*bar, u"LabelSaved"_s)->text().contains(u"הזמנה 17.pdf"_s));
+
+    QString opened;
+    const auto former = folderDoor().replace([&opened](const QString& path) { opened = path; });
+    child<QAction>(*bar, u"ActionOpenFolder"_s)->trigger();
+    folderDoor().replace(former);
+    QCOMPARE(opened, folder.path());
+
+    preview.press(Qt::Key_Escape);
+    QVERIFY(!bar->isVisible());
+    QVERIFY(preview.window().isVisible());
+}
+
+void PreviewOutputTest::failedExport_isNotConfirmed()
+{
+    const QTemporaryDir folder;
+    PreviewFixture preview(smallRows(7));
+    preview.boxes.answer(runtime::vbOK);
+    preview.chosenFile = folder.filePath(u"no/such/folder/a.pdf"_s);
+    preview.click(u"ActionExportPdf"_s);
+    QVERIFY(!child<QToolBar>(preview.window(), u"ToolbarSaved"_s)->isVisible());
 }
 
 void PreviewOutputTest::export_withoutAFile_writesNothing()

@@ -84,8 +84,12 @@ protected:
     Seen seen_;
 };
 
-constexpr runtime::StallPatience impatient{.blocked = 100ms, .busy = 100ms, .interval = 20ms};
-constexpr runtime::StallPatience onlyBlocked{.blocked = 100ms, .busy = 1h, .interval = 20ms};
+constexpr runtime::StallPatience impatient{
+    .blocked = 100ms, .waiting = 100ms, .busy = 100ms, .interval = 20ms};
+constexpr runtime::StallPatience onlyBlocked{
+    .blocked = 100ms, .waiting = 1h, .busy = 1h, .interval = 20ms};
+constexpr runtime::StallPatience onlyWaiting{
+    .blocked = 1h, .waiting = 1s, .busy = 1h, .interval = 250ms};
 
 } // namespace
 
@@ -142,11 +146,24 @@ TEST_F(CallWatchTest, BlockedThread_IsNoticedBeforeABusyOne)
 /// A wait for a lock wakes up again and again.
 TEST_F(CallWatchTest, ThreadThatWakesUp_IsNotTakenForABlockedOne)
 {
-    const auto watch = watchWith({.blocked = 2s, .busy = 1h, .interval = 1s});
+    const auto watch = watchWith({.blocked = 2s, .waiting = 1h, .busy = 1h, .interval = 1s});
     const WatchedCall call([] { return u"the store"_s; });
     for (int i = 0; i < 800; ++i)
         ASSERT_EQ(seen_.noticesAfter(5ms), 0);
 }
+
+#ifdef Q_OS_LINUX
+TEST_F(CallWatchTest, ThreadThatWakesUpAgainAndAgain_IsNoticedAsWaiting)
+{
+    const auto watch = watchWith(onlyWaiting);
+    const WatchedCall call([] { return u"the store"_s; });
+    const auto begin = std::chrono::steady_clock::now();
+    while (seen_.noticesAfter(20ms) == 0 && std::chrono::steady_clock::now() - begin < 60s) {
+    }
+    EXPECT_EQ(seen_.whats, QStringList{u"the store"_s});
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, 1s);
+}
+#endif
 
 TEST_F(CallWatchTest, WishToEnd_CallsTheEnd)
 {

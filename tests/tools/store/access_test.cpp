@@ -1,4 +1,5 @@
 #include "support/ordinary_user.h"
+#include "support/plain_sql.h"
 #include "support/printers.h"
 #include "support/temporary_store.h"
 #include "tools/store/program_run.h"
@@ -49,6 +50,11 @@ protected:
     Outcome restore(const QString& place) const
     {
         return zomrelStore({u"restore"_s, backup_, place});
+    }
+
+    static int ordersIn(const QString& path)
+    {
+        return testsupport::PlainSql(path).scalar(u"SELECT count(*) FROM Orders"_s).toInt();
     }
 
     TemporaryStore store_;
@@ -140,7 +146,6 @@ TEST_F(AccessTest, RestoreToANewPlace_isNotMoreReadableThanTheBackup)
 TEST_F(AccessTest, RestoreOntoASymbolicLink_replacesTheFileItNames)
 {
     ASSERT_EQ(backUp().exitStatus, 0);
-    const QByteArray good = contentsOf(backup_);
     store_.addOrder(1);
     ASSERT_TRUE(QDir(store_.folder()).mkdir(u"links"_s));
     const QString link = at(u"links/Aluminium.mdb"_s);
@@ -148,8 +153,8 @@ TEST_F(AccessTest, RestoreOntoASymbolicLink_replacesTheFileItNames)
     const Outcome outcome = restore(link);
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
     EXPECT_TRUE(QFileInfo(link).isSymLink());
-    EXPECT_EQ(contentsOf(store_.path()), good);
-    EXPECT_TRUE(QFile::exists(at(u"Aluminium.mdb.before-restore"_s)));
+    EXPECT_EQ(ordersIn(store_.path()), 0);
+    EXPECT_EQ(ordersIn(at(u"Aluminium.mdb.before-restore"_s)), 1);
     EXPECT_EQ(
         QDir(at(u"links"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
         QStringList{u"Aluminium.mdb"_s});
@@ -157,10 +162,11 @@ TEST_F(AccessTest, RestoreOntoASymbolicLink_replacesTheFileItNames)
 
 TEST_F(AccessTest, RestoreOntoASymbolicLinkToNothing_createsTheFileItNames)
 {
+    store_.addOrder(1);
     ASSERT_EQ(backUp().exitStatus, 0);
     const QString link = at(u"link.mdb"_s);
     ASSERT_TRUE(QFile::link(at(u"new.mdb"_s), link));
     ASSERT_EQ(restore(link).exitStatus, 0);
     EXPECT_TRUE(QFileInfo(link).isSymLink());
-    EXPECT_EQ(contentsOf(at(u"new.mdb"_s)), contentsOf(backup_));
+    EXPECT_EQ(ordersIn(at(u"new.mdb"_s)), 1);
 }

@@ -31,10 +31,21 @@ inline bool hasEnded(QProcess& process)
     return process.state() == QProcess::NotRunning || process.waitForFinished(programPatience);
 }
 
-/// Runs zomrel-store as a separate process.
-inline Outcome zomrelStoreUnforced(const QStringList& arguments, const QString& folder = {})
+/// Returns the environment of this process with the language of the locale.
+inline QProcessEnvironment environmentIn(const QString& locale)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, locale);
+    environment.remove(u"LANGUAGE"_s);
+    return environment;
+}
+
+/// Runs zomrel-store as a separate process in a locale.
+inline Outcome zomrelStoreIn(const QString& locale, const QStringList& arguments,
+                             const QString& folder = {})
 {
     QProcess process;
+    process.setProcessEnvironment(environmentIn(locale));
     process.setWorkingDirectory(folder);
     process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), arguments);
     if (!process.waitForFinished(programPatience))
@@ -42,6 +53,12 @@ inline Outcome zomrelStoreUnforced(const QStringList& arguments, const QString& 
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     return {process.exitCode(), lines(process.readAllStandardOutput()),
             lines(process.readAllStandardError())};
+}
+
+/// Runs zomrel-store as a separate process. Its messages are English on every machine.
+inline Outcome zomrelStoreUnforced(const QStringList& arguments, const QString& folder = {})
+{
+    return zomrelStoreIn(u"C.UTF-8"_s, arguments, folder);
 }
 
 /// Returns the arguments with --force for a command that refuses a server without durable rows. The

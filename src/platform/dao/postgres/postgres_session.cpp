@@ -341,20 +341,25 @@ void PostgresSession::reconnectInTime()
     }
 }
 
-/// The transaction needs a connection that no other database uses.
+/// A transaction needs a connection that no other database uses.
+void PostgresSession::useOwnConnection()
+{
+    if (shared() != connection_)
+        return;
+    constexpr long here = 1;
+    constexpr long inThePool = 1;
+    if (connection_.use_count() > here + inThePool) {
+        connection_ = logIn();
+        requireTakenUp();
+    } else {
+        ConnectionPool::instance().unshare(poolKey_);
+    }
+}
+
 void PostgresSession::begin()
 {
     const runtime::WatchedCall call([this] { return place(); });
-    if (shared() == connection_) {
-        constexpr long here = 1;
-        constexpr long inThePool = 1;
-        if (connection_.use_count() > here + inThePool) {
-            connection_ = logIn();
-            requireTakenUp();
-        } else {
-            ConnectionPool::instance().unshare(poolKey_);
-        }
-    }
+    useOwnConnection();
     run(u"BEGIN"_s);
     setInTransaction();
     try {
@@ -367,6 +372,7 @@ void PostgresSession::begin()
 
 void PostgresSession::beginSnapshot()
 {
+    useOwnConnection();
     run(u"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"_s);
     setInTransaction();
     run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);

@@ -48,6 +48,7 @@ private:
     Connection shared() const;
     bool takeUp();
     void requireTakenUp();
+    void useOwnConnection();
     void recogniseStore();
     void markOlderStore();
     /// Returns the id of the row that an INSERT has added. Throws StoreReplaced (3197) if its

@@ -21,7 +21,7 @@ using Socket = int;
 #endif
 
 constexpr char authenticationType = 'R';
-/// Request types of an authentication message that ask for a readable password.
+/// Authentication requests of a server that ask for the password itself, and for its MD5 hash.
 constexpr quint32 clearText = 3;
 constexpr quint32 md5 = 5;
 /// Sizes in bytes: the header (message type and length), and the header with the request type.

@@ -100,8 +100,8 @@ QByteArray sessionOptions(const Timeouts& timeouts)
 /// Whether and how a log-in may use the user's password.
 enum class PasswordUse {
     None,
-    /// Only over an encrypted connection, and only with SCRAM-SHA-256-PLUS, which binds the log-in
-    /// to the certificate of this connection. The client library refuses every other request.
+    /// The connection is encrypted, and the log-in uses SCRAM-SHA-256-PLUS, which is bound to the
+    /// certificate of this connection. The client library refuses all other kinds of log-in.
     Bound,
     /// Over an unencrypted connection, by SCRAM-SHA-256. The requests of the server are examined,
     /// because the client library would answer any of them.

@@ -1,4 +1,3 @@
-#include "tools/store/checker.h"
 #include "tools/store/old_store/jet3_sample.h"
 #include "tools/store/old_store/old_files.h"
 
@@ -23,7 +22,7 @@ void expectNoHarm(const OldFileFolder& folder, const std::string& damage)
     EXPECT_EQ(contentsOf(folder.old()), before);
     if (outcome.exitStatus == 0) {
         EXPECT_EQ(outcome.err, QStringList());
-        EXPECT_EQ(storetools::checkStore(folder.target()), QStringList());
+        EXPECT_EQ(storetooltest::damageIn(folder.target()), QStringList());
         EXPECT_EQ(folder.files(), (QStringList{u"new.mdb"_s, u"old.mdb"_s}));
         EXPECT_TRUE(QFile::remove(folder.target()));
         return;

@@ -1,6 +1,5 @@
 #include "platform/dao/database.h"
 #include "store/schema.h"
-#include "tools/store/checker.h"
 #include "tools/store/old_store/jet3_sample.h"
 #include "tools/store/old_store/old_files.h"
 
@@ -68,7 +67,7 @@ TEST_F(Jet3Test, DecodesHebrewWithItsCodePage)
     EXPECT_EQ(order(1, u"Number"_s), 2);
     EXPECT_EQ(order(1, u"Open_Close"_s), 0);
     EXPECT_FALSE(order(1, u"CustomerName"_s).isValid());
-    EXPECT_EQ(storetools::checkStore(folder_.target()), QStringList());
+    EXPECT_EQ(storetooltest::damageIn(folder_.target()), QStringList());
 }
 
 TEST_F(Jet3Test, ReadsRowsOfAnyLength)

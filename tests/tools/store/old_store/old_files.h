@@ -49,6 +49,16 @@ private:
     QTemporaryDir folder_;
 };
 
+/// Returns what prevents a backup of a store that was created from an old file. A field that is
+/// empty in the old file does not, although the program would have filled it. Another process reads
+/// the store, because a process refuses a store that was replaced since it has opened the path.
+inline QStringList damageIn(const QString& path)
+{
+    const QTemporaryDir folder;
+    const Outcome outcome = zomrelStore({u"backup"_s, path, folder.filePath(u"copy.mdb"_s)});
+    return outcome.exitStatus == 0 ? QStringList() : outcome.out + outcome.err;
+}
+
 /// Returns the offset of a row on a page of a Jet 4 file, whose pages have 4096 bytes.
 inline qsizetype rowPlace(const QByteArray& file, qsizetype page, qsizetype row)
 {

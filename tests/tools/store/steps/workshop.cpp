@@ -38,7 +38,8 @@ QString sqlValue(const dao::FieldInfo& field, int lineNumber)
     }
 }
 
-/// Returns the statement that adds a line to order 1, with a value in every field.
+} // namespace
+
 QString insertionOf(int lineNumber)
 {
     QStringList names;
@@ -51,8 +52,6 @@ QString insertionOf(int lineNumber)
     }
     return u"INSERT INTO Cuts (%1) VALUES (%2)"_s.arg(names.join(u", "_s), values.join(u", "_s));
 }
-
-} // namespace
 
 Workshop::Workshop(int lines)
 {

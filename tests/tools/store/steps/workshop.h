@@ -11,6 +11,9 @@
 
 namespace storetooltest {
 
+/// Returns the statement that adds a line to order 1, with a value in every field.
+QString insertionOf(int lineNumber);
+
 /// A folder with a store, a folder "target" for the files that a command creates, a folder for
 /// temporary files, and a station that adds lines to the store.
 class Workshop

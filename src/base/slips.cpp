@@ -1,0 +1,73 @@
+#include "base/slips.h"
+
+#include "platform/runtime/conversions.h"
+#include "platform/runtime/run_time_error.h"
+
+#include <QLineEdit>
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace base {
+
+namespace {
+
+/// Amber; the black text on it has a contrast of more than 13 to 1.
+constexpr QColor tint(255, 213, 128);
+
+bool isPlain(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar each) { return each >= u'0' && each <= u'9'; });
+}
+
+std::optional<double> numberIn(const QString& text)
+{
+    try {
+        return runtime::toDouble(text);
+    } catch (const runtime::RunTimeError&) {
+        return {};
+    }
+}
+
+/// Returns a text for a Hebrew sentence. The marks around it keep the order of its characters.
+QString isolated(const QString& text)
+{
+    return u"\u2066"_s + text + u"\u2069"_s;
+}
+
+void showSlip(QLineEdit& box)
+{
+    const QString slip = slipIn(box.text());
+    if (slip == box.toolTip())
+        return;
+    box.setToolTip(slip);
+    QPalette palette = box.palette();
+    const QPalette usual = box.parentWidget() ? box.parentWidget()->palette() : QPalette();
+    palette.setColor(QPalette::Base, slip.isEmpty() ? usual.color(QPalette::Base) : tint);
+    palette.setColor(QPalette::Text, slip.isEmpty() ? usual.color(QPalette::Text) : Qt::black);
+    box.setPalette(palette);
+}
+
+} // namespace
+
+QString slipIn(const QString& text)
+{
+    if (isPlain(text))
+        return {};
+    if (const auto number = numberIn(text))
+        return u"כאן כתוב %1 ולא ספרות בלבד. בדוק את המידה: התוכנית עלולה לקרוא %2."_s.arg(
+            isolated(text), isolated(runtime::toText(*number)));
+    return u"%1 אינו מספר. כתוב ספרות בלבד: עם הטקסט הזה החישוב ייכשל והתוכנית תיסגר."_s.arg(
+        isolated(text));
+}
+
+void showSlips(QLineEdit& box)
+{
+    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box] { showSlip(box); });
+    showSlip(box);
+}
+
+} // namespace base

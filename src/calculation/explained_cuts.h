@@ -1,0 +1,37 @@
+#pragma once
+
+#include "calculation/cuts.h"
+
+#include <QString>
+
+namespace cuts {
+
+/// A line with what its cut sizes were computed from, as far as a stored line tells it.
+struct ComputedLine
+{
+    Size opening;
+    bool isMonoblock = false;
+    Size reduced;             ///< The opening that a monoblock leaves for the window.
+    double doorThickness = 0; ///< Thickness of a door's frame.
+    std::array<Size, PartCount> parts;
+};
+
+/// A series as it is in the catalogue today.
+struct TodaysSeries
+{
+    Series series;
+    bool isDoor = false;
+};
+
+/// Return how a part's cut size follows from the opening and the series, for example
+/// "(120 − 2.8) ÷ 2 = 58.6". If the line's own size is another one, a Hebrew sentence says that the
+/// series has changed since. The text is empty for a size that no line of this kind has, and for
+/// one that a stored line does not tell how to compute: the frame of a monoblock door. Do not
+/// throw.
+QString explainedWidth(const ComputedLine& line, Part part, const TodaysSeries& series);
+QString explainedHeight(const ComputedLine& line, Part part, const TodaysSeries& series);
+
+/// Returns true if all cut sizes of the line follow from the series.
+bool followsFrom(const ComputedLine& line, const TodaysSeries& series);
+
+} // namespace cuts

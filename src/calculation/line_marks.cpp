@@ -1,0 +1,166 @@
+#include "calculation/line_marks.h"
+
+#include "platform/runtime/conversions.h"
+
+#include <algorithm>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace cuts {
+
+namespace {
+
+/// How much wider than the opening all sashes together may be. Sashes overlap each other, or the
+/// wall beside a pocket window.
+constexpr double widestSashes = 1.15;
+/// The least share of the opening that a part is left with. A door has no frame and glass that take
+/// more.
+constexpr double leastShare = 0.3;
+constexpr double leastShareOfDoor = 0.6;
+constexpr double steepestSides = 10;
+/// Bounds of a measure by the median of its neighbours. A lost digit makes a tenth of a measure, a
+/// digit too many makes it tenfold.
+constexpr double mostTimesMedian = 4;
+constexpr double leastPartOfMedian = 8;
+constexpr std::size_t fewestNeighbours = 3;
+
+const std::array<QString, PartCount>& partNames()
+{
+    static const std::array names{u"משקוף"_s, u"כנף"_s, u"זכוכית"_s, u"רשת"_s};
+    return names;
+}
+
+/// Returns a number for a Hebrew sentence. The marks around it keep its minus in front of it.
+QString shown(double number)
+{
+    return u"\u2066"_s + runtime::toText(number) + u"\u2069"_s;
+}
+
+/// The computation of a door line sets exactly these four sizes to 0.
+bool isDoor(const LineFigures& line)
+{
+    const Size& glass = line.parts[Glass];
+    const Size& mesh = line.parts[Reshet];
+    return glass.width == 0 && glass.height == 0 && mesh.width == 0 && mesh.height == 0;
+}
+
+int computedParts(const LineFigures& line)
+{
+    return isDoor(line) ? Glass : PartCount;
+}
+
+void addIfNotPositive(QStringList& marks, const QString& what, double size)
+{
+    if (size <= 0)
+        marks.append(u"%1: המידה %2 אינה גדולה מאפס."_s.arg(what, shown(size)));
+}
+
+void addNotPositive(QStringList& marks, const LineFigures& line)
+{
+    addIfNotPositive(marks, u"רוחב הפתח"_s, line.opening.width);
+    addIfNotPositive(marks, u"גובה הפתח"_s, line.opening.height);
+    for (std::size_t part = 0; part < std::size_t(computedParts(line)); ++part) {
+        addIfNotPositive(marks, partNames()[part] + u", רוחב"_s, line.parts[part].width);
+        addIfNotPositive(marks, partNames()[part] + u", גובה"_s, line.parts[part].height);
+    }
+    if (!line.isMonoblock)
+        return;
+    addIfNotPositive(marks, u"הרוחב שנשאר לחלון"_s, line.reduced.width);
+    addIfNotPositive(marks, u"הגובה שנשאר לחלון"_s, line.reduced.height);
+    if (std::any_of(line.shutter.begin(), line.shutter.end(),
+                    [](double each) { return each <= 0; }))
+        marks.append(u"מידה של התריס או של הארגז אינה גדולה מאפס."_s);
+}
+
+void addTooLarge(QStringList& marks, const LineFigures& line)
+{
+    const Size& sash = line.parts[Kanaf];
+    if (sash.width * line.sashes > line.opening.width * widestSashes)
+        marks.append(u"הכנף רחבה מהפתח."_s);
+    if (sash.height > line.opening.height * widestSashes)
+        marks.append(u"הכנף גבוהה מהפתח."_s);
+    const Size& glass = line.parts[Glass];
+    if (glass.width > sash.width || glass.height > sash.height)
+        marks.append(u"הזכוכית גדולה מהכנף."_s);
+}
+
+void addTooSmall(QStringList& marks, const LineFigures& line)
+{
+    const double least = isDoor(line) ? leastShareOfDoor : leastShare;
+    const auto isTooSmall = [least](double size, double whole) {
+        return size > 0 && size < whole * least;
+    };
+    const Size base = line.isMonoblock ? line.reduced : line.opening;
+    for (int part = Kanaf; part < computedParts(line); ++part) {
+        const Size& size = line.parts[std::size_t(part)];
+        if (isTooSmall(size.width * line.sashes, base.width) ||
+            isTooSmall(size.height, base.height))
+            marks.append(u"%1: נשאר חלק קטן מאוד מהפתח."_s.arg(partNames()[std::size_t(part)]));
+    }
+    if (line.isMonoblock && (isTooSmall(line.reduced.width, line.opening.width) ||
+                             isTooSmall(line.reduced.height, line.opening.height)))
+        marks.append(u"המונובלוק משאיר לחלון חלק קטן מאוד מהפתח."_s);
+}
+
+void addOddSides(QStringList& marks, const LineFigures& line)
+{
+    const auto [width, height] = line.opening;
+    if (isDoor(line) && width > height)
+        marks.append(u"הדלת רחבה יותר מגובהה. האם הרוחב והגובה הוחלפו?"_s);
+    if (width > height * steepestSides || height > width * steepestSides)
+        marks.append(u"צלע אחת של הפתח גדולה פי עשרה ויותר מהשנייה."_s);
+}
+
+double medianOf(std::vector<double> values)
+{
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+void addIfFar(QStringList& marks, const QString& what, double measure, double median)
+{
+    if (median <= 0 || measure <= 0)
+        return;
+    if (measure >= median * mostTimesMedian)
+        marks.append(u"%1 %2 גדול פי כמה מהמקובל בהזמנה הזאת (%3)."_s.arg(what, shown(measure),
+                                                                          shown(median)));
+    else if (measure * leastPartOfMedian <= median)
+        marks.append(u"%1 %2 קטן פי כמה מהמקובל בהזמנה הזאת (%3)."_s.arg(what, shown(measure),
+                                                                         shown(median)));
+}
+
+void addFarFromNeighbours(QStringList& marks, const Size& bay, std::span<const Size> neighbours)
+{
+    if (neighbours.size() < fewestNeighbours)
+        return;
+    std::vector<double> widths;
+    std::vector<double> heights;
+    for (const Size& each : neighbours) {
+        widths.push_back(each.width);
+        heights.push_back(each.height);
+    }
+    addIfFar(marks, u"הרוחב לכל כנף"_s, bay.width, medianOf(std::move(widths)));
+    addIfFar(marks, u"גובה הפתח"_s, bay.height, medianOf(std::move(heights)));
+}
+
+} // namespace
+
+Size bayOf(const Size& opening, double sashes)
+{
+    return {sashes > 0 ? opening.width / sashes : opening.width, opening.height};
+}
+
+QStringList marksOf(const LineFigures& line, std::span<const Size> neighbours)
+{
+    QStringList marks;
+    addNotPositive(marks, line);
+    addTooLarge(marks, line);
+    addTooSmall(marks, line);
+    addOddSides(marks, line);
+    addFarFromNeighbours(marks, bayOf(line.opening, line.sashes), neighbours);
+    return marks;
+}
+
+} // namespace cuts

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "calculation/cuts.h"
+
+namespace dao {
+class Recordset;
+}
+
+namespace calculation {
+
+/// Reads the deductions and the number of sashes from the current row of the table Serials. A Null
+/// stays empty. Throws NoCurrentRecord (3021) without a current row.
+cuts::Series readSeries(dao::Recordset& series);
+
+} // namespace calculation

@@ -1,0 +1,119 @@
+// The keys of the order form. Each key presses a button or moves the focus; the buttons' handlers
+// do the work.
+
+#include "base/input_boxes.h"
+#include "base/key_helpers.h"
+#include "calculation/opening_panel.h"
+#include "orders/fr_order.h"
+#include "orders/order_commands.h"
+#include "orders/order_head.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/db_combo.h"
+#include "platform/controls/db_grid.h"
+#include "platform/runtime/guard.h"
+
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QShortcut>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace orders {
+
+namespace {
+
+/// Presses the button after the current event. A handler that opens a modal window must not run
+/// inside the mouse or key event of the grid.
+void pressLater(QPushButton* button)
+{
+    QMetaObject::invokeMethod(button, &QPushButton::click, Qt::QueuedConnection);
+}
+
+QString captionWithKey(const QPushButton& button, const QKeySequence& key)
+{
+    return button.text() + u'\t' + key.toString(QKeySequence::NativeText);
+}
+
+/// Makes Enter in the box move to the next tab stop, as it does in the measure boxes.
+void leaveByEnter(QLineEdit* box)
+{
+    runtime::on(box, &QLineEdit::returnPressed, box,
+                [box] { Module1::KeyNavigate(*box, Module1::KeyReturn, true); });
+}
+
+} // namespace
+
+void FrOrder::connectKeys()
+{
+    const auto onKey = [this](const QKeySequence& key, auto handler) {
+        auto* shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        runtime::on(shortcut, &QShortcut::activated, this, handler);
+    };
+    onKey(Qt::CTRL | Qt::Key_P, [this] { commands().CmdPrint->click(); });
+    onKey(Qt::Key_F6, [this] { goToPart(1); });
+    onKey(Qt::SHIFT | Qt::Key_F6, [this] { goToPart(-1); });
+    for (QLineEdit* box :
+         {head().TextCustomerName, head().TextCustomerAddress, head().TextCustomerTel})
+        leaveByEnter(box);
+    for (const auto& lists : {opening().DBComboKind, opening().DBComboColor}) {
+        for (controls::DBCombo* list : lists)
+            leaveByEnter(list->lineEdit());
+    }
+    connectGridKeys();
+}
+
+void FrOrder::connectGridKeys()
+{
+    const auto press = [this](auto signal, QPushButton* button) {
+        runtime::on(DBGrid1, signal, this, [button] { pressLater(button); });
+    };
+    press(&controls::DBGrid::enterPressed, commands().CmdView);
+    press(&controls::DBGrid::DblClick, commands().CmdView);
+    press(&controls::DBGrid::deletePressed, commands().CmdDel);
+    DBGrid1->setContextMenuPolicy(Qt::CustomContextMenu);
+    runtime::on(DBGrid1, &QWidget::customContextMenuRequested, this,
+                [this](const QPoint& place) { showGridMenu(place); });
+    const auto tell = [](QPushButton* button, const QKeySequence& key) {
+        button->setToolTip(key.toString(QKeySequence::NativeText));
+    };
+    tell(commands().CmdView, Qt::Key_Return);
+    tell(commands().CmdDel, Qt::Key_Delete);
+    tell(commands().CmdPrint, Qt::CTRL | Qt::Key_P);
+    tell(commands().CmdFindOrder, Qt::CTRL | Qt::Key_F);
+}
+
+/// Moves the focus between the opening, the lines and the customer, forward or back.
+void FrOrder::goToPart(int by)
+{
+    const std::array<QWidget*, 3> parts{opening_->TextNum[0], DBGrid1, head_->TextCustomerName};
+    const QWidget* focused = focusWidget();
+    int current = 0;
+    if (focused == DBGrid1 || commands_->isAncestorOf(focused))
+        current = opening_->commandRow()->isAncestorOf(focused) ? 0 : 1;
+    else if (head_->isAncestorOf(focused))
+        current = 2;
+    parts[std::size_t(current + by + 3) % parts.size()]->setFocus(Qt::ShortcutFocusReason);
+}
+
+/// Opens the menu of the current line. Its entries press the buttons for a line.
+void FrOrder::showGridMenu(const QPoint& place)
+{
+    auto* menu = new QMenu(DBGrid1);
+    menu->setObjectName(u"MenuLine"_s);
+    menu->setLayoutDirection(Qt::RightToLeft);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const auto& [button, key] : {std::pair(commands().CmdView, Qt::Key_Return),
+                                      std::pair(commands().CmdDel, Qt::Key_Delete)}) {
+        QAction* entry = menu->addAction(captionWithKey(*button, key));
+        entry->setEnabled(DBGrid1->currentIndex().isValid());
+        runtime::on(entry, &QAction::triggered, button,
+                    [pressed = button] { pressLater(pressed); });
+    }
+    menu->popup(DBGrid1->viewport()->mapToGlobal(place));
+}
+
+} // namespace orders

@@ -1,0 +1,110 @@
+#include "platform/controls/scroll_part.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace controls {
+
+namespace {
+
+/// Distance that is kept between the control with the focus and the edge of the area.
+constexpr int margin = 8;
+
+/// Returns where the visible part must start, in one direction, so that it shows the control. If
+/// the control is too large, its start is shown.
+int startShowing(int start, int length, int seen, int room)
+{
+    if (start < seen || length > room)
+        return start;
+    return std::max(seen, start + length - room);
+}
+
+QWidget* buttonRow(const QList<QPushButton*>& buttons, QWidget* parent)
+{
+    auto* row = new QWidget(parent);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(margin, margin / 2, margin, margin / 2);
+    layout->addStretch();
+    for (QPushButton* each : buttons) {
+        each->setMinimumSize(each->size());
+        layout->addWidget(each);
+    }
+    layout->addStretch();
+    return row;
+}
+
+} // namespace
+
+ScrollPart::ScrollPart(QWidget* contents, QWidget* parent) : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setWidget(contents);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget* /*former*/, QWidget* focused) { bringFocusIntoView(focused); });
+}
+
+QSize ScrollPart::sizeHint() const
+{
+    return widget()->sizeHint().expandedTo(widget()->minimumSize());
+}
+
+void ScrollPart::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    bringFocusIntoView(QApplication::focusWidget());
+}
+
+/// Scrolls the whole control into view. QScrollArea::ensureWidgetVisible only shows the cursor of a
+/// box, and it scrolls the wrong way horizontally if the layout is right-to-left.
+void ScrollPart::bringFocusIntoView(QWidget* focused)
+{
+    if (focused == nullptr || !widget()->isAncestorOf(focused))
+        return;
+    const QRect control = QRect(focused->mapTo(widget(), QPoint(0, 0)), focused->size())
+                              .adjusted(-margin, -margin, margin, margin);
+    const QPoint seen = -widget()->pos();
+    verticalScrollBar()->setValue(
+        startShowing(control.top(), control.height(), seen.y(), viewport()->height()));
+    const int left = startShowing(control.left(), control.width(), seen.x(), viewport()->width());
+    horizontalScrollBar()->setValue(isRightToLeft() ? widget()->width() - viewport()->width() - left
+                                                    : left);
+}
+
+QSize fittedSize(QSize wanted, QSize room)
+{
+    const int bar = QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    if (wanted.height() > room.height())
+        wanted.rwidth() += bar;
+    if (wanted.width() > room.width())
+        wanted.rheight() += bar;
+    return wanted.boundedTo(room);
+}
+
+QWidget* fitIntoRoom(QWidget& window, QSize room, const QList<QPushButton*>& buttons)
+{
+    const QSize full = window.size();
+    if (full.width() <= room.width() && full.height() <= room.height())
+        return &window;
+    auto* contents = new QWidget;
+    for (QWidget* each : window.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (!each->isWindow())
+            each->setParent(contents);
+    }
+    contents->setFixedSize(full);
+    auto* column = new QVBoxLayout(&window);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(new ScrollPart(contents, &window), 1);
+    column->addWidget(buttonRow(buttons, &window));
+    window.setFixedSize(fittedSize(full, room));
+    return contents;
+}
+
+} // namespace controls

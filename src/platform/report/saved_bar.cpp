@@ -1,0 +1,48 @@
+#include "platform/report/saved_bar.h"
+
+#include "platform/report/doors.h"
+#include "platform/runtime/guard.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+
+namespace report {
+
+using namespace Qt::StringLiterals;
+
+SavedBar::SavedBar(QWidget* parent)
+    : QToolBar(parent), text_(new QLabel(this)), openFolder_(new QAction(u"פתח תיקייה"_s, this))
+{
+    setObjectName(u"ToolbarSaved"_s);
+    setWindowTitle(u"שמירה"_s);
+    setMovable(false);
+    text_->setObjectName(u"LabelSaved"_s);
+    text_->setTextFormat(Qt::PlainText);
+    openFolder_->setObjectName(u"ActionOpenFolder"_s);
+    openFolder_->setToolTip(u"פתיחת התיקייה של הקובץ שנשמר"_s);
+    auto* hide = new QAction(u"סגור"_s, this);
+    hide->setObjectName(u"ActionHideSaved"_s);
+    hide->setToolTip(u"סגירת ההודעה"_s);
+    addWidget(text_);
+    addAction(openFolder_);
+    addAction(hide);
+    QToolBar::hide();
+    runtime::on(openFolder_, &QAction::triggered, this, [this] { openFolder(folder_); });
+    runtime::on(hide, &QAction::triggered, this, [this] { QToolBar::hide(); });
+}
+
+void SavedBar::confirm(const QString& path)
+{
+    const QFileInfo file(path);
+    folder_ = file.absolutePath();
+    // The isolates keep the file's name in its own reading direction inside the Hebrew sentence.
+    constexpr QChar firstStrongIsolate(0x2068);
+    constexpr QChar popIsolate(0x2069);
+    text_->setText(u" הקובץ נשמר: "_s + firstStrongIsolate + file.fileName() + popIsolate + u' ');
+    text_->setToolTip(QDir::toNativeSeparators(file.absoluteFilePath()));
+    show();
+}
+
+} // namespace report

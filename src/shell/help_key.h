@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+namespace shell {
+
+class HelpWindow;
+
+/// Event filter for the application: F1 opens the help, or brings it forward. The help belongs to
+/// the window in which F1 was pressed, so that it can be read beside a modal form.
+class HelpKey : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void open(QWidget* window);
+
+    QPointer<HelpWindow> help_;
+};
+
+} // namespace shell

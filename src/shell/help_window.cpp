@@ -1,0 +1,155 @@
+#include "shell/help_window.h"
+
+#include "platform/runtime/guard.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QScreen>
+#include <QTextBlock>
+#include <QTextTable>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+// Device-independent pixels.
+constexpr QSize usualSize(1000, 640);
+constexpr int listWidth = 240;
+constexpr int pictureMargin = 40;
+
+/// Sets the reading direction of every paragraph, which Markdown cannot say, and the look of
+/// tables.
+void setDirection(QTextDocument& document, Qt::LayoutDirection direction)
+{
+    QTextOption option = document.defaultTextOption();
+    option.setTextDirection(direction);
+    document.setDefaultTextOption(option);
+    QTextBlockFormat paragraph;
+    paragraph.setLayoutDirection(direction);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    all.mergeBlockFormat(paragraph);
+    for (QTextFrame* frame : document.rootFrame()->childFrames()) {
+        auto* table = qobject_cast<QTextTable*>(frame);
+        if (table == nullptr)
+            continue;
+        QTextTableFormat format = table->format();
+        format.setBorderCollapse(true);
+        format.setCellPadding(3);
+        table->setFormat(format);
+    }
+}
+
+/// Commands are read from left to right in both languages, and long ones are wrapped.
+void setCodeLeftToRight(QTextDocument& document)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (!block.blockFormat().hasProperty(QTextFormat::BlockCodeFence))
+            continue;
+        QTextBlockFormat format = block.blockFormat();
+        format.setLayoutDirection(Qt::LeftToRight);
+        format.setNonBreakableLines(false);
+        QTextCursor(block).setBlockFormat(format);
+    }
+}
+
+} // namespace
+
+HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent)
+{
+    setObjectName(u"TextHelp"_s);
+    setOpenLinks(false);
+}
+
+void HelpBrowser::showChapter(const HelpChapter& chapter, Qt::LayoutDirection direction)
+{
+    setLayoutDirection(direction);
+    document()->setBaseUrl(QUrl(u"qrc:/zomrel/help/"_s));
+    setMarkdown(u"## %1\n%2"_s.arg(chapter.title, chapter.markdown));
+    setDirection(*document(), direction);
+    setCodeLeftToRight(*document());
+    moveCursor(QTextCursor::Start);
+}
+
+QVariant HelpBrowser::loadResource(int type, const QUrl& name)
+{
+    const QVariant resource = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::ImageResource)
+        return resource;
+    const QUrl absolute = document()->baseUrl().resolved(name);
+    const QImage picture(u':' + absolute.path());
+    const int room = std::max(viewport()->width() - pictureMargin, pictureMargin);
+    return picture.width() > room ? picture.scaledToWidth(room, Qt::SmoothTransformation) : picture;
+}
+
+HelpWindow::HelpWindow(QWidget* parent)
+    : QDialog(parent, Qt::Window), ComboLanguage(new QComboBox(this)),
+      ListChapters(new QListWidget(this)), TextHelp(new HelpBrowser(this))
+{
+    setObjectName(u"HelpWindow"_s);
+    setWindowTitle(u"עזרה · Help"_s);
+    setAttribute(Qt::WA_DeleteOnClose);
+    layOut();
+    ComboLanguage->addItems({u"עברית"_s, u"English"_s});
+    runtime::on(ComboLanguage, &QComboBox::currentIndexChanged, this,
+                [this](int index) { setLanguage(HelpLanguage(index)); });
+    runtime::on(ListChapters, &QListWidget::currentRowChanged, this,
+                [this](int row) { showChapter(row); });
+    runtime::on(TextHelp, &QTextBrowser::anchorClicked, this,
+                [this](const QUrl& link) { follow(link); });
+    resize(usualSize.boundedTo(screen()->availableSize()));
+    setLanguage(HelpLanguage::Hebrew);
+}
+
+void HelpWindow::layOut()
+{
+    setLayoutDirection(Qt::RightToLeft);
+    ComboLanguage->setObjectName(u"ComboLanguage"_s);
+    ComboLanguage->setAccessibleName(u"שפה · Language"_s);
+    ListChapters->setObjectName(u"ListChapters"_s);
+    ListChapters->setAccessibleName(u"פרקים · Chapters"_s);
+    auto* side = new QVBoxLayout;
+    side->addWidget(ComboLanguage);
+    side->addWidget(ListChapters);
+    ListChapters->setFixedWidth(listWidth);
+    auto* whole = new QHBoxLayout(this);
+    whole->addLayout(side);
+    whole->addWidget(TextHelp, 1);
+}
+
+/// Shows the same chapter in the other language if a chapter is shown already.
+void HelpWindow::setLanguage(HelpLanguage language)
+{
+    const int former = std::max(ListChapters->currentRow(), 0);
+    direction_ = language == HelpLanguage::Hebrew ? Qt::RightToLeft : Qt::LeftToRight;
+    chapters_ = helpChapters(manualText(), language);
+    ListChapters->clear();
+    ListChapters->setLayoutDirection(direction_);
+    for (const HelpChapter& each : chapters_)
+        ListChapters->addItem(each.title);
+    ListChapters->setCurrentRow(former);
+}
+
+void HelpWindow::showChapter(int index)
+{
+    if (index >= 0 && index < chapters_.size())
+        TextHelp->showChapter(chapters_[index], direction_);
+}
+
+void HelpWindow::follow(const QUrl& link)
+{
+    const auto target =
+        std::find_if(chapters_.begin(), chapters_.end(), [&](const HelpChapter& each) {
+            return each.anchors.contains(link.fragment());
+        });
+    if (target != chapters_.end())
+        ListChapters->setCurrentRow(int(target - chapters_.begin()));
+}
+
+} // namespace shell

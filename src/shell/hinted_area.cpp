@@ -1,0 +1,39 @@
+#include "shell/hinted_area.h"
+
+#include <QMdiSubWindow>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace shell {
+
+namespace {
+
+constexpr qreal hintPoints = 14;
+
+} // namespace
+
+HintedArea::HintedArea(QWidget* parent) : QMdiArea(parent)
+{
+    setBackground(QColor(0xe9, 0xec, 0xef));
+    // The hint disappears and returns with the child windows.
+    connect(this, &QMdiArea::subWindowActivated, viewport(), qOverload<>(&QWidget::update));
+}
+
+void HintedArea::paintEvent(QPaintEvent* event)
+{
+    QMdiArea::paintEvent(event);
+    if (!subWindowList().isEmpty())
+        return;
+    QPainter painter(viewport());
+    QFont font = this->font();
+    font.setPointSizeF(hintPoints);
+    painter.setFont(font);
+    painter.setPen(QColor(0x5a, 0x62, 0x6a));
+    painter.setLayoutDirection(Qt::RightToLeft);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter,
+                     u"להתחלת עבודה לחץ על \"הזמנות\" (\u2066Ctrl+N\u2069)\n"
+                     "לחיפוש הזמנה קיימת: \u2066Ctrl+F\u2069"_s);
+}
+
+} // namespace shell

@@ -1,0 +1,208 @@
+#include "calculation/opening_panel.h"
+#include "orders/desk.h"
+#include "output/form_view.h"
+#include "platform/controls/db_combo.h"
+#include "platform/controls/db_grid.h"
+#include "platform/dao/recordset.h"
+
+#include <QMenu>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using testsupport::Desk;
+using testsupport::focusName;
+
+/// The keys of the order form that press buttons or move the focus.
+class OrderKeysTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void enterInTheGrid_showsTheLine();
+    void doubleClick_showsTheLine();
+    void deleteInTheGrid_asksAndDeletesTheLine();
+    void deleteAnsweredNo_deletesNothing();
+    void homeAndEnd_goToFirstAndLastLine();
+    void contextMenu_showsAndDeletesTheLine();
+    void f6_goesFromPartToPart();
+    void enterInACustomerBox_goesOnAndSelects();
+    void enterInAList_goesOnAndKeepsTheText();
+    void ctrlP_printsTheOrder();
+    void wheelOverAList_changesNoChoice();
+
+private:
+    /// Reads the series name from the line view as soon as it is open, and closes the view.
+    void readNextView();
+    controls::DBGrid& grid() const { return *desk_->on<controls::DBGrid>("DBGrid1"); }
+    int currentLine() const { return desk_->lines().Fields(u"NUM"_s).Value().toInt(); }
+
+    std::unique_ptr<Desk> desk_;
+    QTimer poll_;
+    QString shown_; ///< The series name that readNextView has read.
+};
+
+void OrderKeysTest::init()
+{
+    desk_ = std::make_unique<Desk>();
+    desk_->addOrderWithLines(1, {1, 2, 3});
+    desk_->openOrder(1);
+    QTRY_VERIFY(desk_->timerRests());
+    desk_->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&desk_->window));
+}
+
+void OrderKeysTest::cleanup()
+{
+    QCOMPARE(desk_->boxes.unexpected(), QStringList());
+    if (output::isFormViewLoaded())
+        output::formView().Unload();
+    desk_.reset();
+}
+
+void OrderKeysTest::readNextView()
+{
+    shown_.clear();
+    poll_.disconnect();
+    connect(&poll_, &QTimer::timeout, this, [this] {
+        auto* view = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (view == nullptr)
+            return;
+        poll_.stop();
+        shown_ = testsupport::child<QLabel>(*view, u"LabelName"_s)->text();
+        view->reject();
+    });
+    poll_.start(1);
+}
+
+void OrderKeysTest::enterInTheGrid_showsTheLine()
+{
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Up);
+    readNextView();
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    QTRY_COMPARE(shown_, u"סדרה 2"_s);
+    QTRY_VERIFY(!output::isFormViewLoaded());
+}
+
+void OrderKeysTest::doubleClick_showsTheLine()
+{
+    readNextView();
+    testsupport::doubleClickCell(grid(), 0, 2);
+    QTRY_COMPARE(shown_, u"סדרה 1"_s);
+    QTRY_VERIFY(!output::isFormViewLoaded());
+}
+
+void OrderKeysTest::deleteInTheGrid_asksAndDeletesTheLine()
+{
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    desk_->boxes.answer(runtime::vbYes);
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    QTRY_COMPARE(desk_->boxes.shown().size(), 1u);
+    QCOMPARE(desk_->boxes.shown()[0].title, u"מחיקת הזמנה"_s);
+    QTRY_COMPARE(desk_->storedLineNumbers(1), (QList<int>{2, 3}));
+}
+
+void OrderKeysTest::deleteAnsweredNo_deletesNothing()
+{
+    grid().setFocus();
+    desk_->boxes.answer(runtime::vbNo);
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    QTRY_COMPARE(desk_->boxes.shown().size(), 1u);
+    QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2, 3}));
+}
+
+void OrderKeysTest::homeAndEnd_goToFirstAndLastLine()
+{
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    QCOMPARE(currentLine(), 1);
+    QTest::keyClick(&grid(), Qt::Key_End);
+    QCOMPARE(currentLine(), 3);
+}
+
+void OrderKeysTest::contextMenu_showsAndDeletesTheLine()
+{
+    grid().setFocus();
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(20, 20));
+    QApplication::sendEvent(grid().viewport(), &byKey);
+    auto* menu = grid().findChild<QMenu*>(u"MenuLine"_s);
+    QVERIFY(menu != nullptr && menu->isVisible());
+    const QList<QAction*> entries = menu->actions();
+    QCOMPARE(entries.size(), 2);
+    QVERIFY(entries[0]->text().startsWith(u"הצג שורה\t"_s));
+    QVERIFY(entries[1]->text().startsWith(u"מחק שורה\t"_s));
+    desk_->boxes.answer(runtime::vbYes);
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    QTRY_COMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2}));
+}
+
+void OrderKeysTest::f6_goesFromPartToPart()
+{
+    desk_->on<QLineEdit>("TextNum_2")->setFocus();
+    for (const QString& next :
+         {u"DBGrid1"_s, u"TextCustomerName"_s, u"TextNum_0"_s, u"DBGrid1"_s}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+        QCOMPARE(focusName(), next);
+    }
+    for (const QString& next : {u"TextNum_0"_s, u"TextCustomerName"_s, u"DBGrid1"_s}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, Qt::ShiftModifier);
+        QCOMPARE(focusName(), next);
+    }
+}
+
+void OrderKeysTest::enterInACustomerBox_goesOnAndSelects()
+{
+    auto* name = desk_->on<QLineEdit>("TextCustomerName");
+    auto* address = desk_->on<QLineEdit>("TextCustomerAddress");
+    address->setText(u"רחוב"_s);
+    name->setFocus();
+    QTest::keyClick(name, Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget(), address);
+    QCOMPARE(address->selectedText(), u"רחוב"_s);
+}
+
+void OrderKeysTest::enterInAList_goesOnAndKeepsTheText()
+{
+    auto* kind = desk_->on<controls::DBCombo>("DBComboKind_0");
+    kind->setFocus();
+    kind->setEditText(u"לבן"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(focusName(), u"DBComboColor_0"_s);
+    QCOMPARE(kind->currentText(), u"לבן"_s);
+}
+
+/// Printing an order without customer details stores them as Null, so that the print command leaves
+/// a trace in the store.
+void OrderKeysTest::ctrlP_printsTheOrder()
+{
+    desk_->store.execute(u"UPDATE Orders SET CustomerName = 'x'"_s);
+    desk_->on<QLineEdit>("TextNum_0")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
+    QTRY_VERIFY(driving::shownWindow(u"DataReport1"_s) != nullptr);
+    QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
+    driving::closeWindow(u"DataReport1"_s);
+}
+
+void OrderKeysTest::wheelOverAList_changesNoChoice()
+{
+    auto* kind = desk_->on<controls::DBCombo>("DBComboKind_0");
+    kind->addItems({u"a"_s, u"b"_s, u"c"_s});
+    kind->setCurrentIndex(0);
+    desk_->on<QLineEdit>("TextNum_0")->setFocus();
+    const QPointF middle = kind->rect().center();
+    QWheelEvent turn(middle, kind->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(kind, &turn);
+    QCOMPARE(kind->currentText(), u"a"_s);
+    QCOMPARE(focusName(), u"TextNum_0"_s);
+}
+
+ZOMREL_QTEST_MAIN(OrderKeysTest)
+#include "order_keys_test.moc"

@@ -1,0 +1,181 @@
+#include "shell/help_key.h"
+#include "shell/help_text.h"
+#include "shell/help_window.h"
+
+#include "platform/runtime/version.h"
+#include "support/widgets.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QListWidget>
+#include <QTextBlock>
+#include <QTextTable>
+
+using namespace Qt::StringLiterals;
+using shell::HelpChapter;
+using shell::helpChapters;
+using shell::HelpLanguage;
+using shell::HelpWindow;
+using shell::manualText;
+using testsupport::child;
+
+class HelpTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void bothLanguages_haveTheSameChapters();
+    void chapters_containNoHtml();
+    void everyLink_leadsToAChapter();
+    void lastChapter_tellsTheVersionAndTheLicences();
+    void window_showsPicturesThatFit();
+    void hebrewTables_readFromRightToLeft();
+    void link_changesTheChapter();
+    void language_keepsTheChapter();
+    void f1_opensTheHelpAboveAModalForm();
+    void escape_closesTheHelp();
+};
+
+namespace {
+
+const QList<HelpLanguage> languages{HelpLanguage::Hebrew, HelpLanguage::English};
+
+HelpWindow* openHelp()
+{
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        auto* help = qobject_cast<HelpWindow*>(each);
+        if (help != nullptr && help->isVisible())
+            return help;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void HelpTest::bothLanguages_haveTheSameChapters()
+{
+    const auto hebrew = helpChapters(manualText(), HelpLanguage::Hebrew);
+    const auto english = helpChapters(manualText(), HelpLanguage::English);
+    QCOMPARE(hebrew.size(), 11);
+    QCOMPARE(english.size(), 11);
+    for (qsizetype i = 0; i < hebrew.size(); ++i) {
+        QVERIFY(hebrew[i].title.startsWith(u"%1. "_s.arg(i + 1)));
+        QVERIFY(english[i].title.startsWith(u"%1. "_s.arg(i + 1)));
+    }
+}
+
+void HelpTest::chapters_containNoHtml()
+{
+    static const QRegularExpression element(u"</?(span|div|pre|a)\\b"_s);
+    for (const HelpLanguage language : languages) {
+        for (const HelpChapter& each : helpChapters(manualText(), language))
+            QVERIFY2(!each.markdown.contains(element), qPrintable(each.title));
+    }
+}
+
+void HelpTest::everyLink_leadsToAChapter()
+{
+    static const QRegularExpression link(u"\\]\\(#([^)]+)\\)"_s);
+    for (const HelpLanguage language : languages) {
+        const auto chapters = helpChapters(manualText(), language);
+        QStringList anchors;
+        for (const HelpChapter& each : chapters)
+            anchors += each.anchors;
+        int links = 0;
+        for (const HelpChapter& each : chapters) {
+            for (auto match = link.globalMatch(each.markdown); match.hasNext(); ++links) {
+                const QString target = match.next().captured(1);
+                QVERIFY2(anchors.contains(target), qPrintable(target));
+            }
+        }
+        QVERIFY(links > 5);
+    }
+}
+
+void HelpTest::lastChapter_tellsTheVersionAndTheLicences()
+{
+    for (const HelpLanguage language : languages) {
+        const QString about = helpChapters(manualText(), language).last().markdown;
+        QVERIFY(about.contains(runtime::programVersion().toString()));
+        for (const QString& part : {u"Qt 6"_s, u"SQLite"_s, u"LGPL-3"_s, u"OFL"_s})
+            QVERIFY2(about.contains(part), qPrintable(part));
+    }
+}
+
+void HelpTest::window_showsPicturesThatFit()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    help.show();
+    auto* text = child<shell::HelpBrowser>(help, u"TextHelp"_s);
+    const QImage picture =
+        text->loadResource(QTextDocument::ImageResource, QUrl(u"order-form.png"_s)).value<QImage>();
+    QVERIFY(!picture.isNull());
+    QVERIFY(picture.width() <= text->viewport()->width());
+    QTRY_VERIFY(text->document()->size().width() <= text->viewport()->width());
+}
+
+/// A table is always laid out from the left, so the first column of the manual is the last one.
+void HelpTest::hebrewTables_readFromRightToLeft()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    child<QListWidget>(help, u"ListChapters"_s)->setCurrentRow(10);
+    const auto* text = child<shell::HelpBrowser>(help, u"TextHelp"_s);
+    QTextTable* table = nullptr;
+    for (QTextFrame* frame : text->document()->rootFrame()->childFrames())
+        table = table != nullptr ? table : qobject_cast<QTextTable*>(frame);
+    QVERIFY(table != nullptr);
+    QCOMPARE(table->columns(), 3);
+    QCOMPARE(table->cellAt(1, 2).firstCursorPosition().block().text(), u"Qt 6"_s);
+}
+
+void HelpTest::link_changesTheChapter()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    auto* text = child<shell::HelpBrowser>(help, u"TextHelp"_s);
+    emit text->anchorClicked(QUrl(u"#paper-he"_s));
+    QCOMPARE(child<QListWidget>(help, u"ListChapters"_s)->currentRow(), 5);
+    QVERIFY(text->toPlainText().startsWith(u"6. "_s));
+}
+
+void HelpTest::language_keepsTheChapter()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    child<QListWidget>(help, u"ListChapters"_s)->setCurrentRow(7);
+    child<QComboBox>(help, u"ComboLanguage"_s)->setCurrentIndex(1);
+    QVERIFY(child<shell::HelpBrowser>(help, u"TextHelp"_s)
+                ->toPlainText()
+                .startsWith(u"8. Backup and restore"_s));
+}
+
+void HelpTest::f1_opensTheHelpAboveAModalForm()
+{
+    shell::HelpKey key;
+    QApplication::instance()->installEventFilter(&key);
+    QDialog form;
+    form.setModal(true);
+    form.show();
+    QTest::keyClick(&form, Qt::Key_F1);
+    QTRY_VERIFY(openHelp() != nullptr);
+    QCOMPARE(openHelp()->parentWidget(), &form);
+    QTest::keyClick(&form, Qt::Key_F1);
+    QCOMPARE(form.findChildren<HelpWindow*>().size(), 1);
+}
+
+void HelpTest::escape_closesTheHelp()
+{
+    shell::HelpKey key;
+    QApplication::instance()->installEventFilter(&key);
+    QWidget window;
+    window.show();
+    QTest::keyClick(&window, Qt::Key_F1);
+    QTRY_VERIFY(openHelp() != nullptr);
+    QTest::keyClick(openHelp(), Qt::Key_Escape);
+    QTRY_VERIFY(openHelp() == nullptr);
+}
+
+ZOMREL_QTEST_MAIN(HelpTest)
+#include "help_test.moc"

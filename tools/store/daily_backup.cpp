@@ -1,0 +1,142 @@
+#include "tools/store/daily_backup.h"
+
+#include "platform/runtime/durable_file.h"
+#include "platform/runtime/run_time_error.h"
+#include "tools/store/checker.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using runtime::RunTimeError;
+
+namespace storetools {
+
+namespace {
+
+const QString namePrefix = u"zomrel-"_s;
+const QString nameSuffix = u".mdb"_s;
+
+/// Returns the day of a backup's file name, or an invalid date for any other name.
+QDate dayOf(const QString& name)
+{
+    if (!name.startsWith(namePrefix) || !name.endsWith(nameSuffix))
+        return {};
+    const QString day = name.mid(namePrefix.size()).chopped(nameSuffix.size());
+    const QDate date = QDate::fromString(day, Qt::ISODate);
+    // Qt accepts other spellings of a date as well.
+    return date.isValid() && dailyBackupName(date) == name ? date : QDate();
+}
+
+/// Throws if the folder does not exist. It is not created, because it may be the mount point of a
+/// disk that is not connected.
+void requireFolder(const QString& folder)
+{
+    if (!QFileInfo(folder).isDir())
+        throw RunTimeError(
+            runtime::PermissionDenied,
+            u"The folder '%1' does not exist. Create it, or connect its disk, and try again."_s.arg(
+                folder));
+}
+
+/// Returns the names of all backups in the folder, the newest one first.
+QStringList backupsIn(const QString& folder)
+{
+    QStringList names;
+    for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden)) {
+        if (dayOf(name).isValid())
+            names.append(name);
+    }
+    // The names are equally long, so their order is the order of the dates.
+    std::sort(names.begin(), names.end(), std::greater<>());
+    return names;
+}
+
+/// Returns the check's report of a backup. A file that cannot be opened has a finding that prevents
+/// copying.
+CheckReport reportOf(const QString& path)
+{
+    try {
+        return checkReport(Place(path), Figures::Skipped);
+    } catch (const RunTimeError& error) {
+        return {{error.description()}, {error.description()}, {}};
+    }
+}
+
+bool isGood(const QString& path)
+{
+    return reportOf(path).preventCopying.isEmpty();
+}
+
+/// Renames a damaged backup to a free name and returns that name's path.
+QString setAside(const QString& path)
+{
+    QString aside = path + u".damaged"_s;
+    for (int number = 2; QFileInfo::exists(aside); ++number)
+        aside = u"%1.damaged.%2"_s.arg(path).arg(number);
+    runtime::durableMove(path, aside);
+    return aside;
+}
+
+void removeOld(const QString& folder, const QDate& today, DailyOutcome& outcome)
+{
+    QStringList names = backupsIn(folder);
+    // A clock that is set back would otherwise remove the backup that was just made.
+    names.removeOne(dailyBackupName(today));
+    for (const QString& name : names.mid(keptDailyBackups - 1)) {
+        const bool isRemoved = QFile::remove(QDir(folder).filePath(name));
+        (isRemoved ? outcome.removed : outcome.notRemoved).append(name);
+    }
+}
+
+} // namespace
+
+QString dailyBackupName(const QDate& day)
+{
+    return namePrefix + day.toString(Qt::ISODate) + nameSuffix;
+}
+
+DailyOutcome backUpDaily(const Place& place, const QString& folder, const QDate& today,
+                         const RowsOfTable& progress)
+{
+    requireFolder(folder);
+    DailyOutcome outcome;
+    outcome.path = QDir(folder).filePath(dailyBackupName(today));
+    if (QFileInfo::exists(outcome.path)) {
+        outcome.wasThere = isGood(outcome.path);
+        if (outcome.wasThere)
+            return outcome;
+        outcome.setAside = setAside(outcome.path);
+    }
+    outcome.backup = backUpStore(place, outcome.path, progress);
+    if (!outcome.backup.findings.isEmpty())
+        return outcome;
+    if (!isGood(outcome.path))
+        throw RunTimeError(runtime::CorruptDatabase,
+                           u"The backup was written, but reading it back failed. It is kept as "
+                           "'%1'. Check the disk."_s.arg(setAside(outcome.path)));
+    removeOld(folder, today, outcome);
+    return outcome;
+}
+
+DailyStatus dailyStatus(const QString& folder)
+{
+    requireFolder(folder);
+    const QStringList names = backupsIn(folder);
+    DailyStatus status;
+    status.count = int(names.size());
+    for (const QString& name : names) {
+        const QString path = QDir(folder).filePath(name);
+        const CheckReport report = reportOf(path);
+        if (report.preventCopying.isEmpty()) {
+            status.newestGood = NewestBackup{path, dayOf(name), report.findings};
+            break;
+        }
+        status.damaged.append(name);
+    }
+    return status;
+}
+
+} // namespace storetools

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "tools/store/backup.h"
+
+#include <QDate>
+
+#include <optional>
+
+namespace storetools {
+
+/// Number of daily backups that a folder keeps.
+inline constexpr int keptDailyBackups = 30;
+
+struct DailyOutcome
+{
+    QString path;           ///< Today's backup; it exists unless `backup` has findings.
+    bool wasThere = false;  ///< Today's backup existed and is good, so nothing was copied.
+    QString setAside;       ///< New path of today's damaged backup; empty if there was none.
+    BackupOutcome backup;   ///< What copying found; see backUpStore.
+    QStringList removed;    ///< Names of the removed old backups.
+    QStringList notRemoved; ///< Names of old backups that the system did not let remove.
+};
+
+/// Returns the file name of the backup of a day, such as "zomrel-2026-03-01.mdb".
+QString dailyBackupName(const QDate& day);
+
+/// Makes the backup of a day in a folder unless a good one is there already, and then removes all
+/// but the newest backups. A damaged backup of the day is renamed and replaced. The copy is checked
+/// before it is written and again in its final place. Removes only files with the names of
+/// dailyBackupName, nothing if no new backup was made, and never the backup of this day. Throws
+/// PermissionDenied (3051) if the folder does not exist, CorruptDatabase (3049) if the written copy
+/// is damaged, and the errors of backUpStore.
+DailyOutcome backUpDaily(const Place& place, const QString& folder, const QDate& today,
+                         const RowsOfTable& progress);
+
+struct NewestBackup
+{
+    QString path;
+    QDate day;
+    QStringList warnings; ///< The findings because of which a restore would refuse it.
+};
+
+struct DailyStatus
+{
+    std::optional<NewestBackup> newestGood;
+    QStringList damaged; ///< Names of the newer backups, which are damaged.
+    int count = 0;       ///< Number of backups, good or not.
+};
+
+/// Finds the newest good backup of a folder. A backup is good if its rows are complete. Throws
+/// PermissionDenied (3051) if the folder does not exist.
+DailyStatus dailyStatus(const QString& folder);
+
+} // namespace storetools

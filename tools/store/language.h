@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace storetools {
+
+/// Returns true if the user's language is Hebrew, as the environment or the system's settings say.
+bool speaksHebrew();
+
+/// Returns the message in the user's language: Hebrew for a user with Hebrew, English for all
+/// others.
+QString inUsersLanguage(const QString& english, const QString& hebrew);
+
+} // namespace storetools
