@@ -36,7 +36,7 @@ expect "the desktop file is valid" desktop-file-validate "$root/usr/share/applic
 expect "the AppStream data is valid" \
   appstreamcli validate --no-net --override cid-desktopapp-is-not-rdns=info "$root/usr/share/metainfo/zomrel.metainfo.xml"
 expect "the units are valid" units_are_valid
-for page in Zomrel zomrel-store zomrel-demo; do
+for page in Zomrel zomrel-store zomrel-shop zomrel-demo; do
   expect "$page has a manual page" [ -s "$root/usr/share/man/man1/$page.1.gz" ]
 done
 
