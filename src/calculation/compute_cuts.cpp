@@ -24,8 +24,6 @@ constexpr std::size_t widthCell(cuts::Part part)
     return store::line::measureIndex(store::line::cutWidth(part));
 }
 
-constexpr std::array allParts{cuts::Mashkof, cuts::Kanaf, cuts::Glass, cuts::Reshet};
-
 void clearShutter()
 {
     Module1::MyWidth_2 = 0.0;
@@ -61,7 +59,7 @@ void computeParts(const cuts::Size& opening, const cuts::Series& series)
     cuts::Size base = opening;
     if (Module1::IsMonoblock)
         base = {runtime::toDouble(Module1::MyWidth_2), Module1::MYHeight_2};
-    for (const cuts::Part part : allParts) {
+    for (const cuts::Part part : cuts::allParts) {
         Module1::CutValues[widthCell(part)] = cuts::cutWidth(series, part, base);
         Module1::CutValues[widthCell(part) + 1] = cuts::cutHeight(series, part, base);
     }

@@ -8,8 +8,6 @@ namespace cuts {
 
 namespace {
 
-constexpr double uCutAllowance = 14;
-constexpr double uVasaAllowance = 17.6;
 constexpr double shalavHeightAllowance = 8;
 constexpr double doorFrameSides = 2;
 

@@ -28,6 +28,11 @@ struct Deduction
 
 /// The parts of a window. The values index arrays that have one control for each part.
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
+inline constexpr std::array allParts{Mashkof, Kanaf, Glass, Reshet};
+
+/// What the two U-profiles of a monoblock are shorter than its opening is high.
+inline constexpr double uCutAllowance = 14;
+inline constexpr double uVasaAllowance = 17.6;
 
 struct Series
 {

@@ -141,10 +141,22 @@ QString explainedHeight(const ComputedLine& line, Part part, const TodaysSeries&
         [&] { return explained(computedHeight(line, part, series), line.parts[part].height); });
 }
 
+QString explainedDifference(double whole, double deduction, double actual)
+{
+    if (!isSame(whole - deduction, actual))
+        return {};
+    return isolated(withDeduction(shown(whole), -deduction) + u" = "_s + shown(actual));
+}
+
+QString explainedMissingSeries()
+{
+    return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר למידה."_s;
+}
+
 bool followsFrom(const ComputedLine& line, const TodaysSeries& series)
 {
     return unlessItFails([&] {
-        for (const Part part : {Mashkof, Kanaf, Glass, Reshet}) {
+        for (const Part part : allParts) {
             const auto width = computedWidth(line, part, series);
             const auto height = computedHeight(line, part, series);
             if ((width && !isSame(width->result, line.parts[part].width)) ||

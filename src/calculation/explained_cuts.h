@@ -31,6 +31,13 @@ struct TodaysSeries
 QString explainedWidth(const ComputedLine& line, Part part, const TodaysSeries& series);
 QString explainedHeight(const ComputedLine& line, Part part, const TodaysSeries& series);
 
+/// Returns how a size of the shutter follows from the opening, for example "100 − 14 = 86". The
+/// text is empty if the actual size is another one. Does not throw.
+QString explainedDifference(double whole, double deduction, double actual);
+
+/// Returns a Hebrew sentence that says that the line's series has been deleted since.
+QString explainedMissingSeries();
+
 /// Returns true if all cut sizes of the line follow from the series.
 bool followsFrom(const ComputedLine& line, const TodaysSeries& series);
 

@@ -2,8 +2,8 @@
 
 #include "base/module1.h"
 #include "calculation/explained_cuts.h"
-#include "calculation/line_words.h"
 #include "calculation/series_reading.h"
+#include "calculation/stored_lines.h"
 #include "output/form_view.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
@@ -20,11 +20,9 @@ namespace calculation {
 
 namespace {
 
-constexpr std::array allParts{cuts::Mashkof, cuts::Kanaf, cuts::Glass, cuts::Reshet};
-
 void setTips(output::FormView& view, const QString& tip)
 {
-    for (const cuts::Part part : allParts) {
+    for (const cuts::Part part : cuts::allParts) {
         view.LabelWidth[part]->setToolTip(tip);
         view.LabelHeight[part]->setToolTip(tip);
     }
@@ -33,7 +31,7 @@ void setTips(output::FormView& view, const QString& tip)
 void setTips(output::FormView& view, const cuts::ComputedLine& line,
              const cuts::TodaysSeries& series)
 {
-    for (const cuts::Part part : allParts) {
+    for (const cuts::Part part : cuts::allParts) {
         view.LabelWidth[part]->setToolTip(cuts::explainedWidth(line, part, series));
         view.LabelHeight[part]->setToolTip(cuts::explainedHeight(line, part, series));
     }
@@ -48,58 +46,11 @@ cuts::ComputedLine computedLine()
     line.reduced = {runtime::toDouble(Module1::MyWidth_2), Module1::MYHeight_2};
     if (Module1::IsDoorFrame)
         line.doorThickness = runtime::toDouble(Module1::U_Thick);
-    for (const cuts::Part part : allParts) {
+    for (const cuts::Part part : cuts::allParts) {
         const std::size_t cell = store::line::measureIndex(store::line::cutWidth(part));
         line.parts[part] = {values[cell], values[cell + 1]};
     }
     return line;
-}
-
-/// Returns 0 for a Null, which a line of another program may have.
-double numberAt(dao::Recordset& line, int ordinal)
-{
-    const QVariant value = line.Fields(ordinal).Value();
-    return runtime::isNull(value) ? 0 : runtime::toDouble(value);
-}
-
-cuts::Size sizeAt(dao::Recordset& line, int widthOrdinal)
-{
-    return {numberAt(line, widthOrdinal), numberAt(line, widthOrdinal + 1)};
-}
-
-cuts::ComputedLine storedLine(dao::Recordset& line)
-{
-    cuts::ComputedLine stored;
-    stored.opening = sizeAt(line, store::line::openingWidth);
-    stored.isMonoblock =
-        runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()) != ordinaryKind();
-    // A door's frame has replaced the reduced height, but the box height is the same deduction.
-    stored.reduced = {numberAt(line, store::line::firstOfShutter),
-                      stored.opening.height - numberAt(line, store::line::boxHeight)};
-    constexpr int thickness = store::line::firstOfShutter + 2;
-    stored.doorThickness = numberAt(line, thickness);
-    for (const cuts::Part part : allParts)
-        stored.parts[part] = sizeAt(line, store::line::cutWidth(part));
-    return stored;
-}
-
-/// Returns nothing if the catalogue has no series of this name.
-std::optional<cuts::TodaysSeries> seriesOf(const cuts::ComputedLine& line, const QString& name)
-{
-    const auto catalogue = store::OpenMyDataBase()->OpenRecordset(u"Serials"_s, dao::dbOpenTable);
-    std::optional<cuts::TodaysSeries> found;
-    for (; !catalogue->isEof(); catalogue->MoveNext()) {
-        if (runtime::textOrEmpty(catalogue->Fields(u"Name"_s).Value()) != name)
-            continue;
-        const cuts::TodaysSeries series{
-            readSeries(*catalogue),
-            runtime::textOrEmpty(catalogue->Fields(u"Sign"_s).Value()) == doorSign};
-        if (cuts::followsFrom(line, series))
-            return series;
-        if (!found)
-            found = series;
-    }
-    return found;
 }
 
 } // namespace
@@ -116,12 +67,13 @@ void explainComputedLine(output::FormView& view, dao::Recordset& series)
 void explainStoredLine(output::FormView& view, dao::Recordset& line)
 {
     try {
-        const cuts::ComputedLine stored = storedLine(line);
+        const cuts::ComputedLine stored = readLine(line);
         const QString name = runtime::textOrEmpty(line.Fields(u"Name"_s).Value());
-        if (const auto series = seriesOf(stored, name))
+        const auto catalogue = readCatalogue(*store::OpenMyDataBase());
+        if (const cuts::TodaysSeries* series = seriesOf(stored, name, catalogue))
             setTips(view, stored, *series);
         else
-            setTips(view, u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר למידה."_s);
+            setTips(view, cuts::explainedMissingSeries());
     } catch (const runtime::RunTimeError&) {
         setTips(view, QString());
     }

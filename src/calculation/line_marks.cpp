@@ -32,7 +32,7 @@ const std::array<QString, PartCount>& partNames()
 }
 
 /// Returns a number for a Hebrew sentence. The marks around it keep its minus in front of it.
-QString shown(double number)
+QString isolatedNumber(double number)
 {
     return u"\u2066"_s + runtime::toText(number) + u"\u2069"_s;
 }
@@ -53,7 +53,7 @@ int computedParts(const LineFigures& line)
 void addIfNotPositive(QStringList& marks, const QString& what, double size)
 {
     if (size <= 0)
-        marks.append(u"%1: המידה %2 אינה גדולה מאפס."_s.arg(what, shown(size)));
+        marks.append(u"%1: המידה %2 אינה גדולה מאפס."_s.arg(what, isolatedNumber(size)));
 }
 
 void addNotPositive(QStringList& marks, const LineFigures& line)
@@ -124,11 +124,11 @@ void addIfFar(QStringList& marks, const QString& what, double measure, double me
     if (median <= 0 || measure <= 0)
         return;
     if (measure >= median * mostTimesMedian)
-        marks.append(u"%1 %2 גדול פי כמה מהמקובל בהזמנה הזאת (%3)."_s.arg(what, shown(measure),
-                                                                          shown(median)));
+        marks.append(u"%1 %2 גדול פי כמה מהמקובל בהזמנה הזאת (%3)."_s.arg(
+            what, isolatedNumber(measure), isolatedNumber(median)));
     else if (measure * leastPartOfMedian <= median)
-        marks.append(u"%1 %2 קטן פי כמה מהמקובל בהזמנה הזאת (%3)."_s.arg(what, shown(measure),
-                                                                         shown(median)));
+        marks.append(u"%1 %2 קטן פי כמה מהמקובל בהזמנה הזאת (%3)."_s.arg(
+            what, isolatedNumber(measure), isolatedNumber(median)));
 }
 
 void addFarFromNeighbours(QStringList& marks, const Size& bay, std::span<const Size> neighbours)

@@ -103,6 +103,11 @@ QByteArray meshCsv(const ShopPack& pack)
     return csvOf(panesTable(pack.pieces.mesh));
 }
 
+QByteArray explanationsCsv(const ShopPack& pack)
+{
+    return csvOf(explanationsTable(pack.explanations));
+}
+
 QByteArray planJson(const ShopPack& pack)
 {
     QJsonArray groups;

@@ -26,6 +26,7 @@ QByteArray cutListCsv(const ShopPack& pack);
 QByteArray barPlanCsv(const ShopPack& pack);
 QByteArray glassCsv(const ShopPack& pack);
 QByteArray meshCsv(const ShopPack& pack);
+QByteArray explanationsCsv(const ShopPack& pack);
 QByteArray planJson(const ShopPack& pack);
 
 } // namespace shop

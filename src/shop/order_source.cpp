@@ -1,5 +1,6 @@
 #include "shop/order_source.h"
 
+#include "calculation/stored_lines.h"
 #include "platform/dao/database.h"
 #include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
@@ -66,13 +67,16 @@ OrderHead readHead(dao::Database& database, int order)
             textIn(*found, u"CustomerName"_s)};
 }
 
-void readLines(dao::Database& database, int order, std::vector<OrderLine>& lines)
+void readLines(dao::Database& database, int order,
+               const std::vector<calculation::NamedSeries>& catalogue, OrderSource& source)
 {
     const auto rows = database.OpenRecordset(
         u"SELECT * FROM Cuts WHERE Order_Num = %1 ORDER BY NUM ASC"_s.arg(order),
         dao::dbOpenDynaset);
-    for (; !rows->isEof(); rows->MoveNext())
-        lines.push_back(lineOf(*rows));
+    for (; !rows->isEof(); rows->MoveNext()) {
+        source.lines.push_back(lineOf(*rows));
+        source.explanations.push_back(explain(*rows, catalogue));
+    }
 }
 
 /// A snapshot that ends with the object, because the connection to a server stays open.
@@ -105,6 +109,7 @@ OrderSource readOrders(const QString& path, const QList<int>& orders)
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
     // Stations may change the store meanwhile, so everything is read from one snapshot.
     const Snapshot snapshot(*database);
+    const auto catalogue = calculation::readCatalogue(*database);
     OrderSource source;
     QSet<int> done;
     for (const int order : orders) {
@@ -112,7 +117,7 @@ OrderSource readOrders(const QString& path, const QList<int>& orders)
             continue;
         done.insert(order);
         source.orders.push_back(readHead(*database, order));
-        readLines(*database, order, source.lines);
+        readLines(*database, order, catalogue, source);
     }
     source.settings = readBarTable(*database);
     return source;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shop/explanations.h"
 #include "shop/pieces.h"
 
 namespace shop {
@@ -9,6 +10,7 @@ struct OrderSource
 {
     std::vector<OrderHead> orders; ///< As given, each once.
     std::vector<OrderLine> lines;  ///< In the order of the given orders, then by line number.
+    std::vector<ExplainedLine> explanations; ///< In the order of the lines.
     SettingsByGroup settings;
 };
 

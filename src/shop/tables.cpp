@@ -21,6 +21,13 @@ Row joined(Row row, const Row& others)
     return row;
 }
 
+/// Returns the text without the marks for its reading direction, which a data file does not need.
+QString plainText(QString text)
+{
+    const auto isMark = [](QChar each) { return each == u'\u2066' || each == u'\u2069'; };
+    return text.removeIf(isMark).replace(u'\n', u' ');
+}
+
 /// Adds the rows of equal bars. `bar` is their number within the group.
 void addBars(const GroupPlan& plan, int bar, const GroupBars& bars, Table& table)
 {
@@ -80,6 +87,20 @@ Table panesTable(const std::vector<Pane>& panes)
     for (const PaneRow& each : paneList(panes))
         table.rows.push_back({each.width, each.height, each.count, each.kind, each.colour,
                               each.area, each.lines.join(u' ')});
+    return table;
+}
+
+Table explanationsTable(const std::vector<ExplainedLine>& lines)
+{
+    Table table{{u"order"_s, u"line"_s, u"series"_s, u"width"_s, u"height"_s, u"part"_s, u"side"_s,
+                 u"length"_s, u"explanation"_s},
+                {}};
+    for (const ExplainedLine& line : lines) {
+        for (const ExplainedSize& each : line.sizes)
+            table.rows.push_back({line.order, line.line, line.series, line.width, line.height,
+                                  partName(each.part), sideName(each.side), each.length,
+                                  plainText(each.explanation)});
+    }
     return table;
 }
 

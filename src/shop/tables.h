@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shop/explanations.h"
 #include "shop/shop_plan.h"
 
 #include <QList>
@@ -15,6 +16,7 @@ struct ShopPack
     Pieces pieces;
     std::vector<GroupPlan> groups;
     std::vector<OrderHead> orders = {};
+    std::vector<ExplainedLine> explanations = {};
 };
 
 /// A cell of a table: a text, a whole number, or a decimal number.
@@ -35,5 +37,7 @@ Table cutListTable(const ShopPack& pack);
 Table barPlanTable(const ShopPack& pack);
 /// Returns one row for each size, kind and colour of panes or panels.
 Table panesTable(const std::vector<Pane>& panes);
+/// Returns one row for each size with an explanation.
+Table explanationsTable(const std::vector<ExplainedLine>& lines);
 
 } // namespace shop

@@ -103,3 +103,10 @@ TEST(ExplainedCuts, SeriesThatCannotBeComputedExplainsNothing)
     broken.series.deductions[cuts::Kanaf].width.reset();
     EXPECT_EQ(explainedWidth(window(), cuts::Kanaf, broken), QString());
 }
+
+// By hand: 100 - 17.6 = 82.4.
+TEST(ExplainedCuts, DifferenceIsShownOnlyIfItGivesTheActualSize)
+{
+    EXPECT_EQ(cuts::explainedDifference(100, 17.6, 82.4), formula(u"100 − 17.6 = 82.4"_s));
+    EXPECT_EQ(cuts::explainedDifference(100, 17.6, 82.5), QString());
+}

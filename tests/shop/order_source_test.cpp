@@ -75,3 +75,78 @@ TEST(OrderSourceTest, Settings_AreReadWithTheLines)
     shop::writeBarTable(store.path(), settings);
     EXPECT_EQ(shop::readOrders(store.path(), {7}).settings, settings);
 }
+
+namespace {
+
+/// Returns each explained size of the first line as "part side: explanation", without the marks for
+/// the reading direction.
+QStringList explanationsIn(const shop::OrderSource& source)
+{
+    QStringList texts;
+    for (const shop::ExplainedSize& each : source.explanations.at(0).sizes)
+        texts.append(
+            u"%1 %2: %3"_s
+                .arg(shop::partName(each.part), shop::sideName(each.side), each.explanation)
+                .remove(u'\u2066')
+                .remove(u'\u2069'));
+    return texts;
+}
+
+void addSlidingSeries(TemporaryStore& store)
+{
+    store.addSeries(u"סדרה"_s, {-0.6, -0.6, -2.8, -6.5, -19.6, -19.7, -2.4, -6.9}, 2, 2);
+}
+
+} // namespace
+
+// By hand: (120 - 2.8) / 2 = 58.6, (120 - 19.6) / 2 = 50.2, (120 - 2.4) / 2 = 58.8.
+TEST(OrderSourceTest, Sizes_AreExplainedFromTheSeries)
+{
+    TemporaryStore store;
+    addSlidingSeries(store);
+    store.addOrder(7);
+    store.addLine(7, 1);
+    const QStringList expected{
+        u"frame width: 120 − 0.6 = 119.4"_s,       u"frame height: 100 − 0.6 = 99.4"_s,
+        u"sash width: (120 − 2.8) ÷ 2 = 58.6"_s,   u"sash height: 100 − 6.5 = 93.5"_s,
+        u"glass width: (120 − 19.6) ÷ 2 = 50.2"_s, u"glass height: 100 − 19.7 = 80.3"_s,
+        u"mesh width: (120 − 2.4) ÷ 2 = 58.8"_s,   u"mesh height: 100 − 6.9 = 93.1"_s};
+    EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})), expected);
+}
+
+TEST(OrderSourceTest, PartThatIsNotMade_IsNotExplained)
+{
+    TemporaryStore store;
+    addSlidingSeries(store);
+    store.addOrder(7);
+    store.addLine(7, 1);
+    store.execute(u"UPDATE Cuts SET Reshet_Kind = 'ללא רשת', Glass_Kind = 'ללא', "
+                  "Kanaf_Kind = 'ללא כנף'"_s);
+    const QStringList expected{u"frame width: 120 − 0.6 = 119.4"_s,
+                               u"frame height: 100 − 0.6 = 99.4"_s};
+    EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})), expected);
+}
+
+// By hand: 100 - 14 = 86, 100 - 17.6 = 82.4, 120 - 117 = 3.
+TEST(OrderSourceTest, SizesOfAShutter_AreExplainedFromTheOpening)
+{
+    TemporaryStore store;
+    store.addOrder(7);
+    store.addLine(7, 1);
+    store.execute(u"UPDATE Cuts SET U_Cut = 86, U_Vasa = 82.4, Shalav_Width = 117, "
+                  "Argaz_Width = 120"_s);
+    const QStringList texts = explanationsIn(shop::readOrders(store.path(), {7}));
+    const QStringList expected{u"guide height: 100 − 14 = 86"_s,
+                               u"guide height: 100 − 17.6 = 82.4"_s, u"slat width: 120 − 3 = 117"_s,
+                               u"box width: כרוחב הפתח"_s};
+    EXPECT_EQ(texts.last(4), expected);
+}
+
+TEST(OrderSourceTest, SeriesThatIsNotInTheCatalogue_IsTold)
+{
+    TemporaryStore store;
+    store.addOrder(7);
+    store.addLine(7, 1);
+    EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})).first(),
+              u"frame width: הסדרה כבר אינה בקטלוג, ולכן אין הסבר למידה."_s);
+}

@@ -172,6 +172,27 @@ private slots:
         QVERIFY(hasRow(texts, {u"93.5"_s, u"4"_s, u"374"_s, QString()}));
     }
 
+    void explanations_areRowsOfTheirLine()
+    {
+        ShopPack pack = packOf({shoptest::window()});
+        pack.explanations = {{7,
+                              1,
+                              u"7000"_s,
+                              120,
+                              100,
+                              {{Part::Frame, Side::Width, 119.4, u"120 − 0.6 = 119.4"_s},
+                               {Part::Frame, Side::Height, 99,
+                                u"לפי הסדרה של היום: 100 − 0.6 = 99.4\nהסדרה שונתה"_s}}},
+                             {7, 2, u"7000"_s, 90, 80, {}}};
+        const QStringList texts = textsOf(*paperDocument(kindTitled(u"איך חושב"_s), pack));
+        QVERIFY(texts.contains(u"הזמנה 7, שורה 1: 7000, פתח ברוחב 120 ובגובה 100"_s));
+        QVERIFY(
+            hasRow(texts, {u"משקוף"_s, u"רוחב"_s, u"119.4"_s, QString(), u"120 − 0.6 = 119.4"_s}));
+        QVERIFY(texts.join(u' ').contains(u"לפי הסדרה של היום: 100 − 0.6 = 99.4 הסדרה שונתה"_s));
+        QVERIFY(hasRow(texts, {u"הזמנה 7, שורה 2: 7000, פתח ברוחב 90 ובגובה 80"_s,
+                               u"אין הסבר למידות השורה"_s}));
+    }
+
     void barPicture_isToScale()
     {
         OrderLine line = shoptest::window();

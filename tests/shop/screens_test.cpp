@@ -97,11 +97,13 @@ private slots:
             titles.append(each.title);
         QCOMPARE(titles, (QStringList{u"רשימת חיתוך"_s, u"תוכנית מוטות"_s, u"רשימת זכוכית"_s,
                                       u"רשימת רשתות"_s, u"מדבקות"_s, u"מדבקות למדפסת 203"_s,
-                                      u"מדבקות למדפסת 300"_s}));
+                                      u"מדבקות למדפסת 300"_s, u"איך חושב"_s}));
         QWidget window;
         QVERIFY(textsOf(further.documents[0].make(&window)).contains(u"119.4"_s));
         QVERIFY(further.documents[0].data().contains("119.4"));
         QVERIFY(textsOf(further.documents[4].make(&window)).contains(u"7-1-frame-1"_s));
+        QVERIFY(textsOf(further.documents[7].make(&window)).contains(u"119.4"_s));
+        QVERIFY(further.documents[7].data().contains("7,1,סדרה,120,100,frame,width,119.4,"));
     }
 
     void missingOrder_isToldInABox()

@@ -157,7 +157,8 @@ shop::ShopPack packOf(const shop::OrderSource& source, const shop::planning::Lim
                       QTextStream& err)
 {
     const bool isShown = storetools::errorsGoToATerminal();
-    shop::ShopPack pack{shop::piecesOf(source.lines, source.settings), {}, source.orders};
+    shop::ShopPack pack{
+        shop::piecesOf(source.lines, source.settings), {}, source.orders, source.explanations};
     pack.groups = shop::planGroups(pack.pieces.pieces, source.settings, limits,
                                    [&](std::size_t done, std::size_t all) {
                                        if (!isShown)

@@ -12,8 +12,6 @@ namespace shop::paper {
 
 namespace {
 
-constexpr double groupPoints = 13;
-constexpr double factPoints = 11;
 constexpr double lengthPoints = 10;
 constexpr double linePoints = 9;
 constexpr int barHeight = 340;

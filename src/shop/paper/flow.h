@@ -7,6 +7,10 @@
 
 namespace shop::paper {
 
+/// The sizes of the heading above a group and of the facts below it.
+inline constexpr double groupPoints = 13;
+inline constexpr double factPoints = 11;
+
 /// Places blocks one below the other on A4 sheets. Each sheet begins with the document's title and
 /// the numbers, dates and customers of its orders.
 class Flow

@@ -11,8 +11,6 @@ namespace shop::paper {
 
 namespace {
 
-constexpr double groupPoints = 13;
-constexpr double factPoints = 11;
 constexpr int groupGap = 200;
 
 const std::vector<Column>& cutColumns()

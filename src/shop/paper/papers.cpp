@@ -2,6 +2,7 @@
 
 #include "shop/documents.h"
 #include "shop/paper/bar_picture.h"
+#include "shop/paper/explanations.h"
 #include "shop/paper/flow.h"
 #include "shop/paper/lists.h"
 
@@ -49,6 +50,7 @@ const std::vector<PaperKind>& paperKinds()
         {u"תוכנית מוטות"_s, u"bar-plan.csv"_s, barPlanCsv, barPlanSheets},
         {u"רשימת זכוכית"_s, u"glass.csv"_s, glassCsv, glassSheets},
         {u"רשימת רשתות"_s, u"mesh.csv"_s, meshCsv, meshSheets},
+        {u"איך חושב"_s, u"computed.csv"_s, explanationsCsv, explanationSheets},
     };
     return kinds;
 }

@@ -14,7 +14,8 @@ struct PaperKind
     std::vector<Sheet> (*sheets)(const ShopPack&);
 };
 
-/// Returns the cutting list, the bar plan, the glass list and the mesh list.
+/// Returns the cutting list, the bar plan, the glass list, the mesh list, and how each size was
+/// computed.
 const std::vector<PaperKind>& paperKinds();
 
 /// Returns one of them with page numbers.

@@ -11,6 +11,8 @@
 #include "shop/screens/remake_dialog.h"
 #include "shop/screens/settings_dialog.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 
 namespace shop::screens {
@@ -34,7 +36,8 @@ public:
     {
         if (!pack_) {
             const OrderSource source = readOrders(path_, {order_});
-            ShopPack made{piecesOf(source.lines, source.settings), {}, source.orders};
+            ShopPack made{
+                piecesOf(source.lines, source.settings), {}, source.orders, source.explanations};
             made.groups = planWithProgress(made.pieces.pieces, source.settings, parent);
             const QStringList findings = findingsIn(made, source.settings, {});
             if (!findings.isEmpty())
@@ -91,6 +94,18 @@ Document shielded(const Make& make)
     }
 }
 
+void addPaper(const std::shared_ptr<OrderPack>& order, const paper::PaperKind& kind,
+              report::FurtherDocuments& further)
+{
+    further.documents.push_back({kind.title,
+                                 [order, &kind](QWidget* parent) {
+                                     return shielded([&]() -> Document {
+                                         return paper::paperDocument(kind, order->pack(parent));
+                                     });
+                                 },
+                                 kind.dataFile, [order, &kind] { return order->data(kind.data); }});
+}
+
 void addLabels(const std::shared_ptr<OrderPack>& order, const QString& title,
                paper::LabelPaper labelPaper, report::FurtherDocuments& further)
 {
@@ -111,18 +126,13 @@ report::FurtherDocuments documentsOf(const QString& storePath, int orderNumber)
     const auto order = std::make_shared<OrderPack>(storePath, orderNumber);
     report::FurtherDocuments further{
         .reportTitle = u"דוח הזמנה"_s, .documents = {}, .commands = {}};
-    for (const paper::PaperKind& kind : paper::paperKinds())
-        further.documents.push_back({kind.title,
-                                     [order, &kind](QWidget* parent) {
-                                         return shielded([&]() -> Document {
-                                             return paper::paperDocument(kind, order->pack(parent));
-                                         });
-                                     },
-                                     kind.dataFile,
-                                     [order, &kind] { return order->data(kind.data); }});
+    const std::vector<paper::PaperKind>& kinds = paper::paperKinds();
+    std::ranges::for_each(kinds.begin(), std::prev(kinds.end()),
+                          [&](const paper::PaperKind& each) { addPaper(order, each, further); });
     addLabels(order, u"מדבקות"_s, paper::LabelPaper::A4, further);
     addLabels(order, u"מדבקות למדפסת 203"_s, paper::LabelPaper::Printer203, further);
     addLabels(order, u"מדבקות למדפסת 300"_s, paper::LabelPaper::Printer300, further);
+    addPaper(order, kinds.back(), further);
     further.commands = {
         {u"ActionBarSettings"_s, u"הגדרות מוטות"_s, u"עריכת אורכי המוטות ושאר ההגדרות"_s,
          [order](QWidget* parent) {

@@ -1,0 +1,92 @@
+#include "shop/explanations.h"
+
+#include "calculation/stored_lines.h"
+#include "platform/dao/recordset.h"
+#include "platform/runtime/conversions.h"
+#include "shop/pieces.h"
+#include "store/line_columns.h"
+
+using namespace Qt::StringLiterals;
+
+namespace shop {
+
+namespace {
+
+using calculation::NamedSeries;
+
+constexpr Part shopPart(cuts::Part part)
+{
+    switch (part) {
+    case cuts::Mashkof:
+        return Part::Frame;
+    case cuts::Kanaf:
+        return Part::Sash;
+    case cuts::Glass:
+        return Part::Glass;
+    default:
+        return Part::Mesh;
+    }
+}
+
+double numberIn(dao::Recordset& line, const QString& field)
+{
+    const QVariant value = line.Fields(field).Value();
+    return runtime::isNull(value) ? 0 : runtime::toDouble(value);
+}
+
+void addSize(Part part, Side side, double length, const QString& explanation, ExplainedLine& to)
+{
+    if (length != 0 && !explanation.isEmpty())
+        to.sizes.push_back({part, side, length, explanation});
+}
+
+void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::TodaysSeries* series,
+              ExplainedLine& to)
+{
+    const QString missing = cuts::explainedMissingSeries();
+    for (const cuts::Part part : cuts::allParts) {
+        if (isNotMade(runtime::textOrEmpty(row.Fields(store::line::kind(part)).Value())))
+            continue;
+        const cuts::Size& size = line.parts[part];
+        addSize(shopPart(part), Side::Width, size.width,
+                series == nullptr ? missing : cuts::explainedWidth(line, part, *series), to);
+        addSize(shopPart(part), Side::Height, size.height,
+                series == nullptr ? missing : cuts::explainedHeight(line, part, *series), to);
+    }
+}
+
+/// Adds the sizes of the roller shutter, which are 0 in a line without one.
+void addShutter(dao::Recordset& row, const cuts::Size& opening, ExplainedLine& to)
+{
+    const double uCut = numberIn(row, u"U_Cut"_s);
+    const double uVasa = numberIn(row, u"U_Vasa"_s);
+    const double slat = numberIn(row, u"Shalav_Width"_s);
+    const double box = numberIn(row, u"Argaz_Width"_s);
+    addSize(Part::Guide, Side::Height, uCut,
+            cuts::explainedDifference(opening.height, cuts::uCutAllowance, uCut), to);
+    addSize(Part::Guide, Side::Height, uVasa,
+            cuts::explainedDifference(opening.height, cuts::uVasaAllowance, uVasa), to);
+    addSize(Part::Slat, Side::Width, slat,
+            cuts::explainedDifference(opening.width, opening.width - slat, slat), to);
+    addSize(Part::Box, Side::Width, box, box == opening.width ? u"כרוחב הפתח"_s : QString(), to);
+}
+
+} // namespace
+
+ExplainedLine explain(dao::Recordset& row, const std::vector<NamedSeries>& catalogue)
+{
+    const cuts::ComputedLine line = calculation::readLine(row);
+    ExplainedLine explained{
+        .order = row.Fields(u"Order_Num"_s).Value().toInt(),
+        .line = row.Fields(u"NUM"_s).Value().toInt(),
+        .series = runtime::textOrEmpty(row.Fields(u"Name"_s).Value()),
+        .width = line.opening.width,
+        .height = line.opening.height,
+        .sizes = {},
+    };
+    addParts(row, line, calculation::seriesOf(line, explained.series, catalogue), explained);
+    addShutter(row, line.opening, explained);
+    return explained;
+}
+
+} // namespace shop
