@@ -15,8 +15,8 @@ namespace shop::paper {
 
 namespace {
 
-constexpr int columns = 3;
-constexpr int rows = 8;
+constexpr int labelsAcross = 3;
+constexpr int labelsDown = 8;
 constexpr int margin = 220;
 constexpr int codeSide = 1500;
 
@@ -39,13 +39,13 @@ QRect labelPlace(int index, LabelPaper paper)
 {
     if (paper != LabelPaper::A4)
         return {0, 0, labelPaper.width, labelPaper.height};
-    const int column = index % columns;
-    const int row = index / columns;
+    const int column = index % labelsAcross;
+    const int row = index / labelsAcross;
     const report::Paper sheet = report::a4Portrait;
-    const int right = sheet.width - column * sheet.width / columns;
-    const int left = sheet.width - (column + 1) * sheet.width / columns;
-    const int top = row * sheet.height / rows;
-    return {left, top, right - left, (row + 1) * sheet.height / rows - top};
+    const int right = sheet.width - column * sheet.width / labelsAcross;
+    const int left = sheet.width - (column + 1) * sheet.width / labelsAcross;
+    const int top = row * sheet.height / labelsDown;
+    return {left, top, right - left, (row + 1) * sheet.height / labelsDown - top};
 }
 
 /// Adds the code at the left and the texts to its right.
@@ -120,7 +120,7 @@ std::vector<Sheet> labelSheets(const ShopPack& pack, LabelPaper paper)
         addFaults(pack.pieces.faults, flow);
         sheets = flow.take();
     }
-    const int perSheet = paper == LabelPaper::A4 ? columns * rows : 1;
+    const int perSheet = paper == LabelPaper::A4 ? labelsAcross * labelsDown : 1;
     const std::map<int, QString> customers = customersOf(pack.orders);
     const QStringList codes = labelCodes(pack.pieces.pieces);
     for (qsizetype i = 0; i < codes.size(); ++i) {
