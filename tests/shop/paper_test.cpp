@@ -287,7 +287,5 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(shop::paper::LabelPaper)
-
 ZOMREL_QTEST_MAIN(ShopPaperTest)
 #include "paper_test.moc"
