@@ -9,6 +9,10 @@ endforeach()
 add_test(NAME check_fuzz COMMAND ${PROJECT_SOURCE_DIR}/cmake/fuzz.sh ${PROJECT_BINARY_DIR}/reliability)
 set_tests_properties(check_fuzz PROPERTIES LABELS check RUN_SERIAL ON TIMEOUT 7200 FIXTURES_REQUIRED reliability)
 
+# Every form in real windows, under a window manager.
+add_test(NAME check_display COMMAND ${PROJECT_SOURCE_DIR}/tests/shell/on_display.sh $<TARGET_FILE:shell_screens_test>)
+set_tests_properties(check_display PROPERTIES LABELS check RUN_SERIAL ON TIMEOUT 1800)
+
 # Returns all tests below a folder.
 function(zomrel_tests_below folder result)
   get_property(all DIRECTORY ${folder} PROPERTY TESTS)

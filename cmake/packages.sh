@@ -15,7 +15,7 @@ packages_test="libgtest-dev libgmock-dev libsqlite3-dev xvfb xauth xdotool poppl
   postgresql-15 openssl python3-openpyxl zbar-tools"
 
 # Needed by .ci/run in addition to both.
-packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"
+packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev openbox"
 
 # Needed by ./package in addition to packages_run, and to check what it makes.
 packages_package="binutils cmark-gfm debhelper file patchelf xz-utils"

@@ -5,6 +5,6 @@ set -eu
 cd "$(dirname "$0")/.."
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-for preset in release bench; do
+for preset in release package bench; do
   cmake --preset "$preset" -B "$folder/$preset" > "$folder/$preset.log" 2>&1 || { cat "$folder/$preset.log"; exit 1; }
 done

@@ -51,10 +51,12 @@ QLabel* StatusBar::addPanel(int index, const QString& text, int twips)
     panel->setTextFormat(Qt::PlainText);
     panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     panel->setMargin(3);
-    // The last panel may be wider than a small screen, so it gets the remaining space instead of a
-    // minimum width.
+    // The last panel may be wider than a small screen, so it gets the remaining space. Its tool tip
+    // shows a text that does not fit.
     const bool last = index == 5;
-    if (!last) {
+    if (last) {
+        panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    } else {
         panel->setAlignment(Qt::AlignCenter);
         panel->setMinimumWidth(controls::pixels(twips));
     }
