@@ -65,7 +65,7 @@ QString Program::storePath() const
 
 void Program::start()
 {
-    socketName_ = u"zomrel-"_s + QUuid::createUuid().toString(QUuid::Id128);
+    socketName_ = socketFolder_.filePath(QUuid::createUuid().toString(QUuid::Id128));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(ZOMREL_DRIVER_PLUGINS));
     environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName_);

@@ -90,6 +90,7 @@ private:
     std::unique_ptr<testsupport::ThrowawayDatabase> database_; ///< Null for an embedded store.
     QString folder_;
     QProcess process_;
+    QTemporaryDir socketFolder_; ///< A killed program leaves its socket behind.
     QString socketName_;
     QLocalSocket socket_;
 };

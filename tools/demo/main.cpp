@@ -137,8 +137,10 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"zomrel-demo"_s);
     QApplication::setApplicationVersion(runtime::programVersion().toString());
+    // The help ends the program, and the appearance starts a thread that reads the fonts.
+    const Arguments arguments = argumentsOf(application);
     shell::setUpAppearance(application);
     int exitStatus = 1;
-    runtime::guarded([&] { exitStatus = run(argumentsOf(application)); });
+    runtime::guarded([&] { exitStatus = run(arguments); });
     return exitStatus;
 }
