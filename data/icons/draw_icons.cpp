@@ -271,10 +271,15 @@ int main(int argc, char** argv)
         return save(drawn({pixels, pixels}, QSizeF(grid, grid), QImage::Format_ARGB32, drawing),
                     folder + u"/icons/"_s + name + u".png"_s);
     };
-    bool good = icon(u"orders"_s, 32, 32, drawOrders) && icon(u"series"_s, 32, 32, drawSeries) &&
-                icon(u"kinds-and-colours"_s, 32, 32, drawColors) &&
-                icon(u"exit"_s, 32, 32, drawExit) && icon(u"print"_s, 16, 16, drawPrint) &&
-                icon(u"close"_s, 16, 16, drawClose) && icon(u"accept"_s, 16, 16, drawAccept);
+    // Toolbar and button icons are also drawn in two and three times the size, for dense screens.
+    const auto sharpIcon = [&](const QString& name, int grid, const Drawing& drawing) {
+        return icon(name, grid, grid, drawing) && icon(name + u"@2x"_s, 2 * grid, grid, drawing) &&
+               icon(name + u"@3x"_s, 3 * grid, grid, drawing);
+    };
+    bool good = sharpIcon(u"orders"_s, 32, drawOrders) && sharpIcon(u"series"_s, 32, drawSeries) &&
+                sharpIcon(u"kinds-and-colours"_s, 32, drawColors) &&
+                sharpIcon(u"exit"_s, 32, drawExit) && sharpIcon(u"print"_s, 16, drawPrint) &&
+                sharpIcon(u"close"_s, 16, drawClose) && sharpIcon(u"accept"_s, 16, drawAccept);
     good = good && icon(u"zomrel-16"_s, 16, 16, drawSmallApplication);
     for (const int pixels : {32, 48, 128, 256})
         good = good && icon(u"zomrel-%1"_s.arg(pixels), pixels, 32, drawApplication);

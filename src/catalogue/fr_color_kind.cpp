@@ -88,7 +88,7 @@ void FrColorKind::addGrids()
 void FrColorKind::addCommand()
 {
     auto* end = new controls::PictureButton(
-        u"CmdEnd"_s, u"סיים"_s, controls::pngIcon({u":/zomrel/icons/close.png"_s}), this);
+        u"CmdEnd"_s, u"סיים"_s, controls::sharpIcon(u":/zomrel/icons/close.png"_s), this);
     end->setFont(commandFont());
     end->setGeometry(controls::twipsRect(6120, 6480, 1095, 495));
     runtime::on(end, &QPushButton::clicked, this, [this] { CmdEnd_Click(); });

@@ -53,7 +53,7 @@ QList<controls::DBGridColumn> foundLineColumns()
 QPushButton* iconButton(const QString& name, const QString& caption, const QString& icon,
                         const QRect& place, QWidget* parent)
 {
-    auto* button = new controls::PictureButton(name, caption, controls::pngIcon({icon}), parent);
+    auto* button = new controls::PictureButton(name, caption, controls::sharpIcon(icon), parent);
     button->setFont(controls::boldFontOf(u"Arial"_s, 11.25));
     button->setGeometry(place);
     // The buttons are not default buttons, because Enter in a grid must not choose an order.

@@ -99,7 +99,7 @@ Label* addLabel(QWidget& form, const QString& name, const QString& text, const P
 QPushButton* addButton(QWidget& form, const QString& name, const QString& text, const QString& icon,
                        const Place& place)
 {
-    auto* button = new controls::PictureButton(name, text, controls::pngIcon({icon}), &form);
+    auto* button = new controls::PictureButton(name, text, controls::sharpIcon(icon), &form);
     button->setFont(fontOf(cell));
     button->setGeometry(controls::twipsRect(place.left, place.top, place.width, place.height));
     return button;

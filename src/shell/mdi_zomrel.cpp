@@ -47,7 +47,7 @@ QString shownVersion()
 
 QIcon picture(const QString& name)
 {
-    return controls::pngIcon({u":/zomrel/icons/%1.png"_s.arg(name)});
+    return controls::sharpIcon(u":/zomrel/icons/%1.png"_s.arg(name));
 }
 
 QString beside(const QString& programDirectory, const QString& fileName)

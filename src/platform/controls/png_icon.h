@@ -10,4 +10,9 @@ namespace controls {
 /// program's start time.
 QIcon pngIcon(const QStringList& files);
 
+/// Creates an icon of one size that is sharp on the screens of the machine. Beside the file, as in
+/// "print.png", are drawings in two and three times the size, "print@2x.png" and "print@3x.png".
+/// Only the one for the largest scale of all screens is read.
+QIcon sharpIcon(const QString& file);
+
 } // namespace controls

@@ -93,8 +93,7 @@ void PreviewDocuments::run(std::size_t command)
 void PreviewDocuments::exportData()
 {
     const FurtherDocument& document = further_.documents[static_cast<std::size_t>(current_) - 1];
-    const QString path =
-        report::exportData(*shown_, document.dataName, document.data(), window());
+    const QString path = report::exportData(*shown_, document.dataName, document.data(), window());
     if (!path.isEmpty())
         emit saved(path);
 }

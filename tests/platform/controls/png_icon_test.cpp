@@ -2,6 +2,7 @@
 
 #include "support/widgets.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +14,7 @@ class PngIconTest : public QObject
 private slots:
     void icon_hasEachSize();
     void unreadableFile_isSkipped();
+    void everyIcon_isDrawnForDenseScreens();
 
 private:
     QString drawn(int side);
@@ -38,6 +40,23 @@ void PngIconTest::icon_hasEachSize()
 void PngIconTest::unreadableFile_isSkipped()
 {
     QVERIFY(controls::pngIcon({folder_.filePath(u"missing.png"_s)}).isNull());
+}
+
+/// The files of a scale have that many times the size.
+void PngIconTest::everyIcon_isDrawnForDenseScreens()
+{
+    int icons = 0;
+    for (const QString& file : QDir(u":/zomrel/icons"_s).entryList({u"*@2x.png"_s})) {
+        const QString name = u":/zomrel/icons/"_s + file.chopped(7);
+        const QSize usual = QImage(name + u".png"_s).size();
+        QVERIFY(usual.isValid());
+        QCOMPARE(QImage(name + u"@2x.png"_s).size(), 2 * usual);
+        QCOMPARE(QImage(name + u"@3x.png"_s).size(), 3 * usual);
+        // The test runs on a screen of scale 1.
+        QCOMPARE(controls::sharpIcon(name + u".png"_s).availableSizes(), QList<QSize>{usual});
+        ++icons;
+    }
+    QCOMPARE(icons, 7);
 }
 
 ZOMREL_QTEST_MAIN(PngIconTest)
