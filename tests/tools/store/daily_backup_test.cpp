@@ -124,6 +124,58 @@ TEST_F(DailyBackupTest, DamagedBackupOfTodayIsSetAsideAndReplaced)
     EXPECT_EQ(contentsOf(outcome.path), contentsOf(store_.path()));
 }
 
+TEST_F(DailyBackupTest, SecondStoreIsRefusedInTheFolderOfTheFirst)
+{
+    store_.addOrder(1);
+    const QByteArray first = contentsOf(backUpOn(march1_).path);
+    TemporaryStore other;
+    other.addOrder(2);
+    for (const int days : {0, 1}) {
+        const DailyOutcome outcome =
+            backUpDaily(Place(other.path()), folder_.path(), march1_.addDays(days),
+                        [](const QString&, qint64) {});
+        EXPECT_EQ(outcome.otherStore, u"zomrel-2026-03-01.mdb"_s) << days;
+    }
+    EXPECT_EQ(names(), QStringList{u"zomrel-2026-03-01.mdb"_s});
+    EXPECT_EQ(contentsOf(at(names().first())), first);
+    const Outcome told = zomrelStore({u"backup"_s, u"--daily"_s, other.path(), folder_.path()});
+    EXPECT_EQ(told.exitStatus, 1);
+    EXPECT_TRUE(told.err.value(0).contains(u"is a backup of another store"_s));
+}
+
+TEST_F(DailyBackupTest, RestoredStoreGoesOnInItsFolder)
+{
+    store_.addOrder(1);
+    const QString first = backUpOn(march1_).path;
+    const storetools::RestoreOutcome restored =
+        storetools::restoreStore(Place(first), Place(store_.path()), storetools::Oddities::Refused,
+                                 [](const QString&, qint64) {});
+    ASSERT_EQ(restored.findings, QStringList());
+    const DailyOutcome outcome = backUpOn(march1_.addDays(1));
+    EXPECT_EQ(outcome.otherStore, QString());
+    EXPECT_EQ(names().size(), 2);
+}
+
+TEST_F(DailyBackupTest, DamagedAndForeignFilesDoNotCountAsKeptBackups)
+{
+    store_.addOrder(1);
+    TemporaryStore other;
+    other.addOrder(2);
+    const QString foreign = storetools::dailyBackupName(march1_);
+    ASSERT_TRUE(QFile::copy(other.path(), at(foreign)));
+    write(storetools::dailyBackupName(march1_.addDays(2)), "damaged");
+    ASSERT_TRUE(QFile::rename(at(foreign), at(u"away"_s)));
+    for (int day = 1; day <= 31; ++day) {
+        if (day != 2)
+            EXPECT_EQ(backUpOn(march1_.addDays(day)).removed, QStringList()) << day;
+    }
+    ASSERT_TRUE(QFile::rename(at(u"away"_s), at(foreign)));
+    // 30 good backups, a damaged file and a foreign one are there.
+    EXPECT_EQ(names().size(), 32);
+    EXPECT_EQ(backUpOn(march1_.addDays(32)).removed,
+              QStringList{storetools::dailyBackupName(march1_.addDays(1))});
+}
+
 TEST_F(DailyBackupTest, StatusFindsTheNewestGoodBackupBehindADamagedOne)
 {
     store_.addOrder(1);
