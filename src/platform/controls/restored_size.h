@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QSize>
+#include <QTimer>
 
 class QWidget;
 
@@ -24,6 +25,7 @@ private:
     void keepInside();
 
     QWidget& window_;
+    QTimer settled_;  ///< Runs until the window system has set the restored geometry.
     QSize maximised_; ///< The size at the end of the maximised state.
 };
 
