@@ -138,7 +138,8 @@ QStringList focusFaults(QWidget& form)
     QStringList faults;
     QWidget* first = QApplication::focusWidget();
     if (first == nullptr || !form.isAncestorOf(first))
-        return faults;
+        return {u"%1: the focus is not in it but in %2"_s.arg(
+            named(form), first == nullptr ? u"no control"_s : named(*first))};
     QWidget* focused = first;
     for (int i = 0; i < 80; ++i) {
         const auto* area = qobject_cast<QAbstractScrollArea*>(focused);
