@@ -44,10 +44,11 @@ void showSlip(QLineEdit& box)
     if (slip == box.toolTip())
         return;
     box.setToolTip(slip);
-    QPalette palette = box.palette();
-    const QPalette usual = box.parentWidget() ? box.parentWidget()->palette() : QPalette();
-    palette.setColor(QPalette::Base, slip.isEmpty() ? usual.color(QPalette::Base) : tint);
-    palette.setColor(QPalette::Text, slip.isEmpty() ? usual.color(QPalette::Text) : Qt::black);
+    QPalette palette; // Without colours of its own, so that the box inherits all of them.
+    if (!slip.isEmpty()) {
+        palette.setColor(QPalette::Base, tint);
+        palette.setColor(QPalette::Text, Qt::black);
+    }
     box.setPalette(palette);
 }
 

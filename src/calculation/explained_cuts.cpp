@@ -25,7 +25,7 @@ struct Base
     Size size;
 };
 
-/// Reports a difference that no rounding of a binary fraction makes.
+/// Smaller differences are rounding errors.
 constexpr double smallest = 1e-6;
 
 QString shown(double number)

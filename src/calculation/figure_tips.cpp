@@ -8,11 +8,15 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
+#include "platform/runtime/guard.h"
 #include "platform/runtime/run_time_error.h"
 #include "store/line_columns.h"
 #include "store/store_access.h"
 
+#include <QEvent>
 #include <QLabel>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -53,10 +57,61 @@ cuts::ComputedLine computedLine()
     return line;
 }
 
+/// Fills the tool tips of a stored line when one of them is shown for the first time.
+class StoredLineTips : public QObject
+{
+public:
+    StoredLineTips(output::FormView& view, const cuts::ComputedLine& line, const QString& name)
+        : QObject(&view), view_(view), line_(line), name_(name)
+    {
+        setObjectName(tipsName);
+        for (const cuts::Part part : cuts::allParts) {
+            view.LabelWidth[part]->installEventFilter(this);
+            view.LabelHeight[part]->installEventFilter(this);
+        }
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ToolTip && !std::exchange(areFilled_, true))
+            runtime::guarded([this] { fill(); });
+        return QObject::eventFilter(watched, event);
+    }
+
+    static constexpr QLatin1StringView tipsName{"StoredLineTips"};
+
+private:
+    void fill()
+    {
+        try {
+            const auto catalogue = readCatalogue(*store::OpenMyDataBase());
+            if (const cuts::TodaysSeries* series = seriesOf(line_, name_, catalogue))
+                setTips(view_, line_, *series);
+            else
+                setTips(view_, cuts::explainedMissingSeries());
+        } catch (const runtime::RunTimeError&) {
+            setTips(view_, QString());
+        }
+    }
+
+    output::FormView& view_;
+    const cuts::ComputedLine line_;
+    const QString name_;
+    bool areFilled_ = false;
+};
+
+/// Removes the tips of the line that the view showed before.
+void clearTips(output::FormView& view)
+{
+    delete view.findChild<QObject*>(StoredLineTips::tipsName, Qt::FindDirectChildrenOnly);
+    setTips(view, QString());
+}
+
 } // namespace
 
 void explainComputedLine(output::FormView& view, dao::Recordset& series)
 {
+    clearTips(view);
     try {
         setTips(view, computedLine(), {readSeries(series), Module1::IsDoorFrame});
     } catch (const runtime::RunTimeError&) {
@@ -66,16 +121,13 @@ void explainComputedLine(output::FormView& view, dao::Recordset& series)
 
 void explainStoredLine(output::FormView& view, dao::Recordset& line)
 {
+    clearTips(view);
     try {
         const cuts::ComputedLine stored = readLine(line);
-        const QString name = runtime::textOrEmpty(line.Fields(u"Name"_s).Value());
-        const auto catalogue = readCatalogue(*store::OpenMyDataBase());
-        if (const cuts::TodaysSeries* series = seriesOf(stored, name, catalogue))
-            setTips(view, stored, *series);
-        else
-            setTips(view, cuts::explainedMissingSeries());
+        new StoredLineTips(view, stored, runtime::textOrEmpty(line.Fields(u"Name"_s).Value()));
     } catch (const runtime::RunTimeError&) {
-        setTips(view, QString());
+        // A line that cannot be read has no tips.
+        return;
     }
 }
 

@@ -10,13 +10,16 @@ class FormView;
 
 namespace calculation {
 
-/// Give each cut size of the line view a tool tip that shows how the size was computed: opening,
-/// deduction, divisor and result. They only read, and leave the tips empty if reading fails.
-
-/// For the line that ComputeCuts computed last, and the series that it used.
+/// Gives each cut size of the line view a tool tip that shows how the size was computed: opening,
+/// deduction, divisor and result. The line is the one that ComputeCuts computed last, and the
+/// series in the current row is the one that it used. The tips stay empty if reading fails.
 void explainComputedLine(output::FormView& view, dao::Recordset& series);
-/// For the stored line in the current row. Its series is looked up by name; among several of one
-/// name, the one from which the line follows. A series that was changed or deleted since is told.
+
+/// Gives each cut size of the line view such a tool tip for the stored line in the current row.
+/// Only the line is read now. The catalogue is read when a tool tip is shown for the first time,
+/// and the result is kept. The series is looked up by name; among several of one name, the one from
+/// which the line follows is taken. The tip says if the series was changed or deleted since. The
+/// tips stay empty if reading fails.
 void explainStoredLine(output::FormView& view, dao::Recordset& line);
 
 } // namespace calculation

@@ -5,6 +5,7 @@
 #include "platform/controls/db_grid.h"
 #include "platform/controls/makers.h"
 #include "platform/controls/scroll_part.h"
+#include "platform/controls/wheel_guard.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -38,6 +39,7 @@ QComboBox* dropDownList(const QString& name, const QStringList& entries, QWidget
     combo->setFont(pickerFont());
     combo->addItems(entries);
     combo->setCurrentIndex(-1);
+    controls::guardFromWheel(*combo);
     return combo;
 }
 

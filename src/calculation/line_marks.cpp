@@ -14,8 +14,8 @@ namespace {
 /// How much wider than the opening all sashes together may be. Sashes overlap each other, or the
 /// wall beside a pocket window.
 constexpr double widestSashes = 1.15;
-/// The least share of the opening that a part is left with. A door has no frame and glass that take
-/// more.
+/// The least share of the opening that a part is left with. A door has no glass, so its sash is a
+/// larger share of the opening.
 constexpr double leastShare = 0.3;
 constexpr double leastShareOfDoor = 0.6;
 constexpr double steepestSides = 10;

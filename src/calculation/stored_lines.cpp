@@ -46,7 +46,7 @@ cuts::ComputedLine readLine(dao::Recordset& line)
     cuts::ComputedLine read;
     read.opening = sizeAt(line, store::line::openingWidth);
     read.isMonoblock =
-        runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()) != ordinaryKind();
+        isMonoblockKind(runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()));
     // A door's frame has replaced the reduced height, but the box height is the same deduction.
     read.reduced = {numberAt(line, store::line::firstOfShutter),
                     read.opening.height - numberAt(line, store::line::boxHeight)};

@@ -3,9 +3,9 @@
 #include "catalogue/fonts.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid.h"
+#include "platform/controls/frame_fit.h"
 #include "platform/controls/picture_button.h"
 #include "platform/controls/png_icon.h"
-#include "platform/controls/scroll_part.h"
 #include "platform/controls/twips.h"
 #include "platform/runtime/guard.h"
 #include "store/schema.h"
@@ -92,7 +92,7 @@ void FrColorKind::addCommand()
     end->setFont(commandFont());
     end->setGeometry(controls::twipsRect(6120, 6480, 1095, 495));
     runtime::on(end, &QPushButton::clicked, this, [this] { CmdEnd_Click(); });
-    controls::fitIntoRoom(*this, controls::roomInFrame(), {end});
+    new controls::FrameFit(*this, {end});
 }
 
 void FrColorKind::load()

@@ -4,6 +4,7 @@
 #include "base/part_captions.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/makers.h"
+#include "platform/controls/wheel_guard.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/conversions.h"
 #include "platform/runtime/run_time_error.h"
@@ -86,6 +87,7 @@ QComboBox* SeriesFields::addList(const QString& name, const QStringList& entries
     auto* list = new QComboBox(this);
     list->setObjectName(name);
     list->addItems(entries);
+    controls::guardFromWheel(*list);
     return list;
 }
 

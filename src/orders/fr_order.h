@@ -45,6 +45,10 @@ public:
     /// If CloseIt is true, the order is marked closed.
     void SaveOrderDetails(bool CloseIt);
     void CmdFindOrder_Click();
+    /// Presses the print button.
+    void pressPrint();
+    /// Moves the focus between the opening, the lines and the customer: 1 forward, -1 back.
+    void goToPart(int by);
 
     /// Binds the grid to the order's lines without starting Timer1.
     void bindLines(std::int16_t Number);
@@ -63,7 +67,6 @@ private:
     void connectCommands();
     void connectKeys();
     void connectGridKeys();
-    void goToPart(int by);
     void showGridMenu(const QPoint& place);
     void Form_Load();
 

@@ -12,6 +12,7 @@
 #include "platform/controls/db_grid.h"
 #include "platform/runtime/guard.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -26,10 +27,16 @@ namespace orders {
 namespace {
 
 /// Presses the button after the current event. A handler that opens a modal window must not run
-/// inside the mouse or key event of the grid.
+/// inside the mouse or key event of the grid. The button is not pressed while a modal window is
+/// open, because a second quick press of a key would otherwise act inside the question of the first
+/// one.
 void pressLater(QPushButton* button)
 {
-    QMetaObject::invokeMethod(button, &QPushButton::click, Qt::QueuedConnection);
+    const auto press = [button] {
+        if (QApplication::activeModalWidget() == nullptr)
+            button->click();
+    };
+    QMetaObject::invokeMethod(button, press, Qt::QueuedConnection);
 }
 
 QString captionWithKey(const QPushButton& button, const QKeySequence& key)
@@ -51,9 +58,10 @@ void FrOrder::connectKeys()
     const auto onKey = [this](const QKeySequence& key, auto handler) {
         auto* shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setAutoRepeat(false);
         runtime::on(shortcut, &QShortcut::activated, this, handler);
     };
-    onKey(Qt::CTRL | Qt::Key_P, [this] { commands().CmdPrint->click(); });
+    onKey(Qt::CTRL | Qt::Key_P, [this] { pressPrint(); });
     onKey(Qt::Key_F6, [this] { goToPart(1); });
     onKey(Qt::SHIFT | Qt::Key_F6, [this] { goToPart(-1); });
     for (QLineEdit* box :
@@ -74,8 +82,7 @@ void FrOrder::connectGridKeys()
     press(&controls::DBGrid::enterPressed, commands().CmdView);
     press(&controls::DBGrid::DblClick, commands().CmdView);
     press(&controls::DBGrid::deletePressed, commands().CmdDel);
-    DBGrid1->setContextMenuPolicy(Qt::CustomContextMenu);
-    runtime::on(DBGrid1, &QWidget::customContextMenuRequested, this,
+    runtime::on(DBGrid1, &controls::DBGrid::menuRequested, this,
                 [this](const QPoint& place) { showGridMenu(place); });
     const auto tell = [](QPushButton* button, const QKeySequence& key) {
         button->setToolTip(key.toString(QKeySequence::NativeText));
@@ -86,7 +93,11 @@ void FrOrder::connectGridKeys()
     tell(commands().CmdFindOrder, Qt::CTRL | Qt::Key_F);
 }
 
-/// Moves the focus between the opening, the lines and the customer, forward or back.
+void FrOrder::pressPrint()
+{
+    commands().CmdPrint->click();
+}
+
 void FrOrder::goToPart(int by)
 {
     const std::array<QWidget*, 3> parts{opening_->TextNum[0], DBGrid1, head_->TextCustomerName};
@@ -99,7 +110,8 @@ void FrOrder::goToPart(int by)
     parts[std::size_t(current + by + 3) % parts.size()]->setFocus(Qt::ShortcutFocusReason);
 }
 
-/// Opens the menu of the current line. Its entries press the buttons for a line.
+/// Opens the menu of the current line at a place on the screen. Its entries press the buttons for a
+/// line.
 void FrOrder::showGridMenu(const QPoint& place)
 {
     auto* menu = new QMenu(DBGrid1);
@@ -109,11 +121,10 @@ void FrOrder::showGridMenu(const QPoint& place)
     for (const auto& [button, key] : {std::pair(commands().CmdView, Qt::Key_Return),
                                       std::pair(commands().CmdDel, Qt::Key_Delete)}) {
         QAction* entry = menu->addAction(captionWithKey(*button, key));
-        entry->setEnabled(DBGrid1->currentIndex().isValid());
         runtime::on(entry, &QAction::triggered, button,
                     [pressed = button] { pressLater(pressed); });
     }
-    menu->popup(DBGrid1->viewport()->mapToGlobal(place));
+    menu->popup(place);
 }
 
 } // namespace orders

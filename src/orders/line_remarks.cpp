@@ -35,7 +35,7 @@ std::vector<cuts::Size> neighboursOf(const dao::RecordsetPages& lines, int row)
     std::vector<cuts::Size> bays;
     const int end = std::min(lines.rowCount(), row + neighbourhood + 1);
     for (int each = std::max(0, row - neighbourhood); each < end; ++each) {
-        if (!lines.isLoaded(each))
+        if (each == row)
             continue;
         const auto opening = sizeAt(lines, each, store::line::openingWidth);
         const auto sashes = numberAt(lines, each, store::line::count(cuts::Glass));
@@ -62,7 +62,7 @@ std::optional<cuts::LineFigures> figuresOf(const dao::RecordsetPages& lines, int
         line.parts[std::size_t(part)] = *size;
     }
     line.isMonoblock =
-        lines.value(row, store::line::windowKind).toString() != calculation::ordinaryKind();
+        calculation::isMonoblockKind(lines.value(row, store::line::windowKind).toString());
     line.reduced = sizeAt(lines, row, store::line::firstOfShutter).value_or(cuts::Size());
     using namespace store::line;
     const std::array shutter{firstOfShutter + 3, firstOfShutter + 4, firstOfShutter + 6,
@@ -72,12 +72,17 @@ std::optional<cuts::LineFigures> figuresOf(const dao::RecordsetPages& lines, int
     return line;
 }
 
-} // namespace
-
-QString lineRemark(const dao::RecordsetPages& lines, int row)
+QString remarkOnLine(const dao::RecordsetPages& lines, int row)
 {
     const auto figures = figuresOf(lines, row);
     return figures ? cuts::marksOf(*figures, neighboursOf(lines, row)).join(u'\n') : QString();
+}
+
+} // namespace
+
+controls::RowRemark lineRemark()
+{
+    return {remarkOnLine, neighbourhood};
 }
 
 } // namespace orders

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <QString>
-
-namespace dao {
-class RecordsetPages;
-}
+#include "platform/controls/row_remark.h"
 
 namespace orders {
 
-/// Returns why the line in this row of an order is probably a slip, one sentence on each text line,
-/// or an empty text. Reads only rows that are loaded already: the line and its neighbours. Does not
-/// throw.
-QString lineRemark(const dao::RecordsetPages& lines, int row);
+/// Returns the remark about a line of an order: why the line is probably a slip, one sentence on
+/// each text line, or an empty text. The neighbours with which a line is compared are the 50 lines
+/// above it and the 50 lines below it in the order; the line itself does not count.
+controls::RowRemark lineRemark();
 
 } // namespace orders

@@ -45,7 +45,7 @@ controls::DBGrid* makeLinesGrid(controls::DataControl* lines, QWidget* parent)
     grid->setCaption(u"שורות בהזמנה"_s);
     grid->setColumns(lineColumns());
     constexpr int nameColumn = 2;
-    grid->setRowRemark(lineRemark, nameColumn);
+    grid->setRowRemark(lineRemark(), nameColumn);
     grid->setMinimumSize(280, 150);
     grid->setDataSource(lines);
     return grid;

@@ -32,7 +32,7 @@ void readFontsAhead()
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
 }
 
-/// What has no named font is set in Arial, so that it looks the same on every desktop.
+/// Widgets without a font of their own use Arial, so that they look the same on every desktop.
 void setProgramFont()
 {
     QFont font = QApplication::font();
@@ -68,8 +68,9 @@ QPalette programPalette(QPalette palette)
 void translateToolkit(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
-    if (loadToolkitTranslation(*translator,
-                               QApplication::applicationDirPath() + u"/translations"_s))
+    // A folder that others can write to is not read, as with the fonts.
+    const QString beside = QApplication::applicationDirPath() + u"/translations"_s;
+    if (loadToolkitTranslation(*translator, runtime::isTrustedFolder(beside) ? beside : QString()))
         QApplication::installTranslator(translator);
 }
 

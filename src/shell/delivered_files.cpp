@@ -23,7 +23,8 @@ int loadFonts(const QString& folder)
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder)
 {
     const QString name = u"qtbase_he"_s;
-    return translator.load(name, folder) ||
+    // With an empty folder, QTranslator would look in the current directory.
+    return (!folder.isEmpty() && translator.load(name, folder)) ||
            translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 

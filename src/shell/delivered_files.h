@@ -10,7 +10,7 @@ namespace shell {
 int loadFonts(const QString& folder);
 
 /// Loads the Hebrew translation of Qt's own texts, from the folder if it contains one and otherwise
-/// from the installed Qt. Returns false if there is none.
+/// from the installed Qt. An empty folder is not looked into. Returns false if there is none.
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder);
 
 } // namespace shell

@@ -11,7 +11,7 @@ namespace shell {
 
 namespace {
 
-/// A station whose store was replaced writes nothing any more and ends with this number.
+/// A station whose store was replaced stops writing and ends with this error number.
 constexpr int storeReplaced = 3197;
 
 struct Explanation

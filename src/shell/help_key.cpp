@@ -3,6 +3,7 @@
 #include "platform/runtime/guard.h"
 #include "shell/help_window.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
 
@@ -15,7 +16,8 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event)
     const auto* key = static_cast<QKeyEvent*>(event);
     if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier)
         return false;
-    if (!key->isAutoRepeat())
+    // A list or menu that is open closes on its own, and the help must not belong to it.
+    if (!key->isAutoRepeat() && QApplication::activePopupWidget() == nullptr)
         runtime::guarded([&] { open(static_cast<QWidget*>(watched)->window()); });
     return true;
 }

@@ -1,5 +1,6 @@
 #include "shell/help_window.h"
 
+#include "platform/controls/wheel_guard.h"
 #include "platform/runtime/guard.h"
 
 #include <QComboBox>
@@ -96,6 +97,7 @@ HelpWindow::HelpWindow(QWidget* parent)
     setWindowTitle(u"עזרה · Help"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     layOut();
+    controls::guardFromWheel(*ComboLanguage);
     ComboLanguage->addItems({u"עברית"_s, u"English"_s});
     runtime::on(ComboLanguage, &QComboBox::currentIndexChanged, this,
                 [this](int index) { setLanguage(HelpLanguage(index)); });

@@ -4,6 +4,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/fr_color_kind.h"
 #include "catalogue/fr_serials.h"
+#include "orders/fr_order.h"
 #include "orders/orders.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/form.h"
@@ -48,6 +49,14 @@ QString shownVersion()
 QIcon picture(const QString& name)
 {
     return controls::sharpIcon(u":/zomrel/icons/%1.png"_s.arg(name));
+}
+
+/// Returns the form in front of the frame if it is of this class, otherwise nullptr.
+template <typename Form>
+Form* frontForm(const QMdiArea& frame)
+{
+    const QMdiSubWindow* front = frame.activeSubWindow();
+    return front == nullptr ? nullptr : qobject_cast<Form*>(front->widget());
 }
 
 QString beside(const QString& programDirectory, const QString& fileName)
@@ -134,10 +143,25 @@ void MDIZomrel::addButtonMenu(QAction* button)
 
 void MDIZomrel::addKeys()
 {
-    auto* newOrder = new QShortcut(Qt::CTRL | Qt::Key_N, this);
-    runtime::on(newOrder, &QShortcut::activated, this, [this] { GetOrder(1); });
-    auto* search = new QShortcut(Qt::CTRL | Qt::Key_F, this);
-    runtime::on(search, &QShortcut::activated, this, [this] { openSearch(); });
+    const auto onKey = [this](QWidget* place, const QKeySequence& key, auto handler) {
+        auto* shortcut = new QShortcut(key, place);
+        shortcut->setAutoRepeat(false);
+        runtime::on(shortcut, &QShortcut::activated, this, handler);
+        return shortcut;
+    };
+    onKey(this, Qt::CTRL | Qt::Key_N, [this] { GetOrder(1); });
+    onKey(this, Qt::CTRL | Qt::Key_F, [this] { openSearch(); });
+    // The order form has these keys itself. They also work while the toolbar has the focus.
+    const auto onOrderKey = [this, onKey](const QKeySequence& key, auto handler) {
+        const auto handle = [this, handler] {
+            if (auto* order = frontForm<orders::FrOrder>(*frame_))
+                handler(*order);
+        };
+        onKey(Toolbar1, key, handle)->setContext(Qt::WidgetWithChildrenShortcut);
+    };
+    onOrderKey(Qt::CTRL | Qt::Key_P, [](orders::FrOrder& order) { order.pressPrint(); });
+    onOrderKey(Qt::Key_F6, [](orders::FrOrder& order) { order.goToPart(1); });
+    onOrderKey(Qt::SHIFT | Qt::Key_F6, [](orders::FrOrder& order) { order.goToPart(-1); });
 }
 
 /// Opens the search by the button of the order form if that form is in front, because the button

@@ -1,5 +1,6 @@
 #include "shell/program_style.h"
 
+#include <QAbstractItemView>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
@@ -13,7 +14,7 @@ namespace shell {
 
 namespace {
 
-/// What a push button is larger than Fusion makes it, in device-independent pixels.
+/// Width and height that are added to a push button's usual size, in device-independent pixels.
 constexpr QSize roomAroundCaption(12, 2);
 
 constexpr int side = 16; // Side of the icon in pixels, and of the grid that it is drawn on.
@@ -65,6 +66,17 @@ void drawToolButtonFocus(const QStyleOptionToolButton& button, QPainter& painter
     painter.restore();
 }
 
+/// Draws a frame inside the edge of a list or grid. Fusion shows the focus only in the current row,
+/// which an empty grid does not have.
+void drawViewFocus(const QStyleOption& view, QPainter& painter)
+{
+    painter.save();
+    painter.setPen(view.palette.color(QPalette::Highlight));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(view.rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+}
+
 } // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(u"fusion"_s) {}
@@ -98,9 +110,12 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         frame != nullptr && element == PE_FrameFocusRect) {
         const QStyleOptionFocusRect shown = withFocusShown(*frame);
         QProxyStyle::drawPrimitive(element, &shown, painter, widget);
-    } else {
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
     }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_Frame && option->state.testFlag(State_HasFocus) &&
+        qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+        drawViewFocus(*option, *painter);
 }
 
 void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option,
@@ -127,7 +142,7 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
         const QStyleOptionSlider same = inProgramPalette(*bar);
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
     } else if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
-        const QStyleOptionComboBox same = inProgramPalette(*list);
+        const QStyleOptionComboBox same = withFocusShown(inProgramPalette(*list));
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
     } else if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);

@@ -19,6 +19,7 @@ private slots:
     void otherTexts_haveASlip();
     void typedPoint_tintsTheBoxAtOnceAndKeepsTheText();
     void correctedText_takesTheTintAway();
+    void disabledBox_hasItsUsualColoursAfterTheCorrection();
 };
 
 namespace {
@@ -89,6 +90,18 @@ void SlipsTest::correctedText_takesTheTintAway()
     QCOMPARE(box.text(), u"8"_s);
     QCOMPARE(baseOf(box), usual);
     QCOMPARE(box.toolTip(), QString());
+}
+
+void SlipsTest::disabledBox_hasItsUsualColoursAfterTheCorrection()
+{
+    base::MeasureBox box(0, u"0"_s, base::MeasureBox::OnLeaving::FillDefaultAndPad);
+    const base::MeasureBox other(0, u"0"_s, base::MeasureBox::OnLeaving::FillDefaultAndPad);
+    box.setText(u"8a"_s);
+    box.setText(u"8"_s);
+    box.setEnabled(false);
+    for (const auto role : {QPalette::Text, QPalette::Base})
+        QCOMPARE(box.palette().color(QPalette::Disabled, role),
+                 other.palette().color(QPalette::Disabled, role));
 }
 
 ZOMREL_QTEST_MAIN(SlipsTest)

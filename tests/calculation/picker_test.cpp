@@ -6,6 +6,7 @@
 #include "platform/controls/db_grid.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
+#include "support/wheel.h"
 #include "support/widgets.h"
 
 #include <QCheckBox>
@@ -52,6 +53,8 @@ private slots:
     void monoblockType_fillsTheBoxes();
     void emptyBoxLeft_isFilledButNotPadded();
     void enterInABox_choosesNoSeries();
+    void heldEnter_choosesNoSeries();
+    void wheelOverAListWithoutTheFocus_changesNothing();
 };
 
 void PickerTest::cleanup()
@@ -262,6 +265,34 @@ void PickerTest::enterInABox_choosesNoSeries()
     QTest::keyClick(picker.ComboMonoBlock, Qt::Key_Return);
     QVERIFY(picker.isVisible());
     QCOMPARE(Module1::SelectedSerialNum, std::int16_t(0));
+}
+
+/// Enter on the button opens the picker. The key repeats while it is held down, and the grid has
+/// the focus then.
+void PickerTest::heldEnter_choosesNoSeries()
+{
+    PanelHost host;
+    host.store.addSeries(u"קליל"_s, someDeductions, 2, 2);
+    const QPointer<FormSelectSerial> picker = &open(host);
+    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(picker->DBGrid1, &repeated);
+    QVERIFY(picker->isVisible());
+    QTest::keyClick(picker->DBGrid1, Qt::Key_Return);
+    QTRY_VERIFY(picker.isNull());
+}
+
+void PickerTest::wheelOverAListWithoutTheFocus_changesNothing()
+{
+    PanelHost host;
+    FormSelectSerial& picker = open(host);
+    picker.CheckKind->setChecked(true);
+    const QStringList before = texts(picker);
+    for (QComboBox* list : {picker.ComboMonoBlock, picker.Combo_U_Thick}) {
+        picker.TextNum[0]->setFocus();
+        testsupport::turnWheel(*list);
+        QCOMPARE(list->currentIndex(), 0);
+    }
+    QCOMPARE(texts(picker), before);
 }
 
 ZOMREL_QTEST_MAIN(PickerTest)

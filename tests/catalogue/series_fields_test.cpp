@@ -1,6 +1,7 @@
 #include "store/schema.h"
 
 #include "serials_screen.h"
+#include "support/wheel.h"
 
 #include <QLocale>
 
@@ -35,6 +36,7 @@ private slots:
     void badTextOnAdd_endsTheProgram_data();
     void badTextOnAdd_endsTheProgram();
     void boxes_limitTheirTexts();
+    void wheelOverAListWithoutTheFocus_changesNoCount();
 
 private:
     int addPlain(const QString& name = u"plain"_s);
@@ -323,6 +325,24 @@ void SeriesFieldsTest::boxes_limitTheirTexts()
     QVERIFY(screen.box(u"TextRem"_s)->alignment().testFlag(Qt::AlignRight));
     QVERIFY(screen.box(u"TextName"_s)->maxLength() > 1000);
     QVERIFY(screen.box(u"TextName"_s)->alignment().testFlag(Qt::AlignRight));
+}
+
+void SeriesFieldsTest::wheelOverAListWithoutTheFocus_changesNoCount()
+{
+    addPlain();
+    const SerialsScreen screen;
+    screen.find<QPushButton>(u"CmdUpdate"_s)->click();
+    QVERIFY(screen.isIn(editing));
+    for (const QString& name : {u"ComboLane"_s, u"ComboWing"_s}) {
+        QComboBox* list = screen.list(name);
+        screen.box(u"TextName"_s)->setFocus();
+        testsupport::turnWheel(*list);
+        QCOMPARE(list->currentIndex(), 1);
+        QCOMPARE(testsupport::focusName(), u"TextName"_s);
+        list->setFocus();
+        testsupport::turnWheel(*list);
+        QCOMPARE(list->currentIndex(), 2);
+    }
 }
 
 ZOMREL_QTEST_MAIN(SeriesFieldsTest)

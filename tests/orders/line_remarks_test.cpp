@@ -5,6 +5,7 @@
 #include <QToolTip>
 
 #include <memory>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 using testsupport::Desk;
@@ -21,6 +22,8 @@ private slots:
     void soundLines_haveNoSign();
     void negativeCut_hasASignAndAToolTip();
     void tenfoldMeasure_isMarkedAmongItsNeighbours();
+    void mark_doesNotDependOnTheRowsThatWereShown();
+    void lineWithoutAKind_isNoMonoblock();
     void typedSlip_isMarkedAfterItWasAdded();
 
 private:
@@ -93,6 +96,29 @@ void LineRemarksTest::tenfoldMeasure_isMarkedAmongItsNeighbours()
     QVERIFY(!hasSign(1));
     QVERIFY(hasSign(2));
     QVERIFY(toolTipOn(2).contains(u"גובה הפתח"_s));
+}
+
+/// By hand: of the 57 neighbours of line 161, the lines 111 to 168, 35 have the usual height and 22
+/// the tenfold one, so the line is marked. Among the lines from 129 on, which the grid shows when
+/// it opens at the last line, the tenfold height would be the usual one.
+void LineRemarksTest::mark_doesNotDependOnTheRowsThatWereShown()
+{
+    QList<int> numbers(168);
+    std::iota(numbers.begin(), numbers.end(), 1);
+    desk_->addOrderWithLines(1, numbers);
+    desk_->store.execute(u"UPDATE Cuts SET MYHeight = 1000 WHERE NUM >= 146"_s);
+    openGrid();
+    QVERIFY(hasSign(160));
+}
+
+/// The monoblock figures of a line without a kind are 0, which would mark a monoblock.
+void LineRemarksTest::lineWithoutAKind_isNoMonoblock()
+{
+    desk_->addOrderWithLines(1, {1, 2});
+    desk_->store.execute(u"UPDATE Cuts SET Kind = NULL WHERE NUM = 1"_s);
+    openGrid();
+    QVERIFY(!hasSign(0));
+    QVERIFY(!hasSign(1));
 }
 
 void LineRemarksTest::typedSlip_isMarkedAfterItWasAdded()

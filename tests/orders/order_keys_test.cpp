@@ -4,6 +4,8 @@
 #include "platform/controls/db_combo.h"
 #include "platform/controls/db_grid.h"
 #include "platform/dao/recordset.h"
+#include "platform/report/doors.h"
+#include "support/wheel.h"
 
 #include <QMenu>
 
@@ -26,6 +28,7 @@ private slots:
     void doubleClick_showsTheLine();
     void deleteInTheGrid_asksAndDeletesTheLine();
     void deleteAnsweredNo_deletesNothing();
+    void twoQuickDeletes_askOnce();
     void homeAndEnd_goToFirstAndLastLine();
     void contextMenu_showsAndDeletesTheLine();
     void f6_goesFromPartToPart();
@@ -41,12 +44,15 @@ private:
     int currentLine() const { return desk_->lines().Fields(u"NUM"_s).Value().toInt(); }
 
     std::unique_ptr<Desk> desk_;
+    report::PaperDoor::Function formerPaper_;
     QTimer poll_;
     QString shown_; ///< The series name that readNextView has read.
 };
 
 void OrderKeysTest::init()
 {
+    // The machine's default printer may have another paper.
+    formerPaper_ = report::paperDoor().replace([] { return report::a4Portrait; });
     desk_ = std::make_unique<Desk>();
     desk_->addOrderWithLines(1, {1, 2, 3});
     desk_->openOrder(1);
@@ -57,6 +63,8 @@ void OrderKeysTest::init()
 
 void OrderKeysTest::cleanup()
 {
+    poll_.stop();
+    report::paperDoor().replace(std::move(formerPaper_));
     QCOMPARE(desk_->boxes.unexpected(), QStringList());
     if (output::isFormViewLoaded())
         output::formView().Unload();
@@ -114,6 +122,30 @@ void OrderKeysTest::deleteAnsweredNo_deletesNothing()
     QTest::keyClick(&grid(), Qt::Key_Delete);
     QTRY_COMPARE(desk_->boxes.shown().size(), 1u);
     QCOMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2, 3}));
+}
+
+/// The second key press waits in the queue while the question about the first line is open.
+void OrderKeysTest::twoQuickDeletes_askOnce()
+{
+    int questions = 0;
+    const auto former = runtime::messageBoxDoor().replace([&questions](const auto&) {
+        ++questions;
+        QDialog question;
+        QMetaObject::invokeMethod(&question, &QDialog::accept, Qt::QueuedConnection);
+        question.exec();
+        return runtime::vbYes;
+    });
+    grid().setFocus();
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    for (int i = 0; i < 2; ++i)
+        QCoreApplication::postEvent(
+            &grid(), new QKeyEvent(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier));
+    const bool isDeleted = QTest::qWaitFor([this] {
+        return desk_->storedLineNumbers(1) == QList<int>{2, 3};
+    });
+    runtime::messageBoxDoor().replace(former);
+    QVERIFY(isDeleted);
+    QCOMPARE(questions, 1);
 }
 
 void OrderKeysTest::homeAndEnd_goToFirstAndLastLine()
@@ -196,10 +228,7 @@ void OrderKeysTest::wheelOverAList_changesNoChoice()
     kind->addItems({u"a"_s, u"b"_s, u"c"_s});
     kind->setCurrentIndex(0);
     desk_->on<QLineEdit>("TextNum_0")->setFocus();
-    const QPointF middle = kind->rect().center();
-    QWheelEvent turn(middle, kind->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton,
-                     Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(kind, &turn);
+    testsupport::turnWheel(*kind);
     QCOMPARE(kind->currentText(), u"a"_s);
     QCOMPARE(focusName(), u"TextNum_0"_s);
 }

@@ -2,6 +2,7 @@
 #include "calculation/opening_panel.h"
 #include "orders/desk.h"
 #include "platform/controls/db_grid.h"
+#include "platform/report/font_substitutes.h"
 
 #include <QGroupBox>
 #include <QImage>
@@ -18,6 +19,7 @@ class OrderSizesTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -54,6 +56,13 @@ const QStringList commandNames{u"CmdAdd"_s,        u"CmdOK"_s,        u"CmdClear
                                u"CmdCloseOrder"_s, u"Command2"_s};
 
 } // namespace
+
+/// The fonts of the program, as far as this machine has them. The sizes depend on them.
+void OrderSizesTest::initTestCase()
+{
+    report::substituteFonts();
+    QApplication::setFont(QFont(u"Arial"_s, 11));
+}
 
 void OrderSizesTest::init()
 {

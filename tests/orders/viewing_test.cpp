@@ -3,12 +3,29 @@
 #include "platform/controls/db_grid.h"
 #include "platform/dao/recordset.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 #include <memory>
 
 using namespace Qt::StringLiterals;
 using driving::inNextModal;
 using testsupport::child;
 using testsupport::Desk;
+
+namespace {
+
+/// Rests the mouse on the sash width of the line view and returns the text of the tool tip.
+QString shownTip(const QDialog& view)
+{
+    auto* label = child<QLabel>(view, u"LabelWidth_1"_s);
+    const QPoint place = label->rect().center();
+    QHelpEvent event(QEvent::ToolTip, place, label->mapToGlobal(place));
+    QApplication::sendEvent(label, &event);
+    return QToolTip::text();
+}
+
+} // namespace
 
 /// CmdView, which shows the current line of the grid in the line view.
 class ViewingTest : public QObject
@@ -24,6 +41,8 @@ private slots:
     void view_ofTheNextLine_showsNoFormerText();
     void toolTip_showsHowAFigureWasComputed();
     void toolTip_tellsThatTheSeriesWasChangedOrDeleted();
+    void catalogue_isReadWhenTheFirstToolTipIsShown();
+    void toolTip_withoutACatalogue_isEmpty();
     void view_withANullNumber_failsWithInvalidUseOfNull_data();
     void view_withANullNumber_failsWithInvalidUseOfNull();
     void view_withoutACurrentLine_failsWithNoCurrentRecord();
@@ -43,6 +62,7 @@ private:
 
 void ViewingTest::cleanup()
 {
+    QToolTip::hideText();
     QCOMPARE(desk_->boxes.unexpected(), QStringList());
     if (output::isFormViewLoaded())
         output::formView().Unload();
@@ -131,7 +151,7 @@ QString ViewingTest::tipOfTheSash()
 {
     QString tip;
     inNextModal([&tip](QDialog& view) {
-        tip = child<QLabel>(view, u"LabelWidth_1"_s)->toolTip();
+        tip = shownTip(view);
         child<QPushButton>(view, u"CmdClose"_s)->click();
     });
     desk_->click("CmdView");
@@ -164,6 +184,34 @@ void ViewingTest::toolTip_tellsThatTheSeriesWasChangedOrDeleted()
              qPrintable(tip));
     desk_->store.execute(u"DELETE FROM Serials"_s);
     QVERIFY(tipOfTheSash().contains(u"אינה בקטלוג"_s));
+}
+
+/// The series is added while the view is open. By hand: (120 - 2.8) / 2 = 58.6.
+void ViewingTest::catalogue_isReadWhenTheFirstToolTipIsShown()
+{
+    desk_->addOrderWithLines(1, {1});
+    openOn(0);
+    inNextModal([this](QDialog& view) {
+        QCOMPARE(child<QLabel>(view, u"LabelWidth_1"_s)->toolTip(), QString());
+        addSeriesOfTheLine(-2.8);
+        QCOMPARE(shownTip(view), u"\u2066(120 − 2.8) ÷ 2 = 58.6\u2069"_s);
+        // The result is kept.
+        desk_->store.execute(u"DELETE FROM Serials"_s);
+        QCOMPARE(shownTip(view), u"\u2066(120 − 2.8) ÷ 2 = 58.6\u2069"_s);
+    });
+    desk_->click("CmdView");
+}
+
+void ViewingTest::toolTip_withoutACatalogue_isEmpty()
+{
+    desk_->addOrderWithLines(1, {1});
+    openOn(0);
+    inNextModal([this](QDialog& view) {
+        desk_->store.execute(u"DROP TABLE Serials"_s);
+        QCOMPARE(shownTip(view), QString());
+    });
+    desk_->click("CmdView");
+    QCOMPARE(desk_->end.exitStatus(), std::nullopt);
 }
 
 void ViewingTest::view_withANullNumber_failsWithInvalidUseOfNull_data()

@@ -43,6 +43,7 @@ private slots:
     void ctrlN_opensTheOrderForm();
     void ctrlF_opensTheSearchForm_data();
     void ctrlF_opensTheSearchForm();
+    void f6OnTheToolbar_goesToAPartOfTheOrder();
     void unknownTag_doesNothing();
     void missingButton_isIndexOutOfBounds();
 
@@ -297,6 +298,24 @@ void MdiZomrelTest::ctrlF_opensTheSearchForm()
     driving::inNextModal([&opened](QDialog& dialog) { opened = dialog.objectName(); });
     QTest::keyClick(window_.get(), Qt::Key_F, Qt::ControlModifier);
     QCOMPARE(opened, u"FormFindOrder"_s);
+}
+
+void MdiZomrelTest::f6OnTheToolbar_goesToAPartOfTheOrder()
+{
+    QVERIFY(testsupport::showActive(*window_));
+    QTest::keyClick(window_.get(), Qt::Key_F10);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6); // No order form is open.
+    QVERIFY(toolbar_->isAncestorOf(QApplication::focusWidget()));
+    window_->GetOrder(1);
+    QWidget* form = formInFrame(u"FrOrder"_s);
+    testsupport::child<QWidget>(*form, u"TextNum_0"_s)->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10);
+    QVERIFY(toolbar_->isAncestorOf(QApplication::focusWidget()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    QCOMPARE(testsupport::focusName(), u"DBGrid1"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, Qt::ShiftModifier);
+    QCOMPARE(testsupport::focusName(), u"TextNum_0"_s);
 }
 
 void MdiZomrelTest::unknownTag_doesNothing()

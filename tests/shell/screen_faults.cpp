@@ -56,7 +56,7 @@ bool isChecked(const QWidget& widget)
         qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget) ||
         qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QLabel*>(&widget) ||
         qobject_cast<const QGroupBox*>(&widget) || qobject_cast<const QTableView*>(&widget);
-    // What a toolbar has no room for is in its extension menu.
+    // Controls that do not fit a toolbar are in its extension menu.
     const bool isInToolbar = qobject_cast<const QToolBar*>(widget.parentWidget()) != nullptr;
     return widget.isVisible() && isControl && !isOfToolkit && !isInToolbar;
 }
@@ -138,7 +138,8 @@ QStringList focusFaults(QWidget& form)
     QStringList faults;
     QWidget* first = QApplication::focusWidget();
     if (first == nullptr || !form.isAncestorOf(first))
-        return faults;
+        return {u"%1: the focus is not in it but in %2"_s.arg(
+            named(form), first == nullptr ? u"no control"_s : named(*first))};
     QWidget* focused = first;
     for (int i = 0; i < 80; ++i) {
         const auto* area = qobject_cast<QAbstractScrollArea*>(focused);

@@ -154,7 +154,8 @@ BackupOutcome backUpDatabase(const Place& place, const QString& target, const Ro
     const StillStore source(place);
     if (!source.findings().isEmpty())
         return {source.findings(), {}};
-    const MadeStore made = makeStoreOf(source, target, runtime::Readers::OnlyOwner, progress);
+    const MadeStore made =
+        makeStoreOf(source, target, Identity::OfSource, runtime::Readers::OnlyOwner, progress);
     BackupOutcome outcome =
         outcomeOf(checkReport(Place(made.store->unfinishedPath()), Figures::Skipped));
     if (outcome.findings.isEmpty())
@@ -225,7 +226,7 @@ RestoreOutcome restoreDatabase(const Place& backup, const Place& place, Oddities
     dao::actAsOwnerOf(*database, replaced);
     if (!replaced.isEmpty())
         outcome.kept = dao::setAside(*database, replaced);
-    const StoreContents contents = source.copyTo(*database, progress);
+    const StoreContents contents = source.copyTo(*database, Identity::OfSource, progress);
     createOwnTables(*database);
     dao::applyGrants(*database, grants);
     readBack(*database, contents, progress);

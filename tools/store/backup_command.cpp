@@ -64,6 +64,15 @@ ExitStatus backUpToday(const Call& call, QTextStream& out, QTextStream& err)
     const DailyOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
         return backUpDaily(Place(store), call.arguments.last(), runtime::Today(), progress);
     });
+    if (!outcome.otherStore.isEmpty()) {
+        err << inUsersLanguage(u"zomrel-store: %1 in this folder is a backup of another store; "
+                               "nothing was backed up. Give each store a folder of its own"_s,
+                               u"zomrel-store: הקובץ %1 בתיקייה הזאת הוא גיבוי של קובץ נתונים "
+                               "אחר; לא נעשה גיבוי. תן לכל קובץ נתונים תיקייה משלו"_s)
+                   .arg(outcome.otherStore)
+            << '\n';
+        return Failure;
+    }
     if (!outcome.setAside.isEmpty())
         err << inUsersLanguage(u"zomrel-store: today's backup was damaged; it is kept as %1"_s,
                                u"zomrel-store: הגיבוי של היום היה פגום; הוא נשמר בשם %1"_s)

@@ -1,5 +1,7 @@
 #include "tools/store/daily_backup.h"
 
+#include "platform/dao/database.h"
+#include "platform/dao/table_copy.h"
 #include "platform/runtime/durable_file.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
@@ -70,6 +72,37 @@ bool isGood(const QString& path)
     return reportOf(path).preventCopying.isEmpty();
 }
 
+/// Returns the identity of a store, or an empty text if it has none or cannot be read.
+QString identityOf(const QString& name)
+{
+    try {
+        return dao::storeIdentity(*Place(name).open());
+    } catch (const RunTimeError&) {
+        return {};
+    }
+}
+
+/// Returns false if both the file and the store are known and differ.
+bool mayBeOf(const QString& path, const QString& store)
+{
+    const QString identity = identityOf(path);
+    return identity.isEmpty() || store.isEmpty() || identity == store;
+}
+
+/// Returns the name of the newest backup of another store, or an empty text if the newest good
+/// backup in the folder belongs to this store.
+QString backupOfAnotherStore(const QString& folder, const QString& store)
+{
+    for (const QString& name : backupsIn(folder)) {
+        const QString path = QDir(folder).filePath(name);
+        if (!mayBeOf(path, store))
+            return name;
+        if (isGood(path))
+            break;
+    }
+    return {};
+}
+
 /// Renames a damaged backup to a free name and returns that name's path.
 QString setAside(const QString& path)
 {
@@ -80,14 +113,22 @@ QString setAside(const QString& path)
     return aside;
 }
 
-void removeOld(const QString& folder, const QDate& today, DailyOutcome& outcome)
+/// Removes the good backups of this store behind the newest ones. Damaged and foreign files are
+/// neither counted nor removed.
+void removeOld(const QString& folder, const QDate& today, const QString& store,
+               DailyOutcome& outcome)
 {
     QStringList names = backupsIn(folder);
     // A clock that is set back would otherwise remove the backup that was just made.
     names.removeOne(dailyBackupName(today));
-    for (const QString& name : names.mid(keptDailyBackups - 1)) {
-        const bool isRemoved = QFile::remove(QDir(folder).filePath(name));
-        (isRemoved ? outcome.removed : outcome.notRemoved).append(name);
+    if (names.size() < keptDailyBackups)
+        return;   // Nothing has to be read.
+    int kept = 1; // Today's.
+    for (const QString& name : names) {
+        const QString path = QDir(folder).filePath(name);
+        if (!isGood(path) || !mayBeOf(path, store) || ++kept <= keptDailyBackups)
+            continue;
+        (QFile::remove(path) ? outcome.removed : outcome.notRemoved).append(name);
     }
 }
 
@@ -102,7 +143,11 @@ DailyOutcome backUpDaily(const Place& place, const QString& folder, const QDate&
                          const RowsOfTable& progress)
 {
     requireFolder(folder);
+    const QString store = identityOf(place.name());
     DailyOutcome outcome;
+    outcome.otherStore = backupOfAnotherStore(folder, store);
+    if (!outcome.otherStore.isEmpty())
+        return outcome;
     outcome.path = QDir(folder).filePath(dailyBackupName(today));
     if (QFileInfo::exists(outcome.path)) {
         outcome.wasThere = isGood(outcome.path);
@@ -117,7 +162,7 @@ DailyOutcome backUpDaily(const Place& place, const QString& folder, const QDate&
         throw RunTimeError(runtime::CorruptDatabase,
                            u"The backup was written, but reading it back failed. It is kept as "
                            "'%1'. Check the disk."_s.arg(setAside(outcome.path)));
-    removeOld(folder, today, outcome);
+    removeOld(folder, today, store, outcome);
     return outcome;
 }
 

@@ -13,6 +13,8 @@ inline constexpr int keptDailyBackups = 30;
 
 struct DailyOutcome
 {
+    /// Name of a backup of another store in the folder. If there is one, nothing was done.
+    QString otherStore;
     QString path;           ///< Today's backup; it exists unless `backup` has findings.
     bool wasThere = false;  ///< Today's backup existed and is good, so nothing was copied.
     QString setAside;       ///< New path of today's damaged backup; empty if there was none.

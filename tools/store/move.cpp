@@ -9,7 +9,7 @@ namespace {
 StoreContents moveIntoFile(const StillStore& source, const QString& path,
                            const RowsOfTable& progress)
 {
-    MadeStore made = makeStoreOf(source, path, runtime::Readers::AsUsual, progress);
+    MadeStore made = makeStoreOf(source, path, Identity::New, runtime::Readers::AsUsual, progress);
     made.store->putInPlace();
     return std::move(made.contents);
 }
@@ -19,7 +19,7 @@ StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
 {
     target.BeginTrans();
     dao::actAsOwnerOf(target, {});
-    StoreContents contents = source.copyTo(target, progress);
+    StoreContents contents = source.copyTo(target, Identity::New, progress);
     readBack(target, contents, progress);
     createOwnTables(target);
     target.CommitTrans();
@@ -53,12 +53,12 @@ MoveOutcome moveStore(const Place& from, const Place& to, const RowsOfTable& pro
     return outcome;
 }
 
-MadeStore makeStoreOf(const StillStore& source, const QString& path, runtime::Readers readers,
-                      const RowsOfTable& progress)
+MadeStore makeStoreOf(const StillStore& source, const QString& path, Identity identity,
+                      runtime::Readers readers, const RowsOfTable& progress)
 {
     MadeStore made;
     made.store = std::make_unique<NewStore>(path, NewStore::Tables::None, readers);
-    made.contents = source.copyTo(made.store->database(), progress);
+    made.contents = source.copyTo(made.store->database(), identity, progress);
     made.store->save();
     const auto finished = dao::DBEngine::instance().OpenDatabase(made.store->unfinishedPath());
     readBack(*finished, made.contents, progress);

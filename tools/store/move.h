@@ -29,7 +29,7 @@ struct MadeStore
     std::unique_ptr<NewStore> store;
     StoreContents contents;
 };
-MadeStore makeStoreOf(const StillStore& source, const QString& path, runtime::Readers readers,
-                      const RowsOfTable& progress);
+MadeStore makeStoreOf(const StillStore& source, const QString& path, Identity identity,
+                      runtime::Readers readers, const RowsOfTable& progress);
 
 } // namespace storetools

@@ -50,7 +50,7 @@ void StillStore::examine()
         else
             notes_.append(each.name + u": not a table of the store, not copied"_s);
     }
-    // The copy gets a mark of its own.
+    // The table of the store's mark is written by copyTo.
     tables_ += own;
     tables_.removeAll(dao::storeMarkTable);
 }
@@ -60,12 +60,16 @@ CheckReport StillStore::check() const
     return checkReport(*database_, isOnServer_);
 }
 
-StoreContents StillStore::copyTo(dao::Database& target, const RowsOfTable& progress) const
+StoreContents StillStore::copyTo(dao::Database& target, Identity identity,
+                                 const RowsOfTable& progress) const
 {
     StoreContents written;
     for (const QString& each : tables_)
         written[each] = dao::copyTable(*database_, each, target, rowsOf(each, progress));
-    dao::makeStoreMark(target);
+    if (identity == Identity::New)
+        dao::makeStoreMark(target);
+    else
+        dao::keepStoreMark(*database_, target);
     return written;
 }
 

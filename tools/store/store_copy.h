@@ -15,6 +15,10 @@ using RowsOfTable = std::function<void(const QString& what, qint64 rows)>;
 /// The contents of the tables of a store, by table name.
 using StoreContents = std::map<QString, dao::TableContents>;
 
+/// The identity of a copy: a new one for another store, that of the source for a backup and for a
+/// store that is restored from one.
+enum class Identity { New, OfSource };
+
 /// A consistent snapshot of a store. Stations keep working meanwhile. For an embedded store the
 /// snapshot is a copy in the folder for temporary files.
 class StillStore
@@ -35,7 +39,8 @@ public:
     /// Creates the tables in a target that has none of them, within the target's
     /// transaction, copies the rows and gives the target an identity. Throws the errors of
     /// dao::copyTable.
-    StoreContents copyTo(dao::Database& target, const RowsOfTable& progress) const;
+    StoreContents copyTo(dao::Database& target, Identity identity,
+                         const RowsOfTable& progress) const;
 
 private:
     void examine();

@@ -2,9 +2,8 @@
 
 #include "platform/controls/data_control.h"
 #include "platform/controls/field_text.h"
+#include "platform/controls/wheel_guard.h"
 #include "platform/runtime/guard.h"
-
-#include <QWheelEvent>
 
 namespace controls {
 
@@ -12,18 +11,10 @@ DBCombo::DBCombo(const QString& name, QWidget* parent) : QComboBox(parent)
 {
     setObjectName(name);
     setEditable(true);
-    setFocusPolicy(Qt::StrongFocus); // The mouse wheel must not give the box the focus.
+    guardFromWheel(*this);
     setInsertPolicy(QComboBox::NoInsert);
     setDuplicatesEnabled(true);
     setCurrentIndex(-1);
-}
-
-void DBCombo::wheelEvent(QWheelEvent* event)
-{
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }
 
 void DBCombo::setRowSource(DataControl* source, const QString& listField)

@@ -17,10 +17,6 @@ public:
     explicit DBCombo(const QString& name, QWidget* parent = nullptr);
     void setRowSource(DataControl* source, const QString& listField);
 
-protected:
-    /// Without the focus the wheel scrolls the form and does not change the choice.
-    void wheelEvent(QWheelEvent* event) override;
-
 private:
     void listRows(DataControl& source, const QString& listField);
 };

@@ -4,11 +4,13 @@
 #include "platform/controls/cell_delegate.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid_model.h"
+#include "platform/controls/warning_sign.h"
 #include "platform/runtime/guard.h"
 
-#include <QEvent>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -27,6 +29,11 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
         if (cell.row() == currentIndex().row())
             emit DblClick();
     });
+    const auto measureAgain = [this] { measuredRows_ = {-1, -1}; };
+    connect(model_, &QAbstractItemModel::dataChanged, this, measureAgain);
+    connect(model_, &QAbstractItemModel::rowsInserted, this, measureAgain);
+    connect(model_, &QAbstractItemModel::rowsRemoved, this, measureAgain);
+    connect(model_, &QAbstractItemModel::modelReset, this, measureAgain);
     connect(
         model_, &DBGridModel::readFailed, this,
         [this] { runtime::guarded([this] { model_->raiseReadFailure(); }); }, Qt::QueuedConnection);
@@ -74,10 +81,9 @@ void DBGrid::setDataSource(DataControl* source)
     readRows();
 }
 
-void DBGrid::setRowRemark(RowRemark remark, int column)
+void DBGrid::setRowRemark(const RowRemark& remark, int column)
 {
-    model_->setRowRemark(std::move(remark), column,
-                         style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    model_->setRowRemark(remark, column, warningSign());
 }
 
 QString DBGrid::caption() const
@@ -128,13 +134,14 @@ void DBGrid::bringIntoSight()
         scrollTo(currentIndex());
 }
 
+/// Returns the column of the current cell, or the rightmost visible column if there is none.
 int DBGrid::shownColumn() const
 {
     if (currentIndex().isValid() && !isColumnHidden(currentIndex().column()))
         return currentIndex().column();
-    int column = 0;
-    while (column < model_->columnCount() - 1 && isColumnHidden(column))
-        ++column;
+    int column = std::max(model_->columnCount() - 1, 0);
+    while (column > 0 && isColumnHidden(column))
+        --column;
     return column;
 }
 
@@ -190,10 +197,15 @@ QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& 
 
 void DBGrid::keyPressEvent(QKeyEvent* event)
 {
-    if (!editable_ && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool isDelete = event->key() == Qt::Key_Delete;
+    if ((isDelete || (isEnter && !editable_)) && event->isAutoRepeat()) {
+        // A key that is held down acts once.
+        event->accept();
+    } else if (!editable_ && isEnter) {
         event->accept();
         emit enterPressed();
-    } else if (!editable_ && event->key() == Qt::Key_Delete) {
+    } else if (!editable_ && isDelete) {
         event->accept();
         emit deletePressed();
     } else if (editable_ && handleEditKey(*event)) {
@@ -201,6 +213,17 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
     } else {
         QTableView::keyPressEvent(event);
     }
+}
+
+/// A right click on the header or below the last row belongs to no row, so it opens no menu.
+void DBGrid::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
+    const QPoint place = isMouse ? viewport()->mapFromGlobal(event->globalPos())
+                                 : visualRect(currentIndex()).center();
+    const QModelIndex cell = viewport()->rect().contains(place) ? indexAt(place) : QModelIndex();
+    if (cell.isValid() && cell.row() == currentIndex().row())
+        emit menuRequested(viewport()->mapToGlobal(place));
 }
 
 void DBGrid::fitRows()
@@ -212,8 +235,10 @@ void DBGrid::fitRows()
 void DBGrid::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        fitRows();
+    if (event->type() != QEvent::FontChange)
+        return;
+    measuredRows_ = {-1, -1};
+    fitRows();
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event)
@@ -227,6 +252,8 @@ void DBGrid::showEvent(QShowEvent* event)
 {
     QTableView::showEvent(event);
     shareWidth();
+    // The forms are read from the right.
+    horizontalScrollBar()->setValue(horizontalScrollBar()->maximum());
     bringIntoSight();
 }
 

@@ -7,6 +7,10 @@
 #include <QPointer>
 #include <QTableView>
 
+#include <utility>
+
+class QFontMetricsF;
+
 namespace dao {
 class Recordset;
 }
@@ -26,7 +30,8 @@ class DBGridModel;
 /// the layout direction of the view is left-to-right and its cells are right-aligned. The caption
 /// is a band above the column headers. Visible columns share the width in proportion to their
 /// relative widths, but no column is narrower than its header or than a figure that is in view. If
-/// the grid is too narrow for that, it scrolls horizontally.
+/// the grid is too narrow for that, it scrolls horizontally. It opens with its rightmost column in
+/// view.
 ///
 /// A row counts as reached in the recordset if it or a later row has been painted in the viewport,
 /// even in part (dao::Recordset::markReached). Rows that were never scrolled into view do not
@@ -55,7 +60,7 @@ public:
     void setEditable(bool editable);
     /// Marks the rows for which the function returns a text: a warning sign in one column, and the
     /// text as tool tip. See DBGridModel::setRowRemark.
-    void setRowRemark(RowRemark remark, int column);
+    void setRowRemark(const RowRemark& remark, int column);
     /// Lets typed letters move to the next row whose text in this column begins with them. Use this
     /// only for short tables, because the search may read all rows.
     void setSearchColumn(int column) { searchColumn_ = column; }
@@ -69,13 +74,17 @@ public:
 signals:
     /// Emitted on a double-click on a row, which is then the current row.
     void DblClick();
-    /// Emitted on Enter in a read-only grid.
+    /// Emitted on Enter in a read-only grid, once if the key is held down.
     void enterPressed();
-    /// Emitted on Delete in a read-only grid.
+    /// Emitted on Delete in a read-only grid, once if the key is held down.
     void deletePressed();
+    /// Emitted when the user asks for the menu of the current row, by the menu key or by a right
+    /// click on the row. The place is in the coordinates of the screen.
+    void menuRequested(const QPoint& place);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -91,6 +100,7 @@ private:
     void fitRows();
     void shareWidth();
     void shareWidth(int room);
+    int neededWidth(const QModelIndex& cell, const QFontMetricsF& metrics) const;
     void measureShownFigures();
     int shownColumn() const;
 
@@ -121,6 +131,9 @@ private:
     DBGridModel* model_;
     QPointer<DataControl> source_;
     QList<int> figureWidths_; ///< Per column, the width of the widest figure that was in view.
+    /// The first row whose figures were measured and the row after the last one. Invalid after a
+    /// change.
+    std::pair<int, int> measuredRows_{-1, -1};
     int searchColumn_ = -1;
     QString typed_;
     QElapsedTimer sinceTyped_;

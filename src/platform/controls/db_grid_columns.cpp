@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace controls {
 
@@ -101,25 +102,35 @@ void DBGrid::shareWidth(int room)
     }
 }
 
+/// Returns the width that a cell needs to show its figure, or 0 for a cell with another text.
+int DBGrid::neededWidth(const QModelIndex& cell, const QFontMetricsF& metrics) const
+{
+    const QString text = cell.data().toString();
+    if (!isFigure(text))
+        return 0;
+    if (cell.data(Qt::DecorationRole).isValid())
+        return sizeHintForIndex(cell).width() + gridLine;
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    return figureWidth(text, metrics) + 2 * margin + gridLine;
+}
+
 /// Widens the columns if a figure in view does not fit. Columns never become narrower while the
-/// user scrolls. Does not throw.
+/// user scrolls. Measures only if other rows are in view or a row has changed since the last call.
+/// Does not throw.
 void DBGrid::measureShownFigures()
 {
+    const int first = std::max(rowAt(0), 0);
     const int last = rowAt(viewport()->height() - 1);
     const int end = last < 0 ? model_->rowCount() : last + 1;
-    const int around =
-        2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1) + gridLine;
+    if (std::exchange(measuredRows_, std::pair(first, end)) == std::pair(first, end))
+        return;
     const QFontMetricsF metrics(font());
     bool isWider = false;
-    for (int row = std::max(rowAt(0), 0); row < end; ++row) {
+    for (int row = first; row < end; ++row) {
         for (int column = 0; column < figureWidths_.size(); ++column) {
             if (isColumnHidden(column))
                 continue;
-            const QModelIndex cell = model_->index(row, column);
-            const QString text = cell.data().toString();
-            if (!isFigure(text))
-                continue;
-            const int width = figureWidth(text, metrics) + around;
+            const int width = neededWidth(model_->index(row, column), metrics);
             if (width > figureWidths_[column]) {
                 figureWidths_[column] = width;
                 isWider = isWider || width > columnWidth(column);

@@ -36,6 +36,7 @@ void DBGridModel::bind(dao::Recordset* rows)
         pages = rows->pages();
     beginResetModel();
     pages_ = std::move(pages);
+    remarks_.clear();
     edit_.reset();
     failure_.reset();
     resolveFields(rows);
@@ -53,9 +54,10 @@ void DBGridModel::resolveFields(const dao::Recordset* rows)
         ordinals_.push_back(dao::ordinalOf(fields_, each.field));
 }
 
-void DBGridModel::setRowRemark(RowRemark remark, int column, const QIcon& sign)
+void DBGridModel::setRowRemark(const RowRemark& remark, int column, const QIcon& sign)
 {
-    remark_ = std::move(remark);
+    remark_ = remark;
+    remarks_.clear();
     signColumn_ = column;
     sign_ = sign;
 }
@@ -79,6 +81,7 @@ void DBGridModel::addRow(const dao::RowKey& key)
 {
     if (!pages_)
         return;
+    remarks_.clear();
     if (writing_ && edit_ && edit_->isNew) {
         // The view already shows this row, because the user typed it here. No row is inserted into
         // the view.
@@ -99,6 +102,7 @@ void DBGridModel::updateRow(const dao::RowKey& key)
     if (row < 0)
         return;
     pages_->forget(row);
+    remarks_.clear();
     rowChanged(row);
 }
 
@@ -109,6 +113,7 @@ void DBGridModel::removeRow(const dao::RowKey& key)
         return;
     beginRemoveRows({}, row, row);
     pages_->removeRow(row);
+    remarks_.clear();
     if (edit_ && edit_->row == row)
         edit_.reset();
     else if (edit_ && edit_->row > row)
@@ -232,7 +237,24 @@ QString DBGridModel::cellText(int row, int column) const
 
 QString DBGridModel::remarkOn(int row) const
 {
-    return remark_ && row < recordCount() && isRead(row) ? remark_(*pages_, row) : QString();
+    if (!remark_.text || row >= recordCount())
+        return {};
+    // A page that is read while the remark is made clears the remarks.
+    if (const auto known = remarks_.constFind(row); known != remarks_.constEnd())
+        return *known;
+    const QString remark = newRemarkOn(row);
+    remarks_.insert(row, remark);
+    return remark;
+}
+
+QString DBGridModel::newRemarkOn(int row) const
+{
+    const int end = std::min(recordCount(), row + remark_.reach + 1);
+    for (int each = std::max(0, row - remark_.reach); each < end; ++each) {
+        if (!pages_->isLoaded(each) && !isRead(each))
+            return {};
+    }
+    return remark_.text(*pages_, row);
 }
 
 /// Loads the page that contains the row, unless it is loaded. Qt calls this function during layout
@@ -243,8 +265,10 @@ bool DBGridModel::isRead(int row) const
     if (failure_)
         return false;
     try {
-        if (!pages_->isLoaded(row))
+        if (!pages_->isLoaded(row)) {
+            remarks_.clear();
             pages_->load(row);
+        }
         return true;
     } catch (const RunTimeError& error) {
         failure_ = error;

@@ -6,6 +6,7 @@
 #include "platform/runtime/run_time_error.h"
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QIcon>
 #include <QMap>
 
@@ -29,9 +30,9 @@ public:
     void setColumns(const QList<DBGridColumn>& columns);
     const QList<DBGridColumn>& columns() const { return columns_; }
     void setEditable(bool editable);
-    /// Sets the function that remarks on rows. A row with a remark has the sign in the given column
-    /// and the remark as its tool tip.
-    void setRowRemark(RowRemark remark, int column, const QIcon& sign);
+    /// Sets the function that returns the remark about a row. A row with a remark has the sign in
+    /// the given column and the remark as its tool tip.
+    void setRowRemark(const RowRemark& remark, int column, const QIcon& sign);
 
     /// Binds another recordset, or the same one again, and discards an unwritten edit; nullptr
     /// unbinds. Throws any error of reading.
@@ -84,6 +85,7 @@ private:
     bool isRead(int row) const;
     QString cellText(int row, int column) const;
     QString remarkOn(int row) const;
+    QString newRemarkOn(int row) const;
     void startEdit(int row);
     void assignCells(dao::Recordset& rows) const;
     void rowChanged(int row);
@@ -97,6 +99,7 @@ private:
     bool writing_ = false;
     std::optional<Edit> edit_;
     RowRemark remark_;
+    mutable QHash<int, QString> remarks_; ///< By row, until a row changes or a page is read.
     int signColumn_ = -1;
     QIcon sign_;
     mutable std::optional<runtime::RunTimeError> failure_;

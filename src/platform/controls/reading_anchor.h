@@ -13,14 +13,18 @@ namespace controls {
 /// right-to-left layout. The child window owns this object.
 class ReadingAnchor : public QObject
 {
+    Q_OBJECT
+
 public:
     ReadingAnchor(QMdiSubWindow& window, QWidget& viewport);
+
+    /// Moves the window to its place in the frame, for example after its size has changed.
+    void place();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     bool holdsNormalPlace() const;
-    void place();
     void remember();
     void returnToPlace(Qt::WindowStates oldState);
 

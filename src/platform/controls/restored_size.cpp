@@ -3,15 +3,17 @@
 #include <QEvent>
 #include <QScreen>
 #include <QStyle>
-#include <QTimer>
 #include <QWidget>
 #include <QWindowStateChangeEvent>
 
 namespace controls {
 
-RestoredSize::RestoredSize(QWidget& window) : QObject(&window), window_(window)
+RestoredSize::RestoredSize(QWidget& window) : QObject(&window), window_(window), settled_(this)
 {
     window.installEventFilter(this);
+    settled_.setSingleShot(true);
+    settled_.setInterval(200);
+    connect(&settled_, &QTimer::timeout, this, &RestoredSize::keepInside);
 }
 
 bool RestoredSize::eventFilter(QObject* watched, QEvent* event)
@@ -23,7 +25,7 @@ bool RestoredSize::eventFilter(QObject* watched, QEvent* event)
             maximised_ = window_.size();
             // The window system sets the restored geometry some time after this event, and sends no
             // further event if it equals the maximised one.
-            QTimer::singleShot(200, this, &RestoredSize::keepInside);
+            settled_.start();
         }
     }
     return QObject::eventFilter(watched, event);

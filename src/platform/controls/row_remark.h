@@ -10,8 +10,15 @@ class RecordsetPages;
 
 namespace controls {
 
-/// Returns a remark about a row, which is loaded, or an empty text. It is called while the grid is
-/// painted: it must be fast, read only rows that are loaded, and not throw.
-using RowRemark = std::function<QString(const dao::RecordsetPages& rows, int row)>;
+/// How a grid remarks on its rows.
+struct RowRemark
+{
+    /// Returns a remark about a row, or an empty text. It is called while the grid is painted: it
+    /// must be fast, read only the row and the rows within reach, and not throw. The grid keeps the
+    /// remark until a row changes.
+    std::function<QString(const dao::RecordsetPages& rows, int row)> text;
+    /// Number of rows above and below a row that the remark reads. They are loaded first.
+    int reach = 0;
+};
 
 } // namespace controls

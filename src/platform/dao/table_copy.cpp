@@ -103,6 +103,17 @@ void makeStoreMark(Database& database)
     database.session().storeMark(newStoreMark());
 }
 
+void keepStoreMark(Database& from, Database& to)
+{
+    const StoreMark mark = from.session().storedMark();
+    to.session().storeMark(mark.isEmpty() ? newStoreMark() : renewed(mark));
+}
+
+QString storeIdentity(Database& database)
+{
+    return database.session().storedMark().identity;
+}
+
 void renewStoreMark(Database& database)
 {
     Session& session = database.session();

@@ -38,6 +38,13 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
 /// Gives the store a new identity and generation, within the open transaction. A new store gets
 /// them when it is created, imported or moved.
 void makeStoreMark(Database& database);
+/// Gives a backup or a restored store, within its open transaction, the identity of the store that
+/// it was copied from, and a new generation. If that store has no identity, it gets a new one.
+void keepStoreMark(Database& from, Database& to);
+/// Returns the identity of the store: the same text for a store and its backups, another one for
+/// any other store, and an empty text for a store that an older version made and nobody has written
+/// to since.
+QString storeIdentity(Database& database);
 /// Gives the store a new generation, so that a station that has worked with it before notices that
 /// it was restored. Opens a transaction unless one is open.
 void renewStoreMark(Database& database);

@@ -28,15 +28,16 @@ std::optional<CallWatch::ThreadTimes> CallWatch::timesOfMainThread()
 #ifdef Q_OS_LINUX
     ThreadTimes times;
     const QByteArray status = fileOfMainThread("status");
-    if (status.isEmpty())
+    const QByteArray running = fileOfMainThread("schedstat");
+    // A system without scheduling statistics has no such file. The thread would seem to sleep.
+    if (status.isEmpty() || running.isEmpty())
         return {};
     for (const QByteArray& line : status.split('\n')) {
         const qsizetype colon = line.indexOf(':');
         if (colon > 0 && line.first(colon).endsWith("voluntary_ctxt_switches"))
             times.switches += line.sliced(colon + 1).trimmed().toLongLong();
     }
-    times.running =
-        std::chrono::nanoseconds(fileOfMainThread("schedstat").split(' ').first().toLongLong());
+    times.running = std::chrono::nanoseconds(running.split(' ').first().toLongLong());
     return times;
 #else
     return {};

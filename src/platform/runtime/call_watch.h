@@ -58,7 +58,7 @@ private:
     using Clock = std::chrono::steady_clock;
     using Describe = std::function<QString()>;
 
-    /// What the system tells of the watched thread.
+    /// Scheduling figures of the watched thread.
     struct ThreadTimes
     {
         qint64 switches = 0; ///< How often the thread has been scheduled.

@@ -163,14 +163,17 @@ void ScrollPartTest::restoredWindow_isSmallerThanTheScreen()
 void ScrollPartTest::restoredWindow_keepsASizeThatFits()
 {
     QWidget window;
-    new controls::RestoredSize(window);
+    auto* restored = new controls::RestoredSize(window);
+    const QTimer& correction = *restored->findChild<QTimer*>();
     const QRect inside = window.screen()->availableGeometry().adjusted(60, 60, -60, -60);
     window.setGeometry(inside);
     window.showMaximized();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     window.showNormal();
-    QTRY_VERIFY(!window.isMaximized());
-    QTRY_COMPARE(window.geometry(), inside);
+    QVERIFY(correction.isActive());
+    QTRY_VERIFY(!correction.isActive());
+    QVERIFY(!window.isMaximized());
+    QCOMPARE(window.geometry(), inside);
 }
 
 /// The second window shows when the time has passed after which a size is corrected.

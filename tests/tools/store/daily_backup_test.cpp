@@ -3,6 +3,7 @@
 #include "platform/runtime/run_time_error.h"
 #include "support/printers.h"
 #include "support/temporary_store.h"
+#include "tools/store/builder.h"
 #include "tools/store/program_run.h"
 
 #include <QDir>
@@ -33,8 +34,7 @@ protected:
     }
     DailyOutcome backUpOn(const QDate& day) const
     {
-        return backUpDaily(Place(store_.path()), folder_.path(), day,
-                           [](const QString&, qint64) {});
+        return backUpDaily(Place(store_.path()), folder_.path(), day, noProgress);
     }
     void write(const QString& name, const QByteArray& contents) const
     {
@@ -48,8 +48,17 @@ protected:
     }
     Outcome runStatus() const { return zomrelStore({u"backup"_s, u"--status"_s, folder_.path()}); }
 
+    /// Makes a store with another identity and returns its path.
+    QString makeOtherStore() const
+    {
+        storetools::createStore(others_.filePath(u"other.mdb"_s), {});
+        return others_.filePath(u"other.mdb"_s);
+    }
+    static void noProgress(const QString& /*what*/, qint64 /*rows*/) {}
+
     TemporaryStore store_;
     QTemporaryDir folder_;
+    const QTemporaryDir others_;
     const QDate march1_{2026, 3, 1};
 };
 
@@ -122,6 +131,50 @@ TEST_F(DailyBackupTest, DamagedBackupOfTodayIsSetAsideAndReplaced)
     EXPECT_EQ(outcome.setAside, at(u"zomrel-2026-03-01.mdb.damaged"_s));
     EXPECT_EQ(contentsOf(outcome.setAside), "damaged");
     EXPECT_EQ(contentsOf(outcome.path), contentsOf(store_.path()));
+}
+
+TEST_F(DailyBackupTest, SecondStoreIsRefusedInTheFolderOfTheFirst)
+{
+    store_.addOrder(1);
+    const QByteArray first = contentsOf(backUpOn(march1_).path);
+    const QString other = makeOtherStore();
+    for (const int days : {0, 1}) {
+        const DailyOutcome outcome =
+            backUpDaily(Place(other), folder_.path(), march1_.addDays(days), noProgress);
+        EXPECT_EQ(outcome.otherStore, u"zomrel-2026-03-01.mdb"_s) << days;
+    }
+    EXPECT_EQ(names(), QStringList{u"zomrel-2026-03-01.mdb"_s});
+    EXPECT_EQ(contentsOf(at(names().first())), first);
+    const Outcome told = zomrelStore({u"backup"_s, u"--daily"_s, other, folder_.path()});
+    EXPECT_EQ(told.exitStatus, 1);
+    EXPECT_TRUE(told.err.value(0).contains(u"is a backup of another store"_s));
+}
+
+TEST_F(DailyBackupTest, RestoredStoreGoesOnInItsFolder)
+{
+    store_.addOrder(1);
+    EXPECT_EQ(runDaily().exitStatus, 0);
+    ASSERT_EQ(names().size(), 1);
+    const QString older = at(u"zomrel-2020-01-01.mdb"_s);
+    ASSERT_TRUE(QFile::rename(at(names().first()), older));
+    EXPECT_EQ(zomrelStore({u"restore"_s, older, store_.path()}).exitStatus, 0);
+    EXPECT_EQ(runDaily().exitStatus, 0);
+    EXPECT_EQ(names().size(), 2);
+}
+
+TEST_F(DailyBackupTest, DamagedAndForeignFilesDoNotCountAsKeptBackups)
+{
+    store_.addOrder(1);
+    write(storetools::dailyBackupName(march1_.addDays(2)), "damaged");
+    for (int day = 1; day <= 31; ++day) {
+        if (day != 2)
+            EXPECT_EQ(backUpOn(march1_.addDays(day)).removed, QStringList()) << day;
+    }
+    ASSERT_TRUE(QFile::copy(makeOtherStore(), at(storetools::dailyBackupName(march1_))));
+    // 30 good backups, a damaged file and a foreign one are there.
+    EXPECT_EQ(names().size(), 32);
+    EXPECT_EQ(backUpOn(march1_.addDays(32)).removed,
+              QStringList{storetools::dailyBackupName(march1_.addDays(1))});
 }
 
 TEST_F(DailyBackupTest, StatusFindsTheNewestGoodBackupBehindADamagedOne)

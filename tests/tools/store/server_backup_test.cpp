@@ -279,3 +279,24 @@ TEST_F(ServerBackupTest, RestoreCopiesTheProgramsInternalTables)
     EXPECT_EQ(outcome.exitStatus, 0) << asText(outcome.err);
     EXPECT_EQ(PlainSql(link_).scalar(u"SELECT Note FROM zomrel_notes"_s), u"kept"_s);
 }
+
+/// The store keeps its identity, so that its folder of daily backups stays its own.
+TEST_F(ServerBackupTest, DailyBackupsGoOnAfterARestoreAndRefuseAnotherStore)
+{
+    const QString folder = folder_.filePath(u"daily"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const auto daily = [&folder](const QString& store) {
+        return zomrelStore({u"backup"_s, u"--daily"_s, store, folder}).exitStatus;
+    };
+    EXPECT_EQ(daily(link_), 0);
+    const QDir backups(folder);
+    ASSERT_EQ(backups.entryList(QDir::Files).size(), 1);
+    const QString older = backups.filePath(u"zomrel-2020-01-01.mdb"_s);
+    ASSERT_TRUE(QFile::rename(backups.filePath(backups.entryList(QDir::Files).first()), older));
+    EXPECT_EQ(zomrelStore({u"restore"_s, older, link_}).exitStatus, 0);
+    EXPECT_EQ(daily(link_), 0);
+    EXPECT_EQ(backups.entryList(QDir::Files).size(), 2);
+    const QString other = folder_.filePath(u"other.mdb"_s);
+    EXPECT_EQ(zomrelStore({u"create"_s, other}).exitStatus, 0);
+    EXPECT_EQ(daily(other), 1);
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QRect>
+
+class QPushButton;
+
+namespace controls {
+
+/// Fits a child form of fixed size into the frame, now and whenever the frame is resized. While the
+/// frame has too little room, the form scrolls and its buttons stand in a row below; see
+/// fitIntoRoom. The object belongs to the form.
+class FrameFit : public QObject
+{
+public:
+    FrameFit(QWidget& form, const QList<QPushButton*>& buttons);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void fit();
+    void scroll(const QSize& room);
+    void stopScrolling();
+
+    QWidget& form_;
+    const QSize full_;
+    QHash<QPushButton*, QRect> places_; ///< Of the buttons, while the form does not scroll.
+    QList<QPushButton*> buttons_;
+    QWidget* contents_ = nullptr; ///< Holds the controls while the form scrolls.
+};
+
+} // namespace controls
