@@ -334,7 +334,7 @@ void PreviewTest::commands_haveHebrewNames()
         QVERIFY2(isHebrew(action->text()), qPrintable(action->objectName()));
         QVERIFY2(isHebrew(action->toolTip()), qPrintable(action->objectName()));
     }
-    QCOMPARE(commands, 17);
+    QCOMPARE(commands, 20);
 }
 
 ZOMREL_QTEST_MAIN(PreviewTest)
