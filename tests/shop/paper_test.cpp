@@ -218,6 +218,11 @@ private slots:
         }
         const auto glass = paperDocument(kindTitled(u"רשימת זכוכית"_s), pack);
         QVERIFY(textsOf(*glass).contains(longText(u"זכוכית"_s).trimmed()));
+        const QStringList printed = PdfWords(*glass).words(0);
+        for (const QString& text : {longText(u"זכוכית"_s), longText(u"צבע"_s)}) {
+            for (const QString& word : text.split(u' ', Qt::SkipEmptyParts))
+                QVERIFY2(printed.contains(word), qPrintable(word));
+        }
         for (const LabelPaper paper :
              {LabelPaper::A4, LabelPaper::Printer203, LabelPaper::Printer300})
             QCOMPARE(shortenedTexts(*labelDocument(pack, paper)), QStringList());

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <random>
 
 using namespace shop;
@@ -245,6 +246,20 @@ private slots:
                 planned += bars.pieces.size();
         }
         QCOMPARE(planned, pieces.size());
+    }
+
+    void endOfTheProgram_endsThePlanning()
+    {
+        const std::vector<Piece> pieces = hardPieces(6000);
+        QWidget window;
+        std::optional<ProgressedPlan> plan;
+        QTimer::singleShot(0, qApp, [&] {
+            QTimer::singleShot(50, qApp, [] { QCoreApplication::exit(); });
+            plan = planWithProgress(pieces, {}, &window);
+        });
+        QCoreApplication::exec();
+        QVERIFY(plan.has_value());
+        QVERIFY(!plan->isComplete);
     }
 
     void quickPlanning_isComplete()
