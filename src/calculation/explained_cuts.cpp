@@ -33,6 +33,14 @@ QString shown(double number)
     return runtime::toText(number);
 }
 
+/// Returns the difference of two numbers with at most nine decimals, that is without the noise of
+/// the subtraction.
+QString shownDifference(double whole, double reduced)
+{
+    constexpr double perUnit = 1e9;
+    return shown(std::round((whole - reduced) * perUnit) / perUnit);
+}
+
 /// Returns the base with the signed deduction, for example "120 − 2.8".
 QString withDeduction(const QString& base, double deduction)
 {
@@ -52,7 +60,7 @@ Base widthBase(const ComputedLine& line, Part part, const TodaysSeries& series)
                 doorOpening(line.opening, line.doorThickness)};
     if (!line.isMonoblock)
         return {whole, line.opening};
-    return {u"(%1 − %2)"_s.arg(whole, shown(line.opening.width - line.reduced.width)),
+    return {u"(%1 − %2)"_s.arg(whole, shownDifference(line.opening.width, line.reduced.width)),
             line.reduced};
 }
 
@@ -64,7 +72,7 @@ Base heightBase(const ComputedLine& line, Part part, const TodaysSeries& series)
                 doorOpening(line.opening, line.doorThickness)};
     if (!line.isMonoblock)
         return {whole, line.opening};
-    return {u"(%1 − %2)"_s.arg(whole, shown(line.opening.height - line.reduced.height)),
+    return {u"(%1 − %2)"_s.arg(whole, shownDifference(line.opening.height, line.reduced.height)),
             line.reduced};
 }
 

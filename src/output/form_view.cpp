@@ -252,7 +252,8 @@ void FormView::CmdPrint_Click()
     printForm(*face_);
     CmdPrint->show();
     CmdClose->show();
-    CmdPrint->setFocus();
+    // Enter closes the form, as after its opening, and does not print a second copy.
+    CmdClose->setFocus();
 }
 
 FormView& formView()

@@ -10,11 +10,11 @@
 #include "platform/controls/form.h"
 #include "platform/controls/png_icon.h"
 #include "platform/controls/restored_size.h"
+#include "platform/report/toolbar_keys.h"
 #include "platform/runtime/guard.h"
 #include "platform/runtime/version.h"
 #include "shell/hinted_area.h"
 #include "shell/status_bar.h"
-#include "shell/toolbar_keys.h"
 #include "store/store_access.h"
 
 #include <QCloseEvent>
@@ -111,7 +111,7 @@ void MDIZomrel::buildToolbar()
     for (QAction* each : Toolbar1->actions())
         // Qt's default tool tip repeats the caption.
         Toolbar1->widgetForAction(each)->setToolTip({});
-    new ToolbarKeys(Toolbar1);
+    new report::ToolbarKeys({Toolbar1}, report::ToolbarKeys::Tab::SkipsButtons);
 }
 
 QAction* MDIZomrel::addButton(const QString& caption, const QString& tag, int picture)

@@ -66,6 +66,18 @@ TEST(ExplainedCuts, MonoblockShowsItsOwnDeductionFirst)
     EXPECT_EQ(explainedHeight(line, cuts::Kanaf, sliding()), formula(u"(100 − 18) − 6.5 = 75.5"_s));
 }
 
+// 160 - 157.2 is 2.8000000000000114 in binary fractions.
+TEST(ExplainedCuts, MonoblocksDeductionHasNoNoiseOfTheSubtraction)
+{
+    ComputedLine line;
+    line.opening = {160, 120};
+    line.isMonoblock = true;
+    line.reduced = {157.2, 102};
+    line.parts[cuts::Kanaf] = {77.2, 95.5};
+    EXPECT_EQ(explainedWidth(line, cuts::Kanaf, sliding()),
+              formula(u"((160 − 2.8) − 2.8) ÷ 2 = 77.2"_s));
+}
+
 // By hand: 90 - 2 * 4 = 82, 82 - 0.8 = 81.2; 210 - 4 = 206, 206 - 1.2 = 204.8.
 TEST(ExplainedCuts, DoorShowsTheThicknessOfItsFrame)
 {

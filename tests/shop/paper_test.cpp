@@ -3,6 +3,7 @@
 #include "shop/cut_list.h"
 #include "shop/paper/flow.h"
 #include "shop/paper/papers.h"
+#include "shop/paper/sheet_ink.h"
 #include "shop/paper/words.h"
 #include "shop/shop_lines.h"
 #include "support/widgets.h"
@@ -109,6 +110,42 @@ QStringList decoded(SheetDocument& document, int dpi)
     return QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
 }
 
+/// Returns a text of 50 characters that begins with the word.
+QString longText(const QString& word)
+{
+    return (word + u" מחוסמת בידודית עם ציפוי סלקטיבי נמוך פליטה ומסגרת"_s).first(50);
+}
+
+/// Returns a window whose kinds and colours have 50 characters.
+OrderLine longTexts()
+{
+    OrderLine line = shoptest::window();
+    line.frame.kind = longText(u"משקוף"_s);
+    line.sash.kind = longText(u"כנף"_s);
+    line.glass.kind = longText(u"זכוכית"_s);
+    line.mesh.kind = longText(u"רשת"_s);
+    for (PartOfLine* part : {&line.frame, &line.sash, &line.glass, &line.mesh})
+        part->colour = longText(u"צבע"_s);
+    return line;
+}
+
+/// Returns the texts that are not whole on the paper.
+QStringList shortenedTexts(const SheetDocument& document)
+{
+    QStringList cut;
+    for (const Sheet& sheet : document.sheets()) {
+        for (const TextItem& item : sheet.texts) {
+            const double width = item.place.width();
+            const report::ShapedText shaped = report::shapedText(
+                {width, double(item.place.height()), {0, width}, item.align, item.rightToLeft},
+                item.text, report::twipFont(paperFamily(), item.points, item.bold));
+            if (shaped.fit.isCut)
+                cut.append(item.text);
+        }
+    }
+    return cut;
+}
+
 QStringList sorted(QStringList texts)
 {
     texts.sort();
@@ -151,6 +188,62 @@ private slots:
         QVERIFY(hasRow(textsOf(*labelDocument(pack, LabelPaper::A4)), expected));
     }
 
+    void faults_haveALabelEachOnALabelPrinter()
+    {
+        OrderLine line = shoptest::window();
+        line.frame.width.reset();
+        line.sash.height = 700;
+        const auto document = labelDocument(packOf({line}), LabelPaper::Printer203);
+        // Frame: 2 heights. Sash: 4 widths. Mesh: 2 panels with 2 widths and 2 heights each.
+        QCOMPARE(document->pageCount(), 2 + 2 + 4 + 8);
+        const QStringList texts = textsOf(*document);
+        QCOMPARE(
+            texts.first(4),
+            (QStringList{
+                u"לא ניתן לחתוך"_s, u"הזמנה 7, שורה 1, משקוף, רוחב: חסר ערך בשדה Mashkof_W"_s,
+                u"לא ניתן לחתוך"_s,
+                u"הזמנה 7, שורה 1, כנף, גובה: האורך 700 בשדה Kanaf_H גדול מהאורך השימושי של מוט, 598"_s}));
+        QCOMPARE(texts.value(4), u"7-1-frame-1"_s);
+        QVERIFY(document->sheets()[1].codes.empty());
+        QCOMPARE(document->sheets()[2].codes.size(), std::size_t(1));
+        QCOMPARE(shortenedTexts(*document), QStringList());
+    }
+
+    void longTexts_areWholeOnEveryDocument()
+    {
+        const ShopPack pack = packOf({longTexts()});
+        for (const PaperKind& each : paperKinds()) {
+            const auto document = paperDocument(each, pack);
+            QCOMPARE(shortenedTexts(*document), QStringList());
+        }
+        const auto glass = paperDocument(kindTitled(u"רשימת זכוכית"_s), pack);
+        QVERIFY(textsOf(*glass).contains(longText(u"זכוכית"_s).trimmed()));
+        const QStringList printed = PdfWords(*glass).words(0);
+        for (const QString& text : {longText(u"זכוכית"_s), longText(u"צבע"_s)}) {
+            for (const QString& word : text.split(u' ', Qt::SkipEmptyParts))
+                QVERIFY2(printed.contains(word), qPrintable(word));
+        }
+        for (const LabelPaper paper :
+             {LabelPaper::A4, LabelPaper::Printer203, LabelPaper::Printer300})
+            QCOMPARE(shortenedTexts(*labelDocument(pack, paper)), QStringList());
+    }
+
+    void veryLongWord_isBroken()
+    {
+        const QString word(50, u'ש');
+        const QStringList lines = brokenText(word, 11, 1800);
+        QVERIFY(lines.size() > 1);
+        QCOMPARE(lines.join(QString()), word);
+        const QString figure = u"119.39999999999999"_s;
+        QCOMPARE(brokenText(figure, 11, 1080), QStringList{figure});
+    }
+
+    void formula_isNotBroken()
+    {
+        const QString formula = u"\u2066(120 − 2.8) ÷ 2 = 58.6\u2069"_s;
+        QVERIFY(brokenText(u"לפי הסדרה של היום: "_s + formula, 11, 2500).contains(formula));
+    }
+
     void partWithoutKind_isListedAsWithoutKind()
     {
         OrderLine line = shoptest::window();
@@ -160,7 +253,7 @@ private slots:
         QVERIFY(texts.contains(u"משקוף, ללא סוג, לבן"_s));
     }
 
-    void lengthsCloserThanAThird_areMarkedInTheCuttingList()
+    void lengthsCloserThanThreeTenths_areMarkedInTheCuttingList()
     {
         OrderLine line = shoptest::window();
         line.frame.width = 100;
@@ -259,6 +352,43 @@ private slots:
         QTest::newRow("label printer, 203 dpi") << LabelPaper::Printer203 << 203 << 2;
         QTest::newRow("label printer, 300 dpi") << LabelPaper::Printer300 << 300 << 2;
     }
+
+    void labelsWithLongTexts_areReadByAReader_data()
+    {
+        QTest::addColumn<LabelPaper>("paper");
+        QTest::newRow("A4") << LabelPaper::A4;
+        QTest::newRow("label printer") << LabelPaper::Printer203;
+    }
+    void labelsWithLongTexts_areReadByAReader()
+    {
+        QFETCH(LabelPaper, paper);
+        OrderLine line = longTexts();
+        line.order = 123456;
+        line.line = 250;
+        ShopPack pack = packOf({line});
+        pack.orders = {{123456, QDate(2026, 3, 1), longText(u"לקוח"_s)}};
+        const QStringList expected = labelCodes(pack.pieces.pieces);
+        QCOMPARE(expected.first(), u"123456-250-frame-1"_s);
+        QCOMPARE(sorted(decoded(*labelDocument(pack, paper), 203)), sorted(expected));
+    }
+
+    void codes_haveAQuietZone_data() { labelsWithLongTexts_areReadByAReader_data(); }
+    void codes_haveAQuietZone()
+    {
+        QFETCH(LabelPaper, paper);
+        const auto document = labelDocument(packOf({longTexts()}), paper);
+        for (const Sheet& sheet : document->sheets()) {
+            for (const CodeItem& code : sheet.codes) {
+                const double zone = 4 * code.place.width() / code.picture.width();
+                const QRectF quiet = code.place.adjusted(-zone, -zone, zone, zone);
+                QVERIFY(quiet.left() >= 0 && quiet.top() >= 0);
+                for (const TextItem& text : sheet.texts)
+                    QVERIFY2(!quiet.intersects(text.place), qPrintable(text.text));
+                for (const CodeItem& other : sheet.codes)
+                    QVERIFY(&other == &code || !quiet.intersects(other.place));
+            }
+        }
+    }
     void labels_areReadByAReader()
     {
         QFETCH(LabelPaper, paper);
@@ -276,14 +406,29 @@ private slots:
     void remakeSlip_hasOnePartOfOneLine()
     {
         const ShopPack pack = packOf(randomLines(3));
-        const ShopPack remake = remakePack(pack, {}, 7, 2, Part::Sash);
+        ShopPack remake = remakePack(pack, 7, 2, Part::Sash);
         QCOMPARE(remake.pieces.pieces.size(), std::size_t(8));
+        remake.groups = planGroups(remake.pieces.pieces, {});
         QCOMPARE(remake.groups.size(), std::size_t(1));
-        const QStringList texts = textsOf(*remakeSlip(remake));
-        QVERIFY(texts.contains(u"קריאה חוזרת"_s));
+        const auto slip = remakeSlip(remake);
+        const QStringList texts = textsOf(*slip);
+        QCOMPARE(texts.count(u"קריאה חוזרת"_s), 2);
+        QCOMPARE(texts.first(), u"רשימת חיתוך"_s);
+        QVERIFY(texts.indexOf(u"תוכנית מוטות"_s) < texts.indexOf(u"7-2-sash-1"_s));
+        QCOMPARE(slip->pageCount(), 3); // Cutting list, plan, labels.
+        QVERIFY(texts.contains(u"דף 2 מתוך 2"_s));
         QVERIFY(texts.contains(u"7-2-sash-8"_s));
         QVERIFY(!texts.contains(u"7-2-sash-9"_s));
         QVERIFY(!texts.contains(u"7-2-frame-1"_s));
+    }
+
+    void title_namesFirstAndLastOrder()
+    {
+        ShopPack pack = packOf({shoptest::window()});
+        QCOMPARE(allPapers(pack)->title(), u"הזמנה 7"_s);
+        pack.orders.push_back({12, QDate(2026, 3, 2), u"לוי"_s});
+        QCOMPARE(allPapers(pack)->title(), u"הזמנות 7-12"_s);
+        QCOMPARE(labelDocument(pack, LabelPaper::A4)->title(), u"מדבקות 7-12"_s);
     }
 };
 

@@ -99,6 +99,7 @@ void OrderRoad::openOrder()
     driving::trigger(*window_, u"Order"_s);
     settle();
     picture(*window_, u"order-form"_s);
+    driving::enter(orders::frOrder(), u"TextCustomerName"_s, u"משפחת כהן-לוי"_s);
 }
 
 void OrderRoad::fillMonoblock(QWidget& picker, const Monoblock& monoblock)
@@ -172,6 +173,39 @@ void OrderRoad::print()
          {u"ActionExportPdf"_s, u"ActionExportHtml"_s, u"ActionExportText"_s})
         control<QAction>(*preview, command).trigger();
     report::fileDoor().replace(former);
+    saveShopDocuments(*preview);
+}
+
+void OrderRoad::saveShopDocuments(QWidget& preview)
+{
+    auto& list = control<QComboBox>(preview, u"Documents"_s);
+    const auto former = report::fileDoor().replace([this, &list](const report::FileRequest&) {
+        return u"%1/order-%2-%3.pdf"_s.arg(out_)
+            .arg(Module1::CurrentOrderNum)
+            .arg(list.currentIndex());
+    });
+    for (int index = 1; index < list.count(); ++index) {
+        if (index + 1 == list.count()) // The remake slip asks for a part in a dialog.
+            driving::inNextModal([this](QDialog& dialog) {
+                settle();
+                picture(dialog, u"remake"_s);
+                dialog.accept();
+            });
+        list.setCurrentIndex(index);
+        emit list.activated(index);
+        control<QAction>(preview, u"ActionExportPdf"_s).trigger();
+        if (list.currentText() == u"מדבקות"_s) {
+            settle();
+            picture(preview, u"shop-preview"_s);
+        }
+    }
+    report::fileDoor().replace(former);
+    driving::inNextModal([this](QDialog& dialog) {
+        settle();
+        picture(dialog, u"bar-settings"_s);
+        dialog.reject();
+    });
+    control<QAction>(preview, u"ActionBarSettings"_s).trigger();
 }
 
 void OrderRoad::picture(QWidget& shown, const QString& name)

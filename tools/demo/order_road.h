@@ -36,12 +36,14 @@ public:
     /// case.
     void addOpening(const Opening& opening);
     void viewLine();
-    /// Opens the order's print preview and saves the report as PDF, HTML and text.
+    /// Opens the order's print preview and saves the report as PDF, HTML and text, and the
+    /// documents that are listed after it as PDF.
     void print();
 
 private:
     void fillPicker(QWidget& picker, const Opening& opening);
     void fillMonoblock(QWidget& picker, const Monoblock& monoblock);
+    void saveShopDocuments(QWidget& preview);
     void picture(QWidget& window, const QString& name);
 
     QString out_;

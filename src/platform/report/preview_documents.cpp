@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QLayout>
 
 #include <utility>
 
@@ -36,8 +37,9 @@ PreviewDocuments::PreviewDocuments(QWidget* parent) : QToolBar(parent), list_(ne
 void PreviewDocuments::setDocuments(std::shared_ptr<PrintedDocument> report,
                                     FurtherDocuments further)
 {
+    ++generation_;
     report_ = std::move(report);
-    shown_ = report_;
+    shown_ = {report_, {}};
     further_ = std::move(further);
     current_ = 0;
     list_->clear();
@@ -45,8 +47,30 @@ void PreviewDocuments::setDocuments(std::shared_ptr<PrintedDocument> report,
     for (const FurtherDocument& each : further_.documents)
         list_->addItem(each.title);
     exportData_->setEnabled(false);
+    addVariants();
     addCommands();
     setVisible(!further_.documents.empty());
+    emit buttonsChanged();
+}
+
+void PreviewDocuments::addVariants()
+{
+    for (const auto& [index, each] : std::exchange(variants_, {}))
+        delete each.action; // The list belongs to it.
+    for (int index = 1; index <= static_cast<int>(further_.documents.size()); ++index) {
+        const DocumentVariants& variants = documentAt(index).variants;
+        if (variants.titles.isEmpty())
+            continue;
+        auto* list = new QComboBox(this);
+        list->setObjectName(variants.name);
+        list->setToolTip(variants.toolTip);
+        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        list->addItems(variants.titles);
+        QAction* action = insertWidget(exportData_, list);
+        action->setVisible(false);
+        variants_[index] = {list, action};
+        runtime::on(list, &QComboBox::activated, this, [this, index] { choose(index); });
+    }
 }
 
 void PreviewDocuments::addCommands()
@@ -62,38 +86,87 @@ void PreviewDocuments::addCommands()
     }
 }
 
+int PreviewDocuments::takeVariant(int index)
+{
+    list_->setCurrentIndex(current_);
+    const auto found = variants_.find(index);
+    if (found == variants_.end())
+        return 0;
+    VariantList& variants = found->second;
+    const int variant = variants.list->currentIndex();
+    variants.list->setCurrentIndex(variants.shown);
+    return variant;
+}
+
+/// Making a document may handle events, during which the list may get other documents. Therefore
+/// the functions are copied before the call.
 void PreviewDocuments::choose(int index)
 {
-    std::shared_ptr<PrintedDocument> document = report_;
-    // If the document cannot be made, the list names the one that is still on display.
-    list_->setCurrentIndex(current_);
-    if (index > 0)
-        document = further_.documents[static_cast<std::size_t>(index) - 1].make(window());
-    if (document != nullptr)
-        present(index, std::move(document));
+    const int variant = takeVariant(index);
+    if (index == 0) {
+        presentReport();
+        return;
+    }
+    const int generation = generation_;
+    const auto make = documentAt(index).make;
+    MadeDocument made = make(window(), variant);
+    if (generation == generation_ && made.document != nullptr)
+        present(index, variant, std::move(made));
 }
 
-void PreviewDocuments::present(int index, std::shared_ptr<PrintedDocument> document)
+void PreviewDocuments::present(int index, int variant, MadeDocument made)
 {
     current_ = index;
-    shown_ = std::move(document);
+    shown_ = std::move(made);
     list_->setCurrentIndex(index);
-    exportData_->setEnabled(index > 0);
-    emit chosen(shown_);
+    exportData_->setEnabled(shown_.data != nullptr);
+    for (auto& [document, each] : variants_) {
+        each.action->setVisible(document == index);
+        if (document == index) {
+            each.shown = variant;
+            each.list->setCurrentIndex(variant);
+        }
+    }
+    layout()->activate(); // Otherwise the list would appear with the next event only.
+    emit chosen(shown_.document);
 }
 
-void PreviewDocuments::run(std::size_t command)
+void PreviewDocuments::presentReport()
 {
-    if (std::shared_ptr<PrintedDocument> document = further_.commands[command].run(window()))
-        present(-1, std::move(document));
-    else if (current_ > 0)
-        choose(current_); // The command may have changed what the document shows.
+    present(0, 0, {report_, {}});
+}
+
+void PreviewDocuments::run(std::size_t index)
+{
+    const int generation = generation_;
+    const auto command = further_.commands[index].run;
+    const bool hasChanged = command(window());
+    if (hasChanged && generation == generation_ && current_ > 0)
+        makeAgain();
+}
+
+/// Shows the report if the document cannot be made again, because it is outdated.
+void PreviewDocuments::makeAgain()
+{
+    const int generation = generation_;
+    const int index = current_;
+    const int variant = takeVariant(index);
+    const auto make = documentAt(index).make;
+    const auto again = shown_.again;
+    MadeDocument made = again ? again(window()) : make(window(), variant);
+    if (generation != generation_)
+        return;
+    if (made.document != nullptr)
+        present(index, variant, std::move(made));
+    else
+        presentReport();
 }
 
 void PreviewDocuments::exportData()
 {
-    const FurtherDocument& document = further_.documents[static_cast<std::size_t>(current_) - 1];
-    const QString path = report::exportData(*shown_, document.dataName, document.data(), window());
+    const MadeDocument exported = shown_;
+    const QString name = documentAt(current_).dataName;
+    const QString path = report::exportData(*exported.document, name, exported.data(), window());
     if (!path.isEmpty())
         emit saved(path);
 }

@@ -4,13 +4,15 @@
 
 #include <QToolBar>
 
+#include <map>
+
 class QAction;
 class QComboBox;
 
 namespace report {
 
-/// The tool bar of the preview with the list of documents and their commands. It is hidden if there
-/// is only the report.
+/// The tool bar of the preview with the list of documents, the variants of the document on display,
+/// and the commands. It is hidden if there is only the report.
 class PreviewDocuments : public QToolBar
 {
     Q_OBJECT
@@ -18,7 +20,8 @@ class PreviewDocuments : public QToolBar
 public:
     explicit PreviewDocuments(QWidget* parent);
 
-    /// Lists the report and the further documents, and selects the report.
+    /// Lists the report and the further documents, and selects the report. A document that is being
+    /// made meanwhile is not shown any more.
     void setDocuments(std::shared_ptr<PrintedDocument> report, FurtherDocuments further);
 
 signals:
@@ -26,21 +29,43 @@ signals:
     void chosen(const std::shared_ptr<report::PrintedDocument>& document);
     /// The data of a document was written to this file.
     void saved(const QString& path);
+    /// The buttons of the tool bar are other ones than before.
+    void buttonsChanged();
 
 private:
-    void choose(int index);
-    void present(int index, std::shared_ptr<PrintedDocument> document);
+    /// The second list of a document with variants.
+    struct VariantList
+    {
+        QComboBox* list;
+        QAction* action;
+        int shown = 0;
+    };
+
+    void addVariants();
     void addCommands();
+    void choose(int index);
+    /// Returns the variant that the list of the document names, and lets the lists name the
+    /// document on display again until another one has been made.
+    int takeVariant(int index);
+    void present(int index, int variant, MadeDocument made);
+    void presentReport();
     void run(std::size_t command);
+    void makeAgain();
     void exportData();
+    const FurtherDocument& documentAt(int index) const
+    {
+        return further_.documents[static_cast<std::size_t>(index) - 1];
+    }
 
     QComboBox* list_;
     QAction* exportData_;
+    std::map<int, VariantList> variants_; ///< By the document's index in the list.
     QList<QAction*> commands_;
     std::shared_ptr<PrintedDocument> report_;
-    std::shared_ptr<PrintedDocument> shown_;
+    MadeDocument shown_;
     FurtherDocuments further_;
-    int current_ = 0; ///< The index of the document on display; -1 for one that is not listed.
+    int generation_ = 0; ///< How often the documents were set.
+    int current_ = 0;    ///< The index of the document on display.
 };
 
 } // namespace report

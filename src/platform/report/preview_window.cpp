@@ -5,6 +5,7 @@
 #include "platform/report/preview_pages.h"
 #include "platform/report/printing.h"
 #include "platform/report/saved_bar.h"
+#include "platform/report/toolbar_keys.h"
 #include "platform/runtime/guard.h"
 
 #include <QAction>
@@ -52,6 +53,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     addPageCommands();
     addZoomCommands();
     addOutputCommands();
+    keys_ = new ToolbarKeys({toolbar_, documents_, savedBar_}, ToolbarKeys::Tab::ReachesButtons);
     connectPages();
 }
 
@@ -189,6 +191,7 @@ void PreviewWindow::connectPages()
         [this](const std::shared_ptr<PrintedDocument>& document) { setDocument(document); });
     runtime::on(documents_, &PreviewDocuments::saved, this,
                 [this](const QString& path) { savedBar_->confirm(path); });
+    runtime::on(documents_, &PreviewDocuments::buttonsChanged, this, [this] { keys_->update(); });
     showZoom();
 }
 

@@ -17,6 +17,7 @@ struct FurtherDocuments;
 class PreviewDocuments;
 class PreviewPages;
 class SavedBar;
+class ToolbarKeys;
 enum class Format;
 
 /// The window that previews, prints and exports a report. Each command is a named action with a
@@ -73,6 +74,7 @@ private:
     PreviewDocuments* documents_;
     SavedBar* savedBar_;
     QToolBar* toolbar_;
+    ToolbarKeys* keys_ = nullptr;
     QLineEdit* pageNumber_ = nullptr;
     QLabel* pageCount_ = nullptr;
     QComboBox* zoom_ = nullptr;

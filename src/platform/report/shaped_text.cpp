@@ -140,20 +140,23 @@ double widest(const std::vector<Layout>& lines)
     return width;
 }
 
+/// Sets the corner so that the baseline is that of the text's own font, also if a character comes
+/// from a substitute font with a greater ascent.
 ShapedLine shapedLine(const QTextLayout& layout, const QFontMetricsF& metrics, const Fit& fit)
 {
+    const double ascent = layout.lineCount() == 0 ? metrics.ascent() : layout.lineAt(0).ascent();
     return {layout.text(),
             lineGlyphs(layout),
-            {},
+            {0, (metrics.ascent() - ascent) * fit.vertical()},
             naturalWidth(layout) * fit.horizontal(),
-            (metrics.ascent() + metrics.underlinePos()) * fit.vertical()};
+            (ascent + metrics.underlinePos()) * fit.vertical()};
 }
 
 void place(ShapedText& text, const TextFrame& frame, double lineHeight)
 {
     double top = (frame.height - static_cast<double>(text.lines.size()) * lineHeight) / 2;
     for (ShapedLine& line : text.lines) {
-        line.corner = {frame.leftOf(line.width), top};
+        line.corner = {frame.leftOf(line.width), line.corner.y() + top};
         top += lineHeight;
     }
 }

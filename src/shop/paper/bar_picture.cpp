@@ -174,7 +174,7 @@ void addGroupPlan(const GroupPlan& plan, Flow& flow)
 {
     const BarSettings& settings = plan.settings;
     flow.require(3 * lineHeight(groupPoints) + 2 * barHeight + barGap);
-    flow.line(groupWords(plan.group), groupPoints, true);
+    flow.paragraph(groupWords(plan.group), groupPoints, true);
     flow.line(u"מוטות: %1   גבול תחתון: %2   %3"_s.arg(plan.barCount())
                   .arg(plan.bound)
                   .arg(proofWords(plan)),

@@ -24,17 +24,17 @@ const std::vector<Column>& explanationColumns()
 void addLine(const ExplainedLine& line, Flow& flow)
 {
     flow.require(5 * lineHeight(factPoints));
-    flow.line(u"הזמנה %1, שורה %2: %3, פתח ברוחב %4 ובגובה %5"_s.arg(line.order)
-                  .arg(line.line)
-                  .arg(line.series, numberText(line.width), numberText(line.height)),
-              groupPoints, true);
+    flow.paragraph(u"הזמנה %1, שורה %2: %3, פתח ברוחב %4 ובגובה %5"_s.arg(line.order)
+                       .arg(line.line)
+                       .arg(line.series, numberText(line.width), numberText(line.height)),
+                   groupPoints, true);
     if (line.sizes.empty()) {
         flow.line(u"אין הסבר למידות השורה"_s, factPoints);
     } else {
         TableLayout table(flow, explanationColumns());
         for (const ExplainedSize& each : line.sizes)
-            table.row({partWord(each.part), sideWord(each.side), numberText(each.length)},
-                      each.explanation.split(u'\n'));
+            table.textRow({partWord(each.part), sideWord(each.side), numberText(each.length)},
+                          each.explanation);
     }
     flow.skip(lineGap);
 }

@@ -5,6 +5,9 @@
 #include "shop/paper/sheet_ink.h"
 #include "shop/paper/words.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace shop::paper {
@@ -17,6 +20,11 @@ constexpr double headPoints = 11;
 constexpr double faultPoints = 10;
 constexpr qsizetype namedOrders = 6;
 
+constexpr QChar isolateBegin(0x2066);
+constexpr QChar isolateEnd(0x2069);
+/// A word is condensed and reduced in size to this part of its width before it is truncated.
+constexpr double narrowest = report::narrowestStretch * report::smallestSize / 10000.0;
+
 /// Returns the different texts, or the first of them and how many others there are.
 QString listed(QStringList texts)
 {
@@ -28,7 +36,7 @@ QString listed(QStringList texts)
     return texts.first(namedOrders).join(u", "_s) + u" ועוד %1"_s.arg(others);
 }
 
-/// Returns the lines below the title.
+/// Returns the texts side by side below the title.
 QStringList headOf(const std::vector<OrderHead>& orders)
 {
     QStringList numbers;
@@ -43,6 +51,38 @@ QStringList headOf(const std::vector<OrderHead>& orders)
     return {word + listed(numbers), u"תאריך: "_s + listed(dates), u"לקוח: "_s + listed(customers)};
 }
 
+/// Splits a text at blanks. A formula, which is isolated from the direction of the text, is one
+/// word, because its parts would change their places on a line of their own.
+QStringList wordsOf(const QString& text)
+{
+    QStringList words;
+    QString word;
+    bool isIsolated = false;
+    for (const QChar each : text) {
+        isIsolated = each == isolateBegin || (isIsolated && each != isolateEnd);
+        if (each != u' ' || isIsolated)
+            word += each;
+        else if (!word.isEmpty())
+            words.append(std::exchange(word, {}));
+    }
+    if (!word.isEmpty())
+        words.append(word);
+    return words;
+}
+
+/// Splits a word that is too wide even with the greatest condensing.
+QStringList wordPieces(const QString& word, const QFont& font, int width)
+{
+    QStringList pieces{QString()};
+    for (const QChar each : word) {
+        if (!pieces.back().isEmpty() &&
+            report::textWidth(pieces.back() + each, false, font) > width)
+            pieces.append(QString());
+        pieces.back() += each;
+    }
+    return pieces;
+}
+
 } // namespace
 
 int lineHeight(double points)
@@ -50,9 +90,9 @@ int lineHeight(double points)
     return static_cast<int>(points * 27);
 }
 
-QStringList brokenItems(const QStringList& items, double points, int width)
+QStringList brokenItems(const QStringList& items, double points, int width, bool bold)
 {
-    const QFont font = report::twipFont(paperFamily(), points, false);
+    const QFont font = report::twipFont(paperFamily(), points, bold);
     const double blank = report::textWidth(u"0"_s, false, font);
     QStringList lines;
     double used = 0;
@@ -69,6 +109,19 @@ QStringList brokenItems(const QStringList& items, double points, int width)
     return lines;
 }
 
+QStringList brokenText(const QString& text, double points, int width, bool bold)
+{
+    const QFont font = report::twipFont(paperFamily(), points, bold);
+    QStringList words;
+    for (const QString& each : wordsOf(text)) {
+        if (report::textWidth(each, false, font) * narrowest <= width)
+            words.append(each);
+        else
+            words.append(wordPieces(each, font, width));
+    }
+    return brokenItems(words, points, width, bold);
+}
+
 Flow::Flow(const QString& title, const std::vector<OrderHead>& orders)
     : title_(title), head_(headOf(orders))
 {
@@ -80,14 +133,20 @@ void Flow::newSheet()
     sheets_.emplace_back();
     top_ = topMargin;
     line(title_, titlePoints, true);
-    const int height = lineHeight(headPoints);
     const int third = width / 3;
+    int end = right;
+    int lowest = top_;
     for (int i = 0; i < 3; ++i) {
         const int wide = i == 2 ? third + third / 2 : third - third / 4;
-        const int end = right - i * (third - third / 4);
-        add(TextItem{{end - wide, top_, wide - 100, height}, head_[i], headPoints, true});
+        const int available = wide - 100;
+        const QStringList lines = brokenText(head_[i], headPoints, available, true);
+        const int height = lineHeight(headPoints) * static_cast<int>(lines.size());
+        add(TextItem{
+            {end - available, top_, available, height}, lines.join(u' '), headPoints, true});
+        lowest = std::max(lowest, top_ + height);
+        end -= wide;
     }
-    top_ += height + 60;
+    top_ = lowest + 60;
     add(BoxItem{{left, top_, width, 1}});
     top_ += 120;
 }
@@ -115,10 +174,10 @@ void Flow::line(const QString& text, double points, bool bold)
     add(TextItem{{left, top, width, height}, text, points, bold});
 }
 
-void Flow::items(const QStringList& items, double points)
+void Flow::paragraph(const QString& text, double points, bool bold)
 {
-    for (const QString& each : brokenItems(items, points, width - 100))
-        line(each, points);
+    for (const QString& each : brokenText(text, points, width, bold))
+        line(each, points, bold);
 }
 
 void numberPages(std::vector<Sheet>& sheets)
@@ -138,7 +197,7 @@ void addFaults(const std::vector<Fault>& faults, Flow& flow)
         return;
     flow.line(u"לא ניתן לחתוך, ולא נכלל בתוכנית:"_s, headPoints, true);
     for (const Fault& each : faults)
-        flow.line(faultWords(each), faultPoints);
+        flow.paragraph(faultWords(each), faultPoints);
     flow.skip(150);
 }
 

@@ -34,8 +34,8 @@ public:
     void add(const BoxItem& item) { sheets_.back().boxes.push_back(item); }
     /// Adds one line of text over the whole width.
     void line(const QString& text, double points, bool bold = false);
-    /// Adds a paragraph of items separated by blanks, on as many lines as it needs.
-    void items(const QStringList& items, double points);
+    /// Adds a text over the whole width, on as many lines as it needs.
+    void paragraph(const QString& text, double points, bool bold = false);
 
     std::vector<Sheet> take() { return std::move(sheets_); }
 
@@ -56,7 +56,10 @@ void numberPages(std::vector<Sheet>& sheets);
 int lineHeight(double points);
 
 /// Breaks items separated by blanks into lines of at most this width.
-QStringList brokenItems(const QStringList& items, double points, int width);
+QStringList brokenItems(const QStringList& items, double points, int width, bool bold = false);
+/// Breaks a text at its blanks into lines of at most this width, and a very long word at any
+/// character. Text between the marks U+2066 and U+2069 is never broken.
+QStringList brokenText(const QString& text, double points, int width, bool bold = false);
 
 /// Adds the faults in words, if there are any.
 void addFaults(const std::vector<Fault>& faults, Flow& flow);

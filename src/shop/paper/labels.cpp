@@ -5,7 +5,9 @@
 #include "shop/paper/qr_code.h"
 #include "shop/paper/words.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <tuple>
 
@@ -17,22 +19,32 @@ namespace {
 
 constexpr int labelsAcross = 3;
 constexpr int labelsDown = 8;
-constexpr int margin = 220;
-constexpr int codeSide = 1500;
+constexpr int freeEdge = 60;    ///< The free edge of the label at the top, the bottom and the left.
+constexpr int margin = 200;     ///< The free edge around the texts.
+constexpr int codePlace = 1600; ///< The side of the square for the code with its quiet zone.
+/// The quiet zone that a reader needs around a code, in modules.
+constexpr int quietModules = 4;
+constexpr double pointsHeight = 25; ///< The height of a line, in twips for each point of its size.
+constexpr double longTextPoints = 8;
+constexpr double faultTextPoints = 10;
 
-struct TextLine
+/// A text of a label and the number of lines that it gets.
+struct LabelText
 {
     QString text;
     double points;
-    bool bold;
+    bool bold = false;
+    int lines = 1;
+
+    double height() const { return points * pointsHeight * lines; }
 };
 
-/// Returns the side of a code whose modules are whole dots of the printer.
-double sideOf(int modules, LabelPaper paper)
+/// Returns the width of a code's module, which is a whole number of the printer's dots.
+double moduleOf(int modules, LabelPaper paper)
 {
     const double dot =
         double(runtime::twipsPerInch) / (paper == LabelPaper::Printer300 ? 300 : 203);
-    return std::floor(codeSide / (modules * dot)) * modules * dot;
+    return std::floor(codePlace / ((modules + 2 * quietModules) * dot)) * dot;
 }
 
 QRect labelPlace(int index, LabelPaper paper)
@@ -48,39 +60,93 @@ QRect labelPlace(int index, LabelPaper paper)
     return {left, top, right - left, (row + 1) * sheet.height / labelsDown - top};
 }
 
-/// Adds the code at the left and the texts to its right.
-void addLabel(const Piece& piece, const QString& code, const QString& customer, const QRect& place,
-              LabelPaper paper, Sheet& sheet)
+/// Returns a text that is any input of the user. A long one gets two smaller lines.
+LabelText userText(const QString& text, int width)
+{
+    constexpr double points = 10;
+    const bool isShort = brokenText(text, points, width).size() <= 1;
+    return isShort ? LabelText{text, points} : LabelText{text, longTextPoints, false, 2};
+}
+
+/// Adds the texts from the top of the rectangle. They are reduced in size if they are too high.
+void addTexts(const std::vector<LabelText>& texts, const QRect& place, Sheet& sheet)
+{
+    double sum = 0;
+    for (const LabelText& each : texts)
+        sum += each.height();
+    const double scale = std::min(1.0, place.height() / sum);
+    double top = place.top();
+    for (const LabelText& each : texts) {
+        const double height = each.height() * scale;
+        sheet.texts.push_back(
+            {{place.left(), static_cast<int>(top), place.width(), static_cast<int>(height)},
+             each.text,
+             each.points * scale,
+             each.bold});
+        top += height;
+    }
+}
+
+/// Adds the code at the left with its text below it.
+void addCode(const QString& code, const QRect& place, LabelPaper paper, Sheet& sheet)
 {
     const QImage picture = qrCode(code);
-    const double side = sideOf(picture.width(), paper);
-    sheet.codes.push_back(
-        {{place.left() + margin + 60.0, place.top() + margin + 60.0, side, side}, picture});
+    const double side = moduleOf(picture.width(), paper) * picture.width();
+    const double inset = freeEdge + (codePlace - side) / 2;
+    sheet.codes.push_back({{place.left() + inset, place.top() + inset, side, side}, picture});
     sheet.texts.push_back(
-        {{place.left() + margin, place.top() + margin + codeSide + 60, codeSide, 220},
+        {{place.left() + freeEdge, place.top() + freeEdge + codePlace, codePlace, 200},
          code,
          8,
          false,
          report::Align::Centre,
          false});
-    const TextLine lines[] = {
+}
+
+void addLabel(const Piece& piece, const QString& code, const QString& customer, const QRect& place,
+              LabelPaper paper, Sheet& sheet)
+{
+    addCode(code, place, paper, sheet);
+    const int width = place.width() - freeEdge - codePlace - margin;
+    const QRect room(place.left() + freeEdge + codePlace, place.top() + margin, width,
+                     place.height() - 2 * margin);
+    std::vector<LabelText> texts{
         {u"הזמנה %1 שורה %2"_s.arg(piece.order).arg(piece.line), 11, true},
-        {customer, 10, false},
+        userText(customer, width),
         {u"%1, %2"_s.arg(partWord(piece.group.part), sideWord(piece.side)), 11, true},
         {numberText(piece.length), 17, true},
-        {kindWord(piece.group.profile), 10, false},
-        {piece.group.colour, 10, false},
-    };
-    const int left = place.left() + margin + codeSide + 160;
-    int top = place.top() + margin;
-    for (const TextLine& each : lines) {
-        const int height = static_cast<int>(each.points * 25);
-        sheet.texts.push_back({{left, top, place.left() + place.width() - margin - left, height},
-                               each.text,
-                               each.points,
-                               each.bold});
-        top += height;
+        userText(kindWord(piece.group.profile), width),
+        userText(piece.group.colour, width)};
+    std::erase_if(texts, [](const LabelText& each) { return each.text.trimmed().isEmpty(); });
+    addTexts(texts, room, sheet);
+}
+
+/// Returns a page of a label printer that names what cannot be cut.
+Sheet faultLabel(const Fault& fault)
+{
+    const QRect room(margin, margin, labelPaper.width - 2 * margin, labelPaper.height - 2 * margin);
+    const QStringList lines = brokenText(faultWords(fault), faultTextPoints, room.width());
+    Sheet sheet;
+    addTexts({{u"לא ניתן לחתוך"_s, 12, true},
+              {faultWords(fault), faultTextPoints, false, static_cast<int>(lines.size())}},
+             room, sheet);
+    return sheet;
+}
+
+/// Returns the sheets that name what cannot be cut.
+std::vector<Sheet> faultSheets(const ShopPack& pack, LabelPaper paper)
+{
+    const std::vector<Fault>& faults = pack.pieces.faults;
+    if (faults.empty())
+        return {};
+    if (paper == LabelPaper::A4) {
+        Flow flow(u"מדבקות"_s, pack.orders);
+        addFaults(faults, flow);
+        return flow.take();
     }
+    std::vector<Sheet> sheets;
+    std::ranges::transform(faults, std::back_inserter(sheets), faultLabel);
+    return sheets;
 }
 
 std::map<int, QString> customersOf(const std::vector<OrderHead>& orders)
@@ -114,12 +180,7 @@ QStringList labelCodes(const std::vector<Piece>& pieces)
 
 std::vector<Sheet> labelSheets(const ShopPack& pack, LabelPaper paper)
 {
-    std::vector<Sheet> sheets;
-    if (!pack.pieces.faults.empty() && paper == LabelPaper::A4) {
-        Flow flow(u"מדבקות"_s, pack.orders);
-        addFaults(pack.pieces.faults, flow);
-        sheets = flow.take();
-    }
+    std::vector<Sheet> sheets = faultSheets(pack, paper);
     const int perSheet = paper == LabelPaper::A4 ? labelsAcross * labelsDown : 1;
     const std::map<int, QString> customers = customersOf(pack.orders);
     const QStringList codes = labelCodes(pack.pieces.pieces);

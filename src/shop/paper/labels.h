@@ -21,8 +21,8 @@ report::Paper paperOf(LabelPaper paper);
 /// and part from 1.
 QStringList labelCodes(const std::vector<Piece>& pieces);
 
-/// Returns the sheets with one label for each piece. If some pieces cannot be cut, A4 sheets begin
-/// with a page that names them.
+/// Returns the sheets with one label for each piece. Before them stand the pieces that cannot be
+/// cut: on A4 as a page that names them, on a label printer as one label for each.
 std::vector<Sheet> labelSheets(const ShopPack& pack, LabelPaper paper);
 
 } // namespace shop::paper

@@ -40,7 +40,7 @@ const std::vector<Column>& paneColumns()
 void addGroup(const GroupPlan& plan, const std::vector<CutListRow>& rows, Flow& flow)
 {
     flow.require(7 * lineHeight(factPoints));
-    flow.line(groupWords(plan.group), groupPoints, true);
+    flow.paragraph(groupWords(plan.group), groupPoints, true);
     flow.line(u"מוטות: %1 באורך %2   זווית: %3"_s.arg(plan.barCount())
                   .arg(numberText(plan.settings.barLength), numberText(plan.settings.angle)),
               factPoints);

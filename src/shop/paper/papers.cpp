@@ -15,9 +15,15 @@ namespace shop::paper {
 
 namespace {
 
+/// Returns the word with the number of the order, or the first and the last one of several.
 QString titleFor(const QString& word, const ShopPack& pack)
 {
-    return pack.orders.empty() ? word : word + u' ' + QString::number(pack.orders.front().number);
+    if (pack.orders.empty())
+        return word;
+    const int first = pack.orders.front().number;
+    if (pack.orders.size() == 1)
+        return u"%1 %2"_s.arg(word).arg(first);
+    return u"%1 %2-%3"_s.arg(word).arg(first).arg(pack.orders.back().number);
 }
 
 std::unique_ptr<SheetDocument> numbered(const QString& title, std::vector<Sheet> sheets)
@@ -65,7 +71,8 @@ std::unique_ptr<SheetDocument> allPapers(const ShopPack& pack)
     std::vector<Sheet> sheets;
     for (const PaperKind& each : paperKinds())
         append(each.sheets(pack), sheets);
-    return numbered(titleFor(u"הזמנה"_s, pack), std::move(sheets));
+    const QString word = pack.orders.size() > 1 ? u"הזמנות"_s : u"הזמנה"_s;
+    return numbered(titleFor(word, pack), std::move(sheets));
 }
 
 std::unique_ptr<SheetDocument> labelDocument(const ShopPack& pack, LabelPaper paper)
@@ -74,8 +81,7 @@ std::unique_ptr<SheetDocument> labelDocument(const ShopPack& pack, LabelPaper pa
                                            labelSheets(pack, paper));
 }
 
-ShopPack remakePack(const ShopPack& pack, const SettingsByGroup& settings, int order, int line,
-                    Part part)
+ShopPack remakePack(const ShopPack& pack, int order, int line, Part part)
 {
     ShopPack remake;
     remake.pieces.pieces = ofLine(pack.pieces.pieces, order, line);
@@ -86,7 +92,6 @@ ShopPack remakePack(const ShopPack& pack, const SettingsByGroup& settings, int o
         remake.pieces.glass = ofLine(pack.pieces.glass, order, line);
     if (part == Part::Mesh)
         remake.pieces.mesh = ofLine(pack.pieces.mesh, order, line);
-    remake.groups = planGroups(remake.pieces.pieces, settings);
     std::ranges::copy_if(pack.orders, std::back_inserter(remake.orders),
                          [&](const OrderHead& each) { return each.number == order; });
     return remake;
@@ -95,14 +100,17 @@ ShopPack remakePack(const ShopPack& pack, const SettingsByGroup& settings, int o
 std::unique_ptr<SheetDocument> remakeSlip(const ShopPack& pack)
 {
     std::vector<Sheet> sheets;
-    if (!pack.pieces.pieces.empty() || !pack.pieces.faults.empty())
+    if (!pack.pieces.pieces.empty() || !pack.pieces.faults.empty()) {
+        append(cutListSheets(pack), sheets);
         append(barPlanSheets(pack), sheets);
+    }
     if (!pack.pieces.glass.empty())
         append(glassSheets(pack), sheets);
     if (!pack.pieces.mesh.empty())
         append(meshSheets(pack), sheets);
     for (Sheet& each : sheets)
         each.texts.push_back({{Flow::left, 300, Flow::width, 300}, u"קריאה חוזרת"_s, 12, true});
+    numberPages(sheets); // The labels leave no room for a number.
     if (!pack.pieces.pieces.empty())
         append(labelSheets(pack, LabelPaper::A4), sheets);
     return std::make_unique<SheetDocument>(titleFor(u"קריאה חוזרת"_s, pack), report::a4Portrait,

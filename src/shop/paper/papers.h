@@ -24,10 +24,10 @@ std::unique_ptr<SheetDocument> paperDocument(const PaperKind& kind, const ShopPa
 std::unique_ptr<SheetDocument> allPapers(const ShopPack& pack);
 std::unique_ptr<SheetDocument> labelDocument(const ShopPack& pack, LabelPaper paper);
 
-/// Returns the pack of one part of one line, with a new plan for its pieces.
-ShopPack remakePack(const ShopPack& pack, const SettingsByGroup& settings, int order, int line,
-                    Part part);
-/// Returns the slip for making the pieces of such a pack again: pieces, plan and labels.
+/// Returns the pack of one part of one line, without a plan for its pieces.
+ShopPack remakePack(const ShopPack& pack, int order, int line, Part part);
+/// Returns the slip for making the pieces of such a planned pack again: the list of pieces, the
+/// plan, panes or panels, and the labels. The sheets before the labels have page numbers.
 std::unique_ptr<SheetDocument> remakeSlip(const ShopPack& pack);
 
 /// Returns the name of the file with all documents, such as order-7.pdf.

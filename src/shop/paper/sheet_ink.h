@@ -36,7 +36,8 @@ private:
         std::size_t operator()(const Key& key) const
         {
             return qHashMulti(0, key.item.text, key.item.place.width(), key.item.place.height(),
-                              key.item.points, key.item.bold);
+                              key.item.points, key.item.bold, static_cast<int>(key.item.align),
+                              key.item.rightToLeft);
         }
     };
 

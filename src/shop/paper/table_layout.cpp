@@ -11,6 +11,11 @@ constexpr int padding = 60;
 /// A longer list continues in a further row, which may be on the next sheet.
 constexpr qsizetype linesPerRow = 20;
 
+int textWidth(const Column& column)
+{
+    return column.width - 2 * padding;
+}
+
 } // namespace
 
 TableLayout::TableLayout(Flow& flow, const std::vector<Column>& columns)
@@ -43,7 +48,7 @@ void TableLayout::cells(const QStringList& texts, int top, int height, bool bold
         const Column& column = columns_[i];
         end -= column.width;
         flow_.add(BoxItem{{end, top, column.width, height}, fill});
-        flow_.add(TextItem{{end + padding, top, column.width - 2 * padding, height},
+        flow_.add(TextItem{{end + padding, top, textWidth(column), height},
                            texts[static_cast<qsizetype>(i)],
                            cellPoints,
                            bold,
@@ -53,21 +58,39 @@ void TableLayout::cells(const QStringList& texts, int top, int height, bool bold
 
 void TableLayout::row(const QStringList& texts, const QStringList& items, bool bold)
 {
+    rowOfLines(texts, brokenItems(items, cellPoints, textWidth(columns_.back()), bold), bold);
+}
+
+void TableLayout::textRow(const QStringList& texts, const QString& text)
+{
+    QStringList lines;
+    for (const QString& each : text.split(u'\n'))
+        lines += brokenText(each, cellPoints, textWidth(columns_.back()));
+    rowOfLines(texts, lines, false);
+}
+
+void TableLayout::rowOfLines(const QStringList& texts, const QStringList& lines, bool bold)
+{
     const Column& last = columns_.back();
-    const QStringList lines = brokenItems(items, cellPoints, last.width - 2 * padding);
     const int height = lineHeight(cellPoints);
-    QStringList shown = texts;
+    QStringList shown;
+    qsizetype lineCount = 1;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        const QStringList broken = brokenText(
+            texts[i], cellPoints, textWidth(columns_[static_cast<std::size_t>(i)]), bold);
+        shown.append(broken.join(u' '));
+        lineCount = std::max(lineCount, broken.size());
+    }
     shown.append(QString());
     for (qsizetype from = 0; from == 0 || from < lines.size(); from += linesPerRow) {
         const QStringList part = lines.mid(from, linesPerRow);
-        const int rowHeight =
-            height * static_cast<int>(std::max<qsizetype>(1, part.size())) + padding;
+        const int rowHeight = height * static_cast<int>(std::max(lineCount, part.size())) + padding;
         const int top = flow_.take(rowHeight);
         cells(shown, top, rowHeight, bold, Fill::None);
         for (qsizetype i = 0; i < part.size(); ++i)
             flow_.add(
                 TextItem{{Flow::left + padding, top + padding / 2 + static_cast<int>(i) * height,
-                          last.width - 2 * padding, height},
+                          textWidth(last), height},
                          part[i],
                          cellPoints,
                          bold,

@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include <future>
-#include <utility>
 
 namespace shop::screens {
 
@@ -18,41 +17,106 @@ namespace {
 constexpr int pollMilliseconds = 10;
 constexpr int patienceMilliseconds = 500;
 
-} // namespace
-
-std::vector<GroupPlan> planWithProgress(const std::vector<Piece>& pieces,
-                                        const SettingsByGroup& settings, QWidget* parent)
+/// A plan in the making, on threads of its own.
+class Planning
 {
-    std::atomic<bool> cancelled = false;
-    std::atomic<int> done = 0;
-    std::atomic<int> all = 0;
-    auto plans = std::async(std::launch::async, [&] {
-        return planGroups(pieces, settings, {&cancelled, {}},
-                          [&](std::size_t ready, std::size_t of) {
-                              done = static_cast<int>(ready);
-                              all = static_cast<int>(of);
-                          });
+public:
+    Planning(const std::vector<Piece>& pieces, const SettingsByGroup& settings)
+        : plans_(std::async(std::launch::async, [this, &pieces, &settings] {
+              return planGroups(pieces, settings, {&cancelled_, {}},
+                                [this](std::size_t done, std::size_t all) {
+                                    done_ = static_cast<int>(done);
+                                    all_ = static_cast<int>(all);
+                                });
+          }))
+    {
+    }
+
+    bool isReady() const
+    {
+        return plans_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    }
+    int done() const { return done_; }
+    int all() const { return all_; }
+
+    /// Ends the search and returns the best plan so far.
+    ProgressedPlan take()
+    {
+        const bool isComplete = isReady();
+        cancelled_ = true;
+        return {plans_.get(), isComplete};
+    }
+
+private:
+    std::atomic<bool> cancelled_ = false;
+    std::atomic<int> done_ = 0;
+    std::atomic<int> all_ = 0;
+    std::future<std::vector<GroupPlan>> plans_; ///< The last member, because it uses the others.
+};
+
+/// Waits without a dialog. The input of the user waits as well, so that no window reacts before the
+/// dialog blocks it.
+void waitPatiently(const Planning& planning)
+{
+    QEventLoop loop;
+    QTimer poll;
+    QTimer patience;
+    runtime::on(&poll, &QTimer::timeout, &loop, [&] {
+        if (planning.isReady())
+            loop.quit();
     });
+    runtime::on(&patience, &QTimer::timeout, &loop, [&] { loop.quit(); });
+    poll.start(pollMilliseconds);
+    patience.start(patienceMilliseconds);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+void showProgress(const Planning& planning, QProgressDialog& dialog)
+{
+    // Showing a value handles events, and the dialog forgets after that whether it was cancelled.
+    if (dialog.wasCanceled())
+        return;
+    dialog.setMaximum(planning.all());
+    dialog.setValue(planning.done());
+}
+
+void waitWithDialog(const Planning& planning, QWidget* parent)
+{
     QProgressDialog dialog(u"מתכנן מוטות..."_s, u"הפסק"_s, 0, 0, parent);
     dialog.setObjectName(u"PlanningProgress"_s);
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setMinimumDuration(patienceMilliseconds);
+    dialog.setWindowTitle(u"תוכנית מוטות"_s);
+    dialog.setLayoutDirection(Qt::RightToLeft);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.setAutoClose(false);
+    dialog.setAutoReset(false);
     QEventLoop loop;
     QTimer poll;
     bool isShowing = false; // The dialog handles events when it shows a value.
+    runtime::on(&dialog, &QProgressDialog::canceled, &loop, [&] { loop.quit(); });
     runtime::on(&poll, &QTimer::timeout, &loop, [&] {
-        if (std::exchange(isShowing, true))
+        if (isShowing)
             return;
-        dialog.setMaximum(all);
-        dialog.setValue(done);
-        cancelled = cancelled || dialog.wasCanceled();
-        if (plans.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
-            loop.quit();
+        isShowing = true;
+        showProgress(planning, dialog);
         isShowing = false;
+        if (planning.isReady() || dialog.wasCanceled())
+            loop.quit();
     });
+    dialog.show();
     poll.start(pollMilliseconds);
     loop.exec();
-    return plans.get();
+}
+
+} // namespace
+
+ProgressedPlan planWithProgress(const std::vector<Piece>& pieces, const SettingsByGroup& settings,
+                                QWidget* parent)
+{
+    Planning planning(pieces, settings);
+    waitPatiently(planning);
+    if (!planning.isReady())
+        waitWithDialog(planning, parent);
+    return planning.take();
 }
 
 } // namespace shop::screens

@@ -6,9 +6,16 @@ class QWidget;
 
 namespace shop::screens {
 
-/// Plans the bars of the pieces. If this takes longer than half a second, it shows the progress and
-/// lets the user cancel it; the result is then the best plan so far.
-std::vector<GroupPlan> planWithProgress(const std::vector<Piece>& pieces,
-                                        const SettingsByGroup& settings, QWidget* parent);
+struct ProgressedPlan
+{
+    std::vector<GroupPlan> groups;
+    bool isComplete = true; ///< False if the search was stopped: the plan is the best one so far.
+};
+
+/// Plans the bars of the pieces. Meanwhile the windows take no input. If the planning takes longer
+/// than half a second, a dialog shows the progress and lets the user cancel. The end of the program
+/// cancels, too.
+ProgressedPlan planWithProgress(const std::vector<Piece>& pieces, const SettingsByGroup& settings,
+                                QWidget* parent);
 
 } // namespace shop::screens

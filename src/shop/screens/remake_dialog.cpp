@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -39,7 +40,7 @@ RemakeDialog::RemakeDialog(const Pieces& pieces, QWidget* parent)
     setObjectName(u"Remake"_s);
     setWindowTitle(u"קריאה חוזרת"_s);
     setLayoutDirection(Qt::RightToLeft);
-    resize(420, 480);
+    resize(QSize(420, 480).boundedTo(screen()->availableSize() * 9 / 10));
     list_->setObjectName(u"Parts"_s);
     for (const RemakeChoice& each : choices_)
         list_->addItem(u"הזמנה %1, שורה %2, %3"_s.arg(each.order)
@@ -55,6 +56,7 @@ RemakeDialog::RemakeDialog(const Pieces& pieces, QWidget* parent)
     column->addWidget(list_);
     column->addWidget(buttons);
     runtime::on(accept, &QPushButton::clicked, this, [this] { this->accept(); });
+    runtime::on(list_, &QListWidget::itemDoubleClicked, this, [this] { this->accept(); });
     runtime::on(cancel, &QPushButton::clicked, this, [this] { reject(); });
 }
 

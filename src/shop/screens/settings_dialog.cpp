@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -17,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int firstNumber = 3; ///< The columns before it name the group.
+constexpr int trimColumn = 5;  ///< Trims must not use up the whole bar.
 
 const QStringList& headings()
 {
@@ -42,7 +44,7 @@ SettingsDialog::SettingsDialog(const StoredBars& bars, QWidget* parent)
     setObjectName(u"BarSettings"_s);
     setWindowTitle(u"הגדרות מוטות"_s);
     setLayoutDirection(Qt::RightToLeft);
-    resize(1150, 560);
+    resize(QSize(1150, 560).boundedTo(screen()->availableSize() * 9 / 10));
     table_->setObjectName(u"Settings"_s);
     addRows();
     auto* buttons = new QDialogButtonBox(this);
@@ -85,14 +87,24 @@ std::optional<BarSettings> SettingsDialog::settingsIn(int row)
         bool isNumber = false;
         const double value = table_->item(row, column)->text().trimmed().toDouble(&isNumber);
         if (!isNumber || !isAllowed(each, value)) {
-            table_->setCurrentCell(row, column);
-            runtime::MsgBox(u"ערך לא תקין: %1"_s.arg(headings()[column]), runtime::refusalFlags);
+            refuse(row, column);
             return {};
         }
         each.set(settings, value);
         ++column;
     }
+    if (settings.usable() <= 0) {
+        refuse(row, trimColumn);
+        return {};
+    }
     return settings;
+}
+
+void SettingsDialog::refuse(int row, int column)
+{
+    table_->setCurrentCell(row, column);
+    table_->setFocus();
+    runtime::MsgBox(u"ערך לא תקין: %1"_s.arg(headings()[column]), runtime::refusalFlags);
 }
 
 void SettingsDialog::save()

@@ -24,6 +24,8 @@ private:
     void save();
     /// Reads a row. Returns nothing and shows which cell is wrong if a number is invalid.
     std::optional<BarSettings> settingsIn(int row);
+    /// Says in a box that the cell is invalid, and selects it.
+    void refuse(int row, int column);
 
     const StoredBars bars_;
     SettingsByGroup changed_;

@@ -18,105 +18,181 @@
 namespace shop::screens {
 
 using namespace Qt::StringLiterals;
+using report::MadeDocument;
 using runtime::RunTimeError;
 
 namespace {
 
-using Document = std::shared_ptr<report::PrintedDocument>;
+constexpr qsizetype toldFindings = 8;
+
+/// A checked pack with the settings that it was planned with. Documents that were made from it keep
+/// it, so that their data always belong to them.
+struct CheckedPack
+{
+    ShopPack pack;
+    SettingsByGroup settings;
+};
+
+using SharedPack = std::shared_ptr<const CheckedPack>;
+
+/// Throws InternalError (51) with the first findings of the checker if there are any.
+void check(const CheckedPack& made)
+{
+    const QStringList findings = findingsIn(made.pack, made.settings, {});
+    if (findings.isEmpty())
+        return;
+    QString text = findings.first(std::min(toldFindings, findings.size())).join(u'\n');
+    if (findings.size() > toldFindings)
+        text += u"\n..."_s;
+    throw RunTimeError(runtime::InternalError, text);
+}
+
+QString sentenceFor(const RunTimeError& error)
+{
+    switch (error.number()) {
+    case runtime::NoCurrentRecord:
+        return u"ההזמנה אינה קיימת עוד."_s;
+    case runtime::InternalError:
+        return u"התוכנית נבדקה ונמצאה בה שגיאה, ולכן אינה מוצגת."_s;
+    case runtime::Locked:
+        return u"עמדה אחרת מחזיקה את הנתונים נעולים. נסה שוב בעוד רגע."_s;
+    case runtime::ReadOnly:
+    case runtime::PermissionDenied:
+        return u"אין הרשאה לקרוא את קובץ הנתונים או לכתוב בו."_s;
+    default:
+        return u"קריאת הנתונים או שמירתם נכשלה, ולכן הפעולה לא בוצעה."_s;
+    }
+}
+
+/// Returns what the function returns. An error is shown in a message box, so that it does not end
+/// the program.
+template <typename Action>
+auto shielded(const Action& action) -> decltype(action())
+{
+    try {
+        return action();
+    } catch (const RunTimeError& error) {
+        runtime::MsgBox(sentenceFor(error) + u"\n\n"_s + error.description(),
+                        runtime::refusalFlags);
+        return {};
+    }
+}
 
 /// The documents of one order.
-class OrderPack
+class OrderPack : public std::enable_shared_from_this<OrderPack>
 {
 public:
     OrderPack(QString storePath, int order) : path_(std::move(storePath)), order_(order) {}
 
-    /// Returns the pack, which is read and planned at the first call. Throws the errors of reading,
-    /// and InternalError (51) if the checker finds an error in the plan.
-    const ShopPack& pack(QWidget* parent)
+    /// Returns the pack, which is read and planned at the first call. It is read and planned again
+    /// if the user stopped the planning. Throws the errors of reading and those of check.
+    SharedPack pack(QWidget* parent)
     {
-        if (!pack_) {
-            const OrderSource source = readOrders(path_, {order_});
-            ShopPack made{
-                piecesOf(source.lines, source.settings), {}, source.orders, source.explanations};
-            made.groups = planWithProgress(made.pieces.pieces, source.settings, parent);
-            const QStringList findings = findingsIn(made, source.settings, {});
-            if (!findings.isEmpty())
-                throw RunTimeError(runtime::InternalError, findings.join(u'\n'));
-            settings_ = source.settings;
-            pack_ = std::move(made);
-        }
-        return *pack_;
+        if (pack_ != nullptr)
+            return pack_;
+        const OrderSource source = readOrders(path_, {order_});
+        auto made = std::make_shared<CheckedPack>(CheckedPack{
+            {piecesOf(source.lines, source.settings), {}, source.orders, source.explanations},
+            source.settings});
+        const bool isComplete = plan(*made, parent);
+        if (isComplete)
+            pack_ = made;
+        return made;
     }
 
-    QByteArray data(QByteArray (*make)(const ShopPack&)) const
+    MadeDocument remake(QWidget* parent)
     {
-        return pack_ ? make(*pack_) : QByteArray();
-    }
-
-    Document remake(QWidget* parent)
-    {
-        const ShopPack& all = pack(parent);
-        RemakeDialog dialog(all.pieces, parent);
+        const SharedPack all = pack(parent);
+        RemakeDialog dialog(all->pack.pieces, parent);
         if (dialog.exec() != QDialog::Accepted || !dialog.choice())
-            return nullptr;
-        const RemakeChoice choice = *dialog.choice();
-        return paper::remakeSlip(
-            paper::remakePack(all, settings_, choice.order, choice.line, choice.part));
+            return {};
+        return remakeOf(*all, *dialog.choice(), parent);
     }
 
-    Document editSettings(QWidget* parent)
+    /// Returns no document if the part has no pieces any more.
+    MadeDocument remakeAgain(const RemakeChoice& choice, QWidget* parent)
+    {
+        const SharedPack all = pack(parent);
+        const std::vector<RemakeChoice> choices = remakeChoices(all->pack.pieces);
+        if (std::ranges::find(choices, choice) == choices.end())
+            return {};
+        return remakeOf(*all, choice, parent);
+    }
+
+    /// Returns true if the user has changed settings.
+    bool editSettings(QWidget* parent)
     {
         SettingsDialog dialog(readStoredBars(path_), parent);
-        if (dialog.exec() == QDialog::Accepted && !dialog.changed().empty()) {
-            writeBarTable(path_, dialog.changed());
-            pack_.reset();
-        }
-        return nullptr;
+        if (dialog.exec() != QDialog::Accepted || dialog.changed().empty())
+            return false;
+        writeBarTable(path_, dialog.changed());
+        pack_.reset();
+        return true;
     }
 
 private:
+    /// Plans and checks the pieces of a pack. Returns false if the user stopped the planning.
+    static bool plan(CheckedPack& made, QWidget* parent)
+    {
+        ProgressedPlan planned = planWithProgress(made.pack.pieces.pieces, made.settings, parent);
+        made.pack.groups = std::move(planned.groups);
+        check(made);
+        return planned.isComplete;
+    }
+
+    MadeDocument remakeOf(const CheckedPack& all, const RemakeChoice& choice, QWidget* parent)
+    {
+        const auto slip = std::make_shared<CheckedPack>(CheckedPack{
+            paper::remakePack(all.pack, choice.order, choice.line, choice.part), all.settings});
+        plan(*slip, parent);
+        return {paper::remakeSlip(slip->pack), [slip] { return planJson(slip->pack); },
+                [self = shared_from_this(), choice](QWidget* window) {
+                    return shielded([&] { return self->remakeAgain(choice, window); });
+                }};
+    }
+
     QString path_;
     int order_;
-    std::optional<ShopPack> pack_;
-    SettingsByGroup settings_;
+    SharedPack pack_;
 };
 
-/// Returns what the function makes. An error is shown in a message box, so that it does not end the
-/// program.
-template <typename Make>
-Document shielded(const Make& make)
+report::FurtherDocument paperOf(const std::shared_ptr<OrderPack>& order,
+                                const paper::PaperKind& kind)
 {
-    try {
-        return make();
-    } catch (const RunTimeError& error) {
-        runtime::MsgBox(error.description(), runtime::refusalFlags);
-        return nullptr;
-    }
+    return {kind.title,
+            [order, &kind](QWidget* parent, int) {
+                return shielded([&]() -> MadeDocument {
+                    const SharedPack made = order->pack(parent);
+                    return {paper::paperDocument(kind, made->pack),
+                            [made, &kind] { return kind.data(made->pack); }};
+                });
+            },
+            kind.dataFile};
 }
 
-void addPaper(const std::shared_ptr<OrderPack>& order, const paper::PaperKind& kind,
-              report::FurtherDocuments& further)
+report::FurtherDocument labelsOf(const std::shared_ptr<OrderPack>& order)
 {
-    further.documents.push_back({kind.title,
-                                 [order, &kind](QWidget* parent) {
-                                     return shielded([&]() -> Document {
-                                         return paper::paperDocument(kind, order->pack(parent));
-                                     });
-                                 },
-                                 kind.dataFile, [order, &kind] { return order->data(kind.data); }});
+    return {u"מדבקות"_s,
+            [order](QWidget* parent, int variant) {
+                return shielded([&]() -> MadeDocument {
+                    const SharedPack made = order->pack(parent);
+                    return {
+                        paper::labelDocument(made->pack, static_cast<paper::LabelPaper>(variant)),
+                        [made] { return planJson(made->pack); }};
+                });
+            },
+            u"plan.json"_s,
+            {u"LabelPaper"_s,
+             u"הנייר של המדבקות"_s,
+             {u"דפי A4 (3 × 8)"_s, u"מדפסת מדבקות 203 dpi"_s, u"מדפסת מדבקות 300 dpi"_s}}};
 }
 
-void addLabels(const std::shared_ptr<OrderPack>& order, const QString& title,
-               paper::LabelPaper labelPaper, report::FurtherDocuments& further)
+report::FurtherDocument remakeOf(const std::shared_ptr<OrderPack>& order)
 {
-    further.documents.push_back({title,
-                                 [order, labelPaper](QWidget* parent) {
-                                     return shielded([&]() -> Document {
-                                         return paper::labelDocument(order->pack(parent),
-                                                                     labelPaper);
-                                     });
-                                 },
-                                 u"plan.json"_s, [order] { return order->data(planJson); }});
+    return {
+        u"קריאה חוזרת"_s,
+        [order](QWidget* parent, int) { return shielded([&] { return order->remake(parent); }); },
+        u"plan.json"_s};
 }
 
 } // namespace
@@ -126,21 +202,15 @@ report::FurtherDocuments documentsOf(const QString& storePath, int orderNumber)
     const auto order = std::make_shared<OrderPack>(storePath, orderNumber);
     report::FurtherDocuments further{
         .reportTitle = u"דוח הזמנה"_s, .documents = {}, .commands = {}};
-    const std::vector<paper::PaperKind>& kinds = paper::paperKinds();
-    std::ranges::for_each(kinds.begin(), std::prev(kinds.end()),
-                          [&](const paper::PaperKind& each) { addPaper(order, each, further); });
-    addLabels(order, u"מדבקות"_s, paper::LabelPaper::A4, further);
-    addLabels(order, u"מדבקות למדפסת 203"_s, paper::LabelPaper::Printer203, further);
-    addLabels(order, u"מדבקות למדפסת 300"_s, paper::LabelPaper::Printer300, further);
-    addPaper(order, kinds.back(), further);
-    further.commands = {
-        {u"ActionBarSettings"_s, u"הגדרות מוטות"_s, u"עריכת אורכי המוטות ושאר ההגדרות"_s,
-         [order](QWidget* parent) {
-             return shielded([&] { return order->editSettings(parent); });
-         }},
-        {u"ActionRemake"_s, u"קריאה חוזרת"_s, u"מסמך להכנה חוזרת של חלק אחד"_s,
-         [order](QWidget* parent) { return shielded([&] { return order->remake(parent); }); }},
-    };
+    for (const paper::PaperKind& each : paper::paperKinds())
+        further.documents.push_back(paperOf(order, each));
+    // The labels are listed before the last document, which tells how the sizes were computed.
+    further.documents.insert(std::prev(further.documents.end()), labelsOf(order));
+    further.documents.push_back(remakeOf(order));
+    further.commands = {{u"ActionBarSettings"_s, u"הגדרות מוטות"_s,
+                         u"עריכת אורכי המוטות ושאר ההגדרות"_s, [order](QWidget* parent) {
+                             return shielded([&] { return order->editSettings(parent); });
+                         }}};
     return further;
 }
 

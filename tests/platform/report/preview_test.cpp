@@ -334,7 +334,6 @@ void PreviewTest::commands_haveHebrewNames()
         QVERIFY2(isHebrew(action->text()), qPrintable(action->objectName()));
         QVERIFY2(isHebrew(action->toolTip()), qPrintable(action->objectName()));
     }
-    // 17 of the tool bar, one of the list of documents, and two of the bar for a saved file.
     QCOMPARE(commands, 20);
 }
 

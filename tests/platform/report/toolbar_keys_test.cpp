@@ -1,4 +1,4 @@
-#include "shell/toolbar_keys.h"
+#include "platform/report/toolbar_keys.h"
 
 #include "support/widgets.h"
 
@@ -50,7 +50,7 @@ void ToolbarKeysTest::init()
     toolbar_->actions().constFirst()->setMenu(menu_);
     box_ = new QLineEdit;
     window_->setCentralWidget(box_);
-    new shell::ToolbarKeys(toolbar_);
+    new report::ToolbarKeys({toolbar_}, report::ToolbarKeys::Tab::SkipsButtons);
     window_->show();
     window_->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
