@@ -34,6 +34,7 @@ private slots:
     void f6_goesFromPartToPart();
     void enterInACustomerBox_goesOnAndSelects();
     void enterInAList_goesOnAndKeepsTheText();
+    void nextOpening_takesElevenKeys();
     void ctrlP_printsTheOrder();
     void wheelOverAList_changesNoChoice();
 
@@ -208,6 +209,33 @@ void OrderKeysTest::enterInAList_goesOnAndKeepsTheText()
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QCOMPARE(focusName(), u"DBComboColor_0"_s);
     QCOMPARE(kind->currentText(), u"לבן"_s);
+}
+
+/// Three digits for each measure, four times Enter from box to box, and Space on the button.
+void OrderKeysTest::nextOpening_takesElevenKeys()
+{
+    Module1::SelectedSerialNum = static_cast<std::int16_t>(desk_->store.addSeries(
+        u"הזזה"_s, {-0.6, -0.6, -2.8, -6.5, -19.6, -19.7, -2.4, -6.9}, 2, 2));
+    desk_->on<QLineEdit>("TextNum_0")->setFocus();
+    for (const QString& width : {u"120"_s, u"150"_s}) {
+        int keys = 0;
+        const auto press = [&keys](Qt::Key key) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            ++keys;
+        };
+        for (const QString& measure : {width, u"110"_s}) {
+            for (const QChar digit : measure)
+                press(Qt::Key(digit.unicode()));
+            press(Qt::Key_Return);
+            press(Qt::Key_Return);
+        }
+        QCOMPARE(focusName(), u"CmdAdd"_s);
+        press(Qt::Key_Space);
+        QCOMPARE(keys, 11);
+        QCOMPARE(focusName(), u"TextNum_0"_s);
+    }
+    const auto stored = desk_->store.rows(u"SELECT MyWidth, MYHeight FROM Cuts WHERE NUM > 3"_s);
+    QCOMPARE(stored, (QList<QList<QVariant>>{{120.0, 110.0}, {150.0, 110.0}}));
 }
 
 /// Printing an order without customer details stores them as Null, so that the print command leaves

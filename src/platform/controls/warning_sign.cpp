@@ -31,8 +31,12 @@ QPixmap drawnSign(int side)
 QIcon warningSign()
 {
     QIcon icon;
-    for (const int side : {16, 24, 32, 48})
-        icon.addPixmap(drawnSign(side));
+    for (const int side : {16, 24, 32, 48}) {
+        const QPixmap picture = drawnSign(side);
+        icon.addPixmap(picture);
+        // Qt would tint the sign in a selected row.
+        icon.addPixmap(picture, QIcon::Selected);
+    }
     return icon;
 }
 
