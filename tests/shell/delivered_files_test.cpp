@@ -44,6 +44,7 @@ private slots:
     void folderWithAFont_loadsItAndNoOtherFile();
     void damagedFontAndMissingFolder_loadNothing();
     void translationInTheFolder_isPreferred();
+    void emptyFolderName_isNotTheCurrentFolder();
     void folderWithoutTranslation_takesThatOfQt();
 };
 
@@ -81,6 +82,21 @@ void DeliveredFilesTest::translationInTheFolder_isPreferred()
     QTranslator translator;
     QVERIFY(shell::loadToolkitTranslation(translator, folder.path()));
     QCOMPARE(translator.language(), u"ar"_s);
+}
+
+void DeliveredFilesTest::emptyFolderName_isNotTheCurrentFolder()
+{
+    const QString arabic = pathOfQtsTexts(u"qtbase_ar.qm"_s);
+    if (!QFile::exists(arabic))
+        QSKIP("this machine has no other translation");
+    const QTemporaryDir folder;
+    QVERIFY(QFile::copy(arabic, folder.filePath(u"qtbase_he.qm"_s)));
+    const QString former = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    QTranslator translator;
+    shell::loadToolkitTranslation(translator, QString());
+    QVERIFY(QDir::setCurrent(former));
+    QVERIFY(translator.language() != u"ar"_s);
 }
 
 void DeliveredFilesTest::folderWithoutTranslation_takesThatOfQt()

@@ -134,15 +134,19 @@ void DBGrid::bringIntoSight()
         scrollTo(currentIndex());
 }
 
-/// Returns the column of the current cell, or the rightmost visible column if there is none.
+/// Returns the column of the current cell. If there is none, returns the rightmost visible column,
+/// where reading starts, or the first one of an editable grid, into which the user types.
 int DBGrid::shownColumn() const
 {
     if (currentIndex().isValid() && !isColumnHidden(currentIndex().column()))
         return currentIndex().column();
-    int column = std::max(model_->columnCount() - 1, 0);
-    while (column > 0 && isColumnHidden(column))
-        --column;
-    return column;
+    const int count = model_->columnCount();
+    for (int i = 0; i < count; ++i) {
+        const int column = editable_ ? i : count - 1 - i;
+        if (!isColumnHidden(column))
+            return column;
+    }
+    return 0;
 }
 
 void DBGrid::goTo(int row)
