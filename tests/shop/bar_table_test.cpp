@@ -143,7 +143,7 @@ TEST(BarTableTest, FieldThatRefusesNull_IsAnError)
     TemporaryStore store;
     shop::writeBarTable(store.path(), {});
     store.execute(u"ALTER TABLE zomrel_bars DROP COLUMN Kerf"_s);
-    store.execute(u"ALTER TABLE zomrel_bars ADD COLUMN Kerf DOUBLE PRECISION NOT NULL DEFAULT 0"_s);
+    store.execute(u"ALTER TABLE zomrel_bars ADD COLUMN Kerf DOUBLE NOT NULL DEFAULT 0"_s);
     EXPECT_EQ(errorOf(store),
               u"The table zomrel_bars does not have the expected structure: field Kerf."_s);
 }
