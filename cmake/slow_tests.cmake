@@ -98,6 +98,7 @@ set(ZOMREL_SLOW_TESTS
     shell_status_bar_test
     shop_plan_check_test
     shop_planner_test
+    shop_tools_killed_run_test
     shop_tools_program_test
     shop_tools_program_test_on_server
     stalled_share_journey

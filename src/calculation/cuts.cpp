@@ -8,7 +8,6 @@ namespace cuts {
 
 namespace {
 
-constexpr double shalavHeightAllowance = 8;
 constexpr double doorFrameSides = 2;
 
 double within(double value)

@@ -32,6 +32,8 @@ inline constexpr std::array allParts{Mashkof, Kanaf, Glass, Reshet};
 
 /// What the two U-profiles of a monoblock are shorter than its opening is high.
 inline constexpr double uCutAllowance = 14;
+/// The part of the opening's height that no slat covers.
+inline constexpr double shalavHeightAllowance = 8;
 inline constexpr double uVasaAllowance = 17.6;
 
 struct Series

@@ -156,6 +156,18 @@ QString explainedDifference(double whole, double deduction, double actual)
     return isolated(withDeduction(shown(whole), -deduction) + u" = "_s + shown(actual));
 }
 
+QString explainedSlats(const Size& opening, double thickness, int actual)
+{
+    if (!(thickness > 0))
+        return {};
+    const double slats = (opening.height - shalavHeightAllowance) / thickness;
+    if (std::nearbyint(slats) != actual)
+        return {};
+    return isolated(u"(%1 − %2) ÷ %3 %4 %5"_s.arg(
+        shown(opening.height), shown(shalavHeightAllowance), shown(thickness),
+        isSame(slats, actual) ? u"="_s : u"≈"_s, shown(actual)));
+}
+
 QString explainedMissingSeries()
 {
     return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר למידה."_s;

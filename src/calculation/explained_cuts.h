@@ -35,6 +35,11 @@ QString explainedHeight(const ComputedLine& line, Part part, const TodaysSeries&
 /// text is empty if the actual size is another one. Does not throw.
 QString explainedDifference(double whole, double deduction, double actual);
 
+/// Returns how the number of slats follows from the opening's height and the thickness of a slat,
+/// for example "(100 − 8) ÷ 4 = 23", or with "≈" if it is rounded. The text is empty if the actual
+/// number is another one. Does not throw.
+QString explainedSlats(const Size& opening, double thickness, int actual);
+
 /// Returns a Hebrew sentence that says that the line's series has been deleted since.
 QString explainedMissingSeries();
 

@@ -120,11 +120,28 @@ bool isAllowed(const SettingColumn& column, double value)
     return column.includesLowest ? value >= column.lowest : value > column.lowest;
 }
 
+QString invalidField(const BarSettings& settings)
+{
+    for (const SettingColumn& column : settingColumns()) {
+        if (!isAllowed(column, column.get(settings)))
+            return column.field;
+    }
+    return settings.usable() > 0 ? QString() : u"Trim"_s;
+}
+
 QString rangeText(const SettingColumn& column)
 {
     return (column.includesLowest ? u"a number from %1 to %2"_s
                                   : u"a number greater than %1, up to %2"_s)
         .arg(numberText(column.lowest), numberText(column.highest));
+}
+
+double withoutNoise(double number)
+{
+    constexpr double perUnit = 1e9;  // The inverse of lengthNoise, exactly.
+    constexpr double exact = 0x1p53; // From here on, a number has no decimals to round.
+    const double units = number * perUnit;
+    return std::abs(units) < exact ? std::round(units) / perUnit : number;
 }
 
 QString numberText(double number)
@@ -133,6 +150,11 @@ QString numberText(double number)
     const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(),
                                                    number, std::chars_format::fixed);
     return QString::fromLatin1(digits.data(), end.ptr - digits.data());
+}
+
+QString computedNumber(double number)
+{
+    return numberText(withoutNoise(number));
 }
 
 } // namespace shop

@@ -97,13 +97,22 @@ const std::vector<SettingColumn>& settingColumns();
 
 /// Returns true if the number is finite and within the range of the column.
 bool isAllowed(const SettingColumn& column, double value);
+/// Returns the field of the first invalid number, or an empty text. If both trims use up the whole
+/// bar, this is the field of the trim.
+QString invalidField(const BarSettings& settings);
 /// Returns the range of the column in words.
 QString rangeText(const SettingColumn& column);
 
 /// Lengths that differ by less than this are equal, because the difference is floating-point noise.
 constexpr double lengthNoise = 1e-9;
 
+/// Returns a computed number rounded to nine decimals, because everything beyond is floating-point
+/// noise. Stored lengths and sizes are not rounded.
+double withoutNoise(double number);
+
 /// Returns the shortest decimal text without exponent that reads back as the same number.
 QString numberText(double number);
+/// Returns the text of withoutNoise.
+QString computedNumber(double number);
 
 } // namespace shop

@@ -25,10 +25,43 @@ bool hasBarTable(dao::Database& database)
     return dao::ownTables(database).contains(barSchema().name, Qt::CaseInsensitive);
 }
 
+bool isSame(const QString& one, const QString& other)
+{
+    return one.compare(other, Qt::CaseInsensitive) == 0;
+}
+
+/// Only the counter may refuse Null.
 bool isAlike(const dao::FieldInfo& found, const dao::FieldInfo& wanted)
 {
-    return found.type == wanted.type && found.size == wanted.size &&
-           found.counter == wanted.counter;
+    return isSame(found.name, wanted.name) && found.type == wanted.type &&
+           found.size == wanted.size && found.counter == wanted.counter &&
+           (!found.required || wanted.counter);
+}
+
+bool isAlike(const dao::IndexInfo& found, const dao::IndexInfo& wanted)
+{
+    return isSame(found.fields.join(u'\n'), wanted.fields.join(u'\n')) &&
+           found.primary == wanted.primary && found.unique == wanted.unique;
+}
+
+/// Each wanted definition must be found, and no other one.
+template <typename Info>
+void requireAlike(const std::vector<Info>& found, const std::vector<Info>& wanted,
+                  const QString& what)
+{
+    const auto refuse = [&](const QString& name) {
+        throw RunTimeError(runtime::UnrecognizedFormat,
+                           u"The table %1 does not have the expected structure: %2 %3."_s.arg(
+                               barSchema().name, what, name));
+    };
+    for (const Info& each : wanted) {
+        if (std::ranges::none_of(found, [&](const Info& other) { return isAlike(other, each); }))
+            refuse(each.name);
+    }
+    for (const Info& each : found) {
+        if (std::ranges::none_of(wanted, [&](const Info& other) { return isAlike(each, other); }))
+            refuse(each.name);
+    }
 }
 
 void requireShape(dao::Database& database)
@@ -39,46 +72,58 @@ void requireShape(dao::Database& database)
     std::vector<dao::FieldInfo> found;
     for (int i = 0; i < fields.Count(); ++i)
         found.push_back(fields(i).info());
-    for (const dao::FieldInfo& wanted : schema.fields) {
-        const auto match = std::ranges::find_if(found, [&](const dao::FieldInfo& each) {
-            return each.name.compare(wanted.name, Qt::CaseInsensitive) == 0;
-        });
-        if (match == found.end() || !isAlike(*match, wanted))
-            throw RunTimeError(
-                runtime::UnrecognizedFormat,
-                u"The table %1 does not have the expected structure: field %2."_s.arg(schema.name,
-                                                                                      wanted.name));
+    requireAlike(found, schema.fields, u"field"_s);
+    const dao::Indexes indexes = table.indexes();
+    std::vector<dao::IndexInfo> foundIndexes;
+    for (int i = 0; i < indexes.Count(); ++i)
+        foundIndexes.push_back(indexes(i).info());
+    requireAlike(foundIndexes, schema.indexes, u"index"_s);
+}
+
+/// Returns the group of the row, or nothing if its part is unknown.
+std::optional<GroupKey> groupIn(dao::Recordset& row)
+{
+    const std::optional<Part> part = partNamed(row.Fields(u"Part"_s).Value().toString());
+    if (!part || *part == Part::Glass)
+        return {};
+    return GroupKey{*part, row.Fields(u"Profile"_s).Value().toString(),
+                    row.Fields(u"Colour"_s).Value().toString()};
+}
+
+/// Reads the settings of the row. Returns the field with an invalid value, or an empty text.
+QString readSettings(dao::Recordset& row, BarSettings& settings)
+{
+    for (const SettingColumn& column : settingColumns()) {
+        const QVariant value = row.Fields(column.field).Value();
+        if (!value.isValid() || !isAllowed(column, value.toDouble()))
+            return column.field;
+        column.set(settings, value.toDouble());
     }
+    return invalidField(settings);
+}
+
+QString codeOf(dao::Recordset& row)
+{
+    return row.Fields(u"Code"_s).Value().toString();
 }
 
 [[noreturn]] void refuseRow(dao::Recordset& row, const QString& field)
 {
     throw RunTimeError(runtime::DataTypeConversion,
                        u"The table %1 contains an invalid value in field %2 of row %3."_s.arg(
-                           barSchema().name, field, row.Fields(u"Code"_s).Value().toString()));
+                           barSchema().name, field, codeOf(row)));
 }
 
-GroupKey groupOf(dao::Recordset& row)
+void requireValid(const SettingsByGroup& settings)
 {
-    const std::optional<Part> part = partNamed(row.Fields(u"Part"_s).Value().toString());
-    if (!part || *part == Part::Glass)
-        refuseRow(row, u"Part"_s);
-    return {*part, row.Fields(u"Profile"_s).Value().toString(),
-            row.Fields(u"Colour"_s).Value().toString()};
-}
-
-BarSettings settingsIn(dao::Recordset& row)
-{
-    BarSettings settings;
-    for (const SettingColumn& column : settingColumns()) {
-        const QVariant value = row.Fields(column.field).Value();
-        if (!value.isValid() || !isAllowed(column, value.toDouble()))
-            refuseRow(row, column.field);
-        column.set(settings, value.toDouble());
+    for (const auto& [group, each] : settings) {
+        const QString field = invalidField(each);
+        if (!field.isEmpty())
+            throw RunTimeError(
+                runtime::DataTypeConversion,
+                u"The settings of %1 '%2' '%3' have an invalid value in field %4."_s.arg(
+                    partName(group.part), group.profile, group.colour, field));
     }
-    if (!(settings.usable() > 0))
-        refuseRow(row, u"Trim"_s);
-    return settings;
 }
 
 void assign(dao::Recordset& row, const BarSettings& settings)
@@ -91,7 +136,12 @@ void writeRows(dao::Database& database, SettingsByGroup settings)
 {
     const auto rows = database.OpenRecordset(barSchema().name, dao::dbOpenDynaset);
     for (; !rows->isEof(); rows->MoveNext()) {
-        const auto changed = settings.find(groupOf(*rows));
+        const std::optional<GroupKey> group = groupIn(*rows);
+        if (!group) { // No reader accepts the table as long as it contains such a row.
+            rows->Delete();
+            continue;
+        }
+        const auto changed = settings.find(*group);
         if (changed == settings.end())
             continue;
         rows->Edit();
@@ -118,13 +168,34 @@ SettingsByGroup readBarTable(dao::Database& database)
         return settings;
     requireShape(database);
     const auto rows = database.OpenRecordset(barSchema().name, dao::dbOpenDynaset);
-    for (; !rows->isEof(); rows->MoveNext())
-        settings[groupOf(*rows)] = settingsIn(*rows);
+    for (; !rows->isEof(); rows->MoveNext()) {
+        const std::optional<GroupKey> group = groupIn(*rows);
+        if (!group)
+            refuseRow(*rows, u"Part"_s);
+        const QString invalid = readSettings(*rows, settings[*group]);
+        if (!invalid.isEmpty())
+            refuseRow(*rows, invalid);
+    }
     return settings;
+}
+
+QStringList barTableFindings(dao::Database& database)
+{
+    QStringList findings;
+    const auto rows = database.OpenRecordset(barSchema().name, dao::dbOpenDynaset);
+    for (; !rows->isEof(); rows->MoveNext()) {
+        BarSettings settings;
+        const QString invalid = groupIn(*rows) ? readSettings(*rows, settings) : u"Part"_s;
+        if (!invalid.isEmpty())
+            findings.append(u"%1, Code %2: %3 has no valid value"_s.arg(barSchema().name,
+                                                                        codeOf(*rows), invalid));
+    }
+    return findings;
 }
 
 void writeBarTable(const QString& path, const SettingsByGroup& settings)
 {
+    requireValid(settings);
     // If this function throws, the connection is closed and the transaction is rolled back.
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
     database->BeginTrans();

@@ -63,7 +63,7 @@ void addGroup(const GroupPlan& plan, std::vector<CutListRow>& rows)
         addLine(each.order, each.line, rows.back().lines);
     }
     for (std::size_t i = first; i < rows.size(); ++i) {
-        rows[i].total = rows[i].length * rows[i].count;
+        rows[i].total = withoutNoise(rows[i].length * rows[i].count);
         if (i + 1 < rows.size() &&
             rows[i].length - rows[i + 1].length < easilyConfused - lengthNoise)
             rows[i].isClose = rows[i + 1].isClose = true;
@@ -100,7 +100,8 @@ std::vector<PaneRow> paneList(const std::vector<Pane>& panes)
         addLine(each.order, each.line, rows.back().lines);
     }
     for (PaneRow& each : rows)
-        each.area = each.width * each.height * each.count / areaUnit;
+        each.area =
+            withoutNoise(each.width * each.height * static_cast<double>(each.count) / areaUnit);
     return rows;
 }
 

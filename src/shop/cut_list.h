@@ -12,7 +12,7 @@ struct CutListRow
     GroupKey group;
     double length = 0;
     int count = 0;
-    double total = 0;
+    double total = 0;     ///< Without floating-point noise.
     QStringList lines;    ///< As "order-line", without duplicates.
     bool isClose = false; ///< True if the next longer or shorter length differs by less than 0.3.
 };
@@ -25,10 +25,10 @@ struct PaneRow
 {
     double width = 0;
     double height = 0;
-    int count = 0;
+    qint64 count = 0; ///< A sum over many lines may exceed an int.
     QString kind;
     QString colour;
-    double area = 0; ///< width * height * count / 10000.
+    double area = 0; ///< width * height * count / 10000, without floating-point noise.
     QStringList lines;
 };
 

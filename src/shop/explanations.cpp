@@ -36,8 +36,9 @@ double numberIn(dao::Recordset& line, const QString& field)
 
 void addSize(Part part, Side side, double length, const QString& explanation, ExplainedLine& to)
 {
-    if (length != 0 && !explanation.isEmpty())
-        to.sizes.push_back({part, side, length, explanation});
+    if (length != 0)
+        to.sizes.push_back(
+            {part, side, length, explanation.isEmpty() ? u"אין הסבר"_s : explanation});
 }
 
 void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::TodaysSeries* series,
@@ -55,6 +56,15 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
     }
 }
 
+/// Returns the explanation of a slat. No line stores what is deducted from the width of its slats,
+/// but the number of slats follows from their thickness.
+QString explainedSlat(dao::Recordset& row, const cuts::Size& opening)
+{
+    const QString count = cuts::explainedSlats(opening, numberIn(row, u"Shalav_Thick"_s),
+                                               static_cast<int>(numberIn(row, u"Shalav_Count"_s)));
+    return count.isEmpty() ? QString() : u"אין הסבר\nכמות: "_s + count;
+}
+
 /// Adds the sizes of the roller shutter, which are 0 in a line without one.
 void addShutter(dao::Recordset& row, const cuts::Size& opening, ExplainedLine& to)
 {
@@ -66,8 +76,7 @@ void addShutter(dao::Recordset& row, const cuts::Size& opening, ExplainedLine& t
             cuts::explainedDifference(opening.height, cuts::uCutAllowance, uCut), to);
     addSize(Part::Guide, Side::Height, uVasa,
             cuts::explainedDifference(opening.height, cuts::uVasaAllowance, uVasa), to);
-    addSize(Part::Slat, Side::Width, slat,
-            cuts::explainedDifference(opening.width, opening.width - slat, slat), to);
+    addSize(Part::Slat, Side::Width, slat, explainedSlat(row, opening), to);
     addSize(Part::Box, Side::Width, box, box == opening.width ? u"כרוחב הפתח"_s : QString(), to);
 }
 

@@ -2,9 +2,9 @@
 
 #include "calculation/stored_lines.h"
 #include "platform/dao/database.h"
-#include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
 #include "shop/bar_table.h"
+#include "shop/store_snapshot.h"
 
 #include <QSet>
 
@@ -67,49 +67,30 @@ OrderHead readHead(dao::Database& database, int order)
             textIn(*found, u"CustomerName"_s)};
 }
 
+/// The lines are explained if there is a catalogue.
 void readLines(dao::Database& database, int order,
-               const std::vector<calculation::NamedSeries>& catalogue, OrderSource& source)
+               const std::optional<std::vector<calculation::NamedSeries>>& catalogue,
+               OrderSource& source)
 {
     const auto rows = database.OpenRecordset(
         u"SELECT * FROM Cuts WHERE Order_Num = %1 ORDER BY NUM ASC"_s.arg(order),
         dao::dbOpenDynaset);
     for (; !rows->isEof(); rows->MoveNext()) {
         source.lines.push_back(lineOf(*rows));
-        source.explanations.push_back(explain(*rows, catalogue));
+        if (catalogue)
+            source.explanations.push_back(explain(*rows, *catalogue));
     }
 }
 
-/// A snapshot that ends with the object, because the connection to a server stays open.
-class Snapshot
-{
-public:
-    explicit Snapshot(dao::Database& database) : database_(database)
-    {
-        dao::beginSnapshot(database_);
-    }
-    ~Snapshot()
-    {
-        try {
-            database_.Rollback();
-        } catch (const RunTimeError&) {
-            return; // A broken connection has no snapshot left to end.
-        }
-    }
-    Snapshot(const Snapshot&) = delete;
-    Snapshot& operator=(const Snapshot&) = delete;
-
-private:
-    dao::Database& database_;
-};
-
 } // namespace
 
-OrderSource readOrders(const QString& path, const QList<int>& orders)
+OrderSource readOrders(const QString& path, const QList<int>& orders, Explanations explanations)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
-    // Stations may change the store meanwhile, so everything is read from one snapshot.
-    const Snapshot snapshot(*database);
-    const auto catalogue = calculation::readCatalogue(*database);
+    const StoreSnapshot snapshot(*database);
+    std::optional<std::vector<calculation::NamedSeries>> catalogue;
+    if (explanations == Explanations::Read)
+        catalogue = calculation::readCatalogue(*database);
     OrderSource source;
     QSet<int> done;
     for (const int order : orders) {

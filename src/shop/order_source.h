@@ -10,13 +10,17 @@ struct OrderSource
 {
     std::vector<OrderHead> orders; ///< As given, each once.
     std::vector<OrderLine> lines;  ///< In the order of the given orders, then by line number.
-    std::vector<ExplainedLine> explanations; ///< In the order of the lines.
+    std::vector<ExplainedLine> explanations; ///< In the order of the lines, if they were read.
     SettingsByGroup settings;
 };
+
+/// Whether the sizes of the lines are explained, which takes the catalogue and some time.
+enum class Explanations { Read, Skipped };
 
 /// Reads the orders' lines and the settings of bars from the store at the path. An order that is
 /// given twice is read once. Throws NoCurrentRecord (3021) with the number of an order that does
 /// not exist, the errors of readBarTable, and any error of the engine.
-OrderSource readOrders(const QString& path, const QList<int>& orders);
+OrderSource readOrders(const QString& path, const QList<int>& orders,
+                       Explanations explanations = Explanations::Read);
 
 } // namespace shop

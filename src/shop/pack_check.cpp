@@ -6,7 +6,24 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+using namespace Qt::StringLiterals;
+
 namespace shop {
+
+namespace {
+
+/// Adds the tables that the workbook contains, which are those of the CSV documents.
+QMap<QString, QByteArray> withTablesOfWorkbook(const ShopPack& pack,
+                                               QMap<QString, QByteArray> files)
+{
+    for (const DocumentKind& each : documentKinds()) {
+        if (each.file.endsWith(".csv"_L1) && !files.contains(each.file))
+            files.insert(each.file, each.make(pack));
+    }
+    return files;
+}
+
+} // namespace
 
 QStringList findingsIn(const ShopPack& pack, const SettingsByGroup& settings,
                        const QMap<QString, QByteArray>& files)
@@ -17,7 +34,9 @@ QStringList findingsIn(const ShopPack& pack, const SettingsByGroup& settings,
         return findings;
     const QJsonObject plan = QJsonDocument::fromJson(json).object();
     return checking::checkAgainst(plan, pack.pieces, settings) +
-           checking::checkDocuments(files, plan, pack.pieces);
+           checking::checkDocuments(
+               files.contains(u"workbook.xlsx"_s) ? withTablesOfWorkbook(pack, files) : files, plan,
+               pack.pieces);
 }
 
 } // namespace shop

@@ -19,6 +19,12 @@ bool isSet(const std::optional<double>& size)
     return size && *size != 0;
 }
 
+/// A length below the noise of floating-point numbers cannot be cut.
+bool isLength(double size)
+{
+    return size >= lengthNoise && std::isfinite(size);
+}
+
 /// Returns true for vowel points and direction marks, which do not change a word.
 bool isInvisible(QChar character)
 {
@@ -92,12 +98,15 @@ private:
             addFault(part, source.side, Fault::Reason::IsNull, source.lengthField);
         else if (!source.count)
             addFault(part, source.side, Fault::Reason::IsNull, source.countField);
-        else if (!(*source.length > 0 && std::isfinite(*source.length)))
+        else if (!isLength(*source.length))
             addFault(part, source.side, Fault::Reason::NotAboveZero, source.lengthField,
                      *source.length);
         else if (*source.count < 0)
             addFault(part, source.side, Fault::Reason::NegativeCount, source.countField,
                      *source.count);
+        else if (*source.count > mostPieces)
+            addFault(part, source.side, Fault::Reason::TooMany, source.countField, *source.count,
+                     mostPieces);
         else
             return true;
         return false;
@@ -145,7 +154,7 @@ private:
     }
 
     /// Panels of mesh need no faults of their own, because the bars of the mesh have the same
-    /// fields.
+    /// fields and the same greatest count.
     void addPaneFaults()
     {
         const PartOfLine& glass = line_.glass;
@@ -157,14 +166,12 @@ private:
 
     void addPanes(const PartOfLine& stored, std::vector<Pane>& panes) const
     {
-        const auto isLength = [](const std::optional<double>& size) {
-            return size && *size > 0 && std::isfinite(*size);
-        };
-        if (isNotMade(stored.kind) || !isLength(stored.width) || !isLength(stored.height) ||
-            stored.count.value_or(0) < 1)
+        const int count = stored.count.value_or(0);
+        if (isNotMade(stored.kind) || !isLength(stored.width.value_or(0)) ||
+            !isLength(stored.height.value_or(0)) || count < 1 || count > mostPieces)
             return;
-        panes.push_back({line_.order, line_.line, *stored.width, *stored.height, *stored.count,
-                         stored.kind, stored.colour});
+        panes.push_back({line_.order, line_.line, *stored.width, *stored.height, count, stored.kind,
+                         stored.colour});
     }
 
     const OrderLine& line_;

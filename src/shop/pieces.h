@@ -101,7 +101,7 @@ struct Pieces
     std::vector<Fault> faults;
 };
 
-/// The greatest number of pieces of one part and side of a line.
+/// The greatest count of a part of a line, and the greatest number of its pieces of one side.
 constexpr int mostPieces = 100000;
 
 /// Returns the pieces in the order of the lines, within a line by part, widths before heights.

@@ -2,11 +2,11 @@
 
 #include "platform/dao/database.h"
 #include "platform/dao/examination.h"
-#include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
 #include "shop/bar_table.h"
 #include "shop/csv.h"
 #include "shop/pieces.h"
+#include "shop/store_snapshot.h"
 #include "store/schema.h"
 
 #include <algorithm>
@@ -104,7 +104,9 @@ std::vector<GroupKey> groupsOf(dao::Database& database)
     for (std::size_t i = 0; i < namedParts().size(); ++i) {
         const Names& names = namedParts()[i];
         const store::PartLists& lists = store::partLists()[names.list];
-        const QStringList colours = namesIn(database, lists.colorTable);
+        QStringList colours = namesIn(database, lists.colorTable);
+        if (colours.isEmpty())
+            colours.append(QString()); // A kind without a colour has a row, too.
         for (const QString& kind : namesIn(database, lists.kindTable)) {
             for (const QString& colour : colours)
                 groups.add({names.part, kind, colour});
@@ -122,6 +124,11 @@ QStringList heading()
     for (const SettingColumn& column : settingColumns())
         names.append(column.column);
     return names;
+}
+
+qsizetype trimColumn()
+{
+    return heading().indexOf(u"trim"_s);
 }
 
 bool isGuarded(const QString& text)
@@ -144,6 +151,11 @@ QString unguarded(const QString& cell)
     return cell.startsWith(u'\'') && isGuarded(cell) ? cell.mid(1) : cell;
 }
 
+bool isBlank(const QStringList& cells)
+{
+    return std::ranges::all_of(cells, [](const QString& each) { return each.trimmed().isEmpty(); });
+}
+
 /// Converts the rows of a settings file and collects their errors.
 class Intake
 {
@@ -156,8 +168,10 @@ public:
             result_.findings.append(u"row 1: the heading must be %1"_s.arg(heading().join(u',')));
             return std::move(result_);
         }
-        for (row_ = 2; row_ <= rows.size(); ++row_)
-            take(rows[row_ - 1]);
+        for (row_ = 2; row_ <= rows.size(); ++row_) {
+            if (!isBlank(rows[row_ - 1]))
+                take(rows[row_ - 1]);
+        }
         if (!result_.findings.isEmpty())
             result_.settings.clear();
         return std::move(result_);
@@ -220,7 +234,7 @@ private:
                 column.set(settings, value);
         }
         if (result_.findings.size() == before && !(settings.usable() > 0))
-            refuse(u"trim"_s, numberText(settings.trim), u"both trims use up the whole bar"_s);
+            refuse(u"trim"_s, cells[trimColumn()], u"both trims use up the whole bar"_s);
         return settings;
     }
 
@@ -234,10 +248,15 @@ private:
 StoredBars readStoredBars(const QString& path)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
-    dao::beginSnapshot(*database);
-    StoredBars bars{groupsOf(*database), readBarTable(*database)};
-    database->Rollback();
-    return bars;
+    const StoreSnapshot snapshot(*database);
+    return {groupsOf(*database), readBarTable(*database)};
+}
+
+std::vector<GroupKey> readBarGroups(const QString& path)
+{
+    const auto database = dao::DBEngine::instance().OpenDatabase(path);
+    const StoreSnapshot snapshot(*database);
+    return groupsOf(*database);
 }
 
 QByteArray settingsFile(const StoredBars& bars)

@@ -11,13 +11,17 @@ namespace shop {
 struct StoredBars
 {
     /// Each kind and colour of frame, sash and mesh in the catalogue or in a line, followed by
-    /// guide, slat and box.
+    /// guide, slat and box. If the catalogue has no colours of a part, its kinds have none.
     std::vector<GroupKey> groups;
     SettingsByGroup settings;
 };
 
 /// Reads them from the store at the path. Throws like readBarTable and any error of the engine.
 StoredBars readStoredBars(const QString& path);
+
+/// Reads only the groups, also if the table of settings contains invalid rows. Throws any error of
+/// the engine.
+std::vector<GroupKey> readBarGroups(const QString& path);
 
 /// Returns the settings file: CSV with a heading and one row per group.
 QByteArray settingsFile(const StoredBars& bars);
@@ -29,8 +33,8 @@ struct SettingsIntake
     QStringList findings; ///< One text per invalid cell or row; then `settings` is empty.
 };
 
-/// Parses a settings file. Findings number the rows like a spreadsheet; the heading is row 1.
-/// `known` are the allowed groups.
+/// Parses a settings file. Blank lines are ignored. Findings number the rows like a spreadsheet;
+/// the heading is row 1. `known` are the allowed groups.
 SettingsIntake readSettingsFile(const QByteArray& file, const std::vector<GroupKey>& known);
 
 } // namespace shop

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <numeric>
 #include <optional>
+#include <system_error>
 #include <thread>
 
 namespace shop {
@@ -122,6 +123,16 @@ private:
     std::size_t done_ = 0;
 };
 
+/// Lets another thread work at the queue. Returns nothing if the system has no further threads.
+std::optional<std::future<void>> workerOf(GroupQueue& queue)
+{
+    try {
+        return std::async(std::launch::async, [&queue] { queue.work(); });
+    } catch (const std::system_error&) {
+        return {};
+    }
+}
+
 } // namespace
 
 int GroupPlan::barCount() const
@@ -139,8 +150,10 @@ std::vector<GroupPlan> planGroups(const std::vector<Piece>& pieces, const Settin
     GroupQueue queue(groups, settings, limits, progress);
     std::vector<std::future<void>> others;
     const std::size_t threads = std::max(1U, std::thread::hardware_concurrency());
-    for (std::size_t i = 1; i < std::min(threads, groups.size()); ++i)
-        others.push_back(std::async(std::launch::async, [&] { queue.work(); }));
+    for (std::size_t i = 1; i < std::min(threads, groups.size()); ++i) {
+        if (std::optional<std::future<void>> other = workerOf(queue))
+            others.push_back(std::move(*other));
+    }
     queue.work();
     for (std::future<void>& each : others)
         each.get();

@@ -85,8 +85,8 @@ Table panesTable(const std::vector<Pane>& panes)
     Table table{
         {u"width"_s, u"height"_s, u"count"_s, u"kind"_s, u"colour"_s, u"area"_s, u"lines"_s}, {}};
     for (const PaneRow& each : paneList(panes))
-        table.rows.push_back({each.width, each.height, each.count, each.kind, each.colour,
-                              each.area, each.lines.join(u' ')});
+        table.rows.push_back({each.width, each.height, static_cast<double>(each.count), each.kind,
+                              each.colour, each.area, each.lines.join(u' ')});
     return table;
 }
 

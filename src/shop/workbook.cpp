@@ -17,7 +17,8 @@ namespace shop {
 
 namespace {
 
-constexpr double columnWidth = 14; // In characters.
+constexpr double columnWidth = 14;       // In characters.
+constexpr qsizetype longestText = 32767; // The greatest number of characters of a cell.
 /// The creation time in the file, 1980-01-01, is fixed so that the same contents give the same
 /// bytes.
 constexpr time_t creation = 315532800;
@@ -28,6 +29,42 @@ void requireDone(lxw_error error)
         throw RunTimeError(
             runtime::DiskOrNetworkError,
             u"The workbook could not be made: %1"_s.arg(QString::fromUtf8(lxw_strerror(error))));
+}
+
+/// Divides a text into texts that fit into a cell, at spaces where possible.
+QStringList cellTexts(QString text)
+{
+    QStringList texts;
+    while (text.size() > longestText) {
+        const qsizetype space = text.lastIndexOf(u' ', longestText);
+        qsizetype end = space > 0 ? space : longestText;
+        if (space <= 0 && text[end].isLowSurrogate())
+            --end;
+        texts.append(text.first(end));
+        text.remove(0, end + (space > 0 ? 1 : 0));
+    }
+    texts.append(text);
+    return texts;
+}
+
+/// Returns the table without texts that are too long for a cell. They continue in columns that are
+/// added at the end of the table.
+Table withShortTexts(Table table)
+{
+    const std::size_t columns = table.rows.empty() ? 0 : table.rows.front().size();
+    for (std::vector<Cell>& row : table.rows) {
+        for (std::size_t i = 0; i < columns; ++i) {
+            const auto* text = std::get_if<QString>(&row[i]);
+            if (text == nullptr || text->size() <= longestText)
+                continue;
+            const QStringList texts = cellTexts(*text);
+            row[i] = texts.first();
+            row.insert(row.end(), std::next(texts.begin()), texts.end());
+        }
+        for (qsizetype more = table.columns.size(); more < qsizetype(row.size()); ++more)
+            table.columns.append(u"lines %1"_s.arg(more - qsizetype(columns) + 2));
+    }
+    return table;
 }
 
 /// Sets the decimal point of C's functions for the lifetime of the object, because the library
@@ -70,8 +107,9 @@ public:
     WorkbookFile(const WorkbookFile&) = delete;
     WorkbookFile& operator=(const WorkbookFile&) = delete;
 
-    void addSheet(const QString& name, const Table& table)
+    void addSheet(const QString& name, const Table& contents)
     {
+        const Table table = withShortTexts(contents);
         lxw_worksheet* sheet = workbook_add_worksheet(book_, name.toUtf8().constData());
         if (sheet == nullptr)
             requireDone(LXW_ERROR_MEMORY_MALLOC_FAILED);

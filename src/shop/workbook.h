@@ -7,9 +7,9 @@
 namespace shop {
 
 /// Returns the documents as one XLSX workbook with right-to-left sheets: pieces, cutting list, bar
-/// plan, glass and mesh. Numbers have 16 significant digits. The same contents give the same bytes.
-/// Throws DiskOrNetworkError (3043) if the workbook cannot be made, for example because a cell's
-/// text is too long.
+/// plan, glass and mesh. Numbers have 16 significant digits. The lines of a row that exceed the
+/// 32,767 characters of a cell continue in further columns. The same contents give the same bytes.
+/// Throws DiskOrNetworkError (3043) if the workbook cannot be made.
 QByteArray workbook(const ShopPack& pack);
 
 } // namespace shop

@@ -116,6 +116,16 @@ TEST(ExplainedCuts, SeriesThatCannotBeComputedExplainsNothing)
     EXPECT_EQ(explainedWidth(window(), cuts::Kanaf, broken), QString());
 }
 
+// By hand: (100 - 8) / 4 = 23; (100 - 8) / 4.5 is 20.4.
+TEST(ExplainedCuts, SlatsAreShownOnlyIfTheirThicknessGivesTheActualNumber)
+{
+    const cuts::Size opening{120, 100};
+    EXPECT_EQ(cuts::explainedSlats(opening, 4, 23), formula(u"(100 − 8) ÷ 4 = 23"_s));
+    EXPECT_EQ(cuts::explainedSlats(opening, 4.5, 20), formula(u"(100 − 8) ÷ 4.5 ≈ 20"_s));
+    EXPECT_EQ(cuts::explainedSlats(opening, 4.5, 21), QString());
+    EXPECT_EQ(cuts::explainedSlats(opening, 0, 23), QString());
+}
+
 // By hand: 100 - 17.6 = 82.4.
 TEST(ExplainedCuts, DifferenceIsShownOnlyIfItGivesTheActualSize)
 {

@@ -112,3 +112,79 @@ TEST(BarTableTest, InvalidRow_IsAnErrorThatNamesTheField)
     EXPECT_EQ(errorOf(store),
               u"The table zomrel_bars contains an invalid value in field Part of row 2."_s);
 }
+
+TEST(BarTableTest, TableWithAnotherStructure_IsAnErrorAndAFinding)
+{
+    struct Case
+    {
+        QString statement;
+        QString named;
+        QString finding;
+    };
+    for (const Case& each :
+         std::vector<Case>{{u"ALTER TABLE zomrel_bars ADD COLUMN Extra TEXT"_s, u"field Extra"_s,
+                            u"zomrel_bars.Extra: is no field of the store"_s},
+                           {u"DROP INDEX \"zomrel_bars.Bars_Key\""_s, u"index Bars_Key"_s,
+                            u"zomrel_bars: there is no index on Part, Profile, Colour"_s}}) {
+        TemporaryStore store;
+        shop::writeBarTable(store.path(), twoGroups());
+        store.execute(each.statement);
+        EXPECT_EQ(errorOf(store),
+                  u"The table zomrel_bars does not have the expected structure: "_s + each.named +
+                      u'.');
+        EXPECT_TRUE(storetools::checkStore(store.path()).contains(each.finding))
+            << qPrintable(storetools::checkStore(store.path()).join(u'\n'));
+        EXPECT_THROW(shop::writeBarTable(store.path(), twoGroups()), runtime::RunTimeError);
+    }
+}
+
+TEST(BarTableTest, FieldThatRefusesNull_IsAnError)
+{
+    TemporaryStore store;
+    shop::writeBarTable(store.path(), {});
+    store.execute(u"ALTER TABLE zomrel_bars DROP COLUMN Kerf"_s);
+    store.execute(u"ALTER TABLE zomrel_bars ADD COLUMN Kerf DOUBLE NOT NULL DEFAULT 0"_s);
+    EXPECT_EQ(errorOf(store),
+              u"The table zomrel_bars does not have the expected structure: field Kerf."_s);
+}
+
+TEST(BarTableTest, InvalidRows_AreFindingsOfTheStore)
+{
+    TemporaryStore store;
+    shop::writeBarTable(store.path(), twoGroups());
+    store.execute(u"UPDATE zomrel_bars SET Kerf = NULL WHERE Code = 1"_s);
+    store.execute(u"UPDATE zomrel_bars SET Part = 'door' WHERE Code = 2"_s);
+    EXPECT_EQ(storetools::checkStore(store.path()),
+              (QStringList{u"zomrel_bars, Code 1: Kerf has no valid value"_s,
+                           u"zomrel_bars, Code 2: Part has no valid value"_s}));
+    store.execute(u"UPDATE zomrel_bars SET Kerf = 0, Trim = 400 WHERE Code = 1"_s);
+    EXPECT_EQ(storetools::checkStore(store.path()).first(),
+              u"zomrel_bars, Code 1: Trim has no valid value"_s);
+}
+
+TEST(BarTableTest, InvalidSettings_AreRefused)
+{
+    TemporaryStore store;
+    shop::writeBarTable(store.path(), twoGroups());
+    const QByteArray before = store.contents();
+    SettingsByGroup change{*twoGroups().begin()};
+    change.begin()->second.trim = 325.125; // Twice that is the bar of 650.25.
+    try {
+        shop::writeBarTable(store.path(), change);
+        FAIL();
+    } catch (const runtime::RunTimeError& error) {
+        EXPECT_EQ(error.description(),
+                  u"The settings of frame 'רגיל' 'לבן' have an invalid value in field Trim."_s);
+    }
+    EXPECT_EQ(store.contents(), before);
+}
+
+TEST(BarTableTest, WritingOverInvalidRows_RepairsTheTable)
+{
+    TemporaryStore store;
+    shop::writeBarTable(store.path(), twoGroups());
+    store.execute(u"UPDATE zomrel_bars SET Trim = 400 WHERE Code = 1"_s);
+    store.execute(u"UPDATE zomrel_bars SET Part = 'door' WHERE Code = 2"_s);
+    shop::writeBarTable(store.path(), twoGroups());
+    EXPECT_EQ(read(store), twoGroups());
+}

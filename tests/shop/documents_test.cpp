@@ -195,3 +195,28 @@ TEST(DocumentsTest, PiecesCsv_HasARowForEachPieceWithItsAngle)
                                     u"120"_s, u"45"_s}));
     EXPECT_EQ(rows[4][3], u"height"_s);
 }
+
+TEST(DocumentsTest, SumsOfPanes_ExceedAnInt)
+{
+    shop::OrderLine line = shoptest::window();
+    line.glass.count = shop::mostPieces;
+    const shop::Pieces one = shop::piecesOf({line}, {});
+    const std::vector<shop::Pane> panes(30000, one.glass.front());
+    EXPECT_EQ(shop::paneList(panes).front().count, 3'000'000'000);
+    ShopPack pack;
+    pack.pieces.glass = panes;
+    EXPECT_EQ(rowsOf(shop::glassCsv(pack))[1][2], u"3000000000"_s);
+}
+
+// 3 x 119.4 is 358.20000000000005 in floating-point numbers.
+TEST(DocumentsTest, ComputedTotals_HaveNoNoise)
+{
+    shop::OrderLine line = frameOnly(1, 119.4, 100);
+    line.frame.count = 3;
+    const QList<QStringList> rows = rowsOf(shop::cutListCsv(packOf({line})));
+    EXPECT_EQ(rows[1][3], u"119.4"_s);
+    EXPECT_EQ(rows[1][5], u"358.2"_s);
+    EXPECT_EQ(shop::computedNumber(3 * 119.4), u"358.2"_s);
+    // 50.2 x 80.3 x 2 / 10000
+    EXPECT_EQ(rowsOf(shop::glassCsv(packOf({shoptest::window()})))[1][5], u"0.806212"_s);
+}

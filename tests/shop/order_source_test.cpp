@@ -127,19 +127,37 @@ TEST(OrderSourceTest, PartThatIsNotMade_IsNotExplained)
     EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})), expected);
 }
 
-// By hand: 100 - 14 = 86, 100 - 17.6 = 82.4, 120 - 117 = 3.
+// By hand: 100 - 14 = 86, 100 - 17.6 = 82.4, (100 - 8) / 4 = 23.
 TEST(OrderSourceTest, SizesOfAShutter_AreExplainedFromTheOpening)
 {
     TemporaryStore store;
     store.addOrder(7);
     store.addLine(7, 1);
     store.execute(u"UPDATE Cuts SET U_Cut = 86, U_Vasa = 82.4, Shalav_Width = 117, "
-                  "Argaz_Width = 120"_s);
+                  "Shalav_Thick = 4, Shalav_Count = 23, Argaz_Width = 120"_s);
     const QStringList texts = explanationsIn(shop::readOrders(store.path(), {7}));
-    const QStringList expected{u"guide height: 100 − 14 = 86"_s,
-                               u"guide height: 100 − 17.6 = 82.4"_s, u"slat width: 120 − 3 = 117"_s,
-                               u"box width: כרוחב הפתח"_s};
+    const QStringList expected{
+        u"guide height: 100 − 14 = 86"_s, u"guide height: 100 − 17.6 = 82.4"_s,
+        u"slat width: אין הסבר\nכמות: (100 − 8) ÷ 4 = 23"_s, u"box width: כרוחב הפתח"_s};
     EXPECT_EQ(texts.last(4), expected);
+}
+
+// By hand: (100 - 8) / 4.5 is 20.4, which is rounded to 20 slats and never to 21.
+TEST(OrderSourceTest, SizeThatDoesNotFollow_HasARowWithoutExplanation)
+{
+    for (const auto& [slats, expected] : std::vector<std::pair<int, QString>>{
+             {20, u"אין הסבר\nכמות: (100 − 8) ÷ 4.5 ≈ 20"_s}, {21, u"אין הסבר"_s}}) {
+        TemporaryStore store;
+        store.addOrder(7);
+        store.addLine(7, 1);
+        store.execute(u"UPDATE Cuts SET U_Cut = 85, U_Vasa = 0, Shalav_Width = 117, "
+                      "Shalav_Thick = 4.5, Shalav_Count = ?, Argaz_Width = 119"_s,
+                      {slats});
+        const QStringList texts = explanationsIn(shop::readOrders(store.path(), {7}));
+        EXPECT_EQ(texts.last(3),
+                  (QStringList{u"guide height: אין הסבר"_s, u"slat width: "_s + expected,
+                               u"box width: אין הסבר"_s}));
+    }
 }
 
 TEST(OrderSourceTest, SeriesThatIsNotInTheCatalogue_IsTold)
@@ -149,4 +167,17 @@ TEST(OrderSourceTest, SeriesThatIsNotInTheCatalogue_IsTold)
     store.addLine(7, 1);
     EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})).first(),
               u"frame width: הסדרה כבר אינה בקטלוג, ולכן אין הסבר למידה."_s);
+}
+
+TEST(OrderSourceTest, LinesWithoutExplanations_NeedNoCatalogue)
+{
+    TemporaryStore store;
+    store.addOrder(7);
+    store.addLine(7, 1);
+    store.execute(u"DROP TABLE Serials"_s);
+    const shop::OrderSource source =
+        shop::readOrders(store.path(), {7}, shop::Explanations::Skipped);
+    EXPECT_EQ(source.lines.size(), 1U);
+    EXPECT_TRUE(source.explanations.empty());
+    EXPECT_ANY_THROW(shop::readOrders(store.path(), {7}));
 }

@@ -305,3 +305,35 @@ TEST(PiecesTest, NumberText_HasAllDigitsAndNoExponent)
     EXPECT_EQ(shop::numberText(1000000), u"1000000"_s);
     EXPECT_EQ(shop::numberText(1e-7), u"0.0000001"_s);
 }
+
+TEST(PiecesTest, LengthsBelowTheNoise_AreNotAboveZero)
+{
+    shop::OrderLine line = shoptest::window();
+    line.frame.width = 1e-10;
+    line.glass.height = 0.9e-9;
+    line.mesh.width = 1e-9;
+    const shop::Pieces pieces = shop::piecesOf({line}, {});
+    ASSERT_EQ(pieces.faults.size(), 2U);
+    EXPECT_EQ(pieces.faults[0].reason, shop::Fault::Reason::NotAboveZero);
+    EXPECT_EQ(pieces.faults[0].field, u"Mashkof_W"_s);
+    EXPECT_EQ(pieces.faults[1].field, u"Glass_H"_s);
+    EXPECT_TRUE(pieces.glass.empty());
+    EXPECT_EQ(pieces.mesh.size(), 1U);
+}
+
+TEST(PiecesTest, TooManyPanes_AreFaultsAndNoPanes)
+{
+    shop::OrderLine line = shoptest::window();
+    line.glass.count = shop::mostPieces + 1;
+    line.mesh.count = std::numeric_limits<int>::max();
+    const shop::Pieces pieces = shop::piecesOf({line}, {});
+    ASSERT_EQ(pieces.faults.size(), 4U);
+    for (const shop::Fault& each : pieces.faults)
+        EXPECT_EQ(each.reason, shop::Fault::Reason::TooMany);
+    EXPECT_EQ(shop::reasonText(pieces.faults[3]),
+              u"Glass_Count results in 100001 pieces, more than 100000"_s);
+    EXPECT_TRUE(pieces.glass.empty());
+    EXPECT_TRUE(pieces.mesh.empty());
+    line.glass.count = shop::mostPieces;
+    EXPECT_EQ(shop::piecesOf({line}, {}).glass.front().count, 100000);
+}

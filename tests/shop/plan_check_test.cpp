@@ -1,6 +1,8 @@
 #include "shop/checking/plan_check.h"
 
+#include "shop/csv.h"
 #include "shop/documents.h"
+#include "shop/pack_check.h"
 #include "shop/shop_lines.h"
 #include "support/printers.h"
 
@@ -11,6 +13,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -124,7 +127,7 @@ std::vector<Planted> plantedFaults()
         {"a bar is there twice", u"equal but not joined"_s,
          inList(u"groups.0.bars"_s, doubleFirst)},
         {"a group is left out", u"missing"_s, inList(u"groups"_s, dropLast)},
-        {"a group is there twice", u"the group is there twice"_s, inList(u"groups"_s, doubleFirst)},
+        {"a group occurs twice", u"the group occurs twice"_s, inList(u"groups"_s, doubleFirst)},
         {"a piece too many on a bar", u"bar 1"_s, inList(pieces, doubleFirst)},
         {"a piece is longer than stored", u"bar 1"_s, adding(pieces + u".0.length"_s, 0.01)},
         {"a piece has no length", u"no length greater than 0"_s,
@@ -148,13 +151,18 @@ std::vector<Planted> plantedFaults()
         {"the number of stop settings is wrong", u"stops is"_s, adding(u"groups.0.stops"_s, -1)},
         {"the bound is above the bars", u"is greater than the number of bars"_s,
          adding(u"groups.0.bound"_s, 5)},
-        {"the bound is below the lengths", u"less than the sum of the lengths"_s,
+        {"the bound is below the lengths", u"the lengths need at least"_s,
          setting(u"groups.0.bound"_s, 0)},
         {"proved is wrong", u"proved must be"_s, setting(u"groups.0.proved"_s, false)},
         {"a pane is left out", u"glass: 1 missing"_s, inList(u"glass"_s, dropLast)},
         {"a pane is larger", u"glass: 1 missing"_s, adding(u"glass.0.width"_s, 0.01)},
         {"panes are more", u"glass: 1 missing"_s, adding(u"glass.0.count"_s, 1)},
         {"a fault is left out", u"errors: 1 missing"_s, inList(u"errors"_s, dropLast)},
+        {"a fault is of no line", u"no valid order or line"_s, setting(u"errors.0.line"_s, 1.5)},
+        {"a fault is of an unknown part", u"unknown part 'door'"_s,
+         setting(u"errors.0.part"_s, u"door"_s)},
+        {"a fault is of an unknown side", u"unknown side 'top'"_s,
+         setting(u"errors.0.side"_s, u"top"_s)},
         {"a fault has no reason", u"no reason"_s, setting(u"errors.0.reason"_s, QString())},
         {"a key is missing", u"'stops' is missing"_s,
          [](QJsonObject& plan) {
@@ -309,4 +317,83 @@ TEST(PlanCheckTest, TwoThousandRandomLines_HaveEqualFiguresInAllDocuments)
                   QStringList())
             << order;
     }
+}
+
+TEST(PlanCheckTest, BoundLoweredByOne_IsFoundFromPiecesThatShareNoBar)
+{
+    // Frames of 310 and 320 are longer than half a bar of 598: four of each line need eight bars.
+    std::vector<shop::OrderLine> large(2, shoptest::window());
+    for (int i = 0; i < 2; ++i) {
+        large[static_cast<std::size_t>(i)].line = i + 1;
+        large[static_cast<std::size_t>(i)].frame.width = 310;
+        large[static_cast<std::size_t>(i)].frame.height = 320;
+    }
+    QJsonObject plan = jsonOf(packOf(large));
+    ASSERT_EQ(get(plan, {u"groups"_s, u"0"_s, u"bound"_s}).toInt(), 8);
+    set(plan, {u"groups"_s, u"0"_s, u"bound"_s}, 7);
+    set(plan, {u"groups"_s, u"0"_s, u"proved"_s}, false);
+    const QStringList findings = shop::checking::checkPlan(plan);
+    ASSERT_EQ(findings.size(), 1);
+    EXPECT_TRUE(
+        findings.front().endsWith(u"the bound is 7, but the lengths need at least 8 bars"_s));
+}
+
+TEST(PlanCheckTest, OrdersOfAnyStoredNumber_AreAccepted)
+{
+    for (const int order : {0, -5, std::numeric_limits<int>::min()}) {
+        shop::OrderLine line = shoptest::window();
+        line.order = order;
+        const ShopPack pack = packOf({line});
+        EXPECT_EQ(allFindings(jsonOf(pack), pack.pieces), QStringList());
+    }
+}
+
+TEST(PlanCheckTest, EachChangedCellOfADocument_IsFound)
+{
+    const ShopPack pack = packOf(lines());
+    const QJsonObject plan = jsonOf(pack);
+    const QMap<QString, QByteArray> files = csvFilesOf(pack);
+    for (const QString& file : files.keys()) {
+        const QList<QStringList> rows = shop::readCsv(files[file]).value();
+        for (qsizetype row = 0; row < rows.size(); ++row) {
+            for (qsizetype column = 0; column < rows[row].size(); ++column) {
+                QList<QStringList> changed = rows;
+                changed[row][column].append(u'1');
+                QMap<QString, QByteArray> wrong = files;
+                wrong[file] = shop::csvText(changed);
+                EXPECT_EQ(shop::checking::checkDocuments(wrong, plan, pack.pieces).size(), 1)
+                    << qPrintable(file) << " row " << row << " column " << column;
+            }
+        }
+    }
+}
+
+TEST(PlanCheckTest, DocumentWithARowTooMany_IsFound)
+{
+    const ShopPack pack = packOf(lines());
+    const QMap<QString, QByteArray> files = csvFilesOf(pack);
+    for (const QString& file : files.keys()) {
+        QMap<QString, QByteArray> wrong = files;
+        wrong[file] += wrong[file].split('\n').at(1) + '\n';
+        EXPECT_EQ(shop::checking::checkDocuments(wrong, jsonOf(pack), pack.pieces).size(), 1)
+            << qPrintable(file);
+    }
+}
+
+TEST(PlanCheckTest, SmallAreas_AreComparedAsExactlyAsLargeOnes)
+{
+    shop::OrderLine line = shoptest::window();
+    line.glass = {0.1, 0.2, 1, u"רבודה"_s, u"שקוף"_s};
+    const ShopPack pack = packOf({line});
+    QMap<QString, QByteArray> files = csvFilesOf(pack);
+    ASSERT_TRUE(files[u"glass.csv"_s].contains(",0.000002,"));
+    files[u"glass.csv"_s].replace(",0.000002,", ",0.0000025,");
+    EXPECT_EQ(shop::checking::checkDocuments(files, jsonOf(pack), pack.pieces),
+              QStringList{u"glass.csv: row 2: the area '0.0000025' is wrong"_s});
+}
+
+TEST(PlanCheckTest, PackOfAWorkbook_HasTablesThatEqualThePlan)
+{
+    const ShopPack pack = packOf(lines());
+    EXPECT_EQ(shop::findingsIn(pack, {}, {{u"workbook.xlsx"_s, QByteArray()}}), QStringList());
 }

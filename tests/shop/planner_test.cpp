@@ -1,11 +1,15 @@
 #include "shop/planning/planner.h"
 
+#include "shop/planning/best_fit.h"
+#include "shop/planning/diving.h"
 #include "support/printers.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <future>
 #include <random>
 
 using shop::BarSettings;
@@ -219,4 +223,74 @@ TEST(PlannerTest, PieceLongerThanTheBarByNoise_HasABarOfItsOwn)
     const BarPlan plan = planBars({{100 + 0.995e-9, 2}}, bar(100));
     EXPECT_EQ(plan.barCount(), 2);
     EXPECT_EQ(plan.bars.front().rest, 0);
+}
+
+TEST(PlannerTest, LengthsNearZero_EndThePlanning)
+{
+    for (const double length : {1e-14, 1e-10, 1e-7}) {
+        const std::vector<Demand> alone{{length, 5}};
+        const BarPlan plan = planBars(alone, bar(600));
+        EXPECT_EQ(plan.barCount(), 1) << length;
+        EXPECT_EQ(lengthsOf(plan), lengthsOf(alone)) << length;
+        // Two of 250 share a bar, three do not.
+        const std::vector<Demand> mixed{{250, 3}, {length, 1}};
+        EXPECT_EQ(planBars(mixed, bar(600)).barCount(), 2) << length;
+        EXPECT_EQ(lengthsOf(planBars(mixed, bar(600))), lengthsOf(mixed)) << length;
+    }
+}
+
+TEST(PlannerTest, BoundOfPrices_IsNotBelowThePriceOfABarWithManyPieces)
+{
+    const shop::planning::Problem problem{{5}, {700}, 3500};
+    shop::planning::Pricing pricing(problem);
+    for (int i = 1; i <= 25; ++i) {
+        // A bar holds all 700 pieces. The rounding errors of so many additions grow up to 4e-5.
+        const double price = i / 700'000.0;
+        pricing.setPrices({price}, problem.demand);
+        EXPECT_GE(pricing.bound(), 700 * price) << i;
+        EXPECT_LE(pricing.bound(), 700 * price * (1 + 1e-4)) << i;
+    }
+}
+
+TEST(PlannerTest, CancelledWhileItPlans_ReturnsACompletePlan)
+{
+    const std::vector<Demand> pieces = seededGroup(4, 200);
+    std::atomic<bool> cancelled = false;
+    std::future<BarPlan> planning = std::async(std::launch::async, [&] {
+        return planBars(pieces, bar(600, 0.5, 1), {&cancelled, {}});
+    });
+    cancelled = true;
+    const BarPlan plan = planning.get();
+    EXPECT_EQ(lengthsOf(plan), lengthsOf(pieces));
+    EXPECT_LE(plan.barCount(), shop::planning::planByBestFit(pieces, bar(600, 0.5, 1)).barCount());
+}
+
+TEST(PlannerTest, DeadlineDuringThePlanning_ReturnsACompletePlan)
+{
+    using std::chrono::steady_clock;
+    const std::vector<Demand> pieces = seededGroup(4, 400);
+    for (const int milliseconds : {1, 20, 100, 400}) {
+        const BarPlan plan =
+            planBars(pieces, bar(600, 0.5, 1),
+                     {nullptr, steady_clock::now() + std::chrono::milliseconds(milliseconds)});
+        EXPECT_EQ(lengthsOf(plan), lengthsOf(pieces));
+        EXPECT_LE(plan.bound, plan.barCount());
+    }
+}
+
+TEST(PlannerTest, DeadlineDuringBranchAndBound_EndsIt)
+{
+    using std::chrono::steady_clock;
+    using namespace shop::planning;
+    const Problem problem = problemOf(seededGroup(2, 60), bar(600, 0.5, 1));
+    Columns columns(problem);
+    for (const Cut& each : bestFitDecreasing(problem))
+        columns.add(each.pattern);
+    const int target = wholeBars(columns.solve(problem.demand, 1000, {}).bound);
+    constexpr int unlimitedNodes = 2'000'000'000;
+    // Without a deadline, the search of these few patterns does not end within minutes.
+    const auto start = steady_clock::now();
+    branchAndBound(columns, target, unlimitedNodes, {nullptr, start + std::chrono::seconds(1)});
+    EXPECT_GE(steady_clock::now() - start, std::chrono::seconds(1));
+    EXPECT_LT(steady_clock::now() - start, std::chrono::seconds(60));
 }

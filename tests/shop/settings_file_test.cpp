@@ -116,6 +116,7 @@ TEST(SettingsFileTest, EachBadCell_IsNamedByRowColumnAndValue)
               u"row 3, barLength, 'abc': must be a number greater than 0, up to 100000"_s},
              {4, u"-0.1"_s, u"row 3, kerf, '-0.1': must be a number from 0 to 100000"_s},
              {4, u"nan"_s, u"row 3, kerf, 'nan': must be a number from 0 to 100000"_s},
+             {5, u"3.0e2"_s, u"row 3, trim, '3.0e2': both trims use up the whole bar"_s},
              {5, u"300"_s, u"row 3, trim, '300': both trims use up the whole bar"_s},
              {5, u"1,5"_s, u"row 3, trim, '1,5': must be a number from 0 to 100000"_s},
              {6, u"180.1"_s,
@@ -154,4 +155,41 @@ TEST(SettingsFileTest, FileOfAnotherShape_IsRefused)
         (QStringList{
             u"row 5: has 11 cells instead of 12"_s,
             u"row 12, profile, 'רגיל': another row has the same part, profile and colour"_s}));
+}
+
+TEST(SettingsFileTest, KindsWithoutColours_HaveARowEach)
+{
+    TemporaryStore store;
+    store.execute(u"INSERT INTO MashkofKind (Name) VALUES (?)"_s, {u"רגיל"_s});
+    const QList<QStringList> rows = rowsOf(store);
+    ASSERT_EQ(rows.size(), 5);
+    EXPECT_EQ(rows[1].mid(0, 3), (QStringList{u"frame"_s, u"רגיל"_s, QString()}));
+    EXPECT_EQ(rows[2].first(), u"guide"_s);
+}
+
+TEST(SettingsFileTest, BlankLines_AreIgnoredButCounted)
+{
+    TemporaryStore store;
+    fillCatalogue(store);
+    const QByteArray file = shop::settingsFile(shop::readStoredBars(store.path()));
+    QByteArray spaced = file;
+    spaced.replace("\r\n", "\r\n\r\n").append(",,,,,,,,,,,\r\n");
+    const std::vector<shop::GroupKey> groups = shop::readBarGroups(store.path());
+    const shop::SettingsIntake intake = shop::readSettingsFile(spaced, groups);
+    EXPECT_EQ(intake.findings, QStringList());
+    EXPECT_EQ(intake.settings, shop::readSettingsFile(file, groups).settings);
+    EXPECT_EQ(intake.settings.size(), groups.size());
+    EXPECT_EQ(findings(store, spaced.replace("slat,", "door,")).size(), 1);
+    EXPECT_TRUE(findings(store, spaced).first().startsWith(u"row 19, part, 'door'"_s));
+}
+
+TEST(SettingsFileTest, Groups_AreReadBesideInvalidSettings)
+{
+    TemporaryStore store;
+    fillCatalogue(store);
+    const std::vector<shop::GroupKey> groups = shop::readBarGroups(store.path());
+    shop::writeBarTable(store.path(), {{groups.front(), shop::BarSettings()}});
+    store.execute(u"UPDATE zomrel_bars SET Trim = 300"_s);
+    EXPECT_ANY_THROW(shop::readStoredBars(store.path()));
+    EXPECT_EQ(shop::readBarGroups(store.path()), groups);
 }

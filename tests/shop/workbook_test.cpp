@@ -1,5 +1,6 @@
 #include "shop/workbook.h"
 
+#include "shop/cut_list.h"
 #include "shop/shop_lines.h"
 #include "support/printers.h"
 
@@ -113,4 +114,25 @@ TEST(WorkbookTest, EmptyPack_HasHeadingsOnly)
     ASSERT_EQ(sheets.size(), 5);
     for (const QJsonValue& each : sheets)
         EXPECT_EQ(each["rows"_L1].toArray().size(), 1);
+}
+
+// "7-1001" and a space are 7 characters, so 4,681 lines take 32,766 of the 32,767 characters of a
+// cell.
+TEST(WorkbookTest, LinesThatExceedACell_ContinueInFurtherColumns)
+{
+    std::vector<shop::OrderLine> many(5000, shoptest::window());
+    for (std::size_t i = 0; i < many.size(); ++i) {
+        many[i].line = static_cast<int>(1001 + i);
+        many[i].frame.kind = many[i].sash.kind = many[i].mesh.kind = u"ללא"_s;
+    }
+    const shop::ShopPack pack = packOf(many);
+    const QJsonArray rows = sheetsOf(shop::workbook(pack))[3]["rows"_L1].toArray();
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0][7].toString(), u"lines 2"_s);
+    const QString first = rows[1][6].toString();
+    const QString second = rows[1][7].toString();
+    EXPECT_EQ(first.size(), 4681 * 7 - 1);
+    EXPECT_TRUE(second.startsWith(u"7-5682 7-5683 "_s));
+    EXPECT_TRUE(second.endsWith(u" 7-6000"_s));
+    EXPECT_EQ(first + u' ' + second, shop::paneList(pack.pieces.glass).front().lines.join(u' '));
 }

@@ -10,6 +10,7 @@
 #include "shop/settings_file.h"
 #include "tools/shop/document_kinds.h"
 #include "tools/shop/file_set.h"
+#include "tools/shop/interruption.h"
 #include "tools/store/system.h"
 
 #include <QCommandLineParser>
@@ -24,6 +25,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -87,7 +89,8 @@ QByteArray contentsOf(const QString& path)
 
 ExitStatus pieces(const QCommandLineParser& parser, const Streams& streams)
 {
-    const shop::OrderSource source = shop::readOrders(storePath(parser), ordersOf(parser));
+    const shop::OrderSource source =
+        shop::readOrders(storePath(parser), ordersOf(parser), shop::Explanations::Skipped);
     const shop::Pieces pieces = shop::piecesOf(source.lines, source.settings);
     printFaults(pieces.faults, streams.err);
     // The byte order mark of the CSV text must be kept.
@@ -125,18 +128,17 @@ std::vector<shop::DocumentKind> documentsOf(const QCommandLineParser& parser)
     return kinds;
 }
 
-shop::planning::Limits limitsOf(const QCommandLineParser& parser,
-                                const std::atomic<bool>& cancelled)
+/// Returns the limit of the planning time, if there is one. Throws WrongCall for an invalid one.
+std::optional<std::chrono::milliseconds> timeLimit(const QCommandLineParser& parser)
 {
     if (!parser.isSet(secondsOption))
-        return {&cancelled, {}};
+        return {};
     bool isNumber = false;
     const double seconds = parser.value(secondsOption).toDouble(&isNumber);
     constexpr double aWeek = 7 * 24 * 60 * 60;
-    if (!isNumber || !(seconds > 0) || seconds > aWeek)
-        throw WrongCall(u"--seconds takes a number greater than 0"_s);
-    return {&cancelled, std::chrono::steady_clock::now() +
-                            std::chrono::milliseconds(std::llround(seconds * 1000))};
+    if (!isNumber || !(seconds >= 0) || seconds > aWeek)
+        throw WrongCall(u"--seconds takes a number from 0"_s);
+    return std::chrono::milliseconds(std::llround(seconds * 1000));
 }
 
 void printSummary(const std::vector<shop::GroupPlan>& groups, QTextStream& out)
@@ -153,20 +155,26 @@ void printSummary(const std::vector<shop::GroupPlan>& groups, QTextStream& out)
     }
 }
 
-shop::ShopPack packOf(const shop::OrderSource& source, const shop::planning::Limits& limits,
-                      QTextStream& err)
+/// Plans the bars. The time limit or an interruption ends the planning early.
+shop::ShopPack packOf(const shop::OrderSource& source,
+                      std::optional<std::chrono::milliseconds> timeLimit, QTextStream& err)
 {
     const bool isShown = storetools::errorsGoToATerminal();
+    const Interruption interruption;
+    std::optional<std::chrono::steady_clock::time_point> deadline;
+    if (timeLimit)
+        deadline = std::chrono::steady_clock::now() + *timeLimit;
     shop::ShopPack pack{
         shop::piecesOf(source.lines, source.settings), {}, source.orders, source.explanations};
-    pack.groups = shop::planGroups(pack.pieces.pieces, source.settings, limits,
-                                   [&](std::size_t done, std::size_t all) {
-                                       if (!isShown)
-                                           return;
-                                       err << "\rplanned " << done << " of " << all << " groups";
-                                       err << (done == all ? "\n" : "");
-                                       err.flush();
-                                   });
+    pack.groups =
+        shop::planGroups(pack.pieces.pieces, source.settings, {&interruption.flag(), deadline},
+                         [&](std::size_t done, std::size_t all) {
+                             if (!isShown)
+                                 return;
+                             err << "\rplanned " << done << " of " << all << " groups";
+                             err << (done == all ? "\n" : "");
+                             err.flush();
+                         });
     return pack;
 }
 
@@ -174,9 +182,14 @@ ExitStatus plan(const QCommandLineParser& parser, const Streams& streams)
 {
     const std::vector<shop::DocumentKind> documents = documentsOf(parser);
     const QList<int> orders = ordersOf(parser);
-    const shop::planning::Limits limits = limitsOf(parser, streams.cancelled);
-    const shop::OrderSource source = shop::readOrders(storePath(parser), orders);
-    const shop::ShopPack pack = packOf(source, limits, streams.err);
+    const std::optional<std::chrono::milliseconds> limit = timeLimit(parser);
+    const bool hasPaper =
+        std::ranges::find(documents, u"paper"_s, &shop::DocumentKind::name) != documents.end();
+    const shop::OrderSource source =
+        shop::readOrders(storePath(parser), orders,
+                         hasPaper ? shop::Explanations::Read : shop::Explanations::Skipped);
+    requireWritable(parser.value(outOption));
+    const shop::ShopPack pack = packOf(source, limit, streams.err);
     printFaults(pack.pieces.faults, streams.err);
     QMap<QString, QByteArray> files;
     for (const shop::DocumentKind& each : documents)
@@ -204,8 +217,8 @@ ExitStatus exportSettings(const QString& store, const QString& path, QTextStream
 
 ExitStatus importSettings(const QString& store, const QString& path, const Streams& streams)
 {
-    const shop::StoredBars bars = shop::readStoredBars(store);
-    const shop::SettingsIntake intake = shop::readSettingsFile(contentsOf(path), bars.groups);
+    const std::vector<shop::GroupKey> groups = shop::readBarGroups(store);
+    const shop::SettingsIntake intake = shop::readSettingsFile(contentsOf(path), groups);
     if (!intake.findings.isEmpty()) {
         printLines(intake.findings, streams.err);
         streams.err << "zomrel-shop: nothing was imported\n";
@@ -235,8 +248,8 @@ ExitStatus check(const QCommandLineParser& parser, const Streams& streams)
     QStringList findings = shop::checking::checkPlanFile(file);
     if (findings.isEmpty() && parser.isSet(storeOption)) {
         const QJsonObject plan = QJsonDocument::fromJson(file).object();
-        const shop::OrderSource source =
-            shop::readOrders(storePath(parser), shop::checking::ordersIn(plan));
+        const shop::OrderSource source = shop::readOrders(
+            storePath(parser), shop::checking::ordersIn(plan), shop::Explanations::Skipped);
         findings = shop::checking::checkAgainst(plan, shop::piecesOf(source.lines, source.settings),
                                                 source.settings);
     }
@@ -245,7 +258,7 @@ ExitStatus check(const QCommandLineParser& parser, const Streams& streams)
         streams.err << "zomrel-shop: the plan has errors: " << path << '\n';
         return storetools::Failure;
     }
-    streams.out << "sound: " << path << '\n';
+    streams.out << "no errors: " << path << '\n';
     return storetools::Success;
 }
 

@@ -5,7 +5,6 @@
 #include <QString>
 #include <QTextStream>
 
-#include <atomic>
 #include <functional>
 #include <vector>
 
@@ -17,7 +16,6 @@ struct Streams
 {
     QTextStream& out;
     QTextStream& err;
-    const std::atomic<bool>& cancelled;
 };
 
 using storetools::ExitStatus;

@@ -5,23 +5,11 @@
 
 #include <QGuiApplication>
 
-#include <csignal>
 #include <cstdio>
 
 namespace {
 
-std::atomic<bool> cancelled = false;
-// A signal handler may only use lock-free objects.
-static_assert(std::atomic<bool>::is_always_lock_free);
-
-/// The first interruption ends the planning, the second one the program.
-extern "C" void cancel(int signal)
-{
-    cancelled = true;
-    std::signal(signal, SIG_DFL);
-}
-
-/// Drops the toolkit's remarks, for example about missing folders of a session, because the error
+/// Drops the toolkit's remarks, for example about missing folders of the desktop, because the error
 /// stream belongs to the program's own messages.
 void dropRemarks(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
 {
@@ -40,9 +28,8 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     report::substituteFonts();
-    std::signal(SIGINT, cancel);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const int status = shoptools::run(QCoreApplication::arguments().mid(1), out, err, cancelled);
+    const int status = shoptools::run(QCoreApplication::arguments().mid(1), out, err);
     return storetools::finishOutput(out, err) ? status : storetools::Failure;
 }

@@ -6,8 +6,11 @@
 #include "tools/shop/commands.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <exception>
+#include <new>
 
 using namespace Qt::StringLiterals;
 
@@ -33,13 +36,36 @@ ExitStatus wrongUsage(QTextStream& err, const QString& message)
     return storetools::WrongUsage;
 }
 
+/// Returns the words with the options first, so that a negative number is no option. Throws
+/// WrongCall for an option without its value.
+QStringList optionsFirst(const Command& command, const QStringList& words)
+{
+    static const QRegularExpression option(u"^-(?![0-9])."_s);
+    QStringList options;
+    QStringList others;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        if (words[i] == "--"_L1) {
+            others += words.mid(i + 1);
+            break;
+        }
+        (option.match(words[i]).hasMatch() ? options : others).append(words[i]);
+        const bool takesValue = std::ranges::any_of(
+            command.options, [&](const Option& each) { return words[i] == "--"_L1 + each.name; });
+        if (takesValue && i + 1 == words.size())
+            throw WrongCall(u"%1 takes a value"_s.arg(words[i]));
+        if (takesValue)
+            options.append(words[++i]);
+    }
+    return options + QStringList(u"--"_s) + others;
+}
+
 /// Parses the words after the command name. Throws WrongCall for an unknown option or a missing
 /// one.
 void parse(const Command& command, const QStringList& words, QCommandLineParser& parser)
 {
     for (const Option& each : command.options)
         parser.addOption(QCommandLineOption(each.name, {}, each.value));
-    if (!parser.parse(QStringList(u"zomrel-shop"_s) + words))
+    if (!parser.parse(QStringList(u"zomrel-shop"_s) + optionsFirst(command, words)))
         throw WrongCall(parser.errorText());
     for (const Option& each : command.options) {
         if (each.isRequired && !parser.isSet(each.name))
@@ -47,24 +73,30 @@ void parse(const Command& command, const QStringList& words, QCommandLineParser&
     }
 }
 
-ExitStatus runCommand(const Command& command, const QStringList& words, const Streams& streams)
+ExitStatus failure(QTextStream& err, const QString& message)
 {
-    QCommandLineParser parser;
-    try {
-        parse(command, words, parser);
-        return command.run(parser, streams);
-    } catch (const WrongCall& wrong) {
-        return wrongUsage(streams.err, wrong.message());
-    } catch (const runtime::RunTimeError& error) {
-        streams.err << "zomrel-shop: " << error.description() << '\n';
-        return storetools::Failure;
-    }
+    err << "zomrel-shop: " << message << '\n';
+    return storetools::Failure;
 }
 
 } // namespace
 
-ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err,
-               const std::atomic<bool>& cancelled)
+ExitStatus guarded(const std::function<ExitStatus()>& work, QTextStream& err)
+{
+    try {
+        return work();
+    } catch (const WrongCall& wrong) {
+        return wrongUsage(err, wrong.message());
+    } catch (const runtime::RunTimeError& error) {
+        return failure(err, error.description());
+    } catch (const std::bad_alloc&) {
+        return failure(err, u"there is not enough memory"_s);
+    } catch (const std::exception& error) {
+        return failure(err, QString::fromLocal8Bit(error.what()));
+    }
+}
+
+ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     if (arguments.isEmpty())
         return wrongUsage(err, u"a command is missing"_s);
@@ -80,7 +112,13 @@ ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err,
     const auto command = std::ranges::find(commands(), name, &Command::name);
     if (command == commands().end())
         return wrongUsage(err, u"unknown command '%1'"_s.arg(name));
-    return runCommand(*command, arguments.mid(1), {out, err, cancelled});
+    return guarded(
+        [&] {
+            QCommandLineParser parser;
+            parse(*command, arguments.mid(1), parser);
+            return command->run(parser, {out, err});
+        },
+        err);
 }
 
 } // namespace shoptools

@@ -4,6 +4,7 @@
 #include "platform/dao/examination.h"
 #include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
+#include "shop/bar_table.h"
 #include "tools/store/counter_check.h"
 #include "tools/store/figure_check.h"
 #include "tools/store/layout.h"
@@ -43,6 +44,21 @@ QStringList foreignParts(dao::Database& database, bool isOnServer)
     return findings;
 }
 
+/// Returns the rows of settings that the companion program of the shop refuses. A table with
+/// another structure is a finding of its own.
+QStringList checkBars(dao::Database& database, const Layout& layout)
+{
+    const store::TableSchema& bars = store::ownTables().front();
+    const store::TableSchema* found = tableIn(layout, bars.name);
+    if (found == nullptr || !checkSchema({*found}).filter(bars.name).isEmpty())
+        return {};
+    try {
+        return shop::barTableFindings(database);
+    } catch (const runtime::RunTimeError&) {
+        return {}; // The check of the rows reports values that cannot be read.
+    }
+}
+
 /// Checks an open store in which the engine has these findings.
 void checkAll(dao::Database& database, bool isOnServer, const QStringList& engineFindings,
               CheckReport& report)
@@ -53,7 +69,8 @@ void checkAll(dao::Database& database, bool isOnServer, const QStringList& engin
     const ValueReport values = checkValues(database, layout);
     report.preventCopying = engineFindings + schema + rows;
     report.findings = engineFindings + schema + foreignParts(database, isOnServer) + rows +
-                      checkCounters(database, layout) + values.findings;
+                      checkCounters(database, layout) + values.findings +
+                      checkBars(database, layout);
     report.remarks = values.remarks;
 }
 

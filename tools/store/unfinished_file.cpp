@@ -13,16 +13,6 @@ namespace storetools {
 
 namespace {
 
-const QString unfinishedPrefix = u".zomrel-store-"_s;
-
-void removeLeftFiles(const QString& folder)
-{
-    const QStringList left = QDir(folder).entryList(
-        {unfinishedPrefix + u'*'}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks);
-    for (const QString& each : left)
-        runtime::removeIfLeft(folder + u'/' + each);
-}
-
 [[noreturn]] void raise(const QString& path, const QFile& file)
 {
     const int number = file.error() == QFileDevice::ResourceError ? runtime::DiskFull
@@ -32,11 +22,24 @@ void removeLeftFiles(const QString& folder)
 
 } // namespace
 
+QString unfinishedPrefix()
+{
+    return u".zomrel-store-"_s;
+}
+
+void removeLeftFiles(const QString& folder)
+{
+    const QStringList left = QDir(folder).entryList(
+        {unfinishedPrefix() + u'*'}, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks);
+    for (const QString& each : left)
+        runtime::removeIfLeft(folder + u'/' + each);
+}
+
 UnfinishedFile::UnfinishedFile(const QString& path, runtime::Readers readers) : finalPath_(path)
 {
     const QString folder = QFileInfo(path).absolutePath();
     removeLeftFiles(folder);
-    createUnderRandomName(folder + u'/' + unfinishedPrefix, [&](const QString& name) {
+    createUnderRandomName(folder + u'/' + unfinishedPrefix(), [&](const QString& name) {
         path_ = name;
         return runtime::createFile(file_, name, readers);
     });

@@ -4,6 +4,11 @@
 
 namespace storetools {
 
+/// Returns the beginning of the random names of unfinished files.
+QString unfinishedPrefix();
+/// Removes the unfinished files that killed processes have left in the folder.
+void removeLeftFiles(const QString& folder);
+
 /// A file under construction in the folder of its final path. It has a random name until it is
 /// complete. The destructor deletes it unless it has been put in place. A process that is killed
 /// leaves the file; the next UnfinishedFile in the same folder removes it.

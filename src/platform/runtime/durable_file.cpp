@@ -96,6 +96,11 @@ int renameToFreeName(const QByteArray& from, const QByteArray& to)
     return rename(from.constData(), to.constData()) == 0 ? 0 : errno;
 }
 
+mode_t modeFor(Readers readers)
+{
+    return readers == Readers::OnlyOwner ? S_IRUSR | S_IWUSR : allBits & ~0111U;
+}
+
 mode_t forbiddenBits()
 {
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
@@ -171,10 +176,21 @@ void syncFolder(const QString& folder)
         raise(folder, errno);
 }
 
-void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing)
+void syncFile(QFile& file, const QString& path)
 {
     if (!file.flush() || fsync(file.handle()) != 0)
         raise(path, errno);
+}
+
+void replaceFile(const QString& path, const QString& newPath)
+{
+    if (rename(native(path).constData(), native(newPath).constData()) != 0)
+        raise(newPath, errno);
+}
+
+void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing)
+{
+    syncFile(file, path);
     const QByteArray from = native(path);
     const QByteArray to = native(newPath);
     int error = 0;
@@ -202,12 +218,45 @@ void durableMove(const QString& path, const QString& newPath)
     syncFolder(QFileInfo(newPath).absolutePath());
 }
 
+bool createUnnamedFile(QFile& file, const QString& folder, Readers readers)
+{
+#ifdef O_TMPFILE
+    if (access("/proc/self/fd", X_OK) != 0) // nameFile needs it.
+        return false;
+    const int descriptor =
+        open(native(folder).constData(), O_RDWR | O_TMPFILE | O_CLOEXEC, modeFor(readers));
+    if (descriptor < 0)
+        return false;
+    flock(descriptor, LOCK_EX | LOCK_NB); // The mark of createFile, for the time after nameFile.
+    if (!file.open(descriptor, QIODevice::ReadWrite, QFileDevice::AutoCloseHandle))
+        raise(folder, EIO);
+    return true;
+#else
+    return false;
+#endif
+}
+
+bool nameFile(QFile& file, const QString& path)
+{
+#ifdef O_TMPFILE
+    const QByteArray opened = "/proc/self/fd/" + QByteArray::number(file.handle());
+    if (linkat(AT_FDCWD, opened.constData(), AT_FDCWD, native(path).constData(),
+               AT_SYMLINK_FOLLOW) == 0)
+        return true;
+    if (errno == EEXIST)
+        return false;
+    raise(path, errno);
+#else
+    raise(path, ENOTSUP);
+#endif
+}
+
 bool createFile(QFile& file, const QString& path, Readers readers)
 {
-    const mode_t mode = readers == Readers::OnlyOwner ? S_IRUSR | S_IWUSR : allBits & ~0111U;
     // With O_EXCL a symbolic link counts as an existing file.
     const int descriptor =
-        open(native(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
+        open(native(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW,
+             modeFor(readers));
     if (descriptor < 0 && errno == EEXIST)
         return false;
     if (descriptor < 0)
@@ -232,6 +281,16 @@ bool createFolder(const QString& path)
     if (errno != EEXIST)
         raise(path, errno);
     return false;
+}
+
+bool mayReadFolder(const QString& folder)
+{
+    return faccessat(AT_FDCWD, native(folder).constData(), R_OK | X_OK, AT_EACCESS) == 0;
+}
+
+bool mayWriteInFolder(const QString& folder)
+{
+    return faccessat(AT_FDCWD, native(folder).constData(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 FolderMark::FolderMark(const QString& folder) : descriptor_(-1)

@@ -49,9 +49,25 @@ void durableMove(const QString& path, const QString& newPath);
 /// Throws PermissionDenied (3051) or another error if the file cannot be created.
 bool createFile(QFile& file, const QString& path, Readers readers);
 
+/// Like createFile for a file without a name, which a killed process cannot leave behind. Returns
+/// false if the file system has no such files.
+bool createUnnamedFile(QFile& file, const QString& folder, Readers readers);
+/// Gives a file of createUnnamedFile this name in the same folder. Returns false if the name is
+/// taken. Throws as durableRename does.
+bool nameFile(QFile& file, const QString& path);
+/// Gives a file a new name in the same folder and replaces the file that has the name. The file and
+/// its folder are not written to the disk. Throws as durableRename does.
+void replaceFile(const QString& path, const QString& newPath);
+/// Writes an open file to the disk. Throws DiskFull (3026) or DiskOrNetworkError (3043).
+void syncFile(QFile& file, const QString& path);
+
 /// Creates a folder that only the user can enter. Returns false if the name is taken. Throws
 /// PermissionDenied (3051) or another error if the folder cannot be created.
 bool createFolder(const QString& path);
+
+/// Return whether this process may list a folder and whether it may create files in it.
+bool mayReadFolder(const QString& folder);
+bool mayWriteInFolder(const QString& folder);
 
 /// Marks a folder as used by this process for the lifetime of the object.
 class FolderMark

@@ -1,5 +1,7 @@
 #include "shop/checking/plan_check.h"
 
+#include "shop/checking/lower_bound.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSet>
@@ -22,6 +24,12 @@ bool isWhole(const QJsonValue& value, double least)
 {
     return value.isDouble() && value.toDouble() >= least && value.toDouble() < 2147483648.0 &&
            std::floor(value.toDouble()) == value.toDouble();
+}
+
+/// Numbers of orders and lines may be any stored number.
+bool isInteger(const QJsonValue& value)
+{
+    return isWhole(value, -2147483648.0);
 }
 
 bool isLength(const QJsonValue& value)
@@ -119,7 +127,7 @@ private:
                 wrong.append(u"a piece belongs to another part"_s);
             else if (!sidesOf(piece["part"_L1].toString()).contains(piece["side"_L1].toString()))
                 wrong.append(u"a piece has the wrong side"_s);
-            if (!isWhole(piece["order"_L1], 1) || !isWhole(piece["line"_L1], -2147483648.0))
+            if (!isInteger(piece["order"_L1]) || !isInteger(piece["line"_L1]))
                 wrong.append(u"a piece has no valid order or line"_s);
             if (!isLength(piece["length"_L1]) || piece["length"_L1].toDouble() <= 0)
                 wrong.append(u"a piece has no length greater than 0"_s);
@@ -140,7 +148,7 @@ private:
         const qsizetype count = bars["count"_L1].toInt();
         if (pieces.isEmpty() || pieces.size() % count != 0)
             return addOfBar(
-                u"%1 pieces cannot be those of %2 equal bars"_s.arg(pieces.size()).arg(count));
+                u"%1 pieces cannot be divided among %2 equal bars"_s.arg(pieces.size()).arg(count));
         std::vector<double> lengths;
         for (const QJsonValue& each : pieces) {
             if (!checkPiece(each.toObject()))
@@ -155,7 +163,8 @@ private:
         lengths.resize(perBar);
         checkLengths(lengths, bars["rest"_L1].toDouble());
         bars_ += count;
-        sum_ += static_cast<double>(count) * used(lengths);
+        for (qsizetype i = 0; i < count; ++i)
+            lengths_.insert(lengths_.end(), lengths.begin(), lengths.end());
         patterns_.push_back(std::move(lengths));
     }
 
@@ -212,9 +221,10 @@ private:
         const int bound = group_["bound"_L1].toInt();
         if (bound > bars_)
             add(u"the bound %1 is greater than the number of bars, %2"_s.arg(bound).arg(bars_));
-        const double room = barLength_ - 2 * trim_ + kerf_;
-        if (room > 0 && bound < std::ceil(sum_ / room - 1e-6))
-            add(u"the bound %1 is less than the sum of the lengths requires"_s.arg(bound));
+        const double usable = barLength_ - 2 * trim_;
+        const int needed = usable > 0 ? lowerBound(lengths_, usable, kerf_) : 0;
+        if (bound < needed)
+            add(u"the bound is %1, but the lengths need at least %2 bars"_s.arg(bound).arg(needed));
         if (group_["proved"_L1].toBool() != (bound == bars_))
             add(u"proved must be true exactly if the number of bars equals the bound"_s);
     }
@@ -227,7 +237,7 @@ private:
     double trim_ = 0;
     qsizetype bar_ = 0;
     qsizetype bars_ = 0;
-    double sum_ = 0; ///< The sum of all lengths, each with a kerf.
+    std::vector<double> lengths_; ///< Of all pieces.
     std::vector<std::vector<double>> patterns_;
 };
 
@@ -235,12 +245,11 @@ void checkPane(const QJsonObject& pane, QStringList& findings)
 {
     QStringList wrong = wrongKeys(
         pane, {u"order"_s, u"line"_s, u"width"_s, u"height"_s, u"count"_s, u"kind"_s, u"colour"_s});
-    if (wrong.isEmpty() &&
-        (!isWhole(pane["order"_L1], 1) || !isWhole(pane["line"_L1], -2147483648.0) ||
-         !isLength(pane["width"_L1]) || pane["width"_L1].toDouble() <= 0 ||
-         !isLength(pane["height"_L1]) || pane["height"_L1].toDouble() <= 0 ||
-         !isWhole(pane["count"_L1], 1) || !pane["kind"_L1].isString() ||
-         !pane["colour"_L1].isString()))
+    if (wrong.isEmpty() && (!isInteger(pane["order"_L1]) || !isInteger(pane["line"_L1]) ||
+                            !isLength(pane["width"_L1]) || pane["width"_L1].toDouble() <= 0 ||
+                            !isLength(pane["height"_L1]) || pane["height"_L1].toDouble() <= 0 ||
+                            !isWhole(pane["count"_L1], 1) || !pane["kind"_L1].isString() ||
+                            !pane["colour"_L1].isString()))
         wrong.append(u"a value has the wrong type or is not greater than 0"_s);
     for (const QString& each : wrong)
         findings.append("glass: "_L1 + each);
@@ -250,8 +259,18 @@ void checkError(const QJsonObject& error, QStringList& findings)
 {
     QStringList wrong =
         wrongKeys(error, {u"order"_s, u"line"_s, u"part"_s, u"side"_s, u"reason"_s});
-    if (wrong.isEmpty() && error["reason"_L1].toString().isEmpty())
-        wrong.append(u"there is no reason"_s);
+    if (wrong.isEmpty()) {
+        const QString part = error["part"_L1].toString();
+        const QString side = error["side"_L1].toString();
+        if (!isInteger(error["order"_L1]) || !isInteger(error["line"_L1]))
+            wrong.append(u"there is no valid order or line"_s);
+        if (part != "glass"_L1 && sidesOf(part).isEmpty())
+            wrong.append(u"unknown part '%1'"_s.arg(part));
+        if (side != "width"_L1 && side != "height"_L1)
+            wrong.append(u"unknown side '%1'"_s.arg(side));
+        if (error["reason"_L1].toString().isEmpty())
+            wrong.append(u"there is no reason"_s);
+    }
     for (const QString& each : wrong)
         findings.append("errors: "_L1 + each);
 }
@@ -275,7 +294,7 @@ QStringList checkPlan(const QJsonObject& plan)
                         group["colour"_L1].toString()}
                 .join(QChar(0));
         if (groups.contains(name))
-            findings.append(u"%1: the group is there twice"_s.arg(group["part"_L1].toString()));
+            findings.append(u"%1: the group occurs twice"_s.arg(group["part"_L1].toString()));
         groups.insert(name);
         GroupCheck(group, findings).run();
     }

@@ -1,10 +1,7 @@
 #include "shop/checking/plan_check.h"
-#include "shop/csv.h"
 
 #include <QJsonArray>
 
-#include <algorithm>
-#include <cmath>
 #include <map>
 #include <set>
 
@@ -102,119 +99,6 @@ Tally pieceTally(const QJsonObject& plan, const Pieces& wanted)
     return tally;
 }
 
-/// The cells of a CSV document by column name, without the apostrophe of guarded texts.
-class CsvTable
-{
-public:
-    explicit CsvTable(const QByteArray& file)
-    {
-        const std::optional<QList<QStringList>> rows = readCsv(file);
-        if (!rows || rows->isEmpty())
-            return;
-        heading_ = rows->front();
-        rows_ = rows->mid(1);
-    }
-
-    qsizetype size() const { return rows_.size(); }
-    QString text(qsizetype row, const QString& column) const
-    {
-        const QString cell = rows_[row].value(heading_.indexOf(column));
-        return cell.startsWith(u'\'') && textCell(cell.mid(1)) == cell ? cell.mid(1) : cell;
-    }
-    double number(qsizetype row, const QString& column) const
-    {
-        return text(row, column).toDouble();
-    }
-
-private:
-    QStringList heading_;
-    QList<QStringList> rows_;
-};
-
-QString groupIn(const CsvTable& table, qsizetype row)
-{
-    return QStringList{table.text(row, u"part"_s), table.text(row, u"profile"_s),
-                       table.text(row, u"colour"_s)}
-        .join(" | "_L1);
-}
-
-/// The number of pieces and the sum of their lengths, by group.
-using Totals = std::map<QString, std::pair<double, double>>;
-
-Totals totalsOf(const QJsonObject& plan)
-{
-    Totals totals;
-    for (const QJsonValue& each : plan["groups"_L1].toArray()) {
-        const QJsonObject group = each.toObject();
-        auto& [count, length] = totals[words(group, {u"part"_s, u"profile"_s, u"colour"_s})];
-        for (const QJsonValue& bars : group["bars"_L1].toArray()) {
-            for (const QJsonValue& piece : bars["pieces"_L1].toArray()) {
-                ++count;
-                length += piece["length"_L1].toDouble();
-            }
-        }
-    }
-    return totals;
-}
-
-void compareTotals(const QString& file, const Totals& found, const Totals& wanted,
-                   QStringList& findings)
-{
-    const bool isSame = std::equal(
-        found.begin(), found.end(), wanted.begin(), wanted.end(), [](const auto& a, const auto& b) {
-            const double tolerance = 1e-9 * std::max(1.0, b.second.second);
-            return a.first == b.first && a.second.first == b.second.first &&
-                   std::abs(a.second.second - b.second.second) <= tolerance;
-        });
-    if (!isSame)
-        findings.append(u"%1: the totals differ from plan.json"_s.arg(file));
-}
-
-void checkCutList(const QString& file, const CsvTable& table, const Totals& wanted,
-                  QStringList& findings)
-{
-    Totals totals;
-    for (qsizetype row = 0; row < table.size(); ++row) {
-        auto& [count, length] = totals[groupIn(table, row)];
-        count += table.number(row, u"count"_s);
-        length += table.number(row, u"total"_s);
-        if (std::abs(table.number(row, u"length"_s) * table.number(row, u"count"_s) -
-                     table.number(row, u"total"_s)) >
-            1e-9 * std::max(1.0, table.number(row, u"total"_s)))
-            findings.append(u"%1: row %2: the total is wrong"_s.arg(file).arg(row + 2));
-    }
-    compareTotals(file, totals, wanted, findings);
-}
-
-void checkBarPlan(const QString& file, const CsvTable& table, const Totals& wanted,
-                  QStringList& findings)
-{
-    Totals totals;
-    for (qsizetype row = 0; row < table.size(); ++row) {
-        auto& [count, length] = totals[groupIn(table, row)];
-        ++count;
-        length += table.number(row, u"length"_s);
-    }
-    compareTotals(file, totals, wanted, findings);
-}
-
-void checkPanes(const QString& file, const CsvTable& table, const std::vector<Pane>& wanted,
-                QStringList& findings)
-{
-    double count = 0;
-    double area = 0;
-    for (const Pane& each : wanted) {
-        count += each.count;
-        area += each.width * each.height * each.count / 10000;
-    }
-    for (qsizetype row = 0; row < table.size(); ++row) {
-        count -= table.number(row, u"count"_s);
-        area -= table.number(row, u"area"_s);
-    }
-    if (count != 0 || std::abs(area) > 1e-6)
-        findings.append(u"%1: the totals differ from the lines"_s.arg(file));
-}
-
 } // namespace
 
 QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
@@ -238,22 +122,6 @@ QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
         errors.have(
             words(each.toObject(), {u"order"_s, u"line"_s, u"part"_s, u"side"_s, u"reason"_s}));
     return findings + panes.findings(u"glass"_s) + errors.findings(u"errors"_s);
-}
-
-QStringList checkDocuments(const QMap<QString, QByteArray>& files, const QJsonObject& plan,
-                           const Pieces& wanted)
-{
-    QStringList findings;
-    const Totals totals = totalsOf(plan);
-    if (const QString name = u"cut-list.csv"_s; files.contains(name))
-        checkCutList(name, CsvTable(files[name]), totals, findings);
-    if (const QString name = u"bar-plan.csv"_s; files.contains(name))
-        checkBarPlan(name, CsvTable(files[name]), totals, findings);
-    if (const QString name = u"glass.csv"_s; files.contains(name))
-        checkPanes(name, CsvTable(files[name]), wanted.glass, findings);
-    if (const QString name = u"mesh.csv"_s; files.contains(name))
-        checkPanes(name, CsvTable(files[name]), wanted.mesh, findings);
-    return findings;
 }
 
 QList<int> ordersIn(const QJsonObject& plan)

@@ -71,7 +71,7 @@ std::vector<Sheet> paneSheets(const QString& title, const std::vector<Pane>& pan
         return flow.take();
     }
     TableLayout table(flow, paneColumns());
-    int count = 0;
+    qint64 count = 0;
     double area = 0;
     for (const PaneRow& each : paneList(panes)) {
         table.row({numberText(each.width), numberText(each.height), QString::number(each.count),

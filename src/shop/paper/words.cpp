@@ -2,8 +2,6 @@
 
 #include <QStringList>
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace shop::paper {
@@ -77,12 +75,6 @@ QString faultWords(const Fault& fault)
     return u"הזמנה %1, שורה %2, %3, %4: %5"_s.arg(fault.order)
         .arg(fault.line)
         .arg(partWord(fault.part), sideWord(fault.side), reasonWords(fault));
-}
-
-QString computedNumber(double number)
-{
-    constexpr double perUnit = 1e9; // The inverse of lengthNoise, exactly.
-    return numberText(std::round(number * perUnit) / perUnit);
 }
 
 QString proofWords(const GroupPlan& plan)

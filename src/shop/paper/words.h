@@ -13,9 +13,6 @@ QString kindWord(const QString& kind);
 QString groupWords(const GroupKey& group);
 /// Returns where a fault is and why, in one sentence.
 QString faultWords(const Fault& fault);
-/// Returns a computed number without floating-point noise, that is with nine decimals at most.
-/// Stored lengths and sizes are printed with all their digits instead.
-QString computedNumber(double number);
 /// Says whether fewer bars are possible.
 QString proofWords(const GroupPlan& plan);
 

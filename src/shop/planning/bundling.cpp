@@ -18,7 +18,7 @@ Bundling::Bundling(const Problem& problem, int bars, std::uint64_t seed)
 {
 }
 
-Packing Bundling::next()
+Packing Bundling::next(const Limits& limits)
 {
     Packing packing;
     left_ = problem_.demand;
@@ -30,6 +30,8 @@ Packing Bundling::next()
     tolerance_ = 0.3 + 1.2 * dice_.next();
     int times = std::max(1, *std::max_element(left_.begin(), left_.end()));
     while (!isEmpty(left_)) {
+        if (limits.isOver())
+            return {};
         const double fair = slack_ / std::max(1, barsLeft_);
         Choice choice = wholeTypes(times);
         const Size waste = problem_.capacity - sizeOf(problem_, choice.pattern);

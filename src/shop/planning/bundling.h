@@ -12,8 +12,9 @@ public:
     /// `bars` is the number of bars that a packing should have.
     Bundling(const Problem& problem, int bars, std::uint64_t seed);
 
-    /// Returns another packing. It may have more bars than it should.
-    Packing next();
+    /// Returns another packing. It may have more bars than it should. It is empty if the limits end
+    /// the search.
+    Packing next(const Limits& limits);
 
 private:
     struct Choice

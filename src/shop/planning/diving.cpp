@@ -2,6 +2,7 @@
 
 #include "shop/planning/filling.h"
 
+#include <CbcEventHandler.hpp>
 #include <CbcModel.hpp>
 #include <OsiClpSolverInterface.hpp>
 
@@ -145,15 +146,30 @@ OsiClpSolverInterface integerProgram(const Columns& columns)
     return solver;
 }
 
+/// Ends the search of the solver when the limits are reached.
+class LimitHandler : public CbcEventHandler
+{
+public:
+    explicit LimitHandler(const Limits& limits) : limits_(limits) {}
+
+    CbcAction event(CbcEvent /*event*/) override { return limits_.isOver() ? stop : noAction; }
+    CbcEventHandler* clone() const override { return new LimitHandler(*this); }
+
+private:
+    Limits limits_;
+};
+
 } // namespace
 
 Packing branchAndBound(const Columns& columns, int target, int nodes, const Limits& limits)
 {
+    const std::lock_guard lock(solverGuard);
     if (limits.isOver())
         return {};
-    const std::lock_guard lock(solverGuard);
     CbcModel model(integerProgram(columns));
     model.setLogLevel(0);
+    LimitHandler handler(limits);
+    model.passInEventHandler(&handler);
     model.setMaximumNodes(nodes);
     model.setMaximumSolutions(1);
     model.setCutoff(target + 0.5);

@@ -41,15 +41,17 @@ Pattern PatternSearch::best(const std::vector<double>& values, const std::vector
 
 void PatternSearch::search(std::size_t first, Size room, double value)
 {
-    if (value > bestValue_ + gain) {
+    // A tiny piece has a value below the gain, but a pattern of it is better than none.
+    if (value > bestValue_ + gain || (best_.empty() && !current_.empty())) {
         bestValue_ = value;
         best_ = current_;
     }
     --steps_;
     for (std::size_t i = first; i < candidates_.size(); ++i) {
         const Candidate& each = candidates_[i];
+        const double bestPossible = value + static_cast<double>(room) * each.density;
         if (steps_ < 0 || room < each.smallestFrom ||
-            value + static_cast<double>(room) * each.density <= bestValue_ + gain)
+            (!best_.empty() && bestPossible <= bestValue_ + gain))
             return;
         if (each.size > room)
             continue;
@@ -73,7 +75,9 @@ Packing SequentialFilling::run(int rounds, int target, const Limits& limits)
 {
     Packing best;
     for (int i = 0; i < rounds && !limits.isOver(); ++i) {
-        Packing packing = round();
+        Packing packing = round(limits);
+        if (packing.empty())
+            break;
         if (best.empty() || barsOf(packing) < barsOf(best))
             best = std::move(packing);
         if (barsOf(best) <= target)
@@ -82,11 +86,13 @@ Packing SequentialFilling::run(int rounds, int target, const Limits& limits)
     return best;
 }
 
-Packing SequentialFilling::round()
+Packing SequentialFilling::round(const Limits& limits)
 {
     Packing packing;
     std::vector<int> left = problem_.demand;
     while (!isEmpty(left)) {
+        if (limits.isOver())
+            return {};
         const Pattern pattern = search_.best(values_, left, stepsOfAFilling);
         const int times = timesWithin(pattern, left);
         takeOut(pattern, times, left);

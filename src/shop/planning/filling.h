@@ -43,10 +43,11 @@ public:
     SequentialFilling(const Problem& problem, std::uint64_t seed);
 
     /// Returns the best packing of all rounds. Ends early at a packing of at most `target` bars.
+    /// The packing is empty if the limits end the first round.
     Packing run(int rounds, int target, const Limits& limits);
 
 private:
-    Packing round();
+    Packing round(const Limits& limits);
     void correct(const Pattern& pattern);
 
     const Problem& problem_;

@@ -5,6 +5,8 @@
 #include "shop/planning/diving.h"
 #include "shop/planning/filling.h"
 
+#include <CoinError.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -42,7 +44,9 @@ Group groupOf(std::vector<Demand> pieces, const BarSettings& settings)
             group.types.push_back(each);
     }
     for (const Demand& each : group.types) {
-        group.problem.sizes.push_back(sizeOfLength(each.length) + sizeOfLength(settings.kerf));
+        // A size of 0 would fit without end.
+        const Size size = sizeOfLength(each.length) + sizeOfLength(settings.kerf);
+        group.problem.sizes.push_back(std::max<Size>(1, size));
         group.problem.demand.push_back(each.count);
     }
     group.problem.capacity = sizeOfLength(settings.usable()) + sizeOfLength(settings.kerf) +
@@ -124,9 +128,9 @@ private:
     }
 };
 
-/// Searches for fewer bars with the linear relaxation. Returns the improved bound.
-int improveByColumns(const Problem& problem, const Packing& filled, const Effort& effort, int bound,
-                     Choice& choice, const Limits& limits)
+/// Searches for fewer bars with the linear relaxation and improves the bound.
+void searchColumns(const Problem& problem, const Packing& filled, const Effort& effort, int& bound,
+                   Choice& choice, const Limits& limits)
 {
     Columns columns(problem);
     for (const Packing& packing : {choice.packing(), filled}) {
@@ -139,7 +143,17 @@ int improveByColumns(const Problem& problem, const Packing& filled, const Effort
         choice.offer(dive(columns, bound, static_cast<std::uint64_t>(i), limits));
     if (choice.bars() > bound && effort.nodes > 0)
         choice.offer(branchAndBound(columns, bound, effort.nodes, limits));
-    return bound;
+}
+
+/// Like searchColumns. If the solver fails, the choice and the bound are the best ones so far.
+void improveByColumns(const Problem& problem, const Packing& filled, const Effort& effort,
+                      int& bound, Choice& choice, const Limits& limits)
+{
+    try {
+        searchColumns(problem, filled, effort, bound, choice, limits);
+    } catch (const CoinError&) {
+        return;
+    }
 }
 
 void reduceStops(const Problem& problem, const Effort& effort, Choice& choice, const Limits& limits)
@@ -151,7 +165,7 @@ void reduceStops(const Problem& problem, const Effort& effort, Choice& choice, c
     for (int i = 0; i < effort.bundlings && !limits.isOver(); ++i) {
         if (choice.stops() <= fewest && triesForTheRest-- == 0)
             return;
-        choice.offer(bundling.next());
+        choice.offer(bundling.next(limits));
     }
 }
 
@@ -165,9 +179,7 @@ BarPlan planOf(const Group& group, const Sequence& sequence, const BarSettings& 
                                 group.types[static_cast<std::size_t>(item.type)].length);
         const double used = std::accumulate(bars.lengths.begin(), bars.lengths.end(), 0.0) +
                             static_cast<double>(bars.lengths.size()) * settings.kerf;
-        bars.rest = std::max(0.0, settings.usable() - used);
-        if (bars.rest < lengthNoise)
-            bars.rest = 0;
+        bars.rest = withoutNoise(std::max(0.0, settings.usable() - used));
         plan.bars.push_back(std::move(bars));
     }
     plan.bound = bound;
@@ -204,7 +216,7 @@ BarPlan planBars(const std::vector<Demand>& pieces, const BarSettings& settings,
         const Packing filled = SequentialFilling(problem, 1).run(effort.fillings, bound, limits);
         choice.offer(filled);
         if (choice.bars() > bound && !limits.isOver())
-            bound = improveByColumns(problem, filled, effort, bound, choice, limits);
+            improveByColumns(problem, filled, effort, bound, choice, limits);
     }
     reduceStops(problem, effort, choice, limits);
     return planOf(group, choice.sequence(), settings, bound);

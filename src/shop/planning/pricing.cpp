@@ -7,8 +7,8 @@ namespace shop::planning {
 
 namespace {
 
-constexpr double leastPrice = 1 + 1e-6;   // The price of a bar is 1.
-constexpr double roundingOfFloats = 2e-6; // The relative error of a sum of some dozen floats.
+constexpr double leastPrice = 1 + 1e-6;      // The price of a bar is 1.
+constexpr double roundingOfAFloat = 0x1p-24; // The greatest relative error of one operation.
 constexpr Size fewestCells = 1000;
 constexpr Size mostCells = 24000;
 constexpr Size mostWork = 3000000; // The number of additions per table.
@@ -46,9 +46,28 @@ void Pricing::setPrices(const std::vector<double>& prices, const std::vector<int
                              static_cast<int>(std::min<Size>(pieces[i], problem_.capacity / size)),
                              size, static_cast<std::size_t>(size / cell_), prices[i]});
     }
+    margin_ = marginOfSums();
     table_.assign((rows_.size() + 1) * width_, 0.F);
     for (std::size_t row = rows_.size(); row-- > 0;)
         addRow(row);
+}
+
+/// Each addition of floats may lose a share of the sum, and so may the conversion of each price. A
+/// sum has at most as many additions as pieces that fit in the grid.
+double Pricing::marginOfSums() const
+{
+    double pieces = 0;
+    double smallestRow = static_cast<double>(width_);
+    for (const Row& each : rows_) {
+        pieces += each.count;
+        if (each.cells > 0)
+            smallestRow = std::min(smallestRow, static_cast<double>(each.cells));
+    }
+    const double inGrid = std::min(pieces, static_cast<double>(width_) / smallestRow);
+    // Rows without a cell are multiplied and added once.
+    const double operations = inGrid + 2 * static_cast<double>(rows_.size()) + 2;
+    const double lost = operations * roundingOfAFloat;
+    return 1 / (1 - lost);
 }
 
 /// Computes the bounds of a row from those of the next row: for each room the maximum over the
@@ -79,7 +98,7 @@ void Pricing::addRow(std::size_t row)
 
 double Pricing::bound() const
 {
-    return static_cast<double>(table_[width_ - 1]) * (1 + roundingOfFloats);
+    return boundAt(0, problem_.capacity);
 }
 
 std::vector<Pattern> Pricing::patterns(std::size_t most)
@@ -108,8 +127,7 @@ void Pricing::search(std::size_t row, Size room, double value)
     }
     --steps_;
     for (; row < rows_.size() && steps_ >= 0; ++row) {
-        const double most = static_cast<double>(boundAt(row, room)) * (1 + roundingOfFloats);
-        if (value + most <= bestValue_)
+        if (value + boundAt(row, room) <= bestValue_)
             return;
         const Row& each = rows_[row];
         for (Size count = std::min<Size>(each.count, room / each.size); count > 0; --count) {

@@ -32,10 +32,13 @@ private:
     };
 
     void addRow(std::size_t row);
-    float boundAt(std::size_t row, Size room) const
+    /// Returns an upper bound of the price of the pieces of this and later rows in the room.
+    double boundAt(std::size_t row, Size room) const
     {
-        return table_[row * width_ + static_cast<std::size_t>(room / cell_)];
+        const float sum = table_[row * width_ + static_cast<std::size_t>(room / cell_)];
+        return static_cast<double>(sum) * margin_;
     }
+    double marginOfSums() const;
     void search(std::size_t row, Size room, double value);
 
     const Problem& problem_;
@@ -43,6 +46,7 @@ private:
     std::size_t width_; ///< The number of grid cells, including cell 0.
     std::vector<Row> rows_;
     std::vector<float> table_; ///< By row and room: an upper bound for this and all later types.
+    double margin_ = 1;        ///< The factor that makes a sum in the table an upper bound.
     Pattern current_;
     Pattern best_;
     double bestValue_ = 0;

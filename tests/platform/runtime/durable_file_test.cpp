@@ -67,6 +67,24 @@ TEST_F(DurableFileTest, CreateFile_inAMissingFolder_throwsPermissionDenied)
               runtime::PermissionDenied);
 }
 
+TEST_F(DurableFileTest, UnnamedFile_isNotListedBeforeItHasAName)
+{
+    QFile file;
+    if (!runtime::createUnnamedFile(file, folder_.path(), runtime::Readers::AsUsual))
+        GTEST_SKIP() << "The file system has no files without a name.";
+    file.write("contents");
+    runtime::syncFile(file, at(u"final"_s));
+    EXPECT_EQ(files(), QStringList());
+    write(at(u"taken"_s), "before");
+    EXPECT_FALSE(runtime::nameFile(file, at(u"taken"_s)));
+    EXPECT_EQ(contentsOf(at(u"taken"_s)), "before");
+    EXPECT_TRUE(runtime::nameFile(file, at(u"final"_s)));
+    EXPECT_EQ(contentsOf(at(u"final"_s)), "contents");
+    runtime::replaceFile(at(u"final"_s), at(u"taken"_s));
+    EXPECT_EQ(contentsOf(at(u"taken"_s)), "contents");
+    EXPECT_EQ(files(), QStringList{u"taken"_s});
+}
+
 TEST_F(DurableFileTest, DurableRename_toAFreeName_movesTheFile)
 {
     QFile file;

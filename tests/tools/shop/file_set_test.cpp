@@ -66,6 +66,33 @@ TEST(FileSetTest, FolderThatCannotBeCreated_IsNamed)
     }
 }
 
+TEST(FileSetTest, FolderThatIsNotReadable_IsRefusedAtOnce)
+{
+    const QTemporaryDir folder;
+    const testsupport::OrdinaryUser ordinary;
+    const auto all = QFile::permissions(folder.path());
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::WriteOwner | QFile::ExeOwner));
+    try {
+        shoptools::writeFiles(folder.path(), {{u"1.csv"_s, "new"}});
+        ADD_FAILURE();
+    } catch (const runtime::RunTimeError& error) {
+        EXPECT_EQ(error.description(),
+                  u"Could not write '%1': the folder is not readable"_s.arg(folder.path()));
+    }
+    EXPECT_TRUE(QFile::setPermissions(folder.path(), all));
+    EXPECT_TRUE(filesIn(folder.path()).isEmpty());
+}
+
+TEST(FileSetTest, LeftFileOfAKilledRun_IsRemoved)
+{
+    const QTemporaryDir folder;
+    QFile left(folder.filePath(u".zomrel-store-left"_s));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.close();
+    shoptools::writeFiles(folder.path(), {{u"1.csv"_s, "one"}});
+    EXPECT_EQ(filesIn(folder.path()), QStringList{u"1.csv"_s});
+}
+
 TEST(FileSetTest, FolderThatIsReadOnly_KeepsItsFiles)
 {
     const QTemporaryDir folder;
@@ -73,6 +100,8 @@ TEST(FileSetTest, FolderThatIsReadOnly_KeepsItsFiles)
     const testsupport::OrdinaryUser ordinary;
     const auto all = QFile::permissions(folder.path());
     ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+    EXPECT_THROW(shoptools::requireWritable(folder.path()), runtime::RunTimeError);
+    EXPECT_THROW(shoptools::requireWritable(folder.filePath(u"a/b"_s)), runtime::RunTimeError);
     EXPECT_THROW(shoptools::writeFiles(folder.path(), {{u"1.csv"_s, "new"}}),
                  runtime::RunTimeError);
     EXPECT_TRUE(QFile::setPermissions(folder.path(), all));

@@ -80,7 +80,7 @@ TEST(ShopProgramTest, Plan_WritesAllDocumentsAndNothingElse)
     const QString json = QDir(out).filePath(u"plan.json"_s);
     const Outcome checked = zomrelShop({u"check"_s, json, u"--store"_s, store.path()});
     EXPECT_EQ(checked.exitStatus, 0);
-    EXPECT_EQ(QString::fromUtf8(checked.out), u"sound: %1\n"_s.arg(json));
+    EXPECT_EQ(QString::fromUtf8(checked.out), u"no errors: %1\n"_s.arg(json));
     const QJsonObject errors =
         QJsonDocument::fromJson(contentsOf(json)).object()["errors"_L1][0].toObject();
     EXPECT_EQ(errors["reason"_L1].toString(), u"Mashkof_W is Null"_s);
@@ -143,7 +143,7 @@ TEST(ShopProgramTest, OrderThatDoesNotExist_IsAnErrorAndWritesNothing)
     TemporaryStore store;
     fill(store);
     const QTemporaryDir folder;
-    for (const QString& order : {u"12"_s, u"abc"_s, u"99999999999"_s}) {
+    for (const QString& order : {u"12"_s, u"abc"_s, u"99999999999"_s, u"-5"_s, u"-99999999999"_s}) {
         const Outcome outcome = zomrelShop(
             {u"plan"_s, u"7"_s, order, u"--store"_s, store.path(), u"--out"_s, folder.path()});
         EXPECT_EQ(outcome.exitStatus, 1);
@@ -191,13 +191,17 @@ TEST(ShopProgramTest, Check_FindsAnOutdatedPlan)
 
 TEST(ShopProgramTest, WrongUsage_PrintsTheUsage)
 {
-    for (const QStringList& arguments : {QStringList(),
-                                         {u"cut"_s},
-                                         {u"plan"_s, u"7"_s},
-                                         {u"pieces"_s},
-                                         {u"pieces"_s, u"7"_s, u"--bars"_s},
-                                         {u"settings"_s},
-                                         {u"check"_s}}) {
+    for (const QStringList& arguments :
+         {QStringList(),
+          {u"cut"_s},
+          {u"plan"_s, u"7"_s},
+          {u"pieces"_s},
+          {u"pieces"_s, u"7"_s, u"--bars"_s},
+          {u"settings"_s},
+          {u"pieces"_s, u"7"_s, u"-x"_s},
+          {u"pieces"_s, u"7"_s, u"--store"_s},
+          {u"plan"_s, u"7"_s, u"--out"_s, u"x"_s, u"--seconds"_s, u"-1"_s},
+          {u"check"_s}}) {
         const Outcome outcome = zomrelShop(arguments);
         EXPECT_EQ(outcome.exitStatus, 2) << qPrintable(arguments.join(u' '));
         EXPECT_TRUE(outcome.err.contains(u"usage:"_s));
@@ -230,4 +234,61 @@ TEST(ShopProgramTest, TwoRunsAtOnce_LeaveTheDocumentsOfOne)
     const QByteArray glass = contentsOf(folder.filePath(u"glass.csv"_s));
     EXPECT_TRUE(glass.contains(QByteArray::number(order) + "-1"));
     EXPECT_FALSE(glass.contains(QByteArray::number(order == 7 ? 8 : 7) + "-1"));
+}
+
+TEST(ShopProgramTest, NegativeOrder_IsReadLikeAnyOther)
+{
+    TemporaryStore store;
+    store.addOrder(-5);
+    store.addLine(-5, 1);
+    const QTemporaryDir folder;
+    const Outcome pieces = zomrelShop({u"pieces"_s, u"-5"_s, u"--store"_s, store.path()});
+    EXPECT_EQ(pieces.exitStatus, 0);
+    EXPECT_EQ(shop::readCsv(pieces.out).value()[1][0], u"-5"_s);
+    EXPECT_EQ(zomrelShop({u"plan"_s, u"--out"_s, folder.path(), u"-5"_s, u"--store"_s, store.path(),
+                          u"--documents"_s, u"json"_s})
+                  .exitStatus,
+              0);
+    EXPECT_EQ(zomrelShop({u"check"_s, folder.filePath(u"plan.json"_s), u"--store"_s, store.path()})
+                  .exitStatus,
+              0);
+}
+
+TEST(ShopProgramTest, NoTimeForPlanning_GivesTheQuickestPlan)
+{
+    TemporaryStore store;
+    fill(store);
+    const QTemporaryDir folder;
+    const Outcome outcome =
+        plan(store, folder.path(), {u"--documents"_s, u"json"_s, u"--seconds"_s, u"0"_s});
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_EQ(zomrelShop({u"check"_s, folder.filePath(u"plan.json"_s), u"--store"_s, store.path()})
+                  .exitStatus,
+              0);
+}
+
+TEST(ShopProgramTest, DataWithoutPaper_NeedNoCatalogue)
+{
+    TemporaryStore store;
+    fill(store);
+    store.execute(u"DROP TABLE Serials"_s);
+    const QTemporaryDir folder;
+    EXPECT_EQ(zomrelShop({u"pieces"_s, u"7"_s, u"--store"_s, store.path()}).exitStatus, 0);
+    EXPECT_EQ(plan(store, folder.path(), {u"--documents"_s, u"json"_s}).exitStatus, 0);
+    EXPECT_EQ(plan(store, folder.path(), {u"--documents"_s, u"paper"_s}).exitStatus, 1);
+}
+
+TEST(ShopProgramTest, FolderThatCannotBeWritten_IsNamedAndNotCreated)
+{
+    TemporaryStore store;
+    fill(store);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"file"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QString inner = file.fileName() + u"/inner"_s;
+    const Outcome outcome = plan(store, inner);
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.err,
+              QStringList{u"zomrel-shop: Could not write '%1': '%2' is not a folder"_s.arg(
+                  inner, file.fileName())});
 }

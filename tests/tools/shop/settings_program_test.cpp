@@ -94,3 +94,18 @@ TEST(SettingsProgramTest, TableWithAnotherStructure_IsAnError)
     EXPECT_EQ(outcome.err, QStringList{u"zomrel-shop: The table zomrel_bars does not have the "
                                        "expected structure: field Code."_s});
 }
+
+TEST(SettingsProgramTest, InvalidStoredSettings_AreRepairedByAnImport)
+{
+    TemporaryStore store;
+    store.addOrder(7);
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"bars.csv"_s);
+    ASSERT_EQ(settings(store, u"--export"_s, file).exitStatus, 0);
+    ASSERT_EQ(settings(store, u"--import"_s, file).exitStatus, 0);
+    store.execute(u"UPDATE zomrel_bars SET Trim = 300, Kerf = NULL WHERE Part = 'slat'"_s);
+    EXPECT_EQ(zomrelShop({u"pieces"_s, u"7"_s, u"--store"_s, store.path()}).exitStatus, 1);
+    EXPECT_EQ(settings(store, u"--import"_s, file).exitStatus, 0);
+    EXPECT_EQ(zomrelShop({u"pieces"_s, u"7"_s, u"--store"_s, store.path()}).exitStatus, 0);
+    EXPECT_EQ(storetools::checkStore(store.path()), QStringList());
+}
