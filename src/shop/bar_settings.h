@@ -106,8 +106,9 @@ QString rangeText(const SettingColumn& column);
 /// Lengths that differ by less than this are equal, because the difference is floating-point noise.
 constexpr double lengthNoise = 1e-9;
 
-/// Returns a computed number rounded to nine decimals, because everything beyond is floating-point
-/// noise. Stored lengths and sizes are not rounded.
+/// Returns a number rounded to nine decimals, because everything beyond is floating-point noise.
+/// Totals and areas are computed with it, and paper shows all numbers so. Data files contain the
+/// stored lengths and sizes with all their digits.
 double withoutNoise(double number);
 
 /// Returns the shortest decimal text without exponent that reads back as the same number.

@@ -1,6 +1,7 @@
 #include "platform/report/font_substitutes.h"
 #include "platform/report/pdf_words.h"
 #include "shop/cut_list.h"
+#include "shop/documents.h"
 #include "shop/paper/flow.h"
 #include "shop/paper/papers.h"
 #include "shop/paper/sheet_ink.h"
@@ -286,6 +287,21 @@ private slots:
                                u"אין הסבר למידות השורה"_s}));
     }
 
+    // (160 - 2.8 - 2.8) / 2 is stored as 77.19999999999999.
+    void noiseOfAStoredLength_isNotPrinted()
+    {
+        OrderLine line = shoptest::window();
+        line.sash.width = line.glass.width = 77.19999999999999;
+        const ShopPack pack = packOf({line});
+        for (const QString& title : {u"רשימת חיתוך"_s, u"תוכנית מוטות"_s, u"רשימת זכוכית"_s}) {
+            const QString texts = textsOf(*paperDocument(kindTitled(title), pack)).join(u'\n');
+            QVERIFY2(texts.contains(u"77.2"_s), qPrintable(title));
+            QVERIFY2(!texts.contains(u"77.1"_s), qPrintable(title));
+        }
+        QVERIFY(textsOf(*labelDocument(pack, LabelPaper::A4)).contains(u"77.2"_s));
+        QVERIFY(cutListCsv(pack).contains(",77.19999999999999,"));
+    }
+
     void barPicture_isToScale()
     {
         OrderLine line = shoptest::window();
@@ -331,12 +347,12 @@ private slots:
         const auto cuts = paperDocument(kindTitled(u"רשימת חיתוך"_s), pack);
         const QStringList cutTexts = textsOf(*cuts);
         for (const CutListRow& each : cutList(pack.groups))
-            QVERIFY(hasRow(cutTexts, {numberText(each.length), QString::number(each.count),
+            QVERIFY(hasRow(cutTexts, {computedNumber(each.length), QString::number(each.count),
                                       computedNumber(each.total)}));
         const auto glass = paperDocument(kindTitled(u"רשימת זכוכית"_s), pack);
         const QStringList glassTexts = textsOf(*glass);
         for (const PaneRow& each : paneList(pack.pieces.glass))
-            QVERIFY(hasRow(glassTexts, {numberText(each.width), numberText(each.height),
+            QVERIFY(hasRow(glassTexts, {computedNumber(each.width), computedNumber(each.height),
                                         QString::number(each.count), each.kind, each.colour,
                                         computedNumber(each.area)}));
         QCOMPARE(wrongFigures(*cuts), QStringList());

@@ -61,7 +61,7 @@ public:
         double used = 0;
         for (std::size_t i = 0; i < bars_.piecesPerBar(); ++i) {
             const double length = bars_.pieces[i].length;
-            span(length, Fill::Light, numberText(length));
+            span(length, Fill::Light, computedNumber(length));
             used += length;
             const double kerf = std::clamp(usable - used, 0.0, settings_.kerf);
             span(kerf, Fill::Dark, {});
@@ -124,7 +124,7 @@ QStringList cutsOf(const GroupBars& bars)
         for (; i < perBar && bars.pieces[i].length == length; ++i, ++count)
             lines += linesAt(bars, i);
         lines.removeDuplicates();
-        cuts.append(u"%1×%2"_s.arg(count).arg(numberText(length)));
+        cuts.append(u"%1×%2"_s.arg(count).arg(computedNumber(length)));
         for (qsizetype from = 0; from < lines.size(); from += listedPerPiece) {
             const bool isFirst = from == 0;
             const bool isLast = from + listedPerPiece >= lines.size();

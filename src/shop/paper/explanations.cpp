@@ -26,14 +26,14 @@ void addLine(const ExplainedLine& line, Flow& flow)
     flow.require(5 * lineHeight(factPoints));
     flow.paragraph(u"הזמנה %1, שורה %2: %3, פתח ברוחב %4 ובגובה %5"_s.arg(line.order)
                        .arg(line.line)
-                       .arg(line.series, numberText(line.width), numberText(line.height)),
+                       .arg(line.series, computedNumber(line.width), computedNumber(line.height)),
                    groupPoints, true);
     if (line.sizes.empty()) {
         flow.line(u"אין הסבר למידות השורה"_s, factPoints);
     } else {
         TableLayout table(flow, explanationColumns());
         for (const ExplainedSize& each : line.sizes)
-            table.textRow({partWord(each.part), sideWord(each.side), numberText(each.length)},
+            table.textRow({partWord(each.part), sideWord(each.side), computedNumber(each.length)},
                           each.explanation);
     }
     flow.skip(lineGap);

@@ -114,7 +114,7 @@ void addLabel(const Piece& piece, const QString& code, const QString& customer, 
         {u"הזמנה %1 שורה %2"_s.arg(piece.order).arg(piece.line), 11, true},
         userText(customer, width),
         {u"%1, %2"_s.arg(partWord(piece.group.part), sideWord(piece.side)), 11, true},
-        {numberText(piece.length), 17, true},
+        {computedNumber(piece.length), 17, true},
         userText(kindWord(piece.group.profile), width),
         userText(piece.group.colour, width)};
     std::erase_if(texts, [](const LabelText& each) { return each.text.trimmed().isEmpty(); });

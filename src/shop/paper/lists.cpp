@@ -51,8 +51,8 @@ void addGroup(const GroupPlan& plan, const std::vector<CutListRow>& rows, Flow& 
         if (!(each.group == plan.group))
             continue;
         const QString mark = each.isClose ? u"שים לב: דומה"_s : QString();
-        table.row({numberText(each.length), QString::number(each.count), computedNumber(each.total),
-                   mark},
+        table.row({computedNumber(each.length), QString::number(each.count),
+                   computedNumber(each.total), mark},
                   each.lines);
         count += each.count;
         total += each.total;
@@ -74,8 +74,9 @@ std::vector<Sheet> paneSheets(const QString& title, const std::vector<Pane>& pan
     qint64 count = 0;
     double area = 0;
     for (const PaneRow& each : paneList(panes)) {
-        table.row({numberText(each.width), numberText(each.height), QString::number(each.count),
-                   kindWord(each.kind), each.colour, computedNumber(each.area)},
+        table.row({computedNumber(each.width), computedNumber(each.height),
+                   QString::number(each.count), kindWord(each.kind), each.colour,
+                   computedNumber(each.area)},
                   each.lines);
         count += each.count;
         area += each.area;
