@@ -167,8 +167,9 @@ TEST_F(DailyBackupTest, DamagedAndForeignFilesDoNotCountAsKeptBackups)
     store_.addOrder(1);
     write(storetools::dailyBackupName(march1_.addDays(2)), "damaged");
     for (int day = 1; day <= 31; ++day) {
-        if (day != 2)
+        if (day != 2) {
             EXPECT_EQ(backUpOn(march1_.addDays(day)).removed, QStringList()) << day;
+        }
     }
     ASSERT_TRUE(QFile::copy(makeOtherStore(), at(storetools::dailyBackupName(march1_))));
     // 30 good backups, a damaged file and a foreign one are there.
