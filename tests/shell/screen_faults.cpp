@@ -113,8 +113,9 @@ QStringList layoutFaults(QWidget& form)
 {
     QStringList faults;
     const auto* child = qobject_cast<QMdiSubWindow*>(form.parentWidget());
+    // A window manager draws frames in device pixels, so the size of a frame may be rounded up.
     const QRect room = child != nullptr ? child->mdiArea()->viewport()->rect()
-                                        : form.screen()->availableGeometry();
+                                        : form.screen()->availableGeometry().adjusted(0, 0, 1, 1);
     const QRect place = child != nullptr ? child->geometry() : form.frameGeometry();
     if (!room.contains(place))
         faults.append(u"%1 at %2 leaves %3"_s.arg(named(form), text(place), text(room)));
