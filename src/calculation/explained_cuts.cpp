@@ -117,7 +117,7 @@ QString explained(const std::optional<Computed>& computed, double actual)
 {
     if (!computed)
         return {};
-    const QString formula = isolated(computed->formula + u" = "_s + shown(computed->result));
+    QString formula = isolated(computed->formula + u" = "_s + shown(computed->result));
     if (isSame(computed->result, actual))
         return formula;
     return u"לפי הסדרה של היום: %1\nהמידה כאן היא %2: הסדרה שונתה אחרי שהשורה נוספה."_s.arg(
