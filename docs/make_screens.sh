@@ -9,5 +9,5 @@ ZOMREL_SCREEN_PICTURES=$pictures tests/shell/on_display.sh "$1"
 mkdir -p docs/screens
 for form in main order picker search view series kinds preview; do
   montage "$pictures/$form"-*-he_IL.png -label '%f' -tile 3x3 -geometry '600x360>+6+6' -background '#808080' miff:- |
-    convert miff:- -colors 48 -define png:compression-level=9 "docs/screens/$form.png"
+    convert miff:- +dither -colors 32 -strip -define png:compression-level=9 "png8:docs/screens/$form.png"
 done
