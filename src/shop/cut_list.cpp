@@ -25,6 +25,7 @@ template <typename Element>
 void unify(std::vector<Element>& elements, double Element::*size)
 {
     std::vector<double*> sizes;
+    sizes.reserve(elements.size());
     for (Element& each : elements)
         sizes.push_back(&(each.*size));
     std::sort(sizes.begin(), sizes.end(), [](const double* a, const double* b) { return *a > *b; });

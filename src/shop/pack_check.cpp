@@ -29,7 +29,7 @@ QStringList findingsIn(const ShopPack& pack, const SettingsByGroup& settings,
                        const QMap<QString, QByteArray>& files)
 {
     const QByteArray json = planJson(pack);
-    const QStringList findings = checking::checkPlanFile(json);
+    QStringList findings = checking::checkPlanFile(json);
     if (!findings.isEmpty())
         return findings;
     const QJsonObject plan = QJsonDocument::fromJson(json).object();

@@ -83,10 +83,10 @@ std::map<double, double> representatives(const std::set<double>& sizes)
 {
     std::map<double, double> result;
     double greatest = 0;
-    for (auto each = sizes.rbegin(); each != sizes.rend(); ++each) {
-        if (result.empty() || greatest - *each >= noiseOfLengths)
-            greatest = *each;
-        result[*each] = greatest;
+    for (const double each : std::vector<double>(sizes.rbegin(), sizes.rend())) {
+        if (result.empty() || greatest - each >= noiseOfLengths)
+            greatest = each;
+        result[each] = greatest;
     }
     return result;
 }
@@ -108,8 +108,8 @@ CutsByLength cutsOf(const QJsonObject& group)
 {
     std::vector<QJsonObject> pieces;
     std::set<double> lengths;
-    for (const QJsonValue& bars : group["bars"_L1].toArray()) {
-        for (const QJsonValue& piece : bars["pieces"_L1].toArray()) {
+    for (const QJsonValue bars : group["bars"_L1].toArray()) {
+        for (const QJsonValue piece : bars["pieces"_L1].toArray()) {
             pieces.push_back(piece.toObject());
             lengths.insert(piece["length"_L1].toDouble());
         }
@@ -130,7 +130,7 @@ ExpectedTable expectedCutList(const QJsonObject& plan)
     ExpectedTable table{{u"part"_s, u"profile"_s, u"colour"_s, u"length"_s, u"count"_s, u"total"_s,
                          u"lines"_s, u"close"_s},
                         {}};
-    for (const QJsonValue& each : plan["groups"_L1].toArray()) {
+    for (const QJsonValue each : plan["groups"_L1].toArray()) {
         const CutsByLength cuts = cutsOf(each.toObject());
         for (auto cut = cuts.begin(); cut != cuts.end(); ++cut) {
             const auto isNear = [&](auto other) {
@@ -156,9 +156,9 @@ ExpectedTable expectedBarPlan(const QJsonObject& plan)
     ExpectedTable table{{u"part"_s, u"profile"_s, u"colour"_s, u"bar"_s, u"count"_s, u"position"_s,
                          u"order"_s, u"line"_s, u"side"_s, u"length"_s, u"rest"_s},
                         {}};
-    for (const QJsonValue& group : plan["groups"_L1].toArray()) {
+    for (const QJsonValue group : plan["groups"_L1].toArray()) {
         double bar = 0;
-        for (const QJsonValue& bars : group["bars"_L1].toArray()) {
+        for (const QJsonValue bars : group["bars"_L1].toArray()) {
             ++bar;
             const QJsonArray pieces = bars["pieces"_L1].toArray();
             const qsizetype perBar = pieces.size() / std::max(1, bars["count"_L1].toInt());

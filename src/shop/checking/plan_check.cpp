@@ -150,7 +150,7 @@ private:
             return addOfBar(
                 u"%1 pieces cannot be divided among %2 equal bars"_s.arg(pieces.size()).arg(count));
         std::vector<double> lengths;
-        for (const QJsonValue& each : pieces) {
+        for (const QJsonValue each : pieces) {
             if (!checkPiece(each.toObject()))
                 return;
             lengths.push_back(each.toObject()["length"_L1].toDouble());
@@ -287,7 +287,7 @@ QStringList checkPlan(const QJsonObject& plan)
     if (!findings.isEmpty())
         return findings;
     QSet<QString> groups;
-    for (const QJsonValue& each : plan["groups"_L1].toArray()) {
+    for (const QJsonValue each : plan["groups"_L1].toArray()) {
         const QJsonObject group = each.toObject();
         const QString name =
             QStringList{group["part"_L1].toString(), group["profile"_L1].toString(),
@@ -298,9 +298,9 @@ QStringList checkPlan(const QJsonObject& plan)
         groups.insert(name);
         GroupCheck(group, findings).run();
     }
-    for (const QJsonValue& each : plan["glass"_L1].toArray())
+    for (const QJsonValue each : plan["glass"_L1].toArray())
         checkPane(each.toObject(), findings);
-    for (const QJsonValue& each : plan["errors"_L1].toArray())
+    for (const QJsonValue each : plan["errors"_L1].toArray())
         checkError(each.toObject(), findings);
     return findings;
 }

@@ -86,11 +86,11 @@ Tally pieceTally(const QJsonObject& plan, const Pieces& wanted)
     Tally tally;
     for (const Piece& each : wanted.pieces)
         tally.want(pieceWords(each.group, each));
-    for (const QJsonValue& each : plan["groups"_L1].toArray()) {
+    for (const QJsonValue each : plan["groups"_L1].toArray()) {
         const QJsonObject group = each.toObject();
         const QString name = words(group, {u"part"_s, u"profile"_s, u"colour"_s});
-        for (const QJsonValue& bars : group["bars"_L1].toArray()) {
-            for (const QJsonValue& piece : bars["pieces"_L1].toArray())
+        for (const QJsonValue bars : group["bars"_L1].toArray()) {
+            for (const QJsonValue piece : bars["pieces"_L1].toArray())
                 tally.have(
                     name + " | "_L1 +
                     words(piece.toObject(), {u"order"_s, u"line"_s, u"side"_s, u"length"_s}));
@@ -105,12 +105,12 @@ QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
                          const SettingsByGroup& settings)
 {
     QStringList findings = pieceTally(plan, wanted).findings(u"pieces"_s);
-    for (const QJsonValue& each : plan["groups"_L1].toArray())
+    for (const QJsonValue each : plan["groups"_L1].toArray())
         checkSettings(each.toObject(), settings, findings);
     Tally panes;
     for (const Pane& each : wanted.glass)
         panes.want(paneWords(each));
-    for (const QJsonValue& each : plan["glass"_L1].toArray())
+    for (const QJsonValue each : plan["glass"_L1].toArray())
         panes.have(words(each.toObject(), {u"order"_s, u"line"_s, u"width"_s, u"height"_s,
                                            u"count"_s, u"kind"_s, u"colour"_s}));
     Tally errors;
@@ -118,7 +118,7 @@ QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
         errors.want(QStringList{QString::number(each.order), QString::number(each.line),
                                 partName(each.part), sideName(each.side), reasonText(each)}
                         .join(" | "_L1));
-    for (const QJsonValue& each : plan["errors"_L1].toArray())
+    for (const QJsonValue each : plan["errors"_L1].toArray())
         errors.have(
             words(each.toObject(), {u"order"_s, u"line"_s, u"part"_s, u"side"_s, u"reason"_s}));
     return findings + panes.findings(u"glass"_s) + errors.findings(u"errors"_s);
@@ -128,11 +128,11 @@ QList<int> ordersIn(const QJsonObject& plan)
 {
     std::set<int> orders;
     const auto addFrom = [&](const QJsonArray& list) {
-        for (const QJsonValue& each : list)
+        for (const QJsonValue each : list)
             orders.insert(each["order"_L1].toInt());
     };
-    for (const QJsonValue& group : plan["groups"_L1].toArray()) {
-        for (const QJsonValue& bars : group["bars"_L1].toArray())
+    for (const QJsonValue group : plan["groups"_L1].toArray()) {
+        for (const QJsonValue bars : group["bars"_L1].toArray())
             addFrom(bars["pieces"_L1].toArray());
     }
     addFrom(plan["glass"_L1].toArray());
