@@ -80,7 +80,7 @@ void HelpBrowser::showChapter(const HelpChapter& chapter, Qt::LayoutDirection di
 
 QVariant HelpBrowser::loadResource(int type, const QUrl& name)
 {
-    const QVariant resource = QTextBrowser::loadResource(type, name);
+    QVariant resource = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::ImageResource)
         return resource;
     const QUrl absolute = document()->baseUrl().resolved(name);

@@ -70,11 +70,13 @@ void requireShape(dao::Database& database)
     dao::TableDef table = database.tableDefs()(schema.name);
     const dao::FieldDefs fields = table.Fields();
     std::vector<dao::FieldInfo> found;
+    found.reserve(static_cast<std::size_t>(fields.Count()));
     for (int i = 0; i < fields.Count(); ++i)
         found.push_back(fields(i).info());
     requireAlike(found, schema.fields, u"field"_s);
     const dao::Indexes indexes = table.indexes();
     std::vector<dao::IndexInfo> foundIndexes;
+    foundIndexes.reserve(static_cast<std::size_t>(indexes.Count()));
     for (int i = 0; i < indexes.Count(); ++i)
         foundIndexes.push_back(indexes(i).info());
     requireAlike(foundIndexes, schema.indexes, u"index"_s);

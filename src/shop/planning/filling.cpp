@@ -28,8 +28,10 @@ Pattern PatternSearch::best(const std::vector<double>& values, const std::vector
         return a.density != b.density ? a.density > b.density : a.type < b.type;
     });
     Size smallest = problem_.capacity + 1;
-    for (auto each = candidates_.rbegin(); each != candidates_.rend(); ++each)
-        each->smallestFrom = smallest = std::min(smallest, each->size);
+    for (std::size_t i = candidates_.size(); i-- > 0;) {
+        smallest = std::min(smallest, candidates_[i].size);
+        candidates_[i].smallestFrom = smallest;
+    }
     current_.clear();
     best_.clear();
     bestValue_ = 0;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <random>
+#include <tuple>
 #include <vector>
 
 /// Cutting the pieces of a group from as few bars as possible: the one-dimensional cutting stock
@@ -39,7 +40,10 @@ struct Item
     int count = 0;
 
     bool operator==(const Item&) const = default;
-    auto operator<=>(const Item&) const = default;
+    bool operator<(const Item& other) const
+    {
+        return std::tie(type, count) < std::tie(other.type, other.count);
+    }
 };
 
 /// The pieces of one bar, by ascending type.
