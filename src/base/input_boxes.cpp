@@ -124,8 +124,9 @@ void InputBox::paintEvent(QPaintEvent* event)
                            ->subElementRect(QStyle::SE_LineEditContents, &option, this)
                            .marginsRemoved(textMargins())
                            .adjusted(2, 1, -2, -1);
-    painter.drawItemText(text, QStyle::visualAlignment(Qt::LeftToRight, alignment()),
-                         option.palette, isEnabled(), this->text(), QPalette::Text);
+    const Qt::Alignment shown = QStyle::visualAlignment(Qt::LeftToRight, alignment());
+    painter.drawItemText(text, static_cast<int>(shown.toInt()), option.palette, isEnabled(),
+                         this->text(), QPalette::Text);
 }
 
 MeasureBox::MeasureBox(int index, const QString& text, OnLeaving onLeaving, QWidget* parent)

@@ -203,8 +203,9 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isDelete = event->key() == Qt::Key_Delete;
-    if ((isDelete || (isEnter && !editable_)) && event->isAutoRepeat()) {
-        // A key that is held down acts once.
+    // A key that is held down acts once.
+    const bool isHeld = (isDelete || (isEnter && !editable_)) && event->isAutoRepeat();
+    if (isHeld || (editable_ && handleEditKey(*event))) {
         event->accept();
     } else if (!editable_ && isEnter) {
         event->accept();
@@ -212,8 +213,6 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
     } else if (!editable_ && isDelete) {
         event->accept();
         emit deletePressed();
-    } else if (editable_ && handleEditKey(*event)) {
-        event->accept();
     } else {
         QTableView::keyPressEvent(event);
     }

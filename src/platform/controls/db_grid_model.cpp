@@ -242,7 +242,7 @@ QString DBGridModel::remarkOn(int row) const
     // A page that is read while the remark is made clears the remarks.
     if (const auto known = remarks_.constFind(row); known != remarks_.constEnd())
         return *known;
-    const QString remark = newRemarkOn(row);
+    QString remark = newRemarkOn(row);
     remarks_.insert(row, remark);
     return remark;
 }
