@@ -59,7 +59,8 @@ Table withShortTexts(Table table)
                 continue;
             const QStringList texts = cellTexts(*text);
             row[i] = texts.first();
-            row.insert(row.end(), std::next(texts.begin()), texts.end());
+            for (qsizetype more = 1; more < texts.size(); ++more)
+                row.emplace_back(texts[more]);
         }
         for (qsizetype more = table.columns.size(); more < qsizetype(row.size()); ++more)
             table.columns.append(u"lines %1"_s.arg(more - qsizetype(columns) + 2));

@@ -16,9 +16,9 @@ constexpr double noiseOfBars = 1e-6;
 int lowerBound(std::vector<double> lengths, double usable, double kerf)
 {
     std::sort(lengths.begin(), lengths.end(), std::greater<>());
-    std::vector<double> sums{0}; // Of the longest pieces, each with a kerf.
-    for (const double each : lengths)
-        sums.push_back(sums.back() + each + kerf);
+    std::vector<double> sums(lengths.size() + 1, 0.0); // Of the longest pieces, each with a kerf.
+    for (std::size_t i = 0; i < lengths.size(); ++i)
+        sums[i + 1] = sums[i] + lengths[i] + kerf;
     // Returns how many pieces are too long for a bar with another piece of this length.
     const auto alone = [&](double other) {
         const double longest = usable + noiseOfFits - other - kerf;
