@@ -65,7 +65,8 @@ make_root() {
 
 remove_root() {
   ! mountpoint -q "$root/proc" || umount "$root/proc"
-  ! mountpoint -q "$root" || umount "$root"
+  # A process of the display may still be ending, so the mount is only detached.
+  ! mountpoint -q "$root" || umount --lazy "$root"
   rm -rf --one-file-system "$root"
 }
 
