@@ -6,7 +6,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 . packaging/common.sh
-stage=$1
+stage=${1#"$PWD"/} # Relative, because the name of the sources' folder may contain blanks.
 
 # The oldest C library on which the folder runs, that of Ubuntu 22.04.
 oldest_glibc=2.35
