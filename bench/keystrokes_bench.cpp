@@ -1,5 +1,5 @@
 // Types a house of 30 openings of one series into the order form, by key events, and counts the
-// keys. A further opening of the same series may take eleven keys at most.
+// keys. Each further opening may take at most eleven keys.
 
 #include "application.h"
 

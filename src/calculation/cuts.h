@@ -30,11 +30,11 @@ struct Deduction
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
 inline constexpr std::array allParts{Mashkof, Kanaf, Glass, Reshet};
 
-/// What the two U-profiles of a monoblock are shorter than its opening is high.
+/// Subtracted from the opening's height to get the lengths of a monoblock's two U-profiles.
 inline constexpr double uCutAllowance = 14;
+inline constexpr double uVasaAllowance = 17.6;
 /// The part of the opening's height that no slat covers.
 inline constexpr double shalavHeightAllowance = 8;
-inline constexpr double uVasaAllowance = 17.6;
 
 struct Series
 {

@@ -11,7 +11,7 @@ namespace cuts {
 
 namespace {
 
-/// A computed size with the formula that it comes from.
+/// A computed size and its formula.
 struct Computed
 {
     QString formula;

@@ -31,7 +31,7 @@ void requireDone(lxw_error error)
             u"The workbook could not be made: %1"_s.arg(QString::fromUtf8(lxw_strerror(error))));
 }
 
-/// Divides a text into texts that fit into a cell, at spaces where possible.
+/// Splits a text into parts that each fit into a cell, at spaces where possible.
 QStringList cellTexts(QString text)
 {
     QStringList texts;

@@ -147,7 +147,7 @@ QStringList checkForeignParts(const Layout& layout)
     QStringList findings;
     for (const store::TableSchema& found : layout) {
         const store::TableSchema* expected = expectedTable(found.name);
-        // The program's own tables include the store's mark and those of later versions.
+        // Tables with this prefix belong to the program. Later versions may have more of them.
         if (expected == nullptr && found.name.startsWith("zomrel_"_L1))
             continue;
         if (expected == nullptr || expected->name != found.name)

@@ -50,7 +50,7 @@ void StillStore::examine()
         else
             notes_.append(each.name + u": not a table of the store, not copied"_s);
     }
-    // The table of the store's mark is written by copyTo.
+    // copyTo writes the table that identifies the store.
     tables_ += own;
     tables_.removeAll(dao::storeMarkTable);
 }

@@ -6,7 +6,7 @@ namespace storetools {
 
 /// Returns the beginning of the random names of unfinished files.
 QString unfinishedPrefix();
-/// Removes the unfinished files that killed processes have left in the folder.
+/// Removes unfinished files of killed processes from the folder.
 void removeLeftFiles(const QString& folder);
 
 /// A file under construction in the folder of its final path. It has a random name until it is
