@@ -4,6 +4,10 @@ target_include_directories(zomrel_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_definitions(
   zomrel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
                            QT_DISABLE_DEPRECATED_BEFORE=0x060000)
+if(WIN32)
+  # Without these, the system's header defines macros such as min, and an older socket interface.
+  target_compile_definitions(zomrel_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(
     zomrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual

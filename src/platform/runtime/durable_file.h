@@ -28,8 +28,10 @@ void syncFolder(const QString& folder);
 
 /// Writes a file, which is open, to the disk, gives it a new name in the same folder and writes the
 /// folder to the disk. At every moment the new name belongs to nothing, to the complete previous
-/// file, or to the complete new file. Throws DatabaseExists (3204) if the new name exists and is
-/// not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied (3051).
+/// file, or to the complete new file. On Windows the file must come from createFile, and a file
+/// that another program has open is not replaced. Throws DatabaseExists (3204) if the new name
+/// exists and is not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043) or
+/// PermissionDenied (3051).
 void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
 
 enum class Linked {
@@ -79,10 +81,15 @@ public:
     FolderMark& operator=(const FolderMark&) = delete;
 
     /// Returns false if another process has marked or removed the folder.
-    bool isValid() const { return descriptor_ >= 0; }
+    bool isValid() const { return descriptor_ != -1; }
+    /// Removes the folder and everything in it.
+    void removeFolder();
 
 private:
-    int descriptor_;
+    void release();
+
+    QString folder_;
+    qintptr descriptor_; ///< Descriptor or handle; -1 if the folder is not marked.
 };
 
 /// Removes a file or folder that a process marked by createFile or FolderMark and left behind when
@@ -90,7 +97,7 @@ private:
 /// folder, or if the file system cannot mark files.
 void removeIfLeft(const QString& path);
 
-/// The owner, the group and the permissions of a file.
+/// The owner, the group and the permissions of a file. On Windows only the list is used.
 struct FileAccess
 {
     unsigned owner = 0;

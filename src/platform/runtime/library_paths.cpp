@@ -14,6 +14,8 @@
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
+#elif defined(Q_OS_WIN)
+#include <windows.h>
 #endif
 
 using namespace Qt::StringLiterals;
@@ -35,6 +37,12 @@ QString programFolder()
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
     if (!error)
         return QDir(QString::fromStdU16String(program.parent_path().u16string())).canonicalPath();
+#elif defined(Q_OS_WIN)
+    constexpr std::size_t longestPath = 32768;
+    std::wstring program(longestPath, L'\0');
+    program.resize(::GetModuleFileNameW(nullptr, program.data(), DWORD(program.size())));
+    const QString path = QString::fromStdWString(program);
+    return path.isEmpty() ? path : QFileInfo(path).canonicalPath();
 #endif
     return {};
 }
@@ -102,6 +110,10 @@ void insertBeforeToolkit(const QString& folder, QStringList& paths)
     const QString toolkit = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath)).canonicalPath();
     const qsizetype place = paths.indexOf(toolkit);
     paths.insert(place < 0 ? paths.size() : place, folder);
+#ifdef Q_OS_WIN
+    // The toolkit is beside the program, and it looks for plugins beside the program's folder.
+    paths.removeAll(toolkit);
+#endif
 }
 
 } // namespace
@@ -121,8 +133,9 @@ bool isTrustedFolder(const QString& folder)
     return QFileInfo(canonical).isDir() && isOnlyOurs(canonical) &&
            keepsPermissions(QStorageInfo(canonical).fileSystemType());
 #else
-    Q_UNUSED(folder)
-    return false;
+    // Windows loads libraries from the program's folder anyway.
+    const QFileInfo info(folder);
+    return info.isDir() && QFileInfo(info.canonicalFilePath()).path() == programFolder();
 #endif
 }
 

@@ -16,7 +16,8 @@ namespace runtime {
 void useTrustedLibraryPaths();
 
 /// Returns true if only the administrator and the current user can change the folder, anything in
-/// it, or one of its parents. False on systems without Unix permissions.
+/// it, or one of its parents. On Windows, returns true for the folders in the program's folder,
+/// whose libraries Windows loads as well.
 bool isTrustedFolder(const QString& folder);
 
 /// Returns true if permissions on a file system of this type are enforced by the system that keeps

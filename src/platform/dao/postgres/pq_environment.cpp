@@ -19,6 +19,12 @@ constexpr std::array keptVariables = {
     QLatin1StringView("PGREQUIREPEER"),
 };
 
+#ifdef Q_OS_WIN
+constexpr Qt::CaseSensitivity inNames = Qt::CaseInsensitive;
+#else
+constexpr Qt::CaseSensitivity inNames = Qt::CaseSensitive;
+#endif
+
 QByteArray& rememberedPassword()
 {
     static QByteArray password;
@@ -33,9 +39,10 @@ void clearClientEnvironment()
         rememberedPassword() = qgetenv(passwordVariable);
     const QStringList names = QProcessEnvironment::systemEnvironment().keys();
     for (const QString& each : names) {
-        const bool isKept =
-            std::find(keptVariables.begin(), keptVariables.end(), each) != keptVariables.end();
-        if (each.startsWith(QLatin1StringView("PG")) && !isKept)
+        const bool isKept = std::any_of(
+            keptVariables.begin(), keptVariables.end(),
+            [&each](QLatin1StringView kept) { return each.compare(kept, inNames) == 0; });
+        if (each.startsWith(QLatin1StringView("PG"), inNames) && !isKept)
             qunsetenv(each.toLocal8Bit().constData());
     }
 }

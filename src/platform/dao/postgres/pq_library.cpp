@@ -5,6 +5,7 @@
 
 #include "platform/dao/postgres/pq_library.h"
 
+#include <QCoreApplication>
 #include <QLibrary>
 
 #include <libpq-fe.h>
@@ -14,13 +15,23 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Version of the library's binary interface that the included header declares.
-constexpr int libraryVersion = 5;
+[[maybe_unused]] constexpr int libraryVersion = 5;
+
+QLibrary* newLibrary()
+{
+#ifdef Q_OS_WIN
+    // Windows would also look for a bare name in the current folder, where others may put files.
+    return new QLibrary(QCoreApplication::applicationDirPath() + u"/libpq.dll"_s);
+#else
+    return new QLibrary(u"pq"_s, libraryVersion);
+#endif
+}
 
 QLibrary& library()
 {
     // The library object is never destroyed, because pooled connections still use it when they are
     // closed at the end of the process.
-    static auto* const loaded = new QLibrary(u"pq"_s, libraryVersion);
+    static auto* const loaded = newLibrary();
     return *loaded;
 }
 

@@ -61,6 +61,15 @@ LookUp lookUp(const QByteArray& host, int flags)
     return result;
 }
 
+QString reasonOf(int lookUpError)
+{
+#ifdef _WIN32
+    return qt_error_string(lookUpError);
+#else
+    return QString::fromLocal8Bit(::gai_strerror(lookUpError));
+#endif
+}
+
 /// Returns the numeric addresses of the server, or one empty address for a local socket. The
 /// system's name look-up has no deadline, so it runs in a thread that is detached.
 QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
@@ -81,9 +90,8 @@ QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
         throw logInError(link, deadline.message());
     const LookUp result = found.get();
     if (result.error != 0)
-        throw logInError(link,
-                         u"could not translate host name \"%1\" to address: %2"_s.arg(
-                             link.server, QString::fromLocal8Bit(gai_strerror(result.error))));
+        throw logInError(link, u"could not translate host name \"%1\" to address: %2"_s.arg(
+                                   link.server, reasonOf(result.error)));
     return result.addresses;
 }
 
@@ -109,7 +117,11 @@ enum class PasswordUse {
 };
 
 /// A path at which there is never a file, so that the client library finds no password.
+#ifdef _WIN32
+constexpr auto noPasswordFile = "<none>"; // No file name contains these signs.
+#else
 constexpr auto noPasswordFile = "/dev/null/none";
+#endif
 
 QByteArray tlsModeFor(const Link& link, PasswordUse use)
 {

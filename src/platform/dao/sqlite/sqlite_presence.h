@@ -24,7 +24,7 @@ public:
     Presence& operator=(const Presence&) = delete;
 
 private:
-    int descriptor_ = -1;
+    qintptr descriptor_ = -1; ///< Descriptor or handle; -1 if the file is not open.
 };
 
 /// Returns a text that distinguishes the file at the path from a file that takes its place. Returns

@@ -293,7 +293,7 @@ bool mayWriteInFolder(const QString& folder)
     return faccessat(AT_FDCWD, native(folder).constData(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
-FolderMark::FolderMark(const QString& folder) : descriptor_(-1)
+FolderMark::FolderMark(const QString& folder) : folder_(folder), descriptor_(-1)
 {
     Descriptor opened(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (opened.number() < 0)
@@ -303,10 +303,21 @@ FolderMark::FolderMark(const QString& folder) : descriptor_(-1)
         descriptor_ = opened.release();
 }
 
+void FolderMark::release()
+{
+    if (isValid())
+        close(int(std::exchange(descriptor_, -1)));
+}
+
 FolderMark::~FolderMark()
 {
-    if (descriptor_ >= 0)
-        close(descriptor_);
+    release();
+}
+
+void FolderMark::removeFolder()
+{
+    QDir(folder_).removeRecursively();
+    release();
 }
 
 void removeIfLeft(const QString& path)

@@ -1,0 +1,320 @@
+// An open file is neither replaced nor removed on Windows unless every program that has it open
+// permits that. The files that createFile opens permit it.
+
+#include "platform/runtime/durable_file.h"
+
+#include "platform/runtime/run_time_error.h"
+#include "platform/runtime/windows_handle.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QThread>
+
+#include <aclapi.h>
+#include <fcntl.h>
+#include <io.h>
+#include <memory>
+#include <sddl.h>
+#include <string>
+#include <utility>
+
+namespace runtime {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The name of the file that marks a folder as used, for as long as it is open.
+const QString folderMark = u".zomrel-in-use"_s;
+
+[[noreturn]] void raise(const QString& path, DWORD error)
+{
+    const QString reason = qt_error_string(int(error));
+    switch (error) {
+    case ERROR_ALREADY_EXISTS:
+    case ERROR_FILE_EXISTS:
+        throw RunTimeError(DatabaseExists, u"Database '%1' already exists."_s.arg(path));
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+        throw RunTimeError(DiskFull, u"Could not write '%1': %2"_s.arg(path, reason));
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_WRITE_PROTECT:
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_DIRECTORY:
+    case ERROR_CANT_RESOLVE_FILENAME:
+        throw RunTimeError(PermissionDenied, u"Could not write '%1': %2"_s.arg(path, reason));
+    default:
+        throw RunTimeError(DiskOrNetworkError, u"Could not write '%1': %2"_s.arg(path, reason));
+    }
+}
+
+struct LocalFree
+{
+    void operator()(void* memory) const { ::LocalFree(memory); }
+};
+template <typename Type>
+using LocalMemory = std::unique_ptr<Type, LocalFree>;
+
+/// The user of this process as a text, or an empty text.
+std::wstring userId()
+{
+    HANDLE opened = nullptr;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened))
+        return {};
+    const WindowsHandle token(opened);
+    alignas(TOKEN_USER) std::array<char, 256> user{};
+    DWORD length = 0;
+    wchar_t* text = nullptr;
+    if (!GetTokenInformation(token.get(), TokenUser, user.data(), DWORD(user.size()), &length) ||
+        !ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(user.data())->User.Sid, &text))
+        return {};
+    return LocalMemory<wchar_t>(text).get();
+}
+
+/// Permits everything to the user of this process, to administrators and to the system, and nothing
+/// to others.
+class OnlyOwnerAccess
+{
+public:
+    OnlyOwnerAccess()
+    {
+        const std::wstring user = userId();
+        if (user.empty())
+            return;
+        const std::wstring text = L"D:P(A;OICI;FA;;;" + user + L")(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
+        PSECURITY_DESCRIPTOR descriptor = nullptr;
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1,
+                                                             &descriptor, nullptr);
+        descriptor_.reset(descriptor);
+        attributes_.lpSecurityDescriptor = descriptor;
+    }
+
+    /// Returns null if the user cannot be found out; the folder's own access applies then.
+    SECURITY_ATTRIBUTES* attributes() { return descriptor_ ? &attributes_ : nullptr; }
+
+private:
+    LocalMemory<void> descriptor_;
+    SECURITY_ATTRIBUTES attributes_ = {sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
+};
+
+/// Locks a byte behind the end of all files. Returns false if another process has locked it. A file
+/// system without locks has no marks.
+bool mark(HANDLE file)
+{
+    OVERLAPPED place = {};
+    place.OffsetHigh = 0x7fffffff;
+    return LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) !=
+           0;
+}
+
+/// Moves a file. Virus scanners open new files for a moment, so an access that is denied is tried
+/// again. Returns 0 or the system's error number.
+DWORD moved(const QString& path, const QString& newPath, DWORD flags)
+{
+    constexpr int trials = 20;
+    constexpr unsigned long pause = 50; // Milliseconds.
+    for (int trial = 1;; ++trial) {
+        if (MoveFileExW(wideName(path).c_str(), wideName(newPath).c_str(),
+                        flags | MOVEFILE_WRITE_THROUGH))
+            return 0;
+        const DWORD error = GetLastError();
+        const bool mayPass = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+        if (!mayPass || trial == trials)
+            return error;
+        QThread::msleep(pause);
+    }
+}
+
+HANDLE handleOf(QFile& file)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
+}
+
+/// Returns true if the file system has access control lists.
+bool keepsAccess(HANDLE file)
+{
+    DWORD flags = 0;
+    return GetVolumeInformationByHandleW(file, nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) &&
+           (flags & FILE_PERSISTENT_ACLS) != 0;
+}
+
+/// Lets the access of the folder apply to the file, as it does to files of other programs.
+bool inheritAccess(HANDLE file)
+{
+    ACL none = {};
+    return InitializeAcl(&none, sizeof none, ACL_REVISION) &&
+           SetSecurityInfo(file, SE_FILE_OBJECT,
+                           DACL_SECURITY_INFORMATION | UNPROTECTED_DACL_SECURITY_INFORMATION,
+                           nullptr, nullptr, &none, nullptr) == ERROR_SUCCESS;
+}
+
+} // namespace
+
+QString followLinks(const QString& path)
+{
+    constexpr int mostLinks = 40;
+    QString place = path;
+    for (int followed = 0; followed < mostLinks; ++followed) {
+        const QFileInfo info(place);
+        if (!info.isSymbolicLink())
+            return place;
+        place = info.symLinkTarget();
+    }
+    raise(path, ERROR_CANT_RESOLVE_FILENAME);
+}
+
+void syncFolder(const QString& folder)
+{
+    const WindowsHandle opened(CreateFileW(wideName(folder).c_str(), GENERIC_WRITE, everySharing,
+                                           nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                           nullptr));
+    // MoveFileEx has already written the new name. Most file systems of a network cannot write a
+    // folder.
+    if (opened.isValid())
+        FlushFileBuffers(opened.get());
+}
+
+void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing)
+{
+    if (!file.flush() || !FlushFileBuffers(handleOf(file)))
+        raise(path, GetLastError());
+    const DWORD flags = existing == Existing::Replace ? MOVEFILE_REPLACE_EXISTING : 0;
+    if (const DWORD error = moved(path, newPath, flags))
+        raise(newPath, error);
+    syncFolder(QFileInfo(newPath).absolutePath());
+}
+
+Linked durableLink(const QString& path, const QString& secondName)
+{
+    if (!CreateHardLinkW(wideName(secondName).c_str(), wideName(path).c_str(), nullptr))
+        return GetLastError() == ERROR_ALREADY_EXISTS ? Linked::NameExists : Linked::NotPermitted;
+    syncFolder(QFileInfo(secondName).absolutePath());
+    return Linked::Done;
+}
+
+void durableMove(const QString& path, const QString& newPath)
+{
+    if (const DWORD error = moved(path, newPath, 0))
+        raise(newPath, error);
+    syncFolder(QFileInfo(newPath).absolutePath());
+}
+
+bool createFile(QFile& file, const QString& path, Readers readers)
+{
+    OnlyOwnerAccess onlyOwner;
+    WindowsHandle created(
+        CreateFileW(wideName(path).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE | WRITE_DAC,
+                    everySharing, readers == Readers::OnlyOwner ? onlyOwner.attributes() : nullptr,
+                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!created.isValid()) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS)
+            return false;
+        raise(path, error);
+    }
+    if (!mark(created.get()) && GetLastError() == ERROR_LOCK_VIOLATION)
+        return false;
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(created.get()),
+                                           _O_RDWR | _O_BINARY | _O_NOINHERIT);
+    if (descriptor < 0)
+        raise(path, ERROR_TOO_MANY_OPEN_FILES);
+    created.release(); // The descriptor closes it.
+    if (!file.open(descriptor, QIODevice::ReadWrite, QFileDevice::AutoCloseHandle))
+        raise(path, ERROR_OPEN_FAILED);
+    return true;
+}
+
+bool createFolder(const QString& path)
+{
+    OnlyOwnerAccess onlyOwner;
+    if (CreateDirectoryW(wideName(path).c_str(), onlyOwner.attributes()))
+        return true;
+    const DWORD error = GetLastError();
+    if (error != ERROR_ALREADY_EXISTS)
+        raise(path, error);
+    return false;
+}
+
+FolderMark::FolderMark(const QString& folder)
+    : folder_(folder),
+      descriptor_(reinterpret_cast<qintptr>(CreateFileW(
+          wideName(folder + u'/' + folderMark).c_str(), GENERIC_READ | DELETE, 0, nullptr,
+          OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr)))
+{
+}
+
+void FolderMark::release()
+{
+    if (isValid())
+        CloseHandle(reinterpret_cast<HANDLE>(std::exchange(descriptor_, -1)));
+}
+
+FolderMark::~FolderMark()
+{
+    release();
+}
+
+void FolderMark::removeFolder()
+{
+    release();
+    QDir(folder_).removeRecursively();
+}
+
+void removeIfLeft(const QString& path)
+{
+    const DWORD attributes = GetFileAttributesW(wideName(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        return;
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        FolderMark folder(path);
+        if (folder.isValid())
+            folder.removeFolder();
+        return;
+    }
+    const WindowsHandle opened(CreateFileW(wideName(path).c_str(), GENERIC_READ | DELETE,
+                                           everySharing, nullptr, OPEN_EXISTING,
+                                           FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    if (!opened.isValid() || !mark(opened.get()))
+        return;
+    FILE_DISPOSITION_INFO removal = {TRUE};
+    SetFileInformationByHandle(opened.get(), FileDispositionInfo, &removal, sizeof removal);
+}
+
+/// Only the access control list is used. It is empty on a file system without such lists.
+FileAccess accessOf(const QString& path)
+{
+    const WindowsHandle opened(CreateFileW(wideName(path).c_str(), READ_CONTROL, everySharing,
+                                           nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                           nullptr));
+    if (!opened.isValid())
+        raise(path, GetLastError());
+    FileAccess access;
+    DWORD length = 0;
+    GetKernelObjectSecurity(opened.get(), DACL_SECURITY_INFORMATION, nullptr, 0, &length);
+    if (!keepsAccess(opened.get()) || length == 0)
+        return access;
+    access.list.resize(qsizetype(length));
+    if (!GetKernelObjectSecurity(opened.get(), DACL_SECURITY_INFORMATION, access.list.data(),
+                                 length, &length))
+        access.list.clear();
+    return access;
+}
+
+bool keepAccess(QFile& file, const FileAccess& access)
+{
+    if (access.list.isEmpty())
+        return inheritAccess(handleOf(file));
+    QByteArray list = access.list;
+    return SetKernelObjectSecurity(handleOf(file), DACL_SECURITY_INFORMATION, list.data()) != 0;
+}
+
+void limitAccess(QFile& file, const FileAccess& source)
+{
+    keepAccess(file, source);
+}
+
+} // namespace runtime

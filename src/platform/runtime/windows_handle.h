@@ -1,0 +1,52 @@
+#pragma once
+
+// For the files of this system that are compiled for Windows only.
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <string>
+#include <utility>
+
+#include <windows.h>
+
+namespace runtime {
+
+/// A file may be read, written, renamed and removed by others while it is open.
+constexpr DWORD everySharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// A handle that is closed with this object.
+class WindowsHandle
+{
+public:
+    explicit WindowsHandle(HANDLE handle) : handle_(handle) {}
+    ~WindowsHandle()
+    {
+        if (isValid())
+            CloseHandle(handle_);
+    }
+    WindowsHandle(const WindowsHandle&) = delete;
+    WindowsHandle& operator=(const WindowsHandle&) = delete;
+
+    bool isValid() const { return handle_ != INVALID_HANDLE_VALUE && handle_ != nullptr; }
+    HANDLE get() const { return handle_; }
+    HANDLE release() { return std::exchange(handle_, INVALID_HANDLE_VALUE); }
+
+private:
+    HANDLE handle_;
+};
+
+/// Returns the absolute path as the system's functions take it. It may be longer than 260
+/// characters.
+inline std::wstring wideName(const QString& path)
+{
+    using namespace Qt::StringLiterals;
+    const QString absolute = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+    if (!absolute.startsWith(u"\\\\"_s))
+        return (u"\\\\?\\"_s + absolute).toStdWString();
+    if (absolute.startsWith(u"\\\\?"_s) || absolute.startsWith(u"\\\\."_s))
+        return absolute.toStdWString();
+    return (u"\\\\?\\UNC"_s + absolute.mid(1)).toStdWString();
+}
+
+} // namespace runtime
