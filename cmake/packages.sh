@@ -21,6 +21,15 @@ packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr lib
 packages_package="binutils cmark-gfm debhelper file patchelf xz-utils"
 packages_package_check="appstream debootstrap desktop-file-utils git lintian poppler-utils"
 
+# Needed by ./package windows-kit in addition to packages_run.
+packages_windows_kit="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev binutils dpkg-dev
+  make perl tcl patch bison flex xz-utils"
+
+# Needed by ./package windows in addition to both, and to check what it makes.
+packages_windows="nsis zip cmark-gfm icoutils mandoc"
+packages_windows_check="wine wine64 xvfb xauth xdotool imagemagick poppler-utils fonts-dejavu-core
+  git googletest openssl postgresql-15 unzip"
+
 is_installed() {
   dpkg-query --show --showformat='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
 }

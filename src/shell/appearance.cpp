@@ -2,7 +2,6 @@
 
 #include "platform/controls/png_icon.h"
 #include "platform/report/font_substitutes.h"
-#include "platform/runtime/library_paths.h"
 #include "shell/delivered_files.h"
 #include "shell/font_rules.h"
 #include "shell/program_style.h"
@@ -79,10 +78,7 @@ void translateToolkit(QApplication& application)
 void setUpAppearance(QApplication& application)
 {
     useFontRules();
-    // A portable folder contains the fonts that the forms name.
-    const QString fonts = QApplication::applicationDirPath() + u"/fonts"_s;
-    if (runtime::isTrustedFolder(fonts))
-        loadFonts(fonts);
+    report::loadDeliveredFonts();
     report::substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);

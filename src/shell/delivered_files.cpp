@@ -1,24 +1,11 @@
 #include "shell/delivered_files.h"
 
-#include <QDir>
-#include <QFontDatabase>
 #include <QLibraryInfo>
 #include <QTranslator>
 
 using namespace Qt::StringLiterals;
 
 namespace shell {
-
-int loadFonts(const QString& folder)
-{
-    int loaded = 0;
-    for (const QFileInfo& font :
-         QDir(folder).entryInfoList({u"*.otf"_s, u"*.ttf"_s}, QDir::Files, QDir::Name)) {
-        if (QFontDatabase::addApplicationFont(font.filePath()) >= 0)
-            ++loaded;
-    }
-    return loaded;
-}
 
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder)
 {

@@ -5,10 +5,6 @@ class QTranslator;
 
 namespace shell {
 
-/// Loads all fonts of the folder for this process and returns their number. Other files and a
-/// missing folder are ignored.
-int loadFonts(const QString& folder);
-
 /// Loads the Hebrew translation of Qt's own texts, from the folder if it contains one and otherwise
 /// from the installed Qt. An empty folder is not looked into. Returns false if there is none.
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder);

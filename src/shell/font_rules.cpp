@@ -91,10 +91,14 @@ private:
 
 bool useFontRules()
 {
+#ifdef Q_OS_WIN
+    return false; // The fonts of Windows do not come from this library.
+#else
     if (environmentNamesRules())
         return false;
     const FontLibrary library;
     return library.isComplete() && library.useRules(rules);
+#endif
 }
 
 } // namespace shell

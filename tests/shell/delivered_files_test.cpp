@@ -1,5 +1,6 @@
 #include "shell/delivered_files.h"
 
+#include "platform/report/font_substitutes.h"
 #include "support/widgets.h"
 
 #include <QDir>
@@ -56,7 +57,7 @@ void DeliveredFilesTest::folderWithAFont_loadsItAndNoOtherFile()
     const QTemporaryDir folder;
     QVERIFY(QFile::copy(font, folder.filePath(u"one.ttf"_s)));
     QVERIFY(QFile::copy(font, folder.filePath(u"one.txt"_s)));
-    QCOMPARE(shell::loadFonts(folder.path()), 1);
+    QCOMPARE(report::loadFonts(folder.path()), 1);
     QVERIFY(QFontDatabase::removeAllApplicationFonts());
 }
 
@@ -67,8 +68,8 @@ void DeliveredFilesTest::damagedFontAndMissingFolder_loadNothing()
     QVERIFY(damaged.open(QIODevice::WriteOnly));
     damaged.write("no font");
     damaged.close();
-    QCOMPARE(shell::loadFonts(folder.path()), 0);
-    QCOMPARE(shell::loadFonts(folder.filePath(u"missing"_s)), 0);
+    QCOMPARE(report::loadFonts(folder.path()), 0);
+    QCOMPARE(report::loadFonts(folder.filePath(u"missing"_s)), 0);
 }
 
 /// The folder contains the Arabic texts of Qt under the Hebrew name, so that the two differ.

@@ -2,7 +2,9 @@
 
 #include <QProcessEnvironment>
 
+#ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -61,7 +63,9 @@ void setPlainEnvironment()
         qputenv("QTEST_FUNCTION_TIMEOUT", "7200000");
     if (qgetenv("TMPDIR").size() > longestTemporaryFolder)
         qunsetenv("TMPDIR");
+#ifdef Q_OS_UNIX
     ::umask(S_IWGRP | S_IWOTH);
+#endif
 }
 
 } // namespace testsupport

@@ -10,6 +10,8 @@
 #include "platform/runtime/version.h"
 #include "shell/appearance.h"
 #include "tools/store/builder.h"
+#include "tools/store/link_store.h"
+#include "tools/store/system.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -53,7 +55,7 @@ Arguments argumentsOf(const QCoreApplication& application)
     parser.process(application);
     if (parser.positionalArguments().size() != 1 || !parser.isSet(u"store"_s) ||
         !parser.isSet(u"out"_s)) {
-        std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
+        std::fprintf(stderr, "%s", qUtf8Printable(parser.helpText()));
         std::exit(usageError);
     }
     return {parser.positionalArguments().first(), parser.value(u"store"_s), parser.value(u"out"_s)};
@@ -101,10 +103,18 @@ int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QSt
 /// store's fixed name, and to the logo.
 void layProgramFolder(const QTemporaryDir& folder, const QString& store)
 {
-    QFile::link(QFileInfo(store).absoluteFilePath(), folder.filePath(u"Aluminium.mdb"_s));
     const QString logo = QCoreApplication::applicationDirPath() + u"/Logo.jpg"_s;
+    const QString name = folder.filePath(u"Aluminium.mdb"_s);
+    const QString path = QFileInfo(store).absoluteFilePath();
+#ifdef Q_OS_WIN
+    // Ordinary users may not make symbolic links there.
+    storetools::linkStore(name, dao::Link::toFile(path), storetools::Hazards::Accepted);
+    QFile::copy(logo, folder.filePath(u"Logo.jpg"_s));
+#else
+    QFile::link(path, name);
     if (QFile::exists(logo))
         QFile::link(logo, folder.filePath(u"Logo.jpg"_s));
+#endif
 }
 
 int run(const Arguments& arguments)
@@ -130,9 +140,12 @@ int run(const Arguments& arguments)
 
 int main(int argc, char** argv)
 {
+    storetools::useUtf8Console();
+#ifndef Q_OS_WIN // Windows always has a display.
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
     runtime::useTrustedLibraryPaths();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"zomrel-demo"_s);

@@ -22,11 +22,15 @@ void dropRemarks(QtMsgType type, const QMessageLogContext& /*context*/, const QS
 int main(int argc, char** argv)
 {
     storetools::fillStandardStreams();
+    storetools::useUtf8Console();
     qInstallMessageHandler(dropRemarks);
     runtime::useTrustedLibraryPaths();
     // Fonts need a QGuiApplication, but the program opens no window and works without a display.
+#ifndef Q_OS_WIN // Only the default platform knows the fonts of Windows.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
     const QGuiApplication application(argc, argv);
+    report::loadDeliveredFonts();
     report::substituteFonts();
     QTextStream out(stdout);
     QTextStream err(stderr);

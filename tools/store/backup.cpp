@@ -70,8 +70,20 @@ public:
             throw RunTimeError(runtime::Locked);
     }
     bool isHeld() const { return database_ != nullptr; }
+    /// Prepares the replacement of the file. A file that is open cannot be replaced on Windows.
+    void letGo()
+    {
+#ifdef Q_OS_WIN
+        database_.reset();
+        file_.close();
+        letGoOfFiles();
+#endif
+    }
     /// Returns the file of the store.
-    QFile& file() { return file_; }
+    QFile& file()
+    {
+        return file_;
+    }
 
 private:
     /// The system releases all locks of a process on a file as soon as the process closes any
@@ -207,6 +219,7 @@ RestoreOutcome restoreFile(const Place& backup, const QString& name, Oddities od
         outcome.kept = keep(path, hold);
     if (!hold.isHeld())
         moveJournals(path, replaces ? outcome.kept : freeName(path));
+    hold.letGo();
     restored.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
     return outcome;
 }

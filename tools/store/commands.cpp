@@ -8,10 +8,10 @@
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
 #include "tools/store/history.h"
+#include "tools/store/import_command.h"
 #include "tools/store/language.h"
 #include "tools/store/link_store.h"
 #include "tools/store/move.h"
-#include "tools/store/old_store/take_over.h"
 #include "tools/store/progress.h"
 #include "tools/store/reporting.h"
 #include "tools/store/server_safety.h"
@@ -25,21 +25,13 @@ namespace storetools {
 
 namespace {
 
-const QString codePageOption = u"--code-page"_s;
-const QString cutTextsOption = u"--cut-texts"_s;
 const QString fileOption = u"--file"_s;
 const QString serverOption = u"--server"_s;
 const QString databaseOption = u"--database"_s;
 const QString userOption = u"--user"_s;
 const QString tlsOption = u"--tls"_s;
 const QString figuresOption = u"--figures"_s;
-const QString forceOption = u"--force"_s;
 const QString stationOption = u"--station"_s;
-
-bool isForced(const Call& call)
-{
-    return call.options.contains(forceOption);
-}
 
 /// Prints what a server's settings leave unprotected without endangering confirmed rows.
 void warn(const Safety& safety, QTextStream& err)
@@ -81,23 +73,6 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// Checks that no station is connected to the place that a command is about to replace or fill.
-/// Otherwise names the stations and returns false, unless the call forces the command.
-bool isLeft(const QString& place, const Call& call, QTextStream& err)
-{
-    if (isForced(call))
-        return true;
-    const QStringList stations = Place(place).stations();
-    for (const QString& each : stations)
-        err << "connected: " << each << '\n';
-    if (!stations.isEmpty())
-        err << inUsersLanguage(u"zomrel-store: close the program on all stations first, or use "
-                               "--force; nothing was changed\n"_s,
-                               u"zomrel-store: צא מזומרל בכל העמדות, או הוסף --force; דבר לא "
-                               "שונה\n"_s);
-    return stations.isEmpty();
-}
-
 ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QStringList& arguments = call.arguments;
@@ -120,24 +95,6 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     print(out, outcome.notes);
     return Success;
 }
-
-/// Prints the number of rows of each table.
-class Counts
-{
-public:
-    explicit Counts(QTextStream& out) : out_(out) { line(u"table"_s, u"rows"_s); }
-    void add(const QString& table, qint64 rows) { line(table, QString::number(rows)); }
-
-private:
-    void line(const QString& table, const QString& rows)
-    {
-        constexpr int nameWidth = 14;
-        constexpr int numberWidth = 8;
-        out_ << table.leftJustified(nameWidth) << rows.rightJustified(numberWidth) << '\n';
-    }
-
-    QTextStream& out_;
-};
 
 ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
 {
@@ -242,46 +199,6 @@ ExitStatus printServerSetup(const Call& call, QTextStream& out, QTextStream&)
     return Success;
 }
 
-CodePage codePageNamed(const QString& name)
-{
-    try {
-        return CodePage(name);
-    } catch (const runtime::RunTimeError&) {
-        throw WrongCall(u"there is no code page '%1' with a byte for each character"_s.arg(name));
-    }
-}
-
-ExitStatus notTakenOver(const TakeOverOutcome& outcome, QTextStream& err)
-{
-    print(err, outcome.notes + outcome.findings);
-    err << inUsersLanguage(u"zomrel-store: nothing was imported\n"_s,
-                           u"zomrel-store: דבר לא יובא\n"_s);
-    return Failure;
-}
-
-ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
-{
-    TakeOverOptions options;
-    if (call.options.contains(codePageOption))
-        options.codePage = codePageNamed(call.options.value(codePageOption));
-    options.cutTexts = call.options.contains(cutTextsOption);
-    if (!isLeft(call.arguments[1], call, err))
-        return Failure;
-    const TakeOverOutcome outcome = withProgress(err, [&](const TakeOverProgress& progress) {
-        return takeOverStore(call.arguments[0], Place(call.arguments[1]), options, progress);
-    });
-    if (!outcome.findings.isEmpty())
-        return notTakenOver(outcome, err);
-    print(out, outcome.notes);
-    Counts counts(out);
-    for (const TakenTable& table : outcome.tables)
-        counts.add(table.name, table.rows);
-    out << inUsersLanguage(u"imported %1 into %2"_s, u"%1 יובא אל %2"_s)
-               .arg(call.arguments[0], call.arguments[1])
-        << '\n';
-    return Success;
-}
-
 std::vector<Command> commandsOverOneEngine()
 {
     return {
@@ -298,13 +215,7 @@ std::vector<Command> commandsOverOneEngine()
          u"replace a store by a sound backup; the old store is kept"_s,
          restore,
          {{forceOption, {}, u"ignore connected stations and findings that keep all rows"_s}}},
-        {u"import"_s,
-         {u"OLD.mdb"_s, u"TO"_s},
-         u"import an old-format store (Jet 3, Jet 4) into a new one"_s,
-         takeOver,
-         {{codePageOption, u"CP"_s, u"code page of a Jet 3 file's texts; default 1255"_s},
-          {cutTextsOption, {}, u"truncate texts that are longer than their field"_s},
-          {forceOption, {}, u"import although stations are connected to TO"_s}}},
+        importCommand(),
     };
 }
 

@@ -109,6 +109,7 @@ QString setAside(const QString& path)
     QString aside = path + u".damaged"_s;
     for (int number = 2; QFileInfo::exists(aside); ++number)
         aside = u"%1.damaged.%2"_s.arg(path).arg(number);
+    letGoOfFiles(); // The check of the backup has opened it.
     runtime::durableMove(path, aside);
     return aside;
 }

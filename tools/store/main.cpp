@@ -7,6 +7,7 @@
 int main(int argc, char** argv)
 {
     storetools::fillStandardStreams();
+    storetools::useUtf8Console();
     runtime::useTrustedLibraryPaths();
     const QCoreApplication application(argc, argv);
     QTextStream out(stdout);

@@ -5,8 +5,9 @@
 #include "platform/runtime/version.h"
 #include "tools/store/advice.h"
 #include "tools/store/commands.h"
+#include "tools/store/import_command.h"
 #include "tools/store/language.h"
-#include "tools/store/old_store/reading.h"
+#include "tools/store/old_store/reading_command.h"
 #include "tools/store/scratch_folder.h"
 
 #include <QCommandLineParser>
@@ -132,7 +133,7 @@ ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err)
         return wrongUsage(err, u"a command is missing"_s);
     const QString& name = arguments.first();
     if (arguments.size() == 2 && name == QLatin1StringView(readingCommand))
-        return runReading(arguments[1]) == 0 ? Success : Failure;
+        return readOldFile(arguments[1]);
     if (arguments.size() == 1 && name == "--help"_L1) {
         printUsage(out);
         return Success;

@@ -1,5 +1,6 @@
 #include "tools/store/scratch_folder.h"
 
+#include "platform/dao/database.h"
 #include "platform/runtime/durable_file.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/random_name.h"
@@ -15,6 +16,13 @@ namespace {
 const QString scratchPrefix = u"zomrel-store-"_s;
 
 } // namespace
+
+void letGoOfFiles()
+{
+#ifdef Q_OS_WIN
+    dao::DBEngine::instance().Idle();
+#endif
+}
 
 ScratchFolder::ScratchFolder()
 {
@@ -37,7 +45,8 @@ void ScratchFolder::removeLeft()
 
 ScratchFolder::~ScratchFolder()
 {
-    QDir(path_).removeRecursively();
+    letGoOfFiles();
+    mark_->removeFolder();
 }
 
 } // namespace storetools

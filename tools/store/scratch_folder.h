@@ -10,6 +10,10 @@ class FolderMark;
 
 namespace storetools {
 
+/// Closes the stores that this process keeps open for later use, on a system where an open file can
+/// be neither renamed nor removed.
+void letGoOfFiles();
+
 /// A folder for intermediate files in the folder for temporary files. Only the user can read it.
 /// The destructor removes it. A process that is killed leaves the folder; removeLeft removes it.
 class ScratchFolder

@@ -1,7 +1,7 @@
 #include "tools/store/system.h"
 
-// Functions that need POSIX calls. On other systems the resources of the process are not limited,
-// and no stream counts as a terminal.
+// Functions that need system calls. On Windows the resources of the process are not limited, and
+// closed standard streams stay closed.
 #include <QtGlobal>
 
 #include <cerrno>
@@ -13,6 +13,10 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
+#else
+#include <cstdlib>
+#include <io.h>
+#include <windows.h>
 #endif
 
 namespace storetools {
@@ -68,6 +72,8 @@ bool errorsGoToATerminal()
     return isatty(STDERR_FILENO) != 0;
 }
 
+void useUtf8Console() {}
+
 #else
 
 void limitThisProcess(int) {}
@@ -81,7 +87,15 @@ int takeStandardOutput()
 
 bool errorsGoToATerminal()
 {
-    return false;
+    return _isatty(_fileno(stderr)) != 0;
+}
+
+void useUtf8Console()
+{
+    // The console keeps the setting after the program has ended.
+    static const UINT former = GetConsoleOutputCP();
+    if (former != 0 && SetConsoleOutputCP(CP_UTF8))
+        std::atexit([] { SetConsoleOutputCP(former); });
 }
 
 #endif

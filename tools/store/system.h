@@ -12,6 +12,9 @@ void limitThisProcess(int cpuSeconds);
 /// Otherwise the first file that the program opens would take the place of the stream.
 void fillStandardStreams();
 
+/// Lets a console show the program's output, which is UTF-8, until the program ends.
+void useUtf8Console();
+
 /// Writes everything that remains in the streams of the standard output and the standard error.
 /// Returns false if any of the output could not be written, and writes a message to `err`.
 bool finishOutput(QTextStream& out, QTextStream& err);

@@ -1,11 +1,34 @@
 #include "platform/report/font_substitutes.h"
 
+#include "platform/runtime/library_paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
 #include <QFont>
+#include <QFontDatabase>
 #include <QStringList>
 
 namespace report {
 
 using namespace Qt::StringLiterals;
+
+int loadFonts(const QString& folder)
+{
+    int loaded = 0;
+    for (const QFileInfo& font :
+         QDir(folder).entryInfoList({u"*.otf"_s, u"*.ttf"_s}, QDir::Files, QDir::Name)) {
+        if (QFontDatabase::addApplicationFont(font.filePath()) >= 0)
+            ++loaded;
+    }
+    return loaded;
+}
+
+void loadDeliveredFonts()
+{
+    const QString folder = QCoreApplication::applicationDirPath() + u"/fonts"_s;
+    if (runtime::isTrustedFolder(folder))
+        loadFonts(folder);
+}
 
 void substituteFonts()
 {

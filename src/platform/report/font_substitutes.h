@@ -1,6 +1,16 @@
 #pragma once
 
+class QString;
+
 namespace report {
+
+/// Loads all fonts of the folder for this process and returns their number. Other files and a
+/// missing folder are ignored.
+int loadFonts(const QString& folder);
+
+/// Loads the fonts in the folder `fonts` beside the program, which a portable folder and the
+/// Windows program contain. A folder that is not trusted is ignored; see runtime::isTrustedFolder.
+void loadDeliveredFonts();
 
 /// Registers substitute font families with Hebrew letters. They are used if the system lacks a font
 /// that the forms and documents name, or if that font has no Hebrew letters.

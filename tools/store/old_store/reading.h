@@ -1,14 +1,11 @@
 #pragma once
 
 #include "tools/store/old_store/old_format.h"
+#include "tools/store/old_store/reading_command.h"
 
 #include <QStringList>
 
 namespace storetools {
-
-/// Name of the hidden command that reads an old file and writes its contents to the standard
-/// output.
-constexpr auto readingCommand = "read-old-store";
 
 /// A command line whose process writes an old store to its standard output in the format of
 /// FrameWriter.

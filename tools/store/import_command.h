@@ -1,0 +1,13 @@
+#pragma once
+
+#include "tools/store/command.h"
+
+namespace storetools {
+
+/// Returns the command that imports a store of the old format.
+Command importCommand();
+
+/// Runs the hidden command. Returns its exit status and writes errors to the error stream.
+ExitStatus readOldFile(const QString& path);
+
+} // namespace storetools
