@@ -6,7 +6,7 @@ target_compile_definitions(
                            QT_DISABLE_DEPRECATED_BEFORE=0x060000)
 if(WIN32)
   # Without these, the system's header defines macros such as min, and an older socket interface.
-  target_compile_definitions(zomrel_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
+  target_compile_definitions(zomrel_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
 endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(
@@ -81,7 +81,10 @@ function(zomrel_qtest name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${T_LINKS} Qt6::Test zomrel_test_support)
   target_precompile_headers(${name} REUSE_FROM zomrel_qtest_headers)
-  add_test(NAME ${name} COMMAND ${name})
+  if(WIN32) # Qt Test does not write to the standard output there.
+    set(arguments -o ${name}.txt,txt)
+  endif()
+  add_test(NAME ${name} COMMAND ${name} ${arguments})
   set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
   zomrel_label_slow(${name})
 endfunction()

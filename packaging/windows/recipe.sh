@@ -67,10 +67,14 @@ cmake_install() {
   cp -r "$work"/installed/kit/. "$kit"
 }
 
-# Makes the file of SQLite's whole source that Qt builds into its driver.
+# Makes the file of SQLite's whole source that Qt builds into its driver. A store that is open may be renamed, as on
+# other systems, so that a restore can keep its lock on the store while it puts the new file in place.
 build_sqlite() {
   [ -e config.status ] || ./configure --disable-readline --disable-tcl
   make sqlite3.c
+  shared='dwShareMode = FILE_SHARE_READ | FILE_SHARE_WRITE'
+  sed -i "s/$shared;/$shared | FILE_SHARE_DELETE;/" sqlite3.c
+  grep -q "$shared | FILE_SHARE_DELETE;" sqlite3.c
 }
 
 # Qt with its own copies of the smaller libraries. PCRE2 compiles no machine code: its memory for that is freed by the
@@ -80,7 +84,8 @@ build_qt() {
   mkdir -p src/3rdparty/sqlite
   cp --update "$work"/sources/sqlite3/sqlite3.[ch] src/3rdparty/sqlite
   set --
-  for feature in direct2d1_1 tabletevent opengl vulkan vkgen dbus network icu concurrent xml pkg_config headersclean \
+  # Only the tests use the network module, for local sockets.
+  for feature in direct2d1_1 tabletevent opengl vulkan vkgen dbus ssl icu concurrent xml pkg_config headersclean \
     androiddeployqt qmake windeployqt glib zstd fontconfig system_zlib system_pcre2 system_png system_jpeg \
     system_freetype system_harfbuzz system_doubleconversion system_libb2 system_sqlite sql_odbc sql_mysql sql_psql \
     sql_oci sql_db2 sql_ibase; do

@@ -3,14 +3,18 @@
 #include "support/plain_sql.h"
 #include "support/temporary_store.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTest>
 #include <QUuid>
 
+#ifdef Q_OS_LINUX
 #include <csignal>
 #include <sys/prctl.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -18,11 +22,14 @@ namespace journeys {
 
 namespace {
 
-void copyInto(const QString& file, const QString& folder, const QString& name)
+/// Copies the program into the folder and returns the path of the copy.
+QString copiedInto(const QString& folder)
 {
-    const QString target = folder + u'/' + name;
-    if (!QFile::copy(file, target))
-        qFatal("cannot copy %s to %s", qPrintable(file), qPrintable(target));
+    const QFileInfo program(QStringLiteral(ZOMREL_PROGRAM));
+    const QString target = folder + u'/' + program.fileName();
+    if (!QFile::copy(program.filePath(), target))
+        qFatal("cannot copy %s to %s", ZOMREL_PROGRAM, qPrintable(target));
+    return target;
 }
 
 } // namespace
@@ -30,14 +37,14 @@ void copyInto(const QString& file, const QString& folder, const QString& name)
 Program::Program(bool withStore)
     : ownFolder_(std::make_unique<QTemporaryDir>()), folder_(ownFolder_->path())
 {
-    copyInto(QStringLiteral(ZOMREL_PROGRAM), folder(), u"Zomrel"_s);
+    process_.setProgram(copiedInto(folder()));
     if (withStore)
         layStore();
 }
 
 Program::Program(const QString& sharedFolder) : folder_(sharedFolder)
 {
-    copyInto(QStringLiteral(ZOMREL_PROGRAM), folder(), u"Zomrel"_s);
+    process_.setProgram(copiedInto(folder()));
 }
 
 Program::~Program()
@@ -65,18 +72,23 @@ QString Program::storePath() const
 
 void Program::start()
 {
-    socketName_ = socketFolder_.filePath(QUuid::createUuid().toString(QUuid::Id128));
+    socketName_ = QUuid::createUuid().toString(QUuid::Id128);
+#ifndef Q_OS_WIN // There the names of local sockets are not those of files.
+    socketName_ = socketFolder_.filePath(socketName_);
+#endif
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(ZOMREL_DRIVER_PLUGINS));
+    environment.insert(u"QT_PLUGIN_PATH"_s,
+                       QDir(QStringLiteral(ZOMREL_DRIVER_PLUGINS)).absolutePath());
     environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName_);
     process_.setProcessEnvironment(environment);
-    process_.setWorkingDirectory(
-        // The program finds its store beside itself, so the working directory must not matter.
-        u"/"_s);
+    // The program finds its store beside itself, so the working directory must not matter.
+    process_.setWorkingDirectory(QDir::rootPath());
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
+#ifdef Q_OS_LINUX
     // The kernel kills the program if the journey's process dies.
     process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    process_.start(folder() + u"/Zomrel"_s, QStringList());
+#endif
+    process_.start();
     const bool reached = waitFor([&] {
         socket_.connectToServer(socketName_);
         return socket_.waitForConnected(100);

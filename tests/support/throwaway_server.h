@@ -82,8 +82,13 @@ bool isOnServer();
 /// created.
 void useServer(const ThrowawayServer& server);
 
-/// Returns the link to a database on the server of this test run. ZOMREL_TEST_SERVER names that
-/// server. If it is not set, this process starts a server at the first use.
+/// Returns a link without a database to a server of this process, which the first call starts. Ends
+/// the process on Windows, where the tests start no server.
+dao::Link ownServer();
+
+/// Returns the link to a database on the server of this test run. ZOMREL_TEST_SERVER names a file
+/// with the server's folder or address and its port, one per line. If it is not set, this process
+/// uses ownServer.
 dao::Link linkTo(const QString& database);
 
 /// Creates and fills a database with this name unless the server has one. Other processes wait

@@ -48,13 +48,13 @@ void renewMarkOf(const QString& copy)
 class Hold
 {
 public:
-    explicit Hold(const QString& path) : file_(path)
+    explicit Hold(const QString& path)
     {
         if (!QFileInfo::exists(path))
             return;
-        if (!file_.open(QIODevice::ReadOnly))
+        if (!runtime::openForReading(file_, path))
             throw RunTimeError(runtime::PermissionDenied,
-                               u"Could not read '%1': %2"_s.arg(path, file_.errorString()));
+                               u"Could not read '%1': %2"_s.arg(path, qt_error_string()));
         try {
             database_ = dao::DBEngine::instance().OpenDatabase(path);
             markAsReplaced(*database_);
@@ -70,20 +70,8 @@ public:
             throw RunTimeError(runtime::Locked);
     }
     bool isHeld() const { return database_ != nullptr; }
-    /// Prepares the replacement of the file. A file that is open cannot be replaced on Windows.
-    void letGo()
-    {
-#ifdef Q_OS_WIN
-        database_.reset();
-        file_.close();
-        letGoOfFiles();
-#endif
-    }
     /// Returns the file of the store.
-    QFile& file()
-    {
-        return file_;
-    }
+    QFile& file() { return file_; }
 
 private:
     /// The system releases all locks of a process on a file as soon as the process closes any
@@ -219,7 +207,6 @@ RestoreOutcome restoreFile(const Place& backup, const QString& name, Oddities od
         outcome.kept = keep(path, hold);
     if (!hold.isHeld())
         moveJournals(path, replaces ? outcome.kept : freeName(path));
-    hold.letGo();
     restored.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
     return outcome;
 }

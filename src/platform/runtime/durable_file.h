@@ -28,8 +28,10 @@ void syncFolder(const QString& folder);
 
 /// Writes a file, which is open, to the disk, gives it a new name in the same folder and writes the
 /// folder to the disk. At every moment the new name belongs to nothing, to the complete previous
-/// file, or to the complete new file. On Windows the file must come from createFile, and a file
-/// that another program has open is not replaced. Throws DatabaseExists (3204) if the new name
+/// file, or to the complete new file. If a file is replaced, the name always belongs to one of the
+/// two, except on Windows if the previous file is open and is not on a local NTFS disk: the name
+/// then belongs to nothing for a moment, and the previous file has the name with
+/// ".zomrel-previous". On Windows the file must come from createFile. Throws DatabaseExists (3204) if the new name
 /// exists and is not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043) or
 /// PermissionDenied (3051).
 void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
@@ -62,6 +64,10 @@ bool nameFile(QFile& file, const QString& path);
 void replaceFile(const QString& path, const QString& newPath);
 /// Writes an open file to the disk. Throws DiskFull (3026) or DiskOrNetworkError (3043).
 void syncFile(QFile& file, const QString& path);
+
+/// Opens a file for reading. Other programs may rename or remove it meanwhile. Returns false if the
+/// file cannot be opened. The QFile object has no file name.
+bool openForReading(QFile& file, const QString& path);
 
 /// Creates a folder that only the user can enter. Returns false if the name is taken. Throws
 /// PermissionDenied (3051) or another error if the folder cannot be created.

@@ -274,6 +274,13 @@ bool createFile(QFile& file, const QString& path, Readers readers)
     return true;
 }
 
+bool openForReading(QFile& file, const QString& path)
+{
+    const int descriptor = open(native(path).constData(), O_RDONLY | O_CLOEXEC);
+    return descriptor >= 0 &&
+           file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+}
+
 bool createFolder(const QString& path)
 {
     if (mkdir(native(path).constData(), S_IRWXU) == 0)

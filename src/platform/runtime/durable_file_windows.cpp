@@ -1,5 +1,6 @@
-// An open file is neither replaced nor removed on Windows unless every program that has it open
-// permits that. The files that createFile opens permit it.
+// An open file is neither renamed nor removed on Windows unless every program that has it open
+// permits that. The files that this file opens permit it, and so does SQLite as it is built for
+// Zomrel.
 
 #include "platform/runtime/durable_file.h"
 
@@ -11,12 +12,16 @@
 #include <QThread>
 
 #include <aclapi.h>
+#include <array>
+#include <cstddef>
+#include <cstring>
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
 #include <sddl.h>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace runtime {
 
@@ -111,6 +116,12 @@ bool mark(HANDLE file)
            0;
 }
 
+/// Returns true for the errors of a file that another program has open.
+bool mayPass(DWORD error)
+{
+    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+}
+
 /// Moves a file. Virus scanners open new files for a moment, so an access that is denied is tried
 /// again. Returns 0 or the system's error number.
 DWORD moved(const QString& path, const QString& newPath, DWORD flags)
@@ -122,8 +133,7 @@ DWORD moved(const QString& path, const QString& newPath, DWORD flags)
                         flags | MOVEFILE_WRITE_THROUGH))
             return 0;
         const DWORD error = GetLastError();
-        const bool mayPass = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
-        if (!mayPass || trial == trials)
+        if (!mayPass(error) || trial == trials)
             return error;
         QThread::msleep(pause);
     }
@@ -132,6 +142,69 @@ DWORD moved(const QString& path, const QString& newPath, DWORD flags)
 HANDLE handleOf(QFile& file)
 {
     return reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
+}
+
+/// FILE_RENAME_INFO with flags, and its number. The compiler's headers have the older form without
+/// flags.
+struct RenameRequest
+{
+    DWORD flags;
+    HANDLE folder;
+    DWORD nameBytes;
+    wchar_t name[1];
+};
+constexpr auto renameWithFlags = FILE_INFO_BY_HANDLE_CLASS(22);
+constexpr DWORD replaceExisting = 1;
+constexpr DWORD evenIfOpen = 2;
+
+/// Gives an open file the name of another one, which programs may have open; for them it stays
+/// without a name. Returns false if that fails, for example because only local file systems of
+/// Windows 10 and newer can do it.
+bool takeName(HANDLE file, const QString& newPath)
+{
+    const std::wstring name = wideName(newPath);
+    const std::size_t nameBytes = name.size() * sizeof(wchar_t);
+    std::vector<std::byte> memory(sizeof(RenameRequest) + nameBytes);
+    auto* const request = new (memory.data())
+        RenameRequest{replaceExisting | evenIfOpen, nullptr, DWORD(nameBytes), {}};
+    std::memcpy(request->name, name.data(), nameBytes);
+    return SetFileInformationByHandle(file, renameWithFlags, request, DWORD(memory.size())) != 0;
+}
+
+/// Replaces a file that programs have open. For a moment the name belongs to no file.
+DWORD replacedInTwoSteps(const QString& path, const QString& newPath)
+{
+    const QString previous = newPath + u".zomrel-previous"_s;
+    DeleteFileW(wideName(previous).c_str());
+    if (const DWORD error = moved(newPath, previous, 0))
+        return error;
+    if (const DWORD error = moved(path, newPath, 0)) {
+        moved(previous, newPath, 0);
+        return error;
+    }
+    DeleteFileW(wideName(previous).c_str());
+    return 0;
+}
+
+DWORD replaced(QFile& file, const QString& path, const QString& newPath)
+{
+    if (takeName(handleOf(file), newPath) ||
+        MoveFileExW(wideName(path).c_str(), wideName(newPath).c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return 0;
+    const DWORD error = GetLastError();
+    return mayPass(error) ? replacedInTwoSteps(path, newPath) : error;
+}
+
+HANDLE openedFolder(const QString& folder, DWORD access)
+{
+    return CreateFileW(wideName(folder).c_str(), access, everySharing, nullptr, OPEN_EXISTING,
+                       FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+bool mayOpenFolder(const QString& folder, DWORD access)
+{
+    return WindowsHandle(openedFolder(folder, access)).isValid();
 }
 
 /// Returns true if the file system has access control lists.
@@ -169,21 +242,31 @@ QString followLinks(const QString& path)
 
 void syncFolder(const QString& folder)
 {
-    const WindowsHandle opened(CreateFileW(wideName(folder).c_str(), GENERIC_WRITE, everySharing,
-                                           nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
-                                           nullptr));
+    const WindowsHandle opened(openedFolder(folder, GENERIC_WRITE));
     // MoveFileEx has already written the new name. Most file systems of a network cannot write a
     // folder.
     if (opened.isValid())
         FlushFileBuffers(opened.get());
 }
 
-void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing)
+void syncFile(QFile& file, const QString& path)
 {
     if (!file.flush() || !FlushFileBuffers(handleOf(file)))
         raise(path, GetLastError());
-    const DWORD flags = existing == Existing::Replace ? MOVEFILE_REPLACE_EXISTING : 0;
-    if (const DWORD error = moved(path, newPath, flags))
+}
+
+void replaceFile(const QString& path, const QString& newPath)
+{
+    if (const DWORD error = moved(path, newPath, MOVEFILE_REPLACE_EXISTING))
+        raise(newPath, error);
+}
+
+void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing)
+{
+    syncFile(file, path);
+    const DWORD error =
+        existing == Existing::Replace ? replaced(file, path, newPath) : moved(path, newPath, 0);
+    if (error != 0)
         raise(newPath, error);
     syncFolder(QFileInfo(newPath).absolutePath());
 }
@@ -201,6 +284,17 @@ void durableMove(const QString& path, const QString& newPath)
     if (const DWORD error = moved(path, newPath, 0))
         raise(newPath, error);
     syncFolder(QFileInfo(newPath).absolutePath());
+}
+
+/// Windows has no files without a name.
+bool createUnnamedFile(QFile&, const QString&, Readers)
+{
+    return false;
+}
+
+bool nameFile(QFile&, const QString& path)
+{
+    raise(path, ERROR_NOT_SUPPORTED);
 }
 
 bool createFile(QFile& file, const QString& path, Readers readers)
@@ -228,6 +322,20 @@ bool createFile(QFile& file, const QString& path, Readers readers)
     return true;
 }
 
+bool openForReading(QFile& file, const QString& path)
+{
+    WindowsHandle opened(CreateFileW(wideName(path).c_str(), GENERIC_READ, everySharing, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!opened.isValid())
+        return false;
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(opened.get()),
+                                           _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    if (descriptor < 0)
+        return false;
+    opened.release(); // The descriptor closes it.
+    return file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+}
+
 bool createFolder(const QString& path)
 {
     OnlyOwnerAccess onlyOwner;
@@ -237,6 +345,16 @@ bool createFolder(const QString& path)
     if (error != ERROR_ALREADY_EXISTS)
         raise(path, error);
     return false;
+}
+
+bool mayReadFolder(const QString& folder)
+{
+    return mayOpenFolder(folder, FILE_LIST_DIRECTORY);
+}
+
+bool mayWriteInFolder(const QString& folder)
+{
+    return mayOpenFolder(folder, FILE_ADD_FILE);
 }
 
 FolderMark::FolderMark(const QString& folder)

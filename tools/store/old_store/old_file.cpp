@@ -69,7 +69,8 @@ public:
     TableReader(const Pages& pages, MdbCatalogEntry& entry, ByteBudget& budget,
                 OldStoreVisitor& visitor)
         : pages_(pages), entry_(entry), budget_(budget), visitor_(visitor),
-          schema_(*store::tableSchema(nameOf(entry.object_name))), table_(mdb_read_table(&entry))
+          schema_(*store::tableSchema(objectName(entry.object_name))),
+          table_(mdb_read_table(&entry))
     {
         require(table_ != nullptr && mdb_read_columns(table_.get()) != nullptr &&
                     table_->num_cols <= MDB_MAX_COLS,
@@ -105,7 +106,7 @@ private:
         described.recordedRows = table_->num_rows;
         const QString& key = schema_.indexes.front().fields.front();
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            const OldColumn column{nameOf(columns_[i]->name),
+            const OldColumn column{objectName(columns_[i]->name),
                                    static_cast<quint8>(columns_[i]->col_type)};
             taken_.push_back(schema_.ordinalOf(column.name) >= 0);
             (taken_.back() ? described.columns : described.foreignColumns).push_back(column);
@@ -326,7 +327,7 @@ OldFormat formatOf(const MdbHandle& handle)
 void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
 {
     const auto itself = std::ranges::find_if(catalog, [](const MdbCatalogEntry* entry) {
-        return nameOf(entry->object_name) == u"MSysObjects"_s;
+        return objectName(entry->object_name) == u"MSysObjects"_s;
     });
     require(itself != catalog.end(), u"its list of tables cannot be read"_s);
     const TableHandle table(mdb_read_table(*itself));
@@ -346,7 +347,7 @@ void readOldFile(const QString& path, OldStoreVisitor& visitor)
     requireWholeCatalog(catalog);
     ByteBudget budget(QFileInfo(path).size());
     for (MdbCatalogEntry* entry : catalog) {
-        const QString name = nameOf(entry->object_name);
+        const QString name = objectName(entry->object_name);
         if (entry->object_type == MDB_LINKED_TABLE)
             visitor.foreignTable(name, true);
         else if (mdb_is_user_table(entry) == 0)

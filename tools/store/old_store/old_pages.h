@@ -41,7 +41,7 @@ std::span<Item*> itemsOf(GPtrArray* array)
     return {reinterpret_cast<Item**>(array->pdata), array->len};
 }
 
-inline QString nameOf(const char* name)
+inline QString objectName(const char* name)
 {
     return QString::fromUtf8(name);
 }

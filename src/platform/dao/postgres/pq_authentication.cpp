@@ -1,24 +1,14 @@
 #include "platform/dao/postgres/pq_authentication.h"
 
+#include "platform/dao/postgres/sockets.h"
+
 #include <QtEndian>
 
 #include <array>
 
-#ifdef _WIN32
-#include <winsock2.h>
-#else
-#include <sys/socket.h>
-#endif
-
 namespace dao::postgres {
 
 namespace {
-
-#ifdef _WIN32
-using Socket = SOCKET;
-#else
-using Socket = int;
-#endif
 
 constexpr char authenticationType = 'R';
 /// Authentication requests of a server that ask for the password itself, and for its MD5 hash.

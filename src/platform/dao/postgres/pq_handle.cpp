@@ -1,30 +1,23 @@
 #include "platform/dao/postgres/pq_handle.h"
 
-#include <algorithm>
+#include "platform/dao/postgres/sockets.h"
 
-#ifdef _WIN32
-#include <winsock2.h>
-#else
+#include <algorithm>
 #include <cerrno>
-#include <poll.h>
-#endif
 
 namespace dao::postgres {
 
 namespace {
 
+int pollOne(PollEntry& one, int milliseconds)
+{
 #ifdef _WIN32
-int pollOne(WSAPOLLFD& one, int milliseconds)
-{
     return ::WSAPoll(&one, 1, milliseconds);
-}
 #else
-int pollOne(pollfd& one, int milliseconds)
-{
     const int ready = ::poll(&one, 1, milliseconds);
     return ready < 0 && errno == EINTR ? 0 : ready;
-}
 #endif
+}
 
 /// Returns the poll flags for the events that the connection waits for.
 short eventsOf(Readiness readiness)
@@ -50,11 +43,7 @@ bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& dead
         const int socket = PQsocket(connection);
         if (socket < 0)
             return true; // The next call of the client library reports the error.
-#ifdef _WIN32
-        WSAPOLLFD one = {static_cast<SOCKET>(socket), events, 0};
-#else
-        pollfd one = {socket, events, 0};
-#endif
+        PollEntry one = {static_cast<Socket>(socket), events, 0};
         if (pollOne(one, static_cast<int>(std::max<std::chrono::milliseconds::rep>(left, 0))) != 0)
             return true;
         if (left <= 0)

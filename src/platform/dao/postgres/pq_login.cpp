@@ -3,6 +3,7 @@
 #include "platform/dao/postgres/pq_authentication.h"
 #include "platform/dao/postgres/pq_environment.h"
 #include "platform/dao/postgres/pq_library.h"
+#include "platform/dao/postgres/sockets.h"
 
 #include <QByteArrayList>
 #include <QStringList>
@@ -10,14 +11,6 @@
 #include <array>
 #include <future>
 #include <thread>
-
-#ifdef _WIN32
-#include <winsock2.h>
-#include <ws2tcpip.h>
-#else
-#include <netdb.h>
-#include <sys/socket.h>
-#endif
 
 namespace dao::postgres {
 
