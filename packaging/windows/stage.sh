@@ -47,7 +47,11 @@ find "$folder" \( -name '*.exe' -o -name '*.dll' \) -exec $triple-strip --strip-
 # shellcheck disable=SC2086 # word splitting and patterns are intended
 cp $fonts "$folder/fonts"
 cp "$translation" "$folder/translations"
-cp packaging/windows/start.cmd packaging/windows/README.txt CHANGELOG.md "$folder"
+cp CHANGELOG.md "$folder"
+# The command interpreter finds labels reliably only if lines end as on Windows.
+for text in start.cmd README.txt; do
+  sed 's/$/\r/' "packaging/windows/$text" >"$folder/$text"
+done
 make_manual "$folder/manual"
 for page in Zomrel zomrel-demo zomrel-shop zomrel-store; do
   mandoc -T html -O "man=%N.html" "docs/$page.1" >"$folder/manual/$page.html"

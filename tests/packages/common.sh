@@ -34,7 +34,8 @@ mirror() {
 make_clean() {
   root=$1
   rm -rf "$root"
-  debootstrap --variant=minbase "$suite" "$root" "${ZOMREL_ROOT_MIRROR:-$(mirror)}" >"$work/debootstrap.log" 2>&1 || {
+  debootstrap --variant=minbase --components="${ZOMREL_ROOT_COMPONENTS:-main}" "$suite" "$root" "${ZOMREL_ROOT_MIRROR:-$(mirror)}" \
+    >"$work/debootstrap.log" 2>&1 || {
     tail "$work/debootstrap.log"
     failed "debootstrap"
   }

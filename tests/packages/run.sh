@@ -3,8 +3,9 @@
 # and that both packages can be installed, used, upgraded and removed in a clean system without losing a byte of the
 # store. Takes the parts to check as arguments: reproducible, deb, portable; without arguments, all of them.
 #
-# The clean systems are made with debootstrap from the Debian mirror that apt uses here. ZOMREL_ROOT_SUITE and
-# ZOMREL_ROOT_MIRROR select another one, for example one of Ubuntu for the portable folder.
+# The clean systems are made with debootstrap from the Debian mirror that apt uses here. ZOMREL_ROOT_SUITE,
+# ZOMREL_ROOT_MIRROR and ZOMREL_ROOT_COMPONENTS select another one, for example for the portable folder on Ubuntu 22.04:
+# ZOMREL_ROOT_SUITE=jammy ZOMREL_ROOT_MIRROR=http://archive.ubuntu.com/ubuntu ZOMREL_ROOT_COMPONENTS=main,universe
 set -eu
 cd "$(dirname "$0")/../.."
 here=$PWD/tests/packages

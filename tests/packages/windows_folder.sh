@@ -47,6 +47,15 @@ expect "the restored store has the order" windows zomrel-shop.exe pieces 1
 expect "the restored store lacks the later order" fails_with "2" zomrel-shop.exe pieces 2
 expect "nothing is left of the restore" no_rest_in "$folder"
 
+expect "a station opens the store" shows_main_window Zomrel.exe
+beside=yes
+expect "a restore is refused meanwhile" fails_with "connected" zomrel-store.exe restore backup.mdb Aluminium.mdb
+expect "a forced restore replaces the open store" windows zomrel-store.exe restore --force backup.mdb Aluminium.mdb
+beside=
+end_programs
+expect "the replaced store is sound" windows zomrel-store.exe check Aluminium.mdb
+expect "nothing is left of the forced restore" no_rest_in "$folder"
+
 mkdir -p elsewhere
 expect "a link names a store in another folder" \
   windows zomrel-store.exe link 'elsewhere\link.mdb' --file "T:\\Aluminium.mdb"

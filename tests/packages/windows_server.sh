@@ -3,36 +3,15 @@
 set -eu
 . "$(dirname "$0")/common.sh"
 . "$(dirname "$0")/wine.sh"
+. "$(dirname "$0")/server.sh"
 
 unpack "$work/station"
 cd "$work/station/zomrel"
-port=${ZOMREL_WINDOWS_CHECK_PORT:-54329}
-bin=/usr/lib/postgresql/15/bin
-server=$(mktemp -d /tmp/zomrel-server.XXXXXX)
-
-as_server() {
-  if [ "$(id -u)" -eq 0 ]; then
-    (cd "$server" && runuser -u postgres -- "$@")
-  else
-    (cd "$server" && "$@")
-  fi
-}
-stop_server() {
-  as_server "$bin/pg_ctl" --pgdata="$server/data" --mode=immediate --silent stop || true
-  wineserver --kill 2>/dev/null || true
-  rm -rf "$server"
-}
-trap stop_server EXIT
 
 openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=localhost -addext subjectAltName=DNS:localhost \
   -keyout "$server/server.key" -out "$server/server.crt" 2>/dev/null
 chmod 600 "$server/server.key"
-[ "$(id -u)" -ne 0 ] || chown -R postgres "$server"
-as_server "$bin/initdb" --pgdata="$server/data" --username=owner --auth=trust --encoding=UTF8 --locale=C.UTF-8 >"$work/initdb.log"
-as_server sh -c "printf 'hostssl all all 127.0.0.1/32 trust\n' >'$server/data/pg_hba.conf'"
-as_server "$bin/pg_ctl" --pgdata="$server/data" --wait --silent --log="$server/log" --options="-c port=$port
-  -c listen_addresses=127.0.0.1 -c unix_socket_directories=$server -c ssl=on -c ssl_cert_file=$server/server.crt
-  -c ssl_key_file=$server/server.key" start
+start_server owner hostssl ssl=on "ssl_cert_file=$server/server.crt" "ssl_key_file=$server/server.key"
 PGSSLROOTCERT=$(winepath --windows "$server/server.crt")
 export PGSSLROOTCERT
 

@@ -18,11 +18,11 @@ fi
 trap 'wineserver --kill 2>/dev/null || true' EXIT
 
 # windows COMMAND...: runs a Windows program in the current folder. Its lines end like those of Linux. A program that
-# crashes waits for a debugger, so its time is limited.
+# crashes waits for a debugger, so its time is limited. If the variable beside is set, another program goes on running.
 windows() {
   status=0
   timeout "${limit:-300}" wine "$@" >"$work/output.raw" 2>"$work/errors.raw" || status=$?
-  wineserver --wait
+  [ -n "${beside:-}" ] || wineserver --wait
   tr -d '\r' <"$work/output.raw" >"$work/output"
   tr -d '\r' <"$work/errors.raw" >"$work/errors"
   [ "$status" -eq 0 ] || cat "$work/output" "$work/errors" >&2

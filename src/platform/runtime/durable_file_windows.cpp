@@ -32,31 +32,6 @@ namespace {
 /// The name of the file that marks a folder as used, for as long as it is open.
 const QString folderMark = u".zomrel-in-use"_s;
 
-[[noreturn]] void raise(const QString& path, DWORD error)
-{
-    const QString reason = qt_error_string(int(error));
-    switch (error) {
-    case ERROR_ALREADY_EXISTS:
-    case ERROR_FILE_EXISTS:
-        throw RunTimeError(DatabaseExists, u"Database '%1' already exists."_s.arg(path));
-    case ERROR_DISK_FULL:
-    case ERROR_HANDLE_DISK_FULL:
-        throw RunTimeError(DiskFull, u"Could not write '%1': %2"_s.arg(path, reason));
-    case ERROR_ACCESS_DENIED:
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-    case ERROR_WRITE_PROTECT:
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_INVALID_NAME:
-    case ERROR_DIRECTORY:
-    case ERROR_CANT_RESOLVE_FILENAME:
-        throw RunTimeError(PermissionDenied, u"Could not write '%1': %2"_s.arg(path, reason));
-    default:
-        throw RunTimeError(DiskOrNetworkError, u"Could not write '%1': %2"_s.arg(path, reason));
-    }
-}
-
 struct LocalFree
 {
     void operator()(void* memory) const { ::LocalFree(memory); }
@@ -139,11 +114,6 @@ DWORD moved(const QString& path, const QString& newPath, DWORD flags)
     }
 }
 
-HANDLE handleOf(QFile& file)
-{
-    return reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
-}
-
 /// FILE_RENAME_INFO with flags, and its number. The compiler's headers have the older form without
 /// flags.
 struct RenameRequest
@@ -207,25 +177,37 @@ bool mayOpenFolder(const QString& folder, DWORD access)
     return WindowsHandle(openedFolder(folder, access)).isValid();
 }
 
-/// Returns true if the file system has access control lists.
-bool keepsAccess(HANDLE file)
-{
-    DWORD flags = 0;
-    return GetVolumeInformationByHandleW(file, nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) &&
-           (flags & FILE_PERSISTENT_ACLS) != 0;
-}
-
-/// Lets the access of the folder apply to the file, as it does to files of other programs.
-bool inheritAccess(HANDLE file)
-{
-    ACL none = {};
-    return InitializeAcl(&none, sizeof none, ACL_REVISION) &&
-           SetSecurityInfo(file, SE_FILE_OBJECT,
-                           DACL_SECURITY_INFORMATION | UNPROTECTED_DACL_SECURITY_INFORMATION,
-                           nullptr, nullptr, &none, nullptr) == ERROR_SUCCESS;
-}
-
 } // namespace
+
+void raise(const QString& path, DWORD error)
+{
+    const QString reason = qt_error_string(int(error));
+    switch (error) {
+    case ERROR_ALREADY_EXISTS:
+    case ERROR_FILE_EXISTS:
+        throw RunTimeError(DatabaseExists, u"Database '%1' already exists."_s.arg(path));
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+        throw RunTimeError(DiskFull, u"Could not write '%1': %2"_s.arg(path, reason));
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_WRITE_PROTECT:
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_DIRECTORY:
+    case ERROR_CANT_RESOLVE_FILENAME:
+        throw RunTimeError(PermissionDenied, u"Could not write '%1': %2"_s.arg(path, reason));
+    default:
+        throw RunTimeError(DiskOrNetworkError, u"Could not write '%1': %2"_s.arg(path, reason));
+    }
+}
+
+HANDLE handleOf(QFile& file)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
+}
 
 QString followLinks(const QString& path)
 {
@@ -400,39 +382,6 @@ void removeIfLeft(const QString& path)
         return;
     FILE_DISPOSITION_INFO removal = {TRUE};
     SetFileInformationByHandle(opened.get(), FileDispositionInfo, &removal, sizeof removal);
-}
-
-/// Only the access control list is used. It is empty on a file system without such lists.
-FileAccess accessOf(const QString& path)
-{
-    const WindowsHandle opened(CreateFileW(wideName(path).c_str(), READ_CONTROL, everySharing,
-                                           nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
-                                           nullptr));
-    if (!opened.isValid())
-        raise(path, GetLastError());
-    FileAccess access;
-    DWORD length = 0;
-    GetKernelObjectSecurity(opened.get(), DACL_SECURITY_INFORMATION, nullptr, 0, &length);
-    if (!keepsAccess(opened.get()) || length == 0)
-        return access;
-    access.list.resize(qsizetype(length));
-    if (!GetKernelObjectSecurity(opened.get(), DACL_SECURITY_INFORMATION, access.list.data(),
-                                 length, &length))
-        access.list.clear();
-    return access;
-}
-
-bool keepAccess(QFile& file, const FileAccess& access)
-{
-    if (access.list.isEmpty())
-        return inheritAccess(handleOf(file));
-    QByteArray list = access.list;
-    return SetKernelObjectSecurity(handleOf(file), DACL_SECURITY_INFORMATION, list.data()) != 0;
-}
-
-void limitAccess(QFile& file, const FileAccess& source)
-{
-    keepAccess(file, source);
 }
 
 } // namespace runtime

@@ -3,6 +3,7 @@
 // For the files of this system that are compiled for Windows only.
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <string>
@@ -35,6 +36,12 @@ public:
 private:
     HANDLE handle_;
 };
+
+/// Throws the run-time error for an error number of the system; see durable_file.h for the errors.
+[[noreturn]] void raise(const QString& path, DWORD error);
+
+/// Returns the handle of an open file, which closes it.
+HANDLE handleOf(QFile& file);
 
 /// Returns the absolute path as the system's functions take it. It may be longer than 260
 /// characters.

@@ -1,0 +1,39 @@
+# shellcheck shell=sh
+# A PostgreSQL server of its own on the loopback address, for the checks under Wine.
+
+port=${ZOMREL_WINDOWS_CHECK_PORT:-54329}
+bin=/usr/lib/postgresql/15/bin
+server=$(mktemp -d /tmp/zomrel-server.XXXXXX)
+
+# PostgreSQL refuses to run as root.
+as_server() {
+  if [ "$(id -u)" -eq 0 ]; then
+    (cd "$server" && runuser -u postgres -- "$@")
+  else
+    (cd "$server" && "$@")
+  fi
+}
+
+stop_server() {
+  as_server "$bin/pg_ctl" --pgdata="$server/data" --mode=immediate --silent stop || true
+  wineserver --kill 2>/dev/null || true
+  rm -rf "$server"
+}
+
+# start_server OWNER KIND [SETTING...]: starts the server, whose superuser is OWNER. KIND is host, or hostssl if only
+# encrypted connections are accepted.
+start_server() {
+  owner=$1
+  kind=$2
+  shift 2
+  [ "$(id -u)" -ne 0 ] || chown -R postgres "$server"
+  as_server "$bin/initdb" --pgdata="$server/data" --username="$owner" --auth=trust --encoding=UTF8 --locale=C.UTF-8 \
+    --no-sync >"$work/initdb.log"
+  as_server sh -c "echo '$kind all all 127.0.0.1/32 trust' >'$server/data/pg_hba.conf'"
+  options="-c port=$port -c listen_addresses=127.0.0.1 -c unix_socket_directories=$server -c fsync=off"
+  for setting in "$@"; do
+    options="$options -c $setting"
+  done
+  as_server "$bin/pg_ctl" --pgdata="$server/data" --wait --silent --log="$server/log" --options="$options" start
+}
+trap stop_server EXIT
