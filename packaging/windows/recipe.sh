@@ -42,9 +42,9 @@ build_openssl() {
 }
 
 build_libpq() {
-  [ -e config.status ] || ./configure --host=$triple --prefix=/kit --with-ssl=openssl --without-readline --without-zlib --without-icu \
-    --without-zstd --without-lz4 CC=$triple-gcc-posix CXX=$triple-g++-posix CFLAGS="-O2 $flags" \
-    CPPFLAGS="-I$kit/include" LDFLAGS="-L$kit/lib -L$kit/bin -Wl,--no-insert-timestamp"
+  [ -e config.status ] || ./configure --host=$triple --prefix=/kit --with-ssl=openssl --without-readline \
+    --without-zlib --without-icu --without-zstd --without-lz4 CC=$triple-gcc-posix CXX=$triple-g++-posix \
+    CFLAGS="-O2 $flags" CPPFLAGS="-I$kit/include" LDFLAGS="-L$kit/lib -L$kit/bin -Wl,--no-insert-timestamp"
   make -j"$jobs" -C src/interfaces/libpq
   make -C src/interfaces/libpq install DESTDIR="$work/libpq"
   make -C src/include install DESTDIR="$work/libpq"
@@ -85,10 +85,10 @@ build_qt() {
   cp --update "$work"/sources/sqlite3/sqlite3.[ch] src/3rdparty/sqlite
   set --
   # Only the tests use the network module, for local sockets.
-  for feature in direct2d1_1 tabletevent opengl vulkan vkgen dbus ssl icu concurrent xml pkg_config headersclean \
-    androiddeployqt qmake windeployqt glib zstd fontconfig system_zlib system_pcre2 system_png system_jpeg \
-    system_freetype system_harfbuzz system_doubleconversion system_libb2 system_sqlite sql_odbc sql_mysql sql_psql \
-    sql_oci sql_db2 sql_ibase; do
+  for feature in direct2d1_1 tabletevent opengl vulkan vkgen dbus ssl dtls openssl schannel icu concurrent xml \
+    pkg_config headersclean androiddeployqt qmake windeployqt glib zstd fontconfig system_zlib system_pcre2 \
+    system_png system_jpeg system_freetype system_harfbuzz system_doubleconversion system_libb2 system_sqlite \
+    sql_odbc sql_mysql sql_psql sql_oci sql_db2 sql_ibase; do
     set -- "$@" "-DFEATURE_$feature=OFF"
   done
   for feature in testlib sql sql_sqlite printsupport direct2d; do

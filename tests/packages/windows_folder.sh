@@ -13,8 +13,6 @@ expect "the archive contains no logo beside the program" is_missing Logo.jpg
 expect "the first start makes a store and shows the window" shows_main_window start.cmd
 expect "the logo is copied" cmp Logo.jpg delivered/Logo.jpg
 import -window root "$work/windows-main.png"
-expect "a restore is refused while the program is open" \
-  fails_with "a program on this or another computer" zomrel-store.exe restore Aluminium.mdb Aluminium.mdb
 end_programs
 
 expect "the store is sound" windows zomrel-store.exe check Aluminium.mdb
@@ -49,12 +47,23 @@ expect "nothing is left of the restore" no_rest_in "$folder"
 
 expect "a station opens the store" shows_main_window Zomrel.exe
 beside=yes
-expect "a restore is refused meanwhile" fails_with "connected" zomrel-store.exe restore backup.mdb Aluminium.mdb
+expect "a restore is refused while the program is open" \
+  fails_with "a program on this or another computer" zomrel-store.exe restore backup.mdb Aluminium.mdb
 expect "a forced restore replaces the open store" windows zomrel-store.exe restore --force backup.mdb Aluminium.mdb
 beside=
 end_programs
 expect "the replaced store is sound" windows zomrel-store.exe check Aluminium.mdb
 expect "nothing is left of the forced restore" no_rest_in "$folder"
+
+mkdir -p "$WINEPREFIX/dosdevices/unc/server"
+ln -sfn "$folder" "$WINEPREFIX/dosdevices/unc/server/share"
+expect "a store on a share is sound" windows zomrel-store.exe check '\\server\share\Aluminium.mdb'
+expect "a store on a share is backed up" \
+  windows zomrel-store.exe backup '\\server\share\Aluminium.mdb' '\\server\share\backup-2.mdb'
+expect "a store on a share is restored" \
+  windows zomrel-store.exe restore '\\server\share\backup-2.mdb' '\\server\share\Aluminium.mdb'
+expect "a link names a store on a share" windows zomrel-store.exe link share.mdb --file '\\server\share\Aluminium.mdb'
+expect "the store that it names is sound" windows zomrel-store.exe check share.mdb
 
 mkdir -p elsewhere
 expect "a link names a store in another folder" \
