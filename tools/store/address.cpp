@@ -1,12 +1,12 @@
 #include "tools/store/address.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <QStringList>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -16,8 +16,16 @@ constexpr int highestPort = 65535;
 
 [[noreturn]] void refuse(const QString& what)
 {
-    throw RunTimeError(runtime::UnrecognizedFormat, u"No such place: %1."_s.arg(what));
+    throw ToldError(
+        runtime::UnrecognizedFormat,
+        say({u"No such place: %1.", u"אין מקום כזה: %1."}, Phrase{what}),
+        say({u"Write postgresql://USER@HOST:PORT/DATABASE, without a password. --server "
+             "takes HOST or HOST:PORT.",
+             u"כתוב {postgresql://USER@HOST:PORT/DATABASE}, בלי סיסמה. אחרי {--server} "
+             "כתוב {HOST} או {HOST:PORT}."}));
 }
+
+constexpr Text holdsNoPassword{u"an address holds no password", u"בכתובת לא כותבים סיסמה"};
 
 QString decoded(const QString& text)
 {
@@ -29,7 +37,7 @@ int portOf(const QString& text)
     bool isNumber = false;
     const int port = text.toInt(&isNumber);
     if (!isNumber || !text.front().isDigit() || port < 1 || port > highestPort)
-        refuse(u"'%1' is no port"_s.arg(text));
+        refuse(say({u"'%1' is no port", u"'%1' אינו מספר של פורט"}, text));
     return port;
 }
 
@@ -39,9 +47,9 @@ void takeOption(const QString& option, dao::Link& link)
     const QString name = option.left(sign);
     const QString value = sign < 0 ? QString() : decoded(option.mid(sign + 1));
     if (name == "password"_L1)
-        refuse(u"an address holds no password"_s);
+        refuse(say(holdsNoPassword));
     if (value.isEmpty())
-        refuse(u"'%1' has no value"_s.arg(name));
+        refuse(say({u"'%1' has no value", u"ל-'%1' אין ערך"}, name));
     if (name == "sslmode"_L1)
         link.tls = value;
     else if (name == "host"_L1)
@@ -53,7 +61,7 @@ void takeOption(const QString& option, dao::Link& link)
     else if (name == "dbname"_L1)
         link.database = value;
     else
-        refuse(u"'%1' is unknown in an address"_s.arg(name));
+        refuse(say({u"'%1' is unknown in an address", u"'%1' אינו מוכר בכתובת"}, name));
 }
 
 /// Checks that the address is complete. Throws UnrecognizedFormat (3343) otherwise. Missing parts
@@ -77,14 +85,15 @@ dao::Link parseServer(const QString& server)
     const qsizetype colon = server.indexOf(u':', bracket + 1);
     if (bracket > 0) {
         if (colon < 0 ? bracket + 1 != server.size() : colon != bracket + 1)
-            refuse(u"'%1' is no server"_s.arg(server));
+            refuse(say({u"'%1' is no server", u"'%1' אינו שרת"}, server));
         link.server = server.mid(1, bracket - 1);
     } else {
         link.server = colon < 0 ? server : server.left(colon);
     }
     if (colon >= 0) {
         if (colon + 1 == server.size())
-            refuse(u"'%1' has no port behind its colon"_s.arg(server));
+            refuse(say({u"'%1' has no port behind its colon", u"ב-'%1' חסר הפורט אחרי הנקודתיים"},
+                       server));
         link.port = portOf(server.mid(colon + 1));
     }
     link.tls = dao::defaultTlsMode(link.server);
@@ -101,7 +110,7 @@ dao::Link parseAddress(const QString& address)
     const qsizetype at = authority.lastIndexOf(u'@');
     const QString user = at < 0 ? QString() : authority.left(at);
     if (user.contains(u':'))
-        refuse(u"an address holds no password"_s);
+        refuse(say(holdsNoPassword));
     dao::Link link = parseServer(authority.mid(at + 1));
     link.server = decoded(link.server);
     link.user = decoded(user);

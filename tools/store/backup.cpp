@@ -5,6 +5,8 @@
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
 #include "tools/store/move.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 #include "tools/store/unfinished_file.h"
 
 #include <QFileInfo>
@@ -53,8 +55,7 @@ public:
         if (!QFileInfo::exists(path))
             return;
         if (!runtime::openForReading(file_, path))
-            throw RunTimeError(runtime::PermissionDenied,
-                               u"Could not read '%1': %2"_s.arg(path, qt_error_string()));
+            throw ToldError(runtime::PermissionDenied, say(couldNotRead, path, qt_error_string()));
         try {
             database_ = dao::DBEngine::instance().OpenDatabase(path);
             markAsReplaced(*database_);
@@ -184,7 +185,10 @@ void setAccess(UnfinishedFile& file, const Place& backup, const QString& path,
     }
     if (!runtime::keepAccess(file.file(), runtime::accessOf(path)))
         outcome.notes.append(
-            u"the owner or group of %1 could not be kept; stations may need it"_s.arg(path));
+            say({u"the owner or group of %1 could not be kept; stations may need it",
+                 u"אי אפשר היה לשמור את הבעלים או את הקבוצה של %1; בדוק שהעמדות "
+                 "יכולות לכתוב בו"},
+                path));
 }
 
 RestoreOutcome restoreFile(const Place& backup, const QString& name, Oddities oddities)

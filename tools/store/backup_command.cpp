@@ -2,9 +2,9 @@
 
 #include "platform/runtime/process.h"
 #include "tools/store/daily_backup.h"
-#include "tools/store/language.h"
 #include "tools/store/progress.h"
 #include "tools/store/reporting.h"
+#include "tools/store/shared_texts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,9 +25,28 @@ void warnOf(const QStringList& findings, QTextStream& err)
 {
     constexpr qsizetype mostShown = 20;
     for (const QString& each : findings.first(std::min(mostShown, findings.size())))
-        err << "restore would refuse this backup: " << each << '\n';
+        err << say({u"restore would refuse this backup: %1",
+                    u"הפקודה {restore} תסרב לגיבוי הזה: %1"},
+                   Phrase{each})
+            << '\n';
     if (findings.size() > mostShown)
-        err << "and " << findings.size() - mostShown << " more findings\n";
+        err << say({u"and %1 more findings", u"ועוד ליקויים: %1"}, findings.size() - mostShown)
+            << '\n';
+    if (!findings.isEmpty())
+        tellNextStep(err, say({u"Run zomrel-store check on the store, and mend it soon. Until then "
+                               "keep the older backups, and restore this one with --force only.",
+                               u"הרץ {zomrel-store check} על קובץ הנתונים, ותקן אותו בקרוב. עד אז "
+                               "שמור את הגיבויים הישנים. את הגיבוי הזה אפשר לשחזר רק עם "
+                               "{--force}."}));
+}
+
+ExitStatus notBackedUp(const QStringList& findings, QTextStream& err)
+{
+    return notSound(err, findings,
+                    say({u"Keep the store and the last sound backup. Restore that backup with "
+                         "zomrel-store restore, or ask for support.",
+                         u"שמור את קובץ הנתונים ואת הגיבוי התקין האחרון. שחזר את הגיבוי בפקודה "
+                         "{zomrel-store restore}, או פנה לתמיכה."}));
 }
 
 ExitStatus backUpOnce(const Call& call, QTextStream& out, QTextStream& err)
@@ -37,10 +56,8 @@ ExitStatus backUpOnce(const Call& call, QTextStream& out, QTextStream& err)
         return backUpStore(Place(arguments[0]), arguments[1], progress);
     });
     if (!outcome.findings.isEmpty())
-        return notSound(outcome.findings, err);
-    out << inUsersLanguage(u"backed up %1 to %2"_s, u"%1 גובה אל %2"_s)
-               .arg(arguments[0], arguments[1])
-        << '\n';
+        return notBackedUp(outcome.findings, err);
+    out << say(backedUp, arguments[0], arguments[1]) << '\n';
     warnOf(outcome.warnings, err);
     return Success;
 }
@@ -48,14 +65,11 @@ ExitStatus backUpOnce(const Call& call, QTextStream& out, QTextStream& err)
 void reportRemoved(const DailyOutcome& outcome, QTextStream& out, QTextStream& err)
 {
     for (const QString& name : outcome.removed)
-        out << inUsersLanguage(u"removed the old backup %1"_s, u"הגיבוי הישן %1 נמחק"_s).arg(name)
-            << '\n';
+        out << say({u"removed the old backup %1", u"הגיבוי הישן %1 נמחק"}, name) << '\n';
     for (const QString& name : outcome.notRemoved)
-        err << inUsersLanguage(
-                   u"zomrel-store: could not remove the old backup %1; remove it yourself"_s,
-                   u"zomrel-store: אי אפשר היה למחוק את הגיבוי הישן %1; מחק אותו בעצמך"_s)
-                   .arg(name)
-            << '\n';
+        tell(err, say({u"could not remove the old backup %1; remove it yourself",
+                       u"אי אפשר היה למחוק את הגיבוי הישן %1; מחק אותו בעצמך"},
+                      name));
 }
 
 ExitStatus backUpToday(const Call& call, QTextStream& out, QTextStream& err)
@@ -65,29 +79,26 @@ ExitStatus backUpToday(const Call& call, QTextStream& out, QTextStream& err)
         return backUpDaily(Place(store), call.arguments.last(), runtime::Today(), progress);
     });
     if (!outcome.otherStore.isEmpty()) {
-        err << inUsersLanguage(u"zomrel-store: %1 in this folder is a backup of another store; "
-                               "nothing was backed up. Give each store a folder of its own"_s,
-                               u"zomrel-store: הקובץ %1 בתיקייה הזאת הוא גיבוי של קובץ נתונים "
-                               "אחר; לא נעשה גיבוי. תן לכל קובץ נתונים תיקייה משלו"_s)
-                   .arg(outcome.otherStore)
-            << '\n';
+        tell(err, say({u"%1 in this folder is a backup of another store; nothing was backed up. "
+                       "Give each store a folder of its own",
+                       u"הקובץ %1 בתיקייה הזאת הוא גיבוי של קובץ נתונים אחר; לא נעשה גיבוי. תן "
+                       "לכל קובץ נתונים תיקייה משלו"},
+                      outcome.otherStore));
         return Failure;
     }
     if (!outcome.setAside.isEmpty())
-        err << inUsersLanguage(u"zomrel-store: today's backup was damaged; it is kept as %1"_s,
-                               u"zomrel-store: הגיבוי של היום היה פגום; הוא נשמר בשם %1"_s)
-                   .arg(outcome.setAside)
-            << '\n';
+        tell(err, say({u"today's backup was damaged; it is kept as %1",
+                       u"הגיבוי של היום היה פגום; הוא נשמר בשם %1"},
+                      outcome.setAside));
     if (!outcome.backup.findings.isEmpty())
-        return notSound(outcome.backup.findings, err);
+        return notBackedUp(outcome.backup.findings, err);
     if (outcome.wasThere)
-        out << inUsersLanguage(u"nothing to do: today's backup %1 is there and good"_s,
-                               u"אין מה לעשות: הגיבוי של היום, %1, קיים ותקין"_s)
-                   .arg(outcome.path)
+        out << say({u"nothing to do: today's backup %1 is there and good",
+                    u"אין מה לעשות: הגיבוי של היום, %1, קיים ותקין"},
+                   outcome.path)
             << '\n';
     else
-        out << inUsersLanguage(u"backed up %1 to %2"_s, u"%1 גובה אל %2"_s).arg(store, outcome.path)
-            << '\n';
+        out << say(backedUp, store, outcome.path) << '\n';
     warnOf(outcome.backup.warnings, err);
     reportRemoved(outcome, out, err);
     return Success;
@@ -97,13 +108,13 @@ QString ageText(const QDate& day)
 {
     const qint64 days = day.daysTo(runtime::Today());
     if (days < 0)
-        return inUsersLanguage(u"dated in the future; check this computer's clock"_s,
-                               u"התאריך שלו בעתיד; בדוק את השעון של המחשב"_s);
+        return say({u"dated in the future; check this computer's clock",
+                    u"התאריך שלו בעתיד; בדוק את השעון של המחשב"});
     if (days == 0)
-        return inUsersLanguage(u"from today"_s, u"מהיום"_s);
+        return say({u"from today", u"מהיום"});
     if (days == 1)
-        return inUsersLanguage(u"1 day old"_s, u"בן יום אחד"_s);
-    return inUsersLanguage(u"%1 days old"_s, u"בן %1 ימים"_s).arg(days);
+        return say({u"1 day old", u"בן יום אחד"});
+    return say({u"%1 days old", u"בן %1 ימים"}, days);
 }
 
 ExitStatus printStatus(const Call& call, QTextStream& out, QTextStream& err)
@@ -111,20 +122,18 @@ ExitStatus printStatus(const Call& call, QTextStream& out, QTextStream& err)
     const QString& folder = call.arguments.first();
     const DailyStatus status = dailyStatus(folder);
     for (const QString& name : status.damaged)
-        err << inUsersLanguage(u"damaged: %1"_s, u"פגום: %1"_s).arg(name) << '\n';
+        err << say({u"damaged: %1", u"פגום: %1"}, name) << '\n';
     if (!status.newestGood) {
-        err << inUsersLanguage(u"zomrel-store: there is no good backup in '%1'; make one with "
-                               "zomrel-store backup --daily"_s,
-                               u"zomrel-store: אין גיבוי תקין בתיקייה '%1'; צור אחד בעזרת "
-                               "zomrel-store backup --daily"_s)
-                   .arg(folder)
-            << '\n';
+        tell(err,
+             say({u"there is no good backup in '%1'; make one with zomrel-store backup --daily",
+                  u"אין גיבוי תקין בתיקייה '%1'; צור אחד בעזרת {zomrel-store backup --daily}"},
+                 folder));
         return Failure;
     }
-    out << inUsersLanguage(u"newest good backup: %1, %2; %3 in all"_s,
-                           u"הגיבוי התקין החדש ביותר: %1, %2; בסך הכול %3"_s)
-               .arg(QFileInfo(status.newestGood->path).fileName(), ageText(status.newestGood->day))
-               .arg(status.count)
+    out << say({u"newest good backup: %1, %2; %3 in all",
+                u"הגיבוי התקין החדש ביותר: %1, %2; בסך הכול %3"},
+               QFileInfo(status.newestGood->path).fileName(),
+               Phrase{ageText(status.newestGood->day)}, status.count)
         << '\n';
     warnOf(status.newestGood->warnings, err);
     return Success;
@@ -135,7 +144,8 @@ ExitStatus backup(const Call& call, QTextStream& out, QTextStream& err)
     const bool isDaily = call.options.contains(dailyOption);
     const bool isStatus = call.options.contains(statusOption);
     if (isDaily && isStatus)
-        throw WrongCall(u"backup takes either --daily or --status"_s);
+        throw WrongCall(say({u"backup takes either --daily or --status",
+                             u"אחרי {backup} כותבים {--daily} או {--status}, לא את שניהם"}));
     if (isStatus)
         return printStatus(call, out, err);
     return isDaily ? backUpToday(call, out, err) : backUpOnce(call, out, err);
@@ -147,13 +157,19 @@ Command backupCommand()
 {
     return {u"backup"_s,
             {u"FILE"_s, u"TO"_s},
-            u"copy a store to a new file; stations may keep working"_s,
+            {u"copy a store to a new file; stations may keep working",
+             u"להעתיק את הנתונים לקובץ חדש; העמדות יכולות להמשיך לעבוד"},
             backup,
             {{dailyOption,
               {},
-              u"make today's backup unless it is there; keep the newest 30"_s,
+              {u"make today's backup unless it is there; keep the newest 30",
+               u"ליצור את הגיבוי של היום אם הוא חסר, ולשמור את 30 האחרונים"},
               {u"[STORE]"_s, u"FOLDER"_s}},
-             {statusOption, {}, u"tell the age of the newest good daily backup"_s, {u"FOLDER"_s}}}};
+             {statusOption,
+              {},
+              {u"tell the age of the newest good daily backup",
+               u"לכתוב בן כמה הגיבוי היומי התקין האחרון"},
+              {u"FOLDER"_s}}}};
 }
 
 } // namespace storetools

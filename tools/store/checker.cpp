@@ -5,12 +5,15 @@
 #include "platform/dao/table_copy.h"
 #include "platform/runtime/run_time_error.h"
 #include "shop/bar_table.h"
+#include "tools/store/advice.h"
 #include "tools/store/counter_check.h"
+#include "tools/store/engine_words.h"
 #include "tools/store/figure_check.h"
 #include "tools/store/layout.h"
 #include "tools/store/place.h"
 #include "tools/store/row_check.h"
 #include "tools/store/schema_check.h"
+#include "tools/store/shared_texts.h"
 #include "tools/store/value_check.h"
 
 using namespace Qt::StringLiterals;
@@ -19,17 +22,11 @@ namespace storetools {
 
 namespace {
 
-/// Returns the prefix of findings that concern the whole file or the whole database on a server.
-QString whole(bool isOnServer)
-{
-    return isOnServer ? u"server: "_s : u"file: "_s;
-}
-
 QStringList engineCheck(dao::Database& database, bool isOnServer)
 {
     QStringList findings;
     for (const QString& finding : dao::engineFindings(database))
-        findings.append(whole(isOnServer) + QString(finding).replace(u'\n', u' '));
+        findings.append(ofWhole(isOnServer, ofEngine(QString(finding).replace(u'\n', u' '))));
     return findings;
 }
 
@@ -38,9 +35,10 @@ QStringList foreignParts(dao::Database& database, bool isOnServer)
 {
     QStringList findings = checkForeignParts(layoutOf(database));
     for (const QString& finding : dao::foreignObjects(database))
-        findings.append(whole(isOnServer) + finding);
+        findings.append(ofWhole(isOnServer, ofEngine(finding)));
     if (dao::hasBrokenMark(database))
-        findings.append(whole(isOnServer) + "the store's identity is incomplete"_L1);
+        findings.append(ofWhole(isOnServer, say({u"the store's identity is incomplete",
+                                                 u"הזיהוי של קובץ הנתונים אינו שלם"})));
     return findings;
 }
 
@@ -53,7 +51,7 @@ QStringList checkBars(dao::Database& database, const Layout& layout)
     if (found == nullptr || !checkSchema({*found}).filter(bars.name).isEmpty())
         return {};
     try {
-        return shop::barTableFindings(database);
+        return ofEngine(shop::barTableFindings(database));
     } catch (const runtime::RunTimeError&) {
         return {}; // The check of the rows reports values that cannot be read.
     }
@@ -110,7 +108,8 @@ CheckReport checkReport(const Place& place, Figures figures)
             addFigures(*database, report);
         database->Close();
     } catch (const runtime::RunTimeError& error) {
-        const QString finding = whole(place.isOnServer()) + error.description();
+        const QString finding = ofWhole(place.isOnServer(), happened(error));
+        report.nextStep = nextStep(error);
         if (report.findings.isEmpty())
             report.findings = report.preventCopying = engineFindings;
         report.findings.append(finding);

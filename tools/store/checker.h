@@ -24,6 +24,8 @@ struct CheckReport
     /// One line for each oddity that the program itself can cause. Remarks never make a store
     /// unsound.
     QStringList remarks;
+    /// What to do about an error that ended the check; empty if it was completed.
+    QString nextStep = {};
 };
 
 /// Checks a store like checkStore and returns the remarks, too. With Figures::Computed, each figure

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/store/exit_status.h"
+#include "tools/store/words.h"
 
 #include <QMap>
 #include <QString>
@@ -24,12 +25,12 @@ struct Option
     QString name;
     /// Placeholder name of the option's value in the help text; empty if the option takes no value.
     QString value;
-    QString summary;
+    Text summary;
     /// The command's arguments with this option; empty if the option does not change them.
     QStringList arguments = {};
 };
 
-/// Thrown by a command for invalid arguments.
+/// Thrown by a command for invalid arguments. The message is in the user's language.
 class WrongCall
 {
 public:
@@ -45,7 +46,7 @@ struct Command
     QString name;
     /// Placeholder names. An argument in brackets, such as "[STORE]", may be missing.
     QStringList arguments;
-    QString summary;
+    Text summary;
     std::function<ExitStatus(const Call&, QTextStream& out, QTextStream& err)> run;
     std::vector<Option> options = {};
 };

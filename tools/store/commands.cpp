@@ -3,19 +3,21 @@
 #include "platform/runtime/run_time_error.h"
 #include "store/schema.h"
 #include "tools/store/address.h"
+#include "tools/store/advice.h"
 #include "tools/store/backup.h"
 #include "tools/store/backup_command.h"
 #include "tools/store/builder.h"
 #include "tools/store/checker.h"
+#include "tools/store/engine_words.h"
 #include "tools/store/history.h"
 #include "tools/store/import_command.h"
-#include "tools/store/language.h"
 #include "tools/store/link_store.h"
 #include "tools/store/move.h"
 #include "tools/store/progress.h"
 #include "tools/store/reporting.h"
 #include "tools/store/server_safety.h"
 #include "tools/store/server_setup.h"
+#include "tools/store/shared_texts.h"
 
 #include <optional>
 
@@ -37,15 +39,37 @@ const QString stationOption = u"--station"_s;
 void warn(const Safety& safety, QTextStream& err)
 {
     for (const QString& each : safety.remarks)
-        err << "zomrel-store: warning: " << each << '\n';
+        tell(err, say({u"warning: %1", u"אזהרה: %1"}, Phrase{each}));
 }
 
 ExitStatus create(const Call& call, QTextStream& out, QTextStream&)
 {
     const QString& path = call.arguments.first();
     createStore(path);
-    out << inUsersLanguage(u"created %1"_s, u"%1 נוצר"_s).arg(path) << '\n';
+    out << say({u"created %1", u"%1 נוצר"}, path) << '\n';
     return Success;
+}
+
+/// Prints the result of a check.
+ExitStatus printReport(const QString& name, const CheckReport& report, QTextStream& out,
+                       QTextStream& err)
+{
+    print(out, report.findings);
+    for (const QString& remark : report.remarks)
+        out << say({u"remark: %1", u"הערה: %1"}, Phrase{remark}) << '\n';
+    if (report.findings.isEmpty()) {
+        out << say({u"sound and complete: %1", u"תקין ושלם: %1"}, name) << '\n';
+        return Success;
+    }
+    tellNextStep(err, report.nextStep.isEmpty()
+                          ? say({u"Keep a copy of the store, and restore a sound backup with "
+                                 "zomrel-store restore. If there is none, keep these lines and "
+                                 "ask for support.",
+                                 u"שמור עותק של קובץ הנתונים, ושחזר גיבוי תקין בפקודה "
+                                 "{zomrel-store restore}. אם אין גיבוי, שמור את השורות האלה ופנה "
+                                 "לתמיכה."})
+                          : report.nextStep);
+    return Failure;
 }
 
 ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
@@ -62,15 +86,10 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
         warn(safety, err);
     } catch (const runtime::RunTimeError& error) {
         // Parsing the location fails for a damaged link, before the check can start.
-        report.findings.append(u"file: "_s + error.description());
+        report.findings.append(ofWhole(false, happened(error)));
+        report.nextStep = nextStep(error);
     }
-    print(out, report.findings);
-    for (const QString& remark : report.remarks)
-        out << "remark: " << remark << '\n';
-    if (!report.findings.isEmpty())
-        return Failure;
-    out << inUsersLanguage(u"sound and complete: %1"_s, u"תקין ושלם: %1"_s).arg(name) << '\n';
-    return Success;
+    return printReport(name, report, out, err);
 }
 
 ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
@@ -83,14 +102,15 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
                             isForced(call) ? Oddities::Accepted : Oddities::Refused, progress);
     });
     if (!outcome.findings.isEmpty())
-        return notSound(outcome.findings, err);
-    out << inUsersLanguage(u"restored %1 from %2"_s, u"%1 שוחזר מתוך %2"_s)
-               .arg(arguments[1], arguments[0])
-        << '\n';
+        return notSound(err, outcome.findings,
+                        say({u"Choose another backup. The option --force restores this one if all "
+                             "its rows can be read.",
+                             u"בחר גיבוי אחר. האפשרות {--force} משחזרת גם את הגיבוי הזה, אם אפשר "
+                             "לקרוא את כל השורות שבו."}));
+    out << say({u"restored %1 from %2", u"%1 שוחזר מתוך %2"}, arguments[1], arguments[0]) << '\n';
     if (!outcome.kept.isEmpty())
-        out << inUsersLanguage(u"the store before is kept as %1"_s,
-                               u"קובץ הנתונים הקודם נשמר בשם %1"_s)
-                   .arg(outcome.kept)
+        out << say({u"the store before is kept as %1", u"קובץ הנתונים הקודם נשמר בשם %1"},
+                   outcome.kept)
             << '\n';
     print(out, outcome.notes);
     return Success;
@@ -108,9 +128,11 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     warn(safetyOf(to), err);
     if (!outcome.findings.isEmpty()) {
         print(err, outcome.findings);
-        err << inUsersLanguage(u"zomrel-store: the store is not complete; nothing was moved\n"_s,
-                               u"zomrel-store: בסיס הנתונים אינו שלם; דבר לא הועבר\n"_s);
-        return Failure;
+        return fail(err,
+                    say({u"the store is not complete; nothing was moved",
+                         u"קובץ הנתונים אינו שלם; לא הועבר דבר"}),
+                    say({u"Restore a sound backup with zomrel-store restore, and move that one.",
+                         u"שחזר גיבוי תקין בפקודה {zomrel-store restore}, והעבר אותו."}));
     }
     print(out, outcome.notes);
     Counts counts(out);
@@ -120,8 +142,10 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
         if (store::tableSchema(table) == nullptr)
             counts.add(table, contents.rows);
     }
-    out << "moved " << arguments[0] << " to " << arguments[1]
-        << "; both hold the same rows in all tables\n";
+    out << say({u"moved %1 to %2; both hold the same rows in all tables",
+                u"%1 הועבר אל %2; בשניהם אותן רשומות בכל הטבלאות"},
+               arguments[0], arguments[1])
+        << '\n';
     return Success;
 }
 
@@ -135,12 +159,21 @@ const QStringList& databaseOptions()
 std::vector<Option> linkOptions()
 {
     return {
-        {serverOption, u"HOST[:PORT]"_s, u"name, address or socket folder of the server"_s},
-        {databaseOption, u"NAME"_s, u"name of the database"_s},
-        {userOption, u"NAME"_s, u"role that logs in"_s},
-        {tlsOption, u"MODE"_s, u"disable, allow, prefer, require, verify-ca, verify-full"_s},
-        {forceOption, {}, u"accept a server that may lose stored rows"_s},
-        {fileOption, u"STORE"_s, u"instead of a server: path of a store in another folder"_s},
+        {serverOption,
+         u"HOST[:PORT]"_s,
+         {u"name, address or socket folder of the server",
+          u"שם השרת, הכתובת שלו או תיקיית השקע שלו"}},
+        {databaseOption, u"NAME"_s, {u"name of the database", u"שם המסד"}},
+        {userOption, u"NAME"_s, {u"role that logs in", u"המשתמש שנכנס לשרת"}},
+        {tlsOption,
+         u"MODE"_s,
+         {u"disable, allow, prefer, require, verify-ca, verify-full",
+          u"הצפנה: {disable}, {allow}, {prefer}, {require}, {verify-ca}, {verify-full}"}},
+        {forceOption, {}, acceptUnsafeServer},
+        {fileOption,
+         u"STORE"_s,
+         {u"instead of a server: path of a store in another folder",
+          u"במקום שרת: נתיב של קובץ נתונים בתיקייה אחרת"}},
     };
 }
 
@@ -149,13 +182,16 @@ void checkLinkOptions(const Call& call)
 {
     const bool toFile = call.options.contains(fileOption);
     if (toFile && call.options.value(fileOption).isEmpty())
-        throw WrongCall(u"--file takes STORE"_s);
+        throw WrongCall(say(takes, fileOption, u"STORE"_s));
     for (const QString& each : databaseOptions() + QStringList(tlsOption)) {
         const bool isGiven = call.options.contains(each);
         if (toFile && isGiven)
-            throw WrongCall(u"link takes either --file or %1"_s.arg(each));
+            throw WrongCall(say({u"link takes either --file or %1",
+                                 u"אחרי {link} כותבים {--file} או %1, לא את שניהם"},
+                                each));
         if (!toFile && !isGiven && databaseOptions().contains(each))
-            throw WrongCall(u"link takes %1, or --file"_s.arg(each));
+            throw WrongCall(
+                say({u"link takes %1, or --file", u"אחרי {link} כותבים %1 או {--file}"}, each));
     }
 }
 
@@ -176,7 +212,7 @@ dao::Link linkOf(const Call& call)
         dao::linkText(link);
         return link;
     } catch (const runtime::RunTimeError& error) {
-        throw WrongCall(error.description());
+        throw WrongCall(happened(error));
     }
 }
 
@@ -186,9 +222,12 @@ ExitStatus link(const Call& call, QTextStream& out, QTextStream& err)
     const dao::Link link = linkOf(call);
     const LinkedTo found =
         linkStore(path, link, isForced(call) ? Hazards::Accepted : Hazards::Refused);
-    out << "linked " << path << " to " << link.place() << '\n';
+    out << say({u"linked %1 to %2", u"%1 מקושר אל %2"}, path, Phrase{placeInWords(link.place())})
+        << '\n';
     if (found == LinkedTo::NoStoreYet)
-        out << "there is no store in that database yet; zomrel-store move brings one there\n";
+        out << say({u"there is no store in that database yet; zomrel-store move brings one there",
+                    u"במסד הזה עוד אין נתונים של זומרל; הפקודה {zomrel-store move} מעבירה לשם"})
+            << '\n';
     warn(safetyOf(Place(path)), err);
     return Success;
 }
@@ -202,19 +241,31 @@ ExitStatus printServerSetup(const Call& call, QTextStream& out, QTextStream&)
 std::vector<Command> commandsOverOneEngine()
 {
     return {
-        {u"create"_s, {u"FILE"_s}, u"create a new store with the delivered catalogue"_s, create},
+        {u"create"_s,
+         {u"FILE"_s},
+         {u"create a new store with the delivered catalogue",
+          u"ליצור קובץ נתונים חדש עם הקטלוג המצורף"},
+         create},
         {u"check"_s,
          {u"FILE"_s},
-         u"check a store and print one line for each finding"_s,
+         {u"check a store and print one line for each finding",
+          u"לבדוק את קובץ הנתונים ולכתוב שורה לכל ליקוי"},
          check,
-         {{figuresOption, {}, u"compute all lines again and compare their figures"_s},
-          {forceOption, {}, u"accept a server that may lose stored rows"_s}}},
+         {{figuresOption,
+           {},
+           {u"compute all lines again and compare their figures",
+            u"לחשב מחדש את כל השורות ולהשוות את המידות"}},
+          {forceOption, {}, acceptUnsafeServer}}},
         backupCommand(),
         {u"restore"_s,
          {u"BACKUP"_s, u"FILE"_s},
-         u"replace a store by a sound backup; the old store is kept"_s,
+         {u"replace a store by a sound backup; the old store is kept",
+          u"להחליף את קובץ הנתונים בגיבוי תקין; הקובץ הקודם נשמר"},
          restore,
-         {{forceOption, {}, u"ignore connected stations and findings that keep all rows"_s}}},
+         {{forceOption,
+           {},
+           {u"ignore connected stations and findings that keep all rows",
+            u"גם כשיש עמדות מחוברות, או ליקויים שאינם פוגעים בשורות"}}}},
         importCommand(),
     };
 }
@@ -224,19 +275,25 @@ std::vector<Command> commandsAroundAServer()
     return {
         {u"move"_s,
          {u"FROM"_s, u"TO"_s},
-         u"copy a whole store between a file and a server's database"_s,
+         {u"copy a whole store between a file and a server's database",
+          u"להעתיק את כל הנתונים מקובץ למסד בשרת, או בחזרה"},
          move,
-         {{forceOption, {}, u"accept a server that may lose stored rows"_s}}},
+         {{forceOption, {}, acceptUnsafeServer}}},
         {u"link"_s,
          {u"FILE"_s},
-         u"write a link to a server's database or to a store in another folder"_s,
+         {u"write a link to a server's database or to a store in another folder",
+          u"לכתוב קישור למסד בשרת או לקובץ נתונים בתיקייה אחרת"},
          link,
          linkOptions()},
         {u"server-setup"_s,
          {},
-         u"print the SQL that prepares a server's database"_s,
+         {u"print the SQL that prepares a server's database",
+          u"להדפיס את ה-{SQL} שמכין את המסד בשרת"},
          printServerSetup,
-         {{stationOption, u"NAME[,NAME]"_s, u"roles of the stations; default zomrel_station"_s}}},
+         {{stationOption,
+           u"NAME[,NAME]"_s,
+           {u"roles of the stations; default zomrel_station",
+            u"שמות המשתמשים של העמדות; בלי זה {zomrel_station}"}}}},
         historyCommand(),
     };
 }

@@ -2,6 +2,8 @@
 
 #include "platform/dao/examination.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/advice.h"
+#include "tools/store/shared_texts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,13 +15,13 @@ QStringList findingsOf(const dao::ExaminedCounter& counter)
 {
     QStringList findings;
     if (!counter.mark)
-        findings.append(u"the counter is missing"_s);
+        findings.append(say({u"the counter is missing", u"המונה חסר"}));
     if (counter.isLagging())
-        findings.append(
-            u"the counter stands at %1, below the highest number, %2"_s.arg(*counter.mark)
-                .arg(counter.highest));
+        findings.append(say({u"the counter stands at %1, below the highest number, %2",
+                             u"המונה עומד על %1, פחות מהמספר הגבוה ביותר, %2"},
+                            *counter.mark, counter.highest));
     if (counter.isExhausted())
-        findings.append(u"the counter has no number left"_s);
+        findings.append(say({u"the counter has no number left", u"למונה לא נשארו מספרים"}));
     return findings;
 }
 
@@ -28,7 +30,8 @@ QStringList examine(dao::Database& database, const QString& table, const QString
     try {
         return findingsOf(dao::examineCounter(database, table, field));
     } catch (const runtime::RunTimeError& error) {
-        return {u"the counter cannot be read: "_s + error.description()};
+        return {say({u"the counter cannot be read: %1", u"אי אפשר לקרוא את המונה: %1"},
+                    Phrase{happened(error)})};
     }
 }
 
@@ -51,7 +54,7 @@ QStringList checkCounters(dao::Database& database, const Layout& layout)
             if (!field.counter || !isCounted(*found, field.name))
                 continue;
             for (const QString& finding : examine(database, expected.name, field.name))
-                findings.append(u"%1.%2: %3"_s.arg(expected.name, field.name, finding));
+                findings.append(say(ofField, fieldOf(expected.name, field.name), Phrase{finding}));
         }
     }
     return findings;

@@ -4,7 +4,10 @@
 #include "platform/dao/table_copy.h"
 #include "platform/runtime/durable_file.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/advice.h"
 #include "tools/store/checker.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 #include <QDir>
 #include <QFile>
@@ -37,10 +40,11 @@ QDate dayOf(const QString& name)
 void requireFolder(const QString& folder)
 {
     if (!QFileInfo(folder).isDir())
-        throw RunTimeError(
+        throw ToldError(
             runtime::PermissionDenied,
-            u"The folder '%1' does not exist. Create it, or connect its disk, and try again."_s.arg(
-                folder));
+            say({u"The folder '%1' does not exist.", u"התיקייה '%1' אינה קיימת."}, folder),
+            say({u"Create it, or connect its disk, and try again.",
+                 u"צור אותה, או חבר את הדיסק שלה, ונסה שוב."}));
 }
 
 /// Returns the names of all backups in the folder, the newest one first.
@@ -63,7 +67,7 @@ CheckReport reportOf(const QString& path)
     try {
         return checkReport(Place(path), Figures::Skipped);
     } catch (const RunTimeError& error) {
-        return {{error.description()}, {error.description()}, {}};
+        return {{happened(error)}, {happened(error)}, {}, nextStep(error)};
     }
 }
 
@@ -160,9 +164,12 @@ DailyOutcome backUpDaily(const Place& place, const QString& folder, const QDate&
     if (!outcome.backup.findings.isEmpty())
         return outcome;
     if (!isGood(outcome.path))
-        throw RunTimeError(runtime::CorruptDatabase,
-                           u"The backup was written, but reading it back failed. It is kept as "
-                           "'%1'. Check the disk."_s.arg(setAside(outcome.path)));
+        throw ToldError(runtime::CorruptDatabase,
+                        say({u"The backup was written, but reading it back failed. It is kept as "
+                             "'%1'.",
+                             u"הגיבוי נכתב, אבל הקריאה שלו בחזרה נכשלה. הוא נשמר בשם '%1'."},
+                            setAside(outcome.path)),
+                        say(checkTheDisk));
     removeOld(folder, today, store, outcome);
     return outcome;
 }

@@ -3,8 +3,10 @@
 #include "platform/dao/database.h"
 #include "platform/dao/examination.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/advice.h"
 #include "tools/store/layout.h"
 #include "tools/store/line_figures.h"
+#include "tools/store/words.h"
 
 #include <QLocale>
 
@@ -60,21 +62,26 @@ QStringList differences(const StoredFields& line, const StoredFields& series)
         for (const auto& [field, computed] : figuresOf(line, series)) {
             const QVariant stored = line.value(field);
             if (!isSame(stored, computed))
-                all.append(u"%1 is %2, and its series gives %3"_s.arg(
-                    field, stored.isValid() ? shown(stored.toDouble()) : u"empty"_s,
-                    shown(computed)));
+                all.append(
+                    stored.isValid()
+                        ? say({u"%1 is %2, and its series gives %3", u"%1 הוא %2, ולפי הסדרה %3"},
+                              field, shown(stored.toDouble()), shown(computed))
+                        : say({u"%1 is empty, and its series gives %2", u"%1 ריק, ולפי הסדרה %2"},
+                              field, shown(computed)));
         }
     } catch (const runtime::RunTimeError& error) {
-        all.append(u"its series cannot be computed: "_s + error.description());
+        all.append(say({u"its series cannot be computed: %1", u"אי אפשר לחשב לפי הסדרה: %1"},
+                       Phrase{happened(error)}));
     }
     return all;
 }
 
-QString placeOf(const StoredFields& line)
+QString ofLine(const StoredFields& line, const QString& difference)
 {
-    return u"Cuts, Code %1 (order %2, line %3)"_s.arg(line.value(u"Code"_s).toString(),
-                                                      line.value(u"Order_Num"_s).toString(),
-                                                      line.value(u"NUM"_s).toString());
+    return say({u"Cuts, Code %1 (order %2, line %3): %4",
+                u"ברשומה {Cuts, Code} %1 (הזמנה %2, שורה %3): %4"},
+               line.value(u"Code"_s).toString(), line.value(u"Order_Num"_s).toString(),
+               line.value(u"NUM"_s).toString(), Phrase{difference});
 }
 
 } // namespace
@@ -99,12 +106,13 @@ FigureReport checkFigures(dao::Database& database)
         if (!fewest)
             ++unknown[name];
         for (const QString& each : fewest.value_or(QStringList()))
-            report.differences.append(placeOf(line) + u": "_s + each);
+            report.differences.append(ofLine(line, each));
     });
     for (auto each = unknown.cbegin(); each != unknown.cend(); ++each)
         report.remarks.append(
-            u"Cuts: %1 lines cannot be computed again, there is no series '%2'"_s.arg(each.value())
-                .arg(each.key()));
+            say({u"Cuts: %1 lines cannot be computed again, there is no series '%2'",
+                 u"שורות שאי אפשר לחשב מחדש, כי אין סדרה בשם '%2': %1"},
+                each.value(), each.key()));
     return report;
 }
 

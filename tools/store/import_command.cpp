@@ -1,7 +1,6 @@
 #include "tools/store/import_command.h"
 
 #include "platform/runtime/run_time_error.h"
-#include "tools/store/language.h"
 #include "tools/store/old_store/reading.h"
 #include "tools/store/old_store/take_over.h"
 #include "tools/store/place.h"
@@ -22,16 +21,20 @@ CodePage codePageNamed(const QString& name)
     try {
         return CodePage(name);
     } catch (const runtime::RunTimeError&) {
-        throw WrongCall(u"there is no code page '%1' with a byte for each character"_s.arg(name));
+        throw WrongCall(say({u"there is no code page '%1' with a byte for each character",
+                             u"אין דף קוד '%1' עם בית אחד לכל תו"},
+                            name));
     }
 }
 
 ExitStatus notTakenOver(const TakeOverOutcome& outcome, QTextStream& err)
 {
     print(err, outcome.notes + outcome.findings);
-    err << inUsersLanguage(u"zomrel-store: nothing was imported\n"_s,
-                           u"zomrel-store: דבר לא יובא\n"_s);
-    return Failure;
+    return fail(err, say({u"nothing was imported", u"לא יובא דבר"}),
+                say({u"Mend what the lines above name in the old file, and import it again. "
+                     "--cut-texts truncates texts that are too long.",
+                     u"תקן בקובץ הישן את מה שכתוב בשורות שלמעלה, וייבא אותו שוב. "
+                     "{--cut-texts} מקצר טקסטים ארוכים מדי."}));
 }
 
 ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
@@ -51,8 +54,7 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
     Counts counts(out);
     for (const TakenTable& table : outcome.tables)
         counts.add(table.name, table.rows);
-    out << inUsersLanguage(u"imported %1 into %2"_s, u"%1 יובא אל %2"_s)
-               .arg(call.arguments[0], call.arguments[1])
+    out << say({u"imported %1 into %2", u"%1 יובא אל %2"}, call.arguments[0], call.arguments[1])
         << '\n';
     return Success;
 }
@@ -61,13 +63,23 @@ ExitStatus takeOver(const Call& call, QTextStream& out, QTextStream& err)
 
 Command importCommand()
 {
-    return {u"import"_s,
-            {u"OLD.mdb"_s, u"TO"_s},
-            u"import an old-format store (Jet 3, Jet 4) into a new one"_s,
-            takeOver,
-            {{codePageOption, u"CP"_s, u"code page of a Jet 3 file's texts; default 1255"_s},
-             {cutTextsOption, {}, u"truncate texts that are longer than their field"_s},
-             {forceOption, {}, u"import although stations are connected to TO"_s}}};
+    return {
+        u"import"_s,
+        {u"OLD.mdb"_s, u"TO"_s},
+        {u"import an old-format store (Jet 3, Jet 4) into a new one",
+         u"להעתיק קובץ ישן ({Jet 3}, {Jet 4}) לקובץ נתונים חדש"},
+        takeOver,
+        {{codePageOption,
+          u"CP"_s,
+          {u"code page of a Jet 3 file's texts; default 1255",
+           u"דף הקוד של הטקסטים בקובץ {Jet 3}; בלי זה 1255"}},
+         {cutTextsOption,
+          {},
+          {u"truncate texts that are longer than their field", u"לקצר טקסטים שארוכים מהשדה שלהם"}},
+         {forceOption,
+          {},
+          {u"import although stations are connected to TO",
+           u"לייבא גם כשיש עמדות מחוברות אל {TO}"}}}};
 }
 
 ExitStatus readOldFile(const QString& path)

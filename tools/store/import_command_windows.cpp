@@ -2,7 +2,7 @@
 
 #include "tools/store/import_command.h"
 
-#include "tools/store/language.h"
+#include "tools/store/reporting.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,21 +10,19 @@ namespace storetools {
 
 namespace {
 
-ExitStatus refuse(const Call& call, QTextStream&, QTextStream& err)
+ExitStatus tellHowToImport(const Call& call, QTextStream&, QTextStream& err)
 {
-    err << inUsersLanguage(
-               u"zomrel-store: the Windows program cannot read stores of the old format; nothing "
-               "was imported.\n"
-               "zomrel-store: Install Zomrel on a Linux computer, for example the portable folder, "
-               "and copy %1 there.\n"
-               "zomrel-store: Run there: zomrel-store import OLD.mdb Aluminium.mdb\n"
-               "zomrel-store: Then copy Aluminium.mdb into the folder of the Windows program.\n"_s,
-               u"zomrel-store: התוכנית לחלונות אינה קוראת קובצי נתונים בתבנית הישנה; דבר לא "
-               "יובא.\n"
-               "zomrel-store: התקן את זומרל במחשב לינוקס, למשל מהתיקייה הניידת, והעתק לשם את %1.\n"
-               "zomrel-store: הרץ שם: zomrel-store import OLD.mdb Aluminium.mdb\n"
-               "zomrel-store: אחר כך העתק את Aluminium.mdb אל תיקיית התוכנית בחלונות.\n"_s)
-               .arg(call.arguments.first());
+    tell(err, say({u"the Windows program cannot read stores of the old format; nothing was "
+                   "imported.",
+                   u"התוכנית לחלונות אינה קוראת קבצים ישנים; לא יובא דבר."}));
+    tell(err, say({u"Install Zomrel on a Linux computer, for example the portable folder, and copy "
+                   "%1 there.",
+                   u"התקן את זומרל במחשב לינוקס, למשל מהתיקייה הניידת, והעתק לשם את %1."},
+                  call.arguments.first()));
+    tell(err,
+         say({u"Run there: %1", u"הרץ שם: %1"}, u"zomrel-store import OLD.mdb Aluminium.mdb"_s));
+    tell(err, say({u"Then copy Aluminium.mdb into the folder of the Windows program.",
+                   u"אחר כך העתק את {Aluminium.mdb} אל תיקיית התוכנית בחלונות."}));
     return Failure;
 }
 
@@ -34,8 +32,9 @@ Command importCommand()
 {
     return {u"import"_s,
             {u"OLD.mdb"_s, u"TO"_s},
-            u"tell how an old-format store is imported on Linux"_s,
-            refuse};
+            {u"tell how an old-format store is imported on Linux",
+             u"להסביר איך מייבאים קובץ ישן בלינוקס"},
+            tellHowToImport};
 }
 
 ExitStatus readOldFile(const QString&)

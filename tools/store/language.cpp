@@ -4,18 +4,32 @@
 
 namespace storetools {
 
-bool speaksHebrew()
+namespace {
+
+Language& chosenLanguage()
 {
-    static const bool isHebrew = [] {
-        const QStringList languages = QLocale::system().uiLanguages();
-        return !languages.isEmpty() && QLocale(languages.first()).language() == QLocale::Hebrew;
-    }();
-    return isHebrew;
+    static Language chosen = Language::English;
+    return chosen;
 }
 
-QString inUsersLanguage(const QString& english, const QString& hebrew)
+} // namespace
+
+Language language()
 {
-    return speaksHebrew() ? hebrew : english;
+    return chosenLanguage();
+}
+
+void setLanguage(Language language)
+{
+    chosenLanguage() = language;
+}
+
+Language usersLanguage()
+{
+    const QStringList languages = QLocale::system().uiLanguages();
+    const bool isHebrew =
+        !languages.isEmpty() && QLocale(languages.first()).language() == QLocale::Hebrew;
+    return isHebrew ? Language::Hebrew : Language::English;
 }
 
 } // namespace storetools

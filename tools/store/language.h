@@ -1,14 +1,16 @@
 #pragma once
 
-#include <QString>
-
 namespace storetools {
 
-/// Returns true if the user's language is Hebrew, as the environment or the system's settings say.
-bool speaksHebrew();
+enum class Language { English, Hebrew };
 
-/// Returns the message in the user's language: Hebrew in a Hebrew locale, English in all
-/// others.
-QString inUsersLanguage(const QString& english, const QString& hebrew);
+/// Returns the language of the messages. It is English until setLanguage() chooses another one, so
+/// that a program that only uses this library is not affected by the user's locale.
+Language language();
+void setLanguage(Language language);
+
+/// Returns Hebrew if the user's language is Hebrew, as the environment or the system's settings
+/// say, and otherwise English.
+Language usersLanguage();
 
 } // namespace storetools

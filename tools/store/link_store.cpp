@@ -3,14 +3,15 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/server_safety.h"
+#include "tools/store/shared_texts.h"
 #include "tools/store/store_copy.h"
+#include "tools/store/told_error.h"
 #include "tools/store/unfinished_file.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -20,7 +21,7 @@ void refuseAnythingButALink(const QString& path)
 {
     const QFileInfo info(path);
     if ((info.exists() || info.isSymLink()) && !dao::beginsAsLink(path))
-        throw RunTimeError(runtime::DatabaseExists, u"Database '%1' already exists."_s.arg(path));
+        throw ToldError(runtime::DatabaseExists, say(alreadyExists, path));
 }
 
 /// Writes the link durably. The access of a link that is replaced is kept as far as the user may.
@@ -49,8 +50,9 @@ LinkedTo tried(const dao::Link& link, const QByteArray& text, Hazards hazards)
     if (!storeTablesIn(*database).isEmpty())
         return LinkedTo::Store;
     if (link.namesFile())
-        throw RunTimeError(runtime::UnrecognizedFormat,
-                           u"Unrecognized database format '%1'."_s.arg(link.file));
+        throw ToldError(runtime::UnrecognizedFormat, say({u"Unrecognized database format '%1'.",
+                                                          u"'%1' אינו קובץ נתונים של זומרל."},
+                                                         link.file));
     return LinkedTo::NoStoreYet;
 }
 

@@ -2,14 +2,14 @@
 
 #include "platform/dao/database.h"
 #include "platform/dao/stations.h"
-#include "platform/runtime/run_time_error.h"
 #include "tools/store/address.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -33,8 +33,7 @@ Place::Place(const QString& name) : name_(name), path_(name)
     path_ = folder_->filePath(u"link"_s);
     QFile link(path_);
     if (!link.open(QIODevice::WriteOnly) || link.write(text) != text.size())
-        throw RunTimeError(runtime::PermissionDenied,
-                           u"Could not write '%1': %2"_s.arg(path_, link.errorString()));
+        throw ToldError(runtime::PermissionDenied, say(couldNotWrite, path_, link.errorString()));
 }
 
 std::shared_ptr<dao::Database> Place::open() const
@@ -52,8 +51,7 @@ void requireFree(const QString& path)
     for (const QString& each : {path, path + u"-journal"_s, path + u"-wal"_s}) {
         const QFileInfo info(each);
         if (info.exists() || info.isSymLink())
-            throw RunTimeError(runtime::DatabaseExists,
-                               u"Database '%1' already exists."_s.arg(each));
+            throw ToldError(runtime::DatabaseExists, say(alreadyExists, each));
     }
 }
 

@@ -3,12 +3,12 @@
 #include "platform/dao/database.h"
 #include "platform/runtime/run_time_error.h"
 #include "platform/runtime/version.h"
-#include "tools/store/advice.h"
 #include "tools/store/commands.h"
 #include "tools/store/import_command.h"
-#include "tools/store/language.h"
 #include "tools/store/old_store/reading_command.h"
+#include "tools/store/reporting.h"
 #include "tools/store/scratch_folder.h"
+#include "tools/store/shared_texts.h"
 
 #include <QCommandLineParser>
 
@@ -30,34 +30,47 @@ QString wordsOf(const Option& option)
     return (QStringList{option.name, option.value} + option.arguments).join(u' ').simplified();
 }
 
+/// Prints a call and, in the second column, what it does.
+void printCall(QTextStream& stream, const QString& indentation, const QString& call,
+               const Text& summary)
+{
+    constexpr qsizetype column = 39;
+    const qsizetype gap = column - indentation.size() - call.size();
+    stream << indentation << isolated(call) << QString(std::max<qsizetype>(gap, 0), u' ')
+           << say(summary) << '\n';
+}
+
 void printUsage(QTextStream& stream)
 {
-    constexpr int column = 24;
-    const auto line = [&](const QString& call, const QString& summary) {
-        stream << "  zomrel-store " << call.leftJustified(column) << summary << '\n';
+    const auto print = [&](const QString& call, const Text& summary) {
+        printCall(stream, u"  "_s, u"zomrel-store "_s + call, summary);
     };
-    stream << "usage:\n";
+    stream << say({u"usage:", u"שימוש:"}) << '\n';
     for (const Command& command : commands()) {
-        line((QStringList(command.name) + command.arguments).join(u' '), command.summary);
+        print((QStringList(command.name) + command.arguments).join(u' '), command.summary);
         for (const Option& option : command.options)
-            stream << "    " << wordsOf(option).leftJustified(column + 11) << option.summary
-                   << '\n';
+            printCall(stream, u"    "_s, wordsOf(option), option.summary);
     }
-    line(u"--help"_s, u"show this help"_s);
-    line(u"--version"_s, u"show the version"_s);
-    stream << "A store is given as its file, as a link file, or as "
-              "postgresql://USER@HOST/DATABASE.\n"
-              "The commands create and backup write new files.\n";
+    print(u"--help"_s, {u"show this help", u"להציג את העזרה הזאת"});
+    print(u"--version"_s, {u"show the version", u"להציג את הגרסה"});
+    stream << say({u"A store is given as its file, as a link file, or as "
+                   "postgresql://USER@HOST/DATABASE.",
+                   u"במקום {FILE} כותבים את קובץ הנתונים, קובץ של קישור, או כתובת: "
+                   "{postgresql://USER@HOST/DATABASE}."})
+           << '\n'
+           << say({u"The commands create and backup write new files.",
+                   u"הפקודות {create} ו-{backup} כותבות קבצים חדשים."})
+           << '\n';
 }
 
 ExitStatus wrongUsage(QTextStream& err, const QString& message)
 {
-    err << "zomrel-store: " << message << '\n';
+    tell(err, message);
     printUsage(err);
     return WrongUsage;
 }
 
-QString nameOf(const Option& option)
+QString optionName(const Option& option)
 {
     return option.name.mid(2); // without the two dashes
 }
@@ -79,10 +92,11 @@ bool isRightNumber(qsizetype number, const QStringList& placeholders)
     return number <= placeholders.size() && number >= placeholders.size() - optional;
 }
 
-QString takes(const Command& command, const QStringList& placeholders)
+QString whatTakes(const Command& command, const QStringList& placeholders)
 {
-    const QString words = placeholders.isEmpty() ? u"nothing"_s : placeholders.join(u' ');
-    return u"%1 takes %2"_s.arg(command.name, words);
+    if (placeholders.isEmpty())
+        return say({u"%1 takes nothing", u"אחרי %1 לא כותבים דבר"}, command.name);
+    return say(takes, command.name, placeholders.join(u' '));
 }
 
 /// Separates the words after the command name into options and arguments. Throws WrongCall for a
@@ -91,20 +105,20 @@ Call callOf(const Command& command, const QStringList& words)
 {
     QCommandLineParser parser;
     for (const Option& each : command.options)
-        parser.addOption({nameOf(each), each.summary, each.value});
+        parser.addOption({optionName(each), QString(), each.value});
     const bool isUnderstood = parser.parse(QStringList(command.name) + words);
     Call call{.arguments = parser.positionalArguments(), .options = {}};
     for (const Option& each : command.options) {
-        if (!parser.isSet(nameOf(each)))
+        if (!parser.isSet(optionName(each)))
             continue;
-        const QStringList values = parser.values(nameOf(each));
+        const QStringList values = parser.values(optionName(each));
         if (!each.value.isEmpty() && values.isEmpty())
-            throw WrongCall(u"%1 takes %2"_s.arg(each.name, each.value));
+            throw WrongCall(say(takes, each.name, each.value));
         call.options.insert(each.name, values.isEmpty() ? QString() : values.last());
     }
     const QStringList placeholders = argumentsOf(command, call.options);
     if (!isUnderstood || !isRightNumber(call.arguments.size(), placeholders))
-        throw WrongCall(takes(command, placeholders));
+        throw WrongCall(whatTakes(command, placeholders));
     return call;
 }
 
@@ -117,11 +131,7 @@ ExitStatus runCommand(const Command& command, const QStringList& words, QTextStr
     } catch (const WrongCall& wrong) {
         return wrongUsage(err, wrong.message());
     } catch (const runtime::RunTimeError& error) {
-        err << "zomrel-store: " << error.description() << '\n';
-        const QString advice = speaksHebrew() ? hebrewAdvice(error.number()) : QString();
-        if (!advice.isEmpty())
-            err << "zomrel-store: " << advice << '\n';
-        return Failure;
+        return fail(err, error);
     }
 }
 
@@ -130,7 +140,7 @@ ExitStatus runCommand(const Command& command, const QStringList& words, QTextStr
 ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     if (arguments.isEmpty())
-        return wrongUsage(err, u"a command is missing"_s);
+        return wrongUsage(err, say({u"a command is missing", u"חסרה פקודה"}));
     const QString& name = arguments.first();
     if (arguments.size() == 2 && name == QLatin1StringView(readingCommand))
         return readOldFile(arguments[1]);
@@ -147,7 +157,7 @@ ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err)
         if (command.name == name)
             return runCommand(command, arguments.mid(1), out, err);
     }
-    return wrongUsage(err, u"unknown command '%1'"_s.arg(name));
+    return wrongUsage(err, say({u"unknown command '%1'", u"אין פקודה בשם '%1'"}, name));
 }
 
 } // namespace storetools

@@ -1,8 +1,7 @@
 #include "tools/store/progress.h"
 
 #include "tools/store/system.h"
-
-using namespace Qt::StringLiterals;
+#include "tools/store/words.h"
 
 namespace storetools {
 
@@ -25,7 +24,7 @@ void Progress::show(const QString& what, qint64 rows)
     if (!isOn_ || sinceShown_.elapsed() < pause)
         return;
     sinceShown_.restart();
-    const QString line = u"%1: %2 rows"_s.arg(what).arg(rows);
+    const QString line = say({u"%1: %2 rows", u"%1: %2 רשומות"}, Phrase{what}, rows);
     terminal_ << '\r' << line.leftJustified(width_);
     terminal_.flush();
     width_ = qMax(width_, line.size());

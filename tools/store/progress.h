@@ -16,6 +16,7 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
+    /// Shows the number of rows that are done. `what` is in the user's language.
     void show(const QString& what, qint64 rows);
 
 private:

@@ -1,10 +1,9 @@
 #include "tools/store/random_name.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <QRandomGenerator>
-
-using namespace Qt::StringLiterals;
 
 namespace storetools {
 
@@ -17,8 +16,8 @@ void createUnderRandomName(const QString& beginning,
         if (create(beginning + QString::number(number, 36)))
             return;
     }
-    throw runtime::RunTimeError(runtime::PermissionDenied,
-                                u"Could not create '%1...'."_s.arg(beginning));
+    throw ToldError(runtime::PermissionDenied,
+                    say({u"Could not create '%1...'.", u"אי אפשר ליצור את '%1'."}, beginning));
 }
 
 } // namespace storetools

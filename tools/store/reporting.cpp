@@ -1,7 +1,10 @@
 #include "tools/store/reporting.h"
 
-#include "tools/store/language.h"
+#include "tools/store/advice.h"
+#include "tools/store/engine_words.h"
 #include "tools/store/place.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -20,12 +23,35 @@ void print(QTextStream& stream, const QStringList& lines)
         stream << line << '\n';
 }
 
-ExitStatus notSound(const QStringList& findings, QTextStream& err)
+void tell(QTextStream& stream, const QString& message)
+{
+    stream << isolated(u"zomrel-store"_s) << ": " << message << '\n';
+}
+
+void tellNextStep(QTextStream& stream, const QString& nextStep)
+{
+    tell(stream, say({u"what to do: %1", u"מה עושים: %1"}, Phrase{nextStep}));
+}
+
+ExitStatus fail(QTextStream& err, const QString& message, const QString& nextStep)
+{
+    tell(err, message);
+    tellNextStep(err, nextStep);
+    return Failure;
+}
+
+ExitStatus fail(QTextStream& err, const runtime::RunTimeError& error)
+{
+    return fail(err, happened(error), nextStep(error));
+}
+
+ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& nextStep)
 {
     print(err, findings);
-    err << inUsersLanguage(u"zomrel-store: the store is not sound; nothing was changed\n"_s,
-                           u"zomrel-store: בסיס הנתונים אינו תקין; דבר לא שונה\n"_s);
-    return Failure;
+    return fail(err,
+                say({u"the store is not sound; nothing was changed",
+                     u"קובץ הנתונים אינו תקין; לא השתנה דבר"}),
+                nextStep);
 }
 
 bool isLeft(const QString& place, const Call& call, QTextStream& err)
@@ -34,25 +60,26 @@ bool isLeft(const QString& place, const Call& call, QTextStream& err)
         return true;
     const QStringList stations = Place(place).stations();
     for (const QString& each : stations)
-        err << "connected: " << each << '\n';
+        err << say({u"connected: %1", u"מחובר: %1"}, Phrase{ofEngine(each)}) << '\n';
     if (!stations.isEmpty())
-        err << inUsersLanguage(u"zomrel-store: close the program on all stations first, or use "
-                               "--force; nothing was changed\n"_s,
-                               u"zomrel-store: צא מזומרל בכל העמדות, או הוסף --force; דבר לא "
-                               "שונה\n"_s);
+        tell(err, say({u"close the program on all stations first, or use --force; nothing was "
+                       "changed",
+                       u"צא קודם מזומרל בכל העמדות, או הוסף {--force}; לא השתנה דבר"}));
     return stations.isEmpty();
 }
 
 Counts::Counts(QTextStream& out) : out_(out)
 {
-    line(u"table"_s, u"rows"_s);
+    line(say({u"table", u"טבלה"}), say({u"rows", u"רשומות"}));
 }
 
 void Counts::line(const QString& table, const QString& rows)
 {
     constexpr int nameWidth = 14;
     constexpr int numberWidth = 8;
-    out_ << table.leftJustified(nameWidth) << rows.rightJustified(numberWidth) << '\n';
+    out_ << isolated(table) << QString(std::max<qsizetype>(nameWidth - table.size(), 0), u' ')
+         << QString(std::max<qsizetype>(numberWidth - rows.size(), 0), u' ') << isolated(rows)
+         << '\n';
 }
 
 } // namespace storetools

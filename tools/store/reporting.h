@@ -5,6 +5,10 @@
 #include <QStringList>
 #include <QTextStream>
 
+namespace runtime {
+class RunTimeError;
+}
+
 /// Options and messages that several commands have in common.
 namespace storetools {
 
@@ -13,8 +17,17 @@ bool isForced(const Call& call);
 
 void print(QTextStream& stream, const QStringList& lines);
 
-/// Prints why a store is not sound, and that nothing was changed. Returns Failure.
-ExitStatus notSound(const QStringList& findings, QTextStream& err);
+/// Prints a message behind the name of the program.
+void tell(QTextStream& stream, const QString& message);
+/// Prints what the user should do next.
+void tellNextStep(QTextStream& stream, const QString& nextStep);
+
+/// Prints what failed and what to do next. Returns Failure.
+ExitStatus fail(QTextStream& err, const QString& message, const QString& nextStep);
+ExitStatus fail(QTextStream& err, const runtime::RunTimeError& error);
+
+/// Prints why a store is not sound, that nothing was changed, and what to do next. Returns Failure.
+ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& nextStep);
 
 /// Checks that no station is connected to the place that a command is about to replace or fill.
 /// Otherwise names the stations and returns false, unless the call forces the command.
@@ -29,6 +42,7 @@ public:
     void add(const QString& table, qint64 rows) { line(table, QString::number(rows)); }
 
 private:
+    /// Prints two cells. The columns keep their order in a Hebrew text.
     void line(const QString& table, const QString& rows);
 
     QTextStream& out_;

@@ -3,7 +3,9 @@
 #include "platform/dao/database.h"
 #include "platform/dao/examination.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/advice.h"
 #include "tools/store/number_range.h"
+#include "tools/store/shared_texts.h"
 
 #include <QMap>
 
@@ -31,7 +33,7 @@ public:
     {
         ++row_;
         for (const int ordinal : row.unreadable)
-            add(row, u"%1 cannot be read"_s.arg(found_.fields[std::size_t(ordinal)].name));
+            add(row, say(cannotBeRead, found_.fields[std::size_t(ordinal)].name));
         for (const dao::FieldInfo& field : expected_.fields) {
             if (field.type == dao::dbText)
                 checkLength(row, field);
@@ -46,9 +48,9 @@ public:
         QStringList all = findings_;
         for (auto each = keys_.cbegin(); each != keys_.cend(); ++each) {
             if (each.value() > 1)
-                all.append(u"%1: %2 %3 stands in %4 rows"_s.arg(expected_.name, keyField_)
-                               .arg(each.key())
-                               .arg(each.value()));
+                all.append(
+                    say({u"%1: %2 %3 stands in %4 rows", u"בטבלה %1 המספר %2 %3 נמצא ב-%4 רשומות"},
+                        expected_.name, keyField_, each.key(), each.value()));
         }
         return all;
     }
@@ -61,9 +63,8 @@ private:
     void add(const dao::ExaminedRow& row, const QString& finding)
     {
         const QVariant key = keyOrdinal_ < 0 ? QVariant() : row.values[std::size_t(keyOrdinal_)];
-        const QString place =
-            key.isValid() ? keyField_ + u' ' + key.toString() : u"row %1"_s.arg(row_);
-        findings_.append(expected_.name + u", "_s + place + u": "_s + finding);
+        const QString name = key.isValid() ? keyField_ + u' ' + key.toString() : QString();
+        findings_.append(ofRow(expected_.name, name, row_, finding));
     }
 
     void checkLength(const dao::ExaminedRow& row, const dao::FieldInfo& field)
@@ -73,23 +74,20 @@ private:
             return;
         const qsizetype length = row.values[std::size_t(ordinal)].toString().size();
         if (length > field.size)
-            add(row,
-                u"%1 has %2 characters and takes %3"_s.arg(field.name).arg(length).arg(field.size));
+            add(row, say(textIsTooLong, field.name, length, field.size));
     }
 
     void checkKey(const dao::ExaminedRow& row, const QVariant& value)
     {
         if (!value.isValid()) {
             if (row.unreadable.empty() || row.unreadable.front() != keyOrdinal_)
-                add(row, u"has no %1"_s.arg(keyField_));
+                add(row, say(hasNoKey, keyField_));
             return;
         }
         const int key = value.toInt();
         ++keys_[key];
         if (limited_ && (key < lowestNumber || key > highestNumber))
-            add(row, u"%1 has to lie between %2 and %3"_s.arg(keyField_)
-                         .arg(lowestNumber)
-                         .arg(highestNumber));
+            add(row, say(hasToLieBetween, keyField_, lowestNumber, highestNumber));
     }
 
     const store::TableSchema& expected_;
@@ -126,11 +124,12 @@ public:
     {
         QStringList all;
         if (without_ > 0)
-            all.append(u"Cuts: %1 lines have no order number"_s.arg(without_));
+            all.append(say({u"Cuts: %1 lines have no order number", u"שורות בלי מספר הזמנה: %1"},
+                           without_));
         for (auto each = lost_.cbegin(); each != lost_.cend(); ++each)
-            all.append(
-                u"Cuts: %1 lines belong to order %2, which does not exist"_s.arg(each.value())
-                    .arg(each.key()));
+            all.append(say({u"Cuts: %1 lines belong to order %2, which does not exist",
+                            u"שורות של הזמנה %2, שאינה קיימת: %1"},
+                           each.value(), each.key()));
         return all;
     }
 
@@ -149,7 +148,9 @@ QStringList readThrough(dao::Database& database, const QString& table,
         dao::examineRows(database, table, visitor);
         return {};
     } catch (const runtime::RunTimeError& error) {
-        return {u"%1: cannot be read to its end: %2"_s.arg(table, error.description())};
+        return {
+            say({u"%1: cannot be read to its end: %2", u"אי אפשר לקרוא את הטבלה %1 עד סופה: %2"},
+                table, Phrase{happened(error)})};
     }
 }
 

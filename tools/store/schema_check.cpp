@@ -1,6 +1,7 @@
 #include "tools/store/schema_check.h"
 
 #include "store/line_columns.h"
+#include "tools/store/shared_texts.h"
 
 #include <algorithm>
 
@@ -41,19 +42,18 @@ QStringList checkFields(const store::TableSchema& expected, const store::TableSc
         const dao::FieldInfo& wanted = expected.fields[i];
         const int ordinal = found.ordinalOf(wanted.name);
         if (ordinal < 0) {
-            findings.append(u"%1.%2: the field is missing"_s.arg(expected.name, wanted.name));
+            findings.append(say(fieldIsMissing, fieldOf(expected.name, wanted.name)));
             continue;
         }
         const QString type = typeName(found.fields[static_cast<std::size_t>(ordinal)]);
         if (type != typeName(wanted))
-            findings.append(u"%1.%2: is %3 and should be %4"_s.arg(expected.name, wanted.name, type,
-                                                                   typeName(wanted)));
+            findings.append(say({u"%1: is %2 and should be %3", u"השדה %1 הוא %2 וצריך להיות %3"},
+                                fieldOf(expected.name, wanted.name), type, typeName(wanted)));
         const int place = static_cast<int>(i);
         if (ordinal != place && isFixed(expected, place))
-            findings.append(u"%1.%2: stands at ordinal %3 and should stand at %4"_s
-                                .arg(expected.name, wanted.name)
-                                .arg(ordinal)
-                                .arg(place));
+            findings.append(say({u"%1: stands at ordinal %2 and should stand at %3",
+                                 u"השדה %1 נמצא במקום %2 וצריך להיות במקום %3"},
+                                fieldOf(expected.name, wanted.name), ordinal, place));
     }
     return findings;
 }
@@ -71,14 +71,15 @@ QStringList checkIndexes(const store::TableSchema& expected, const store::TableS
     const QStringList& first = expected.indexes.front().fields;
     if (found.indexes.empty() || !isOn(found.indexes.front(), first))
         findings.append(
-            u"%1: the first index is not on %2"_s.arg(expected.name, first.join(u", "_s)));
+            say({u"%1: the first index is not on %2", u"בטבלה %1 האינדקס הראשון אינו לפי %2"},
+                expected.name, first.join(u", "_s)));
     for (std::size_t i = 1; i < expected.indexes.size(); ++i) {
         const QStringList& wanted = expected.indexes[i].fields;
         const bool exists = std::ranges::any_of(
             found.indexes, [&](const dao::IndexInfo& index) { return isOn(index, wanted); });
         if (!exists)
-            findings.append(
-                u"%1: there is no index on %2"_s.arg(expected.name, wanted.join(u", "_s)));
+            findings.append(say({u"%1: there is no index on %2", u"בטבלה %1 אין אינדקס לפי %2"},
+                                expected.name, wanted.join(u", "_s)));
     }
     return findings;
 }
@@ -95,14 +96,16 @@ QStringList foreignFields(const store::TableSchema& expected, const store::Table
     for (const dao::FieldInfo& field : found.fields) {
         const int ordinal = expected.ordinalOf(field.name);
         if (ordinal < 0) {
-            findings.append(u"%1.%2: is no field of the store"_s.arg(expected.name, field.name));
+            findings.append(say({u"%1: is no field of the store", u"השדה %1 אינו של התוכנית"},
+                                fieldOf(expected.name, field.name)));
             continue;
         }
         const dao::FieldInfo& wanted = expected.fields[static_cast<std::size_t>(ordinal)];
         const bool mayBeRequired = wanted.counter || wanted.type == dao::dbBoolean ||
                                    contains(expected.indexes.front().fields, wanted.name);
         if (field.required && !mayBeRequired)
-            findings.append(u"%1.%2: does not take Null"_s.arg(expected.name, wanted.name));
+            findings.append(say({u"%1: does not take Null", u"השדה %1 אינו יכול להיות ריק"},
+                                fieldOf(expected.name, wanted.name)));
     }
     return findings;
 }
@@ -110,8 +113,9 @@ QStringList foreignFields(const store::TableSchema& expected, const store::Table
 QString uniqueness(const dao::IndexInfo& index)
 {
     if (index.primary)
-        return u"the primary key"_s;
-    return index.unique ? u"a unique index"_s : u"an index that is not unique"_s;
+        return say({u"the primary key", u"המפתח הראשי"});
+    return index.unique ? say({u"a unique index", u"אינדקס בלי כפילויות"})
+                        : say({u"an index that is not unique", u"אינדקס שמרשה כפילויות"});
 }
 
 /// Returns the findings about indexes that the program does not make, or makes otherwise.
@@ -122,11 +126,14 @@ QStringList foreignIndexes(const store::TableSchema& expected, const store::Tabl
         const auto wanted = std::ranges::find_if(
             expected.indexes, [&](const dao::IndexInfo& each) { return isOn(index, each.fields); });
         if (wanted == expected.indexes.end())
-            findings.append(
-                u"%1: the index '%2' is not the program's"_s.arg(expected.name, index.name));
+            findings.append(say({u"%1: the index '%2' is not the program's",
+                                 u"בטבלה %1 האינדקס '%2' אינו של התוכנית"},
+                                expected.name, index.name));
         else if (index.unique != wanted->unique || index.primary != wanted->primary)
-            findings.append(u"%1: the index '%2' on %3 has to be %4"_s.arg(
-                expected.name, index.name, wanted->fields.join(u", "_s), uniqueness(*wanted)));
+            findings.append(say({u"%1: the index '%2' on %3 has to be %4",
+                                 u"בטבלה %1 האינדקס '%2' לפי %3 צריך להיות %4"},
+                                expected.name, index.name, wanted->fields.join(u", "_s),
+                                Phrase{uniqueness(*wanted)}));
     }
     return findings;
 }
@@ -151,7 +158,8 @@ QStringList checkForeignParts(const Layout& layout)
         if (expected == nullptr && found.name.startsWith("zomrel_"_L1))
             continue;
         if (expected == nullptr || expected->name != found.name)
-            findings.append(found.name + ": is no table of the store"_L1);
+            findings.append(
+                say({u"%1: is no table of the store", u"הטבלה %1 אינה של התוכנית"}, found.name));
         else
             findings += foreignFields(*expected, found) + foreignIndexes(*expected, found);
     }
@@ -165,7 +173,7 @@ QStringList checkSchema(const Layout& layout)
         if (const store::TableSchema* found = tableIn(layout, expected.name))
             findings += checkFields(expected, *found) + checkIndexes(expected, *found);
         else
-            findings.append(u"%1: the table is missing"_s.arg(expected.name));
+            findings.append(say(tableIsMissing, expected.name));
     }
     for (const store::TableSchema& expected : store::ownTables()) {
         if (const store::TableSchema* found = tableIn(layout, expected.name))

@@ -3,7 +3,10 @@
 #include "platform/dao/database.h"
 #include "platform/dao/server_reports.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/engine_words.h"
 #include "tools/store/place.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -16,7 +19,7 @@ QStringList asLines(const QStringList& texts)
 {
     QStringList lines;
     for (const QString& each : texts)
-        lines.append(u"server: "_s + each);
+        lines.append(ofWhole(true, ofEngine(each)));
     return lines;
 }
 
@@ -38,9 +41,14 @@ void requireDurable(dao::Database& database)
 {
     const QStringList hazards = dao::durabilityOf(database).hazards;
     if (!hazards.isEmpty())
-        throw RunTimeError(runtime::InvalidOperation,
-                           u"The server of %1 is not safe for a store: %2. The option --force uses "
-                           "it nevertheless."_s.arg(database.place(), hazards.join(u"; "_s)));
+        throw ToldError(
+            runtime::InvalidOperation,
+            say({u"The server of %1 is not safe for a store: %2. The option --force uses it "
+                 "nevertheless.",
+                 u"השרת של %1 אינו בטוח לנתונים: %2. האפשרות {--force} משתמשת בו בכל זאת."},
+                Phrase{placeInWords(database.place())}, Phrase{ofEngine(hazards).join(u"; "_s)}),
+            say({u"Ask the administrator to mend the server's settings.",
+                 u"בקש ממנהל השרת לתקן את ההגדרות שלו."}));
 }
 
 } // namespace storetools

@@ -90,7 +90,9 @@ QStringList stationRoles(const QString& text)
     QStringList names = text.split(u',');
     for (const QString& each : std::as_const(names)) {
         if (!name.match(each).hasMatch() || each.startsWith("pg_"_L1) || reserved.contains(each))
-            throw WrongCall(u"'%1' cannot be the name of a station's role"_s.arg(each));
+            throw WrongCall(say({u"'%1' cannot be the name of a station's role",
+                                 u"'%1' לא יכול להיות שם המשתמש של עמדה"},
+                                each));
     }
     return names;
 }

@@ -1,15 +1,15 @@
 #include "tools/store/store_copy.h"
 
 #include "platform/dao/database.h"
-#include "platform/runtime/run_time_error.h"
 #include "tools/store/checker.h"
 #include "tools/store/layout.h"
 #include "tools/store/schema_check.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -48,7 +48,9 @@ void StillStore::examine()
         if (known != nullptr && known->name == each.name)
             tables_.append(each.name);
         else
-            notes_.append(each.name + u": not a table of the store, not copied"_s);
+            notes_.append(say({u"%1: not a table of the store, not copied",
+                               u"הטבלה %1 אינה של התוכנית ולא הועתקה"},
+                              each.name));
     }
     // copyTo writes the table that identifies the store.
     tables_ += own;
@@ -65,7 +67,7 @@ StoreContents StillStore::copyTo(dao::Database& target, Identity identity,
 {
     StoreContents written;
     for (const QString& each : tables_)
-        written[each] = dao::copyTable(*database_, each, target, rowsOf(each, progress));
+        written[each] = dao::copyTable(*database_, each, target, rowsOf(isolated(each), progress));
     if (identity == Identity::New)
         dao::makeStoreMark(target);
     else
@@ -87,17 +89,19 @@ QStringList storeTablesIn(dao::Database& database)
 void requireNoStore(dao::Database& database)
 {
     if (!storeTablesIn(database).isEmpty())
-        throw RunTimeError(runtime::DatabaseExists,
-                           u"There is a store already in %1."_s.arg(database.place()));
+        throw ToldError(runtime::DatabaseExists,
+                        say({u"There is a store already in %1.", u"כבר יש נתונים של זומרל: %1."},
+                            Phrase{placeInWords(database.place())}),
+                        say({u"Choose another database, or restore into this one with zomrel-store "
+                             "restore.",
+                             u"בחר מסד אחר, או שחזר אל המסד הזה בפקודה {zomrel-store restore}."}));
 }
 
 void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress)
 {
     for (const auto& [table, contents] : written) {
-        if (dao::readTable(database, table, rowsOf(u"reading back "_s + table, progress)) !=
-            contents)
-            throw RunTimeError(runtime::InternalError,
-                               u"%1 does not read back as it was written."_s.arg(table));
+        if (dao::readTable(database, table, rowsOf(say(readingBack, table), progress)) != contents)
+            throw ToldError(runtime::InternalError, say(differsWhenRead, table), say(checkTheDisk));
     }
 }
 

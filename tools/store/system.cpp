@@ -1,5 +1,7 @@
 #include "tools/store/system.h"
 
+#include "tools/store/reporting.h"
+
 // Functions that need system calls. On Windows the resources of the process are not limited, and
 // closed standard streams stay closed.
 #include <QtGlobal>
@@ -67,9 +69,9 @@ int takeStandardOutput()
     return output;
 }
 
-bool errorsGoToATerminal()
+bool isTerminal(FILE* stream)
 {
-    return isatty(STDERR_FILENO) != 0;
+    return isatty(fileno(stream)) != 0;
 }
 
 void useUtf8Console() {}
@@ -85,9 +87,9 @@ int takeStandardOutput()
     return fileno(stdout);
 }
 
-bool errorsGoToATerminal()
+bool isTerminal(FILE* stream)
 {
-    return _isatty(_fileno(stderr)) != 0;
+    return _isatty(_fileno(stream)) != 0;
 }
 
 void useUtf8Console()
@@ -100,6 +102,11 @@ void useUtf8Console()
 
 #endif
 
+bool errorsGoToATerminal()
+{
+    return isTerminal(stderr);
+}
+
 bool finishOutput(QTextStream& out, QTextStream& err)
 {
     errno = 0;
@@ -108,10 +115,16 @@ bool finishOutput(QTextStream& out, QTextStream& err)
     const bool isWritten =
         std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && out.status() == QTextStream::Ok;
     if (!isWritten) {
-        err << "zomrel-store: could not write the output";
-        if (error != 0)
-            err << ": " << std::generic_category().message(error).c_str();
-        err << '\n';
+        const Text text{u"could not write the output", u"אי אפשר לכתוב את הפלט"};
+        const Text textWithReason{u"could not write the output: %1", u"אי אפשר לכתוב את הפלט: %1"};
+        fail(
+            err,
+            error == 0 ? say(text)
+                       : say(textWithReason,
+                             QString::fromLocal8Bit(std::generic_category().message(error))),
+            say({u"The command has ended, and what it did is kept. Free some space on the disk, or "
+                 "choose another place for the output.",
+                 u"הפקודה הסתיימה, ומה שעשתה נשמר. פנה מקום בדיסק, או בחר מקום אחר לפלט."}));
     }
     err.flush();
     return isWritten && std::ferror(stderr) == 0;

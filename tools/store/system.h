@@ -2,6 +2,8 @@
 
 #include <QTextStream>
 
+#include <cstdio>
+
 namespace storetools {
 
 /// Limits this process to 1 GiB of memory and to `cpuSeconds` of CPU time, forbids it to write
@@ -24,6 +26,7 @@ bool finishOutput(QTextStream& out, QTextStream& err);
 /// descriptor, or -1 on failure.
 int takeStandardOutput();
 
+bool isTerminal(FILE* stream);
 /// Returns true if the error stream is a terminal.
 bool errorsGoToATerminal();
 

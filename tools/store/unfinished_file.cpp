@@ -1,7 +1,8 @@
 #include "tools/store/unfinished_file.h"
 
-#include "platform/runtime/run_time_error.h"
 #include "tools/store/random_name.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -17,7 +18,7 @@ namespace {
 {
     const int number = file.error() == QFileDevice::ResourceError ? runtime::DiskFull
                                                                   : runtime::DiskOrNetworkError;
-    throw RunTimeError(number, u"Could not write '%1': %2"_s.arg(path, file.errorString()));
+    throw ToldError(number, say(couldNotWrite, path, file.errorString()));
 }
 
 } // namespace
@@ -70,8 +71,8 @@ void UnfinishedFile::fill(const QString& sourcePath)
 {
     QFile source(sourcePath);
     if (!source.open(QIODevice::ReadOnly))
-        throw RunTimeError(runtime::PermissionDenied,
-                           u"Could not read '%1': %2"_s.arg(sourcePath, source.errorString()));
+        throw ToldError(runtime::PermissionDenied,
+                        say(couldNotRead, sourcePath, source.errorString()));
     fill(source);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/dao/examination.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/number_range.h"
+#include "tools/store/shared_texts.h"
 
 #include <QMap>
 #include <QMetaType>
@@ -52,7 +53,8 @@ public:
     {
         ++row_;
         for (const int ordinal : row.mistyped)
-            add(row, nameOf(ordinal) + " is stored with another type"_L1);
+            add(row,
+                say({u"%1 is stored with another type", u"%1 שמור מסוג אחר"}, nameOf(ordinal)));
         QStringList empty;
         for (const dao::FieldInfo& field : expected_.fields) {
             const int ordinal = found_.ordinalOf(field.name);
@@ -74,29 +76,28 @@ private:
     void add(const dao::ExaminedRow& row, const QString& finding)
     {
         const QVariant key = key_ < 0 ? QVariant() : row.values[std::size_t(key_)];
-        const QString place =
-            key.isValid() ? nameOf(key_) + u' ' + key.toString() : u"row %1"_s.arg(row_);
-        findings_.append(expected_.name + u", "_s + place + u": "_s + finding);
+        const QString name = key.isValid() ? nameOf(key_) + u' ' + key.toString() : QString();
+        findings_.append(ofRow(expected_.name, name, row_, finding));
     }
 
     void addEmpty(const dao::ExaminedRow& row, const QStringList& fields)
     {
         constexpr qsizetype mostNamed = 3;
-        QString names = fields.first(std::min(mostNamed, fields.size())).join(u", "_s);
-        if (fields.size() > mostNamed)
-            names += u" and %1 more"_s.arg(fields.size() - mostNamed);
-        add(row, u"nothing is stored in "_s + names);
+        const QString names = fields.first(std::min(mostNamed, fields.size())).join(u", "_s);
+        const qsizetype others = fields.size() - mostNamed;
+        add(row, others > 0 ? say({u"nothing is stored in %1 and %2 more",
+                                   u"לא שמור דבר ב-%1 ובעוד %2 שדות"},
+                                  names, others)
+                            : say({u"nothing is stored in %1", u"לא שמור דבר ב-%1"}, names));
     }
 
     void checkValue(const dao::ExaminedRow& row, const dao::FieldInfo& field, const QVariant& value)
     {
         if (field.type == dao::dbDate && value.typeId() == QMetaType::QDateTime)
-            add(row, field.name + " has a time of day"_L1);
+            add(row, say({u"%1 has a time of day", u"ב-%1 שמורה גם שעה"}, field.name));
         const std::optional<int> lowest = lowestOf(expected_.name, field.name);
         if (lowest && (value.toInt() < *lowest || value.toInt() > highestNumber))
-            add(row, u"%1 has to lie between %2 and %3"_s.arg(field.name)
-                         .arg(*lowest)
-                         .arg(highestNumber));
+            add(row, say(hasToLieBetween, field.name, *lowest, highestNumber));
     }
 
     const store::TableSchema& expected_;
@@ -131,9 +132,9 @@ public:
         QStringList all;
         for (auto each = lines_.cbegin(); each != lines_.cend(); ++each) {
             if (each.value() > 1)
-                all.append(u"Cuts: %1 lines of order %2 have the number %3"_s.arg(each.value())
-                               .arg(each.key().first)
-                               .arg(each.key().second));
+                all.append(say({u"Cuts: %1 lines of order %2 have the number %3",
+                                u"בהזמנה %2 יש %1 שורות עם המספר %3"},
+                               each.value(), each.key().first, each.key().second));
         }
         return all;
     }

@@ -68,6 +68,7 @@ protected:
     void startMove(QProcess& process, const QString& from, const QString& to)
     {
         proxy_.stallAfterBytes(bytesIntoTheLines);
+        process.setProcessEnvironment(storetooltest::environmentIn(u"C.UTF-8"_s));
         process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), {u"move"_s, u"--force"_s, from, to});
         ASSERT_TRUE(process.waitForStarted());
         while (!proxy_.isStalled())
@@ -127,7 +128,7 @@ TEST_F(MoveFailuresTest, LostServerIsReportedAndLeavesTheDatabaseUnchanged)
     ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 1);
-    const QStringList said = storetooltest::lines(process.readAllStandardError());
+    const QStringList said = storetooltest::outcomeOf(process).err;
     EXPECT_EQ(said.size(), 1);
     EXPECT_TRUE(said.value(0).startsWith(
         u"zomrel-store: The connection to %1 was lost: "_s.arg(heldUp(u"empty"_s).place())))
@@ -145,7 +146,7 @@ TEST_F(MoveFailuresTest, LostServerLeavesNoFile)
     proxy_.resume();
     ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 1);
-    EXPECT_EQ(storetooltest::lines(process.readAllStandardError()).size(), 1);
+    EXPECT_EQ(storetooltest::outcomeOf(process).err.size(), 1);
     EXPECT_TRUE(files().isEmpty()) << asText(files());
     server_.start();
     EXPECT_EQ(ServerSql(link(u"there"_s)).scalar(u"SELECT count(*) FROM \"Cuts\""_s), manyLines);

@@ -15,7 +15,8 @@ struct Outcome
 {
     int exitStatus = -1;
     QStringList out;
-    QStringList err;
+    QStringList err;         ///< The error stream without the lines that say what to do.
+    QStringList advice = {}; ///< The lines of the error stream that say what to do.
 };
 
 inline QStringList lines(const QByteArray& output)
@@ -31,12 +32,25 @@ inline bool hasEnded(QProcess& process)
     return process.state() == QProcess::NotRunning || process.waitForFinished(programPatience);
 }
 
+/// Returns the outcome of a process that has ended.
+inline Outcome outcomeOf(QProcess& process)
+{
+    Outcome outcome{process.exitCode(), lines(process.readAllStandardOutput()), {}};
+    for (const QString& line : lines(process.readAllStandardError())) {
+        const bool isAdvice = line.startsWith(u"zomrel-store: what to do: "_s) ||
+                              line.startsWith(u"zomrel-store: מה עושים: "_s);
+        (isAdvice ? outcome.advice : outcome.err).append(line);
+    }
+    return outcome;
+}
+
 /// Returns the environment of this process with the language of the locale.
 inline QProcessEnvironment environmentIn(const QString& locale)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"LC_ALL"_s, locale);
-    environment.remove(u"LANGUAGE"_s);
+    for (const QString& each : {u"LANGUAGE"_s, u"LC_MESSAGES"_s, u"LANG"_s})
+        environment.remove(each);
     return environment;
 }
 
@@ -51,8 +65,7 @@ inline Outcome zomrelStoreIn(const QString& locale, const QStringList& arguments
     if (!process.waitForFinished(programPatience))
         ADD_FAILURE() << qPrintable(process.errorString());
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    return {process.exitCode(), lines(process.readAllStandardOutput()),
-            lines(process.readAllStandardError())};
+    return outcomeOf(process);
 }
 
 /// Runs zomrel-store as a separate process. Its messages are English on every machine.

@@ -157,13 +157,15 @@ TEST(ProgramTest, OutputThatCannotBeWritten_isAFailure)
     };
     for (const QStringList& command : commands) {
         QProcess process;
+        process.setProcessEnvironment(storetooltest::environmentIn(u"C.UTF-8"_s));
         process.setStandardOutputFile(u"/dev/full"_s);
         process.start(QStringLiteral(ZOMREL_STORE_PROGRAM), command);
         ASSERT_TRUE(storetooltest::hasEnded(process));
         EXPECT_EQ(process.exitCode(), 1) << command.first().toStdString();
-        EXPECT_EQ(storetooltest::lines(process.readAllStandardError()),
-                  QStringList{u"zomrel-store: could not write the output: "
-                              "No space left on device"_s});
+        const Outcome outcome = storetooltest::outcomeOf(process);
+        EXPECT_EQ(outcome.advice.size(), 1) << command.first().toStdString();
+        EXPECT_EQ(outcome.err, QStringList{u"zomrel-store: could not write the output: "
+                                           "No space left on device"_s});
     }
 }
 
@@ -176,6 +178,6 @@ TEST(ProgramTest, ClosedOutput_isAFailureAndHarmsNoFile)
                                  QStringLiteral(ZOMREL_STORE_PROGRAM), store.path(), copy});
     ASSERT_TRUE(storetooltest::hasEnded(process));
     EXPECT_EQ(process.exitCode(), 1);
-    EXPECT_EQ(storetooltest::lines(process.readAllStandardError()).size(), 1);
+    EXPECT_EQ(storetooltest::outcomeOf(process).err.size(), 1);
     EXPECT_EQ(contentsOf(copy), contentsOf(store.path()));
 }

@@ -73,6 +73,22 @@ TEST_F(StationsTest, RestoreIsRefusedWhileAStationIsConnected)
     EXPECT_EQ(ordersNow(), 2);
 }
 
+TEST_F(StationsTest, UserWithHebrewIsToldInHebrewThatAStationIsConnected)
+{
+    const Outcome outcome =
+        storetooltest::zomrelStoreIn(u"he_IL.UTF-8"_s, {u"restore"_s, backup_, store_.path()});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    ASSERT_EQ(outcome.err.size(), 2) << outcome.err.join(u'\n').toStdString();
+    if (!testsupport::isOnServer()) {
+        EXPECT_EQ(outcome.err[0], u"מחובר: תהליך %1 (%2) במחשב הזה"_s.arg(
+                                      QString::number(QCoreApplication::applicationPid()),
+                                      QCoreApplication::applicationName().left(15)));
+    }
+    EXPECT_TRUE(outcome.err[0].startsWith(u"מחובר: "_s)) << outcome.err[0].toStdString();
+    EXPECT_EQ(outcome.err[1], u"zomrel-store: צא קודם מזומרל בכל העמדות, או הוסף --force; לא "
+                              "השתנה דבר"_s);
+}
+
 TEST_F(StationsTest, RestoreGoesOnAfterTheStationHasLeft)
 {
     station_.reset();

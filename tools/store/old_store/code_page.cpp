@@ -1,6 +1,7 @@
 #include "tools/store/old_store/code_page.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <iconv.h>
 
@@ -78,9 +79,10 @@ CodePage::CodePage(const QString& name) : name_(name)
         singleBytes = result != Converter::Result::Incomplete;
     }
     if (!singleBytes)
-        throw RunTimeError(
-            runtime::InvalidProcedureCall,
-            u"There is no code page '%1' with a byte for each character."_s.arg(name));
+        throw ToldError(runtime::InvalidProcedureCall,
+                        say({u"There is no code page '%1' with a byte for each character.",
+                             u"אין דף קוד '%1' עם בית אחד לכל תו."},
+                            name));
 }
 
 QString CodePage::decoded(const QByteArray& bytes) const
@@ -89,9 +91,10 @@ QString CodePage::decoded(const QByteArray& bytes) const
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         const auto byte = static_cast<unsigned char>(bytes[i]);
         if (characters_[byte] == unknown)
-            throw RunTimeError(
-                runtime::DataTypeConversion,
-                u"byte %1 at %2 is no character of code page %3"_s.arg(byte).arg(i + 1).arg(name_));
+            throw ToldError(runtime::DataTypeConversion,
+                            say({u"byte %1 at %2 is no character of code page %3",
+                                 u"הבית %1 במקום %2 אינו תו בדף הקוד %3"},
+                                byte, i + 1, name_));
         text[i] = QChar(characters_[byte]);
     }
     return text;

@@ -1,6 +1,7 @@
 #include "tools/store/old_store/frames.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <QDataStream>
 #include <QIODevice>
@@ -47,7 +48,8 @@ QByteArray bytesOf(const std::vector<OldColumn>& columns)
 void requireSense(bool condition)
 {
     if (!condition)
-        throw RunTimeError(runtime::CorruptDatabase, u"the data read from it is not valid"_s);
+        throw ToldError(runtime::CorruptDatabase, say({u"the data read from it is not valid",
+                                                       u"הנתונים שנקראו ממנו אינם תקינים"}));
 }
 
 void requireEndOf(const QDataStream& stream)

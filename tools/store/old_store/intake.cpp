@@ -1,10 +1,11 @@
 #include "tools/store/old_store/intake.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/old_store/old_texts.h"
 #include "tools/store/old_store/old_value.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 using namespace Qt::StringLiterals;
-using runtime::RunTimeError;
 
 namespace storetools {
 
@@ -27,15 +28,19 @@ Intake::Intake(RowSink& sink, const TakeOverOptions& options, TakeOverProgress p
 void Intake::foreignTable(const QString& name, bool linked)
 {
     const QString shown = decodedName(name, format_, options_.codePage);
-    reports_.notes.add(shown + (linked ? u": is a link to another file, not imported"_s
-                                       : u": not a table of the store, not imported"_s));
+    reports_.notes.add(linked ? say({u"%1: is a link to another file, not imported",
+                                     u"הטבלה %1 היא קישור לקובץ אחר ולא יובאה"},
+                                    shown)
+                              : say({u"%1: not a table of the store, not imported",
+                                     u"הטבלה %1 אינה של התוכנית ולא יובאה"},
+                                    shown));
 }
 
 void Intake::table(const OldTable& table)
 {
     schema_ = store::tableSchema(table.name);
     if (schema_ == nullptr || !added_.try_emplace(schema_->name).second)
-        throw RunTimeError(runtime::CorruptDatabase, u"its list of tables cannot be read"_s);
+        throw ToldError(runtime::CorruptDatabase, say(tablesCannotBeRead));
     table_ = std::make_unique<TableIntake>(*schema_, table, format_, options_, reports_);
     lastKey_.clear();
 }
@@ -55,7 +60,7 @@ void Intake::add(const NewRow& row)
     const bool doubled = lastKey_ == row[key];
     lastKey_ = row[key];
     if (doubled)
-        reports_.findings.add(table_->found(u"occurs in several rows"_s));
+        reports_.findings.add(table_->found(say({u"occurs in several rows", u"נמצא בכמה רשומות"})));
     if (!reports_.findings.isEmpty())
         return;
     sink_.add(*schema_, row);
@@ -75,11 +80,12 @@ void Intake::end()
     for (const store::TableSchema& table : store::schema()) {
         if (added_.contains(table.name))
             continue;
-        const QString missing = table.name + u": the table is missing"_s;
         if (mayBeMissing(table.name))
-            reports_.notes.add(missing + u"; it stays empty"_s);
+            reports_.notes.add(
+                say({u"%1: the table is missing; it stays empty", u"הטבלה %1 חסרה; היא נשארת ריקה"},
+                    table.name));
         else
-            reports_.findings.add(missing);
+            reports_.findings.add(say(tableIsMissing, table.name));
     }
 }
 

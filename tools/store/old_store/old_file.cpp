@@ -2,6 +2,7 @@
 
 #include "store/schema.h"
 #include "tools/store/old_store/old_pages.h"
+#include "tools/store/old_store/old_texts.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +14,9 @@ using namespace Qt::StringLiterals;
 namespace storetools {
 
 namespace {
+
+constexpr Text unreadableRow{u"a row of %1 cannot be read", u"אי אפשר לקרוא רשומה של %1"};
+constexpr Text unreadableText{u"a text of %1 cannot be read", u"אי אפשר לקרוא טקסט של %1"};
 
 constexpr int deletedRow = 0x8000;
 constexpr int movedRow = 0x4000;
@@ -54,7 +58,7 @@ public:
     void spend(qsizetype bytes)
     {
         left_ -= bytes;
-        require(left_ >= 0, u"its values are longer than the file"_s);
+        require(left_ >= 0, {u"its values are longer than the file", u"הערכים בו ארוכים מהקובץ"});
     }
 
 private:
@@ -74,7 +78,7 @@ public:
     {
         require(table_ != nullptr && mdb_read_columns(table_.get()) != nullptr &&
                     table_->num_cols <= MDB_MAX_COLS,
-                u"the description of %1 cannot be read"_s.arg(schema_.name));
+                descriptionCannotBeRead, schema_.name);
         columns_ = itemsOf<MdbColumn>(table_->columns);
     }
 
@@ -86,10 +90,10 @@ public:
             page = next;
             findRows(page);
         }
-        require(rows_.size() >= table_->num_rows,
-                u"%1 has %2 rows and only %3 can be found"_s.arg(schema_.name)
-                    .arg(table_->num_rows)
-                    .arg(rows_.size()));
+        require(
+            rows_.size() >= table_->num_rows,
+            {u"%1 has %2 rows and only %3 can be found", u"בטבלה %1 יש %2 רשומות, ונמצאו רק %3"},
+            schema_.name, table_->num_rows, rows_.size());
         std::ranges::stable_sort(rows_, {}, &FoundRow::key);
         for (const FoundRow& row : rows_) {
             pages_.read(row.page);
@@ -121,8 +125,10 @@ private:
     {
         const gint32 next = mdb_map_find_next(&pages_.file(), table_->usage_map,
                                               static_cast<unsigned>(table_->map_sz), page);
-        require(next == 0 || next > static_cast<gint32>(page),
-                u"the list of the pages of %1 cannot be read"_s.arg(schema_.name));
+        require(
+            next == 0 || next > static_cast<gint32>(page),
+            {u"the list of the pages of %1 cannot be read", u"אי אפשר לקרוא את רשימת הדפים של %1"},
+            schema_.name);
         return static_cast<quint32>(next);
     }
 
@@ -135,7 +141,8 @@ private:
         for (int row = 0; row < count; ++row) {
             const std::optional<PlaceInPage> place = placeOf(row);
             require(place.has_value(),
-                    u"row %1 of page %2 is outside of its page"_s.arg(row).arg(page));
+                    {u"row %1 of page %2 is outside of its page", u"רשומה %1 בדף %2 חורגת מהדף"},
+                    row, page);
             if ((place->flags & deletedRow) != 0)
                 continue;
             if ((place->flags & movedRow) == 0) {
@@ -189,11 +196,11 @@ private:
         std::vector<MdbField> fields(columns_.size());
         require(place.length > 0 &&
                     mdb_crack_row(table_.get(), place.start, place.length, fields.data()) >= 0,
-                unreadableRow());
+                unreadableRow, schema_.name);
         for (std::size_t i = 0; i < fields.size(); ++i)
             require(columns_[i]->col_type == MDB_BOOL || fields[i].is_null != 0 ||
                         liesIn(place, fields[i]),
-                    unreadableRow());
+                    unreadableRow, schema_.name);
         return fields;
     }
 
@@ -203,8 +210,6 @@ private:
         return field.start >= place.start && field.siz >= 0 &&
                qsizetype{field.start} + field.siz <= end;
     }
-
-    QString unreadableRow() const { return u"a row of %1 cannot be read"_s.arg(schema_.name); }
 
     /// Returns the row's key. Returns 0 for every row if the table has no key or its key is not an
     /// integer.
@@ -255,11 +260,11 @@ private:
     {
         constexpr quint32 inRow = 0x80000000;
         constexpr quint32 inOneRow = 0x40000000;
-        require(head.size() >= MDB_MEMO_OVERHEAD,
-                u"a text of %1 cannot be read"_s.arg(schema_.name));
+        require(head.size() >= MDB_MEMO_OVERHEAD, unreadableText, schema_.name);
         const quint32 flags = wordAt(head, 0);
         const auto length = qsizetype{flags & ~(inRow | inOneRow)};
-        require(length <= longestMemo, u"a text of %1 is too long"_s.arg(schema_.name));
+        require(length <= longestMemo, {u"a text of %1 is too long", u"טקסט של %1 ארוך מדי"},
+                schema_.name);
         if ((flags & inRow) != 0)
             return exactly(head.mid(MDB_MEMO_OVERHEAD), length);
         quint32 place = wordAt(head, sizeof(quint32));
@@ -268,8 +273,7 @@ private:
         QByteArray text;
         while (text.size() < length && place != 0) {
             const QByteArray next = piece(place);
-            require(next.size() > qsizetype{sizeof(quint32)},
-                    u"a text of %1 cannot be read"_s.arg(schema_.name));
+            require(next.size() > qsizetype{sizeof(quint32)}, unreadableText, schema_.name);
             place = wordAt(next, 0);
             text += next.mid(sizeof(quint32));
         }
@@ -285,14 +289,15 @@ private:
             mdb_find_pg_row(&pages_.file(), static_cast<int>(place), &page, &start, &length) == 0;
         require(found && start >= 0 &&
                     qsizetype{start} + static_cast<qsizetype>(length) <= pages_.size(),
-                u"a text of %1 cannot be found"_s.arg(schema_.name));
+                {u"a text of %1 cannot be found", u"טקסט של %1 לא נמצא"}, schema_.name);
         budget_.spend(static_cast<qsizetype>(length));
         return {static_cast<const char*>(page) + start, static_cast<qsizetype>(length)};
     }
 
     QByteArray exactly(const QByteArray& bytes, qsizetype length) const
     {
-        require(bytes.size() >= length, u"a text of %1 is not complete"_s.arg(schema_.name));
+        require(bytes.size() >= length, {u"a text of %1 is not complete", u"טקסט של %1 אינו שלם"},
+                schema_.name);
         return bytes.left(length);
     }
 
@@ -311,14 +316,15 @@ private:
 Handle open(const QString& path)
 {
     Handle handle(mdb_open(QFile::encodeName(path).constData(), MDB_NOFLAGS));
-    require(handle != nullptr, u"its first page cannot be read"_s);
+    require(handle != nullptr,
+            {u"its first page cannot be read", u"אי אפשר לקרוא את הדף הראשון שלו"});
     return handle;
 }
 
 OldFormat formatOf(const MdbHandle& handle)
 {
     require(handle.f->jet_version == MDB_VER_JET3 || handle.f->jet_version == MDB_VER_JET4,
-            u"it has an unknown format"_s);
+            {u"it has an unknown format", u"התבנית שלו אינה מוכרת"});
     return handle.f->jet_version == MDB_VER_JET3 ? OldFormat::Jet3 : OldFormat::Jet4;
 }
 
@@ -329,10 +335,10 @@ void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
     const auto itself = std::ranges::find_if(catalog, [](const MdbCatalogEntry* entry) {
         return objectName(entry->object_name) == u"MSysObjects"_s;
     });
-    require(itself != catalog.end(), u"its list of tables cannot be read"_s);
+    require(itself != catalog.end(), tablesCannotBeRead);
     const TableHandle table(mdb_read_table(*itself));
     require(table != nullptr && catalog.size() >= table->num_rows,
-            u"its list of tables is not complete"_s);
+            {u"its list of tables is not complete", u"רשימת הטבלאות שלו אינה שלמה"});
 }
 
 } // namespace
@@ -341,8 +347,7 @@ void readOldFile(const QString& path, OldStoreVisitor& visitor)
 {
     const Handle handle = open(path);
     visitor.opened(formatOf(*handle));
-    require(mdb_read_catalog(handle.get(), MDB_ANY) != nullptr,
-            u"its list of tables cannot be read"_s);
+    require(mdb_read_catalog(handle.get(), MDB_ANY) != nullptr, tablesCannotBeRead);
     const auto catalog = itemsOf<MdbCatalogEntry>(handle->catalog);
     requireWholeCatalog(catalog);
     ByteBudget budget(QFileInfo(path).size());

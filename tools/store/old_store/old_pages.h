@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <QByteArray>
 #include <QString>
@@ -17,16 +18,12 @@
 namespace storetools {
 
 /// Throws CorruptDatabase (3049).
-[[noreturn]] inline void damaged(const QString& what)
-{
-    throw runtime::RunTimeError(runtime::CorruptDatabase, what);
-}
-
 /// Throws CorruptDatabase (3049) with this description if the condition does not hold.
-inline void require(bool condition, const QString& otherwise)
+template <typename... Each>
+void require(bool condition, const Text& otherwise, const Each&... arguments)
 {
     if (!condition)
-        damaged(otherwise);
+        throw ToldError(runtime::CorruptDatabase, say(otherwise, arguments...));
 }
 
 struct TableFreer
@@ -63,7 +60,7 @@ public:
     void read(quint32 page) const
     {
         require(mdb_read_pg(&file_, page) == size(),
-                QStringLiteral("page %1 cannot be read").arg(page));
+                {u"page %1 cannot be read", u"אי אפשר לקרוא את הדף %1"}, page);
     }
     bool holdsRowsOf(const MdbCatalogEntry& table) const
     {
@@ -74,13 +71,13 @@ public:
     {
         const int rows = qFromLittleEndian<quint16>(&file_.pg_buf[file_.fmt->row_count_offset]);
         require(file_.fmt->row_count_offset + 2 + 2 * rows <= size(),
-                QStringLiteral("a page has too many rows"));
+                {u"a page has too many rows", u"בדף יש יותר מדי רשומות"});
         return rows;
     }
     QByteArray bytes(qsizetype start, qsizetype length) const
     {
         require(start >= 0 && length >= 0 && start + length <= size(),
-                QStringLiteral("a row reaches beyond its page"));
+                {u"a row reaches beyond its page", u"רשומה חורגת מהדף שלה"});
         return {reinterpret_cast<const char*>(&file_.pg_buf[start]), length};
     }
 

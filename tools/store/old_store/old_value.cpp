@@ -1,6 +1,7 @@
 #include "tools/store/old_store/old_value.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <QDateTime>
 #include <QtEndian>
@@ -18,14 +19,15 @@ namespace {
 
 [[noreturn]] void refuseValue(const QString& why)
 {
-    throw RunTimeError(runtime::DataTypeConversion, why);
+    throw ToldError(runtime::DataTypeConversion, why);
 }
 
 template <typename Number>
 Number numberOf(const QByteArray& bytes)
 {
     if (bytes.size() != qsizetype{sizeof(Number)})
-        refuseValue(u"%1 bytes instead of %2"_s.arg(bytes.size()).arg(sizeof(Number)));
+        refuseValue(
+            say({u"%1 bytes instead of %2", u"%1 בתים במקום %2"}, bytes.size(), sizeof(Number)));
     return qFromLittleEndian<Number>(bytes.constData());
 }
 
@@ -64,7 +66,7 @@ QVariant fromDays(double days)
     // Upper limit for a date in days, greater than the last date that either file format can store.
     constexpr double farthest = 3'000'000;
     if (!(std::abs(days) < farthest))
-        refuseValue(u"it is no date"_s);
+        refuseValue(say({u"it is no date", u"זה אינו תאריך"}));
     constexpr int secondsOfDay = 24 * 60 * 60;
     double whole = 0;
     const double time = std::abs(std::modf(days, &whole));
@@ -96,11 +98,11 @@ QString fromUnicode(const QByteArray& bytes)
             text += QChar(qFromLittleEndian<quint16>(bytes.constData() + i));
             i += 2;
         } else {
-            refuseValue(u"it ends in the middle of a character"_s);
+            refuseValue(say({u"it ends in the middle of a character", u"הוא נגמר באמצע תו"}));
         }
     }
     if (!text.isValidUtf16())
-        refuseValue(u"it contains half of a character"_s);
+        refuseValue(say({u"it contains half of a character", u"יש בו חצי תו"}));
     return text;
 }
 
@@ -130,7 +132,8 @@ QVariant decodedValue(quint8 type, const QByteArray& bytes, OldFormat format,
     case OldMemo:
         return format == OldFormat::Jet3 ? codePage.decoded(bytes) : fromUnicode(bytes);
     default:
-        refuseValue(u"its type %1 cannot be imported"_s.arg(type));
+        refuseValue(
+            say({u"its type %1 cannot be imported", u"אי אפשר לייבא את הסוג שלו, %1"}, type));
     }
 }
 

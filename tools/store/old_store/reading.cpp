@@ -1,9 +1,11 @@
 #include "tools/store/old_store/reading.h"
 
-#include "platform/runtime/run_time_error.h"
+#include "tools/store/advice.h"
 #include "tools/store/old_store/frames.h"
 #include "tools/store/old_store/old_file.h"
 #include "tools/store/system.h"
+#include "tools/store/told_error.h"
+#include "tools/store/words.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -65,25 +67,25 @@ public:
         } while (process_.state() != QProcess::NotRunning && silence < longestSilence_ &&
                  !deadline_.hasExpired());
         if (process_.state() != QProcess::NotRunning)
-            damaged(u"reading it takes too long"_s);
+            damaged(say({u"reading it takes too long", u"הקריאה שלו נמשכת יותר מדי זמן"}));
         if (process_.exitStatus() != QProcess::NormalExit)
-            damaged(u"reading it was interrupted"_s);
+            damaged(say({u"reading it was interrupted", u"הקריאה שלו נקטעה"}));
         if (process_.exitCode() != 0)
             damaged(lastError());
         if (!frames.isFinished())
-            damaged(u"reading it ended too early"_s);
+            damaged(say({u"reading it ended too early", u"הקריאה שלו נגמרה מוקדם מדי"}));
     }
 
 private:
     [[noreturn]] static void damaged(const QString& how)
     {
-        throw RunTimeError(runtime::CorruptDatabase, how);
+        throw ToldError(runtime::CorruptDatabase, how);
     }
 
     QString lastError() const
     {
         const QString last = QString::fromUtf8(errors_).trimmed().section(u'\n', -1);
-        return last.isEmpty() ? u"reading it fails"_s : last;
+        return last.isEmpty() ? say({u"reading it fails", u"הקריאה שלו נכשלת"}) : last;
     }
 
     static constexpr qsizetype longestError = 1000;
@@ -111,8 +113,11 @@ void readOldStore(const QString& path, OldStoreVisitor& visitor)
     } catch (const RunTimeError& error) {
         if (error.number() != runtime::CorruptDatabase)
             throw;
-        throw RunTimeError(runtime::CorruptDatabase,
-                           u"'%1' is damaged: %2"_s.arg(path, error.description()));
+        throw ToldError(
+            runtime::CorruptDatabase,
+            say({u"'%1' is damaged: %2", u"הקובץ '%1' פגום: %2"}, path, Phrase{happened(error)}),
+            say({u"Copy the file again from its place, or import an older copy of it.",
+                 u"העתק את הקובץ שוב מהמקום שלו, או ייבא עותק ישן יותר שלו."}));
     }
 }
 
@@ -130,7 +135,7 @@ int runReading(const QString& path)
         readOldFile(path, writer);
         return output.flush() ? 0 : 1;
     } catch (const RunTimeError& error) {
-        QTextStream(stderr) << '\n' << error.description() << '\n';
+        QTextStream(stderr) << '\n' << happened(error) << '\n';
         return 1;
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/store/words.h"
+
 #include <QStringList>
 
 namespace storetools {
@@ -19,7 +21,7 @@ public:
     {
         if (count_ <= most)
             return lines_;
-        return lines_ + QStringList(QStringLiteral("and %1 more").arg(count_ - most));
+        return lines_ + QStringList(say({u"and %1 more", u"ועוד שורות: %1"}, count_ - most));
     }
 
 private:

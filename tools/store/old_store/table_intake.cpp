@@ -2,7 +2,11 @@
 
 #include "platform/dao/engine/values.h"
 #include "platform/runtime/run_time_error.h"
+#include "tools/store/advice.h"
+#include "tools/store/old_store/old_texts.h"
 #include "tools/store/old_store/old_value.h"
+#include "tools/store/shared_texts.h"
+#include "tools/store/told_error.h"
 
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
@@ -48,8 +52,9 @@ TableIntake::TableIntake(const store::TableSchema& schema, const OldTable& table
 {
     match(table);
     for (const OldColumn& column : table.foreignColumns)
-        reports_.notes.add(u"%1.%2: not a field of the store, not imported"_s.arg(
-            schema.name, decodedName(column.name, format, options.codePage)));
+        reports_.notes.add(say(
+            {u"%1: not a field of the store, not imported", u"השדה %1 אינו של התוכנית ולא יובא"},
+            fieldOf(schema.name, decodedName(column.name, format, options.codePage))));
     for (std::size_t i = 0; i < sources_.size(); ++i) {
         if (!sources_[i])
             reportMissing(schema.fields[i]);
@@ -61,37 +66,43 @@ void TableIntake::match(const OldTable& table)
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         const int ordinal = schema_.ordinalOf(table.columns[i].name);
         if (ordinal < 0 || sources_[static_cast<std::size_t>(ordinal)])
-            throw RunTimeError(runtime::CorruptDatabase,
-                               u"the description of %1 cannot be read"_s.arg(schema_.name));
+            throw ToldError(runtime::CorruptDatabase, say(descriptionCannotBeRead, schema_.name));
         sources_[static_cast<std::size_t>(ordinal)] = Source{i, table.columns[i].type};
     }
 }
 
 void TableIntake::reportMissing(const dao::FieldInfo& field) const
 {
-    const QString missing = u"%1.%2: the field is missing"_s.arg(schema_.name, field.name);
+    const QString name = fieldOf(schema_.name, field.name);
     if (!mayBeMissing(schema_, field))
-        reports_.findings.add(missing);
+        reports_.findings.add(say(fieldIsMissing, name));
     else if (field.counter)
-        reports_.notes.add(missing + u"; the rows are numbered from 1"_s);
+        reports_.notes.add(say({u"%1: the field is missing; the rows are numbered from 1",
+                                u"השדה %1 חסר; הרשומות ממוספרות מ-1"},
+                               name));
+    else if (field.type == dao::dbBoolean)
+        reports_.notes.add(say({u"%1: the field is missing; False in every row",
+                                u"השדה %1 חסר; הערך הוא \"לא\" בכל הרשומות"},
+                               name));
     else
-        reports_.notes.add(missing + (field.type == dao::dbBoolean ? u"; False in every row"_s
-                                                                   : u"; Null in every row"_s));
+        reports_.notes.add(say(
+            {u"%1: the field is missing; Null in every row", u"השדה %1 חסר; הוא ריק בכל הרשומות"},
+            name));
 }
 
 QString TableIntake::found(const QString& what) const
 {
-    return place_ + u": "_s + what;
+    return ofRow(schema_.name, shownKey_, rows_, what);
 }
 
 void TableIntake::setPlace(const OldRow& row)
 {
     ++rows_;
-    place_ = u"%1, row %2"_s.arg(schema_.name).arg(rows_);
+    shownKey_.clear();
     try {
         const QVariant key = decoded(key_, row);
         if (key.isValid())
-            place_ = u"%1, %2 %3"_s.arg(schema_.name, keyOf(schema_), shown(key));
+            shownKey_ = keyOf(schema_) + u' ' + shown(key);
     } catch (const RunTimeError&) {
         // The error is ignored here, because the conversion of the key field reports it later.
         return;
@@ -117,7 +128,7 @@ std::optional<NewRow> TableIntake::converted(const OldRow& row)
     if (!sources_[key_]) {
         values[key_] = static_cast<int>(rows_);
     } else if (whole && !values[key_].isValid()) {
-        reports_.findings.add(found(u"has no %1"_s.arg(keyOf(schema_))));
+        reports_.findings.add(found(say(hasNoKey, keyOf(schema_))));
         whole = false;
     }
     return whole ? std::optional(std::move(values)) : std::nullopt;
@@ -134,9 +145,10 @@ bool TableIntake::take(std::size_t ordinal, const OldRow& row, QVariant& value)
         value = dao::converted(field, old);
     } catch (const RunTimeError& error) {
         reports_.findings.add(found(
-            old.isValid()
-                ? u"%1 cannot take '%2': %3"_s.arg(field.name, shown(old), error.description())
-                : u"%1 cannot be read: %2"_s.arg(field.name, error.description())));
+            old.isValid() ? say({u"%1 cannot take '%2': %3", u"אי אפשר להכניס ל-%1 את '%2': %3"},
+                                field.name, shown(old), Phrase{happened(error)})
+                          : say({u"%1 cannot be read: %2", u"אי אפשר לקרוא את %1: %2"}, field.name,
+                                Phrase{happened(error)})));
         return false;
     }
     reportRounding(field, old, value);
@@ -152,14 +164,15 @@ bool TableIntake::fit(const dao::FieldInfo& field, QVariant& text)
     const QString whole = text.toString();
     if (whole.size() <= field.size)
         return true;
-    const QString length = u"%1 has %2 characters"_s.arg(field.name).arg(whole.size());
     if (!options_.cutTexts) {
-        reports_.findings.add(found(length + u" and takes %1"_s.arg(field.size)));
+        reports_.findings.add(found(say(textIsTooLong, field.name, whole.size(), field.size)));
         return false;
     }
     const bool halves = whole[field.size - 1].isHighSurrogate();
     text = whole.left(halves ? field.size - 1 : field.size);
-    reports_.notes.add(found(length + u" and is cut to %1"_s.arg(field.size)));
+    reports_.notes.add(
+        found(say({u"%1 has %2 characters and is cut to %3", u"ב-%1 היו %2 תווים, והוא קוצר ל-%3"},
+                  field.name, whole.size(), field.size)));
     return true;
 }
 
@@ -167,16 +180,16 @@ void TableIntake::reportRounding(const dao::FieldInfo& field, const QVariant& fr
                                  const QVariant& to)
 {
     if (field.type == dao::dbLong && from.typeId() == QMetaType::Double && from != to)
-        reports_.notes.add(
-            found(u"%1 is %2 and becomes %3"_s.arg(field.name, shown(from), shown(to))));
+        reports_.notes.add(found(say({u"%1 is %2 and becomes %3", u"%1 הוא %2 ונעשה %3"},
+                                     field.name, shown(from), shown(to))));
 }
 
 void TableIntake::finish() const
 {
     if (rows_ != recordedRows_)
-        reports_.notes.add(u"%1: has %2 rows, but its description says %3"_s.arg(schema_.name)
-                               .arg(rows_)
-                               .arg(recordedRows_));
+        reports_.notes.add(say({u"%1: has %2 rows, but its description says %3",
+                                u"בטבלה %1 יש %2 רשומות, ובתיאור שלה כתוב %3"},
+                               schema_.name, rows_, recordedRows_));
 }
 
 } // namespace storetools

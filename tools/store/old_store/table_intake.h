@@ -66,7 +66,7 @@ private:
     std::size_t key_ = 0;                        ///< The ordinal of the key field.
     qint64 recordedRows_;
     qint64 rows_ = 0;
-    QString place_;
+    QString shownKey_; ///< The name and value of the current row's key; empty if it is unknown.
 };
 
 } // namespace storetools

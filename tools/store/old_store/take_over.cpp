@@ -8,7 +8,9 @@
 #include "tools/store/new_store.h"
 #include "tools/store/old_store/reading.h"
 #include "tools/store/place.h"
+#include "tools/store/shared_texts.h"
 #include "tools/store/store_copy.h"
+#include "tools/store/told_error.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -26,21 +28,28 @@ void requireOldStore(const QString& path)
 {
     QFile file(path);
     if (!QFileInfo(path).isFile())
-        throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
+        throw ToldError(runtime::DatabaseFileNotFound,
+                        say({u"Could not find file '%1'.", u"הקובץ '%1' לא נמצא."}, path));
     if (!file.open(QIODevice::ReadOnly))
-        throw RunTimeError(runtime::PermissionDenied,
-                           u"Could not read '%1': %2"_s.arg(path, file.errorString()));
+        throw ToldError(runtime::PermissionDenied, say(couldNotRead, path, file.errorString()));
     constexpr qsizetype versionPlace = 20;
     constexpr char lastVersion = 1; // The version byte is 0 for Jet 3 and 1 for Jet 4.
     const QByteArray head = file.read(versionPlace + 1);
     const bool known = head.startsWith(QByteArray("\0\1\0\0Standard Jet DB\0", versionPlace));
     const bool newer = head.startsWith(QByteArray("\0\1\0\0Standard ACE DB\0", versionPlace));
     if (newer || (known && head.size() > versionPlace && head[versionPlace] > lastVersion))
-        throw RunTimeError(runtime::UnrecognizedFormat,
-                           u"'%1' has a newer format than Jet 4."_s.arg(path));
+        throw ToldError(
+            runtime::UnrecognizedFormat,
+            say({u"'%1' has a newer format than Jet 4.", u"התבנית של '%1' חדשה מ-{Jet 4}."}, path),
+            say({u"Save it in the format of Jet 4, and import that file.",
+                 u"שמור אותו בתבנית {Jet 4}, וייבא את הקובץ הזה."}));
     if (!known || head.size() <= versionPlace)
-        throw RunTimeError(runtime::UnrecognizedFormat,
-                           u"'%1' is no Jet 3 or Jet 4 file."_s.arg(path));
+        throw ToldError(
+            runtime::UnrecognizedFormat,
+            say({u"'%1' is no Jet 3 or Jet 4 file.", u"'%1' אינו קובץ {Jet 3} או {Jet 4}."}, path),
+            say({u"Check that you named an old file. A store of this format needs "
+                 "no import.",
+                 u"בדוק שבחרת בקובץ ישן. קובץ נתונים רגיל אין צורך לייבא."}));
 }
 
 /// Adds imported rows to the tables of a store.
@@ -139,14 +148,15 @@ void readBack(dao::Database& database, Intake& intake, const TakeOverProgress& p
 {
     for (const store::TableSchema& table : store::schema()) {
         RowDigest found;
+        const QString what = say(readingBack, table.name);
         dao::examineRows(database, table.name, [&](const dao::ExaminedRow& row) {
             found.add(row.values);
             if (progress)
-                progress(u"reading back "_s + table.name, found.rows());
+                progress(what, found.rows());
         });
         if (!(found == intake.added(table)))
-            throw RunTimeError(runtime::InternalError,
-                               u"%1 does not read back as it was written."_s.arg(table.name));
+            throw ToldError(runtime::InternalError, say(differsWhenRead, table.name),
+                            say(checkTheDisk));
     }
 }
 

@@ -1,3 +1,4 @@
+#include "tools/store/in_hebrew.h"
 #include "tools/store/old_store/jet3_sample.h"
 #include "tools/store/old_store/old_files.h"
 
@@ -74,6 +75,21 @@ TEST_P(DamagedFilesTest, FileWithoutItsEndIsRefused)
     EXPECT_TRUE(
         outcome.err.first().startsWith(u"zomrel-store: '%1' is damaged: "_s.arg(folder_.old())))
         << outcome.err.first().toStdString();
+}
+
+TEST_P(DamagedFilesTest, UserWithHebrewIsToldTheReasonInHebrew)
+{
+    folder_.write(whole_.left(whole_.size() * 7 / 8));
+    const Outcome outcome = storetooltest::zomrelStoreIn(
+        u"he_IL.UTF-8"_s, {u"import"_s, folder_.old(), folder_.target()});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    ASSERT_EQ(outcome.err.size(), 1);
+    const QString beginning = u"zomrel-store: הקובץ '%1' פגום: "_s.arg(folder_.old());
+    EXPECT_TRUE(outcome.err.first().startsWith(beginning)) << outcome.err.first().toStdString();
+    EXPECT_TRUE(storetooltest::hasHebrew(outcome.err.first().mid(beginning.size())))
+        << outcome.err.first().toStdString();
+    EXPECT_EQ(outcome.advice, QStringList{u"zomrel-store: מה עושים: העתק את הקובץ שוב מהמקום שלו, "
+                                          "או ייבא עותק ישן יותר שלו."_s});
 }
 
 TEST_P(DamagedFilesTest, OverwrittenBytesAreRefusedOrHarmless)

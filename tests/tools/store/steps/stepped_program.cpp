@@ -6,7 +6,7 @@ namespace storetooltest {
 
 SteppedProgram::SteppedProgram(const QStringList& arguments, const Interruption& interruption)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = environmentIn(u"C.UTF-8"_s);
     environment.insert(u"LD_PRELOAD"_s, QStringLiteral(ZOMREL_STEP_HOOK));
     // AddressSanitizer would refuse a library that is loaded before its own.
     environment.insert(u"ASAN_OPTIONS"_s,
@@ -60,8 +60,7 @@ Outcome SteppedProgram::outcome()
 {
     EXPECT_TRUE(hasEnded(process_));
     EXPECT_EQ(process_.exitStatus(), QProcess::NormalExit);
-    return {process_.exitCode(), lines(process_.readAllStandardOutput()),
-            lines(process_.readAllStandardError())};
+    return outcomeOf(process_);
 }
 
 } // namespace storetooltest
