@@ -2,7 +2,6 @@
 
 #include "platform/controls/png_icon.h"
 #include "platform/report/font_substitutes.h"
-#include "platform/runtime/library_paths.h"
 #include "shell/delivered_files.h"
 #include "shell/font_rules.h"
 #include "shell/program_style.h"
@@ -68,9 +67,8 @@ QPalette programPalette(QPalette palette)
 void translateToolkit(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
-    // A folder that others can write to is not read, as with the fonts.
-    const QString beside = QApplication::applicationDirPath() + u"/translations"_s;
-    if (loadToolkitTranslation(*translator, runtime::isTrustedFolder(beside) ? beside : QString()))
+    if (loadToolkitTranslation(*translator,
+                               QApplication::applicationDirPath() + u"/translations"_s))
         QApplication::installTranslator(translator);
 }
 
@@ -80,9 +78,7 @@ void setUpAppearance(QApplication& application)
 {
     useFontRules();
     // A portable folder contains the fonts that the forms name.
-    const QString fonts = QApplication::applicationDirPath() + u"/fonts"_s;
-    if (runtime::isTrustedFolder(fonts))
-        loadFonts(fonts);
+    loadFonts(QApplication::applicationDirPath() + u"/fonts"_s);
     report::substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);

@@ -1,5 +1,7 @@
 #include "shell/delivered_files.h"
 
+#include "platform/runtime/library_paths.h"
+
 #include <QDir>
 #include <QFontDatabase>
 #include <QLibraryInfo>
@@ -11,6 +13,8 @@ namespace shell {
 
 int loadFonts(const QString& folder)
 {
+    if (!runtime::isTrustedFolder(folder))
+        return 0;
     int loaded = 0;
     for (const QFileInfo& font :
          QDir(folder).entryInfoList({u"*.otf"_s, u"*.ttf"_s}, QDir::Files, QDir::Name)) {
@@ -23,8 +27,7 @@ int loadFonts(const QString& folder)
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder)
 {
     const QString name = u"qtbase_he"_s;
-    // With an empty folder, QTranslator would look in the current directory.
-    return (!folder.isEmpty() && translator.load(name, folder)) ||
+    return (runtime::isTrustedFolder(folder) && translator.load(name, folder)) ||
            translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
