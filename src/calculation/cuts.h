@@ -30,6 +30,8 @@ struct Deduction
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
 inline constexpr std::array allParts{Mashkof, Kanaf, Glass, Reshet};
 
+/// Number of pieces of a frame, whatever the series.
+inline constexpr int framePieces = 2;
 /// Subtracted from the opening's height to get the lengths of a monoblock's two U-profiles.
 inline constexpr double uCutAllowance = 14;
 inline constexpr double uVasaAllowance = 17.6;

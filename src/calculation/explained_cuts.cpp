@@ -47,59 +47,67 @@ QString withDeduction(const QString& base, double deduction)
     return u"%1 %2 %3"_s.arg(base, deduction > 0 ? u"+"_s : u"−"_s, shown(std::abs(deduction)));
 }
 
-bool isBare(Part part, const TodaysSeries& series)
+double along(const Size& size, Side side)
 {
-    return series.isDoor && part > Kanaf;
+    return side == Side::Width ? size.width : size.height;
 }
 
-Base widthBase(const ComputedLine& line, Part part, const TodaysSeries& series)
+/// Returns what is left of the opening for the sash of a door.
+Base insideDoorFrame(const ComputedLine& line, Side side)
 {
-    const QString whole = shown(line.opening.width);
-    if (series.isDoor && part == Kanaf)
-        return {u"(%1 − 2 × %2)"_s.arg(whole, shown(line.doorThickness)),
-                doorOpening(line.opening, line.doorThickness)};
-    if (!line.isMonoblock)
-        return {whole, line.opening};
-    return {u"(%1 − %2)"_s.arg(whole, shownDifference(line.opening.width, line.reduced.width)),
+    const QString thickness = shown(line.doorThickness);
+    return {u"%1 − %2"_s.arg(shown(along(line.opening, side)),
+                             side == Side::Width ? u"2 × "_s + thickness : thickness),
+            doorOpening(line.opening, line.doorThickness)};
+}
+
+/// Returns what a monoblock leaves of the opening.
+Base insideMonoblock(const ComputedLine& line, Side side)
+{
+    const double whole = along(line.opening, side);
+    return {u"%1 − %2"_s.arg(shown(whole), shownDifference(whole, along(line.reduced, side))),
             line.reduced};
 }
 
-Base heightBase(const ComputedLine& line, Part part, const TodaysSeries& series)
+Base baseOf(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
 {
-    const QString whole = shown(line.opening.height);
-    if (series.isDoor && part == Kanaf)
-        return {u"(%1 − %2)"_s.arg(whole, shown(line.doorThickness)),
-                doorOpening(line.opening, line.doorThickness)};
-    if (!line.isMonoblock)
-        return {whole, line.opening};
-    return {u"(%1 − %2)"_s.arg(whole, shownDifference(line.opening.height, line.reduced.height)),
-            line.reduced};
+    const bool isSashOfDoor = series.isDoor && part == Kanaf;
+    if (!isSashOfDoor && !line.isMonoblock)
+        return {shown(along(line.opening, side)), line.opening};
+    Base base = isSashOfDoor ? insideDoorFrame(line, side) : insideMonoblock(line, side);
+    base.text = u"(%1)"_s.arg(base.text);
+    return base;
 }
 
-std::optional<Computed> computedWidth(const ComputedLine& line, Part part,
-                                      const TodaysSeries& series)
+std::optional<double> deductionOf(Part part, Side side, const TodaysSeries& series)
 {
-    const auto& deduction = series.series.deductions[part].width;
-    const bool isUnknown = series.isDoor && line.isMonoblock && part == Mashkof;
-    if (isBare(part, series) || isUnknown || !deduction)
+    const Deduction& both = series.series.deductions[part];
+    return side == Side::Width ? both.width : both.height;
+}
+
+/// Returns true for the width of a frame that does not follow from the stored line, because a
+/// door's inner width is stored in the place of the monoblock's reduced width.
+bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
+{
+    return line.isStored && line.isMonoblock && series.isDoor && part == Mashkof &&
+           side == Side::Width;
+}
+
+/// Returns the size and its formula, or nothing for a size that lines of this series do not have.
+std::optional<Computed> computedSize(const ComputedLine& line, Part part, Side side,
+                                     const TodaysSeries& series)
+{
+    const bool isBare = series.isDoor && part > Kanaf;
+    const std::optional<double> deduction = deductionOf(part, side, series);
+    if (isBare || !deduction || isReducedWidthLost(line, part, side, series))
         return {};
-    const Base base = widthBase(line, part, series);
+    const Base base = baseOf(line, part, side, series);
     QString formula = withDeduction(base.text, *deduction);
+    if (side == Side::Height)
+        return Computed{formula, cutHeight(series.series, part, base.size)};
     if (part != Mashkof && series.series.kanafNum != 1.0)
         formula = u"(%1) ÷ %2"_s.arg(formula, shown(series.series.kanafNum.value_or(0)));
     return Computed{formula, cutWidth(series.series, part, base.size)};
-}
-
-std::optional<Computed> computedHeight(const ComputedLine& line, Part part,
-                                       const TodaysSeries& series)
-{
-    const auto& deduction = series.series.deductions[part].height;
-    const bool isUnknown = series.isDoor && line.isMonoblock && part == Mashkof;
-    if (isBare(part, series) || isUnknown || !deduction)
-        return {};
-    const Base base = heightBase(line, part, series);
-    return Computed{withDeduction(base.text, *deduction),
-                    cutHeight(series.series, part, base.size)};
 }
 
 bool isSame(double one, double other)
@@ -113,15 +121,57 @@ QString isolated(const QString& text)
     return u"\u2066"_s + text + u"\u2069"_s;
 }
 
-QString explained(const std::optional<Computed>& computed, double actual)
+QString formulaOf(const Computed& computed)
 {
-    if (!computed)
+    return isolated(computed.formula + u" = "_s + shown(computed.result));
+}
+
+/// A kind of figure as the sentences name it.
+struct FigureWords
+{
+    QString figure;
+    QString toFigure;
+};
+
+FigureWords sizeWords()
+{
+    return {u"המידה"_s, u"למידה"_s};
+}
+
+FigureWords countWords()
+{
+    return {u"הכמות"_s, u"לכמות"_s};
+}
+
+QString explainedMissingSeries(const FigureWords& words)
+{
+    return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר %1."_s.arg(words.toFigure);
+}
+
+/// Returns the explanation. If the result is not the actual figure, a sentence says that the
+/// series has been changed.
+QString unlessChanged(const QString& explanation, double result, double actual,
+                      const FigureWords& words)
+{
+    if (isSame(result, actual))
+        return explanation;
+    return u"לפי הסדרה של היום: %1\n%2 כאן היא %3: הסדרה שונתה אחרי שהשורה נוספה."_s.arg(
+        explanation, words.figure, isolated(shown(actual)));
+}
+
+/// Returns how the frame of a monoblock door follows from the series, and which width the monoblock
+/// takes off for that. The width is not stored, but it is the only unknown of the formula.
+QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
+{
+    const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);
+    if (!deduction)
         return {};
-    QString formula = isolated(computed->formula + u" = "_s + shown(computed->result));
-    if (isSame(computed->result, actual))
-        return formula;
-    return u"לפי הסדרה של היום: %1\nהמידה כאן היא %2: הסדרה שונתה אחרי שהשורה נוספה."_s.arg(
-        formula, isolated(shown(actual)));
+    const double actual = line.parts[Mashkof].width;
+    const QString taken = shownDifference(line.opening.width + *deduction, actual);
+    const QString base = u"(%1 − %2)"_s.arg(shown(line.opening.width), taken);
+    return u"%1\nהורדת הרוחב של המונובלוק, %2, אינה שמורה בשורה של דלת. היא חושבה מהמידה לפי "
+           "הסדרה של היום."_s.arg(formulaOf({withDeduction(base, *deduction), actual}),
+                                  isolated(taken));
 }
 
 /// Runs a computation that fails for a series with 0 sashes or with a Null.
@@ -137,16 +187,60 @@ auto unlessItFails(Compute&& compute) -> decltype(compute())
 
 } // namespace
 
-QString explainedWidth(const ComputedLine& line, Part part, const TodaysSeries& series)
+QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series)
 {
-    return unlessItFails(
-        [&] { return explained(computedWidth(line, part, series), line.parts[part].width); });
+    const bool isWidth = side == Side::Width;
+    const QString what =
+        u"%1 הפתח כפי שהוקלד, ביחידת המידה של הורדות הסדרה."_s.arg(isWidth ? u"רוחב"_s : u"גובה"_s);
+    if (series == nullptr || (!series->isDoor && !line.isMonoblock))
+        return what;
+    return unlessItFails([&] {
+        const Base rest =
+            series->isDoor ? insideDoorFrame(line, side) : insideMonoblock(line, side);
+        return u"%1\n%2 שנשאר %3: %4"_s.arg(what, isWidth ? u"הרוחב"_s : u"הגובה"_s,
+                                            series->isDoor ? u"לכנף הדלת"_s : u"לחלון"_s,
+                                            formulaOf({rest.text, along(rest.size, side)}));
+    });
 }
 
-QString explainedHeight(const ComputedLine& line, Part part, const TodaysSeries& series)
+QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series)
 {
-    return unlessItFails(
-        [&] { return explained(computedHeight(line, part, series), line.parts[part].height); });
+    if (series == nullptr)
+        return explainedMissingSeries(sizeWords());
+    if (isReducedWidthLost(line, part, side, *series))
+        return explainedFrameOfMonoblockDoor(line, *series);
+    return unlessItFails([&]() -> QString {
+        const std::optional<Computed> computed = computedSize(line, part, side, *series);
+        if (!computed)
+            return {};
+        return unlessChanged(formulaOf(*computed), computed->result, along(line.parts[part], side),
+                             sizeWords());
+    });
+}
+
+QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series)
+{
+    const double actual = line.counts[part];
+    if (part == Mashkof)
+        return actual == framePieces
+                   ? u"%1 (מספר קבוע, בכל הסדרות)"_s.arg(isolated(shown(framePieces)))
+                   : QString();
+    if (series == nullptr)
+        return explainedMissingSeries(countWords());
+    const std::optional<double> sashes = series->series.kanafNum;
+    if (!sashes)
+        return {};
+    const QString number = shown(*sashes);
+    const bool isDoubled = part == Kanaf && !(series->isDoor && line.isStored);
+    if (!isDoubled)
+        return unlessChanged(u"%1 (מספר הכנפיים בסדרה)"_s.arg(isolated(number)), *sashes, actual,
+                             countWords());
+    const double pieces = 2 * *sashes;
+    const QString doubled = unlessChanged(
+        u"%1 (מספר הכנפיים בסדרה כפול 2)"_s.arg(formulaOf({number + u" × 2"_s, pieces})), pieces,
+        actual, countWords());
+    return series->isDoor ? u"%1\nבשורה של דלת תישמר הכמות %2."_s.arg(doubled, isolated(number))
+                          : doubled;
 }
 
 QString explainedDifference(double whole, double deduction, double actual)
@@ -168,20 +262,15 @@ QString explainedSlats(const Size& opening, double thickness, int actual)
         isSame(slats, actual) ? u"="_s : u"≈"_s, shown(actual)));
 }
 
-QString explainedMissingSeries()
-{
-    return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר למידה."_s;
-}
-
 bool followsFrom(const ComputedLine& line, const TodaysSeries& series)
 {
     return unlessItFails([&] {
         for (const Part part : allParts) {
-            const auto width = computedWidth(line, part, series);
-            const auto height = computedHeight(line, part, series);
-            if ((width && !isSame(width->result, line.parts[part].width)) ||
-                (height && !isSame(height->result, line.parts[part].height)))
-                return false;
+            for (const Side side : {Side::Width, Side::Height}) {
+                const auto computed = computedSize(line, part, side, series);
+                if (computed && !isSame(computed->result, along(line.parts[part], side)))
+                    return false;
+            }
         }
         return true;
     });

@@ -6,7 +6,9 @@
 
 namespace cuts {
 
-/// A line with what its cut sizes were computed from, as far as a stored line tells it.
+enum class Side { Width, Height };
+
+/// A line with what its figures were computed from, as far as a stored line tells it.
 struct ComputedLine
 {
     Size opening;
@@ -14,6 +16,10 @@ struct ComputedLine
     Size reduced;             ///< The opening that a monoblock leaves for the window.
     double doorThickness = 0; ///< Thickness of a door's frame.
     std::array<Size, PartCount> parts;
+    std::array<double, PartCount> counts{}; ///< Pieces of each part.
+    /// False for a line that is only computed. It differs from a stored line if it is a door: its
+    /// reduced width is known, and its sashes are counted twice.
+    bool isStored = true;
 };
 
 /// A series as it is in the catalogue today.
@@ -23,13 +29,24 @@ struct TodaysSeries
     bool isDoor = false;
 };
 
-/// Return how a part's cut size follows from the opening and the series, for example
+/// Returns what the measure of the opening is. For a door and for a monoblock, a second sentence
+/// shows what is left of the opening, for example "90 − 2 × 4 = 82"; it is left out without a
+/// series. Does not throw.
+QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series);
+
+/// Returns how a part's cut size follows from the opening and the series, for example
 /// "(120 − 2.8) ÷ 2 = 58.6". If the line's own size is another one, a Hebrew sentence says that the
-/// series has changed since. The text is empty for a size that no line of this kind has, and for
-/// one that a stored line does not tell how to compute: the frame of a monoblock door. Do not
+/// series has changed since; without a series, one says that it has been deleted. The width that a
+/// monoblock takes off is not stored in a door line, so it is computed from the width of the frame,
+/// and a sentence says so. The text is empty for a size that no line of this kind has. Does not
 /// throw.
-QString explainedWidth(const ComputedLine& line, Part part, const TodaysSeries& series);
-QString explainedHeight(const ComputedLine& line, Part part, const TodaysSeries& series);
+QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series);
+
+/// Returns how the number of a part's pieces follows from the series, for example "2 × 2 = 4" with
+/// a Hebrew sentence that names the factors. Other numbers and a missing series are told as for a
+/// size. The number of a frame's pieces is the same in all series; the text is empty if the line
+/// has another one. Does not throw.
+QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series);
 
 /// Returns how a size of the shutter follows from the opening, for example "100 − 14 = 86". The
 /// text is empty if the actual size is another one. Does not throw.
@@ -39,9 +56,6 @@ QString explainedDifference(double whole, double deduction, double actual);
 /// for example "(100 − 8) ÷ 4 = 23", or with "≈" if it is rounded. The text is empty if the actual
 /// number is another one. Does not throw.
 QString explainedSlats(const Size& opening, double thickness, int actual);
-
-/// Returns a Hebrew sentence that says that the line's series has been deleted since.
-QString explainedMissingSeries();
 
 /// Returns true if all cut sizes of the line follow from the series.
 bool followsFrom(const ComputedLine& line, const TodaysSeries& series);

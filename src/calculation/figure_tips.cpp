@@ -17,6 +17,7 @@
 #include <QLabel>
 
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -24,36 +25,55 @@ namespace calculation {
 
 namespace {
 
-void setTips(output::FormView& view, const QString& tip)
+std::vector<QLabel*> figuresOf(const output::FormView& view)
 {
-    for (const cuts::Part part : cuts::allParts) {
-        view.LabelWidth[part]->setToolTip(tip);
-        view.LabelHeight[part]->setToolTip(tip);
-    }
+    std::vector<QLabel*> figures{view.LabelOpenWidth, view.LabelOpenHeight};
+    for (const cuts::Part part : cuts::allParts)
+        figures.insert(figures.end(),
+                       {view.LabelWidth[part], view.LabelHeight[part], view.LabelCount[part]});
+    return figures;
 }
 
+void emptyTips(output::FormView& view)
+{
+    for (QLabel* figure : figuresOf(view))
+        figure->setToolTip(QString());
+}
+
+/// Sets the tips of a line of this series, or of a line whose series has been deleted.
 void setTips(output::FormView& view, const cuts::ComputedLine& line,
-             const cuts::TodaysSeries& series)
+             const cuts::TodaysSeries* series)
 {
+    using cuts::Side;
+    view.LabelOpenWidth->setToolTip(explainedOpening(line, Side::Width, series));
+    view.LabelOpenHeight->setToolTip(explainedOpening(line, Side::Height, series));
     for (const cuts::Part part : cuts::allParts) {
-        view.LabelWidth[part]->setToolTip(cuts::explainedWidth(line, part, series));
-        view.LabelHeight[part]->setToolTip(cuts::explainedHeight(line, part, series));
+        view.LabelWidth[part]->setToolTip(explainedSize(line, part, Side::Width, series));
+        view.LabelHeight[part]->setToolTip(explainedSize(line, part, Side::Height, series));
+        view.LabelCount[part]->setToolTip(explainedCount(line, part, series));
     }
 }
 
-cuts::ComputedLine computedLine()
+/// Returns the line that ComputeCuts computed last. Its counts are those of the line view, which
+/// follow from the series.
+cuts::ComputedLine computedLine(const cuts::Series& series)
 {
     const auto& values = Module1::CutValues;
     cuts::ComputedLine line;
+    line.isStored = false;
     line.opening = {values[0], values[1]};
     line.isMonoblock = Module1::IsMonoblock;
-    line.reduced = {runtime::toDouble(Module1::MyWidth_2), Module1::MYHeight_2};
+    if (line.isMonoblock)
+        line.reduced = {values[0] - runtime::toDouble(Module1::MonoWidthDeduct),
+                        values[1] - Module1::MonoHeightDeduct};
     if (Module1::IsDoorFrame)
         line.doorThickness = runtime::toDouble(Module1::U_Thick);
     for (const cuts::Part part : cuts::allParts) {
         const std::size_t cell = store::line::measureIndex(store::line::cutWidth(part));
         line.parts[part] = {values[cell], values[cell + 1]};
     }
+    const double sashes = series.kanafNum.value_or(0);
+    line.counts = {cuts::framePieces, 2 * sashes, sashes, sashes};
     return line;
 }
 
@@ -65,10 +85,8 @@ public:
         : QObject(&view), view_(view), line_(line), name_(name)
     {
         setObjectName(tipsName);
-        for (const cuts::Part part : cuts::allParts) {
-            view.LabelWidth[part]->installEventFilter(this);
-            view.LabelHeight[part]->installEventFilter(this);
-        }
+        for (QLabel* figure : figuresOf(view))
+            figure->installEventFilter(this);
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -85,12 +103,9 @@ private:
     {
         try {
             const auto catalogue = readCatalogue(*store::OpenMyDataBase());
-            if (const cuts::TodaysSeries* series = seriesOf(line_, name_, catalogue))
-                setTips(view_, line_, *series);
-            else
-                setTips(view_, cuts::explainedMissingSeries());
+            setTips(view_, line_, seriesOf(line_, name_, catalogue));
         } catch (const runtime::RunTimeError&) {
-            setTips(view_, QString());
+            emptyTips(view_);
         }
     }
 
@@ -104,7 +119,7 @@ private:
 void clearTips(output::FormView& view)
 {
     delete view.findChild<QObject*>(StoredLineTips::tipsName, Qt::FindDirectChildrenOnly);
-    setTips(view, QString());
+    emptyTips(view);
 }
 
 } // namespace
@@ -113,9 +128,10 @@ void explainComputedLine(output::FormView& view, dao::Recordset& series)
 {
     clearTips(view);
     try {
-        setTips(view, computedLine(), {readSeries(series), Module1::IsDoorFrame});
+        const cuts::TodaysSeries used{readSeries(series), Module1::IsDoorFrame};
+        setTips(view, computedLine(used.series), &used);
     } catch (const runtime::RunTimeError&) {
-        setTips(view, QString());
+        emptyTips(view);
     }
 }
 

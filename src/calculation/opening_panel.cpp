@@ -30,8 +30,6 @@ namespace {
 
 std::function<OpeningPanel&()> panelProvider;
 
-constexpr int framePieces = 2;
-
 /// Assigns the values to consecutive fields, starting at the field with this ordinal.
 void setFields(dao::Recordset& line, int ordinal, std::initializer_list<QVariant> values)
 {
@@ -62,7 +60,7 @@ QVariant twice(const QVariant& count)
 void writeCounts(dao::Recordset& line, dao::Recordset& series)
 {
     using store::line::count;
-    line.Fields(count(cuts::Mashkof)).SetValue(framePieces);
+    line.Fields(count(cuts::Mashkof)).SetValue(cuts::framePieces);
     line.Fields(count(cuts::Kanaf))
         .SetValue(Module1::IsDoorFrame ? kanafNum(series) : twice(kanafNum(series)));
     line.Fields(count(cuts::Glass)).SetValue(kanafNum(series));
@@ -180,7 +178,7 @@ void OpeningPanel::CmdOK_Click()
         view.LabelHeight[part]->setText(measureText(store::line::cutHeight(part)));
     }
     dao::Recordset& series = DataSerial->Recordset();
-    view.LabelCount[cuts::Mashkof]->setText(runtime::toText(double{framePieces}));
+    view.LabelCount[cuts::Mashkof]->setText(runtime::toText(double{cuts::framePieces}));
     view.LabelCount[cuts::Kanaf]->setText(runtime::toText(twice(kanafNum(series))));
     view.LabelCount[cuts::Glass]->setText(runtime::toText(kanafNum(series)));
     view.LabelCount[cuts::Reshet]->setText(runtime::toText(kanafNum(series)));

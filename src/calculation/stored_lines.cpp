@@ -47,13 +47,16 @@ cuts::ComputedLine readLine(dao::Recordset& line)
     read.opening = sizeAt(line, store::line::openingWidth);
     read.isMonoblock =
         isMonoblockKind(runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()));
-    // A door's frame has replaced the reduced height, but the box height is the same deduction.
+    // A door's inner opening has replaced the reduced one, but the height of the box is the same as
+    // the deduction from the height.
     read.reduced = {numberAt(line, store::line::firstOfShutter),
                     read.opening.height - numberAt(line, store::line::boxHeight)};
     constexpr int thickness = store::line::firstOfShutter + 2;
     read.doorThickness = numberAt(line, thickness);
-    for (const cuts::Part part : cuts::allParts)
+    for (const cuts::Part part : cuts::allParts) {
         read.parts[part] = sizeAt(line, store::line::cutWidth(part));
+        read.counts[part] = numberAt(line, store::line::count(part));
+    }
     return read;
 }
 

@@ -23,7 +23,7 @@ struct NamedSeries
 /// Returns all series in the order of the table Serials.
 std::vector<NamedSeries> readCatalogue(dao::Database& database);
 
-/// Returns the sizes of the stored line in the current row. A Null is 0.
+/// Returns the sizes and counts of the stored line in the current row. A Null is 0.
 cuts::ComputedLine readLine(dao::Recordset& line);
 
 /// Returns the series of this name from which the line follows. If it follows from none of them,

@@ -67,9 +67,8 @@ QPalette programPalette(QPalette palette)
 void translateToolkit(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
-    // A folder that others can write to is not read, as with the fonts.
-    const QString beside = QApplication::applicationDirPath() + u"/translations"_s;
-    if (loadToolkitTranslation(*translator, runtime::isTrustedFolder(beside) ? beside : QString()))
+    if (loadToolkitTranslation(*translator,
+                               QApplication::applicationDirPath() + u"/translations"_s))
         QApplication::installTranslator(translator);
 }
 

@@ -1,5 +1,7 @@
 #include "shell/delivered_files.h"
 
+#include "platform/runtime/library_paths.h"
+
 #include <QLibraryInfo>
 #include <QTranslator>
 
@@ -10,8 +12,7 @@ namespace shell {
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder)
 {
     const QString name = u"qtbase_he"_s;
-    // With an empty folder, QTranslator would look in the current directory.
-    return (!folder.isEmpty() && translator.load(name, folder)) ||
+    return (runtime::isTrustedFolder(folder) && translator.load(name, folder)) ||
            translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 

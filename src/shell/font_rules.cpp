@@ -46,6 +46,13 @@ constexpr char rules[] = R"(<?xml version="1.0"?>
   <alias><family>monospace</family><prefer><family>DejaVu Sans Mono</family></prefer></alias>
 </fontconfig>)";
 
+/// The fonts of Windows do not come from this library.
+#ifdef Q_OS_WIN
+constexpr bool mayHaveLibrary = false;
+#else
+constexpr bool mayHaveLibrary = true;
+#endif
+
 bool environmentNamesRules()
 {
     constexpr std::array variables{"FONTCONFIG_FILE", "FONTCONFIG_PATH", "FONTCONFIG_SYSROOT"};
@@ -91,14 +98,10 @@ private:
 
 bool useFontRules()
 {
-#ifdef Q_OS_WIN
-    return false; // The fonts of Windows do not come from this library.
-#else
-    if (environmentNamesRules())
+    if (!mayHaveLibrary || environmentNamesRules())
         return false;
     const FontLibrary library;
     return library.isComplete() && library.useRules(rules);
-#endif
 }
 
 } // namespace shell

@@ -34,25 +34,36 @@ double numberIn(dao::Recordset& line, const QString& field)
     return runtime::isNull(value) ? 0 : runtime::toDouble(value);
 }
 
+QString orNone(const QString& explanation)
+{
+    return explanation.isEmpty() ? u"אין הסבר"_s : explanation;
+}
+
 void addSize(Part part, Side side, double length, const QString& explanation, ExplainedLine& to)
 {
     if (length != 0)
-        to.sizes.push_back(
-            {part, side, length, explanation.isEmpty() ? u"אין הסבר"_s : explanation});
+        to.sizes.push_back({part, side, length, orNone(explanation)});
+}
+
+QString withCount(const QString& explanation, const QString& count)
+{
+    return count.isEmpty() ? explanation : explanation + u"\nכמות: "_s + count;
 }
 
 void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::TodaysSeries* series,
               ExplainedLine& to)
 {
-    const QString missing = cuts::explainedMissingSeries();
     for (const cuts::Part part : cuts::allParts) {
         if (isNotMade(runtime::textOrEmpty(row.Fields(store::line::kind(part)).Value())))
             continue;
         const cuts::Size& size = line.parts[part];
-        addSize(shopPart(part), Side::Width, size.width,
-                series == nullptr ? missing : cuts::explainedWidth(line, part, *series), to);
+        const QString width = orNone(cuts::explainedSize(line, part, cuts::Side::Width, series));
+        // The explanation of the size says already that the series is missing.
+        const QString count =
+            series == nullptr ? QString() : cuts::explainedCount(line, part, series);
+        addSize(shopPart(part), Side::Width, size.width, withCount(width, count), to);
         addSize(shopPart(part), Side::Height, size.height,
-                series == nullptr ? missing : cuts::explainedHeight(line, part, *series), to);
+                cuts::explainedSize(line, part, cuts::Side::Height, series), to);
     }
 }
 
@@ -62,7 +73,7 @@ QString explainedSlat(dao::Recordset& row, const cuts::Size& opening)
 {
     const QString count = cuts::explainedSlats(opening, numberIn(row, u"Shalav_Thick"_s),
                                                static_cast<int>(numberIn(row, u"Shalav_Count"_s)));
-    return count.isEmpty() ? QString() : u"אין הסבר\nכמות: "_s + count;
+    return withCount(orNone({}), count);
 }
 
 /// Adds the sizes of the roller shutter, which are 0 in a line without one.

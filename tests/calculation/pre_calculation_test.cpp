@@ -43,6 +43,8 @@ private slots:
     void zeroOpening_isComputed();
     void doorWithTwoSashes_showsFourAndStoresTwo();
     void monoblock_showsCutsOfTheReducedOpening();
+    void toolTips_explainOpeningsAndCounts();
+    void monoblockDoor_explainsItsFrameFromTheMonoblock();
     void kindsAndColours_areShown();
     void noKindsAndColours_showsEmptyTexts();
     void missingSeries_isRefusedBeforeTheBoxesAreRead();
@@ -126,6 +128,40 @@ void PreCalculationTest::monoblock_showsCutsOfTheReducedOpening()
     QCOMPARE(texts(view.LabelWidth), (QStringList{u"117"_s, u"56.9"_s, u"52.3"_s, u"55.85"_s}));
     QCOMPARE(texts(view.LabelHeight), (QStringList{u"80.75"_s, u"74.75"_s, u"66.25"_s, u"74"_s}));
     QCOMPARE(Module1::KindCaption, u"מונובלוק : 20 מכסה 15"_s);
+}
+
+// By hand, for 2 sashes: 2 * 2 = 4.
+void PreCalculationTest::toolTips_explainOpeningsAndCounts()
+{
+    PanelHost host;
+    host.chooseExample(2);
+    host.type(u"120"_s, u"50"_s, u"100"_s, u"25"_s);
+    preCalculate(host);
+    const output::FormView& view = output::formView();
+    QCOMPARE(view.LabelOpenWidth->toolTip(),
+             u"רוחב הפתח כפי שהוקלד, ביחידת המידה של הורדות הסדרה."_s);
+    QCOMPARE(view.LabelOpenHeight->toolTip(),
+             u"גובה הפתח כפי שהוקלד, ביחידת המידה של הורדות הסדרה."_s);
+    QCOMPARE(view.LabelCount[0]->toolTip(), u"\u20662\u2069 (מספר קבוע, בכל הסדרות)"_s);
+    QCOMPARE(view.LabelCount[1]->toolTip(), u"\u20662 × 2 = 4\u2069 (מספר הכנפיים בסדרה כפול 2)"_s);
+    QCOMPARE(view.LabelCount[3]->toolTip(), u"\u20662\u2069 (מספר הכנפיים בסדרה)"_s);
+}
+
+// By hand: the monoblock takes off 2.5 and 18, the series 1 and 1.5 from the frame;
+// 90 - 2.5 - 1 = 86.5 and 210 - 18 - 1.5 = 190.5. The door has 2 sashes of a frame of 4.
+void PreCalculationTest::monoblockDoor_explainsItsFrameFromTheMonoblock()
+{
+    PanelHost host;
+    host.chooseExample(2, u"d2000"_s);
+    host.takeMonoblock();
+    host.type(u"90"_s, u"00"_s, u"210"_s, u"00"_s);
+    preCalculate(host);
+    const output::FormView& view = output::formView();
+    QCOMPARE(view.LabelWidth[0]->toolTip(), u"\u2066(90 − 2.5) − 1 = 86.5\u2069"_s);
+    QCOMPARE(view.LabelHeight[0]->toolTip(), u"\u2066(210 − 18) − 1.5 = 190.5\u2069"_s);
+    QCOMPARE(view.LabelOpenWidth->toolTip().section(u'\n', 1),
+             u"הרוחב שנשאר לכנף הדלת: \u206690 − 2 × 4 = 82\u2069"_s);
+    QVERIFY(view.LabelCount[1]->toolTip().endsWith(u"בשורה של דלת תישמר הכמות \u20662\u2069."_s));
 }
 
 void PreCalculationTest::kindsAndColours_areShown()

@@ -36,6 +36,7 @@ private slots:
     void enterInAList_goesOnAndKeepsTheText();
     void nextOpening_takesElevenKeys();
     void ctrlP_printsTheOrder();
+    void heldKeys_pressNoButtonAndMoveNoFocus();
     void wheelOverAList_changesNoChoice();
 
 private:
@@ -248,6 +249,23 @@ void OrderKeysTest::ctrlP_printsTheOrder()
     QTRY_VERIFY(driving::shownWindow(u"DataReport1"_s) != nullptr);
     QVERIFY(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).isNull());
     driving::closeWindow(u"DataReport1"_s);
+}
+
+/// The keys are held since another window was in front, so that only their repetitions come here.
+void OrderKeysTest::heldKeys_pressNoButtonAndMoveNoFocus()
+{
+    desk_->store.execute(u"UPDATE Orders SET CustomerName = 'x'"_s);
+    auto* width = desk_->on<QLineEdit>("TextNum_0");
+    width->setFocus();
+    const auto repeat = [width](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::simulateEvent(width, true, key, modifiers, {}, true);
+    };
+    repeat(Qt::Key_P, Qt::ControlModifier);
+    QCOMPARE(desk_->store.scalar(u"SELECT CustomerName FROM Orders"_s).toString(), u"x"_s);
+    QVERIFY(driving::shownWindow(u"DataReport1"_s) == nullptr);
+    repeat(Qt::Key_F6, Qt::NoModifier);
+    repeat(Qt::Key_F6, Qt::ShiftModifier);
+    QCOMPARE(focusName(), u"TextNum_0"_s);
 }
 
 void OrderKeysTest::wheelOverAList_changesNoChoice()

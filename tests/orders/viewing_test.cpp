@@ -15,10 +15,10 @@ using testsupport::Desk;
 
 namespace {
 
-/// Rests the mouse on the sash width of the line view and returns the text of the tool tip.
-QString shownTip(const QDialog& view)
+/// Rests the mouse on a label of the line view and returns the text of the tool tip.
+QString shownTip(const QDialog& view, const QString& name = u"LabelWidth_1"_s)
 {
-    auto* label = child<QLabel>(view, u"LabelWidth_1"_s);
+    auto* label = child<QLabel>(view, name);
     const QPoint place = label->rect().center();
     QHelpEvent event(QEvent::ToolTip, place, label->mapToGlobal(place));
     QApplication::sendEvent(label, &event);
@@ -40,6 +40,7 @@ private slots:
     void view_showsTheCurrentLine();
     void view_ofTheNextLine_showsNoFormerText();
     void toolTip_showsHowAFigureWasComputed();
+    void toolTip_explainsOpeningAndCountOfAStoredLine();
     void toolTip_tellsThatTheSeriesWasChangedOrDeleted();
     void catalogue_isReadWhenTheFirstToolTipIsShown();
     void toolTip_withoutACatalogue_isEmpty();
@@ -172,6 +173,23 @@ void ViewingTest::toolTip_showsHowAFigureWasComputed()
     addSeriesOfTheLine(-2.8); // another series of the same name, from which the line follows
     openOn(0);
     QCOMPARE(tipOfTheSash(), u"\u2066(120 − 2.8) ÷ 2 = 58.6\u2069"_s);
+}
+
+/// The line has four pieces of sash, as a series with two sashes gives, but one pane more.
+void ViewingTest::toolTip_explainsOpeningAndCountOfAStoredLine()
+{
+    desk_->addOrderWithLines(1, {1});
+    desk_->store.execute(u"UPDATE Cuts SET Glass_Count = 3"_s);
+    addSeriesOfTheLine(-2.8);
+    openOn(0);
+    const auto expectTip = [this](const QString& label, const QString& tip) {
+        inNextModal([&](QDialog& view) { QCOMPARE(shownTip(view, label), tip); });
+        desk_->click("CmdView");
+    };
+    expectTip(u"LabelOpenHeight"_s, u"גובה הפתח כפי שהוקלד, ביחידת המידה של הורדות הסדרה."_s);
+    expectTip(u"LabelCount_1"_s, u"\u20662 × 2 = 4\u2069 (מספר הכנפיים בסדרה כפול 2)"_s);
+    expectTip(u"LabelCount_2"_s, u"לפי הסדרה של היום: \u20662\u2069 (מספר הכנפיים בסדרה)\n"
+                                 "הכמות כאן היא \u20663\u2069: הסדרה שונתה אחרי שהשורה נוספה."_s);
 }
 
 void ViewingTest::toolTip_tellsThatTheSeriesWasChangedOrDeleted()

@@ -4,12 +4,14 @@
 #include "support/widgets.h"
 
 #include <QFontMetrics>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
 #include <QProxyStyle>
 #include <QRawFont>
 #include <QStyle>
 #include <QStyleOption>
+#include <QTableView>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -34,6 +36,7 @@ private slots:
     void selection_isReadableAndShowsTheFocus();
     void focusFrame_isDrawnHoweverTheFocusCame();
     void toolButtonWithAMenu_showsItsFocus();
+    void emptyGrid_showsItsFocus();
 };
 
 /// Records the palettes that are passed to the style for drawing.
@@ -219,6 +222,26 @@ void AppearanceTest::toolButtonWithAMenu_showsItsFocus()
         button.text = u"x"_s;
         QApplication::style()->drawComplexControl(QStyle::CC_ToolButton, &button, &painter);
     }));
+}
+
+void AppearanceTest::emptyGrid_showsItsFocus()
+{
+    QWidget window;
+    auto* grid = new QTableView(&window);
+    grid->setGeometry(10, 10, 200, 100);
+    auto* box = new QLineEdit(&window);
+    box->setGeometry(10, 120, 200, 30);
+    QVERIFY(testsupport::showActive(window));
+    const auto edge = [grid](const QPoint& place) {
+        return grid->grab().toImage().pixelColor(place);
+    };
+    const QColor highlight = QApplication::palette().color(QPalette::Active, QPalette::Highlight);
+    for (const QPoint& place : {QPoint(0, 50), QPoint(199, 50), QPoint(100, 0), QPoint(100, 99)}) {
+        box->setFocus();
+        QVERIFY(edge(place) != highlight);
+        grid->setFocus();
+        QCOMPARE(edge(place), highlight);
+    }
 }
 
 ZOMREL_QTEST_MAIN(AppearanceTest)

@@ -1,6 +1,7 @@
 #include "shell/mdi_zomrel.h"
 
 #include "base/module1.h"
+#include "platform/report/doors.h"
 #include "platform/runtime/run_time_error.h"
 #include "support/doors.h"
 #include "support/temporary_store.h"
@@ -11,6 +12,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -44,6 +46,9 @@ private slots:
     void ctrlF_opensTheSearchForm_data();
     void ctrlF_opensTheSearchForm();
     void f6OnTheToolbar_goesToAPartOfTheOrder();
+    void ctrlPOnTheToolbar_printsTheOrder();
+    void heldKey_pressesNoCommand_data();
+    void heldKey_pressesNoCommand();
     void unknownTag_doesNothing();
     void missingButton_isIndexOutOfBounds();
 
@@ -316,6 +321,61 @@ void MdiZomrelTest::f6OnTheToolbar_goesToAPartOfTheOrder()
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, Qt::ShiftModifier);
     QCOMPARE(testsupport::focusName(), u"TextNum_0"_s);
+}
+
+void MdiZomrelTest::ctrlPOnTheToolbar_printsTheOrder()
+{
+    // The machine's default printer may have another paper.
+    const auto former = report::paperDoor().replace([] { return report::a4Portrait; });
+    store_->addOrder(1);
+    store_->addLine(1, 1);
+    QVERIFY(testsupport::showActive(*window_));
+    window_->GetOrder(1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10);
+    QVERIFY(toolbar_->isAncestorOf(QApplication::focusWidget()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
+    const bool isPreviewed =
+        QTest::qWaitFor([] { return driving::shownWindow(u"DataReport1"_s) != nullptr; });
+    if (isPreviewed)
+        driving::closeWindow(u"DataReport1"_s);
+    report::paperDoor().replace(former);
+    QVERIFY(isPreviewed);
+}
+
+void MdiZomrelTest::heldKey_pressesNoCommand_data()
+{
+    QTest::addColumn<QKeyCombination>("key");
+    QTest::addColumn<bool>("orderFormIsOpen");
+    QTest::newRow("new order") << QKeyCombination(Qt::CTRL, Qt::Key_N) << false;
+    QTest::newRow("search") << QKeyCombination(Qt::CTRL, Qt::Key_F) << false;
+    QTest::newRow("part of the order") << QKeyCombination(Qt::Key_F6) << true;
+}
+
+/// The key is held since another window was in front, so that only its repetitions come here.
+void MdiZomrelTest::heldKey_pressesNoCommand()
+{
+    QFETCH(QKeyCombination, key);
+    QFETCH(bool, orderFormIsOpen);
+    QVERIFY(testsupport::showActive(*window_));
+    if (orderFormIsOpen)
+        window_->GetOrder(1);
+    QTest::keyClick(window_.get(), Qt::Key_F10);
+    QWidget* focused = QApplication::focusWidget();
+    QVERIFY(toolbar_->isAncestorOf(focused));
+    QStringList dialogs;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&dialogs] {
+        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            dialogs.append(dialog->objectName());
+            dialog->reject();
+        }
+    });
+    watch.start(0);
+    const bool isRepeated = true;
+    QTest::simulateEvent(focused, true, key.key(), key.keyboardModifiers(), {}, isRepeated);
+    QCOMPARE(dialogs, QStringList());
+    QCOMPARE(window_->findChild<QMdiArea*>()->subWindowList().size(), orderFormIsOpen ? 1 : 0);
+    QCOMPARE(QApplication::focusWidget(), focused);
 }
 
 void MdiZomrelTest::unknownTag_doesNothing()

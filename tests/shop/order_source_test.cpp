@@ -100,17 +100,21 @@ void addSlidingSeries(TemporaryStore& store)
 } // namespace
 
 // By hand: (120 - 2.8) / 2 = 58.6, (120 - 19.6) / 2 = 50.2, (120 - 2.4) / 2 = 58.8.
-TEST(OrderSourceTest, Sizes_AreExplainedFromTheSeries)
+TEST(OrderSourceTest, SizesAndCounts_AreExplainedFromTheSeries)
 {
     TemporaryStore store;
     addSlidingSeries(store);
     store.addOrder(7);
     store.addLine(7, 1);
     const QStringList expected{
-        u"frame width: 120 − 0.6 = 119.4"_s,       u"frame height: 100 − 0.6 = 99.4"_s,
-        u"sash width: (120 − 2.8) ÷ 2 = 58.6"_s,   u"sash height: 100 − 6.5 = 93.5"_s,
-        u"glass width: (120 − 19.6) ÷ 2 = 50.2"_s, u"glass height: 100 − 19.7 = 80.3"_s,
-        u"mesh width: (120 − 2.4) ÷ 2 = 58.8"_s,   u"mesh height: 100 − 6.9 = 93.1"_s};
+        u"frame width: 120 − 0.6 = 119.4\nכמות: 2 (מספר קבוע, בכל הסדרות)"_s,
+        u"frame height: 100 − 0.6 = 99.4"_s,
+        u"sash width: (120 − 2.8) ÷ 2 = 58.6\nכמות: 2 × 2 = 4 (מספר הכנפיים בסדרה כפול 2)"_s,
+        u"sash height: 100 − 6.5 = 93.5"_s,
+        u"glass width: (120 − 19.6) ÷ 2 = 50.2\nכמות: 2 (מספר הכנפיים בסדרה)"_s,
+        u"glass height: 100 − 19.7 = 80.3"_s,
+        u"mesh width: (120 − 2.4) ÷ 2 = 58.8\nכמות: 2 (מספר הכנפיים בסדרה)"_s,
+        u"mesh height: 100 − 6.9 = 93.1"_s};
     EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})), expected);
 }
 
@@ -122,7 +126,7 @@ TEST(OrderSourceTest, PartThatIsNotMade_IsNotExplained)
     store.addLine(7, 1);
     store.execute(u"UPDATE Cuts SET Reshet_Kind = 'ללא רשת', Glass_Kind = 'ללא', "
                   "Kanaf_Kind = 'ללא כנף'"_s);
-    const QStringList expected{u"frame width: 120 − 0.6 = 119.4"_s,
+    const QStringList expected{u"frame width: 120 − 0.6 = 119.4\nכמות: 2 (מספר קבוע, בכל הסדרות)"_s,
                                u"frame height: 100 − 0.6 = 99.4"_s};
     EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})), expected);
 }

@@ -320,6 +320,21 @@ private slots:
         QVERIFY(std::abs(widths[1] - 200 * unit) <= 1);
     }
 
+    void cutsBelowABar_areReadFromRightToLeft()
+    {
+        OrderLine window = shoptest::window();
+        window.frame = {200, 100, 1, u"משקוף"_s, u"לבן"_s};
+        window.sash.kind = window.mesh.kind = u"ללא"_s;
+        const PdfWords pdf(*paperDocument(kindTitled(u"תוכנית מוטות"_s), packOf({window})));
+        const QRectF first = pdf.placeOf(0, u"1×200"_s);
+        const QRectF second = pdf.placeOf(0, u"1×100"_s);
+        QVERIFY(!first.isEmpty() && !second.isEmpty());
+        QVERIFY(second.right() < first.left());
+        // The line of the second cut follows it.
+        const QRectF line = pdf.placeOf(0, u"(7-1)"_s);
+        QVERIFY(!line.isEmpty() && line.right() < second.left());
+    }
+
     void computedNumber_hasNoNoise()
     {
         QCOMPARE(computedNumber(0.1 + 0.2), u"0.3"_s);

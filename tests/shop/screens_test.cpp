@@ -76,6 +76,23 @@ std::vector<Piece> hardPieces(int count)
     return pieces;
 }
 
+/// Adds order 7 with 1024 lines whose frames have 20 profiles and different sizes. Planning them
+/// takes many seconds.
+void fillWithHardLines(TemporaryStore& store)
+{
+    store.addOrder(7);
+    store.addLine(7, 1);
+    for (int lines = 1; lines < 1024; lines *= 2)
+        store.execute(u"INSERT INTO Cuts (Order_Num, NUM, Name, MyWidth, MYHeight, Kind, "
+                      "Glass_W, Mahkof_Count) SELECT Order_Num, NUM + ?, Name, MyWidth, MYHeight, "
+                      "Kind, Glass_W, Mahkof_Count FROM Cuts"_s,
+                      {lines});
+    store.execute(u"UPDATE Cuts SET Kanaf_Kind = 'ללא', Glass_Kind = 'ללא', Reshet_Kind = 'ללא', "
+                  "Mashof_Kind = CAST(NUM % 20 AS VARCHAR(2)), "
+                  "Mashkof_W = 50 + (NUM * 7919 % 20000) / 100.0, "
+                  "Mashkof_H = 50 + (NUM * 104729 % 20000) / 100.0"_s);
+}
+
 /// Returns the texts of the first sheet of a document.
 QStringList textsOf(const std::shared_ptr<report::PrintedDocument>& document)
 {
@@ -246,6 +263,24 @@ private slots:
                 planned += bars.pieces.size();
         }
         QCOMPARE(planned, pieces.size());
+    }
+
+    /// A plan that was stopped is not the best one, so the next document is planned anew.
+    void stoppedPlan_isMadeAgainForTheNextDocument()
+    {
+        TemporaryStore store;
+        fillWithHardLines(store);
+        const report::FurtherDocuments further = documentsOf(store.path(), 7);
+        QWidget window;
+        int dialogs = 0;
+        for (int document = 0; document < 2; ++document) {
+            whenShown(u"PlanningProgress"_s, [&dialogs](QWidget& dialog) {
+                ++dialogs;
+                QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
+            });
+            QVERIFY(further.documents[0].make(&window, 0).document != nullptr);
+            QCOMPARE(dialogs, document + 1);
+        }
     }
 
     void endOfTheProgram_endsThePlanning()

@@ -14,6 +14,8 @@ using namespace Qt::StringLiterals;
 
 int loadFonts(const QString& folder)
 {
+    if (!runtime::isTrustedFolder(folder))
+        return 0;
     int loaded = 0;
     for (const QFileInfo& font :
          QDir(folder).entryInfoList({u"*.otf"_s, u"*.ttf"_s}, QDir::Files, QDir::Name)) {
@@ -25,9 +27,7 @@ int loadFonts(const QString& folder)
 
 void loadDeliveredFonts()
 {
-    const QString folder = QCoreApplication::applicationDirPath() + u"/fonts"_s;
-    if (runtime::isTrustedFolder(folder))
-        loadFonts(folder);
+    loadFonts(QCoreApplication::applicationDirPath() + u"/fonts"_s);
 }
 
 void substituteFonts()

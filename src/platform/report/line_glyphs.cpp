@@ -30,6 +30,14 @@ bool hasBrackets(const QString& text)
     return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return brackets.contains(c); });
 }
 
+/// Returns true if the text has a letter that is read from right to left. A direction mark is none.
+bool hasRightToLeftLetter(const QString& text)
+{
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) {
+        return c.isLetter() && (c.direction() == QChar::DirR || c.direction() == QChar::DirAL);
+    });
+}
+
 std::vector<Glyph> glyphsOf(const QTextLayout& layout)
 {
     std::vector<Glyph> glyphs;
@@ -122,7 +130,7 @@ GlyphPiece piece(Iterator first, Iterator end)
 std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout)
 {
     std::vector<Glyph> glyphs = glyphsOf(layout);
-    if (hasBrackets(layout.text()))
+    if (hasBrackets(layout.text()) && hasRightToLeftLetter(layout.text()))
         glyphs = withBracketsInOrder(glyphs);
     std::vector<GlyphPiece> pieces;
     for (auto first = glyphs.begin(); first != glyphs.end();) {

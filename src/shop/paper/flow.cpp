@@ -1,5 +1,6 @@
 #include "shop/paper/flow.h"
 
+#include "platform/report/direction_marks.h"
 #include "platform/report/shaped_text.h"
 #include "platform/runtime/conversions.h"
 #include "shop/paper/sheet_ink.h"
@@ -20,8 +21,6 @@ constexpr double headPoints = 11;
 constexpr double faultPoints = 10;
 constexpr qsizetype namedOrders = 6;
 
-constexpr QChar isolateBegin(0x2066);
-constexpr QChar isolateEnd(0x2069);
 /// A word is condensed and reduced in size to this part of its width before it is truncated.
 constexpr double narrowest = report::narrowestStretch * report::smallestSize / 10000.0;
 
@@ -59,7 +58,8 @@ QStringList wordsOf(const QString& text)
     QString word;
     bool isIsolated = false;
     for (const QChar each : text) {
-        isIsolated = each == isolateBegin || (isIsolated && each != isolateEnd);
+        isIsolated =
+            each == report::leftToRightIsolate || (isIsolated && each != report::popIsolate);
         if (each != u' ' || isIsolated)
             word += each;
         else if (!word.isEmpty())

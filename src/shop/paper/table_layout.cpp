@@ -1,5 +1,7 @@
 #include "shop/paper/table_layout.h"
 
+#include "platform/report/direction_marks.h"
+
 #include <algorithm>
 
 namespace shop::paper {
@@ -58,7 +60,11 @@ void TableLayout::cells(const QStringList& texts, int top, int height, bool bold
 
 void TableLayout::row(const QStringList& texts, const QStringList& items, bool bold)
 {
-    rowOfLines(texts, brokenItems(items, cellPoints, textWidth(columns_.back()), bold), bold);
+    QStringList lines = brokenItems(items, cellPoints, textWidth(columns_.back()), bold);
+    // Numbers alone would stand from left to right.
+    for (QString& each : lines)
+        each.prepend(report::rightToLeftMark);
+    rowOfLines(texts, lines, bold);
 }
 
 void TableLayout::textRow(const QStringList& texts, const QString& text)
