@@ -66,7 +66,7 @@ TEST_F(PoolTest, fileReplacedAtTheSamePath_isReadAtTheNextOpening)
     const QString copy = path_ + u".copy"_s;
     ASSERT_TRUE(QFile::copy(path_, copy));
     PlainSql(copy).rows(u"DELETE FROM Items"_s);
-    ASSERT_TRUE(QFile::remove(path_));
+    ASSERT_TRUE(QFile::rename(path_, path_ + u".old"_s));
     ASSERT_TRUE(QFile::rename(copy, path_));
     EXPECT_EQ(openOnce(), 0);
 }
