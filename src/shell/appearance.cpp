@@ -50,7 +50,8 @@ QIcon programIcon()
 }
 
 /// Gives a selection that has the focus a dark highlight, on which white text is readable, and a
-/// selection without the focus a light one.
+/// selection without the focus a light one. A disabled field stays white, as the picture boxes of
+/// the measures do, and only its text turns grey.
 QPalette programPalette(QPalette palette)
 {
     const QColor focused(0x1f, 0x5f, 0x99);
@@ -61,6 +62,8 @@ QPalette programPalette(QPalette palette)
         palette.setColor(group, QPalette::Highlight, unfocused);
         palette.setColor(group, QPalette::HighlightedText, Qt::black);
     }
+    palette.setColor(QPalette::Disabled, QPalette::Base,
+                     palette.color(QPalette::Active, QPalette::Base));
     return palette;
 }
 

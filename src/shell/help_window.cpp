@@ -86,7 +86,13 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name)
     const QUrl absolute = document()->baseUrl().resolved(name);
     const QImage picture(u':' + absolute.path());
     const int room = std::max(viewport()->width() - pictureMargin, pictureMargin);
-    return picture.width() > room ? picture.scaledToWidth(room, Qt::SmoothTransformation) : picture;
+    if (picture.width() <= room)
+        return picture;
+    // A reduced picture keeps as many pixels as the screen has for it.
+    const double ratio = std::min(devicePixelRatioF(), double(picture.width()) / room);
+    QImage reduced = picture.scaledToWidth(qRound(room * ratio), Qt::SmoothTransformation);
+    reduced.setDevicePixelRatio(ratio);
+    return reduced;
 }
 
 HelpWindow::HelpWindow(QWidget* parent)
@@ -116,6 +122,8 @@ void HelpWindow::layOut()
     ComboLanguage->setAccessibleName(u"שפה · Language"_s);
     ListChapters->setObjectName(u"ListChapters"_s);
     ListChapters->setAccessibleName(u"פרקים · Chapters"_s);
+    ListChapters->setWordWrap(true);
+    ListChapters->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* side = new QVBoxLayout;
     side->addWidget(ComboLanguage);
     side->addWidget(ListChapters);

@@ -8,6 +8,9 @@
 #include <QStyleOption>
 #include <QWidget>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace shell {
@@ -66,15 +69,75 @@ void drawToolButtonFocus(const QStyleOptionToolButton& button, QPainter& painter
     painter.restore();
 }
 
-/// Draws a frame inside the edge of a list or grid. Fusion shows the focus only in the current row,
-/// which an empty grid does not have.
-void drawViewFocus(const QStyleOption& view, QPainter& painter)
+/// Returns the colour of the frame of a list, grid or panel. Fusion shows the focus only in the
+/// current row, which an empty grid does not have.
+QColor frameColour(const QStyleOption& frame, const QWidget* widget)
 {
-    painter.save();
-    painter.setPen(view.palette.color(QPalette::Highlight));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(view.rect.adjusted(0, 0, -1, -1));
-    painter.restore();
+    if (frame.state.testFlag(QStyle::State_HasFocus) &&
+        qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+        return frame.palette.color(QPalette::Highlight);
+    constexpr int outline = 140; // As in Fusion, in percent.
+    constexpr int lighter = 108;
+    return frame.palette.color(QPalette::Window).darker(outline).lighter(lighter);
+}
+
+/// Draws lines of whole pixels of the device. At 150 %, the place of a line may lie between two
+/// pixels; a line that is drawn with a pen is then wider than others, or a neighbour covers it.
+class EvenLines
+{
+public:
+    EvenLines(QPainter& painter, const QColor& colour)
+        : painter_(painter), colour_(colour), toDevice_(painter.deviceTransform()),
+          width_(std::max(1.0, std::floor(toDevice_.m11() + noise)))
+    {
+    }
+
+    /// Draws a frame just inside the rectangle.
+    void drawFrame(const QRect& place) const
+    {
+        const QRectF pixels = pixelsIn(place);
+        drawTop(place);
+        drawLeft(place);
+        fill({pixels.left(), pixels.bottom() - width_, pixels.width(), width_});
+        fill({pixels.right() - width_, pixels.top(), width_, pixels.height()});
+    }
+
+    /// Draw a line along the top or the left edge, just inside the rectangle.
+    void drawTop(const QRect& place) const
+    {
+        const QRectF pixels = pixelsIn(place);
+        fill({pixels.left(), pixels.top(), pixels.width(), width_});
+    }
+    void drawLeft(const QRect& place) const
+    {
+        const QRectF pixels = pixelsIn(place);
+        fill({pixels.left(), pixels.top(), width_, pixels.height()});
+    }
+
+private:
+    /// Returns the whole pixels in the rectangle.
+    QRectF pixelsIn(const QRect& place) const
+    {
+        const QRectF exact = toDevice_.mapRect(QRectF(place));
+        return {QPointF(std::ceil(exact.left() - noise), std::ceil(exact.top() - noise)),
+                QPointF(std::floor(exact.right() + noise), std::floor(exact.bottom() + noise))};
+    }
+    void fill(const QRectF& pixels) const
+    {
+        painter_.fillRect(toDevice_.inverted().mapRect(pixels), colour_);
+    }
+
+    static constexpr double noise = 1e-6;
+    QPainter& painter_;
+    QColor colour_;
+    QTransform toDevice_;
+    double width_;
+};
+
+/// The frame of the list that a combo box opens is that of a menu.
+bool isListOfCombo(const QWidget* widget)
+{
+    return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
 }
 
 } // namespace
@@ -112,10 +175,10 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         QProxyStyle::drawPrimitive(element, &shown, painter, widget);
         return;
     }
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
-    if (element == PE_Frame && option->state.testFlag(State_HasFocus) &&
-        qobject_cast<const QAbstractItemView*>(widget) != nullptr)
-        drawViewFocus(*option, *painter);
+    if (element == PE_Frame && !isListOfCombo(widget))
+        EvenLines(*painter, frameColour(*option, widget)).drawFrame(option->rect);
+    else
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option,

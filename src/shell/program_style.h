@@ -10,7 +10,9 @@ namespace shell {
 /// combo boxes in the application's palette. Qt caches their pixmaps under a key that contains the
 /// palette, so pixmap-cache keys would leak, one set for each form whose widgets have palettes of
 /// their own. Third, it draws the focus frame of buttons however the focus came, and not only after
-/// a Tab key. Fourth, push buttons have room around their texts.
+/// a Tab key. Fourth, push buttons have room around their texts. Fifth, the frames of lists, grids
+/// and panels have even lines at every scale of the screen, and a list or grid with the focus has a
+/// coloured one.
 class ProgramStyle : public QProxyStyle
 {
 public:

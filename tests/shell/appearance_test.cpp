@@ -37,6 +37,9 @@ private slots:
     void focusFrame_isDrawnHoweverTheFocusCame();
     void toolButtonWithAMenu_showsItsFocus();
     void emptyGrid_showsItsFocus();
+    void frame_isOnePixelOnEachSideAt150Percent_data();
+    void frame_isOnePixelOnEachSideAt150Percent();
+    void disabledField_keepsItsBackground();
 };
 
 /// Records the palettes that are passed to the style for drawing.
@@ -242,6 +245,50 @@ void AppearanceTest::emptyGrid_showsItsFocus()
         grid->setFocus();
         QCOMPARE(edge(place), highlight);
     }
+}
+
+void AppearanceTest::frame_isOnePixelOnEachSideAt150Percent_data()
+{
+    QTest::addColumn<int>("corner");
+    QTest::addColumn<QList<int>>("lines");
+    // By hand: 20 units are 30 pixels. From 2 they cover the pixels 3 to 32. From 3 they begin and
+    // end in the middle of a pixel, at 4.5 and 34.5, and the whole pixels are 5 to 33.
+    QTest::newRow("edges on pixels") << 2 << QList<int>{3, 32};
+    QTest::newRow("edges between pixels") << 3 << QList<int>{5, 33};
+}
+
+void AppearanceTest::frame_isOnePixelOnEachSideAt150Percent()
+{
+    QFETCH(int, corner);
+    QFETCH(QList<int>, lines);
+    QImage picture(40, 40, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(1.5);
+    picture.fill(Qt::white);
+    QStyleOptionFrame frame;
+    frame.rect = QRect(corner, corner, 20, 20);
+    frame.palette = QApplication::palette();
+    QPainter painter(&picture);
+    QApplication::style()->drawPrimitive(QStyle::PE_Frame, &frame, &painter);
+    painter.end();
+    QList<int> across;
+    QList<int> down;
+    for (int i = 0; i < 40; ++i) {
+        if (picture.pixel(i, 18) != qRgb(255, 255, 255))
+            across.append(i);
+        if (picture.pixel(18, i) != qRgb(255, 255, 255))
+            down.append(i);
+    }
+    QCOMPARE(across, lines);
+    QCOMPARE(down, lines);
+}
+
+/// The boxes of the measures are white also if they are disabled, and the others look the same.
+void AppearanceTest::disabledField_keepsItsBackground()
+{
+    const QPalette palette = QApplication::palette();
+    QCOMPARE(palette.color(QPalette::Disabled, QPalette::Base), QColor(Qt::white));
+    QVERIFY(palette.color(QPalette::Disabled, QPalette::Text) !=
+            palette.color(QPalette::Active, QPalette::Text));
 }
 
 ZOMREL_QTEST_MAIN(AppearanceTest)

@@ -116,6 +116,10 @@ private slots:
         auto* table = child<QTableWidget>(dialog, u"Settings"_s);
         QCOMPARE(table->rowCount(), 2);
         QCOMPARE(table->item(0, barLengthColumn)->text(), u"600"_s);
+        // The names of the group cannot be edited and do not look like boxes.
+        const QTableWidgetItem* name = table->item(0, 0);
+        QVERIFY(!name->flags().testFlag(Qt::ItemIsEditable));
+        QVERIFY(name->background().color() != table->palette().color(QPalette::Base));
         table->item(0, barLengthColumn)->setText(u"650"_s);
         clickButton(dialog, u"SaveSettings"_s);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));

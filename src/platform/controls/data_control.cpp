@@ -100,8 +100,6 @@ void DataControl::buildBar()
     addButton(u"Previous"_s, u"לקודם"_s, QStyle::SP_MediaSeekBackward, Step::Previous);
     auto* middle = new QFrame(this);
     middle->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    middle->setBackgroundRole(QPalette::Base);
-    middle->setAutoFillBackground(true);
     layout->addWidget(middle, 1);
     addButton(u"Next"_s, u"לבא"_s, QStyle::SP_MediaSeekForward, Step::Next);
     addButton(u"Last"_s, u"לאחרון"_s, QStyle::SP_MediaSkipForward, Step::Last);

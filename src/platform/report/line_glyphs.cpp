@@ -30,12 +30,10 @@ bool hasBrackets(const QString& text)
     return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return brackets.contains(c); });
 }
 
-/// Returns true if the text has a letter that is read from right to left. A direction mark is none.
-bool hasRightToLeftLetter(const QString& text)
+/// Returns false for figures alone. Programs keep their brackets in order without help.
+bool hasLetters(const QString& text)
 {
-    return std::any_of(text.cbegin(), text.cend(), [](QChar c) {
-        return c.isLetter() && (c.direction() == QChar::DirR || c.direction() == QChar::DirAL);
-    });
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isLetter(); });
 }
 
 std::vector<Glyph> glyphsOf(const QTextLayout& layout)
@@ -57,6 +55,22 @@ std::vector<Glyph> glyphsOf(const QTextLayout& layout)
 qsizetype bracketOf(const Glyph& glyph)
 {
     return glyph.font.glyphIndexesForString(brackets).indexOf(glyph.index);
+}
+
+/// Makes brackets around right-to-left words in left-to-right text count as right-to-left. They
+/// look the same, and programs that extract the text take them for a part of the words.
+void joinBracketsToTheirWords(std::vector<Glyph>& glyphs)
+{
+    for (auto open = glyphs.begin(); open != glyphs.end(); ++open) {
+        const qsizetype bracket = bracketOf(*open);
+        const auto close = std::find_if(std::next(open), glyphs.end(),
+                                        [](const Glyph& each) { return !each.isRightToLeft; });
+        if (open->isRightToLeft || bracket < 0 || bracket % 2 != 0 || close == glyphs.end() ||
+            close == std::next(open) || bracketOf(*close) != bracket + 1)
+            continue;
+        open->isRightToLeft = true;
+        close->isRightToLeft = true;
+    }
 }
 
 double rightEnd(const Glyph& glyph)
@@ -130,8 +144,10 @@ GlyphPiece piece(Iterator first, Iterator end)
 std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout)
 {
     std::vector<Glyph> glyphs = glyphsOf(layout);
-    if (hasBrackets(layout.text()) && hasRightToLeftLetter(layout.text()))
+    if (hasBrackets(layout.text()) && hasLetters(layout.text())) {
+        joinBracketsToTheirWords(glyphs);
         glyphs = withBracketsInOrder(glyphs);
+    }
     std::vector<GlyphPiece> pieces;
     for (auto first = glyphs.begin(); first != glyphs.end();) {
         const auto end = std::find_if(std::next(first), glyphs.end(), [&](const Glyph& each) {

@@ -26,7 +26,8 @@ struct GlyphPiece
 /// "(" with the glyph of ")", and a PDF identifies a character by its glyph; such a bracket is
 /// therefore drawn as the mirror image of its own glyph. Second, a program may assign a bracket
 /// between a right-to-left and a left-to-right word to the wrong word; an invisible direction mark
-/// between them prevents this.
+/// between them prevents this. Brackets around a right-to-left word in left-to-right text are
+/// handled like those in right-to-left text, because such programs read them with the word.
 std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout);
 
 } // namespace report

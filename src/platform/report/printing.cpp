@@ -1,5 +1,6 @@
 #include "platform/report/printing.h"
 
+#include "platform/report/direction_marks.h"
 #include "platform/report/doors.h"
 #include "platform/report/export.h"
 #include "platform/report/paper.h"
@@ -138,7 +139,7 @@ QString saveAs(PrintedDocument& document, const FileRequest& request, const Prog
     document.readAll(); // The number of pages is final only after readAll.
     const Outcome outcome = writeTo(path, request.parent, writer);
     if (outcome == Outcome::Failed)
-        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(path));
+        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(leftToRight(path)));
     return outcome == Outcome::Done ? path : QString();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/report/saved_bar.h"
 
+#include "platform/report/direction_marks.h"
 #include "platform/report/doors.h"
 #include "platform/runtime/guard.h"
 
@@ -37,11 +38,8 @@ void SavedBar::confirm(const QString& path)
 {
     const QFileInfo file(path);
     folder_ = file.absolutePath();
-    // The isolates keep the file's name in its own reading direction inside the Hebrew sentence.
-    constexpr QChar firstStrongIsolate(0x2068);
-    constexpr QChar popIsolate(0x2069);
-    text_->setText(u" הקובץ נשמר: "_s + firstStrongIsolate + file.fileName() + popIsolate + u' ');
-    text_->setToolTip(QDir::toNativeSeparators(file.absoluteFilePath()));
+    text_->setText(u" הקובץ נשמר: "_s + leftToRight(file.fileName()) + u' ');
+    text_->setToolTip(leftToRight(QDir::toNativeSeparators(file.absoluteFilePath())));
     show();
 }
 

@@ -125,8 +125,7 @@ QStringList cutsOf(const GroupBars& bars)
         for (; i < perBar && bars.pieces[i].length == length; ++i, ++count)
             lines += linesAt(bars, i);
         lines.removeDuplicates();
-        cuts.append(report::leftToRightIsolate + u"%1×%2"_s.arg(count).arg(computedNumber(length)) +
-                    report::popIsolate);
+        cuts.append(report::leftToRight(u"%1×%2"_s.arg(count).arg(computedNumber(length))));
         for (qsizetype from = 0; from < lines.size(); from += listedPerPiece) {
             const bool isFirst = from == 0;
             const bool isLast = from + listedPerPiece >= lines.size();

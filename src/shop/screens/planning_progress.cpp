@@ -16,6 +16,7 @@ namespace {
 
 constexpr int pollMilliseconds = 10;
 constexpr int patienceMilliseconds = 500;
+constexpr int dialogWidth = 360; ///< Device-independent pixels, enough for the title.
 
 /// A plan in the making, on threads of its own.
 class Planning
@@ -86,6 +87,7 @@ void waitWithDialog(const Planning& planning, QWidget* parent)
     dialog.setObjectName(u"PlanningProgress"_s);
     dialog.setWindowTitle(u"תוכנית מוטות"_s);
     dialog.setLayoutDirection(Qt::RightToLeft);
+    dialog.setMinimumWidth(dialogWidth);
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.setAutoClose(false);
     dialog.setAutoReset(false);

@@ -5,6 +5,7 @@
 #include "shop/paper/words.h"
 
 #include <QDialogButtonBox>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScreen>
@@ -17,8 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstNumber = 3; ///< The columns before it name the group.
-constexpr int trimColumn = 5;  ///< Trims must not use up the whole bar.
+constexpr int firstNumber = 3;     ///< The columns before it name the group.
+constexpr int roomAroundText = 16; ///< Device-independent pixels.
+constexpr int trimColumn = 5;      ///< Trims must not use up the whole bar.
 
 const QStringList& headings()
 {
@@ -29,10 +31,12 @@ const QStringList& headings()
     return texts;
 }
 
+/// Returns an item that cannot be edited and does not look like a box for input.
 QTableWidgetItem* fixedItem(const QString& text)
 {
     auto* item = new QTableWidgetItem(text);
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    item->setBackground(QGuiApplication::palette().window());
     return item;
 }
 
@@ -75,7 +79,9 @@ void SettingsDialog::addRows()
             table_->setItem(row, column++, new QTableWidgetItem(numberText(each.get(settings))));
         ++row;
     }
-    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table_->resizeColumnsToContents();
+    for (int column = 0; column < table_->columnCount(); ++column)
+        table_->setColumnWidth(column, table_->columnWidth(column) + roomAroundText);
     table_->verticalHeader()->hide();
 }
 

@@ -62,6 +62,7 @@ private slots:
     void texts_haveTheirPlaceAndSize();
     void mixedTexts_keepTheirReadingOrder();
     void brackets_keepTheirReadingOrder();
+    void bracketsInALeftToRightCell_stayAtTheirWord();
     void tooWideText_isCondensed();
     void picture_isEmbeddedOnce();
     void fullDisk_returnsFailed();
@@ -150,6 +151,31 @@ void PdfExportTest::brackets_keepTheirReadingOrder()
     const QString text = plainText(path);
     for (const QString& name : names)
         QVERIFY2(text.contains(name), qPrintable(name + u" in "_s + text));
+}
+
+void PdfExportTest::bracketsInALeftToRightCell_stayAtTheirWord()
+{
+    static constexpr ControlDesign cells[] = {
+        {Kind::Field, u"NameField", u"Name", 1000, 90, 3000, 300, 12, Align::Right}};
+    static constexpr SectionDesign sections[] = {{u"Row", Role::Detail, 1000, cells}};
+    ReportDesign design = smallReport;
+    design.sections = sections;
+    const QList<QStringList> names{{u"(עץ)"_s, u"7000"_s},  {u"(עץ)"_s},
+                                   {u"[לבן]"_s, u"12.5"_s}, {u"PVC"_s, u"(לבן מט)"_s},
+                                   {u"(7000)"_s, u"PVC"_s}, {u"לבן"_s, u"(מט)"_s, u"7000"_s}};
+    for (const QStringList& name : names) {
+        const auto rows = std::make_shared<MemoryRows>(
+            QStringList{u"Name"_s}, 1, [&](int) { return MemoryRows::Row{name.join(u' ')}; });
+        Document document(design, makeSections(design), rows, smallPaper);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"cell.pdf"_s);
+        writeFile(path, [&](QIODevice& device) {
+            return writePdf(document, allPages(document), device, goOn);
+        });
+        const QString text = plainText(path);
+        for (const QString& word : name)
+            QVERIFY2(text.contains(word), qPrintable(word + u" in "_s + text));
+    }
 }
 
 void PdfExportTest::tooWideText_isCondensed()

@@ -95,7 +95,7 @@ void PreviewOutputTest::export_isConfirmedWithNameAndFolder()
     preview.chosenFile = folder.filePath(u"הזמנה 17.pdf"_s);
     preview.click(u"ActionExportPdf"_s);
     QVERIFY(bar->isVisible());
-    QVERIFY(child<QLabel>(*bar, u"LabelSaved"_s)->text().contains(u"הזמנה 17.pdf"_s));
+    QVERIFY(child<QLabel>(*bar, u"LabelSaved"_s)->text().contains(u"\u2066הזמנה 17.pdf\u2069"_s));
 
     QString opened;
     const auto former = folderDoor().replace([&opened](const QString& path) { opened = path; });

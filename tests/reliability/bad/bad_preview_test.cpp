@@ -195,7 +195,7 @@ void BadPreviewTest::oddFileName_givesAWholeFileOrNone()
     }
     QCOMPARE(preview.boxes.shown().size(), std::size_t{1});
     QCOMPARE(preview.boxes.shown().front().text,
-             u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(preview.chosenFile));
+             u"לא ניתן לכתוב את הקובץ:\n\u2066%1\u2069"_s.arg(preview.chosenFile));
     QCOMPARE(QDir(folder.path()).entryList(all), before);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), "kept");
