@@ -116,6 +116,7 @@ void HelpWindow::layOut()
     ComboLanguage->setAccessibleName(u"שפה · Language"_s);
     ListChapters->setObjectName(u"ListChapters"_s);
     ListChapters->setAccessibleName(u"פרקים · Chapters"_s);
+    TextHelp->setAccessibleName(windowTitle());
     auto* side = new QVBoxLayout;
     side->addWidget(ComboLanguage);
     side->addWidget(ListChapters);
