@@ -10,12 +10,13 @@ packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev li
   mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
   fonts-liberation2|fonts-liberation"
 
-# Needed by ./test in addition.
+# Needed by ./test in addition. The last line is for the tests of screen readers.
 packages_test="libgtest-dev libgmock-dev libsqlite3-dev xvfb xauth xdotool poppler-utils
-  postgresql-15 openssl python3-openpyxl zbar-tools"
+  postgresql-15 openssl python3-openpyxl zbar-tools
+  qt6-base-private-dev dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi openbox"
 
 # Needed by .ci/run in addition to both.
-packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev openbox"
+packages_ci="clang libclang-rt-14-dev clang-tidy clang-format cppcheck gcovr libbenchmark-dev"
 
 # Needed by ./package in addition to packages_run, and to check what it makes.
 packages_package="binutils cmark-gfm debhelper file patchelf xz-utils"

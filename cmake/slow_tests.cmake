@@ -87,6 +87,7 @@ set(ZOMREL_SLOW_TESTS
     reliability_stations_test
     reliability_stations_test_on_server
     runtime_call_watch_test
+    screen_reader_journey
     serials_editing_test_on_server
     series_boxes_test_on_server
     series_fields_test

@@ -1,3 +1,4 @@
+#include "platform/controls/accessibility.h"
 #include "platform/controls/message_box_window.h"
 #include "platform/runtime/library_paths.h"
 #include "shell/appearance.h"
@@ -19,6 +20,7 @@ int main(int argc, char** argv)
     if (const auto stall = shell::stallToShow(QApplication::arguments()))
         return shell::showStall(*stall);
     const auto watch = shell::watchForStalls();
+    controls::installAccessibility();
     controls::installMessageBoxes();
     shell::installErrorExplanations();
     shell::EnterClicks enterClicks;

@@ -190,8 +190,8 @@ void OpeningPanel::buildFrame2()
             partCombo(controls::memberName(u"DBComboColor"_s, part), DataColor[part], Frame2);
         grid->addWidget(DBComboColor[part], row, 2, Qt::AlignVCenter);
         const QString spoken = QString(base::partCaptions()[part]).remove(u" :"_s);
-        DBComboKind[part]->setAccessibleName(spoken + u", סוג"_s);
-        DBComboColor[part]->setAccessibleName(spoken + u", צבע"_s);
+        DBComboKind[part]->setSpokenName(spoken + u", סוג"_s);
+        DBComboColor[part]->setSpokenName(spoken + u", צבע"_s);
     }
 }
 

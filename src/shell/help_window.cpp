@@ -124,6 +124,7 @@ void HelpWindow::layOut()
     ListChapters->setAccessibleName(u"פרקים · Chapters"_s);
     ListChapters->setWordWrap(true);
     ListChapters->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    TextHelp->setAccessibleName(windowTitle());
     auto* side = new QVBoxLayout;
     side->addWidget(ComboLanguage);
     side->addWidget(ListChapters);

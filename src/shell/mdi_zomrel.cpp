@@ -100,6 +100,7 @@ MDIZomrel::~MDIZomrel()
 void MDIZomrel::buildToolbar()
 {
     Toolbar1->setObjectName(u"Toolbar1"_s);
+    Toolbar1->setAccessibleName(u"פקודות"_s);
     Toolbar1->setIconSize(pictureSize);
     Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     Toolbar1->setMovable(false);

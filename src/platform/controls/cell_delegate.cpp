@@ -5,11 +5,13 @@
 namespace controls {
 
 QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
-                                    const QModelIndex& /*index*/) const
+                                    const QModelIndex& index) const
 {
     editor_ = new QLineEdit(parent);
     editor_->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     editor_->setFrame(false);
+    editor_->setAccessibleName(
+        index.model()->headerData(index.column(), Qt::Horizontal).toString());
     return editor_;
 }
 

@@ -5,6 +5,8 @@
 #include "platform/controls/wheel_guard.h"
 #include "platform/runtime/guard.h"
 
+#include <QLineEdit>
+
 namespace controls {
 
 DBCombo::DBCombo(const QString& name, QWidget* parent) : QComboBox(parent)
@@ -22,6 +24,12 @@ void DBCombo::setRowSource(DataControl* source, const QString& listField)
     runtime::on(source, &DataControl::rowsReset, this,
                 [this, source, listField] { listRows(*source, listField); });
     listRows(*source, listField);
+}
+
+void DBCombo::setSpokenName(const QString& name)
+{
+    setAccessibleName(name);
+    lineEdit()->setAccessibleName(name);
 }
 
 void DBCombo::listRows(DataControl& source, const QString& listField)

@@ -16,6 +16,8 @@ class DBCombo : public QComboBox
 public:
     explicit DBCombo(const QString& name, QWidget* parent = nullptr);
     void setRowSource(DataControl* source, const QString& listField);
+    /// Sets the name for screen readers, also of the box into which the user types.
+    void setSpokenName(const QString& name);
 
 private:
     void listRows(DataControl& source, const QString& listField);

@@ -4,6 +4,7 @@
 #include "platform/controls/cell_delegate.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/db_grid_model.h"
+#include "platform/controls/grid_interface.h"
 #include "platform/controls/warning_sign.h"
 #include "platform/runtime/guard.h"
 
@@ -178,7 +179,12 @@ void DBGrid::takeAway(const QVariant& key)
 
 void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
-    QTableView::currentChanged(current, previous);
+    // QTableView's function only adds an event for screen readers, whose number of the cell counts
+    // the hidden columns.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QAbstractItemView::currentChanged(current, previous);
+    if (hasFocus())
+        announceCell(*this, current, QAccessible::Focus);
     if (following_ || !current.isValid())
         return;
     runtime::guarded([this, row = current.row()] {
@@ -189,6 +195,31 @@ void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previ
         else
             moveRecordset(row);
     });
+}
+
+void DBGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    // See currentChanged. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QAbstractItemView::selectionChanged(selected, deselected);
+    const auto announce = [this](const QItemSelection& rows, QAccessible::Event type) {
+        if (!rows.isEmpty())
+            announceCell(*this, model_->index(rows.constFirst().top(), shownColumn()), type);
+    };
+    announce(selected, QAccessible::SelectionAdd);
+    announce(deselected, QAccessible::SelectionRemove);
+}
+
+/// Screen readers hear the name of the grid first, and then the current cell.
+void DBGrid::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (hasFocus())
+                announceCell(*this, currentIndex(), QAccessible::Focus);
+        },
+        Qt::QueuedConnection);
 }
 
 QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& index,

@@ -39,6 +39,9 @@ class DBGridModel;
 ///
 /// In a read-only grid, Home and End move to the first and the last row.
 ///
+/// Screen readers see only the visible columns (grid_interface.h), and hear the current cell
+/// after the grid has got the focus.
+///
 /// The grid is read-only unless setEditable is called. An editable grid has a blank last row in
 /// which typing adds a record, and cells that can be edited in place. It writes an edited row when
 /// the user leaves the row or the grid closes. The Delete key deletes the selected row. If the
@@ -93,6 +96,9 @@ protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+    void focusInEvent(QFocusEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:

@@ -1,5 +1,6 @@
 #include "platform/controls/form.h"
 
+#include "platform/controls/focus_speech.h"
 #include "platform/controls/reading_anchor.h"
 #include "platform/runtime/guard.h"
 
@@ -108,6 +109,7 @@ void ChildForm::showInFrame(QMdiArea& area)
 {
     const QSize wanted = testAttribute(Qt::WA_Resized) ? size() : sizeHint();
     window_ = new QMdiSubWindow;
+    new FocusSpeech(*window_);
     window_->setAttribute(Qt::WA_DeleteOnClose);
     window_->setWidget(this);
     area.addSubWindow(window_);

@@ -37,6 +37,7 @@ FindBar::FindBar(PreviewPages& pages, QWidget* parent)
     setWindowTitle(u"חיפוש"_s);
     setMovable(false);
     text_->setObjectName(u"EditFind"_s);
+    text_->setAccessibleName(u"חיפוש"_s);
     text_->setClearButtonEnabled(true);
     text_->setMaximumWidth(260);
     result_->setObjectName(u"LabelFindResult"_s);

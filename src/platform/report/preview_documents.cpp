@@ -22,6 +22,7 @@ PreviewDocuments::PreviewDocuments(QWidget* parent) : QToolBar(parent), list_(ne
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     list_->setObjectName(u"Documents"_s);
     list_->setToolTip(u"המסמך המוצג"_s);
+    list_->setAccessibleName(u"מסמך"_s);
     list_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     addWidget(new QLabel(u" מסמך "_s, this));
     addWidget(list_);
@@ -64,6 +65,7 @@ void PreviewDocuments::addVariants()
         auto* list = new QComboBox(this);
         list->setObjectName(variants.name);
         list->setToolTip(variants.toolTip);
+        list->setAccessibleName(variants.toolTip);
         list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
         list->addItems(variants.titles);
         QAction* action = insertWidget(exportData_, list);

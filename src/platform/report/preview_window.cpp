@@ -40,6 +40,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     // Size of the window after the user leaves the maximised state.
     resize(QSize(1000, 760).boundedTo(screen()->availableSize() * 4 / 5));
     pages_->setObjectName(u"PreviewPages"_s);
+    pages_->setAccessibleName(u"דפי המסמך"_s);
     setCentralWidget(pages_);
     toolbar_->setObjectName(u"ToolbarPreview"_s);
     toolbar_->setWindowTitle(u"פקודות"_s);
@@ -57,7 +58,13 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     connectPages();
 }
 
-PreviewWindow::~PreviewWindow() = default;
+PreviewWindow::~PreviewWindow()
+{
+    // A box that has the focus emits signals while the base class destroys it.
+    for (const QObject* each : {static_cast<QObject*>(pageNumber_), static_cast<QObject*>(zoom_),
+                                static_cast<QObject*>(zoom_->lineEdit())})
+        each->disconnect(this);
+}
 
 void PreviewWindow::showDocument(std::shared_ptr<Document> document, FurtherDocuments further)
 {
@@ -118,6 +125,7 @@ void PreviewWindow::addPageNumber()
 {
     pageNumber_ = new QLineEdit(toolbar_);
     pageNumber_->setObjectName(u"EditPageNumber"_s);
+    pageNumber_->setAccessibleName(u"מספר דף"_s);
     pageNumber_->setToolTip(u"מספר הדף המוצג; הקלד מספר ו-Enter כדי לעבור אליו"_s);
     pageNumber_->setAlignment(Qt::AlignCenter);
     pageNumber_->setMaximumWidth(60);
@@ -153,6 +161,8 @@ void PreviewWindow::addZoomList()
     zoom_->setObjectName(u"ComboZoom"_s);
     zoom_->setToolTip(u"גודל התצוגה באחוזים"_s);
     zoom_->setEditable(true);
+    zoom_->setAccessibleName(u"גודל התצוגה"_s);
+    zoom_->lineEdit()->setAccessibleName(zoom_->accessibleName());
     zoom_->setInsertPolicy(QComboBox::NoInsert);
     for (const int percent : listedPercents)
         zoom_->addItem(u"%1%"_s.arg(percent), percent);
@@ -229,6 +239,7 @@ void PreviewWindow::showPageNumber()
     const int page = pages_->currentPage();
     pageNumber_->setText(QString::number(page));
     pageCount_->setText(u" מתוך %1 "_s.arg(pages_->pageCount()));
+    pages_->setAccessibleDescription(u"דף %1 מתוך %2"_s.arg(page).arg(pages_->pageCount()));
     first_->setEnabled(page > 1);
     previous_->setEnabled(page > 1);
     next_->setEnabled(page < pages_->pageCount());
@@ -327,10 +338,12 @@ void PreviewWindow::openFind()
     findBar_->open();
 }
 
-/// Closes the find bar or the confirmation of a saved file if one is open, and otherwise the
-/// window.
+/// Closes the rest of a toolbar, the find bar or the confirmation of a saved file if one is open,
+/// and otherwise the window.
 void PreviewWindow::escape()
 {
+    if (keys_->collapse())
+        return;
     if (findBar_->isVisible())
         findBar_->close();
     else if (savedBar_->isVisible())

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMainWindow>
 #include <QMenu>
 #include <QShortcut>
 #include <QToolBar>
@@ -10,19 +11,59 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace report {
 
 namespace {
+
+/// Returns the button at the end of the toolbar that shows what has no room. It is visible only if
+/// it is needed.
+QToolButton* extensionOf(const QToolBar& toolbar)
+{
+    return toolbar.findChild<QToolButton*>(u"qt_toolbar_ext_button"_s, Qt::FindDirectChildrenOnly);
+}
+
+/// Returns the widgets of a toolbar in reading order, also hidden ones.
+QList<QWidget*> allWidgets(const QToolBar& toolbar)
+{
+    QList<QWidget*> found;
+    for (QAction* each : toolbar.actions())
+        found.append(toolbar.widgetForAction(each));
+    found.append(extensionOf(toolbar));
+    found.removeAll(nullptr);
+    return found;
+}
 
 /// Returns all buttons of a toolbar, also hidden ones.
 QList<QToolButton*> allButtons(const QToolBar& toolbar)
 {
     QList<QToolButton*> found;
-    for (QAction* each : toolbar.actions()) {
-        if (auto* button = qobject_cast<QToolButton*>(toolbar.widgetForAction(each)))
+    for (QWidget* each : allWidgets(toolbar)) {
+        if (auto* button = qobject_cast<QToolButton*>(each))
             found.append(button);
     }
     return found;
+}
+
+bool isExtension(const QToolButton& button)
+{
+    const auto* toolbar = qobject_cast<const QToolBar*>(button.parentWidget());
+    return toolbar != nullptr && &button == extensionOf(*toolbar);
+}
+
+bool opensRest(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space ||
+           key == Qt::Key_Down;
+}
+
+/// Returns true also for the popup of a list in the toolbar, which is a window of its own.
+bool isWithin(const QWidget* widget, const QWidget* toolbar)
+{
+    while (widget != nullptr && widget != toolbar)
+        widget = widget->parentWidget();
+    return widget != nullptr;
 }
 
 /// Returns the buttons that the user can press.
@@ -42,11 +83,20 @@ ToolbarKeys::ToolbarKeys(QList<QToolBar*> toolbars, Tab tab)
     update();
     auto* shortcut = new QShortcut(Qt::Key_F10, toolbars_.constFirst()->window());
     connect(shortcut, &QShortcut::activated, this, [this] { enter(); });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget*, const QWidget* now) { collapseBehind(now); });
+    // The rest of a toolbar appears at once, so that it can get the focus.
+    if (auto* window = qobject_cast<QMainWindow*>(toolbars_.constFirst()->window()))
+        window->setAnimated(false);
 }
 
 void ToolbarKeys::update()
 {
     for (const QToolBar* toolbar : std::as_const(toolbars_)) {
+        if (QToolButton* extension = extensionOf(*toolbar)) {
+            extension->setAccessibleName(u"פקודות נוספות"_s);
+            extension->setToolTip(extension->accessibleName());
+        }
         for (QToolButton* each : allButtons(*toolbar)) {
             each->installEventFilter(this); // A second call for the same button has no effect.
             if (tab_ == Tab::ReachesButtons)
@@ -62,9 +112,8 @@ void ToolbarKeys::orderTabs()
 {
     QWidget* former = nullptr;
     for (const QToolBar* toolbar : std::as_const(toolbars_)) {
-        for (QAction* each : toolbar->actions()) {
-            QWidget* widget = toolbar->widgetForAction(each);
-            if (widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0)
+        for (QWidget* widget : allWidgets(*toolbar)) {
+            if ((widget->focusPolicy() & Qt::TabFocus) == 0)
                 continue;
             if (former != nullptr)
                 QWidget::setTabOrder(former, widget);
@@ -81,7 +130,8 @@ bool ToolbarKeys::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress)
         return handle(*button, *static_cast<QKeyEvent*>(event));
     // Escape leaves the toolbar before it triggers a shortcut of the window.
-    if (event->type() == QEvent::ShortcutOverride && cameFrom_ != nullptr &&
+    if (event->type() == QEvent::ShortcutOverride &&
+        (cameFrom_ != nullptr || expanded_ != nullptr) &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
         event->accept();
     return false;
@@ -105,6 +155,11 @@ void ToolbarKeys::enter()
 bool ToolbarKeys::handle(QToolButton& button, const QKeyEvent& event)
 {
     const int onwards = button.isRightToLeft() ? Qt::Key_Left : Qt::Key_Right;
+    if (isExtension(button) && opensRest(event.key())) {
+        if (!event.isAutoRepeat())
+            toggleRest(button);
+        return true;
+    }
     switch (event.key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -116,15 +171,66 @@ bool ToolbarKeys::handle(QToolButton& button, const QKeyEvent& event)
             button.click();
         return true;
     case Qt::Key_Down:
-        if (button.defaultAction()->menu() != nullptr)
+        if (button.defaultAction() != nullptr && button.defaultAction()->menu() != nullptr)
             button.showMenu();
         return true;
     case Qt::Key_Escape:
-        leave(button);
+        if (!collapse())
+            leave(button);
         return true;
     default:
         return false;
     }
+}
+
+/// Shows the rest of the toolbar and moves the focus to the first control that appears, or hides
+/// it.
+void ToolbarKeys::toggleRest(QToolButton& extension)
+{
+    if (extension.menu() != nullptr) {
+        extension.showMenu(); // A window that is too low for more rows has a menu instead.
+        return;
+    }
+    const auto* toolbar = qobject_cast<const QToolBar*>(extension.parentWidget());
+    QList<QWidget*> appearing = allWidgets(*toolbar);
+    appearing.removeIf([](const QWidget* each) { return each->isVisible(); });
+    extension.click();
+    expanded_ = extension.isChecked() ? &extension : nullptr;
+    for (QWidget* each : std::as_const(appearing)) {
+        const bool takesFocus =
+            qobject_cast<const QToolButton*>(each) != nullptr || each->focusPolicy() != Qt::NoFocus;
+        if (takesFocus && each->isVisible() && each->isEnabled()) {
+            each->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+    }
+}
+
+/// Returns the button of the toolbar that a key has expanded and that is still expanded, and
+/// forgets it. Returns nullptr if there is none.
+QToolButton* ToolbarKeys::takeExpanded()
+{
+    const QPointer<QWidget> expanded = std::exchange(expanded_, nullptr);
+    auto* extension = qobject_cast<QToolButton*>(expanded.data());
+    return extension != nullptr && extension->isChecked() ? extension : nullptr;
+}
+
+bool ToolbarKeys::collapse()
+{
+    QToolButton* extension = takeExpanded();
+    if (extension == nullptr)
+        return false;
+    extension->setFocus(Qt::OtherFocusReason);
+    extension->click();
+    return true;
+}
+
+void ToolbarKeys::collapseBehind(const QWidget* focused)
+{
+    if (expanded_ == nullptr || focused == nullptr || isWithin(focused, expanded_->parentWidget()))
+        return;
+    if (QToolButton* extension = takeExpanded())
+        extension->click();
 }
 
 void ToolbarKeys::step(const QToolButton& from, int by)

@@ -42,6 +42,7 @@ RemakeDialog::RemakeDialog(const Pieces& pieces, QWidget* parent)
     setLayoutDirection(Qt::RightToLeft);
     resize(QSize(420, 480).boundedTo(screen()->availableSize() * 9 / 10));
     list_->setObjectName(u"Parts"_s);
+    list_->setAccessibleName(u"חלקים"_s);
     for (const RemakeChoice& each : choices_)
         list_->addItem(u"הזמנה %1, שורה %2, %3"_s.arg(each.order)
                            .arg(each.line)

@@ -50,6 +50,7 @@ SettingsDialog::SettingsDialog(const StoredBars& bars, QWidget* parent)
     setLayoutDirection(Qt::RightToLeft);
     resize(QSize(1150, 560).boundedTo(screen()->availableSize() * 9 / 10));
     table_->setObjectName(u"Settings"_s);
+    table_->setAccessibleName(windowTitle());
     addRows();
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* accept = buttons->addButton(u"שמור"_s, QDialogButtonBox::AcceptRole);

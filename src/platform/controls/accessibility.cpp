@@ -1,0 +1,33 @@
+#include "platform/controls/accessibility.h"
+
+#include "platform/controls/grid_interface.h"
+#include "platform/controls/list_interface.h"
+
+#include <QComboBox>
+#include <QTableView>
+
+namespace controls {
+
+namespace {
+
+/// Qt asks for the class of the object first and then for its base classes.
+QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+{
+    if (className == u"controls::DBGrid") {
+        if (auto* grid = qobject_cast<QTableView*>(object))
+            return new GridInterface(grid);
+    } else if (className == u"QComboBox") {
+        if (auto* list = qobject_cast<QComboBox*>(object))
+            return new ListInterface(list);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void installAccessibility()
+{
+    QAccessible::installFactory(makeInterface);
+}
+
+} // namespace controls

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QAccessibleWidget>
+#include <QHash>
+#include <QPersistentModelIndex>
+
+class QModelIndex;
+class QTableView;
+
+namespace controls {
+
+/// A grid as screen readers see it: one header and one cell for each visible column, from left to
+/// right. Qt's own description of a table also contains the hidden columns and an empty header for
+/// each row. The children are the headers of the visible columns and then the
+/// cells, row by row. While the grid is being destroyed it is no QTableView any more, and the
+/// interface has no children.
+class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
+{
+public:
+    explicit GridInterface(QTableView* grid);
+
+    /// Returns the interface of a cell, or nullptr if its column is hidden.
+    QAccessibleInterface* cell(const QModelIndex& index) const;
+
+    int childCount() const override;
+    QAccessibleInterface* child(int index) const override;
+    int indexOfChild(const QAccessibleInterface* child) const override;
+    QAccessibleInterface* childAt(int x, int y) const override;
+    QAccessibleInterface* focusChild() const override;
+    void* interface_cast(QAccessible::InterfaceType type) override;
+
+    QAccessibleInterface* caption() const override { return nullptr; }
+    QAccessibleInterface* summary() const override { return nullptr; }
+    QAccessibleInterface* cellAt(int row, int column) const override;
+    int columnCount() const override { return static_cast<int>(columns().size()); }
+    int rowCount() const override;
+    QString columnDescription(int column) const override;
+    QString rowDescription(int /*row*/) const override { return {}; }
+    QList<QAccessibleInterface*> selectedCells() const override;
+    int selectedCellCount() const override { return selectedRowCount() * columnCount(); }
+    QList<int> selectedRows() const override;
+    int selectedRowCount() const override { return static_cast<int>(selectedRows().size()); }
+    bool isRowSelected(int row) const override { return selectedRows().contains(row); }
+    bool selectRow(int row) override;
+    // The user selects rows, and one row is always selected.
+    QList<int> selectedColumns() const override { return {}; }
+    int selectedColumnCount() const override { return 0; }
+    bool isColumnSelected(int /*column*/) const override { return false; }
+    bool selectColumn(int /*column*/) override { return false; }
+    bool unselectRow(int /*row*/) override { return false; }
+    bool unselectColumn(int /*column*/) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent* event) override;
+
+protected:
+    ~GridInterface() override;
+
+private:
+    QTableView* view() const;
+    QList<int> columns() const;
+    QAccessibleInterface* header(int column) const;
+
+    // Interfaces live until the grid or their cell ceases to exist.
+    mutable QHash<int, QAccessible::Id> headers_;
+    mutable QHash<QPersistentModelIndex, QAccessible::Id> cells_;
+};
+
+/// Sends an event of a cell to screen readers. Does nothing if no screen reader listens or if the
+/// cell's column is hidden.
+void announceCell(QTableView& grid, const QModelIndex& cell, QAccessible::Event type);
+
+} // namespace controls
