@@ -286,26 +286,10 @@ std::optional<StoredRow> TableRows::pick(Session& session, const QStringList& co
     return taken(std::move(found.front()));
 }
 
-std::optional<StoredRow> TableRows::first(Session& session, const RowOrder& order) const
+std::optional<StoredRow> TableRows::start(Session& session, const RowOrder& order,
+                                          Direction direction) const
 {
-    return pick(session, {}, {}, ordering(session, order, 0, Direction::Forward));
-}
-
-std::optional<StoredRow> TableRows::last(Session& session, const RowOrder& order) const
-{
-    return pick(session, {}, {}, ordering(session, order, 0, Direction::Backward));
-}
-
-std::optional<StoredRow> TableRows::next(Session& session, const RowOrder& order,
-                                         const StoredRow& from) const
-{
-    return neighbour(session, order, from, Direction::Forward);
-}
-
-std::optional<StoredRow> TableRows::previous(Session& session, const RowOrder& order,
-                                             const StoredRow& from) const
-{
-    return neighbour(session, order, from, Direction::Backward);
+    return pick(session, {}, {}, ordering(session, order, 0, direction));
 }
 
 /// Searches for the row that precedes or follows `from` in the sort order: first among the rows

@@ -36,7 +36,7 @@ struct KeyRun
 };
 
 /// Reads and writes the rows of one table, in SQL that all engines accept. Each call executes one
-/// statement (next and previous: a few key look-ups) and leaves no cursor open.
+/// statement (neighbour: a few key look-ups) and leaves no cursor open.
 class TableRows
 {
 public:
@@ -82,13 +82,13 @@ public:
     std::vector<std::optional<StoredRow>> fetch(Session& session,
                                                 std::span<const RowNumber> numbers) const;
 
-    std::optional<StoredRow> first(Session& session, const RowOrder& order) const;
-    std::optional<StoredRow> last(Session& session, const RowOrder& order) const;
-    /// Return the row after or before the given row, which may have been deleted.
-    std::optional<StoredRow> next(Session& session, const RowOrder& order,
-                                  const StoredRow& from) const;
-    std::optional<StoredRow> previous(Session& session, const RowOrder& order,
-                                      const StoredRow& from) const;
+    enum class Direction { Forward, Backward };
+    /// Returns the row that comes first in this direction: the first or the last row of the order.
+    std::optional<StoredRow> start(Session& session, const RowOrder& order,
+                                   Direction direction) const;
+    /// Returns the row after (forward) or before the given row, which may have been deleted.
+    std::optional<StoredRow> neighbour(Session& session, const RowOrder& order,
+                                       const StoredRow& from, Direction direction) const;
     /// Returns the first row, sorted by `order`, whose first sort field equals `value`.
     std::optional<StoredRow> find(Session& session, const RowOrder& order,
                                   const QVariant& value) const;
@@ -105,8 +105,6 @@ public:
     bool remove(Session& session, RowNumber number) const;
 
 private:
-    enum class Direction { Forward, Backward };
-
     QString target(int ordinal) const;
     QString field(int ordinal) const;
     QString sortField(const Session& session, int ordinal) const;
@@ -130,8 +128,6 @@ private:
                       QVariantList& values) const;
     std::optional<StoredRow> pick(Session& session, const QStringList& conditions,
                                   const QVariantList& values, const QString& ordering) const;
-    std::optional<StoredRow> neighbour(Session& session, const RowOrder& order,
-                                       const StoredRow& from, Direction direction) const;
 
     TableInfo table_;
     QString name_;      ///< The table's name, quoted.
