@@ -1,12 +1,13 @@
 #include "platform/dao/postgres/pq_login.h"
 
 #include "platform/dao/postgres/pq_authentication.h"
-#include "platform/dao/postgres/pq_environment.h"
 #include "platform/dao/postgres/sockets.h"
 
 #include <QByteArrayList>
+#include <QProcessEnvironment>
 #include <QStringList>
 
+#include <algorithm>
 #include <array>
 #include <future>
 #include <thread>
@@ -26,6 +27,44 @@ constexpr std::chrono::milliseconds addressPatience(4000);
 constexpr std::chrono::seconds idleInTransaction(60);
 
 const QString remedy = QStringLiteral("set its authentication method to scram-sha-256");
+
+constexpr auto passwordVariable = "PGPASSWORD";
+
+constexpr std::array keptVariables = {
+    "PGPASSFILE"_L1, "PGSSLROOTCERT"_L1, "PGSSLCERT"_L1,     "PGSSLKEY"_L1,
+    "PGSSLCRL"_L1,   "PGSSLCRLDIR"_L1,   "PGREQUIREPEER"_L1,
+};
+
+#ifdef Q_OS_WIN
+constexpr Qt::CaseSensitivity inNames = Qt::CaseInsensitive;
+#else
+constexpr Qt::CaseSensitivity inNames = Qt::CaseSensitive;
+#endif
+
+/// Returns the value that PGPASSWORD had before clearClientEnvironment removed it.
+QByteArray& environmentPassword()
+{
+    static QByteArray password;
+    return password;
+}
+
+/// Removes the variables from the environment of this process that would change how or where the
+/// client library connects, such as PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS. The link alone
+/// decides about that. The variables that name files of credentials stay, and so does
+/// PGREQUIREPEER, which only adds a condition.
+void clearClientEnvironment()
+{
+    if (qEnvironmentVariableIsSet(passwordVariable))
+        environmentPassword() = qgetenv(passwordVariable);
+    const QStringList names = QProcessEnvironment::systemEnvironment().keys();
+    for (const QString& each : names) {
+        const bool isKept = std::any_of(
+            keptVariables.begin(), keptVariables.end(),
+            [&each](QLatin1StringView kept) { return each.compare(kept, inNames) == 0; });
+        if (each.startsWith("PG"_L1, inNames) && !isKept)
+            qunsetenv(each.toLocal8Bit().constData());
+    }
+}
 
 struct LookUp
 {
