@@ -1,5 +1,7 @@
 #include "platform/dao/table_def_p.h"
 
+#include "platform/dao/engine/field_search.h"
+
 #include <algorithm>
 
 namespace dao {
@@ -20,16 +22,6 @@ const Element& at(const std::vector<Element>& all, int position)
     if (position < 0 || position >= static_cast<int>(all.size()))
         throw RunTimeError(runtime::ItemNotFound);
     return all[static_cast<std::size_t>(position)];
-}
-
-/// Returns the position of the element with this case-insensitive name, or -1 if there is none.
-template <typename Element>
-int positionOf(const std::vector<Element>& all, const QString& name)
-{
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Element& each) {
-        return each.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }
 
 Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
@@ -87,7 +79,7 @@ std::vector<IndexInfo>& TableDefState::knownIndexes()
 void TableDefState::requireFields(const IndexInfo& index)
 {
     for (const QString& each : index.fields)
-        at(knownFields(), positionOf(knownFields(), each));
+        at(knownFields(), ordinalOf(knownFields(), each));
 }
 
 void TableDefState::createInStore()
@@ -115,7 +107,7 @@ Index Indexes::operator()(int position) const
 
 Index Indexes::operator()(const QString& name) const
 {
-    return operator()(positionOf(table_->knownIndexes(), name));
+    return operator()(ordinalOf(table_->knownIndexes(), name));
 }
 
 void Indexes::Append(const Index& index) const
@@ -147,13 +139,13 @@ FieldDef FieldDefs::operator()(int position) const
 
 FieldDef FieldDefs::operator()(const QString& name) const
 {
-    return operator()(positionOf(table_->knownFields(), name));
+    return operator()(ordinalOf(table_->knownFields(), name));
 }
 
 void FieldDefs::Append(const FieldDef& field) const
 {
     std::vector<FieldInfo>& known = table_->knownFields();
-    if (positionOf(known, field.Name()) >= 0)
+    if (ordinalOf(known, field.Name()) >= 0)
         throw RunTimeError(runtime::FieldDefinedTwice);
     if (table_->appended && !known.empty()) {
         // A counter cannot be added to an existing table, because every row must get its number
@@ -181,7 +173,7 @@ void FieldDefs::Append(const FieldDef& field) const
 void FieldDefs::Delete(const QString& name) const
 {
     std::vector<FieldInfo>& known = table_->knownFields();
-    const int position = positionOf(known, name);
+    const int position = ordinalOf(known, name);
     if (position < 0)
         throw RunTimeError(runtime::ItemNotFound);
     if (table_->appended) {
