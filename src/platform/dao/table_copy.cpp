@@ -100,13 +100,12 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
 
 void makeStoreMark(Database& database)
 {
-    database.session().storeMark(newStoreMark());
+    database.session().storeMark(renewed({}));
 }
 
 void keepStoreMark(Database& from, Database& to)
 {
-    const StoreMark mark = from.session().storedMark();
-    to.session().storeMark(mark.isEmpty() ? newStoreMark() : renewed(mark));
+    to.session().storeMark(renewed(from.session().storedMark()));
 }
 
 QString storeIdentity(Database& database)

@@ -100,7 +100,11 @@ void Session::storeMark(const StoreMark& mark)
 
 QStringList Session::markTableStatements() const
 {
-    return dialect_.createTable(storeMarkTableInfo(), storeMarkIndexes());
+    constexpr int idLength = 36;
+    const FieldInfo identity{.name = u"identity"_s, .size = idLength, .required = true};
+    const FieldInfo generation{.name = u"generation"_s, .size = idLength, .required = true};
+    return dialect_.createTable({.name = storeMarkTable, .fields = {identity, generation}},
+                                {{u"PrimaryKey"_s, {identity.name}, true, true}});
 }
 
 runtime::RunTimeError Session::replacedError() const
