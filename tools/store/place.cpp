@@ -1,7 +1,7 @@
 #include "tools/store/place.h"
 
 #include "platform/dao/database.h"
-#include "platform/dao/stations.h"
+#include "platform/dao/engines.h"
 #include "platform/runtime/run_time_error.h"
 #include "tools/store/address.h"
 

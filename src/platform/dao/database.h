@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/dao/engine/timeouts.h"
 #include "platform/dao/engine/types.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/session_owner.h"
