@@ -47,16 +47,14 @@ public:
     int expectField(const QString& name) const;
 
     /// Returns the ids of all rows that meet the condition, in order.
-    RowNumbers numbers(Session& session, const std::optional<SelectQuery::Condition>& where,
-                       const RowOrder& order) const;
+    RowNumbers numbers(Session& session, const Where& where, const RowOrder& order) const;
     /// The row ids as returned by numbers(), and the first row, read by the same statement.
     struct Listed
     {
         RowNumbers numbers;
         std::optional<StoredRow> first;
     };
-    Listed listed(Session& session, const std::optional<SelectQuery::Condition>& where,
-                  const RowOrder& order) const;
+    Listed listed(Session& session, const Where& where, const RowOrder& order) const;
     /// The first rows that meet the condition, in order, at most `limit` of them, and the number of
     /// all rows that meet it. Both are read by one statement and therefore from one snapshot.
     struct Beginning
@@ -64,11 +62,10 @@ public:
         std::size_t total = 0;
         std::vector<StoredRow> rows;
     };
-    Beginning beginning(Session& session, const std::optional<SelectQuery::Condition>& where,
-                        const RowOrder& order, int limit) const;
+    Beginning beginning(Session& session, const Where& where, const RowOrder& order,
+                        int limit) const;
     /// Returns all rows that meet the condition, in order, read by one statement.
-    std::vector<StoredRow> all(Session& session, const std::optional<SelectQuery::Condition>& where,
-                               const RowOrder& order) const;
+    std::vector<StoredRow> all(Session& session, const Where& where, const RowOrder& order) const;
     /// Returns the range of values of a unique field if they are whole numbers without gaps and
     /// without Null. Costs a few key look-ups and a count.
     std::optional<KeyRun> keyRun(Session& session, int key) const;
@@ -117,13 +114,11 @@ private:
     };
     QString writtenRow(Session& session, qsizetype number) const;
     /// Returns a WHERE clause with its values, or an empty statement without a condition.
-    Statement condition(const std::optional<SelectQuery::Condition>& where) const;
+    Statement condition(const Where& where) const;
     /// Returns a SELECT of an expression over the rows that meet the condition, in order.
-    Statement selection(const Session& session, const QString& selected,
-                        const std::optional<SelectQuery::Condition>& where,
+    Statement selection(const Session& session, const QString& selected, const Where& where,
                         const RowOrder& order) const;
-    Statement numbersStatement(Session& session, const std::optional<SelectQuery::Condition>& where,
-                               const RowOrder& order) const;
+    Statement numbersStatement(Session& session, const Where& where, const RowOrder& order) const;
     void addCondition(const SelectQuery::Condition& where, QStringList& conditions,
                       QVariantList& values) const;
     std::optional<StoredRow> pick(Session& session, const QStringList& conditions,
