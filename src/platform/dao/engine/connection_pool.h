@@ -50,7 +50,7 @@ public:
     /// no database uses it.
     void share(const QString& key, const std::shared_ptr<EngineConnection>& connection);
     /// Removes the shared connection from the pool, so that no later database shares it.
-    void unshare(const QString& key);
+    void unshare(const QString& key) { shared_.erase(key); }
 
     /// Closes all connections that no database uses. A shared connection in use remains shared.
     void clear();

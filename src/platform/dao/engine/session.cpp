@@ -70,14 +70,14 @@ StoreMark Session::storedMark()
     return {found.front()[0].toString(), found.front()[1].toString()};
 }
 
-StoreMark Session::expectedMark() const
+StoreMark Session::expectedMark(const StoreMark& seen) const
 {
-    return markToCommit_ ? *markToCommit_ : firstSeenMark(name_, {});
+    return markToCommit_ ? *markToCommit_ : firstSeenMark(name_, seen);
 }
 
 void Session::recognise(const StoreMark& stored)
 {
-    const StoreMark expected = markToCommit_ ? *markToCommit_ : firstSeenMark(name_, stored);
+    const StoreMark expected = expectedMark(stored);
     if (stored == expected)
         return;
     if (!expected.isEmpty() || !stored.isOfOlderStore())

@@ -101,8 +101,9 @@ protected:
     /// is accepted, too.
     void recognise(const StoreMark& stored);
     runtime::RunTimeError replacedError() const;
-    /// Returns the mark that the store must have.
-    StoreMark expectedMark() const;
+    /// Returns the mark that the store must have. The first call for a path stores `seen` as this
+    /// mark.
+    StoreMark expectedMark(const StoreMark& seen = {}) const;
     /// Returns the statements that create the table of the mark.
     virtual QStringList markTableStatements() const;
 
