@@ -7,8 +7,6 @@
 
 #include <QCryptographicHash>
 
-#include <algorithm>
-
 namespace dao {
 
 using namespace Qt::StringLiterals;
@@ -44,25 +42,6 @@ TableContents readThrough(Session& session, const TableInfo& table, const RowsSe
     return contents;
 }
 
-/// The statements that create a table. Indexes and counters are created after the rows have been
-/// copied, because that is faster.
-struct Making
-{
-    QStringList before; ///< The statements to run before the rows are copied.
-    QStringList after;
-};
-
-Making makingOf(const Session& session, const TableInfo& table,
-                const std::vector<IndexInfo>& indexes)
-{
-    QStringList all = session.dialect().createTable(table, indexes);
-    const auto making = std::find_if(all.begin(), all.end(), [](const QString& each) {
-        return each.startsWith("CREATE TABLE"_L1);
-    });
-    const qsizetype count = std::distance(all.begin(), making) + 1;
-    return {all.first(count), all.sliced(count)};
-}
-
 void runAll(Session& session, const QStringList& statements)
 {
     for (const QString& each : statements)
@@ -81,14 +60,14 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
     Session& source = from.session();
     Session& target = to.session();
     const TableInfo info = expectTableOf(source, table);
-    const Making making = makingOf(target, info, source.indexes(info.name));
-    runAll(target, making.before);
+    const auto [before, after] = target.dialect().createTable(info, source.indexes(info.name));
+    runAll(target, before);
     const std::unique_ptr<Bulk> bulk = target.bulk();
     const std::unique_ptr<RowSink> sink = bulk->rowSink(info);
     TableContents contents =
         readThrough(source, info, seen, [&](QByteArrayView row) { sink->add(row); });
     sink->finish();
-    runAll(target, making.after);
+    runAll(target, after);
     for (const FieldInfo& each : info.fields) {
         if (each.counter)
             bulk->countOnFrom(info.name, each.name,

@@ -90,7 +90,8 @@ void TableDefState::createInStore()
     for (const IndexInfo& each : *indexes)
         requireFields(each);
     Transaction transaction(engine);
-    for (const QString& each : engine.dialect().createTable({name, true, *fields}, *indexes))
+    const auto [before, after] = engine.dialect().createTable({name, true, *fields}, *indexes);
+    for (const QString& each : before + after)
         engine.run(each);
     transaction.commit();
 }

@@ -103,8 +103,10 @@ QStringList Session::markTableStatements() const
     constexpr int idLength = 36;
     const FieldInfo identity{.name = u"identity"_s, .size = idLength, .required = true};
     const FieldInfo generation{.name = u"generation"_s, .size = idLength, .required = true};
-    return dialect_.createTable({.name = storeMarkTable, .fields = {identity, generation}},
-                                {{u"PrimaryKey"_s, {identity.name}, true, true}});
+    const auto [before, after] =
+        dialect_.createTable({.name = storeMarkTable, .fields = {identity, generation}},
+                             {{u"PrimaryKey"_s, {identity.name}, true, true}});
+    return before + after;
 }
 
 runtime::RunTimeError Session::replacedError() const
