@@ -205,21 +205,13 @@ bool TableDef::Updatable() const
 
 FieldDef TableDef::CreateField(const QString& name, DataType type, int size) const
 {
-    FieldInfo info;
-    info.name = name;
-    info.type = type;
-    if (type == dbText)
-        info.size = size > 0 ? size : defaultTextSize;
-    return FieldDef(info);
+    const int textSize = size > 0 ? size : defaultTextSize;
+    return FieldDef({.name = name, .type = type, .size = type == dbText ? textSize : 0});
 }
 
 FieldDef TableDef::CreateCounter(const QString& name) const
 {
-    FieldInfo info;
-    info.name = name;
-    info.type = dbLong;
-    info.counter = true;
-    return FieldDef(info);
+    return FieldDef({.name = name, .type = dbLong, .counter = true});
 }
 
 std::vector<std::shared_ptr<TableDefState>> TableList::listed()
