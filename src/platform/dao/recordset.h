@@ -89,8 +89,7 @@ public:
     class Private;
     explicit Recordset(std::unique_ptr<Private> d);
     ~Recordset();
-    Recordset(const Recordset&) = delete;
-    Recordset& operator=(const Recordset&) = delete;
+    Q_DISABLE_COPY_MOVE(Recordset)
 
     RecordsetType Type() const;
     /// Returns nullptr after this recordset has been closed.

@@ -33,8 +33,7 @@ public:
 
     Private(Opened opened, TableInfo table);
     virtual ~Private() = default;
-    Private(const Private&) = delete;
-    Private& operator=(const Private&) = delete;
+    Q_DISABLE_COPY_MOVE(Private)
 
     virtual RecordsetType type() const = 0;
     virtual int recordCount() = 0;

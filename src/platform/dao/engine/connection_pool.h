@@ -14,8 +14,7 @@ class EngineConnection
 public:
     EngineConnection() { ++living_; }
     virtual ~EngineConnection() { --living_; }
-    EngineConnection(const EngineConnection&) = delete;
-    EngineConnection& operator=(const EngineConnection&) = delete;
+    Q_DISABLE_COPY_MOVE(EngineConnection)
 
     SchemaMemory& schema() { return *schema_; }
     /// Uses the schema cache of another connection to the same store.

@@ -37,8 +37,7 @@ class Session
 {
 public:
     virtual ~Session() = default;
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
+    Q_DISABLE_COPY_MOVE(Session)
 
     /// Returns the path with which the store was opened.
     const QString& name() const { return name_; }
@@ -125,8 +124,7 @@ class Transaction
 public:
     explicit Transaction(Session& session);
     ~Transaction();
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
+    Q_DISABLE_COPY_MOVE(Transaction)
     void commit();
 
 private:

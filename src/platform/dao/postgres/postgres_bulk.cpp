@@ -62,8 +62,7 @@ public:
         if (!isOver_)
             connection_.abandon(u"reading was given up"_s);
     }
-    PostgresStream(const PostgresStream&) = delete;
-    PostgresStream& operator=(const PostgresStream&) = delete;
+    Q_DISABLE_COPY_MOVE(PostgresStream)
 
     std::optional<QByteArrayView> next() override
     {
@@ -174,8 +173,7 @@ public:
             return; // The first error is the one to report.
         }
     }
-    PostgresSink(const PostgresSink&) = delete;
-    PostgresSink& operator=(const PostgresSink&) = delete;
+    Q_DISABLE_COPY_MOVE(PostgresSink)
 
     void add(QByteArrayView row) override
     {
