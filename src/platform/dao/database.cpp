@@ -21,11 +21,11 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
         if (type == dbOpenTable)
             throw RunTimeError(runtime::OperationNotSupported);
         return openDynaset({shared_from_this(), shared_from_this()},
-                           expectTable(session(), query.table), query);
+                           expectUpdatable(session(), query.table), query);
     }
     if (type == dbOpenDynaset && source.contains(u' ') && !session().table(source))
         throw RunTimeError(runtime::QuerySyntax);
-    TableInfo table = expectTable(session(), source);
+    TableInfo table = expectUpdatable(session(), source);
     if (type == dbOpenTable)
         return openTable({shared_from_this(), shared_from_this()}, std::move(table));
     return openDynaset({shared_from_this(), shared_from_this()}, std::move(table), {});

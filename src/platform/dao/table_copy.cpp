@@ -15,14 +15,6 @@ namespace {
 
 constexpr qint64 rowsBetweenNews = 1024;
 
-TableInfo expectTableOf(Session& session, const QString& name)
-{
-    std::optional<TableInfo> table = session.table(name);
-    if (!table)
-        throw runtime::RunTimeError(runtime::TableNotFound);
-    return std::move(*table);
-}
-
 /// Reads all rows of a table and calls the visitor for each of them.
 template <typename Visitor>
 TableContents readThrough(Session& session, const TableInfo& table, const RowsSeen& seen,
@@ -42,12 +34,6 @@ TableContents readThrough(Session& session, const TableInfo& table, const RowsSe
     return contents;
 }
 
-void runAll(Session& session, const QStringList& statements)
-{
-    for (const QString& each : statements)
-        session.run(each);
-}
-
 } // namespace
 
 void beginSnapshot(Database& database)
@@ -59,15 +45,15 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
 {
     Session& source = from.session();
     Session& target = to.session();
-    const TableInfo info = expectTableOf(source, table);
+    const TableInfo info = source.expectTable(table);
     const auto [before, after] = target.dialect().createTable(info, source.indexes(info.name));
-    runAll(target, before);
+    target.runAll(before);
     const std::unique_ptr<Bulk> bulk = target.bulk();
     const std::unique_ptr<RowSink> sink = bulk->rowSink(info);
     TableContents contents =
         readThrough(source, info, seen, [&](QByteArrayView row) { sink->add(row); });
     sink->finish();
-    runAll(target, after);
+    target.runAll(after);
     for (const FieldInfo& each : info.fields) {
         if (each.counter)
             bulk->countOnFrom(info.name, each.name,
@@ -113,7 +99,7 @@ QStringList ownTables(Database& database)
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen)
 {
     Session& session = database.session();
-    return readThrough(session, expectTableOf(session, table), seen, [](QByteArrayView) {});
+    return readThrough(session, session.expectTable(table), seen, [](QByteArrayView) {});
 }
 
 QString setAside(Database& database, const QStringList& tables)
@@ -133,7 +119,7 @@ QStringList grantsOn(Database& database, const QStringList& tables)
 
 void applyGrants(Database& database, const QStringList& grants)
 {
-    runAll(database.session(), grants);
+    database.session().runAll(grants);
 }
 
 } // namespace dao

@@ -91,8 +91,7 @@ void TableDefState::createInStore()
         requireFields(each);
     Transaction transaction(engine);
     const auto [before, after] = engine.dialect().createTable({name, true, *fields}, *indexes);
-    for (const QString& each : before + after)
-        engine.run(each);
+    engine.runAll(before + after);
     transaction.commit();
 }
 
@@ -155,8 +154,7 @@ void FieldDefs::Append(const FieldDef& field) const
             throw RunTimeError(runtime::OperationNotSupported);
         Session& session = table_->session();
         Transaction transaction(session);
-        for (const QString& each : session.dialect().addField(table_->name, field.info()))
-            session.run(each);
+        session.runAll(session.dialect().addField(table_->name, field.info()));
         transaction.commit();
     }
     const bool bringsBack = table_->standsHereAlone();

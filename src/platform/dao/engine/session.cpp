@@ -37,6 +37,12 @@ qint64 Session::run(const QString& sql, const QVariantList& values)
     return execute(sql, values).affected;
 }
 
+void Session::runAll(const QStringList& statements)
+{
+    for (const QString& each : statements)
+        run(each);
+}
+
 std::vector<StoredValues> Session::rows(const QString& sql, const QVariantList& values)
 {
     const runtime::WatchedCall call([this] { return place(); });
@@ -87,10 +93,8 @@ void Session::recognise(const StoreMark& stored)
 
 void Session::storeMark(const StoreMark& mark)
 {
-    if (!table(storeMarkTable)) {
-        for (const QString& each : markTableStatements())
-            run(each);
-    }
+    if (!table(storeMarkTable))
+        runAll(markTableStatements());
     run("DELETE FROM "_L1 + storeMarkTable);
     run(u"INSERT INTO %1 (identity, generation) VALUES ($1, $2)"_s.arg(storeMarkTable),
         {mark.identity, mark.generation});
@@ -114,6 +118,14 @@ runtime::RunTimeError Session::replacedError() const
     return runtime::RunTimeError(
         storeReplaced, u"The store was replaced or restored while the program was working with it. "
                        "Nothing was written. Start the program again. (%1)"_s.arg(place()));
+}
+
+TableInfo Session::expectTable(const QString& name)
+{
+    std::optional<TableInfo> found = table(name);
+    if (!found)
+        throw runtime::RunTimeError(runtime::TableNotFound);
+    return *std::move(found);
 }
 
 const std::vector<IndexInfo>& Session::indexes(const QString& table)

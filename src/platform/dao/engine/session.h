@@ -50,6 +50,7 @@ public:
 
     /// Executes one statement and returns the number of rows that it has changed.
     qint64 run(const QString& sql, const QVariantList& values = {});
+    void runAll(const QStringList& statements);
     /// Executes one statement and returns all rows of its result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
     /// Executes an UPDATE or DELETE of rows and returns the number of changed rows. Throws
@@ -76,6 +77,8 @@ public:
     virtual std::vector<TableInfo> tables() = 0;
     /// Returns a table or view with its fields, by its case-insensitive name.
     virtual std::optional<TableInfo> table(const QString& name) = 0;
+    /// Returns a table or view like table(). Throws TableNotFound (3078) if there is none.
+    TableInfo expectTable(const QString& name);
     /// Returns the indexes of a table: first the primary key, then the others in the order of
     /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
