@@ -1,7 +1,7 @@
 #include "tools/store/place.h"
 
 #include "platform/dao/database.h"
-#include "platform/dao/stations.h"
+#include "platform/dao/engines.h"
 #include "tools/store/address.h"
 #include "tools/store/shared_texts.h"
 #include "tools/store/told_error.h"

@@ -114,7 +114,7 @@ std::shared_ptr<Recordset> Connection::Execute(const QString& query, int)
     const dao::SelectQuery parsed = dao::parseQuery(query);
     dao::Session& session = database_->session();
     return std::make_shared<QueryRows>(
-        database_, dao::TableRows(session, dao::expectTable(session, parsed.table)), parsed);
+        database_, dao::TableRows(session, dao::expectUpdatable(session, parsed.table)), parsed);
 }
 
 } // namespace ado

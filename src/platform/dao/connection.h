@@ -44,8 +44,7 @@ class Connection
 public:
     Connection();
     ~Connection();
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    Q_DISABLE_COPY_MOVE(Connection)
 
     /// Opens the store at the path in the connection text, "Provider=...;Data Source=path". The
     /// provider is ignored. Throws like dao::Workspace::OpenDatabase.

@@ -7,26 +7,11 @@
 
 namespace dao {
 
-using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
 Database::Database(std::unique_ptr<Session> session)
-    : SessionOwner(std::move(session)), name_(SessionOwner::session().name()),
-      tables_(std::make_shared<TableList>())
+    : SessionOwner(std::move(session)), tables_(std::make_shared<TableList>())
 {
-}
-
-Database::~Database() = default;
-
-const QString& Database::Name() const
-{
-    session();
-    return name_;
-}
-
-QString Database::place() const
-{
-    return session().place();
 }
 
 std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, RecordsetType type)
@@ -36,11 +21,11 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source, Record
         if (type == dbOpenTable)
             throw RunTimeError(runtime::OperationNotSupported);
         return openDynaset({shared_from_this(), shared_from_this()},
-                           expectTable(session(), query.table), query);
+                           expectUpdatable(session(), query.table), query);
     }
     if (type == dbOpenDynaset && source.contains(u' ') && !session().table(source))
         throw RunTimeError(runtime::QuerySyntax);
-    TableInfo table = expectTable(session(), source);
+    TableInfo table = expectUpdatable(session(), source);
     if (type == dbOpenTable)
         return openTable({shared_from_this(), shared_from_this()}, std::move(table));
     return openDynaset({shared_from_this(), shared_from_this()}, std::move(table), {});
@@ -69,26 +54,6 @@ void Database::Close()
     closeSession();
 }
 
-void Database::BeginTrans()
-{
-    session().begin();
-}
-
-void Database::CommitTrans()
-{
-    session().commit();
-}
-
-void Database::Rollback()
-{
-    session().rollback();
-}
-
-void Database::CopyTo(const QString& path)
-{
-    session().bulk()->copyTo(path);
-}
-
 std::shared_ptr<Database> Workspace::OpenDatabase(const QString& path) const
 {
     return std::make_shared<Database>(openStore(path, timeouts_));
@@ -110,11 +75,6 @@ Workspace& DBEngine::Workspaces(int number)
     if (number != 0)
         throw RunTimeError(runtime::ItemNotFound);
     return workspace_;
-}
-
-std::shared_ptr<Database> DBEngine::OpenDatabase(const QString& path)
-{
-    return workspace_.OpenDatabase(path);
 }
 
 void DBEngine::Idle()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/dao/engine/timeouts.h"
 #include "platform/dao/engine/types.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/session_owner.h"
@@ -18,13 +17,10 @@ class Database : public SessionOwner, public std::enable_shared_from_this<Databa
 {
 public:
     explicit Database(std::unique_ptr<Session> session);
-    ~Database();
-    Database(const Database&) = delete;
-    Database& operator=(const Database&) = delete;
 
-    const QString& Name() const;
+    QString Name() const { return session().name(); }
     /// Returns the store's location for messages: the path, or the database and server.
-    QString place() const;
+    QString place() const { return session().place(); }
     bool isOpen() const { return hasSession(); }
 
     /// Opens a recordset. `source` is a table name (type dbOpenTable or dbOpenDynaset) or, for a
@@ -42,19 +38,18 @@ public:
 
     /// Transaction control for all operations of this Database. The main program uses no
     /// transactions; the companion programs create and move whole stores in one transaction.
-    void BeginTrans();
-    void CommitTrans();
-    void Rollback();
+    void BeginTrans() { session().begin(); }
+    void CommitTrans() { session().commit(); }
+    void Rollback() { session().rollback(); }
 
     /// Writes a snapshot of the whole store to the path and replaces an existing file there. A
     /// failed copy leaves no partial file. Other stations may keep working, but this process must
     /// not have another connection to the store. Throws Locked (3260) if the store stays locked,
     /// and DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied (3051) if the copy cannot
     /// be written.
-    void CopyTo(const QString& path);
+    void CopyTo(const QString& path) { session().bulk()->copyTo(path); }
 
 private:
-    QString name_;
     std::shared_ptr<TableList> tables_;
 };
 
@@ -88,7 +83,10 @@ public:
     static DBEngine& instance();
     /// Throws ItemNotFound (3265) for any number except 0.
     Workspace& Workspaces(int number);
-    std::shared_ptr<Database> OpenDatabase(const QString& path);
+    std::shared_ptr<Database> OpenDatabase(const QString& path)
+    {
+        return workspace_.OpenDatabase(path);
+    }
     /// Closes the pooled connections that no Database uses.
     void Idle();
 

@@ -4,7 +4,6 @@
 #include "platform/dao/postgres/postgres_session.h"
 #include "platform/dao/sqlite/sqlite_presence.h"
 #include "platform/dao/sqlite/sqlite_session.h"
-#include "platform/dao/stations.h"
 #include "platform/runtime/call_watch.h"
 
 namespace dao {

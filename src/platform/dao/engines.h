@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/engine/session.h"
-#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/engine/types.h"
 
 namespace dao {
 
@@ -10,5 +10,10 @@ namespace dao {
 std::unique_ptr<Session> openStore(const QString& path, const Timeouts& timeouts);
 /// Creates an empty embedded store and opens it. Throws like Workspace::CreateDatabase.
 std::unique_ptr<Session> createStore(const QString& path, const Timeouts& timeouts);
+
+/// Returns one line for each station that is connected to the store at the path, as far as stations
+/// can be told apart; empty if there is none or no store. This process must not have the store
+/// open. Throws what opening a database on a server throws.
+QStringList connectedStations(const QString& path);
 
 } // namespace dao

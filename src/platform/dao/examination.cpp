@@ -81,10 +81,7 @@ void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor)
 {
     Session& session = database.session();
-    std::optional<TableInfo> info = session.table(table);
-    if (!info)
-        throw runtime::RunTimeError(runtime::TableNotFound);
-    const TableRows rows(session, std::move(*info));
+    const TableRows rows(session, session.expectTable(table));
     const RowNumbers numbers = rows.numbers(session, {}, {});
     const std::span all(numbers);
     for (std::size_t start = 0; start < all.size(); start += rowsPerRead) {

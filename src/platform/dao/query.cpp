@@ -2,6 +2,7 @@
 
 #include "platform/runtime/run_time_error.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -24,11 +25,17 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+void require(bool isCorrect)
+{
+    if (!isCorrect)
+        throw runtime::RunTimeError(runtime::QuerySyntax);
+}
+
 /// Splits a query text into words, numbers and symbols from the front.
 class Reader
 {
 public:
-    explicit Reader(QStringView text) : rest_(text) { skipBlanks(); }
+    explicit Reader(QStringView text) : rest_(text.trimmed()) {}
 
     bool atEnd() const { return rest_.isEmpty(); }
 
@@ -36,90 +43,61 @@ public:
     {
         if (word().compare(keyword, Qt::CaseInsensitive) != 0)
             return false;
-        advance(word().size());
+        take(word().size());
         return true;
-    }
-
-    void expectKeyword(QLatin1StringView keyword)
-    {
-        if (!takeKeyword(keyword))
-            fail();
     }
 
     void expectSign(QChar sign)
     {
-        if (atEnd() || rest_.front() != sign)
-            fail();
-        advance(1);
+        require(rest_.startsWith(sign));
+        take(1);
     }
 
     QString expectName()
     {
         const QStringView name = word();
-        if (name.isEmpty() || name.front().isNumber())
-            fail();
-        for (const QLatin1StringView each : keywords) {
-            if (name.compare(each, Qt::CaseInsensitive) == 0)
-                fail();
-        }
-        QString result = name.toString();
-        advance(name.size());
-        return result;
+        require(!name.isEmpty() && !name.front().isNumber());
+        for (const QLatin1StringView each : keywords)
+            require(name.compare(each, Qt::CaseInsensitive) != 0);
+        return take(name.size()).toString();
     }
 
     QVariant expectNumber()
     {
-        qsizetype length = !atEnd() && rest_.front() == u'-' ? 1 : 0;
-        const qsizetype whole = digitsFrom(length);
-        length += whole;
-        const bool decimal = length < rest_.size() && rest_[length] == u'.';
-        const qsizetype fraction = decimal ? digitsFrom(length + 1) : 0;
-        if (decimal)
+        const qsizetype sign = rest_.startsWith(u'-') ? 1 : 0;
+        const qsizetype whole = run(sign, isDigit);
+        qsizetype length = sign + whole;
+        qsizetype fraction = 0;
+        if (rest_.sliced(length).startsWith(u'.')) {
+            fraction = run(length + 1, isDigit);
             length += 1 + fraction;
-        if (whole + fraction == 0 || (length < rest_.size() && isWordSign(rest_[length])))
-            fail();
-        const QStringView text = rest_.first(length);
-        bool fits = false;
-        QVariant number = text.toLongLong(&fits);
-        if (!fits) {
-            const double value = text.toDouble();
-            if (!std::isfinite(value))
-                fail();
-            number = value;
         }
-        advance(length);
-        return number;
+        require(whole + fraction > 0 && run(length, isWordSign) == 0);
+        const QStringView text = take(length);
+        bool fits = false;
+        const qlonglong number = text.toLongLong(&fits);
+        if (fits)
+            return number;
+        const double decimal = text.toDouble();
+        require(std::isfinite(decimal));
+        return decimal;
     }
-
-    [[noreturn]] static void fail() { throw runtime::RunTimeError(runtime::QuerySyntax); }
 
 private:
-    QStringView word() const
+    QStringView word() const { return rest_.first(run(0, isWordSign)); }
+
+    /// Returns the number of consecutive signs of this kind, counted from `start`.
+    qsizetype run(qsizetype start, bool (*isOfKind)(QChar)) const
     {
-        qsizetype length = 0;
-        while (length < rest_.size() && isWordSign(rest_[length]))
-            ++length;
-        return rest_.first(length);
+        const QStringView signs = rest_.sliced(start);
+        return std::find_if_not(signs.begin(), signs.end(), isOfKind) - signs.begin();
     }
 
-    qsizetype digitsFrom(qsizetype start) const
+    QStringView take(qsizetype length)
     {
-        qsizetype end = start;
-        while (end < rest_.size() && isDigit(rest_[end]))
-            ++end;
-        return end - start;
-    }
-
-    void advance(qsizetype length)
-    {
-        rest_ = rest_.sliced(length);
-        skipBlanks();
-    }
-
-    void skipBlanks()
-    {
-        while (!rest_.isEmpty() && rest_.front().isSpace())
-            rest_ = rest_.sliced(1);
+        const QStringView front = rest_.first(length);
+        rest_ = rest_.sliced(length).trimmed();
+        return front;
     }
 
     QStringView rest_;
@@ -136,9 +114,9 @@ SelectQuery parseQuery(const QString& text)
 {
     Reader reader(text);
     SelectQuery query;
-    reader.expectKeyword("SELECT"_L1);
+    require(reader.takeKeyword("SELECT"_L1));
     reader.expectSign(u'*');
-    reader.expectKeyword("FROM"_L1);
+    require(reader.takeKeyword("FROM"_L1));
     query.table = reader.expectName();
     if (reader.takeKeyword("WHERE"_L1)) {
         const QString field = reader.expectName();
@@ -146,12 +124,11 @@ SelectQuery parseQuery(const QString& text)
         query.where = {field, reader.expectNumber()};
     }
     if (reader.takeKeyword("ORDER"_L1)) {
-        reader.expectKeyword("BY"_L1);
+        require(reader.takeKeyword("BY"_L1));
         query.orderBy = reader.expectName();
         reader.takeKeyword("ASC"_L1);
     }
-    if (!reader.atEnd())
-        Reader::fail();
+    require(reader.atEnd());
     return query;
 }
 

@@ -21,6 +21,9 @@ struct SelectQuery
     QString orderBy; ///< Empty for the table's own order.
 };
 
+/// The condition of a query, if it has one.
+using Where = std::optional<SelectQuery::Condition>;
+
 /// Returns true if the text starts like a query and therefore is not a table name.
 bool isQuery(const QString& source);
 

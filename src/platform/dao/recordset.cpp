@@ -13,6 +13,18 @@ Recordset::Recordset(std::unique_ptr<Private> d) : d_(std::move(d)) {}
 
 Recordset::~Recordset() = default;
 
+Recordset::Private& Recordset::live() const
+{
+    d_->session();
+    return *d_;
+}
+
+Recordset::Private& Recordset::settled() const
+{
+    live().settle();
+    return *d_;
+}
+
 RecordsetType Recordset::Type() const
 {
     return d_->type();
@@ -25,29 +37,25 @@ const std::shared_ptr<Database>& Recordset::database() const
 
 int Recordset::RecordCount()
 {
-    d_->session();
-    return d_->recordCount();
+    return live().recordCount();
 }
 
 bool Recordset::isBof() const
 {
-    d_->session();
-    d_->settle();
-    return d_->place == Position::Before || d_->place == Position::Empty;
+    const Position place = settled().place;
+    return place == Position::Before || place == Position::Empty;
 }
 
 bool Recordset::isEof() const
 {
-    d_->session();
-    d_->settle();
-    return d_->place == Position::After || d_->place == Position::Empty;
+    const Position place = settled().place;
+    return place == Position::After || place == Position::Empty;
 }
 
 bool Recordset::hasCurrent() const
 {
-    d_->session();
-    d_->settle();
-    return d_->place == Position::OnRow && d_->rowExists;
+    const Private& d = settled();
+    return d.place == Position::OnRow && d.rowExists;
 }
 
 namespace {
@@ -67,166 +75,156 @@ void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
         d.observer->currentChanged();
 }
 
+/// Runs the query again with one of the two functions for that, and makes the first row current.
+void restart(Recordset::Private& d, void (Recordset::Private::*query)())
+{
+    d.drop();
+    (d.*query)();
+    d.goFirst();
+    if (d.observer != nullptr)
+        d.observer->currentChanged();
+}
+
 } // namespace
 
 void Recordset::MoveFirst()
 {
-    d_->session();
-    if (d_->isEmpty())
+    Private& d = live();
+    if (d.isEmpty())
         throw RunTimeError(runtime::NoCurrentRecord);
-    moving(*this, *d_, [this] { d_->goFirst(); });
+    moving(*this, d, [&d] { d.goFirst(); });
 }
 
 void Recordset::MoveLast()
 {
-    d_->session();
-    if (d_->isEmpty())
+    Private& d = live();
+    if (d.isEmpty())
         throw RunTimeError(runtime::NoCurrentRecord);
-    d_->reachEnd();
-    moving(*this, *d_, [this] { d_->goLast(); });
-}
-
-void Recordset::MoveNext()
-{
-    Move(1);
-}
-
-void Recordset::MovePrevious()
-{
-    Move(-1);
+    d.reachEnd();
+    moving(*this, d, [&d] { d.goLast(); });
 }
 
 void Recordset::Move(int rows)
 {
-    d_->session();
-    d_->settle();
-    if (d_->place == Position::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
+    Private& d = settled();
+    if (d.place == Position::Nowhere || (rows >= 0 && isEof()) || (rows <= 0 && isBof()))
         throw RunTimeError(runtime::NoCurrentRecord);
-    moving(*this, *d_, [this, rows] {
+    moving(*this, d, [&d, rows] {
         if (rows != 0)
-            d_->goBy(rows);
-        else if (d_->place == Position::OnRow)
-            d_->refetch();
+            d.goBy(rows);
+        else if (d.place == Position::OnRow)
+            d.refetch();
     });
 }
 
 void Recordset::SetIndex(const QString& name)
 {
-    d_->session();
-    d_->setIndex(name);
-    d_->drop();
-    d_->standFirst();
-    if (d_->observer != nullptr)
-        d_->observer->currentChanged();
+    Private& d = live();
+    d.setIndex(name);
+    d.drop();
+    d.standFirst();
+    if (d.observer != nullptr)
+        d.observer->currentChanged();
 }
 
 QString Recordset::Index() const
 {
-    d_->session();
-    return d_->index();
+    return live().index();
 }
 
 void Recordset::Seek(const QString& comparison, const QVariant& key)
 {
-    d_->session();
-    if (d_->type() != dbOpenTable || comparison != u'=')
+    Private& d = live();
+    if (d.type() != dbOpenTable || comparison != u'=')
         throw RunTimeError(runtime::OperationNotSupported);
-    if (d_->index().isEmpty())
+    if (d.index().isEmpty())
         throw RunTimeError(runtime::NoCurrentIndex);
-    moving(*this, *d_, [this, &key] { d_->seek(key); });
+    moving(*this, d, [&d, &key] { d.seek(key); });
 }
 
 bool Recordset::NoMatch() const
 {
-    d_->session();
-    return d_->noMatch;
+    return live().noMatch;
 }
 
 void Recordset::AddNew()
 {
-    d_->session();
-    d_->drop();
-    d_->pending = Pending::Addition;
+    Private& d = live();
+    d.drop();
+    d.pending = Pending::Addition;
 }
 
 void Recordset::Edit()
 {
-    d_->session();
-    d_->drop();
-    d_->requireReadable();
-    d_->refetch();
-    d_->requireReadable();
-    d_->pending = Pending::Change;
+    Private& d = live();
+    d.drop();
+    d.requireReadable();
+    d.refetch();
+    d.requireReadable();
+    d.pending = Pending::Change;
 }
 
 void Recordset::Update()
 {
-    Session& session = d_->session();
-    if (d_->pending == Pending::Nothing)
+    Private& d = live();
+    if (d.pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
-    if (d_->pending == Pending::Addition) {
-        d_->settle(); // before the row is there that would be the first
-        const RowNumber number = d_->rows.insert(session, d_->additions());
-        d_->drop();
-        const bool first = d_->place == Position::Empty;
-        d_->rowAdded(number);
+    if (d.pending == Pending::Addition) {
+        d.settle(); // before the row is there that would be the first
+        const RowNumber number = d.rows.insert(d.session(), d.additions());
+        d.drop();
+        const bool first = d.place == Position::Empty;
+        d.rowAdded(number);
         if (first)
-            d_->goTo(number);
-        if (d_->observer != nullptr)
-            d_->observer->rowAdded(number);
-        if (first && d_->observer != nullptr)
-            d_->observer->currentChanged();
+            d.goTo(number);
+        if (d.observer != nullptr)
+            d.observer->rowAdded(number);
+        if (first && d.observer != nullptr)
+            d.observer->currentChanged();
         return;
     }
-    const std::vector<TableRows::Assignment> changes = d_->changes();
-    if (!changes.empty() && !d_->rows.update(session, d_->row.number, changes))
+    const std::vector<TableRows::Assignment> changes = d.changes();
+    if (!changes.empty() && !d.rows.update(d.session(), d.row.number, changes))
         throw RunTimeError(runtime::RecordDeleted);
     for (const TableRows::Assignment& each : changes)
-        d_->row.values[static_cast<std::size_t>(each.ordinal)] = each.stored;
-    d_->drop();
-    if (!changes.empty() && d_->observer != nullptr)
-        d_->observer->rowUpdated(d_->row.number);
+        d.row.values[static_cast<std::size_t>(each.ordinal)] = each.stored;
+    d.drop();
+    if (!changes.empty() && d.observer != nullptr)
+        d.observer->rowUpdated(d.row.number);
 }
 
 void Recordset::CancelUpdate()
 {
-    d_->session();
-    if (d_->pending == Pending::Nothing)
+    Private& d = live();
+    if (d.pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
-    d_->drop();
+    d.drop();
 }
 
 void Recordset::Delete()
 {
-    d_->session();
-    d_->requireReadable();
+    Private& d = live();
+    d.requireReadable();
     const std::shared_ptr<Recordset> alive = shared_from_this();
-    if (d_->observer != nullptr)
-        d_->observer->currentAboutToChange();
-    d_->drop();
-    if (!d_->rows.remove(d_->session(), d_->row.number))
+    if (d.observer != nullptr)
+        d.observer->currentAboutToChange();
+    d.drop();
+    if (!d.rows.remove(d.session(), d.row.number))
         throw RunTimeError(runtime::RecordDeleted);
-    d_->place = Position::OnDeleted;
-    d_->rowRemoved();
-    if (d_->observer != nullptr)
-        d_->observer->rowDeleted(d_->row.number);
-}
-
-int Recordset::FieldCount() const
-{
-    return static_cast<int>(fieldInfos().size());
+    d.place = Position::OnDeleted;
+    d.rowRemoved();
+    if (d.observer != nullptr)
+        d.observer->rowDeleted(d.row.number);
 }
 
 const std::vector<FieldInfo>& Recordset::fieldInfos() const
 {
-    d_->session();
-    return d_->rows.table().fields;
+    return live().rows.table().fields;
 }
 
 Field Recordset::Fields(const QString& name)
 {
-    d_->session();
-    return Fields(d_->rows.table().ordinalOf(name));
+    return Fields(live().rows.table().ordinalOf(name));
 }
 
 Field Recordset::Fields(int ordinal)
@@ -238,22 +236,12 @@ Field Recordset::Fields(int ordinal)
 
 void Recordset::Requery()
 {
-    d_->session();
-    d_->drop();
-    d_->requery();
-    d_->goFirst();
-    if (d_->observer != nullptr)
-        d_->observer->currentChanged();
+    restart(live(), &Private::requery);
 }
 
 void Recordset::requeryAsFarAsReached()
 {
-    d_->session();
-    d_->drop();
-    d_->requeryAsFarAsReached();
-    d_->goFirst();
-    if (d_->observer != nullptr)
-        d_->observer->currentChanged();
+    restart(live(), &Private::requeryAsFarAsReached);
 }
 
 void Recordset::markReached(int count) noexcept
@@ -263,11 +251,11 @@ void Recordset::markReached(int count) noexcept
 
 void Recordset::Close()
 {
-    d_->session();
-    d_->drop();
-    d_->closed = true;
-    d_->database.reset();
-    d_->owner.reset();
+    Private& d = live();
+    d.drop();
+    d.closed = true;
+    d.database.reset();
+    d.owner.reset();
 }
 
 void Recordset::setObserver(RecordsetObserver* observer)
@@ -282,45 +270,33 @@ RowKey Recordset::currentKey() const
 
 bool Recordset::moveToKey(const RowKey& key)
 {
-    d_->session();
+    Private& d = live();
     const RowNumber number = key.toLongLong();
-    if (!key.isValid() || !d_->has(number))
+    if (!key.isValid() || !d.has(number))
         return false;
-    moving(*this, *d_, [this, number] { d_->goTo(number); });
+    moving(*this, d, [&d, number] { d.goTo(number); });
     return true;
 }
 
 std::unique_ptr<RecordsetPages> Recordset::pages()
 {
-    d_->session();
-    return makePages(d_->owner, d_->rows, d_->allRows());
+    Private& d = live();
+    return makePages(d.owner, d.rows, d.allRows());
 }
 
-const QString& Field::Name() const
+const FieldInfo& Field::info() const
 {
-    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)].name;
-}
-
-DataType Field::Type() const
-{
-    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)].type;
-}
-
-int Field::Size() const
-{
-    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)].size;
+    return recordset_->fieldInfos()[static_cast<std::size_t>(ordinal_)];
 }
 
 QVariant Field::Value() const
 {
-    recordset_->d_->session();
-    return recordset_->d_->value(ordinal_);
+    return recordset_->live().value(ordinal_);
 }
 
 void Field::SetValue(const QVariant& value)
 {
-    Recordset::Private& d = *recordset_->d_;
-    d.session();
+    Recordset::Private& d = recordset_->live();
     if (d.pending == Pending::Nothing)
         throw RunTimeError(runtime::UpdateWithoutEdit);
     d.assigned[static_cast<std::size_t>(ordinal_)] = converted(d.field(ordinal_), value);

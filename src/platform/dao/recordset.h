@@ -19,10 +19,10 @@ class Field
 public:
     Field(Recordset& recordset, int ordinal) : recordset_(&recordset), ordinal_(ordinal) {}
 
-    const QString& Name() const;
-    DataType Type() const;
+    const QString& Name() const { return info().name; }
+    DataType Type() const { return info().type; }
     /// Returns the declared maximum length of a text field in characters.
-    int Size() const;
+    int Size() const { return info().size; }
 
     /// Returns the value of the current row, or of the row that is being added or edited. The
     /// QVariant holds an int for whole numbers and counters, -1 or 0 for a Boolean, a double, a
@@ -39,6 +39,8 @@ public:
     void SetValue(const QVariant& value);
 
 private:
+    const FieldInfo& info() const;
+
     Recordset* recordset_;
     int ordinal_;
 };
@@ -87,8 +89,7 @@ public:
     class Private;
     explicit Recordset(std::unique_ptr<Private> d);
     ~Recordset();
-    Recordset(const Recordset&) = delete;
-    Recordset& operator=(const Recordset&) = delete;
+    Q_DISABLE_COPY_MOVE(Recordset)
 
     RecordsetType Type() const;
     /// Returns nullptr after this recordset has been closed.
@@ -106,8 +107,8 @@ public:
     /// Delete, MoveNext goes to the row after the deleted one.
     void MoveFirst();
     void MoveLast();
-    void MoveNext();
-    void MovePrevious();
+    void MoveNext() { Move(1); }
+    void MovePrevious() { Move(-1); }
     /// Moves by this number of rows. Move(0) reads the current row's values again.
     void Move(int rows);
 
@@ -137,7 +138,7 @@ public:
     /// RecordDeleted (3167).
     void Delete();
 
-    int FieldCount() const;
+    int FieldCount() const { return static_cast<int>(fieldInfos().size()); }
     /// Returns a field by case-insensitive name or by position, counted from 0. Throws ItemNotFound
     /// (3265) for an unknown field.
     Field Fields(const QString& name);
@@ -172,6 +173,12 @@ public:
 
 private:
     friend class Field;
+    /// Returns the recordset's state. Throws ObjectClosed (3420) if the recordset or its Database
+    /// has been closed.
+    Private& live() const;
+    /// Returns the state like live, after the delayed lookup of the first row.
+    Private& settled() const;
+
     std::unique_ptr<Private> d_;
 };
 

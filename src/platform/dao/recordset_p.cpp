@@ -115,14 +115,12 @@ std::vector<TableRows::Assignment> Recordset::Private::changes() const
     return all;
 }
 
-TableInfo expectTable(Session& session, const QString& name)
+TableInfo expectUpdatable(Session& session, const QString& name)
 {
-    std::optional<TableInfo> found = session.table(name);
-    if (!found)
-        throw RunTimeError(runtime::TableNotFound);
-    if (!found->updatable)
+    TableInfo table = session.expectTable(name);
+    if (!table.updatable)
         throw RunTimeError(runtime::OperationNotSupported);
-    return *std::move(found);
+    return table;
 }
 
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query)

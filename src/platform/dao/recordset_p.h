@@ -33,8 +33,7 @@ public:
 
     Private(Opened opened, TableInfo table);
     virtual ~Private() = default;
-    Private(const Private&) = delete;
-    Private& operator=(const Private&) = delete;
+    Q_DISABLE_COPY_MOVE(Private)
 
     virtual RecordsetType type() const = 0;
     virtual int recordCount() = 0;
@@ -100,7 +99,7 @@ std::shared_ptr<Recordset> openTable(Opened opened, TableInfo table);
 std::shared_ptr<Recordset> openDynaset(Opened opened, TableInfo table, const SelectQuery& query);
 /// Returns the definition of a table. Throws TableNotFound (3078), and OperationNotSupported (3251)
 /// for a view.
-TableInfo expectTable(Session& session, const QString& name);
+TableInfo expectUpdatable(Session& session, const QString& name);
 /// Returns the sort order of a query. Throws TooFewParameters (3061) for an unknown field.
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/engine/server_reports.h"
+#include "platform/dao/engine/bulk.h"
 
 #include <vector>
 

@@ -9,8 +9,7 @@ namespace dao {
 class SessionOwner
 {
 public:
-    SessionOwner(const SessionOwner&) = delete;
-    SessionOwner& operator=(const SessionOwner&) = delete;
+    Q_DISABLE_COPY_MOVE(SessionOwner)
 
     /// Throws ObjectClosed (3420) after the session has been closed. For use inside the engine
     /// only.

@@ -7,8 +7,6 @@
 
 #include <QCryptographicHash>
 
-#include <algorithm>
-
 namespace dao {
 
 using namespace Qt::StringLiterals;
@@ -16,14 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 rowsBetweenNews = 1024;
-
-TableInfo expectTableOf(Session& session, const QString& name)
-{
-    std::optional<TableInfo> table = session.table(name);
-    if (!table)
-        throw runtime::RunTimeError(runtime::TableNotFound);
-    return std::move(*table);
-}
 
 /// Reads all rows of a table and calls the visitor for each of them.
 template <typename Visitor>
@@ -44,31 +34,6 @@ TableContents readThrough(Session& session, const TableInfo& table, const RowsSe
     return contents;
 }
 
-/// The statements that create a table. Indexes and counters are created after the rows have been
-/// copied, because that is faster.
-struct Making
-{
-    QStringList before; ///< The statements to run before the rows are copied.
-    QStringList after;
-};
-
-Making makingOf(const Session& session, const TableInfo& table,
-                const std::vector<IndexInfo>& indexes)
-{
-    QStringList all = session.dialect().createTable(table, indexes);
-    const auto making = std::find_if(all.begin(), all.end(), [](const QString& each) {
-        return each.startsWith("CREATE TABLE"_L1);
-    });
-    const qsizetype count = std::distance(all.begin(), making) + 1;
-    return {all.first(count), all.sliced(count)};
-}
-
-void runAll(Session& session, const QStringList& statements)
-{
-    for (const QString& each : statements)
-        session.run(each);
-}
-
 } // namespace
 
 void beginSnapshot(Database& database)
@@ -80,15 +45,15 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
 {
     Session& source = from.session();
     Session& target = to.session();
-    const TableInfo info = expectTableOf(source, table);
-    const Making making = makingOf(target, info, source.indexes(info.name));
-    runAll(target, making.before);
+    const TableInfo info = source.expectTable(table);
+    const auto [before, after] = target.dialect().createTable(info, source.indexes(info.name));
+    target.runAll(before);
     const std::unique_ptr<Bulk> bulk = target.bulk();
     const std::unique_ptr<RowSink> sink = bulk->rowSink(info);
     TableContents contents =
         readThrough(source, info, seen, [&](QByteArrayView row) { sink->add(row); });
     sink->finish();
-    runAll(target, making.after);
+    target.runAll(after);
     for (const FieldInfo& each : info.fields) {
         if (each.counter)
             bulk->countOnFrom(info.name, each.name,
@@ -100,13 +65,12 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
 
 void makeStoreMark(Database& database)
 {
-    database.session().storeMark(newStoreMark());
+    database.session().storeMark(renewed({}));
 }
 
 void keepStoreMark(Database& from, Database& to)
 {
-    const StoreMark mark = from.session().storedMark();
-    to.session().storeMark(mark.isEmpty() ? newStoreMark() : renewed(mark));
+    to.session().storeMark(renewed(from.session().storedMark()));
 }
 
 QString storeIdentity(Database& database)
@@ -135,7 +99,7 @@ QStringList ownTables(Database& database)
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen)
 {
     Session& session = database.session();
-    return readThrough(session, expectTableOf(session, table), seen, [](QByteArrayView) {});
+    return readThrough(session, session.expectTable(table), seen, [](QByteArrayView) {});
 }
 
 QString setAside(Database& database, const QStringList& tables)
@@ -155,7 +119,7 @@ QStringList grantsOn(Database& database, const QStringList& tables)
 
 void applyGrants(Database& database, const QStringList& grants)
 {
-    runAll(database.session(), grants);
+    database.session().runAll(grants);
 }
 
 } // namespace dao

@@ -1,5 +1,7 @@
 #include "platform/dao/table_def_p.h"
 
+#include "platform/dao/engine/field_search.h"
+
 #include <algorithm>
 
 namespace dao {
@@ -20,16 +22,6 @@ const Element& at(const std::vector<Element>& all, int position)
     if (position < 0 || position >= static_cast<int>(all.size()))
         throw RunTimeError(runtime::ItemNotFound);
     return all[static_cast<std::size_t>(position)];
-}
-
-/// Returns the position of the element with this case-insensitive name, or -1 if there is none.
-template <typename Element>
-int positionOf(const std::vector<Element>& all, const QString& name)
-{
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Element& each) {
-        return each.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }
 
 Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
@@ -87,7 +79,7 @@ std::vector<IndexInfo>& TableDefState::knownIndexes()
 void TableDefState::requireFields(const IndexInfo& index)
 {
     for (const QString& each : index.fields)
-        at(knownFields(), positionOf(knownFields(), each));
+        at(knownFields(), ordinalOf(knownFields(), each));
 }
 
 void TableDefState::createInStore()
@@ -98,8 +90,8 @@ void TableDefState::createInStore()
     for (const IndexInfo& each : *indexes)
         requireFields(each);
     Transaction transaction(engine);
-    for (const QString& each : engine.dialect().createTable({name, true, *fields}, *indexes))
-        engine.run(each);
+    const auto [before, after] = engine.dialect().createTable({name, true, *fields}, *indexes);
+    engine.runAll(before + after);
     transaction.commit();
 }
 
@@ -115,7 +107,7 @@ Index Indexes::operator()(int position) const
 
 Index Indexes::operator()(const QString& name) const
 {
-    return operator()(positionOf(table_->knownIndexes(), name));
+    return operator()(ordinalOf(table_->knownIndexes(), name));
 }
 
 void Indexes::Append(const Index& index) const
@@ -147,13 +139,13 @@ FieldDef FieldDefs::operator()(int position) const
 
 FieldDef FieldDefs::operator()(const QString& name) const
 {
-    return operator()(positionOf(table_->knownFields(), name));
+    return operator()(ordinalOf(table_->knownFields(), name));
 }
 
 void FieldDefs::Append(const FieldDef& field) const
 {
     std::vector<FieldInfo>& known = table_->knownFields();
-    if (positionOf(known, field.Name()) >= 0)
+    if (ordinalOf(known, field.Name()) >= 0)
         throw RunTimeError(runtime::FieldDefinedTwice);
     if (table_->appended && !known.empty()) {
         // A counter cannot be added to an existing table, because every row must get its number
@@ -162,8 +154,7 @@ void FieldDefs::Append(const FieldDef& field) const
             throw RunTimeError(runtime::OperationNotSupported);
         Session& session = table_->session();
         Transaction transaction(session);
-        for (const QString& each : session.dialect().addField(table_->name, field.info()))
-            session.run(each);
+        session.runAll(session.dialect().addField(table_->name, field.info()));
         transaction.commit();
     }
     const bool bringsBack = table_->standsHereAlone();
@@ -181,7 +172,7 @@ void FieldDefs::Append(const FieldDef& field) const
 void FieldDefs::Delete(const QString& name) const
 {
     std::vector<FieldInfo>& known = table_->knownFields();
-    const int position = positionOf(known, name);
+    const int position = ordinalOf(known, name);
     if (position < 0)
         throw RunTimeError(runtime::ItemNotFound);
     if (table_->appended) {
@@ -212,21 +203,13 @@ bool TableDef::Updatable() const
 
 FieldDef TableDef::CreateField(const QString& name, DataType type, int size) const
 {
-    FieldInfo info;
-    info.name = name;
-    info.type = type;
-    if (type == dbText)
-        info.size = size > 0 ? size : defaultTextSize;
-    return FieldDef(info);
+    const int textSize = size > 0 ? size : defaultTextSize;
+    return FieldDef({.name = name, .type = type, .size = type == dbText ? textSize : 0});
 }
 
 FieldDef TableDef::CreateCounter(const QString& name) const
 {
-    FieldInfo info;
-    info.name = name;
-    info.type = dbLong;
-    info.counter = true;
-    return FieldDef(info);
+    return FieldDef({.name = name, .type = dbLong, .counter = true});
 }
 
 std::vector<std::shared_ptr<TableDefState>> TableList::listed()

@@ -18,18 +18,8 @@ public:
     int recordCount() override { return rows.count(session()); }
     bool isEmpty() override { return rows.isEmpty(session()); }
 
-    void goFirst() override
-    {
-        settled_ = true;
-        standOn(rows.first(session(), order_), Position::Empty);
-    }
-
-    void goLast() override
-    {
-        settled_ = true;
-        standOn(rows.last(session(), order_), Position::Empty);
-    }
-
+    void goFirst() override { goToStart(Direction::Forward); }
+    void goLast() override { goToStart(Direction::Backward); }
     void standFirst() override { settled_ = false; }
 
     void settle() override
@@ -41,10 +31,16 @@ public:
     void goBy(int count) override
     {
         const bool forward = count > 0;
+        const Direction direction = forward ? Direction::Forward : Direction::Backward;
+        const Position start = forward ? Position::Before : Position::After;
         const Position end = forward ? Position::After : Position::Before;
         for (int left = std::abs(count); left > 0 && place != end && place != Position::Empty;
-             --left)
-            forward ? stepForward() : stepBackward();
+             --left) {
+            if (place == start)
+                goToStart(direction);
+            else
+                standOn(rows.neighbour(session(), order_, row, direction), end);
+        }
     }
 
     bool has(RowNumber number) override { return rows.fetch(session(), number).has_value(); }
@@ -94,20 +90,12 @@ public:
     }
 
 private:
-    void stepForward()
-    {
-        if (place == Position::Before)
-            goFirst();
-        else
-            standOn(rows.next(session(), order_, row), Position::After);
-    }
+    using Direction = TableRows::Direction;
 
-    void stepBackward()
+    void goToStart(Direction direction)
     {
-        if (place == Position::After)
-            goLast();
-        else
-            standOn(rows.previous(session(), order_, row), Position::Before);
+        settled_ = true;
+        standOn(rows.start(session(), order_, direction), Position::Empty);
     }
 
     QString index_;

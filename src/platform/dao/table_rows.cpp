@@ -167,7 +167,7 @@ void TableRows::addCondition(const SelectQuery::Condition& where, QStringList& c
     }
 }
 
-TableRows::Statement TableRows::condition(const std::optional<SelectQuery::Condition>& where) const
+TableRows::Statement TableRows::condition(const Where& where) const
 {
     QStringList conditions;
     QVariantList values;
@@ -177,8 +177,7 @@ TableRows::Statement TableRows::condition(const std::optional<SelectQuery::Condi
 }
 
 TableRows::Statement TableRows::selection(const Session& session, const QString& selected,
-                                          const std::optional<SelectQuery::Condition>& where,
-                                          const RowOrder& order) const
+                                          const Where& where, const RowOrder& order) const
 {
     const Statement met = condition(where);
     return {u"SELECT %1 FROM %2"_s.arg(selected, name_) + met.sql +
@@ -186,23 +185,20 @@ TableRows::Statement TableRows::selection(const Session& session, const QString&
             met.values};
 }
 
-TableRows::Statement TableRows::numbersStatement(Session& session,
-                                                 const std::optional<SelectQuery::Condition>& where,
+TableRows::Statement TableRows::numbersStatement(Session& session, const Where& where,
                                                  const RowOrder& order) const
 {
     const Statement numbers = selection(session, rowNumber_, where, order);
     return {session.dialect().joined(numbers.sql), numbers.values};
 }
 
-RowNumbers TableRows::numbers(Session& session, const std::optional<SelectQuery::Condition>& where,
-                              const RowOrder& order) const
+RowNumbers TableRows::numbers(Session& session, const Where& where, const RowOrder& order) const
 {
     const Statement statement = numbersStatement(session, where, order);
     return rowNumbersIn(session.rows(statement.sql, statement.values).front().front().toString());
 }
 
-TableRows::Listed TableRows::listed(Session& session,
-                                    const std::optional<SelectQuery::Condition>& where,
+TableRows::Listed TableRows::listed(Session& session, const Where& where,
                                     const RowOrder& order) const
 {
     const Statement statement = numbersStatement(session, where, order);
@@ -217,6 +213,35 @@ TableRows::Listed TableRows::listed(Session& session,
     if (!result.numbers.empty() && !columns.front().isNull())
         result.first = taken(std::move(columns));
     return result;
+}
+
+TableRows::Beginning TableRows::beginning(Session& session, const Where& where,
+                                          const RowOrder& order, int limit) const
+{
+    const Statement met = condition(where);
+    const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
+    const Statement numbers = selection(session, rowNumber_, where, order);
+    // The row ids are sorted in a subquery, because an engine that sorts whole rows first reads the
+    // values of every row.
+    const QString sql =
+        u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
+            count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
+        ordering(session, order, 0, Direction::Forward);
+    Beginning result;
+    // The count and the subquery have the same condition and refer to the same parameter.
+    for (StoredValues& columns : session.rows(sql, met.values)) {
+        result.total = columns.front().toULongLong();
+        columns.erase(columns.begin());
+        result.rows.push_back(taken(std::move(columns)));
+    }
+    return result;
+}
+
+std::vector<StoredRow> TableRows::all(Session& session, const Where& where,
+                                      const RowOrder& order) const
+{
+    const Statement statement = selection(session, columns_, where, order);
+    return taken(session.rows(statement.sql, statement.values));
 }
 
 std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
@@ -248,6 +273,16 @@ std::vector<StoredRow> TableRows::rowsOfKeys(Session& session, int key, qint64 f
 {
     const QStringList conditions{field(key) + " >= $1"_L1, field(key) + " <= $2"_L1};
     return taken(session.rows(select_ + whereText(conditions), {first, last}));
+}
+
+int TableRows::count(Session& session) const
+{
+    return session.rows("SELECT count(*) FROM "_L1 + name_).front().front().toInt();
+}
+
+bool TableRows::isEmpty(Session& session) const
+{
+    return session.rows("SELECT 1 FROM "_L1 + name_ + " LIMIT 1"_L1).empty();
 }
 
 std::optional<StoredRow> TableRows::fetch(Session& session, RowNumber number) const
@@ -286,26 +321,10 @@ std::optional<StoredRow> TableRows::pick(Session& session, const QStringList& co
     return taken(std::move(found.front()));
 }
 
-std::optional<StoredRow> TableRows::first(Session& session, const RowOrder& order) const
+std::optional<StoredRow> TableRows::start(Session& session, const RowOrder& order,
+                                          Direction direction) const
 {
-    return pick(session, {}, {}, ordering(session, order, 0, Direction::Forward));
-}
-
-std::optional<StoredRow> TableRows::last(Session& session, const RowOrder& order) const
-{
-    return pick(session, {}, {}, ordering(session, order, 0, Direction::Backward));
-}
-
-std::optional<StoredRow> TableRows::next(Session& session, const RowOrder& order,
-                                         const StoredRow& from) const
-{
-    return neighbour(session, order, from, Direction::Forward);
-}
-
-std::optional<StoredRow> TableRows::previous(Session& session, const RowOrder& order,
-                                             const StoredRow& from) const
-{
-    return neighbour(session, order, from, Direction::Backward);
+    return pick(session, {}, {}, ordering(session, order, 0, direction));
 }
 
 /// Searches for the row that precedes or follows `from` in the sort order: first among the rows

@@ -36,7 +36,7 @@ struct KeyRun
 };
 
 /// Reads and writes the rows of one table, in SQL that all engines accept. Each call executes one
-/// statement (next and previous: a few key look-ups) and leaves no cursor open.
+/// statement (neighbour: a few key look-ups) and leaves no cursor open.
 class TableRows
 {
 public:
@@ -47,16 +47,14 @@ public:
     int expectField(const QString& name) const;
 
     /// Returns the ids of all rows that meet the condition, in order.
-    RowNumbers numbers(Session& session, const std::optional<SelectQuery::Condition>& where,
-                       const RowOrder& order) const;
+    RowNumbers numbers(Session& session, const Where& where, const RowOrder& order) const;
     /// The row ids as returned by numbers(), and the first row, read by the same statement.
     struct Listed
     {
         RowNumbers numbers;
         std::optional<StoredRow> first;
     };
-    Listed listed(Session& session, const std::optional<SelectQuery::Condition>& where,
-                  const RowOrder& order) const;
+    Listed listed(Session& session, const Where& where, const RowOrder& order) const;
     /// The first rows that meet the condition, in order, at most `limit` of them, and the number of
     /// all rows that meet it. Both are read by one statement and therefore from one snapshot.
     struct Beginning
@@ -64,11 +62,10 @@ public:
         std::size_t total = 0;
         std::vector<StoredRow> rows;
     };
-    Beginning beginning(Session& session, const std::optional<SelectQuery::Condition>& where,
-                        const RowOrder& order, int limit) const;
+    Beginning beginning(Session& session, const Where& where, const RowOrder& order,
+                        int limit) const;
     /// Returns all rows that meet the condition, in order, read by one statement.
-    std::vector<StoredRow> all(Session& session, const std::optional<SelectQuery::Condition>& where,
-                               const RowOrder& order) const;
+    std::vector<StoredRow> all(Session& session, const Where& where, const RowOrder& order) const;
     /// Returns the range of values of a unique field if they are whole numbers without gaps and
     /// without Null. Costs a few key look-ups and a count.
     std::optional<KeyRun> keyRun(Session& session, int key) const;
@@ -82,13 +79,13 @@ public:
     std::vector<std::optional<StoredRow>> fetch(Session& session,
                                                 std::span<const RowNumber> numbers) const;
 
-    std::optional<StoredRow> first(Session& session, const RowOrder& order) const;
-    std::optional<StoredRow> last(Session& session, const RowOrder& order) const;
-    /// Return the row after or before the given row, which may have been deleted.
-    std::optional<StoredRow> next(Session& session, const RowOrder& order,
-                                  const StoredRow& from) const;
-    std::optional<StoredRow> previous(Session& session, const RowOrder& order,
-                                      const StoredRow& from) const;
+    enum class Direction { Forward, Backward };
+    /// Returns the row that comes first in this direction: the first or the last row of the order.
+    std::optional<StoredRow> start(Session& session, const RowOrder& order,
+                                   Direction direction) const;
+    /// Returns the row after (forward) or before the given row, which may have been deleted.
+    std::optional<StoredRow> neighbour(Session& session, const RowOrder& order,
+                                       const StoredRow& from, Direction direction) const;
     /// Returns the first row, sorted by `order`, whose first sort field equals `value`.
     std::optional<StoredRow> find(Session& session, const RowOrder& order,
                                   const QVariant& value) const;
@@ -105,8 +102,6 @@ public:
     bool remove(Session& session, RowNumber number) const;
 
 private:
-    enum class Direction { Forward, Backward };
-
     QString target(int ordinal) const;
     QString field(int ordinal) const;
     QString sortField(const Session& session, int ordinal) const;
@@ -119,19 +114,15 @@ private:
     };
     QString writtenRow(Session& session, qsizetype number) const;
     /// Returns a WHERE clause with its values, or an empty statement without a condition.
-    Statement condition(const std::optional<SelectQuery::Condition>& where) const;
+    Statement condition(const Where& where) const;
     /// Returns a SELECT of an expression over the rows that meet the condition, in order.
-    Statement selection(const Session& session, const QString& selected,
-                        const std::optional<SelectQuery::Condition>& where,
+    Statement selection(const Session& session, const QString& selected, const Where& where,
                         const RowOrder& order) const;
-    Statement numbersStatement(Session& session, const std::optional<SelectQuery::Condition>& where,
-                               const RowOrder& order) const;
+    Statement numbersStatement(Session& session, const Where& where, const RowOrder& order) const;
     void addCondition(const SelectQuery::Condition& where, QStringList& conditions,
                       QVariantList& values) const;
     std::optional<StoredRow> pick(Session& session, const QStringList& conditions,
                                   const QVariantList& values, const QString& ordering) const;
-    std::optional<StoredRow> neighbour(Session& session, const RowOrder& order,
-                                       const StoredRow& from, Direction direction) const;
 
     TableInfo table_;
     QString name_;      ///< The table's name, quoted.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/database.h"
-#include "platform/dao/engine/connection.h"
+#include "platform/dao/engine/connection_pool.h"
 #include "platform/runtime/run_time_error.h"
 
 #include "support/errors.h"

@@ -131,6 +131,13 @@ TEST(LinkTest, damagedText_isRefusedWithTheReason)
                   u"'%1' is no port."_s.arg(QString::fromUtf8(port)));
 }
 
+TEST(LinkTest, addressWithAZone_isNamedWhole)
+{
+    dao::Link link = dao::parseLink(whole, {});
+    link.server = u"fe80::1%2"_s;
+    EXPECT_EQ(link.place(), u"database 'zomrel' on server '[fe80::1%2]:5433'"_s);
+}
+
 TEST(LinkTest, nameOfAFile_isReadAsItWasWritten)
 {
     const QString path = u"/srv/סדנה משותפת/Aluminium.mdb"_s;

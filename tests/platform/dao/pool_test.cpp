@@ -1,6 +1,6 @@
 #include "platform/dao/fixture.h"
 
-#include "platform/dao/engine/connection.h"
+#include "platform/dao/engine/connection_pool.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 // Tests what can happen only with a store on a server: failed log-ins, lost connections, and tables
 // that other programs have created.
 
-#include "platform/dao/engine/connection.h"
+#include "platform/dao/engine/connection_pool.h"
 #include "platform/dao/examination.h"
 #include "platform/dao/server_fixture.h"
 

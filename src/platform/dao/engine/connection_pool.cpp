@@ -11,17 +11,12 @@ namespace {
 /// The number of databases that loading the order form opens at the same time.
 constexpr std::size_t mostIdle = 12;
 
-void clearAtTheEnd()
-{
-    ConnectionPool::instance().clear();
-}
-
 } // namespace
 
 ConnectionPool::ConnectionPool()
 {
-    qAddPostRoutine(
-        clearAtTheEnd); // Connections must be closed before the application object ends.
+    // Connections must be closed before the application object ends.
+    qAddPostRoutine([] { instance().clear(); });
 }
 
 ConnectionPool& ConnectionPool::instance()
@@ -57,11 +52,6 @@ std::shared_ptr<EngineConnection> ConnectionPool::shared(const QString& key) con
 void ConnectionPool::share(const QString& key, const std::shared_ptr<EngineConnection>& connection)
 {
     shared_[key] = {connection, connection};
-}
-
-void ConnectionPool::unshare(const QString& key)
-{
-    shared_.erase(key);
 }
 
 void ConnectionPool::clear()

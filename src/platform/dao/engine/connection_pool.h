@@ -1,11 +1,34 @@
 #pragma once
 
-#include "platform/dao/engine/connection.h"
+#include "platform/dao/engine/session.h"
 
 #include <deque>
 #include <map>
 
 namespace dao {
+
+/// A connection to a store, with a cache of the store's schema. A pooled connection outlives the
+/// session that opened it and serves later sessions.
+class EngineConnection
+{
+public:
+    EngineConnection() { ++living_; }
+    virtual ~EngineConnection() { --living_; }
+    Q_DISABLE_COPY_MOVE(EngineConnection)
+
+    SchemaMemory& schema() { return *schema_; }
+    /// Uses the schema cache of another connection to the same store.
+    void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
+    /// Gives this connection an empty schema cache of its own.
+    void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }
+
+    /// Returns the number of connections in the process.
+    static int living() { return living_; }
+
+private:
+    static inline int living_ = 0;
+    std::shared_ptr<SchemaMemory> schema_ = std::make_shared<SchemaMemory>();
+};
 
 /// Keeps connections for later use. Every use of the store opens a new Database, which takes a
 /// connection from the pool if possible, because connecting is slow.
@@ -26,7 +49,7 @@ public:
     /// no database uses it.
     void share(const QString& key, const std::shared_ptr<EngineConnection>& connection);
     /// Removes the shared connection from the pool, so that no later database shares it.
-    void unshare(const QString& key);
+    void unshare(const QString& key) { shared_.erase(key); }
 
     /// Closes all connections that no database uses. A shared connection in use remains shared.
     void clear();

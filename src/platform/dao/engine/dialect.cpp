@@ -93,33 +93,32 @@ QString Dialect::newCounterValue(const TableInfo& table, const FieldInfo& counte
                                                               quoted(table.name));
 }
 
-QStringList Dialect::createTable(const TableInfo& table,
-                                 const std::vector<IndexInfo>& indexes) const
+Dialect::TableMaking Dialect::createTable(const TableInfo& table,
+                                          const std::vector<IndexInfo>& indexes) const
 {
-    QStringList before;
-    QStringList after;
+    TableMaking making;
     QStringList keyFields;
     for (const IndexInfo& each : indexes) {
         if (each.primary)
             keyFields = each.fields;
         else
-            after.append(createIndex(table.name, each));
+            making.after.append(createIndex(table.name, each));
     }
     QStringList parts;
     for (FieldInfo each : table.fields) {
         each.required = each.required || keyFields.contains(each.name, Qt::CaseInsensitive);
         parts.append(fieldDefinition(each));
-        before += beforeField(each);
+        making.before += beforeField(each);
         if (each.counter)
-            after += counterStatements(table.name, each.name);
+            making.after += counterStatements(table.name, each.name);
     }
     if (!rowNumberDefinition().isEmpty())
         parts.append(rowNumberDefinition());
     if (!keyFields.isEmpty())
         parts.append(u"PRIMARY KEY (%1)"_s.arg(quoted(keyFields)));
-    before.removeDuplicates();
-    before.append(u"CREATE TABLE %1 (%2)"_s.arg(quoted(table.name), parts.join(u", "_s)));
-    return before + after;
+    making.before.removeDuplicates();
+    making.before.append(u"CREATE TABLE %1 (%2)"_s.arg(quoted(table.name), parts.join(u", "_s)));
+    return making;
 }
 
 QString Dialect::createIndex(const QString& table, const IndexInfo& index) const

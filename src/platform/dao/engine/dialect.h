@@ -38,7 +38,14 @@ public:
     /// Returns the SQL expression for the first number in the text of joined().
     virtual QString firstOf(const QString& joined) const = 0;
 
-    QStringList createTable(const TableInfo& table, const std::vector<IndexInfo>& indexes) const;
+    /// The statements that create a table. Rows are copied faster before its indexes and counters
+    /// exist.
+    struct TableMaking
+    {
+        QStringList before; ///< The statements to run before rows are copied.
+        QStringList after;  ///< The statements that create the indexes and counters.
+    };
+    TableMaking createTable(const TableInfo& table, const std::vector<IndexInfo>& indexes) const;
     QString createIndex(const QString& table, const IndexInfo& index) const;
     QStringList addField(const QString& table, const FieldInfo& field) const;
 

@@ -1,18 +1,20 @@
 #pragma once
 
-#include "platform/dao/engine/types.h"
+#include <QString>
 
 #include <algorithm>
+#include <vector>
 
 namespace dao {
 
-/// Returns the position of the field with this name, ignoring case, or -1 if there is none.
-inline int ordinalOf(const std::vector<FieldInfo>& fields, const QString& name)
+/// Returns the position of the element with this name, ignoring case, or -1 if there is none.
+template <typename Named>
+int ordinalOf(const std::vector<Named>& all, const QString& name)
 {
-    const auto found = std::ranges::find_if(fields, [&name](const FieldInfo& each) {
+    const auto found = std::ranges::find_if(all, [&name](const Named& each) {
         return each.name.compare(name, Qt::CaseInsensitive) == 0;
     });
-    return found == fields.end() ? -1 : static_cast<int>(found - fields.begin());
+    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }
 
 } // namespace dao

@@ -11,8 +11,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
-#include <vector>
+#include <span>
 
 namespace dao {
 
@@ -29,14 +28,25 @@ constexpr qint64 longestText = 4095;
 constexpr qsizetype longestValue = 255;
 constexpr int highestPort = 65535;
 
-/// The keys of a link to a server's database.
-constexpr std::array keys = {"server"_L1, "port"_L1, "database"_L1, "user"_L1, "tls"_L1};
-/// The only key of a link to a file.
 constexpr auto fileKey = "file"_L1;
 
-bool isKey(QStringView name)
+/// A key of a link file and the member of Link that holds its value. The port is no text.
+struct Key
 {
-    return name == fileKey || std::find(keys.begin(), keys.end(), name) != keys.end();
+    QLatin1StringView name;
+    QString Link::*text;
+};
+
+/// The only key of a link to a file, followed by the keys of a link to a server's database.
+constexpr std::array keys = {
+    Key{fileKey, &Link::file},           Key{"server"_L1, &Link::server}, Key{"port"_L1, nullptr},
+    Key{"database"_L1, &Link::database}, Key{"user"_L1, &Link::user},     Key{"tls"_L1, &Link::tls},
+};
+
+/// Returns the keys that a link must have, in the order of a link file.
+std::span<const Key> keysOf(const Link& link)
+{
+    return link.namesFile() ? std::span(keys).first(1) : std::span(keys).subspan(1);
 }
 
 bool hasFirstLine(QByteArrayView text)
@@ -47,29 +57,24 @@ bool hasFirstLine(QByteArrayView text)
 }
 
 /// The reason why a link is invalid. The caller adds the path.
-class Damage
+struct Damage
 {
-public:
-    explicit Damage(QString what) : what_(std::move(what)) {}
-    const QString& what() const { return what_; }
-
-private:
-    QString what_;
+    QString what;
 };
 
-void checkValue(QStringView key, const QString& value)
+void checkValue(QLatin1StringView key, const QString& value)
 {
     if (value.isEmpty())
-        throw Damage(u"'%1' has no value"_s.arg(key));
+        throw Damage{u"'%1' has no value"_s.arg(key)};
     if (value.size() > (key == fileKey ? longestText : longestValue))
-        throw Damage(u"the value of '%1' is too long"_s.arg(key));
+        throw Damage{u"the value of '%1' is too long"_s.arg(key)};
     if (std::any_of(value.begin(), value.end(), [](QChar c) { return !c.isPrint(); }))
-        throw Damage(u"the value of '%1' has a sign that does not print"_s.arg(key));
+        throw Damage{u"the value of '%1' has a sign that does not print"_s.arg(key)};
     if (value != value.trimmed())
-        throw Damage(u"the value of '%1' has blanks around it"_s.arg(key));
+        throw Damage{u"the value of '%1' has blanks around it"_s.arg(key)};
     // The client library would take this for a list of servers.
-    if (key == keys[0] && value.contains(u','))
-        throw Damage(u"'%1' names more than one server"_s.arg(key));
+    if (key == "server"_L1 && value.contains(u','))
+        throw Damage{u"'%1' names more than one server"_s.arg(key)};
 }
 
 int portOf(const QString& value)
@@ -79,7 +84,7 @@ int portOf(const QString& value)
     bool fits = false;
     const int port = value.toInt(&fits);
     if (!digits || !fits || port < 1 || port > highestPort)
-        throw Damage(u"'%1' is no port"_s.arg(value));
+        throw Damage{u"'%1' is no port"_s.arg(value)};
     return port;
 }
 
@@ -91,28 +96,27 @@ public:
     {
         const qsizetype sign = line.indexOf(u'=');
         if (sign < 0)
-            throw Damage(u"line %1 is no 'key = value'"_s.arg(number));
+            throw Damage{u"line %1 is no 'key = value'"_s.arg(number)};
         const QString key = line.left(sign).trimmed();
         if (key.compare("password"_L1, Qt::CaseInsensitive) == 0)
-            throw Damage(u"line %1 holds a password, which has no place in a link"_s.arg(number));
-        if (!isKey(key))
-            throw Damage(u"line %1 has the unknown key '%2'"_s.arg(number).arg(key));
+            throw Damage{u"line %1 holds a password, which has no place in a link"_s.arg(number)};
+        const auto known =
+            std::ranges::find_if(keys, [&key](const Key& each) { return each.name == key; });
+        if (known == keys.end())
+            throw Damage{u"line %1 has the unknown key '%2'"_s.arg(QString::number(number), key)};
         if (seen_.contains(key))
-            throw Damage(u"line %1 says '%2' again"_s.arg(number).arg(key));
+            throw Damage{u"line %1 says '%2' again"_s.arg(QString::number(number), key)};
         seen_.append(key);
-        set(key, line.mid(sign + 1).trimmed());
+        set(*known, line.mid(sign + 1).trimmed());
     }
 
     Link link() const
     {
-        if (link_.namesFile()) {
-            if (seen_.size() > 1)
-                throw Damage(u"'file' and '%1' exclude each other"_s.arg(otherKey()));
-            return link_;
-        }
-        for (const auto key : keys) {
-            if (!seen_.contains(key))
-                throw Damage(u"'%1' is missing"_s.arg(key));
+        if (link_.namesFile() && seen_.size() > 1)
+            throw Damage{u"'file' and '%1' exclude each other"_s.arg(otherKey())};
+        for (const Key& each : keysOf(link_)) {
+            if (!seen_.contains(each.name))
+                throw Damage{u"'%1' is missing"_s.arg(each.name)};
         }
         return link_;
     }
@@ -120,27 +124,18 @@ public:
 private:
     QString otherKey() const { return seen_[seen_.first() == fileKey ? 1 : 0]; }
 
-    void set(const QString& key, const QString& value)
+    void set(const Key& key, const QString& value)
     {
-        checkValue(key, value);
-        if (key == fileKey) {
-            // A relative path would depend on the folder in which a station starts the program.
-            if (!QDir::isAbsolutePath(value))
-                throw Damage(u"'%1' is no absolute path"_s.arg(value));
-            link_.file = value;
-        } else if (key == keys[0]) {
-            link_.server = value;
-        } else if (key == keys[1]) {
+        checkValue(key.name, value);
+        // A relative path would depend on the folder in which a station starts the program.
+        if (key.text == &Link::file && !QDir::isAbsolutePath(value))
+            throw Damage{u"'%1' is no absolute path"_s.arg(value)};
+        if (key.text == &Link::tls && !linkTlsModes().contains(value))
+            throw Damage{u"'%1' is no TLS mode"_s.arg(value)};
+        if (key.text != nullptr)
+            link_.*key.text = value;
+        else
             link_.port = portOf(value);
-        } else if (key == keys[2]) {
-            link_.database = value;
-        } else if (key == keys[3]) {
-            link_.user = value;
-        } else {
-            if (!linkTlsModes().contains(value))
-                throw Damage(u"'%1' is no TLS mode"_s.arg(value));
-            link_.tls = value;
-        }
     }
 
     QStringList seen_;
@@ -150,13 +145,13 @@ private:
 Link parsed(QByteArray text)
 {
     if (text.size() > longestText)
-        throw Damage(u"it is too long"_s);
+        throw Damage{u"it is too long"_s};
     if (text.startsWith(byteOrderMark))
         text.remove(0, byteOrderMark.size());
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString whole = decoder(text);
     if (decoder.hasError())
-        throw Damage(u"it is no UTF-8 text"_s);
+        throw Damage{u"it is no UTF-8 text"_s};
     const QStringList lines = whole.split(u'\n');
     Reader reader;
     for (qsizetype i = 0; i < lines.size(); ++i) {
@@ -164,7 +159,7 @@ Link parsed(QByteArray text)
         const QString& line = lines[i];
         if (i == 0) {
             if (line.trimmed() != QString::fromLatin1(firstLine))
-                throw Damage(u"its first line is another one"_s);
+                throw Damage{u"its first line is another one"_s};
         } else if (!line.trimmed().isEmpty()) {
             reader.take(line, number);
         }
@@ -175,19 +170,7 @@ Link parsed(QByteArray text)
 RunTimeError damaged(const Damage& damage, const QString& path)
 {
     return RunTimeError(runtime::UnrecognizedFormat,
-                        u"The store link '%1' is damaged: %2."_s.arg(path, damage.what()));
-}
-
-/// Returns the keys of a link with their values, in the order of a link file.
-std::vector<std::pair<QString, QString>> linesOf(const Link& link)
-{
-    if (link.namesFile())
-        return {{fileKey, link.file}};
-    return {{keys[0], link.server},
-            {keys[1], QString::number(link.port)},
-            {keys[2], link.database},
-            {keys[3], link.user},
-            {keys[4], link.tls}};
+                        u"The store link '%1' is damaged: %2."_s.arg(path, damage.what));
 }
 
 } // namespace
@@ -199,17 +182,12 @@ Link Link::toFile(const QString& path)
     return link;
 }
 
-QString Link::host() const
-{
-    const bool address = server.contains(u':');
-    return u"%1:%2"_s.arg(address ? u'[' + server + u']' : server).arg(port);
-}
-
 QString Link::place() const
 {
     if (namesFile())
         return u"file '%1'"_s.arg(file);
-    return u"database '%1' on server '%2'"_s.arg(database, host());
+    const QString host = server.contains(u':') ? u'[' + server + u']' : server;
+    return u"database '%1' on server '%2:%3'"_s.arg(database, host, QString::number(port));
 }
 
 QString defaultTlsMode(const QString& server)
@@ -240,15 +218,17 @@ QByteArray linkText(const Link& link)
 {
     QByteArray text = firstLine.toByteArray() + '\n';
     try {
-        for (const auto& [key, value] : linesOf(link)) {
-            checkValue(key, value);
-            text += key.toUtf8() + " = " + value.toUtf8() + '\n';
+        for (const Key& each : keysOf(link)) {
+            const QString value =
+                each.text != nullptr ? link.*each.text : QString::number(link.port);
+            checkValue(each.name, value);
+            text += u"%1 = %2\n"_s.arg(each.name, value).toUtf8();
         }
         if (parsed(text) != link)
-            throw Damage(u"a value cannot be told again"_s);
+            throw Damage{u"a value cannot be told again"_s};
     } catch (const Damage& damage) {
         throw RunTimeError(runtime::UnrecognizedFormat,
-                           u"No store link can be made: %1."_s.arg(damage.what()));
+                           u"No store link can be made: %1."_s.arg(damage.what));
     }
     return text;
 }
@@ -279,7 +259,7 @@ std::optional<Link> linkAt(const QString& path)
 QString linkedFile(const Link& link, const QString& path)
 {
     if (linkAt(link.file))
-        throw damaged(Damage(u"it names '%1', which is a link, too"_s.arg(link.file)), path);
+        throw damaged({u"it names '%1', which is a link, too"_s.arg(link.file)}, path);
     return link.file;
 }
 

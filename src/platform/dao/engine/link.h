@@ -27,8 +27,6 @@ struct Link
     bool namesFile() const { return !file.isEmpty(); }
     /// Returns the file, or the database and the server, as text for messages.
     QString place() const;
-    /// Returns the server and its port as text for messages.
-    QString host() const;
 
     bool operator==(const Link&) const = default;
 };

@@ -3,11 +3,15 @@
 #include <QByteArrayView>
 #include <QStringEncoder>
 #include <QStringView>
+#include <QtEndian>
 
+#include <bit>
 #include <optional>
 #include <string>
 
 namespace dao {
+
+constexpr qint64 microsecondsPerSecond = 1000000;
 
 /// Writes rows as bytes. Equal rows have equal bytes on every engine, so rows can be copied and
 /// compared without a QVariant for each field. The format is that of PostgreSQL's binary COPY, with
@@ -18,19 +22,33 @@ class RowWriter
 {
 public:
     /// Starts a new row after the rows that were written before.
-    void begin(int fields);
-    void addNull();
-    void addInt16(qint16 value);
-    void addInt32(qint32 value);
+    void begin(int fields) { append(static_cast<qint16>(fields)); }
+    void addNull() { append(qint32{-1}); }
+    void addInt16(qint16 value) { addNumber(value); }
+    void addInt32(qint32 value) { addNumber(value); }
     /// Writes a decimal. Negative zero is written as zero, because not every engine keeps its sign.
-    void addDouble(double value);
+    void addDouble(double value) { addNumber(std::bit_cast<quint64>(value == 0 ? 0.0 : value)); }
     void addText(QStringView value);
-    void addMoment(qint64 seconds);
+    void addMoment(qint64 seconds) { addNumber(seconds * microsecondsPerSecond); }
 
     QByteArrayView bytes() const { return QByteArrayView(bytes_.data(), std::ssize(bytes_)); }
     void clear() { bytes_.clear(); }
 
 private:
+    template <typename T>
+    void append(T value)
+    {
+        const T ordered = qToBigEndian(value);
+        bytes_.append(reinterpret_cast<const char*>(&ordered), sizeof(T));
+    }
+
+    template <typename T>
+    void addNumber(T value)
+    {
+        append(static_cast<qint32>(sizeof(T)));
+        append(value);
+    }
+
     std::string bytes_; ///< Small appends are faster than with QByteArray.
     QStringEncoder encoder_{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
 };
@@ -47,9 +65,18 @@ private:
     QByteArrayView rest_;
 };
 
-qint16 int16Of(QByteArrayView field);
-qint32 int32Of(QByteArrayView field);
-double doubleOf(QByteArrayView field);
+inline qint16 int16Of(QByteArrayView field)
+{
+    return qFromBigEndian<qint16>(field.data());
+}
+inline qint32 int32Of(QByteArrayView field)
+{
+    return qFromBigEndian<qint32>(field.data());
+}
+inline double doubleOf(QByteArrayView field)
+{
+    return std::bit_cast<double>(qFromBigEndian<quint64>(field.data()));
+}
 /// Returns a moment in whole seconds since the start of the year 2000.
 qint64 momentOf(QByteArrayView field);
 

@@ -37,6 +37,12 @@ qint64 Session::run(const QString& sql, const QVariantList& values)
     return execute(sql, values).affected;
 }
 
+void Session::runAll(const QStringList& statements)
+{
+    for (const QString& each : statements)
+        run(each);
+}
+
 std::vector<StoredValues> Session::rows(const QString& sql, const QVariantList& values)
 {
     const runtime::WatchedCall call([this] { return place(); });
@@ -70,14 +76,14 @@ StoreMark Session::storedMark()
     return {found.front()[0].toString(), found.front()[1].toString()};
 }
 
-StoreMark Session::expectedMark() const
+StoreMark Session::expectedMark(const StoreMark& seen) const
 {
-    return markToCommit_ ? *markToCommit_ : firstSeenMark(name_, {});
+    return markToCommit_ ? *markToCommit_ : firstSeenMark(name_, seen);
 }
 
 void Session::recognise(const StoreMark& stored)
 {
-    const StoreMark expected = markToCommit_ ? *markToCommit_ : firstSeenMark(name_, stored);
+    const StoreMark expected = expectedMark(stored);
     if (stored == expected)
         return;
     if (!expected.isEmpty() || !stored.isOfOlderStore())
@@ -87,10 +93,8 @@ void Session::recognise(const StoreMark& stored)
 
 void Session::storeMark(const StoreMark& mark)
 {
-    if (!table(storeMarkTable)) {
-        for (const QString& each : markTableStatements())
-            run(each);
-    }
+    if (!table(storeMarkTable))
+        runAll(markTableStatements());
     run("DELETE FROM "_L1 + storeMarkTable);
     run(u"INSERT INTO %1 (identity, generation) VALUES ($1, $2)"_s.arg(storeMarkTable),
         {mark.identity, mark.generation});
@@ -100,7 +104,13 @@ void Session::storeMark(const StoreMark& mark)
 
 QStringList Session::markTableStatements() const
 {
-    return dialect_.createTable(storeMarkTableInfo(), storeMarkIndexes());
+    constexpr int idLength = 36;
+    const FieldInfo identity{.name = u"identity"_s, .size = idLength, .required = true};
+    const FieldInfo generation{.name = u"generation"_s, .size = idLength, .required = true};
+    const auto [before, after] =
+        dialect_.createTable({.name = storeMarkTable, .fields = {identity, generation}},
+                             {{u"PrimaryKey"_s, {identity.name}, true, true}});
+    return before + after;
 }
 
 runtime::RunTimeError Session::replacedError() const
@@ -108,6 +118,14 @@ runtime::RunTimeError Session::replacedError() const
     return runtime::RunTimeError(
         storeReplaced, u"The store was replaced or restored while the program was working with it. "
                        "Nothing was written. Start the program again. (%1)"_s.arg(place()));
+}
+
+TableInfo Session::expectTable(const QString& name)
+{
+    std::optional<TableInfo> found = table(name);
+    if (!found)
+        throw runtime::RunTimeError(runtime::TableNotFound);
+    return *std::move(found);
 }
 
 const std::vector<IndexInfo>& Session::indexes(const QString& table)

@@ -37,8 +37,7 @@ class Session
 {
 public:
     virtual ~Session() = default;
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
+    Q_DISABLE_COPY_MOVE(Session)
 
     /// Returns the path with which the store was opened.
     const QString& name() const { return name_; }
@@ -51,6 +50,7 @@ public:
 
     /// Executes one statement and returns the number of rows that it has changed.
     qint64 run(const QString& sql, const QVariantList& values = {});
+    void runAll(const QStringList& statements);
     /// Executes one statement and returns all rows of its result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
     /// Executes an UPDATE or DELETE of rows and returns the number of changed rows. Throws
@@ -77,6 +77,8 @@ public:
     virtual std::vector<TableInfo> tables() = 0;
     /// Returns a table or view with its fields, by its case-insensitive name.
     virtual std::optional<TableInfo> table(const QString& name) = 0;
+    /// Returns a table or view like table(). Throws TableNotFound (3078) if there is none.
+    TableInfo expectTable(const QString& name);
     /// Returns the indexes of a table: first the primary key, then the others in the order of
     /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
@@ -101,8 +103,9 @@ protected:
     /// is accepted, too.
     void recognise(const StoreMark& stored);
     runtime::RunTimeError replacedError() const;
-    /// Returns the mark that the store must have.
-    StoreMark expectedMark() const;
+    /// Returns the mark that the store must have. The first call for a path stores `seen` as this
+    /// mark.
+    StoreMark expectedMark(const StoreMark& seen = {}) const;
     /// Returns the statements that create the table of the mark.
     virtual QStringList markTableStatements() const;
 
@@ -124,8 +127,7 @@ class Transaction
 public:
     explicit Transaction(Session& session);
     ~Transaction();
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
+    Q_DISABLE_COPY_MOVE(Transaction)
     void commit();
 
 private:

@@ -11,8 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int idLength = 36;
-
 QString newId()
 {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -29,21 +27,7 @@ QString keyOf(const QString& path)
     return QDir::cleanPath(QDir().absoluteFilePath(path));
 }
 
-FieldInfo idField(const QString& name)
-{
-    FieldInfo field;
-    field.name = name;
-    field.size = idLength;
-    field.required = true;
-    return field;
-}
-
 } // namespace
-
-StoreMark newStoreMark()
-{
-    return {newId(), newId()};
-}
 
 StoreMark markOfOlderStore()
 {
@@ -54,19 +38,6 @@ StoreMark markOfOlderStore()
 StoreMark renewed(const StoreMark& mark)
 {
     return {mark.identity.isEmpty() ? newId() : mark.identity, newId()};
-}
-
-TableInfo storeMarkTableInfo()
-{
-    TableInfo table;
-    table.name = storeMarkTable;
-    table.fields = {idField(u"identity"_s), idField(u"generation"_s)};
-    return table;
-}
-
-std::vector<IndexInfo> storeMarkIndexes()
-{
-    return {{u"PrimaryKey"_s, {u"identity"_s}, true, true}};
 }
 
 StoreMark firstSeenMark(const QString& path, const StoreMark& mark)

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/dao/engine/types.h"
-
-#include <QLatin1StringView>
+#include <QString>
 
 namespace dao {
 
@@ -27,16 +25,11 @@ struct StoreMark
     bool operator==(const StoreMark&) const = default;
 };
 
-/// Returns a mark that no other store has.
-StoreMark newStoreMark();
 /// Returns a mark for a store that an older version made.
 StoreMark markOfOlderStore();
-/// Returns the mark of the same store after a restore.
+/// Returns the mark of the same store after a restore. For an empty mark, returns one that no other
+/// store has.
 StoreMark renewed(const StoreMark& mark);
-
-/// Returns the definition of the table that holds the mark.
-TableInfo storeMarkTableInfo();
-std::vector<IndexInfo> storeMarkIndexes();
 
 /// Returns the mark that this process expects at the path: the one that it has seen there first.
 /// The first call for a path stores the given mark.

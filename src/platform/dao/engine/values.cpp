@@ -16,16 +16,10 @@ namespace {
 
 double number(const QVariant& value)
 {
-    try {
-        const double result = runtime::toDouble(value);
-        if (!std::isfinite(result))
-            throw RunTimeError(runtime::Overflow);
-        return result;
-    } catch (const RunTimeError& error) {
-        if (error.number() == runtime::TypeMismatch)
-            throw RunTimeError(runtime::DataTypeConversion);
-        throw;
-    }
+    const double result = runtime::toDouble(value);
+    if (!std::isfinite(result))
+        throw RunTimeError(runtime::Overflow);
+    return result;
 }
 
 /// Returns a QDate, or a QDateTime if there is a time of day. The year has four digits, as in
@@ -68,36 +62,36 @@ QVariant momentOf(const QVariant& value)
 
 QString textOf(const QVariant& value)
 {
+    const QString text = runtime::toText(value);
+    if (text.isNull())
+        return u""_s;
+    // An unpaired surrogate would damage the following character, so it is replaced.
+    return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+}
+
+QVariant valueOf(DataType type, const QVariant& value)
+{
     try {
-        const QString text = runtime::toText(value);
-        if (text.isNull())
-            return u""_s;
-        // An unpaired surrogate would damage the following character, so it is replaced.
-        return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+        switch (type) {
+        case dbBoolean:
+            return number(value) != 0 ? -1 : 0;
+        case dbInteger:
+            return int{runtime::toInt16(number(value))};
+        case dbLong:
+            return int{runtime::toInt32(number(value))};
+        case dbDouble:
+            return number(value);
+        case dbDate:
+            return momentOf(value);
+        case dbText:
+            break;
+        }
+        return textOf(value);
     } catch (const RunTimeError& error) {
         if (error.number() == runtime::TypeMismatch)
             throw RunTimeError(runtime::DataTypeConversion);
         throw;
     }
-}
-
-QVariant valueOf(DataType type, const QVariant& value)
-{
-    switch (type) {
-    case dbBoolean:
-        return number(value) != 0 ? -1 : 0;
-    case dbInteger:
-        return int{runtime::toInt16(number(value))};
-    case dbLong:
-        return int{runtime::toInt32(number(value))};
-    case dbDouble:
-        return number(value);
-    case dbDate:
-        return momentOf(value);
-    case dbText:
-        break;
-    }
-    return textOf(value);
 }
 
 } // namespace

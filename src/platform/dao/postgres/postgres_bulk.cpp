@@ -21,17 +21,78 @@ constexpr qsizetype headLength = signature.size() + 8;
 constexpr qint16 endMark = -1;
 constexpr qsizetype blockSize = 1 << 18;
 
-/// Changes the bytes of a row so that values with equal meaning have equal bytes on both engines.
-class Normalizer
+QString selected(const FieldInfo& field)
+{
+    const QString name = Dialect::quoted(field.name);
+    switch (field.type) {
+    case dbBoolean:
+        return u"coalesce(%1::integer, 0)::smallint"_s.arg(name);
+    case dbInteger:
+        return name + "::smallint"_L1;
+    case dbLong:
+        return name + "::integer"_L1;
+    case dbDouble:
+        return name + "::double precision"_L1;
+    case dbDate:
+        return name + "::timestamp without time zone"_L1;
+    case dbText:
+        break;
+    }
+    return name + "::text"_L1;
+}
+
+/// Reads the rows in a binary form in which values with equal meaning have equal bytes on both
+/// engines.
+class PostgresStream final : public RowStream
 {
 public:
-    explicit Normalizer(const TableInfo& table) : table_(table) {}
-
-    void apply(char* row, qsizetype length)
+    PostgresStream(PqConnection& connection, const TableInfo& table, const QString& rowNumber)
+        : connection_(connection), table_(table)
     {
-        ++rows_;
-        char* place = row + sizeof(qint16);
-        const char* end = row + length;
+        QStringList columns;
+        for (const FieldInfo& each : table.fields)
+            columns.append(selected(each));
+        connection_.startCopy(
+            u"COPY (SELECT %1 FROM %2 ORDER BY %3) TO STDOUT (FORMAT binary)"_s.arg(
+                columns.join(u", "_s), Dialect::quoted(table.name), rowNumber));
+    }
+    ~PostgresStream() override
+    {
+        // The connection cannot be used while a copy is in progress, so it is closed.
+        if (!isOver_)
+            connection_.abandon(u"reading was given up"_s);
+    }
+    Q_DISABLE_COPY_MOVE(PostgresStream)
+
+    std::optional<QByteArrayView> next() override
+    {
+        while (!isOver_) {
+            isOver_ = true; // An error ends the copy, too.
+            std::optional<QByteArrayView> block = connection_.nextCopied();
+            if (!block)
+                break;
+            isOver_ = false;
+            if (isFirst_) {
+                if (!block->startsWith(signature))
+                    throw RunTimeError(runtime::InternalError);
+                block = block->sliced(headLength);
+                isFirst_ = false;
+            }
+            if (!block->isEmpty() && qFromBigEndian<qint16>(block->data()) != endMark) {
+                row_.assign(block->begin(), block->end());
+                ++rows_;
+                normalizeRow();
+                return QByteArrayView(row_.data(), std::ssize(row_));
+            }
+        }
+        return {};
+    }
+
+private:
+    void normalizeRow()
+    {
+        char* place = row_.data() + sizeof(qint16);
+        const char* end = row_.data() + row_.size();
         for (const FieldInfo& field : table_.fields) {
             if (end - place < static_cast<qsizetype>(sizeof(qint32)))
                 throw RunTimeError(runtime::InternalError);
@@ -39,13 +100,12 @@ public:
             place += sizeof(qint32);
             if (size < 0)
                 continue;
-            apply(field, place);
+            normalize(field, place);
             place += size;
         }
     }
 
-private:
-    void apply(const FieldInfo& field, char* value) const
+    void normalize(const FieldInfo& field, char* value) const
     {
         if (field.type == dbDouble) {
             const double number = doubleOf(QByteArrayView(value, sizeof(double)));
@@ -70,100 +130,20 @@ private:
         const qint64 seconds = momentOf(QByteArrayView(value, sizeof(qint64)));
         if (seconds < first || seconds >= end)
             refuse(field);
-        qToBigEndian(seconds * 1000000, value);
+        qToBigEndian(seconds * microsecondsPerSecond, value);
     }
 
     [[noreturn]] void refuse(const FieldInfo& field) const
     {
-        throw RunTimeError(
-            runtime::DataTypeConversion,
-            u"%1, row %2: %3 cannot be read"_s.arg(table_.name).arg(rows_).arg(field.name));
-    }
-
-    const TableInfo& table_;
-    qint64 rows_ = 0;
-};
-
-QString selected(const FieldInfo& field)
-{
-    const QString name = Dialect::quoted(field.name);
-    switch (field.type) {
-    case dbBoolean:
-        return u"coalesce(%1::integer, 0)::smallint"_s.arg(name);
-    case dbInteger:
-        return name + "::smallint"_L1;
-    case dbLong:
-        return name + "::integer"_L1;
-    case dbDouble:
-        return name + "::double precision"_L1;
-    case dbDate:
-        return name + "::timestamp without time zone"_L1;
-    case dbText:
-        break;
-    }
-    return name + "::text"_L1;
-}
-
-class PostgresStream final : public RowStream
-{
-public:
-    PostgresStream(PqConnection& connection, const TableInfo& table, const QString& rowNumber)
-        : connection_(connection), table_(table), normalizer_(table_)
-    {
-        QStringList columns;
-        for (const FieldInfo& each : table.fields)
-            columns.append(selected(each));
-        connection_.startCopy(
-            u"COPY (SELECT %1 FROM %2 ORDER BY %3) TO STDOUT (FORMAT binary)"_s.arg(
-                columns.join(u", "_s), Dialect::quoted(table.name), rowNumber));
-    }
-    ~PostgresStream() override
-    {
-        // The connection cannot be used while a copy is in progress, so it is closed.
-        if (!isOver_)
-            connection_.abandon(u"reading was given up"_s);
-    }
-    PostgresStream(const PostgresStream&) = delete;
-    PostgresStream& operator=(const PostgresStream&) = delete;
-
-    std::optional<QByteArrayView> next() override
-    {
-        while (!isOver_) {
-            std::optional<QByteArrayView> block = copied();
-            if (!block)
-                break;
-            if (isFirst_) {
-                if (!block->startsWith(signature))
-                    throw RunTimeError(runtime::InternalError);
-                block = block->sliced(headLength);
-                isFirst_ = false;
-            }
-            if (!block->isEmpty() && qFromBigEndian<qint16>(block->data()) != endMark) {
-                row_.assign(block->begin(), block->end());
-                normalizer_.apply(row_.data(), std::ssize(row_));
-                return QByteArrayView(row_.data(), std::ssize(row_));
-            }
-        }
-        return {};
-    }
-
-private:
-    std::optional<QByteArrayView> copied()
-    {
-        try {
-            const std::optional<QByteArrayView> block = connection_.nextCopied();
-            isOver_ = !block;
-            return block;
-        } catch (const RunTimeError&) {
-            isOver_ = true;
-            throw;
-        }
+        throw RunTimeError(runtime::DataTypeConversion,
+                           u"%1, row %2: %3 cannot be read"_s.arg(
+                               table_.name, QString::number(rows_), field.name));
     }
 
     PqConnection& connection_;
     TableInfo table_;
-    Normalizer normalizer_;
     std::string row_;
+    qint64 rows_ = 0;
     bool isFirst_ = true;
     bool isOver_ = false;
 };
@@ -193,8 +173,7 @@ public:
             return; // The first error is the one to report.
         }
     }
-    PostgresSink(const PostgresSink&) = delete;
-    PostgresSink& operator=(const PostgresSink&) = delete;
+    Q_DISABLE_COPY_MOVE(PostgresSink)
 
     void add(QByteArrayView row) override
     {

@@ -1,6 +1,7 @@
 #include "platform/dao/postgres/postgres_session.h"
 
 #include "platform/dao/engine/connection_pool.h"
+#include "platform/dao/engine/field_search.h"
 #include "platform/dao/postgres/postgres_bulk.h"
 #include "platform/dao/postgres/postgres_dialect.h"
 #include "platform/dao/postgres/pq_connection.h"
@@ -76,15 +77,13 @@ std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& ma
 /// only in case.
 std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QString& name)
 {
-    auto found = std::find_if(all.begin(), all.end(),
-                              [&](const TableInfo& each) { return each.name == name; });
-    if (found == all.end())
-        found = std::find_if(all.begin(), all.end(), [&](const TableInfo& each) {
-            return each.name.compare(name, Qt::CaseInsensitive) == 0;
-        });
-    if (found == all.end())
+    const auto exact = std::ranges::find(all, name, &TableInfo::name);
+    if (exact != all.end())
+        return *exact;
+    const int similar = ordinalOf(all, name);
+    if (similar < 0)
         return {};
-    return *found;
+    return all[static_cast<std::size_t>(similar)];
 }
 
 /// Returns the text with a full stop and a blank, so that another sentence can follow.

@@ -2,7 +2,7 @@
 
 #include "platform/dao/engine/link.h"
 #include "platform/dao/engine/session.h"
-#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/engine/types.h"
 
 namespace dao::postgres {
 

@@ -43,7 +43,7 @@ PasswordRequest passwordRequestIn(QByteArrayView messages)
 PasswordRequest pendingPasswordRequest(const PGconn* connection)
 {
     std::array<char, 16384> bytes{};
-    const auto count = ::recv(static_cast<Socket>(PQsocket(connection)), bytes.data(),
+    const auto count = ::recv(static_cast<Socket>(PQ(socket)(connection)), bytes.data(),
                               static_cast<int>(bytes.size()), MSG_PEEK);
     if (count <= 0)
         return PasswordRequest::None; // the client library reports the end or the error

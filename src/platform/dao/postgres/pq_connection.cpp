@@ -105,10 +105,11 @@ QVariant decimalOf(QByteArrayView text)
 
 QVariant valueIn(const PGresult* result, int row, int column)
 {
-    if (PQgetisnull(result, row, column) != 0)
+    if (PQ(getisnull)(result, row, column) != 0)
         return {};
-    const QByteArrayView text(PQgetvalue(result, row, column), PQgetlength(result, row, column));
-    switch (PQftype(result, column)) {
+    const QByteArrayView text(PQ(getvalue)(result, row, column),
+                              PQ(getlength)(result, row, column));
+    switch (PQ(ftype)(result, column)) {
     case Boolean:
         return text == "t";
     case Int2:
@@ -128,7 +129,7 @@ QVariant valueIn(const PGresult* result, int row, int column)
 
 QString stateOf(const PGresult* result)
 {
-    return QString::fromLatin1(PQresultErrorField(result, PG_DIAG_SQLSTATE));
+    return QString::fromLatin1(PQ(resultErrorField)(result, PG_DIAG_SQLSTATE));
 }
 
 /// Returns true if the server has not executed a prepared statement because its tables have changed
@@ -141,7 +142,7 @@ bool isOutdated(const PGresult* result)
 
 bool isFailure(const PGresult* result)
 {
-    switch (PQresultStatus(result)) {
+    switch (PQ(resultStatus)(result)) {
     case PGRES_COMMAND_OK:
     case PGRES_TUPLES_OK:
     case PGRES_EMPTY_QUERY:
@@ -165,11 +166,11 @@ Answer PqConnection::execute(const QString& sql, const QVariantList& values)
     const QByteArray text = sql.toUtf8();
     if (values.isEmpty())
         return answerOf(
-            lastResult(PQsendQuery(handle_.get(), text.constData()) == 1, timeouts_.answer));
+            lastResult(PQ(sendQuery)(handle_.get(), text.constData()) == 1, timeouts_.answer));
     const Parameters parameters(values);
     const int sent =
-        PQsendQueryParams(handle_.get(), text.constData(), parameters.count(), parameters.types(),
-                          parameters.values(), nullptr, nullptr, 0);
+        PQ(sendQueryParams)(handle_.get(), text.constData(), parameters.count(), parameters.types(),
+                            parameters.values(), nullptr, nullptr, 0);
     return answerOf(lastResult(sent == 1, timeouts_.answer));
 }
 
@@ -184,14 +185,14 @@ Answer PqConnection::executeKept(const QString& sql, const QVariantList& values)
     }
     if (kept->second.isEmpty()) {
         const QByteArray name = "zomrel_" + QByteArray::number(++keptCount_);
-        const int sent = PQsendPrepare(handle_.get(), name.constData(), sql.toUtf8().constData(),
-                                       parameters.count(), parameters.types());
+        const int sent = PQ(sendPrepare)(handle_.get(), name.constData(), sql.toUtf8().constData(),
+                                         parameters.count(), parameters.types());
         answerOf(lastResult(sent == 1, timeouts_.answer));
         kept->second = name;
     }
     const int sent =
-        PQsendQueryPrepared(handle_.get(), kept->second.constData(), parameters.count(),
-                            parameters.values(), nullptr, nullptr, 0);
+        PQ(sendQueryPrepared)(handle_.get(), kept->second.constData(), parameters.count(),
+                              parameters.values(), nullptr, nullptr, 0);
     const Result result = lastResult(sent == 1, timeouts_.answer);
     if (!isOutdated(result.get()))
         return answerOf(result);
@@ -203,14 +204,14 @@ void PqConnection::prepare(const QByteArray& name, const QString& sql,
                            std::chrono::milliseconds patience)
 {
     const int sent =
-        PQsendPrepare(handle_.get(), name.constData(), sql.toUtf8().constData(), 0, nullptr);
+        PQ(sendPrepare)(handle_.get(), name.constData(), sql.toUtf8().constData(), 0, nullptr);
     answerOf(lastResult(sent == 1, patience));
 }
 
 Answer PqConnection::executePrepared(const QByteArray& name, std::chrono::milliseconds patience)
 {
     const int sent =
-        PQsendQueryPrepared(handle_.get(), name.constData(), 0, nullptr, nullptr, nullptr, 0);
+        PQ(sendQueryPrepared)(handle_.get(), name.constData(), 0, nullptr, nullptr, nullptr, 0);
     return answerOf(lastResult(sent == 1, patience));
 }
 
@@ -218,14 +219,14 @@ bool PqConnection::isLost()
 {
     // A server that shuts down sends a message and then closes the connection. The first call reads
     // the message, the second one detects the end of the connection.
-    PQconsumeInput(handle_.get());
-    PQconsumeInput(handle_.get());
-    return PQstatus(handle_.get()) != CONNECTION_OK;
+    PQ(consumeInput)(handle_.get());
+    PQ(consumeInput)(handle_.get());
+    return PQ(status)(handle_.get()) != CONNECTION_OK;
 }
 
 bool PqConnection::hasFailedTransaction() const
 {
-    return PQtransactionStatus(handle_.get()) == PQTRANS_INERROR;
+    return PQ(transactionStatus)(handle_.get()) == PQTRANS_INERROR;
 }
 
 void PqConnection::abandon(const QString& reason)
@@ -245,12 +246,12 @@ RunTimeError PqConnection::lossError(const QString& reason) const
 
 void PqConnection::startCopy(const QString& sql)
 {
-    const bool isSent = PQsendQuery(handle_.get(), sql.toUtf8().constData()) == 1;
+    const bool isSent = PQ(sendQuery)(handle_.get(), sql.toUtf8().constData()) == 1;
     const Deadline deadline(timeouts_.answer);
     if (isSent)
         flush(deadline);
     const Result result = nextResult(deadline);
-    const ExecStatusType status = PQresultStatus(result.get());
+    const ExecStatusType status = PQ(resultStatus)(result.get());
     if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT)
         return;
     while (nextResult(deadline))
@@ -265,9 +266,9 @@ std::optional<QByteArrayView> PqConnection::nextCopied()
     char* data = nullptr;
     constexpr int withoutWaiting = 1;
     int length = 0;
-    while ((length = PQgetCopyData(handle_.get(), &data, withoutWaiting)) == 0) {
+    while ((length = PQ(getCopyData)(handle_.get(), &data, withoutWaiting)) == 0) {
         await(Readiness::ToRead, deadline);
-        if (PQconsumeInput(handle_.get()) == 0)
+        if (PQ(consumeInput)(handle_.get()) == 0)
             fail(nullptr);
     }
     if (length > 0) {
@@ -282,8 +283,8 @@ void PqConnection::sendCopied(QByteArrayView block)
 {
     const Deadline deadline(timeouts_.answer);
     int queued = 0;
-    while ((queued = PQputCopyData(handle_.get(), block.data(), static_cast<int>(block.size()))) ==
-           0)
+    while ((queued =
+                PQ(putCopyData)(handle_.get(), block.data(), static_cast<int>(block.size()))) == 0)
         flush(deadline);
     if (queued < 0)
         fail(nullptr);
@@ -293,7 +294,7 @@ void PqConnection::sendCopied(QByteArrayView block)
 void PqConnection::endCopy(const char* refusal)
 {
     int ended = 0;
-    while ((ended = PQputCopyEnd(handle_.get(), refusal)) == 0)
+    while ((ended = PQ(putCopyEnd)(handle_.get(), refusal)) == 0)
         flush(Deadline(timeouts_.answer));
     const Result result = lastResult(ended == 1, timeouts_.answer);
     if (refusal == nullptr)
@@ -311,21 +312,21 @@ void PqConnection::await(Readiness readiness, const Deadline& deadline)
 void PqConnection::flush(const Deadline& deadline)
 {
     int unsent = 0;
-    while ((unsent = PQflush(handle_.get())) == 1) {
+    while ((unsent = PQ(flush)(handle_.get())) == 1) {
         await(Readiness::ToReadOrWrite, deadline);
         // The server may stop reading until the client has read what the server has sent.
-        PQconsumeInput(handle_.get());
+        PQ(consumeInput)(handle_.get());
     }
 }
 
 Result PqConnection::nextResult(const Deadline& deadline)
 {
-    while (PQisBusy(handle_.get()) == 1) {
+    while (PQ(isBusy)(handle_.get()) == 1) {
         await(Readiness::ToRead, deadline);
-        if (PQconsumeInput(handle_.get()) == 0)
+        if (PQ(consumeInput)(handle_.get()) == 0)
             break; // PQgetResult returns the error.
     }
-    return Result(PQgetResult(handle_.get()));
+    return Result(PQ(getResult)(handle_.get()));
 }
 
 /// Reads all results of a statement and returns the last one, which is the error if there is one.
@@ -346,8 +347,8 @@ Answer PqConnection::answerOf(const Result& result)
     if (!result || isFailure(result.get()))
         fail(result.get());
     Answer answer;
-    const int columns = PQnfields(result.get());
-    const int rows = PQntuples(result.get());
+    const int columns = PQ(nfields)(result.get());
+    const int rows = PQ(ntuples)(result.get());
     answer.rows.reserve(static_cast<std::size_t>(rows));
     for (int row = 0; row < rows; ++row) {
         StoredValues values;
@@ -356,17 +357,17 @@ Answer PqConnection::answerOf(const Result& result)
             values.push_back(valueIn(result.get(), row, column));
         answer.rows.push_back(std::move(values));
     }
-    answer.affected = QByteArrayView(PQcmdTuples(result.get())).toLongLong();
+    answer.affected = QByteArrayView(PQ(cmdTuples)(result.get())).toLongLong();
     return answer;
 }
 
 /// Throws the error in the result or, if the result has none, the error of the connection.
 void PqConnection::fail(const PGresult* result)
 {
-    const char* context = PQresultErrorField(result, PG_DIAG_CONTEXT);
-    const char* message = context != nullptr  ? PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY)
-                          : result != nullptr ? PQresultErrorMessage(result)
-                                              : PQerrorMessage(handle_.get());
+    const char* context = PQ(resultErrorField)(result, PG_DIAG_CONTEXT);
+    const char* message = context != nullptr ? PQ(resultErrorField)(result, PG_DIAG_MESSAGE_PRIMARY)
+                          : result != nullptr ? PQ(resultErrorMessage)(result)
+                                              : PQ(errorMessage)(handle_.get());
     QString text = QString::fromUtf8(message).simplified();
     if (context != nullptr)
         text += u" ("_s + QString::fromUtf8(context).section(u'\n', 0, 0) + u')';

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/dao/engine/connection.h"
+#include "platform/dao/engine/connection_pool.h"
 #include "platform/dao/engine/link.h"
-#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/engine/types.h"
 #include "platform/dao/postgres/pq_handle.h"
 
 namespace dao::postgres {

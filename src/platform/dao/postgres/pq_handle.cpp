@@ -40,7 +40,7 @@ bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& dead
     const short events = eventsOf(readiness);
     for (;;) {
         const auto left = deadline.left().count();
-        const int socket = PQsocket(connection);
+        const int socket = PQ(socket)(connection);
         if (socket < 0)
             return true; // The next call of the client library reports the error.
         PollEntry one = {static_cast<Socket>(socket), events, 0};

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/dao/postgres/pq_library.h"
+
 #include <QString>
 
 #include <chrono>
-#include <libpq-fe.h>
 #include <memory>
 
 namespace dao::postgres {
@@ -39,19 +40,19 @@ private:
 
 struct ConnectionCloser
 {
-    void operator()(PGconn* connection) const { PQfinish(connection); }
+    void operator()(PGconn* connection) const { PQ(finish)(connection); }
 };
 using ConnectionHandle = std::unique_ptr<PGconn, ConnectionCloser>;
 
 struct ResultCloser
 {
-    void operator()(PGresult* result) const { PQclear(result); }
+    void operator()(PGresult* result) const { PQ(clear)(result); }
 };
 using Result = std::unique_ptr<PGresult, ResultCloser>;
 
 struct MemoryCloser
 {
-    void operator()(char* memory) const { PQfreemem(memory); }
+    void operator()(char* memory) const { PQ(freemem)(memory); }
 };
 using Memory = std::unique_ptr<char, MemoryCloser>;
 

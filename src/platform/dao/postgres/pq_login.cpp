@@ -1,13 +1,13 @@
 #include "platform/dao/postgres/pq_login.h"
 
 #include "platform/dao/postgres/pq_authentication.h"
-#include "platform/dao/postgres/pq_environment.h"
-#include "platform/dao/postgres/pq_library.h"
 #include "platform/dao/postgres/sockets.h"
 
 #include <QByteArrayList>
+#include <QProcessEnvironment>
 #include <QStringList>
 
+#include <algorithm>
 #include <array>
 #include <future>
 #include <thread>
@@ -27,6 +27,44 @@ constexpr std::chrono::milliseconds addressPatience(4000);
 constexpr std::chrono::seconds idleInTransaction(60);
 
 const QString remedy = QStringLiteral("set its authentication method to scram-sha-256");
+
+constexpr auto passwordVariable = "PGPASSWORD";
+
+constexpr std::array keptVariables = {
+    "PGPASSFILE"_L1, "PGSSLROOTCERT"_L1, "PGSSLCERT"_L1,     "PGSSLKEY"_L1,
+    "PGSSLCRL"_L1,   "PGSSLCRLDIR"_L1,   "PGREQUIREPEER"_L1,
+};
+
+#ifdef Q_OS_WIN
+constexpr Qt::CaseSensitivity inNames = Qt::CaseInsensitive;
+#else
+constexpr Qt::CaseSensitivity inNames = Qt::CaseSensitive;
+#endif
+
+/// Returns the value that PGPASSWORD had before clearClientEnvironment removed it.
+QByteArray& environmentPassword()
+{
+    static QByteArray password;
+    return password;
+}
+
+/// Removes the variables from the environment of this process that would change how or where the
+/// client library connects, such as PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS. The link alone
+/// decides about that. The variables that name files of credentials stay, and so does
+/// PGREQUIREPEER, which only adds a condition.
+void clearClientEnvironment()
+{
+    if (qEnvironmentVariableIsSet(passwordVariable))
+        environmentPassword() = qgetenv(passwordVariable);
+    const QStringList names = QProcessEnvironment::systemEnvironment().keys();
+    for (const QString& each : names) {
+        const bool isKept = std::any_of(
+            keptVariables.begin(), keptVariables.end(),
+            [&each](QLatin1StringView kept) { return each.compare(kept, inNames) == 0; });
+        if (each.startsWith("PG"_L1, inNames) && !isKept)
+            qunsetenv(each.toLocal8Bit().constData());
+    }
+}
 
 struct LookUp
 {
@@ -158,7 +196,7 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
     }
     constexpr int plainDatabaseName = 0;
     return ConnectionHandle(
-        PQconnectStartParams(keywords.data(), values.data(), plainDatabaseName));
+        PQ(connectStartParams)(keywords.data(), values.data(), plainDatabaseName));
 }
 
 struct Attempt
@@ -192,27 +230,27 @@ Attempt attemptOnce(const Link& link, const Timeouts& timeouts, const QByteArray
     if (!connection)
         throw RunTimeError(runtime::OutOfMemory);
     Attempt result;
-    auto next =
-        PQstatus(connection.get()) == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
+    auto next = PQ(status)(connection.get()) == CONNECTION_BAD ? PGRES_POLLING_FAILED
+                                                               : PGRES_POLLING_WRITING;
     while (next != PGRES_POLLING_OK && next != PGRES_POLLING_FAILED) {
         const auto readiness =
             next == PGRES_POLLING_READING ? Readiness::ToRead : Readiness::ToWrite;
         if (!waitFor(connection.get(), readiness, deadline))
             return {nullptr, deadline.message()};
-        const ConnStatusType status = PQstatus(connection.get());
+        const ConnStatusType status = PQ(status)(connection.get());
         result.reachedServer = status != CONNECTION_STARTED;
-        result.isEncrypted = PQsslInUse(connection.get()) != 0;
+        result.isEncrypted = PQ(sslInUse)(connection.get()) != 0;
         if (use == PasswordUse::Examined && status == CONNECTION_AWAITING_RESPONSE &&
             asksForReadablePassword(connection.get(), deadline)) {
             result.reason =
                 u"the server asks for the password in clear text or as MD5; "_s + remedy;
             return result;
         }
-        next = PQconnectPoll(connection.get());
+        next = PQ(connectPoll)(connection.get());
     }
     if (next == PGRES_POLLING_FAILED) {
-        result.asksForPassword = PQconnectionNeedsPassword(connection.get()) != 0;
-        result.reason = QString::fromUtf8(PQerrorMessage(connection.get()));
+        result.asksForPassword = PQ(connectionNeedsPassword)(connection.get()) != 0;
+        result.reason = QString::fromUtf8(PQ(errorMessage)(connection.get()));
         if (result.reason.contains("channel binding"_L1))
             result.reason += u" ("_s + remedy + u')';
         return result;
@@ -258,10 +296,10 @@ ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
         Attempt result =
             attempt(link, timeouts, address, isLast ? left : std::min(left, addressPatience));
         if (result.connection) {
-            PQsetnonblocking(result.connection.get(), 1);
+            PQ(setnonblocking)(result.connection.get(), 1);
             // Notices are not needed: the server logs them, and failures are reported as errors.
-            PQsetNoticeProcessor(
-                result.connection.get(), [](void*, const char*) {}, nullptr);
+            constexpr auto ignore = [](void*, const char*) {};
+            PQ(setNoticeProcessor)(result.connection.get(), ignore, nullptr);
             return std::move(result.connection);
         }
         reasons.append(result.reason);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/engine/link.h"
-#include "platform/dao/engine/timeouts.h"
+#include "platform/dao/engine/types.h"
 #include "platform/dao/postgres/pq_handle.h"
 #include "platform/runtime/run_time_error.h"
 

@@ -4,7 +4,7 @@
 #include "platform/dao/engine/bulk.h"
 #include "platform/dao/engine/row_bytes.h"
 #include "platform/dao/engine/values.h"
-#include "platform/dao/sqlite/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_dialect.h"
 #include "platform/dao/sqlite/sqlite_errors.h"
 
 #include <QDateTime>

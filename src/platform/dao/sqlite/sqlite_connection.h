@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/engine/connection.h"
+#include "platform/dao/engine/connection_pool.h"
 #include "platform/dao/sqlite/sqlite_presence.h"
 
 #include <QSqlDatabase>

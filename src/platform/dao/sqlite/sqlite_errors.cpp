@@ -1,6 +1,6 @@
 #include "platform/dao/sqlite/sqlite_errors.h"
 
-#include "platform/dao/sqlite/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_dialect.h"
 
 namespace dao::sqlite {
 

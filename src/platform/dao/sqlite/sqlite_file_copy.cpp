@@ -31,8 +31,7 @@ public:
         }
     }
     ~ReadLock() { release(); }
-    ReadLock(const ReadLock&) = delete;
-    ReadLock& operator=(const ReadLock&) = delete;
+    Q_DISABLE_COPY_MOVE(ReadLock)
 
 private:
     void release()

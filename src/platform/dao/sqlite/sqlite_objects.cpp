@@ -1,7 +1,7 @@
 // Finds objects in an embedded store that the program does not make.
 
 #include "platform/dao/sqlite/sqlite_bulk.h"
-#include "platform/dao/sqlite/sqlite_counters.h"
+#include "platform/dao/sqlite/sqlite_dialect.h"
 
 #include <QRegularExpression>
 
@@ -62,7 +62,9 @@ bool SqliteBulk::isCounterTrigger(const QString& table, const QString& declarati
     const std::optional<TableInfo> info = session_.table(table);
     return info &&
            std::any_of(info->fields.begin(), info->fields.end(), [&](const FieldInfo& each) {
-               return each.counter && counterMaking(info->name, each.name).contains(declaration);
+               return each.counter && SqliteDialect::instance()
+                                          .counterStatements(info->name, each.name)
+                                          .contains(declaration);
            });
 }
 

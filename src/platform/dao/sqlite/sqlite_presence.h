@@ -20,8 +20,7 @@ public:
     static std::shared_ptr<Presence> at(const QString& path, const QString& fileIdentity);
     explicit Presence(const QString& path);
     ~Presence();
-    Presence(const Presence&) = delete;
-    Presence& operator=(const Presence&) = delete;
+    Q_DISABLE_COPY_MOVE(Presence)
 
 private:
     qintptr descriptor_ = -1; ///< Descriptor or handle; -1 if the file is not open.

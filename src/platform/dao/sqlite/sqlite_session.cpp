@@ -2,7 +2,6 @@
 
 #include "platform/dao/engine/connection_pool.h"
 #include "platform/dao/sqlite/sqlite_bulk.h"
-#include "platform/dao/sqlite/sqlite_counters.h"
 #include "platform/dao/sqlite/sqlite_dialect.h"
 #include "platform/dao/sqlite/sqlite_errors.h"
 #include "platform/dao/sqlite/sqlite_presence.h"
