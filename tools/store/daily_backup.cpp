@@ -133,6 +133,7 @@ void removeOld(const QString& folder, const QDate& today, const QString& store,
         const QString path = QDir(folder).filePath(name);
         if (!isGood(path) || !mayBeOf(path, store) || ++kept <= keptDailyBackups)
             continue;
+        letGoOfFiles(); // The checks have opened it.
         (QFile::remove(path) ? outcome.removed : outcome.notRemoved).append(name);
     }
 }

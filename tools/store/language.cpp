@@ -12,6 +12,19 @@ Language& chosenLanguage()
     return chosen;
 }
 
+/// Returns the name of the locale for messages, or an empty text.
+QString usersLocaleName()
+{
+#ifdef Q_OS_WIN
+    // The toolkit knows only the display language there. Scripts set the variables of other systems.
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const QString name = qEnvironmentVariable(variable); !name.isEmpty())
+            return name;
+    }
+#endif
+    return QLocale::system().uiLanguages().value(0);
+}
+
 } // namespace
 
 Language language()
@@ -26,9 +39,8 @@ void setLanguage(Language language)
 
 Language usersLanguage()
 {
-    const QStringList languages = QLocale::system().uiLanguages();
-    const bool isHebrew =
-        !languages.isEmpty() && QLocale(languages.first()).language() == QLocale::Hebrew;
+    const QString name = usersLocaleName();
+    const bool isHebrew = !name.isEmpty() && QLocale(name).language() == QLocale::Hebrew;
     return isHebrew ? Language::Hebrew : Language::English;
 }
 

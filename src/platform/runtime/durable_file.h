@@ -31,9 +31,9 @@ void syncFolder(const QString& folder);
 /// file, or to the complete new file. If a file is replaced, the name always belongs to one of the
 /// two, except on Windows if the previous file is open and is not on a local NTFS disk: the name
 /// then belongs to nothing for a moment, and the previous file has the name with
-/// ".zomrel-previous". On Windows the file must come from createFile. Throws DatabaseExists (3204) if the new name
-/// exists and is not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043) or
-/// PermissionDenied (3051).
+/// ".zomrel-previous". On Windows the file must come from createFile. Throws DatabaseExists (3204)
+/// if the new name exists and is not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043)
+/// or PermissionDenied (3051).
 void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
 
 enum class Linked {

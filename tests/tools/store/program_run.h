@@ -21,7 +21,9 @@ struct Outcome
 
 inline QStringList lines(const QByteArray& output)
 {
-    return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
+    QString text = QString::fromUtf8(output);
+    text.remove(u'\r'); // It ends lines on Windows.
+    return text.split(u'\n', Qt::SkipEmptyParts);
 }
 
 inline constexpr int programPatience = 120000; // Milliseconds; enough for a busy machine.
