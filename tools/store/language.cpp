@@ -16,7 +16,8 @@ Language& chosenLanguage()
 QString usersLocaleName()
 {
 #ifdef Q_OS_WIN
-    // The toolkit knows only the display language there. Scripts set the variables of other systems.
+    // The toolkit knows only the display language there. Scripts set the variables of other
+    // systems.
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         if (const QString name = qEnvironmentVariable(variable); !name.isEmpty())
             return name;
