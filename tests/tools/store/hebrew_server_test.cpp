@@ -58,7 +58,8 @@ TEST_F(HebrewServerTest, UnsafeServer_isRefusedInHebrew)
     EXPECT_EQ(refused.plainLines().value(0),
               u"zomrel-store: השרת של המסד 'postgres' בשרת '%1' אינו בטוח לנתונים: ההגדרה fsync "
               "כבויה, והפסקת חשמל עלולה לאבד שורות; ההגדרה full_page_writes כבויה, והפסקת חשמל "
-              "עלולה לפגום בשורות. האפשרות --force משתמשת בו בכל זאת."_s.arg(link().host()));
+              "עלולה לפגום בשורות. האפשרות --force משתמשת בו בכל זאת."_s.arg(
+                  u"%1:%2"_s.arg(link().server, QString::number(link().port))));
     expectSuccess({u"move"_s, u"--force"_s, store_.path(), address()});
     const Said checked = expectFailure({u"check"_s, address()});
     EXPECT_TRUE(
