@@ -14,6 +14,9 @@ BrandingText "Zomrel ${VERSION}"
 !define MULTIUSER_USE_PROGRAMFILES64
 !define MULTIUSER_INSTALLMODE_COMMANDLINE
 !define MULTIUSER_INSTALLMODE_DEFAULT_CURRENTUSER
+; A newer version replaces the older one, for whomever that was installed.
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "Software\Zomrel"
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_VALUENAME "InstallDir"
 !define MULTIUSER_INSTALLMODE_INSTDIR "Zomrel"
 !define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_KEY "Software\Zomrel"
 !define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_VALUENAME "InstallDir"
@@ -21,6 +24,7 @@ BrandingText "Zomrel ${VERSION}"
 !include MUI2.nsh
 !include LogicLib.nsh
 !include FileFunc.nsh
+!include WordFunc.nsh
 
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Zomrel"
 !define MUI_ICON "${ICON}"
@@ -69,10 +73,10 @@ Var data
 !include "${TASK}"
 
 ; A running program keeps its file from being opened for writing.
-!macro REQUIRE_CLOSED
-  ${If} ${FileExists} "$INSTDIR\Zomrel.exe"
+!macro REQUIRE_CLOSED_PROGRAM FILE
+  ${If} ${FileExists} "$INSTDIR\${FILE}"
     ClearErrors
-    FileOpen $0 "$INSTDIR\Zomrel.exe" a
+    FileOpen $0 "$INSTDIR\${FILE}" a
     ${If} ${Errors}
       MessageBox MB_ICONEXCLAMATION "$(Running)" /SD IDOK
       SetErrorLevel 2
@@ -81,17 +85,26 @@ Var data
     FileClose $0
   ${EndIf}
 !macroend
+!macro REQUIRE_CLOSED
+  !insertmacro REQUIRE_CLOSED_PROGRAM Zomrel.exe
+  !insertmacro REQUIRE_CLOSED_PROGRAM zomrel-store.exe
+  !insertmacro REQUIRE_CLOSED_PROGRAM zomrel-shop.exe
+  !insertmacro REQUIRE_CLOSED_PROGRAM zomrel-demo.exe
+!macroend
 
 Section "-$(Program)"
   !insertmacro REQUIRE_CLOSED
   SetOutPath "$INSTDIR"
-  ; What an older version brought and this one does not.
-  Delete "$INSTDIR\*.dll"
-  RMDir /r "$INSTDIR\plugins"
-  RMDir /r "$INSTDIR\fonts"
-  RMDir /r "$INSTDIR\translations"
-  RMDir /r "$INSTDIR\manual"
-  RMDir /r "$INSTDIR\licences"
+  ; What an older version brought and this one does not. Another folder of the user keeps its files.
+  ${If} ${FileExists} "$INSTDIR\Zomrel.exe"
+  ${AndIf} ${FileExists} "$INSTDIR\uninstall.exe"
+    Delete "$INSTDIR\*.dll"
+    RMDir /r "$INSTDIR\plugins"
+    RMDir /r "$INSTDIR\fonts"
+    RMDir /r "$INSTDIR\translations"
+    RMDir /r "$INSTDIR\manual"
+    RMDir /r "$INSTDIR\licences"
+  ${EndIf}
   File /r "${STAGE}/*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
 

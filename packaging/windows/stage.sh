@@ -23,13 +23,14 @@ cp "$kit/bin/libpq.dll" "$folder"
 
 # Prints the names of the libraries that the files of the folder import.
 imported() {
-  find "$folder" -name '*.exe' -o -name '*.dll' | xargs $triple-objdump --private-headers |
+  find "$folder" \( -name '*.exe' -o -name '*.dll' \) -exec $triple-objdump --private-headers {} + |
     awk '/DLL Name:/ { print $3 }' | sort -uf
 }
 
 # Copies what the files import, then what the copies import, until nothing is missing. Other libraries belong to
 # Windows. File names of Windows have no case.
 compiler=$(dirname "$($triple-g++-posix -print-file-name=libstdc++-6.dll)")
+[ -n "$(imported)" ]
 copied=yes
 while [ -n "$copied" ]; do
   copied=

@@ -85,12 +85,18 @@ std::optional<double> deductionOf(Part part, Side side, const TodaysSeries& seri
     return side == Side::Width ? both.width : both.height;
 }
 
+bool isSame(double one, double other)
+{
+    return std::abs(one - other) < smallest;
+}
+
 /// Returns true for the width of a frame that does not follow from the stored line, because a
 /// door's inner width is stored in the place of the monoblock's reduced width.
 bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
 {
     return line.isStored && line.isMonoblock && series.isDoor && part == Mashkof &&
-           side == Side::Width;
+           side == Side::Width &&
+           isSame(line.reduced.width, doorOpening(line.opening, line.doorThickness).width);
 }
 
 /// Returns the size and its formula, or nothing for a size that lines of this series do not have.
@@ -108,11 +114,6 @@ std::optional<Computed> computedSize(const ComputedLine& line, Part part, Side s
     if (part != Mashkof && series.series.kanafNum != 1.0)
         formula = u"(%1) ÷ %2"_s.arg(formula, shown(series.series.kanafNum.value_or(0)));
     return Computed{formula, cutWidth(series.series, part, base.size)};
-}
-
-bool isSame(double one, double other)
-{
-    return std::abs(one - other) < smallest;
 }
 
 /// Returns a formula or number for a Hebrew text. The marks around it keep its reading direction.
@@ -160,13 +161,14 @@ QString unlessChanged(const QString& explanation, double result, double actual,
 }
 
 /// Returns how the frame of a monoblock door follows from the series, and which width the monoblock
-/// takes off for that. The width is not stored, but it is the only unknown of the formula.
+/// takes off for that. The width is not stored, but it is the only unknown of the formula. Returns
+/// an empty text if the line's other sizes show that the series has been changed since.
 QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
 {
     const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);
-    if (!deduction)
-        return {};
     const double actual = line.parts[Mashkof].width;
+    if (!deduction || line.opening.width + *deduction < actual || !followsFrom(line, series))
+        return {};
     const QString taken = shownDifference(line.opening.width + *deduction, actual);
     const QString base = u"(%1 − %2)"_s.arg(shown(line.opening.width), taken);
     return u"%1\nהורדת הרוחב של המונובלוק, %2, אינה שמורה בשורה של דלת. היא חושבה מהמידה לפי "

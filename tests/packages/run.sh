@@ -5,7 +5,7 @@
 #
 # The clean systems are made with debootstrap from the Debian mirror that apt uses here. ZOMREL_ROOT_SUITE,
 # ZOMREL_ROOT_MIRROR and ZOMREL_ROOT_COMPONENTS select another one, for example for the portable folder on Ubuntu 22.04:
-# ZOMREL_ROOT_SUITE=jammy ZOMREL_ROOT_MIRROR=http://archive.ubuntu.com/ubuntu ZOMREL_ROOT_COMPONENTS=main,universe
+# ZOMREL_ROOT_SUITE=jammy, ZOMREL_ROOT_COMPONENTS=main,universe and the address of a mirror.
 set -eu
 cd "$(dirname "$0")/../.."
 here=$PWD/tests/packages

@@ -59,7 +59,7 @@ end_programs() {
 
 # Nothing is left of files under construction: neither beside the store nor in the folder for temporary files.
 no_rest_in() {
-  [ -z "$(find "$1" "$drive/users" -name '*zomrel-store-*' 2>/dev/null | tee /dev/stderr)" ]
+  [ -z "$(find "$1" "$drive/users" \( -name '*zomrel-store-*' -o -name '*.zomrel-previous' \) 2>/dev/null | tee /dev/stderr)" ]
 }
 
 unpack() {

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <random>
 
@@ -276,14 +277,14 @@ private slots:
         fillWithHardLines(store);
         const report::FurtherDocuments further = documentsOf(store.path(), 7);
         QWidget window;
-        int dialogs = 0;
+        const auto dialogs = std::make_shared<int>(0);
         for (int document = 0; document < 2; ++document) {
-            whenShown(u"PlanningProgress"_s, [&dialogs](QWidget& dialog) {
-                ++dialogs;
+            whenShown(u"PlanningProgress"_s, [dialogs](QWidget& dialog) {
+                ++*dialogs;
                 QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
             });
             QVERIFY(further.documents[0].make(&window, 0).document != nullptr);
-            QCOMPARE(dialogs, document + 1);
+            QCOMPARE(*dialogs, document + 1);
         }
     }
 

@@ -97,7 +97,12 @@ QStringList speechFaults(QWidget& form)
             return false;
         if (!control.state().focusable)
             return true;
-        const bool isNamed = !control.text(QAccessible::Name).trimmed().isEmpty();
+        // The text of a list would hide that the list itself has no name.
+        const auto* list = control.role() == QAccessible::ComboBox
+                               ? qobject_cast<const QWidget*>(control.object())
+                               : nullptr;
+        const bool isNamed = list != nullptr ? !list->accessibleName().trimmed().isEmpty()
+                                             : !control.text(QAccessible::Name).trimmed().isEmpty();
         const bool isView =
             control.object() != nullptr && control.object()->inherits("report::PreviewPages");
         if (!isNamed || (!isView && !tellingRoles.contains(control.role())))

@@ -11,6 +11,7 @@
 #include "shell/appearance.h"
 #include "tools/store/builder.h"
 #include "tools/store/link_store.h"
+#include "tools/store/place.h"
 #include "tools/store/system.h"
 
 #include <QApplication>
@@ -108,7 +109,11 @@ void layProgramFolder(const QTemporaryDir& folder, const QString& store)
     const QString path = QFileInfo(store).absoluteFilePath();
 #ifdef Q_OS_WIN
     // Ordinary users may not make symbolic links there.
-    storetools::linkStore(name, dao::Link::toFile(path), storetools::Hazards::Accepted);
+    const storetools::Place place(path);
+    if (place.isOnServer())
+        QFile::copy(path, name);
+    else
+        storetools::linkStore(name, dao::Link::toFile(place.name()), storetools::Hazards::Accepted);
     QFile::copy(logo, folder.filePath(u"Logo.jpg"_s));
 #else
     QFile::link(path, name);

@@ -76,6 +76,7 @@ void addFigures(dao::Database& database, CheckReport& report)
 {
     const FigureReport computed = checkFigures(database);
     report.findings += computed.differences;
+    report.figureFindings = computed.differences.size();
     report.remarks += computed.remarks;
 }
 

@@ -24,8 +24,10 @@ struct CheckReport
     /// One line for each oddity that the program itself can cause. Remarks never make a store
     /// unsound.
     QStringList remarks;
-    /// What to do about an error that ended the check; empty if it was completed.
+    /// What to do about the findings; empty if a sound backup is to be restored.
     QString nextStep = {};
+    /// How many of the findings are figures that do not follow from their series.
+    qsizetype figureFindings = 0;
 };
 
 /// Checks a store like checkStore and returns the remarks, too. With Figures::Computed, each figure

@@ -72,6 +72,26 @@ ExitStatus printReport(const QString& name, const CheckReport& report, QTextStre
     return Failure;
 }
 
+QString figureAdvice()
+{
+    return say(
+        {u"Compare these lines with their series, and decide which is right: a series may have "
+         "been changed since.",
+         u"השווה את השורות האלה לסדרות שלהן, והחלט מה נכון: ייתכן שסדרה שונתה מאז."});
+}
+
+/// Adds what the server's settings endanger.
+void addSafety(const Place& place, const Call& call, CheckReport& report, QTextStream& err)
+{
+    const Safety safety = safetyOf(place);
+    warn(safety, err);
+    if (isForced(call))
+        return;
+    if (report.findings.isEmpty())
+        report.nextStep = adviceForServer();
+    report.findings += safety.hazards;
+}
+
 ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
 {
     const QString& name = call.arguments.first();
@@ -80,10 +100,9 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
     try {
         const Place place(name);
         report = checkReport(place, withFigures ? Figures::Computed : Figures::Skipped);
-        const Safety safety = safetyOf(place);
-        if (!isForced(call))
-            report.findings += safety.hazards;
-        warn(safety, err);
+        if (report.findings.size() == report.figureFindings)
+            report.nextStep = figureAdvice();
+        addSafety(place, call, report, err);
     } catch (const runtime::RunTimeError& error) {
         // Parsing the location fails for a damaged link, before the check can start.
         report.findings.append(ofWhole(false, happened(error)));

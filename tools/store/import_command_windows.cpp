@@ -21,8 +21,11 @@ ExitStatus tellHowToImport(const Call& call, QTextStream&, QTextStream& err)
                   call.arguments.first()));
     tell(err,
          say({u"Run there: %1", u"הרץ שם: %1"}, u"zomrel-store import OLD.mdb Aluminium.mdb"_s));
-    tell(err, say({u"Then copy Aluminium.mdb into the folder of the Windows program.",
-                   u"אחר כך העתק את {Aluminium.mdb} אל תיקיית התוכנית בחלונות."}));
+    tell(err,
+         say({u"Then copy Aluminium.mdb over the store of the Windows program. It is beside the "
+              "program, or in C:\\ProgramData\\Zomrel after an installation for all users.",
+              u"אחר כך העתק את {Aluminium.mdb} במקום קובץ הנתונים של התוכנית בחלונות. הוא נמצא ליד "
+              "התוכנית, ואחרי התקנה לכל המשתמשים הוא נמצא ב-{C:\\ProgramData\\Zomrel}."}));
     return Failure;
 }
 

@@ -47,8 +47,13 @@ void requireDurable(dao::Database& database)
                  "nevertheless.",
                  u"השרת של %1 אינו בטוח לנתונים: %2. האפשרות {--force} משתמשת בו בכל זאת."},
                 Phrase{placeInWords(database.place())}, Phrase{ofEngine(hazards).join(u"; "_s)}),
-            say({u"Ask the administrator to mend the server's settings.",
-                 u"בקש ממנהל השרת לתקן את ההגדרות שלו."}));
+            adviceForServer());
+}
+
+QString adviceForServer()
+{
+    return say({u"Ask the administrator to mend the server's settings.",
+                u"בקש ממנהל השרת לתקן את ההגדרות שלו."});
 }
 
 } // namespace storetools

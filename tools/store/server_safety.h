@@ -22,6 +22,9 @@ struct Safety
 /// Returns the findings about the settings of a store's server, as lines for the user.
 Safety safetyOf(const Place& place);
 
+/// Returns what to do about a server that may lose rows.
+QString adviceForServer();
+
 /// Throws InvalidOperation (3219) if the server of an open store may lose confirmed rows.
 void requireDurable(dao::Database& database);
 

@@ -52,6 +52,8 @@ QAccessibleInterface* GridInterface::cell(const QModelIndex& index) const
 {
     if (view() == nullptr || !index.isValid() || view()->isColumnHidden(index.column()))
         return nullptr;
+    if (!cells_.contains(QPersistentModelIndex(index)))
+        forgetRemovedCells();
     return keptPart(cells_, QPersistentModelIndex(index),
                     [&] { return new GridCellPart(*view(), index); });
 }
@@ -159,11 +161,16 @@ bool GridInterface::selectRow(int row)
     return view()->currentIndex().row() == row;
 }
 
-/// Forgets the cells that do not exist any more. The others keep their interfaces.
 void GridInterface::modelChange(QAccessibleTableModelChangeEvent* event)
 {
-    if (event->modelChangeType() == QAccessibleTableModelChangeEvent::DataChanged)
-        return;
+    if (event->modelChangeType() != QAccessibleTableModelChangeEvent::DataChanged)
+        forgetRemovedCells();
+}
+
+/// Forgets the cells that do not exist any more. The others keep their interfaces. Keys of removed
+/// cells are all equal, so none may be left when the table of cells grows.
+void GridInterface::forgetRemovedCells() const
+{
     cells_.removeIf([](const auto& each) {
         if (each.key().isValid())
             return false;

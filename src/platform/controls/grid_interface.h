@@ -11,9 +11,9 @@ namespace controls {
 
 /// A grid as screen readers see it: one header and one cell for each visible column, from left to
 /// right. Qt's own description of a table also contains the hidden columns and an empty header for
-/// each row. The children are the headers of the visible columns and then the
-/// cells, row by row. While the grid is being destroyed it is no QTableView any more, and the
-/// interface has no children.
+/// each row. The children are the headers of the visible columns and then the cells, row by row.
+/// While the grid is being destroyed it is no QTableView any more, and the interface has no
+/// children.
 class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
@@ -58,6 +58,7 @@ private:
     QTableView* view() const;
     QList<int> columns() const;
     QAccessibleInterface* header(int column) const;
+    void forgetRemovedCells() const;
 
     // Interfaces live until the grid or their cell ceases to exist.
     mutable QHash<int, QAccessible::Id> headers_;

@@ -1,6 +1,8 @@
 #include "platform/controls/grid_parts.h"
 
 #include <QHeaderView>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QWindow>
 
 namespace controls {
@@ -128,8 +130,12 @@ void GridCellPart::doAction(const QString& name)
 {
     if (name != setFocusAction() || !isValid())
         return;
-    grid()->setFocus(Qt::OtherFocusReason);
-    grid()->setCurrentIndex(index_);
+    // A handler of the focus may remove the cell, and this object with it.
+    const QPointer<QTableView> whole = grid();
+    const QPersistentModelIndex index = index_;
+    whole->setFocus(Qt::OtherFocusReason);
+    if (whole != nullptr && index.isValid())
+        whole->setCurrentIndex(index);
 }
 
 } // namespace controls

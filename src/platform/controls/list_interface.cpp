@@ -47,6 +47,13 @@ QAccessibleInterface* ListInterface::childAt(int x, int y) const
     return box.rect().contains(box.mapFromGlobal(QPoint(x, y))) ? child(1) : nullptr;
 }
 
+/// In a list with a box to type in, the box has the caret.
+QAccessibleInterface* ListInterface::focusChild() const
+{
+    const bool isTypedInto = list() != nullptr && list()->isEditable() && list()->hasFocus();
+    return isTypedInto ? child(1) : QAccessibleWidget::focusChild();
+}
+
 QString ListInterface::text(QAccessible::Text type) const
 {
     if (list() == nullptr || (type != QAccessible::Name && type != QAccessible::Value))

@@ -19,6 +19,7 @@ public:
     QAccessibleInterface* child(int index) const override;
     int indexOfChild(const QAccessibleInterface* child) const override;
     QAccessibleInterface* childAt(int x, int y) const override;
+    QAccessibleInterface* focusChild() const override;
     QString text(QAccessible::Text type) const override;
     QAccessible::State state() const override;
     QStringList actionNames() const override;

@@ -12,13 +12,27 @@ QRect placeOf(const PrintedControl& printed)
     return {printed.corner, QSize(design.width, design.height)};
 }
 
+bool isInvisible(QChar character)
+{
+    return character.category() == QChar::Other_Format;
+}
+
+/// Finds a text also where invisible characters, such as direction marks, are between its letters.
+bool contains(QString printed, const QString& text)
+{
+    if (printed.contains(text, Qt::CaseInsensitive))
+        return true;
+    return std::any_of(printed.cbegin(), printed.cend(), isInvisible) &&
+           printed.removeIf(isInvisible).contains(text, Qt::CaseInsensitive);
+}
+
 std::vector<Hit> hitsOn(const Page& page, const QString& text)
 {
     std::vector<Hit> hits;
     int counted = 0;
     for (const Band& band : page.bands) {
         for (const PrintedControl& printed : band.controls) {
-            if (printed.text.contains(text, Qt::CaseInsensitive))
+            if (contains(printed.text, text))
                 hits.push_back({page.index, counted, placeOf(printed)});
             ++counted;
         }

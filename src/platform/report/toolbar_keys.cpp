@@ -130,8 +130,7 @@ bool ToolbarKeys::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress)
         return handle(*button, *static_cast<QKeyEvent*>(event));
     // Escape leaves the toolbar before it triggers a shortcut of the window.
-    if (event->type() == QEvent::ShortcutOverride &&
-        (cameFrom_ != nullptr || expanded_ != nullptr) &&
+    if (event->type() == QEvent::ShortcutOverride && (cameFrom_ != nullptr || isExpanded()) &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
         event->accept();
     return false;
@@ -210,9 +209,16 @@ void ToolbarKeys::toggleRest(QToolButton& extension)
 /// forgets it. Returns nullptr if there is none.
 QToolButton* ToolbarKeys::takeExpanded()
 {
-    const QPointer<QWidget> expanded = std::exchange(expanded_, nullptr);
-    auto* extension = qobject_cast<QToolButton*>(expanded.data());
-    return extension != nullptr && extension->isChecked() ? extension : nullptr;
+    QToolButton* extension = isExpanded() ? qobject_cast<QToolButton*>(expanded_.data()) : nullptr;
+    expanded_ = nullptr;
+    return extension;
+}
+
+/// The mouse may have hidden the rest since.
+bool ToolbarKeys::isExpanded() const
+{
+    const auto* extension = qobject_cast<const QToolButton*>(expanded_.data());
+    return extension != nullptr && extension->isChecked();
 }
 
 bool ToolbarKeys::collapse()

@@ -42,6 +42,7 @@ public:
 private:
     void orderTabs();
     void toggleRest(QToolButton& extension);
+    bool isExpanded() const;
     QToolButton* takeExpanded();
     void collapseBehind(const QWidget* focused);
     void enter();

@@ -6,7 +6,8 @@
 
 /// Functions that create, replace and remove files. The result is correct after a power failure,
 /// after the process was killed, and if another user puts files into the same folder. The
-/// system calls that they need are only in durable_file.cpp.
+/// system calls that they need are only in durable_file_posix.cpp, durable_file_windows.cpp and
+/// file_access_windows.cpp.
 namespace runtime {
 
 /// What durableRename does if a file already has the new name.
@@ -99,8 +100,8 @@ private:
 };
 
 /// Removes a file or folder that a process marked by createFile or FolderMark and left behind when
-/// it ended. Does nothing if that process is still running, if another user owns the file or
-/// folder, or if the file system cannot mark files.
+/// it ended. Does nothing if that process is still running, if the file system cannot mark files, or,
+/// except on Windows, if another user owns the file or folder.
 void removeIfLeft(const QString& path);
 
 /// The owner, the group and the permissions of a file. On Windows only the list is used.

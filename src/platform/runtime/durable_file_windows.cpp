@@ -5,20 +5,19 @@
 #include "platform/runtime/durable_file.h"
 
 #include "platform/runtime/run_time_error.h"
+#include "platform/runtime/windows_access.h"
 #include "platform/runtime/windows_handle.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QThread>
 
-#include <aclapi.h>
 #include <array>
 #include <cstddef>
 #include <cstring>
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
-#include <sddl.h>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,55 +30,6 @@ namespace {
 
 /// The name of the file that marks a folder as used, for as long as it is open.
 const QString folderMark = u".zomrel-in-use"_s;
-
-struct LocalFree
-{
-    void operator()(void* memory) const { ::LocalFree(memory); }
-};
-template <typename Type>
-using LocalMemory = std::unique_ptr<Type, LocalFree>;
-
-/// The user of this process as a text, or an empty text.
-std::wstring userId()
-{
-    HANDLE opened = nullptr;
-    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened))
-        return {};
-    const WindowsHandle token(opened);
-    alignas(TOKEN_USER) std::array<char, 256> user{};
-    DWORD length = 0;
-    wchar_t* text = nullptr;
-    if (!GetTokenInformation(token.get(), TokenUser, user.data(), DWORD(user.size()), &length) ||
-        !ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(user.data())->User.Sid, &text))
-        return {};
-    return LocalMemory<wchar_t>(text).get();
-}
-
-/// Permits everything to the user of this process, to administrators and to the system, and nothing
-/// to others.
-class OnlyOwnerAccess
-{
-public:
-    OnlyOwnerAccess()
-    {
-        const std::wstring user = userId();
-        if (user.empty())
-            return;
-        const std::wstring text = L"D:P(A;OICI;FA;;;" + user + L")(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
-        PSECURITY_DESCRIPTOR descriptor = nullptr;
-        ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1,
-                                                             &descriptor, nullptr);
-        descriptor_.reset(descriptor);
-        attributes_.lpSecurityDescriptor = descriptor;
-    }
-
-    /// Returns null if the user cannot be found out; the folder's own access applies then.
-    SECURITY_ATTRIBUTES* attributes() { return descriptor_ ? &attributes_ : nullptr; }
-
-private:
-    LocalMemory<void> descriptor_;
-    SECURITY_ATTRIBUTES attributes_ = {sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
-};
 
 /// Locks a byte behind the end of all files. Returns false if another process has locked it. A file
 /// system without locks has no marks.
@@ -145,6 +95,8 @@ bool takeName(HANDLE file, const QString& newPath)
 DWORD replacedInTwoSteps(const QString& path, const QString& newPath)
 {
     const QString previous = newPath + u".zomrel-previous"_s;
+    SetFileAttributesW(wideName(newPath).c_str(),
+                       FILE_ATTRIBUTE_NORMAL); // Or it cannot be removed.
     DeleteFileW(wideName(previous).c_str());
     if (const DWORD error = moved(newPath, previous, 0))
         return error;
@@ -158,12 +110,33 @@ DWORD replacedInTwoSteps(const QString& path, const QString& newPath)
 
 DWORD replaced(QFile& file, const QString& path, const QString& newPath)
 {
-    if (takeName(handleOf(file), newPath) ||
-        MoveFileExW(wideName(path).c_str(), wideName(newPath).c_str(),
+    if (takeName(handleOf(file), newPath)) {
+        FlushFileBuffers(handleOf(file)); // Writes the name.
+        return 0;
+    }
+    if (MoveFileExW(wideName(path).c_str(), wideName(newPath).c_str(),
                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return 0;
     const DWORD error = GetLastError();
     return mayPass(error) ? replacedInTwoSteps(path, newPath) : error;
+}
+
+HANDLE createdFile(const QString& path, DWORD access, SECURITY_ATTRIBUTES* attributes)
+{
+    return CreateFileW(wideName(path).c_str(), access, everySharing, attributes, CREATE_NEW,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+/// Users of a share may often write files and not change their access. The access of the folder
+/// applies to the file there.
+HANDLE createdFile(const QString& path, Readers readers)
+{
+    constexpr DWORD access = GENERIC_READ | GENERIC_WRITE | DELETE;
+    OnlyOwnerAccess onlyOwner;
+    const HANDLE created = createdFile(
+        path, access | WRITE_DAC, readers == Readers::OnlyOwner ? onlyOwner.attributes() : nullptr);
+    const bool isRefused = created == INVALID_HANDLE_VALUE && GetLastError() == ERROR_ACCESS_DENIED;
+    return isRefused ? createdFile(path, access, nullptr) : created;
 }
 
 HANDLE openedFolder(const QString& folder, DWORD access)
@@ -225,8 +198,8 @@ QString followLinks(const QString& path)
 void syncFolder(const QString& folder)
 {
     const WindowsHandle opened(openedFolder(folder, GENERIC_WRITE));
-    // MoveFileEx has already written the new name. Most file systems of a network cannot write a
-    // folder.
+    // The functions that give a file its name have written the name. Most file systems of a network
+    // cannot write a folder.
     if (opened.isValid())
         FlushFileBuffers(opened.get());
 }
@@ -281,11 +254,7 @@ bool nameFile(QFile&, const QString& path)
 
 bool createFile(QFile& file, const QString& path, Readers readers)
 {
-    OnlyOwnerAccess onlyOwner;
-    WindowsHandle created(
-        CreateFileW(wideName(path).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE | WRITE_DAC,
-                    everySharing, readers == Readers::OnlyOwner ? onlyOwner.attributes() : nullptr,
-                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    WindowsHandle created(createdFile(path, readers));
     if (!created.isValid()) {
         const DWORD error = GetLastError();
         if (error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS)

@@ -1,11 +1,31 @@
 #include "platform/runtime/durable_file.h"
+#include "platform/runtime/windows_access.h"
 #include "platform/runtime/windows_handle.h"
 
 #include <aclapi.h>
+#include <array>
+#include <sddl.h>
+#include <string>
 
 namespace runtime {
 
 namespace {
+
+/// The user of this process as a text, or an empty text.
+std::wstring userId()
+{
+    HANDLE opened = nullptr;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened))
+        return {};
+    const WindowsHandle token(opened);
+    alignas(TOKEN_USER) std::array<char, 256> user{};
+    DWORD length = 0;
+    wchar_t* text = nullptr;
+    if (!GetTokenInformation(token.get(), TokenUser, user.data(), DWORD(user.size()), &length) ||
+        !ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(user.data())->User.Sid, &text))
+        return {};
+    return LocalMemory<wchar_t>(text).get();
+}
 
 /// Returns true if the file system has access control lists.
 bool keepsAccess(HANDLE file)
@@ -26,6 +46,19 @@ bool inheritAccess(HANDLE file)
 }
 
 } // namespace
+
+OnlyOwnerAccess::OnlyOwnerAccess()
+{
+    const std::wstring user = userId();
+    if (user.empty())
+        return;
+    const std::wstring text = L"D:P(A;OICI;FA;;;" + user + L")(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1, &descriptor,
+                                                         nullptr);
+    descriptor_.reset(descriptor);
+    attributes_.lpSecurityDescriptor = descriptor;
+}
 
 /// Only the access control list is used. It is empty on a file system without such lists.
 FileAccess accessOf(const QString& path)

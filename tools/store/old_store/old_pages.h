@@ -17,7 +17,6 @@
 
 namespace storetools {
 
-/// Throws CorruptDatabase (3049).
 /// Throws CorruptDatabase (3049) with this description if the condition does not hold.
 template <typename... Each>
 void require(bool condition, const Text& otherwise, const Each&... arguments)

@@ -41,8 +41,16 @@ QString fileIdentityOf(const QString& path)
 Presence::Presence(const QString& path)
     : descriptor_(reinterpret_cast<qintptr>(opened(path, GENERIC_READ)))
 {
-    if (descriptor_ != -1)
-        lock(reinterpret_cast<HANDLE>(descriptor_), 0);
+    if (descriptor_ == -1)
+        return;
+    // A program that asks for stations locks the byte for a moment.
+    constexpr int trials = 20;
+    constexpr DWORD pause = 5; // Milliseconds.
+    for (int trial = 0; trial < trials; ++trial) {
+        if (lock(reinterpret_cast<HANDLE>(descriptor_), 0))
+            return;
+        Sleep(pause);
+    }
 }
 
 Presence::~Presence()
