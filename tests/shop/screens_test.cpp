@@ -89,9 +89,11 @@ void fillWithHardLines(TemporaryStore& store)
                       "Kind, Glass_W, Mahkof_Count FROM Cuts"_s,
                       {lines});
     store.execute(u"UPDATE Cuts SET Kanaf_Kind = 'ללא', Glass_Kind = 'ללא', Reshet_Kind = 'ללא', "
-                  "Mashof_Kind = CAST(NUM % 20 AS VARCHAR(2)), "
                   "Mashkof_W = 50 + (NUM * 7919 % 20000) / 100.0, "
                   "Mashkof_H = 50 + (NUM * 104729 % 20000) / 100.0"_s);
+    for (int profile = 0; profile < 20; ++profile)
+        store.execute(u"UPDATE Cuts SET Mashof_Kind = ? WHERE NUM % 20 = ?"_s,
+                      {QString::number(profile), profile});
 }
 
 /// Returns the texts of the first sheet of a document.
