@@ -2,6 +2,7 @@
 
 #include "platform/dao/database.h"
 #include "tools/store/checker.h"
+#include "tools/store/engine_words.h"
 #include "tools/store/layout.h"
 #include "tools/store/schema_check.h"
 #include "tools/store/shared_texts.h"

@@ -131,11 +131,12 @@ void GridCellPart::doAction(const QString& name)
     if (name != setFocusAction() || !isValid())
         return;
     // A handler of the focus may remove the cell, and this object with it.
-    const QPointer<QTableView> whole = grid();
+    QTableView& view = *grid();
+    const QPointer<QTableView> kept(&view);
     const QPersistentModelIndex index = index_;
-    whole->setFocus(Qt::OtherFocusReason);
-    if (whole != nullptr && index.isValid())
-        whole->setCurrentIndex(index);
+    view.setFocus(Qt::OtherFocusReason);
+    if (kept != nullptr && index.isValid())
+        view.setCurrentIndex(index);
 }
 
 } // namespace controls

@@ -100,8 +100,8 @@ private:
 };
 
 /// Removes a file or folder that a process marked by createFile or FolderMark and left behind when
-/// it ended. Does nothing if that process is still running, if the file system cannot mark files, or,
-/// except on Windows, if another user owns the file or folder.
+/// it ended. Does nothing if that process is still running, if the file system cannot mark files,
+/// or, except on Windows, if another user owns the file or folder.
 void removeIfLeft(const QString& path);
 
 /// The owner, the group and the permissions of a file. On Windows only the list is used.
