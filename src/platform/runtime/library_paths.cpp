@@ -108,12 +108,12 @@ QStringList pathsWithoutTheFolder(const QString& folder)
 void insertBeforeToolkit(const QString& folder, QStringList& paths)
 {
     const QString toolkit = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath)).canonicalPath();
-    const qsizetype place = paths.indexOf(toolkit);
-    paths.insert(place < 0 ? paths.size() : place, folder);
 #ifdef Q_OS_WIN
-    // The toolkit is beside the program, and it looks for plugins beside the program's folder.
+    // The toolkit is beside the program. It may look for plugins beside the program's folder.
     paths.removeAll(toolkit);
 #endif
+    const qsizetype place = paths.indexOf(toolkit);
+    paths.insert(place < 0 ? paths.size() : place, folder);
 }
 
 } // namespace
