@@ -30,7 +30,7 @@ start_server() {
   as_server "$bin/initdb" --pgdata="$server/data" --username="$owner" --auth=trust --encoding=UTF8 --locale=C.UTF-8 \
     --no-sync >"$work/initdb.log"
   as_server sh -c "echo '$kind all all 127.0.0.1/32 trust' >'$server/data/pg_hba.conf'"
-  options="-c port=$port -c listen_addresses=127.0.0.1 -c unix_socket_directories=$server -c fsync=off"
+  options="-c port=$port -c listen_addresses=127.0.0.1 -c unix_socket_directories=$server"
   for setting in "$@"; do
     options="$options -c $setting"
   done

@@ -25,7 +25,7 @@ expect "an order is entered" windows zomrel-demo.exe opening.csv --store Alumini
 expect "its report contains the cuts" has_order 'תמונות/order-1.pdf'
 expect "the shop pack is planned" windows zomrel-shop.exe plan 1 --store Aluminium.mdb --out 'חבילה'
 expect "the workbook is written" unzip -tq 'חבילה/workbook.xlsx'
-expect "the documents are set in the program's fonts" sh -c "pdffonts 'חבילה/bar-plan.pdf' | grep -q CLM"
+expect "the documents are set in the program's fonts" sh -c "pdffonts 'חבילה/order-1.pdf' | grep -q CLM"
 
 ln -sfn "$folder" "$WINEPREFIX/dosdevices/t:"
 expect "a backup is made through a drive letter" windows zomrel-store.exe backup 'T:\Aluminium.mdb' 'T:\backup.mdb'

@@ -14,7 +14,7 @@ ZOMREL_WINDOWS_KIT=$kit cmake --preset windows-dev -DCMAKE_CROSSCOMPILING_EMULAT
 cmake --build --preset windows-dev
 
 # The tests create their databases on this server.
-start_server zomrel host
+start_server zomrel host fsync=off
 mkdir -p "$build/server"
 printf '127.0.0.1\n%s\n' "$port" >"$build/server/place"
 
