@@ -192,7 +192,7 @@ auto unlessItFails(Compute&& compute) -> decltype(compute())
 QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series)
 {
     const bool isWidth = side == Side::Width;
-    const QString what =
+    QString what =
         u"%1 הפתח כפי שהוקלד, ביחידת המידה של הורדות הסדרה."_s.arg(isWidth ? u"רוחב"_s : u"גובה"_s);
     if (series == nullptr || (!series->isDoor && !line.isMonoblock))
         return what;
