@@ -18,6 +18,7 @@ class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
     explicit GridInterface(QTableView* grid);
+    ~GridInterface() override;
 
     /// Returns the interface of a cell, or nullptr if its column is hidden.
     QAccessibleInterface* cell(const QModelIndex& index) const;
@@ -50,9 +51,6 @@ public:
     bool unselectRow(int /*row*/) override { return false; }
     bool unselectColumn(int /*column*/) override { return false; }
     void modelChange(QAccessibleTableModelChangeEvent* event) override;
-
-protected:
-    ~GridInterface() override;
 
 private:
     QTableView* view() const;

@@ -58,7 +58,7 @@ QString ListInterface::text(QAccessible::Text type) const
 {
     if (list() == nullptr || (type != QAccessible::Name && type != QAccessible::Value))
         return QAccessibleWidget::text(type);
-    const QString current = list()->currentText();
+    QString current = list()->currentText();
     if (type == QAccessible::Value)
         return current;
     const QString name = QAccessibleWidget::text(QAccessible::Name);
