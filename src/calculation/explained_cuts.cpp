@@ -52,7 +52,7 @@ double along(const Size& size, Side side)
     return side == Side::Width ? size.width : size.height;
 }
 
-/// Returns what is left of the opening for the sash of a door.
+/// Returns the opening inside the frame of a door, which the sash fills.
 Base insideDoorFrame(const ComputedLine& line, Side side)
 {
     const QString thickness = shown(line.doorThickness);
@@ -61,7 +61,7 @@ Base insideDoorFrame(const ComputedLine& line, Side side)
             doorOpening(line.opening, line.doorThickness)};
 }
 
-/// Returns what a monoblock leaves of the opening.
+/// Returns the opening minus the deductions of a monoblock.
 Base insideMonoblock(const ComputedLine& line, Side side)
 {
     const double whole = along(line.opening, side);
@@ -127,7 +127,7 @@ QString formulaOf(const Computed& computed)
     return isolated(computed.formula + u" = "_s + shown(computed.result));
 }
 
-/// A kind of figure as the sentences name it.
+/// The Hebrew words for a size or for a count in the sentences.
 struct FigureWords
 {
     QString figure;

@@ -29,9 +29,9 @@ struct TodaysSeries
     bool isDoor = false;
 };
 
-/// Returns what the measure of the opening is. For a door and for a monoblock, a second sentence
-/// shows what is left of the opening, for example "90 − 2 × 4 = 82"; it is left out without a
-/// series. Does not throw.
+/// Returns a Hebrew sentence that says that the width or height of the opening was entered. For a
+/// door and for a monoblock, a second sentence shows the rest of the opening, for example
+/// "90 − 2 × 4 = 82". Without a series there is no second sentence. Does not throw.
 QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series);
 
 /// Returns how a part's cut size follows from the opening and the series, for example

@@ -40,7 +40,7 @@ void emptyTips(output::FormView& view)
         figure->setToolTip(QString());
 }
 
-/// Sets the tips of a line of this series, or of a line whose series has been deleted.
+/// Sets the tool tips of a line. If `series` is nullptr, they say that the series has been deleted.
 void setTips(output::FormView& view, const cuts::ComputedLine& line,
              const cuts::TodaysSeries* series)
 {

@@ -17,7 +17,7 @@ namespace calculation {
 /// stay empty if reading fails.
 void explainComputedLine(output::FormView& view, dao::Recordset& series);
 
-/// Gives each figure of the line view such a tool tip for the stored line in the current row.
+/// Does the same as explainComputedLine for the stored line in the current row of a recordset.
 /// Only the line is read now. The catalogue is read when a tool tip is shown for the first time,
 /// and the result is kept. The series is looked up by name; among several of one name, the one from
 /// which the line follows is taken. The tip says if the series was changed or deleted since. The

@@ -96,22 +96,10 @@ public:
     void drawFrame(const QRect& place) const
     {
         const QRectF pixels = pixelsIn(place);
-        drawTop(place);
-        drawLeft(place);
+        fill({pixels.left(), pixels.top(), pixels.width(), width_});
+        fill({pixels.left(), pixels.top(), width_, pixels.height()});
         fill({pixels.left(), pixels.bottom() - width_, pixels.width(), width_});
         fill({pixels.right() - width_, pixels.top(), width_, pixels.height()});
-    }
-
-    /// Draw a line along the top or the left edge, just inside the rectangle.
-    void drawTop(const QRect& place) const
-    {
-        const QRectF pixels = pixelsIn(place);
-        fill({pixels.left(), pixels.top(), pixels.width(), width_});
-    }
-    void drawLeft(const QRect& place) const
-    {
-        const QRectF pixels = pixelsIn(place);
-        fill({pixels.left(), pixels.top(), width_, pixels.height()});
     }
 
 private:

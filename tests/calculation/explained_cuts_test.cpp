@@ -165,6 +165,21 @@ TEST(ExplainedCuts, MonoblockDoorFollowsOnlyFromASeriesThatGivesTheHeightOfItsFr
     EXPECT_FALSE(followsFrom(monoblockDoor(), other));
 }
 
+TEST(ExplainedCuts, FrameOfAMonoblockDoorIsNotExplainedByASeriesThatWasChanged)
+{
+    TodaysSeries other = entrance();
+    other.series.deductions[cuts::Mashkof].height = -2.5;
+    EXPECT_EQ(widthTip(monoblockDoor(), cuts::Mashkof, other), QString());
+}
+
+// By hand: 90 - 4 = 86 is less than the stored 86.2, so the deduction would be -0.2.
+TEST(ExplainedCuts, FrameOfAMonoblockDoorIsNotExplainedByANegativeDeduction)
+{
+    TodaysSeries other = entrance();
+    other.series.deductions[cuts::Mashkof].width = -4;
+    EXPECT_EQ(widthTip(monoblockDoor(), cuts::Mashkof, other), QString());
+}
+
 TEST(ExplainedCuts, FrameOfAComputedMonoblockDoorShowsBothDeductions)
 {
     ComputedLine line = monoblockDoor();

@@ -45,7 +45,7 @@ constexpr std::array findingTexts{
     EngineText{{u"table '%1': %2", u"בטבלה %1: %2"}, true},
 };
 
-/// Findings in SQLite's own words.
+/// Findings that SQLite reports in its own words.
 constexpr std::array integrityTexts{
     EngineText{{u"NULL value in %1", u"%1 ריק, ואסור שיהיה ריק"}},
     EngineText{{u"NUMERIC value in %1", u"ב-%1 שמור מספר במקום טקסט"}},

@@ -17,7 +17,7 @@ bool isForced(const Call& call);
 
 void print(QTextStream& stream, const QStringList& lines);
 
-/// Prints a message behind the name of the program.
+/// Prints the name of the program and a message.
 void tell(QTextStream& stream, const QString& message);
 /// Prints what the user should do next.
 void tellNextStep(QTextStream& stream, const QString& nextStep);

@@ -8,7 +8,7 @@ namespace storetools {
 class ToldError : public runtime::RunTimeError
 {
 public:
-    /// Creates an error. An empty text for the next step stands for the advice on the number.
+    /// Creates an error. If `nextStep` is empty, the advice for the error number is printed.
     ToldError(int number, QString description, QString nextStep = {})
         : RunTimeError(number, std::move(description)), nextStep_(std::move(nextStep))
     {

@@ -72,7 +72,7 @@ struct Phrase
     QString text;
 };
 
-/// What stands in the place of a placeholder. Everything but a phrase is isolated in a Hebrew text,
+/// The value of a placeholder. Everything but a phrase is isolated in a Hebrew text,
 /// so that a path, a name or a number keeps its own direction.
 class Argument
 {

@@ -75,7 +75,7 @@ void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
         d.observer->currentChanged();
 }
 
-/// Runs the query again with one of the two functions for that, and makes the first row current.
+/// Runs the query again by calling the given member function, and makes the first row current.
 void restart(Recordset::Private& d, void (Recordset::Private::*query)())
 {
     d.drop();

@@ -64,8 +64,8 @@ DWORD moved(const QString& path, const QString& newPath, DWORD flags)
     }
 }
 
-/// FILE_RENAME_INFO with flags, and its number. The compiler's headers have the older form without
-/// flags.
+/// The structure FILE_RENAME_INFO with flags, and the number of its information class. The
+/// compiler's headers contain only the older structure without flags.
 struct RenameRequest
 {
     DWORD flags;

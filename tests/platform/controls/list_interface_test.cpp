@@ -18,6 +18,7 @@ private slots:
 
     void editableList_keepsItsNameWithAText();
     void fixedList_tellsItsNameAndText();
+    void listToTypeIn_hasTheFocusInItsBox();
     void listWithoutAName_tellsItsText();
     void action_opensAndClosesTheList();
 };
@@ -64,6 +65,18 @@ void ListInterfaceTest::fixedList_tellsItsNameAndText()
     QCOMPARE(spoken(list, QAccessible::Value), u"5.3"_s);
     QCOMPARE(QAccessible::queryAccessibleInterface(&list)->childCount(), 1);
     QVERIFY(!QAccessible::queryAccessibleInterface(&list)->state().editable);
+}
+
+void ListInterfaceTest::listToTypeIn_hasTheFocusInItsBox()
+{
+    QComboBox list;
+    list.setEditable(true);
+    QVERIFY(testsupport::showActive(list));
+    list.setFocus();
+    QAccessibleInterface* const focused =
+        QAccessible::queryAccessibleInterface(&list)->focusChild();
+    QVERIFY(focused != nullptr);
+    QCOMPARE(focused->object(), static_cast<QObject*>(list.lineEdit()));
 }
 
 void ListInterfaceTest::listWithoutAName_tellsItsText()

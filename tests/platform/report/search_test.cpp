@@ -79,6 +79,16 @@ TEST(Search, IgnoresCase)
     EXPECT_TRUE(next(*document, u"pVC"_s, std::nullopt));
 }
 
+TEST(Search, FindsATextWithInvisibleCharactersBetweenItsLetters)
+{
+    const auto document =
+        smallDocument(std::make_shared<MemoryRows>(QStringList{u"Name"_s, u"Size"_s}, 1, [](int) {
+            return MemoryRows::Row{u"\u20661×200\u2069 (7-1)"_s, 1.0};
+        }));
+    EXPECT_TRUE(next(*document, u"1×200 (7-1)"_s, std::nullopt));
+    EXPECT_FALSE(next(*document, u"1×200(7-1)"_s, std::nullopt));
+}
+
 TEST(Search, ReturnsNothingWithoutAHit)
 {
     const auto document = smallDocument(smallRows(8));

@@ -65,6 +65,7 @@ TEST_F(HebrewServerTest, UnsafeServer_isRefusedInHebrew)
     EXPECT_TRUE(
         checked.plainLines().contains(u"שרת: ההגדרה fsync כבויה, והפסקת חשמל עלולה לאבד שורות"_s))
         << named({}, checked);
+    EXPECT_TRUE(checked.err.contains(u"בקש ממנהל השרת לתקן את ההגדרות שלו."_s));
 }
 
 TEST_F(HebrewServerTest, FailuresOfAServer_areHebrew)

@@ -62,6 +62,21 @@ TEST(ProgramTest, CheckPrintsALineForEachFinding)
     EXPECT_EQ(outcome.out, (QStringList{u"KanafKind: the table is missing"_s,
                                         u"KanafColor: the table is missing"_s}));
     EXPECT_TRUE(outcome.err.isEmpty());
+    EXPECT_TRUE(outcome.advice.value(0).contains(u"restore a sound backup"_s));
+}
+
+/// The figure may be right and the series changed, so no backup is to be restored.
+TEST(ProgramTest, CheckOfAChangedSeriesAdvisesToCompareTheFigures)
+{
+    testsupport::TemporaryStore store;
+    store.addSeries(u"סדרה"_s, {-0.6, -0.6, -2.8, -6.5, -19.6, -19.7, -2.4, -6.9}, 2, 2);
+    store.addOrder(1);
+    store.addLine(1, 1);
+    store.execute(u"UPDATE Serials SET Kanaf_H = 0"_s);
+    const Outcome outcome = zomrelStore({u"check"_s, u"--figures"_s, store.path()});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.out.size(), 1);
+    EXPECT_TRUE(outcome.advice.value(0).contains(u"Compare these lines with their series"_s));
 }
 
 TEST(ProgramTest, CheckOfAMissingFileFails)

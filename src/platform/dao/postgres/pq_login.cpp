@@ -48,8 +48,8 @@ QByteArray& environmentPassword()
     return password;
 }
 
-/// Removes the variables from the environment of this process that would change how or where the
-/// client library connects, such as PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS. The link alone
+/// Removes from the environment of this process the variables that change how or where the client
+/// library connects, such as PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS. The link alone
 /// decides about that. The variables that name files of credentials stay, and so does
 /// PGREQUIREPEER, which only adds a condition.
 void clearClientEnvironment()

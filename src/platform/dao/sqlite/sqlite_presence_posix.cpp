@@ -106,7 +106,7 @@ QStringList processesPresentAt(const QString& path)
 
 #else
 
-// Without locks that belong to a descriptor, a station cannot be told from a closed program.
+// Without such locks, a running station cannot be distinguished from a program that has ended.
 Presence::Presence(const QString&) {}
 
 Presence::~Presence() = default;

@@ -12,7 +12,7 @@ namespace {
 /// The byte that stations on other systems lock as well; see sqlite_presence_posix.cpp.
 constexpr DWORD presenceByte = 0x40000000 + 1024;
 
-/// Opens the file in a way that keeps no other program from anything.
+/// Opens the file. Other programs may still read, write, rename and remove it.
 HANDLE opened(const QString& path, DWORD access)
 {
     return CreateFileW(runtime::wideName(path).c_str(), access, runtime::everySharing, nullptr,
