@@ -1,6 +1,7 @@
 #include "base/slips.h"
 
 #include "platform/runtime/conversions.h"
+#include "platform/runtime/direction_marks.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <QLineEdit>
@@ -32,12 +33,6 @@ std::optional<double> numberIn(const QString& text)
     }
 }
 
-/// Returns a text for a Hebrew sentence. The marks around it keep the order of its characters.
-QString isolated(const QString& text)
-{
-    return u"\u2066"_s + text + u"\u2069"_s;
-}
-
 void showSlip(QLineEdit& box)
 {
     const QString slip = slipIn(box.text());
@@ -60,9 +55,9 @@ QString slipIn(const QString& text)
         return {};
     if (const auto number = numberIn(text))
         return u"כאן כתוב %1 ולא ספרות בלבד. בדוק את המידה: התוכנית עלולה לקרוא %2."_s.arg(
-            isolated(text), isolated(runtime::toText(*number)));
+            runtime::leftToRight(text), runtime::leftToRight(runtime::toText(*number)));
     return u"%1 אינו מספר. כתוב ספרות בלבד: עם הטקסט הזה החישוב ייכשל והתוכנית תיסגר."_s.arg(
-        isolated(text));
+        runtime::leftToRight(text));
 }
 
 void showSlips(QLineEdit& box)

@@ -1,6 +1,7 @@
 #include "calculation/explained_cuts.h"
 
 #include "platform/runtime/conversions.h"
+#include "platform/runtime/direction_marks.h"
 #include "platform/runtime/run_time_error.h"
 
 #include <cmath>
@@ -116,15 +117,9 @@ std::optional<Computed> computedSize(const ComputedLine& line, Part part, Side s
     return Computed{formula, cutWidth(series.series, part, base.size)};
 }
 
-/// Returns a formula or number for a Hebrew text. The marks around it keep its reading direction.
-QString isolated(const QString& text)
-{
-    return u"\u2066"_s + text + u"\u2069"_s;
-}
-
 QString formulaOf(const Computed& computed)
 {
-    return isolated(computed.formula + u" = "_s + shown(computed.result));
+    return runtime::leftToRight(computed.formula + u" = "_s + shown(computed.result));
 }
 
 /// The Hebrew words for a size or for a count in the sentences.
@@ -157,7 +152,7 @@ QString unlessChanged(const QString& explanation, double result, double actual,
     if (isSame(result, actual))
         return explanation;
     return u"לפי הסדרה של היום: %1\n%2 כאן היא %3: הסדרה שונתה אחרי שהשורה נוספה."_s.arg(
-        explanation, words.figure, isolated(shown(actual)));
+        explanation, words.figure, runtime::leftToRight(shown(actual)));
 }
 
 /// Returns how the frame of a monoblock door follows from the series, and which width the monoblock
@@ -173,7 +168,7 @@ QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeri
     const QString base = u"(%1 − %2)"_s.arg(shown(line.opening.width), taken);
     return u"%1\nהורדת הרוחב של המונובלוק, %2, אינה שמורה בשורה של דלת. היא חושבה מהמידה לפי "
            "הסדרה של היום."_s.arg(formulaOf({withDeduction(base, *deduction), actual}),
-                                  isolated(taken));
+                                  runtime::leftToRight(taken));
 }
 
 /// Runs a computation that fails for a series with 0 sashes or with a Null.
@@ -225,7 +220,7 @@ QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* 
     const double actual = line.counts[part];
     if (part == Mashkof)
         return actual == framePieces
-                   ? u"%1 (מספר קבוע, בכל הסדרות)"_s.arg(isolated(shown(framePieces)))
+                   ? u"%1 (מספר קבוע, בכל הסדרות)"_s.arg(runtime::leftToRight(shown(framePieces)))
                    : QString();
     if (series == nullptr)
         return explainedMissingSeries(countWords());
@@ -235,21 +230,22 @@ QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* 
     const QString number = shown(*sashes);
     const bool isDoubled = part == Kanaf && !(series->isDoor && line.isStored);
     if (!isDoubled)
-        return unlessChanged(u"%1 (מספר הכנפיים בסדרה)"_s.arg(isolated(number)), *sashes, actual,
-                             countWords());
+        return unlessChanged(u"%1 (מספר הכנפיים בסדרה)"_s.arg(runtime::leftToRight(number)),
+                             *sashes, actual, countWords());
     const double pieces = 2 * *sashes;
     const QString doubled = unlessChanged(
         u"%1 (מספר הכנפיים בסדרה כפול 2)"_s.arg(formulaOf({number + u" × 2"_s, pieces})), pieces,
         actual, countWords());
-    return series->isDoor ? u"%1\nבשורה של דלת תישמר הכמות %2."_s.arg(doubled, isolated(number))
-                          : doubled;
+    return series->isDoor
+               ? u"%1\nבשורה של דלת תישמר הכמות %2."_s.arg(doubled, runtime::leftToRight(number))
+               : doubled;
 }
 
 QString explainedDifference(double whole, double deduction, double actual)
 {
     if (!isSame(whole - deduction, actual))
         return {};
-    return isolated(withDeduction(shown(whole), -deduction) + u" = "_s + shown(actual));
+    return runtime::leftToRight(withDeduction(shown(whole), -deduction) + u" = "_s + shown(actual));
 }
 
 QString explainedSlats(const Size& opening, double thickness, int actual)
@@ -259,7 +255,7 @@ QString explainedSlats(const Size& opening, double thickness, int actual)
     const double slats = (opening.height - shalavHeightAllowance) / thickness;
     if (std::nearbyint(slats) != actual)
         return {};
-    return isolated(u"(%1 − %2) ÷ %3 %4 %5"_s.arg(
+    return runtime::leftToRight(u"(%1 − %2) ÷ %3 %4 %5"_s.arg(
         shown(opening.height), shown(shalavHeightAllowance), shown(thickness),
         isSame(slats, actual) ? u"="_s : u"≈"_s, shown(actual)));
 }

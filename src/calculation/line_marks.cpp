@@ -1,6 +1,7 @@
 #include "calculation/line_marks.h"
 
 #include "platform/runtime/conversions.h"
+#include "platform/runtime/direction_marks.h"
 
 #include <algorithm>
 #include <vector>
@@ -34,7 +35,7 @@ const std::array<QString, PartCount>& partNames()
 /// Returns a number for a Hebrew sentence. The marks around it keep its minus in front of it.
 QString isolatedNumber(double number)
 {
-    return u"\u2066"_s + runtime::toText(number) + u"\u2069"_s;
+    return runtime::leftToRight(runtime::toText(number));
 }
 
 /// The computation of a door line sets exactly these four sizes to 0.

@@ -1,12 +1,12 @@
 #include "shell/help_window.h"
 
+#include "platform/controls/form.h"
 #include "platform/controls/wheel_guard.h"
 #include "platform/runtime/guard.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QListWidget>
-#include <QScreen>
 #include <QTextBlock>
 #include <QTextTable>
 #include <QVBoxLayout>
@@ -111,7 +111,7 @@ HelpWindow::HelpWindow(QWidget* parent)
                 [this](int row) { showChapter(row); });
     runtime::on(TextHelp, &QTextBrowser::anchorClicked, this,
                 [this](const QUrl& link) { follow(link); });
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resize(usualSize.boundedTo(controls::roomOnScreen(*this)));
     setLanguage(HelpLanguage::Hebrew);
 }
 

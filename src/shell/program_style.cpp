@@ -1,11 +1,11 @@
 #include "shell/program_style.h"
 
-#include <QAbstractItemView>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
 #include <QPolygonF>
 #include <QStyleOption>
+#include <QTableView>
 #include <QWidget>
 
 #include <algorithm>
@@ -41,10 +41,10 @@ QIcon extension(Qt::Orientation orientation, Qt::LayoutDirection direction)
 }
 
 template <typename Option>
-Option inProgramPalette(const Option& option)
+Option inPalette(const QPalette& palette, const Option& option)
 {
     Option same = option;
-    same.palette = QGuiApplication::palette();
+    same.palette = palette;
     same.palette.setCurrentColorGroup(option.palette.currentColorGroup());
     return same;
 }
@@ -97,9 +97,26 @@ public:
     {
         const QRectF pixels = pixelsIn(place);
         fill({pixels.left(), pixels.top(), pixels.width(), width_});
+        drawLeft(place);
+        drawBottom(place);
+        drawRight(place);
+    }
+
+    /// Each draws one line just inside the rectangle.
+    void drawLeft(const QRect& place) const
+    {
+        const QRectF pixels = pixelsIn(place);
         fill({pixels.left(), pixels.top(), width_, pixels.height()});
-        fill({pixels.left(), pixels.bottom() - width_, pixels.width(), width_});
+    }
+    void drawRight(const QRect& place) const
+    {
+        const QRectF pixels = pixelsIn(place);
         fill({pixels.right() - width_, pixels.top(), width_, pixels.height()});
+    }
+    void drawBottom(const QRect& place) const
+    {
+        const QRectF pixels = pixelsIn(place);
+        fill({pixels.left(), pixels.bottom() - width_, pixels.width(), width_});
     }
 
 private:
@@ -122,6 +139,34 @@ private:
     double width_;
 };
 
+/// Draws the lines of a grid below a cell and at its end. The toolkit leaves one unit between cells
+/// for them.
+void drawGridLines(const QStyleOptionViewItem& cell, const QTableView& grid, QPainter& painter)
+{
+    const bool isRightToLeft = grid.layoutDirection() == Qt::RightToLeft;
+    const QRect place = cell.rect.adjusted(isRightToLeft ? -1 : 0, 0, isRightToLeft ? 0 : 1, 1);
+    const int colour = grid.style()->styleHint(QStyle::SH_Table_GridLineColor, &cell, &grid);
+    const EvenLines lines(painter, QColor::fromRgb(static_cast<QRgb>(colour)));
+    lines.drawBottom(place);
+    if (isRightToLeft)
+        lines.drawLeft(place);
+    else
+        lines.drawRight(place);
+}
+
+/// Returns the palette of combo boxes. It is made once, because the toolkit keeps the pixmap of a
+/// combo box under a key that contains the palette.
+const QPalette& comboPalette()
+{
+    static const QPalette palette = [] {
+        QPalette made = QGuiApplication::palette();
+        made.setBrush(QPalette::Disabled, QPalette::Button,
+                      made.brush(QPalette::Disabled, QPalette::Base));
+        return made;
+    }();
+    return palette;
+}
+
 /// The frame of the list that a combo box opens is that of a menu.
 bool isListOfCombo(const QWidget* widget)
 {
@@ -131,6 +176,14 @@ bool isListOfCombo(const QWidget* widget)
 } // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(u"fusion"_s) {}
+
+void ProgramStyle::polish(QWidget* widget)
+{
+    QProxyStyle::polish(widget);
+    // See drawGridLines.
+    if (auto* grid = qobject_cast<QTableView*>(widget))
+        grid->setGridStyle(Qt::NoPen);
+}
 
 QIcon ProgramStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
                                  const QWidget* widget) const
@@ -175,13 +228,17 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
     const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     if (element == CE_HeaderSection && header != nullptr) {
-        const QStyleOptionHeader same = inProgramPalette(*header);
+        const QStyleOptionHeader same = inPalette(QGuiApplication::palette(), *header);
         QProxyStyle::drawControl(element, &same, painter, widget);
     } else if (button != nullptr) {
         const QStyleOptionButton shown = withFocusShown(*button);
         QProxyStyle::drawControl(element, &shown, painter, widget);
     } else {
         QProxyStyle::drawControl(element, option, painter, widget);
+        const auto* cell = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+        const auto* grid = qobject_cast<const QTableView*>(widget);
+        if (cell != nullptr && grid != nullptr)
+            drawGridLines(*cell, *grid, *painter);
     }
 }
 
@@ -190,10 +247,10 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
 {
     if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
         bar != nullptr && control == CC_ScrollBar) {
-        const QStyleOptionSlider same = inProgramPalette(*bar);
+        const QStyleOptionSlider same = inPalette(QGuiApplication::palette(), *bar);
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
     } else if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
-        const QStyleOptionComboBox same = withFocusShown(inProgramPalette(*list));
+        const QStyleOptionComboBox same = withFocusShown(inPalette(comboPalette(), *list));
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
     } else if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);

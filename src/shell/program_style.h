@@ -11,12 +11,15 @@ namespace shell {
 /// palette, so pixmap-cache keys would leak, one set for each form whose widgets have palettes of
 /// their own. Third, it draws the focus frame of buttons however the focus came, and not only after
 /// a Tab key. Fourth, push buttons have room around their texts. Fifth, the frames of lists, grids
-/// and panels have even lines at every scale of the screen, and a list or grid with the focus has a
-/// coloured one.
+/// and panels and the lines of a grid are even at every scale of the screen, and a list or grid
+/// with the focus has a coloured frame. Sixth, a disabled combo box is white, as other disabled
+/// fields are.
 class ProgramStyle : public QProxyStyle
 {
 public:
     ProgramStyle();
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
     QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
                        const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

@@ -1,5 +1,6 @@
 #include "shop/tables.h"
 
+#include "platform/runtime/direction_marks.h"
 #include "shop/cut_list.h"
 
 using namespace Qt::StringLiterals;
@@ -24,7 +25,9 @@ Row joined(Row row, const Row& others)
 /// Returns the text without the marks for its reading direction, which a data file does not need.
 QString plainText(QString text)
 {
-    const auto isMark = [](QChar each) { return each == u'\u2066' || each == u'\u2069'; };
+    const auto isMark = [](QChar each) {
+        return each == runtime::leftToRightIsolate || each == runtime::popIsolate;
+    };
     return text.removeIf(isMark).replace(u'\n', u' ');
 }
 

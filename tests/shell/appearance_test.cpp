@@ -3,12 +3,15 @@
 #include "shell/program_style.h"
 #include "support/widgets.h"
 
+#include <QComboBox>
 #include <QFontMetrics>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
 #include <QProxyStyle>
 #include <QRawFont>
+#include <QStandardItemModel>
 #include <QStyle>
 #include <QStyleOption>
 #include <QTableView>
@@ -37,6 +40,9 @@ private slots:
     void focusFrame_isDrawnHoweverTheFocusCame();
     void toolButtonWithAMenu_showsItsFocus();
     void emptyGrid_showsItsFocus();
+    void gridLine_isOnePixelAt150Percent_data();
+    void gridLine_isOnePixelAt150Percent();
+    void disabledCombo_isWhite();
     void frame_isOnePixelOnEachSideAt150Percent_data();
     void frame_isOnePixelOnEachSideAt150Percent();
     void disabledField_keepsItsBackground();
@@ -245,6 +251,60 @@ void AppearanceTest::emptyGrid_showsItsFocus()
         grid->setFocus();
         QCOMPARE(edge(place), highlight);
     }
+}
+
+void AppearanceTest::gridLine_isOnePixelAt150Percent_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("left to right") << Qt::LeftToRight;
+    QTest::newRow("right to left") << Qt::RightToLeft;
+}
+
+/// Columns of 21 units, 31.5 pixels, begin on a pixel and between two pixels in turn.
+void AppearanceTest::gridLine_isOnePixelAt150Percent()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    QStandardItemModel model(3, 8);
+    QTableView grid;
+    grid.setLayoutDirection(direction);
+    grid.setModel(&model);
+    grid.horizontalHeader()->hide();
+    grid.verticalHeader()->hide();
+    grid.horizontalHeader()->setMinimumSectionSize(1);
+    grid.verticalHeader()->setMinimumSectionSize(1);
+    for (int i = 0; i < 8; ++i)
+        grid.setColumnWidth(i, 21);
+    for (int i = 0; i < 3; ++i)
+        grid.setRowHeight(i, 21);
+    grid.resize(400, 200);
+    grid.ensurePolished();
+    QImage picture(grid.viewport()->size() * 1.5, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(1.5);
+    grid.viewport()->render(&picture);
+    const auto lines = [&picture](int length, auto pixelAt) {
+        QList<int> widths;
+        bool wasLine = false;
+        for (int i = 0; i < length; ++i) {
+            const bool isLine = picture.pixel(pixelAt(i)) != qRgb(255, 255, 255);
+            if (isLine && wasLine)
+                ++widths.last();
+            else if (isLine)
+                widths.append(1);
+            wasLine = isLine;
+        }
+        return widths;
+    };
+    QCOMPARE(lines(picture.width(), [](int i) { return QPoint(i, 15); }), QList<int>(8, 1));
+    const int inColumn = direction == Qt::LeftToRight ? 15 : picture.width() - 15;
+    QCOMPARE(lines(picture.height(), [&](int i) { return QPoint(inColumn, i); }), QList<int>(3, 1));
+}
+
+void AppearanceTest::disabledCombo_isWhite()
+{
+    QComboBox list;
+    list.setEnabled(false);
+    list.resize(100, 30);
+    QCOMPARE(list.grab().toImage().pixelColor(50, 15), QColor(Qt::white));
 }
 
 void AppearanceTest::frame_isOnePixelOnEachSideAt150Percent_data()

@@ -10,10 +10,15 @@
 #include "driving/opening.h"
 #include "driving/order_form.h"
 #include "output/form_view.h"
+#include "platform/controls/message_box_window.h"
 #include "platform/controls/scroll_part.h"
 #include "platform/report/doors.h"
+#include "platform/runtime/message_box.h"
 #include "shell/appearance.h"
+#include "shell/error_explanations.h"
+#include "shell/help_window.h"
 #include "shell/mdi_zomrel.h"
+#include "shop/screens/shop_documents.h"
 #include "support/doors.h"
 #include "support/temporary_store.h"
 #include "support/widgets.h"
@@ -42,6 +47,7 @@ private slots:
     void screen_hasTheGivenSize();
     void everyForm_fits_data();
     void everyForm_fits();
+    void everyDialog_fits();
 
 private:
     void fillStore();
@@ -199,6 +205,30 @@ void ScreensTest::everyForm_fits()
     QVERIFY(preview != nullptr);
     check(*preview, u"preview"_s);
     preview->close();
+}
+
+/// The help, the dialogs of the shop documents, and the box of an error that ends the program.
+void ScreensTest::everyDialog_fits()
+{
+    auto* help = new shell::HelpWindow(window_.get());
+    help->show();
+    QVERIFY(QTest::qWaitForWindowActive(help));
+    check(*help, u"help"_s);
+    help->close();
+    const report::FurtherDocuments further = shop::screens::documentsOf(store_->path(), 1);
+    inNextModal([this](QDialog& bars) { check(bars, u"bars"_s); });
+    further.commands.front().run(window_.get());
+    inNextModal([this](QDialog& remake) { check(remake, u"remake"_s); });
+    further.documents.back().make(window_.get(), 0);
+    controls::installMessageBoxes();
+    // The error with the longest explanation.
+    const runtime::RunTimeError error(
+        runtime::DatabaseFileNotFound,
+        u"Could not find file '/srv/aluminium/workshop/stores/%1'."_s.arg(store_->path()));
+    inNextModal([this](QDialog& box) { check(box, u"box"_s); });
+    runtime::messageBoxDoor()(
+        {u"Run-time error '%1':\n\n%2"_s.arg(error.number()).arg(error.description()),
+         runtime::vbCritical, runtime::projectName(), shell::explanationOf(error)});
 }
 
 int main(int argc, char** argv)

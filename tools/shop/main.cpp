@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Drops the toolkit's remarks, for example about missing folders of the desktop, because the error
@@ -35,5 +37,5 @@ int main(int argc, char** argv)
     QTextStream out(stdout);
     QTextStream err(stderr);
     const int status = shoptools::run(QCoreApplication::arguments().mid(1), out, err);
-    return storetools::finishOutput(out, err) ? status : storetools::Failure;
+    return storetools::finishOutput(u"zomrel-shop"_s, out, err) ? status : storetools::Failure;
 }

@@ -43,6 +43,8 @@ void warnOf(const QStringList& findings, QTextStream& err)
 ExitStatus notBackedUp(const QStringList& findings, QTextStream& err)
 {
     return notSound(err, findings,
+                    say({u"the store is not sound; nothing was changed",
+                         u"קובץ הנתונים אינו תקין; לא השתנה דבר"}),
                     say({u"Keep the store and the last sound backup. Restore that backup with "
                          "zomrel-store restore, or ask for support.",
                          u"שמור את קובץ הנתונים ואת הגיבוי התקין האחרון. שחזר את הגיבוי בפקודה "

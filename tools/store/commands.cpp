@@ -122,6 +122,8 @@ ExitStatus restore(const Call& call, QTextStream& out, QTextStream& err)
     });
     if (!outcome.findings.isEmpty())
         return notSound(err, outcome.findings,
+                        say({u"the backup is not sound; nothing was changed",
+                             u"הגיבוי אינו תקין; לא השתנה דבר"}),
                         say({u"Choose another backup. The option --force restores this one if all "
                              "its rows can be read.",
                              u"בחר גיבוי אחר. האפשרות {--force} משחזרת גם את הגיבוי הזה, אם אפשר "
@@ -145,14 +147,13 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
         return moveStore(Place(arguments[0]), to, progress);
     });
     warn(safetyOf(to), err);
-    if (!outcome.findings.isEmpty()) {
-        print(err, outcome.findings);
-        return fail(err,
-                    say({u"the store is not complete; nothing was moved",
-                         u"קובץ הנתונים אינו שלם; לא הועבר דבר"}),
-                    say({u"Restore a sound backup with zomrel-store restore, and move that one.",
-                         u"שחזר גיבוי תקין בפקודה {zomrel-store restore}, והעבר אותו."}));
-    }
+    if (!outcome.findings.isEmpty())
+        return notSound(
+            err, outcome.findings,
+            say({u"the store is not complete; nothing was moved",
+                 u"קובץ הנתונים אינו שלם; לא הועבר דבר"}),
+            say({u"Restore a sound backup with zomrel-store restore, and move that one.",
+                 u"שחזר גיבוי תקין בפקודה {zomrel-store restore}, והעבר אותו."}));
     print(out, outcome.notes);
     Counts counts(out);
     for (const store::TableSchema& table : store::schema())

@@ -1,6 +1,7 @@
 #include "platform/runtime/library_paths.h"
 #include "tools/store/language.h"
 #include "tools/store/program.h"
+#include "tools/store/reporting.h"
 #include "tools/store/standard_stream.h"
 #include "tools/store/system.h"
 
@@ -18,5 +19,6 @@ int main(int argc, char** argv)
     QTextStream out(&standardOutput);
     QTextStream err(&standardError);
     const int status = storetools::run(QCoreApplication::arguments().mid(1), out, err);
-    return storetools::finishOutput(out, err) ? status : storetools::Failure;
+    return storetools::finishOutput(storetools::storeProgram, out, err) ? status
+                                                                        : storetools::Failure;
 }

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 namespace storetools {
 
 const QString forceOption = u"--force"_s;
+const QString storeProgram = u"zomrel-store"_s;
 
 bool isForced(const Call& call)
 {
@@ -23,14 +24,14 @@ void print(QTextStream& stream, const QStringList& lines)
         stream << line << '\n';
 }
 
-void tell(QTextStream& stream, const QString& message)
+void tell(QTextStream& stream, const QString& message, const QString& program)
 {
-    stream << isolated(u"zomrel-store"_s) << ": " << message << '\n';
+    stream << isolated(program) << ": " << message << '\n';
 }
 
-void tellNextStep(QTextStream& stream, const QString& nextStep)
+void tellNextStep(QTextStream& stream, const QString& nextStep, const QString& program)
 {
-    tell(stream, say({u"what to do: %1", u"מה עושים: %1"}, Phrase{nextStep}));
+    tell(stream, say({u"what to do: %1", u"מה עושים: %1"}, Phrase{nextStep}), program);
 }
 
 ExitStatus fail(QTextStream& err, const QString& message, const QString& nextStep)
@@ -45,13 +46,11 @@ ExitStatus fail(QTextStream& err, const runtime::RunTimeError& error)
     return fail(err, happened(error), nextStep(error));
 }
 
-ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& nextStep)
+ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& message,
+                    const QString& nextStep)
 {
     print(err, findings);
-    return fail(err,
-                say({u"the store is not sound; nothing was changed",
-                     u"קובץ הנתונים אינו תקין; לא השתנה דבר"}),
-                nextStep);
+    return fail(err, message, nextStep);
 }
 
 bool isLeft(const QString& place, const Call& call, QTextStream& err)

@@ -17,17 +17,22 @@ bool isForced(const Call& call);
 
 void print(QTextStream& stream, const QStringList& lines);
 
+extern const QString storeProgram;
+
 /// Prints the name of the program and a message.
-void tell(QTextStream& stream, const QString& message);
+void tell(QTextStream& stream, const QString& message, const QString& program = storeProgram);
 /// Prints what the user should do next.
-void tellNextStep(QTextStream& stream, const QString& nextStep);
+void tellNextStep(QTextStream& stream, const QString& nextStep,
+                  const QString& program = storeProgram);
 
 /// Prints what failed and what to do next. Returns Failure.
 ExitStatus fail(QTextStream& err, const QString& message, const QString& nextStep);
 ExitStatus fail(QTextStream& err, const runtime::RunTimeError& error);
 
-/// Prints why a store is not sound, that nothing was changed, and what to do next. Returns Failure.
-ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& nextStep);
+/// Prints the findings in a store or a backup, the message about them, and what to do next. Returns
+/// Failure.
+ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& message,
+                    const QString& nextStep);
 
 /// Checks that no station is connected to the place that a command is about to replace or fill.
 /// Otherwise names the stations and returns false, unless the call forces the command.

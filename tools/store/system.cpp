@@ -107,7 +107,7 @@ bool errorsGoToATerminal()
     return isTerminal(stderr);
 }
 
-bool finishOutput(QTextStream& out, QTextStream& err)
+bool finishOutput(const QString& program, QTextStream& out, QTextStream& err)
 {
     errno = 0;
     out.flush();
@@ -117,14 +117,17 @@ bool finishOutput(QTextStream& out, QTextStream& err)
     if (!isWritten) {
         const Text text{u"could not write the output", u"אי אפשר לכתוב את הפלט"};
         const Text textWithReason{u"could not write the output: %1", u"אי אפשר לכתוב את הפלט: %1"};
-        fail(
+        tell(err,
+             error == 0 ? say(text)
+                        : say(textWithReason,
+                              QString::fromLocal8Bit(std::generic_category().message(error))),
+             program);
+        tellNextStep(
             err,
-            error == 0 ? say(text)
-                       : say(textWithReason,
-                             QString::fromLocal8Bit(std::generic_category().message(error))),
-            say({u"The command has ended, and what it did is kept. Free some space on the disk, or "
-                 "choose another place for the output.",
-                 u"הפקודה הסתיימה, ומה שעשתה נשמר. פנה מקום בדיסק, או בחר מקום אחר לפלט."}));
+            say({u"The command has ended, and what it did is kept. Free some space on the "
+                 "disk, or choose another place for the output.",
+                 u"הפקודה הסתיימה, ומה שעשתה נשמר. פנה מקום בדיסק, או בחר מקום אחר לפלט."}),
+            program);
     }
     err.flush();
     return isWritten && std::ferror(stderr) == 0;

@@ -18,8 +18,9 @@ void fillStandardStreams();
 void useUtf8Console();
 
 /// Writes everything that remains in the streams of the standard output and the standard error.
-/// Returns false if any of the output could not be written, and writes a message to `err`.
-bool finishOutput(QTextStream& out, QTextStream& err);
+/// Returns false if any of the output could not be written, and writes a message with the name of
+/// the program to `err`.
+bool finishOutput(const QString& program, QTextStream& out, QTextStream& err);
 
 /// Duplicates the standard output and redirects the original to the error stream, so that later
 /// writes to the standard output by other code do not mix with the data. Returns the duplicate

@@ -1,19 +1,13 @@
 #include "tools/store/words.h"
 
+#include "platform/runtime/direction_marks.h"
 #include "tools/store/language.h"
 
 namespace storetools {
 
-namespace {
-
-constexpr QChar isolateLeftToRight(u'\u2066');
-constexpr QChar endOfIsolate(u'\u2069');
-
-} // namespace
-
 QString isolated(const QString& name)
 {
-    return language() == Language::Hebrew ? isolateLeftToRight + name + endOfIsolate : name;
+    return language() == Language::Hebrew ? runtime::leftToRight(name) : name;
 }
 
 Argument::Argument(const QString& name) : text_(isolated(name)) {}
@@ -31,9 +25,9 @@ QString filled(const Text& text, std::span<const Argument> arguments)
             result += arguments[number - 1].text();
             ++i;
         } else if (each == u'{') {
-            result += isolateLeftToRight;
+            result += runtime::leftToRightIsolate;
         } else if (each == u'}') {
-            result += endOfIsolate;
+            result += runtime::popIsolate;
         } else {
             result += QChar(each);
         }
@@ -43,7 +37,7 @@ QString filled(const Text& text, std::span<const Argument> arguments)
 
 QByteArray withoutIsolation(QByteArray utf8)
 {
-    for (const QChar mark : {isolateLeftToRight, endOfIsolate})
+    for (const QChar mark : {runtime::leftToRightIsolate, runtime::popIsolate})
         utf8.replace(QString(mark).toUtf8(), QByteArray());
     return utf8;
 }

@@ -1,6 +1,6 @@
 #include "platform/report/line_glyphs.h"
 
-#include "platform/report/direction_marks.h"
+#include "platform/runtime/direction_marks.h"
 
 #include <QRawFont>
 #include <QTextLayout>
@@ -109,10 +109,10 @@ std::vector<Glyph> withBracketsInOrder(const std::vector<Glyph>& glyphs)
         const bool begins = i > 0 && glyphs[i - 1].isRightToLeft;
         const bool ends = i + 1 == glyphs.size() || glyphs[i + 1].isRightToLeft;
         if (begins)
-            addMark(ordered, glyph, rightToLeftMark, glyph.position.x());
+            addMark(ordered, glyph, runtime::rightToLeftMark, glyph.position.x());
         ordered.push_back(glyph);
         if (ends && bracketOf(glyph) >= 0)
-            addMark(ordered, glyph, leftToRightMark, rightEnd(glyph));
+            addMark(ordered, glyph, runtime::leftToRightMark, rightEnd(glyph));
     }
     return ordered;
 }

@@ -1,10 +1,10 @@
 #include "platform/report/printing.h"
 
-#include "platform/report/direction_marks.h"
 #include "platform/report/doors.h"
 #include "platform/report/export.h"
 #include "platform/report/paper.h"
 #include "platform/report/work_progress.h"
+#include "platform/runtime/direction_marks.h"
 #include "platform/runtime/message_box.h"
 #include "platform/runtime/run_time_error.h"
 #include "platform/runtime/twips.h"
@@ -139,7 +139,7 @@ QString saveAs(PrintedDocument& document, const FileRequest& request, const Prog
     document.readAll(); // The number of pages is final only after readAll.
     const Outcome outcome = writeTo(path, request.parent, writer);
     if (outcome == Outcome::Failed)
-        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(leftToRight(path)));
+        refuse(u"לא ניתן לכתוב את הקובץ:\n%1"_s.arg(runtime::leftToRight(path)));
     return outcome == Outcome::Done ? path : QString();
 }
 

@@ -1,8 +1,7 @@
 #include "platform/report/report_text.h"
 
-#include "platform/report/direction_marks.h"
-
 #include "platform/runtime/conversions.h"
+#include "platform/runtime/direction_marks.h"
 
 #include <algorithm>
 
@@ -53,7 +52,7 @@ QString withSignsHeld(const QString& text)
     held.reserve(text.size() + 4);
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (startsSignedNumber(text, i))
-            held.append(leftToRightMark);
+            held.append(runtime::leftToRightMark);
         held.append(text[i]);
     }
     return held;

@@ -1,7 +1,7 @@
 #include "platform/report/saved_bar.h"
 
-#include "platform/report/direction_marks.h"
 #include "platform/report/doors.h"
+#include "platform/runtime/direction_marks.h"
 #include "platform/runtime/guard.h"
 
 #include <QAction>
@@ -38,8 +38,8 @@ void SavedBar::confirm(const QString& path)
 {
     const QFileInfo file(path);
     folder_ = file.absolutePath();
-    text_->setText(u" הקובץ נשמר: "_s + leftToRight(file.fileName()) + u' ');
-    text_->setToolTip(leftToRight(QDir::toNativeSeparators(file.absoluteFilePath())));
+    text_->setText(u" הקובץ נשמר: "_s + runtime::leftToRight(file.fileName()) + u' ');
+    text_->setToolTip(runtime::leftToRight(QDir::toNativeSeparators(file.absoluteFilePath())));
     show();
 }
 

@@ -1,7 +1,7 @@
 #include "platform/report/shaped_text.h"
 
-#include "platform/report/direction_marks.h"
 #include "platform/report/report_text.h"
+#include "platform/runtime/direction_marks.h"
 #include "platform/runtime/twips.h"
 
 #include <QFontMetricsF>
@@ -66,7 +66,7 @@ QString withEllipsis(QString beginning, bool rightToLeft)
         hasDirection(beginning, !rightToLeft) && !hasDirection(beginning, rightToLeft);
     beginning += ellipsis;
     if (runsAgainst)
-        beginning += rightToLeft ? leftToRightMark : rightToLeftMark;
+        beginning += rightToLeft ? runtime::leftToRightMark : runtime::rightToLeftMark;
     return beginning;
 }
 

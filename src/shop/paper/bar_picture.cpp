@@ -1,6 +1,6 @@
 #include "shop/paper/bar_picture.h"
 
-#include "platform/report/direction_marks.h"
+#include "platform/runtime/direction_marks.h"
 #include "shop/paper/flow.h"
 #include "shop/paper/words.h"
 
@@ -125,7 +125,7 @@ QStringList cutsOf(const GroupBars& bars)
         for (; i < perBar && bars.pieces[i].length == length; ++i, ++count)
             lines += linesAt(bars, i);
         lines.removeDuplicates();
-        cuts.append(report::leftToRight(u"%1×%2"_s.arg(count).arg(computedNumber(length))));
+        cuts.append(runtime::leftToRight(u"%1×%2"_s.arg(count).arg(computedNumber(length))));
         for (qsizetype from = 0; from < lines.size(); from += listedPerPiece) {
             const bool isFirst = from == 0;
             const bool isLast = from + listedPerPiece >= lines.size();
@@ -160,7 +160,7 @@ void addBars(const GroupPlan& plan, const GroupBars& bars, Flow& flow)
         // The list has no letters, so that only the mark makes it follow the pieces of the bar,
         // from right to left.
         flow.add(TextItem{{Flow::left + restWidth, lineTop, listWidth, height},
-                          report::rightToLeftMark + cuts[i],
+                          runtime::rightToLeftMark + cuts[i],
                           linePoints});
         if (i == 0)
             flow.add(TextItem{{Flow::left, lineTop, restWidth, height},

@@ -1,8 +1,8 @@
 #include "shop/paper/flow.h"
 
-#include "platform/report/direction_marks.h"
 #include "platform/report/shaped_text.h"
 #include "platform/runtime/conversions.h"
+#include "platform/runtime/direction_marks.h"
 #include "shop/paper/sheet_ink.h"
 #include "shop/paper/words.h"
 
@@ -59,7 +59,7 @@ QStringList wordsOf(const QString& text)
     bool isIsolated = false;
     for (const QChar each : text) {
         isIsolated =
-            each == report::leftToRightIsolate || (isIsolated && each != report::popIsolate);
+            each == runtime::leftToRightIsolate || (isIsolated && each != runtime::popIsolate);
         if (each != u' ' || isIsolated)
             word += each;
         else if (!word.isEmpty())

@@ -1,6 +1,6 @@
 #include "shop/paper/table_layout.h"
 
-#include "platform/report/direction_marks.h"
+#include "platform/runtime/direction_marks.h"
 
 #include <algorithm>
 
@@ -63,7 +63,7 @@ void TableLayout::row(const QStringList& texts, const QStringList& items, bool b
     QStringList lines = brokenItems(items, cellPoints, textWidth(columns_.back()), bold);
     // Numbers alone would stand from left to right.
     for (QString& each : lines)
-        each.prepend(report::rightToLeftMark);
+        each.prepend(runtime::rightToLeftMark);
     rowOfLines(texts, lines, bold);
 }
 

@@ -54,6 +54,11 @@ void PreviewFixture::click(const QString& actionName) const
 
 void PreviewFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const
 {
+    // On a slow machine the command before this one has shown its progress in a dialog, and the
+    // window becomes active again only some time after the dialog.
+    window().activateWindow();
+    if (!QTest::qWaitForWindowActive(&window()))
+        qFatal("the preview is not the active window");
     QTest::keyClick(&window(), key, modifiers);
 }
 

@@ -46,6 +46,18 @@ Outcome plan(const TemporaryStore& store, const QString& folder, const QStringLi
 
 } // namespace
 
+#ifdef Q_OS_LINUX // The device for a full disk.
+TEST(ShopProgramTest, FullDisk_IsToldWithTheNameOfTheProgram)
+{
+    const Outcome outcome = shoptooltest::zomrelShopInto(u"/dev/full"_s, {u"--version"_s});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    ASSERT_EQ(outcome.err.size(), 2);
+    EXPECT_EQ(outcome.err[0],
+              u"zomrel-shop: could not write the output: No space left on device"_s);
+    EXPECT_TRUE(outcome.err[1].startsWith(u"zomrel-shop: what to do: "_s));
+}
+#endif
+
 TEST(ShopProgramTest, Pieces_HaveOneRowEachAndFaultsGoToTheErrorStream)
 {
     TemporaryStore store;

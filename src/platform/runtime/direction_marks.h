@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace report {
+namespace runtime {
 
 /// Invisible characters that give the text beside them a direction.
 inline constexpr QChar leftToRightMark(0x200e);
@@ -17,4 +17,4 @@ inline QString leftToRight(const QString& text)
     return leftToRightIsolate + text + popIsolate;
 }
 
-} // namespace report
+} // namespace runtime
