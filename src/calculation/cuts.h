@@ -37,6 +37,8 @@ inline constexpr double uCutAllowance = 14;
 inline constexpr double uVasaAllowance = 17.6;
 /// The part of the opening's height that no slat covers.
 inline constexpr double shalavHeightAllowance = 8;
+/// The width deduction of a slat for a U profile of 6.5 and of 5.3, in the measures' unit.
+inline constexpr std::array shalavWidthDeducts{12.7, 10.3};
 
 struct Series
 {

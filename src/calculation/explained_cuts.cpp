@@ -144,8 +144,14 @@ QString explainedMissingSeries(const FigureWords& words)
     return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר %1."_s.arg(words.toFigure);
 }
 
-/// Returns the explanation. If the result is not the actual figure, a sentence says that the
-/// series has been changed.
+/// A stored figure cannot follow from a series that cannot be computed, or that makes no such part.
+QString explainedChangedSeries(const FigureWords& words)
+{
+    return u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר %1."_s.arg(words.toFigure);
+}
+
+/// Returns the explanation. If it leads to another result than the actual figure, a sentence says
+/// that the series has been changed.
 QString unlessChanged(const QString& explanation, double result, double actual,
                       const FigureWords& words)
 {
@@ -156,14 +162,14 @@ QString unlessChanged(const QString& explanation, double result, double actual,
 }
 
 /// Returns how the frame of a monoblock door follows from the series, and which width the monoblock
-/// takes off for that. The width is not stored, but it is the only unknown of the formula. Returns
-/// an empty text if the line's other sizes show that the series has been changed since.
+/// takes off for that. The width is not stored, but it is the only unknown of the formula. If the
+/// line's other sizes do not follow from the series, it has been changed since.
 QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
 {
     const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);
     const double actual = line.parts[Mashkof].width;
     if (!deduction || line.opening.width + *deduction < actual || !followsFrom(line, series))
-        return {};
+        return explainedChangedSeries(sizeWords());
     const QString taken = shownDifference(line.opening.width + *deduction, actual);
     const QString base = u"(%1 − %2)"_s.arg(shown(line.opening.width), taken);
     return u"%1\nהורדת הרוחב של המונובלוק, %2, אינה שמורה בשורה של דלת. היא חושבה מהמידה לפי "
@@ -206,27 +212,25 @@ QString explainedSize(const ComputedLine& line, Part part, Side side, const Toda
         return explainedMissingSeries(sizeWords());
     if (isReducedWidthLost(line, part, side, *series))
         return explainedFrameOfMonoblockDoor(line, *series);
-    return unlessItFails([&]() -> QString {
-        const std::optional<Computed> computed = computedSize(line, part, side, *series);
-        if (!computed)
-            return {};
-        return unlessChanged(formulaOf(*computed), computed->result, along(line.parts[part], side),
-                             sizeWords());
-    });
+    const double actual = along(line.parts[part], side);
+    if (series->isDoor && part > Kanaf && actual == 0)
+        return u"0, כי לדלת אין זכוכית ורשת."_s;
+    const auto computed = unlessItFails([&] { return computedSize(line, part, side, *series); });
+    return computed ? unlessChanged(formulaOf(*computed), computed->result, actual, sizeWords())
+                    : explainedChangedSeries(sizeWords());
 }
 
 QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series)
 {
     const double actual = line.counts[part];
     if (part == Mashkof)
-        return actual == framePieces
-                   ? u"%1 (מספר קבוע, בכל הסדרות)"_s.arg(runtime::leftToRight(shown(framePieces)))
-                   : QString();
+        return u"%1 (מספר קבוע, בכל הסדרות)"_s.arg(runtime::leftToRight(shown(framePieces))) +
+               (actual == framePieces ? QString() : u"\nבשורה הזאת כתובה כמות אחרת."_s);
     if (series == nullptr)
         return explainedMissingSeries(countWords());
     const std::optional<double> sashes = series->series.kanafNum;
     if (!sashes)
-        return {};
+        return explainedChangedSeries(countWords());
     const QString number = shown(*sashes);
     const bool isDoubled = part == Kanaf && !(series->isDoor && line.isStored);
     if (!isDoubled)

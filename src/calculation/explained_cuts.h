@@ -35,17 +35,17 @@ struct TodaysSeries
 QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series);
 
 /// Returns how a part's cut size follows from the opening and the series, for example
-/// "(120 − 2.8) ÷ 2 = 58.6". If the line's own size is another one, a Hebrew sentence says that the
-/// series has changed since; without a series, one says that it has been deleted. The width that a
-/// monoblock takes off is not stored in a door line, so it is computed from the width of the frame,
-/// and a sentence says so. The text is empty for a size that no line of this kind has. Does not
-/// throw.
+/// "(120 − 2.8) ÷ 2 = 58.6". If the line's own size is another one, or the series cannot be
+/// computed, a Hebrew sentence says that the series has changed since; without a series, one says
+/// that it has been deleted. The width that a monoblock takes off is not stored in a door line, so
+/// it is computed from the width of the frame, and a sentence says so. For the glass and the mesh
+/// of a door, a sentence says that it has none. Does not throw.
 QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series);
 
 /// Returns how the number of a part's pieces follows from the series, for example "2 × 2 = 4" with
 /// a Hebrew sentence that names the factors. Other numbers and a missing series are told as for a
-/// size. The number of a frame's pieces is the same in all series; the text is empty if the line
-/// has another one. Does not throw.
+/// size. The number of a frame's pieces is the same in all series; if the line has another one, a
+/// sentence says so. Does not throw.
 QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series);
 
 /// Returns how a size of the shutter follows from the opening, for example "100 − 14 = 86". The

@@ -105,7 +105,8 @@ private:
             const auto catalogue = readCatalogue(*store::OpenMyDataBase());
             setTips(view_, line_, seriesOf(line_, name_, catalogue));
         } catch (const runtime::RunTimeError&) {
-            emptyTips(view_);
+            for (QLabel* figure : figuresOf(view_))
+                figure->setToolTip(u"אי אפשר לקרוא את הקטלוג, ולכן אין הסבר."_s);
         }
     }
 

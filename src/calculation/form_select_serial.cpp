@@ -2,6 +2,7 @@
 
 #include "base/input_boxes.h"
 #include "base/module1.h"
+#include "calculation/cuts.h"
 #include "calculation/line_words.h"
 #include "calculation/opening_panel.h"
 #include "platform/controls/data_control.h"
@@ -30,9 +31,6 @@ const std::array<std::array<QString, 4>, 3> monoblockProposals{{
     {u"0"_s, u"00"_s, u"28"_s, u"00"_s},
     {u"0"_s, u"00"_s, u"20"_s, u"08"_s},
 }};
-
-/// The width deduction of a slat for each entry of Combo_U_Thick, in the measures' unit.
-constexpr std::array shalavWidthDeducts{12.7, 10.3};
 
 } // namespace
 
@@ -150,7 +148,7 @@ void FormSelectSerial::takeMonoblock()
     Module1::MonoHeightDeduct = Picture1[1]->measure();
     Module1::U_Thick = Combo_U_Thick->currentText();
     Module1::ShalavWidthDeduct =
-        shalavWidthDeducts[static_cast<std::size_t>(Combo_U_Thick->currentIndex())];
+        cuts::shalavWidthDeducts[static_cast<std::size_t>(Combo_U_Thick->currentIndex())];
     Module1::Shalav_Thick = Picture1[2]->measure();
 }
 

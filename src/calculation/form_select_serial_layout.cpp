@@ -128,8 +128,8 @@ void FormSelectSerial::buildMonoblock()
     Combo_U_Thick->setAccessibleName(u"עובי U"_s);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
-        // The screen defines a second decimal point behind each of these three boxes. It is a
-        // control of its own and stays hidden.
+        // The form has a second decimal point behind the one of each of these three boxes. The
+        // second one stays hidden.
         pickerCaption(behind[pair], u"."_s, Picture1[pair])->hide();
     }
     for (QWidget* each : monoblockControls())

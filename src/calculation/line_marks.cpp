@@ -12,19 +12,29 @@ namespace cuts {
 
 namespace {
 
-/// How much wider than the opening all sashes together may be. Sashes overlap each other, or the
-/// wall beside a pocket window.
-constexpr double widestSashes = 1.15;
+/// How much larger than the opening all sashes together may be, in the units of the measures.
+/// Sashes overlap each other, or the wall beside a pocket window.
+constexpr double mostOverlap = 5;
 /// The least share of the opening that a part is left with. A door has no glass, so its sash is a
 /// larger share of the opening.
 constexpr double leastShare = 0.3;
 constexpr double leastShareOfDoor = 0.6;
+/// The least share of the opening's height that the shutter box leaves to the window.
+constexpr double leastShareUnderBox = 0.5;
 constexpr double steepestSides = 10;
+/// No workshop makes a narrower or lower opening, or a wider sash or a higher opening. The measures
+/// are centimetres, as the fixed measures of the monoblock are.
+constexpr double leastMeasure = 15;
+constexpr double mostMeasure = 500;
 /// Bounds of a measure by the median of its neighbours. A lost digit makes a tenth of a measure, a
-/// digit too many makes it tenfold.
-constexpr double mostTimesMedian = 4;
-constexpr double leastPartOfMedian = 8;
-constexpr std::size_t fewestNeighbours = 3;
+/// digit too many makes it tenfold. A shop window may be seven times as wide as the windows beside
+/// it, and a door eight times as high as a vent.
+constexpr double mostTimesMedian = 8;
+constexpr double leastPartOfMedian = 9;
+constexpr std::size_t fewestNeighbours = 2;
+
+const QString widthPerSash = u"הרוחב לכל כנף"_s;
+const QString heightOfOpening = u"גובה הפתח"_s;
 
 const std::array<QString, PartCount>& partNames()
 {
@@ -60,7 +70,7 @@ void addIfNotPositive(QStringList& marks, const QString& what, double size)
 void addNotPositive(QStringList& marks, const LineFigures& line)
 {
     addIfNotPositive(marks, u"רוחב הפתח"_s, line.opening.width);
-    addIfNotPositive(marks, u"גובה הפתח"_s, line.opening.height);
+    addIfNotPositive(marks, heightOfOpening, line.opening.height);
     for (std::size_t part = 0; part < std::size_t(computedParts(line)); ++part) {
         addIfNotPositive(marks, partNames()[part] + u", רוחב"_s, line.parts[part].width);
         addIfNotPositive(marks, partNames()[part] + u", גובה"_s, line.parts[part].height);
@@ -77,9 +87,9 @@ void addNotPositive(QStringList& marks, const LineFigures& line)
 void addTooLarge(QStringList& marks, const LineFigures& line)
 {
     const Size& sash = line.parts[Kanaf];
-    if (sash.width * line.sashes > line.opening.width * widestSashes)
+    if (sash.width * line.sashes > line.opening.width + mostOverlap)
         marks.append(u"הכנף רחבה מהפתח."_s);
-    if (sash.height > line.opening.height * widestSashes)
+    if (sash.height > line.opening.height + mostOverlap)
         marks.append(u"הכנף גבוהה מהפתח."_s);
     const Size& glass = line.parts[Glass];
     if (glass.width > sash.width || glass.height > sash.height)
@@ -89,9 +99,10 @@ void addTooLarge(QStringList& marks, const LineFigures& line)
 void addTooSmall(QStringList& marks, const LineFigures& line)
 {
     const double least = isDoor(line) ? leastShareOfDoor : leastShare;
-    const auto isTooSmall = [least](double size, double whole) {
-        return size > 0 && size < whole * least;
+    const auto isLess = [](double size, double whole, double share) {
+        return size > 0 && size < whole * share;
     };
+    const auto isTooSmall = [&](double size, double whole) { return isLess(size, whole, least); };
     const Size base = line.isMonoblock ? line.reduced : line.opening;
     for (int part = Kanaf; part < computedParts(line); ++part) {
         const Size& size = line.parts[std::size_t(part)];
@@ -100,7 +111,7 @@ void addTooSmall(QStringList& marks, const LineFigures& line)
             marks.append(u"%1: נשאר חלק קטן מאוד מהפתח."_s.arg(partNames()[std::size_t(part)]));
     }
     if (line.isMonoblock && (isTooSmall(line.reduced.width, line.opening.width) ||
-                             isTooSmall(line.reduced.height, line.opening.height)))
+                             isLess(line.reduced.height, line.opening.height, leastShareUnderBox)))
         marks.append(u"המונובלוק משאיר לחלון חלק קטן מאוד מהפתח."_s);
 }
 
@@ -113,11 +124,27 @@ void addOddSides(QStringList& marks, const LineFigures& line)
         marks.append(u"צלע אחת של הפתח גדולה פי עשרה ויותר מהשנייה."_s);
 }
 
+void addIfOutOfBounds(QStringList& marks, const QString& what, double measure)
+{
+    if (measure > 0 && measure < leastMeasure)
+        marks.append(u"%1 %2 קטן מאוד. האם חסרה ספרה?"_s.arg(what, isolatedNumber(measure)));
+    if (measure >= mostMeasure)
+        marks.append(u"%1 %2 גדול מאוד. האם יש ספרה מיותרת?"_s.arg(what, isolatedNumber(measure)));
+}
+
+void addOutOfBounds(QStringList& marks, const LineFigures& line)
+{
+    const Size bay = bayOf(line.opening, line.sashes);
+    addIfOutOfBounds(marks, widthPerSash, bay.width);
+    addIfOutOfBounds(marks, heightOfOpening, bay.height);
+}
+
+/// Returns the value in the middle, or the mean of the two values in the middle.
 double medianOf(std::vector<double> values)
 {
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    std::sort(values.begin(), values.end());
+    const std::size_t half = values.size() / 2;
+    return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
 }
 
 void addIfFar(QStringList& marks, const QString& what, double measure, double median)
@@ -142,8 +169,8 @@ void addFarFromNeighbours(QStringList& marks, const Size& bay, std::span<const S
         widths.push_back(each.width);
         heights.push_back(each.height);
     }
-    addIfFar(marks, u"הרוחב לכל כנף"_s, bay.width, medianOf(std::move(widths)));
-    addIfFar(marks, u"גובה הפתח"_s, bay.height, medianOf(std::move(heights)));
+    addIfFar(marks, widthPerSash, bay.width, medianOf(std::move(widths)));
+    addIfFar(marks, heightOfOpening, bay.height, medianOf(std::move(heights)));
 }
 
 } // namespace
@@ -160,6 +187,7 @@ QStringList marksOf(const LineFigures& line, std::span<const Size> neighbours)
     addTooLarge(marks, line);
     addTooSmall(marks, line);
     addOddSides(marks, line);
+    addOutOfBounds(marks, line);
     addFarFromNeighbours(marks, bayOf(line.opening, line.sashes), neighbours);
     return marks;
 }

@@ -27,16 +27,17 @@ Size bayOf(const Size& opening, double sashes);
 /// Returns why a line is probably a slip, one Hebrew sentence for each reason, or an empty list for
 /// a line without oddities. A line is marked if
 /// - a size is 0 or negative,
-/// - the sashes together are clearly wider than the opening, or the sash is higher than it,
+/// - the sashes together are wider than the opening, or the sash is higher than it,
 /// - the glass is larger than its sash,
 /// - a part is left with a small part of the opening,
 /// - a door is wider than high,
 /// - an opening is more than ten times as wide as high, or the other way,
+/// - its height, or its width per sash, is under 15 or at least 500,
 /// - its height, or its width per sash, is far from the median of the neighbouring lines.
 ///
 /// The limits leave room for everything that a workshop makes. A pocket window's sash, for example,
-/// is some centimetres wider than its opening. The neighbours are bays of the same order; with
-/// fewer than three, nothing is compared.
+/// is up to 4.5 cm wider than its opening. The neighbours are bays of the other lines of the order;
+/// with fewer than two, nothing is compared.
 QStringList marksOf(const LineFigures& line, std::span<const Size> neighbours);
 
 } // namespace cuts

@@ -37,8 +37,8 @@ QLabel* caption(const QString& name, const QString& text, QWidget* parent)
     return controls::makeLabel(name, text, labelFont(), parent);
 }
 
-/// Creates a label for a value. The alignment is absolute, because otherwise a text of digits alone
-/// is aligned to the opposite side.
+/// Creates a label for a value. The alignment is Qt::AlignAbsolute, because Qt would otherwise
+/// align a text of digits alone to the opposite side.
 QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment, QWidget* parent)
 {
     QLabel* label = controls::makeValueLabel(name, text, labelFont(), parent);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+class QMenu;
 class QPoint;
 class QTimer;
 
@@ -68,6 +69,8 @@ private:
     void connectKeys();
     void connectGridKeys();
     void showGridMenu(const QPoint& place);
+    void addRemarks(QMenu& menu);
+    void addMoves(QMenu& menu);
     void Form_Load();
 
     void CmdView_Click();

@@ -19,6 +19,7 @@
 #include <QShortcut>
 
 #include <array>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -39,9 +40,9 @@ void pressLater(QPushButton* button)
     QMetaObject::invokeMethod(button, press, Qt::QueuedConnection);
 }
 
-QString captionWithKey(const QPushButton& button, const QKeySequence& key)
+QString captionWithKey(const QString& caption, const QKeySequence& key)
 {
-    return button.text() + u'\t' + key.toString(QKeySequence::NativeText);
+    return caption + u'\t' + key.toString(QKeySequence::NativeText);
 }
 
 /// Makes Enter in the box move to the next tab stop, as it does in the measure boxes.
@@ -110,20 +111,46 @@ void FrOrder::goToPart(int by)
     parts[std::size_t(current + by + 3) % parts.size()]->setFocus(Qt::ShortcutFocusReason);
 }
 
-/// Opens the menu of the current line at a place on the screen. Its entries press the buttons for a
-/// line.
+/// Adds entries that cannot be chosen, with the reasons for the sign of the current line. The tool
+/// tip that says the same needs a mouse.
+void FrOrder::addRemarks(QMenu& menu)
+{
+    const QString remarks = DBGrid1->currentIndex().data(Qt::ToolTipRole).toString();
+    for (const QString& each : remarks.split(u'\n', Qt::SkipEmptyParts))
+        menu.addAction(each)->setEnabled(false);
+    if (!remarks.isEmpty())
+        menu.addSeparator();
+}
+
+void FrOrder::addMoves(QMenu& menu)
+{
+    const int last = DBGrid1->model()->rowCount() - 1;
+    for (const auto& [caption, key, row] : {std::tuple(u"לשורה הראשונה"_s, Qt::Key_Home, 0),
+                                            std::tuple(u"לשורה האחרונה"_s, Qt::Key_End, last)}) {
+        QAction* entry = menu.addAction(captionWithKey(caption, key));
+        runtime::on(entry, &QAction::triggered, this, [this, goal = row] {
+            const int column = DBGrid1->currentIndex().column();
+            DBGrid1->setCurrentIndex(DBGrid1->model()->index(goal, column));
+        });
+    }
+}
+
+/// Opens the menu of the current line at a place on the screen: the reasons for its sign, the
+/// buttons for a line, and the moves to the first and the last line.
 void FrOrder::showGridMenu(const QPoint& place)
 {
     auto* menu = new QMenu(DBGrid1);
     menu->setObjectName(u"MenuLine"_s);
     menu->setLayoutDirection(Qt::RightToLeft);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    addRemarks(*menu);
     for (const auto& [button, key] : {std::pair(commands().CmdView, Qt::Key_Return),
                                       std::pair(commands().CmdDel, Qt::Key_Delete)}) {
-        QAction* entry = menu->addAction(captionWithKey(*button, key));
+        QAction* entry = menu->addAction(captionWithKey(button->text(), key));
         runtime::on(entry, &QAction::triggered, button,
                     [pressed = button] { pressLater(pressed); });
     }
+    addMoves(*menu);
     menu->popup(place);
 }
 

@@ -14,7 +14,8 @@ class OrderCommands : public QWidget
     Q_OBJECT
 
 public:
-    /// How the form's width is divided between the column of the opening and that of the lines.
+    /// How the form's width is divided between the column of the opening and the column of the
+    /// lines.
     static constexpr int openingShare = 9;
     static constexpr int linesShare = 11;
     static constexpr int columnGap = 12;

@@ -67,7 +67,8 @@ class FontLibrary
 public:
     bool isComplete() const { return create_ && load_ && build_ && use_ && destroy_; }
 
-    /// Makes the rules those of the process. Returns false if the library refuses them.
+    /// Installs the font rules for the whole process. Returns false if the font library refuses
+    /// them.
     bool useRules(const char* text) const
     {
         Rules* const made = create_();

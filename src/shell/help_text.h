@@ -18,9 +18,9 @@ struct HelpChapter
 /// Returns the user manual that is embedded in the program.
 QString manualText();
 
-/// Splits the manual into the chapters of one language. The few HTML elements of the manual become
-/// Markdown and direction marks, because the help window shows Markdown only. The last chapter, on
-/// the program itself, begins with the version.
+/// Returns the chapters of the manual in one language. The help window shows Markdown only, so the
+/// few HTML elements of the manual become Markdown and direction marks. The last chapter is about
+/// the program itself and begins with the version.
 QList<HelpChapter> helpChapters(const QString& manual, HelpLanguage language);
 
 } // namespace shell

@@ -76,7 +76,8 @@ BarSettings defaultSettings(Part part);
 /// The settings of the groups that have their own.
 using SettingsByGroup = std::map<GroupKey, BarSettings>;
 
-/// Returns the group's own settings, or the default settings of its part.
+/// Returns the group's own settings. If it has none, returns the default settings of the group's
+/// part.
 BarSettings settingsOf(const SettingsByGroup& settings, const GroupKey& group);
 
 /// One of the numbers of BarSettings: its column in the settings file, its field in the store's

@@ -68,12 +68,17 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
 }
 
 /// Returns the explanation of a slat. No line stores what is deducted from the width of its slats,
-/// but the number of slats follows from their thickness.
-QString explainedSlat(dao::Recordset& row, const cuts::Size& opening)
+/// so the deduction of the usual ones that leads to the width is named.
+QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double slat)
 {
+    QString width;
+    for (const double deduct : cuts::shalavWidthDeducts) {
+        if (width.isEmpty())
+            width = cuts::explainedDifference(opening.width, deduct, slat);
+    }
     const QString count = cuts::explainedSlats(opening, numberIn(row, u"Shalav_Thick"_s),
                                                static_cast<int>(numberIn(row, u"Shalav_Count"_s)));
-    return withCount(orNone({}), count);
+    return withCount(orNone(width), count);
 }
 
 /// Adds the sizes of the roller shutter, which are 0 in a line without one.
@@ -83,12 +88,14 @@ void addShutter(dao::Recordset& row, const cuts::Size& opening, ExplainedLine& t
     const double uVasa = numberIn(row, u"U_Vasa"_s);
     const double slat = numberIn(row, u"Shalav_Width"_s);
     const double box = numberIn(row, u"Argaz_Width"_s);
+    const double boxHeight = numberIn(row, u"Argaz_Height"_s);
     addSize(Part::Guide, Side::Height, uCut,
             cuts::explainedDifference(opening.height, cuts::uCutAllowance, uCut), to);
     addSize(Part::Guide, Side::Height, uVasa,
             cuts::explainedDifference(opening.height, cuts::uVasaAllowance, uVasa), to);
-    addSize(Part::Slat, Side::Width, slat, explainedSlat(row, opening), to);
+    addSize(Part::Slat, Side::Width, slat, explainedSlat(row, opening, slat), to);
     addSize(Part::Box, Side::Width, box, box == opening.width ? u"כרוחב הפתח"_s : QString(), to);
+    addSize(Part::Box, Side::Height, boxHeight, u"כהורדת הגובה של המונובלוק"_s, to);
 }
 
 } // namespace

@@ -87,7 +87,7 @@ struct Fault
     double limit = 0; ///< The greatest allowed length or number of pieces.
 };
 
-/// Returns the reason in words, such as "Mashkof_W is Null".
+/// Returns the fault in words, such as "Mashkof_W is Null".
 QString reasonText(const Fault& fault);
 /// Returns the fault in words, such as "order 7, line 2, frame, width: Mashkof_W is Null".
 QString faultText(const Fault& fault);

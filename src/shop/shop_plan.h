@@ -7,7 +7,7 @@
 
 namespace shop {
 
-/// Equal bars, with the same lengths in the same order.
+/// A set of equal bars. Each is cut into the same lengths in the same order.
 struct GroupBars
 {
     int count = 0;

@@ -11,6 +11,8 @@ using cuts::TodaysSeries;
 
 namespace {
 
+const QString changedSeries = u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר למידה."_s;
+
 /// A sliding window with two sashes. It takes 0.6 off the frame, 2.8 and 6.5 off the sash.
 TodaysSeries sliding()
 {
@@ -120,7 +122,9 @@ TEST(ExplainedCuts, DoorShowsTheThicknessOfItsFrame)
     line.parts = {{{89, 208.5}, {81.2, 204.8}, {0, 0}, {0, 0}}};
     EXPECT_EQ(widthTip(line, cuts::Kanaf, door), formula(u"(90 − 2 × 4) − 0.8 = 81.2"_s));
     EXPECT_EQ(heightTip(line, cuts::Kanaf, door), formula(u"(210 − 4) − 1.2 = 204.8"_s));
-    EXPECT_EQ(widthTip(line, cuts::Glass, door), QString());
+    EXPECT_EQ(widthTip(line, cuts::Glass, door), u"0, כי לדלת אין זכוכית ורשת."_s);
+    line.parts[cuts::Glass].width = 70;
+    EXPECT_EQ(widthTip(line, cuts::Glass, door), changedSeries);
     EXPECT_TRUE(followsFrom(line, door));
 }
 
@@ -135,14 +139,14 @@ TEST(ExplainedCuts, SeriesThatWasChangedSinceIsTold)
     EXPECT_TRUE(text.contains(u"הסדרה שונתה"_s) && text.contains(formula(u"58.6"_s)));
 }
 
-TEST(ExplainedCuts, SeriesThatCannotBeComputedExplainsNothing)
+TEST(ExplainedCuts, SeriesThatCannotBeComputedWasChangedSince)
 {
     TodaysSeries broken = sliding();
     broken.series.kanafNum = 0.0;
-    EXPECT_EQ(widthTip(window(), cuts::Kanaf, broken), QString());
+    EXPECT_EQ(widthTip(window(), cuts::Kanaf, broken), changedSeries);
     broken = sliding();
     broken.series.deductions[cuts::Kanaf].width.reset();
-    EXPECT_EQ(widthTip(window(), cuts::Kanaf, broken), QString());
+    EXPECT_EQ(widthTip(window(), cuts::Kanaf, broken), changedSeries);
 }
 
 TEST(ExplainedCuts, FrameOfAStoredMonoblockDoorTellsThatTheMonoblocksWidthIsNotStored)
@@ -169,7 +173,7 @@ TEST(ExplainedCuts, FrameOfAMonoblockDoorIsNotExplainedByASeriesThatWasChanged)
 {
     TodaysSeries other = entrance();
     other.series.deductions[cuts::Mashkof].height = -2.5;
-    EXPECT_EQ(widthTip(monoblockDoor(), cuts::Mashkof, other), QString());
+    EXPECT_EQ(widthTip(monoblockDoor(), cuts::Mashkof, other), changedSeries);
 }
 
 // By hand: 90 - 4 = 86 is less than the stored 86.2, so the deduction would be -0.2.
@@ -177,7 +181,7 @@ TEST(ExplainedCuts, FrameOfAMonoblockDoorIsNotExplainedByANegativeDeduction)
 {
     TodaysSeries other = entrance();
     other.series.deductions[cuts::Mashkof].width = -4;
-    EXPECT_EQ(widthTip(monoblockDoor(), cuts::Mashkof, other), QString());
+    EXPECT_EQ(widthTip(monoblockDoor(), cuts::Mashkof, other), changedSeries);
 }
 
 TEST(ExplainedCuts, FrameOfAComputedMonoblockDoorShowsBothDeductions)
@@ -254,9 +258,11 @@ TEST(ExplainedCuts, CountThatDoesNotFollowFromTheSeriesIsTold)
               u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר לכמות."_s);
     ComputedLine line = window();
     line.counts[cuts::Mashkof] = 4;
-    EXPECT_EQ(explainedCount(line, cuts::Mashkof, &changed), QString());
+    EXPECT_EQ(explainedCount(line, cuts::Mashkof, &changed),
+              formula(u"2"_s) + u" (מספר קבוע, בכל הסדרות)\nבשורה הזאת כתובה כמות אחרת."_s);
     changed.series.kanafNum.reset();
-    EXPECT_EQ(explainedCount(window(), cuts::Kanaf, &changed), QString());
+    EXPECT_EQ(explainedCount(window(), cuts::Kanaf, &changed),
+              u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר לכמות."_s);
 }
 
 // By hand: (100 - 8) / 4 = 23; (100 - 8) / 4.5 is 20.4.

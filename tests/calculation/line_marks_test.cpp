@@ -32,12 +32,22 @@ QStringList marksOf(const PlannedLine& line, const std::vector<cuts::Size>& neig
     return cuts::marksOf(line.figures(), neighbours);
 }
 
-std::vector<cuts::Size> baysOf(const std::vector<PlannedLine>& order)
+/// Returns the bays of all lines of the order but one.
+std::vector<cuts::Size> neighboursOf(const std::vector<PlannedLine>& order, std::size_t line)
 {
     std::vector<cuts::Size> bays;
-    for (const PlannedLine& each : order)
-        bays.push_back(cuts::bayOf(each.opening, *each.series.kanafNum));
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (i != line)
+            bays.push_back(cuts::bayOf(order[i].opening, *order[i].series.kanafNum));
+    }
     return bays;
+}
+
+PlannedLine opening(const PlannedLine& like, double width, double height)
+{
+    PlannedLine line = like;
+    line.opening = {width, height};
+    return line;
 }
 
 } // namespace
@@ -73,7 +83,7 @@ TEST(LineMarks, SashWiderThanTheOpeningIsMarkedButNotThatOfAPocketWindow)
     PlannedLine line = soundWindow();
     line.series.deductions[cuts::Kanaf].width = 4.5;
     EXPECT_EQ(marksOf(line), QStringList());
-    line.series.deductions[cuts::Kanaf].width = 42;
+    line.series.deductions[cuts::Kanaf].width = 5.5;
     EXPECT_EQ(marksOf(line), QStringList{u"הכנף רחבה מהפתח."_s});
 }
 
@@ -87,13 +97,57 @@ TEST(LineMarks, DoorWiderThanHighIsMarkedButNotAWideWindow)
     EXPECT_EQ(marksOf(window), QStringList());
 }
 
-TEST(LineMarks, TenTimesTheMedianIsMarkedIfThereAreThreeLines)
+TEST(LineMarks, TenfoldMeasureIsMarkedBesideTwoLines)
+{
+    const PlannedLine line = opening(soundWindow(), 450, 100);
+    EXPECT_EQ(marksOf(line, {{45, 100}, {45, 100}}).size(), 1);
+    EXPECT_EQ(marksOf(line, {{45, 100}}), QStringList());
+}
+
+// By hand: the medians are (45 + 55) / 2 = 50 and (100 + 260) / 2 = 180; 8 * 50 = 400, 180 / 9
+// = 20.
+TEST(LineMarks, MedianOfAnEvenNumberIsTheMeanOfTheTwoInTheMiddle)
+{
+    const std::vector<cuts::Size> four{{55, 100}, {300, 100}, {40, 100}, {45, 100}};
+    EXPECT_EQ(marksOf(opening(soundWindow(), 399, 100), four), QStringList());
+    EXPECT_EQ(marksOf(opening(soundWindow(), 400, 100), four),
+              QStringList{u"הרוחב לכל כנף \u2066400\u2069 גדול פי כמה מהמקובל בהזמנה הזאת "
+                          "(\u206650\u2069)."_s});
+    const std::vector<cuts::Size> two{{100, 100}, {260, 100}};
+    EXPECT_EQ(marksOf(opening(soundWindow(), 20, 100), two).filter(u"קטן פי כמה"_s).size(), 1);
+    EXPECT_EQ(marksOf(opening(soundWindow(), 21, 100), two).filter(u"קטן פי כמה"_s).size(), 0);
+}
+
+TEST(LineMarks, MeasureThatNoWorkshopMakesIsMarkedWithoutNeighbours)
+{
+    const QString small = u"גובה הפתח \u206614\u2069 קטן מאוד. האם חסרה ספרה?"_s;
+    EXPECT_TRUE(marksOf(opening(soundWindow(), 60, 14)).contains(small));
+    const QString large = u"הרוחב לכל כנף \u2066500\u2069 גדול מאוד. האם יש ספרה מיותרת?"_s;
+    EXPECT_EQ(marksOf(opening(soundWindow(), 500, 100)), QStringList{large});
+    EXPECT_EQ(marksOf(opening(soundWindow(), 499, 100)), QStringList());
+}
+
+TEST(LineMarks, OpeningsThatDifferMuchInOneOrderAreSound)
+{
+    EXPECT_EQ(marksOf(opening(soundDoor(), 95, 210), {{50, 50}, {50, 50}, {50, 50}, {50, 50}}),
+              QStringList());
+    EXPECT_EQ(marksOf(opening(soundWindow(), 300, 220), {{40, 50}, {40, 50}, {40, 50}, {40, 50}}),
+              QStringList());
+    PlannedLine vent = opening(soundWindow(), 40, 25);
+    vent.series = {{{{-0.6, -0.6}, {-0.6, -0.6}, {-5.8, -5.8}, {0.0, 0.0}}}, 1.0};
+    EXPECT_EQ(marksOf(vent, {{95, 210}, {95, 210}, {95, 210}, {95, 210}, {95, 210}}),
+              QStringList());
+}
+
+// By hand: the box leaves 100 - 60 = 40 of 100.
+TEST(LineMarks, BoxThatLeavesLessThanHalfOfTheHeightIsMarked)
 {
     PlannedLine line = soundWindow();
-    line.opening = {900, 100};
-    const std::vector<cuts::Size> three{{90, 100}, {90, 100}, {900, 100}};
-    EXPECT_EQ(marksOf(line, three).size(), 1);
-    EXPECT_EQ(marksOf(line, {{90, 100}, {900, 100}}), QStringList());
+    line.isMonoblock = true;
+    line.heightDeduct = 60;
+    EXPECT_EQ(marksOf(line).filter(u"המונובלוק"_s).size(), 1);
+    line.heightDeduct = 28;
+    EXPECT_EQ(marksOf(line), QStringList());
 }
 
 TEST(LineMarks, WideOpeningOfManySashesIsComparedBySash)
@@ -132,9 +186,8 @@ TEST(LineMarks, FiveHundredPlantedSlipsAreMarkedAndSoundLinesAreNot)
         std::vector<PlannedLine> order = planner.order();
         const auto slipped = std::size_t(planner.number(0, int(order.size()) - 1));
         order[slipped] = planner.withSlip(order[slipped]);
-        const std::vector<cuts::Size> bays = baysOf(order);
         for (std::size_t i = 0; i < order.size(); ++i) {
-            const bool isMarked = !marksOf(order[i], bays).isEmpty();
+            const bool isMarked = !marksOf(order[i], neighboursOf(order, i)).isEmpty();
             (i == slipped ? slips : sound) += 1;
             if (isMarked)
                 (i == slipped ? found : wronglyMarked) += 1;

@@ -31,6 +31,8 @@ private slots:
     void twoQuickDeletes_askOnce();
     void homeAndEnd_goToFirstAndLastLine();
     void contextMenu_showsAndDeletesTheLine();
+    void contextMenu_goesToFirstAndLastLine();
+    void contextMenu_tellsTheReasonsForTheSign();
     void f6_goesFromPartToPart();
     void enterInACustomerBox_goesOnAndSelects();
     void enterInAList_goesOnAndKeepsTheText();
@@ -43,6 +45,8 @@ private:
     /// Reads the series name from the line view as soon as it is open, and closes the view.
     void readNextView();
     controls::DBGrid& grid() const { return *desk_->on<controls::DBGrid>("DBGrid1"); }
+    /// Opens the menu of the current line by the menu key. Returns nullptr if none is shown.
+    QMenu* openMenu() const;
     int currentLine() const { return desk_->lines().Fields(u"NUM"_s).Value().toInt(); }
 
     std::unique_ptr<Desk> desk_;
@@ -71,6 +75,16 @@ void OrderKeysTest::cleanup()
     if (output::isFormViewLoaded())
         output::formView().Unload();
     desk_.reset();
+}
+
+QMenu* OrderKeysTest::openMenu() const
+{
+    grid().setFocus();
+    const QPoint place = grid().visualRect(grid().currentIndex()).center();
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, place);
+    QApplication::sendEvent(grid().viewport(), &byKey);
+    auto* menu = grid().findChild<QMenu*>(u"MenuLine"_s);
+    return menu != nullptr && menu->isVisible() ? menu : nullptr;
 }
 
 void OrderKeysTest::readNextView()
@@ -161,20 +175,45 @@ void OrderKeysTest::homeAndEnd_goToFirstAndLastLine()
 
 void OrderKeysTest::contextMenu_showsAndDeletesTheLine()
 {
-    grid().setFocus();
-    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(20, 20));
-    QApplication::sendEvent(grid().viewport(), &byKey);
-    auto* menu = grid().findChild<QMenu*>(u"MenuLine"_s);
-    QVERIFY(menu != nullptr && menu->isVisible());
+    QMenu* menu = openMenu();
+    QVERIFY(menu != nullptr);
     const QList<QAction*> entries = menu->actions();
-    QCOMPARE(entries.size(), 2);
+    QCOMPARE(entries.size(), 4);
     QVERIFY(entries[0]->text().startsWith(u"הצג שורה\t"_s));
     QVERIFY(entries[1]->text().startsWith(u"מחק שורה\t"_s));
+    QVERIFY(entries[2]->text().startsWith(u"לשורה הראשונה\t"_s));
+    QVERIFY(entries[3]->text().startsWith(u"לשורה האחרונה\t"_s));
     desk_->boxes.answer(runtime::vbYes);
     QTest::keyClick(menu, Qt::Key_Down);
     QTest::keyClick(menu, Qt::Key_Down);
     QTest::keyClick(menu, Qt::Key_Return);
     QTRY_COMPARE(desk_->storedLineNumbers(1), (QList<int>{1, 2}));
+}
+
+void OrderKeysTest::contextMenu_goesToFirstAndLastLine()
+{
+    for (const auto& [entry, line] : {std::pair(2, 1), std::pair(3, 3)}) {
+        QMenu* menu = openMenu();
+        QVERIFY(menu != nullptr);
+        menu->setActiveAction(menu->actions().at(entry));
+        QTest::keyClick(menu, Qt::Key_Return);
+        QTRY_COMPARE(currentLine(), line);
+        QTRY_VERIFY(grid().findChild<QMenu*>(u"MenuLine"_s) == nullptr);
+    }
+}
+
+void OrderKeysTest::contextMenu_tellsTheReasonsForTheSign()
+{
+    desk_->addOrderWithLines(2, {1});
+    desk_->store.execute(u"UPDATE Cuts SET Glass_W = -3.8 WHERE Order_Num = 2"_s);
+    desk_->openOrder(2);
+    QTRY_VERIFY(desk_->timerRests());
+    QMenu* menu = openMenu();
+    QVERIFY(menu != nullptr);
+    const QAction* first = menu->actions().constFirst();
+    QVERIFY2(first->text().contains(u"זכוכית, רוחב"_s), qPrintable(first->text()));
+    QVERIFY(!first->isEnabled());
+    menu->close();
 }
 
 void OrderKeysTest::f6_goesFromPartToPart()

@@ -131,19 +131,20 @@ TEST(OrderSourceTest, PartThatIsNotMade_IsNotExplained)
     EXPECT_EQ(explanationsIn(shop::readOrders(store.path(), {7})), expected);
 }
 
-// By hand: 100 - 14 = 86, 100 - 17.6 = 82.4, (100 - 8) / 4 = 23.
+// By hand: 100 - 14 = 86, 100 - 17.6 = 82.4, 120 - 10.3 = 109.7, (100 - 8) / 4 = 23.
 TEST(OrderSourceTest, SizesOfAShutter_AreExplainedFromTheOpening)
 {
     TemporaryStore store;
     store.addOrder(7);
     store.addLine(7, 1);
-    store.execute(u"UPDATE Cuts SET U_Cut = 86, U_Vasa = 82.4, Shalav_Width = 117, "
-                  "Shalav_Thick = 4, Shalav_Count = 23, Argaz_Width = 120"_s);
+    store.execute(u"UPDATE Cuts SET U_Cut = 86, U_Vasa = 82.4, Shalav_Width = 109.7, "
+                  "Shalav_Thick = 4, Shalav_Count = 23, Argaz_Width = 120, Argaz_Height = 18"_s);
     const QStringList texts = explanationsIn(shop::readOrders(store.path(), {7}));
     const QStringList expected{
         u"guide height: 100 − 14 = 86"_s, u"guide height: 100 − 17.6 = 82.4"_s,
-        u"slat width: אין הסבר\nכמות: (100 − 8) ÷ 4 = 23"_s, u"box width: כרוחב הפתח"_s};
-    EXPECT_EQ(texts.last(4), expected);
+        u"slat width: 120 − 10.3 = 109.7\nכמות: (100 − 8) ÷ 4 = 23"_s, u"box width: כרוחב הפתח"_s,
+        u"box height: כהורדת הגובה של המונובלוק"_s};
+    EXPECT_EQ(texts.last(5), expected);
 }
 
 // By hand: (100 - 8) / 4.5 is 20.4, which is rounded to 20 slats and never to 21.

@@ -19,7 +19,7 @@ bool goToSeries(QTableView& grid, const QString& name)
         if (cellText(grid, row, seriesNameColumn) == name)
             return true;
     }
-    // A grid that cannot read its rows reports the error from the event loop.
+    // If a grid cannot read its rows, it reports the error later, from the event loop.
     QCoreApplication::sendPostedEvents(&grid, QEvent::MetaCall);
     return false;
 }

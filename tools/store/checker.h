@@ -24,7 +24,8 @@ struct CheckReport
     /// One line for each oddity that the program itself can cause. Remarks never make a store
     /// unsound.
     QStringList remarks;
-    /// What to do about the findings; empty if a sound backup is to be restored.
+    /// What the user should do about the findings. If it is empty, the advice is to restore a sound
+    /// backup.
     QString nextStep = {};
     /// How many of the findings are figures that do not follow from their series.
     qsizetype figureFindings = 0;

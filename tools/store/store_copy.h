@@ -15,8 +15,8 @@ using RowsOfTable = std::function<void(const QString& what, qint64 rows)>;
 /// The contents of the tables of a store, by table name.
 using StoreContents = std::map<QString, dao::TableContents>;
 
-/// The identity of a copy: a new one for another store, that of the source for a backup and for a
-/// store that is restored from one.
+/// The identity of a copy. A copy that becomes a store of its own gets a new one. A backup, and a
+/// store that is restored from it, keep the identity of the source.
 enum class Identity { New, OfSource };
 
 /// A consistent snapshot of a store. Stations keep working meanwhile. For an embedded store the

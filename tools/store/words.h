@@ -89,8 +89,8 @@ private:
     QString text_;
 };
 
-/// Returns a name for a Hebrew text, between the marks for left-to-right text (U+2066 and U+2069).
-/// In English the name is returned unchanged.
+/// Returns a name for use inside a Hebrew text, enclosed in the marks for left-to-right text
+/// (U+2066 and U+2069). In English the name is returned unchanged.
 QString isolated(const QString& name);
 
 QString filled(const Text& text, std::span<const Argument> arguments);

@@ -26,9 +26,9 @@ public:
     virtual int RecordCount() const = 0;
     /// Returns how many rows, from the first one, are loaded. It is RecordCount after readAll.
     virtual int rowsAtHand() const { return RecordCount(); }
-    /// Loads all rows from one snapshot, unless they are already loaded. Returns true if the number
-    /// of rows or a row that was loaded before has changed. If it throws an error of the store, the
-    /// loaded rows stay as they were.
+    /// Loads all rows from one snapshot. Does nothing if they are already loaded. Returns true if
+    /// the number of rows, or a row that was loaded before, has changed. Throws the errors of the
+    /// store; then the loaded rows stay as they were.
     virtual bool readAll() { return false; }
     virtual int FieldCount() const = 0;
     /// Returns the position of a field by its case-insensitive name, or -1 if there is none.

@@ -71,8 +71,8 @@ public:
     /// immediately. Existing rows get Null, or False in a Boolean field. Throws FieldDefinedTwice
     /// (3191) if the name exists.
     void Append(const FieldDef& field) const;
-    /// Removes the field from the table. If it was the last field, the table exists only in this
-    /// definition until a field is appended.
+    /// Removes the field from the table. If it was the last field, the table is removed from the
+    /// store, and this object keeps its definition until a field is appended.
     void Delete(const QString& name) const;
 
 private:

@@ -20,8 +20,8 @@ class PageInk;
 class Document : public PrintedDocument
 {
 public:
-    /// Copies the sections. The design must outlive the document. Throws ItemNotFound (3265) if the
-    /// rows lack a field of the design, and any error of Pagination.
+    /// The sections are copied, but the design must outlive the document. Throws ItemNotFound
+    /// (3265) if the rows lack a field of the design, and the errors of Pagination.
     Document(const ReportDesign& design, std::vector<Section> sections,
              std::shared_ptr<RowSource> rows, Paper paper);
     ~Document() override;

@@ -25,9 +25,9 @@ Paper paperOfDefaultPrinter()
     return printer.isNull() ? a4Portrait : paperOf(QPrinter(printer).pageLayout());
 }
 
-/// Qt's dialogs write their history to a settings file of the user when they close. The program
-/// must not create files outside its folder. A settings path below the null device makes it
-/// impossible to create the file. On Windows, where settings are not a file, this has no effect.
+/// Prevents Qt's dialogs from creating a settings file in the user's home, where they keep their
+/// history. The path of the settings lies below the null device, where no file can be created. On
+/// Windows the settings are not a file, and this has no effect.
 void keepNoDialogHistory()
 {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());

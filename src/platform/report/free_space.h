@@ -26,10 +26,10 @@ double usableWidth(const Extent& free, double width, Align align);
 /// Returns the natural width of a caption in twips.
 using CaptionWidth = std::function<double(const ControlDesign& caption)>;
 
-/// Returns the free part of a control's width among the other controls of its section. The text of
-/// a boxed control keeps clear of its own borders. The text of a field also keeps clear of captions
-/// beside it and of vertical lines and borders beside it. If less than half of the width remains,
-/// the neighbours are ignored.
+/// Returns the part of a control's width in which its text does not collide with other controls of
+/// the section. The text of a boxed control keeps clear of its own borders. The text of a field
+/// also keeps clear of captions, vertical lines and borders beside it. If less than half of the
+/// width would remain, the neighbours are ignored.
 Extent freeExtent(const ControlDesign& control, std::span<const ControlDesign> section,
                   const CaptionWidth& captionWidth);
 

@@ -147,7 +147,7 @@ void PreviewDocuments::run(std::size_t index)
         makeAgain();
 }
 
-/// Shows the report if the document cannot be made again, because it is outdated.
+/// The document is outdated. Shows the report if it cannot be made again.
 void PreviewDocuments::makeAgain()
 {
     const int generation = generation_;

@@ -44,8 +44,8 @@ private:
     void addVariants();
     void addCommands();
     void choose(int index);
-    /// Returns the variant that the list of the document names, and lets the lists name the
-    /// document on display again until another one has been made.
+    /// Returns the variant that the user has chosen in the list of a document. The lists show the
+    /// document on display again, because the chosen one is not made yet.
     int takeVariant(int index);
     void present(int index, int variant, MadeDocument made);
     void presentReport();

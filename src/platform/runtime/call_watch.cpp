@@ -6,48 +6,65 @@
 #include <algorithm>
 #include <atomic>
 
+#ifdef Q_OS_WIN
+#include "platform/runtime/windows_handle.h"
+
+#include <windows.h>
+#endif
+
 namespace runtime {
 
 namespace {
 
 std::atomic<CallWatch*> theWatch = nullptr;
 
-/// Returns the contents of a file that Linux keeps about the main thread; empty elsewhere.
-[[maybe_unused]] QByteArray fileOfMainThread(const char* name)
+#ifdef Q_OS_WIN
+
+/// Number of the thread that created the watch.
+std::atomic<DWORD> watchedThread = 0;
+
+/// Returns the processor time that the watched thread has used, or nothing if the system does not
+/// tell.
+std::optional<std::chrono::nanoseconds> runningTime()
 {
-    const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
-    QFile file(QString::fromLatin1("/proc/self/task/" + pid + '/' + name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const WindowsHandle thread(OpenThread(THREAD_QUERY_LIMITED_INFORMATION, FALSE, watchedThread));
+    FILETIME created;
+    FILETIME ended;
+    FILETIME inSystem;
+    FILETIME inProgram;
+    if (!thread.isValid() || !GetThreadTimes(thread.get(), &created, &ended, &inSystem, &inProgram))
+        return {};
+    const auto ticks = [](const FILETIME& time) {
+        return static_cast<qint64>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    };
+    constexpr qint64 nanosecondsPerTick = 100;
+    return std::chrono::nanoseconds((ticks(inSystem) + ticks(inProgram)) * nanosecondsPerTick);
 }
+
+#else
+
+/// Returns the processor time that the main thread has used, or nothing if the system does not
+/// tell.
+std::optional<std::chrono::nanoseconds> runningTime()
+{
+    const QString pid = QString::number(QCoreApplication::applicationPid());
+    QFile file(QStringLiteral("/proc/self/task/%1/schedstat").arg(pid));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return std::chrono::nanoseconds(file.readAll().split(' ').first().toLongLong());
+}
+
+#endif
 
 } // namespace
-
-/// Returns nothing if the system does not tell.
-std::optional<CallWatch::ThreadTimes> CallWatch::timesOfMainThread()
-{
-#ifdef Q_OS_LINUX
-    ThreadTimes times;
-    const QByteArray status = fileOfMainThread("status");
-    const QByteArray running = fileOfMainThread("schedstat");
-    // A system without scheduling statistics has no such file. The thread would seem to sleep.
-    if (status.isEmpty() || running.isEmpty())
-        return {};
-    for (const QByteArray& line : status.split('\n')) {
-        const qsizetype colon = line.indexOf(':');
-        if (colon > 0 && line.first(colon).endsWith("voluntary_ctxt_switches"))
-            times.switches += line.sliced(colon + 1).trimmed().toLongLong();
-    }
-    times.running = std::chrono::nanoseconds(running.split(' ').first().toLongLong());
-    return times;
-#else
-    return {};
-#endif
-}
 
 CallWatch::CallWatch(Show show, std::function<void()> end, const StallPatience& patience)
     : show_(std::move(show)), end_(std::move(end)), patience_(patience),
       watched_(std::this_thread::get_id()), thread_([this] { run(); })
 {
+#ifdef Q_OS_WIN
+    watchedThread = GetCurrentThreadId();
+#endif
     theWatch = this;
 }
 
@@ -97,41 +114,26 @@ std::optional<quint64> CallWatch::stalledCall()
 {
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
-    const auto shortest = std::min(patience_.blocked, patience_.waiting);
+    // The call is looked at once before the time is over, so that the looks can be compared.
+    const auto shortest = std::min(patience_.waiting, patience_.busy);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};
-    const std::optional<ThreadTimes> times = timesOfMainThread();
-    const Doing what = doing(times);
+    const std::optional<std::chrono::nanoseconds> running = runningTime();
+    const auto patience = isAsleep(running) ? patience_.waiting : patience_.busy;
     lastLook_ = change_;
-    lastTimes_ = times;
-    if (lasted < patienceFor(what))
+    lastRunning_ = running;
+    if (lasted < patience)
         return {};
     lastShown_ = change_;
     return change_;
 }
 
-CallWatch::Doing CallWatch::doing(const std::optional<ThreadTimes>& now) const
+/// Returns true if the thread has mostly slept between the last two looks at the same call.
+bool CallWatch::isAsleep(const std::optional<std::chrono::nanoseconds>& running) const
 {
-    if (!now || !lastTimes_ || change_ != lastLook_)
-        return Doing::Unknown;
-    if (now->switches == lastTimes_->switches)
-        return Doing::Blocked;
     constexpr int mostlyAsleep = 10; // at most a tenth of the time
-    return (now->running - lastTimes_->running) * mostlyAsleep < patience_.interval
-               ? Doing::Waiting
-               : Doing::Working;
-}
-
-std::chrono::milliseconds CallWatch::patienceFor(Doing doing) const
-{
-    switch (doing) {
-    case Doing::Blocked:
-        return patience_.blocked;
-    case Doing::Waiting:
-        return patience_.waiting;
-    default:
-        return patience_.busy;
-    }
+    return running && lastRunning_ && change_ == lastLook_ &&
+           (*running - *lastRunning_) * mostlyAsleep < patience_.interval;
 }
 
 void CallWatch::showUntilOver(quint64 call)

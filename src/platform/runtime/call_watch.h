@@ -25,16 +25,13 @@ public:
 /// How long a call may take before the user is told.
 struct StallPatience
 {
-    /// For a call in which the thread does not run at all, such as reading from a share that does
-    /// not answer. Longer than the five seconds after which a server reports a locked row.
-    std::chrono::milliseconds blocked = std::chrono::milliseconds(5300);
-    /// For a call in which the thread mostly sleeps but wakes up again and again, as it does while
-    /// it waits for a lock of an embedded store.
+    /// For a call in which the thread mostly sleeps, such as waiting for a lock, a server, or a
+    /// share that does not answer.
     std::chrono::milliseconds waiting = std::chrono::milliseconds(1000);
     /// For any other call, such as one that computes.
     std::chrono::milliseconds busy = std::chrono::milliseconds(6500);
     /// Time between two looks at the call.
-    std::chrono::milliseconds interval = std::chrono::milliseconds(500);
+    std::chrono::milliseconds interval = std::chrono::milliseconds(250);
 };
 
 /// Watches the calls of the thread that creates it, from a thread of its own, because a blocked
@@ -58,18 +55,7 @@ private:
     using Clock = std::chrono::steady_clock;
     using Describe = std::function<QString()>;
 
-    /// Scheduling figures of the watched thread.
-    struct ThreadTimes
-    {
-        qint64 switches = 0; ///< How often the thread has been scheduled.
-        std::chrono::nanoseconds running{0};
-    };
-    /// What the watched thread has done between the last two looks at the same call.
-    enum class Doing { Unknown, Blocked, Waiting, Working };
-
-    static std::optional<ThreadTimes> timesOfMainThread();
-    Doing doing(const std::optional<ThreadTimes>& now) const;
-    std::chrono::milliseconds patienceFor(Doing doing) const;
+    bool isAsleep(const std::optional<std::chrono::nanoseconds>& running) const;
 
     void enter(Describe describe);
     void leave();
@@ -92,7 +78,7 @@ private:
 
     quint64 lastLook_ = 0;  ///< Value of change_ at the last look.
     quint64 lastShown_ = 0; ///< Value of change_ when the last notice was shown.
-    std::optional<ThreadTimes> lastTimes_;
+    std::optional<std::chrono::nanoseconds> lastRunning_; ///< Processor time at the last look.
     std::thread thread_; ///< The last member, since the thread uses all others.
 };
 

@@ -63,7 +63,8 @@ bool nameFile(QFile& file, const QString& path);
 /// Gives a file a new name in the same folder and replaces the file that has the name. The file and
 /// its folder are not written to the disk. Throws as durableRename does.
 void replaceFile(const QString& path, const QString& newPath);
-/// Writes an open file to the disk. Throws DiskFull (3026) or DiskOrNetworkError (3043).
+/// Forces the data of an open file to the disk. Throws DiskFull (3026) or DiskOrNetworkError
+/// (3043).
 void syncFile(QFile& file, const QString& path);
 
 /// Opens a file for reading. Other programs may rename or remove it meanwhile. Returns false if the

@@ -49,8 +49,9 @@ QString programFolder()
 
 #ifdef Q_OS_UNIX
 
-/// Returns true if another user can write to the file or folder. Write permission for a group
-/// counts. With access control lists, the group's permission is the most that any entry grants.
+/// Returns true if another user can write to the file or folder. Write permission for the group
+/// counts. If there is an access control list, the group's permission bits are the most that any of
+/// its entries grants.
 bool isWritableByOthers(const QFileInfo& file)
 {
     const bool ours = file.ownerId() == 0 || file.ownerId() == ::geteuid();
@@ -109,7 +110,8 @@ void insertBeforeToolkit(const QString& folder, QStringList& paths)
 {
     const QString toolkit = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath)).canonicalPath();
 #ifdef Q_OS_WIN
-    // The toolkit is beside the program. It may look for plugins beside the program's folder.
+    // The Qt libraries are in the program's folder. Qt then also looks for plugins beside that
+    // folder.
     paths.removeAll(toolkit);
 #endif
     const qsizetype place = paths.indexOf(toolkit);
@@ -133,7 +135,7 @@ bool isTrustedFolder(const QString& folder)
     return QFileInfo(canonical).isDir() && isOnlyOurs(canonical) &&
            keepsPermissions(QStorageInfo(canonical).fileSystemType());
 #else
-    // Windows loads libraries from the program's folder anyway.
+    // Windows always searches the program's folder for libraries.
     const QFileInfo info(folder);
     return info.isDir() && QFileInfo(info.canonicalFilePath()).path() == programFolder();
 #endif

@@ -43,8 +43,8 @@ private:
 /// Returns the handle of an open file, which closes it.
 HANDLE handleOf(QFile& file);
 
-/// Returns the absolute path as the system's functions take it. It may be longer than 260
-/// characters.
+/// Returns the absolute path in the form that the Windows functions accept for paths longer than
+/// 260 characters.
 inline std::wstring wideName(const QString& path)
 {
     using namespace Qt::StringLiterals;

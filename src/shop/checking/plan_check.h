@@ -19,8 +19,9 @@ QStringList checkPlan(const QJsonObject& plan);
 /// Parses and checks the bytes of a plan.json.
 QStringList checkPlanFile(const QByteArray& file);
 
-/// Returns the differences between a plan.json and the stored lines: every piece once and no other,
-/// the settings of the bars, every pane and every fault.
+/// Returns the differences between a plan.json and the stored lines. The plan must contain every
+/// piece once and no other, the settings of the bars, every pane of glass, and every fault of the
+/// lines.
 QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
                          const SettingsByGroup& settings);
 

@@ -20,9 +20,11 @@ constexpr int barGap = 140;
 /// Width of the column with the number of equal bars, to the right of the picture.
 constexpr int countWidth = 700;
 constexpr int pictureWidth = Flow::width - countWidth;
-/// A narrower piece has no room for its length, which the list below the picture names too.
+/// A piece that is narrower has no room for the text of its length. The list below the picture
+/// contains all lengths.
 constexpr int narrowestText = 330;
-/// A narrower rest has no room for its length, which stands below the picture too.
+/// A rest that is narrower has no room for the text of its length, which is also printed below the
+/// picture.
 constexpr int narrowestRest = 700;
 /// Width of the rest's length below the picture, at its left end.
 constexpr int restWidth = 2200;
@@ -44,7 +46,7 @@ QString wasteText(const GroupPlan& plan)
     return QString::number(100 * (bought - lengthSum(plan)) / bought, 'f', 1);
 }
 
-/// The boxes of one bar, to scale from right to left.
+/// The boxes that show the pieces of one bar. They are drawn to scale from right to left.
 class BarPicture
 {
 public:

@@ -5,7 +5,7 @@
 
 namespace shop::paper {
 
-/// Return the sheets of the lists, without page numbers.
+/// Each returns the sheets of one list for the workshop, without page numbers.
 std::vector<Sheet> cutListSheets(const ShopPack& pack);
 std::vector<Sheet> glassSheets(const ShopPack& pack);
 std::vector<Sheet> meshSheets(const ShopPack& pack);

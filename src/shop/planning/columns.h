@@ -28,8 +28,9 @@ public:
         double bound = 0;          ///< A lower bound of all plans, also with other patterns.
         std::vector<double> times; ///< The solution, by pattern.
     };
-    /// Solves the relaxation for the given pieces, with at most this many rounds of new patterns.
-    /// Ends early if more rounds cannot change the bound, rounded up to whole bars.
+    /// Solves the linear relaxation for the given pieces. Adds new patterns in at most this many
+    /// rounds. Ends early if further rounds cannot change the lower bound, which is rounded up to
+    /// whole bars.
     Relaxed solve(const std::vector<int>& pieces, int rounds, const Limits& limits);
 
     const std::vector<Pattern>& patterns() const { return patterns_; }

@@ -57,7 +57,8 @@ Group groupOf(std::vector<Demand> pieces, const BarSettings& settings)
     return group;
 }
 
-/// The best packing so far: the fewest bars, then the fewest stop settings, then the longest rest.
+/// The best packing so far. Packings are compared by the number of bars, then by the number of stop
+/// settings, then by the length of the longest piece that is left over.
 class Choice
 {
 public:

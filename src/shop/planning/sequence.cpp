@@ -22,7 +22,8 @@ public:
         std::iota(chainOf_.begin(), chainOf_.end(), std::size_t(0));
     }
 
-    /// Links by the rarest types first, because they have the fewest possible links.
+    /// Links bars that have a type in common. The rarest types come first, because they offer the
+    /// fewest possible links.
     void link()
     {
         std::map<int, std::vector<std::size_t>> barsOfType;

@@ -42,7 +42,7 @@ struct Durability
     QStringList remarks; ///< Damage may stay unnoticed: one text for each reason.
 };
 
-/// A change of a row, as the log of a server's database contains it.
+/// A change of a row, as read from the transaction log of a server's database.
 struct LoggedChange
 {
     QString moment; ///< In the time zone of the server's database.
@@ -90,8 +90,8 @@ public:
     {
         throw runtime::RunTimeError(runtime::OperationNotSupported);
     }
-    /// Makes the owner of these tables the owner of all tables that the rest of the transaction
-    /// creates. If the list is empty, the owner is the role that `zomrel-store server-setup`
+    /// Sets the owner of all tables that the rest of the transaction creates. The owner is that of
+    /// the given tables. If none are given, it is the role that `zomrel-store server-setup`
     /// creates. Does nothing in an embedded store, or if the current user may not act as the owner.
     virtual void actAsOwnerOf(const QStringList&) {}
     /// Returns statements that give tables with these names the rights that the present tables

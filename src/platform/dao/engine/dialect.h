@@ -73,7 +73,7 @@ protected:
     virtual std::span<const TypeName> typeNames() const = 0;
     /// Returns the type in the definition of a new field: its name and the size of a text.
     virtual QString declaredType(const FieldInfo& field) const;
-    /// Returns the SQL that follows the type in the definition of a counter.
+    /// Returns the SQL that follows the column type in the definition of a column that counts up.
     virtual QString counterClause() const { return {}; }
     /// Returns statements that must run before the field is created.
     virtual QStringList beforeField(const FieldInfo&) const { return {}; }

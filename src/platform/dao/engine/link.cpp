@@ -22,8 +22,8 @@ namespace {
 
 constexpr QByteArrayView firstLine("Zomrel store link 1");
 constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
-/// Maximum size of a link file in bytes. An embedded store with at least one table is always
-/// larger.
+/// Maximum size of a link file in bytes. A larger file is no link: an embedded store with one table
+/// or more is always larger.
 constexpr qint64 longestText = 4095;
 constexpr qsizetype longestValue = 255;
 constexpr int highestPort = 65535;

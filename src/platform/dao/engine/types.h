@@ -76,7 +76,7 @@ struct Timeouts
     /// How long to wait for a lock of another station before Locked (3260) is thrown.
     std::chrono::milliseconds lock = std::chrono::seconds(5);
     /// How long to wait for a server's answer to one statement before CallFailed (3146) is thrown.
-    /// It must be longer than `lock`, because the server reports a lock that is held too long.
+    /// It must be longer than `lock`, so that the server's own error about a lock arrives first.
     std::chrono::milliseconds answer = std::chrono::seconds(7);
 
     bool operator==(const Timeouts&) const = default;

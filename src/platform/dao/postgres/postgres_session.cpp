@@ -30,10 +30,10 @@ constexpr std::chrono::seconds greetingPatience(3);
 constexpr std::chrono::seconds reconnectPatience(5);
 constexpr std::chrono::milliseconds reconnectPause(100);
 
-/// Returns the statement that each opening executes. Its first column is the schema mark. Every
-/// change of a table or an index changes the number of rows or the writing transaction (xmin) of a
-/// row in one of the two catalogues that the statement reads, so the mark combines the row counts
-/// and the sums of xmin.
+/// Returns the statement that is executed each time a store is opened. Its first column is the
+/// schema mark. The statement reads two catalogues of the server. Every change of a table or an
+/// index changes the number of their rows or the writing transaction (xmin) of one of them. So the
+/// mark combines the row counts and the sums of xmin.
 QString greetingText()
 {
     return QStringLiteral(
@@ -207,7 +207,7 @@ void PostgresSession::requireTakenUp()
                            u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
 }
 
-/// Replaces a lost connection. Outside of a transaction nothing is lost with it.
+/// Replaces a lost connection. Only a transaction would lose changes with it.
 void PostgresSession::reconnect()
 {
     const Connection other = shared();
@@ -324,7 +324,7 @@ QString PostgresSession::fateOf(const QString& token)
 }
 
 /// Replaces the lost connection. A server that is restarting refuses connections for a moment, so
-/// this is tried again until the time is over.
+/// this is tried again until the time limit.
 void PostgresSession::reconnectInTime()
 {
     const Deadline deadline(reconnectPatience);

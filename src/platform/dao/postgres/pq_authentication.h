@@ -17,8 +17,9 @@ enum class PasswordRequest {
 /// described in https://www.postgresql.org/docs/15/protocol-message-formats.html.
 PasswordRequest passwordRequestIn(QByteArrayView messages);
 
-/// Returns the password request in the data that has arrived over an unencrypted connection and
-/// that the client library has not read yet. The library would answer such a request at once.
+/// Looks at the data that has arrived over an unencrypted connection and that the client library
+/// has not read yet. Returns the server's request for a password if the data contains one. The
+/// request is looked at first, because the library would answer it at once.
 PasswordRequest pendingPasswordRequest(const PGconn* connection);
 
 } // namespace dao::postgres

@@ -1,4 +1,4 @@
-// Finds objects in an embedded store that the program does not make.
+// Finds objects in an embedded store that this program has not created.
 
 #include "platform/dao/sqlite/sqlite_bulk.h"
 #include "platform/dao/sqlite/sqlite_dialect.h"
