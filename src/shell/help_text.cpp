@@ -52,12 +52,17 @@ QString withMirroredTables(const QString& markdown)
     return lines.join(u'\n');
 }
 
-QStringList anchorsIn(const QString& text)
+/// Returns the headings of a chapter that have an anchor. Its title is the first line.
+QMap<QString, QString> headingsIn(const QString& text)
 {
-    QStringList anchors;
-    for (auto match = anchorPattern().globalMatch(text); match.hasNext();)
-        anchors.append(match.next().captured(1));
-    return anchors;
+    static const QRegularExpression heading(u"^(?:#+ )?"_s + anchorPattern().pattern() + u"(.*)$"_s,
+                                            QRegularExpression::MultilineOption);
+    QMap<QString, QString> headings;
+    for (auto match = heading.globalMatch(text); match.hasNext();) {
+        const auto found = match.next();
+        headings.insert(found.captured(1), withoutHtml(found.captured(2)).trimmed());
+    }
+    return headings;
 }
 
 QString versionLine(HelpLanguage language)
@@ -78,7 +83,6 @@ QString manualText()
 
 QList<HelpChapter> helpChapters(const QString& manual, HelpLanguage language)
 {
-    const QString suffix = language == HelpLanguage::Hebrew ? u"-he"_s : u"-en"_s;
     // The English half begins with the anchor of its contents, after the end of a Hebrew chapter.
     QString half = manual.section(u"<a id=\"contents-en\"></a>"_s, int(language), int(language));
     QStringList parts = half.split(u"\n## "_s);
@@ -86,7 +90,7 @@ QList<HelpChapter> helpChapters(const QString& manual, HelpLanguage language)
     QList<HelpChapter> chapters;
     for (const QString& part : parts) {
         HelpChapter chapter;
-        chapter.anchors = anchorsIn(part).filter(QRegularExpression(suffix + u'$'));
+        chapter.headings = headingsIn(part);
         const QString plain = withoutHtml(part);
         chapter.title = plain.section(u'\n', 0, 0).trimmed();
         chapter.markdown = plain.section(u'\n', 1);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QList>
+#include <QMap>
 #include <QString>
-#include <QStringList>
 
 namespace shell {
 
@@ -11,8 +11,9 @@ enum class HelpLanguage { Hebrew, English };
 struct HelpChapter
 {
     QString title;
-    QString markdown;    ///< The text without the title.
-    QStringList anchors; ///< The names under which links lead to this chapter.
+    QString markdown; ///< The text without the title.
+    /// The names under which links lead to this chapter, and the headings to which they lead.
+    QMap<QString, QString> headings;
 };
 
 /// Returns the user manual that is embedded in the program.

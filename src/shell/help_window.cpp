@@ -60,6 +60,22 @@ void setCodeLeftToRight(QTextDocument& document)
     }
 }
 
+/// Makes headings the targets of links, which Markdown cannot do.
+void setAnchors(QTextDocument& document, const QMap<QString, QString>& headings)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QString anchor = headings.key(block.text());
+        if (anchor.isEmpty() || block.blockFormat().headingLevel() == 0)
+            continue;
+        QTextCharFormat target;
+        target.setAnchor(true);
+        target.setAnchorNames({anchor});
+        QTextCursor heading(block);
+        heading.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        heading.mergeCharFormat(target);
+    }
+}
+
 } // namespace
 
 HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent)
@@ -75,6 +91,7 @@ void HelpBrowser::showChapter(const HelpChapter& chapter, Qt::LayoutDirection di
     setMarkdown(u"## %1\n%2"_s.arg(chapter.title, chapter.markdown));
     setDirection(*document(), direction);
     setCodeLeftToRight(*document());
+    setAnchors(*document(), chapter.headings);
     moveCursor(QTextCursor::Start);
 }
 
@@ -157,10 +174,12 @@ void HelpWindow::follow(const QUrl& link)
 {
     const auto target =
         std::find_if(chapters_.begin(), chapters_.end(), [&](const HelpChapter& each) {
-            return each.anchors.contains(link.fragment());
+            return each.headings.contains(link.fragment());
         });
-    if (target != chapters_.end())
-        ListChapters->setCurrentRow(int(target - chapters_.begin()));
+    if (target == chapters_.end())
+        return;
+    ListChapters->setCurrentRow(int(target - chapters_.begin()));
+    TextHelp->scrollToAnchor(link.fragment());
 }
 
 } // namespace shell

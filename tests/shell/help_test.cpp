@@ -8,8 +8,11 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QListWidget>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextTable>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using shell::HelpChapter;
@@ -31,6 +34,9 @@ private slots:
     void window_showsPicturesThatFit();
     void hebrewTables_readFromRightToLeft();
     void link_changesTheChapter();
+    void clickOnALink_scrollsToItsHeading();
+    void linkWithinTheChapter_scrollsToItsHeading();
+    void everyAnchor_isAtAHeadingOfItsChapter();
     void language_keepsTheChapter();
     void f1_opensTheHelpAboveAModalForm();
     void escape_closesTheHelp();
@@ -48,6 +54,42 @@ HelpWindow* openHelp()
             return help;
     }
     return nullptr;
+}
+
+/// Returns the place of the first link to the target, after the text has scrolled to it.
+QPoint placeOfLink(QTextBrowser& text, const QString& target)
+{
+    for (QTextBlock block = text.document()->begin(); block.isValid(); block = block.next()) {
+        for (auto each = block.begin(); !each.atEnd(); ++each) {
+            if (each.fragment().charFormat().anchorHref() != target)
+                continue;
+            QTextCursor cursor(text.document());
+            cursor.setPosition(each.fragment().position() + 1);
+            text.setTextCursor(cursor);
+            text.ensureCursorVisible();
+            const QPoint before = text.cursorRect().center();
+            cursor.movePosition(QTextCursor::NextCharacter);
+            return (before + text.cursorRect(cursor).center()) / 2;
+        }
+    }
+    return {};
+}
+
+/// Returns the distance of a heading from the upper edge of the view.
+std::optional<int> topOfHeading(const QTextBrowser& text, const QString& beginning)
+{
+    for (QTextBlock block = text.document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0 && block.text().contains(beginning))
+            return text.cursorRect(QTextCursor(block)).top();
+    }
+    return {};
+}
+
+constexpr int nearTheTop = 60; // Device-independent pixels; less than three lines.
+
+bool isAtTheTop(const QTextBrowser& text, const QString& heading)
+{
+    return std::abs(topOfHeading(text, heading).value_or(nearTheTop)) < nearTheTop;
 }
 
 } // namespace
@@ -80,7 +122,7 @@ void HelpTest::everyLink_leadsToAChapter()
         const auto chapters = helpChapters(manualText(), language);
         QStringList anchors;
         for (const HelpChapter& each : chapters)
-            anchors += each.anchors;
+            anchors += each.headings.keys();
         int links = 0;
         for (const HelpChapter& each : chapters) {
             for (auto match = link.globalMatch(each.markdown); match.hasNext(); ++links) {
@@ -138,6 +180,56 @@ void HelpTest::link_changesTheChapter()
     emit text->anchorClicked(QUrl(u"#paper-he"_s));
     QCOMPARE(child<QListWidget>(help, u"ListChapters"_s)->currentRow(), 5);
     QVERIFY(text->toPlainText().startsWith(u"6. "_s));
+}
+
+void HelpTest::clickOnALink_scrollsToItsHeading()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    help.show();
+    QVERIFY(QTest::qWaitForWindowActive(&help));
+    auto* chapters = child<QListWidget>(help, u"ListChapters"_s);
+    chapters->setCurrentRow(4);
+    auto* text = child<shell::HelpBrowser>(help, u"TextHelp"_s);
+    const QPoint place = placeOfLink(*text, u"#runtime-he"_s);
+    QVERIFY(!place.isNull());
+    QTest::mouseClick(text->viewport(), Qt::LeftButton, {}, place);
+    QCOMPARE(chapters->currentRow(), 8);
+    QVERIFY(isAtTheTop(*text, u"Run-time error"_s));
+    QVERIFY(text->verticalScrollBar()->value() > text->viewport()->height());
+}
+
+void HelpTest::linkWithinTheChapter_scrollsToItsHeading()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    help.show();
+    QVERIFY(QTest::qWaitForWindowActive(&help));
+    child<QComboBox>(help, u"ComboLanguage"_s)->setCurrentIndex(1);
+    child<QListWidget>(help, u"ListChapters"_s)->setCurrentRow(8);
+    auto* text = child<shell::HelpBrowser>(help, u"TextHelp"_s);
+    emit text->anchorClicked(QUrl(u"#runtime-en"_s));
+    QVERIFY(isAtTheTop(*text, u"Run-time error"_s));
+    QVERIFY(text->verticalScrollBar()->value() > text->viewport()->height());
+    emit text->anchorClicked(QUrl(u"#messages-en"_s));
+    QVERIFY(text->verticalScrollBar()->value() < nearTheTop);
+}
+
+void HelpTest::everyAnchor_isAtAHeadingOfItsChapter()
+{
+    HelpWindow help;
+    help.setAttribute(Qt::WA_DeleteOnClose, false);
+    const auto* text = child<shell::HelpBrowser>(help, u"TextHelp"_s);
+    for (const HelpLanguage language : languages) {
+        child<QComboBox>(help, u"ComboLanguage"_s)->setCurrentIndex(int(language));
+        const auto chapters = helpChapters(manualText(), language);
+        for (qsizetype i = 0; i < chapters.size(); ++i) {
+            child<QListWidget>(help, u"ListChapters"_s)->setCurrentRow(int(i));
+            QVERIFY2(!chapters[i].headings.isEmpty(), qPrintable(chapters[i].title));
+            for (const QString& heading : chapters[i].headings)
+                QVERIFY2(topOfHeading(*text, heading), qPrintable(heading));
+        }
+    }
 }
 
 void HelpTest::language_keepsTheChapter()

@@ -47,6 +47,7 @@ private slots:
     void screen_hasTheGivenSize();
     void everyForm_fits_data();
     void everyForm_fits();
+    void everyDialog_fits_data() { everyForm_fits_data(); }
     void everyDialog_fits();
 
 private:
@@ -210,6 +211,8 @@ void ScreensTest::everyForm_fits()
 /// The help, the dialogs of the shop documents, and the box of an error that ends the program.
 void ScreensTest::everyDialog_fits()
 {
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
     auto* help = new shell::HelpWindow(window_.get());
     help->show();
     QVERIFY(QTest::qWaitForWindowActive(help));

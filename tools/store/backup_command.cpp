@@ -69,9 +69,26 @@ void reportRemoved(const DailyOutcome& outcome, QTextStream& out, QTextStream& e
     for (const QString& name : outcome.removed)
         out << say({u"removed the old backup %1", u"הגיבוי הישן %1 נמחק"}, name) << '\n';
     for (const QString& name : outcome.notRemoved)
-        tell(err, say({u"could not remove the old backup %1; remove it yourself",
-                       u"אי אפשר היה למחוק את הגיבוי הישן %1; מחק אותו בעצמך"},
-                      name));
+        tell(err,
+             say({u"could not remove the old backup %1", u"אי אפשר היה למחוק את הגיבוי הישן %1"},
+                 name));
+    if (!outcome.notRemoved.isEmpty())
+        tellNextStep(err, say({u"Remove what the lines above name yourself.",
+                               u"מחק בעצמך את מה שכתוב בשורות שלמעלה."}));
+}
+
+/// Reports that today's backup was damaged and is kept under another name.
+void warnOfSetAside(const QString& path, QTextStream& err)
+{
+    if (path.isEmpty())
+        return;
+    tell(err, say({u"today's backup was damaged; it is kept as %1",
+                   u"הגיבוי של היום היה פגום; הוא נשמר בשם %1"},
+                  path));
+    tellNextStep(err, say({u"Check the disk of the backups. Remove the damaged file once the other "
+                           "backups are good.",
+                           u"בדוק את הדיסק של הגיבויים. מחק את הקובץ הפגום כששאר הגיבויים "
+                           "תקינים."}));
 }
 
 ExitStatus backUpToday(const Call& call, QTextStream& out, QTextStream& err)
@@ -80,18 +97,14 @@ ExitStatus backUpToday(const Call& call, QTextStream& out, QTextStream& err)
     const DailyOutcome outcome = withProgress(err, [&](const RowsOfTable& progress) {
         return backUpDaily(Place(store), call.arguments.last(), runtime::Today(), progress);
     });
-    if (!outcome.otherStore.isEmpty()) {
-        tell(err, say({u"%1 in this folder is a backup of another store; nothing was backed up. "
-                       "Give each store a folder of its own",
-                       u"הקובץ %1 בתיקייה הזאת הוא גיבוי של קובץ נתונים אחר; לא נעשה גיבוי. תן "
-                       "לכל קובץ נתונים תיקייה משלו"},
-                      outcome.otherStore));
-        return Failure;
-    }
-    if (!outcome.setAside.isEmpty())
-        tell(err, say({u"today's backup was damaged; it is kept as %1",
-                       u"הגיבוי של היום היה פגום; הוא נשמר בשם %1"},
-                      outcome.setAside));
+    if (!outcome.otherStore.isEmpty())
+        return fail(
+            err,
+            say({u"%1 in this folder is a backup of another store; nothing was backed up",
+                 u"הקובץ %1 בתיקייה הזאת הוא גיבוי של קובץ נתונים אחר; לא נעשה גיבוי"},
+                outcome.otherStore),
+            say({u"Give each store a folder of its own.", u"תן לכל קובץ נתונים תיקייה משלו."}));
+    warnOfSetAside(outcome.setAside, err);
     if (!outcome.backup.findings.isEmpty())
         return notBackedUp(outcome.backup.findings, err);
     if (outcome.wasThere)
@@ -125,13 +138,11 @@ ExitStatus printStatus(const Call& call, QTextStream& out, QTextStream& err)
     const DailyStatus status = dailyStatus(folder);
     for (const QString& name : status.damaged)
         err << say({u"damaged: %1", u"פגום: %1"}, name) << '\n';
-    if (!status.newestGood) {
-        tell(err,
-             say({u"there is no good backup in '%1'; make one with zomrel-store backup --daily",
-                  u"אין גיבוי תקין בתיקייה '%1'; צור אחד בעזרת {zomrel-store backup --daily}"},
-                 folder));
-        return Failure;
-    }
+    if (!status.newestGood)
+        return fail(
+            err, say({u"there is no good backup in '%1'", u"אין גיבוי תקין בתיקייה '%1'"}, folder),
+            say({u"Make one with zomrel-store backup --daily.",
+                 u"צור אחד בעזרת {zomrel-store backup --daily}."}));
     out << say({u"newest good backup: %1, %2; %3 in all",
                 u"הגיבוי התקין החדש ביותר: %1, %2; בסך הכול %3"},
                QFileInfo(status.newestGood->path).fileName(),

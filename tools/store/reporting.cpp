@@ -60,11 +60,13 @@ bool isLeft(const QString& place, const Call& call, QTextStream& err)
     const QStringList stations = Place(place).stations();
     for (const QString& each : stations)
         err << say({u"connected: %1", u"מחובר: %1"}, Phrase{ofEngine(each)}) << '\n';
-    if (!stations.isEmpty())
-        tell(err, say({u"close the program on all stations first, or use --force; nothing was "
-                       "changed",
-                       u"צא קודם מזומרל בכל העמדות, או הוסף {--force}; לא השתנה דבר"}));
-    return stations.isEmpty();
+    if (stations.isEmpty())
+        return true;
+    fail(err,
+         say({u"stations are connected; nothing was changed", u"יש עמדות מחוברות; לא השתנה דבר"}),
+         say({u"Close Zomrel on all stations and try again, or use --force.",
+              u"צא מזומרל בכל העמדות ונסה שוב, או הוסף {--force}."}));
+    return false;
 }
 
 Counts::Counts(QTextStream& out) : out_(out)

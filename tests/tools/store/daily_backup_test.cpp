@@ -111,6 +111,23 @@ TEST_F(DailyBackupTest, ClockThatIsSetBackDoesNotRemoveTheNewBackup)
     EXPECT_EQ(outcome.removed, QStringList{u"zomrel-2026-03-01.mdb"_s});
 }
 
+TEST_F(DailyBackupTest, UserIsToldWhatToDoAboutADamagedBackupOfToday)
+{
+    store_.addOrder(1);
+    // The day may change before the program runs.
+    const QDate today = QDate::currentDate();
+    for (const QDate& day : {today, today.addDays(1)})
+        write(storetools::dailyBackupName(day), "damaged");
+    const Outcome outcome = runDaily();
+    EXPECT_EQ(outcome.exitStatus, 0);
+    ASSERT_EQ(outcome.err.size(), 1) << outcome.err.join(u'\n').toStdString();
+    EXPECT_TRUE(outcome.err[0].startsWith(
+        u"zomrel-store: today's backup was damaged; it is kept as "_s + folder_.path()));
+    EXPECT_EQ(outcome.advice, QStringList{u"zomrel-store: what to do: Check the disk of the "
+                                          "backups. Remove the damaged file once the other backups "
+                                          "are good."_s});
+}
+
 TEST_F(DailyBackupTest, StoreThatIsNotSoundRemovesNoOldBackup)
 {
     store_.addOrder(1);
@@ -147,7 +164,10 @@ TEST_F(DailyBackupTest, SecondStoreIsRefusedInTheFolderOfTheFirst)
     EXPECT_EQ(contentsOf(at(names().first())), first);
     const Outcome told = zomrelStore({u"backup"_s, u"--daily"_s, other, folder_.path()});
     EXPECT_EQ(told.exitStatus, 1);
-    EXPECT_TRUE(told.err.value(0).contains(u"is a backup of another store"_s));
+    EXPECT_EQ(told.err, QStringList{u"zomrel-store: zomrel-2026-03-01.mdb in this folder is a "
+                                    "backup of another store; nothing was backed up"_s});
+    EXPECT_EQ(told.advice,
+              QStringList{u"zomrel-store: what to do: Give each store a folder of its own."_s});
 }
 
 TEST_F(DailyBackupTest, RestoredStoreGoesOnInItsFolder)
@@ -205,7 +225,11 @@ TEST_F(DailyBackupTest, ProgramTellsWhatItDid)
     store_.addOrder(1);
     const Outcome none = runStatus();
     EXPECT_EQ(none.exitStatus, 1);
-    EXPECT_TRUE(none.err.value(0).startsWith(u"zomrel-store: there is no good backup in "_s));
+    EXPECT_EQ(none.err,
+              QStringList{u"zomrel-store: there is no good backup in '%1'"_s.arg(folder_.path())});
+    EXPECT_EQ(
+        none.advice,
+        QStringList{u"zomrel-store: what to do: Make one with zomrel-store backup --daily."_s});
     const Outcome made = runDaily();
     EXPECT_EQ(made.exitStatus, 0);
     ASSERT_EQ(names().size(), 1);
@@ -252,8 +276,10 @@ TEST_F(DailyBackupTest, UserWithHebrewGetsHebrewMessages)
     const Outcome outcome = storetooltest::zomrelStoreIn(
         u"he_IL.UTF-8"_s, {u"backup"_s, u"--status"_s, folder_.path()});
     EXPECT_EQ(outcome.exitStatus, 1);
-    EXPECT_TRUE(outcome.err.value(0).startsWith(u"zomrel-store: אין גיבוי תקין בתיקייה"_s))
-        << outcome.err.value(0).toStdString();
+    EXPECT_EQ(outcome.err,
+              QStringList{u"zomrel-store: אין גיבוי תקין בתיקייה '%1'"_s.arg(folder_.path())});
+    EXPECT_EQ(outcome.advice,
+              QStringList{u"zomrel-store: מה עושים: צור אחד בעזרת zomrel-store backup --daily."_s});
 }
 
 TEST_F(DailyBackupTest, UserWithHebrewIsToldWhatToDoAboutAnError)

@@ -92,10 +92,9 @@ TEST_F(HebrewServerTest, ConnectedStationIsNamedInHebrew)
     const storetooltest::Outcome refused =
         storetooltest::zomrelStoreIn(u"he_IL.UTF-8"_s, {u"restore"_s, backup, address()});
     EXPECT_EQ(refused.exitStatus, 1);
-    EXPECT_EQ(refused.err,
-              (QStringList{u"מחובר: משתמש zomrel, כתובת לא ידועה או מקומית"_s,
-                           u"zomrel-store: צא קודם מזומרל בכל העמדות, או הוסף --force; לא השתנה "
-                           "דבר"_s}));
+    EXPECT_EQ(refused.err, (QStringList{u"מחובר: משתמש zomrel, כתובת לא ידועה או מקומית"_s,
+                                        u"zomrel-store: יש עמדות מחוברות; לא השתנה דבר"_s}));
+    EXPECT_EQ(refused.advice.size(), 1);
     station->Close();
 }
 

@@ -68,8 +68,9 @@ TEST_F(StationsTest, RestoreIsRefusedWhileAStationIsConnected)
     if (!testsupport::isOnServer()) {
         EXPECT_EQ(outcome.err.first(1), connectedHere());
     }
-    EXPECT_EQ(outcome.err[1], u"zomrel-store: close the program on all stations first, or use "
-                              "--force; nothing was changed"_s);
+    EXPECT_EQ(outcome.err[1], u"zomrel-store: stations are connected; nothing was changed"_s);
+    EXPECT_EQ(outcome.advice, QStringList{u"zomrel-store: what to do: Close Zomrel on all stations "
+                                          "and try again, or use --force."_s});
     EXPECT_EQ(ordersNow(), 2);
 }
 
@@ -85,8 +86,9 @@ TEST_F(StationsTest, UserWithHebrewIsToldInHebrewThatAStationIsConnected)
                                       QCoreApplication::applicationName().left(15)));
     }
     EXPECT_TRUE(outcome.err[0].startsWith(u"מחובר: "_s)) << outcome.err[0].toStdString();
-    EXPECT_EQ(outcome.err[1], u"zomrel-store: צא קודם מזומרל בכל העמדות, או הוסף --force; לא "
-                              "השתנה דבר"_s);
+    EXPECT_EQ(outcome.err[1], u"zomrel-store: יש עמדות מחוברות; לא השתנה דבר"_s);
+    EXPECT_EQ(outcome.advice, QStringList{u"zomrel-store: מה עושים: צא מזומרל בכל העמדות ונסה "
+                                          "שוב, או הוסף --force."_s});
 }
 
 TEST_F(StationsTest, RestoreGoesOnAfterTheStationHasLeft)
