@@ -204,9 +204,8 @@ void OrderKeysTest::contextMenu_goesToFirstAndLastLine()
 
 void OrderKeysTest::contextMenu_tellsTheReasonsForTheSign()
 {
-    desk_->addOrderWithLines(2, {1});
-    desk_->store.execute(u"UPDATE Cuts SET Glass_W = -3.8 WHERE Order_Num = 2"_s);
-    desk_->openOrder(2);
+    desk_->store.execute(u"UPDATE Cuts SET Glass_W = -3.8 WHERE NUM = 3"_s);
+    desk_->form()->GetOrderDetails(1);
     QTRY_VERIFY(desk_->timerRests());
     QMenu* menu = openMenu();
     QVERIFY(menu != nullptr);

@@ -43,7 +43,7 @@ private slots:
     void toolTip_explainsOpeningAndCountOfAStoredLine();
     void toolTip_tellsThatTheSeriesWasChangedOrDeleted();
     void catalogue_isReadWhenTheFirstToolTipIsShown();
-    void toolTip_withoutACatalogue_isEmpty();
+    void toolTip_withoutACatalogue_saysSo();
     void view_withANullNumber_failsWithInvalidUseOfNull_data();
     void view_withANullNumber_failsWithInvalidUseOfNull();
     void view_withoutACurrentLine_failsWithNoCurrentRecord();
@@ -220,13 +220,13 @@ void ViewingTest::catalogue_isReadWhenTheFirstToolTipIsShown()
     desk_->click("CmdView");
 }
 
-void ViewingTest::toolTip_withoutACatalogue_isEmpty()
+void ViewingTest::toolTip_withoutACatalogue_saysSo()
 {
     desk_->addOrderWithLines(1, {1});
     openOn(0);
     inNextModal([this](QDialog& view) {
         desk_->store.execute(u"DROP TABLE Serials"_s);
-        QCOMPARE(shownTip(view), QString());
+        QCOMPARE(shownTip(view), u"אי אפשר לקרוא את הקטלוג, ולכן אין הסבר."_s);
     });
     desk_->click("CmdView");
     QCOMPARE(desk_->end.exitStatus(), std::nullopt);
