@@ -154,9 +154,9 @@ void drawGridLines(const QStyleOptionViewItem& cell, const QTableView& grid, QPa
         lines.drawRight(place);
 }
 
-/// Returns the palette of combo boxes. It is made once, because the toolkit keeps the pixmap of a
-/// combo box under a key that contains the palette.
-const QPalette& comboPalette()
+/// Returns the palette of disabled combo boxes. It is made once, because the toolkit keeps the
+/// pixmap of a combo box under a key that contains the palette.
+const QPalette& disabledComboPalette()
 {
     static const QPalette palette = [] {
         QPalette made = QGuiApplication::palette();
@@ -207,6 +207,15 @@ QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     return type == CT_PushButton ? size + roomAroundCaption : size;
 }
 
+int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* more) const
+{
+    // With an icon, the caption of a button in the file dialog touches the button's edge.
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, more);
+}
+
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                  QPainter* painter, const QWidget* widget) const
 {
@@ -230,6 +239,12 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
     if (element == CE_HeaderSection && header != nullptr) {
         const QStyleOptionHeader same = inPalette(QGuiApplication::palette(), *header);
         QProxyStyle::drawControl(element, &same, painter, widget);
+    } else if (element == CE_ComboBoxLabel) {
+        // The painter has the direction of the program, and a path must read as its list does.
+        const Qt::LayoutDirection former = painter->layoutDirection();
+        painter->setLayoutDirection(option->direction);
+        QProxyStyle::drawControl(element, option, painter, widget);
+        painter->setLayoutDirection(former);
     } else if (button != nullptr) {
         const QStyleOptionButton shown = withFocusShown(*button);
         QProxyStyle::drawControl(element, &shown, painter, widget);
@@ -250,7 +265,9 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
         const QStyleOptionSlider same = inPalette(QGuiApplication::palette(), *bar);
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
     } else if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
-        const QStyleOptionComboBox same = withFocusShown(inPalette(comboPalette(), *list));
+        const QPalette palette = list->state.testFlag(State_Enabled) ? QGuiApplication::palette()
+                                                                     : disabledComboPalette();
+        const QStyleOptionComboBox same = withFocusShown(inPalette(palette, *list));
         QProxyStyle::drawComplexControl(control, &same, painter, widget);
     } else if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);

@@ -13,7 +13,8 @@ namespace shell {
 /// a Tab key. Fourth, push buttons have room around their texts. Fifth, the frames of lists, grids
 /// and panels and the lines of a grid are even at every scale of the screen, and a list or grid
 /// with the focus has a coloured frame. Sixth, a disabled combo box is white, as other disabled
-/// fields are.
+/// fields are. Seventh, the text of a combo box reads in the direction of the box, and buttons of
+/// dialogs have no icons.
 class ProgramStyle : public QProxyStyle
 {
 public:
@@ -24,6 +25,8 @@ public:
                        const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* more) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -4,6 +4,7 @@
 #include "support/widgets.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -43,6 +44,8 @@ private slots:
     void gridLine_isOnePixelAt150Percent_data();
     void gridLine_isOnePixelAt150Percent();
     void disabledCombo_isWhite();
+    void pathInACombo_readsInTheDirectionOfTheCombo();
+    void buttonsOfDialogs_haveNoIcons();
     void frame_isOnePixelOnEachSideAt150Percent_data();
     void frame_isOnePixelOnEachSideAt150Percent();
     void disabledField_keepsItsBackground();
@@ -155,6 +158,7 @@ void AppearanceTest::cachedPixmaps_useTheApplicationPalette()
     QStyleOptionComboBox list;
     for (QStyleOption* option : std::initializer_list<QStyleOption*>{&header, &bar, &list})
         option->palette.setColor(QPalette::Window, Qt::red);
+    list.state = QStyle::State_Enabled;
     QPixmap paper(1, 1);
     QPainter painter(&paper);
 
@@ -163,6 +167,11 @@ void AppearanceTest::cachedPixmaps_useTheApplicationPalette()
     style.drawComplexControl(QStyle::CC_ComboBox, &list, &painter, nullptr);
 
     QCOMPARE(palettes, QList<qint64>(3, QApplication::palette().cacheKey()));
+    // Disabled combo boxes have another palette, but always the same one.
+    list.state = {};
+    style.drawComplexControl(QStyle::CC_ComboBox, &list, &painter, nullptr);
+    style.drawComplexControl(QStyle::CC_ComboBox, &list, &painter, nullptr);
+    QCOMPARE(palettes[3], palettes[4]);
 }
 
 /// Returns the relative luminance of a colour as WCAG 2 defines it.
@@ -280,6 +289,7 @@ void AppearanceTest::gridLine_isOnePixelAt150Percent()
     grid.ensurePolished();
     QImage picture(grid.viewport()->size() * 1.5, QImage::Format_RGB32);
     picture.setDevicePixelRatio(1.5);
+    picture.fill(Qt::white);
     grid.viewport()->render(&picture);
     const auto lines = [&picture](int length, auto pixelAt) {
         QList<int> widths;
@@ -295,7 +305,7 @@ void AppearanceTest::gridLine_isOnePixelAt150Percent()
         return widths;
     };
     QCOMPARE(lines(picture.width(), [](int i) { return QPoint(i, 15); }), QList<int>(8, 1));
-    const int inColumn = direction == Qt::LeftToRight ? 15 : picture.width() - 15;
+    const int inColumn = qRound((grid.columnViewportPosition(0) + 10) * 1.5);
     QCOMPARE(lines(picture.height(), [&](int i) { return QPoint(inColumn, i); }), QList<int>(3, 1));
 }
 
@@ -304,7 +314,29 @@ void AppearanceTest::disabledCombo_isWhite()
     QComboBox list;
     list.setEnabled(false);
     list.resize(100, 30);
-    QCOMPARE(list.grab().toImage().pixelColor(50, 15), QColor(Qt::white));
+    // Fusion shades the box a little. An enabled one is clearly darker.
+    QVERIFY(list.grab().toImage().pixelColor(50, 15).lightness() > 250);
+}
+
+/// The slash in front of a path would otherwise move to its other end.
+void AppearanceTest::pathInACombo_readsInTheDirectionOfTheCombo()
+{
+    QComboBox folders;
+    folders.setLayoutDirection(Qt::LeftToRight);
+    folders.addItem(u"/srv/orders"_s);
+    folders.resize(200, 30);
+    const QImage shown = folders.grab().toImage();
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    const QImage expected = folders.grab().toImage();
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    QCOMPARE(shown, expected);
+}
+
+void AppearanceTest::buttonsOfDialogs_haveNoIcons()
+{
+    const QDialogButtonBox buttons(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    for (const QAbstractButton* each : buttons.buttons())
+        QVERIFY(each->icon().isNull());
 }
 
 void AppearanceTest::frame_isOnePixelOnEachSideAt150Percent_data()
