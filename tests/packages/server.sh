@@ -27,7 +27,7 @@ start_server() {
   shift 2
   [ "$(id -u)" -ne 0 ] || chown -R postgres "$server"
   as_server "$bin/initdb" --pgdata="$server/data" --username="$owner" --auth=trust --encoding=UTF8 --locale=C.UTF-8 \
-    --no-sync >"$work/initdb.log"
+    --data-checksums --no-sync >"$work/initdb.log"
   as_server sh -c "echo '$kind all all 127.0.0.1/32 trust' >'$server/data/pg_hba.conf'"
   options="-c listen_addresses=127.0.0.1 -c unix_socket_directories=$server"
   for setting in "$@"; do
