@@ -77,8 +77,8 @@ libraries_of() {
   ldd "$@" | sed -nE 's/.* => (\/[^ ]+) .*/\1/p' | sort -u
 }
 
-# directly_linked FOLDER: prints the libraries that the programs of the folder name themselves. The loader belongs to the
-# C library.
+# directly_linked FOLDER: prints the libraries that the programs of the folder name themselves. The loader belongs to
+# the C library.
 directly_linked() {
   all=$(find "$1" -type f -perm /111 -exec ldd {} + | sed -nE 's/.* => (\/[^ ]+) .*/\1/p' | sort -u)
   for name in $(find "$1" -type f -perm /111 -exec objdump --private-headers {} + | sed -n 's/^ *NEEDED *//p' |

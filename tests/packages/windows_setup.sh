@@ -43,8 +43,8 @@ is_listed() {
   expect "$1: it is listed with its size" [ "$size" -gt 30000 -a "$size" -lt 100000 ]
 }
 
-# in_place FOLDER: prints the argument that makes the uninstaller run in its own folder. It stands without quotation marks
-# even if the name has blanks, so it is given as several words, which Wine joins.
+# in_place FOLDER: prints the argument that makes the uninstaller run in its own folder. It stands without quotation
+# marks even if the name has blanks, so it is given as several words, which Wine joins.
 in_place() {
   printf '_?=%s\n' "$(winepath --windows "$1")"
 }
@@ -71,7 +71,8 @@ use() {
   expect "$1: the log says so" grep -q 'zomrel-.*\.mdb' "$3/backups/backup.log"
 }
 
-# try_setup MODE FOLDER DATA: MODE is CurrentUser or AllUsers, FOLDER and DATA are those of the program and of the store.
+# try_setup MODE FOLDER DATA: MODE is CurrentUser or AllUsers, FOLDER and DATA are those of the program and of the
+# store.
 try_setup() {
   mode=$1
   folder=$2

@@ -34,7 +34,8 @@ export WINEPATH WINEQT_PLUGIN_PATH WINEQT_QPA_PLATFORM WINEQT_QPA_FONTDIR
 # Qt Test writes to files here. On failure their messages are shown.
 pass() {
   ctest --test-dir "$build" --no-tests=error --output-on-failure --parallel "$(nproc)" "$@" || {
-    find "$build/tests" -name '*_test.txt' -o -name '*_journey.txt' | xargs grep -A 3 -E '^(FAIL!|QFATAL|XPASS)' >&2
+    find "$build/tests" \( -name '*_test.txt' -o -name '*_journey.txt' \) \
+      -exec grep -A 3 -E '^(FAIL!|QFATAL|XPASS)' {} + >&2
     return 1
   }
 }
