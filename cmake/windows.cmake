@@ -1,3 +1,10 @@
+# The programs load libpq from their own folder alone. The tests, and the programs that they start, share one folder, so
+# that one copy is enough. Windows finds all other libraries through PATH.
+if(WIN32 AND ZOMREL_BUILD_TESTS)
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+  file(COPY ${ZOMREL_WINDOWS_KIT}/bin/libpq.dll DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+endif()
+
 # zomrel_windows_resource(TARGET DESCRIPTION): gives a program its icon, its version and its manifest on Windows. Does
 # nothing on other systems.
 function(zomrel_windows_resource target description)

@@ -43,12 +43,19 @@ make_manual() {
 }
 
 # Prints the names of the Debian packages that own the given files, each name once. Libraries may be registered under
-# /lib as well as under /usr/lib.
+# /lib as well as under /usr/lib. Fails if a file has no owner.
 owners_of() {
+  owners=
   for file in "$@"; do
     real=$(realpath "$file")
-    printf '%s\n%s\n' "$real" "${real#/usr}"
-  done | xargs dpkg-query --search 2>/dev/null | cut -d: -f1 | sort -u
+    owner=$(dpkg-query --search "$real" 2>/dev/null) || owner=$(dpkg-query --search "${real#/usr}" 2>/dev/null) || {
+      echo "No Debian package owns $file." >&2
+      return 1
+    }
+    owners="$owners ${owner%%:*}"
+  done
+  # shellcheck disable=SC2086 # word splitting is intended
+  printf '%s\n' $owners | sort -u
 }
 
 # The libraries and plugins of Qt that the programs load while they run. The linker does not know them.
@@ -62,11 +69,25 @@ loaded_plugins="platforms/libqxcb.so platforms/libqoffscreen.so imageformats/lib
 translation=/usr/share/qt6/translations/qtbase_he.qm
 fonts="/usr/share/fonts/truetype/culmus/David*.otf /usr/share/fonts/truetype/culmus/FrankRuehl*.ttf
   /usr/share/fonts/truetype/culmus/Nachlieli*.otf /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
-  /usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf /usr/share/fonts/truetype/liberation*/LiberationSans-*.ttf"
+  /usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf /usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf
+  /usr/share/fonts/truetype/liberation*/LiberationSans-*.ttf"
 
 # Prints the libraries that the given files need, directly and indirectly, in order.
 libraries_of() {
   ldd "$@" | sed -nE 's/.* => (\/[^ ]+) .*/\1/p' | sort -u
+}
+
+# directly_linked FOLDER: prints the libraries that the programs of the folder name themselves. The loader belongs to
+# the C library.
+directly_linked() {
+  all=$(find "$1" -type f -perm /111 -exec ldd {} + | sed -nE 's/.* => (\/[^ ]+) .*/\1/p' | sort -u)
+  for name in $(find "$1" -type f -perm /111 -exec objdump --private-headers {} + | sed -n 's/^ *NEEDED *//p' |
+    grep -v '^ld-linux' | sort -u); do
+    printf '%s\n' "$all" | grep "/$name\$" || {
+      echo "The library $name is missing." >&2
+      return 1
+    }
+  done
 }
 
 # copy_licences FOLDER PACKAGE...: copies the copyright file of each package, the licence texts that these files name,
@@ -87,11 +108,27 @@ copy_licences() {
     done
 }
 
-# Replaces SHA256SUMS by the sums of this version's files.
+# The names of all packages of a version.
+package_names() {
+  printf '%s\n' "zomrel_$1_amd64.deb" "zomrel-$1-$platform.tar.xz" "Zomrel-$1-setup.exe" "zomrel-$1-windows-x64.zip"
+}
+
+# remove_packages PATTERN...: removes earlier packages of these kinds, so that no build leaves an old one beside the new
+# one. The patterns are package names in which * stands for the version.
+remove_packages() {
+  mkdir -p dist
+  for pattern in "$@"; do
+    find dist -maxdepth 1 -type f -name "$pattern" -delete
+  done
+}
+
+# Replaces SHA256SUMS by the sums of this version's packages.
 write_checksums() {
   (
     cd dist
-    find . -maxdepth 1 -type f -iname "zomrel[-_]${version}[-_]*" -printf '%P\n' | sort | xargs sha256sum >SHA256SUMS
+    package_names "$version" | sort | while read -r name; do
+      [ ! -e "$name" ] || sha256sum "$name"
+    done >SHA256SUMS
     cat SHA256SUMS
   )
 }

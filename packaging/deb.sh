@@ -32,11 +32,11 @@ cp -r "$stage/manual" CHANGELOG.md "$root/usr/share/doc/zomrel"
 cp packaging/debian/Aluminium.mdb data/Logo.jpg "$root/etc/zomrel"
 ln -s /etc/zomrel/Aluminium.mdb /etc/zomrel/Logo.jpg "$program"
 
-# shellcheck disable=SC2046,SC2086 # word splitting is intended
-copy_licences "$root/usr/share/doc/zomrel/third-party" $(
-  owners_of $fonts $translation $loaded_libraries $(objdump --private-headers "$program"/* 2>/dev/null |
-    sed -n "s|.* NEEDED *|$system_libraries/|p")
-)
+linked=$(directly_linked "$program")
+# shellcheck disable=SC2086 # word splitting is intended
+owners=$(owners_of $fonts $translation $loaded_libraries $linked)
+# shellcheck disable=SC2086 # word splitting is intended
+copy_licences "$root/usr/share/doc/zomrel/third-party" $owners
 
 (cd "$work" && dpkg-buildpackage --build=binary --no-sign --no-check-builddeps) >"$work/log" 2>&1 || {
   cat "$work/log"

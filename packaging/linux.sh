@@ -13,12 +13,14 @@ if [ "$(dpkg --print-architecture)" != amd64 ]; then
   exit 1
 fi
 
-[ -e build/package/build.ninja ] || cmake --preset package
+# Configuring writes the date of the commit into the files for the desktop.
+cmake --preset package
 cmake --build --preset package
 
 stage=$PWD/build/package/stage
 rm -rf "$stage"
-mkdir -p "$stage" dist
+mkdir -p "$stage"
+remove_packages 'zomrel_*_amd64.deb' "zomrel-*-$platform.tar.xz"
 install_quietly "$stage/program"
 install_quietly "$stage/desktop" --component desktop
 make_manual "$stage/manual"

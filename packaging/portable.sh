@@ -50,9 +50,11 @@ cp packaging/portable/start "$folder"
 cp packaging/portable/README.txt CHANGELOG.md "$folder"
 cp -r "$stage/manual" "$folder/manual"
 cp -r "$stage/desktop/share/man/man1" "$folder/man1"
-# shellcheck disable=SC2046,SC2086 # word splitting is intended
-copy_licences "$folder/licences" $(owners_of $libraries $loaded_libraries $fonts $translation \
-  $(find "$folder/plugins" -name '*.so' -printf "$system_libraries/qt6/plugins/%P\n"))
+plugins=$(find "$folder/plugins" -name '*.so' -printf "$system_libraries/qt6/plugins/%P\n")
+# shellcheck disable=SC2086 # word splitting is intended
+owners=$(owners_of $libraries $loaded_libraries $fonts $translation $plugins)
+# shellcheck disable=SC2086 # word splitting is intended
+copy_licences "$folder/licences" $owners
 
 # Fails if a file needs a newer C library.
 too_new=$(find "$folder" -type f \( -name '*.so*' -o -perm /111 \) | sort | while read -r file; do

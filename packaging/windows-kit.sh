@@ -8,6 +8,8 @@ cd "$(dirname "$0")/.."
 
 . cmake/packages.sh
 . packaging/common.sh
+# The kit does not depend on the commit. This is the date of Debian 12.
+export SOURCE_DATE_EPOCH=1686355200
 install_packages "$packages_run" "$packages_windows_kit" >&2
 . packaging/windows/common.sh
 

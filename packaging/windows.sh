@@ -20,19 +20,10 @@ cmake --build --preset windows
 stage=$PWD/build/windows/stage
 folder=$stage/zomrel
 packaging/windows/stage.sh "$kit" "$folder"
-mkdir -p dist
+remove_packages 'Zomrel-*-setup.exe' 'zomrel-*-windows-x64.zip'
 
 archive=$PWD/dist/zomrel-$version-windows-x64.zip
-rm -f "$archive"
 (cd "$stage" && find zomrel | sort | zip -q -X -9 -@ "$archive")
 
-# The uninstaller removes the files that the installer brings, and nothing else.
-(
-  cd "$folder"
-  find . -type f -printf '%P\n' | sort | sed 's|/|\\|g; s|.*|Delete "$INSTDIR\\&"|'
-  find . -mindepth 1 -type d -printf '%P\n' | sort -r | sed 's|/|\\|g; s|.*|RMDir "$INSTDIR\\&"|'
-) >"$stage/installed-files.nsh"
-makensis -V2 -WX -INPUTCHARSET UTF8 "-DVERSION=$version" "-DSTAGE=$folder" "-DINSTALLED=$stage/installed-files.nsh" \
-  "-DICON=$PWD/build/windows/zomrel.ico" "-DTASK=$PWD/packaging/windows/backup-task.nsh" \
-  "-DOUT=$PWD/dist/Zomrel-$version-setup.exe" packaging/windows/setup.nsi
+make_setup "$version" "$folder" "$PWD/dist/Zomrel-$version-setup.exe"
 write_checksums

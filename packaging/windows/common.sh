@@ -23,3 +23,16 @@ kit_number() {
 kit_folder() {
   printf '%s/windows-kit-%s\n' "${ZOMREL_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/zomrel}" "$(kit_number)"
 }
+
+# make_setup VERSION FOLDER FILE: makes the installer of the folder's files. The uninstaller removes these files, and
+# nothing else.
+make_setup() {
+  (
+    cd "$2"
+    find . -type f -printf '%P\n' | sort | sed 's|/|\\|g; s|.*|Delete "$INSTDIR\\&"|'
+    find . -mindepth 1 -type d -printf '%P\n' | sort -r | sed 's|/|\\|g; s|.*|RMDir "$INSTDIR\\&"|'
+  ) >"$2-files.nsh"
+  makensis -V2 -WX -INPUTCHARSET UTF8 "-DVERSION=$1" "-DSTAGE=$2" "-DINSTALLED=$2-files.nsh" \
+    "-DICON=$PWD/build/windows/zomrel.ico" "-DTASK=$PWD/packaging/windows/backup-task.nsh" \
+    "-DACCESS=$PWD/packaging/windows/access.nsh" "-DOUT=$3" packaging/windows/setup.nsi
+}

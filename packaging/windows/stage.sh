@@ -50,7 +50,7 @@ cp $fonts "$folder/fonts"
 cp "$translation" "$folder/translations"
 cp CHANGELOG.md "$folder"
 # The command interpreter finds labels reliably only if lines end as on Windows.
-for text in start.cmd README.txt; do
+for text in start.cmd nightly-backup.cmd README.txt; do
   sed 's/$/\r/' "packaging/windows/$text" >"$folder/$text"
 done
 make_manual "$folder/manual"
@@ -61,6 +61,8 @@ done
 mkdir -p "$folder/licences"
 cp "$kit"/licences/* "$folder/licences"
 cp "$kit/SOURCES.txt" "$folder/licences"
-# shellcheck disable=SC2046,SC2086 # word splitting is intended
-copy_licences "$folder/licences" $(owners_of $fonts $translation) gcc-mingw-w64-base mingw-w64-common libz-mingw-w64
+# shellcheck disable=SC2086 # word splitting is intended
+owners=$(owners_of $fonts $translation)
+# shellcheck disable=SC2086 # word splitting is intended
+copy_licences "$folder/licences" $owners gcc-mingw-w64-base mingw-w64-common libz-mingw-w64
 set_times "$folder"

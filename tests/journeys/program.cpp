@@ -22,14 +22,23 @@ namespace journeys {
 
 namespace {
 
+/// Copies a file into the folder and returns the path of the copy.
+QString copiedInto(const QString& folder, const QFileInfo& file)
+{
+    const QString target = folder + u'/' + file.fileName();
+    if (!QFile::copy(file.filePath(), target))
+        qFatal("cannot copy %s to %s", qPrintable(file.filePath()), qPrintable(target));
+    return target;
+}
+
 /// Copies the program into the folder and returns the path of the copy.
-QString copiedInto(const QString& folder)
+QString programIn(const QString& folder)
 {
     const QFileInfo program(QStringLiteral(ZOMREL_PROGRAM));
-    const QString target = folder + u'/' + program.fileName();
-    if (!QFile::copy(program.filePath(), target))
-        qFatal("cannot copy %s to %s", ZOMREL_PROGRAM, qPrintable(target));
-    return target;
+#ifdef Q_OS_WIN // There the program loads this library from its own folder alone.
+    copiedInto(folder, QFileInfo(program.dir(), u"libpq.dll"_s));
+#endif
+    return copiedInto(folder, program);
 }
 
 } // namespace
@@ -37,14 +46,14 @@ QString copiedInto(const QString& folder)
 Program::Program(bool withStore)
     : ownFolder_(std::make_unique<QTemporaryDir>()), folder_(ownFolder_->path())
 {
-    process_.setProgram(copiedInto(folder()));
+    process_.setProgram(programIn(folder()));
     if (withStore)
         layStore();
 }
 
 Program::Program(const QString& sharedFolder) : folder_(sharedFolder)
 {
-    process_.setProgram(copiedInto(folder()));
+    process_.setProgram(programIn(folder()));
 }
 
 Program::~Program()
@@ -78,7 +87,7 @@ void Program::start()
 #endif
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_PLUGIN_PATH"_s,
-                       QDir(QStringLiteral(ZOMREL_DRIVER_PLUGINS)).absolutePath());
+                       QDir(QStringLiteral(ZOMREL_DRIVER_PLUGINS)).canonicalPath());
     environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"zomreldriver:"_s + socketName_);
     process_.setProcessEnvironment(environment);
     // The program finds its store beside itself, so the working directory must not matter.

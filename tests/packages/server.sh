@@ -1,7 +1,6 @@
 # shellcheck shell=sh
 # A PostgreSQL server of its own on the loopback address, for the checks under Wine.
 
-port=${ZOMREL_WINDOWS_CHECK_PORT:-54329}
 bin=/usr/lib/postgresql/15/bin
 server=$(mktemp -d /tmp/zomrel-server.XXXXXX)
 
@@ -20,20 +19,26 @@ stop_server() {
   rm -rf "$server"
 }
 
-# start_server OWNER KIND [SETTING...]: starts the server, whose superuser is OWNER. KIND is host, or hostssl if only
-# encrypted connections are accepted.
+# start_server OWNER KIND [SETTING...]: starts the server, whose superuser is OWNER, and sets the variable port. KIND is
+# host, or hostssl if only encrypted connections are accepted.
 start_server() {
   owner=$1
   kind=$2
   shift 2
   [ "$(id -u)" -ne 0 ] || chown -R postgres "$server"
   as_server "$bin/initdb" --pgdata="$server/data" --username="$owner" --auth=trust --encoding=UTF8 --locale=C.UTF-8 \
-    --no-sync >"$work/initdb.log"
+    --data-checksums --no-sync >"$work/initdb.log"
   as_server sh -c "echo '$kind all all 127.0.0.1/32 trust' >'$server/data/pg_hba.conf'"
-  options="-c port=$port -c listen_addresses=127.0.0.1 -c unix_socket_directories=$server"
+  options="-c listen_addresses=127.0.0.1 -c unix_socket_directories=$server"
   for setting in "$@"; do
     options="$options -c $setting"
   done
-  as_server "$bin/pg_ctl" --pgdata="$server/data" --wait --silent --log="$server/log" --options="$options" start
+  # The server does not start on a port that another program uses.
+  for port in $(shuf --input-range=20000-29999 --head-count=10); do
+    ! as_server "$bin/pg_ctl" --pgdata="$server/data" --wait --silent --log="$server/log" \
+      --options="$options -c port=$port" start || return 0
+  done
+  cat "$server/log" >&2
+  return 1
 }
 trap stop_server EXIT

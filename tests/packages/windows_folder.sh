@@ -43,7 +43,9 @@ expect "the replaced store is kept" [ -e Aluminium.mdb.before-restore ]
 expect "the restored store is sound" windows zomrel-store.exe check Aluminium.mdb
 expect "the restored store has the order" windows zomrel-shop.exe pieces 1
 expect "the restored store lacks the later order" fails_with "2" zomrel-shop.exe pieces 2
-expect "nothing is left of the restore" no_rest_in "$folder"
+expect "a second restore replaces the store" windows zomrel-store.exe restore backup.mdb Aluminium.mdb
+expect "both replaced stores are kept" [ -e Aluminium.mdb.before-restore -a -e Aluminium.mdb.before-restore.2 ]
+expect "nothing is left of the restores" no_rest_in "$folder"
 
 expect "a station opens the store" shows_main_window Zomrel.exe
 beside=yes

@@ -12,6 +12,7 @@ kit=$(packaging/windows-kit.sh)
 build=$sources/build/windows-dev
 ZOMREL_WINDOWS_KIT=$kit cmake --preset windows-dev -DCMAKE_CROSSCOMPILING_EMULATOR=wine >"$work/configure.log"
 cmake --build --preset windows-dev
+find "$build/tests" -name '*_test.txt' -delete -o -name '*_journey.txt' -delete
 
 # The tests create their databases on this server.
 start_server zomrel host fsync=off
@@ -30,6 +31,15 @@ WINEQT_QPA_PLATFORM=offscreen
 WINEQT_QPA_FONTDIR=$(winepath --windows "$work/fonts")
 export WINEPATH WINEQT_PLUGIN_PATH WINEQT_QPA_PLATFORM WINEQT_QPA_FONTDIR
 
+# Qt Test writes to files here. On failure their messages are shown.
+pass() {
+  ctest --test-dir "$build" --no-tests=error --output-on-failure --parallel "$(nproc)" "$@" || {
+    find "$build/tests" \( -name '*_test.txt' -o -name '*_journey.txt' \) \
+      -exec grep -A 3 -E '^(FAIL!|QFATAL|XPASS)' {} + >&2
+    return 1
+  }
+}
+
 # The arguments of CTest, for example -R dao, can be set for a shorter run.
 # shellcheck disable=SC2086 # word splitting is intended
-expect "the tests pass" ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" ${ZOMREL_WINDOWS_CTEST:-}
+expect "the tests pass" pass ${ZOMREL_WINDOWS_CTEST:-}

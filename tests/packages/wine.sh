@@ -19,10 +19,11 @@ trap 'wineserver --kill 2>/dev/null || true' EXIT
 
 # windows COMMAND...: runs a Windows program in the current folder. Its lines end like those of Linux. A program that
 # crashes waits for a debugger, so its time is limited. If the variable beside is set, another program goes on running.
+# A program that goes on running without that is an error, 124.
 windows() {
   status=0
   timeout "${limit:-300}" wine "$@" >"$work/output.raw" 2>"$work/errors.raw" || status=$?
-  [ -n "${beside:-}" ] || wineserver --wait
+  [ -n "${beside:-}" ] || timeout 120 wineserver --wait || status=124
   tr -d '\r' <"$work/output.raw" >"$work/output"
   tr -d '\r' <"$work/errors.raw" >"$work/errors"
   [ "$status" -eq 0 ] || cat "$work/output" "$work/errors" >&2
@@ -36,8 +37,15 @@ fails_with() {
   ! windows "$@" 2>/dev/null && grep -qF "$text" "$work/output" "$work/errors"
 }
 
-fails() {
-  ! windows "$@" >/dev/null 2>&1
+# ends_with STATUS COMMAND...: the command ends with this exit status.
+ends_with() {
+  expected=$1
+  shift
+  windows "$@" >/dev/null 2>&1 || true
+  [ "$status" -eq "$expected" ] || {
+    echo "The exit status is $status." >&2
+    return 1
+  }
 }
 
 # says TEXT: the last program has printed the text.

@@ -355,6 +355,8 @@ TEST_F(BuildOrdersTableTest, LockedStoreIsThrownWithoutABox)
     EXPECT_TRUE(boxes.shown().empty());
 }
 
+#ifdef Q_OS_UNIX // An administrator of Unix may write to such a file, so the tests become an
+                 // ordinary user.
 /// A read-only store opens without an error if nothing has to be added.
 TEST_F(BuildOrdersTableTest, ReadOnlyCompleteStoreOpens)
 {
@@ -379,5 +381,6 @@ TEST_F(BuildOrdersTableTest, ReadOnlyOlderStoreReportsEachMissingField)
     EXPECT_EQ(boxes.shown()[0].title, u"שגיאה"_s);
     EXPECT_EQ(ordersField(u"CustomerAddress"_s).Size(), 50);
 }
+#endif
 
 } // namespace

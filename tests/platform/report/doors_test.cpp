@@ -152,6 +152,9 @@ void DoorsTest::printDialog_withoutAPrinter_saysSo()
 
 void DoorsTest::printDialog_cancelled_returnsFalse()
 {
+#ifdef Q_OS_WIN
+    QSKIP("the print dialog is the system's own, which no test answers");
+#endif
     QPrinter printer;
     int pages = 0;
     whenShown<QPrintDialog>(&window_, [&](QPrintDialog& dialog) {
@@ -174,6 +177,9 @@ QStringList DoorsTest::filesAtHome() const
 
 void DoorsTest::dialogs_writeNoSettingsFile()
 {
+#ifdef Q_OS_WIN
+    QSKIP("the print dialog is the system's own, and settings are in the registry");
+#endif
     const QTemporaryDir folder;
     whenShown<QFileDialog>(&window_, [&folder](QFileDialog& dialog) { saveIn(folder, dialog); });
     QVERIFY(!askPdf().isEmpty());

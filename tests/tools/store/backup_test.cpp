@@ -165,6 +165,8 @@ TEST_F(BackupTest, BackupOfAStoreWithoutCountersHasItsRows)
     EXPECT_TRUE(forced.out.contains(u"Cuts.Code: the counter is missing"_s));
 }
 
+#ifdef Q_OS_UNIX // This test keeps the store open, and Wine keeps the name of a removed file that
+                 // is open.
 TEST_F(BackupTest, BackupOfAnOlderVersionIsRestoredOverStoresOfBothVersions)
 {
     store_.addOrder(1);
@@ -176,6 +178,7 @@ TEST_F(BackupTest, BackupOfAnOlderVersionIsRestoredOverStoresOfBothVersions)
         EXPECT_FALSE(generationOf(store_.path()).isEmpty());
     }
 }
+#endif
 
 TEST_F(BackupTest, BackupRefusesAnExistingTarget)
 {
@@ -222,6 +225,8 @@ TEST_F(BackupTest, BackupToAMissingFolderFails)
     EXPECT_EQ(filesIn(store_.folder()), QStringList{u"Aluminium.mdb"_s});
 }
 
+#ifdef Q_OS_UNIX
+/// Windows has no read-only folders.
 TEST_F(BackupTest, BackupToAReadOnlyFolderFails)
 {
     const QTemporaryDir folder;
@@ -233,6 +238,7 @@ TEST_F(BackupTest, BackupToAReadOnlyFolderFails)
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
+/// This process keeps the store open, and Wine keeps the name of a removed file that is open.
 TEST_F(BackupTest, RestoreKeepsTheReplacedStore)
 {
     store_.addOrder(1);
@@ -265,6 +271,7 @@ TEST_F(BackupTest, RestoreKeepsTheReplacedStore)
     }
     EXPECT_EQ(filesIn(store_.folder()).size(), 4);
 }
+#endif
 
 TEST_F(BackupTest, RestoreWithoutAStoreCreatesIt)
 {

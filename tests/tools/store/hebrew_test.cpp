@@ -137,6 +137,10 @@ TEST_F(HebrewTest, FailuresSayInTheUsersLanguageWhatToDo)
         EXPECT_EQ(hebrew.lines().size(), english.lines().size()) << named(call, hebrew);
         if (call.contains(u"--status"_s))
             continue; // This message says what to do in its only line.
+#ifdef Q_OS_WIN
+        if (call.startsWith(u"import"_s))
+            continue; // It says how an old store is imported on Linux instead.
+#endif
         EXPECT_TRUE(english.err.contains(u"what to do: "_s)) << named(call, english);
         EXPECT_TRUE(hebrew.err.contains(u"מה עושים: "_s)) << named(call, hebrew);
     }

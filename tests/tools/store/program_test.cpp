@@ -145,14 +145,16 @@ TEST(ProgramTest, WrongOption_isNamedInTheFirstLine)
         EXPECT_EQ(outcome.exitStatus, 2) << arguments.join(u' ').toStdString();
         return outcome.err.value(0);
     };
-    EXPECT_EQ(firstLine({u"import"_s, path, path, u"--code-page"_s}),
-              u"zomrel-store: --code-page takes CP"_s);
     EXPECT_EQ(firstLine({u"import"_s, path, path, u"--cut-numbers"_s}),
               u"zomrel-store: import takes OLD.mdb TO"_s);
     EXPECT_EQ(firstLine({u"server-setup"_s, u"--user"_s, u"me"_s}),
               u"zomrel-store: server-setup takes nothing"_s);
+#ifdef Q_OS_UNIX // On Windows the import has no options, because it only says where it runs.
+    EXPECT_EQ(firstLine({u"import"_s, path, path, u"--code-page"_s}),
+              u"zomrel-store: --code-page takes CP"_s);
     EXPECT_EQ(firstLine({u"import"_s, path, path, u"--code-page"_s, u"x"_s}),
               u"zomrel-store: there is no code page 'x' with a byte for each character"_s);
+#endif
 }
 
 /// A command ends with a failure if its output is lost, even if its work is done.
