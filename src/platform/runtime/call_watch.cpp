@@ -19,14 +19,27 @@ namespace {
 std::atomic<CallWatch*> theWatch = nullptr;
 
 #ifdef Q_OS_WIN
-
 /// Number of the thread that created the watch.
 std::atomic<DWORD> watchedThread = 0;
-
-/// Returns the processor time that the watched thread has used, or nothing if the system does not
-/// tell.
-std::optional<std::chrono::nanoseconds> runningTime()
+#else
+/// Returns the contents of a file that Linux keeps about the main thread; empty elsewhere.
+QByteArray fileOfMainThread(const char* name)
 {
+    const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
+    QFile file(QString::fromLatin1("/proc/self/task/" + pid + '/' + name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+#endif
+
+} // namespace
+
+#ifdef Q_OS_WIN
+
+/// Returns nothing if the system does not tell. Windows does not count how often a thread has been
+/// scheduled, so a sleeping thread always counts as one that waits for a lock.
+std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
+{
+    static qint64 looks = 0;
     const WindowsHandle thread(OpenThread(THREAD_QUERY_LIMITED_INFORMATION, FALSE, watchedThread));
     FILETIME created;
     FILETIME ended;
@@ -38,25 +51,31 @@ std::optional<std::chrono::nanoseconds> runningTime()
         return static_cast<qint64>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
     };
     constexpr qint64 nanosecondsPerTick = 100;
-    return std::chrono::nanoseconds((ticks(inSystem) + ticks(inProgram)) * nanosecondsPerTick);
+    return ThreadTimes{++looks, std::chrono::nanoseconds((ticks(inSystem) + ticks(inProgram)) *
+                                                         nanosecondsPerTick)};
 }
 
 #else
 
-/// Returns the processor time that the main thread has used, or nothing if the system does not
-/// tell.
-std::optional<std::chrono::nanoseconds> runningTime()
+/// Returns nothing if the system does not tell.
+std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
-    const QString pid = QString::number(QCoreApplication::applicationPid());
-    QFile file(QStringLiteral("/proc/self/task/%1/schedstat").arg(pid));
-    if (!file.open(QIODevice::ReadOnly))
+    ThreadTimes times;
+    const QByteArray status = fileOfMainThread("status");
+    const QByteArray running = fileOfMainThread("schedstat");
+    // A system without scheduling statistics has no such file. The thread would seem to sleep.
+    if (status.isEmpty() || running.isEmpty())
         return {};
-    return std::chrono::nanoseconds(file.readAll().split(' ').first().toLongLong());
+    for (const QByteArray& line : status.split('\n')) {
+        const qsizetype colon = line.indexOf(':');
+        if (colon > 0 && line.first(colon).endsWith("voluntary_ctxt_switches"))
+            times.switches += line.sliced(colon + 1).trimmed().toLongLong();
+    }
+    times.running = std::chrono::nanoseconds(running.split(' ').first().toLongLong());
+    return times;
 }
 
 #endif
-
-} // namespace
 
 CallWatch::CallWatch(Show show, std::function<void()> end, const StallPatience& patience)
     : show_(std::move(show)), end_(std::move(end)), patience_(patience),
@@ -79,10 +98,10 @@ CallWatch::~CallWatch()
     thread_.join();
 }
 
-void CallWatch::enter(Describe describe)
+void CallWatch::enter(Describe describe, Awaited awaited)
 {
     const std::lock_guard lock(mutex_);
-    calls_.push_back(std::move(describe));
+    calls_.push_back({std::move(describe), awaited});
     ++change_;
     since_ = Clock::now();
 }
@@ -115,25 +134,29 @@ std::optional<quint64> CallWatch::stalledCall()
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
     // The call is looked at once before the time is over, so that the looks can be compared.
-    const auto shortest = std::min(patience_.waiting, patience_.busy);
+    const auto shortest = std::min(patience_.blocked, patience_.waiting);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};
-    const std::optional<std::chrono::nanoseconds> running = runningTime();
-    const auto patience = isAsleep(running) ? patience_.waiting : patience_.busy;
+    const std::optional<ThreadTimes> times = timesOfWatchedThread();
+    const std::chrono::milliseconds patience = patienceFor(times);
     lastLook_ = change_;
-    lastRunning_ = running;
+    lastTimes_ = times;
     if (lasted < patience)
         return {};
     lastShown_ = change_;
     return change_;
 }
 
-/// Returns true if the thread has mostly slept between the last two looks at the same call.
-bool CallWatch::isAsleep(const std::optional<std::chrono::nanoseconds>& running) const
+std::chrono::milliseconds CallWatch::patienceFor(const std::optional<ThreadTimes>& now) const
 {
+    if (!now || !lastTimes_ || change_ != lastLook_)
+        return patience_.busy;
     constexpr int mostlyAsleep = 10; // at most a tenth of the time
-    return running && lastRunning_ && change_ == lastLook_ &&
-           (*running - *lastRunning_) * mostlyAsleep < patience_.interval;
+    if ((now->running - lastTimes_->running) * mostlyAsleep >= patience_.interval)
+        return patience_.busy;
+    const bool wakesUp = now->switches != lastTimes_->switches;
+    return wakesUp || calls_.back().awaited == Awaited::Server ? patience_.waiting
+                                                               : patience_.blocked;
 }
 
 void CallWatch::showUntilOver(quint64 call)
@@ -141,7 +164,7 @@ void CallWatch::showUntilOver(quint64 call)
     std::unique_lock lock(mutex_);
     if (isOver(call))
         return;
-    const QString what = calls_.back()();
+    const QString what = calls_.back().describe();
     const auto lasted =
         std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - since_);
     lock.unlock();
@@ -159,13 +182,13 @@ void CallWatch::showUntilOver(quint64 call)
     lock.unlock();
 }
 
-WatchedCall::WatchedCall(std::function<QString()> describe)
+WatchedCall::WatchedCall(std::function<QString()> describe, Awaited awaited)
 {
     CallWatch* const watch = theWatch.load(std::memory_order_acquire);
     if (watch == nullptr || watch->watched_ != std::this_thread::get_id())
         return;
     watch_ = watch;
-    watch_->enter(std::move(describe));
+    watch_->enter(std::move(describe), awaited);
 }
 
 WatchedCall::~WatchedCall()

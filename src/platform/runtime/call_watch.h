@@ -22,11 +22,17 @@ public:
     virtual bool wantsEnd() = 0;
 };
 
+/// What a call waits for if it takes long.
+enum class Awaited { File, Server };
+
 /// How long a call may take before the user is told.
 struct StallPatience
 {
-    /// For a call in which the thread mostly sleeps, such as waiting for a lock, a server, or a
-    /// share that does not answer.
+    /// For a call in which the thread does not run at all, such as reading from a share that does
+    /// not answer.
+    std::chrono::milliseconds blocked = std::chrono::milliseconds(5000);
+    /// For a call in which the thread waits for a server, or mostly sleeps but wakes up again and
+    /// again, as it does while it waits for a lock of an embedded store.
     std::chrono::milliseconds waiting = std::chrono::milliseconds(1000);
     /// For any other call, such as one that computes.
     std::chrono::milliseconds busy = std::chrono::milliseconds(6500);
@@ -55,9 +61,22 @@ private:
     using Clock = std::chrono::steady_clock;
     using Describe = std::function<QString()>;
 
-    bool isAsleep(const std::optional<std::chrono::nanoseconds>& running) const;
+    /// Scheduling figures of the watched thread.
+    struct ThreadTimes
+    {
+        qint64 switches = 0; ///< How often the thread has been scheduled.
+        std::chrono::nanoseconds running{0};
+    };
+    struct Call
+    {
+        Describe describe;
+        Awaited awaited;
+    };
 
-    void enter(Describe describe);
+    static std::optional<ThreadTimes> timesOfWatchedThread();
+    std::chrono::milliseconds patienceFor(const std::optional<ThreadTimes>& now) const;
+
+    void enter(Describe describe, Awaited awaited);
     void leave();
     void run();
     std::optional<quint64> stalledCall();
@@ -72,13 +91,13 @@ private:
     std::mutex mutex_;
     std::condition_variable stop_;
     bool stopping_ = false;
-    std::vector<Describe> calls_; ///< The calls that have not returned, the outermost one first.
-    quint64 change_ = 0;          ///< Increases whenever a call begins or returns.
-    Clock::time_point since_;     ///< Time of the last change.
+    std::vector<Call> calls_; ///< The calls that have not returned, the outermost one first.
+    quint64 change_ = 0;      ///< Increases whenever a call begins or returns.
+    Clock::time_point since_; ///< Time of the last change.
 
     quint64 lastLook_ = 0;  ///< Value of change_ at the last look.
     quint64 lastShown_ = 0; ///< Value of change_ when the last notice was shown.
-    std::optional<std::chrono::nanoseconds> lastRunning_; ///< Processor time at the last look.
+    std::optional<ThreadTimes> lastTimes_;
     std::thread thread_; ///< The last member, since the thread uses all others.
 };
 
@@ -89,7 +108,7 @@ class WatchedCall
 public:
     /// The function says what is waited for. It may be called in the watching thread while this
     /// object lives.
-    explicit WatchedCall(std::function<QString()> describe);
+    explicit WatchedCall(std::function<QString()> describe, Awaited awaited = Awaited::File);
     ~WatchedCall();
     WatchedCall(const WatchedCall&) = delete;
     WatchedCall& operator=(const WatchedCall&) = delete;

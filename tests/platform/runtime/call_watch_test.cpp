@@ -85,8 +85,12 @@ protected:
     Seen seen_;
 };
 
-constexpr runtime::StallPatience impatient{.waiting = 100ms, .busy = 100ms, .interval = 20ms};
-constexpr runtime::StallPatience onlyWaiting{.waiting = 1s, .busy = 1h, .interval = 250ms};
+constexpr runtime::StallPatience impatient{
+    .blocked = 100ms, .waiting = 100ms, .busy = 100ms, .interval = 20ms};
+constexpr runtime::StallPatience onlyBlocked{
+    .blocked = 100ms, .waiting = 1h, .busy = 1h, .interval = 20ms};
+constexpr runtime::StallPatience onlyWaiting{
+    .blocked = 1h, .waiting = 1s, .busy = 1h, .interval = 250ms};
 
 } // namespace
 
@@ -133,15 +137,32 @@ TEST_F(CallWatchTest, CallAroundAReturnedCall_IsNamedAgain)
     EXPECT_EQ(seen_.whats.value(0), u"outer"_s);
 }
 
-TEST_F(CallWatchTest, SleepingThread_IsNoticedBeforeABusyOne)
+#ifdef Q_OS_LINUX // Windows does not tell a blocked thread from one that wakes up.
+TEST_F(CallWatchTest, BlockedThread_IsNoticedBeforeABusyOne)
+{
+    const auto watch = watchWith(onlyBlocked);
+    const WatchedCall call([] { return u"the store"_s; });
+    EXPECT_TRUE(seen_.waitFor([this] { return seen_.shown == 1; }));
+}
+#endif
+
+TEST_F(CallWatchTest, WaitForAServer_IsNoticedLikeAWaitForALock)
 {
     const auto watch = watchWith(onlyWaiting);
-    const WatchedCall call([] { return u"the store"_s; });
+    const WatchedCall call([] { return u"the server"_s; }, runtime::Awaited::Server);
     EXPECT_TRUE(seen_.waitFor([this] { return seen_.shown == 1; }));
 }
 
 /// A wait for a lock wakes up again and again.
-TEST_F(CallWatchTest, ThreadThatWakesUpAgainAndAgain_IsNoticedAsSleeping)
+TEST_F(CallWatchTest, ThreadThatWakesUp_IsNotTakenForABlockedOne)
+{
+    const auto watch = watchWith({.blocked = 2s, .waiting = 1h, .busy = 1h, .interval = 1s});
+    const WatchedCall call([] { return u"the store"_s; });
+    for (int i = 0; i < 800; ++i)
+        ASSERT_EQ(seen_.noticesAfter(5ms), 0);
+}
+
+TEST_F(CallWatchTest, ThreadThatWakesUpAgainAndAgain_IsNoticedAsWaiting)
 {
     const auto watch = watchWith(onlyWaiting);
     const WatchedCall call([] { return u"the store"_s; });
@@ -156,7 +177,7 @@ TEST_F(CallWatchTest, ThreadThatWakesUpAgainAndAgain_IsNoticedAsSleeping)
 /// two of them.
 TEST_F(CallWatchTest, BusyThread_IsNotTakenForASleepingOne)
 {
-    const auto watch = watchWith({.waiting = 1s, .busy = 1h, .interval = 1s});
+    const auto watch = watchWith({.blocked = 1s, .waiting = 1s, .busy = 1h, .interval = 1s});
     const WatchedCall call([] { return u"the store"_s; });
     const auto begin = std::chrono::steady_clock::now();
     const std::clock_t used = std::clock();

@@ -222,6 +222,7 @@ void PostgresSession::reconnect()
 
 Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
 {
+    const runtime::WatchedCall call([this] { return place(); }, runtime::Awaited::Server);
     if (connection_->isLost()) {
         if (inTransaction() || sql == "ROLLBACK"_L1)
             throw connection_->lossError();
