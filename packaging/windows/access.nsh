@@ -85,7 +85,8 @@ Function makeDataFolder
   !insertmacro LIMIT_ACCESS "$data" M
 FunctionEnd
 
-; Users may read the backups.
+; Users may read the backups. Since the first look at the folder, one of them may have laid a link there.
 Function limitBackups
+  !insertmacro REFUSE_LINK "$data\backups"
   !insertmacro LIMIT_ACCESS "$data\backups" RX
 FunctionEnd

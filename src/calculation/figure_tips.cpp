@@ -16,7 +16,6 @@
 #include <QEvent>
 #include <QLabel>
 
-#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -91,7 +90,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::ToolTip && !std::exchange(areFilled_, true))
+        if (event->type() == QEvent::ToolTip && !areFilled_)
             runtime::guarded([this] { fill(); });
         return QObject::eventFilter(watched, event);
     }
@@ -104,6 +103,7 @@ private:
         try {
             const auto catalogue = readCatalogue(*store::OpenMyDataBase());
             setTips(view_, line_, seriesOf(line_, name_, catalogue));
+            areFilled_ = true;
         } catch (const runtime::RunTimeError&) {
             for (QLabel* figure : figuresOf(view_))
                 figure->setToolTip(u"אי אפשר לקרוא את הקטלוג, ולכן אין הסבר."_s);

@@ -22,8 +22,8 @@ constexpr double leastShareOfDoor = 0.6;
 /// The least share of the opening's height that the shutter box leaves to the window.
 constexpr double leastShareUnderBox = 0.5;
 constexpr double steepestSides = 10;
-/// No workshop makes a narrower or lower opening, or a wider sash or a higher opening. The measures
-/// are centimetres, as the fixed measures of the monoblock are.
+/// No workshop makes a sash that is narrower or wider, or an opening that is lower or higher. The
+/// measures are centimetres, as the fixed measures of the monoblock are.
 constexpr double leastMeasure = 15;
 constexpr double mostMeasure = 500;
 /// Bounds of a measure by the median of its neighbours. A lost digit makes a tenth of a measure, a

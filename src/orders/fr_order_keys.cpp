@@ -19,7 +19,7 @@
 #include <QShortcut>
 
 #include <array>
-#include <tuple>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -124,13 +124,15 @@ void FrOrder::addRemarks(QMenu& menu)
 
 void FrOrder::addMoves(QMenu& menu)
 {
-    const int last = DBGrid1->model()->rowCount() - 1;
-    for (const auto& [caption, key, row] : {std::tuple(u"לשורה הראשונה"_s, Qt::Key_Home, 0),
-                                            std::tuple(u"לשורה האחרונה"_s, Qt::Key_End, last)}) {
+    for (const auto& [caption, key] : {std::pair(u"לשורה הראשונה"_s, Qt::Key_Home),
+                                       std::pair(u"לשורה האחרונה"_s, Qt::Key_End)}) {
         QAction* entry = menu.addAction(captionWithKey(caption, key));
-        runtime::on(entry, &QAction::triggered, this, [this, goal = row] {
+        runtime::on(entry, &QAction::triggered, this, [this, isLast = key == Qt::Key_End] {
+            // The lines may have changed while the menu was open.
+            const int row = isLast ? DBGrid1->model()->rowCount() - 1 : 0;
             const int column = DBGrid1->currentIndex().column();
-            DBGrid1->setCurrentIndex(DBGrid1->model()->index(goal, column));
+            if (DBGrid1->model()->hasIndex(row, column))
+                DBGrid1->setCurrentIndex(DBGrid1->model()->index(row, column));
         });
     }
 }

@@ -70,7 +70,8 @@ const std::array explanations{
     Explanation{runtime::DatabaseFileNotFound, u"קובץ הנתונים Aluminium.mdb לא נמצא בתיקייה שלו.",
                 u"חבר את הרשת או את הדיסק, או החזר את הקובץ למקומו, והפעל את התוכנית מחדש. רק אם "
                 u"הקובץ אבד, שחזר גיבוי בעזרת zomrel-store restore."},
-    Explanation{runtime::UnrecognizedFormat, u"הקישור אל שרת הנתונים פגום; הסיבה כתובה למעלה.",
+    Explanation{runtime::UnrecognizedFormat,
+                u"הקישור אל קובץ הנתונים או אל השרת פגום; הסיבה כתובה למעלה.",
                 u"כתוב את הקישור מחדש בעזרת zomrel-store link, והפעל את התוכנית מחדש.",
                 "The store link '"_L1},
     Explanation{runtime::UnrecognizedFormat, u"המסד בשרת נוצר בקידוד אחר, ולא ב-UTF8.",

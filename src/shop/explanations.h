@@ -39,9 +39,9 @@ struct ExplainedLine
 
 /// Explains the stored line in the current row from the series of the catalogue. Parts that are not
 /// made and sizes that are 0 are left out. A size that does not follow from the line has the
-/// explanation "אין הסבר" (no explanation). The explanation of a
-/// part's width also tells how the number of its pieces follows from the series, and that of a slat
-/// the number of slats if it follows from their stored thickness.
+/// explanation "אין הסבר" (no explanation). The explanation of a part's width also tells how the
+/// number of its pieces follows from the series, and that of a slat the number of slats if it
+/// follows from their stored thickness.
 ExplainedLine explain(dao::Recordset& line, const std::vector<calculation::NamedSeries>& catalogue);
 
 } // namespace shop

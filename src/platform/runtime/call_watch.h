@@ -29,7 +29,7 @@ enum class Awaited { File, Server };
 struct StallPatience
 {
     /// For a call in which the thread does not run at all, such as reading from a share that does
-    /// not answer.
+    /// not answer. Windows does not tell this from waiting for a lock.
     std::chrono::milliseconds blocked = std::chrono::milliseconds(5000);
     /// For a call in which the thread waits for a server, or mostly sleeps but wakes up again and
     /// again, as it does while it waits for a lock of an embedded store.

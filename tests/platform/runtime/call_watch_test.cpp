@@ -173,8 +173,8 @@ TEST_F(CallWatchTest, ThreadThatWakesUpAgainAndAgain_IsNoticedAsWaiting)
     EXPECT_GE(std::chrono::steady_clock::now() - begin, 1s);
 }
 
-/// By hand: a thread that runs for at least half of three seconds cannot sleep for nine tenths of
-/// two of them.
+#ifdef Q_OS_LINUX // Elsewhere std::clock() may tell the time of day.
+/// By hand: a thread that runs for at least 2.5 of three seconds runs for at least half of each.
 TEST_F(CallWatchTest, BusyThread_IsNotTakenForASleepingOne)
 {
     const auto watch = watchWith({.blocked = 1s, .waiting = 1s, .busy = 1h, .interval = 1s});
@@ -183,10 +183,11 @@ TEST_F(CallWatchTest, BusyThread_IsNotTakenForASleepingOne)
     const std::clock_t used = std::clock();
     while (std::chrono::steady_clock::now() - begin < 3s) {
     }
-    if (std::clock() - used < 3 * CLOCKS_PER_SEC / 2)
+    if (2 * (std::clock() - used) < 5 * CLOCKS_PER_SEC)
         GTEST_SKIP() << "Other processes leave the thread too little time.";
     EXPECT_EQ(seen_.noticesAfter(0ms), 0);
 }
+#endif
 
 TEST_F(CallWatchTest, WishToEnd_CallsTheEnd)
 {

@@ -162,6 +162,7 @@ PostgresSession::Connection PostgresSession::shared() const
 
 PostgresSession::Connection PostgresSession::logIn() const
 {
+    const runtime::WatchedCall call([this] { return place(); }, runtime::Awaited::Server);
     auto connection = std::make_shared<PqConnection>(link_, timeouts_);
     try {
         connection->prepare(greetingName, greetingText(), greetingPatience);
@@ -181,6 +182,7 @@ bool PostgresSession::takeUp()
     if (connection_->isLost())
         return false;
     StoredValues greeting;
+    const runtime::WatchedCall call([this] { return place(); }, runtime::Awaited::Server);
     try {
         greeting = connection_->executePrepared(greetingName, greetingPatience).rows.front();
     } catch (const RunTimeError&) {
