@@ -14,3 +14,6 @@ endif()
 if(ZOMREL_FUZZ AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   message(FATAL_ERROR "ZOMREL_FUZZ needs Clang.")
 endif()
+
+# Later formats contain the times of the files, which differ between two builds of the same sources.
+set(resource_options --format-version 1)

@@ -16,9 +16,9 @@ export SOURCE_DATE_EPOCH
 
 # install_quietly FOLDER [OPTION...]: installs the build into the folder, without symbols.
 install_quietly() {
-  folder=$1
+  installed=$1
   shift
-  cmake --install build/package --strip --prefix "$folder" "$@" >build/package/install.log || {
+  cmake --install build/package --strip --prefix "$installed" "$@" >build/package/install.log || {
     cat build/package/install.log
     return 1
   }
@@ -93,18 +93,18 @@ directly_linked() {
 # copy_licences FOLDER PACKAGE...: copies the copyright file of each package, the licence texts that these files name,
 # and a list of the packages and of the source packages that contain the source texts.
 copy_licences() {
-  folder=$1
+  licences=$1
   shift
-  mkdir -p "$folder/texts"
+  mkdir -p "$licences/texts"
   for package in "$@"; do
-    cp "/usr/share/doc/$package/copyright" "$folder/$package.txt"
+    cp "/usr/share/doc/$package/copyright" "$licences/$package.txt"
     # shellcheck disable=SC2016 # fields of dpkg-query
     dpkg-query --show --showformat='${Package} ${Version}, source package ${source:Package} ${source:Version}\n' \
       "$package"
-  done >"$folder/PACKAGES.txt"
-  cat "$folder"/*.txt | grep -oE '/usr/share/common-licenses/[A-Za-z0-9.+-]*[A-Za-z0-9]' | sort -u |
+  done >"$licences/PACKAGES.txt"
+  cat "$licences"/*.txt | grep -oE '/usr/share/common-licenses/[A-Za-z0-9.+-]*[A-Za-z0-9]' | sort -u |
     while read -r text; do
-      [ ! -e "$text" ] || cp --dereference "$text" "$folder/texts"
+      [ ! -e "$text" ] || cp --dereference "$text" "$licences/texts"
     done
 }
 
