@@ -144,14 +144,15 @@ QString explainedMissingSeries(const FigureWords& words)
     return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר %1."_s.arg(words.toFigure);
 }
 
-/// A stored figure cannot follow from a series that cannot be computed, or that makes no such part.
+/// Returns a sentence that says that the series has been changed. It is for a series that cannot be
+/// computed or that makes no such part, because the stored figure cannot come from it.
 QString explainedChangedSeries(const FigureWords& words)
 {
     return u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר %1."_s.arg(words.toFigure);
 }
 
-/// Returns the explanation. If it leads to another result than the actual figure, a sentence says
-/// that the series has been changed.
+/// Returns the explanation unchanged if its result is the actual figure. Otherwise adds a sentence
+/// that says that the series has been changed.
 QString unlessChanged(const QString& explanation, double result, double actual,
                       const FigureWords& words)
 {

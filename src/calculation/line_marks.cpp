@@ -139,7 +139,7 @@ void addOutOfBounds(QStringList& marks, const LineFigures& line)
     addIfOutOfBounds(marks, heightOfOpening, bay.height);
 }
 
-/// Returns the value in the middle, or the mean of the two values in the middle.
+/// Returns the median. For an even number of values it is the mean of the two in the middle.
 double medianOf(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());

@@ -52,7 +52,8 @@ QString withMirroredTables(const QString& markdown)
     return lines.join(u'\n');
 }
 
-/// Returns the headings of a chapter that have an anchor. Its title is the first line.
+/// Returns the headings of a chapter that have an anchor, by the name of the anchor. The first line
+/// of the text is the chapter's title.
 QMap<QString, QString> headingsIn(const QString& text)
 {
     static const QRegularExpression heading(u"^(?:#+ )?"_s + anchorPattern().pattern() + u"(.*)$"_s,

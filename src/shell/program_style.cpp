@@ -139,8 +139,8 @@ private:
     double width_;
 };
 
-/// Draws the lines of a grid below a cell and at its end. The toolkit leaves one unit between cells
-/// for them.
+/// Draws the grid lines at the lower edge and at the trailing edge of a cell. Qt leaves one
+/// device-independent pixel between cells for them.
 void drawGridLines(const QStyleOptionViewItem& cell, const QTableView& grid, QPainter& painter)
 {
     const bool isRightToLeft = grid.layoutDirection() == Qt::RightToLeft;

@@ -133,7 +133,8 @@ std::optional<quint64> CallWatch::stalledCall()
 {
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
-    // The call is looked at once before the time is over, so that the looks can be compared.
+    // The first sample is taken one interval before the limit, because the next one is compared
+    // with it.
     const auto shortest = std::min(patience_.blocked, patience_.waiting);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};
