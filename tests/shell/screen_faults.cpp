@@ -1,6 +1,8 @@
 #include "shell/screen_faults.h"
 
 #include "output/fitted_label.h"
+#include "platform/controls/form.h"
+#include "platform/controls/scroll_part.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -13,6 +15,7 @@
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -107,6 +110,24 @@ QStringList gridFaults(const QTableView& grid)
     return faults;
 }
 
+/// Returns a fault for each scroll bar of the part that has nothing to scroll, or that would not be
+/// needed if the form used the free room of the screen.
+QStringList scrollFaults(const controls::ScrollPart& part, QSize freeRoom)
+{
+    QStringList faults;
+    for (const QScrollBar* bar : {part.horizontalScrollBar(), part.verticalScrollBar()}) {
+        if (!bar->isVisible())
+            continue;
+        const bool isHorizontal = bar->orientation() == Qt::Horizontal;
+        const int spare = isHorizontal ? freeRoom.width() : freeRoom.height();
+        if (bar->maximum() <= spare)
+            faults.append(u"%1: a %2 scroll bar over %3 pixels, %4 pixels are free"_s.arg(
+                named(*part.window()), isHorizontal ? u"horizontal"_s : u"vertical"_s,
+                QString::number(bar->maximum()), QString::number(spare)));
+    }
+    return faults;
+}
+
 } // namespace
 
 QStringList layoutFaults(QWidget& form)
@@ -119,6 +140,10 @@ QStringList layoutFaults(QWidget& form)
     const QRect place = child != nullptr ? child->geometry() : form.frameGeometry();
     if (!room.contains(place))
         faults.append(u"%1 at %2 leaves %3"_s.arg(named(form), text(place), text(room)));
+    for (const auto* each : form.findChildren<controls::ScrollPart*>())
+        faults +=
+            scrollFaults(*each, child != nullptr ? room.size() - place.size()
+                                                 : controls::roomOnScreen(form) - form.size());
     for (const QWidget* each : form.findChildren<QWidget*>()) {
         if (!isChecked(*each) || each->window() != form.window())
             continue;

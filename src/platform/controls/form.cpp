@@ -2,6 +2,7 @@
 
 #include "platform/controls/focus_speech.h"
 #include "platform/controls/reading_anchor.h"
+#include "platform/controls/scroll_part.h"
 #include "platform/runtime/guard.h"
 
 #include <QCloseEvent>
@@ -114,7 +115,7 @@ void ChildForm::showInFrame(QMdiArea& area)
     window_->setWidget(this);
     area.addSubWindow(window_);
     window_->layout()->activate();
-    window_->resize((window_->size() + wanted - size()).boundedTo(area.viewport()->size()));
+    window_->resize(fittedSize(window_->size() + wanted - size(), area.viewport()->size()));
     new ReadingAnchor(*window_, *area.viewport());
     show();
     if (opensMaximised())

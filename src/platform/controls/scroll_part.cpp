@@ -72,9 +72,13 @@ void ScrollPart::bringFocusIntoView(QWidget* focused)
     const QPoint seen = -widget()->pos();
     verticalScrollBar()->setValue(
         startShowing(control.top(), control.height(), seen.y(), viewport()->height()));
-    const int left = startShowing(control.left(), control.width(), seen.x(), viewport()->width());
-    horizontalScrollBar()->setValue(isRightToLeft() ? widget()->width() - viewport()->width() - left
-                                                    : left);
+    // The scroll bar counts from the edge at which reading starts.
+    const int hidden = widget()->width() - viewport()->width();
+    const int start =
+        isRightToLeft() ? widget()->width() - control.left() - control.width() : control.left();
+    const int seenStart = isRightToLeft() ? hidden - seen.x() : seen.x();
+    horizontalScrollBar()->setValue(
+        startShowing(start, control.width(), seenStart, viewport()->width()));
 }
 
 QSize fittedSize(QSize wanted, QSize room)

@@ -12,12 +12,8 @@ trap 'rm -rf "$folder"' EXIT
 mkdir -m 700 "$folder/run" "$folder/home"
 cp "$1" "$folder/Zomrel"
 "$2" create "$folder/Aluminium.mdb"
+# Debian's interpreter finds the package python3-gi; another one may come first in PATH.
 env -u DBUS_SESSION_BUS_ADDRESS -u AT_SPI_BUS_ADDRESS -u WAYLAND_DISPLAY \
   XDG_RUNTIME_DIR="$folder/run" HOME="$folder/home" LC_ALL=C.UTF-8 \
   xvfb-run --auto-servernum --server-args="-screen 0 1366x768x24" \
-  dbus-run-session -- sh -c '
-    openbox --sm-disable & manager=$!
-    # Debian'"'"'s interpreter finds the package python3-gi; another one may come first in PATH.
-    /usr/bin/python3 "$1/walk_order.py" "$2"; status=$?
-    kill $manager
-    exit $status' sh "$here" "$folder"
+  dbus-run-session -- "$here/../../support/managed.sh" /usr/bin/python3 "$here/walk_order.py" "$folder"

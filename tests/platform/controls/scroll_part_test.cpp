@@ -19,6 +19,8 @@ class ScrollPartTest : public QObject
 
 private slots:
     void focusedControl_isScrolledIntoView();
+    void tooWideControl_showsItsStart_data();
+    void tooWideControl_showsItsStart();
     void shrunkWindow_keepsTheFocusInView();
     void scrollPart_isNoTabStop();
     void largeRoom_leavesTheWindowUnchanged();
@@ -86,6 +88,29 @@ void ScrollPartTest::focusedControl_isScrolledIntoView()
     QTRY_VERIFY(isInFullView(*window.all.last()));
     window.all.first()->setFocus();
     QTRY_VERIFY(isInFullView(*window.all.first()));
+}
+
+void ScrollPartTest::tooWideControl_showsItsStart_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("from left to right") << Qt::LeftToRight;
+    QTest::newRow("from right to left") << Qt::RightToLeft;
+}
+
+void ScrollPartTest::tooWideControl_showsItsStart()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    Boxes window;
+    window.setLayoutDirection(direction);
+    QLineEdit* const wide = window.all[5];
+    wide->setMinimumWidth(600);
+    QVERIFY(showActive(window));
+    window.part->horizontalScrollBar()->setValue(window.part->horizontalScrollBar()->maximum());
+    wide->setFocus();
+    const bool isMirrored = direction == Qt::RightToLeft;
+    const QRect seen = wide->visibleRegion().boundingRect();
+    QCOMPARE(isMirrored ? seen.right() : seen.left(), isMirrored ? wide->rect().right() : 0);
+    QVERIFY(seen.width() < wide->width());
 }
 
 void ScrollPartTest::shrunkWindow_keepsTheFocusInView()
