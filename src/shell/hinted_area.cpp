@@ -32,8 +32,8 @@ void HintedArea::paintEvent(QPaintEvent* event)
     painter.setPen(QColor(0x5a, 0x62, 0x6a));
     painter.setLayoutDirection(Qt::RightToLeft);
     painter.drawText(viewport()->rect(), Qt::AlignCenter,
-                     u"להתחלת עבודה לחץ על \"הזמנות\" (\u2066Ctrl+N\u2069)\n"
-                     "לחיפוש הזמנה קיימת: \u2066Ctrl+F\u2069"_s);
+                     u"להתחלת עבודה לחץ על \"הזמנות\" (Ctrl+N)\n"
+                     "לחיפוש הזמנה קיימת: Ctrl+F"_s);
 }
 
 } // namespace shell

@@ -1,7 +1,6 @@
 #include "shop/documents.h"
 
 #include "shop/csv.h"
-#include "shop/workbook.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -72,7 +71,6 @@ const std::vector<DocumentKind>& documentKinds()
         {u"bar-plan"_s, u"bar-plan.csv"_s, barPlanCsv},
         {u"glass"_s, u"glass.csv"_s, glassCsv},
         {u"mesh"_s, u"mesh.csv"_s, meshCsv},
-        {u"workbook"_s, u"workbook.xlsx"_s, workbook},
         {u"json"_s, u"plan.json"_s, planJson},
     };
     return kinds;

@@ -15,7 +15,7 @@ struct DocumentKind
     QByteArray (*make)(const ShopPack&);
 };
 
-/// Returns all documents in a fixed order.
+/// Returns the documents that are text files, CSV or JSON, in a fixed order.
 const std::vector<DocumentKind>& documentKinds();
 
 /// Returns the pieces as CSV with one row per piece.

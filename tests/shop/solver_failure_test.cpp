@@ -1,5 +1,5 @@
-// The planner with a solver that fails. This binary replaces a function of the solver's shared
-// library by one that throws.
+// The planner with a solver that fails. This binary replaces a function of the solver by
+// one that throws.
 
 #include "shop/planning/planner.h"
 

@@ -4,7 +4,9 @@
 #include <QFile>
 
 #ifdef Q_OS_LINUX
+#include <cerrno>
 #include <sys/mman.h>
+#include <sys/sendfile.h>
 #include <unistd.h>
 #endif
 
@@ -16,19 +18,24 @@ namespace runtime {
 
 namespace {
 
+/// Copies the program's file. The kernel copies it, because a buffer of this thread would stay
+/// allocated.
 bool copyProgramTo(int descriptor)
 {
     QFile program(u"/proc/self/exe"_s);
-    QFile copy;
-    if (!program.open(QIODevice::ReadOnly) || !copy.open(descriptor, QIODevice::WriteOnly))
+    if (!program.open(QIODevice::ReadOnly))
         return false;
-    constexpr qint64 blockSize = 1 << 20;
-    while (!program.atEnd()) {
-        const QByteArray block = program.read(blockSize);
-        if (block.isEmpty() || copy.write(block) != block.size())
+    qint64 left = program.size();
+    while (left > 0) {
+        const ssize_t copied =
+            ::sendfile(descriptor, program.handle(), nullptr, static_cast<std::size_t>(left));
+        if (copied < 0 && errno == EINTR)
+            continue;
+        if (copied <= 0)
             return false;
+        left -= copied;
     }
-    return copy.flush();
+    return true;
 }
 
 } // namespace
