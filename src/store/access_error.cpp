@@ -57,8 +57,8 @@ void reportNoAccess(const QString& text)
     if (answer == runtime::vbYes)
         startFileManager();
     else if (answer == runtime::vbNo)
-        // The answer No asks for a form in which a new path is entered. The program has no such
-        // form, so the answer ends in a run-time error.
+        // The user answers No in order to enter another path. The program has no form for a path,
+        // so the answer throws a run-time error.
         throw runtime::RunTimeError(runtime::ObjectRequired);
 }
 
@@ -77,7 +77,7 @@ void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription
     case runtime::DiskOrNetworkError:
     case notAValidPath:
         return reportNoAccess(text);
-    // ObjectNotSet (91) deliberately gets the same message as a locked store.
+    // The error ObjectNotSet (91) deliberately shows the same message as a locked store.
     case runtime::ObjectNotSet:
     case runtime::Locked:
     case lockedByUser:

@@ -6,12 +6,14 @@
 
 namespace store {
 
-/// Shows the user an error of an access to the store. The texts assume that the store is on another
-/// computer of the network. Does nothing for 0 (no error) and 32755 (a dialog was cancelled).
+/// Shows the user a message about an error that occurred during an access to the store. The
+/// messages assume that the store is on another computer of the network. Does nothing for the error
+/// numbers 0 (no error) and 32755 (a dialog was cancelled).
 ///
-/// For a locked store, ends the process with exit status 1 after the box is answered. For lost
-/// access, asks the user: Yes starts the system's file manager, No throws ObjectRequired (424) and
-/// so ends the process, Cancel returns. The access is not retried. Any other error is only shown.
+/// For a locked store, ends the process with exit status 1 after the user has answered the message
+/// box. For a store that cannot be reached, the message box has three answers: Yes starts the
+/// system's file manager, No throws ObjectRequired (424) and so ends the process, and Cancel
+/// returns. The access is not retried. For any other error, only shows the message.
 void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription);
 
 } // namespace store

@@ -4,7 +4,8 @@
 
 namespace store {
 
-/// Starts the system's file manager without waiting for it. Does nothing if the system has none.
+/// Starts the system's file manager without waiting for its end. Does nothing if the system has no
+/// file manager.
 void startFileManager();
 
 using FileManagerDoor = runtime::Door<void()>;

@@ -61,8 +61,8 @@ TableSchema orders()
             .indexes = {primaryKey(u"Number"_s)}};
 }
 
-/// The order of these fields is a contract, because lines are written and read by ordinal
-/// (line_columns.h).
+/// Returns the definition of the table Cuts. The order of its fields is a contract, because order
+/// lines are written and read by ordinal (line_columns.h).
 TableSchema cuts()
 {
     TableSchema table;
@@ -134,7 +134,8 @@ TableSchema list(const QString& name)
             .indexes = {primaryKey(u"Code"_s)}};
 }
 
-/// The settings of bars: one row for each part, profile and colour with settings of its own.
+/// Returns the definition of the table of bar settings. The table has one row for each combination
+/// of part, profile and colour that has settings of its own.
 TableSchema bars()
 {
     TableSchema table;

@@ -25,7 +25,7 @@ bool holdsTable(dao::Database& database, const QString& tableName)
 }
 
 /// Checks that the database is a store. Throws UnrecognizedFormat (3343) for a database of another
-/// program, which opens without an error and would be damaged by adding the table Orders.
+/// program. Such a database opens without an error, and adding the table Orders would damage it.
 void refuseForeignDatabase(dao::Database& database)
 {
     dao::TableDefs tables = database.tableDefs();
@@ -38,9 +38,9 @@ void refuseForeignDatabase(dao::Database& database)
                                 u"Unrecognized database format '%1'."_s.arg(database.place()));
 }
 
-/// Creates the table Orders. A table needs at least one field when it is appended, so a temporary
-/// field is added and then deleted. Both steps are one transaction, so that a power cut cannot
-/// leave the temporary field in the table.
+/// Creates the table Orders. A new table needs at least one field, so the function adds a temporary
+/// field and then deletes it. One transaction contains both steps, so that a power cut cannot leave
+/// the temporary field in the table.
 void createOrders(dao::Database& database)
 {
     database.BeginTrans();

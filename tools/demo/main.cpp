@@ -1,4 +1,5 @@
-// zomrel-demo enters the openings of a file into a new order through the program's forms.
+// zomrel-demo reads openings from a file and enters them into a new order through the forms of the
+// desktop program.
 
 #include "demo/cuts_table.h"
 #include "demo/openings.h"
@@ -81,7 +82,8 @@ void tell(const QString& path, int lineNumber, const QString& reason)
     std::fprintf(stderr, "%s:%d: %s\n", qUtf8Printable(path), lineNumber, qUtf8Printable(reason));
 }
 
-/// Adds all valid openings and returns the number of openings that were not added.
+/// Adds all valid openings to the order. Returns the number of rows of the openings file that were
+/// not added.
 int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QString& path)
 {
     int refused = 0;
@@ -100,15 +102,16 @@ int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QSt
     return refused;
 }
 
-/// Fills the folder like an installed program folder. It contains links to the store, under the
-/// store's fixed name, and to the logo.
+/// Puts the files of an installed program folder into this folder: the store, under its fixed file
+/// name, and the logo. The files are links where the system permits links.
 void layProgramFolder(const QTemporaryDir& folder, const QString& store)
 {
     const QString logo = QCoreApplication::applicationDirPath() + u"/Logo.jpg"_s;
     const QString name = folder.filePath(u"Aluminium.mdb"_s);
     const QString path = QFileInfo(store).absoluteFilePath();
 #ifdef Q_OS_WIN
-    // Ordinary users may not make symbolic links there.
+    // On Windows, ordinary users have no right to create symbolic links. The logo is therefore
+    // copied, and the store is reached through a link file.
     const storetools::Place place(path);
     if (place.isOnServer())
         QFile::copy(path, name);
@@ -155,7 +158,8 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"zomrel-demo"_s);
     QApplication::setApplicationVersion(runtime::programVersion().toString());
-    // The help ends the program, and the appearance starts a thread that reads the fonts.
+    // The arguments are parsed before the appearance is set up. The option --help ends the program,
+    // which must not happen while the thread of the appearance reads the fonts.
     const Arguments arguments = argumentsOf(application);
     shell::setUpAppearance(application);
     int exitStatus = 1;

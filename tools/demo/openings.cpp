@@ -11,15 +11,16 @@ namespace {
 
 constexpr int monoblockTypes = 3;
 
-/// The reason why a row is skipped. It is thrown while a row is read and caught by the reader.
+/// The reason why a row of the openings file is skipped. The code that parses a row throws it, and
+/// readOpenings() catches it.
 struct Refusal
 {
     QString reason;
 };
 
-/// Splits a line into cells. A quote at the start of a cell opens a quoted cell, and a doubled
-/// quote inside it is one quote. A quote anywhere else is an ordinary character, as in the Hebrew
-/// abbreviation of millimetres.
+/// Splits a line of the openings file into cells. A quote at the start of a cell opens a quoted
+/// cell, and two consecutive quotes in a quoted cell are one quote character. A quote anywhere else
+/// is an ordinary character, as in the Hebrew abbreviation of millimetres.
 QStringList cellsOf(const QString& line)
 {
     QStringList cells{QString()};
@@ -67,7 +68,7 @@ Boxes measureOrNothing(const QString& column, const QString& text)
     return text.isEmpty() ? Boxes() : measure(column, text);
 }
 
-/// Reads the cells of one row by column name.
+/// The cells of one row of the openings file, accessed by column name.
 class Row
 {
 public:

@@ -13,8 +13,8 @@ namespace demo {
 
 using driving::Boxes;
 
-/// The monoblock data of an opening: the index of the monoblock type in its list, from 0, and the
-/// texts for the input boxes.
+/// The monoblock data of an opening. `type` is the index of the monoblock type in the list of the
+/// series picker, from 0. The other members are the texts for the input boxes.
 struct Monoblock
 {
     int type = 0;
@@ -32,7 +32,7 @@ struct Opening : driving::Opening
     std::optional<Monoblock> monoblock;
 };
 
-/// A row of the openings file that cannot be entered, and the reason.
+/// A row of the openings file that cannot be entered, and the reason why.
 struct BadRow
 {
     int lineNumber = 0;
@@ -45,15 +45,16 @@ struct Openings
     std::vector<BadRow> bad;
 };
 
-/// Returns the column names in file order. The first line of the file must name these columns.
+/// Returns the column names of the openings file, in file order. The first line of the file must
+/// contain exactly these names.
 QStringList columns();
 
 /// Reads openings from a comma-separated UTF-8 file. A text that contains a comma is in double
-/// quotes. A measure has at most 3 digits and at most 2 decimals. If the monoblock columns are
-/// empty, the opening is an ordinary window. The deductions, the U thickness and the slat of a
-/// monoblock may be empty; the form's proposals for the monoblock type then stay. An invalid row is
-/// skipped and reported with its line number. A missing or wrong heading line is reported in the
-/// same way.
+/// quotes. A measure has at most 3 digits before the decimal point and at most 2 after it. If the
+/// monoblock columns are empty, the opening is an ordinary window. The deductions, the U-profile
+/// thickness and the slat of a monoblock may be empty; the values that the form proposes for the
+/// monoblock type are then used. An invalid row is skipped and reported with its line number. A
+/// missing or wrong heading line is reported in the same way.
 Openings readOpenings(QIODevice& file);
 
 } // namespace demo

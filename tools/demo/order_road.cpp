@@ -27,8 +27,8 @@ namespace demo {
 
 namespace {
 
-/// Waiting time in milliseconds before a picture is taken. It is longer than every timer of the
-/// forms, so a picture shows the final state.
+/// The waiting time in milliseconds before a picture of a form is taken. The waiting time is longer
+/// than every timer of the forms, so that a picture shows the final state.
 constexpr int settling = 400;
 
 constexpr QSize smallestScreen(1366, 768);
@@ -46,8 +46,8 @@ void fillPair(const QWidget& form, int wholeBox, const Boxes& boxes)
         driving::enter(form, each.control, each.text);
 }
 
-/// During its lifetime, answers every message box and remembers the first one. The box of a
-/// run-time error is still shown by the previous handler.
+/// Answers every message box during the object's lifetime and stores the text of the first one. The
+/// message box of a run-time error that ends the process is shown by the previous handler instead.
 class RefusalWatch
 {
 public:
@@ -82,8 +82,7 @@ private:
 OrderRoad::OrderRoad(const QString& folder, const QString& out)
     : out_(out), window_(shell::openMainWindow(folder))
 {
-    // The offscreen platform has a screen that is smaller than the forms, so the window is
-    // enlarged.
+    // The screen of Qt's offscreen platform is smaller than the forms, so the window is enlarged.
     if (window_->width() < smallestScreen.width()) {
         window_->showNormal();
         window_->resize(smallestScreen);
@@ -147,7 +146,7 @@ void OrderRoad::viewLine()
     picture(*window_, u"order-with-lines"_s);
     const orders::FrOrder& form = orders::frOrder();
     if (control<QTableView>(form, u"DBGrid1"_s).model()->rowCount() == 0)
-        // The program shows no line of an order without lines.
+        // The program does not open the view of a line for an order without lines.
         return;
     driving::inNextModal([this](QDialog& view) {
         settle();
@@ -163,7 +162,7 @@ void OrderRoad::print()
     settle();
     QWidget* preview = driving::shownWindow(driving::names::preview);
     if (preview == nullptr)
-        // The program does not print an order without lines.
+        // The program does not open the print preview for an order without lines.
         return;
     picture(*preview, u"report-preview"_s);
     const auto former = report::fileDoor().replace([this](const report::FileRequest& request) {

@@ -14,30 +14,31 @@ class MDIZomrel;
 
 namespace demo {
 
-/// The reason why an opening was not added.
+/// The exception for an opening that was not added to the order, with the reason.
 struct Refused
 {
     QString reason;
 };
 
-/// Drives the program's real forms through one order. It presses buttons and fills boxes as a user
-/// does, and saves a picture of each screen.
+/// Operates the program's forms in order to enter one order. Presses buttons and fills input boxes
+/// as a user does, and saves a picture of each form.
 class OrderRoad
 {
 public:
-    /// Takes the program folder, which contains the store and the logo, and the output folder for
-    /// the pictures.
+    /// Takes two folders: the program folder, which contains the store and the logo, and the output
+    /// folder for the pictures.
     OrderRoad(const QString& folder, const QString& out);
     ~OrderRoad();
 
     void openOrder();
-    /// Chooses the opening's series, enters its measures and adds the line. Throws Refused if a
-    /// form refuses the opening or does not offer a value that it names; nothing is stored in that
-    /// case.
+    /// Chooses the opening's series, enters the opening's measures and adds the order line. Throws
+    /// Refused if a form refuses the opening, if the store lacks the opening's series, or if a door
+    /// thickness is given for a series that is no door series; no order line is stored in these
+    /// cases.
     void addOpening(const Opening& opening);
     void viewLine();
-    /// Opens the order's print preview and saves the report as PDF, HTML and text, and the
-    /// documents that are listed after it as PDF.
+    /// Opens the order's print preview. Saves the report as PDF, HTML and text, and every other
+    /// document in the preview's list as PDF.
     void print();
 
 private:

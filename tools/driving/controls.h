@@ -9,18 +9,19 @@ class QDialog;
 class QTableView;
 class QWidget;
 
-/// Steps that operate the program's forms in this process.
+/// Functions that operate the program's forms from within the same process.
 namespace driving {
 
-/// Returns the names of all named children, sorted and separated by commas.
+/// Returns the object names of all children and their children, sorted and separated by commas.
 QString namesBelow(const QObject& parent);
 
-/// Ends the process with a message that names what is missing and what exists. It does not throw,
-/// because a guarded handler would turn the exception into a run-time error box of the program.
+/// Ends the process with a message that contains the missing name and the existing names. The
+/// function does not throw, because a guarded handler would turn an exception into a run-time error
+/// box of the program.
 [[noreturn]] void failMissing(const char* what, const QString& name, const QString& existing);
 
-/// Returns the child with this object name. If there is none, the process ends with a message that
-/// lists the existing names.
+/// Returns the child of the form with this object name. If no child has this name, the process ends
+/// with a message that lists the existing names.
 template <typename Control>
 Control& control(const QObject& form, const QString& name)
 {
@@ -32,25 +33,28 @@ Control& control(const QObject& form, const QString& name)
 
 /// Returns the visible top-level window with this object name, or nullptr if there is none.
 QWidget* shownWindow(const QString& name);
-/// Closes the visible top-level window with this object name, if there is one.
+/// Closes the visible top-level window with this object name. Does nothing if no such window
+/// exists.
 void closeWindow(const QString& name);
 
 /// Presses the push button with this name.
 void click(const QObject& form, const QString& button);
-/// Replaces the text of an input box and leaves the focus where it is.
+/// Replaces the text of an input box without moving the focus.
 void type(const QObject& form, const QString& box, const QString& text);
-/// Moves the focus to an input box, replaces its text and takes the focus away again.
+/// Moves the focus to an input box, replaces the text of the box, and then removes the focus from
+/// the box.
 void enter(const QObject& form, const QString& box, const QString& text);
-/// Triggers the command with this tag, from the window's toolbar or one of its menus. If there is
-/// none, the process ends with a message that lists the existing tags.
+/// Triggers the command with this tag in the toolbar or the menus of the window. If no command has
+/// this tag, the process ends with a message that lists the existing tags.
 void trigger(const QObject& window, const QString& tag);
 
 /// Returns the displayed text of a cell.
 QString cellText(const QTableView& grid, int row, int column);
 
-/// Runs the work in the event loop of the next modal dialog and rejects the dialog afterwards if it
-/// is still open. If the event loop runs while no modal dialog is open, the process ends. A
-/// run-time error in the work is handled as one of the program.
+/// Schedules `work` for the event loop of the next modal dialog, and rejects the dialog after
+/// `work` if the dialog is still open. Ends the process if no modal dialog is open when the event
+/// loop calls `work`. A run-time error in `work` is handled like a run-time error of the program's
+/// own code.
 void inNextModal(std::function<void(QDialog&)> work);
 
 } // namespace driving

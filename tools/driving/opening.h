@@ -8,7 +8,8 @@
 
 namespace driving {
 
-/// The object names of the windows and controls that the steps use.
+/// The object names of the windows and controls that are operated by the functions of the namespace
+/// driving.
 namespace names {
 inline const QString orderForm = QStringLiteral("FrOrder");
 inline const QString openPicker = QStringLiteral("CmdPicSerial");
@@ -20,23 +21,23 @@ inline const QString takeSeries = QStringLiteral("CmdPic");
 inline const QString closePicker = QStringLiteral("CmdClose");
 inline const QString preview = QStringLiteral("DataReport1");
 
-/// Returns the name of an input box for measures. The order form and the picker number their boxes
-/// from 0; each whole box is followed by its hundredths box.
+/// Returns the object name of the measure input box with this index. The order form and the picker
+/// number these boxes from 0, and the hundredths box of a measure follows its whole box.
 QString measureBox(int index);
 } // namespace names
 
-/// Index of the column of the picker's grid that holds the name of the series.
+/// The index of the column with the series' name in the grid of the series picker.
 inline constexpr int seriesNameColumn = 2;
 
-/// The texts of the whole box and the hundredths box of one measure. If the whole text is empty,
-/// the boxes keep their contents.
+/// The texts of the whole box and the hundredths box of one measure. If the text of the whole box
+/// is empty, neither box is changed.
 struct Boxes
 {
     QString whole;
     QString hundredths;
 };
 
-/// An opening as the order form takes it.
+/// The values that the order form needs for one opening.
 struct Opening
 {
     Boxes width;
@@ -46,18 +47,20 @@ struct Opening
     std::optional<Boxes> doorThickness;
 };
 
-/// A control and the text to put into it.
+/// The object name of a control and the text to enter into the control.
 struct Entry
 {
     QString control;
     QString text;
 };
 
-/// Returns the entries of one measure, whose whole box has the index `wholeBox`.
+/// Returns the texts for the two input boxes of one measure. `wholeBox` is the index of the whole
+/// box. Returns nothing if the text of the whole box is empty.
 std::vector<Entry> measureEntries(int wholeBox, const Boxes& boxes);
-/// Returns the entries of the opening's width, height and door thickness, in this order.
+/// Returns the texts for the input boxes of the opening's width, height and door thickness, in this
+/// order.
 std::vector<Entry> measureEntries(const Opening& opening);
-/// Returns the entries of the kind and colour lists, part by part.
+/// Returns the texts for the lists of kinds and colours, part by part.
 std::vector<Entry> listEntries(const Opening& opening);
 
 } // namespace driving

@@ -10,8 +10,9 @@ namespace driving {
 
 namespace {
 
-/// Moves the grid row by row, because the grid reads its rows on demand. Returns false if no row
-/// has this name.
+/// Moves the grid's current row down, one row at a time, until the row with this series name is
+/// current. Single steps are needed because the grid reads its rows on demand. Returns false if no
+/// row has this name.
 bool goToSeries(QTableView& grid, const QString& name)
 {
     for (int row = 0; row < grid.model()->rowCount(); ++row) {
@@ -19,7 +20,8 @@ bool goToSeries(QTableView& grid, const QString& name)
         if (cellText(grid, row, seriesNameColumn) == name)
             return true;
     }
-    // If a grid cannot read its rows, it reports the error later, from the event loop.
+    // A grid that cannot read its rows posts the error to the event loop. The posted error is
+    // delivered before this function returns.
     QCoreApplication::sendPostedEvents(&grid, QEvent::MetaCall);
     return false;
 }

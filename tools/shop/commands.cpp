@@ -48,8 +48,8 @@ QString storePath(const QCommandLineParser& parser)
     return QDir(QCoreApplication::applicationDirPath()).filePath(u"Aluminium.mdb"_s);
 }
 
-/// Returns the orders on the command line, without duplicates. Throws WrongCall if there is none,
-/// and NoCurrentRecord (3021) for a text that is not a number.
+/// Returns the order numbers on the command line, without duplicates. Throws WrongCall if there are
+/// none, and NoCurrentRecord (3021) for an argument that is not a number.
 QList<int> ordersOf(const QCommandLineParser& parser)
 {
     QList<int> orders;
@@ -93,7 +93,8 @@ ExitStatus pieces(const QCommandLineParser& parser, const Streams& streams)
         shop::readOrders(storePath(parser), ordersOf(parser), shop::Explanations::Skipped);
     const shop::Pieces pieces = shop::piecesOf(source.lines, source.settings);
     printFaults(pieces.faults, streams.err);
-    // The byte order mark of the CSV text must be kept.
+    // By default QStringDecoder removes a byte order mark. The flag keeps the byte order mark of
+    // the CSV text.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     const QString csv = decoder.decode(shop::piecesCsv(pieces.pieces, source.settings));
     streams.out << csv;
@@ -108,7 +109,8 @@ QString documentNames()
     return names.join(", "_L1);
 }
 
-/// Returns the chosen documents. Throws InvalidProcedureCall (5) for an unknown name.
+/// Returns the documents that the option --documents names, or all documents without this option.
+/// Throws InvalidProcedureCall (5) for an unknown document name.
 std::vector<shop::DocumentKind> documentsOf(const QCommandLineParser& parser)
 {
     if (!parser.isSet(documentsOption))
@@ -128,7 +130,8 @@ std::vector<shop::DocumentKind> documentsOf(const QCommandLineParser& parser)
     return kinds;
 }
 
-/// Returns the limit of the planning time, if there is one. Throws WrongCall for an invalid one.
+/// Returns the time limit of the planning from the option --seconds, or nothing without this
+/// option. Throws WrongCall for an invalid time limit.
 std::optional<std::chrono::milliseconds> timeLimit(const QCommandLineParser& parser)
 {
     if (!parser.isSet(secondsOption))
@@ -155,7 +158,8 @@ void printSummary(const std::vector<shop::GroupPlan>& groups, QTextStream& out)
     }
 }
 
-/// Plans the bars. The time limit or an interruption ends the planning early.
+/// Plans how the pieces of the orders are cut from bars. The time limit or an interruption (SIGINT)
+/// ends the planning early.
 shop::ShopPack packOf(const shop::OrderSource& source,
                       std::optional<std::chrono::milliseconds> timeLimit, QTextStream& err)
 {

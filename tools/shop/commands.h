@@ -38,7 +38,7 @@ struct Command
     std::function<ExitStatus(const QCommandLineParser&, const Streams&)> run;
 };
 
-/// Returns all commands, in the order of the help text.
+/// Returns all commands of zomrel-shop, in the order of the help text.
 const std::vector<Command>& commands();
 
 } // namespace shoptools

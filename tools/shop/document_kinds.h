@@ -4,7 +4,8 @@
 
 namespace shoptools {
 
-/// Returns all documents that `plan` writes, in the order of the documentation.
+/// Returns all documents that the command `plan` can write, in the order in which the documentation
+/// lists them.
 const std::vector<shop::DocumentKind>& documentKinds();
 
 } // namespace shoptools

@@ -31,7 +31,8 @@ constexpr unsigned long pauseMilliseconds = 20;
     throw RunTimeError(runtime::PermissionDenied, u"Could not write '%1': %2"_s.arg(path, why));
 }
 
-/// Marks the folder, so that other processes wait until the mark is released.
+/// Marks the folder as used by this process. While another process has marked the folder, waits
+/// until that mark is released. Throws PermissionDenied (3051) if waiting takes too long.
 std::unique_ptr<runtime::FolderMark> mark(const QString& folder)
 {
     const QString path = QDir(folder).canonicalPath();
@@ -47,8 +48,8 @@ std::unique_ptr<runtime::FolderMark> mark(const QString& folder)
     }
 }
 
-/// A file that is complete before it gets its name. A file system without unnamed files gives it a
-/// random name until then.
+/// A file that gets its name only when its contents are complete. On a file system that does not
+/// support files without a name, the file has a random name until then.
 class CompleteFile
 {
 public:
@@ -79,7 +80,8 @@ public:
 private:
     QString folder() const { return QFileInfo(path_).absolutePath(); }
 
-    /// Only a file with a name can replace another one.
+    /// Replaces the existing file with the final name. Only a file with a name can replace another
+    /// file, so the unnamed file first gets a random name.
     void replacePrevious()
     {
         const QString beginning = folder() + u'/' + storetools::unfinishedPrefix();

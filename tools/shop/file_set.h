@@ -6,19 +6,22 @@
 
 namespace shoptools {
 
-/// Throws PermissionDenied (3051) with the name of the folder if files cannot be written there, or
-/// if the folder is missing and cannot be created. Creates nothing.
+/// Checks that files can be written into the folder, and creates nothing. Throws PermissionDenied
+/// (3051), with the name of the folder, if the folder is not writable or not readable, or if it is
+/// missing and cannot be created.
 void requireWritable(const QString& folder);
 
-/// Writes files, given by name, into a folder and creates the folder if it is missing. First all
-/// files are written to the disk without a name; then each replaces the previous file of its name.
-/// A killed process leaves every file as it was or as it should be, never partly written, and no
-/// other file. Only where the file system has no files without a name, or in the instant in which
-/// an existing file is replaced, it may leave a file with a random name, which the next call
-/// removes. Two processes write into the same folder one after the other.
+/// Writes files into a folder, by file name. Creates the folder if it is missing. First writes the
+/// contents of all files to the disk as files without a name. Then gives each file its name and
+/// replaces an existing file of that name.
+///
+/// If the process is killed, each file is either unchanged or complete, and never partly written. A
+/// file with a random name may then remain, but only on a file system that does not support files
+/// without a name, or if an existing file was just being replaced. The next call removes such a
+/// file. If two processes write into the same folder, the second one waits for the first one.
 ///
 /// Throws PermissionDenied (3051), DiskFull (3026) or DiskOrNetworkError (3043). If the contents of
-/// a file cannot be written, none is replaced.
+/// one file cannot be written, no file is replaced.
 void writeFiles(const QString& folder, const QMap<QString, QByteArray>& files);
 
 } // namespace shoptools

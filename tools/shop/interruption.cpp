@@ -7,7 +7,8 @@ namespace shoptools {
 namespace {
 
 std::atomic<bool> isInterrupted = false;
-// A signal handler may only use lock-free objects.
+// The flag that the signal handler sets has to be lock-free, because a signal handler may only use
+// lock-free atomic objects.
 static_assert(std::atomic<bool>::is_always_lock_free);
 
 extern "C" void interrupt(int signal)

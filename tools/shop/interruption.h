@@ -4,8 +4,8 @@
 
 namespace shoptools {
 
-/// For the lifetime of the object, the first interruption (SIGINT) sets a flag instead of ending
-/// the program; the second one ends it. There may be one object at a time.
+/// While the object exists, the first interruption (SIGINT) sets a flag instead of ending the
+/// program, and a second interruption ends the program. Only one object may exist at a time.
 class Interruption
 {
 public:

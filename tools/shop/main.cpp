@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Drops the toolkit's remarks, for example about missing folders of the desktop, because the error
-/// stream belongs to the program's own messages.
+/// Suppresses Qt's debug, information and warning messages, for example about missing folders of
+/// the desktop, because the error stream is for the program's own messages.
 void dropRemarks(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
@@ -27,7 +27,8 @@ int main(int argc, char** argv)
     storetools::useUtf8Console();
     qInstallMessageHandler(dropRemarks);
     runtime::useTrustedLibraryPaths();
-    // Fonts need a QGuiApplication, but the program opens no window and works without a display.
+    // Loading fonts requires a QGuiApplication. The program opens no window, so the platform
+    // "offscreen" lets it work without a display.
 #ifndef Q_OS_WIN // Only the default platform knows the fonts of Windows.
     qputenv("QT_QPA_PLATFORM", "offscreen");
 #endif

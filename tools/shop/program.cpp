@@ -36,8 +36,9 @@ ExitStatus wrongUsage(QTextStream& err, const QString& message)
     return storetools::WrongUsage;
 }
 
-/// Returns the words with the options first, so that a negative number is no option. Throws
-/// WrongCall for an option without its value.
+/// Returns the words of the command line with the options first and the other words after "--".
+/// This order keeps a negative number from being parsed as an option. Throws WrongCall for an
+/// option that lacks its value.
 QStringList optionsFirst(const Command& command, const QStringList& words)
 {
     static const QRegularExpression option(u"^-(?![0-9])."_s);
@@ -59,8 +60,8 @@ QStringList optionsFirst(const Command& command, const QStringList& words)
     return options + QStringList(u"--"_s) + others;
 }
 
-/// Parses the words after the command name. Throws WrongCall for an unknown option or a missing
-/// one.
+/// Parses the words after the command name. Throws WrongCall for an unknown option and for a
+/// missing required option.
 void parse(const Command& command, const QStringList& words, QCommandLineParser& parser)
 {
     for (const Option& each : command.options)

@@ -11,11 +11,13 @@ namespace shoptools {
 
 using storetools::ExitStatus;
 
-/// Runs the command line, given without the program's name. Results are written to `out`, errors to
-/// `err`. An interruption (SIGINT) during planning ends it with the best plans found so far.
+/// Runs a command line, which is given without the program's name. Writes results to `out` and
+/// errors to `err`. An interruption (SIGINT) ends the planning early, and the best plans found so
+/// far are used.
 ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err);
 
-/// Runs the work and writes its exception, if it throws one, to `err` with the matching status.
+/// Calls `work` and returns its exit status. If `work` throws an exception, writes the exception's
+/// message to `err` and returns the exit status for this kind of exception.
 ExitStatus guarded(const std::function<ExitStatus()>& work, QTextStream& err);
 
 } // namespace shoptools

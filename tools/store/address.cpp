@@ -64,8 +64,8 @@ void takeOption(const QString& option, dao::Link& link)
         refuse(say({u"'%1' is unknown in an address", u"'%1' אינו מוכר בכתובת"}, name));
 }
 
-/// Checks that the address is complete. Throws UnrecognizedFormat (3343) otherwise. Missing parts
-/// are not taken from environment variables.
+/// Checks that the address is complete. Throws UnrecognizedFormat (3343) otherwise, because missing
+/// parts of an address are not taken from environment variables.
 void checkWhole(const dao::Link& link)
 {
     dao::parseLink(dao::linkText(link), link.place());

@@ -11,7 +11,7 @@ namespace storetools {
 /// Returns true if the text is a server address (postgresql://... or postgres://...).
 bool isAddress(const QString& place);
 
-/// Parses an address as libpq does:
+/// Parses the address of a server's database in the same way as libpq:
 /// postgresql://USER@HOST[:PORT]/DATABASE[?sslmode=MODE&host=FOLDER&port=PORT&user=NAME&dbname=NAME],
 /// with percent-encoding (https://www.postgresql.org/docs/15/libpq-connect.html). Throws
 /// UnrecognizedFormat (3343) for an address that is incomplete, contains a password, or contains
@@ -19,8 +19,8 @@ bool isAddress(const QString& place);
 dao::Link parseAddress(const QString& address);
 
 /// Parses the name of a server: "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT".
-/// Returns a link with only these parts and the TLS mode for such a server set. Throws
-/// UnrecognizedFormat (3343) for an invalid name.
+/// Returns a link that contains only the server, the port and the default TLS mode for this server.
+/// Throws UnrecognizedFormat (3343) for an invalid name.
 dao::Link parseServer(const QString& server);
 
 } // namespace storetools

@@ -8,11 +8,11 @@ class RunTimeError;
 
 namespace storetools {
 
-/// Returns what happened, in the user's language. An error of the engine that has no Hebrew text is
-/// described in general, and its English text follows as details.
+/// Returns a description of the error in the user's language. If the error is one of the SQL engine
+/// and has no Hebrew text, returns a general description, followed by the English text as details.
 QString happened(const runtime::RunTimeError& error);
 
-/// Returns what the user should do about an error, in the user's language.
+/// Returns a text in the user's language that says what the user should do about the error.
 QString nextStep(const runtime::RunTimeError& error);
 
 } // namespace storetools

@@ -20,13 +20,14 @@ namespace storetools {
 
 namespace {
 
-/// File name suffixes of the journals that SQLite keeps beside a database during a change. A
-/// journal belongs to exactly one database file.
+/// The file name suffixes of the journals that SQLite creates beside a database file while the
+/// database is being changed. A journal belongs to exactly one database file.
 const QString rollbackJournal = u"-journal"_s;
 const QString writeAheadLog = u"-wal"_s;
 
-/// Gives a store a new generation. Stations that still have it open write nothing more to it. Does
-/// nothing for a store that is too damaged for that.
+/// Gives a store that is being replaced a new generation text. A station that still has the store
+/// open notices the replacement by this text and writes nothing more to the store. Does nothing if
+/// the store is too damaged for a new text.
 void markAsReplaced(dao::Database& database)
 {
     try {
@@ -37,7 +38,8 @@ void markAsReplaced(dao::Database& database)
     }
 }
 
-/// Gives a copy of a store a new generation and closes it.
+/// Gives the copy of a store at this path a new generation text, by which stations notice that the
+/// store was replaced.
 void renewMarkOf(const QString& copy)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(copy);
@@ -45,8 +47,8 @@ void renewMarkOf(const QString& copy)
     database->Close();
 }
 
-/// Locks a store against writing by stations while it is replaced. A store that is too damaged to
-/// open is not locked, because no station can work with it; it is replaced as well.
+/// Locks a store, so that stations cannot write to it while it is replaced. A store that is too
+/// damaged to open is not locked, because no station can work with it.
 class Hold
 {
 public:
@@ -66,7 +68,8 @@ public:
                 throw;
             database_.reset();
         }
-        // The changes in the log of a store that stations keep open are not in the file.
+        // If stations keep the store open, the write-ahead log contains changes that the store's
+        // file lacks. The store then counts as locked.
         if (isHeld() && QFileInfo::exists(path + writeAheadLog))
             throw RunTimeError(runtime::Locked);
     }
@@ -77,13 +80,14 @@ public:
 private:
     /// The system releases all locks of a process on a file as soon as the process closes any
     /// descriptor of the file. Therefore this descriptor is opened before the lock is taken and
-    /// closed after the lock is released, and no other one is opened in between.
+    /// closed after the lock is released, and no other descriptor of the file is opened in between.
     QFile file_;
     std::shared_ptr<dao::Database> database_;
 };
 
-/// Returns the first name for a kept store that neither a file nor a journal has. A restore that
-/// was killed may have left such a name as a second name of the store; it is removed.
+/// Returns the first name for the kept old store that no file and no journal has. A killed restore
+/// may have left such a name as a second name (hard link) of the store at `path`; the function
+/// removes that second name.
 QString freeName(const QString& path)
 {
     const QString first = path + u".before-restore"_s;
@@ -101,8 +105,9 @@ QString freeName(const QString& path)
     return name;
 }
 
-/// Gives the old store a second file name, which remains after the first name is reused. Copies the
-/// file if it cannot have two names. Returns the new name.
+/// Gives the old store a second name (hard link), so that the old store remains when the new store
+/// replaces it under the first name. Copies the file instead if the file system does not permit a
+/// second name. Returns the second name.
 QString keep(const QString& path, Hold& hold)
 {
     QString kept = freeName(path);
@@ -115,8 +120,8 @@ QString keep(const QString& path, Hold& hold)
     return kept;
 }
 
-/// Moves the journals of the old store along with it. SQLite would otherwise roll an old journal
-/// back into the new file.
+/// Gives the journals of the old store the name under which the old store is kept. Otherwise SQLite
+/// would roll an old journal back into the new file.
 void moveJournals(const QString& path, const QString& kept)
 {
     for (const QString& journal : {rollbackJournal, writeAheadLog}) {
@@ -142,7 +147,8 @@ BackupOutcome backUpFile(const Place& place, const QString& target)
     BackupOutcome outcome = outcomeOf(checkReport(Place(copy), Figures::Skipped));
     if (!outcome.findings.isEmpty())
         return outcome;
-    // The store is not locked any more, however long it takes to write the backup.
+    // The store is no longer locked while the backup is written, because the backup is written from
+    // the temporary copy.
     backup.fill(copy);
     runtime::limitAccess(backup.file(), runtime::accessOf(place.name()));
     backup.putInPlace(runtime::Existing::Refuse);
@@ -164,7 +170,9 @@ BackupOutcome backUpDatabase(const Place& place, const QString& target, const Ro
     return outcome;
 }
 
-/// Takes over the findings of a backup that are accepted as notes, and all others as findings.
+/// Adds the findings about a backup to the outcome of a restore. If `oddities` is Accepted, only
+/// the findings that prevent copying are errors; without such errors, the other findings become
+/// notes. If `oddities` is Refused, all findings are errors.
 void takeFindings(const CheckReport& report, Oddities oddities, RestoreOutcome& outcome)
 {
     if (oddities == Oddities::Refused)
@@ -175,7 +183,8 @@ void takeFindings(const CheckReport& report, Oddities oddities, RestoreOutcome& 
         outcome.findings = report.preventCopying;
 }
 
-/// Gives the new store the access of the one that it replaces, or else that of the backup.
+/// Gives the restored file the owner, group and permissions of the store that it replaces. If it
+/// replaces no store, gives it the group and permissions of the backup.
 void setAccess(UnfinishedFile& file, const Place& backup, const QString& path,
                RestoreOutcome& outcome)
 {

@@ -10,14 +10,15 @@ struct BackupOutcome
     QStringList warnings; ///< The findings because of which a restore would refuse the backup.
 };
 
-/// Copies a consistent snapshot of the store to a new embedded store, while stations may keep
-/// working. They wait only while the snapshot is copied to the folder for temporary files. The copy
-/// gets its final name only after it has passed the check and is on the disk. Nobody can read it
-/// who cannot read the store. Throws DatabaseExists (3204) if the target exists, and any error of
+/// Copies a consistent snapshot of the store to a new embedded store. Stations may keep working;
+/// they wait only while the snapshot is copied to the folder for temporary files. The copy gets its
+/// final name only after it has passed the check and is on the disk. Only a user who can read the
+/// store can read the copy. Throws DatabaseExists (3204) if the target exists, and any error of
 /// opening and copying.
 BackupOutcome backUpStore(const Place& place, const QString& target, const RowsOfTable& progress);
 
-/// Whether a restore accepts a backup whose rows are complete, but which has other findings.
+/// Selects whether a restore refuses or accepts a backup that has findings although all its rows
+/// are complete.
 enum class Oddities { Refused, Accepted };
 
 struct RestoreOutcome
@@ -27,12 +28,13 @@ struct RestoreOutcome
     QString kept;         ///< Path or schema of the replaced store; empty if there was none.
 };
 
-/// Replaces a store by a copy of the backup. At every moment the place holds either the complete
-/// old store or the complete new one. The old store is kept, even if it is damaged: next to the
-/// file, or in another schema of the server's database. A symbolic link at the place stays, and the
-/// file that it names is replaced. Owner, group and permissions are kept. The restored store gets a
-/// new generation. Throws Locked (3260) while another station has locked the store, and any error
-/// of opening and copying.
+/// Replaces a store by a copy of a backup. At every moment the path or the database contains either
+/// the complete old store or the complete new store. The old store is kept, even if it is damaged:
+/// an embedded store beside the new file, a store on a server in another schema of the same
+/// database. If the path is a symbolic link, the link remains and its target is replaced. The new
+/// store gets the owner, group and permissions of the old one. It also gets a new generation text,
+/// by which stations notice the restore. Throws Locked (3260) while another station has locked the
+/// store, and any error of opening and copying.
 RestoreOutcome restoreStore(const Place& backup, const Place& place, Oddities oddities,
                             const RowsOfTable& progress);
 

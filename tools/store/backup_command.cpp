@@ -20,7 +20,8 @@ namespace {
 const QString dailyOption = u"--daily"_s;
 const QString statusOption = u"--status"_s;
 
-/// Reports why a backup, whose rows are complete, cannot be restored.
+/// Prints the findings because of which a restore would refuse this backup, although its rows are
+/// complete.
 void warnOf(const QStringList& findings, QTextStream& err)
 {
     constexpr qsizetype mostShown = 20;
@@ -77,7 +78,7 @@ void reportRemoved(const DailyOutcome& outcome, QTextStream& out, QTextStream& e
                                u"מחק בעצמך את מה שכתוב בשורות שלמעלה."}));
 }
 
-/// Reports that today's backup was damaged and is kept under another name.
+/// Prints that today's backup was damaged, and the name under which the damaged file is kept.
 void warnOfSetAside(const QString& path, QTextStream& err)
 {
     if (path.isEmpty())

@@ -4,7 +4,7 @@
 
 namespace storetools {
 
-/// Returns the command that makes backups and reports on the daily ones.
+/// Returns the command that makes backups and reports the state of the daily backups.
 Command backupCommand();
 
 } // namespace storetools

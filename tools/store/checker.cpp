@@ -30,7 +30,8 @@ QStringList engineCheck(dao::Database& database, bool isOnServer)
     return findings;
 }
 
-/// Returns the findings about everything in the store that the program does not make.
+/// Returns the findings about all parts of the store that the program does not create, and about an
+/// incomplete identity of the store.
 QStringList foreignParts(dao::Database& database, bool isOnServer)
 {
     QStringList findings = checkForeignParts(layoutOf(database));
@@ -42,8 +43,8 @@ QStringList foreignParts(dao::Database& database, bool isOnServer)
     return findings;
 }
 
-/// Returns the rows of settings that the companion program of the shop refuses. A table with
-/// another structure is a finding of its own.
+/// Returns a finding for each row of the bar settings that the program zomrel-shop refuses. Returns
+/// nothing if the table has another structure, because the check of the tables reports that.
 QStringList checkBars(dao::Database& database, const Layout& layout)
 {
     const store::TableSchema& bars = store::ownTables().front();
@@ -57,7 +58,8 @@ QStringList checkBars(dao::Database& database, const Layout& layout)
     }
 }
 
-/// Checks an open store in which the engine has these findings.
+/// Checks an open store and fills `report`. `engineFindings` are the findings of the SQL engine's
+/// own check.
 void checkAll(dao::Database& database, bool isOnServer, const QStringList& engineFindings,
               CheckReport& report)
 {
@@ -100,8 +102,8 @@ CheckReport checkReport(const Place& place, Figures figures)
     try {
         const auto database = place.open();
         engineFindings = engineCheck(*database, place.isOnServer());
-        // Without a snapshot, a station that deletes an order during the check would seem to leave
-        // lines without an order.
+        // A store on a server is checked in one snapshot. Otherwise a station that deletes an order
+        // during the check could cause a false finding about lines without an order.
         if (place.isOnServer())
             dao::beginSnapshot(*database);
         checkAll(*database, place.isOnServer(), engineFindings, report);

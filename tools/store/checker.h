@@ -11,49 +11,54 @@ namespace storetools {
 
 class Place;
 
-/// Whether a check computes the figures of all lines again; see checkFigures.
+/// Selects whether a check computes the figures of all lines again with checkFigures().
 enum class Figures { Skipped, Computed };
 
 struct CheckReport
 {
     QStringList findings; ///< One line for each error; empty for a sound store.
-    /// The findings that prevent a backup: all except those about counters, about objects that the
-    /// program does not make, and about values that it cannot have written. Without them the rows
-    /// of the store are complete, and without a backup they could be lost.
+    /// The findings that prevent a backup: those of the SQL engine's check, those about tables,
+    /// fields and indexes of the store, and those about its rows. If the list is empty, the rows of
+    /// the store are complete. A backup is then made despite other findings, because the rows could
+    /// be lost without it.
     QStringList preventCopying;
-    /// One line for each oddity that the program itself can cause. Remarks never make a store
-    /// unsound.
+    /// Remarks, one line each, about unusual contents that the program itself can cause. A store
+    /// with remarks is still sound.
     QStringList remarks;
-    /// What the user should do about the findings. If it is empty, the advice is to restore a sound
-    /// backup.
+    /// The advice to the user about the findings. If the text is empty, the advice is to restore a
+    /// sound backup.
     QString nextStep = {};
-    /// How many of the findings are figures that do not follow from their series.
+    /// The number of findings about figures that differ from the figures computed from their
+    /// series.
     qsizetype figureFindings = 0;
 };
 
-/// Checks a store like checkStore and returns the remarks, too. With Figures::Computed, each figure
-/// that does not follow from its series is a finding.
+/// Checks a store like checkStore(), and returns the remarks as well as the findings. With
+/// Figures::Computed, each figure that differs from the figure computed from its series is a
+/// finding.
 CheckReport checkReport(const Place& place, Figures figures);
-/// Checks an open store without its figures. The store is either on a server or a copy that no
-/// station uses. Throws the errors of reading it.
+/// Checks an open store without computing its figures. The store must be on a server, or a copy
+/// that no station uses. Throws the errors of reading the store.
 CheckReport checkReport(dao::Database& database, bool isOnServer);
 
 /// Checks a store and returns one line per finding; the list is empty for a sound and complete
 /// store. Failing to open the store is a finding. The check never changes the store. A store on a
 /// server is read in one snapshot.
 ///
-/// The findings are: errors reported by the engine; missing tables, fields and indexes; fields with
-/// another type or size; fields of the lines' table at another position; values that cannot be read
-/// as their declared type; texts longer than their field; missing and duplicate keys; numbers
+/// The findings are: errors reported by the SQL engine; missing tables, fields and indexes; fields
+/// with another type or size; fields of the table Cuts at another position; values that cannot be
+/// read as their declared type; texts longer than their field; missing and duplicate keys; numbers
 /// outside the program's range; lines whose order does not exist; counters that are missing, lower
 /// than a number in their table, or exhausted; tables, fields, indexes, triggers and other objects
-/// that the program does not make, or makes otherwise; values that the program cannot have written.
+/// that the program does not create or creates differently; values that the program cannot have
+/// written.
 QStringList checkStore(const Place& place);
 QStringList checkStore(const QString& path);
 
-/// Returns the findings about the structure: the engine's findings and the tables.
+/// Returns the findings about the structure of an open store: those of the SQL engine, and those
+/// about tables, fields and indexes.
 QStringList checkMaking(dao::Database& database, bool isOnServer);
-/// Returns the findings about the contents: rows and counters.
+/// Returns the findings about the contents of an open store: those about rows and counters.
 QStringList checkContents(dao::Database& database);
 
 } // namespace storetools

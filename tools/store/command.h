@@ -13,7 +13,7 @@
 
 namespace storetools {
 
-/// The parsed arguments and options of a command, with the options' values.
+/// The parsed command line of a command: its arguments, and its options with their values.
 struct Call
 {
     QStringList arguments;
@@ -26,7 +26,8 @@ struct Option
     /// Placeholder name of the option's value in the help text; empty if the option takes no value.
     QString value;
     Text summary;
-    /// The command's arguments with this option; empty if the option does not change them.
+    /// The placeholders of the command's arguments if this option is given. If the list is empty,
+    /// the option does not change the arguments.
     QStringList arguments = {};
 };
 
@@ -44,7 +45,8 @@ private:
 struct Command
 {
     QString name;
-    /// Placeholder names. An argument in brackets, such as "[STORE]", may be missing.
+    /// The placeholders of the command's arguments. An argument in brackets, such as "[STORE]", is
+    /// optional.
     QStringList arguments;
     Text summary;
     std::function<ExitStatus(const Call&, QTextStream& out, QTextStream& err)> run;

@@ -35,7 +35,8 @@ const QString tlsOption = u"--tls"_s;
 const QString figuresOption = u"--figures"_s;
 const QString stationOption = u"--station"_s;
 
-/// Prints what a server's settings leave unprotected without endangering confirmed rows.
+/// Prints warnings about the settings of a server because of which the server may not notice
+/// damage. Confirmed rows are not in danger because of these settings.
 void warn(const Safety& safety, QTextStream& err)
 {
     for (const QString& each : safety.remarks)
@@ -104,7 +105,8 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
             report.nextStep = figureAdvice();
         addSafety(place, call, report, err);
     } catch (const runtime::RunTimeError& error) {
-        // Parsing the location fails for a damaged link, before the check can start.
+        // For a damaged link, the constructor of Place throws before the check starts. The error is
+        // reported like a finding.
         report.findings.append(ofWhole(false, happened(error)));
         report.nextStep = nextStep(error);
     }
@@ -169,7 +171,7 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// The options without which a link to a database is incomplete.
+/// Returns the options that the command `link` needs for a link to a server's database.
 const QStringList& databaseOptions()
 {
     static const QStringList all{serverOption, databaseOption, userOption};
@@ -197,7 +199,8 @@ std::vector<Option> linkOptions()
     };
 }
 
-/// Checks that the options name either a file or a database. Throws WrongCall otherwise.
+/// Checks that the options of the command `link` name either a file or a database. Throws WrongCall
+/// otherwise.
 void checkLinkOptions(const Call& call)
 {
     const bool toFile = call.options.contains(fileOption);
@@ -215,7 +218,8 @@ void checkLinkOptions(const Call& call)
     }
 }
 
-/// Builds a link from the options. Throws WrongCall if the options do not form a valid link.
+/// Builds a link from the options of the command `link`. Throws WrongCall if the options do not
+/// form a valid link.
 dao::Link linkOf(const Call& call)
 {
     checkLinkOptions(call);

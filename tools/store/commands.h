@@ -4,7 +4,7 @@
 
 namespace storetools {
 
-/// Returns all commands, in the order of the help text.
+/// Returns all commands of zomrel-store, in the order of the help text.
 const std::vector<Command>& commands();
 
 } // namespace storetools

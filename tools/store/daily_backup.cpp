@@ -24,19 +24,20 @@ namespace {
 const QString namePrefix = u"zomrel-"_s;
 const QString nameSuffix = u".mdb"_s;
 
-/// Returns the day of a backup's file name, or an invalid date for any other name.
+/// Returns the date in the file name of a daily backup, or an invalid date for any other file name.
 QDate dayOf(const QString& name)
 {
     if (!name.startsWith(namePrefix) || !name.endsWith(nameSuffix))
         return {};
     const QString day = name.mid(namePrefix.size()).chopped(nameSuffix.size());
     const QDate date = QDate::fromString(day, Qt::ISODate);
-    // Qt accepts other spellings of a date as well.
+    // Qt also accepts other spellings of an ISO date, so the file name is compared with the name
+    // that the program itself would give.
     return date.isValid() && dailyBackupName(date) == name ? date : QDate();
 }
 
-/// Throws if the folder does not exist. It is not created, because it may be the mount point of a
-/// disk that is not connected.
+/// Throws PermissionDenied (3051) if the folder does not exist. The function does not create the
+/// folder, because it may be the mount point of a disk that is not connected.
 void requireFolder(const QString& folder)
 {
     if (!QFileInfo(folder).isDir())
@@ -47,7 +48,7 @@ void requireFolder(const QString& folder)
                  u"צור אותה, או חבר את הדיסק שלה, ונסה שוב."}));
 }
 
-/// Returns the names of all backups in the folder, the newest one first.
+/// Returns the file names of all daily backups in the folder, the newest one first.
 QStringList backupsIn(const QString& folder)
 {
     QStringList names;
@@ -55,13 +56,14 @@ QStringList backupsIn(const QString& folder)
         if (dayOf(name).isValid())
             names.append(name);
     }
-    // The names are equally long, so their order is the order of the dates.
+    // All names have the same length and contain the date as year, month, day, so sorting the names
+    // sorts the dates.
     std::sort(names.begin(), names.end(), std::greater<>());
     return names;
 }
 
-/// Returns the check's report of a backup. A file that cannot be opened has a finding that prevents
-/// copying.
+/// Checks a backup and returns the report. If the file cannot be opened, the report contains a
+/// finding that prevents copying.
 CheckReport reportOf(const QString& path)
 {
     try {
@@ -76,7 +78,8 @@ bool isGood(const QString& path)
     return reportOf(path).preventCopying.isEmpty();
 }
 
-/// Returns the identity of a store, or an empty text if it has none or cannot be read.
+/// Returns the identity of a store, or an empty text if the store has no identity or cannot be
+/// read.
 QString identityOf(const QString& name)
 {
     try {
@@ -86,15 +89,16 @@ QString identityOf(const QString& name)
     }
 }
 
-/// Returns false if both the file and the store are known and differ.
+/// Returns true if the backup at `path` may belong to the store with the identity `store`. Returns
+/// false only if both identities are known and differ.
 bool mayBeOf(const QString& path, const QString& store)
 {
     const QString identity = identityOf(path);
     return identity.isEmpty() || store.isEmpty() || identity == store;
 }
 
-/// Returns the name of the newest backup of another store, or an empty text if the newest good
-/// backup in the folder belongs to this store.
+/// Searches the folder for a backup of another store, from the newest backup to the newest good one
+/// of this store. Returns the name of the backup that was found, or an empty text if there is none.
 QString backupOfAnotherStore(const QString& folder, const QString& store)
 {
     for (const QString& name : backupsIn(folder)) {
@@ -107,7 +111,7 @@ QString backupOfAnotherStore(const QString& folder, const QString& store)
     return {};
 }
 
-/// Renames a damaged backup to a free name and returns that name's path.
+/// Renames a damaged backup to a free name. Returns the path with the new name.
 QString setAside(const QString& path)
 {
     QString aside = path + u".damaged"_s;
@@ -118,13 +122,14 @@ QString setAside(const QString& path)
     return aside;
 }
 
-/// Removes the good backups of this store behind the newest ones. Damaged and foreign files are
-/// neither counted nor removed.
+/// Removes the oldest good backups of this store, so that the newest keptDailyBackups ones remain.
+/// Damaged backups and backups of another store are neither counted nor removed.
 void removeOld(const QString& folder, const QDate& today, const QString& store,
                DailyOutcome& outcome)
 {
     QStringList names = backupsIn(folder);
-    // A clock that is set back would otherwise remove the backup that was just made.
+    // Today's backup is never removed. Without this exception, the backup that was just made would
+    // be removed if the clock has been set back.
     names.removeOne(dailyBackupName(today));
     if (names.size() < keptDailyBackups)
         return;   // Nothing has to be read.

@@ -8,12 +8,13 @@
 
 namespace storetools {
 
-/// Number of daily backups that a folder keeps.
+/// The number of daily backups that are kept in a folder.
 inline constexpr int keptDailyBackups = 30;
 
 struct DailyOutcome
 {
-    /// Name of a backup of another store in the folder. If there is one, nothing was done.
+    /// The name of a backup in the folder that belongs to another store. If the name is not empty,
+    /// no backup was made.
     QString otherStore;
     QString path;           ///< Today's backup; it exists unless `backup` has findings.
     bool wasThere = false;  ///< Today's backup existed and is good, so nothing was copied.
@@ -26,12 +27,15 @@ struct DailyOutcome
 /// Returns the file name of the backup of a day, such as "zomrel-2026-03-01.mdb".
 QString dailyBackupName(const QDate& day);
 
-/// Makes the backup of a day in a folder unless a good one is there already, and then removes all
-/// but the newest backups. A damaged backup of the day is renamed and replaced. The copy is checked
-/// before it is written and again in its final place. Removes only files with the names of
-/// dailyBackupName, nothing if no new backup was made, and never the backup of this day. Throws
-/// PermissionDenied (3051) if the folder does not exist, CorruptDatabase (3049) if the written copy
-/// is damaged, and the errors of backUpStore.
+/// Makes the backup of the day `today` in a folder, unless the folder already contains a good
+/// backup of that day. Then removes all but the newest backups. A damaged backup of that day is
+/// renamed, and a new one is made. The copy is checked before it is written, and again at its final
+/// path.
+///
+/// Removes only files whose names have the form of dailyBackupName(). Removes nothing if no new
+/// backup was made, and never removes the new backup. Throws PermissionDenied (3051) if the folder
+/// does not exist, CorruptDatabase (3049) if the written copy is damaged, and the errors of
+/// backUpStore().
 DailyOutcome backUpDaily(const Place& place, const QString& folder, const QDate& today,
                          const RowsOfTable& progress);
 
@@ -49,7 +53,7 @@ struct DailyStatus
     int count = 0;       ///< Number of backups, good or not.
 };
 
-/// Finds the newest good backup of a folder. A backup is good if its rows are complete. Throws
+/// Finds the newest good backup in a folder. A backup is good if its rows are complete. Throws
 /// PermissionDenied (3051) if the folder does not exist.
 DailyStatus dailyStatus(const QString& folder);
 

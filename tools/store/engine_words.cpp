@@ -14,12 +14,13 @@ namespace storetools {
 
 namespace {
 
-/// A text of an engine. The English text is the engine's own, with its placeholders in ascending
-/// order.
+/// An English text of a database engine and its Hebrew translation. The placeholders of the English
+/// text are in ascending order.
 struct EngineText
 {
     Text text;
-    /// The last placeholder stands for a reason, which may be a text of an engine as well.
+    /// True if the last placeholder stands for a reason. The reason may be an engine's text that
+    /// has a translation as well.
     bool endsWithReason = false;
 };
 
@@ -45,7 +46,7 @@ constexpr std::array findingTexts{
     EngineText{{u"table '%1': %2", u"בטבלה %1: %2"}, true},
 };
 
-/// Findings that SQLite reports in its own words.
+/// The findings of SQLite's integrity check, in SQLite's own wording.
 constexpr std::array integrityTexts{
     EngineText{{u"NULL value in %1", u"%1 ריק, ואסור שיהיה ריק"}},
     EngineText{{u"NUMERIC value in %1", u"ב-%1 שמור מספר במקום טקסט"}},

@@ -5,21 +5,24 @@
 
 #include <optional>
 
-/// The Hebrew for the English texts of the engines: findings about a store, hazards of a server,
-/// connected stations, and descriptions of errors.
+/// Hebrew translations of the English texts of the database engines: findings about a store,
+/// hazards of a server, connected stations, and descriptions of errors.
 namespace storetools {
 
-/// Returns the text in the user's language, or nothing if there is no Hebrew for it.
+/// Returns the engine's text in the user's language, or nothing if the text has no Hebrew
+/// translation.
 std::optional<QString> translated(const QString& english);
 
-/// Returns the text in the user's language. A text without Hebrew is quoted in English.
+/// Returns the engine's text in the user's language. If the text has no Hebrew translation, returns
+/// a Hebrew sentence that quotes the English text.
 QString ofEngine(const QString& english);
 QStringList ofEngine(const QStringList& english);
 
-/// Returns the place of a database, as dao::Link::place() describes it, in the user's language.
+/// Returns the description of a database's place in the user's language. `place` is the English
+/// description that dao::Link::place() returns.
 QString placeInWords(const QString& place);
 
-/// Returns the English texts that have a Hebrew one, with their placeholders.
+/// Returns the English texts, with their placeholders, that have a Hebrew translation.
 QStringList knownEngineTexts();
 
 } // namespace storetools

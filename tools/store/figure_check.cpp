@@ -20,7 +20,9 @@ namespace storetools {
 
 namespace {
 
-/// Far below what a saw can cut, and far above the noise of one more conversion of a number.
+/// The largest difference at which a stored and a computed figure count as equal. The difference is
+/// much smaller than a saw can cut, and much larger than the rounding error of a number that is
+/// converted once more.
 constexpr double tolerance = 1e-9;
 
 StoredFields fieldsOf(const store::TableSchema& table, const dao::ExaminedRow& row)
@@ -54,7 +56,8 @@ bool isSame(const QVariant& stored, double computed)
     return stored.isValid() && std::abs(stored.toDouble() - computed) <= tolerance;
 }
 
-/// Returns the texts about the figures of a line that do not follow from one series.
+/// Returns one text for each figure of an order line that differs from the figure computed from
+/// `series`.
 QStringList differences(const StoredFields& line, const StoredFields& series)
 {
     QStringList all;

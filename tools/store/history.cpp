@@ -21,7 +21,8 @@ int orderIn(const QString& text)
     return order;
 }
 
-/// Returns what was done to a row, as the log of changes calls it, in the user's language.
+/// Returns the name of an action in the user's language. `logged` is the action in the log of
+/// changes: "added", "changed" or "deleted".
 QString actionOf(const QString& logged)
 {
     for (const Text& each :

@@ -1,4 +1,5 @@
-// The library that reads the old format exists for Linux only.
+// This file replaces import_command.cpp on Windows, because the library that reads the old format
+// exists for Linux only.
 
 #include "tools/store/import_command.h"
 

@@ -12,12 +12,12 @@ Language& chosenLanguage()
     return chosen;
 }
 
-/// Returns the name of the locale for messages, or an empty text.
+/// Returns the name of the locale for messages, or an empty text if there is none.
 QString usersLocaleName()
 {
 #ifdef Q_OS_WIN
-    // The toolkit knows only the display language there. Scripts set the variables of other
-    // systems.
+    // On Windows, Qt evaluates only the display language. Scripts may set the locale variables of
+    // other systems, so the program reads these variables itself.
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         if (const QString name = qEnvironmentVariable(variable); !name.isEmpty())
             return name;

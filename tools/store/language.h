@@ -4,13 +4,13 @@ namespace storetools {
 
 enum class Language { English, Hebrew };
 
-/// Returns the language of the messages. It is English until setLanguage() chooses another one, so
-/// that a program that only uses this library is not affected by the user's locale.
+/// Returns the language of the messages. The language is English until setLanguage() changes it, so
+/// that the user's locale does not affect a program that never calls setLanguage().
 Language language();
 void setLanguage(Language language);
 
-/// Returns Hebrew if the user's language is Hebrew, as the environment or the system's settings
-/// say, and otherwise English.
+/// Returns Hebrew if the environment variables or the system's settings choose Hebrew for messages,
+/// and English otherwise.
 Language usersLanguage();
 
 } // namespace storetools

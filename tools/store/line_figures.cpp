@@ -11,7 +11,8 @@ namespace storetools {
 
 namespace {
 
-/// The series picker's two slat deductions by the thickness of the U profile.
+/// The slat deductions of the series picker for a thick and a thin U-profile. A U-profile with the
+/// thickness 6.5 is thick, and any other one is thin.
 constexpr double thickProfile = 6.5;
 constexpr double thickProfileDeduction = 12.7;
 constexpr double thinProfileDeduction = 10.3;
@@ -39,7 +40,8 @@ cuts::Series seriesOf(const StoredFields& fields)
     return series;
 }
 
-/// One line with what is known of how it was computed.
+/// An order line with the stored fields and the series from which its figures can be computed
+/// again.
 class Line
 {
 public:
@@ -82,7 +84,8 @@ private:
             const auto part = static_cast<cuts::Part>(each);
             const bool isBare = isDoor_ && part > cuts::Kanaf;
             const cuts::Size base = baseOf(part);
-            // The width of a monoblock door's frame follows from a deduction that is not stored.
+            // The cut width of a monoblock door's frame is not computed, because it depends on a
+            // deduction that is not stored.
             if (!(isDoor_ && isMonoblock_ && part == cuts::Mashkof))
                 all.emplace_back(names[2 * each], isBare ? 0 : cuts::cutWidth(series_, part, base));
             all.emplace_back(names[2 * each + 1],

@@ -9,15 +9,16 @@
 
 namespace storetools {
 
-/// The values of a stored row by field name; a missing or unreadable value is invalid.
+/// The values of a stored row by field name. A missing or unreadable value is an invalid QVariant.
 using StoredFields = QMap<QString, QVariant>;
 
-/// A field of a line with its computed value.
+/// The name of a field of an order line, and the value computed for the field.
 using Figure = std::pair<QString, double>;
 
-/// Computes the figures of a line that follow from its opening, its series and the remaining stored
-/// fields. The monoblock's width deduction and the door frame's thickness are not stored as such;
-/// they are taken from the reduced width and from U_Thick. Throws like the functions in cuts.h.
+/// Computes the figures of an order line that follow from its opening, its series and its other
+/// stored fields. The monoblock's width deduction and the door frame's thickness have no fields of
+/// their own: the deduction follows from the reduced width MyWidth_2, and the thickness is taken
+/// from U_Thick. Throws the errors of the functions in cuts.h.
 std::vector<Figure> figuresOf(const StoredFields& line, const StoredFields& series);
 
 } // namespace storetools

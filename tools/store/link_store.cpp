@@ -24,7 +24,8 @@ void refuseAnythingButALink(const QString& path)
         throw ToldError(runtime::DatabaseExists, say(alreadyExists, path));
 }
 
-/// Writes the link durably. The access of a link that is replaced is kept as far as the user may.
+/// Writes the link file durably. A link file that replaces another one gets the owner, group and
+/// permissions of the replaced file, as far as the user may set them.
 void write(const QString& path, QByteArray text)
 {
     const QString place = runtime::followLinks(path);
@@ -38,7 +39,8 @@ void write(const QString& path, QByteArray text)
     link.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
 }
 
-/// Opens the store through a link in a temporary folder.
+/// Opens the link's target through a temporary link file, and returns whether the target is a
+/// store.
 LinkedTo tried(const dao::Link& link, const QByteArray& text, Hazards hazards)
 {
     const ScratchFolder folder;

@@ -26,8 +26,8 @@ StoreContents moveIntoDatabase(const StillStore& source, dao::Database& target,
     return contents;
 }
 
-/// Checks that the target is empty. Returns the opened database of a server, or nullptr if the
-/// target is a file, which is created later.
+/// Checks that the target of a move contains no store. Returns the opened database if the target is
+/// on a server. Returns nullptr if the target is a file, because the file is created later.
 std::shared_ptr<dao::Database> emptyTarget(const Place& to)
 {
     if (!to.isOnServer()) {

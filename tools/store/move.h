@@ -8,22 +8,23 @@ namespace storetools {
 struct MoveOutcome
 {
     QStringList notes; ///< Tables of other programs, which were not copied.
-    /// Errors that prevented the move; if there are any, nothing was changed.
+    /// Errors that prevented the move. If there are any, nothing was changed.
     QStringList findings;
-    /// The row counts and digests of the tables, which are the same in the source and the target;
-    /// empty if there are findings.
+    /// The row count and the digest of each table, which are the same in the source and the target.
+    /// The map is empty if there are findings.
     StoreContents contents;
 };
 
-/// Copies a consistent snapshot of the whole store to a place that holds no store, then reads the
-/// rows of both sides and compares them. The target is either complete or unchanged.
+/// Copies a consistent snapshot of a whole store to a target that contains no store. Then reads the
+/// rows of the source and the target and compares them. If the move fails, the target remains
+/// unchanged.
 ///
-/// Throws DatabaseExists (3204) for a target that holds a store or one of its tables, and any error
-/// of opening, reading and writing.
+/// Throws DatabaseExists (3204) for a target that contains a store or one of a store's tables, and
+/// any error of opening, reading and writing.
 MoveOutcome moveStore(const Place& from, const Place& to, const RowsOfTable& progress);
 
-/// A new embedded store with the contents of another store. It has been read back but not yet moved
-/// to its final path.
+/// A new embedded store with the contents of another store. Its rows have been read back, but its
+/// file has not been moved to the final path yet.
 struct MadeStore
 {
     std::unique_ptr<NewStore> store;

@@ -11,7 +11,7 @@ namespace storetools {
 
 namespace {
 
-/// Returns the path. Throws DatabaseExists (3204) if a store cannot be created there.
+/// Returns the path itself. Throws DatabaseExists (3204) if a store cannot be created at this path.
 const QString& freePath(const QString& path)
 {
     requireFree(path);

@@ -13,7 +13,7 @@ class Database;
 
 namespace storetools {
 
-/// Returns the path of the store that a command uses if none is given.
+/// Returns the path of the store that a command uses if the command line names no store.
 QString defaultStore();
 
 /// The location of a store on the command line: the path of an embedded store, the path of a link,
@@ -25,8 +25,8 @@ public:
     /// invalid address, for a damaged link and for a link to a link.
     explicit Place(const QString& name);
 
-    /// Returns the path of the embedded store, behind a link if there is one; for a store on a
-    /// server, the link or address as it was given.
+    /// Returns the path of an embedded store; if the location is a link to a file, this is the path
+    /// of that file. For a store on a server, returns the link or the address as it was given.
     const QString& name() const { return name_; }
     bool isOnServer() const { return isOnServer_; }
     /// Opens the store. Throws the errors of dao::Workspace::OpenDatabase.
@@ -38,14 +38,14 @@ public:
 private:
     QString name_;
     bool isOnServer_ = false;
-    /// Temporary folder of the link file that is written for an address.
+    /// The temporary folder with the link file that is written if the location is an address.
     std::unique_ptr<ScratchFolder> folder_;
     QString path_;
 };
 
 /// Checks that a new embedded store can be created at this path. Throws DatabaseExists (3204) if a
-/// file exists there. A leftover journal counts as well, since SQLite would roll it back into the
-/// new store.
+/// file or a leftover journal exists there, because SQLite would roll a leftover journal back into
+/// the new store.
 void requireFree(const QString& path);
 
 } // namespace storetools

@@ -20,17 +20,19 @@ namespace storetools {
 
 namespace {
 
-/// Timeout for a server's answer to one statement. A command processes a whole store, which takes
-/// longer than a query of a form.
+/// The timeout for a server's answer to one statement. The timeout is long, because a command
+/// processes a whole store, which takes longer than a query of a form.
 constexpr std::chrono::minutes patience(5);
 
-/// Returns an option with the placeholders of what follows it.
+/// Returns an option for the help text: its name, the placeholder of its value and the placeholders
+/// of its arguments.
 QString wordsOf(const Option& option)
 {
     return (QStringList{option.name, option.value} + option.arguments).join(u' ').simplified();
 }
 
-/// Prints a call and, in the second column, what it does.
+/// Prints one entry of the help text: a call in the first column, and what the call does in the
+/// second column.
 void printCall(QTextStream& stream, const QString& indentation, const QString& call,
                const Text& summary)
 {
@@ -75,7 +77,7 @@ QString optionName(const Option& option)
     return option.name.mid(2); // without the two dashes
 }
 
-/// Returns the placeholders of the arguments that a command takes with these options.
+/// Returns the placeholders of the arguments that a command takes if `options` are given.
 QStringList argumentsOf(const Command& command, const QMap<QString, QString>& options)
 {
     for (const Option& each : command.options) {
@@ -100,7 +102,7 @@ QString whatTakes(const Command& command, const QStringList& placeholders)
 }
 
 /// Separates the words after the command name into options and arguments. Throws WrongCall for a
-/// missing value, an unknown option, or a wrong number of arguments.
+/// missing value of an option, an unknown option, or a wrong number of arguments.
 Call callOf(const Command& command, const QStringList& words)
 {
     QCommandLineParser parser;

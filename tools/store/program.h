@@ -7,8 +7,8 @@
 
 namespace storetools {
 
-/// Runs the command line, given without the program's name. Results are written to `out`, errors to
-/// `err`.
+/// Runs a command line, which is given without the program's name. Writes results to `out` and
+/// errors to `err`.
 ExitStatus run(const QStringList& arguments, QTextStream& out, QTextStream& err);
 
 } // namespace storetools

@@ -6,8 +6,8 @@
 
 namespace storetools {
 
-/// Shows the progress of a long command in one terminal line, which is erased when the command
-/// ends. If the output is not a terminal, nothing is shown.
+/// Shows the progress of a long command in one line of the terminal. The line is erased when the
+/// command ends. If the output is not a terminal, nothing is shown.
 class Progress
 {
 public:
@@ -16,7 +16,8 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// Shows the number of rows that are done. `what` is in the user's language.
+    /// Shows the name of the current step and the number of rows that are done. The name `what` is
+    /// in the user's language.
     void show(const QString& what, qint64 rows);
 
 private:
@@ -26,7 +27,8 @@ private:
     QElapsedTimer sinceShown_;
 };
 
-/// Runs a long command and shows its progress if the error stream is a terminal.
+/// Calls `work`, which runs a long command, with a progress callback. The progress is shown if the
+/// error stream is a terminal.
 template <typename Work>
 auto withProgress(QTextStream& err, Work&& work)
 {

@@ -6,8 +6,8 @@
 
 namespace storetools {
 
-/// Calls the function with random names that have this beginning, until it returns true for one.
-/// Throws PermissionDenied (3051) if it never does.
+/// Calls `create` with random names that start with `beginning`, until `create` returns true for
+/// one of them. Throws PermissionDenied (3051) if `create` returns false for 100 names.
 void createUnderRandomName(const QString& beginning,
                            const std::function<bool(const QString& name)>& create);
 

@@ -9,7 +9,7 @@ namespace runtime {
 class RunTimeError;
 }
 
-/// Options and messages that several commands have in common.
+/// Options and messages that several commands of zomrel-store use.
 namespace storetools {
 
 extern const QString forceOption;
@@ -25,20 +25,21 @@ void tell(QTextStream& stream, const QString& message, const QString& program = 
 void tellNextStep(QTextStream& stream, const QString& nextStep,
                   const QString& program = storeProgram);
 
-/// Prints what failed and what to do next. Returns Failure.
+/// Prints an error and what the user should do next. Returns the exit status Failure.
 ExitStatus fail(QTextStream& err, const QString& message, const QString& nextStep);
 ExitStatus fail(QTextStream& err, const runtime::RunTimeError& error);
 
-/// Prints the findings in a store or a backup, the message about them, and what to do next. Returns
-/// Failure.
+/// Prints the findings in a store or a backup, a message about the findings, and what the user
+/// should do next. Returns the exit status Failure.
 ExitStatus notSound(QTextStream& err, const QStringList& findings, const QString& message,
                     const QString& nextStep);
 
-/// Checks that no station is connected to the place that a command is about to replace or fill.
-/// Otherwise names the stations and returns false, unless the call forces the command.
+/// Checks that no station is connected to the store or database that a command is about to replace
+/// or fill. If stations are connected, prints them and returns false. With the option --force,
+/// always returns true.
 bool isLeft(const QString& place, const Call& call, QTextStream& err);
 
-/// Prints the number of rows of each table.
+/// Prints a list of tables with the number of rows of each table.
 class Counts
 {
 public:
@@ -47,7 +48,8 @@ public:
     void add(const QString& table, qint64 rows) { line(table, QString::number(rows)); }
 
 private:
-    /// Prints two cells. The columns keep their order in a Hebrew text.
+    /// Prints the two cells of one line. Each cell is isolated, so that the columns keep their
+    /// order in a Hebrew text.
     void line(const QString& table, const QString& rows);
 
     QTextStream& out_;

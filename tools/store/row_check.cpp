@@ -42,7 +42,8 @@ public:
             checkKey(row, row.values[std::size_t(keyOrdinal_)]);
     }
 
-    /// Returns the findings of single rows, followed by the keys that several rows share.
+    /// Returns the findings about single rows, followed by a finding for each key that several rows
+    /// have.
     QStringList findings() const
     {
         QStringList all = findings_;
@@ -100,7 +101,7 @@ private:
     QMap<int, int> keys_;
 };
 
-/// Counts the lines whose order does not exist.
+/// Counts the order lines that have no order number or that belong to an order that does not exist.
 class LineCheck
 {
 public:
@@ -140,7 +141,7 @@ private:
     QMap<int, int> lost_;
 };
 
-/// Reads all rows of a table. Returns a finding if that fails.
+/// Reads all rows of a table. Returns a finding if the table cannot be read to its end.
 QStringList readThrough(dao::Database& database, const QString& table,
                         const std::function<void(const dao::ExaminedRow&)>& visitor)
 {

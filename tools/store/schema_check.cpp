@@ -89,7 +89,8 @@ bool contains(const QStringList& names, const QString& name)
     return names.contains(name, Qt::CaseInsensitive);
 }
 
-/// Returns the findings about fields that the program does not make, or that refuse Null.
+/// Returns the findings about fields that the program does not create, and about fields that do not
+/// allow Null although the program may store Null in them.
 QStringList foreignFields(const store::TableSchema& expected, const store::TableSchema& found)
 {
     QStringList findings;
@@ -118,7 +119,7 @@ QString uniqueness(const dao::IndexInfo& index)
                         : say({u"an index that is not unique", u"אינדקס שמרשה כפילויות"});
 }
 
-/// Returns the findings about indexes that the program does not make, or makes otherwise.
+/// Returns the findings about indexes that the program does not create or creates differently.
 QStringList foreignIndexes(const store::TableSchema& expected, const store::TableSchema& found)
 {
     QStringList findings;
@@ -138,7 +139,8 @@ QStringList foreignIndexes(const store::TableSchema& expected, const store::Tabl
     return findings;
 }
 
-/// Returns the table of this name among the eleven and the program's own, or nullptr.
+/// Returns the definition of the table with this name from the store's eleven tables and the
+/// program's own tables. Returns nullptr for any other name.
 const store::TableSchema* expectedTable(const QString& name)
 {
     if (const store::TableSchema* table = store::tableSchema(name))
@@ -154,7 +156,8 @@ QStringList checkForeignParts(const Layout& layout)
     QStringList findings;
     for (const store::TableSchema& found : layout) {
         const store::TableSchema* expected = expectedTable(found.name);
-        // Tables with this prefix belong to the program. Later versions may have more of them.
+        // Every table with the prefix "zomrel_" belongs to the program. A later version of the
+        // program may have created a table that is not in this version's schema.
         if (expected == nullptr && found.name.startsWith("zomrel_"_L1))
             continue;
         if (expected == nullptr || expected->name != found.name)

@@ -10,22 +10,23 @@ class FolderMark;
 
 namespace storetools {
 
-/// Closes the stores that this process keeps open for later use, on a system where an open file can
-/// be neither renamed nor removed.
+/// Closes the stores that this process keeps open for later use. This is done only on Windows,
+/// where an open file can be neither renamed nor removed.
 void letGoOfFiles();
 
-/// A folder for intermediate files in the folder for temporary files. Only the user can read it.
-/// The destructor removes it. A process that is killed leaves the folder; removeLeft removes it.
+/// A private folder for intermediate files, inside the system's folder for temporary files. Only
+/// the user can read it. The destructor removes the folder. A killed process leaves its folder
+/// behind, and removeLeft() removes it.
 class ScratchFolder
 {
 public:
-    /// Throws PermissionDenied (3051) if the folder cannot be created.
+    /// Creates the folder. Throws PermissionDenied (3051) if the folder cannot be created.
     ScratchFolder();
     ~ScratchFolder();
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-    /// Removes the user's folders whose processes have ended.
+    /// Removes the user's scratch folders that killed processes have left behind.
     static void removeLeft();
 
     QString filePath(const QString& name) const { return path_ + u'/' + name; }

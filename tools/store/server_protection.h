@@ -2,9 +2,9 @@
 
 namespace storetools {
 
-/// The part of the setup script that creates the schema zomrel_log with the log of changes, and the
-/// triggers on the store's tables. Tables that are created later get their triggers by an event
-/// trigger.
+/// The SQL text that creates the log of changes in the schema zomrel_log, and the triggers on the
+/// store's tables. The text is a part of the setup script. An event trigger creates the triggers of
+/// tables that are added later.
 extern const char* const serverProtection;
 
 } // namespace storetools

@@ -11,8 +11,8 @@ namespace storetools {
 
 class Place;
 
-/// What a server's settings mean for a store there. Both lists are empty for an embedded store and
-/// for a server that cannot be reached.
+/// Findings about the settings of the server of a store. Both lists are empty for an embedded store
+/// and for a server that cannot be reached.
 struct Safety
 {
     QStringList hazards; ///< The server may lose confirmed rows.
@@ -22,7 +22,7 @@ struct Safety
 /// Returns the findings about the settings of a store's server, as lines for the user.
 Safety safetyOf(const Place& place);
 
-/// Returns what to do about a server that may lose rows.
+/// Returns the advice to the user about a server that may lose rows.
 QString adviceForServer();
 
 /// Throws InvalidOperation (3219) if the server of an open store may lose confirmed rows.

@@ -39,7 +39,7 @@ REVOKE ALL ON SCHEMA public FROM PUBLIC;
 GRANT USAGE, CREATE ON SCHEMA public TO zomrel_owner;
 )";
 
-// The rights are granted to each station itself. There is no common role of the stations, because a
+// The rights are granted to the role of each station. The stations have no common role, because a
 // member of a role can change the settings of that role.
 constexpr auto station =
     R"(
@@ -85,7 +85,9 @@ QString serverSetup(const QStringList& stations)
 QStringList stationRoles(const QString& text)
 {
     static const QRegularExpression name(u"^[a-z_][a-z0-9_]{0,62}$"_s);
-    // A role with the name of the schema would find its tables before those of the store.
+    // The name "zomrel_log" is reserved, because PostgreSQL searches the schema with the name of
+    // the role first. A role with this name would find the tables of the log before those of the
+    // store.
     static const QStringList reserved{u"public"_s, u"none"_s, u"zomrel_owner"_s, u"zomrel_log"_s};
     QStringList names = text.split(u',');
     for (const QString& each : std::as_const(names)) {

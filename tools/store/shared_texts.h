@@ -28,21 +28,23 @@ inline constexpr Text acceptUnsafeServer{u"accept a server that may lose stored 
 inline constexpr Text checkTheDisk{u"Check the disk and run the command again.",
                                    u"בדוק את הדיסק והרץ את הפקודה שוב."};
 
-/// Returns the name of a field with its table, as findings name it.
+/// Returns the name of a field as findings show it: the name of the table, a dot and the name of
+/// the field.
 inline QString fieldOf(const QString& table, const QString& field)
 {
     return table + u'.' + field;
 }
 
-/// Returns a finding about a whole file, or about the whole database on a server.
+/// Returns the text of a finding about the whole file of a store, or about the whole database if
+/// the store is on a server.
 inline QString ofWhole(bool isOnServer, const QString& finding)
 {
     return isOnServer ? say({u"server: %1", u"שרת: %1"}, Phrase{finding})
                       : say({u"file: %1", u"קובץ: %1"}, Phrase{finding});
 }
 
-/// Returns a finding about one row of a table. The row is named by its key, or by its position if
-/// the key is empty.
+/// Returns the text of a finding about one row of a table. The text contains the row's key, or the
+/// row's position if the key is empty.
 inline QString ofRow(const QString& table, const QString& key, qint64 position,
                      const QString& finding)
 {

@@ -6,9 +6,9 @@
 
 namespace storetools {
 
-/// The standard output or the standard error. The marks that isolate names in a Hebrew text are
-/// written to a terminal only: programs that read a file or a pipe compare and cut paths and
-/// numbers, and the marks would stick to them.
+/// The standard output or the standard error stream. In a Hebrew text, names are enclosed in
+/// invisible direction marks (see isolated()). These marks are written only to a terminal, because
+/// a program that reads a file or a pipe would take the marks for parts of paths and numbers.
 class StandardStream : public QFile
 {
 public:

@@ -53,7 +53,7 @@ void StillStore::examine()
                                u"הטבלה %1 אינה של התוכנית ולא הועתקה"},
                               each.name));
     }
-    // copyTo writes the table that identifies the store.
+    // The table with the store's identity is not copied, because copyTo() writes that table itself.
     tables_ += own;
     tables_.removeAll(dao::storeMarkTable);
 }

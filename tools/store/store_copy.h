@@ -9,36 +9,38 @@
 
 namespace storetools {
 
-/// Progress callback of a long command. It receives the current step and the number of rows so far.
+/// The progress callback of a long command. It receives the name of the current step and the number
+/// of rows that are done in this step.
 using RowsOfTable = std::function<void(const QString& what, qint64 rows)>;
 
-/// The contents of the tables of a store, by table name.
+/// The row count and the digest of each table of a store, by table name.
 using StoreContents = std::map<QString, dao::TableContents>;
 
-/// The identity of a copy. A copy that becomes a store of its own gets a new one. A backup, and a
-/// store that is restored from it, keep the identity of the source.
+/// Selects the identity of a copy. A copy that becomes a store of its own gets a new identity. A
+/// backup, and a store that is restored from a backup, keep the identity of the source.
 enum class Identity { New, OfSource };
 
-/// A consistent snapshot of a store. Stations keep working meanwhile. For an embedded store the
-/// snapshot is a copy in the folder for temporary files.
+/// A consistent snapshot of a store. Stations may keep working with the store. The snapshot of an
+/// embedded store is a copy in the folder for temporary files.
 class StillStore
 {
 public:
-    /// Opens the store and takes the snapshot. Throws the errors of opening and copying the store.
+    /// Opens the store and takes a snapshot of it. Throws the errors of opening and copying the
+    /// store.
     explicit StillStore(const Place& place);
 
-    /// Returns the schema errors that prevent copying, one line for each missing or wrong table,
-    /// field or index.
+    /// Returns one line for each table, field and index of the store that is missing or wrong.
+    /// These findings prevent copying.
     const QStringList& findings() const { return findings_; }
-    /// Returns one line for each table that does not belong to the store.
+    /// Returns one line for each table that does not belong to the store and is not copied.
     const QStringList& notes() const { return notes_; }
 
     /// Checks the snapshot.
     CheckReport check() const;
 
-    /// Creates the tables in a target that has none of them, within the target's
-    /// transaction, copies the rows and gives the target an identity. Throws the errors of
-    /// dao::copyTable.
+    /// Creates the store's tables in a target database that has none of them, copies the rows and
+    /// gives the target an identity. The caller must have opened a transaction in the target.
+    /// Throws the errors of dao::copyTable.
     StoreContents copyTo(dao::Database& target, Identity identity,
                          const RowsOfTable& progress) const;
 
@@ -53,12 +55,14 @@ private:
     QStringList notes_;
 };
 
-/// Returns the names of the store's tables that the database has.
+/// Returns the names of the store's tables, including the program's own tables, that the database
+/// has.
 QStringList storeTablesIn(dao::Database& database);
 /// Checks that the database has none of the store's tables. Throws DatabaseExists (3204) otherwise.
 void requireNoStore(dao::Database& database);
 
-/// Reads all copied rows again. Throws InternalError (51) if they differ from what was written.
+/// Reads all copied rows again. Throws InternalError (51) if they differ from the rows that were
+/// written.
 void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress);
 
 } // namespace storetools

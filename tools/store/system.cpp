@@ -2,8 +2,8 @@
 
 #include "tools/store/reporting.h"
 
-// Functions that need system calls. On Windows the resources of the process are not limited, and
-// closed standard streams stay closed.
+// This file contains the functions that need system calls. On Windows the resources of the process
+// are not limited, and closed standard streams remain closed.
 #include <QtGlobal>
 
 #include <cerrno>
@@ -41,7 +41,8 @@ void limit(decltype(RLIMIT_CORE) resource, rlim_t value)
 void limitThisProcess(int cpuSeconds)
 {
     limit(RLIMIT_CORE, 0);
-    // A write to a file fails then, instead of ending the process.
+    // The signal SIGXFSZ is ignored. Writing beyond the limit of the file size then fails and does
+    // not end the process.
     std::signal(SIGXFSZ, SIG_IGN);
     limit(RLIMIT_FSIZE, 0);
     limit(RLIMIT_CPU, static_cast<rlim_t>(cpuSeconds));
@@ -94,7 +95,8 @@ bool isTerminal(FILE* stream)
 
 void useUtf8Console()
 {
-    // The console keeps the setting after the program has ended.
+    // The console would keep UTF-8 after the program has ended, so the former code page is restored
+    // at exit.
     static const UINT former = GetConsoleOutputCP();
     if (former != 0 && SetConsoleOutputCP(CP_UTF8))
         std::atexit([] { SetConsoleOutputCP(former); });

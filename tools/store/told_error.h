@@ -4,11 +4,13 @@
 
 namespace storetools {
 
-/// An error of a command, described in the user's language. The engine's errors are English.
+/// An error of a command with a description in the user's language. The descriptions of the
+/// engine's own errors are in English.
 class ToldError : public runtime::RunTimeError
 {
 public:
-    /// Creates an error. If `nextStep` is empty, the advice for the error number is printed.
+    /// Creates an error. If `nextStep` is empty, the program prints the general advice for the
+    /// error number.
     ToldError(int number, QString description, QString nextStep = {})
         : RunTimeError(number, std::move(description)), nextStep_(std::move(nextStep))
     {

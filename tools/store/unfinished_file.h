@@ -4,14 +4,14 @@
 
 namespace storetools {
 
-/// Returns the beginning of the random names of unfinished files.
+/// Returns the prefix of the random names that unfinished files have.
 QString unfinishedPrefix();
-/// Removes unfinished files of killed processes from the folder.
+/// Removes the unfinished files that killed processes have left in the folder.
 void removeLeftFiles(const QString& folder);
 
-/// A file under construction in the folder of its final path. It has a random name until it is
-/// complete. The destructor deletes it unless it has been put in place. A process that is killed
-/// leaves the file; the next UnfinishedFile in the same folder removes it.
+/// A file under construction in the folder of its final path. The file has a random name until
+/// putInPlace() is called. The destructor deletes a file that has not been put in place. A killed
+/// process leaves its file behind; the next UnfinishedFile in the same folder removes that file.
 class UnfinishedFile
 {
 public:
@@ -22,10 +22,10 @@ public:
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
     /// Appends the contents of another file or device. Throws DiskFull (3026) or DiskOrNetworkError
-    /// (3043).
+    /// (3043) if writing fails.
     void fill(QIODevice& source);
     void fill(const QString& sourcePath);
-    /// Returns the open file, for setting its owner, group and permissions.
+    /// Returns the open file, so that the caller can set its owner, group and permissions.
     QFile& file() { return file_; }
     /// Writes the file to the disk, renames it to its final path and writes the folder to the disk.
     /// Throws the errors of runtime::durableRename.

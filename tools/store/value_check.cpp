@@ -17,8 +17,9 @@ namespace storetools {
 
 namespace {
 
-/// Returns true for fields that the program fills in every row of the table. Kinds and colours that
-/// were left empty are Null in stores that were imported from an old format.
+/// Returns true for a field that the program fills in every row of the table. The fields of kinds
+/// and colours do not count, because they are Null in a store that was imported from the old format
+/// if the user had left them empty.
 bool isAlwaysFilled(const QString& table, const dao::FieldInfo& field)
 {
     if (table == "Orders"_L1)
@@ -28,7 +29,8 @@ bool isAlwaysFilled(const QString& table, const dao::FieldInfo& field)
     return false;
 }
 
-/// Returns the lowest value that the program writes to a field of whole numbers, if there is one.
+/// Returns the lowest value that the program writes to an integer field, or nothing if the field
+/// has no lowest value.
 std::optional<int> lowestOf(const QString& table, const QString& field)
 {
     const bool isCounted =
@@ -107,8 +109,9 @@ private:
     int row_ = 0;
 };
 
-/// Finds line numbers that several lines of an order have. Two stations that add a line at the same
-/// moment, or a report that is printed meanwhile, may cause that.
+/// Finds line numbers that occur several times in one order. Such duplicates may arise if two
+/// stations add a line at the same moment, or if a line is added while the order's report is
+/// printed.
 class LineNumbers
 {
 public:

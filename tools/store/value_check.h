@@ -6,17 +6,17 @@
 
 namespace storetools {
 
-/// What the values of a store's rows show.
+/// The result of checking the values in the rows of a store.
 struct ValueReport
 {
     /// Values that the program cannot have written.
     QStringList findings;
-    /// Values that the program itself may have written, but hardly on purpose. They do not make a
-    /// store unsound.
+    /// Values that the program itself can have written, but that the user hardly intended. A store
+    /// with such values is still sound.
     QStringList remarks;
 };
 
-/// Reads all orders, lines and series and compares their values with what the program writes.
+/// Reads all orders, order lines and series, and reports values that the program does not write.
 ValueReport checkValues(dao::Database& database, const Layout& layout);
 
 } // namespace storetools

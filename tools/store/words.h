@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-/// The texts of the program's messages, each in English and in Hebrew.
+/// The message texts of zomrel-store, each in English and in Hebrew.
 namespace storetools {
 
 constexpr bool isHebrewLetter(char16_t character)
@@ -15,9 +15,9 @@ constexpr bool isHebrewLetter(char16_t character)
     return character >= u'\u05d0' && character <= u'\u05ea';
 }
 
-/// Returns true if both texts are the same message in the two languages: only the second one has
-/// Hebrew letters, both have the same placeholders %1 to %9, and every Latin letter of the second
-/// one is in braces.
+/// Returns true if the two texts can be the same message in English and in Hebrew: only the Hebrew
+/// text contains Hebrew letters, both texts contain the same placeholders %1 to %9, and every Latin
+/// letter of the Hebrew text is in braces.
 constexpr bool isTranslation(std::u16string_view english, std::u16string_view hebrew)
 {
     std::array<int, 10> placeholders{};
@@ -46,9 +46,9 @@ constexpr bool isTranslation(std::u16string_view english, std::u16string_view he
     return hasHebrew && !isInBraces && placeholders == std::array<int, 10>{};
 }
 
-/// A message in both languages, with placeholders %1 to %9. Commands, options and the like in the
-/// Hebrew text are in braces and are isolated. A text whose languages do not belong together does
-/// not compile.
+/// A message in English and in Hebrew, with placeholders %1 to %9. In the Hebrew text, commands,
+/// options and other Latin words are in braces, and the program isolates them. Two texts that fail
+/// isTranslation() do not compile.
 class Text
 {
 public:
@@ -66,13 +66,13 @@ private:
     const char16_t* hebrew_;
 };
 
-/// A text in the user's language that is part of another one.
+/// A text in the user's language that replaces a placeholder of another text.
 struct Phrase
 {
     QString text;
 };
 
-/// The value of a placeholder. Everything but a phrase is isolated in a Hebrew text,
+/// A value that replaces a placeholder. In a Hebrew text every value except a Phrase is isolated,
 /// so that a path, a name or a number keeps its own direction.
 class Argument
 {
@@ -89,8 +89,8 @@ private:
     QString text_;
 };
 
-/// Returns a name for use inside a Hebrew text, enclosed in the marks for left-to-right text
-/// (U+2066 and U+2069). In English the name is returned unchanged.
+/// Returns a name for use inside a Hebrew text, enclosed in the marks that isolate left-to-right
+/// text (U+2066 and U+2069). If the user's language is English, returns the name unchanged.
 QString isolated(const QString& name);
 
 QString filled(const Text& text, std::span<const Argument> arguments);
@@ -103,7 +103,7 @@ QString say(const Text& text, const Each&... arguments)
     return filled(text, all);
 }
 
-/// Removes the marks of isolated() from a text in UTF-8.
+/// Removes the marks U+2066 and U+2069, which isolated() adds, from a UTF-8 text.
 QByteArray withoutIsolation(QByteArray utf8);
 
 } // namespace storetools

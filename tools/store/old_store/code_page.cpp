@@ -36,8 +36,8 @@ public:
 
     enum class Result { Character, Unknown, Incomplete };
 
-    /// Converts one byte separately. Given a longer text, iconv may combine adjacent bytes into one
-    /// character.
+    /// Converts a single byte to a character. The bytes of a text are converted one by one, because
+    /// iconv may combine adjacent bytes into one character.
     Result convert(char byte, char16_t& character) const
     {
         iconv(handle_, nullptr, nullptr, nullptr, nullptr);

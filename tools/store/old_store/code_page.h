@@ -15,14 +15,15 @@ public:
     /// InvalidProcedureCall (5) if the code page is unknown or is not a single-byte encoding.
     explicit CodePage(const QString& name);
 
-    /// Returns the name that was passed to the constructor.
+    /// Returns the name of the code page that was passed to the constructor.
     const QString& name() const { return name_; }
-    /// Decodes a text. Throws DataTypeConversion (3421), with the byte and its position, for a byte
-    /// that the code page does not define.
+    /// Decodes a text. Throws DataTypeConversion (3421) for a byte that the code page does not
+    /// define. The description contains the byte and its position.
     QString decoded(const QByteArray& bytes) const;
 
 private:
-    // Marks an undefined byte; U+FFFF is never a character.
+    // The entry for a byte that the code page does not define. The code point U+FFFF is never a
+    // character.
     static constexpr char16_t unknown = 0xffff;
 
     QString name_;

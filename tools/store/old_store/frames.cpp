@@ -16,11 +16,12 @@ namespace {
 
 enum class Kind : quint8 { Opened = 1, ForeignTable, Table, Row, TableEnd, End };
 
-/// Maximum size of a frame in bytes. A row fits on a page of the old file, except for its memos,
-/// whose length the reader limits.
+/// The maximum size in bytes of one frame. A frame contains at most one row. A row fits on a page
+/// of the old file, except for its memos, and the reader limits the length of memos.
 constexpr quint32 longestFrame = 64 * 1024 * 1024;
 constexpr qsizetype lengthSize = sizeof(quint32);
-/// Upper limit for the number of columns; no table of the old format has more.
+/// The upper limit for the number of columns of a table. No table of the old format has more
+/// columns.
 constexpr quint32 mostColumns = 256;
 
 template <typename... Values>

@@ -7,8 +7,8 @@ class QIODevice;
 
 namespace storetools {
 
-/// A visitor that serializes its calls to a device, for a FrameReader in another process. Throws
-/// DiskOrNetworkError (3043) if the device does not accept the data.
+/// A visitor that writes each call as a frame to a device. A FrameReader in another process reads
+/// the frames. Throws DiskOrNetworkError (3043) if the device does not accept the data.
 class FrameWriter : public OldStoreVisitor
 {
 public:
@@ -26,8 +26,9 @@ private:
     QIODevice& device_;
 };
 
-/// Parses the byte stream of a FrameWriter, in pieces of any size, and repeats the calls on a
-/// visitor. Throws CorruptDatabase (3049) for any byte sequence that a FrameWriter cannot produce.
+/// Parses the bytes that a FrameWriter has written, in pieces of any size, and makes the same calls
+/// on a visitor. Throws CorruptDatabase (3049) for any byte sequence that a FrameWriter cannot
+/// produce.
 class FrameReader
 {
 public:

@@ -11,8 +11,9 @@ namespace storetools {
 
 namespace {
 
-/// Returns true if an old store may lack this table. The program creates the table Orders itself,
-/// and the user can re-enter a lookup table. The tables Cuts and Serials are required.
+/// Returns true if an old store may lack the table with this name. The program creates a missing
+/// table Orders itself, and the user can enter the rows of a lookup table again. The tables Cuts
+/// and Serials are required.
 bool mayBeMissing(const QString& table)
 {
     return table != u"Cuts"_s && table != u"Serials"_s;
@@ -56,7 +57,7 @@ void Intake::add(const NewRow& row)
 {
     const auto key =
         static_cast<std::size_t>(schema_->ordinalOf(schema_->indexes.front().fields.front()));
-    // Rows arrive sorted by key, so duplicate keys are adjacent.
+    // The rows of an old table arrive sorted by key, so rows with the same key follow one another.
     const bool doubled = lastKey_ == row[key];
     lastKey_ = row[key];
     if (doubled)

@@ -9,7 +9,8 @@
 
 namespace storetools {
 
-/// The destination of converted rows: a new store whose tables exist and are empty.
+/// The destination of the rows that an import has converted: a new store whose tables exist and are
+/// empty.
 class RowSink
 {
 public:
@@ -17,11 +18,11 @@ public:
     virtual void add(const store::TableSchema& table, const NewRow& row) = 0;
 };
 
-/// Progress callback of the import. It is called for each row with the current step and the number
-/// of rows so far.
+/// The progress callback of an import. It is called for each row, with the name of the current step
+/// and the number of rows that are done in this step.
 using TakeOverProgress = std::function<void(const QString& what, qint64 rows)>;
 
-/// Imports an old store row by row. After the first finding no row is added to the sink any more;
+/// Imports an old store row by row. After the first finding, no more rows are added to the sink;
 /// the remaining rows are only checked for further findings.
 class Intake : public OldStoreVisitor
 {
@@ -29,14 +30,14 @@ public:
     Intake(RowSink& sink, const TakeOverOptions& options, TakeOverProgress progress);
 
     const TakeOverReports& reports() const { return reports_; }
-    /// Returns the digest of the rows that were added to this table. It is empty for a table that
-    /// the old store lacks.
+    /// Returns the digest of the rows that were added to this table of the new store. The digest is
+    /// empty for a table that the old store lacks.
     const RowDigest& added(const store::TableSchema& table) { return added_[table.name]; }
 
     void opened(OldFormat format) override { format_ = format; }
     void foreignTable(const QString& name, bool linked) override;
     /// Starts the import of a table. Throws CorruptDatabase (3049) if the table is unknown or has
-    /// been reported before.
+    /// already been reported by the reader.
     void table(const OldTable& table) override;
     void row(const OldRow& row) override;
     void tableEnd() override;

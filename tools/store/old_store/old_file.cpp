@@ -22,7 +22,7 @@ constexpr int deletedRow = 0x8000;
 constexpr int movedRow = 0x4000;
 constexpr int placeOfRow = 0x1fff;
 
-/// Maximum length of a memo in bytes; real memos are far shorter.
+/// The maximum length of a memo in bytes. Real memos are far shorter.
 constexpr qsizetype longestMemo = qsizetype{16} * 1024 * 1024;
 
 struct HandleCloser
@@ -31,7 +31,7 @@ struct HandleCloser
 };
 using Handle = std::unique_ptr<MdbHandle, HandleCloser>;
 
-/// The position of a row within its page, which is the page that was read last.
+/// The position of a row within the page that was read last.
 struct PlaceInPage
 {
     int start = 0;
@@ -39,7 +39,7 @@ struct PlaceInPage
     int flags = 0;
 };
 
-/// A row's key and position in the file.
+/// A row that has been located in the file: its key and its position.
 struct FoundRow
 {
     qint32 key = 0;
@@ -47,9 +47,10 @@ struct FoundRow
     PlaceInPage place;
 };
 
-/// Counts the bytes of the values that are read. Every byte of a sound file belongs to one value,
-/// so that the values together are no longer than the file. A damaged file may refer to the same
-/// bytes again and again; reading it ends here.
+/// Limits the total length of the values that are read to the size of the file. In a sound file
+/// each byte belongs to at most one value, so the values together are not longer than the file. A
+/// damaged file may refer to the same bytes again and again; the limit then ends the reading with
+/// an error.
 class ByteBudget
 {
 public:
@@ -65,8 +66,9 @@ private:
     qint64 left_;
 };
 
-/// Reads one table. Rows are located first and then read in key order, because the file reuses the
-/// space of deleted rows and so does not keep rows in insertion order.
+/// Reads one table. The reader first locates all rows and then reads them in the order of their
+/// keys, because the file reuses the space of deleted rows and so does not keep the insertion
+/// order.
 class TableReader
 {
 public:
@@ -120,7 +122,7 @@ private:
         visitor_.table(described);
     }
 
-    /// Returns the next page of the table after this one, or 0 if there is none.
+    /// Returns the number of the table's next page after `page`, or 0 if there is none.
     quint32 pageBehind(quint32 page) const
     {
         const gint32 next = mdb_map_find_next(&pages_.file(), table_->usage_map,
@@ -164,9 +166,9 @@ private:
             .start = start & placeOfRow, .length = length, .flags = start & ~placeOfRow};
     }
 
-    /// Follows the pointers of a moved row to its current position. A row that outgrows its page
-    /// moves to another page, where it is marked as deleted so that a scan skips it, and its old
-    /// position keeps a pointer.
+    /// Finds the current position of a moved row by following its pointers. A row that outgrows its
+    /// page moves to another page. There the row is marked as deleted, so that a scan of the page
+    /// skips it. The old position contains a pointer to the new one.
     void findMovedRow(PlaceInPage place)
     {
         constexpr int longestWay = 16;
@@ -211,7 +213,7 @@ private:
                qsizetype{field.start} + field.siz <= end;
     }
 
-    /// Returns the row's key. Returns 0 for every row if the table has no key or its key is not an
+    /// Returns the key of a row. Returns 0 if the table has no key, or if the key is Null or not an
     /// integer.
     qint32 keyOf(const std::vector<MdbField>& fields) const
     {
@@ -254,8 +256,8 @@ private:
         return column.col_type == MDB_MEMO ? memo(bytes) : bytes;
     }
 
-    /// Reads a memo. It is stored in the row itself, in one row of another page, or in a chain of
-    /// such rows.
+    /// Reads a memo. The text of a memo is stored in the table's row itself, in one row of another
+    /// page, or in a chain of such rows.
     QByteArray memo(const QByteArray& head) const
     {
         constexpr quint32 inRow = 0x80000000;
@@ -328,8 +330,9 @@ OldFormat formatOf(const MdbHandle& handle)
     return handle.f->jet_version == MDB_VER_JET3 ? OldFormat::Jet3 : OldFormat::Jet4;
 }
 
-/// Checks that the catalog is complete. Throws CorruptDatabase (3049) if it holds fewer tables than
-/// it records. Otherwise a table that is lost from the catalog would go unnoticed.
+/// Checks that the catalog, which is the file's list of tables, is complete. Throws CorruptDatabase
+/// (3049) if the catalog contains fewer tables than its recorded row count. Without this check a
+/// lost table would not be noticed.
 void requireWholeCatalog(std::span<MdbCatalogEntry*> catalog)
 {
     const auto itself = std::ranges::find_if(catalog, [](const MdbCatalogEntry* entry) {

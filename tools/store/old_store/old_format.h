@@ -40,26 +40,26 @@ struct OldTable
     QString name;
     qint64 recordedRows = 0;        ///< The number of rows that the file records for the table.
     std::vector<OldColumn> columns; ///< The columns that the store's schema contains.
-    /// The columns that the store's schema does not contain.
+    /// The columns of the table that the store's schema does not contain.
     std::vector<OldColumn> foreignColumns;
 };
 
-/// The raw bytes of a value as the file stores them; an empty optional is Null. The pieces of a
-/// memo are joined. A Boolean is one byte, 0 or 1.
+/// The raw bytes of a value in the old file. An empty optional means Null. The pieces of a memo are
+/// joined, and a Boolean is one byte, 0 or 1.
 using OldCell = std::optional<QByteArray>;
-/// A row with one cell for each column of the table.
+/// One row of an old table, with one cell for each element of OldTable::columns.
 using OldRow = std::vector<OldCell>;
 
-/// Receives the contents of an old store in this order: opened(), then tables with their rows and
-/// foreign tables in any order, then end(). For a Jet 3 file each character of a name is a raw byte
-/// of the file's code page.
+/// Receives the contents of an old store in this order: a call of opened(), then the tables with
+/// their rows and the foreign tables in any order, then a call of end(). In the names of a Jet 3
+/// file, each character is a raw byte of the file's code page.
 class OldStoreVisitor
 {
 public:
     virtual ~OldStoreVisitor() = default;
     virtual void opened(OldFormat format) = 0;
-    /// Reports a table that the store's schema does not contain. A linked table is stored in
-    /// another file.
+    /// Reports a table that the store's schema does not contain. `linked` is true if the rows of
+    /// the table are stored in another file.
     virtual void foreignTable(const QString& name, bool linked) = 0;
     virtual void table(const OldTable& table) = 0;
     virtual void row(const OldRow& row) = 0;

@@ -10,14 +10,15 @@
 #include <memory>
 #include <span>
 
-// glib.h is included before mdbtools.h, which would otherwise include it inside extern "C".
+// The header glib.h must be included before mdbtools.h, because mdbtools.h would otherwise include
+// glib.h inside extern "C".
 #include <glib.h>
 
 #include <mdbtools.h>
 
 namespace storetools {
 
-/// Throws CorruptDatabase (3049) with this description if the condition does not hold.
+/// Throws CorruptDatabase (3049) with the description `otherwise` if the condition does not hold.
 template <typename... Each>
 void require(bool condition, const Text& otherwise, const Each&... arguments)
 {

@@ -2,7 +2,7 @@
 
 #include "tools/store/words.h"
 
-/// Texts about an old file that several files use.
+/// Message texts about an old file that several source files use.
 namespace storetools {
 
 inline constexpr Text tablesCannotBeRead{u"its list of tables cannot be read",

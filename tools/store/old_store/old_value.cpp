@@ -31,7 +31,7 @@ Number numberOf(const QByteArray& bytes)
     return qFromLittleEndian<Number>(bytes.constData());
 }
 
-/// Replaces negative zero by zero, so that a store has only one zero.
+/// Replaces negative zero by positive zero, so that a store contains only one of the two.
 double plain(double value)
 {
     return value == 0 ? 0 : value;
@@ -51,19 +51,21 @@ double fromSingle(float value)
     return decimal(text.data(), written.ptr);
 }
 
-/// Converts a currency value, stored as an integer number of ten-thousandths. The decimal text is
-/// parsed because a division could yield a different double than that text.
+/// Converts a currency value, which is stored as an integer number of ten-thousandths. The function
+/// writes the value as a decimal text and parses the text, because a division could yield a
+/// slightly different double.
 double fromCurrency(qint64 value)
 {
     const QByteArray text = QByteArray::number(value) + "e-4";
     return decimal(text.constData(), text.constData() + text.size());
 }
 
-/// Converts days since 30 December 1899. The fraction is the time of day and counts forward, for
-/// negative numbers as well.
+/// Converts a number of days since 30 December 1899 to a date or a date with a time. The fraction
+/// is the time of day, which counts forward from midnight even if the number is negative.
 QVariant fromDays(double days)
 {
-    // Upper limit for a date in days, greater than the last date that either file format can store.
+    // The upper limit for the absolute number of days. The limit is greater than the last date that
+    // the old file format can store.
     constexpr double farthest = 3'000'000;
     if (!(std::abs(days) < farthest))
         refuseValue(say({u"it is no date", u"זה אינו תאריך"}));
@@ -79,9 +81,9 @@ QVariant fromDays(double days)
     return QDateTime(date, QTime(0, 0).addSecs(rest), Qt::UTC);
 }
 
-/// Decodes a Jet 4 text. An uncompressed text has two bytes per character. A compressed text starts
-/// with the bytes FF FE and has one byte per character below 256; a zero byte toggles between one
-/// and two bytes per character.
+/// Decodes a text of a Jet 4 file. An uncompressed text has two bytes per character. A compressed
+/// text starts with the bytes FF FE and has one byte for each character below U+0100; a zero byte
+/// switches between one and two bytes per character.
 QString fromUnicode(const QByteArray& bytes)
 {
     const bool compressed = bytes.startsWith("\xff\xfe");

@@ -22,10 +22,11 @@ namespace {
 
 constexpr int second = 1000; // Milliseconds.
 
-/// Limit of the reading process's CPU time in seconds. The largest possible file needs less.
+/// The limit of the reading process's CPU time in seconds. Reading the largest possible old file
+/// takes less.
 constexpr int longestWork = 300;
 
-/// Owns the reading process; the destructor kills it.
+/// Owns the process that reads an old store. The destructor kills the process.
 class Reader
 {
 public:
@@ -36,9 +37,9 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
             environment.remove(name);
-        // The library does not reset its character conversion between names, so the last letter of
-        // a Hebrew name would change the next name. ISO-8859-1 prevents this, because it converts
-        // each byte by itself.
+        // The library mdbtools does not reset its character conversion between two names, so the
+        // last letter of a Hebrew name would change the next name. The encoding ISO-8859-1 prevents
+        // this, because each of its bytes is converted separately.
         environment.insert(u"MDB_JET3_CHARSET"_s, u"ISO-8859-1"_s);
         process_.setProcessEnvironment(environment);
         process_.setStandardInputFile(QProcess::nullDevice());
@@ -54,8 +55,8 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    /// Passes the output of the process to `frames`. Throws CorruptDatabase (3049) if the process
-    /// hangs, crashes, fails or stops before the end of the data.
+    /// Passes the output of the reading process to `frames`. Throws CorruptDatabase (3049) if the
+    /// process hangs, crashes, fails or ends before the end of the data.
     void readTo(FrameReader& frames)
     {
         int silence = 0;
@@ -125,8 +126,8 @@ int runReading(const QString& path)
 {
     limitThisProcess(longestWork);
     QFile output;
-    // The library prints warnings to the standard output, so the data goes to a separate
-    // descriptor.
+    // The library mdbtools prints warnings to the standard output, so the data is written to a
+    // separate descriptor.
     const int channel = takeStandardOutput();
     if (channel < 0 || !output.open(channel, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
         return 1;

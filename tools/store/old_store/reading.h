@@ -7,21 +7,23 @@
 
 namespace storetools {
 
-/// A command line whose process writes an old store to its standard output in the format of
-/// FrameWriter.
+/// The command line and the timeouts of a process that reads an old store and writes its contents
+/// to the standard output, in the format of FrameWriter.
 struct ReadingProcess
 {
     QString program;
     QStringList arguments;
-    /// Timeout in seconds; a process that writes nothing for this long is treated as hung.
+    /// The timeout in seconds for output of the process. A process that writes nothing for this
+    /// long counts as hung.
     int longestSilence = 60;
     /// Timeout in seconds for the whole process.
     int longestTime = 3600;
 };
 
-/// Runs the process and passes its output to the visitor. Throws CorruptDatabase (3049) if the
-/// process fails, crashes or hangs, with the last line of its error stream or the way it ended.
-/// Throws InternalError (51) if the process cannot be started, and any error of the visitor.
+/// Runs the reading process and passes its output to the visitor. Throws CorruptDatabase (3049) if
+/// the process fails, crashes or hangs; the description contains the last line of the process's
+/// error stream or says how the process ended. Throws InternalError (51) if the process cannot be
+/// started, and any error of the visitor.
 void readFrom(const ReadingProcess& process, OldStoreVisitor& visitor);
 
 /// Reads an old store in a separate process and passes its contents to the visitor. Throws
@@ -29,8 +31,8 @@ void readFrom(const ReadingProcess& process, OldStoreVisitor& visitor);
 /// and any error of the visitor.
 void readOldStore(const QString& path, OldStoreVisitor& visitor);
 
-/// Main function of the separate reading process. Returns its exit status and writes errors to the
-/// error stream.
+/// The main function of the separate process that reads the old store at `path`. Returns the exit
+/// status and writes errors to the error stream.
 int runReading(const QString& path);
 
 } // namespace storetools

@@ -2,7 +2,7 @@
 
 namespace storetools {
 
-/// Name of the hidden command that reads an old file and writes its contents to the standard
+/// The name of the hidden command that reads an old store and writes its contents to the standard
 /// output.
 constexpr auto readingCommand = "read-old-store";
 

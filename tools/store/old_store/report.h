@@ -6,7 +6,8 @@
 
 namespace storetools {
 
-/// A list of messages for the user. It keeps the first hundred messages and counts the others.
+/// A list of messages for the user. The list keeps the first hundred messages and only counts the
+/// others.
 class Report
 {
 public:

@@ -7,12 +7,12 @@
 
 namespace storetools {
 
-/// A running digest of a table's rows. Two tables with equal digests have the same rows in the same
-/// order; no row is kept in memory.
+/// A running digest of the rows of a table. Two tables with equal digests have the same rows in the
+/// same order. The rows are not kept in memory.
 class RowDigest
 {
 public:
-    /// Adds a row. The values have the types of the table's fields.
+    /// Adds a row to the digest. The values must have the types of the table's fields.
     void add(const std::vector<QVariant>& row);
     qint64 rows() const { return rows_; }
     bool operator==(const RowDigest& other) const;

@@ -20,8 +20,8 @@ const QString& keyOf(const store::TableSchema& table)
     return table.indexes.front().fields.front();
 }
 
-/// Returns true if an old table may lack this field. Such a field is not used by the program, or
-/// the program adds it to an older store itself.
+/// Returns true if a table of an old store may lack this field. The program does not use such a
+/// field, or adds the field to an older store itself.
 bool mayBeMissing(const store::TableSchema& table, const dao::FieldInfo& field)
 {
     if (table.name == u"Orders"_s)
@@ -29,7 +29,8 @@ bool mayBeMissing(const store::TableSchema& table, const dao::FieldInfo& field)
     return field.name == u"Code"_s || field.name == u"Rem"_s || field.name == u"Sign"_s;
 }
 
-/// Returns a value as it appears in a message: printable and at most 40 characters long.
+/// Returns the text of a value for a message. Characters that are not printable become spaces, and
+/// a text longer than 40 characters is cut.
 QString shown(const QVariant& value)
 {
     constexpr qsizetype longest = 40;
@@ -104,12 +105,14 @@ void TableIntake::setPlace(const OldRow& row)
         if (key.isValid())
             shownKey_ = keyOf(schema_) + u' ' + shown(key);
     } catch (const RunTimeError&) {
-        // The error is ignored here, because the conversion of the key field reports it later.
+        // An error in the key field is not reported at this point, because the conversion of the
+        // key field reports it later.
         return;
     }
 }
 
-/// Returns the decoded value of a field, or an invalid QVariant for Null or a missing field.
+/// Returns the decoded value of a field of a row. Returns an invalid QVariant for Null, and for a
+/// field that the old table lacks.
 QVariant TableIntake::decoded(std::size_t ordinal, const OldRow& row) const
 {
     const std::optional<Source>& source = sources_[ordinal];
@@ -155,8 +158,8 @@ bool TableIntake::take(std::size_t ordinal, const OldRow& row, QVariant& value)
     return true;
 }
 
-/// Checks the length of a text against its field. If truncation is enabled, a text that is too long
-/// is truncated. Otherwise it is reported and the function returns false.
+/// Checks that a text is not longer than its field. If truncation is enabled, truncates a text that
+/// is too long. Otherwise reports the text and returns false.
 bool TableIntake::fit(const dao::FieldInfo& field, QVariant& text)
 {
     if (field.type != dao::dbText || text.typeId() != QMetaType::QString)

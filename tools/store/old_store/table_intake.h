@@ -24,7 +24,8 @@ struct TakeOverReports
 /// A row of the new store, with one value for each field of its table.
 using NewRow = std::vector<QVariant>;
 
-/// Converts the rows of one table of an old store to rows of the new store.
+/// Converts the rows of one table of an old store to rows of the corresponding table of the new
+/// store.
 class TableIntake
 {
 public:
@@ -32,18 +33,20 @@ public:
     TableIntake(const store::TableSchema& schema, const OldTable& table, OldFormat format,
                 const TakeOverOptions& options, TakeOverReports& reports);
 
-    /// Converts a row. Returns an empty optional and reports the error if a value cannot be
-    /// imported. Values are converted like assignments to the fields.
+    /// Converts a row. A value is converted in the same way as by an assignment to a field of a
+    /// recordset. If a value cannot be imported, reports the error and returns an empty optional.
     std::optional<NewRow> converted(const OldRow& row);
 
-    /// Reports a difference between the number of rows read and the number that the file records.
+    /// Reports a difference between the number of rows that were read and the number of rows that
+    /// the file records for the table.
     void finish() const;
 
-    /// Returns a message about the row that was converted last, prefixed with the row's key.
+    /// Returns a message about the row that was converted last. The message starts with the key of
+    /// the row.
     QString found(const QString& what) const;
 
 private:
-    /// The column of the old table that supplies the value of a field.
+    /// The column of the old table that contains the values of a field.
     struct Source
     {
         std::size_t column;

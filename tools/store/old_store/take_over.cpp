@@ -22,8 +22,8 @@ namespace storetools {
 
 namespace {
 
-/// Checks that the path is a readable old store. Throws DatabaseFileNotFound (3024),
-/// PermissionDenied (3051) or UnrecognizedFormat (3343) otherwise.
+/// Checks that the file at this path is an old store and is readable. Throws DatabaseFileNotFound
+/// (3024), PermissionDenied (3051) or UnrecognizedFormat (3343) otherwise.
 void requireOldStore(const QString& path)
 {
     QFile file(path);
@@ -52,7 +52,7 @@ void requireOldStore(const QString& path)
                  u"בדוק שבחרת בקובץ ישן. קובץ נתונים רגיל אין צורך לייבא."}));
 }
 
-/// Adds imported rows to the tables of a store.
+/// Adds the imported rows to the tables of the new store.
 class StoreSink : public RowSink
 {
 public:
@@ -78,15 +78,16 @@ private:
     std::shared_ptr<dao::Recordset> recordset_;
 };
 
-/// A store that is being created in one transaction. It is discarded with this object unless keep()
-/// was called.
+/// A new store that is created in one transaction. The destructor discards the store unless keep()
+/// has been called.
 class Target
 {
 public:
     virtual ~Target() = default;
     /// Returns the database of the new store, with all its tables.
     virtual dao::Database& database() = 0;
-    /// Ends the writing and returns the store for reading. No row may be added afterwards.
+    /// Ends the writing and returns the new store's database for reading. No row may be added after
+    /// this call.
     virtual dao::Database& finished() = 0;
     virtual bool isOnServer() const = 0;
     virtual void keep() = 0;
@@ -142,8 +143,8 @@ std::unique_ptr<Target> makeTarget(const Place& place)
     return std::make_unique<FileTarget>(place.name());
 }
 
-/// Reads the stored rows back. Throws InternalError (51) if they differ from the rows that were
-/// added.
+/// Reads the rows of the new store back. Throws InternalError (51) if they differ from the rows
+/// that the import added.
 void readBack(dao::Database& database, Intake& intake, const TakeOverProgress& progress)
 {
     for (const store::TableSchema& table : store::schema()) {
@@ -180,7 +181,7 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const Place& place,
     outcome.findings = checkMaking(finished, target->isOnServer());
     if (!outcome.findings.isEmpty())
         return outcome;
-    // Invalid contents that the old store already had are imported and reported as notes.
+    // Contents that were already invalid in the old store are imported and reported as notes.
     outcome.notes += checkContents(finished);
     target->keep();
     for (const store::TableSchema& table : store::schema())
