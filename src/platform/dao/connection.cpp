@@ -14,8 +14,8 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// The number of rows that Execute reads. The report shows four rows on a page, and more pages than
-/// a window shows at once are not needed before the first page is painted.
+/// Execute reads this many rows, and the other rows are read later. A page of the report has four
+/// rows, and the first paint needs only the pages that fit in the window.
 constexpr int firstRows = 16;
 
 bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)
@@ -23,7 +23,8 @@ bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)
     return one.number == other.number && one.values == other.values;
 }
 
-/// Releases the connection as soon as all rows are loaded.
+/// The rows of one query. The object releases its database connection as soon as all rows are
+/// loaded.
 class QueryRows final : public Recordset
 {
 public:

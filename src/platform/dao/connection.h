@@ -8,34 +8,36 @@ namespace dao {
 class Database;
 }
 
-/// The report's access to the store: a connection executes a query text and returns its rows for
-/// reading.
+/// The classes with which the report reads the store. A Connection executes a query text and
+/// returns the rows of the query.
 namespace ado {
 
-/// The rows of a query, in the order of the query. All rows that are loaded at the same time come
-/// from one snapshot of the store.
+/// The rows of a query, in the order of the query. All loaded rows come from one snapshot of the
+/// store.
 ///
-/// An open transaction would keep other stations from writing, so each snapshot is that of one
-/// statement. Execute reads the first rows. If the query has more rows, readAll replaces them by
-/// all rows of a second snapshot.
+/// Connection::Execute loads the first rows with one statement. If the query has more rows, readAll
+/// replaces the first rows by all rows, which a second statement reads. The two statements are not
+/// in one transaction, because an open transaction would keep other stations from writing.
 class Recordset
 {
 public:
     virtual ~Recordset() = default;
-    /// Returns the number of rows of the query. readAll may change it.
+    /// Returns the number of rows of the query. A call of readAll may change this number.
     virtual int RecordCount() const = 0;
-    /// Returns how many rows, from the first one, are loaded. It is RecordCount after readAll.
+    /// Returns the number of loaded rows, which are the first rows of the query. After readAll, all
+    /// rows of the query are loaded.
     virtual int rowsAtHand() const { return RecordCount(); }
-    /// Loads all rows from one snapshot. Does nothing if they are already loaded. Returns true if
-    /// the number of rows, or a row that was loaded before, has changed. Throws the errors of the
-    /// store; then the loaded rows stay as they were.
+    /// Loads all rows of the query from one snapshot. Does nothing if all rows are already loaded.
+    /// Returns true if the number of rows, or a row that was loaded before, has changed. Throws the
+    /// errors of the store and then leaves the loaded rows unchanged.
     virtual bool readAll() { return false; }
     virtual int FieldCount() const = 0;
     /// Returns the position of a field by its case-insensitive name, or -1 if there is none.
     virtual int ordinalOf(const QString& name) const = 0;
     /// Returns at most `count` rows, starting with row `first`, which is counted from 0. The values
-    /// are like those of dao::Field::Value. Calls readAll if one of the rows is not loaded. Throws
-    /// DataTypeConversion (3421) or Overflow (6) for a stored value that does not fit its type.
+    /// have the types that dao::Field::Value returns. Calls readAll if one of the rows is not
+    /// loaded yet. Throws DataTypeConversion (3421) or Overflow (6) for a stored value that does
+    /// not fit the type of its field.
     virtual std::vector<std::vector<QVariant>> rows(int first, int count) = 0;
 };
 
@@ -46,8 +48,8 @@ public:
     ~Connection();
     Q_DISABLE_COPY_MOVE(Connection)
 
-    /// Opens the store at the path in the connection text, "Provider=...;Data Source=path". The
-    /// provider is ignored. Throws like dao::Workspace::OpenDatabase.
+    /// Opens the store whose path is in the connection text, "Provider=...;Data Source=path". The
+    /// provider is ignored. Throws the same errors as dao::Workspace::OpenDatabase.
     void Open(const QString& connectionString, const QString& user = {},
               const QString& password = {}, int options = -1);
     std::shared_ptr<Recordset> Execute(const QString& query, int options = -1);

@@ -10,16 +10,17 @@
 
 namespace dao {
 
-/// A handle on a store with its own connection. It is shared by the code that opened it and by all
-/// its recordsets. The connection ends with the last of these references or with Close. After
-/// Close, all its recordsets throw ObjectClosed (3420).
+/// An open store. The code that opened the store and all recordsets of the store share one Database
+/// object. The store is closed by Close, or when the last owner releases the Database object. After
+/// Close, all recordsets of the Database throw ObjectClosed (3420).
 class Database : public SessionOwner, public std::enable_shared_from_this<Database>
 {
 public:
     explicit Database(std::unique_ptr<Session> session);
 
     QString Name() const { return session().name(); }
-    /// Returns the store's location for messages: the path, or the database and server.
+    /// Returns the location of the store for messages: the path of the file, or the names of the
+    /// database and the server.
     QString place() const { return session().place(); }
     bool isOpen() const { return hasSession(); }
 
@@ -31,22 +32,23 @@ public:
     std::shared_ptr<Recordset> OpenRecordset(const QString& source, RecordsetType type);
 
     TableDefs tableDefs();
-    /// Creates the definition of a new table. The store contains the table only after it is
-    /// appended.
+    /// Creates the definition of a new table. TableDefs::Append then creates the table in the
+    /// store.
     TableDef CreateTableDef(const QString& name);
     void Close();
 
-    /// Transaction control for all operations of this Database. The main program uses no
-    /// transactions; the companion programs create and move whole stores in one transaction.
+    /// BeginTrans starts a transaction, which contains all later statements of this Database until
+    /// CommitTrans or Rollback.
     void BeginTrans() { session().begin(); }
     void CommitTrans() { session().commit(); }
     void Rollback() { session().rollback(); }
 
-    /// Writes a snapshot of the whole store to the path and replaces an existing file there. A
-    /// failed copy leaves no partial file. Other stations may keep working, but this process must
-    /// not have another connection to the store. Throws Locked (3260) if the store stays locked,
-    /// and DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied (3051) if the copy cannot
-    /// be written.
+    /// Writes a snapshot of the whole store to a file at the path and replaces an existing file
+    /// there. A failed copy leaves no partial file. Meanwhile other stations can read, and stations
+    /// that write wait. This process must not have another connection to the store. Throws Locked
+    /// (3260) if the store stays locked, DiskFull (3026), DiskOrNetworkError (3043) or
+    /// PermissionDenied (3051) if the store cannot be read or the copy cannot be written, and
+    /// OperationNotSupported (3251) for a store on a server.
     void CopyTo(const QString& path) { session().bulk()->copyTo(path); }
 
 private:
@@ -56,32 +58,34 @@ private:
 class Workspace
 {
 public:
-    /// Sets how long to wait for a locked store. The default is 5 seconds.
+    /// Sets how long a statement waits for a locked store. The default is 5 seconds.
     void setLockWait(std::chrono::milliseconds wait) { timeouts_.lock = wait; }
-    /// Sets the timeout of one statement on a server. The default is 7 seconds. The timeout must be
-    /// longer than the lock wait.
+    /// Sets how long the program waits for a server's answer to one statement. The default is 7
+    /// seconds. This time must be longer than the time that setLockWait sets.
     void setAnswerWait(std::chrono::milliseconds wait) { timeouts_.answer = wait; }
-    /// Opens an existing store shared for reading and writing. The file at the path is either an
-    /// embedded store or a link to a database on a server. Throws DatabaseFileNotFound (3024) for a
-    /// missing file, UnrecognizedFormat (3343) for a file that is not a store and for a damaged
-    /// link, CorruptDatabase (3049) for a damaged store, Locked (3260) if the store stays locked
-    /// for the lock wait, and ConnectionFailed (3151) if the server cannot be reached.
+    /// Opens an existing store for reading and writing, shared with other stations. The file at the
+    /// path is either an embedded store or a link file that names the location of a store. Throws
+    /// DatabaseFileNotFound (3024) for a missing file, UnrecognizedFormat (3343) for a file that is
+    /// not a store and for a damaged link file, CorruptDatabase (3049) for a damaged store, Locked
+    /// (3260) if the store is still locked after the lock wait, and ConnectionFailed (3151) if the
+    /// server cannot be reached.
     std::shared_ptr<Database> OpenDatabase(const QString& path) const;
-    /// Creates an empty store and opens it. Throws DatabaseExists (3204) if the file exists, and
-    /// DatabaseFileNotFound (3024) if it cannot be created.
+    /// Creates an empty store in a new file at the path and opens the store. Throws DatabaseExists
+    /// (3204) if the file exists, and DatabaseFileNotFound (3024) if the file cannot be created.
     std::shared_ptr<Database> CreateDatabase(const QString& path) const;
 
 private:
     Timeouts timeouts_;
 };
 
-/// The store engine. The single instance is created at the first use and kept until the process
-/// ends.
+/// The object with which all stores are opened. The process has one instance, which is created at
+/// the first use and kept until the process ends.
 class DBEngine
 {
 public:
     static DBEngine& instance();
-    /// Throws ItemNotFound (3265) for any number except 0.
+    /// Returns the only workspace, which has the number 0. Throws ItemNotFound (3265) for any other
+    /// number.
     Workspace& Workspaces(int number);
     std::shared_ptr<Database> OpenDatabase(const QString& path)
     {

@@ -7,8 +7,9 @@ namespace dao {
 
 namespace {
 
-/// A recordset over a list of rows that is read at opening. The pages created from it share the
-/// list until either of them changes it.
+/// A dynaset: a recordset whose list of rows is read when the recordset is opened. The recordset
+/// and the RecordsetPages objects created from it share one list. An object that changes the list
+/// makes its own copy of the list first.
 class DynasetCursor final : public Recordset::Private
 {
 public:
@@ -48,7 +49,8 @@ public:
 
     void goBy(int count) override
     {
-        // The list no longer contains a deleted row, so the next row is already at its position.
+        // The list does not contain a row that was deleted through this recordset. The position of
+        // the deleted row is therefore already the position of the next row.
         const qint64 from = place == Position::Before  ? -1
                             : place == Position::After ? qint64(list_->size())
                                                        : qint64(at_);
@@ -114,8 +116,8 @@ private:
         return *list_;
     }
 
-    /// Returns the range of primary keys if the recordset is a whole table sorted by a whole-number
-    /// primary key without gaps.
+    /// Returns the range of the primary keys if the recordset contains a whole table in the order
+    /// of a whole-number primary key without gaps. Returns nothing for any other recordset.
     std::optional<KeyRun> keyRun()
     {
         if (query_.where || order_.size() != 1)
@@ -130,8 +132,8 @@ private:
         return rows.keyRun(session(), order_.front());
     }
 
-    /// Makes the row at a list position current. A row that another station has deleted has no
-    /// values.
+    /// Makes the row at a position of the list current. If another station has deleted this row,
+    /// the current row has no values.
     void visit(std::size_t position)
     {
         std::optional<StoredRow> found;

@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::size_t rowsPerRead = 256;
 
-/// Returns true if the engine stores values of the field with the type of this one.
+/// Returns true if `stored` has the type with which the engine stores the values of a field of type
+/// `type`.
 bool isStoredAs(DataType type, const QVariant& stored)
 {
     const int kind = stored.typeId();
@@ -102,8 +103,9 @@ ExaminedCounter examineCounter(Database& database, const QString& table, const Q
 {
     Session& session = database.session();
     ExaminedCounter counter;
-    // The highest stored number is read before the counter. In the other order, a number that a
-    // station gets between the two queries would look like a lagging counter.
+    // The highest stored number is read before the last number of the counter. In the reverse
+    // order, a row that a station adds between the two queries would make the last number of the
+    // counter seem too low.
     counter.highest =
         session
             .rows(u"SELECT max(%1) FROM %2"_s.arg(Dialect::quoted(field), Dialect::quoted(table)))

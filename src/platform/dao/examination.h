@@ -12,15 +12,18 @@ namespace dao {
 
 class Database;
 
-/// A row in which some stored values may not fit their declared types.
+/// The key and the values of a row, and its fields whose stored values do not fit their declared
+/// types.
 struct ExaminedRow
 {
     RowKey key;
-    /// The values like those of Field::Value; invalid for Null and for unreadable values.
+    /// The values of the fields as Field::Value returns them. The element is invalid if the stored
+    /// value is Null or unreadable.
     std::vector<QVariant> values;
-    /// The positions of the fields whose stored values do not fit their declared types.
+    /// The positions of the fields whose stored values cannot be converted to their declared types.
     std::vector<int> unreadable;
-    /// The ordinals of fields whose contents can be read, but were stored with another type.
+    /// The positions of the fields whose stored values can be read but have another type than the
+    /// engine uses for the field.
     std::vector<int> mistyped;
 };
 
@@ -35,26 +38,26 @@ struct ExaminedCounter
     bool isExhausted() const;
 };
 
-/// Reads the whole store and returns the defects that the engine finds in its file structure, one
-/// text each. Throws CorruptDatabase (3049) if the damage prevents the check.
+/// Reads the whole store and returns the defects that the database engine finds, one text for each
+/// defect. Throws CorruptDatabase (3049) if the damage prevents the check.
 QStringList engineFindings(Database& database);
 
-/// Returns one line for each object in the store that the program does not make, such as triggers
-/// and views, and for each trigger of the program that was changed. Tables, fields and ordinary
-/// indexes are left to the table definitions.
+/// Returns one line for each object in the store that the program does not create, such as a
+/// trigger or a view, and for each trigger of the program that was changed. Does not check which
+/// tables, fields and ordinary indexes the store has, because the table definitions describe them.
 QStringList foreignObjects(Database& database);
 
-/// Returns true if the store has the table of the mark, but not exactly one complete mark in it. A
-/// store that an older version made has no such table.
+/// Returns true if the store has the table for its identifying mark, but the table does not contain
+/// exactly one complete mark. A store that an older version made has no such table.
 bool hasBrokenMark(Database& database);
 
 /// Calls the visitor once for every row of a table, in insertion order. Rows are read in pages, and
-/// no cursor is open while the visitor runs. Throws TableNotFound (3078) for an unknown table, and
-/// any error of reading.
+/// no database cursor is open while the visitor runs. Throws TableNotFound (3078) for an unknown
+/// table, and the errors of reading the store.
 void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor);
 
-/// Returns the state of a COUNTER field. Throws any error of reading.
+/// Returns the state of a counter field. Throws the errors of reading the store.
 ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field);
 
 } // namespace dao

@@ -31,7 +31,7 @@ void require(bool isCorrect)
         throw runtime::RunTimeError(runtime::QuerySyntax);
 }
 
-/// Splits a query text into words, numbers and symbols from the front.
+/// Splits a query text into words, numbers and symbols, from the start to the end.
 class Reader
 {
 public:
@@ -86,7 +86,7 @@ public:
 private:
     QStringView word() const { return rest_.first(run(0, isWordSign)); }
 
-    /// Returns the number of consecutive signs of this kind, counted from `start`.
+    /// Returns the number of consecutive characters of one kind, counted from position `start`.
     qsizetype run(qsizetype start, bool (*isOfKind)(QChar)) const
     {
         const QStringView signs = rest_.sliced(start);

@@ -21,13 +21,15 @@ struct SelectQuery
     QString orderBy; ///< Empty for the table's own order.
 };
 
-/// The condition of a query, if it has one.
+/// The condition of a query, or nothing if the query has no condition.
 using Where = std::optional<SelectQuery::Condition>;
 
-/// Returns true if the text starts like a query and therefore is not a table name.
+/// Returns true if the text starts like a query. A text for which the function returns false is a
+/// table name.
 bool isQuery(const QString& source);
 
-/// Parses a query. Throws QuerySyntax (3131) for any other text.
+/// Parses the text of a query. Throws QuerySyntax (3131) if the text is not a query of the
+/// supported form.
 SelectQuery parseQuery(const QString& text);
 
 } // namespace dao

@@ -60,11 +60,11 @@ bool Recordset::hasCurrent() const
 
 namespace {
 
-/// Moves the current row and notifies the observer before and after it.
+/// Moves the current row by calling `motion`, and notifies the observer before and after the move.
 template <typename Motion>
 void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
 {
-    // Keeps the recordset alive if the observer releases it.
+    // This pointer keeps the recordset alive if the observer releases the recordset.
     const std::shared_ptr<Recordset> alive = recordset.shared_from_this();
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();
@@ -75,7 +75,8 @@ void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
         d.observer->currentChanged();
 }
 
-/// Runs the query again by calling the given member function, and makes the first row current.
+/// Runs the query of a recordset again by calling the member function `query`, and makes the first
+/// row current.
 void restart(Recordset::Private& d, void (Recordset::Private::*query)())
 {
     d.drop();

@@ -12,8 +12,8 @@ class Recordset;
 class RecordsetPages;
 class Session;
 
-/// A field of a recordset's current row. This lightweight handle is valid while its recordset
-/// exists. It always refers to the row that is current at the time of use.
+/// A field of a recordset's current row. A Field object is valid while its recordset exists. The
+/// object always refers to the row that is current at the time of use.
 class Field
 {
 public:
@@ -25,17 +25,18 @@ public:
     int Size() const { return info().size; }
 
     /// Returns the value of the current row, or of the row that is being added or edited. The
-    /// QVariant holds an int for whole numbers and counters, -1 or 0 for a Boolean, a double, a
-    /// QString, a QDate (a QDateTime if there is a time part), and is invalid for Null. Throws
-    /// NoCurrentRecord (3021) without a current row, and RecordDeleted (3167) if the current row is
-    /// deleted.
+    /// QVariant contains an int for a whole number or a counter, -1 or 0 for a Boolean, a double
+    /// for a decimal, a QString for a text, and a QDate for a date (a QDateTime if there is a time
+    /// of day). The QVariant is invalid for Null. Throws NoCurrentRecord (3021) if there is no
+    /// current row, and RecordDeleted (3167) if the current row is deleted.
     QVariant Value() const;
 
-    /// Assigns a value to the row that is being added or edited, and converts it to the field's
-    /// type immediately. Whole numbers round half to even. Throws UpdateWithoutEdit (3020) outside
-    /// of AddNew and Edit, DataTypeConversion (3421) for a text that is not a number or date
-    /// (including the empty text), Overflow (6) for a number outside the type's range, and
-    /// FieldTooSmall (3163) for a text longer than Size.
+    /// Assigns a value to the row that is being added or edited, and converts the value to the
+    /// field's type immediately. A value for a whole-number field is rounded half to even. Throws
+    /// UpdateWithoutEdit (3020) if neither AddNew nor Edit has been called, DataTypeConversion
+    /// (3421) for a text that is not a number or date (including the empty text), Overflow (6) for
+    /// a number outside the range of the type, and FieldTooSmall (3163) for a text longer than
+    /// Size.
     void SetValue(const QVariant& value);
 
 private:
@@ -45,20 +46,21 @@ private:
     int ordinal_;
 };
 
-/// Observes one recordset. The data control implements it.
+/// The interface of an object that observes one recordset. The data control implements this
+/// interface.
 class RecordsetObserver
 {
 public:
     virtual ~RecordsetObserver() = default;
-    /// Called before every move (Move..., Seek, moveToKey), even if the row stays the same, and
-    /// before a Delete. On MoveLast all rows have already been read. A refused move causes no call.
-    /// An exception from this function prevents the move.
+    /// Called before every move (Move..., Seek, moveToKey), even if the move leads to the same row,
+    /// and before a Delete. If MoveLast is the move, all rows already count as reached. Not called
+    /// if the move is refused. An exception from this function prevents the move.
     virtual void currentAboutToChange() = 0;
     /// Called after every move, after SetIndex and Requery, and when the first row is added to an
-    /// empty recordset. The current row may be another one or none. Not called after a Delete,
-    /// which calls rowDeleted.
+    /// empty recordset. Afterwards another row, the same row or no row may be current. Not called
+    /// after a Delete, which calls rowDeleted instead.
     virtual void currentChanged() = 0;
-    /// Called after a row was added, changed or deleted through this recordset.
+    /// These functions are called after a row was added, changed or deleted through this recordset.
     virtual void rowAdded(const RowKey& key) = 0;
     virtual void rowUpdated(const RowKey& key) = 0;
     virtual void rowDeleted(const RowKey& key) = 0;
@@ -66,23 +68,23 @@ public:
 
 /// A table-type recordset or a dynaset. After opening, the first row is current if there is one.
 ///
-/// A table-type recordset always shows the live table. Its order is that of its Index, or the
-/// table's own order without one. RecordCount is exact. Each move and each Seek costs one key
-/// lookup. The lookup of the first row, after opening and after SetIndex, is delayed until the row
-/// is needed.
+/// A table-type recordset always shows the live table. The rows are in the order of the index that
+/// SetIndex has set, or in the table's own order if no index is set. RecordCount is exact. Each
+/// move and each Seek costs one look-up of a key. After opening and after SetIndex, the look-up of
+/// the first row is delayed until the row is needed.
 ///
 /// A dynaset reads its row keys once, when it is opened, in the order of the query. Rows with equal
-/// sort values are in insertion order. RecordCount counts the rows that have been reached: 0
-/// without rows, 1 after opening, all after MoveLast, and otherwise up to the farthest row that was
-/// current. Rows that a bound grid has shown count as reached, too (markReached). Rows added
-/// through the dynaset are counted and placed at its end. Rows deleted through it are no longer
-/// counted.
+/// sort values are in insertion order. RecordCount is the number of rows that have been reached: 0
+/// if there are no rows, 1 after opening, all rows after MoveLast, and otherwise the rows up to the
+/// farthest row that was current. Rows that a bound grid has shown also count as reached (see
+/// markReached). A row that is added through the dynaset is counted and is placed at the end. A row
+/// that is deleted through the dynaset is no longer counted.
 ///
-/// A row's values are read when it becomes current, and again by Move(0) and Edit. No database
-/// cursor stays open between calls, so a recordset never holds a lock on the store.
+/// The values of a row are read when the row becomes current, and again by Move(0) and Edit. No
+/// database cursor stays open between calls, so a recordset never holds a lock on the store.
 ///
-/// All functions except Type, database and setObserver throw ObjectClosed (3420) after the Database
-/// has been closed.
+/// All functions except Type, database, setObserver and markReached throw ObjectClosed (3420) after
+/// the Database has been closed.
 class Recordset : public std::enable_shared_from_this<Recordset>
 {
 public:
@@ -92,7 +94,7 @@ public:
     Q_DISABLE_COPY_MOVE(Recordset)
 
     RecordsetType Type() const;
-    /// Returns nullptr after this recordset has been closed.
+    /// Returns the Database of the recordset, or nullptr after the recordset has been closed.
     const std::shared_ptr<Database>& database() const;
 
     int RecordCount();
@@ -101,107 +103,114 @@ public:
     /// Returns true if there is a current row that can be read.
     bool hasCurrent() const;
 
-    /// These functions change the current row. Each move discards the assignments since AddNew or
-    /// Edit that no Update has written. MoveFirst and MoveLast throw NoCurrentRecord (3021) on an
-    /// empty recordset; so do MoveNext at the end and MovePrevious at the beginning. After a
-    /// Delete, MoveNext goes to the row after the deleted one.
+    /// MoveFirst, MoveLast, MoveNext, MovePrevious and Move make another row current. Each move
+    /// discards the values that were assigned since AddNew or Edit without an Update. MoveFirst and
+    /// MoveLast throw NoCurrentRecord (3021) if the recordset is empty. MoveNext throws the same
+    /// error at the end, and MovePrevious at the beginning. After a Delete, MoveNext goes to the
+    /// row after the deleted row.
     void MoveFirst();
     void MoveLast();
     void MoveNext() { Move(1); }
     void MovePrevious() { Move(-1); }
-    /// Moves by this number of rows. Move(0) reads the current row's values again.
+    /// Moves the current position by this number of rows. Move(0) reads the current row's values
+    /// again.
     void Move(int rows);
 
-    /// Sets the order to one of the table's indexes and makes the first row current. Throws
-    /// NotAnIndex (3015) for an unknown name, and OperationNotSupported (3251) on a dynaset.
+    /// Sets the order of the rows to that of an index of the table, and makes the first row
+    /// current. Throws NotAnIndex (3015) for an unknown name, and OperationNotSupported (3251) for
+    /// a dynaset.
     void SetIndex(const QString& name);
     QString Index() const;
-    /// Makes the first row whose index value equals the key current. If there is none, NoMatch
-    /// becomes true and no row is current. Throws NoCurrentIndex (3019) without an Index, and
-    /// OperationNotSupported (3251) on a dynaset and for any comparison except "=".
+    /// Makes the first row current whose index value equals the key. If there is no such row,
+    /// NoMatch becomes true, and no row is current. Throws NoCurrentIndex (3019) if no index is
+    /// set, and OperationNotSupported (3251) for a dynaset and for any comparison except "=".
     void Seek(const QString& comparison, const QVariant& key);
     bool NoMatch() const;
 
-    /// Starts a new row for assignments. The current row stays current, even after Update; only in
-    /// an empty recordset the new row becomes current.
+    /// Starts a new row to which values can be assigned. The row that was current before stays
+    /// current, even after Update. Only in an empty recordset does Update make the new row current.
     void AddNew();
-    /// Starts editing the current row and reads its values again. Throws NoCurrentRecord (3021) and
-    /// RecordDeleted (3167).
+    /// Starts editing the current row and reads its values again. Throws NoCurrentRecord (3021) if
+    /// there is no current row, and RecordDeleted (3167) if the current row is deleted.
     void Edit();
-    /// Writes the new or edited row with one statement. An Edit without changed values writes
-    /// nothing. Throws UpdateWithoutEdit (3020) outside of AddNew and Edit, DuplicateKey (3022),
-    /// ReadOnly (3027), Locked (3260), FieldRequired (3314) and other store errors; the store is
-    /// then unchanged.
+    /// Writes the new or edited row with one statement. After an Edit without changed values,
+    /// Update writes nothing. Throws UpdateWithoutEdit (3020) if neither AddNew nor Edit has been
+    /// called, RecordDeleted (3167) if the edited row is deleted, DuplicateKey (3022), ReadOnly
+    /// (3027), Locked (3260), FieldRequired (3314) and other errors of the store. After an error
+    /// the store is unchanged.
     void Update();
     void CancelUpdate();
-    /// Deletes the current row. It stays current until the next move, but reading it throws
-    /// RecordDeleted (3167).
+    /// Deletes the current row. The deleted row stays current until the next move, but reading it
+    /// throws RecordDeleted (3167).
     void Delete();
 
     int FieldCount() const { return static_cast<int>(fieldInfos().size()); }
-    /// Returns a field by case-insensitive name or by position, counted from 0. Throws ItemNotFound
-    /// (3265) for an unknown field.
+    /// Returns the field with this case-insensitive name, or at this position, which is counted
+    /// from 0. Throws ItemNotFound (3265) for an unknown field.
     Field Fields(const QString& name);
     Field Fields(int ordinal);
     const std::vector<FieldInfo>& fieldInfos() const;
 
-    /// Runs the query again and makes the first row current.
+    /// Runs the query of the recordset again and makes the first row current.
     void Requery();
-    /// Releases the Database. All later calls throw ObjectClosed (3420).
+    /// Closes the recordset and releases its Database. Later calls of its functions throw
+    /// ObjectClosed (3420).
     void Close();
 
     /// Functions for bound controls ---------------------------------------------------------------
 
-    /// Sets the only observer; nullptr removes it. The observer must outlive the recordset or
-    /// remove itself.
+    /// Sets the only observer of the recordset. A nullptr removes the observer. The observer must
+    /// outlive the recordset or remove itself.
     void setObserver(RecordsetObserver* observer);
-    /// Returns the current row's key, or an invalid key if there is no current row.
+    /// Returns the key of the current row, or an invalid key if there is no current row.
     RowKey currentKey() const;
-    /// Makes the row with this key current and notifies the observer like any move. Returns false
-    /// and changes nothing if the recordset has no such row.
+    /// Makes the row with this key current and notifies the observer as for any other move. Returns
+    /// false and changes nothing if the recordset does not contain the row.
     bool moveToKey(const RowKey& key);
-    /// Returns an independent reader of the same rows in the same order, for grids. Using it
-    /// neither moves this recordset nor changes RecordCount.
+    /// Returns an object with which a grid reads the same rows in the same order. Using this object
+    /// neither moves the current row of the recordset nor changes RecordCount.
     std::unique_ptr<RecordsetPages> pages();
-    /// Counts the first `count` rows as reached, as if the last of them had been current, without
-    /// reading or moving. Has no effect on a table-type recordset. Does not throw, even on a closed
-    /// recordset.
+    /// Makes the first `count` rows count as reached (see RecordCount). The function neither reads
+    /// these rows nor moves the current row. Has no effect on a table-type recordset. Does not
+    /// throw, even on a closed recordset.
     void markReached(int count) noexcept;
-    /// Runs the query again for a data control's Refresh. The same number of rows counts as reached
-    /// as before, or all rows if all had been reached.
+    /// Runs the query again when a data control is refreshed. Afterwards the same number of rows
+    /// counts as reached as before. If all rows had been reached before, all rows count as reached.
     void requeryAsFarAsReached();
 
 private:
     friend class Field;
-    /// Returns the recordset's state. Throws ObjectClosed (3420) if the recordset or its Database
-    /// has been closed.
+    /// Returns the internal state of the recordset. Throws ObjectClosed (3420) if the recordset or
+    /// its Database has been closed.
     Private& live() const;
-    /// Returns the state like live, after the delayed lookup of the first row.
+    /// Performs the delayed look-up of the first row and returns the internal state like the
+    /// function live.
     Private& settled() const;
 
     std::unique_ptr<Private> d_;
 };
 
-/// The rows of a recordset, read in pages for a grid. The constructor reads the row keys; load
-/// reads the values of one page. Only load throws read errors, so a model can call the other
-/// functions while Qt is painting.
+/// The rows of a recordset, read in pages for a grid. The rows and their order are determined when
+/// the object is created, and the function load reads the values of one page. A model can call
+/// rowCount, isLoaded and value while Qt is painting, because these functions do not read the store
+/// and do not throw.
 class RecordsetPages
 {
 public:
     virtual ~RecordsetPages() = default;
     virtual int rowCount() const = 0;
     virtual RowKey keyAt(int row) const = 0;
-    /// Returns the position of the row with this key, or -1 if there is none.
+    /// Returns the position of the row with this key, or -1 if the recordset has no such row.
     virtual int rowOf(const RowKey& key) const = 0;
-    /// Returns true if the row's values have been read.
+    /// Returns true if the values of the row are loaded.
     virtual bool isLoaded(int row) const = 0;
-    /// Reads the page that contains the row. Throws any error of reading.
+    /// Reads the page that contains the row from the store. Throws the errors of reading the store.
     virtual void load(int row) = 0;
     /// Returns a field value like Field::Value, or an invalid value if the row is not loaded or no
     /// longer exists.
     virtual QVariant value(int row, int ordinal) const = 0;
-    /// These functions must be called when the recordset's observer is told of an added or deleted
-    /// row.
+    /// The observer of the recordset must call appendRow after a row was added, and removeRow after
+    /// a row was deleted.
     virtual void appendRow(const RowKey& key) = 0;
     virtual void removeRow(int row) = 0;
     /// Discards the values of a row, so that the next load reads them again.

@@ -8,16 +8,18 @@
 
 namespace dao {
 
-/// The database that a recordset belongs to, once as the handle that Recordset::database returns
-/// and once as the owner of the session. Recordsets do not include the header of Database.
+/// The Database to which a recordset belongs. The pointer exists twice: for Recordset::database,
+/// and as the owner of the session. The second pointer is needed because the recordset classes do
+/// not include the header of Database.
 struct Opened
 {
     std::shared_ptr<Database> database;
     std::shared_ptr<const SessionOwner> owner;
 };
 
-/// The common state of both kinds of recordset: the values of the current row, the assignments to
-/// it and the current position. The derived classes implement the moves.
+/// The state that table-type recordsets and dynasets have in common: the values of the current row,
+/// the values assigned to that row, and the current position. The derived classes implement the
+/// moves.
 class Recordset::Private
 {
 public:
@@ -38,23 +40,25 @@ public:
     virtual RecordsetType type() const = 0;
     virtual int recordCount() = 0;
     virtual bool isEmpty() = 0;
-    /// Marks all rows as reached. Has an effect on dynasets only.
+    /// Makes all rows count as reached. The function has an effect on dynasets only.
     virtual void reachEnd() {}
-    /// Marks the first `count` rows as reached. Has an effect on dynasets only.
+    /// Makes the first `count` rows count as reached. The function has an effect on dynasets only.
     virtual void reach(int /*count*/) noexcept {}
     virtual void goFirst() = 0;
-    /// Makes the first row current. A derived class may delay the lookup until settle.
+    /// Makes the first row current. A derived class may delay the look-up of the row until settle
+    /// is called.
     virtual void standFirst() { goFirst(); }
-    /// Performs the lookup that standFirst has delayed.
+    /// Performs the look-up that standFirst has delayed.
     virtual void settle() {}
     virtual void goLast() = 0;
-    /// Moves by this number of rows, which is not 0. The caller has checked that the current
-    /// position allows the move.
+    /// Moves the current position by this number of rows, which is not 0. The caller must have
+    /// checked that the current position allows the move.
     virtual void goBy(int rows) = 0;
     virtual bool has(RowNumber number) = 0;
     virtual void goTo(RowNumber number) = 0;
     virtual void requery() = 0;
-    /// Runs the query again. Afterwards as many rows count as reached as before.
+    /// Runs the query again. Afterwards the same number of rows counts as reached as before the
+    /// call.
     virtual void requeryAsFarAsReached() { requery(); }
     virtual void rowAdded(RowNumber) {}
     virtual void rowRemoved() {}
@@ -65,18 +69,19 @@ public:
     virtual QString index() const;
     virtual void seek(const QVariant& key);
 
-    /// Returns the engine driver. Throws ObjectClosed (3420) after the recordset or its database
-    /// has been closed.
+    /// Returns the session of the database. Throws ObjectClosed (3420) after the recordset or its
+    /// database has been closed.
     Session& session() const;
     const FieldInfo& field(int ordinal) const;
-    /// Throws NoCurrentRecord (3021) or RecordDeleted (3167) if the current row cannot be read.
+    /// Throws NoCurrentRecord (3021) if there is no current row, and RecordDeleted (3167) if the
+    /// current row is deleted.
     void requireReadable();
     /// Reads the current row's values again.
     void refetch();
     QVariant value(int ordinal);
     void drop();
-    /// Makes the given row current. Without a row, the position becomes `otherwise`, or Empty if
-    /// the recordset has no rows.
+    /// Makes the row `found` current. If `found` is empty, the position becomes `otherwise`, or
+    /// Position::Empty if the recordset has no rows.
     void standOn(std::optional<StoredRow> found, Position otherwise);
     std::vector<TableRows::Assignment> additions() const;
     std::vector<TableRows::Assignment> changes() const;
@@ -97,8 +102,8 @@ public:
 std::shared_ptr<Recordset> openTable(Opened opened, TableInfo table);
 /// Opens a dynaset. Throws TooFewParameters (3061) for an unknown field in the query.
 std::shared_ptr<Recordset> openDynaset(Opened opened, TableInfo table, const SelectQuery& query);
-/// Returns the definition of a table. Throws TableNotFound (3078), and OperationNotSupported (3251)
-/// for a view.
+/// Returns the definition of a table. Throws TableNotFound (3078) if there is no such table, and
+/// OperationNotSupported (3251) for a view.
 TableInfo expectUpdatable(Session& session, const QString& name);
 /// Returns the sort order of a query. Throws TooFewParameters (3061) for an unknown field.
 RowOrder orderOf(const TableRows& rows, const SelectQuery& query);

@@ -10,8 +10,8 @@ namespace dao {
 
 namespace {
 
-/// The placeholder for the first key; the following keys have consecutive placeholders. All are
-/// lower than any row id of a table.
+/// The placeholder for the row id of the row with the first key. The rows with the following keys
+/// have consecutive placeholders. All placeholders are lower than any row id of a table.
 constexpr RowNumber firstMark = std::numeric_limits<RowNumber>::min();
 
 } // namespace
@@ -98,7 +98,8 @@ void RowList::remove(std::size_t place)
     numbers_.erase(numbers_.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
-/// Reads the rows that are known only by their keys, and replaces their marks by row ids.
+/// Reads the rows for which the list contains a placeholder instead of a row id. Replaces these
+/// placeholders by the row ids.
 std::vector<std::optional<StoredRow>> RowList::readMarked(const SessionOwner& owner,
                                                           std::size_t first, std::size_t count)
 {

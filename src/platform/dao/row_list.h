@@ -7,25 +7,28 @@
 
 namespace dao {
 
-/// The ordered rows of a recordset. Rows in the order of a whole-number key without gaps are stored
-/// as a key range only, and their row ids are read together with their values, so that a long table
-/// opens as fast as a short one. The set of rows and their order are fixed when the list is
-/// created. A row that is deleted before it is read keeps its position but gets an unused row id.
+/// The ordered list of the rows of a recordset. If the rows are in the order of a whole-number key
+/// without gaps, the list stores only the range of keys. The row ids are then read together with
+/// the values of the rows, so that a long table opens as fast as a short one. Changes that other
+/// stations make do not change the list. A row that is deleted before it is read keeps its
+/// position, but no row of the table has its row id.
 class RowList
 {
 public:
     explicit RowList(RowNumbers numbers);
-    /// Creates a list of the rows with these keys.
+    /// Creates a list of the rows whose keys are in the range `keys`.
     RowList(const TableRows& rows, int keyOrdinal, const KeyRun& keys);
 
     std::size_t size() const { return numbers_.size(); }
     RowNumber at(const SessionOwner& owner, std::size_t place);
-    /// These functions read rows of the table. A row that no longer exists is returned as nullopt.
+    /// These functions read rows of the table. For a row that no longer exists, they return
+    /// nullopt.
     std::optional<StoredRow> row(const SessionOwner& owner, const TableRows& table,
                                  std::size_t place);
     std::vector<std::optional<StoredRow>> rows(const SessionOwner& owner, const TableRows& table,
                                                std::size_t first, std::size_t count);
-    /// Returns the position of the row, or size() if it is not in the list.
+    /// Returns the position of the row with this row id, or size() if the list does not contain the
+    /// row.
     std::size_t find(const SessionOwner& owner, RowNumber number);
     void append(RowNumber number);
     void remove(std::size_t place);
@@ -42,8 +45,8 @@ private:
     std::vector<std::optional<StoredRow>> readMarked(const SessionOwner& owner, std::size_t first,
                                                      std::size_t count);
 
-    /// Row ids. If only the key of a row is known, the list holds a placeholder instead of the row
-    /// id.
+    /// The row ids of the rows. If only the key of a row is known, the element is a placeholder
+    /// instead of the row id.
     RowNumbers numbers_;
     std::optional<Keys> keys_;
 };

@@ -9,8 +9,8 @@
 
 namespace dao {
 
-/// A cache of the most recently used pages of a long list of rows. A cached page holds a value or
-/// nothing for each of its rows.
+/// A cache of the most recently used pages of a long list of rows. For each row of a cached page,
+/// the cache contains a value or nothing.
 template <typename Row>
 class RowWindow
 {
@@ -21,12 +21,12 @@ public:
     {
     }
 
-    /// Returns the index of the first row on the page that contains the row.
+    /// Returns the index of the first row of the page that contains `row`.
     std::size_t pageStart(std::size_t row) const { return row - row % pageSize_; }
     std::size_t pageSize() const { return pageSize_; }
 
-    /// Returns the cached value of a row, or nullptr. The pointer is valid until the next change of
-    /// the cache.
+    /// Returns the cached value of a row, or nullptr if the row has no cached value. The pointer is
+    /// valid until the next change of the cache.
     const Row* find(std::size_t row) const
     {
         for (const Page& page : pages_) {
@@ -38,8 +38,8 @@ public:
         return nullptr;
     }
 
-    /// Caches the page that starts with row `start`, and evicts the least recently used page if the
-    /// cache is full.
+    /// Caches the page that starts with row `start`. If the cache is full, the least recently used
+    /// page is removed.
     void keep(std::size_t start, std::vector<Row> rows)
     {
         pages_.remove_if([start](const Page& page) { return page.start == start; });
@@ -51,7 +51,7 @@ public:
         pages_.push_front(std::move(page));
     }
 
-    /// Marks the row's page as the most recently used one.
+    /// Marks the page of the row as the most recently used page.
     void touch(std::size_t row)
     {
         const auto page = std::find_if(pages_.begin(), pages_.end(), [&](const Page& each) {
@@ -70,8 +70,8 @@ public:
         }
     }
 
-    /// Updates the cache after the removal of a row. The following rows have moved, so their pages
-    /// are discarded.
+    /// Updates the cache after a row was removed from the list. Discards the page of this row and
+    /// all later pages, because the positions of their rows have changed.
     void remove(std::size_t row)
     {
         pages_.remove_if([&](const Page& page) { return page.start >= pageStart(row); });

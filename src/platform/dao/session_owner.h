@@ -4,15 +4,16 @@
 
 namespace dao {
 
-/// Holds the session of an open store. Recordsets and table definitions refer to a Database by this
-/// base class, so that they need not include its header.
+/// The base class of Database, which holds the session of an open store. Recordsets and table
+/// definitions refer to a Database by this base class, so that they need not include the header of
+/// Database.
 class SessionOwner
 {
 public:
     Q_DISABLE_COPY_MOVE(SessionOwner)
 
-    /// Throws ObjectClosed (3420) after the session has been closed. For use inside the engine
-    /// only.
+    /// Returns the session. Throws ObjectClosed (3420) after the session has been closed. The
+    /// function is not for code outside of the dao library.
     Session& session() const
     {
         if (!session_)

@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint64 rowsBetweenNews = 1024;
 
-/// Reads all rows of a table and calls the visitor for each of them.
+/// Reads all rows of a table and calls the visitor for each row.
 template <typename Visitor>
 TableContents readThrough(Session& session, const TableInfo& table, const RowsSeen& seen,
                           Visitor&& visitor)

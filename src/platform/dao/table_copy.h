@@ -9,8 +9,8 @@ namespace dao {
 
 class Database;
 
-/// The number of rows of a table and a hash of their values. Equal for tables with the same rows in
-/// the same order, also on different engines.
+/// The number of rows of a table and a hash of the values of all rows. Two tables with the same
+/// rows in the same order have equal contents, even on different engines.
 struct TableContents
 {
     qint64 rows = 0;
@@ -22,53 +22,59 @@ struct TableContents
 /// A progress function, called repeatedly with the number of rows read so far.
 using RowsSeen = std::function<void(qint64 rows)>;
 
-/// Starts a read-only snapshot: until Rollback, the database shows the store as it is now. In an
-/// embedded store, other stations cannot write meanwhile.
+/// Starts a transaction that only reads a snapshot. Until Rollback is called, the database shows
+/// the store as it is now. Other stations cannot write to an embedded store meanwhile.
 void beginSnapshot(Database& database);
 
 /// Copies a table with its fields, rows and indexes to another store, which must not have a table
-/// of this name. The rows keep their insertion order. Counters continue after the highest number
-/// that the source has ever assigned. Must be called within a transaction of the target.
+/// of this name. The rows keep their insertion order. Counter fields continue after the highest
+/// number that the source has ever assigned. Must be called within a transaction of the target.
 ///
 /// Throws TableNotFound (3078) if the source has no such table, and any error of the engines. For a
-/// value that does not fit its field it throws DataTypeConversion (3421), Overflow (6) or
-/// FieldTooSmall (3163) with the table, row and field in the description.
+/// value that does not fit its field, throws DataTypeConversion (3421), Overflow (6) or
+/// FieldTooSmall (3163), with the table, the row and the field in the description.
 TableContents copyTable(Database& from, const QString& table, Database& to, const RowsSeen& seen);
 
-/// Gives the store a new identity and generation, within the open transaction. A new store gets
-/// them when it is created, imported or moved.
+/// Gives the store a new identity and a new generation (see StoreMark), within the open
+/// transaction. The function is for a store that has just been created, imported or moved.
 void makeStoreMark(Database& database);
-/// Gives a backup or a restored store, within its open transaction, the identity of the store that
-/// it was copied from, and a new generation. If that store has no identity, it gets a new one.
+/// Gives the store `to` the identity of the store `from` and a new generation, within the open
+/// transaction of `to`. One of the two stores is a backup of the other one. If `from` has no
+/// identity, `to` gets a new identity.
 void keepStoreMark(Database& from, Database& to);
-/// Returns the identity of the store: the same text for a store and its backups, another one for
-/// any other store, and an empty text for a store that an older version made and nobody has written
-/// to since.
+/// Returns the identity of a store. A store and its backups have the same identity, and every other
+/// store has a different identity. The identity is empty for a store that an older version made,
+/// until a newer version writes to the store.
 QString storeIdentity(Database& database);
-/// Gives the store a new generation, so that a station that has worked with it before notices that
-/// it was restored. Opens a transaction unless one is open.
+/// Gives the store a new generation. A station that has worked with the store before then notices
+/// that the store was restored. Opens a transaction unless one is open.
 void renewStoreMark(Database& database);
 
-/// Returns the program's internal tables, whose names start with zomrel_ and which TableDefs does
-/// not list. The engine's table of counters is not returned, because copyTable copies counters.
+/// Returns the names of the program's internal tables, which start with zomrel_ and which TableDefs
+/// does not list. The internal table of counters in an embedded store is not returned, because
+/// copyTable copies the counters.
 QStringList ownTables(Database& database);
 
-/// Reads all rows of a table. Throws like copyTable.
+/// Reads all rows of a table and returns their number and hash. Throws the same errors as
+/// copyTable.
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen);
 
-/// Moves tables out of a store on a server without deleting them, and returns the name of the place
-/// to which they were moved. Throws OperationNotSupported (3251) for an embedded store.
+/// Moves tables out of a store on a server without deleting the tables. Returns a text that names
+/// the place to which the tables were moved. Throws OperationNotSupported (3251) for an embedded
+/// store.
 QString setAside(Database& database, const QStringList& tables);
 
-/// Makes the owner of these tables the owner of all tables that the rest of the transaction
-/// creates. If the list is empty, the owner is the role that `zomrel-store server-setup` creates. A
-/// superuser thus creates a store that stations can use. Does nothing in an embedded store, or if
-/// the current user may not act as the owner.
+/// Sets the owner of all tables that are created in the rest of the transaction. The new owner is
+/// the owner of the given tables. If the list is empty, the new owner is the role that
+/// `zomrel-store server-setup` creates. With this function, a superuser creates a store that
+/// stations can use. Does nothing in an embedded store, or if the current user may not act as the
+/// new owner.
 void actAsOwnerOf(Database& database, const QStringList& tables);
-/// Returns the rights that users have on the tables, as statements for applyGrants. Empty for an
-/// embedded store.
+/// Returns the rights that users have on the tables, as SQL statements for applyGrants. The list is
+/// empty for an embedded store.
 QStringList grantsOn(Database& database, const QStringList& tables);
-/// Gives the rights to the present tables of the same names.
+/// Executes the statements that grantsOn has returned. The statements grant the recorded rights on
+/// the present tables with the same names.
 void applyGrants(Database& database, const QStringList& grants);
 
 } // namespace dao

@@ -32,7 +32,7 @@ Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
     return held->session();
 }
 
-/// Returns the definition of a table that the store contains.
+/// Returns the state of the definition of a table that the store contains.
 std::shared_ptr<TableDefState> stateOf(const TableInfo& table,
                                        const std::weak_ptr<const SessionOwner>& owner)
 {

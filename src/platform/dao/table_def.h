@@ -23,8 +23,8 @@ private:
 struct TableDefState;
 struct TableList;
 
-/// A field of a table definition: either one of a table, or a new one created by
-/// TableDef::CreateField.
+/// A field of a table definition. The field is either a field of a table in the store, or a new
+/// field that TableDef::CreateField has created.
 class FieldDef
 {
 public:
@@ -44,35 +44,36 @@ class Indexes
 public:
     explicit Indexes(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Returns the index at a position or with a name. Throws ItemNotFound (3265) for an unknown
-    /// one.
+    /// Returns the index at a position or with a name. Throws ItemNotFound (3265) if there is no
+    /// such index.
     Index operator()(int position) const;
     Index operator()(const QString& name) const;
-    /// Adds an index. If the table is already appended, the index is created in the store
-    /// immediately, otherwise together with the table. Throws ItemNotFound (3265) at that time if
-    /// the table lacks a field of the index.
+    /// Adds an index to the table. If the store already contains the table, the index is created in
+    /// the store immediately, and otherwise together with the table. Creating the index throws
+    /// ItemNotFound (3265) if the table lacks a field of the index.
     void Append(const Index& index) const;
 
 private:
     std::shared_ptr<TableDefState> table_;
 };
 
-/// The fields of a table definition, by position or by case-insensitive name.
+/// The fields of a table definition. A field is accessed by its position or its case-insensitive
+/// name.
 class FieldDefs
 {
 public:
     explicit FieldDefs(std::shared_ptr<TableDefState> table) : table_(std::move(table)) {}
     int Count() const;
-    /// Returns the field at a position or with a name. Throws ItemNotFound (3265) for an unknown
-    /// one.
+    /// Returns the field at a position or with a name. Throws ItemNotFound (3265) if there is no
+    /// such field.
     FieldDef operator()(int position) const;
     FieldDef operator()(const QString& name) const;
-    /// Adds a field. If the table is already appended, the field is created in the store
-    /// immediately. Existing rows get Null, or False in a Boolean field. Throws FieldDefinedTwice
-    /// (3191) if the name exists.
+    /// Adds a field to the table. If the store already contains the table, the field is created in
+    /// the store immediately. Existing rows get Null in the new field, or False in a Boolean field.
+    /// Throws FieldDefinedTwice (3191) if a field of this name exists.
     void Append(const FieldDef& field) const;
-    /// Removes the field from the table. If it was the last field, the table is removed from the
-    /// store, and this object keeps its definition until a field is appended.
+    /// Removes the field from the table. If the field was the last one, the table is removed from
+    /// the store. Afterwards the table exists only in this definition until a field is appended.
     void Delete(const QString& name) const;
 
 private:
@@ -80,19 +81,21 @@ private:
 };
 
 /// The definition of a table, created by Database::CreateTableDef or obtained from TableDefs. All
-/// handles for the same table of the same Database share their state.
+/// TableDef objects for the same table of the same Database share one state.
 class TableDef
 {
 public:
     const QString& Name() const;
-    /// Returns false if the definition cannot be changed, as for a view.
+    /// Returns false if the definition cannot be changed, for example for a view.
     bool Updatable() const;
     FieldDefs Fields() const { return FieldDefs(state_); }
     dao::Indexes indexes() const { return dao::Indexes(state_); }
-    /// Creates a field with this type and size. A text field of size 0 gets the default size 255.
+    /// Creates a field with this name, type and size, without adding it to the table. A text field
+    /// of size 0 gets the default size 255.
     FieldDef CreateField(const QString& name, DataType type, int size = 0) const;
-    /// Creates a counter: a whole number that the store assigns, starting with 1. The store never
-    /// assigns a number twice, even if the row with the highest number has been deleted.
+    /// Creates a counter field: a whole-number field to which the store assigns numbers, starting
+    /// with 1. The store never assigns a number twice, even if the row with the highest number has
+    /// been deleted.
     FieldDef CreateCounter(const QString& name) const;
 
     explicit TableDef(std::shared_ptr<TableDefState> state) : state_(std::move(state)) {}
@@ -108,8 +111,9 @@ class TableDefs
 public:
     explicit TableDefs(std::shared_ptr<TableList> list) : list_(std::move(list)) {}
     int Count() const;
-    /// Returns a table by position in the order of creation, or by case-insensitive name. The name
-    /// may also be that of an internal table, which is not counted. Throws ItemNotFound (3265).
+    /// Returns a table by its position in the order of creation, or by its case-insensitive name.
+    /// The program's internal tables have a name but no position. Throws ItemNotFound (3265) if
+    /// there is no such table.
     TableDef operator()(int position) const;
     TableDef operator()(const QString& name) const;
     /// Creates the table in the store.

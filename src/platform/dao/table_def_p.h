@@ -7,10 +7,12 @@
 
 namespace dao {
 
-/// Returns true for the program's internal tables, which are not listed.
+/// Returns true if the name is that of an internal table of the program. TableDefs does not list
+/// internal tables.
 bool isOwnTable(const QString& name);
 
-/// The state of a table definition. Fields and indexes are read when they are first needed.
+/// The state of a table definition. Fields and indexes are read from the store when they are first
+/// needed.
 struct TableDefState
 {
     QString name;
@@ -23,22 +25,23 @@ struct TableDefState
     Session& session() const;
     std::vector<FieldInfo>& knownFields();
     std::vector<IndexInfo>& knownIndexes();
-    /// Returns true for an appended table that has lost its last field. It exists only in this
-    /// definition, because not every SQL engine supports a table without columns.
+    /// Returns true if the store contained the table and the last field of the table was then
+    /// deleted. Such a table exists only in this definition, because not every SQL engine supports
+    /// a table without columns.
     bool standsHereAlone() { return appended && knownFields().empty(); }
     /// Throws ItemNotFound (3265) if the table lacks a field of the index.
     void requireFields(const IndexInfo& index);
     void createInStore();
 };
 
-/// The table definitions of a Database that have been read or created so far.
+/// The table definitions that a Database has read or created so far.
 struct TableList
 {
     std::weak_ptr<const SessionOwner> owner;
     std::vector<std::shared_ptr<TableDefState>> known;
 
     /// Returns the tables of the store, followed by the tables that exist only as a definition. The
-    /// program's internal tables can be opened by name but are not listed.
+    /// program's internal tables are not returned, but they can be opened by name.
     std::vector<std::shared_ptr<TableDefState>> listed();
 };
 

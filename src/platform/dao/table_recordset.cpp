@@ -7,8 +7,9 @@ namespace dao {
 
 namespace {
 
-/// A live recordset over a whole table. The current row's values and row id determine its position.
-/// It needs no list of rows and stays correct if other stations write.
+/// A table-type recordset, which reads the live table. The position of the recordset is determined
+/// by the values and the row id of the current row. The recordset needs no list of rows and stays
+/// correct if other stations write.
 class TableCursor final : public Recordset::Private
 {
 public:
@@ -100,7 +101,7 @@ private:
 
     QString index_;
     RowOrder order_;
-    /// True after the first row has been looked up. The lookup is delayed, because most tables are
+    /// True after the first row has been looked up. The look-up is delayed, because most tables are
     /// opened only for a Seek.
     bool settled_ = false;
 };

@@ -39,8 +39,8 @@ QString whereText(const QStringList& conditions)
 
 namespace {
 
-/// Returns the row ids in a text that separates them with commas. std::from_chars is several times
-/// faster than QString::toLongLong.
+/// Returns the row ids in a text of numbers that are separated by commas. Uses std::from_chars,
+/// because it is several times faster than QString::toLongLong.
 RowNumbers rowNumbersIn(const QString& joined)
 {
     const QByteArray text = joined.toLatin1();
@@ -54,7 +54,8 @@ RowNumbers rowNumbersIn(const QString& joined)
     return numbers;
 }
 
-/// Adds "field = value" to the conditions, or "field IS NULL", because = is never true for Null.
+/// Adds "field = value" to `conditions`, or "field IS NULL" if the value is Null, because the
+/// operator = is never true for Null.
 void addEqual(const QString& field, const QVariant& value, QStringList& conditions,
               QVariantList& values)
 {
@@ -77,9 +78,10 @@ struct Bound
     QVariantList values;
 };
 
-/// Returns the conditions for a field to be sorted after (forward) or before a value. The condition
-/// that finds the rows next to the value comes first. Null is sorted before every value, but no
-/// comparison with Null is true in SQL, so Null needs a condition of its own.
+/// Returns the conditions that find the rows in which the field is sorted after a value (forward)
+/// or before it. The condition that finds the rows next to the value comes first. Null is sorted
+/// before every other value. In SQL no comparison with Null is true, so Null needs a condition of
+/// its own.
 std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
                           bool forward)
 {
@@ -118,8 +120,8 @@ QString TableRows::target(int ordinal) const
     return Dialect::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
 }
 
-/// Returns the field's name qualified by the table. SQLite would read an unknown quoted name
-/// without a table as a text.
+/// Returns the name of the field, qualified by the name of the table. Without the table name,
+/// SQLite would interpret an unknown quoted name as a string literal.
 QString TableRows::field(int ordinal) const
 {
     return name_ + u'.' + target(ordinal);
@@ -137,8 +139,8 @@ QString TableRows::ordering(const Session& session, const RowOrder& order, std::
     const bool forward = direction == Direction::Forward;
     QStringList terms;
     for (std::size_t i = from; i < order.size(); ++i) {
-        // Without NULLS FIRST, the engine can also use an index that was created without it. That
-        // is correct for a field that cannot be Null.
+        // If NULLS FIRST is omitted, the engine can also use an index that was created without
+        // NULLS FIRST. The omission is correct for a field that cannot be Null.
         const bool withoutNull = table_.fields[static_cast<std::size_t>(order[i])].required;
         const QString nulls = withoutNull ? QString()
                               : forward   ? u" NULLS FIRST"_s
@@ -221,14 +223,15 @@ TableRows::Beginning TableRows::beginning(Session& session, const Where& where,
     const Statement met = condition(where);
     const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
     const Statement numbers = selection(session, rowNumber_, where, order);
-    // The row ids are sorted in a subquery, because an engine that sorts whole rows first reads the
-    // values of every row.
+    // Only the row ids are sorted, in a subquery. An engine that sorts whole rows would first read
+    // the values of every row.
     const QString sql =
         u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
         ordering(session, order, 0, Direction::Forward);
     Beginning result;
-    // The count and the subquery have the same condition and refer to the same parameter.
+    // The subquery for the count and the subquery for the row ids have the same condition and refer
+    // to the same parameter.
     for (StoredValues& columns : session.rows(sql, met.values)) {
         result.total = columns.front().toULongLong();
         columns.erase(columns.begin());
@@ -255,12 +258,12 @@ std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    // If an end of the range is not a whole number, the number of rows says nothing about the
-    // values between the ends.
+    // If the lowest or the highest key is not a whole number, the number of rows does not show
+    // whether the range of keys has gaps.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
     const qint64 first = seen[2].toLongLong();
-    // The difference between the two ends of the range may exceed a signed 64-bit number.
+    // The difference between the lowest and the highest key may exceed a signed 64-bit number.
     const auto count = static_cast<quint64>(seen[0].toLongLong());
     const auto width = static_cast<quint64>(seen[3].toLongLong()) - static_cast<quint64>(first);
     if (seen[1].toLongLong() != 0 || width != count - 1)
@@ -327,9 +330,10 @@ std::optional<StoredRow> TableRows::start(Session& session, const RowOrder& orde
     return pick(session, {}, {}, ordering(session, order, 0, direction));
 }
 
-/// Searches for the row that precedes or follows `from` in the sort order: first among the rows
-/// that equal `from` in all sort fields, then among those that equal it in all but the last one,
-/// and so on. Each search is one look-up in an index.
+/// Searches for the row that follows or precedes `from` in the sort order. The first search is
+/// among the rows that equal `from` in all sort fields. The next search is among the rows that
+/// equal `from` in all sort fields but the last one, and so on. Each search is one look-up in an
+/// index.
 std::optional<StoredRow> TableRows::neighbour(Session& session, const RowOrder& order,
                                               const StoredRow& from, Direction direction) const
 {

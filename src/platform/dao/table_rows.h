@@ -15,48 +15,52 @@ struct StoredRow
     StoredValues values;
 };
 
-/// Converts the columns that TableRows selects (the row id, then the values) to rows.
+/// These functions convert rows of a query result to StoredRow objects. The first column of the
+/// result is the row id, and the other columns are the values.
 StoredRow taken(StoredValues&& columns);
 std::vector<StoredRow> taken(std::vector<StoredValues>&& rows);
 
-/// Returns the placeholder of a statement's parameter, counted from 1.
+/// Returns the placeholder of an SQL parameter, which is counted from 1.
 QString parameter(qsizetype number);
-/// Returns the WHERE clause of these conditions; empty without conditions.
+/// Returns the WHERE clause with these conditions, or an empty text if there are no conditions.
 QString whereText(const QStringList& conditions);
 
-/// The positions of the fields to sort by, ascending. Rows with equal values are in insertion
-/// order. Empty for the table's own order.
+/// The order of rows: the positions of the fields by which the rows are sorted, ascending. Rows
+/// with equal values are in insertion order. If the list is empty, all rows are in insertion order.
 using RowOrder = std::vector<int>;
 
-/// A range of consecutive whole-number keys. Each key belongs to exactly one row.
+/// A range of consecutive whole-number keys. Each key of the range belongs to exactly one row.
 struct KeyRun
 {
     qint64 first = 0;
     std::size_t count = 0;
 };
 
-/// Reads and writes the rows of one table, in SQL that all engines accept. Each call executes one
-/// statement (neighbour: a few key look-ups) and leaves no cursor open.
+/// Reads and writes the rows of one table, in SQL that all engines accept. Each function that reads
+/// executes one statement, except for neighbour, which executes a few look-ups of a key. No
+/// function leaves a cursor open.
 class TableRows
 {
 public:
     TableRows(const Session& session, TableInfo table);
 
     const TableInfo& table() const { return table_; }
-    /// Returns the position of a field. Throws TooFewParameters (3061) if there is no such field.
+    /// Returns the position of the field with this name. Throws TooFewParameters (3061) if there is
+    /// no such field.
     int expectField(const QString& name) const;
 
-    /// Returns the ids of all rows that meet the condition, in order.
+    /// Returns the row ids of all rows that meet the condition, in the given order.
     RowNumbers numbers(Session& session, const Where& where, const RowOrder& order) const;
-    /// The row ids as returned by numbers(), and the first row, read by the same statement.
+    /// The row ids that numbers() returns, and the first of these rows. One statement reads both.
     struct Listed
     {
         RowNumbers numbers;
         std::optional<StoredRow> first;
     };
     Listed listed(Session& session, const Where& where, const RowOrder& order) const;
-    /// The first rows that meet the condition, in order, at most `limit` of them, and the number of
-    /// all rows that meet it. Both are read by one statement and therefore from one snapshot.
+    /// The number of all rows that meet a condition, and the first of these rows in the given
+    /// order, at most `limit` rows. One statement reads the number and the rows, so they come from
+    /// one snapshot.
     struct Beginning
     {
         std::size_t total = 0;
@@ -64,29 +68,32 @@ public:
     };
     Beginning beginning(Session& session, const Where& where, const RowOrder& order,
                         int limit) const;
-    /// Returns all rows that meet the condition, in order, read by one statement.
+    /// Returns all rows that meet the condition, in the given order. One statement reads all rows.
     std::vector<StoredRow> all(Session& session, const Where& where, const RowOrder& order) const;
-    /// Returns the range of values of a unique field if they are whole numbers without gaps and
-    /// without Null. Costs a few key look-ups and a count.
+    /// Returns the range of the values of a unique field if the values are whole numbers without
+    /// gaps and without Null. Returns nothing for other values. The function costs a few look-ups
+    /// of a key and a count of the rows.
     std::optional<KeyRun> keyRun(Session& session, int key) const;
-    /// Returns the rows whose unique field is between these values, in any order.
+    /// Returns the rows in which the unique field has a value from `first` to `last`, in any order.
     std::vector<StoredRow> rowsOfKeys(Session& session, int key, qint64 first, qint64 last) const;
     int count(Session& session) const;
     bool isEmpty(Session& session) const;
 
     std::optional<StoredRow> fetch(Session& session, RowNumber number) const;
-    /// Returns the rows in the order of the given row ids. A row that no longer exists is nullopt.
+    /// Returns the rows with the given row ids, in the order of these row ids. The element for a
+    /// row that no longer exists is nullopt.
     std::vector<std::optional<StoredRow>> fetch(Session& session,
                                                 std::span<const RowNumber> numbers) const;
 
     enum class Direction { Forward, Backward };
-    /// Returns the row that comes first in this direction: the first or the last row of the order.
+    /// Returns the first row of the order (Forward) or the last row of the order (Backward).
     std::optional<StoredRow> start(Session& session, const RowOrder& order,
                                    Direction direction) const;
-    /// Returns the row after (forward) or before the given row, which may have been deleted.
+    /// Returns the row that follows `from` in the order (Forward) or precedes it (Backward). The
+    /// row `from` may have been deleted.
     std::optional<StoredRow> neighbour(Session& session, const RowOrder& order,
                                        const StoredRow& from, Direction direction) const;
-    /// Returns the first row, sorted by `order`, whose first sort field equals `value`.
+    /// Returns the first row, in the given order, whose first sort field equals `value`.
     std::optional<StoredRow> find(Session& session, const RowOrder& order,
                                   const QVariant& value) const;
 
@@ -96,7 +103,7 @@ public:
         QVariant stored;
     };
     RowNumber insert(Session& session, const std::vector<Assignment>& assignments) const;
-    /// Returns false if the row does not exist.
+    /// Changes the row with this row id. Returns false if the row does not exist.
     bool update(Session& session, RowNumber number,
                 const std::vector<Assignment>& assignments) const;
     bool remove(Session& session, RowNumber number) const;
@@ -113,9 +120,11 @@ private:
         QVariantList values;
     };
     QString writtenRow(Session& session, qsizetype number) const;
-    /// Returns a WHERE clause with its values, or an empty statement without a condition.
+    /// Returns a WHERE clause and the values of its parameters. Returns an empty statement if there
+    /// is no condition.
     Statement condition(const Where& where) const;
-    /// Returns a SELECT of an expression over the rows that meet the condition, in order.
+    /// Returns a SELECT of the expression `selected` for all rows that meet the condition, in the
+    /// given order.
     Statement selection(const Session& session, const QString& selected, const Where& where,
                         const RowOrder& order) const;
     Statement numbersStatement(Session& session, const Where& where, const RowOrder& order) const;

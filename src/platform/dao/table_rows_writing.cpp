@@ -42,7 +42,8 @@ RowNumber TableRows::insert(Session& session, const std::vector<Assignment>& ass
                           values);
 }
 
-/// Returns the WHERE clause of a statement that writes the row whose id is this parameter.
+/// Returns the WHERE clause of a statement that writes one row. `number` is the number of the
+/// parameter that contains the row id.
 QString TableRows::writtenRow(Session& session, qsizetype number) const
 {
     QStringList conditions{rowNumber_ + " = "_L1 + parameter(number)};

@@ -16,9 +16,10 @@ class RowStream
 {
 public:
     virtual ~RowStream() = default;
-    /// Returns the bytes of the next row (see RowWriter), or nothing after the last row. The bytes
-    /// are valid until the next call. Throws DataTypeConversion (3421) or Overflow (6) if a value
-    /// does not fit its declared type, and FieldTooSmall (3163) if a text is longer than its field.
+    /// Returns the bytes of the next row in the format of RowWriter, or nothing after the last row.
+    /// The bytes are valid until the next call of this function. Throws DataTypeConversion (3421)
+    /// or Overflow (6) if a value does not fit the declared type of its field, and FieldTooSmall
+    /// (3163) if a text is longer than its field.
     virtual std::optional<QByteArrayView> next() = 0;
 };
 
@@ -27,22 +28,23 @@ class RowSink
 {
 public:
     virtual ~RowSink() = default;
-    /// Appends a row. A failure may be reported only by a later call.
+    /// Appends a row to the table. If the row cannot be stored, a later call may be the one that
+    /// throws the error.
     virtual void add(QByteArrayView row) = 0;
-    /// Must be called once after the last row. Without this call it is undefined which rows are
-    /// stored.
+    /// Completes the writing. This function must be called once after the last row. If it is not
+    /// called, it is undefined which rows are stored.
     virtual void finish() = 0;
 };
 
-/// What the settings of a store's server mean after a power cut. Both lists are empty for an
-/// embedded store.
+/// The risks for the rows of a store in case of a power cut, as far as the settings of the store's
+/// server cause them. The lists `hazards` and `remarks` are empty for an embedded store.
 struct Durability
 {
     QStringList hazards; ///< Confirmed rows may be lost: one text for each reason.
     QStringList remarks; ///< Damage may stay unnoticed: one text for each reason.
 };
 
-/// A change of a row, as read from the transaction log of a server's database.
+/// A change of one row, as recorded in the log of changes that a server's database keeps.
 struct LoggedChange
 {
     QString moment; ///< In the time zone of the server's database.
@@ -53,55 +55,64 @@ struct LoggedChange
     QString oldRow; ///< The values before the change without Null, as JSON; empty for a new row.
 };
 
-/// Operations on whole stores and whole tables, which only zomrel-store uses. While a RowStream or
-/// a RowSink exists, its session can execute nothing else.
+/// Operations on whole stores and whole tables. Only the program zomrel-store uses these
+/// operations. While a RowStream or a RowSink exists, the session that created it cannot execute
+/// any other statement.
 class Bulk
 {
 public:
     virtual ~Bulk() = default;
 
-    /// Reads the whole store and returns the defects that the engine itself finds, one text each.
+    /// Reads the whole store and returns the defects that the database engine finds, one text for
+    /// each defect.
     virtual QStringList integrityFindings() = 0;
     /// Returns one line for each trigger, view, rule, constraint or special index in the store that
-    /// the program does not make, and for each trigger of the program that was changed.
+    /// the program does not create, and for each trigger of the program that was changed.
     virtual QStringList foreignObjects() = 0;
-    /// Writes a snapshot of the whole store to the path and replaces an existing file there. The
-    /// copy is on the disk when the function returns. Other stations can read meanwhile, but a
-    /// station that writes has to wait. The process must not have another connection to the store.
-    /// Throws Locked (3260), DiskFull (3026), DiskOrNetworkError (3043), PermissionDenied (3051),
-    /// OperationNotSupported (3251).
+    /// Writes a snapshot of the whole store to a file at the path and replaces an existing file
+    /// there. The copy is on the disk when the function returns. Meanwhile other stations can read,
+    /// and stations that write wait. This process must not have another connection to the store.
+    /// Throws Locked (3260) if the store stays locked, DiskFull (3026), DiskOrNetworkError (3043)
+    /// or PermissionDenied (3051) if the store cannot be read or the copy cannot be written, and
+    /// OperationNotSupported (3251) for a store on a server.
     virtual void copyTo(const QString& path) = 0;
 
-    /// Returns the last number that a counter has assigned, or 0 if it has assigned none. Returns
-    /// nothing if the store lacks the triggers or the sequence of the counter.
+    /// Returns the last number that a counter field has assigned, or 0 if the field has assigned
+    /// none. Returns nothing if the store lacks the triggers or the sequence that assign the
+    /// numbers.
     virtual std::optional<qint64> counterMark(const QString& table, const QString& field) = 0;
 
     virtual std::unique_ptr<RowStream> rowStream(const TableInfo& table) = 0;
     virtual std::unique_ptr<RowSink> rowSink(const TableInfo& table) = 0;
-    /// Returns the highest number that a counter is known to have assigned, or 0 if there is none.
+    /// Returns the highest number that a counter field has assigned or that a row contains in this
+    /// field. Returns 0 if there is no such number.
     virtual qint64 highestGiven(const QString& table, const QString& field) = 0;
-    /// Makes a counter continue with the number after `highest`.
+    /// Makes a counter field continue with the number after `highest`.
     virtual void countOnFrom(const QString& table, const QString& field, qint64 highest) = 0;
     /// Updates the engine's statistics of a table after many rows have been added.
     virtual void analyze(const QString&) {}
-    /// Moves tables out of the store without deleting them, and returns the name of the place to
-    /// which they were moved. Throws OperationNotSupported (3251) for an embedded store.
+    /// Moves tables out of a store on a server without deleting the tables. Returns a text that
+    /// names the place to which the tables were moved. Throws OperationNotSupported (3251) for an
+    /// embedded store.
     virtual QString setAside(const QStringList& /*tables*/)
     {
         throw runtime::RunTimeError(runtime::OperationNotSupported);
     }
-    /// Sets the owner of all tables that the rest of the transaction creates. The owner is that of
-    /// the given tables. If none are given, it is the role that `zomrel-store server-setup`
-    /// creates. Does nothing in an embedded store, or if the current user may not act as the owner.
+    /// Sets the owner of all tables that are created in the rest of the transaction. The new owner
+    /// is the owner of the given tables. If no tables are given, the new owner is the role that
+    /// `zomrel-store server-setup` creates. Does nothing in an embedded store, or if the current
+    /// user may not act as the new owner.
     virtual void actAsOwnerOf(const QStringList&) {}
-    /// Returns statements that give tables with these names the rights that the present tables
-    /// have. A statement does nothing if its table does not exist.
+    /// Returns SQL statements that grant the present rights on the given tables again, for tables
+    /// of the same names that are created later. Each statement does nothing if its table does not
+    /// exist.
     virtual QStringList grantsOn(const QStringList&) { return {}; }
 
-    /// Returns what the settings of the store's server mean after a power cut.
+    /// Returns the risks for the store in case of a power cut, as far as the settings of the
+    /// store's server cause them.
     virtual Durability durability() { return {}; }
-    /// Returns the logged changes of an order and its lines, the oldest first. Throws
-    /// OperationNotSupported (3251) for a store without a log.
+    /// Returns the logged changes of an order and its lines, the oldest change first. Throws
+    /// OperationNotSupported (3251) for a store without a log of changes.
     virtual std::vector<LoggedChange> changesOfOrder(int)
     {
         throw runtime::RunTimeError(

@@ -8,14 +8,15 @@ namespace dao {
 
 namespace {
 
-/// The number of databases that loading the order form opens at the same time.
+/// The maximum number of idle connections. The order form opens this many databases at the same
+/// time while it loads.
 constexpr std::size_t mostIdle = 12;
 
 } // namespace
 
 ConnectionPool::ConnectionPool()
 {
-    // Connections must be closed before the application object ends.
+    // Idle connections must be closed before the QCoreApplication object is destroyed.
     qAddPostRoutine([] { instance().clear(); });
 }
 

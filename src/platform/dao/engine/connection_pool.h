@@ -7,8 +7,8 @@
 
 namespace dao {
 
-/// A connection to a store, with a cache of the store's schema. A pooled connection outlives the
-/// session that opened it and serves later sessions.
+/// A connection to a store, with a cache of the store's schema. A connection in the pool outlives
+/// the session that opened the connection, and later sessions use the connection again.
 class EngineConnection
 {
 public:
@@ -17,12 +17,12 @@ public:
     Q_DISABLE_COPY_MOVE(EngineConnection)
 
     SchemaMemory& schema() { return *schema_; }
-    /// Uses the schema cache of another connection to the same store.
+    /// Makes this connection use the schema cache of another connection to the same store.
     void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
     /// Gives this connection an empty schema cache of its own.
     void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }
 
-    /// Returns the number of connections in the process.
+    /// Returns the number of connections that exist in this process.
     static int living() { return living_; }
 
 private:
@@ -30,28 +30,33 @@ private:
     std::shared_ptr<SchemaMemory> schema_ = std::make_shared<SchemaMemory>();
 };
 
-/// Keeps connections for later use. Every use of the store opens a new Database, which takes a
-/// connection from the pool if possible, because connecting is slow.
+/// Keeps open connections for later use, because connecting is slow. A new Database takes its
+/// connection from the pool if the pool has one for the store.
 class ConnectionPool
 {
 public:
     static ConnectionPool& instance();
 
-    /// Returns the idle connection that was returned last for this key, or null. Each store has a
-    /// key of its own.
+    /// Removes an idle connection from the pool and returns it, or returns null if there is none
+    /// for this key. If there are several, the function takes the connection that was added last. A
+    /// key identifies a store and its timeouts.
     std::shared_ptr<EngineConnection> take(const QString& key);
-    /// Keeps an idle connection. If there are too many, the oldest one is closed.
+    /// Adds an idle connection to the pool. If the pool is full, the connection that was added
+    /// first is closed.
     void give(const QString& key, std::shared_ptr<EngineConnection> connection);
 
-    /// Returns the connection that all databases of a store share, or null.
+    /// Returns the connection that all Database objects of one store share, or null if there is
+    /// none.
     std::shared_ptr<EngineConnection> shared(const QString& key) const;
-    /// Makes this the connection that later databases of the store share. The pool keeps it while
-    /// no database uses it.
+    /// Makes `connection` the connection that later Database objects of the store share. The pool
+    /// keeps the connection open while no Database uses it.
     void share(const QString& key, const std::shared_ptr<EngineConnection>& connection);
-    /// Removes the shared connection from the pool, so that no later database shares it.
+    /// Removes the shared connection of a store from the pool, so that later Database objects do
+    /// not use it.
     void unshare(const QString& key) { shared_.erase(key); }
 
-    /// Closes all connections that no database uses. A shared connection in use remains shared.
+    /// Closes all connections that no Database uses. A shared connection that a Database uses
+    /// remains shared.
     void clear();
 
 private:

@@ -10,7 +10,7 @@ namespace {
 
 constexpr auto primaryKeyName = "PrimaryKey"_L1;
 
-/// The columns of the rows that tablesOf reads.
+/// The columns of the query result that Dialect::tablesOf converts.
 enum TableColumn {
     TableName,
     IsTable,
@@ -24,8 +24,9 @@ enum TableColumn {
 /// The columns of the result of indexesQuery.
 enum IndexColumn { IndexName, IsPrimary, IsUnique, IndexField };
 
-/// The engines require that index names are unique in the whole store, but here they are unique
-/// only within a table. Therefore a stored index name starts with the table name.
+/// Returns the text with which the stored index names of a table start. In the program, index names
+/// are unique only within a table, but the database engines require names that are unique in the
+/// whole store.
 QString indexPrefix(const QString& table)
 {
     return table + u'.';
@@ -44,9 +45,8 @@ struct SplitType
 };
 
 /// Splits a declared type such as "TEXT(50)" into its name and its optional size. Returns nothing
-/// if the text has another form. It uses no regular expression, because the engine of regular
-/// expressions takes half a megabyte of memory, and the program does not need it at start
-/// otherwise.
+/// if the text has another form. Does not use QRegularExpression, because its engine takes half a
+/// megabyte of memory that the program does not need at start otherwise.
 std::optional<SplitType> splitType(QStringView declared)
 {
     constexpr qsizetype mostDigits = 9;

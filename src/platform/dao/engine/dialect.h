@@ -6,9 +6,9 @@
 
 namespace dao {
 
-/// Creates the SQL texts of one engine; it has no connection. SQL that is the same for all engines
-/// (NULLS FIRST, quoted names, parameters $1, $2 and so on) is in this class; the virtual functions
-/// return what differs.
+/// Creates the SQL texts for one database engine. The class has no connection to a database. SQL
+/// that is the same for all engines (NULLS FIRST, quoted names, parameters $1, $2 and so on) is in
+/// this class. The virtual functions return the SQL that differs between the engines.
 class Dialect
 {
 public:
@@ -23,23 +23,27 @@ public:
     /// Returns the SQL expression for the internal row id of the table's rows.
     virtual QString rowNumber(const TableInfo& table) const = 0;
     /// Returns the name of the column that contains the row ids, or an empty text if the engine has
-    /// a built-in row id. The column is not a field of the table.
+    /// built-in row ids. A table definition does not list this column as a field.
     virtual QString rowNumberColumn() const { return {}; }
-    /// Returns the SQL expression for the row id of a new row, which no earlier row has had.
-    /// Returns an empty text if the engine itself never reuses a row id.
+    /// Returns the SQL expression for the row id of a new row. No earlier row of the table has had
+    /// this row id. Returns an empty text if the engine itself assigns the row id.
     virtual QString newRowNumber(const TableInfo&) const { return {}; }
-    /// Returns the SQL expression for the next number of a counter that has no trigger or identity.
+    /// Returns the SQL expression for the next number of a counter field that has no trigger or
+    /// identity in the store.
     virtual QString newCounterValue(const TableInfo& table, const FieldInfo& counter) const;
-    /// Returns the SQL expression to sort and compare a field by. Texts are sorted by code point.
+    /// Returns the SQL expression with which a field is sorted and compared. Texts are sorted by
+    /// code point.
     virtual QString sorted(const FieldInfo&, const QString& column) const { return column; }
-    /// Returns a statement that joins the values of the ordered SELECT, which has one column, with
-    /// commas. Its result is one row with one text, or Null if the SELECT finds no row.
+    /// Returns a statement that joins the results of `select` to one text, separated by commas.
+    /// `select` is an ordered SELECT of one column. The statement returns one row with the text, or
+    /// with Null if `select` finds no row.
     virtual QString joined(const QString& select) const = 0;
-    /// Returns the SQL expression for the first number in the text of joined().
+    /// Returns the SQL expression for the first number in `joined`. `joined` is an SQL expression
+    /// for a text of numbers that are separated by commas.
     virtual QString firstOf(const QString& joined) const = 0;
 
-    /// The statements that create a table. Rows are copied faster before its indexes and counters
-    /// exist.
+    /// The statements that create a table. Indexes and counters are created after the rows have
+    /// been copied, because copying is faster without them.
     struct TableMaking
     {
         QStringList before; ///< The statements to run before rows are copied.
@@ -49,16 +53,16 @@ public:
     QString createIndex(const QString& table, const IndexInfo& index) const;
     QStringList addField(const QString& table, const FieldInfo& field) const;
 
-    /// Returns a query for the indexes of table $1. Its result has a row (index name, is primary,
-    /// is unique, field name) for each field of each index. The primary key comes first, the other
-    /// indexes follow in the order of creation.
+    /// Returns a query for the indexes of table $1. The result has a row (index name, is primary,
+    /// is unique, field name) for each field of each index. The rows of the primary key come first.
+    /// The rows of the other indexes follow in the order in which the indexes were created.
     virtual QString indexesQuery() const = 0;
     std::vector<IndexInfo> indexesOf(const QString& table,
                                      const std::vector<StoredValues>& rows) const;
 
-    /// Converts schema rows to tables and views with their fields. Each row describes one field:
-    /// (table name, is a table, field name, field type, is required, is a counter, is numbered by
-    /// the engine).
+    /// Converts the result of a query on the engine's schema to the definitions of tables and
+    /// views. Each row of the result describes one field: (table name, is a table, field name,
+    /// field type, is required, is a counter, is numbered by the engine).
     std::vector<TableInfo> tablesOf(const std::vector<StoredValues>& rows) const;
 
 protected:
@@ -67,21 +71,23 @@ protected:
         QLatin1StringView name;
         DataType type;
     };
-    /// Returns the type names that occur in the engine's schema. The first name of each type is the
-    /// one that new fields get. A field whose type name is not in the list counts as a text field
-    /// without a size.
+    /// Returns the type names that occur in the engine's schema. If several names belong to one
+    /// type, new fields get the first of these names. A field whose type name is not in the list is
+    /// treated as a text field without a size.
     virtual std::span<const TypeName> typeNames() const = 0;
-    /// Returns the type in the definition of a new field: its name and the size of a text.
+    /// Returns the type in the definition of a new field: the type name and, for a text field, the
+    /// size.
     virtual QString declaredType(const FieldInfo& field) const;
-    /// Returns the SQL that follows the column type in the definition of a column that counts up.
+    /// Returns the SQL that follows the column type in the definition of a counter field.
     virtual QString counterClause() const { return {}; }
-    /// Returns statements that must run before the field is created.
+    /// Returns the statements that must be executed before the statement that creates this field.
     virtual QStringList beforeField(const FieldInfo&) const { return {}; }
     /// Returns the statements that create the triggers of a counter.
     virtual QStringList counterStatements(const QString& table, const QString& field) const = 0;
-    /// Returns the definition of the column of row ids in CREATE TABLE.
+    /// Returns the definition of the row id column in CREATE TABLE, or an empty text if the engine
+    /// has built-in row ids.
     virtual QString rowNumberDefinition() const { return {}; }
-    /// Returns the list of columns for CREATE INDEX.
+    /// Returns the list of the index columns in CREATE INDEX.
     virtual QString indexColumns(const IndexInfo& index) const { return quoted(index.fields); }
 
 private:

@@ -22,28 +22,30 @@ namespace {
 
 constexpr QByteArrayView firstLine("Zomrel store link 1");
 constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
-/// Maximum size of a link file in bytes. A larger file is no link: an embedded store with one table
-/// or more is always larger.
+/// Maximum size of a link file in bytes. A larger file is not a link file. An embedded store with
+/// at least one table is always larger than this size.
 constexpr qint64 longestText = 4095;
 constexpr qsizetype longestValue = 255;
 constexpr int highestPort = 65535;
 
 constexpr auto fileKey = "file"_L1;
 
-/// A key of a link file and the member of Link that holds its value. The port is no text.
+/// A key of a link file and the member of Link that holds the value of the key. The member is null
+/// for the port, which is a number.
 struct Key
 {
     QLatin1StringView name;
     QString Link::*text;
 };
 
-/// The only key of a link to a file, followed by the keys of a link to a server's database.
+/// The keys of link files. A link to a file has the first key only. A link to a database on a
+/// server has all the other keys.
 constexpr std::array keys = {
     Key{fileKey, &Link::file},           Key{"server"_L1, &Link::server}, Key{"port"_L1, nullptr},
     Key{"database"_L1, &Link::database}, Key{"user"_L1, &Link::user},     Key{"tls"_L1, &Link::tls},
 };
 
-/// Returns the keys that a link must have, in the order of a link file.
+/// Returns the keys that the link file of this link must contain, in the order of the file.
 std::span<const Key> keysOf(const Link& link)
 {
     return link.namesFile() ? std::span(keys).first(1) : std::span(keys).subspan(1);
@@ -56,7 +58,8 @@ bool hasFirstLine(QByteArrayView text)
     return text.startsWith(firstLine);
 }
 
-/// The reason why a link is invalid. The caller adds the path.
+/// The reason why a link file is invalid. The code that catches this object adds the path of the
+/// link file.
 struct Damage
 {
     QString what;
@@ -72,7 +75,8 @@ void checkValue(QLatin1StringView key, const QString& value)
         throw Damage{u"the value of '%1' has a sign that does not print"_s.arg(key)};
     if (value != value.trimmed())
         throw Damage{u"the value of '%1' has blanks around it"_s.arg(key)};
-    // The client library would take this for a list of servers.
+    // The PostgreSQL client library would interpret a comma as the separator between several
+    // servers.
     if (key == "server"_L1 && value.contains(u','))
         throw Damage{u"'%1' names more than one server"_s.arg(key)};
 }
@@ -88,7 +92,8 @@ int portOf(const QString& value)
     return port;
 }
 
-/// Parses the lines of a link and collects the values. Each key may occur once.
+/// Parses the lines of a link file one after the other and collects the values. Each key may occur
+/// only once.
 class Reader
 {
 public:
@@ -127,7 +132,8 @@ private:
     void set(const Key& key, const QString& value)
     {
         checkValue(key.name, value);
-        // A relative path would depend on the folder in which a station starts the program.
+        // The meaning of a relative path would depend on the folder in which a station starts the
+        // program.
         if (key.text == &Link::file && !QDir::isAbsolutePath(value))
             throw Damage{u"'%1' is no absolute path"_s.arg(value)};
         if (key.text == &Link::tls && !linkTlsModes().contains(value))
@@ -243,8 +249,9 @@ bool beginsAsLink(const QString& path)
 std::optional<Link> linkAt(const QString& path)
 {
     const QFileInfo info(path);
-    // A file larger than any link file is not opened. If the process has it open as a store,
-    // closing a second file descriptor would release the store's POSIX locks.
+    // A file that is larger than any link file is not opened here. This process may have the file
+    // open as an embedded store, and closing a second file descriptor would release the POSIX locks
+    // on the store.
     if (!info.isFile() || info.size() > longestText)
         return {};
     QFile file(path);

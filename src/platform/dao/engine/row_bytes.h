@@ -13,20 +13,23 @@ namespace dao {
 
 constexpr qint64 microsecondsPerSecond = 1000000;
 
-/// Writes rows as bytes. Equal rows have equal bytes on every engine, so rows can be copied and
-/// compared without a QVariant for each field. The format is that of PostgreSQL's binary COPY, with
-/// the highest byte first: the number of fields (16 bits), then for each field the length in bytes
-/// (32 bits, -1 for Null) and the value. Whole numbers have 16 or 32 bits and decimals 64 bits.
-/// Texts are UTF-8. Moments are microseconds since the start of the year 2000 in 64 bits.
+/// Writes rows as bytes in the format of PostgreSQL's binary COPY. Equal rows have equal bytes on
+/// every engine, so rows can be copied and compared without a QVariant for each field.
+///
+/// A row starts with the number of fields (16 bits). Each field has the length of its value in
+/// bytes (32 bits, -1 for Null) and then the value. All numbers are big-endian. Whole numbers have
+/// 16 or 32 bits, and decimals have 64 bits. Texts are UTF-8. A date with time is the number of
+/// microseconds since the start of the year 2000, in 64 bits.
 class RowWriter
 {
 public:
-    /// Starts a new row after the rows that were written before.
+    /// Starts a new row. The rows that were written before are kept.
     void begin(int fields) { append(static_cast<qint16>(fields)); }
     void addNull() { append(qint32{-1}); }
     void addInt16(qint16 value) { addNumber(value); }
     void addInt32(qint32 value) { addNumber(value); }
-    /// Writes a decimal. Negative zero is written as zero, because not every engine keeps its sign.
+    /// Writes a decimal. Negative zero is written as zero, because not every engine keeps the sign
+    /// of zero.
     void addDouble(double value) { addNumber(std::bit_cast<quint64>(value == 0 ? 0.0 : value)); }
     void addText(QStringView value);
     void addMoment(qint64 seconds) { addNumber(seconds * microsecondsPerSecond); }
@@ -53,7 +56,7 @@ private:
     QStringEncoder encoder_{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
 };
 
-/// Reads the fields of one row one after the other.
+/// Reads the fields of one row in their order.
 class RowReader
 {
 public:
@@ -77,7 +80,7 @@ inline double doubleOf(QByteArrayView field)
 {
     return std::bit_cast<double>(qFromBigEndian<quint64>(field.data()));
 }
-/// Returns a moment in whole seconds since the start of the year 2000.
+/// Returns the date and time in a field, in whole seconds since the start of the year 2000.
 qint64 momentOf(QByteArrayView field);
 
 } // namespace dao

@@ -150,7 +150,8 @@ Transaction::~Transaction()
     try {
         session_.rollback();
     } catch (const runtime::RunTimeError&) {
-        // The engine has already rolled back. The first error is the one to report.
+        // The engine has already rolled back the transaction. The error that occurred first is the
+        // one to report.
         return;
     }
 }

@@ -11,15 +11,16 @@
 
 namespace dao {
 
-/// A cache of a store's schema. It is valid until the store's schema mark, which changes with every
-/// change of a table or index, differs from `mark`.
+/// A cache of a store's schema. A store has a schema mark, a value that changes with every change
+/// of a table or index. The cache is valid as long as the store's schema mark equals `mark`.
 struct SchemaMemory
 {
     QString mark;
     std::optional<std::vector<TableInfo>> all;
     std::map<QString, std::optional<TableInfo>> tables;
     std::map<QString, std::vector<IndexInfo>> indexes;
-    /// The mark of a store on a server. A restore there changes the schema, too.
+    /// The identifying mark of a store on a server, cached together with the schema. The cached
+    /// mark stays correct, because a restore, which changes the mark, also changes the schema.
     std::optional<StoreMark> storeMark;
     bool cannotMark = false; ///< True if the server has refused to create the table of the mark.
 };
@@ -31,8 +32,9 @@ struct Answer
     qint64 affected = 0; ///< Rows that were inserted, changed or deleted.
 };
 
-/// Executes statements on a store for one Database. Statements may have parameters $1, $2 and so
-/// on. Every function throws the run-time error that corresponds to the engine's error.
+/// Executes statements on a store for one Database object. Statements may have parameters $1, $2
+/// and so on. Every function throws the run-time error that corresponds to the error of the
+/// database engine.
 class Session
 {
 public:
@@ -51,23 +53,25 @@ public:
     /// Executes one statement and returns the number of rows that it has changed.
     qint64 run(const QString& sql, const QVariantList& values = {});
     void runAll(const QStringList& statements);
-    /// Executes one statement and returns all rows of its result.
+    /// Executes one statement and returns all rows of the result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
-    /// Executes an UPDATE or DELETE of rows and returns the number of changed rows. Throws
-    /// StoreReplaced (3197) and writes nothing if the store is not the one that this process opened
-    /// first.
+    /// Executes an UPDATE or DELETE and returns the number of changed rows. Throws StoreReplaced
+    /// (3197) and writes nothing if the store is not the one that this process opened first at the
+    /// path.
     virtual qint64 write(const QString& sql, const QVariantList& values) = 0;
-    /// Returns the condition that has to be part of every statement that writes rows, if the engine
-    /// compares the store's mark in the statement itself. Returns an empty text for other engines.
+    /// Returns an SQL condition that every statement that writes rows must contain. The condition
+    /// is true only if the store still has the identifying mark that this process expects. Returns
+    /// an empty text if the engine compares the mark outside of the statement.
     virtual QString writeCondition() { return {}; }
-    /// Executes an INSERT into the table and returns the id of the new row. Throws like write.
+    /// Executes an INSERT into the table and returns the row id of the new row. Throws the same
+    /// errors as write.
     virtual RowNumber insert(const TableInfo& table, const QString& sql,
                              const QVariantList& values) = 0;
 
     /// Starts a transaction that can write.
     virtual void begin() = 0;
-    /// Starts a transaction that only reads. Until it ends, it sees the store as it was when this
-    /// function was called. It has no time limit.
+    /// Starts a transaction that only reads. All statements of the transaction see the store as it
+    /// was when this function was called. The transaction has no time limit.
     virtual void beginSnapshot() = 0;
     void commit();
     void rollback();
@@ -75,22 +79,27 @@ public:
 
     /// Returns the tables and views in the order of creation, without their fields.
     virtual std::vector<TableInfo> tables() = 0;
-    /// Returns a table or view with its fields, by its case-insensitive name.
+    /// Returns the table or view with this name, and its fields. The case of the name is ignored.
+    /// Returns nothing if there is none.
     virtual std::optional<TableInfo> table(const QString& name) = 0;
-    /// Returns a table or view like table(). Throws TableNotFound (3078) if there is none.
+    /// Returns a table or view like the function table. Throws TableNotFound (3078) if there is
+    /// none.
     TableInfo expectTable(const QString& name);
     /// Returns the indexes of a table: first the primary key, then the others in the order of
     /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
 
-    /// Reads the store's mark. A store that an older version made has an empty one.
+    /// Reads the mark that identifies the store. Returns an empty mark for a store that has no
+    /// mark, because an older version made it.
     StoreMark storedMark();
-    /// Throws StoreReplaced (3197) if the store's mark is not the one that this process saw first.
+    /// Throws StoreReplaced (3197) if the store's identifying mark is not the mark that this
+    /// process expects at the path.
     void requireExpectedMark() { recognise(storedMark()); }
-    /// Stores a mark in place of the present one, within the open transaction.
+    /// Replaces the mark that identifies the store by `mark`, within the open transaction.
     void storeMark(const StoreMark& mark);
 
-    /// Returns an object that reads, copies and examines whole tables. The session must outlive it.
+    /// Returns an object that reads, copies and examines whole tables. The session must outlive the
+    /// object.
     virtual std::unique_ptr<Bulk> bulk() = 0;
 
 protected:
@@ -98,15 +107,15 @@ protected:
     virtual Answer execute(const QString& sql, const QVariantList& values) = 0;
     virtual SchemaMemory& schema() = 0;
     void setInTransaction() { inTransaction_ = true; }
-    /// Compares the store's mark with the one that this process saw first at the path. Throws
-    /// StoreReplaced (3197) if they differ. The mark that a store of an older version gets later
-    /// is accepted, too.
+    /// Compares the identifying mark that was read from the store with the mark that this process
+    /// expects at the path. Throws StoreReplaced (3197) if the marks differ. If the expected mark
+    /// is empty, a mark that was added to a store of an older version is accepted.
     void recognise(const StoreMark& stored);
     runtime::RunTimeError replacedError() const;
-    /// Returns the mark that the store must have. The first call for a path stores `seen` as this
-    /// mark.
+    /// Returns the mark that the store at this path must have. The first call for a path stores
+    /// `seen` as this mark.
     StoreMark expectedMark(const StoreMark& seen = {}) const;
-    /// Returns the statements that create the table of the mark.
+    /// Returns the statements that create the table for the store's identifying mark.
     virtual QStringList markTableStatements() const;
 
 private:
@@ -116,12 +125,12 @@ private:
     std::optional<StoreMark> markToCommit_; ///< The mark stored within the open transaction.
 };
 
-/// Returns false for statements that only read or write rows.
+/// Returns false if the SQL statement only reads or writes rows, and true for any other statement.
 bool mayChangeSchema(const QString& sql);
 
-/// Groups statements so that they take effect together or not at all. If the session is already in
-/// a transaction, the statements become part of it, and commit does nothing. Otherwise the
-/// destructor rolls back unless commit has been called.
+/// Groups statements so that all of them take effect or none does. If the session is already in a
+/// transaction, the statements become part of that transaction, and commit does nothing. Otherwise
+/// the destructor rolls the transaction back unless commit has been called.
 class Transaction
 {
 public:

@@ -4,38 +4,39 @@
 
 namespace dao {
 
-/// The number of the run-time error for a store that is not the one that this process opened first.
+/// The number of the run-time error for a store that is not the one that this process opened first
+/// at the path.
 constexpr int storeReplaced = 3197;
 
-/// The table with one row that holds the store's mark. It belongs to the program, so no listing of
-/// tables shows it.
+/// The name of the table that contains the store's identifying mark in its only row. The table is
+/// internal to the program, and TableDefs does not list it.
 constexpr QLatin1StringView storeMarkTable("zomrel_store");
 
-/// Distinguishes a store from every other store, and from the same store after a restore. Both
-/// values are random texts. Both are empty for a store that an older version made, until somebody
-/// writes to it; then both get the same value.
+/// A mark that distinguishes a store from every other store, and from the same store before a
+/// restore. The identity and the generation are random texts. Both texts are empty for a store that
+/// an older version made. The first write by the present version gives both texts the same value.
 struct StoreMark
 {
     QString identity;   ///< Assigned when the store is created, imported or moved.
     QString generation; ///< Assigned with the identity and changed by a restore.
 
     bool isEmpty() const { return identity.isEmpty() && generation.isEmpty(); }
-    /// Returns true for the mark that a store of an older version has got later.
+    /// Returns true if the mark was added to a store that an older version had made without a mark.
     bool isOfOlderStore() const { return !isEmpty() && identity == generation; }
     bool operator==(const StoreMark&) const = default;
 };
 
-/// Returns a mark for a store that an older version made.
+/// Returns a new mark for a store that an older version made without a mark.
 StoreMark markOfOlderStore();
-/// Returns the mark of the same store after a restore. For an empty mark, returns one that no other
-/// store has.
+/// Returns the mark for a store after a restore, with the same identity and a new generation. If
+/// the given mark is empty, the returned mark has a new identity, too.
 StoreMark renewed(const StoreMark& mark);
 
-/// Returns the mark that this process expects at the path: the one that it has seen there first.
-/// The first call for a path stores the given mark.
+/// Returns the mark that the store at the path must have in this process, which is the first mark
+/// read there. The first call for a path stores `mark` as this mark.
 StoreMark firstSeenMark(const QString& path, const StoreMark& mark);
-/// Replaces the mark that this process expects at the path, for example because the process itself
-/// has changed it.
+/// Replaces the mark that this process expects at the path, for example because this process has
+/// written a new mark to the store.
 void expectMark(const QString& path, const StoreMark& mark);
 
 } // namespace dao

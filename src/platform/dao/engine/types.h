@@ -9,7 +9,7 @@
 
 namespace dao {
 
-/// Field types under their DAO names and numbers.
+/// Field types with their names and numbers in DAO.
 enum DataType {
     dbBoolean = 1,
     dbInteger = 3,
@@ -24,18 +24,19 @@ enum RecordsetType {
     dbOpenDynaset = 2,
 };
 
-/// Identifies a row of a table independently of its field values. Only the engine knows what a key
-/// contains. Two keys are equal if they identify the same row of the same table.
+/// Identifies a row of a table independently of its field values. Only the database engine
+/// interprets the contents of a key. Two keys are equal if they identify the same row of the same
+/// table.
 using RowKey = QVariant;
 
-/// Internal row id, ascending in insertion order.
+/// The internal id of a row. Rows that are inserted later have higher ids.
 using RowNumber = qint64;
 using RowNumbers = std::vector<RowNumber>;
 
 /// The stored values of a row, one for each selected column.
 using StoredValues = std::vector<QVariant>;
 
-/// The last number that a counter can assign: the maximum of a 32-bit field.
+/// The highest number that a counter field can assign, which is the maximum of a 32-bit field.
 constexpr qint64 highestCounter = std::numeric_limits<qint32>::max();
 
 /// The definition of a field.
@@ -70,13 +71,15 @@ struct IndexInfo
     bool unique = false;
 };
 
-/// How long to wait for a store.
+/// The maximum times that the program waits for a store.
 struct Timeouts
 {
-    /// How long to wait for a lock of another station before Locked (3260) is thrown.
+    /// How long a statement waits for a lock of another station. After this time Locked (3260) is
+    /// thrown.
     std::chrono::milliseconds lock = std::chrono::seconds(5);
-    /// How long to wait for a server's answer to one statement before CallFailed (3146) is thrown.
-    /// It must be longer than `lock`, so that the server's own error about a lock arrives first.
+    /// How long the program waits for a server's answer to one statement. After this time
+    /// CallFailed (3146) is thrown. This time must be longer than `lock`, so that the server can
+    /// report a lock first.
     std::chrono::milliseconds answer = std::chrono::seconds(7);
 
     bool operator==(const Timeouts&) const = default;

@@ -22,9 +22,9 @@ double number(const QVariant& value)
     return result;
 }
 
-/// Returns a QDate, or a QDateTime if there is a time of day. The year has four digits, as in
-/// stored values. The QDateTime is in UTC, because local time has a gap when daylight saving time
-/// starts.
+/// Returns a QDate if the time is midnight, and a QDateTime for any other time of day. The year
+/// must be between 1 and 9999, because stored values have four digits for the year. The QDateTime
+/// is in UTC, because local time has a gap when daylight saving time starts.
 QVariant moment(const QDate& date, const QTime& time)
 {
     if (!date.isValid() || !time.isValid() || date.year() < 1 || date.year() > 9999)
@@ -65,7 +65,7 @@ QString textOf(const QVariant& value)
     const QString text = runtime::toText(value);
     if (text.isNull())
         return u""_s;
-    // An unpaired surrogate would damage the following character, so it is replaced.
+    // An unpaired surrogate would damage the character that follows, so the surrogate is replaced.
     return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
 }
 

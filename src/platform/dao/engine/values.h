@@ -16,8 +16,8 @@ QVariant converted(const FieldInfo& field, const QVariant& assigned);
 /// Converts a field value to its stored form.
 QVariant toStored(const FieldInfo& field, const QVariant& value);
 
-/// Returns the value of a field of a new row before anything is assigned: 0 for a Boolean, Null for
-/// other types.
+/// Returns the value that a field of a new row has before a value is assigned: 0 for a Boolean, and
+/// Null for any other type.
 QVariant initialValue(const FieldInfo& field);
 
 } // namespace dao

@@ -14,10 +14,12 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// A binary copy starts with this signature and two 32-bit numbers that are not used here.
+/// The output of a binary COPY starts with this signature and two 32-bit numbers. The program
+/// ignores the two numbers.
 constexpr QByteArrayView signature("PGCOPY\n\377\r\n", 11);
 constexpr qsizetype headLength = signature.size() + 8;
-/// After the last row, this value stands where the number of fields of another row would be.
+/// In a binary COPY, every row starts with the number of its fields. After the last row, this value
+/// is in the place of that number.
 constexpr qint16 endMark = -1;
 constexpr qsizetype blockSize = 1 << 18;
 
@@ -41,8 +43,8 @@ QString selected(const FieldInfo& field)
     return name + "::text"_L1;
 }
 
-/// Reads the rows in a binary form in which values with equal meaning have equal bytes on both
-/// engines.
+/// Reads the rows of a table with a binary COPY and normalizes the values, so that equal values
+/// have equal bytes on both engines.
 class PostgresStream final : public RowStream
 {
 public:
@@ -58,7 +60,7 @@ public:
     }
     ~PostgresStream() override
     {
-        // The connection cannot be used while a copy is in progress, so it is closed.
+        // The connection cannot be used while a COPY is in progress, so the connection is closed.
         if (!isOver_)
             connection_.abandon(u"reading was given up"_s);
     }
@@ -121,8 +123,8 @@ private:
         }
     }
 
-    /// Removes the fraction of a second. Refuses years outside of 1 to 9999, which a date's text
-    /// cannot contain.
+    /// Removes the fraction of a second from a date. Throws DataTypeConversion (3421) for a year
+    /// outside of 1 to 9999, because the text form of a date has four digits for the year.
     void normalizeDate(const FieldInfo& field, char* value) const
     {
         constexpr qint64 first = -63082281600; // 0001-01-01
@@ -156,8 +158,8 @@ public:
         QStringList names;
         for (const FieldInfo& each : table.fields)
             names.append(each.name);
-        // FREEZE saves a later VACUUM from visiting the rows. It is allowed because the table was
-        // created in this transaction.
+        // Because of FREEZE, a later VACUUM need not visit the rows. PostgreSQL allows FREEZE,
+        // because the table was created in the same transaction.
         connection_.startCopy(u"COPY %1 (%2) FROM STDIN (FORMAT binary, FREEZE)"_s.arg(
             Dialect::quoted(table.name), Dialect::quoted(names)));
         block_.reserve(blockSize * 2);
@@ -201,8 +203,8 @@ private:
 
 } // namespace
 
-/// A client cannot check the server's files. This function checks that all rows can be read and
-/// that the indexes are valid.
+/// Checks that all rows can be read and that all indexes are valid. A client cannot check the files
+/// of the server.
 QStringList PostgresBulk::integrityFindings()
 {
     QStringList findings;
@@ -316,7 +318,8 @@ QString PostgresBulk::setAside(const QStringList& tables)
 
 void PostgresBulk::actAsOwnerOf(const QStringList& tables)
 {
-    // A user who cannot create tables and schemas cannot make the store.
+    // The query finds only roles that may create tables and schemas, because a role without these
+    // rights cannot create the store.
     const QString roles = u"SELECT rolname FROM pg_roles WHERE rolname <> current_user "
                           "AND pg_has_role(current_user, oid, 'MEMBER') "
                           "AND has_schema_privilege(oid, current_schema(), 'CREATE') "

@@ -6,12 +6,12 @@ namespace dao::postgres {
 
 class PqConnection;
 
-/// Reads and writes whole tables on a server with its binary COPY.
+/// Reads and writes whole tables of a store on a server with PostgreSQL's binary COPY.
 class PostgresBulk final : public Bulk
 {
 public:
-    /// `connection` is a member of the session, which may replace the connection between two
-    /// statements.
+    /// `connection` refers to a member of the session, because the session may replace its
+    /// connection between two statements.
     PostgresBulk(Session& session, const std::shared_ptr<PqConnection>& connection)
         : session_(session), connection_(connection)
     {

@@ -4,7 +4,8 @@
 
 namespace dao::postgres {
 
-/// The SQL of PostgreSQL. Every table has an additional identity column that contains the row ids.
+/// Creates the SQL texts for PostgreSQL. Every table has an additional identity column that
+/// contains the row ids.
 class PostgresDialect final : public Dialect
 {
 public:
@@ -15,17 +16,17 @@ public:
     QString joined(const QString& select) const override;
     QString firstOf(const QString& joined) const override;
     QString indexesQuery() const override;
-    /// Returns a query for the schema rows of all tables and views, which tablesOf converts. They
-    /// are in the order of creation.
+    /// Returns a query whose result describes the fields of all tables and views, in the order of
+    /// creation. The function tablesOf converts this result.
     QString tablesQuery() const;
     QString rowNumberColumn() const override;
-    /// Returns a query for the objects that neither the program nor the server's setup makes, or
-    /// that were changed. Its result has a row (kind, name, table) for each object. $1 is the body
-    /// of the counters' function.
+    /// Returns a query for the database objects that neither the program nor the setup of the
+    /// server creates, and for the triggers of the program that were changed. The result has a row
+    /// (kind, name, table) for each object. $1 is the body of the trigger function for counters.
     static QString foreignObjectsQuery();
     static QString counterFunctionBody();
-    /// Returns an expression that is true if the role owns the counters of the store in the current
-    /// schema and may create tables there.
+    /// Returns an SQL expression that is true if the current role owns the trigger function for
+    /// counters in the current schema and may create tables there.
     static QString ownsCounters();
 
 protected:

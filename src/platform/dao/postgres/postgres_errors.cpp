@@ -18,7 +18,8 @@ struct Meaning
     bool ownText; ///< True to use only the classic text, false to append the server's message.
 };
 
-/// The first entry whose state matches is used.
+/// The run-time errors for the SQLSTATE codes of the server. The first entry whose code matches is
+/// used.
 constexpr std::array meanings = {
     Meaning{"23505"_L1, runtime::DuplicateKey, true},
     Meaning{"23502"_L1, runtime::FieldRequired, true},

@@ -1,4 +1,5 @@
-// Reports about a server: how durable its settings are, and its log of changes.
+// Examines whether the settings of a server protect a store in case of a power cut, and reads the
+// log of changes.
 
 #include "platform/dao/postgres/postgres_bulk.h"
 

@@ -26,14 +26,15 @@ namespace {
 
 constexpr auto greetingName = "zomrel_greeting";
 constexpr std::chrono::seconds greetingPatience(3);
-/// Time limit for reconnecting after an answer was lost.
+/// Time limit for reconnecting after the connection was lost before an answer arrived.
 constexpr std::chrono::seconds reconnectPatience(5);
 constexpr std::chrono::milliseconds reconnectPause(100);
 
-/// Returns the statement that is executed each time a store is opened. Its first column is the
-/// schema mark. The statement reads two catalogues of the server. Every change of a table or an
-/// index changes the number of their rows or the writing transaction (xmin) of one of them. So the
-/// mark combines the row counts and the sums of xmin.
+/// Returns the statement that is executed each time a store is opened. The first column of its
+/// result is the schema mark, a value that changes with every change of a table or index. Such a
+/// change adds or deletes a row in one of two system catalogues of the server, or changes the
+/// number of the writing transaction (xmin) of a row. Therefore the mark combines the row counts
+/// and the sums of xmin of the two catalogues.
 QString greetingText()
 {
     return QStringLiteral(
@@ -60,8 +61,8 @@ QString keyOf(const Link& link, const Timeouts& timeouts)
         .arg(timeouts.answer.count());
 }
 
-/// Returns the schema cache of a store, which all its connections share, because reading the schema
-/// costs round trips.
+/// Returns the schema cache that all connections to one store share. The cache is shared because
+/// reading the schema costs round trips to the server.
 std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& mark)
 {
     static std::map<QString, std::shared_ptr<SchemaMemory>> memories;
@@ -73,7 +74,7 @@ std::shared_ptr<SchemaMemory> sharedSchema(const QString& key, const QString& ma
     return memory;
 }
 
-/// Returns the table with exactly this name. If there is none, returns the table whose name differs
+/// Returns the table with exactly this name. If there is none, returns a table whose name differs
 /// only in case.
 std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QString& name)
 {
@@ -86,7 +87,7 @@ std::optional<TableInfo> tableIn(const std::vector<TableInfo>& all, const QStrin
     return all[static_cast<std::size_t>(similar)];
 }
 
-/// Returns the text with a full stop and a blank, so that another sentence can follow.
+/// Returns the text with a full stop and a blank at the end, so that another sentence can follow.
 QString sentence(const QString& text)
 {
     return text + (text.endsWith(u'.') ? u" "_s : u". "_s);
@@ -97,8 +98,8 @@ bool isHandlingEvents()
     return QThread::currentThread()->loopLevel() > 0;
 }
 
-/// Records that the server has just answered on this connection. The record is valid until control
-/// returns to the event loop. Has no effect outside of an event loop.
+/// Records on the connection that the server has just answered. The record is deleted when control
+/// returns to the event loop. Outside of an event loop, the function has no effect.
 void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
 {
     if (!isHandlingEvents())
@@ -111,7 +112,8 @@ void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
                        });
 }
 
-/// Returns true if the statement cannot change the schema. ROLLBACK can, because it undoes changes.
+/// Returns true if the SQL statement cannot change the schema. A ROLLBACK can change the schema,
+/// because it undoes changes of tables.
 bool keepsTheSchema(const QString& sql)
 {
     return !mayChangeSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
@@ -125,7 +127,8 @@ PostgresSession::PostgresSession(const QString& path, Link link, const Timeouts&
 {
 }
 
-/// The private connection of a transaction becomes the shared connection if there is none.
+/// If the store has no shared connection, the connection of a transaction that has ended becomes
+/// the shared connection.
 PostgresSession::~PostgresSession()
 {
     if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
@@ -172,8 +175,8 @@ PostgresSession::Connection PostgresSession::logIn() const
     return connection;
 }
 
-/// Checks that the connection works and that the cached schema is valid, with one statement to the
-/// server. Returns false if the connection is lost. An event handler may open the store many times,
+/// Checks with one statement to the server that the connection works and that the cached schema is
+/// valid. Returns false if the connection is lost. An event handler may open the store many times,
 /// so the check is done only once until control returns to the event loop.
 bool PostgresSession::takeUp()
 {
@@ -209,7 +212,8 @@ void PostgresSession::requireTakenUp()
                            u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
 }
 
-/// Replaces a lost connection. Only a transaction would lose changes with it.
+/// Replaces a lost connection by a working one. Outside of a transaction, no changes are lost when
+/// the connection is lost.
 void PostgresSession::reconnect()
 {
     const Connection other = shared();
@@ -230,7 +234,8 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
             throw connection_->lossError();
         reconnect();
     }
-    // In a failed transaction, the server executes COMMIT as a rollback without reporting an error.
+    // If a statement of a transaction has failed, the server executes COMMIT as a rollback without
+    // reporting an error.
     if (sql == "COMMIT"_L1 && connection_->hasFailedTransaction())
         throw RunTimeError(runtime::InvalidOperation,
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
@@ -243,7 +248,8 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
     return connection_->execute(sql, values);
 }
 
-/// Makes the next opening of a database read the schema mark again.
+/// Deletes the record that the server has just answered, so that the next opening of a database
+/// reads the schema mark again.
 void PostgresSession::askAnew() const
 {
     if (const Connection greeted = shared())
@@ -269,7 +275,7 @@ std::optional<TableInfo> PostgresSession::table(const QString& name)
 {
     if (std::optional<TableInfo> known = tableIn(knownTables(), name))
         return known;
-    // Another station may have created the table since the schema was read.
+    // Another station may have created the table after the schema was read.
     schema().all.reset();
     return tableIn(knownTables(), name);
 }
@@ -292,7 +298,8 @@ RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
     }
 }
 
-/// Adds a row outside a transaction, with a token if the server stores tokens.
+/// Adds a row outside of a transaction. Stores the token together with the row if the server has a
+/// table of tokens (see row_tokens.h).
 RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString& sql,
                                            const QVariantList& values, const QString& token)
 {
@@ -310,8 +317,8 @@ RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString
     return added;
 }
 
-/// Finds out over a new connection whether the row with the token is stored, and returns it as a
-/// sentence for the user.
+/// Finds out over a new connection whether the row with the token is stored. Returns the answer as
+/// a sentence for the user.
 QString PostgresSession::fateOf(const QString& token)
 {
     QString unknown = u"It is not known whether the new row is stored."_s;
@@ -327,7 +334,7 @@ QString PostgresSession::fateOf(const QString& token)
 }
 
 /// Replaces the lost connection. A server that is restarting refuses connections for a moment, so
-/// this is tried again until the time limit.
+/// the function tries again until a time limit.
 void PostgresSession::reconnectInTime()
 {
     const Deadline deadline(reconnectPatience);
@@ -343,7 +350,8 @@ void PostgresSession::reconnectInTime()
     }
 }
 
-/// A transaction needs a connection that no other database uses.
+/// Gives the session a connection that no other session uses, because a transaction needs its own
+/// connection.
 void PostgresSession::useOwnConnection()
 {
     if (shared() != connection_)

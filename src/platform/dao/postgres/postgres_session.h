@@ -9,14 +9,14 @@ namespace dao::postgres {
 class PqConnection;
 
 /// A store in a database on a PostgreSQL server. No statement stays open between two calls, so all
-/// sessions of the process on the same store share one connection. A transaction has a connection
-/// of its own.
+/// sessions of the process on the same store share one connection. A session in a transaction has a
+/// connection of its own.
 class PostgresSession final : public Session
 {
 public:
-    /// Opens the store to which the link at the path leads. Throws ConnectionFailed (3151) with the
-    /// server and the reason, and UnrecognizedFormat (3343) for a database that cannot contain a
-    /// store.
+    /// Opens the store that the link file at the path names. Throws ConnectionFailed (3151) with
+    /// the server and the reason, and UnrecognizedFormat (3343) for a database that cannot contain
+    /// a store.
     static std::unique_ptr<PostgresSession> open(const QString& path, const Link& link,
                                                  const Timeouts& timeouts);
     ~PostgresSession() override;
@@ -32,7 +32,8 @@ public:
     std::optional<TableInfo> table(const QString& name) override;
     std::unique_ptr<Bulk> bulk() override;
 
-    /// Returns one line for each other connection of a station to the database.
+    /// Returns one line for each connection of a station to the database, except for the connection
+    /// of this session.
     QStringList otherStations();
 
 protected:
@@ -51,8 +52,9 @@ private:
     void useOwnConnection();
     void recogniseStore();
     void markOlderStore();
-    /// Returns the id of the row that an INSERT has added. Throws StoreReplaced (3197) if its
-    /// condition was not met.
+    /// Returns the row id of the added row from the result of an INSERT. Throws StoreReplaced
+    /// (3197) if the result is empty, because the condition of the INSERT (see writeCondition) was
+    /// then false.
     RowNumber addedRow(const std::vector<StoredValues>& answer) const;
     void reconnect();
     void askAnew() const;

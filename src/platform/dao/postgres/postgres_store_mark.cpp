@@ -1,4 +1,5 @@
-// The part of a session that recognises the store and shows which stations use it.
+// The functions of PostgresSession that check the identifying mark of the store and list the
+// connected stations.
 
 #include "platform/dao/postgres/postgres_dialect.h"
 #include "platform/dao/postgres/postgres_session.h"
@@ -9,7 +10,9 @@ namespace dao::postgres {
 using namespace Qt::StringLiterals;
 using runtime::RunTimeError;
 
-/// Costs a round trip only after the schema has changed, and a restore changes it.
+/// Checks that the store is the one that this process expects. The store's identifying mark is
+/// cached with the schema and read again only after the schema has changed. A restore changes the
+/// schema, too.
 void PostgresSession::recogniseStore()
 {
     if (!schema().storeMark) {
@@ -33,14 +36,16 @@ qint64 PostgresSession::write(const QString& sql, const QVariantList& values)
     if (affected > 0)
         return affected;
     requireExpectedMark();
-    // The store of an older version got its mark at this moment, so the condition was not met.
+    // The store had no identifying mark, because an older version made it. Another station has just
+    // added a mark, so the condition of the statement was false.
     if (expectedMark() != expected)
         throw replacedError();
     return affected;
 }
 
-/// The statement waits for a restore that is under way, because the restore locks all tables, and
-/// then sees the mark of the new store.
+/// Returns a condition on the store's identifying mark. A statement with this condition waits while
+/// a restore is in progress, because the restore locks all tables. The statement then reads the
+/// mark of the restored store.
 QString PostgresSession::writeCondition()
 {
     if (expectedMark().isEmpty())
@@ -52,16 +57,16 @@ QString PostgresSession::writeCondition()
         storeMarkTable, Dialect::literal(mark.identity), Dialect::literal(mark.generation));
 }
 
-/// All stations read the mark. Only the owner of the table changes it.
+/// All stations read the table of the identifying mark. Only the owner of the table writes to it.
 QStringList PostgresSession::markTableStatements() const
 {
     return Session::markTableStatements() +
            QStringList(u"GRANT SELECT ON %1 TO PUBLIC"_s.arg(storeMarkTable));
 }
 
-/// Gives a store that an older version made its mark, with one statement. The role must own the
-/// store: a table that another role creates could not be used by the owner. Otherwise the store
-/// stays without a mark and can be used nevertheless.
+/// Adds an identifying mark, with one statement, to a store that an older version made without one.
+/// The current role must own the store, because the owner could not use a table that another role
+/// creates. Without this right, the store remains usable without a mark.
 void PostgresSession::markOlderStore()
 {
     if (inTransaction() || schema().cannotMark)
@@ -76,7 +81,8 @@ void PostgresSession::markOlderStore()
             Dialect::literal(storeMarkTable), PostgresDialect::ownsCounters(),
             statements.join(u"; "_s)));
     } catch (const RunTimeError&) {
-        // The store is used without a mark. If the connection is lost, the next statement shows it.
+        // The store remains usable without a mark. If the connection is lost, the next statement
+        // reports the loss.
         schema().cannotMark = true;
         return;
     }
@@ -86,7 +92,8 @@ void PostgresSession::markOlderStore()
     recognise(stored);
 }
 
-/// The server may hide the address of another role's connection.
+/// Lists the other connections to the database. The server may hide the network address of another
+/// role's connection.
 QStringList PostgresSession::otherStations()
 {
     QStringList found;

@@ -11,10 +11,12 @@ namespace dao::postgres {
 namespace {
 
 constexpr char authenticationType = 'R';
-/// Authentication requests of a server that ask for the password itself, and for its MD5 hash.
+/// The types of authentication requests with which a server asks for the password in clear text or
+/// as an MD5 hash.
 constexpr quint32 clearText = 3;
 constexpr quint32 md5 = 5;
-/// Sizes in bytes: the header (message type and length), and the header with the request type.
+/// Sizes in bytes. The head of a message is its type and its length. The head of an authentication
+/// request also contains the type of the request.
 constexpr qsizetype messageHeadLength = 1 + 4;
 constexpr qsizetype requestLength = messageHeadLength + 4;
 

@@ -24,11 +24,12 @@ enum TypeNumber : Oid {
     Numeric = 1700,
 };
 
-/// The maximum number of prepared statements. All forms together repeat fewer statements.
+/// The maximum number of prepared statements of a connection. All forms together repeat fewer
+/// different statements than this.
 constexpr std::size_t mostKept = 200;
 
-/// Converts the values of a statement to the arrays that libpq takes. Numbers are sent with their
-/// type. For any other value the server infers the type from the statement.
+/// Converts the parameter values of a statement to the arrays that libpq takes. A number is sent
+/// with its type. For any other value, the server infers the type from the statement.
 class Parameters
 {
 public:
@@ -43,7 +44,8 @@ public:
     int count() const { return static_cast<int>(types_.size()); }
     const Oid* types() const { return types_.data(); }
     const char* const* values() const { return pointers_.data(); }
-    /// Returns a text that differs for parameters of different types.
+    /// Returns a text that represents the types of the parameters. Parameters of different types
+    /// have different texts.
     QString signature() const
     {
         QString all;
@@ -132,8 +134,8 @@ QString stateOf(const PGresult* result)
     return QString::fromLatin1(PQ(resultErrorField)(result, PG_DIAG_SQLSTATE));
 }
 
-/// Returns true if the server has not executed a prepared statement because its tables have changed
-/// or because it is no longer prepared.
+/// Returns true if the server has refused to execute a prepared statement, because its tables have
+/// changed or because the server no longer has the prepared statement.
 bool isOutdated(const PGresult* result)
 {
     const QString state = stateOf(result);
@@ -217,8 +219,8 @@ Answer PqConnection::executePrepared(const QByteArray& name, std::chrono::millis
 
 bool PqConnection::isLost()
 {
-    // A server that shuts down sends a message and then closes the connection. The first call reads
-    // the message, the second one detects the end of the connection.
+    // A server that shuts down sends a message and then closes the connection. The first call of
+    // PQconsumeInput reads the message. The second call detects that the connection is closed.
     PQ(consumeInput)(handle_.get());
     PQ(consumeInput)(handle_.get());
     return PQ(status)(handle_.get()) != CONNECTION_OK;
@@ -314,7 +316,8 @@ void PqConnection::flush(const Deadline& deadline)
     int unsent = 0;
     while ((unsent = PQ(flush)(handle_.get())) == 1) {
         await(Readiness::ToReadOrWrite, deadline);
-        // The server may stop reading until the client has read what the server has sent.
+        // The server may stop receiving data until the client has read the data that the server has
+        // sent.
         PQ(consumeInput)(handle_.get());
     }
 }
@@ -329,7 +332,8 @@ Result PqConnection::nextResult(const Deadline& deadline)
     return Result(PQ(getResult)(handle_.get()));
 }
 
-/// Reads all results of a statement and returns the last one, which is the error if there is one.
+/// Reads all results of a statement and returns the last result. If the statement has failed, the
+/// last result contains the error.
 Result PqConnection::lastResult(bool isSent, std::chrono::milliseconds patience)
 {
     if (!isSent)
@@ -361,7 +365,8 @@ Answer PqConnection::answerOf(const Result& result)
     return answer;
 }
 
-/// Throws the error in the result or, if the result has none, the error of the connection.
+/// Throws the error in the result. If the result contains no error, throws the error of the
+/// connection.
 void PqConnection::fail(const PGresult* result)
 {
     const char* context = PQ(resultErrorField)(result, PG_DIAG_CONTEXT);

@@ -7,49 +7,53 @@
 
 namespace dao::postgres {
 
-/// A connection to a PostgreSQL server through libpq in non-blocking mode. Every call waits for the
-/// socket with a deadline. If the server misses a deadline, the connection is closed. Values are
-/// passed as parameters and never become part of the SQL text.
+/// A connection to a PostgreSQL server through libpq in non-blocking mode. Every function waits for
+/// the server until a deadline. If the server misses the deadline, the connection is closed. Values
+/// are passed as parameters and never become part of the SQL text.
 ///
-/// The functions throw CallFailed (3146) if the connection is lost, and the run-time error that
-/// corresponds to an error of the server (see errorOf).
+/// The functions throw CallFailed (3146) if the connection is lost. If the server reports an error,
+/// they throw the run-time error that errorOf returns.
 class PqConnection final : public EngineConnection
 {
 public:
-    /// Logs in. Throws ConnectionFailed (3151) with the server's name and the reason.
+    /// Logs in to a server. Throws ConnectionFailed (3151) with the server's name and the reason.
     PqConnection(Link link, const Timeouts& timeouts);
 
     /// Executes a statement with the values of its parameters $1, $2 and so on. Throws
-    /// DataTypeConversion (3421) for a text with a zero character, which the server cannot store.
+    /// DataTypeConversion (3421) for a text that contains the character U+0000, which the server
+    /// cannot store.
     Answer execute(const QString& sql, const QVariantList& values = {});
-    /// Executes a statement like execute, and prepares it on the server at its second use. If the
-    /// tables of a prepared statement have changed, the statement fails and is executed again. Must
-    /// not be used in a transaction, because the failure would abort the transaction.
+    /// Executes a statement like execute, and prepares the statement on the server at its second
+    /// use. If the tables of a prepared statement have changed, the prepared statement fails, and
+    /// the function executes the statement again unprepared. Must not be used in a transaction,
+    /// because the failure would abort the transaction.
     Answer executeKept(const QString& sql, const QVariantList& values);
 
-    /// Prepares a statement without parameters under a name.
+    /// Prepares a statement without parameters on the server, under a name for executePrepared.
     void prepare(const QByteArray& name, const QString& sql, std::chrono::milliseconds patience);
     Answer executePrepared(const QByteArray& name, std::chrono::milliseconds patience);
 
-    /// Returns true if the connection is lost, as far as it is known without sending anything.
+    /// Returns true if the connection is known to be lost. The function sends nothing to the
+    /// server.
     bool isLost();
     /// Returns true if the connection is in a transaction in which a statement has failed. Such a
     /// transaction can only be rolled back.
     bool hasFailedTransaction() const;
-    /// Closes the connection. Later errors contain the reason.
+    /// Closes the connection. The errors of later calls contain the reason.
     void abandon(const QString& reason);
     runtime::RunTimeError lossError(const QString& reason = {}) const;
 
-    /// Starts COPY TO STDOUT or COPY FROM STDIN. Nothing else can be executed until it has ended.
+    /// Starts a COPY TO STDOUT or COPY FROM STDIN. The connection can execute nothing else until
+    /// the COPY has ended.
     void startCopy(const QString& sql);
-    /// Returns the next block of COPY TO STDOUT, or nothing after the last one. The block is valid
-    /// until the next call.
+    /// Returns the next block of data from a COPY TO STDOUT, or nothing after the last block. The
+    /// block is valid until the next call of this function.
     std::optional<QByteArrayView> nextCopied();
-    /// Sends the next block of COPY FROM STDIN. The server may report an error only at a later
-    /// call.
+    /// Sends the next block of data to a COPY FROM STDIN. If the server refuses the block, a later
+    /// call may be the one that throws the error.
     void sendCopied(QByteArrayView block);
-    /// Ends COPY FROM STDIN. If the caller passes a reason for cancelling, the server discards the
-    /// rows, and no error is thrown.
+    /// Ends a COPY FROM STDIN. If `refusal` is not null, it is the reason for cancelling the COPY.
+    /// The server then discards the rows, and no error is thrown.
     void endCopy(const char* refusal = nullptr);
 
     /// Returns true if the server has answered since control last returned to the event loop.
@@ -59,7 +63,8 @@ public:
     /// True if the server stores a token with each added row (see row_tokens.h).
     bool usesTokens() const { return usesTokens_; }
     void setUsesTokens(bool uses) { usesTokens_ = uses; }
-    /// The token of the last row that the server confirmed; empty before the first one.
+    /// The token of the last added row that the server has confirmed on this connection. The token
+    /// is empty before the first such row.
     const QString& lastToken() const { return lastToken_; }
     void setLastToken(const QString& token) { lastToken_ = token; }
 
@@ -75,8 +80,9 @@ private:
     Timeouts timeouts_;
     ConnectionHandle handle_;
     QString lossReason_;
-    /// Maps an SQL text to the name of its prepared statement. A text that was used only once is
-    /// not prepared yet and has an empty name.
+    /// Maps the text of an SQL statement, preceded by its parameter types, to the name of the
+    /// prepared statement. The name is empty as long as the statement was used only once, because
+    /// it is then not prepared.
     std::map<QString, QByteArray> kept_;
     int keptCount_ = 0;
     Memory copied_;
@@ -85,7 +91,7 @@ private:
     QString lastToken_;
 };
 
-/// Returns the run-time error that corresponds to an error of the server with this SQLSTATE.
+/// Returns the run-time error for a server error with the SQLSTATE `state` and the message `text`.
 runtime::RunTimeError errorOf(const QString& state, const QString& text, const Link& link);
 
 } // namespace dao::postgres

@@ -19,7 +19,7 @@ int pollOne(PollEntry& one, int milliseconds)
 #endif
 }
 
-/// Returns the poll flags for the events that the connection waits for.
+/// Returns the flags with which poll waits for this kind of readiness.
 short eventsOf(Readiness readiness)
 {
     switch (readiness) {

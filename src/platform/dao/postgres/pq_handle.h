@@ -9,7 +9,7 @@
 
 namespace dao::postgres {
 
-/// The end of a period of waiting.
+/// The time at which a wait ends.
 class Deadline
 {
     using Clock = std::chrono::steady_clock;
@@ -21,12 +21,13 @@ public:
     }
 
     Clock::time_point end() const { return end_; }
-    /// Returns the remaining time, which is zero or negative after the deadline.
+    /// Returns the time that remains until the deadline. The result is zero or negative after the
+    /// deadline.
     std::chrono::milliseconds left() const
     {
         return std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
     }
-    /// Returns the message that says that the server has not answered before the deadline.
+    /// Returns the error message for a server that has not answered before the deadline.
     QString message() const
     {
         return QStringLiteral("no answer within %1 s")
@@ -58,8 +59,8 @@ using Memory = std::unique_ptr<char, MemoryCloser>;
 
 enum class Readiness { ToRead, ToWrite, ToReadOrWrite };
 
-/// Waits until the connection's socket is ready or has failed. Returns false if the deadline passes
-/// first.
+/// Waits until the socket of the connection is ready or has failed. Returns false if the deadline
+/// passes first.
 bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& deadline);
 
 } // namespace dao::postgres

@@ -1,5 +1,6 @@
-// Loads libpq when the first store on a server is opened. The library depends on about twenty
-// others (TLS, Kerberos, LDAP). Linking it would make every start slower and use more memory.
+// Loads libpq, the client library of PostgreSQL, when the first store on a server is opened. libpq
+// depends on about twenty other libraries (TLS, Kerberos, LDAP). Linking the program with libpq
+// would make every start slower and use more memory.
 
 #include "platform/dao/postgres/pq_library.h"
 
@@ -12,13 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Version of the library's binary interface that the included header declares.
+/// The version of libpq's binary interface that the included header declares.
 [[maybe_unused]] constexpr int libraryVersion = 5;
 
 QLibrary* newLibrary()
 {
 #ifdef Q_OS_WIN
-    // Windows would also look for a bare name in the current folder, where others may put files.
+    // The full path is given, because Windows would look for a name without a path in the current
+    // folder, too. Other users may put files into that folder.
     return new QLibrary(QCoreApplication::applicationDirPath() + u"/libpq.dll"_s);
 #else
     return new QLibrary(u"pq"_s, libraryVersion);
@@ -27,8 +29,8 @@ QLibrary* newLibrary()
 
 QLibrary& library()
 {
-    // The library object is never destroyed, because pooled connections still use it when they are
-    // closed at the end of the process.
+    // The QLibrary object is never destroyed, because pooled connections still use libpq when they
+    // are closed at the end of the process.
     static auto* const loaded = newLibrary();
     return *loaded;
 }

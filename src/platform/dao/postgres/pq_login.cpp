@@ -19,10 +19,12 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Timeout of a log-in. If a connection is lost without notice, a click takes at most this time
-/// plus the three seconds of the unanswered statement, which is less than ten seconds.
+/// Timeout of a log-in. If the connection was lost without notice, a click waits three seconds for
+/// the unanswered statement and then at most this time for the new log-in. Together this is less
+/// than ten seconds.
 constexpr std::chrono::seconds logInPatience(5);
-/// Timeout for connecting to one of several addresses, so that there is time to try another one.
+/// Timeout for connecting to one address of a server that has several addresses. It is shorter than
+/// the timeout of the log-in, so that there is time to try the next address.
 constexpr std::chrono::milliseconds addressPatience(4000);
 constexpr std::chrono::seconds idleInTransaction(60);
 
@@ -41,17 +43,18 @@ constexpr Qt::CaseSensitivity inNames = Qt::CaseInsensitive;
 constexpr Qt::CaseSensitivity inNames = Qt::CaseSensitive;
 #endif
 
-/// Returns the value that PGPASSWORD had before clearClientEnvironment removed it.
+/// Returns the value that the environment variable PGPASSWORD had before clearClientEnvironment
+/// removed it.
 QByteArray& environmentPassword()
 {
     static QByteArray password;
     return password;
 }
 
-/// Removes from the environment of this process the variables that change how or where the client
-/// library connects, such as PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS. The link alone
-/// decides about that. The variables that name files of credentials stay, and so does
-/// PGREQUIREPEER, which only adds a condition.
+/// Removes the environment variables that change how or where the client library connects, such as
+/// PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS, because the link alone determines the
+/// connection. Keeps the variables that name files of credentials. Keeps PGREQUIREPEER, because it
+/// only adds a condition.
 void clearClientEnvironment()
 {
     if (qEnvironmentVariableIsSet(passwordVariable))
@@ -101,8 +104,8 @@ QString reasonOf(int lookUpError)
 #endif
 }
 
-/// Returns the numeric addresses of the server, or one empty address for a local socket. The
-/// system's name look-up has no deadline, so it runs in a thread that is detached.
+/// Returns the numeric addresses of the server, or one empty address for a local socket. The system
+/// function that looks up a name has no deadline, so it runs in a detached thread.
 QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
 {
     const QByteArray host = link.server.toUtf8();
@@ -126,7 +129,8 @@ QByteArrayList addressesOf(const Link& link, const Deadline& deadline)
     return result.addresses;
 }
 
-/// Returns server settings that are sent with the log-in, so that they cost no round trip.
+/// Returns the server settings that are sent together with the log-in. Sending them later would
+/// cost a round trip.
 QByteArray sessionOptions(const Timeouts& timeouts)
 {
     return u"-c lock_timeout=%1 -c idle_in_transaction_session_timeout=%2 -c extra_float_digits=1 "
@@ -136,18 +140,21 @@ QByteArray sessionOptions(const Timeouts& timeouts)
                .toUtf8();
 }
 
-/// Whether and how a log-in may use the user's password.
+/// Specifies whether and how a log-in may use the user's password.
 enum class PasswordUse {
     None,
-    /// The connection is encrypted, and the log-in uses SCRAM-SHA-256-PLUS, which is bound to the
-    /// certificate of this connection. The client library refuses all other kinds of log-in.
+    /// The log-in may use the password over an encrypted connection with SCRAM-SHA-256-PLUS, which
+    /// is bound to the certificate of this connection. The client library refuses all other kinds
+    /// of log-in.
     Bound,
-    /// Over an unencrypted connection, by SCRAM-SHA-256. The requests of the server are examined,
-    /// because the client library would answer any of them.
+    /// The log-in may use the password over an unencrypted connection with SCRAM-SHA-256. The
+    /// program examines the requests of the server, because the client library would answer any
+    /// request for the password.
     Examined,
 };
 
-/// A path at which there is never a file, so that the client library finds no password.
+/// The path that is passed to the client library as the password file. There is never a file at
+/// this path, so that the library finds no password.
 #ifdef _WIN32
 constexpr auto noPasswordFile = "<none>"; // No file name contains these signs.
 #else
@@ -167,7 +174,7 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
                          PasswordUse use)
 {
     const bool mayUsePassword = use != PasswordUse::None;
-    // An empty value lets the client library use its default.
+    // If a value is empty, the client library uses its default.
     const std::array<std::pair<const char*, QByteArray>, 17> settings = {{
         {"host", link.server.toUtf8()},
         {"hostaddr", address},
@@ -178,7 +185,8 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
         {"channel_binding", use == PasswordUse::Bound ? "require" : "disable"},
         {"passfile", mayUsePassword ? "" : noPasswordFile},
         {"password", mayUsePassword ? environmentPassword() : QByteArray()},
-        // Encryption by GSSAPI would take precedence over TLS and its verification.
+        // GSSAPI encryption is disabled, because it would take precedence over TLS and the
+        // verification of the server by TLS.
         {"gssencmode", "disable"},
         {"client_encoding", "UTF8"},
         {"application_name", "Zomrel"},
@@ -208,11 +216,12 @@ struct Attempt
     bool isEncrypted = false;
 };
 
-/// Pause before looking again for the rest of an incomplete message. It is short, because a server
-/// sends such a message in one piece.
+/// Pause before the program looks again for the rest of an incomplete message. The pause is short,
+/// because a server sends an authentication request in one piece.
 constexpr std::chrono::milliseconds restPause(1);
 
-/// Returns true if the server asks for the password in a readable form.
+/// Returns true if the server requests the password in clear text or as an MD5 hash. If the request
+/// is incomplete, waits for the rest of it until the deadline and then returns true.
 bool asksForReadablePassword(const PGconn* connection, const Deadline& deadline)
 {
     PasswordRequest request = pendingPasswordRequest(connection);
@@ -259,9 +268,9 @@ Attempt attemptOnce(const Link& link, const Timeouts& timeouts, const QByteArray
     return result;
 }
 
-/// Logs in without a password if the server allows that, so that a server that asks for a password
-/// in a readable form never gets it. The second attempt keeps to the kind of connection of the
-/// first one.
+/// Logs in without a password if the server allows that. Otherwise a second attempt uses the
+/// password. The second attempt is encrypted if and only if the first one was. A server that
+/// requests the password in a readable form does not get the password.
 Attempt attempt(const Link& link, const Timeouts& timeouts, const QByteArray& address,
                 std::chrono::milliseconds patience)
 {
@@ -297,7 +306,8 @@ ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
             attempt(link, timeouts, address, isLast ? left : std::min(left, addressPatience));
         if (result.connection) {
             PQ(setnonblocking)(result.connection.get(), 1);
-            // Notices are not needed: the server logs them, and failures are reported as errors.
+            // The notices of the server are ignored, because the server logs them and failures are
+            // reported as errors.
             constexpr auto ignore = [](void*, const char*) {};
             PQ(setNoticeProcessor)(result.connection.get(), ignore, nullptr);
             return std::move(result.connection);

@@ -4,30 +4,34 @@
 
 namespace dao::postgres {
 
-/// The statements for the tokens of added rows.
+/// The SQL texts for the tokens of added rows.
 ///
-/// A token is a random value that is stored by the statement that adds a row. If the answer of that
-/// statement is lost, the token tells whether the row is stored. The tokens are in the table
-/// `answers` of the schema `zomrel_log`, outside the schema of the store's tables, so that no
-/// listing, copy or backup of the store contains them. A connection keeps only its last token.
+/// A token is a random value that the statement that adds a row stores together with the row. If
+/// the answer to this statement is lost, the token shows whether the row is stored. The tokens are
+/// in the table `answers` of the schema `zomrel_log`. The tables of the store are in another
+/// schema, so that no listing, copy or backup of the store contains tokens. Of each connection,
+/// only the last token is kept.
 
-/// Returns the statement that creates the table unless it exists. It does nothing if the role may
-/// not create a schema in the database.
+/// Returns the statement that creates the schema and the table of the tokens. The statement does
+/// nothing if the schema exists or if the role may not create a schema in the database.
 QString tokenTableStatement();
 
-/// Returns an expression that is true if the table exists and the role may use it.
+/// Returns an SQL expression that is true if the table of the tokens exists and the current role
+/// may read, add and delete tokens.
 QString tokensAreUsable();
 
-/// Extends an INSERT, such that it returns the row id of the added row and stores a token with it.
-/// The token is the parameter after the given number of parameters. The parameter after that is the
-/// previous token of the connection, which is deleted; if there is none, old tokens of connections
-/// that have ended are deleted.
+/// Extends an INSERT, so that the statement returns the row id of the added row and stores a token.
+/// `parameters` is the number of parameters of the INSERT. The next parameter is the token. If
+/// `hasPrevious` is true, the parameter after the token is the previous token of the connection,
+/// and the statement deletes this previous token. Otherwise the statement deletes all tokens that
+/// are older than seven days.
 QString insertWithToken(const QString& insert, const QString& rowNumber, qsizetype parameters,
                         bool hasPrevious);
 
-/// Returns the statement that stores the token $1 itself, unless it is stored already. If it
-/// changes one row, the row of the token is not stored and can no longer be stored, because tokens
-/// are unique. If it changes no row, the row is stored. It waits for an insertion under way.
+/// Returns the statement that stores the token $1 unless the token is already stored. If the
+/// statement changes one row, the row that was to be added with this token is not stored. That row
+/// can no longer be stored either, because tokens are unique. If the statement changes no row, the
+/// row is stored. The statement waits for an INSERT with the same token that is still in progress.
 QString claimToken();
 
 } // namespace dao::postgres

@@ -1,6 +1,7 @@
 #pragma once
 
-// The socket functions of the system, and names for types that differ between systems.
+// Includes the socket functions of the system and defines names for the types that differ between
+// systems.
 
 #ifdef _WIN32
 #include <winsock2.h>

@@ -1,4 +1,4 @@
-// Reads and writes the rows of whole tables of an embedded store as bytes.
+// Reads the rows of an embedded store's tables as bytes, and writes rows from bytes.
 
 #include "platform/dao/sqlite/sqlite_bulk.h"
 #include "platform/dao/engine/bulk.h"
@@ -33,8 +33,8 @@ QStringList namesOf(const TableInfo& table)
     return names;
 }
 
-/// Returns the seconds since the year 2000 of a date such as 2026-03-01, or nothing for any other
-/// text. Most stored moments have this form.
+/// Returns the seconds from the start of the year 2000 to a date such as 2026-03-01. Returns
+/// nothing if the text has another form. Most stored dates have this form.
 std::optional<qint64> dayOf(QStringView text)
 {
     constexpr qsizetype length = 10; // 2026-03-01
@@ -63,7 +63,7 @@ qint64 secondsOf(const QVariant& moment)
                : days + moment.toTime().msecsSinceStartOfDay() / 1000;
 }
 
-/// Writes a field value as returned by fromStored.
+/// Writes a field value that the function fromStored has returned.
 void addValue(RowWriter& row, const FieldInfo& field, const QVariant& value)
 {
     switch (value.isValid() ? field.type : 0) {
@@ -99,7 +99,8 @@ const T& held(const QVariant& value)
     return *static_cast<const T*>(value.constData());
 }
 
-/// Writes a stored text into a text or date field. Returns false if the text needs a conversion.
+/// Writes the stored text of a text or date field. If the stored text needs a conversion, writes
+/// nothing and returns false.
 bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
 {
     if (text.isNull()) // Qt returns Null as a null QString.
@@ -114,7 +115,8 @@ bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
     return day.has_value();
 }
 
-/// Writes a stored value. The most common types are written without a conversion.
+/// Writes a stored value. Values of the most common types are written without a conversion to a
+/// field value.
 void addStored(RowWriter& row, const FieldInfo& field, const QVariant& stored)
 {
     switch (stored.typeId()) {
@@ -183,8 +185,8 @@ private:
         }
     }
 
-    /// Returns the description of the current row for messages: the value of its first field, which
-    /// usually is the key, or its position.
+    /// Returns a text that describes the current row in messages. The text contains the value of
+    /// the first field, which usually is the key, or else the position of the row.
     QString place() const
     {
         const QVariant key = query_.value(0);
@@ -199,7 +201,7 @@ private:
     qint64 rows_ = 0;
 };
 
-/// Converts the bytes of a field to the value that is bound to the statement.
+/// Converts the bytes of a field to the value that is bound to the INSERT statement.
 QVariant boundValue(const FieldInfo& field, const std::optional<QByteArrayView>& bytes)
 {
     if (!bytes)
@@ -240,8 +242,8 @@ public:
             throw errorOf(query_.lastError());
     }
 
-    /// A value equal to that of the previous row stays bound. This saves most conversions, because
-    /// the lines of an order are similar.
+    /// Inserts a row. A value that equals the value of the same field in the previous row stays
+    /// bound. This saves most conversions, because the lines of an order are similar.
     void add(QByteArrayView row) override
     {
         thisRow_.resize(0); // Unlike clear(), this keeps the allocated memory.
@@ -286,7 +288,7 @@ QStringList SqliteBulk::integrityFindings()
     QStringList findings;
     for (const StoredValues& row : session_.rows(u"PRAGMA integrity_check"_s))
         findings.append(row.front().toString());
-    // A store without defects gives the single line "ok".
+    // For a store without defects, the check returns the single line "ok".
     if (findings == QStringList(u"ok"_s))
         findings.clear();
     return findings;
@@ -340,7 +342,7 @@ std::unique_ptr<RowStream> SqliteBulk::rowStream(const TableInfo& table)
 
 std::unique_ptr<RowSink> SqliteBulk::rowSink(const TableInfo& table)
 {
-    // With a small cache, changed pages would be written to the disk before the commit.
+    // With a small cache, SQLite would write changed pages to the disk before the commit.
     QSqlQuery(database_).exec(u"PRAGMA cache_size = -16384"_s); // KiB
     return std::make_unique<SqliteSink>(table, QSqlQuery(database_));
 }

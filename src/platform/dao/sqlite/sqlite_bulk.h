@@ -6,7 +6,7 @@
 
 namespace dao::sqlite {
 
-/// Reads, writes and copies whole tables and whole files of an embedded store.
+/// Reads and writes whole tables of an embedded store, and copies the whole store file.
 class SqliteBulk final : public Bulk
 {
 public:

@@ -11,8 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The maximum number of cached statements, more than the forms repeat. The statements that read
-/// the pages of a grid contain row ids and are rarely repeated.
+/// The maximum number of cached statements, which is higher than the number of statements that the
+/// forms repeat. The statements that read the pages of a grid contain row ids, so they are rarely
+/// repeated.
 constexpr std::size_t mostKept = 64;
 
 QString nextConnectionName()
@@ -39,7 +40,7 @@ SqliteConnection::SqliteConnection()
 
 SqliteConnection::~SqliteConnection()
 {
-    // A file on a share is closed only when the share answers.
+    // Closing a file on a file server waits for the answer of the file server.
     const runtime::WatchedCall call([uri = database_.databaseName()] { return QUrl(uri).path(); });
     statements_.clear();
     oneShot_ = QSqlQuery();
@@ -50,7 +51,8 @@ SqliteConnection::~SqliteConnection()
 
 QSqlQuery& SqliteConnection::statement(const QString& sql)
 {
-    // A transaction leaves the schema as it is, unless it is rolled back.
+    // BEGIN and COMMIT do not change the schema. ROLLBACK can change the schema, because it undoes
+    // changes of tables.
     const bool keepsSchema = sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
     if (mayChangeSchema(sql) && !keepsSchema) {
         forgetSchema();

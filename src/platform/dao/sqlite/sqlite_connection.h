@@ -8,7 +8,8 @@
 
 namespace dao::sqlite {
 
-/// A Qt Sql connection with a unique name and a cache of prepared statements.
+/// A connection of Qt SQL to a store file. The connection has a unique name and a cache of prepared
+/// statements.
 class SqliteConnection final : public EngineConnection
 {
 public:
@@ -16,10 +17,10 @@ public:
     ~SqliteConnection() override;
 
     QSqlDatabase& database() { return database_; }
-    /// Keeps the object until after the connection is closed.
+    /// Keeps the Presence object alive until the connection has been closed.
     void setPresence(std::shared_ptr<Presence> presence) { presence_ = std::move(presence); }
-    /// Returns the prepared statement, ready for binding values. A statement that may change the
-    /// schema is not cached, and it clears the schema cache.
+    /// Returns the prepared statement for an SQL text, ready for binding values. A statement that
+    /// may change the schema is not cached, and preparing it clears the schema cache.
     QSqlQuery& statement(const QString& sql);
     /// Removes a failed statement from the cache.
     void drop(const QString& sql);

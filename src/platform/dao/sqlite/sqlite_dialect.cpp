@@ -31,9 +31,9 @@ QString lastGiven(const QString& table)
 
 namespace {
 
-/// Returns the trigger statements that move the counter past the number of the new row. They must
-/// never cause a conflict, because an OR clause of the statement that fires the trigger applies to
-/// the statements in the trigger, too.
+/// Returns the statements of a trigger that raise the counter to the number of the new row. These
+/// statements must never cause a conflict. An OR clause of the statement that fires the trigger
+/// also applies to the statements of the trigger.
 QString countingOn(const QString& table, const QString& field)
 {
     return QStringLiteral("INSERT INTO %1 (table_name, last_number) SELECT %2, 0 "
@@ -44,8 +44,9 @@ QString countingOn(const QString& table, const QString& field)
         .arg(counterTable, Dialect::literal(table), Dialect::quoted(field), Dialect::quoted(table));
 }
 
-/// Returns the trigger that gives a new row the number after the highest number that the table has
-/// ever had. After the last possible number, the insertion fails and stores nothing.
+/// Returns the statement that creates the trigger for a new row. The trigger gives the row the
+/// number after the highest number that the table has ever contained. After the last possible
+/// number, the insertion fails and stores nothing.
 QString insertTrigger(const QString& table, const QString& field)
 {
     const QString highest = u"max(%1, %2)"_s.arg(highestStored(table, field), lastGiven(table));
@@ -90,15 +91,15 @@ QString SqliteDialect::rowNumber(const TableInfo& table) const
     return u"oid"_s;
 }
 
-/// After the last row has been deleted, SQLite gives its row id to the next new row. A station
-/// whose list still contains the deleted row would then work on the new one. Therefore the row id
-/// is derived from the table's counter, which never decreases.
+/// After the last row of a table has been deleted, SQLite gives the row id of the deleted row to
+/// the next new row. A station whose list still contains the deleted row would then change the new
+/// row. Therefore the row id is derived from the counter of the table, which never decreases.
 QString SqliteDialect::newRowNumber(const TableInfo& table) const
 {
     const auto counter =
         std::find_if(table.fields.begin(), table.fields.end(),
                      [](const FieldInfo& each) { return each.counter && each.countsByItself; });
-    // In a table that another program has created, the counter may have no triggers.
+    // If another program has created the table, the counter field may have no triggers.
     if (counter == table.fields.end())
         return {};
     return u"(SELECT 1 + max(%1, %2))"_s.arg(highestStored(table.name, rowNumber(table)),
@@ -107,9 +108,9 @@ QString SqliteDialect::newRowNumber(const TableInfo& table) const
 
 QString SqliteDialect::joined(const QString& select) const
 {
-    // SQLite keeps the order of a subquery if the outer query has an aggregate other than count,
-    // min and max. LIMIT -1 would ensure the order, too, but a query with a limit is sorted more
-    // slowly.
+    // SQLite keeps the order of a subquery if the outer query uses an aggregate function other than
+    // count, min and max. LIMIT -1 in the subquery would also keep the order, but SQLite sorts a
+    // query with a limit more slowly.
     return u"WITH listed(n) AS (%1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(select);
 }
 
@@ -159,11 +160,11 @@ QString SqliteDialect::declaredType(const FieldInfo& field) const
     return field.counter ? u"COUNTER"_s : Dialect::declaredType(field);
 }
 
-/// A table that another program has created has no triggers. Its counter continues after the
-/// highest number in the table. After the last possible number the statement must fail. Outside of
-/// a trigger SQLite can only fail with an arithmetic error, so the expression takes abs() of the
-/// lowest 64-bit number, which overflows. It refers to the field so that SQLite does not evaluate
-/// it in advance.
+/// The counter field of a table that another program has created has no triggers. Its next number
+/// is the highest number in the table plus 1. After the last possible number, the statement must
+/// fail. Outside of a trigger, SQLite can fail only with an arithmetic error. Therefore the
+/// expression takes abs() of the lowest 64-bit number, which overflows. The expression refers to
+/// the field, so that SQLite does not evaluate it in advance.
 QString SqliteDialect::newCounterValue(const TableInfo& table, const FieldInfo& counter) const
 {
     return QStringLiteral("(SELECT CASE WHEN highest < %1 THEN highest + 1 "

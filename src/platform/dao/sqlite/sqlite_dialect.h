@@ -4,14 +4,15 @@
 
 namespace dao::sqlite {
 
-/// The engine's internal table of counters. It has one row for each table with a counter.
+/// The name of the internal table of counters. The table has one row with the last number for each
+/// table with a counter field.
 constexpr QLatin1StringView counterTable("zomrel_counters");
 
-/// A part of SQLite's error message when a counter has no number left.
+/// A part of the message of the error that SQLite reports when a counter has no number left.
 constexpr QLatin1StringView counterExhausted("has given its last number");
 
-/// The SQL of SQLite. Columns are declared with the store's own type names, which SQLite does not
-/// enforce.
+/// Creates the SQL texts for SQLite. Columns are declared with the store's own type names, which
+/// SQLite does not enforce.
 class SqliteDialect final : public Dialect
 {
 public:
@@ -23,8 +24,8 @@ public:
     QString joined(const QString& select) const override;
     QString firstOf(const QString& joined) const override;
     QString indexesQuery() const override;
-    /// Returns a query for the schema rows of table or view $1 (case-insensitive), which tablesOf
-    /// converts.
+    /// Returns a query whose result describes the fields of the table or view with the
+    /// case-insensitive name $1. The function tablesOf converts this result.
     QString tableQuery() const;
     QStringList counterStatements(const QString& table, const QString& field) const override;
 
@@ -33,18 +34,19 @@ protected:
     QString declaredType(const FieldInfo& field) const override;
 };
 
-/// Returns the statement that creates the table of counters if it does not exist.
+/// Returns the statement that creates the table of counters if the table does not exist.
 QString counterTableMaking();
 
-/// Return the names of the triggers after an INSERT and after an UPDATE of the counter field.
+/// These functions return the names of the triggers that run after an INSERT and after an UPDATE of
+/// the counter field.
 QString insertTriggerName(const QString& table, const QString& field);
 QString updateTriggerName(const QString& table, const QString& field);
 
-/// Returns the SQL expression for the highest number in a column. Its result is always a whole
-/// number, also if the column contains texts.
+/// Returns the SQL expression for the highest number in a column. The result of the expression is a
+/// whole number even if the column contains texts.
 QString highestStored(const QString& table, const QString& field);
-/// Returns the SQL expression for the last number of the table's counter, or 0 if the table of
-/// counters has no row for it.
+/// Returns the SQL expression for the last number that the counter of a table has assigned. The
+/// result of the expression is 0 if the table of counters has no row for that table.
 QString lastGiven(const QString& table);
 
 } // namespace dao::sqlite

@@ -9,7 +9,7 @@ using runtime::RunTimeError;
 
 int resultCode(const QSqlError& error)
 {
-    // The higher bits contain an extended result code.
+    // The higher bits of the error code contain SQLite's extended result code.
     return error.nativeErrorCode().toInt() & 0xff;
 }
 

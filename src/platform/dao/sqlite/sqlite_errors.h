@@ -22,7 +22,7 @@ enum ResultCode {
     NotADatabase = 26,
 };
 
-/// Returns the primary result code of an error.
+/// Returns SQLite's primary result code of an error.
 int resultCode(const QSqlError& error);
 
 /// Returns the run-time error that corresponds to an error of SQLite.

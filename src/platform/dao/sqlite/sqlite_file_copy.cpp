@@ -1,4 +1,4 @@
-// Copies a store while other stations use it.
+// Copies the file of an embedded store while other stations use the store.
 
 #include "platform/dao/sqlite/sqlite_bulk.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 blockSize = 1 << 20;
 
-/// A read lock on the store file: other stations can read but not write.
+/// Holds a read lock on the store file. Other stations can then read the store but not write to it.
 class ReadLock
 {
 public:
@@ -22,8 +22,8 @@ public:
     {
         session_.run(u"BEGIN"_s);
         try {
-            // SQLite takes the lock at the first read. This read also rolls back an unfinished
-            // transaction of a station that has crashed.
+            // SQLite takes the lock at the first read. If a station has crashed during a
+            // transaction, this read also rolls back the unfinished transaction.
             session_.rows(u"SELECT count(*) FROM sqlite_master"_s);
         } catch (const RunTimeError&) {
             release();
@@ -70,8 +70,9 @@ void copyAll(QFile& store, QSaveFile& copy)
 
 void SqliteBulk::copyTo(const QString& path)
 {
-    // Closing a file releases all POSIX locks that the process holds on it. Therefore the file is
-    // opened before the lock is taken and closed after the lock is released.
+    // When a process closes a file, the system releases all POSIX locks that the process holds on
+    // the file. Therefore the store file is opened before the lock is taken and closed after the
+    // lock is released.
     QFile store(session_.name());
     if (!store.open(QIODevice::ReadOnly))
         throw RunTimeError(runtime::PermissionDenied);
@@ -81,12 +82,14 @@ void SqliteBulk::copyTo(const QString& path)
                            u"Could not write '%1': %2"_s.arg(path, copy.errorString()));
     {
         const ReadLock lock(session_);
-        // With a write-ahead log, the latest changes are not in the store file.
+        // If the store has a write-ahead log, the store file does not contain the latest changes,
+        // so the file is not copied.
         if (session_.rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
             throw RunTimeError(runtime::Locked);
         copyAll(store, copy);
     }
-    // Stations need not wait until the copy is on the disk.
+    // The lock is released before this call, because other stations need not wait until the copy is
+    // on the disk.
     if (!copy.commit())
         throw writingError(copy);
 }

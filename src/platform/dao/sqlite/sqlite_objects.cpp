@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Returns true if a declaration of a table contains a constraint, a default or a mode that the
-/// program does not use. Quoted names and texts do not count.
+/// Returns true if the SQL declaration of a table contains a constraint, a default or an option
+/// that the program does not use. Quoted names and string literals in the declaration are ignored.
 bool hasForeignClause(QString declaration)
 {
     static const QRegularExpression quoted(

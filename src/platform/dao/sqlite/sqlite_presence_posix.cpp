@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 #ifdef F_OFD_SETLK
-/// A byte in the page that SQLite reserves for its own locks, behind the bytes that it locks.
+/// The byte that shows the presence of a process. It is in the page that SQLite reserves for its
+/// own locks, behind the bytes that SQLite locks.
 constexpr off_t presenceByte = 0x40000000 + 1024;
 
 struct flock lockOf(short type)
@@ -106,7 +107,8 @@ QStringList processesPresentAt(const QString& path)
 
 #else
 
-// Without such locks, a running station cannot be distinguished from a program that has ended.
+// A system without F_OFD_SETLK has no suitable lock. Without a lock, a running station cannot be
+// distinguished from a program that has ended.
 Presence::Presence(const QString&) {}
 
 Presence::~Presence() = default;

@@ -9,10 +9,11 @@ using runtime::WindowsHandle;
 
 namespace {
 
-/// The byte that stations on other systems lock as well; see sqlite_presence_posix.cpp.
+/// The byte that shows the presence of a process. It is the same byte as in
+/// sqlite_presence_posix.cpp, so that stations on different systems detect each other.
 constexpr DWORD presenceByte = 0x40000000 + 1024;
 
-/// Opens the file. Other programs may still read, write, rename and remove it.
+/// Opens the file. Other programs can still read, write, rename and remove the file.
 HANDLE opened(const QString& path, DWORD access)
 {
     return CreateFileW(runtime::wideName(path).c_str(), access, runtime::everySharing, nullptr,
@@ -43,7 +44,8 @@ Presence::Presence(const QString& path)
 {
     if (descriptor_ == -1)
         return;
-    // A program that asks for stations locks the byte for a moment.
+    // A program that looks for connected stations locks the byte for a moment, so the lock is tried
+    // several times.
     constexpr int trials = 20;
     constexpr DWORD pause = 5; // Milliseconds.
     for (int trial = 0; trial < trials; ++trial) {

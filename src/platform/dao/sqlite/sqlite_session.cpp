@@ -24,7 +24,8 @@ namespace {
 /// The first bytes of every SQLite file, including the terminating zero.
 constexpr QByteArrayView headerSignature("SQLite format 3", 16);
 
-/// Returns a path as a URI that contains the mode of opening. The path may contain any characters.
+/// Returns the URI with which SQLite opens the file at the path. The URI contains the mode of
+/// opening. The path may contain any characters.
 QString uriOf(const QString& path, const QString& mode)
 {
     QString absolute = QFileInfo(path).absoluteFilePath();
@@ -49,7 +50,8 @@ SqliteSession::SqliteSession(std::shared_ptr<SqliteConnection> connection, const
 
 SqliteSession::~SqliteSession()
 {
-    // A connection that has failed or is in a transaction is closed and not kept for later use.
+    // A connection on which a statement has failed, or which is in a transaction, is closed and not
+    // kept in the pool.
     if (!poolKey_.isEmpty() && !hasFailed_ && !inTransaction())
         ConnectionPool::instance().give(poolKey_, std::move(connection_));
 }
@@ -100,8 +102,9 @@ std::unique_ptr<Session> SqliteSession::open(const QString& path,
     const QFileInfo file(path);
     if (!file.exists())
         throw RunTimeError(runtime::DatabaseFileNotFound, u"Could not find file '%1'."_s.arg(path));
-    // SQLite treats an empty file as a new store. Only the file's size is checked, because opening
-    // and closing the file here would release the locks that this process holds on it.
+    // SQLite treats an empty file as a new store, so a file that is too small is refused. Only the
+    // size of the file is checked, because opening and closing the file here would release the
+    // locks that this process holds on the file.
     if (file.isFile() && file.size() < headerSignature.size())
         throw RunTimeError(runtime::UnrecognizedFormat,
                            u"Unrecognized database format '%1'."_s.arg(path));
@@ -158,8 +161,8 @@ void SqliteSession::connect(const QString& mode, std::chrono::milliseconds lockW
 
 void SqliteSession::prepareUse()
 {
-    // This statement reads the schema. Therefore a file that is not a store, and a locked or
-    // damaged store, fails here and not at a later statement.
+    // This statement makes SQLite read the schema. If the file is not a store, or if the store is
+    // locked or damaged, the error therefore occurs here and not in a later statement.
     QSqlQuery journal(connection_->database());
     if (!journal.exec(u"PRAGMA journal_mode"_s) || !journal.next())
         throw openingError(journal.lastError());
@@ -167,19 +170,20 @@ void SqliteSession::prepareUse()
     journal.finish();
     QSqlQuery settings(connection_->database());
     // Changes a store with a write-ahead log back to a rollback journal. The statement has no
-    // effect while another station uses the store; commits with a write-ahead log are durable as
-    // well.
+    // effect while another station uses the store. The store is then used with the write-ahead log,
+    // because commits to this log are durable, too.
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
     requireDurableCommits(settings);
-    // Each of up to a dozen connections has a page cache. A small one is enough, because the
-    // operating system also caches the file.
+    // The process has up to a dozen connections, and each connection has a page cache. A small
+    // cache is enough, because the operating system also caches the file.
     settings.exec(u"PRAGMA cache_size = -400"_s); // KiB
     schema().mark = schemaMark();
 }
 
-/// Sets synchronous to EXTRA, which also syncs the folder after a commit has removed its journal.
-/// With FULL, a power cut could bring the journal back, and the commit would be rolled back.
+/// Sets SQLite's option synchronous to EXTRA. SQLite then also synchronizes the folder with the
+/// disk after a commit has removed the journal. With the value FULL, the journal could reappear
+/// after a power cut, and SQLite would roll the commit back.
 void SqliteSession::requireDurableCommits(QSqlQuery& settings) const
 {
     constexpr int extra = 3;
@@ -195,9 +199,9 @@ void SqliteSession::requireDurableCommits(QSqlQuery& settings) const
                 .arg(name(), QString::number(set), QString::number(extra)));
 }
 
-/// Prepares a pooled connection for its next use by reading the schema mark. Like opening the file,
-/// this fails if the file is locked or damaged. The mark also shows whether another station has
-/// changed the schema.
+/// Prepares a pooled connection for its next use by reading the schema mark. Reading the mark fails
+/// if the file is locked or damaged, as opening the file would. A changed mark shows that another
+/// station has changed the schema.
 void SqliteSession::renewUse()
 {
     const QString mark = schemaMark();
@@ -252,8 +256,9 @@ qint64 SqliteSession::write(const QString& sql, const QVariantList& values)
     return affected;
 }
 
-/// Compares the store's mark after the lock has been taken, because a restore holds the same lock
-/// until the new file is in place. A store without a mark gets one.
+/// Starts a transaction that can write. The store's identifying mark is compared after the lock has
+/// been taken, because a restore holds the same lock until the new file is in place. A store
+/// without a mark gets a mark.
 void SqliteSession::begin()
 {
     run(u"BEGIN IMMEDIATE"_s);
@@ -274,8 +279,9 @@ void SqliteSession::begin()
     }
 }
 
-/// Throws StoreReplaced (3197) if there is another file at the path than the open one. Does nothing
-/// if the file is missing or cannot be reached, because the engine reports that.
+/// Throws StoreReplaced (3197) if the file at the path is not the file that the connection has
+/// open. Does nothing if the file at the path is missing or cannot be reached, because SQLite
+/// reports that error.
 void SqliteSession::requireSameFile() const
 {
     const QString found = fileIdentityOf(name());
@@ -283,7 +289,8 @@ void SqliteSession::requireSameFile() const
         throw replacedError();
 }
 
-/// SQLite takes the snapshot at the first read.
+/// Starts a transaction that reads a snapshot. SQLite takes the snapshot at the first read, so the
+/// function reads once.
 void SqliteSession::beginSnapshot()
 {
     run(u"BEGIN"_s);

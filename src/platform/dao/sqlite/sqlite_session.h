@@ -7,16 +7,17 @@
 
 namespace dao::sqlite {
 
-/// A store in one SQLite file. The destructor returns a working connection to the pool.
+/// A store in one SQLite file. The destructor returns the connection to the pool if the connection
+/// works.
 class SqliteSession final : public Session
 {
 public:
     /// Opens an existing store. Throws DatabaseFileNotFound (3024), PermissionDenied (3051),
     /// UnrecognizedFormat (3343), CorruptDatabase (3049), Locked (3260), and StoreReplaced (3197)
-    /// for another store than the one that this process opened first.
+    /// if the store is not the one that this process opened first at the path.
     static std::unique_ptr<Session> open(const QString& path, std::chrono::milliseconds lockWait);
-    /// Creates an empty store and opens it. Throws DatabaseExists (3204), DatabaseFileNotFound
-    /// (3024).
+    /// Creates an empty store in a new file and opens the store. Throws DatabaseExists (3204) if
+    /// the file exists, and DatabaseFileNotFound (3024) if the file cannot be created.
     static std::unique_ptr<Session> create(const QString& path, std::chrono::milliseconds lockWait);
     ~SqliteSession() override;
 
