@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Returns false for focus events that a menu or a switch to another program causes. After such an
-/// event no other control of this program has the focus.
+/// Returns false if the focus changes because of a menu or a switch to another program. In these
+/// cases no other control of this program gets the focus.
 bool countsAsChange(const QFocusEvent& event)
 {
     switch (event.reason()) {
@@ -32,8 +32,9 @@ bool countsAsChange(const QFocusEvent& event)
     }
 }
 
-/// Returns a fixed-pitch font. Its families are installed with the program's packages. The system's
-/// default fixed font depends on what else is installed and may not even have a fixed pitch.
+/// Returns a fixed-pitch font from font families that are installed with the program's packages.
+/// The system's default fixed font depends on the other installed software and may not have a fixed
+/// pitch.
 QFont fixedPitchFont()
 {
     QFont font;
@@ -56,7 +57,8 @@ InputBox::InputBox(const QString& name, const QString& text, int maxLength, QWid
 QSize InputBox::sizeHint() const
 {
     const QSize usual = QLineEdit::sizeHint();
-    // The input box is wide enough for the cursor and for a letter that is wider than a digit.
+    // The box is one digit wider than its longest text, which leaves room for the cursor and for a
+    // letter that is wider than a digit.
     const int contents = fontMetrics().horizontalAdvance(QString(maxLength() + 1, u'0'));
     QStyleOptionFrame option;
     initStyleOption(&option);
@@ -76,7 +78,8 @@ void InputBox::keyPressEvent(QKeyEvent* event)
     const std::int32_t keyCode = Module1::keyCodeOf(*event);
     keyDown(keyCode);
     if (keyCode == Module1::KeyReturn || keyCode == Module1::KeyUp || keyCode == Module1::KeyDown)
-        // Accepting the event keeps a surrounding dialog from pressing its default button on Enter.
+        // If the event were not accepted, Enter would press the default button of the dialog that
+        // contains the box.
         event->accept();
     else
         QLineEdit::keyPressEvent(event);
@@ -104,7 +107,8 @@ void InputBox::focusOutEvent(QFocusEvent* event)
     if (!countsAsChange(*event))
         return;
     entered_ = false;
-    // If a key is still held, its release event goes to another widget.
+    // If a key is still held when the box loses the focus, the key's release event goes to another
+    // widget and cannot remove the read-only state of the box.
     setReadOnly(false);
     lostFocus();
 }
@@ -119,7 +123,8 @@ void InputBox::paintEvent(QPaintEvent* event)
     initStyleOption(&option);
     QStylePainter painter(this);
     painter.drawPrimitive(QStyle::PE_PanelLineEdit, option);
-    // QLineEdit keeps these distances between its frame and its text.
+    // QLineEdit keeps its text 2 pixels away from the left and right edges and 1 pixel away from
+    // the top and bottom edges of its contents rectangle.
     const QRect text = style()
                            ->subElementRect(QStyle::SE_LineEditContents, &option, this)
                            .marginsRemoved(textMargins())
@@ -160,8 +165,8 @@ void MeasureBox::lostFocus()
         setText(text() + u'0');
 }
 
-// The mouse click that gives the box the focus would place the cursor and so remove the selection
-// that the box makes on focus. Selecting again keeps the selection.
+// The mouse click that gives the box the focus also places the cursor, which removes the selection.
+// Therefore the text is selected again.
 void MeasureBox::mousePressEvent(QMouseEvent* event)
 {
     QLineEdit::mousePressEvent(event);
@@ -224,7 +229,7 @@ MeasurePair::MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureB
     layout->setSpacing(0);
     for (MeasureBox* box : {whole, hundredths})
         box->setFrame(false);
-    // The frame around a measure stays white when the measure is disabled.
+    // The QFrame around the two boxes of a measure stays white when it is disabled.
     QPalette white = palette();
     white.setColor(QPalette::Disabled, QPalette::Base, white.color(QPalette::Base));
     setPalette(white);

@@ -10,9 +10,9 @@
 /// The input boxes of the measuring screens.
 namespace base {
 
-/// Base class of the input boxes. It translates key events to key codes and removes the read-only
-/// state when the key is released. It ignores focus changes that are caused by menus or by
-/// switching to another program.
+/// Base class of the input boxes. It translates key events to key codes. A box that a key has made
+/// read-only becomes editable again when the key is released. Focus changes that are caused by a
+/// menu or by a switch to another program are ignored.
 class InputBox : public QLineEdit
 {
     Q_OBJECT
@@ -32,8 +32,8 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    /// Paints the selection and the cursor only while the box has the focus. The order form selects
-    /// the text of a box that does not have it.
+    /// Paints the selection and the cursor only while the box has the focus, because the order form
+    /// also selects the text of boxes that do not have the focus.
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -49,10 +49,11 @@ class MeasureBox : public InputBox
 
 public:
     enum class OnLeaving {
-        /// A box that is left empty becomes "0" (whole) or "00" (hundredths).
-        FillDefault,
-        /// Fills an empty box as FillDefault does, and appends a "0" to a single digit in a
+        /// When the user leaves an empty box, its text becomes "0" in a whole box and "00" in a
         /// hundredths box.
+        FillDefault,
+        /// When the user leaves an empty box, the box gets the same text as with FillDefault. A
+        /// hundredths box with a single digit gets a "0" appended.
         FillDefaultAndPad,
     };
 
@@ -79,8 +80,8 @@ private:
     bool reachedByMouse_ = false;
 };
 
-/// A sign box of the series editor. It holds one character, starts with "-", and becomes "+" when
-/// it is left empty.
+/// The input box for the sign of a deduction in the series editor. It holds one character and
+/// initially contains "-". An empty box becomes "+" when the user leaves it.
 class SignBox : public InputBox
 {
     Q_OBJECT
@@ -95,8 +96,9 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
 };
 
-/// The white frame Picture1 around the two boxes of a measure. From left to right it holds the
-/// whole box, the point label and the hundredths box, on right-to-left forms as well.
+/// A white QFrame around the two input boxes of a measure. From left to right it contains the whole
+/// box, a label with the decimal point and the hundredths box. This order is the same on
+/// right-to-left forms.
 class MeasurePair : public QFrame
 {
     Q_OBJECT
@@ -105,10 +107,11 @@ public:
     MeasurePair(const QString& pictureName, MeasureBox* whole, MeasureBox* hundredths,
                 const QString& pointName, QWidget* parent = nullptr);
     QLabel* point() const { return point_; }
-    /// Sets what a screen reader says for the two boxes: the caption of the measure and which half
-    /// it is.
+    /// Sets the names that screen readers announce for the two boxes. A name consists of the
+    /// measure's caption and the Hebrew word for "whole" or for "hundredths".
     void setSpokenCaption(const QString& caption);
-    /// Returns the value of the two boxes. Throws the errors of Module1::ReadMeasure.
+    /// Returns the measure that the whole box and the hundredths box contain. Throws the errors of
+    /// Module1::ReadMeasure.
     double measure() const;
 
 private:

@@ -9,8 +9,8 @@ namespace Module1 {
 
 namespace {
 
-/// Sends the box a Tab key press, or Shift+Tab to go back. If `selectReached` is true, selects the
-/// text of the box that gets the focus.
+/// Sends a Tab key press to the box, or Shift+Tab if `back` is true. If `selectReached` is true,
+/// selects the text of the box that gets the focus.
 void goOneTabStop(QLineEdit& box, bool back, bool selectReached)
 {
     QKeyEvent tab(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab,

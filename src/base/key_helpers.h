@@ -8,7 +8,7 @@ class QLineEdit;
 /// The keyboard helpers of the input boxes.
 namespace Module1 {
 
-/// The key codes that the keyboard helpers distinguish.
+/// The key codes that KeyNavigate and KeySignFilter distinguish.
 enum KeyCode : std::int32_t {
     KeyOther = 0, ///< Any key that the helpers do not distinguish.
     KeyBackspace = 8,
@@ -24,14 +24,15 @@ enum KeyCode : std::int32_t {
 /// Returns the key code of a key event.
 std::int32_t keyCodeOf(const QKeyEvent& event);
 
-/// Moves the focus by one tab stop: forward for Enter and Down, back for Up. Always selects the
-/// text of the box that gets the focus; the argument `selectAll` is ignored. Accepts every key and
-/// reports no error.
+/// Moves the focus to the next tab stop on Enter or Down and to the previous tab stop on Up. Always
+/// selects the text of the box that gets the focus; the argument `selectAll` is ignored. Other keys
+/// have no effect, and no error is reported.
 void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool selectAll);
-/// Filters the keys of a sign box. Enter and the arrow keys Down and Up move the focus like
-/// KeyNavigate, and the text is selected only if `selectAll` is true. Backspace, Delete and the
-/// plus and minus keys are passed on. Any other key makes the box read-only until it is released,
-/// so that the key types nothing.
+/// Handles a key of a sign box. Enter and Down move the focus to the next tab stop, and Up moves it
+/// to the previous one. The text of the box that gets the focus is selected only if `selectAll` is
+/// true. Backspace, Delete, the minus key and the plus and minus keys of the numeric keypad have no
+/// effect here, so that the box itself handles them. Any other key makes the box read-only until
+/// the key is released, so that the key types nothing.
 void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll);
 void SelectAllText(QLineEdit& box);
 

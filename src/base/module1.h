@@ -20,11 +20,13 @@ extern std::unique_ptr<runtime::FileSystemObject> FileSys;
 
 /// Number of the order that the order form shows.
 extern std::int16_t CurrentOrderNum;
-/// Scratch variable for query texts. Each routine builds its query here and uses it at once.
+/// Scratch variable for query texts. A routine stores its query in this variable and runs the query
+/// at once.
 extern QString SqlText;
 
-/// The shared calculation state. It outlives all forms. A QVariant variable keeps the number or
-/// text that was assigned; the store converts it to the field's type on assignment.
+/// The shared variables of the calculation, which exist longer than all forms. A QVariant variable
+/// keeps the number or text that was assigned. The store converts the value to the field's type
+/// when the value is assigned to a field.
 extern std::int16_t SelectedSerialNum; ///< 0 if no series has been chosen.
 extern bool IsMonoblock;
 extern bool IsDoorFrame;

@@ -15,7 +15,8 @@ namespace base {
 
 namespace {
 
-/// Amber; the black text on it has a contrast of more than 13 to 1.
+/// The amber background of a box with a mistake. Black text has a contrast of more than 13 to 1 on
+/// this colour.
 constexpr QColor tint(255, 213, 128);
 
 bool isPlain(const QString& text)

@@ -12,13 +12,14 @@
 
 using namespace Qt::StringLiterals;
 
-// ComputeCuts writes the shared state in a fixed order. If a step fails, the values of the earlier
-// steps stay written.
+// ComputeCuts writes its results to the shared variables in a fixed order. If a step fails, the
+// results of the earlier steps remain stored.
 namespace calculation {
 
 namespace {
 
-/// Returns the index in CutValues of a part's cut width. The part's cut height follows it.
+/// Returns the index of a part's cut width in Module1::CutValues. The part's cut height has the
+/// next index.
 constexpr std::size_t widthCell(cuts::Part part)
 {
     return store::line::measureIndex(store::line::cutWidth(part));
@@ -65,8 +66,8 @@ void computeParts(const cuts::Size& opening, const cuts::Series& series)
     }
 }
 
-/// Overwrites the results that change for a door frame. The sash is computed from the door's inner
-/// opening, and glass and mesh become 0. The frame's own cut sizes stay unchanged.
+/// Overwrites the results that are different for a door. The sash is computed from the door's inner
+/// opening, and the sizes of glass and mesh become 0. The cut sizes of the frame stay unchanged.
 void computeDoor(const cuts::Size& opening, double thickness, const cuts::Series& series)
 {
     const cuts::Size door = cuts::doorOpening(opening, thickness);

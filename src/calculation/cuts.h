@@ -3,8 +3,8 @@
 #include <array>
 #include <optional>
 
-/// The cut-size arithmetic of one opening: pure functions over plain values, without widgets, store
-/// or global state.
+/// Functions that compute the cut sizes of one opening. They are pure functions of plain values and
+/// use no widgets, no store and no global state.
 ///
 /// All measures are doubles in the measures' unit (see docs/glossary.md). Nothing is rounded. Each
 /// expression is evaluated in the written order, so that results are reproducible to the last bit.
@@ -18,26 +18,29 @@ struct Size
 };
 
 /// The values that a series adds to an opening's width and height for one part. A true deduction is
-/// negative. A member is empty if the series stores a Null; that is an error only when a formula
-/// uses the value.
+/// negative. A member is empty if the series stores a Null. An empty member is an error only when a
+/// formula uses it.
 struct Deduction
 {
     std::optional<double> width;
     std::optional<double> height;
 };
 
-/// The parts of a window. The values index arrays that have one control for each part.
+/// The parts of a window. A part's value is its index in arrays that have one control for each
+/// part.
 enum Part { Mashkof = 0, Kanaf = 1, Glass = 2, Reshet = 3, PartCount = 4 };
 inline constexpr std::array allParts{Mashkof, Kanaf, Glass, Reshet};
 
-/// Number of pieces of a frame, whatever the series.
+/// Number of pieces of a frame. The number is the same for all series.
 inline constexpr int framePieces = 2;
-/// Subtracted from the opening's height to get the lengths of a monoblock's two U-profiles.
+/// The opening's height minus uCutAllowance is the first cut length of a monoblock's U-profile. The
+/// opening's height minus uVasaAllowance is the second one.
 inline constexpr double uCutAllowance = 14;
 inline constexpr double uVasaAllowance = 17.6;
-/// The part of the opening's height that no slat covers.
+/// The part of the opening's height that the slats do not cover, in the measures' unit.
 inline constexpr double shalavHeightAllowance = 8;
-/// The width deduction of a slat for a U profile of 6.5 and of 5.3, in the measures' unit.
+/// The deduction from a slat's width, in the measures' unit. The first value is for a U-profile
+/// with a thickness of 6.5, the second value for a thickness of 5.3.
 inline constexpr std::array shalavWidthDeducts{12.7, 10.3};
 
 struct Series
@@ -64,26 +67,28 @@ struct Shutter
     Size argaz;
 };
 
-/// Computes the shutter measures. The monoblock's deductions reduce only the opening of the window;
-/// the U-profile is computed from the full height.
+/// Computes the shutter measures of a monoblock. The deductions of the monoblock only reduce the
+/// opening that is left for the window. The U-profile is computed from the full height of the
+/// opening.
 Shutter shutter(const Size& opening, const Monoblock& monoblock);
 
-/// Returns the number of slats before rounding, computed from the full opening height. The result
-/// is negative if the height is below 8. Throws DivisionByZero (11) if the slat thickness is 0, or
-/// Overflow (6) if the height minus the allowance of 8 is 0 as well.
+/// Returns the number of slats before rounding, computed from the full height of the opening. The
+/// result is negative if the height is below 8. If the slat thickness is 0, throws Overflow (6) for
+/// a height of exactly 8 and DivisionByZero (11) for any other height.
 double shalavCount(const Size& opening, const Monoblock& monoblock);
 
-/// Returns the inner opening of a door frame. The frame's thickness is subtracted on both sides and
-/// at the top, but not at the bottom.
+/// Returns the inner opening of a door frame. The frame's thickness is subtracted from the width on
+/// both sides. It is subtracted from the height only at the top, not at the bottom.
 Size doorOpening(const Size& opening, double thickness);
 
-/// Returns the cut width of one piece of the part. The frame takes the full width; the other parts
-/// divide it by the number of sashes. Throws InvalidUseOfNull (94) if a needed value is Null,
-/// DivisionByZero (11) for 0 sashes, or Overflow (6) if the width is 0 as well.
+/// Returns the cut width of one piece of the part. For a frame, it is the opening's width plus the
+/// deduction. For every other part, this sum is divided by the number of sashes. Throws
+/// InvalidUseOfNull (94) if a needed value is Null, DivisionByZero (11) for 0 sashes, and Overflow
+/// (6) for 0 sashes if the sum is 0 as well.
 double cutWidth(const Series& series, Part part, const Size& base);
 
-/// Returns the cut height of the part. It does not depend on the number of sashes. Throws
-/// InvalidUseOfNull (94) if the deduction is Null.
+/// Returns the cut height of the part. The cut height does not depend on the number of sashes.
+/// Throws InvalidUseOfNull (94) if the deduction is Null.
 double cutHeight(const Series& series, Part part, const Size& base);
 
 } // namespace cuts

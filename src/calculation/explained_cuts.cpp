@@ -19,7 +19,9 @@ struct Computed
     double result = 0;
 };
 
-/// The side of an opening that a part is cut from, with the text of its own computation.
+/// The size from which a part's cut size is computed: the whole opening, or the smaller opening
+/// that a door frame or a monoblock leaves. `text` is the formula of the width or height of this
+/// size.
 struct Base
 {
     QString text;
@@ -34,15 +36,15 @@ QString shown(double number)
     return runtime::toText(number);
 }
 
-/// Returns the difference of two numbers with at most nine decimals, that is without the noise of
-/// the subtraction.
+/// Returns the difference of two numbers as a text. The difference is rounded to nine decimals,
+/// which removes the floating-point error of the subtraction.
 QString shownDifference(double whole, double reduced)
 {
     constexpr double perUnit = 1e9;
     return shown(std::round((whole - reduced) * perUnit) / perUnit);
 }
 
-/// Returns the base with the signed deduction, for example "120 − 2.8".
+/// Returns the formula `base` with the deduction appended, for example "120 − 2.8".
 QString withDeduction(const QString& base, double deduction)
 {
     return u"%1 %2 %3"_s.arg(base, deduction > 0 ? u"+"_s : u"−"_s, shown(std::abs(deduction)));
@@ -53,7 +55,7 @@ double along(const Size& size, Side side)
     return side == Side::Width ? size.width : size.height;
 }
 
-/// Returns the opening inside the frame of a door, which the sash fills.
+/// Returns the smaller opening that a door frame leaves for the sash.
 Base insideDoorFrame(const ComputedLine& line, Side side)
 {
     const QString thickness = shown(line.doorThickness);
@@ -62,7 +64,7 @@ Base insideDoorFrame(const ComputedLine& line, Side side)
             doorOpening(line.opening, line.doorThickness)};
 }
 
-/// Returns the opening minus the deductions of a monoblock.
+/// Returns the smaller opening that a monoblock leaves for the window.
 Base insideMonoblock(const ComputedLine& line, Side side)
 {
     const double whole = along(line.opening, side);
@@ -91,8 +93,9 @@ bool isSame(double one, double other)
     return std::abs(one - other) < smallest;
 }
 
-/// Returns true for the width of a frame that does not follow from the stored line, because a
-/// door's inner width is stored in the place of the monoblock's reduced width.
+/// Returns true for the width of a frame that cannot be computed from the stored line. This is the
+/// case for a door with a monoblock: the field of the monoblock's reduced width stores the door's
+/// inner width instead.
 bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
 {
     return line.isStored && line.isMonoblock && series.isDoor && part == Mashkof &&
@@ -100,7 +103,8 @@ bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const To
            isSame(line.reduced.width, doorOpening(line.opening, line.doorThickness).width);
 }
 
-/// Returns the size and its formula, or nothing for a size that lines of this series do not have.
+/// Returns a part's cut size with its formula. Returns nothing if lines of this series have no such
+/// size or if the size cannot be computed.
 std::optional<Computed> computedSize(const ComputedLine& line, Part part, Side side,
                                      const TodaysSeries& series)
 {
@@ -122,7 +126,7 @@ QString formulaOf(const Computed& computed)
     return runtime::leftToRight(computed.formula + u" = "_s + shown(computed.result));
 }
 
-/// The Hebrew words for a size or for a count in the sentences.
+/// The Hebrew nouns for a size or for a count that the explanations contain.
 struct FigureWords
 {
     QString figure;
@@ -144,15 +148,16 @@ QString explainedMissingSeries(const FigureWords& words)
     return u"הסדרה כבר אינה בקטלוג, ולכן אין הסבר %1."_s.arg(words.toFigure);
 }
 
-/// Returns a sentence that says that the series has been changed. It is for a series that cannot be
-/// computed or that makes no such part, because the stored figure cannot come from it.
+/// Returns a Hebrew sentence that says that the series has been changed after the line was added
+/// and that there is no explanation. The sentence is used if the series cannot be computed or does
+/// not produce the part.
 QString explainedChangedSeries(const FigureWords& words)
 {
     return u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר %1."_s.arg(words.toFigure);
 }
 
-/// Returns the explanation unchanged if its result is the actual figure. Otherwise adds a sentence
-/// that says that the series has been changed.
+/// Returns the explanation unchanged if its result equals the line's actual figure. Otherwise adds
+/// a Hebrew sentence that says that the series has been changed.
 QString unlessChanged(const QString& explanation, double result, double actual,
                       const FigureWords& words)
 {
@@ -162,9 +167,10 @@ QString unlessChanged(const QString& explanation, double result, double actual,
         explanation, words.figure, runtime::leftToRight(shown(actual)));
 }
 
-/// Returns how the frame of a monoblock door follows from the series, and which width the monoblock
-/// takes off for that. The width is not stored, but it is the only unknown of the formula. If the
-/// line's other sizes do not follow from the series, it has been changed since.
+/// Explains the frame width of a door with a monoblock. The line does not store the width deduction
+/// of the monoblock. This deduction is the only unknown of the formula, so it is computed from the
+/// frame width. If the line's other sizes do not follow from the series, a Hebrew sentence says
+/// that the series has been changed.
 QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
 {
     const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);
@@ -178,7 +184,8 @@ QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeri
                                   runtime::leftToRight(taken));
 }
 
-/// Runs a computation that fails for a series with 0 sashes or with a Null.
+/// Returns the result of `compute`, or an empty value if `compute` throws a run-time error. A
+/// computation fails for a series with 0 sashes or with a Null.
 template <typename Compute>
 auto unlessItFails(Compute&& compute) -> decltype(compute())
 {

@@ -8,7 +8,8 @@ namespace cuts {
 
 enum class Side { Width, Height };
 
-/// A line with what its figures were computed from, as far as a stored line tells it.
+/// The figures of a line and the values from which they were computed, as far as a stored line
+/// contains these values.
 struct ComputedLine
 {
     Size opening;
@@ -17,12 +18,13 @@ struct ComputedLine
     double doorThickness = 0; ///< Thickness of a door's frame.
     std::array<Size, PartCount> parts;
     std::array<double, PartCount> counts{}; ///< Pieces of each part.
-    /// False for a line that is only computed. It differs from a stored line if it is a door: its
-    /// reduced width is known, and its sashes are counted twice.
+    /// False for a line that has been computed but not stored. Such a line differs from a stored
+    /// line only for a door: the reduced width of a monoblock is known, and each sash counts as two
+    /// pieces.
     bool isStored = true;
 };
 
-/// A series as it is in the catalogue today.
+/// A series with the values that the catalogue contains now.
 struct TodaysSeries
 {
     Series series;
@@ -30,34 +32,39 @@ struct TodaysSeries
 };
 
 /// Returns a Hebrew sentence that says that the width or height of the opening was entered. For a
-/// door and for a monoblock, a second sentence shows the rest of the opening, for example
-/// "90 − 2 × 4 = 82". Without a series there is no second sentence. Does not throw.
+/// door and for a monoblock, a second sentence shows how much of the width or height is left, for
+/// example "90 − 2 × 4 = 82". If `series` is nullptr, there is no second sentence. Does not throw.
 QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series);
 
-/// Returns how a part's cut size follows from the opening and the series, for example
-/// "(120 − 2.8) ÷ 2 = 58.6". If the line's own size is another one, or the series cannot be
-/// computed, a Hebrew sentence says that the series has changed since; without a series, one says
-/// that it has been deleted. The width that a monoblock takes off is not stored in a door line, so
-/// it is computed from the width of the frame, and a sentence says so. For the glass and the mesh
-/// of a door, a sentence says that it has none. Does not throw.
+/// Returns the computation of a part's cut size from the opening and the series, for example "(120
+/// − 2.8) ÷ 2 = 58.6".
+///
+/// A Hebrew sentence says that the series has been changed if the series yields another size than
+/// the line contains or cannot be computed. If `series` is nullptr, a sentence says that the series
+/// has been deleted. A door line does not store the width deduction of a monoblock. This deduction
+/// is computed from the width of the frame, and a sentence says so. For the glass and the mesh of a
+/// door, a sentence says that a door has no glass and no mesh. Does not throw.
 QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series);
 
-/// Returns how the number of a part's pieces follows from the series, for example "2 × 2 = 4" with
-/// a Hebrew sentence that names the factors. Other numbers and a missing series are told as for a
-/// size. The number of a frame's pieces is the same in all series; if the line has another one, a
-/// sentence says so. Does not throw.
+/// Returns the computation of the number of a part's pieces from the series, for example "2 × 2 =
+/// 4" with a Hebrew sentence that names the factors.
+///
+/// A Hebrew sentence says that the series has been changed if the series yields another number than
+/// the line contains. If `series` is nullptr, a sentence says that the series has been deleted. The
+/// number of a frame's pieces is the same in all series. If the line contains another number for
+/// the frame, a sentence says so. Does not throw.
 QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series);
 
-/// Returns how a size of the shutter follows from the opening, for example "100 − 14 = 86". The
-/// text is empty if the actual size is another one. Does not throw.
+/// Returns the computation of a shutter size from the opening, for example "100 − 14 = 86". Returns
+/// an empty text if the difference of `whole` and `deduction` is not `actual`. Does not throw.
 QString explainedDifference(double whole, double deduction, double actual);
 
-/// Returns how the number of slats follows from the opening's height and the thickness of a slat,
-/// for example "(100 − 8) ÷ 4 = 23", or with "≈" if it is rounded. The text is empty if the actual
-/// number is another one. Does not throw.
+/// Returns the computation of the number of slats from the opening's height and the slat thickness,
+/// for example "(100 − 8) ÷ 4 = 23". The equals sign is replaced by "≈" if the number is rounded.
+/// Returns an empty text if the computed number is not `actual`. Does not throw.
 QString explainedSlats(const Size& opening, double thickness, int actual);
 
-/// Returns true if all cut sizes of the line follow from the series.
+/// Returns true if the series yields all cut sizes that the line contains.
 bool followsFrom(const ComputedLine& line, const TodaysSeries& series);
 
 } // namespace cuts

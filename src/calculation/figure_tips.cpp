@@ -39,7 +39,8 @@ void emptyTips(output::FormView& view)
         figure->setToolTip(QString());
 }
 
-/// Sets the tool tips of a line. If `series` is nullptr, they say that the series has been deleted.
+/// Sets the tool tips for the figures of a line. If `series` is nullptr, the tool tips say that the
+/// series has been deleted.
 void setTips(output::FormView& view, const cuts::ComputedLine& line,
              const cuts::TodaysSeries* series)
 {
@@ -53,8 +54,8 @@ void setTips(output::FormView& view, const cuts::ComputedLine& line,
     }
 }
 
-/// Returns the line that ComputeCuts computed last. Its counts are those of the line view, which
-/// follow from the series.
+/// Returns the line that ComputeCuts computed last. The numbers of pieces are computed from the
+/// series, as in the line view.
 cuts::ComputedLine computedLine(const cuts::Series& series)
 {
     const auto& values = Module1::CutValues;
@@ -116,7 +117,7 @@ private:
     bool areFilled_ = false;
 };
 
-/// Removes the tips of the line that the view showed before.
+/// Removes the tool tips of the line that the view showed before.
 void clearTips(output::FormView& view)
 {
     delete view.findChild<QObject*>(StoredLineTips::tipsName, Qt::FindDirectChildrenOnly);
@@ -143,7 +144,7 @@ void explainStoredLine(output::FormView& view, dao::Recordset& line)
         const cuts::ComputedLine stored = readLine(line);
         new StoredLineTips(view, stored, runtime::textOrEmpty(line.Fields(u"Name"_s).Value()));
     } catch (const runtime::RunTimeError&) {
-        // A line that cannot be read has no tips.
+        // If the line cannot be read, its figures have no tool tips.
         return;
     }
 }

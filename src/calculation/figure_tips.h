@@ -10,18 +10,21 @@ class FormView;
 
 namespace calculation {
 
-/// Gives each figure of the line view a tool tip. That of a cut size shows how the size was
-/// computed: opening, deduction, divisor and result. That of a count shows how it follows from the
-/// number of sashes, and that of the opening says what was entered. The line is the one that
-/// ComputeCuts computed last, and the series in the current row is the one that it used. The tips
-/// stay empty if reading fails.
+/// Sets a tool tip for each figure of the line view. The tool tip of a cut size shows the
+/// computation: opening, deduction, divisor and result. The tool tip of a count shows the
+/// computation from the number of sashes. The tool tip of the opening says that the measure was
+/// entered. The line is the one that ComputeCuts computed last, and the current row of `series`
+/// must be the series that ComputeCuts used. The tool tips stay empty if reading fails.
 void explainComputedLine(output::FormView& view, dao::Recordset& series);
 
-/// Does the same as explainComputedLine for the stored line in the current row of a recordset. Only
-/// the line is read now. The catalogue is read when a tool tip is shown for the first time, and the
-/// result is kept if it could be read. The series is looked up by name; among several of one name,
-/// the one from which the line follows is taken. The tip says if the series was changed or deleted
-/// since, or if the catalogue cannot be read. The tips stay empty if the line cannot be read.
+/// Sets the tool tips of the line view as explainComputedLine does, but for the stored line in the
+/// current row of `line`.
+///
+/// This function reads only the line. The catalogue is read when a tool tip is shown for the first
+/// time. If reading the catalogue fails, the tool tip says so, and the next tool tip reads the
+/// catalogue again. The series is found by its name. Among several series of that name, the series
+/// that yields the line's sizes is used. A tool tip says if the series has been changed or deleted
+/// after the line was stored. The tool tips stay empty if the line cannot be read.
 void explainStoredLine(output::FormView& view, dao::Recordset& line);
 
 } // namespace calculation

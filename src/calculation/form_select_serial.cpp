@@ -25,7 +25,8 @@ namespace calculation {
 
 namespace {
 
-/// The texts that each entry of ComboMonoBlock puts into the boxes TextNum 0 to 3.
+/// The proposed texts for the boxes TextNum[0] to TextNum[3], with one row for each entry of the
+/// list ComboMonoBlock.
 const std::array<std::array<QString, 4>, 3> monoblockProposals{{
     {u"2"_s, u"80"_s, u"18"_s, u"00"_s},
     {u"0"_s, u"00"_s, u"28"_s, u"00"_s},
@@ -40,7 +41,7 @@ FormSelectSerial& formSelectSerial()
     return instance();
 }
 
-// The main window owns the picker, so that the picker gets no taskbar entry of its own.
+// The main window owns the series picker, so that the picker has no taskbar entry of its own.
 FormSelectSerial::FormSelectSerial()
     : QDialog(controls::mainWindow(), Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint)
@@ -66,7 +67,7 @@ void FormSelectSerial::connectHandlers()
     runtime::on(ComboMonoBlock, &QComboBox::currentIndexChanged, this,
                 [this](int position) { ComboMonoBlock_Click(position); });
     // `currentIndexChanged` is not emitted if the user chooses the current entry again. `activated`
-    // is, and then the boxes are filled again.
+    // is emitted in this case too, so that the boxes are filled again.
     runtime::on(ComboMonoBlock, &QComboBox::activated, this,
                 [this](int position) { ComboMonoBlock_Click(position); });
     runtime::on(CmdPic, &QPushButton::clicked, this, [this] { ChooseSeries(); });
@@ -86,7 +87,8 @@ void FormSelectSerial::Show()
     activateWindow();
 }
 
-/// Every way of closing the picker ends here: the commands, Escape and the close box.
+/// Every way of closing the series picker calls this function: the buttons, Escape and the close
+/// box.
 void FormSelectSerial::done(int result)
 {
     QDialog::done(result);
@@ -126,7 +128,7 @@ void FormSelectSerial::ChooseSeries()
     panel.LabelNativ->setText(text(u"Nativ_Num"_s));
     panel.LabelKanaf->setText(text(u"Kanaf_Num"_s));
     Module1::SelectedSerialNum = runtime::toInt16(series.Fields(u"AutoNum"_s).Value());
-    // A Null in the field Sign reads as an empty text and therefore does not mark a door.
+    // A Null in the field Sign becomes an empty text and therefore does not mark a door.
     const bool isDoor = series.Fields(u"Sign"_s).Value().toString() == doorSign;
     panel.FrameDoorMashkof->setVisible(isDoor);
     Module1::IsDoorFrame = isDoor;

@@ -25,18 +25,20 @@ class MeasurePair;
 
 namespace calculation {
 
-/// The series picker. It lists the series, takes the data of a monoblock, and writes the choice to
-/// the order form and to the shared calculation state. Each opening creates a new window.
+/// The series picker: a dialog that lists the series and has input boxes for the data of a
+/// monoblock. It writes the user's choice to the order form and to the shared variables of the
+/// calculation. A new window is created each time the series picker is shown.
 class FormSelectSerial : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Creates the picker and loads the series. Throws any error of store::OpenMyDataBase, such as
-    /// DatabaseFileNotFound (3024) or Locked (3260).
+    /// Creates the series picker and loads the list of series. Throws any error of
+    /// store::OpenMyDataBase, such as DatabaseFileNotFound (3024) or Locked (3260).
     FormSelectSerial();
 
-    /// Shows the picker as a modeless window, or brings it to the front if it is already shown.
+    /// Shows the series picker as a modeless window. If the series picker is already shown, brings
+    /// it to the front.
     void Show();
 
     void done(int result) override;
@@ -72,8 +74,8 @@ private:
     QWidgetList monoblockControls() const;
 };
 
-/// Returns the open picker, or creates it if none is open. Creation throws any error of
-/// store::OpenMyDataBase.
+/// Returns the open series picker, or creates a series picker if none is open. Throws any error of
+/// store::OpenMyDataBase if a series picker must be created.
 FormSelectSerial& formSelectSerial();
 
 } // namespace calculation

@@ -128,8 +128,8 @@ void FormSelectSerial::buildMonoblock()
     Combo_U_Thick->setAccessibleName(u"עובי U"_s);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
-        // The form has a second decimal point behind the one of each of these three boxes. The
-        // second one stays hidden.
+        // On the series picker, each measure has a second label with a decimal point behind the
+        // visible label. The second label stays hidden.
         pickerCaption(behind[pair], u"."_s, Picture1[pair])->hide();
     }
     for (QWidget* each : monoblockControls())
@@ -171,8 +171,8 @@ void FormSelectSerial::arrange()
     whole->addLayout(commands);
 }
 
-/// Sets the tab order. The first four measure boxes are visited in reverse order; users rely on
-/// this.
+/// Sets the tab order of the series picker. The tab order visits the first four measure boxes in
+/// reverse order, because users rely on this order.
 void FormSelectSerial::chainTabOrder()
 {
     const QWidgetList chain{DBGrid1,        CmdClose,   CmdPic,     TextNum[3],

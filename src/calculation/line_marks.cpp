@@ -12,23 +12,26 @@ namespace cuts {
 
 namespace {
 
-/// How much larger than the opening all sashes together may be, in the units of the measures.
-/// Sashes overlap each other, or the wall beside a pocket window.
+/// The limit, in the measures' unit, by which the total width of all sashes or the height of a sash
+/// may exceed the opening. Sashes overlap each other, or the wall beside a pocket window.
 constexpr double mostOverlap = 5;
-/// The least share of the opening that a part is left with. A door has no glass, so its sash is a
-/// larger share of the opening.
+/// The minimum share of the opening's width and height that a part must have. A smaller part is
+/// marked as a mistake. A door has no glass, so its sash has a larger share of the opening.
 constexpr double leastShare = 0.3;
 constexpr double leastShareOfDoor = 0.6;
-/// The least share of the opening's height that the shutter box leaves to the window.
+/// The minimum share of the opening's height that the shutter box of a monoblock leaves for the
+/// window.
 constexpr double leastShareUnderBox = 0.5;
 constexpr double steepestSides = 10;
-/// No workshop makes a sash that is narrower or wider, or an opening that is lower or higher. The
-/// measures are centimetres, as the fixed measures of the monoblock are.
+/// The limits for the width of a sash and for the height of an opening, in centimetres. No workshop
+/// makes a smaller or a larger one. The measures are taken as centimetres, because the fixed
+/// measures of the monoblock are centimetres.
 constexpr double leastMeasure = 15;
 constexpr double mostMeasure = 500;
-/// Bounds of a measure by the median of its neighbours. A lost digit makes a tenth of a measure, a
-/// digit too many makes it tenfold. A shop window may be seven times as wide as the windows beside
-/// it, and a door eight times as high as a vent.
+/// The limits for the ratio between a measure and the median of the neighbouring lines. A missing
+/// digit divides a measure by about 10, and an extra digit multiplies it by about 10. Within the
+/// limits are a shop window that is seven times as wide as the windows beside it and a vent with
+/// one eighth of the height of a door.
 constexpr double mostTimesMedian = 8;
 constexpr double leastPartOfMedian = 9;
 constexpr std::size_t fewestNeighbours = 2;
@@ -42,13 +45,15 @@ const std::array<QString, PartCount>& partNames()
     return names;
 }
 
-/// Returns a number for a Hebrew sentence. The marks around it keep its minus in front of it.
+/// Returns a number as text for a Hebrew sentence. Direction marks around the number keep its minus
+/// sign in front of it.
 QString isolatedNumber(double number)
 {
     return runtime::leftToRight(runtime::toText(number));
 }
 
-/// The computation of a door line sets exactly these four sizes to 0.
+/// Returns true if the widths and heights of glass and mesh are all 0. Only the computation of a
+/// door line sets exactly these four sizes to 0.
 bool isDoor(const LineFigures& line)
 {
     const Size& glass = line.parts[Glass];
@@ -139,7 +144,8 @@ void addOutOfBounds(QStringList& marks, const LineFigures& line)
     addIfOutOfBounds(marks, heightOfOpening, bay.height);
 }
 
-/// Returns the median. For an even number of values it is the mean of the two in the middle.
+/// Returns the median. For an even number of values, the median is the mean of the two middle
+/// values.
 double medianOf(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());

@@ -8,7 +8,7 @@
 
 namespace cuts {
 
-/// The figures of one line as the marks need them.
+/// The figures of one line that marksOf checks.
 struct LineFigures
 {
     Size opening;
@@ -16,28 +16,30 @@ struct LineFigures
     double sashes = 1;                 ///< Number of sashes, panes and meshes.
     bool isMonoblock = false;
     Size reduced; ///< The opening that a monoblock leaves for the window.
-    /// The other sizes of a monoblock: U profiles, slats and shutter box.
+    /// The other measures of a monoblock: U-profile, slats and shutter box.
     std::array<double, 6> shutter{};
 };
 
-/// Returns the part of an opening that belongs to one sash. It compares wide openings of many
-/// sashes with narrow ones.
+/// Returns the width per sash and the full height of an opening. With these values, a wide opening
+/// with many sashes can be compared with a narrow opening.
 Size bayOf(const Size& opening, double sashes);
 
-/// Returns why a line is probably a slip, one Hebrew sentence for each reason, or an empty list for
-/// a line without oddities. A line is marked if
+/// Returns the reasons why a line probably contains a typing mistake, as one Hebrew sentence for
+/// each reason. Returns an empty list for an ordinary line. A line is marked if
 /// - a size is 0 or negative,
-/// - the sashes together are wider than the opening, or the sash is higher than it,
+/// - all sashes together are wider than the opening, or a sash is higher than the opening,
 /// - the glass is larger than its sash,
-/// - a part is left with a small part of the opening,
+/// - a part is very small compared with the opening,
 /// - a door is wider than high,
-/// - an opening is more than ten times as wide as high, or the other way,
-/// - its height, or its width per sash, is under 15 or at least 500,
-/// - its height, or its width per sash, is far from the median of the neighbouring lines.
+/// - one side of the opening is more than ten times as long as the other side,
+/// - the height of the opening, or its width per sash, is under 15 or at least 500,
+/// - the height of the opening, or its width per sash, differs greatly from the median of the
+///   neighbouring lines.
 ///
-/// The limits leave room for everything that a workshop makes. A pocket window's sash, for example,
-/// is up to 4.5 cm wider than its opening. The neighbours are bays of the other lines of the order;
-/// with fewer than two, nothing is compared.
+/// The limits allow everything that a workshop makes. For example, the sash of a pocket window may
+/// be up to 4.5 cm wider than its opening. `neighbours` contains the sizes that bayOf returns for
+/// the other lines of the order. With fewer than two neighbours, the line is not compared with
+/// them.
 QStringList marksOf(const LineFigures& line, std::span<const Size> neighbours);
 
 } // namespace cuts

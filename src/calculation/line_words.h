@@ -4,19 +4,21 @@
 
 namespace calculation {
 
-/// Returns the window kind that every line stores except a monoblock, whose type it stores instead.
+/// Returns the window kind that a line without a monoblock stores. A monoblock line stores the type
+/// of the monoblock in the same field.
 inline QString ordinaryKind()
 {
     return QStringLiteral("אור");
 }
 
-/// Returns true if a line of this window kind is a monoblock. A line without a kind is not one.
+/// Returns true if `kind` is the window kind of a monoblock line. An empty kind belongs to a line
+/// without a monoblock.
 inline bool isMonoblockKind(const QString& kind)
 {
     return !kind.isEmpty() && kind != ordinaryKind();
 }
 
-/// Value of the field Sign of a door series.
+/// The value of the field Sign that marks a series of doors.
 inline constexpr QLatin1StringView doorSign("d2000");
 
 } // namespace calculation

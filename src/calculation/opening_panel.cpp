@@ -30,15 +30,16 @@ namespace {
 
 std::function<OpeningPanel&()> panelProvider;
 
-/// Assigns the values to consecutive fields, starting at the field with this ordinal.
+/// Assigns the values to consecutive fields of the line. `ordinal` is the ordinal of the first
+/// field.
 void setFields(dao::Recordset& line, int ordinal, std::initializer_list<QVariant> values)
 {
     for (const QVariant& value : values)
         line.Fields(ordinal++).SetValue(value);
 }
 
-/// Returns the number of a new line: the highest line number of the order plus one. Thus only the
-/// highest number can be reused after a deletion.
+/// Returns the number of a new line: the highest line number of the order plus one. After
+/// deletions, only a deleted highest number can therefore be used again.
 std::int16_t nextLineNumber(dao::Recordset& lines)
 {
     if (lines.RecordCount() <= 0)
@@ -67,8 +68,8 @@ void writeCounts(dao::Recordset& line, dao::Recordset& series)
     line.Fields(count(cuts::Reshet)).SetValue(kanafNum(series));
 }
 
-/// Truncates the text to the field's declared size. A field without a declared size takes the whole
-/// text.
+/// Returns the text, truncated to the declared size of the field. If the field has no declared
+/// size, the text is not truncated.
 QString cutToSize(const QString& text, const dao::Field& field)
 {
     const int size = field.Size();
@@ -84,7 +85,7 @@ void writeShutter(dao::Recordset& line)
     setFields(line, store::line::boxWidth, {Module1::Argaz_Width, Module1::Argaz_Height});
 }
 
-/// Returns the text of the computed measure that a line stores at this ordinal.
+/// Returns the text of the computed measure that a line stores in the field with this ordinal.
 QString measureText(int ordinal)
 {
     return runtime::toText(Module1::CutValues[store::line::measureIndex(ordinal)]);
@@ -227,7 +228,7 @@ bool OpeningPanel::refusesMissingSeries()
     return true;
 }
 
-/// Fills the fields of the new row. Fields that are addressed by ordinal follow the column order of
+/// Sets the fields of the new line. Fields that are accessed by ordinal follow the column order of
 /// the table Cuts.
 void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
 {

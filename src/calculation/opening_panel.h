@@ -30,9 +30,9 @@ class MeasurePair;
 
 namespace calculation {
 
-/// The panel of the order form on which a line is entered. It holds the chosen series, the
-/// opening's measures, the kinds and colours, and the commands that compute a line and add it to
-/// the order.
+/// The panel of the order form in which a line is entered. It contains the chosen series, the
+/// measures of the opening, the kinds and colours, and the buttons that compute a line and add it
+/// to the order.
 class OpeningPanel : public QWidget
 {
     Q_OBJECT
@@ -40,20 +40,20 @@ class OpeningPanel : public QWidget
 public:
     explicit OpeningPanel(QWidget* parent = nullptr);
 
-    /// Fills the eight lists of kinds and colours, the colour lists first. Each list opens a
-    /// database of its own. Throws any error of store::OpenMyDataBase.
+    /// Fills the eight lists of kinds and colours, the colour lists first. Each list opens its own
+    /// connection to the store. Throws any error of store::OpenMyDataBase.
     void bindKindsAndColours();
 
     /// Computes the line for the opening and the chosen series, and writes the results to the
-    /// shared state in Module1. Leaves DataSerial on the series' row. If the series no longer
-    /// exists, DataSerial has no current record and the previous results stay in place. Throws
-    /// TypeMismatch (13) for a box without a number, DivisionByZero (11) or Overflow (6) for a
-    /// division by zero, InvalidUseOfNull (94) for a Null deduction, and any store error. After an
-    /// error the shared state keeps the values that were written before it.
+    /// shared variables in Module1. Afterwards the series is the current row of DataSerial. If the
+    /// series no longer exists, DataSerial has no current record and the previous results stay
+    /// unchanged. Throws TypeMismatch (13) for a box without a number, DivisionByZero (11) or
+    /// Overflow (6) for a division by zero, InvalidUseOfNull (94) for a Null deduction, and any
+    /// store error. After an error, the results that were written before the error remain stored.
     void ComputeCuts();
 
     /// Activates the panel's window, moves the focus to the measure box with this index and selects
-    /// its text. Throws InvalidProcedureCall (5) if the box is hidden or disabled.
+    /// the text of the box. Throws InvalidProcedureCall (5) if the box is hidden or disabled.
     void focusBox(std::size_t index);
 
     std::array<base::MeasureBox*, 6> TextNum{};
@@ -76,14 +76,14 @@ public:
     QPushButton* CmdAdd = nullptr;
     QPushButton* CmdClear1 = nullptr;
 
-    /// Returns the row with CmdAdd, CmdOK and CmdClear1. It is the last row of the panel until the
-    /// form puts it elsewhere.
+    /// Returns the row of the buttons CmdAdd, CmdOK and CmdClear1. It is the last row of the panel
+    /// until the order form moves it to another place.
     QWidget* commandRow() const { return commandRow_; }
 
 signals:
-    /// Emitted when the user asks for the series picker.
+    /// Emitted when the user presses the button that opens the series picker.
     void seriesRequested();
-    /// Emitted after a line has been stored and the opening's boxes have been cleared.
+    /// Emitted after a line has been stored and the input boxes of the opening have been cleared.
     void lineAdded();
 
 private:
@@ -114,10 +114,12 @@ private:
     QWidget* commandRow_ = nullptr;
 };
 
-/// Sets the function that returns the order form's panel and loads the form if necessary. The
-/// picker calls this function to reach the panel. The orders room sets it once.
+/// Sets the function that returns the order form's panel for the opening and loads the order form
+/// if necessary. The series picker calls this function to access the panel. The room `orders` sets
+/// the function once.
 void setOpeningPanelProvider(std::function<OpeningPanel&()> provider);
-/// Returns the panel of the order form. Throws ObjectNotSet (91) if no provider has been set.
+/// Returns the order form's panel for the opening. Throws ObjectNotSet (91) if
+/// setOpeningPanelProvider has not been called.
 OpeningPanel& openingPanel();
 
 } // namespace calculation

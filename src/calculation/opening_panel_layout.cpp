@@ -25,8 +25,9 @@ QFont formFont()
     return controls::fontOf(u"David"_s, 12);
 }
 
-/// The order form sets all its labels to this size. They have it from the start, so that a hidden
-/// frame reserves the right width.
+/// Returns the font of the panel's labels. The order form later sets the same size for all its
+/// labels. The labels have this size from the start, so that the right width is reserved for a
+/// group box that is still hidden.
 QFont labelFont()
 {
     return controls::fontOf(u"David"_s, 13);
@@ -37,8 +38,8 @@ QLabel* caption(const QString& name, const QString& text, QWidget* parent)
     return controls::makeLabel(name, text, labelFont(), parent);
 }
 
-/// Creates a label for a value. The alignment is Qt::AlignAbsolute, because Qt would otherwise
-/// align a text of digits alone to the opposite side.
+/// Creates a label for a value. Qt::AlignAbsolute is set because Qt would otherwise align a text
+/// that contains only digits to the opposite side.
 QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment, QWidget* parent)
 {
     QLabel* label = controls::makeValueLabel(name, text, labelFont(), parent);
@@ -48,7 +49,8 @@ QLabel* value(const QString& name, const QString& text, Qt::Alignment alignment,
     return label;
 }
 
-/// Makes the label take the width that the layout gives it, whatever its text is.
+/// Makes the width of the label depend on the layout only, not on the length of its text. `least`
+/// is the minimum width.
 void takeGivenWidth(QLabel* label, int least)
 {
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -79,7 +81,8 @@ controls::DBCombo* partCombo(const QString& name, controls::DataControl* rows, Q
     combo->setMinimumContentsLength(8);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     combo->setRowSource(rows, u"Name"_s);
-    // After a choice, the box scrolls to the start of the name, so that a long name is readable.
+    // After the user has chosen an entry, the box shows the start of the name, so that a long name
+    // is readable.
     QObject::connect(combo, &QComboBox::activated, combo->lineEdit(),
                      [edit = combo->lineEdit()] { edit->home(false); });
     return combo;
@@ -106,7 +109,8 @@ void OpeningPanel::buildSeriesLabels()
     caption(u"Label12"_s, u"סוג חלון"_s, this);
     LabelSerial = value(u"LabelSerial"_s, {}, Qt::AlignRight, this);
     LabelSerial->setWordWrap(true);
-    // Two lines are always reserved, so that a long name does not move the controls below it.
+    // The label always has the height of two text lines, so that a long name does not move the
+    // controls below the label.
     LabelSerial->setFixedHeight(2 * QFontMetrics(labelFont()).lineSpacing() +
                                 2 * (LabelSerial->margin() + LabelSerial->frameWidth()));
     takeGivenWidth(LabelSerial, 160);
@@ -157,12 +161,13 @@ void OpeningPanel::buildFrameDoorMashkof()
     row->addWidget(measurePair(2, u"4"_s, FrameDoorMashkof));
     Picture1[2]->setSpokenCaption(u"עובי משקוף דלת"_s);
     row->addStretch();
-    // The box of the door frame's thickness keeps its space while it is hidden, so that the layout
-    // does not move when a door series is chosen.
+    // The group box for the thickness of the door frame keeps its space while it is hidden, so that
+    // the layout does not move when a door series is chosen.
     QSizePolicy policy = FrameDoorMashkof->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     FrameDoorMashkof->setSizePolicy(policy);
-    // Texts may become a pixel wider when they are first shown.
+    // The group box gets extra width, because its texts may become a pixel wider when they are
+    // first shown.
     constexpr int reserve = 4;
     FrameDoorMashkof->setMinimumWidth(FrameDoorMashkof->minimumSizeHint().width() + reserve);
     FrameDoorMashkof->hide();
@@ -230,8 +235,8 @@ QLayout* OpeningPanel::seriesRows()
     return rows;
 }
 
-/// Arranges the panel in one column. In a high window the rows move apart, so that no empty area
-/// remains below them.
+/// Arranges the controls of the panel in one column. In a high window the distances between the
+/// rows increase, so that no empty area remains below the last row.
 void OpeningPanel::arrange()
 {
     auto* measures = new QHBoxLayout;

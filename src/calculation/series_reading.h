@@ -9,7 +9,7 @@ class Recordset;
 namespace calculation {
 
 /// Reads the deductions and the number of sashes from the current row of the table Serials. A Null
-/// stays empty. Throws NoCurrentRecord (3021) without a current row.
+/// becomes an empty value. Throws NoCurrentRecord (3021) if there is no current row.
 cuts::Series readSeries(dao::Recordset& series);
 
 } // namespace calculation

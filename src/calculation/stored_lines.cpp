@@ -47,8 +47,9 @@ cuts::ComputedLine readLine(dao::Recordset& line)
     read.opening = sizeAt(line, store::line::openingWidth);
     read.isMonoblock =
         isMonoblockKind(runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()));
-    // A door's inner opening has replaced the reduced one, but the height of the box is the same as
-    // the deduction from the height.
+    // For a door, the fields of the reduced opening store the door's inner opening instead. The
+    // reduced height can still be computed, because the height of the shutter box equals the height
+    // deduction of the monoblock.
     read.reduced = {numberAt(line, store::line::firstOfShutter),
                     read.opening.height - numberAt(line, store::line::boxHeight)};
     constexpr int thickness = store::line::firstOfShutter + 2;

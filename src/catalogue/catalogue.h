@@ -1,6 +1,7 @@
 #pragma once
 
-/// The two forms of the catalogue. Each form has one instance, which is created at first use.
+/// The two forms of the catalogue: the series editor and the editor of kinds and colours. Each form
+/// has one instance, which is created at first use.
 namespace catalogue {
 
 class FrSerials;

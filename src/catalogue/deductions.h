@@ -5,11 +5,11 @@
 namespace catalogue {
 
 /// A series has eight deductions: the width and the height of the frame, the sash, the glass and
-/// the mesh. A deduction is added to the opening's measure, so a true deduction is a negative
-/// number.
+/// the mesh. A deduction is added to the width or height of the opening, so a true deduction is a
+/// negative number.
 inline constexpr int deductionCount = 8;
 
-/// The texts of the three input boxes that show one deduction.
+/// The texts of the three input boxes of a deduction: sign box, whole box and hundredths box.
 struct DeductionText
 {
     QString sign;       ///< "+" for a value above zero, otherwise "-". Zero has the sign "-".
@@ -19,12 +19,13 @@ struct DeductionText
     bool operator==(const DeductionText&) const = default;
 };
 
-/// Splits a deduction into the texts of its three boxes, rounded to the nearest hundredth. Throws
-/// Overflow (6) if the whole part exceeds 16 bits.
+/// Splits a deduction into the texts of its sign box, whole box and hundredths box. The deduction
+/// is rounded to the nearest hundredth. Throws Overflow (6) if the whole part exceeds 16 bits.
 DeductionText splitDeduction(double value);
 
-/// Joins the texts of the three boxes into the text that is stored. The boxes are not validated.
-/// The hundredths text is placed behind the decimal point unchanged, so "5" means fifty hundredths.
+/// Joins the texts of the sign box, whole box and hundredths box into the text that is stored. The
+/// texts are not validated. The hundredths text is appended unchanged after the decimal point, so
+/// "5" means fifty hundredths.
 QString joinDeduction(const DeductionText& text);
 
 } // namespace catalogue

@@ -27,8 +27,8 @@ struct GridPlace
     int top;
 };
 
-/// Returns the caption and the position of each grid, by grid index. The mesh grid and the glass
-/// grid are deliberately swapped on the screen compared with their index order.
+/// Returns the caption and the position of each grid, by grid index. On the screen, the mesh grid
+/// and the glass grid are deliberately in the opposite order of their indexes.
 const std::array<GridPlace, 8>& gridPlaces()
 {
     static const std::array<GridPlace, 8> places{{

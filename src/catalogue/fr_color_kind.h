@@ -35,11 +35,12 @@ private:
     bool writeRows();
     void CmdEnd_Click();
 
-    /// The data controls of the kind and colour tables, indexed by part: 0 frame, 1 sash, 2 glass,
-    /// 3 mesh.
+    /// The data controls of the tables of kinds and of the tables of colours. The index is the
+    /// part: 0 frame, 1 sash, 2 glass, 3 mesh.
     std::array<controls::DataControl*, 4> DataKind{};
     std::array<controls::DataControl*, 4> DataColor{};
-    /// The grids: 0 to 3 show the kinds of the four parts, 4 to 7 their colours.
+    /// The grids. Indexes 0 to 3 are the kinds of the four parts, and indexes 4 to 7 are their
+    /// colours.
     std::array<controls::DBGrid*, 8> DBGridKind{};
 };
 

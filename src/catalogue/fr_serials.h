@@ -14,8 +14,8 @@ namespace catalogue {
 class SeriesFields;
 
 /// The series editor. It has three states: browsing, entering a new series, and editing a series.
-/// The form is in the editing state exactly while CmdNew is disabled; no other state is kept.
-/// Closing the form discards the contents of its fields.
+/// The button CmdNew is disabled exactly while a series is edited, and no other variable stores the
+/// state. Closing the form discards the contents of its fields.
 class FrSerials : public controls::ChildForm
 {
     Q_OBJECT

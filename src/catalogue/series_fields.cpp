@@ -27,8 +27,8 @@ QFont fieldFont()
     return controls::fontOf(u"David"_s, 14.25);
 }
 
-/// Returns a palette in which disabled fields keep readable text. The user reads the fields while
-/// browsing, when the group box is disabled.
+/// Returns a palette in which disabled fields have readable text. While browsing, the user reads
+/// the fields although the group box is disabled.
 QPalette readablePalette(QPalette palette)
 {
     const QColor grey(70, 70, 70);
@@ -37,8 +37,8 @@ QPalette readablePalette(QPalette palette)
     return palette;
 }
 
-/// Selects the list entry for a stored count of tracks or sashes. A count of 1 selects the first
-/// entry. Throws InvalidPropertyValue (380) if the list has no entry for the count.
+/// Selects the list entry for a stored number of tracks or sashes. The number 1 selects the first
+/// entry. Throws InvalidPropertyValue (380) if the list has no entry for the number.
 void chooseCount(QComboBox& list, const QVariant& stored)
 {
     const std::int32_t count = runtime::toInt32(stored);
@@ -47,8 +47,8 @@ void chooseCount(QComboBox& list, const QVariant& stored)
     list.setCurrentIndex(count - 1);
 }
 
-/// Returns what a screen reader says for a deduction: the part, and whether it is taken from the
-/// width or from the height.
+/// Returns the Hebrew name that screen readers announce for a deduction: the part, and whether the
+/// deduction is taken from the width or from the height.
 QString spokenDeduction(int index)
 {
     const QString part = QString(base::partCaptions()[std::size_t(index / 2)]).remove(u" :"_s);
@@ -121,7 +121,7 @@ void SeriesFields::addDeductions(QVBoxLayout& column)
     column.addWidget(heading);
 
     auto* grid = new QGridLayout;
-    // A wide column gap shows that a sign box belongs to the number on its right.
+    // A wide gap between the columns shows that a sign box belongs to the number on its right.
     grid->setHorizontalSpacing(24);
     grid->addWidget(addLabel(u"Label4"_s, u"מהרוחב "_s), 0, 1, Qt::AlignCenter);
     grid->addWidget(addLabel(u"Label5"_s, u"מהגובה"_s), 0, 2, Qt::AlignCenter);
@@ -178,8 +178,9 @@ void SeriesFields::ExchangeSeriesFields(bool Save, controls::DataControl& Source
 {
     dao::Recordset& series = Source.Recordset();
     if (!Save) {
-        // Edit fetches the row again, because another station may have changed it since the last
-        // move. Unlike a move, Edit and CancelUpdate do not notify observers of a row change.
+        // Edit reads the row again from the store, because another station may have changed it
+        // since it became the current row. Edit and CancelUpdate are used because, unlike a move,
+        // they do not notify observers of a row change.
         series.Edit();
         series.CancelUpdate();
         loadFrom(series);

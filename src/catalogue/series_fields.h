@@ -25,7 +25,7 @@ class SignBox;
 namespace catalogue {
 
 /// The group box FrameOrder with the input fields of one series. It loads the fields from a record
-/// and writes them back. It validates nothing; the store rejects invalid values.
+/// and writes them to a record. The fields are not validated; the store rejects invalid values.
 class SeriesFields : public QGroupBox
 {
     Q_OBJECT
@@ -40,7 +40,8 @@ public:
     /// deduction that is not a number, NoCurrentRecord (3021) if there is no current record, and
     /// RecordDeleted (3167) if the record has been deleted.
     void ExchangeSeriesFields(bool Save, controls::DataControl& Source);
-    /// Assigns the fields to the record that the caller has opened with AddNew or Edit.
+    /// Assigns the contents of the input fields to the record that the caller has opened with
+    /// AddNew or Edit.
     void PutSeriesFields(controls::DataControl& Source);
 
     /// Resets the fields for a new series. The sign boxes keep their values, because consecutive
@@ -60,8 +61,8 @@ private:
     void addDeductions(QVBoxLayout& column);
     void addRemark(QVBoxLayout& column);
     void loadFrom(dao::Recordset& series);
-    /// These functions return the whole box and the hundredths box of a deduction by its index, 0
-    /// to 7. TextNum holds the two boxes one after the other.
+    /// whole() and hundredths() return the whole box and the hundredths box of a deduction by its
+    /// index, 0 to 7. In TextNum, the hundredths box of a deduction directly follows its whole box.
     base::MeasureBox*& whole(int index) { return TextNum[std::size_t(index) * 2]; }
     base::MeasureBox*& hundredths(int index) { return TextNum[std::size_t(index) * 2 + 1]; }
 

@@ -15,24 +15,26 @@ class DBGrid;
 
 namespace orders {
 
-/// Loads the order with this number into the order form.
+/// A function that loads the order with this number into the order form.
 using LoadOrder = std::function<void(std::int16_t number)>;
 
-/// The modal search form. It lists all orders, newest first, and loads the chosen one. The instance
-/// exists only while it is shown and never writes to the store.
+/// The modal form in which the user searches for an order. It lists all orders, newest first, and
+/// loads the chosen order into the order form. The instance exists only while the form is shown.
+/// The form never writes to the store.
 class FormFindOrder : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Loads the form and lists the orders. Throws NoCurrentRecord (3021) if there is no order, and
-    /// any store error.
+    /// Creates the search form and lists the orders. Throws NoCurrentRecord (3021) if there is no
+    /// order, and any store error.
     explicit FormFindOrder(LoadOrder load, QWidget* parent = nullptr);
 
 private:
     void layOut();
     void connectHandlers();
-    /// Fills both data controls. The current row is the order with the highest number.
+    /// Fills the data controls of the orders and of the lines. Afterwards the current row is the
+    /// order with the highest number.
     void GetOrders();
     /// Shows the lines of the current order.
     void Get_Order();
@@ -52,8 +54,8 @@ private:
     controls::DataControl* DataCuts;
     QPushButton* CmdPic;
     QPushButton* CmdClose;
-    /// Delays the update of the lines, because the data control reports a row change before it
-    /// happens. A burst of moves causes one update.
+    /// Delays the update of the grid of lines, because the data control reports a row change before
+    /// the row has changed. Several quick row changes cause only one update.
     QTimer* TimerGetOrder;
 };
 

@@ -46,7 +46,8 @@ void SetLabelsFontSize(QWidget& form)
 
 using CustomerBox = std::pair<QString, QLineEdit*>;
 
-/// Returns the customer fields and their boxes, in the order in which they are read and written.
+/// Returns the names of the customer fields with their input boxes, in the order in which the
+/// fields are read and written.
 std::array<CustomerBox, 3> customerBoxes(const OrderHead& head)
 {
     return {CustomerBox{u"CustomerName"_s, head.TextCustomerName},
@@ -86,7 +87,8 @@ void FrOrder::Form_Load()
     SetGridFont(*DBGrid1);
 }
 
-/// Puts everything but the two rows of commands into a part that scrolls in a small window.
+/// Puts all controls except the two rows of buttons into a scroll area, which scrolls if the window
+/// is small.
 void FrOrder::layOut()
 {
     setLayoutDirection(Qt::RightToLeft);
@@ -205,7 +207,7 @@ void FrOrder::Timer1_Timer()
     Timer1->stop();
 }
 
-/// Starts Timer1. If it is already running, the current interval is not restarted.
+/// Starts Timer1. If Timer1 is already running, its current interval continues unchanged.
 void FrOrder::enableTimer1()
 {
     if (!Timer1->isActive())

@@ -26,14 +26,14 @@ namespace orders {
 class OrderCommands;
 class OrderHead;
 
-/// The order form. It shows the order's head, the opening that is being entered, the order's lines
-/// and the commands. Module1::CurrentOrderNum holds the number of the shown order.
+/// The order form. It shows the order's number and customer, the opening that is being entered, the
+/// order's lines and the buttons. Module1::CurrentOrderNum is the number of the displayed order.
 class FrOrder : public controls::ChildForm
 {
     Q_OBJECT
 
 public:
-    /// Binds the form's data and shows the current order. Throws any store error.
+    /// Binds the data controls of the form and shows the current order. Throws any store error.
     FrOrder();
 
     /// Loads the order with this number into the form. If no such order is stored, the customer
@@ -48,7 +48,8 @@ public:
     void CmdFindOrder_Click();
     /// Presses the print button.
     void pressPrint();
-    /// Moves the focus between the opening, the lines and the customer: 1 forward, -1 back.
+    /// Moves the focus to the next or the previous part of the form. The parts are the opening, the
+    /// lines and the customer. `by` is 1 for the next part and -1 for the previous part.
     void goToPart(int by);
 
     /// Binds the grid to the order's lines without starting Timer1.
@@ -92,8 +93,8 @@ private:
     controls::DataControl* DataCut;
     controls::DataControl* DataAllCuts;
     controls::DataControl* DataOrder;
-    /// The order form has this data control but never binds it. The main window binds its own
-    /// DataMDI to the table Orders.
+    /// The order form never binds this data control. The main window has its own data control
+    /// DataMDI, which is bound to the table Orders.
     controls::DataControl* DataMDI;
     QTimer* Timer1;
     OrderHead* head_;
@@ -102,7 +103,7 @@ private:
     OrderCommands* commands_;
 };
 
-/// Returns the order form. The first call creates the form and shows it in the frame.
+/// Returns the order form. The first call creates the form and shows it in the main window.
 FrOrder& frOrder();
 
 } // namespace orders

@@ -1,4 +1,5 @@
-// The command handlers of the order form. Each handler is named after its button.
+// This file contains the command handlers of the order form. Each handler is named after its
+// button.
 
 #include "base/module1.h"
 #include "calculation/figure_tips.h"
@@ -26,15 +27,15 @@ namespace {
 
 constexpr int refusal = runtime::vbCritical + runtime::vbMsgBoxRtlReading;
 
-/// Asks a question with the buttons Yes and No. Returns true only for Yes.
+/// Shows a question with the buttons Yes and No. Returns true only if the user chooses Yes.
 bool isConfirmed(const QString& question, const QString& title)
 {
     constexpr int flags = runtime::vbYesNo + runtime::vbQuestion + runtime::vbMsgBoxRtlReading;
     return runtime::MsgBox(question, flags, title) == runtime::vbYes;
 }
 
-/// Returns true only if the field Open_Close equals 1. A closed order in a Boolean column reads as
-/// -1, for which the function returns false.
+/// Returns true only if the field Open_Close equals 1. If the field is a Boolean column, a closed
+/// order has the value -1, and the function returns false.
 bool isMarkedClosed(const QVariant& openClose)
 {
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 1;

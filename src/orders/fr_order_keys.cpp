@@ -1,5 +1,5 @@
-// The keys of the order form. Each key presses a button or moves the focus; the buttons' handlers
-// do the work.
+// This file contains the keyboard handling of the order form. A key presses a button or moves the
+// focus, and the handler of the button executes the command.
 
 #include "base/input_boxes.h"
 #include "base/key_helpers.h"
@@ -27,10 +27,10 @@ namespace orders {
 
 namespace {
 
-/// Presses the button after the current event. A handler that opens a modal window must not run
-/// inside the mouse or key event of the grid. The button is not pressed while a modal window is
-/// open, because a second quick press of a key would otherwise act inside the question of the first
-/// one.
+/// Queues a click on the button, so that the click happens after the current event. A handler that
+/// opens a modal window must not run inside a mouse or key event of the grid. The click is omitted
+/// while a modal window is open. Otherwise a second quick key press would start another command
+/// while the question of the first command is still open.
 void pressLater(QPushButton* button)
 {
     const auto press = [button] {
@@ -45,7 +45,7 @@ QString captionWithKey(const QString& caption, const QKeySequence& key)
     return caption + u'\t' + key.toString(QKeySequence::NativeText);
 }
 
-/// Makes Enter in the box move to the next tab stop, as it does in the measure boxes.
+/// Makes Enter in the box move the focus to the next tab stop, as in the measure boxes.
 void leaveByEnter(QLineEdit* box)
 {
     runtime::on(box, &QLineEdit::returnPressed, box,
@@ -111,8 +111,8 @@ void FrOrder::goToPart(int by)
     parts[std::size_t(current + by + 3) % parts.size()]->setFocus(Qt::ShortcutFocusReason);
 }
 
-/// Adds entries that cannot be chosen, with the reasons for the sign of the current line. The tool
-/// tip that says the same needs a mouse.
+/// Adds a disabled menu entry for each remark about the current line. The grid shows the remarks in
+/// a tool tip as well, but a tool tip can only be opened with the mouse.
 void FrOrder::addRemarks(QMenu& menu)
 {
     const QString remarks = DBGrid1->currentIndex().data(Qt::ToolTipRole).toString();
@@ -128,7 +128,8 @@ void FrOrder::addMoves(QMenu& menu)
                                        std::pair(u"לשורה האחרונה"_s, Qt::Key_End)}) {
         QAction* entry = menu.addAction(captionWithKey(caption, key));
         runtime::on(entry, &QAction::triggered, this, [this, isLast = key == Qt::Key_End] {
-            // The lines may have changed while the menu was open.
+            // The number of rows is read only now, because the lines may have changed while the
+            // menu was open.
             const int row = isLast ? DBGrid1->model()->rowCount() - 1 : 0;
             const int column = DBGrid1->currentIndex().column();
             if (DBGrid1->model()->hasIndex(row, column))
@@ -137,8 +138,8 @@ void FrOrder::addMoves(QMenu& menu)
     }
 }
 
-/// Opens the menu of the current line at a place on the screen: the reasons for its sign, the
-/// buttons for a line, and the moves to the first and the last line.
+/// Opens the menu of the current line at a position on the screen. The menu contains the remarks
+/// about the line, the commands for the line, and the moves to the first and to the last line.
 void FrOrder::showGridMenu(const QPoint& place)
 {
     auto* menu = new QMenu(DBGrid1);

@@ -1,5 +1,5 @@
-// The print command of the order form. It saves the order's details, renumbers the lines and opens
-// the report.
+// This file contains the print command of the order form, which saves the order's details,
+// renumbers the lines and opens the report.
 
 #include "base/module1.h"
 #include "orders/fr_order.h"

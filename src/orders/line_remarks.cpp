@@ -13,7 +13,7 @@ namespace orders {
 
 namespace {
 
-/// Number of lines above and below a line that it is compared with.
+/// A line is compared with at most this number of lines above it and this number of lines below it.
 constexpr int neighbourhood = 50;
 
 std::optional<double> numberAt(const dao::RecordsetPages& lines, int row, int ordinal)
@@ -45,7 +45,8 @@ std::vector<cuts::Size> neighboursOf(const dao::RecordsetPages& lines, int row)
     return bays;
 }
 
-/// Returns nothing for a row with a missing figure, which no line of the program has.
+/// Returns the figures of the line in this row. Returns nothing if a figure is missing, which does
+/// not occur in lines that the program has stored.
 std::optional<cuts::LineFigures> figuresOf(const dao::RecordsetPages& lines, int row)
 {
     const auto opening = sizeAt(lines, row, store::line::openingWidth);

@@ -4,9 +4,10 @@
 
 namespace orders {
 
-/// Returns the remark about a line of an order: why the line is probably a slip, one sentence on
-/// each text line, or an empty text. The neighbours with which a line is compared are the 50 lines
-/// above it and the 50 lines below it in the order; the line itself does not count.
+/// Returns the function that makes the remark about a line of an order. The remark says why the
+/// line probably contains a typing mistake, with one sentence in each text line. The remark is
+/// empty for an ordinary line. A line is compared with the 50 lines above it and the 50 lines below
+/// it in the order.
 controls::RowRemark lineRemark();
 
 } // namespace orders

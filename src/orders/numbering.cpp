@@ -13,8 +13,8 @@ namespace orders {
 
 namespace {
 
-/// Adds the row of the current order. Its state and its customer fields get the store's default
-/// values.
+/// Adds a row with the current order number and today's date to the table Orders. The order's state
+/// and its customer fields get the store's default values.
 void addCurrentOrder(dao::Recordset& orderRows)
 {
     orderRows.AddNew();
@@ -28,7 +28,8 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
-/// Applies the new-order rule once to the current contents of the table.
+/// Applies the new-order rule (see continueOrAddOrder) once to the current contents of the table
+/// Orders.
 void applyNewOrderRule(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0) {
@@ -43,8 +44,8 @@ void applyNewOrderRule(dao::Recordset& orderRows)
         addOrderAfterCurrent(orderRows);
 }
 
-/// Returns true if another station has added an order with the current number or a higher one.
-/// Leaves the recordset on the last order.
+/// Returns true if another station has added an order with the current order number or a higher
+/// number. Afterwards the last order is the current row.
 bool numberIsTaken(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0)

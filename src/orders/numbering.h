@@ -13,29 +13,31 @@ namespace dao {
 class Recordset;
 }
 
-/// The numbering of orders. A new number depends only on the last order; gaps are not filled.
+/// Functions that assign numbers to orders. The number of a new order depends only on the last
+/// order. Gaps between the numbers are not filled.
 namespace orders {
 
 /// Binds the data control to the table Orders, sorted by order number, which is the key of the
 /// table's first index. Throws ItemNotFound (3265) if the table has no index.
 void bindOrdersTable(controls::DataControl& holder);
 
-/// Sets CurrentOrderNum to the number of the current row plus one and adds a row for that order
-/// with today's date. Throws Overflow (6) and adds nothing if the number exceeds 16 bits.
+/// Sets CurrentOrderNum to the order number of the current row plus one, and adds an order with
+/// this number and today's date. Throws Overflow (6) and adds nothing if the number exceeds 16
+/// bits.
 void addOrderAfterCurrent(dao::Recordset& orderRows);
 
-/// Runs a rule that reads the last order and may add the next one. If adding fails because another
-/// station has taken the number, the rule runs again on the current table. Throws DuplicateKey
-/// (3022) for any other duplicate.
+/// Runs `rule`, which reads the last order and may add the next order. If adding fails because
+/// another station has used the number, runs `rule` again with the current contents of the table.
+/// Throws DuplicateKey (3022) for any other duplicate.
 void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule);
 
-/// Applies the new-order rule. If the last order is open, it becomes the current order, so an order
-/// that was left empty does not use up a number. Otherwise the next order is added. The first order
-/// has the number 1. Leaves dataMDI bound to the table Orders, positioned on the row that was last
-/// before the call.
+/// Applies the new-order rule. If the last order is open, it becomes the current order, so that an
+/// order that was left empty does not use up a number. Otherwise an order with the next number is
+/// added. The first order has the number 1. Afterwards dataMDI is bound to the table Orders, and
+/// its current row is the row that was the last row before the call.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
-/// Returns the query of the order's row in the table Orders.
+/// Returns the text of the query that selects the order with this number from the table Orders.
 QString orderQuery(std::int16_t number);
 
 } // namespace orders

@@ -6,21 +6,21 @@ class QPushButton;
 
 namespace orders {
 
-/// The two rows of commands below the order form. The first row has the commands of the opening
-/// and those on a line, each below its column of the form. The second row has the commands on the
-/// whole order.
+/// The two rows of buttons at the bottom of the order form. The first row contains the buttons for
+/// the opening and the buttons for a line, each below the column of the form to which they belong.
+/// The second row contains the buttons for the whole order.
 class OrderCommands : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// How the form's width is divided between the column of the opening and the column of the
-    /// lines.
+    /// The ratio by which the form's width is divided between the column of the opening and the
+    /// column of the lines.
     static constexpr int openingShare = 9;
     static constexpr int linesShare = 11;
     static constexpr int columnGap = 12;
 
-    /// Takes the row with the commands of the opening.
+    /// Adds `openingCommands`, which contains the buttons for the opening, to the first row.
     OrderCommands(QWidget* openingCommands, QWidget* parent);
 
     QPushButton* CmdView;

@@ -8,8 +8,8 @@ class QLineEdit;
 
 namespace orders {
 
-/// The head of the order form. It shows the order's number, its date, the number of lines and the
-/// customer's details.
+/// The upper part of the order form. It shows the order's number, its date, the number of lines and
+/// the customer's details.
 class OrderHead : public QWidget
 {
     Q_OBJECT

@@ -19,8 +19,8 @@ QList<controls::DBGridColumn> lineColumns()
         {u"שם סדרה"_s, u"Name"_s, 10, -1},    {u"סוג חלון"_s, u"Kind"_s, 7, -1},
         {u"מס' "_s, u"Num"_s, 2, -1},
     };
-    // The columns of the cut sizes are bound but hidden. Their captions are the field names. The
-    // line view and the report show these values.
+    // The grid has hidden columns, whose captions are the field names. The line view and the report
+    // show the values of the hidden columns.
     for (const QString& field :
          {u"Mashkof_H"_s, u"Kanaf_W"_s, u"Kanaf_H"_s, u"Glass_W"_s, u"Glass_H"_s, u"Reshet_W"_s,
           u"Reshet_H"_s, u"Mashof_Kind"_s, u"Mahkof_Color"_s, u"Mahkof_Count"_s, u"Kanaf_Kind"_s,

@@ -11,7 +11,7 @@ class DBGrid;
 
 namespace orders {
 
-/// Returns the query of all lines of an order, sorted as the grids show them.
+/// Returns the text of the query that selects all lines of an order in the sort order of the grids.
 QString linesQuery(const QString& number);
 
 /// Creates DBGrid1, the read-only grid of an order's lines. Its current row is the order's current

@@ -21,9 +21,9 @@ namespace orders {
 
 namespace {
 
-/// Returns the order date of the table's current row. Adding an order does not move the current
-/// row, so after an addition it is the order that was the last one before. If there was none, it is
-/// the added order.
+/// Returns the order date of the current row of the table Orders. Adding an order does not change
+/// the current row. After an addition, the current row is therefore still the previous order. If
+/// there was no previous order, the current row is the added order.
 QString currentOrderDate(dao::Recordset& orderRows)
 {
     if (!orderRows.hasCurrent())

@@ -6,15 +6,15 @@
 
 namespace output {
 
-/// A label that fits its text in the same way as the printed report: a text wider than the label is
-/// condensed, reduced in size or truncated with an ellipsis. The reading direction is the label's
-/// layout direction.
+/// A label that fits its text in the same way as the printed report does. A text that is wider than
+/// the label is condensed, reduced in size or truncated with an ellipsis. The layout direction of
+/// the label is the reading direction of the text.
 class FittedLabel : public QLabel
 {
 public:
     explicit FittedLabel(QWidget* parent) : QLabel(parent) {}
 
-    /// Returns the text as drawn, measured in twips.
+    /// Returns the text as the label draws it. Its measures are in twips.
     report::ShapedText shapedText() const;
 
 protected:

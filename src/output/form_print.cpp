@@ -11,8 +11,8 @@ namespace output {
 
 namespace {
 
-/// Maximum resolution in dots per inch. A form is printed as an image, so a higher resolution only
-/// needs more memory.
+/// Maximum resolution of a printed form, in dots per inch. A form is printed as an image, so a
+/// higher resolution would only use more memory.
 constexpr int finest = 600;
 
 std::unique_ptr<QPaintDevice> defaultPrinter()
@@ -51,7 +51,7 @@ void printForm(QWidget& form) noexcept
         if (const std::unique_ptr<QPaintDevice> device = printDeviceDoor()())
             paintForm(form, *device);
     } catch (...) {
-        // Errors of the printer are ignored; the form is still visible on the screen.
+        // Printing errors are ignored, because the form is still visible on the screen.
         return;
     }
 }

@@ -9,13 +9,13 @@ class QWidget;
 
 namespace output {
 
-/// Replaceable function that returns the device on which a form's image is printed, or nullptr if
-/// there is none. The default function returns the system's default printer.
+/// Replaceable function that returns the device on which the image of a form is printed, or nullptr
+/// if there is no such device. The default function returns the system's default printer.
 using PrintDeviceDoor = runtime::Door<std::unique_ptr<QPaintDevice>()>;
 PrintDeviceDoor& printDeviceDoor();
 
-/// Prints the image of a form in its screen size, reduced if the paper is narrower. Without a
-/// printer, or if printing fails, nothing happens.
+/// Prints an image of the form in the form's screen size. The image is reduced if the paper is
+/// narrower. If there is no printer or printing fails, the function does nothing.
 void printForm(QWidget& form) noexcept;
 
 } // namespace output

@@ -29,14 +29,14 @@ namespace output {
 
 namespace {
 
-/// Alignments that are not mirrored in a right-to-left form.
+/// Alignments that Qt does not mirror in a right-to-left form.
 constexpr Qt::Alignment toLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
 constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
 constexpr Qt::Alignment toCentre = Qt::AlignCenter;
 
 enum class Style { Regular, Bold, Underlined };
 
-/// A rectangle in twips from the form's top left corner.
+/// A rectangle in twips. Its position is measured from the top left corner of the form.
 struct Place
 {
     int left;
@@ -68,7 +68,7 @@ QFont fontOf(const Look& look)
     return font;
 }
 
-/// A label for a number or a date. It always reads left-to-right.
+/// A label for a number or a date. Its text always reads left-to-right.
 class NumberLabel : public FittedLabel
 {
 public:
@@ -78,8 +78,8 @@ public:
     }
 };
 
-/// Adds a label at the given place. Its height is increased to the line height of the font if the
-/// text would otherwise be clipped.
+/// Adds a label at the given place. The height of the label is increased to the line height of the
+/// font if the text would otherwise be clipped.
 template <typename Label>
 Label* addLabel(QWidget& form, const QString& name, const QString& text, const Place& place,
                 const Look& look)
@@ -118,12 +118,14 @@ controls::DefaultInstance<FormView>& instance()
 
 } // namespace
 
-// The main window is the parent, so that the view stays above it while both are in use.
+// The main window is the parent of this dialog, so that the dialog stays above the main window
+// while the user works with both windows.
 FormView::FormView() : QDialog(controls::mainWindow())
 {
     setObjectName(u"FormView"_s);
     setWindowTitle(u"הזמנה"_s);
-    // The form is printed as it looks, so it is black on white under every desktop theme.
+    // The form is printed as it looks on the screen. Therefore the form is black on white under
+    // every desktop theme.
     QPalette sheet = palette();
     sheet.setColor(QPalette::Window, Qt::white);
     sheet.setColor(QPalette::WindowText, Qt::black);
@@ -139,7 +141,8 @@ FormView::FormView() : QDialog(controls::mainWindow())
     face_ = controls::fitIntoRoom(*this, controls::roomOnScreen(*this), {CmdPrint, CmdClose});
     if (face_ != this)
         controls::centreOnScreen(*this);
-    // The form opens with the focus on this button, so that Enter closes it and does not print.
+    // This button has the focus when the form opens, so that Enter closes the form instead of
+    // printing it.
     CmdClose->setDefault(true);
     CmdClose->setFocus();
 }
@@ -209,8 +212,8 @@ void FormView::load()
         LabelColor[i]->clear();
         LabelCount[i]->clear();
         LabelWidth[i]->clear();
-        // Only the height label of the frame is cleared. The height labels of the other three parts
-        // keep their initial caption until a caller sets them.
+        // Only the height label of the frame is cleared. The height labels of sash, glass and mesh
+        // keep their initial caption until a caller sets their text.
         LabelHeight[0]->clear();
     }
     LabelDate->setText(viewingDate());
@@ -252,7 +255,8 @@ void FormView::CmdPrint_Click()
     printForm(*face_);
     CmdPrint->show();
     CmdClose->show();
-    // Enter closes the form, as after its opening, and does not print a second copy.
+    // After printing, the close button gets the focus again, so that Enter closes the form and does
+    // not print a second copy.
     CmdClose->setFocus();
 }
 
@@ -268,7 +272,7 @@ bool isFormViewLoaded()
 
 void fillFromLine(FormView& view, dao::Recordset& line)
 {
-    // A label must not keep its previous text if this line's value is Null.
+    // A Null clears the label, so that the label does not keep the text of the previous line.
     const auto fillUnlessNull = [](QLabel* label, const QVariant& value) {
         label->setText(runtime::textOrEmpty(value));
     };

@@ -18,7 +18,7 @@ DataReport& dataReport1()
 {
     if (keptReport == nullptr) {
         keptReport = new DataReport(orderReportDesign);
-        // The preview is a window and must be deleted before the application object.
+        // The report owns its preview window, which must be deleted before the application object.
         qAddPostRoutine([] { delete std::exchange(keptReport, nullptr); });
     }
     return *keptReport;

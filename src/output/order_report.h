@@ -5,8 +5,8 @@
 
 namespace output {
 
-/// Returns the single order report, created at the first access and kept until the program ends.
-/// Properties that are set once, such as a logo, keep their value.
+/// Returns the single order report. The first call creates the report, which exists until the
+/// program ends. Properties that are set once, such as a logo, keep their value.
 report::DataReport& dataReport1();
 
 } // namespace output

@@ -10,7 +10,8 @@ using enum Align;
 
 // clang-format off
 constexpr ControlDesign pageHeader[] = {
-    // Columns: kind, name, caption or field, left, top, width, height, points, alignment, style.
+    // The columns of this table are kind, name, caption or field, left, top, width, height, points,
+    // alignment and style.
     {Image, u"ImageCompanyLogo",  u"",                   30,  105, 10710, 2010},
     {Line,  u"Line8",             u"",                   30, 2190, 10770,    0},
     {Label, u"Label1",            u"תאריך הזמנה",         0, 2235,  2265,  300, 15.75, Centre, Bold | RightToLeft},
@@ -26,7 +27,7 @@ constexpr ControlDesign pageHeader[] = {
 };
 
 constexpr ControlDesign detail[] = {
-    // Lines of the box around the block and inside it.
+    // Lines around and inside the block. The report prints one block for each order line.
     {Line,  u"Line4",             u"",                    0,    0, 10772,    0},
     {Line,  u"Line6",             u"",                    0, 2238, 10772,    0},
     {Line,  u"Line3",             u"",                    0,    0,     0, 2238},
@@ -34,7 +35,7 @@ constexpr ControlDesign detail[] = {
     {Line,  u"Line2",             u"",                 5040,    0,     0, 1800},
     {Line,  u"Line7",             u"",                 8736,  654,     0, 1596},
     {Line,  u"Line1",             u"",                    0, 1794,  8748,    0},
-    // Controls at the top right of the block: line number, date, series and kind.
+    // Controls at the top right of an order line's block: line number, date, series and kind.
     {Label, u"Label35",           u"מס' פריט :",       9510,   30,  1194,  240,    12, Right,  Bold | RightToLeft},
     {Field, u"Text24",            u"Num",              8868,   30,   564,  240,    12, Centre, Bold | RightToLeft | Boxed},
     {Label, u"Label33",           u"בתאריך :",         7740,   30,   900,  300,    12, Right,  Bold | RightToLeft},
@@ -42,8 +43,8 @@ constexpr ControlDesign detail[] = {
     {Label, u"Label5",            u"סדרה:",           10035,  324,   693,  300,    12, Right,  Bold | Underlined | RightToLeft},
     {Field, u"Text1",             u"Name",             5112,  324,  4908,  300,    12, Right,  Bold | RightToLeft},
     {Field, u"Text2",             u"Kind",             8736,  624,  2028,  606, 11.25, Centre, Bold | RightToLeft | Boxed},
-    // Controls in the middle of the block: opening sizes. From right to left, their columns are
-    // caption, width and height.
+    // Controls in the middle of an order line's block: the opening sizes. The columns from right to
+    // left are caption, width and height.
     {Label, u"Label6",            u"רוחב ",            6024,  588,   612,  300,    12, Right,  Underlined},
     {Label, u"Label7",            u"גובה ",            5064,  588,   624,  300,    12, Right,  Underlined},
     {Label, u"Label2",            u"פתח אור :",        6948,  852,  1512,  300, 11.25, Right,  Underlined | RightToLeft},
@@ -55,8 +56,8 @@ constexpr ControlDesign detail[] = {
     {Label, u"Label31",           u" ארגז מונו בלוק :",  6972, 1404,  1500,  300, 11.25, Right,  Underlined | RightToLeft},
     {Field, u"Text31",            u"Argaz_Width",      6132, 1464,   804,  240,    12, Centre},
     {Field, u"Text32",            u"Argaz_Height",     5172, 1464,   804,  240,    12, Centre},
-    // Controls at the left of the block: the parts table. The row of the mesh is above the row of
-    // the glass, and adjacent rows overlap.
+    // Controls at the left of an order line's block: the table of the parts. The row of the mesh is
+    // above the row of the glass, and adjacent rows overlap.
     {Label, u"Label8",            u"רוחב",             3527,   50,   585,  300,    12, Right,  Bold | Underlined | RightToLeft},
     {Label, u"Label9",            u"גובה",             2961,   50,   555,  300,    12, Right,  Bold | Underlined},
     {Label, u"Label10",           u"כמות",             2394,   50,   570,  300,    12, Centre, Bold | Underlined | RightToLeft},
@@ -86,7 +87,7 @@ constexpr ControlDesign detail[] = {
     {Field, u"Text16",            u"Glass_Count",      2388, 1320,   600,  300,    12, Centre, Boxed},
     {Field, u"Text17",            u"Glass_Kind",       1200, 1320,  1200,  300,    12, Right,  Boxed},
     {Field, u"Text18",            u"Glass_Color",         0, 1320,  1200,  300,    12, Right,  Boxed},
-    // Controls along the bottom of the block: the shutter row.
+    // Controls at the bottom of an order line's block: the shutter measures.
     {Label, u"Label25",           u"עובי U",           7956, 1848,   696,  300,    12, Centre, Bold | Underlined | RightToLeft},
     {Field, u"Text25",            u"U_Thick",          7452, 1848,   504,  300,    12, Centre, RightToLeft},
     {Label, u"Label26",           u"חיתוך U",          6600, 1848,   900,  300,    12, Centre, Bold | Underlined | RightToLeft},

@@ -4,7 +4,7 @@
 
 namespace output {
 
-/// The design of the order report, in twips.
+/// The design of the order report. All its measures are in twips.
 extern const report::ReportDesign orderReportDesign;
 
 } // namespace output

@@ -10,7 +10,7 @@ class Recordset;
 
 namespace output {
 
-/// Returns the rows of a query as the record source of a report.
+/// Returns a record source that supplies the rows of a query to a report.
 std::shared_ptr<report::RowSource> rowsOf(std::shared_ptr<ado::Recordset> query);
 
 } // namespace output

@@ -10,7 +10,8 @@ namespace controls {
 
 namespace {
 
-/// Qt asks for the class of the object first and then for its base classes.
+/// Creates the screen-reader interface of a grid or a combo box. Qt calls this function first with
+/// the class name of the object and then with the names of its base classes.
 QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 {
     if (className == u"controls::DBGrid") {

@@ -2,7 +2,7 @@
 
 namespace controls {
 
-/// Replaces Qt's descriptions of grids and lists for screen readers by GridInterface and
+/// Replaces Qt's screen-reader interfaces of grids and combo boxes by GridInterface and
 /// ListInterface. Must be called once, before the first window is shown.
 void installAccessibility();
 

@@ -4,8 +4,8 @@
 
 namespace controls {
 
-/// A grid's column header with the grid's caption in a band above it. Right-to-left captions are
-/// drawn right-to-left, independent of the view's layout direction.
+/// The column header of a grid, with a band above it that shows the caption of the grid. A
+/// right-to-left caption is drawn right-to-left, independent of the view's layout direction.
 class CaptionHeader : public QHeaderView
 {
     Q_OBJECT

@@ -17,7 +17,8 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 
 void CellDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
 {
-    // The base class deletes a closed editor later. Until then the editor must not count as open.
+    // The base class deletes a closed editor later. Until the deletion, editor() must not return
+    // the closed editor.
     if (editor_ == editor)
         editor_.clear();
     QStyledItemDelegate::destroyEditor(editor, index);

@@ -6,8 +6,8 @@
 
 namespace controls {
 
-/// Draws the text of a cell right-aligned and in the text's own reading direction. Its editor is a
-/// line edit.
+/// Draws the text of a cell right-aligned and in the text's own reading direction. The editor of a
+/// cell is a line edit.
 class CellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class CellDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    /// Returns the open editor, or nullptr if none is open.
+    /// Returns the open cell editor, or nullptr if no cell editor is open.
     QLineEdit* editor() const { return editor_; }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,

@@ -16,7 +16,8 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// While this object exists, the observer is detached, so that internal moves fire no events.
+/// While this object exists, the recordset has no observer, so that internal moves of the recordset
+/// emit no signals.
 class ObserverPause
 {
 public:
@@ -58,8 +59,8 @@ Place placeOf(dao::Recordset& rows)
     return {true, next, std::max(row, 0)};
 }
 
-/// Makes the row at this position current. If that row has been deleted, the row that took its
-/// place becomes current.
+/// Makes the row at this position current. If the row has been deleted, the row that is now at its
+/// position becomes current.
 void returnTo(dao::Recordset& rows, const Place& place)
 {
     if (!place.onRow || rows.moveToKey(place.key))
@@ -180,7 +181,8 @@ void DataControl::move(Step step)
     }
 }
 
-/// Moves one row forward or back. At the first and last row the current row does not change.
+/// Moves the recordset one row forward or back. A step beyond the first or the last row does not
+/// change the current row.
 void DataControl::stepInside(dao::Recordset& rows, Step step)
 {
     if (step == Step::Next) {

@@ -10,10 +10,11 @@
 
 namespace controls {
 
-/// Owns the recordset of a form and notifies the bound grids and combo boxes of its changes. It is
-/// hidden by default. If a form shows it, it is a bar with buttons for the first, previous, next
-/// and last row, named <name>_First and so on. At the first and last row the buttons do nothing.
-/// Each press emits Validate once; errors of the button handlers open the run-time error box.
+/// Owns the recordset of a form and notifies the bound grids and combo boxes of its changes. The
+/// data control is hidden by default. If a form shows it, it is a bar with buttons for the first,
+/// previous, next and last row, named <name>_First and so on. A step beyond the first or the last
+/// row does not change the current row. Each button press emits Validate once. An error in a
+/// button's handler opens the run-time error box.
 class DataControl : public QWidget, private dao::RecordsetObserver
 {
     Q_OBJECT
@@ -22,31 +23,34 @@ public:
     explicit DataControl(const QString& name, QWidget* parent = nullptr);
     ~DataControl() override;
 
-    /// Binds another recordset and releases the previous one. Does not emit Validate.
+    /// Binds another recordset and releases the previous recordset. Does not emit Validate.
     void setRecordset(std::shared_ptr<dao::Recordset> recordset);
     bool hasRecordset() const { return recordset_ != nullptr; }
-    /// Throws ObjectNotSet (91) if no recordset is bound.
+    /// Returns the bound recordset. Throws ObjectNotSet (91) if no recordset is bound.
     dao::Recordset& Recordset() const;
-    /// Returns the recordset's database. Throws ObjectNotSet (91) if no recordset is bound.
+    /// Returns the database of the bound recordset. Throws ObjectNotSet (91) if no recordset is
+    /// bound.
     dao::Database& Database() const;
 
-    /// Emits Validate and runs the query again. The row with the same key becomes current; if it
-    /// was deleted, the row that took its position; if there was no current row, the first row.
-    /// RecordCount then covers as many rows as before, or all rows if it covered all before. Throws
-    /// ObjectNotSet (91) if no recordset is bound.
+    /// Emits Validate and runs the query again. Afterwards the row with the same key is the current
+    /// row. If that row was deleted, the row at its position is the current row. If there was no
+    /// current row, the first row is the current row. RecordCount covers as many rows as before, or
+    /// all rows if it covered all rows before. Throws ObjectNotSet (91) if no recordset is bound.
     void Refresh();
 
-    /// Creates the bar when it is first shown, because most data controls stay hidden.
+    /// Creates the bar of buttons when the data control is first shown, because most data controls
+    /// stay hidden.
     void setVisible(bool visible) override;
 
 signals:
-    /// Emitted before the current row changes: by every Move of the recordset, a row change in a
-    /// bound grid, Delete and Refresh. On MoveLast all rows have already been read.
+    /// Emitted before the current row changes. Every Move of the recordset, a row change in a bound
+    /// grid, Delete and Refresh emit this signal. MoveLast reads all rows before the signal is
+    /// emitted.
     void Validate();
 
-    /// Tells bound controls to read all rows again. The current row may have changed.
+    /// Emitted when bound controls must read all rows again. The current row may have changed.
     void rowsReset();
-    // The following four signals forward the recordset's observer notifications.
+    // The following four signals forward the notifications of the recordset to bound controls.
     void currentChanged() override;
     void rowAdded(const dao::RowKey& key) override;
     void rowUpdated(const dao::RowKey& key) override;

@@ -6,9 +6,9 @@ namespace controls {
 
 class DataControl;
 
-/// An editable combo box that lists one field of its data control's rows, with completion. It
-/// starts empty. The list is filled when a recordset is bound, so a name that is stored later
-/// appears only after the form binds its rows again.
+/// An editable combo box with completion. It lists the values of one field of its data control's
+/// rows. Its text is empty at first. The list is filled when a recordset is bound. A name that is
+/// stored later appears in the list only after the form binds a recordset again.
 class DBCombo : public QComboBox
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class DBCombo : public QComboBox
 public:
     explicit DBCombo(const QString& name, QWidget* parent = nullptr);
     void setRowSource(DataControl* source, const QString& listField);
-    /// Sets the name for screen readers, also of the box into which the user types.
+    /// Sets the name that screen readers announce for the combo box and for its input box.
     void setSpokenName(const QString& name);
 
 private:

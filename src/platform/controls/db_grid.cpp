@@ -25,8 +25,8 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
     setUpView();
     setModel(model_);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
-        // The first click of a double-click on a row that another station has deleted returns the
-        // grid to its previous row. In that case DblClick is not emitted.
+        // If another station has deleted the row under the mouse, the first click of a double-click
+        // returns the grid to its previous row. In that case DblClick is not emitted.
         if (cell.row() == currentIndex().row())
             emit DblClick();
     });
@@ -127,16 +127,17 @@ void DBGrid::showCurrent()
     bringIntoSight();
 }
 
-/// Scrolls to the current row. Does nothing before the grid is shown, because its size is not known
-/// yet.
+/// Scrolls the view to the current row. Does nothing before the grid is shown, because the size of
+/// the grid is not known yet.
 void DBGrid::bringIntoSight()
 {
     if (isVisible())
         scrollTo(currentIndex());
 }
 
-/// Returns the column of the current cell. If there is none, returns the rightmost visible column,
-/// where reading starts, or the first one of an editable grid, into which the user types.
+/// Returns the column of the current cell. If there is no current cell, returns the first visible
+/// column of an editable grid, because the user types there. For a read-only grid, returns the
+/// rightmost visible column, because reading starts there.
 int DBGrid::shownColumn() const
 {
     if (currentIndex().isValid() && !isColumnHidden(currentIndex().column()))
@@ -179,8 +180,8 @@ void DBGrid::takeAway(const QVariant& key)
 
 void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
-    // QTableView's function only adds an event for screen readers, whose number of the cell counts
-    // the hidden columns.
+    // QTableView::currentChanged is skipped, because it only adds a screen-reader event. The cell
+    // number in this event is wrong, because QTableView counts the hidden columns.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractItemView::currentChanged(current, previous);
     if (hasFocus())
@@ -209,7 +210,8 @@ void DBGrid::selectionChanged(const QItemSelection& selected, const QItemSelecti
     announce(deselected, QAccessible::SelectionRemove);
 }
 
-/// Screen readers hear the name of the grid first, and then the current cell.
+/// Queues the announcement of the current cell, so that screen readers announce the name of the
+/// grid before the cell.
 void DBGrid::focusInEvent(QFocusEvent* event)
 {
     QTableView::focusInEvent(event);
@@ -225,7 +227,7 @@ void DBGrid::focusInEvent(QFocusEvent* event)
 QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& index,
                                                              const QEvent* /*event*/) const
 {
-    // The selected row is always the current row, even if Ctrl is pressed during the click.
+    // The current row is always the selected row, even if the user holds Ctrl during the click.
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
                            : QItemSelectionModel::NoUpdate;
 }
@@ -234,7 +236,8 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isDelete = event->key() == Qt::Key_Delete;
-    // A key that is held down acts once.
+    // Repeated key events of a held Delete key are ignored, so that the key acts only once. The
+    // same applies to Enter in a read-only grid.
     const bool isHeld = (isDelete || (isEnter && !editable_)) && event->isAutoRepeat();
     if (isHeld || (editable_ && handleEditKey(*event))) {
         event->accept();
@@ -249,7 +252,8 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
     }
 }
 
-/// A right click on the header or below the last row belongs to no row, so it opens no menu.
+/// A right click on the header or below the last row refers to no row. Therefore such a click opens
+/// no menu.
 void DBGrid::contextMenuEvent(QContextMenuEvent* event)
 {
     const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
@@ -298,8 +302,8 @@ void DBGrid::paintEvent(QPaintEvent* event)
     measureShownFigures();
 }
 
-/// Tells the recordset that all rows up to the last visible one have been reached, so that
-/// RecordCount includes them. Does not throw.
+/// Marks all rows up to the last visible row as reached in the recordset, so that RecordCount
+/// includes these rows. Does not throw.
 void DBGrid::markShownRows()
 {
     if (rows() == nullptr)

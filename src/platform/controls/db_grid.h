@@ -22,31 +22,31 @@ class CellDelegate;
 class DataControl;
 class DBGridModel;
 
-/// A grid bound to a data control. It shows the rows of the recordset and loads pages of rows as
-/// they become visible. Its current row follows the recordset's current row, and the recordset
-/// follows when the user moves in the grid.
+/// A grid bound to a data control. The grid shows the rows of the recordset and loads pages of rows
+/// as they become visible. If the current row of the recordset changes, the grid moves to that row.
+/// If the user moves to another row of the grid, the recordset moves to that row.
 ///
 /// Columns are placed in their stored order from the left, although the forms read right-to-left:
 /// the layout direction of the view is left-to-right and its cells are right-aligned. The caption
 /// is a band above the column headers. Visible columns share the width in proportion to their
-/// relative widths, but no column is narrower than its header or than a figure that is in view. If
-/// the grid is too narrow for that, it scrolls horizontally. It opens with its rightmost column in
-/// view.
+/// relative widths, but no column is narrower than its header or than a visible figure. If the grid
+/// is too narrow for these columns, it scrolls horizontally. The rightmost column is visible when
+/// the grid opens.
 ///
-/// A row counts as reached in the recordset if it or a later row has been painted in the viewport,
-/// even in part (dao::Recordset::markReached). Rows that were never scrolled into view do not
-/// count, so that a long table is as fast to show as a short one.
+/// A row counts as reached in the recordset (dao::Recordset::markReached) if this row or a later
+/// row has been painted in the viewport, even in part. Rows that were never scrolled into view do
+/// not count, so that a long table is shown as quickly as a short one.
 ///
 /// In a read-only grid, Home and End move to the first and the last row.
 ///
-/// Screen readers see only the visible columns (grid_interface.h), and hear the current cell
-/// after the grid has got the focus.
+/// Screen readers find only the visible columns (grid_interface.h). After the grid gets the focus,
+/// screen readers announce the current cell.
 ///
 /// The grid is read-only unless setEditable is called. An editable grid has a blank last row in
-/// which typing adds a record, and cells that can be edited in place. It writes an edited row when
-/// the user leaves the row or the grid closes. The Delete key deletes the selected row. If the
-/// store refuses a change, a Hebrew message box says so, and the row keeps the typed text until the
-/// user corrects it or discards it with Escape.
+/// which typing adds a record, and its cells can be edited in place. The grid writes an edited row
+/// when the user leaves the row or the grid closes. The Delete key deletes the selected row. If the
+/// store refuses a change, a Hebrew message box shows the reason. The row then keeps the typed text
+/// until the user corrects it or discards it with Escape.
 class DBGrid : public QTableView
 {
     Q_OBJECT
@@ -61,28 +61,29 @@ public:
     QString caption() const;
     void setCaption(const QString& caption);
     void setEditable(bool editable);
-    /// Marks the rows for which the function returns a text: a warning sign in one column, and the
-    /// text as tool tip. See DBGridModel::setRowRemark.
+    /// Marks each row for which `remark` returns a text. A marked row has a warning sign in the
+    /// given column and the text as its tool tip. See DBGridModel::setRowRemark.
     void setRowRemark(const RowRemark& remark, int column);
-    /// Lets typed letters move to the next row whose text in this column begins with them. Use this
-    /// only for short tables, because the search may read all rows.
+    /// Enables the search by typing: typed letters move to the next row whose text in this column
+    /// starts with these letters. The search may read all rows, so only grids with short tables may
+    /// use it.
     void setSearchColumn(int column) { searchColumn_ = column; }
 
-    /// Writes the row that is being edited and reports a refusal in a message box. Returns true if
-    /// no unwritten edit remains. Does not throw.
+    /// Writes the row that is being edited. If the store refuses the row, a message box shows the
+    /// reason. Returns true if no unwritten edit remains. Does not throw.
     bool commitEdits();
 
     void keyboardSearch(const QString& search) override;
 
 signals:
-    /// Emitted on a double-click on a row, which is then the current row.
+    /// Emitted on a double-click on a row. The clicked row is then the current row.
     void DblClick();
-    /// Emitted on Enter in a read-only grid, once if the key is held down.
+    /// Emitted when Enter is pressed in a read-only grid. A held key emits the signal only once.
     void enterPressed();
-    /// Emitted on Delete in a read-only grid, once if the key is held down.
+    /// Emitted when Delete is pressed in a read-only grid. A held key emits the signal only once.
     void deletePressed();
-    /// Emitted when the user asks for the menu of the current row, by the menu key or by a right
-    /// click on the row. The place is in the coordinates of the screen.
+    /// Emitted when the user opens the menu of the current row with the menu key or with a right
+    /// click on the row. `place` is in screen coordinates.
     void menuRequested(const QPoint& place);
 
 protected:
@@ -137,8 +138,8 @@ private:
     DBGridModel* model_;
     QPointer<DataControl> source_;
     QList<int> figureWidths_; ///< Per column, the width of the widest figure that was in view.
-    /// The first row whose figures were measured and the row after the last one. Invalid after a
-    /// change.
+    /// The rows whose figures have been measured: the first row and the row after the last one.
+    /// Both values are -1 if the rows must be measured again.
     std::pair<int, int> measuredRows_{-1, -1};
     int searchColumn_ = -1;
     QString typed_;

@@ -1,4 +1,4 @@
-// How a grid distributes its width over its columns.
+// This file contains the functions that distribute the width of a grid over its columns.
 
 #include "platform/controls/caption_header.h"
 #include "platform/controls/db_grid.h"
@@ -19,7 +19,7 @@ namespace {
 constexpr int gridLine = 1;
 
 /// Returns true for a measure, a count, a date or a telephone number. Such a text must never be
-/// shortened, because its beginning looks like another figure.
+/// shortened, because a shortened figure looks like a different figure.
 bool isFigure(const QString& text)
 {
     const auto isDigit = [](QChar each) { return each.isDigit(); };
@@ -28,8 +28,9 @@ bool isFigure(const QString& text)
            std::none_of(text.begin(), text.end(), isLetter);
 }
 
-/// Returns the width of a figure. Adding up the characters is several times as fast as shaping the
-/// text, which is done for all visible cells at each paint, and figures have no joined characters.
+/// Returns the width of a figure as the sum of its characters' widths. The sum is correct because
+/// figures have no joined characters. Computing the sum is several times as fast as shaping the
+/// text, which matters because all visible cells are measured while the grid is painted.
 int figureWidth(const QString& figure, const QFontMetricsF& metrics)
 {
     const double width =
@@ -39,8 +40,9 @@ int figureWidth(const QString& figure, const QFontMetricsF& metrics)
     return static_cast<int>(std::ceil(width));
 }
 
-/// Returns the widths of columns with these weights in a room. A column whose share is less than
-/// its least width gets the least width, and the others share what remains.
+/// Divides the width `room` among columns in proportion to their weights. A column whose share is
+/// less than its minimum width gets its minimum width, and the other columns share the remaining
+/// width.
 QList<int> sharedWidths(int room, const QList<int>& weights, const QList<int>& least)
 {
     QList<int> widths(weights.size(), 0);
@@ -74,8 +76,9 @@ QList<int> sharedWidths(int room, const QList<int>& weights, const QList<int>& l
 
 } // namespace
 
-/// Distributes the width over the columns, a second time if the first pass shows or hides the
-/// scroll bar. Qt sends no resize event for that change while the grid is being shown.
+/// Distributes the width over the columns. If the first pass shows or hides the scroll bar, a
+/// second pass distributes the changed width, because Qt sends no resize event for this change
+/// while the grid is being shown.
 void DBGrid::shareWidth()
 {
     const int former = viewport()->width();
@@ -102,7 +105,8 @@ void DBGrid::shareWidth(int room)
     }
 }
 
-/// Returns the width that a cell needs to show its figure, or 0 for a cell with another text.
+/// Returns the width that a cell needs to show its figure completely, or 0 if the text of the cell
+/// is not a figure.
 int DBGrid::neededWidth(const QModelIndex& cell, const QFontMetricsF& metrics) const
 {
     const QString text = cell.data().toString();
@@ -114,9 +118,9 @@ int DBGrid::neededWidth(const QModelIndex& cell, const QFontMetricsF& metrics) c
     return figureWidth(text, metrics) + 2 * margin + gridLine;
 }
 
-/// Widens the columns if a figure in view does not fit. Columns never become narrower while the
-/// user scrolls. Measures only if other rows are in view or a row has changed since the last call.
-/// Does not throw.
+/// Widens the columns if a visible figure does not fit into its column. Columns never become
+/// narrower while the user scrolls. The function measures only if the visible rows have changed
+/// since the last call. Does not throw.
 void DBGrid::measureShownFigures()
 {
     const int first = std::max(rowAt(0), 0);
@@ -138,7 +142,8 @@ void DBGrid::measureShownFigures()
         }
     }
     if (isWider)
-        // Columns must not change while the grid is painted.
+        // The new width is distributed later, because columns must not change while the grid is
+        // painted.
         QMetaObject::invokeMethod(
             this, [this] { shareWidth(); }, Qt::QueuedConnection);
 }

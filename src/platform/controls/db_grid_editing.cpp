@@ -52,20 +52,20 @@ bool DBGrid::commitEdits()
     return written;
 }
 
-/// Copies the text of an open editor to the edited row.
+/// Copies the text of an open cell editor to the edited row of the model.
 void DBGrid::flushEditor()
 {
     if (QLineEdit* editor = delegate_->editor())
         commitData(editor);
 }
 
-/// Writes the edited row. Returns false if the store refuses the row; tellRefusal shows the reason
-/// later.
+/// Writes the edited row to the store. Returns false if the store refuses the row. tellRefusal()
+/// shows the reason later.
 bool DBGrid::writeRow()
 {
     if (model_->editedRow() < 0 || rows() == nullptr)
         return true;
-    // Writing may move the recordset. The view must not follow that move.
+    // Writing a row may move the recordset, and the view must not follow that move.
     const QScopedValueRollback moving(moving_, true);
     try {
         model_->writeEdit(*rows());
@@ -77,7 +77,7 @@ bool DBGrid::writeRow()
     }
 }
 
-/// Writes the edited row before a move of the recordset that was not started in the grid.
+/// Writes the edited row before the recordset moves for a reason outside this grid.
 void DBGrid::writeBeforeMove()
 {
     if (moving_)
@@ -96,8 +96,8 @@ bool DBGrid::leaveEditedRow(int nextRow)
 }
 
 /// Moves the recordset to a row. If another station has locked the store, the grid stays on its
-/// current row and shows a message. The run-time error box would end the program, and unwritten
-/// text in any grid would be lost.
+/// current row and shows a message instead of the run-time error box. The run-time error box would
+/// end the program, and the unwritten text of all grids would be lost.
 void DBGrid::moveUnlessHeld(int row)
 {
     try {
@@ -111,15 +111,15 @@ void DBGrid::moveUnlessHeld(int row)
     }
 }
 
-/// Shows the refusal from the event loop, because no message box may open inside Qt's handling of
-/// the key or click that caused the refusal.
+/// Queues the message about a refusal, because no message box may open while Qt handles the key or
+/// click that caused the refusal.
 void DBGrid::tellLater()
 {
     QMetaObject::invokeMethod(
         this, [this] { runtime::guarded([this] { tellRefusal(); }); }, Qt::QueuedConnection);
 }
 
-/// Shows a pending refusal, after the view has returned to the row concerned.
+/// Makes the refused row the current row and then shows the pending message.
 void DBGrid::tellRefusal()
 {
     if (refusal_.isEmpty() || telling_)
@@ -139,7 +139,8 @@ void DBGrid::tellRefusal()
 
 QModelIndex DBGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // A row that is being added has a blank row below it only after a cell contains text.
+    // The text of an open cell editor is copied to the edited row first. A row that is being added
+    // has a blank row below it only after one of its cells contains text.
     flushEditor();
     const int rowCount = model_->rowCount();
     if (!editable_ && rowCount > 0 && (action == MoveHome || action == MoveEnd))
@@ -204,8 +205,8 @@ void DBGrid::deleteRow()
     closeGap(row, key);
 }
 
-/// Removes a row that is no longer in the store from the view. The row that took its position
-/// becomes current.
+/// Removes a row that no longer exists in the store from the view. The row that is then at its
+/// position becomes current.
 void DBGrid::closeGap(int row, const QVariant& key)
 {
     takeAway(key);

@@ -43,8 +43,8 @@ void DBGridModel::bind(dao::Recordset* rows)
     endResetModel();
 }
 
-/// Finds the field of each column. Without a recordset, the fields of the previous recordset are
-/// used.
+/// Finds the field of each column. If there is no recordset, the fields of the previous recordset
+/// are used.
 void DBGridModel::resolveFields(const dao::Recordset* rows)
 {
     if (rows != nullptr)
@@ -83,8 +83,8 @@ void DBGridModel::addRow(const dao::RowKey& key)
         return;
     remarks_.clear();
     if (writing_ && edit_ && edit_->isNew) {
-        // The view already shows this row, because the user typed it here. No row is inserted into
-        // the view.
+        // The view already contains the new row, because the user typed it in this grid. Therefore
+        // no row is inserted into the view.
         pages_->appendRow(key);
         edit_->isNew = false;
         return;
@@ -163,8 +163,8 @@ void DBGridModel::dropEdit()
         return;
     const Edit dropped = *edit_;
     if (dropped.isNew) {
-        // The row that was being added becomes the blank row again, so the other blank row below it
-        // is removed.
+        // The row that was being added becomes the blank last row again. Therefore the blank row
+        // below it is removed.
         beginRemoveRows({}, dropped.row + 1, dropped.row + 1);
         edit_.reset();
         endRemoveRows();
@@ -239,7 +239,8 @@ QString DBGridModel::remarkOn(int row) const
 {
     if (!remark_.text || row >= recordCount())
         return {};
-    // A page that is read while the remark is made clears the remarks.
+    // newRemarkOn may load a page, which clears remarks_. Therefore the new remark is inserted only
+    // after newRemarkOn has returned.
     if (const auto known = remarks_.constFind(row); known != remarks_.constEnd())
         return *known;
     QString remark = newRemarkOn(row);
@@ -257,9 +258,9 @@ QString DBGridModel::newRemarkOn(int row) const
     return remark_.text(*pages_, row);
 }
 
-/// Loads the page that contains the row, unless it is loaded. Qt calls this function during layout
-/// and painting, when nothing may throw. Therefore an error is stored and reported through
-/// readFailed.
+/// Loads the page that contains the row if the page is not loaded yet. Qt calls this function
+/// during layout and painting, when no exception may be thrown. Therefore an error is stored and
+/// reported through readFailed.
 bool DBGridModel::isRead(int row) const
 {
     if (failure_)

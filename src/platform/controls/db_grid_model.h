@@ -16,9 +16,9 @@
 
 namespace controls {
 
-/// The rows of a recordset for a grid, loaded in pages on demand. An editable model adds a blank
-/// row at the end and keeps the unwritten text of one edited row. While a row is being added,
-/// another blank row follows it.
+/// The model of a grid. It contains the rows of a recordset and loads them in pages on demand. An
+/// editable model adds a blank row at the end and keeps the unwritten text of one edited row. While
+/// a row is being added, another blank row follows this row.
 class DBGridModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -30,12 +30,12 @@ public:
     void setColumns(const QList<DBGridColumn>& columns);
     const QList<DBGridColumn>& columns() const { return columns_; }
     void setEditable(bool editable);
-    /// Sets the function that returns the remark about a row. A row with a remark has the sign in
-    /// the given column and the remark as its tool tip.
+    /// Sets the function that returns the remark about a row. A row with a remark shows the given
+    /// sign in the given column and has the remark as its tool tip.
     void setRowRemark(const RowRemark& remark, int column, const QIcon& sign);
 
-    /// Binds another recordset, or the same one again, and discards an unwritten edit; nullptr
-    /// unbinds. Throws any error of reading.
+    /// Binds a recordset and discards an unwritten edit. The recordset may be the one that is
+    /// already bound, or nullptr for no recordset. Throws any error of reading.
     void bind(dao::Recordset* rows);
     int recordCount() const;
     /// Returns the key of a row, or an invalid key if the row is not in the store.
@@ -49,15 +49,15 @@ public:
 
     /// Returns the index of the row with unwritten text, or -1 if there is none.
     int editedRow() const;
-    /// Writes the edited row. Throws if the store refuses it; the store and the unwritten text are
-    /// then unchanged.
+    /// Writes the edited row to the store. Throws an error if the store refuses the row. After an
+    /// error, the store and the unwritten text are unchanged.
     void writeEdit(dao::Recordset& rows);
     void dropEdit();
-    /// Discards the unwritten text of one cell, and the whole edit if no other cell has unwritten
-    /// text.
+    /// Discards the unwritten text of one cell. If no other cell of the row has unwritten text, the
+    /// row is no longer being edited.
     void dropCell(const QModelIndex& index);
 
-    /// Throws the error that caused readFailed, if there is one.
+    /// Throws the stored error that readFailed has reported, if there is one.
     void raiseReadFailure() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -69,8 +69,8 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
 signals:
-    /// Emitted when a page could not be read. The model shows no further rows until it is bound
-    /// again.
+    /// Emitted when a page could not be read. The model then shows no further rows until a
+    /// recordset is bound again.
     void readFailed() const;
 
 private:

@@ -28,8 +28,8 @@ bool isNumber(const QVariant& value)
     }
 }
 
-/// Rounds half away from zero, based on the number's first 15 significant digits, so 2.005 gives
-/// 2.01.
+/// Rounds half away from zero. The rounding uses the first 15 significant digits of the number, so
+/// 2.005 becomes 2.01.
 QString fixedText(double value, int decimals)
 {
     const double scale = std::pow(10.0, decimals);

@@ -10,13 +10,13 @@ class Recordset;
 
 namespace controls {
 
-/// Formats a field's value for grids and combos: empty for Null, a date in the short format, a
-/// number with `decimals` decimal places. If `decimals` is -1, a number is formatted by
-/// runtime::toText.
+/// Returns a field's value as text for grids and combo boxes. A Null becomes an empty text, a date
+/// has the short format, and a number has `decimals` decimal places. If `decimals` is -1,
+/// runtime::toText formats the number.
 QString fieldText(const QVariant& value, int decimals = -1);
 
-/// Returns the texts of one field for all rows, in the recordset's order, without moving its
-/// current row. Throws ItemNotFound (3265) for an unknown field, and any error of reading.
+/// Returns the texts of one field for all rows, in the order of the recordset. The current row does
+/// not change. Throws ItemNotFound (3265) for an unknown field, and any error of reading.
 QStringList fieldTexts(dao::Recordset& rows, const QString& field);
 
 /// Returns true if the text contains a right-to-left letter. Such a text reads right-to-left as a

@@ -6,9 +6,10 @@ class QMdiSubWindow;
 
 namespace controls {
 
-/// Tells screen readers again which control has the focus after a child window of the frame had it
-/// for a moment. When Tab has gone round, the window gets the focus and passes it on to its first
-/// control at once, but the toolkit announces the window last. The object belongs to the window.
+/// Announces the control with the focus to screen readers again after a child window had the focus
+/// for a moment. When Tab passes the last control of a child window, the window gets the focus and
+/// immediately passes it to its first control. Qt announces the window last, although the control
+/// has the focus. The child window owns this object.
 class FocusSpeech : public QObject
 {
     Q_OBJECT

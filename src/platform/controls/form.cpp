@@ -24,8 +24,8 @@ QPointer<QMdiArea>& sharedFrame()
     return area;
 }
 
-/// What is kept free for the title bar and the side frames of a dialog. The real sizes are not
-/// known before the dialog is shown.
+/// Sizes, in pixels, that are reserved for the title bar and the side borders of a dialog. The real
+/// sizes are not known before the dialog is shown.
 constexpr int titleBarHeight = 36;
 constexpr int sideFrames = 8;
 
@@ -62,7 +62,7 @@ void centreOnScreen(QWidget& window)
 {
     const QRect room = screenOf(window).availableGeometry();
     QRect place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window.size(), room);
-    // The position is that of the title bar, which stands above the contents.
+    // The moved position is that of the title bar, which is above the contents of the window.
     place.moveBottom(std::min(place.bottom(), room.bottom() - titleBarHeight));
     place.moveTop(std::max(place.top(), room.top()));
     window.move(place.topLeft());
@@ -125,8 +125,8 @@ void ChildForm::showInFrame(QMdiArea& area)
     area.setActiveSubWindow(window_);
 }
 
-/// Focuses the first enabled control in tab order. Qt itself tries only the first control and gives
-/// up if that one is disabled.
+/// Gives the focus to the first enabled control in tab order. Qt itself tries only the first
+/// control and does nothing if that control is disabled.
 void ChildForm::focusFirst()
 {
     if (focusWidget() != nullptr)

@@ -27,7 +27,8 @@ FrameFit::FrameFit(QWidget& form, const QList<QPushButton*>& buttons)
 
 bool FrameFit::eventFilter(QObject* watched, QEvent* event)
 {
-    // The frame is still placing its windows and scroll bars.
+    // The form is fitted later, because the MDI area is still placing its windows and scroll bars
+    // during the resize event.
     if (event->type() == QEvent::Resize)
         QMetaObject::invokeMethod(
             this, [this] { runtime::guarded([this] { fit(); }); }, Qt::QueuedConnection);
@@ -50,7 +51,8 @@ void FrameFit::fit()
         stopScrolling();
     if (form_.size() == former)
         return;
-    // Moving a control to another parent has taken the focus away.
+    // A control loses the focus when it moves to another parent. Therefore the control gets the
+    // focus again.
     if (focused)
         focused->setFocus();
     if (window != nullptr) {

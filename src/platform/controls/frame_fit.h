@@ -9,9 +9,9 @@ class QPushButton;
 
 namespace controls {
 
-/// Fits a child form of fixed size into the frame, now and whenever the frame is resized. While the
-/// frame has too little room, the form scrolls and its buttons stand in a row below; see
-/// fitIntoRoom. The object belongs to the form.
+/// Fits a child form of fixed size into the MDI area, now and whenever the MDI area is resized.
+/// While the MDI area is too small, the form scrolls, and its buttons are in a row below the scroll
+/// area (see fitIntoRoom). The form owns this object.
 class FrameFit : public QObject
 {
 public:

@@ -10,7 +10,8 @@ namespace controls {
 
 namespace {
 
-/// Returns the interface with the kept identifier. If there is none, makes and keeps a new one.
+/// Returns the screen-reader interface that is registered for this key. If no interface is
+/// registered, creates and registers a new one.
 template <typename Key, typename Make>
 QAccessibleInterface* keptPart(QHash<Key, QAccessible::Id>& kept, const Key& key, const Make& make)
 {
@@ -167,8 +168,8 @@ void GridInterface::modelChange(QAccessibleTableModelChangeEvent* event)
         forgetRemovedCells();
 }
 
-/// Forgets the cells that do not exist any more. The others keep their interfaces. Keys of removed
-/// cells are all equal, so none may be left when the table of cells grows.
+/// Deletes the interfaces of cells that no longer exist. The other cells keep their interfaces. All
+/// removed cells have the same invalid key, so none of them may be in the hash table when it grows.
 void GridInterface::forgetRemovedCells() const
 {
     cells_.removeIf([](const auto& each) {

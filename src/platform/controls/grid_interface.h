@@ -9,18 +9,19 @@ class QTableView;
 
 namespace controls {
 
-/// A grid as screen readers see it: one header and one cell for each visible column, from left to
-/// right. Qt's own description of a table also contains the hidden columns and an empty header for
-/// each row. The children are the headers of the visible columns and then the cells, row by row.
-/// While the grid is being destroyed it is no QTableView any more, and the interface has no
-/// children.
+/// The screen-reader interface of a grid. It contains one header and one cell per row for each
+/// visible column, from left to right. Qt's own interface of a table also contains the hidden
+/// columns and an empty header for each row. The children are first the headers of the visible
+/// columns and then the cells, row by row. While the grid is being destroyed, it is no longer a
+/// QTableView, and the interface has no children.
 class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
     explicit GridInterface(QTableView* grid);
     ~GridInterface() override;
 
-    /// Returns the interface of a cell, or nullptr if its column is hidden.
+    /// Returns the screen-reader interface of a cell, or nullptr if the column of the cell is
+    /// hidden.
     QAccessibleInterface* cell(const QModelIndex& index) const;
 
     int childCount() const override;
@@ -43,7 +44,8 @@ public:
     int selectedRowCount() const override { return static_cast<int>(selectedRows().size()); }
     bool isRowSelected(int row) const override { return selectedRows().contains(row); }
     bool selectRow(int row) override;
-    // The user selects rows, and one row is always selected.
+    // The user can only select rows, and one row is always selected. Therefore columns cannot be
+    // selected, and a row cannot be deselected.
     QList<int> selectedColumns() const override { return {}; }
     int selectedColumnCount() const override { return 0; }
     bool isColumnSelected(int /*column*/) const override { return false; }
@@ -58,13 +60,13 @@ private:
     QAccessibleInterface* header(int column) const;
     void forgetRemovedCells() const;
 
-    // Interfaces live until the grid or their cell ceases to exist.
+    // An interface exists until its cell is removed or the grid is destroyed.
     mutable QHash<int, QAccessible::Id> headers_;
     mutable QHash<QPersistentModelIndex, QAccessible::Id> cells_;
 };
 
-/// Sends an event of a cell to screen readers. Does nothing if no screen reader listens or if the
-/// cell's column is hidden.
+/// Sends a screen-reader event for a cell. Does nothing if no screen reader is active or if the
+/// column of the cell is hidden.
 void announceCell(QTableView& grid, const QModelIndex& cell, QAccessible::Event type);
 
 } // namespace controls

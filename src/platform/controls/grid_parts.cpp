@@ -9,7 +9,7 @@ namespace controls {
 
 namespace {
 
-/// Returns a rectangle of a viewport in the coordinates of the screen.
+/// Converts a rectangle from viewport coordinates to screen coordinates.
 QRect onScreen(const QWidget& viewport, const QRect& rect)
 {
     return {viewport.mapToGlobal(rect.topLeft()), rect.size()};
@@ -130,7 +130,8 @@ void GridCellPart::doAction(const QString& name)
 {
     if (name != setFocusAction() || !isValid())
         return;
-    // A handler of the focus may remove the cell, and this object with it.
+    // A handler of the focus change may remove the cell, which deletes this object. Therefore the
+    // members are copied first.
     QTableView& view = *grid();
     const QPointer<QTableView> kept(&view);
     const QPersistentModelIndex index = index_;

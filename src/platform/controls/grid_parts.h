@@ -7,10 +7,10 @@
 
 namespace controls {
 
-/// Returns the columns that the user can see, from left to right.
+/// Returns the indexes of the visible columns, from left to right.
 QList<int> shownColumns(const QTableView& grid);
 
-/// What headers and cells of a grid have in common for screen readers.
+/// The common base class of the screen-reader interfaces of a grid's headers and cells.
 class GridPart : public QAccessibleInterface
 {
 public:
@@ -20,7 +20,7 @@ public:
     virtual int row() const = 0;
     /// The column of the model.
     virtual int column() const = 0;
-    /// The place of the column among the visible ones, or -1 if it is hidden.
+    /// The position of the column among the visible columns, or -1 if the column is hidden.
     int shownColumn() const;
 
     bool isValid() const override;
@@ -57,7 +57,7 @@ private:
     int column_;
 };
 
-/// A cell. A screen reader can make it the current cell.
+/// The screen-reader interface of a cell. A screen reader can make the cell the current cell.
 class GridCellPart : public GridPart,
                      public QAccessibleTableCellInterface,
                      public QAccessibleActionInterface

@@ -8,7 +8,7 @@ namespace controls {
 
 ListInterface::ListInterface(QComboBox* list) : QAccessibleWidget(list, QAccessible::ComboBox) {}
 
-/// Returns nullptr while the list is being destroyed.
+/// Returns the combo box, or nullptr while the combo box is being destroyed.
 QComboBox* ListInterface::list() const
 {
     return qobject_cast<QComboBox*>(object());
@@ -47,7 +47,7 @@ QAccessibleInterface* ListInterface::childAt(int x, int y) const
     return box.rect().contains(box.mapFromGlobal(QPoint(x, y))) ? child(1) : nullptr;
 }
 
-/// In a list with a box to type in, the box has the caret.
+/// Returns the child that has the focus. In an editable combo box it is the input box.
 QAccessibleInterface* ListInterface::focusChild() const
 {
     const bool isTypedInto = list() != nullptr && list()->isEditable() && list()->hasFocus();

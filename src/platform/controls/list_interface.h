@@ -6,10 +6,11 @@ class QComboBox;
 
 namespace controls {
 
-/// A drop-down list as screen readers see it. Qt gives a list its current text as name, so that the
-/// list has no name of its own. Here the name is the accessible name of the list. If the user
-/// cannot type into the list, the current text follows, because screen readers do not find it
-/// elsewhere. The children are the popup and the box into which the user types, if there is one.
+/// The screen-reader interface of a combo box. Qt's own interface returns the current text of the
+/// combo box as its name. This interface returns the accessible name of the combo box. If the user
+/// cannot type into the combo box, the current text is appended to the name, because screen readers
+/// do not find the text elsewhere. The children are the popup and, in an editable combo box, the
+/// input box.
 class ListInterface : public QAccessibleWidget
 {
 public:

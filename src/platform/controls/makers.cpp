@@ -7,7 +7,8 @@ namespace controls {
 
 namespace {
 
-/// A value that the user cannot edit has a colour of its own instead of the frame of a box.
+/// The text colour of a value that the user cannot edit. The colour replaces the border of an input
+/// box.
 const QColor valueColour(0x1f, 0x4e, 0x79);
 
 } // namespace

@@ -39,8 +39,8 @@ void addButton(QMessageBox& box, QMessageBox::StandardButton button, const QStri
     added->setIcon({}); // Some desktops set an icon that leaves too little space for the caption.
 }
 
-/// Adds the buttons of the set in reading order. Enter presses the first button; Escape and the
-/// close box press the last one.
+/// Adds the buttons that `flags` selects, in reading order. Enter presses the first button. Escape
+/// and the close box press the last button.
 void addButtons(QMessageBox& box, int flags)
 {
     const int set = flags & buttonBits;
@@ -65,18 +65,20 @@ void layOutText(QMessageBox& box, int flags)
     const bool rightToLeft = (flags & runtime::vbMsgBoxRtlReading) != 0;
     const bool right = rightToLeft || (flags & runtime::vbMsgBoxRight) != 0;
     box.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    // The order of buttons must not depend on the desktop.
+    // The layout is fixed, because the order of the buttons must not depend on the desktop.
     box.setStyleSheet(u"QDialogButtonBox { button-layout: 0 }"_s);
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     if (label == nullptr)
         return;
     label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                         Qt::AlignVCenter);
-    // QLabel breaks lines at carriage returns only if its text is selectable.
+    // The text is selectable, because QLabel breaks lines at carriage returns only in a selectable
+    // text.
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
-/// Shows the Hebrew explanation below the text, whatever the language of the text is.
+/// Shows a Hebrew explanation below the text of the message box. The explanation is right-to-left,
+/// whatever the language of the text is.
 void addExplanation(QMessageBox& box, const QString& explanation)
 {
     if (explanation.isEmpty())

@@ -33,7 +33,7 @@ void PictureButton::paintEvent(QPaintEvent* /*event*/)
     if (option.state.testFlag(QStyle::State_HasFocus)) {
         QStyleOptionFocusRect focus;
         focus.QStyleOption::operator=(option);
-        // The frame is drawn however the focus came.
+        // The focus rectangle is drawn whether the focus came by keyboard or by mouse.
         focus.state |= QStyle::State_KeyboardFocusChange;
         focus.rect = style()->subElementRect(QStyle::SE_PushButtonFocusRect, &option, this);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);

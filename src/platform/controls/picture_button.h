@@ -4,9 +4,9 @@
 
 namespace controls {
 
-/// A button that shows its picture and its caption centred together. Qt's styles place a
-/// right-to-left caption at the button's edge, away from its picture. If the button is high enough,
-/// the picture is above the caption.
+/// A button that shows its picture and its caption together in the centre. Qt's styles place a
+/// right-to-left caption at the edge of the button, away from the picture. If the button is high
+/// enough, the picture is above the caption.
 class PictureButton : public QPushButton
 {
 public:

@@ -12,8 +12,8 @@ namespace {
 
 constexpr QPoint firstPlace{12, 12};
 
-/// Moves the rectangle into the frame. If it is wider than the frame, the edge where reading starts
-/// stays visible.
+/// Moves the rectangle `place` into the rectangle `room`. If `place` is wider than `room`, the edge
+/// of `place` where reading starts stays visible.
 QRect keptInside(QRect place, const QRect& room, Qt::LayoutDirection direction)
 {
     if (place.width() <= room.width())
@@ -72,8 +72,8 @@ void ReadingAnchor::remember()
                  .topLeft();
 }
 
-/// Restores the position of a window that is no longer maximised or minimised. Qt restores the old
-/// coordinates, which are wrong if the frame has been resized in the meantime.
+/// Restores the position of a child window that is no longer maximised or minimised. Qt restores
+/// the old coordinates, which are wrong if the MDI area has been resized in the meantime.
 void ReadingAnchor::returnToPlace(Qt::WindowStates oldState)
 {
     const bool wasElsewhere = (oldState & (Qt::WindowMaximized | Qt::WindowMinimized)) != 0;

@@ -8,9 +8,9 @@ class QWidget;
 
 namespace controls {
 
-/// Keeps a child window at a constant distance from the edge where reading starts, and inside the
-/// frame, when the frame is resized. Qt itself anchors windows at the left edge, even in a
-/// right-to-left layout. The child window owns this object.
+/// Keeps a child window inside the MDI area when the MDI area is resized. The distance between the
+/// window and the edge where reading starts stays constant. Qt itself keeps the distance to the
+/// left edge, even in a right-to-left layout. The child window owns this object.
 class ReadingAnchor : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,8 @@ class ReadingAnchor : public QObject
 public:
     ReadingAnchor(QMdiSubWindow& window, QWidget& viewport);
 
-    /// Moves the window to its place in the frame, for example after its size has changed.
+    /// Moves the window to its stored position in the MDI area, for example after the size of the
+    /// window has changed.
     void place();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -30,7 +31,8 @@ private:
 
     QMdiSubWindow& window_;
     QWidget& viewport_;
-    /// Distance of the window's corner from the frame's corner where reading starts, in pixels.
+    /// Distance in pixels between the upper corner of the window and the upper corner of the MDI
+    /// area, on the side where reading starts.
     QPoint start_;
     bool placing_ = false;
 };

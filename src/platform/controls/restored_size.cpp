@@ -23,8 +23,9 @@ bool RestoredSize::eventFilter(QObject* watched, QEvent* event)
         if (former.testFlag(Qt::WindowMaximized) && !window_.isMaximized() &&
             !window_.isMinimized()) {
             maximised_ = window_.size();
-            // The window system sets the restored geometry some time after this event, and sends no
-            // further event if it equals the maximised one.
+            // The check of the window's size is delayed, because the window system sets the
+            // restored geometry some time after this event. No further event follows if the
+            // restored geometry equals the maximised geometry.
             settled_.start();
         }
     }

@@ -8,10 +8,10 @@ class QWidget;
 
 namespace controls {
 
-/// Keeps a top-level window inside its screen when it leaves the maximised state. A window that
-/// would stay as large as it was gets four fifths of the screen, and one that is partly outside the
-/// screen moves to its middle. Any other size that is larger than the screen is left as it is,
-/// because the user or a program chose it. The object belongs to the window.
+/// Keeps a top-level window inside its screen when the window leaves the maximised state. A window
+/// that would keep its maximised size is reduced to four fifths of the screen. A window that is
+/// partly outside the screen moves to the middle of the screen. Any other size that is larger than
+/// the screen stays unchanged, because the user or a program chose it. The window owns this object.
 class RestoredSize : public QObject
 {
     Q_OBJECT

@@ -12,11 +12,11 @@ namespace controls {
 
 namespace {
 
-/// Distance that is kept between the control with the focus and the edge of the area.
+/// Minimum distance, in pixels, between the control with the focus and the edge of the scroll area.
 constexpr int margin = 8;
 
-/// Returns where the visible part must start, in one direction, so that it shows the control. If
-/// the control is too large, its start is shown.
+/// Returns the scroll position, in one direction, at which the control is visible. If the control
+/// is larger than the visible area, its start is visible.
 int startShowing(int start, int length, int seen, int room)
 {
     if (start < seen || length > room)
@@ -61,8 +61,9 @@ void ScrollPart::resizeEvent(QResizeEvent* event)
     bringFocusIntoView(QApplication::focusWidget());
 }
 
-/// Scrolls the whole control into view. QScrollArea::ensureWidgetVisible only shows the cursor of a
-/// box, and it scrolls the wrong way horizontally if the layout is right-to-left.
+/// Scrolls until the whole control is visible. QScrollArea::ensureWidgetVisible only makes the
+/// cursor of an input box visible, and it scrolls horizontally in the wrong direction in a
+/// right-to-left layout.
 void ScrollPart::bringFocusIntoView(QWidget* focused)
 {
     if (focused == nullptr || !widget()->isAncestorOf(focused))
@@ -72,7 +73,7 @@ void ScrollPart::bringFocusIntoView(QWidget* focused)
     const QPoint seen = -widget()->pos();
     verticalScrollBar()->setValue(
         startShowing(control.top(), control.height(), seen.y(), viewport()->height()));
-    // The scroll bar counts from the edge at which reading starts.
+    // The value of the horizontal scroll bar is the distance from the edge where reading starts.
     const int hidden = widget()->width() - viewport()->width();
     const int start =
         isRightToLeft() ? widget()->width() - control.left() - control.width() : control.left();

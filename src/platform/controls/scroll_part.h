@@ -6,9 +6,9 @@ class QPushButton;
 
 namespace controls {
 
-/// A part of a form that scrolls if the form is too small for its contents. It has no frame and is
-/// not a tab stop itself. The contents fill the area. The control that has the focus is always
-/// scrolled into view.
+/// A scroll area for a part of a form, which scrolls if the form is too small for its contents. The
+/// scroll area has no border and is not a tab stop itself. The contents fill the scroll area. The
+/// control that has the focus is always scrolled into view.
 class ScrollPart : public QScrollArea
 {
     Q_OBJECT
@@ -25,14 +25,14 @@ private:
     void bringFocusIntoView(QWidget* focused);
 };
 
-/// Returns the part of the wanted size that the room allows. If one direction has to scroll, the
-/// size includes the scroll bar in the other direction.
+/// Returns the wanted size, limited to the available room. If the contents must scroll in one
+/// direction, the size in the other direction includes the scroll bar.
 QSize fittedSize(QSize wanted, QSize room);
 
-/// Fits a window of fixed size with freely placed controls into the room. If the window is larger,
-/// its controls move into a scroll area, the buttons move to a row below it, and the window becomes
-/// smaller. Returns the widget that holds the controls: the window itself if it fits. Call this
-/// before the window is shown.
+/// Fits a window of fixed size with freely placed controls into the available room. If the window
+/// is larger than the room, its controls move into a scroll area, its buttons move to a row below
+/// the scroll area, and the window becomes smaller. Returns the widget that contains the controls.
+/// This widget is the window itself if the window fits. Must be called before the window is shown.
 QWidget* fitIntoRoom(QWidget& window, QSize room, const QList<QPushButton*>& buttons);
 
 } // namespace controls

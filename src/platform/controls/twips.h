@@ -13,7 +13,7 @@ constexpr int pixels(int twips)
     return (twips + twipsPerPixel / 2) / twipsPerPixel;
 }
 
-/// Converts a rectangle from twips to pixels. The rectangle is measured from the left edge and is
+/// Converts a rectangle from twips to pixels. Its position is measured from the left edge and is
 /// never mirrored.
 constexpr QRect twipsRect(int left, int top, int width, int height)
 {

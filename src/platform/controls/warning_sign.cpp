@@ -34,7 +34,7 @@ QIcon warningSign()
     for (const int side : {16, 24, 32, 48}) {
         const QPixmap picture = drawnSign(side);
         icon.addPixmap(picture);
-        // Qt would tint the sign in a selected row.
+        // The same picture is set for selected rows, because Qt would tint the sign otherwise.
         icon.addPixmap(picture, QIcon::Selected);
     }
     return icon;

@@ -4,8 +4,8 @@
 
 namespace controls {
 
-/// Returns a yellow triangle with an exclamation mark. It is drawn here, because the desktop's icon
-/// theme may replace the toolkit's warning sign.
+/// Returns a yellow triangle with an exclamation mark. The program draws this sign itself, because
+/// the desktop's icon theme may replace Qt's own warning sign.
 QIcon warningSign();
 
 } // namespace controls

@@ -12,8 +12,8 @@ namespace report {
 class PreviewWindow;
 class RowSource;
 
-/// A report at run time. It holds the record source, the captions and pictures that are set at run
-/// time, and the preview window. Later changes take effect at the next Show.
+/// A report at run time. It contains the record source, the captions and pictures that are set at
+/// run time, and the preview window. A change takes effect at the next call of Show.
 class DataReport
 {
 public:
@@ -23,17 +23,18 @@ public:
     DataReport(const DataReport&) = delete;
     DataReport& operator=(const DataReport&) = delete;
 
-    /// Sets the rows that the next Show displays. The preview keeps them while it shows them.
+    /// Sets the rows that the next call of Show displays. The preview keeps the rows alive while it
+    /// displays them.
     void setDataSource(std::shared_ptr<RowSource> rows);
-    /// Sets the documents that the next Show lists beside the report.
+    /// Sets the documents that the preview lists beside the report after the next call of Show.
     void setFurtherDocuments(FurtherDocuments further) { further_ = std::move(further); }
-    /// Returns a section by its position in the design, counted from 1. Throws SubscriptOutOfRange
-    /// (9) for any other index.
+    /// Returns a section of the report. `index` is the position of the section in the design,
+    /// counted from 1. Throws SubscriptOutOfRange (9) for any other index.
     Section& Sections(int index);
-    /// Opens the modeless, maximised preview at the first page. An existing preview window is used
-    /// again. Throws ObjectNotSet (91) without a record source, ItemNotFound (3265) if the record
-    /// source lacks a field of the design, and ReportWidthTooLarge (8519) if the report is wider
-    /// than the paper.
+    /// Opens the preview as a modeless, maximised window and shows the first page. An existing
+    /// preview window is reused. Throws ObjectNotSet (91) if there is no record source,
+    /// ItemNotFound (3265) if the record source lacks a field of the design, and
+    /// ReportWidthTooLarge (8519) if the report is wider than the paper.
     void Show();
 
 private:

@@ -6,9 +6,9 @@
 
 #include <span>
 
-/// A report's design as constant tables. All positions and sizes are in twips (1/1440 inch),
-/// measured from the left and top edges of the section. They are never mirrored, although the texts
-/// read right-to-left.
+/// The design of a report, as constant tables. All positions and sizes are in twips (1/1440 inch),
+/// measured from the left and top edges of the section. Positions are never mirrored, although the
+/// texts read right-to-left.
 namespace report {
 
 enum class Kind {
@@ -20,7 +20,7 @@ enum class Kind {
 
 enum class Align { Left, Right, Centre };
 
-/// Style flags of a control; they can be combined.
+/// Style flags of a control. Several flags can be combined.
 enum Style {
     Plain = 0,
     Bold = 1,
@@ -66,13 +66,13 @@ struct ReportDesign
     int topMargin;
     int bottomMargin;
     std::span<const SectionDesign> sections;
-    /// An exported file gets a default name that consists of this word and the caption of the label
-    /// documentNumberLabel.
+    /// The first part of the default name of an exported file. The second part is the caption of
+    /// the label documentNumberLabel.
     QStringView documentWord;
     QStringView documentNumberLabel;
 };
 
-/// The top and bottom margin, in twips, of a report whose design defines none.
+/// The top and bottom margin of a report, in twips, if the design defines no margin.
 inline constexpr int defaultVerticalMargin = runtime::twipsPerInch;
 
 constexpr const SectionDesign* sectionOf(const ReportDesign& design, Role role)

@@ -14,7 +14,7 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Size of the page cache; a screen shows fewer pages at once.
+/// The maximum number of pages in the cache. A screen shows fewer pages at once.
 constexpr std::size_t keptPageCount = 32;
 
 bool forbiddenInFileName(QChar c)
@@ -159,8 +159,8 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
-    // Only captions of the design contain placeholders. A caption that was set at run time is shown
-    // unchanged, even if it is "%p".
+    // Only captions in the design contain placeholders. A caption that was set at run time is shown
+    // unchanged, even if the caption is "%p".
     if (control.isCaptionSet())
         return caption;
     if (caption == u"%p")

@@ -10,18 +10,18 @@ namespace report {
 class PageInk;
 
 /// A snapshot of a report's captions, pictures and rows, laid out on one paper. The document
-/// creates a page when it is requested and caches the most recent pages.
+/// creates a page when the page is requested, and caches the most recent pages.
 ///
-/// All pages show the rows of one moment. A long record source initially holds only its first rows
-/// (RowSource), so that the first page appears immediately. The caller that shows the document
-/// calls readAll soon afterwards. Printing, exporting and searching start with readAll. A page
-/// never combines rows of two moments: if page() needs a row that is not loaded, it calls readAll
-/// first, which reads all rows again at one later moment.
+/// All pages show the state of the rows at the same moment. A long record source initially contains
+/// only its first rows (RowSource), so that the first page appears immediately. A caller that shows
+/// the document calls readAll soon afterwards. Printing, exporting and searching start with
+/// readAll. A page never combines rows of two different moments. If page() needs a row that is not
+/// loaded, it first calls readAll, which reads all rows again at one later moment.
 class Document : public PrintedDocument
 {
 public:
-    /// The sections are copied, but the design must outlive the document. Throws ItemNotFound
-    /// (3265) if the rows lack a field of the design, and the errors of Pagination.
+    /// The constructor copies the sections, but the design must outlive the document. Throws
+    /// ItemNotFound (3265) if the rows lack a field of the design, and the errors of Pagination.
     Document(const ReportDesign& design, std::vector<Section> sections,
              std::shared_ptr<RowSource> rows, Paper paper);
     ~Document() override;
@@ -34,14 +34,15 @@ public:
     Paper paper() const override { return pagination_.paper(); }
     int blockCount() const;
     int pageCount() const override { return pagination_.pageCount(blockCount()); }
-    /// Returns the design's word and the order number.
+    /// Returns the title of the document, which consists of the design's document word and the
+    /// order number.
     QString title() const override;
 
     bool isWhole() const override;
     bool hasPage(int index) const override;
     bool readAll() override;
 
-    /// Calls readAll first if a row of the page is not loaded.
+    /// Returns a page. Calls readAll first if a row of the page is not loaded.
     std::shared_ptr<const Page> page(int index) override;
     void paintPage(const Page& page, QPainter& painter) noexcept override;
     using PrintedDocument::paintPage;

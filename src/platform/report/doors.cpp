@@ -25,9 +25,9 @@ Paper paperOfDefaultPrinter()
     return printer.isNull() ? a4Portrait : paperOf(QPrinter(printer).pageLayout());
 }
 
-/// Prevents Qt's dialogs from creating a settings file in the user's home, where they keep their
-/// history. The path of the settings lies below the null device, where no file can be created. On
-/// Windows the settings are not a file, and this has no effect.
+/// Prevents Qt's file dialogs from creating a settings file with their history in the user's home
+/// folder. The function sets a path below the null device, where no file can be created. The
+/// function has no effect on Windows, where Qt does not store settings in a file.
 void keepNoDialogHistory()
 {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
@@ -59,7 +59,8 @@ bool showPrintDialog(QPrinter& printer, QWidget* parent, int pageCount)
     return dialog.exec() == QDialog::Accepted;
 }
 
-/// Names of files and folders read left-to-right, also on a right-to-left desktop.
+/// Makes a dialog show the names of files and folders left-to-right, also on a right-to-left
+/// desktop.
 void readLeftToRight(QFileDialog& dialog)
 {
     for (const QString& name :

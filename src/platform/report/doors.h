@@ -8,12 +8,12 @@
 class QPrinter;
 class QWidget;
 
-/// The preview's requests to the desktop, each behind a function that tests can replace. The
-/// default dialogs write no settings file.
+/// Functions with which the preview uses the desktop: printers, file dialogs and the file manager.
+/// Tests can replace each function. The default dialogs write no settings file.
 namespace report {
 
-/// Returns the paper on which a report is laid out when it is shown: the default printer's paper,
-/// or A4 portrait without a printer.
+/// Returns the paper for which a report is laid out when it is shown. It is the paper of the
+/// default printer, or A4 portrait if there is no printer.
 Paper defaultPaper();
 using PaperDoor = runtime::Door<Paper()>;
 PaperDoor& paperDoor();
@@ -23,8 +23,8 @@ bool hasPrinter();
 using HasPrinterDoor = runtime::Door<bool()>;
 HasPrinterDoor& hasPrinterDoor();
 
-/// Lets the user choose the printer and the pages. Without a printer a message box says so. Returns
-/// false if the user cancels or there is no printer.
+/// Lets the user choose the printer and the pages. If there is no printer, shows a message box.
+/// Returns false if the user cancels or there is no printer.
 bool askPrinter(QPrinter& printer, QWidget* parent, int pageCount);
 using PrinterDoor = runtime::Door<bool(QPrinter& printer, QWidget* parent, int pageCount)>;
 PrinterDoor& printerDoor();
@@ -38,7 +38,7 @@ struct FileRequest
     QString suffix;       ///< Suffix that is appended to a name typed without one; without the dot.
 };
 
-/// Lets the user choose a file to write. Returns an empty text if the user cancels.
+/// Lets the user choose the file to be written. Returns an empty text if the user cancels.
 QString askFile(const FileRequest& request);
 using FileDoor = runtime::Door<QString(const FileRequest& request)>;
 FileDoor& fileDoor();

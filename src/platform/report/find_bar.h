@@ -12,7 +12,7 @@ namespace report {
 
 class PreviewPages;
 
-/// The search bar below the pages. It is hidden until it is opened.
+/// The search bar below the pages of the preview. The bar is hidden until the user opens it.
 class FindBar : public QToolBar
 {
     Q_OBJECT
@@ -23,8 +23,8 @@ public:
     void setDocument(std::shared_ptr<PrintedDocument> document);
     void open();
     void close();
-    /// Shows the next or previous hit of the typed text. Opens the bar first if it is hidden or
-    /// empty.
+    /// Shows the next or previous hit of the typed text. Opens the bar first if the bar is hidden
+    /// or its text is empty.
     void find(SearchDirection direction);
 
     QAction* nextAction() const { return next_; }

@@ -6,8 +6,8 @@ namespace report {
 
 namespace {
 
-/// Returns the distance between a boxed control's border and its text. It is reduced for a box
-/// narrower than ten times the clearance.
+/// Returns the distance between a boxed control's border and its text. The distance is `clearance`,
+/// or a tenth of the control's width if that is less.
 double borderInset(const ControlDesign& control)
 {
     return std::min(clearance, control.width / 10.0);
@@ -18,7 +18,7 @@ bool isBoxed(const ControlDesign& control)
     return (control.style & Style::Boxed) != 0;
 }
 
-/// Returns true if the controls overlap vertically by at least half of the smaller height.
+/// Returns true if the two controls overlap vertically by at least half of the smaller height.
 bool standSideBySide(const ControlDesign& a, const ControlDesign& b)
 {
     const int shared = std::min(a.top + a.height, b.top + b.height) - std::max(a.top, b.top);
@@ -32,7 +32,7 @@ bool isNear(const ControlDesign& control, const ControlDesign& neighbour)
            neighbour.left + neighbour.width > control.left - clearance;
 }
 
-/// Returns the horizontal extent of a caption's text, in twips from the left edge of the section.
+/// Returns the left and right end of a caption's text, in twips from the left edge of the section.
 Extent captionInk(const ControlDesign& caption, double naturalWidth)
 {
     const double width = std::min<double>(naturalWidth, caption.width);
@@ -48,8 +48,8 @@ Extent captionInk(const ControlDesign& caption, double naturalWidth)
     return {middle - width / 2, middle + width / 2};
 }
 
-/// The part of a field's width that its text may occupy. Each adjacent caption, border or line that
-/// the text must keep clear of reduces it.
+/// The part of a field's width that the field's text may occupy. Each adjacent caption, border or
+/// line reduces this part, because the text must keep a distance from it.
 class FreeSpace
 {
 public:

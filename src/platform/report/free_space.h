@@ -19,17 +19,18 @@ struct Extent
     bool operator==(const Extent&) const = default;
 };
 
-/// Returns the greatest width of a text that stays in the free part of a control with this width
-/// and alignment. A centred text loses twice the space that is missing on one side.
+/// Returns the greatest width of a text that stays in the free part of its control. `width` and
+/// `align` are the width and the alignment of the control. If one side of the control is not free,
+/// a centred text cannot use the same space on the other side either.
 double usableWidth(const Extent& free, double width, Align align);
 
-/// Returns the natural width of a caption in twips.
+/// A function that returns the natural width of a caption in twips.
 using CaptionWidth = std::function<double(const ControlDesign& caption)>;
 
-/// Returns the part of a control's width in which its text does not collide with other controls of
-/// the section. The text of a boxed control keeps clear of its own borders. The text of a field
-/// also keeps clear of captions, vertical lines and borders beside it. If less than half of the
-/// width would remain, the neighbours are ignored.
+/// Returns the part of a control's width in which the control's text does not collide with other
+/// controls of the section. The text of a boxed control keeps a distance from its own borders. The
+/// text of a field also keeps a distance from captions, vertical lines and borders beside the
+/// field. If less than half of the width would remain, these neighbours are ignored.
 Extent freeExtent(const ControlDesign& control, std::span<const ControlDesign> section,
                   const CaptionWidth& captionWidth);
 

@@ -12,18 +12,19 @@ class QWidget;
 
 namespace report {
 
-/// A document that was made for the preview. Its functions stay valid as long as it exists, even if
-/// other documents have been made since.
+/// A document that was created for the preview. Its functions stay valid as long as this object
+/// exists, even if other documents have been created since.
 struct MadeDocument
 {
     std::shared_ptr<PrintedDocument> document; ///< Null if the user has cancelled.
     std::function<QByteArray()> data;          ///< Returns the data of exactly this document.
-    /// Makes the document again after a command has changed what it shows. If there is no such
-    /// function, the document is made as if the user had chosen it.
+    /// Creates the document again after a command has changed the displayed data. If this function
+    /// is empty, the preview creates the document in the same way as when the user chooses it.
     std::function<MadeDocument(QWidget* parent)> again = {};
 };
 
-/// The variants of a document, for example its papers. The preview offers them in a second list.
+/// The variants of a document, for example the paper sizes. The preview lists the variants in a
+/// second list.
 struct DocumentVariants
 {
     QString name; ///< Object name of the list.
@@ -31,11 +32,13 @@ struct DocumentVariants
     QStringList titles;
 };
 
-/// A document that the preview lists beside the report. It is made whenever the user chooses it.
+/// A document that the preview lists beside the report. The document is created each time the user
+/// chooses it.
 struct FurtherDocument
 {
     QString title;
-    /// `variant` is an index into the titles of the variants, and 0 without variants.
+    /// Creates the document. `variant` is an index into the titles of `variants`, and 0 if there
+    /// are no variants.
     std::function<MadeDocument(QWidget* parent, int variant)> make;
     QString dataName; ///< Proposed file name of the data, with its suffix.
     DocumentVariants variants = {};
@@ -47,7 +50,7 @@ struct FurtherCommand
     QString name; ///< Object name of the action.
     QString caption;
     QString toolTip;
-    /// Returns true if the documents must be made again.
+    /// Executes the command. Returns true if the documents must be created again.
     std::function<bool(QWidget* parent)> run;
 };
 

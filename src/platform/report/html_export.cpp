@@ -15,10 +15,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Width of a border in twips. On paper half of it is inside the control; in CSS all of it is.
+/// Width of a border in twips. On paper, half of the border is inside the control. In CSS, the
+/// whole border is inside the control.
 constexpr double borderWidth = runtime::twipsPerPixel;
-/// Share of the available width that a text may occupy, because the browser may use another font
-/// than this machine.
+/// Share of the available width that a text may occupy in HTML. The browser may use a wider font
+/// than this computer.
 constexpr double safeShare = 0.9;
 
 /// Converts twips to a CSS length in points.
@@ -48,8 +49,8 @@ Alignment alignment(Align align)
     return {u"center"_s, u"center"_s};
 }
 
-/// Returns the padding that keeps a text in the free part of its control. A centred text gets equal
-/// padding on both sides, because it overflows to both sides.
+/// Returns the CSS padding that keeps a text in the free part of its control. A centred text gets
+/// equal padding on both sides, because a text that is too wide overflows on both sides.
 QString padding(const ControlDesign& design, const TextFrame& frame)
 {
     const double border = (design.style & Style::Boxed) != 0 ? borderWidth : 0;
@@ -61,7 +62,7 @@ QString padding(const ControlDesign& design, const TextFrame& frame)
                                        points(std::max(0.0, left - border)));
 }
 
-/// Returns the CSS rule of a control. The class is named after the control.
+/// Returns the CSS rule of a control. The CSS class has the name of the control.
 QString controlRule(const ControlDesign& design, TextShaper& shaper)
 {
     QString rule = u".%1{left:%2;top:%3;width:%4;height:%5;"_s.arg(
@@ -121,9 +122,9 @@ QString picture(const ControlDesign& design, const QImage& image)
         design.name, type, QString::fromLatin1(bytes.toBase64()));
 }
 
-/// Returns the CSS that condenses a text and reduces its size as on paper. A text that needs almost
-/// all of its space is condensed a little more than on paper, because the browser may replace the
-/// font by a wider one.
+/// Returns the CSS that condenses a text and reduces its size in the same way as on paper. A text
+/// that needs almost all of its space is condensed a little more than on paper, because the browser
+/// may replace the font by a wider one.
 QString fitStyle(const ShapedText& text, double available)
 {
     const double size = text.fit.vertical();

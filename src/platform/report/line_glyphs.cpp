@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Bracket pairs; the counterpart of the bracket at index i is at index i ^ 1.
+/// Pairs of brackets. The counterpart of the bracket at index i is at index i ^ 1.
 const QString brackets = u"()[]{}<>"_s;
 
 struct Glyph
@@ -30,7 +30,8 @@ bool hasBrackets(const QString& text)
     return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return brackets.contains(c); });
 }
 
-/// Returns false for figures alone. Programs keep their brackets in order without help.
+/// Returns true if the text contains letters. A text without letters needs no special handling of
+/// brackets, because programs extract its brackets in the right order.
 bool hasLetters(const QString& text)
 {
     return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isLetter(); });
@@ -51,14 +52,15 @@ std::vector<Glyph> glyphsOf(const QTextLayout& layout)
     return glyphs;
 }
 
-/// Returns the index of the glyph's bracket in `brackets`, or -1 for any other glyph.
+/// Returns the index in `brackets` of the bracket that the glyph shows, or -1 if the glyph is not a
+/// bracket.
 qsizetype bracketOf(const Glyph& glyph)
 {
     return glyph.font.glyphIndexesForString(brackets).indexOf(glyph.index);
 }
 
-/// Makes brackets around right-to-left words in left-to-right text count as right-to-left. They
-/// look the same, and programs that extract the text take them for a part of the words.
+/// Marks the brackets around right-to-left words in left-to-right text as right-to-left. The
+/// brackets look the same, but programs that extract the text treat them as part of the words.
 void joinBracketsToTheirWords(std::vector<Glyph>& glyphs)
 {
     for (auto open = glyphs.begin(); open != glyphs.end(); ++open) {
@@ -87,8 +89,8 @@ void mirrorBracket(Glyph& glyph)
     glyph.index = glyph.font.glyphIndexesForString(brackets).at(bracket ^ 1);
 }
 
-/// Adds an invisible direction mark in the font of the adjacent glyph. A font without the mark adds
-/// nothing.
+/// Adds an invisible direction mark in the font of the adjacent glyph. Adds nothing if that font
+/// does not contain the mark.
 void addMark(std::vector<Glyph>& glyphs, const Glyph& beside, QChar mark, double x)
 {
     const quint32 index = beside.font.glyphIndexesForString(QString(mark)).value(0);

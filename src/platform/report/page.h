@@ -8,7 +8,7 @@
 
 namespace report {
 
-/// A control on a page, with the text that it shows there.
+/// A control on a page, with the text that the control shows on that page.
 struct PrintedControl
 {
     const Control* control;
@@ -16,7 +16,7 @@ struct PrintedControl
     QString text;  ///< Placeholders and fields filled in; empty for lines and images.
 };
 
-/// A section on a page. Its controls have the order of the design.
+/// A section on a page. The controls are in the order of the design.
 struct Band
 {
     Role role;

@@ -8,7 +8,7 @@ namespace report {
 
 namespace {
 
-/// Line width in twips; one pixel of a screen with 96 dots per inch.
+/// The width of a printed line in twips. It equals one pixel of a screen with 96 dots per inch.
 constexpr double lineWidth = runtime::twipsPerPixel;
 
 void drawPicture(const QRectF& place, const QImage& picture, QPainter& painter)
@@ -66,8 +66,8 @@ void PageInk::drawText(const PrintedControl& printed, QPainter& painter)
     const ControlDesign& design = printed.control->design();
     const ShapedText& text = shaper_.shaped(design, printed.text);
     drawGlyphs(text, printed.corner, painter);
-    // The underlines are drawn as lines, because Qt draws the underlines of glyph runs at a wrong
-    // position if the painter is scaled.
+    // Underlines are drawn as separate lines, because Qt draws the underlines of glyph runs at a
+    // wrong position if the painter is scaled.
     if ((design.style & Style::Underlined) != 0) {
         for (const QLineF& underline : underlines(text, printed.corner))
             lines_.append(underline);

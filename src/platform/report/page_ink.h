@@ -9,8 +9,8 @@
 
 namespace report {
 
-/// Draws a page: first all texts and pictures, then all lines and borders in one call. The
-/// painter's unit must be the twip.
+/// Draws a page. All texts and pictures are drawn first. Then all lines and borders are drawn in
+/// one call. The painter's unit must be the twip.
 class PageInk
 {
 public:

@@ -4,7 +4,7 @@
 
 namespace report {
 
-/// The size of a sheet in twips, in its printed orientation.
+/// The width and height of a sheet in twips, in the orientation in which the sheet is printed.
 struct Paper
 {
     int width;
@@ -15,9 +15,9 @@ struct Paper
 
 inline constexpr Paper a4Portrait{11906, 16838};
 
-/// Computes the positions of a report's bands on the paper and the blocks of each page, in twips. A
-/// block is the detail section of one row and is never split. The page header and page footer
-/// appear on every page; the footer is directly above the bottom margin.
+/// Computes the positions of a report's bands on the paper, in twips, and the blocks of each page.
+/// A block is the detail section of one row and is never split. The page header and page footer
+/// appear on every page. The footer is directly above the bottom margin.
 class Pagination
 {
 public:
@@ -27,14 +27,14 @@ public:
 
     Paper paper() const { return paper_; }
     int blocksPerPage() const { return blocksPerPage_; }
-    /// Returns the number of pages for this number of blocks. An empty report has one page.
+    /// Returns the number of pages for this number of blocks. A report without blocks has one page.
     int pageCount(int blocks) const;
     /// Returns the index of the first block of a page. Pages and blocks are counted from 0.
     int firstBlock(int page) const { return page * blocksPerPage_; }
     int blocksOn(int page, int blocks) const;
 
-    /// These functions return the left edge of every band and the top edges of the bands, in twips
-    /// from the top left corner of the sheet.
+    /// left() returns the left edge of all bands. The other functions return the top edge of a
+    /// band. All values are in twips, measured from the top left corner of the sheet.
     int left() const { return left_; }
     int headerTop() const { return headerTop_; }
     int blockTop(int blockOnPage) const { return detailTop_ + blockOnPage * blockHeight_; }

@@ -6,7 +6,8 @@ class QPageLayout;
 
 namespace report {
 
-/// Returns the size of a page layout's whole sheet, with width and height exchanged for landscape.
+/// Returns the size of the whole sheet of a page layout. For landscape, width and height are
+/// exchanged.
 Paper paperOf(const QPageLayout& layout);
 
 } // namespace report

@@ -11,8 +11,8 @@ namespace report {
 
 namespace {
 
-/// Forwards all writes to the target device and records a failed write, because Qt's PDF engine
-/// does not report it.
+/// Forwards all data to the target device and stores whether a write has failed, because Qt's PDF
+/// engine does not report failed writes.
 class CheckedDevice : public QIODevice
 {
 public:

@@ -100,8 +100,8 @@ int PreviewDocuments::takeVariant(int index)
     return variant;
 }
 
-/// Making a document may handle events, during which the list may get other documents. Therefore
-/// the functions are copied before the call.
+/// Shows the chosen document. Creating a document may process events that replace the list of
+/// documents. Therefore the function object is copied before the call.
 void PreviewDocuments::choose(int index)
 {
     const int variant = takeVariant(index);
@@ -147,7 +147,8 @@ void PreviewDocuments::run(std::size_t index)
         makeAgain();
 }
 
-/// The document is outdated. Shows the report if it cannot be made again.
+/// Creates the displayed document again after it has become outdated. Shows the report if the
+/// document cannot be created.
 void PreviewDocuments::makeAgain()
 {
     const int generation = generation_;

@@ -11,8 +11,8 @@ class QComboBox;
 
 namespace report {
 
-/// The tool bar of the preview with the list of documents, the variants of the document on display,
-/// and the commands. It is hidden if there is only the report.
+/// The tool bar of the preview. It contains the list of documents, the variants of the displayed
+/// document, and the commands. The tool bar is hidden if the report is the only document.
 class PreviewDocuments : public QToolBar
 {
     Q_OBJECT
@@ -20,20 +20,20 @@ class PreviewDocuments : public QToolBar
 public:
     explicit PreviewDocuments(QWidget* parent);
 
-    /// Lists the report and the further documents, and selects the report. A document that is being
-    /// made meanwhile is not shown any more.
+    /// Lists the report and the further documents, and selects the report. A document that is still
+    /// being created during this call is not shown afterwards.
     void setDocuments(std::shared_ptr<PrintedDocument> report, FurtherDocuments further);
 
 signals:
     /// The user has chosen this document.
     void chosen(const std::shared_ptr<report::PrintedDocument>& document);
-    /// The data of a document was written to this file.
+    /// Emitted after the data of a document has been written to the file at this path.
     void saved(const QString& path);
-    /// The buttons of the tool bar are other ones than before.
+    /// Emitted after the tool bar has got other buttons.
     void buttonsChanged();
 
 private:
-    /// The second list of a document with variants.
+    /// The second list, which contains the variants of a document.
     struct VariantList
     {
         QComboBox* list;
@@ -44,8 +44,9 @@ private:
     void addVariants();
     void addCommands();
     void choose(int index);
-    /// Returns the variant that the user has chosen in the list of a document. The lists show the
-    /// document on display again, because the chosen one is not made yet.
+    /// Returns the variant that the user has chosen for the document with this index. The lists of
+    /// documents and variants are set back to the displayed document, because the chosen document
+    /// has not been created yet.
     int takeVariant(int index);
     void present(int index, int variant, MadeDocument made);
     void presentReport();

@@ -24,7 +24,8 @@ constexpr double zoomSteps[] = {0.1, 0.25, 0.5, 0.75, 1, 1.25, 1.5, 2, 3, 4, 5};
 PreviewPages::PreviewPages(QWidget* parent) : QAbstractScrollArea(parent)
 {
     setFrameShape(QFrame::NoFrame);
-    // A scroll bar that appears on demand would change the width from which the zoom is computed.
+    // The vertical scroll bar is always visible, because a scroll bar that appears on demand would
+    // change the width from which the zoom is computed.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setBackgroundRole(QPalette::Mid);
     viewport()->setAutoFillBackground(true);
@@ -124,18 +125,18 @@ int PreviewPages::stride() const
     return sheetSize().height() + gap;
 }
 
-/// Returns the top edge of a sheet in pixels below the start of the scroll area. The range of a
-/// scroll bar is limited to int, which is exceeded after some hundred thousand sheets at the
-/// greatest zoom. Pages beyond the limit cannot be scrolled to, but search, printing and export
-/// include them.
+/// Returns the top edge of a sheet in pixels below the start of the scroll area. The result is
+/// limited because the range of a scroll bar is an int. The sheets exceed this range after some
+/// hundred thousand sheets at the greatest zoom. The user cannot scroll to pages beyond the limit,
+/// but search, printing and export include these pages.
 int PreviewPages::sheetTop(int page) const
 {
     constexpr qint64 reach = std::numeric_limits<int>::max() / 2;
     return static_cast<int>(std::min(gap + qint64{page} * stride(), reach));
 }
 
-/// Returns a sheet's rectangle in viewport pixels. If the sheet is wider than the viewport, it is
-/// initially scrolled to its right edge, where reading starts.
+/// Returns a sheet's rectangle in viewport pixels. If the sheet is wider than the viewport, its
+/// right edge is visible at first, because reading starts there.
 QRect PreviewPages::sheetRect(int page) const
 {
     const QSize size = sheetSize();
@@ -150,7 +151,8 @@ void PreviewPages::applyZoom(double zoom)
     const double wanted = std::clamp(zoom, smallestZoom, greatestZoom);
     if (wanted == zoom_)
         return;
-    // Zooming keeps the same part of the document at the top of the view.
+    // The vertical position is restored, because zooming must keep the same part of the document at
+    // the top of the view.
     const double place = static_cast<double>(verticalScrollBar()->value()) / stride();
     zoom_ = wanted;
     updateScrollBars();
@@ -174,7 +176,7 @@ void PreviewPages::updateScrollBars()
 {
     const QSize view = viewport()->size();
     const int pages = pageCount();
-    // The range allows the last page to be scrolled to the top.
+    // The scroll range is large enough to scroll the last page to the top of the view.
     const int end = pages == 0 ? 0 : sheetTop(pages) - view.height();
     const int lastTop = pages == 0 ? 0 : sheetTop(pages - 1) - gap;
     verticalScrollBar()->setRange(0, std::max({0, end, lastTop}));
@@ -234,7 +236,8 @@ void PreviewPages::paintEvent(QPaintEvent* event)
     }
 }
 
-/// Queues one readAll per document, after its first pages have been painted.
+/// Queues one call of readAll for the document. The call happens after the first pages of the
+/// document have been painted.
 void PreviewPages::readAllSoon()
 {
     if (readsSoon_ || document_->isWhole())
@@ -260,7 +263,8 @@ void PreviewPages::paintSheets(const QRect& area)
         const int place = verticalScrollBar()->value() + y - gap;
         return std::clamp(place / stride(), 0, pageCount() - 1);
     };
-    // Reading the remaining rows may change the pages, so it happens before anything is painted.
+    // The remaining rows are read before anything is painted, because reading them may change the
+    // pages.
     if (!document_->hasPage(pageAt(area.bottom())))
         readAll();
     QPainter painter(viewport());
@@ -286,8 +290,9 @@ void PreviewPages::paintSheet(const Page& page, QPainter& painter)
     painter.restore();
 }
 
-/// Rethrows an error from the event loop, because no exception may leave a paint event and no
-/// message box may open inside one. The failed document is no longer painted.
+/// Queues the error, which is thrown later from the event loop. No exception may leave a paint
+/// event, and no message box may open during a paint event. The failed document is no longer
+/// painted.
 void PreviewPages::raiseLater(std::exception_ptr failure)
 {
     failed_ = true;

@@ -6,25 +6,26 @@
 
 namespace report {
 
-/// Shows a document's pages in one column on a grey background and paints only the visible ones.
-/// After the first pages have been painted, it reads the rest of a long document. A reading error
-/// is thrown later from the event loop, where the run-time error box can open.
+/// Shows the pages of a document in one column on a grey background and paints only the visible
+/// pages. After the first pages have been painted, the widget reads the rest of a long document. A
+/// reading error is thrown later from the event loop, where the run-time error box can open.
 class PreviewPages : public QAbstractScrollArea
 {
     Q_OBJECT
-    /// The page at the top of the view, counted from 1; 0 without a document. Setting a value
-    /// outside the range selects the nearest page.
+    /// The number of the page at the top of the view, counted from 1, or 0 if there is no document.
+    /// Setting a number outside the range selects the nearest page.
     Q_PROPERTY(int currentPage READ currentPage WRITE setCurrentPage NOTIFY currentPageChanged)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
-    /// The zoom factor; 1 shows 15 twips as one pixel. Values are clamped to the limits below.
+    /// The zoom factor. At a factor of 1, 15 twips are shown as one pixel. A value outside the
+    /// range from smallestZoom to greatestZoom is replaced by the nearest limit.
     Q_PROPERTY(double zoomFactor READ zoomFactor WRITE setZoomFactor NOTIFY zoomFactorChanged)
 
 public:
     static constexpr double smallestZoom = 0.1;
     static constexpr double greatestZoom = 5;
 
-    /// What the zoom keeps fitted to the window when the window is resized: nothing, the whole
-    /// page, or its width.
+    /// Selects what the zoom factor fits to the window when the window is resized: nothing, the
+    /// whole page, or the width of the page.
     enum class Fit { None, Page, Width };
 
     explicit PreviewPages(QWidget* parent = nullptr);
@@ -38,14 +39,15 @@ public:
     double zoomFactor() const { return zoom_; }
     void setZoomFactor(double zoom);
     void setFit(Fit fit);
-    /// Reads all rows of the document. Afterwards its pages and their number may differ. Throws any
-    /// error of reading.
+    /// Reads all rows of the document. The pages and the number of pages may then be different.
+    /// Throws any error of reading.
     void readAll();
-    /// These functions set the zoom to the next larger or smaller standard value.
+    /// zoomIn() and zoomOut() set the zoom factor to the next larger or the next smaller standard
+    /// value.
     void zoomIn();
     void zoomOut();
 
-    /// Highlights the hit and scrolls to it. Without a hit, the highlight is removed.
+    /// Highlights the search hit and scrolls to it. If `hit` is empty, removes the highlight.
     void setHighlight(const std::optional<Hit>& hit);
     const std::optional<Hit>& highlight() const { return highlight_; }
 

@@ -37,7 +37,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     setLayoutDirection(Qt::RightToLeft);
     setAttribute(Qt::WA_QuitOnClose, false);
     setContextMenuPolicy(Qt::NoContextMenu);
-    // Size of the window after the user leaves the maximised state.
+    // The window has this size after the user leaves the maximised state.
     resize(QSize(1000, 760).boundedTo(screen()->availableSize() * 4 / 5));
     pages_->setObjectName(u"PreviewPages"_s);
     pages_->setAccessibleName(u"דפי המסמך"_s);
@@ -60,7 +60,8 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
 
 PreviewWindow::~PreviewWindow()
 {
-    // A box that has the focus emits signals while the base class destroys it.
+    // The signals are disconnected first, because an input box that has the focus emits signals
+    // while the base class destroys it.
     for (const QObject* each : {static_cast<QObject*>(pageNumber_), static_cast<QObject*>(zoom_),
                                 static_cast<QObject*>(zoom_->lineEdit())})
         each->disconnect(this);
@@ -305,7 +306,8 @@ void PreviewWindow::print()
     printDocument(*printed, pages_->currentPage(), this);
 }
 
-/// Keeps the document alive during the dialogs, even if the window shows another one meanwhile.
+/// Exports the report in the given format. The local pointer keeps the document alive during the
+/// dialogs, even if the window shows another document in the meantime.
 void PreviewWindow::exportAs(Format format)
 {
     pages_->readAll();
@@ -338,8 +340,8 @@ void PreviewWindow::openFind()
     findBar_->open();
 }
 
-/// Closes the rest of a toolbar, the find bar or the confirmation of a saved file if one is open,
-/// and otherwise the window.
+/// Closes the first of the following that is open: the expanded part of a toolbar, the search bar,
+/// or the confirmation of a saved file. Closes the window if none of them is open.
 void PreviewWindow::escape()
 {
     if (keys_->collapse())

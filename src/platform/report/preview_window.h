@@ -30,8 +30,8 @@ public:
     explicit PreviewWindow(const ReportDesign& design);
     ~PreviewWindow() override;
 
-    /// Shows the report from its first page in a maximised window in front of the others, and lists
-    /// the further documents.
+    /// Shows the report from its first page in a maximised window in front of the other windows,
+    /// and lists the further documents.
     void showDocument(std::shared_ptr<Document> document, FurtherDocuments further);
 
 private:

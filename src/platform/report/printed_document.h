@@ -9,8 +9,8 @@ class QPainter;
 
 namespace report {
 
-/// A document of numbered pages on one paper. Preview, printer, search and PDF files use this
-/// interface, so each kind of document is shown and printed in the same way.
+/// A document of numbered pages on one paper. Preview, printing, search and PDF export use this
+/// interface, so that each kind of document is shown and printed in the same way.
 class PrintedDocument
 {
 public:
@@ -24,24 +24,25 @@ public:
     /// Returns the default name of exported files and of the print job, without characters that are
     /// forbidden in file names.
     virtual QString title() const = 0;
-    /// Returns the same contents laid out on another paper. Throws ReportWidthTooLarge (8519) or
-    /// InvalidProcedureCall (5) if they do not fit.
+    /// Returns a document with the same contents, laid out on another paper. Throws
+    /// ReportWidthTooLarge (8519) or InvalidProcedureCall (5) if the contents do not fit.
     virtual std::unique_ptr<PrintedDocument> onPaper(Paper paper) = 0;
 
-    /// Returns true if all contents are loaded. The number of pages is final from then on.
+    /// Returns true if all contents are loaded. The number of pages does not change after all
+    /// contents are loaded.
     virtual bool isWhole() const { return true; }
     /// Returns true if the contents of this page are loaded.
     virtual bool hasPage(int /*index*/) const { return true; }
-    /// Reads all contents if some are not loaded. Returns true if pages that were returned before,
-    /// or the number of pages, are outdated. Throws any error of reading; the document is then
-    /// unchanged.
+    /// Reads all contents if some contents are not loaded. Returns true if the number of pages or a
+    /// page that was returned before is outdated. Throws any error of reading. After an error, the
+    /// document is unchanged.
     virtual bool readAll() { return false; }
 
     /// Returns a page by its index, counted from 0, with all its texts. Throws any error of
     /// reading.
     virtual std::shared_ptr<const Page> page(int index) = 0;
-    /// Draws a page. Screen, printer, PDF files and tests all draw through this function. The
-    /// painter's origin must be the top left corner of the sheet and its unit the twip.
+    /// Draws a page. Screen, printer, PDF files and tests all use this function. The painter's
+    /// origin must be the top left corner of the sheet, and its unit must be the twip.
     virtual void paintPage(const Page& page, QPainter& painter) noexcept = 0;
     /// Creates a page and draws it. Throws any error of reading before anything is drawn.
     void paintPage(int index, QPainter& painter) { paintPage(*page(index), painter); }

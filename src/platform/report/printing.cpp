@@ -82,7 +82,7 @@ Outcome print(PrintedDocument& document, const std::vector<int>& pages, QPrinter
     });
 }
 
-/// Returns the document laid out on the paper, or nullptr if it does not fit.
+/// Returns the document laid out on the paper, or nullptr if the contents do not fit on the paper.
 std::unique_ptr<PrintedDocument> laidOn(PrintedDocument& document, Paper paper)
 {
     try {
@@ -129,8 +129,8 @@ Outcome writeTo(const QString& path, QWidget* parent, const ProgressWriter& writ
     });
 }
 
-/// Lets the user choose a file and calls the writer for it. Returns the path of the written file,
-/// or an empty text.
+/// Lets the user choose a file and writes the document to the file with `writer`. Returns the path
+/// of the written file, or an empty text if no file was written.
 QString saveAs(PrintedDocument& document, const FileRequest& request, const ProgressWriter& writer)
 {
     const QString path = askFile(request);

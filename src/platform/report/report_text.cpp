@@ -38,8 +38,8 @@ bool isSign(QChar c)
     return c == u'-' || c == u'+';
 }
 
-/// Returns true if the character is the sign of a number. A sign is followed by a digit, and it is
-/// at the start of the text or after a space.
+/// Returns true if the character at this position is the sign of a number. The sign of a number is
+/// followed by a digit, and it is at the start of the text or after a space.
 bool startsSignedNumber(const QString& text, qsizetype at)
 {
     return isSign(text[at]) && at + 1 < text.size() && text[at + 1].isDigit() &&

@@ -10,8 +10,9 @@ namespace report {
 /// The values of one row, indexed by column ordinal.
 using Row = std::vector<QVariant>;
 
-/// The rows that a report prints. All rows show the values of one moment. A long source may
-/// initially hold only its first rows; readAll replaces them by all rows of one later moment.
+/// The rows that a report prints. All rows have the values of the same moment. A long source may
+/// initially contain only its first rows. readAll replaces these rows by all rows, read at one
+/// later moment.
 class RowSource
 {
 public:
@@ -20,14 +21,17 @@ public:
     RowSource(const RowSource&) = delete;
     RowSource& operator=(const RowSource&) = delete;
 
-    /// Returns the number of all rows. readAll may change it.
+    /// Returns the number of all rows. A call of readAll may change this number.
     virtual int rowCount() const = 0;
-    /// Returns the number of leading rows that rows() returns without a call of readAll.
+    /// Returns how many rows, counted from the first row, rows() can return without a call of
+    /// readAll.
     virtual int rowsAtHand() const = 0;
-    /// Reads all rows if some are not loaded. Returns true if the number of rows or a row that
-    /// rows() has returned differs now. Throws any error of reading; the source is then unchanged.
+    /// Reads all rows if some rows are not loaded. Returns true if the number of rows has changed,
+    /// or if a row that rows() returned before has changed. Throws any error of reading. After an
+    /// error, the source is unchanged.
     virtual bool readAll() = 0;
-    /// Returns the ordinal of the column with this name, ignoring case, or -1 if there is none.
+    /// Returns the ordinal of the column with this name, ignoring case, or -1 if there is no such
+    /// column.
     virtual int ordinalOf(const QString& column) const = 0;
     /// Returns at most `count` rows, starting at row `first`, counted from 0. Throws any error of
     /// reading.

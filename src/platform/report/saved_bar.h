@@ -7,8 +7,9 @@ class QLabel;
 
 namespace report {
 
-/// The bar below the pages that confirms a saved file. It names the file and opens its folder. It
-/// is hidden until a file has been saved.
+/// The bar below the pages of the preview that confirms a saved file. The bar shows the name of the
+/// file and has a button that opens the folder of the file. The bar is hidden until a file has been
+/// saved.
 class SavedBar : public QToolBar
 {
     Q_OBJECT
@@ -16,7 +17,7 @@ class SavedBar : public QToolBar
 public:
     explicit SavedBar(QWidget* parent);
 
-    /// Shows the bar for the file at the path.
+    /// Shows the bar for the saved file at this path.
     void confirm(const QString& path);
 
 private:

@@ -17,7 +17,8 @@ bool isInvisible(QChar character)
     return character.category() == QChar::Other_Format;
 }
 
-/// Finds a text also where invisible characters, such as direction marks, are between its letters.
+/// Returns true if `printed` contains `text`, ignoring case. Invisible characters in `printed`,
+/// such as direction marks between letters, are ignored as well.
 bool contains(QString printed, const QString& text)
 {
     if (printed.contains(text, Qt::CaseInsensitive))
@@ -40,8 +41,8 @@ std::vector<Hit> hitsOn(const Page& page, const QString& text)
     return hits;
 }
 
-/// Returns the first hit of a page in search direction. If `beyond` is given, hits up to that
-/// control are skipped.
+/// Returns the first hit of a page in the search direction. If `beyond` is given, skips all hits up
+/// to and including the hit in the control with this index.
 std::optional<Hit> nearest(const std::vector<Hit>& hits, SearchDirection direction,
                            std::optional<int> beyond)
 {
@@ -68,8 +69,8 @@ std::optional<Hit> findText(PrintedDocument& document, const QString& text,
     const int pages = document.pageCount();
     const int step = direction == SearchDirection::Forward ? 1 : pages - 1;
     int page = from ? from->page : startPage;
-    // A search that starts in the middle of a page ends on that page. Otherwise it would miss the
-    // hits between the starting point and the edge of the page behind it.
+    // If a search starts in the middle of a page, it searches this page again at the end. Otherwise
+    // the search would miss the hits on the other side of its starting point.
     for (int i = 0; i <= pages; ++i) {
         const std::optional<int> beyond =
             i == 0 && from ? std::optional(from->control) : std::nullopt;

@@ -6,8 +6,8 @@
 
 namespace report {
 
-/// The place of a search hit: the index of the page, and the index of the control among all
-/// controls of the page.
+/// The position of a search hit: the index of the page, and the index of the control among all
+/// controls of that page.
 struct Hit
 {
     int page;
@@ -17,10 +17,10 @@ struct Hit
 
 enum class SearchDirection { Forward, Backward };
 
-/// Searches the texts of all pages, ignoring case. The search starts after (or, backwards, before)
-/// the control of `from`, or at `startPage` without `from`, and wraps around at the end. Returns
-/// nothing if no text matches, the search text is empty or the progress callback cancels. Throws
-/// any error of reading.
+/// Searches the texts of all pages, ignoring case. A forward search starts after the control of
+/// `from`, and a backward search before it. If `from` is empty, the search starts at `startPage`.
+/// The search wraps around at the end of the document. Returns nothing if no text matches, if the
+/// search text is empty or if the progress callback cancels. Throws any error of reading.
 std::optional<Hit> findText(PrintedDocument& document, const QString& text,
                             SearchDirection direction, const std::optional<Hit>& from,
                             int startPage, const Progress& progress);

@@ -9,7 +9,7 @@
 
 namespace report {
 
-/// The properties of a control that can be set at run time.
+/// A control of a report with the properties that can be set at run time.
 class Control
 {
 public:
@@ -17,15 +17,15 @@ public:
 
     const ControlDesign& design() const { return *design_; }
     const QString& Caption() const { return caption_; }
-    /// Returns true if the caption has been set at run time, even if it is the same text as in the
-    /// design.
+    /// Returns true if the caption has been set at run time, even if the caption is the same text
+    /// as in the design.
     bool isCaptionSet() const { return isCaptionSet_; }
     /// Sets the caption of a label. Throws InvalidProcedureCall (5) if the control is not a label.
     void setCaption(const QString& caption);
     const QImage& Picture() const { return picture_; }
-    /// Sets the picture, which is scaled to fit the centre of the control with its proportions
-    /// kept. A null image leaves the control blank. Throws InvalidProcedureCall (5) if the control
-    /// is not an image.
+    /// Sets the picture of an image control. The picture is scaled to fit the control, keeps its
+    /// proportions and is centred. A null image leaves the control blank. Throws
+    /// InvalidProcedureCall (5) if the control is not an image.
     void setPicture(const QImage& picture);
 
 private:
@@ -35,15 +35,15 @@ private:
     QImage picture_;
 };
 
-/// A section of a report with its controls in the order of the design.
+/// A section of a report. Its controls are in the order of the design.
 class Section
 {
 public:
     explicit Section(const SectionDesign& design);
 
     const SectionDesign& design() const { return *design_; }
-    /// Returns the control with this case-sensitive name. The reference is valid while the section
-    /// exists. Throws InvalidProcedureCall (5) for an unknown name.
+    /// Returns the control with this name. Names are case-sensitive. The reference is valid while
+    /// the section exists. Throws InvalidProcedureCall (5) for an unknown name.
     Control& Controls(const QString& name);
     const std::vector<Control>& controls() const { return controls_; }
 

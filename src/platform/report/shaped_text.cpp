@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The width of a layout whose text is not wrapped, in twips. No text is as wide. Qt's own maximum
-/// is not used, because QTextLine gives it a special meaning.
+/// The line width, in twips, for a layout whose text is not wrapped. No text is as wide as this
+/// value. Qt's own maximum is not used, because QTextLine gives that value a special meaning.
 constexpr double endlessWidth = 1 << 20;
 constexpr QChar ellipsis(0x2026);
 
@@ -56,8 +56,8 @@ bool hasDirection(const QString& text, bool rightToLeft)
 }
 
 /// Appends an ellipsis to a truncated text. The ellipsis must follow the last letter in reading
-/// order. If no letter has the paragraph's direction, the ellipsis alone would be placed at the
-/// other end of the text; a direction mark after the ellipsis prevents this.
+/// order. If no letter has the paragraph's direction, Qt would place the ellipsis at the other end
+/// of the text. A direction mark after the ellipsis prevents this.
 QString withEllipsis(QString beginning, bool rightToLeft)
 {
     while (beginning.endsWith(u' '))
@@ -70,8 +70,8 @@ QString withEllipsis(QString beginning, bool rightToLeft)
     return beginning;
 }
 
-/// Returns the layout of the longest prefix, in whole characters, that fits the width together with
-/// its ellipsis. The prefix has at least one character.
+/// Returns the layout of the longest beginning of the text that fits the width together with an
+/// ellipsis. The beginning ends after a whole character and contains at least one character.
 Layout cut(const DisplayText& display, const QFont& font, double width)
 {
     std::vector<qsizetype> ends;
@@ -88,8 +88,8 @@ Layout cut(const DisplayText& display, const QFont& font, double width)
     return beginningUpTo(*std::prev(tooWide));
 }
 
-/// Breaks the text at spaces into at most lineLimit lines. The last line holds the remaining text
-/// and may be too wide.
+/// Breaks the text at spaces into at most lineLimit lines. The last line contains the remaining
+/// text and may be too wide.
 std::vector<Layout> broken(const DisplayText& display, const QFont& font, const QTextLayout& layout,
                            int lineLimit)
 {
@@ -106,9 +106,9 @@ std::vector<Layout> broken(const DisplayText& display, const QFont& font, const 
     return lines;
 }
 
-/// Breaks a text into at most lineLimit lines. The text is condensed as little as possible. Only if
-/// the greatest condensing is not enough, its size is reduced, again as little as possible. A text
-/// that must be truncated is broken at full size with the greatest condensing.
+/// Breaks a text into at most lineLimit lines. The text is condensed as little as possible. The
+/// size of the text is reduced only if the greatest condensing is not enough, and also as little as
+/// possible. A text that must be truncated is broken at full size with the greatest condensing.
 std::vector<Layout> linesOf(const DisplayText& display, const QFont& font, double available,
                             int lineLimit)
 {
@@ -140,8 +140,8 @@ double widest(const std::vector<Layout>& lines)
     return width;
 }
 
-/// Sets the corner so that the baseline is that of the text's own font, also if a character comes
-/// from a substitute font with a greater ascent.
+/// Returns a line whose baseline is that of the text's own font, even if a character comes from a
+/// substitute font with a greater ascent.
 ShapedLine shapedLine(const QTextLayout& layout, const QFontMetricsF& metrics, const Fit& fit)
 {
     const double ascent = layout.lineCount() == 0 ? metrics.ascent() : layout.lineAt(0).ascent();

@@ -26,12 +26,13 @@ struct TextFrame
     bool rightToLeft;
 
     double available() const { return usableWidth(free, width, align); }
-    /// Returns the left end of a text of this width, in twips from the left edge of the frame.
+    /// Returns the position of the left end of a text with this width, in twips from the left edge
+    /// of the frame.
     double leftOf(double textWidth) const;
 };
 
-/// One line of a shaped text. Its glyphs are drawn at `corner`, in twips from the top left corner
-/// of the frame.
+/// One line of a shaped text. Its glyphs are drawn at the position `corner`, in twips from the top
+/// left corner of the text's rectangle.
 struct ShapedLine
 {
     QString text; ///< The text of this line with its direction marks.
@@ -41,7 +42,8 @@ struct ShapedLine
     double underline; ///< Distance of the underline below `corner`, in twips.
 };
 
-/// A text shaped into lines. All its lines have the same condensing and size reduction.
+/// A text that has been shaped into lines. All lines have the same condensing and the same size
+/// reduction.
 struct ShapedText
 {
     std::vector<ShapedLine> lines;
@@ -50,20 +52,20 @@ struct ShapedText
     bool rightToLeft = false; ///< Paragraph direction.
 };
 
-/// Returns the font for a size in points. Its metrics are in twips and unhinted, so that text
-/// widths agree on every device.
+/// Returns a font of this family and size in points. Its metrics are in twips and unhinted, so that
+/// text widths are equal on every device.
 QFont twipFont(const QString& family, double points, bool bold);
 
 double textWidth(const QString& text, bool rightToLeft, const QFont& font);
 
-/// Lays out a text in a frame and centres it vertically. The text uses as many lines as the frame's
-/// height holds, at least one. A text that does not fit is condensed and then reduced in size, see
-/// fitted. If it is still too wide, it is truncated after a whole character and ends with an
-/// ellipsis.
+/// Lays out a text in a rectangle and centres it vertically. The text uses as many lines as fit
+/// into the height of the rectangle, but at least one. A text that does not fit is condensed and
+/// then reduced in size (see fitted). If the text is still too wide, it is truncated after a whole
+/// character and ends with an ellipsis.
 ShapedText shapedText(const TextFrame& frame, const QString& text, const QFont& font);
 
-/// Draws the glyphs of all lines. The painter's unit must be the twip; `corner` is the top left
-/// corner of the frame.
+/// Draws the glyphs of all lines. The painter's unit must be the twip. `corner` is the top left
+/// corner of the text's rectangle.
 void drawGlyphs(const ShapedText& text, QPointF corner, QPainter& painter);
 
 /// Returns the underlines of all lines.

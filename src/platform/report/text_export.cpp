@@ -9,8 +9,9 @@ namespace report {
 
 namespace {
 
-/// Tolerance, in twips, below and above the first control of a line within which another control
-/// belongs to the same line. Captions are slightly higher on the paper than their values.
+/// Vertical tolerances, in twips, for controls that share one line of the exported text. A control
+/// belongs to the line if it is at most this far below or above the first control of the line. The
+/// tolerances are needed because captions are slightly higher on the paper than their values.
 constexpr int belowFirst = 90;
 constexpr int aboveFirst = 15;
 

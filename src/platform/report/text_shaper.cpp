@@ -37,7 +37,8 @@ std::span<const ControlDesign> TextShaper::neighboursOf(const ControlDesign& con
 {
     for (const SectionDesign& section : sections_) {
         const auto& controls = section.controls;
-        // The pointers belong to different arrays, whose addresses only std::less can compare.
+        // The compared pointers belong to different arrays. Only std::less can compare such
+        // pointers.
         if (!controls.empty() && !std::less<>()(&control, &controls.front()) &&
             !std::less<>()(&controls.back(), &control))
             return controls;

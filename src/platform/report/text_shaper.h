@@ -11,12 +11,13 @@ namespace report {
 class TextShaper
 {
 public:
-    /// The texts of controls in these sections keep clear of adjacent captions and lines. A control
-    /// outside of them has no neighbours. The sections must outlive the shaper.
+    /// `sections` contains the sections in which the texts of controls keep a distance from
+    /// adjacent captions and lines. For a control outside these sections, no neighbours are
+    /// considered. The sections must outlive the shaper.
     explicit TextShaper(QStringView fontFamily, std::span<const SectionDesign> sections = {});
 
-    /// Returns the shaped text of a control. The reference is valid until the next call. Controls
-    /// are identified by their address.
+    /// Returns the shaped text of a control. The reference is valid until the next call of
+    /// shaped(). A control is identified by its address.
     const ShapedText& shaped(const ControlDesign& control, const QString& text);
     const TextFrame& frame(const ControlDesign& control);
 

@@ -17,14 +17,14 @@ namespace report {
 
 namespace {
 
-/// Returns the button at the end of the toolbar that shows what has no room. It is visible only if
-/// it is needed.
+/// Returns the extension button at the end of the toolbar, which shows the controls that do not
+/// fit. The button is visible only if some controls do not fit.
 QToolButton* extensionOf(const QToolBar& toolbar)
 {
     return toolbar.findChild<QToolButton*>(u"qt_toolbar_ext_button"_s, Qt::FindDirectChildrenOnly);
 }
 
-/// Returns the widgets of a toolbar in reading order, also hidden ones.
+/// Returns the widgets of a toolbar in reading order, including hidden widgets.
 QList<QWidget*> allWidgets(const QToolBar& toolbar)
 {
     QList<QWidget*> found;
@@ -35,7 +35,7 @@ QList<QWidget*> allWidgets(const QToolBar& toolbar)
     return found;
 }
 
-/// Returns all buttons of a toolbar, also hidden ones.
+/// Returns all buttons of a toolbar, including hidden buttons.
 QList<QToolButton*> allButtons(const QToolBar& toolbar)
 {
     QList<QToolButton*> found;
@@ -58,7 +58,8 @@ bool opensRest(int key)
            key == Qt::Key_Down;
 }
 
-/// Returns true also for the popup of a list in the toolbar, which is a window of its own.
+/// Returns true if the widget is inside the toolbar. The popup of a list in the toolbar counts as
+/// inside, although the popup is a separate window.
 bool isWithin(const QWidget* widget, const QWidget* toolbar)
 {
     while (widget != nullptr && widget != toolbar)
@@ -66,7 +67,7 @@ bool isWithin(const QWidget* widget, const QWidget* toolbar)
     return widget != nullptr;
 }
 
-/// Returns the buttons that the user can press.
+/// Returns the buttons of a toolbar that are visible and enabled.
 QList<QToolButton*> usableButtons(const QToolBar& toolbar)
 {
     QList<QToolButton*> found = allButtons(toolbar);
@@ -85,7 +86,8 @@ ToolbarKeys::ToolbarKeys(QList<QToolBar*> toolbars, Tab tab)
     connect(shortcut, &QShortcut::activated, this, [this] { enter(); });
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget*, const QWidget* now) { collapseBehind(now); });
-    // The rest of a toolbar appears at once, so that it can get the focus.
+    // Animation is switched off, so that the expanded part of a toolbar appears at once and can get
+    // the focus.
     if (auto* window = qobject_cast<QMainWindow*>(toolbars_.constFirst()->window()))
         window->setAnimated(false);
 }
@@ -107,7 +109,8 @@ void ToolbarKeys::update()
         orderTabs();
 }
 
-/// Tab reaches the toolbars one after the other and their widgets as they stand.
+/// Sets the tab order: Tab visits the toolbars one after the other, and the widgets of each toolbar
+/// in reading order.
 void ToolbarKeys::orderTabs()
 {
     QWidget* former = nullptr;
@@ -129,7 +132,8 @@ bool ToolbarKeys::eventFilter(QObject* watched, QEvent* event)
         return false;
     if (event->type() == QEvent::KeyPress)
         return handle(*button, *static_cast<QKeyEvent*>(event));
-    // Escape leaves the toolbar before it triggers a shortcut of the window.
+    // The event is accepted, so that Escape leaves the toolbar instead of triggering a shortcut of
+    // the window.
     if (event->type() == QEvent::ShortcutOverride && (cameFrom_ != nullptr || isExpanded()) &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
         event->accept();
@@ -182,8 +186,8 @@ bool ToolbarKeys::handle(QToolButton& button, const QKeyEvent& event)
     }
 }
 
-/// Shows the rest of the toolbar and moves the focus to the first control that appears, or hides
-/// it.
+/// Shows the controls that do not fit into the toolbar and moves the focus to the first of them.
+/// Hides these controls if they are already shown.
 void ToolbarKeys::toggleRest(QToolButton& extension)
 {
     if (extension.menu() != nullptr) {
@@ -205,8 +209,8 @@ void ToolbarKeys::toggleRest(QToolButton& extension)
     }
 }
 
-/// Returns the button of the toolbar that a key has expanded and that is still expanded, and
-/// forgets it. Returns nullptr if there is none.
+/// Returns the extension button that a key has expanded, and clears the stored pointer. Returns
+/// nullptr if there is no such button or if it is no longer expanded.
 QToolButton* ToolbarKeys::takeExpanded()
 {
     QToolButton* extension = isExpanded() ? qobject_cast<QToolButton*>(expanded_.data()) : nullptr;
@@ -214,7 +218,8 @@ QToolButton* ToolbarKeys::takeExpanded()
     return extension;
 }
 
-/// The mouse may have hidden the rest since.
+/// Returns true if the extension button that a key has expanded is still expanded. The user may
+/// have collapsed it with the mouse.
 bool ToolbarKeys::isExpanded() const
 {
     const auto* extension = qobject_cast<const QToolButton*>(expanded_.data());

@@ -12,29 +12,32 @@ class QWidget;
 namespace report {
 
 /// Keyboard control of the toolbars of a window. F10 moves the focus to the first button, and the
-/// left and right arrow keys move it between the buttons of a toolbar. Enter and Space press a
-/// button, Down opens a button's menu, and Escape returns the focus to the previous widget. Buttons
-/// never get the focus by mouse.
+/// left and right arrow keys move the focus between the buttons of a toolbar. Enter and Space press
+/// a button, Down opens the menu of a button, and Escape returns the focus to the previous widget.
+/// Buttons never get the focus by mouse.
 ///
-/// A toolbar that is too narrow for its contents has a further button at its end, which shows the
-/// rest in more rows. By key, it moves the focus to the first control that appears. The rest
-/// disappears with Escape, which returns to the button, and when the focus leaves the toolbar.
+/// A toolbar that is too narrow for its contents has an extension button at its end, which shows
+/// the controls that do not fit in additional rows. If a key presses the extension button, the
+/// focus moves to the first control that appears. Escape hides the additional rows and returns the
+/// focus to the extension button. The additional rows also disappear when the focus leaves the
+/// toolbar.
 class ToolbarKeys : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Whether Tab reaches the buttons. In a window with forms it must not, so that closing a form
-    /// cannot leave the focus on a command.
+    /// Selects whether Tab visits the toolbar buttons. In a window with forms, Tab must skip the
+    /// buttons, because otherwise closing a form could leave the focus on a button.
     enum class Tab { SkipsButtons, ReachesButtons };
 
     ToolbarKeys(QList<QToolBar*> toolbars, Tab tab);
 
-    /// Takes the buttons that the toolbars have now. Must be called after buttons were added.
+    /// Takes over the buttons that the toolbars contain now. Must be called after buttons have been
+    /// added.
     void update();
 
-    /// Hides the rest of a toolbar that a key has shown, and returns to the button that shows it.
-    /// Returns false if there is none.
+    /// Hides the additional rows of a toolbar that a key has expanded, and returns the focus to the
+    /// extension button. Returns false if no toolbar is expanded.
     bool collapse();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -53,8 +56,8 @@ private:
     QList<QToolBar*> toolbars_;
     Tab tab_;
     QPointer<QWidget> cameFrom_;
-    /// The button of the toolbar that a key has expanded. It is no QToolButton any more when the
-    /// focus leaves a window that is being destroyed.
+    /// The extension button that a key has expanded. The pointer type is QWidget, because the
+    /// object is no longer a QToolButton when the focus leaves a window that is being destroyed.
     QPointer<QWidget> expanded_;
 };
 

@@ -12,7 +12,8 @@ class WorkProgress
 public:
     WorkProgress(QWidget* parent, const QString& label);
 
-    /// Reports progress. Returns false if the user has cancelled.
+    /// Reports how many steps of the operation are done. Returns false if the user has cancelled
+    /// the operation.
     bool report(int done, int total);
 
 private:
