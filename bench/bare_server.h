@@ -13,18 +13,20 @@ struct ResultCloser
 };
 using Result = std::unique_ptr<PGresult, ResultCloser>;
 
-/// A connection to a server that is used through plain libpq calls. It is the baseline of the
-/// server benchmarks.
+/// A connection to a database server through plain libpq calls. It is the baseline of the server
+/// benchmarks.
 class BareServer
 {
 public:
     explicit BareServer(const dao::Link& link);
 
-    /// Runs the statement. Ends the benchmark if it fails.
+    /// Runs the SQL statement. Ends the benchmark program if the statement fails.
     Result run(const QString& sql) const;
-    /// Returns the first column of the first row, or an empty value if there is no row.
+    /// Runs the query and returns the first column of its first row, or an empty value if the
+    /// result has no row.
     QByteArray value(const QString& sql) const;
-    /// Waits for the result of a COPY that has been sent.
+    /// Waits until the server has finished the COPY statement whose data was transferred. Ends the
+    /// benchmark program if the statement failed.
     void endCopy() const;
 
     PGconn* connection() const { return connection_.get(); }

@@ -1,5 +1,5 @@
-// Types a house of 30 openings of one series into the order form, by key events, and counts the
-// keys. Each further opening may take at most eleven keys.
+// Counts the keys that are needed to type the 30 openings of a house, all of one series, into the
+// order form. The benchmark fails if an opening after the first one needs more than eleven keys.
 
 #include "application.h"
 
@@ -31,7 +31,7 @@ struct Opening
     QString height;
 };
 
-/// The openings of a house: doors of the balcony, windows of the rooms, and small windows.
+/// Returns one of the openings of a house: balcony doors, windows of rooms, and small windows.
 Opening openingOf(int index)
 {
     static const std::array kinds{Opening{u"240"_s, u"220"_s}, Opening{u"120"_s, u"110"_s},
@@ -39,7 +39,7 @@ Opening openingOf(int index)
     return kinds[std::size_t(index) % kinds.size()];
 }
 
-/// The order form with a chosen series. It counts the keys that are typed.
+/// Types openings into an order form with a chosen series and counts the keys that are pressed.
 class Typist
 {
 public:
@@ -65,7 +65,8 @@ public:
 
     bool isActive() const { return isActive_; }
 
-    /// Types an opening and adds it. Returns the number of keys.
+    /// Types the width and height of an opening, adds the order line, and returns the number of
+    /// pressed keys.
     int add(const Opening& opening)
     {
         keys_ = 0;
@@ -79,7 +80,7 @@ public:
         return keys_;
     }
 
-    /// Returns true if exactly the typed openings are stored, in their order.
+    /// Returns true if the store contains exactly the typed openings, in the order of typing.
     bool hasStoredAll()
     {
         const auto rows = store_.rows(u"SELECT MyWidth, MYHeight FROM Cuts ORDER BY NUM"_s);

@@ -1,5 +1,6 @@
-// Benchmarks of the main job: adding a line and opening the order form. Each is compared with the
-// bare SQL statements of the same work.
+// Benchmarks of the main job: computing a line, adding a line, and opening the order form. Adding a
+// line is compared with the bare SQL statements of the same work. Opening the form on a large store
+// is compared with opening it on a small one.
 
 #include "application.h"
 #include "large_store.h"
@@ -39,8 +40,8 @@ void ComputeOneLine(benchmark::State& state)
 }
 BENCHMARK(ComputeOneLine);
 
-/// The baseline: a plain connection to a store of its own, with a prepared durable INSERT and
-/// UPDATE.
+/// The baseline: executes a prepared durable INSERT and a prepared durable UPDATE on a separate
+/// store through a plain SQLite connection.
 class BareStatements
 {
 public:
@@ -107,7 +108,7 @@ Widget* onOrderForm(const QString& name)
     return orders::frOrder().findChild<Widget*>(name);
 }
 
-/// An order form in a store of its own, showing an open order, with a series chosen.
+/// An order form that shows an open order of a separate store, with a chosen series.
 class OpenOrder
 {
 public:
@@ -180,7 +181,7 @@ void AddLineWithChangedCustomer(benchmark::State& state)
 }
 BENCHMARK(AddLineWithChangedCustomer)->UseManualTime()->Iterations(300);
 
-/// Opens the order form on the last order of the store and unloads it.
+/// Opens the order form on the last order of the store and then unloads the form.
 void openOrderForm(const QString& storePath)
 {
     Module1::StorePath = storePath;

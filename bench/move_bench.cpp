@@ -1,5 +1,5 @@
-// Compares moving a store between a file and a server with PostgreSQL's COPY of the same rows. The
-// environment variable ZOMREL_MOVE_LINES sets the number of lines.
+// Compares the time to move a store between a file and a server with the time of PostgreSQL's COPY
+// for the same rows. The environment variable ZOMREL_MOVE_LINES sets the number of order lines.
 
 #include "bare_server.h"
 #include "paired.h"
@@ -25,8 +25,8 @@ constexpr int linesEach = 10;
 constexpr double goal = 2;
 constexpr int rounds = 3;
 
-/// Fills the store with lines whose measures all differ and whose names repeat, as in a real
-/// workshop.
+/// Fills the store with order lines. The measures of the lines differ and the names repeat, as in
+/// the store of a real workshop.
 void fill(testsupport::TemporaryStore& store, int lines)
 {
     const int orders = lines / linesEach;
@@ -51,13 +51,14 @@ void fill(testsupport::TemporaryStore& store, int lines)
         {lines, orders, orders});
 }
 
-/// The baseline: plain libpq calls with COPY.
+/// The baseline: copies rows with COPY through plain libpq calls.
 class Bare : public bench::BareServer
 {
 public:
     using BareServer::BareServer;
 
-    /// Copies the table's rows out with COPY and passes the text to the visitor.
+    /// Reads the table's rows with COPY TO STDOUT and passes each part of the resulting text to the
+    /// visitor.
     template <typename Visitor>
     void copyOut(const QString& table, Visitor&& visitor) const
     {
@@ -83,7 +84,8 @@ public:
     }
 };
 
-/// A large store as a file and as a server's database, and the COPY text of each of its tables.
+/// Contains the same large store as a file and as a database on a server, and the COPY text of each
+/// table of the store.
 class Both
 {
 public:
@@ -122,7 +124,7 @@ public:
     {
         return {server_.folder(), server_.port(), database, u"zomrel"_s, u"disable"_s};
     }
-    /// Creates a database with the same tables and indexes but without rows.
+    /// Creates a database with the tables and indexes of a store but without rows.
     void makeEmptyTables(const QString& database) const
     {
         make(database, u"pattern"_s);
@@ -184,8 +186,9 @@ void MoveToServer(benchmark::State& state)
 }
 BENCHMARK(MoveToServer)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(rounds);
 
-/// Measures a move to a file. COPY cannot write a database file, so the baseline copies the rows
-/// out of the server and into empty tables. The time of copying out alone is reported as well.
+/// Measures moving a store from a server to a file. COPY cannot write an SQLite file, so the
+/// baseline copies the rows out of the server and then into empty tables of the server. The time of
+/// copying the rows out is also reported separately.
 void MoveToFile(benchmark::State& state)
 {
     both();

@@ -26,7 +26,7 @@ namespace {
 constexpr int linesEach = 10;
 constexpr std::int16_t order = 5; ///< Number of an order that exists in both stores.
 
-/// A small and a large store, filled once for all benchmarks.
+/// A small and a large store, which are filled once and used by all benchmarks in this file.
 struct Stores
 {
     Stores()
@@ -70,7 +70,7 @@ void lookThroughOrders(const testsupport::TemporaryStore& store)
 
 void OpenSearchAndGoToItsEnds(benchmark::State& state)
 {
-    // Fills the stores before the measurement starts.
+    // The stores are filled here, before the measurement starts.
     stores();
     bench::runPaired(
         state, 1.5, [] { lookThroughOrders(stores().large); },
@@ -78,7 +78,8 @@ void OpenSearchAndGoToItsEnds(benchmark::State& state)
 }
 BENCHMARK(OpenSearchAndGoToItsEnds)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
-/// The search form of a store. It loads the lines of the current order without its usual delay.
+/// A search form that is shown on the given store. The interval of its timer TimerGetOrder is set
+/// to 0, so that the form loads the lines of the current order without delay.
 class Search
 {
 public:
@@ -117,8 +118,8 @@ void DeferredLoadAfterAMove(benchmark::State& state)
     std::unique_ptr<Search> small;
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
-        // Each iteration creates a new form at the last order. The small store has too few orders
-        // for one form to move back in all iterations.
+        // Each iteration creates a new search form, which starts at the last order, because the
+        // small store has too few orders for moving back with one form in all iterations.
         large = std::make_unique<Search>(stores().large);
         small = std::make_unique<Search>(stores().small);
         for (int i = 0; i < 5; ++i) {
@@ -135,7 +136,8 @@ void takeOrder(const testsupport::TemporaryStore& store)
     use(store);
     Module1::CurrentOrderNum = order;
     orders::frOrder().GetOrderDetails(order);
-    // Timer1 would move to the last line later, so the benchmark does it here.
+    // Moves to the last line before the measurement, because otherwise the form's timer Timer1 does
+    // that during the measurement.
     orders::frOrder().findChild<controls::DataControl*>(u"DataAllCuts"_s)->Recordset().MoveLast();
 }
 

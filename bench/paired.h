@@ -6,8 +6,9 @@
 #include <chrono>
 #include <vector>
 
-/// Paired measurements for a machine whose speed varies. The candidate and the baseline run
-/// alternately, and the result is the ratio of their medians within one run.
+/// Functions for benchmarks on a machine whose speed varies. The measured work (the candidate) and
+/// the work that it is compared with (the baseline) run alternately. The result is the ratio of
+/// their median times in one run.
 namespace bench {
 
 /// Measures the time since its construction.
@@ -40,8 +41,8 @@ inline double median(std::vector<double> values)
     return *middle;
 }
 
-/// Collects pairs of times. Reports the medians of the candidate and the baseline, their ratio and
-/// the goal as counters.
+/// Collects pairs of times, one of the candidate and one of the baseline. Reports both medians,
+/// their ratio, and the intended maximum of the ratio as counters of the benchmark.
 class Pairs
 {
 public:
@@ -64,8 +65,8 @@ private:
     std::vector<double> baselines_;
 };
 
-/// Runs the candidate and the baseline as one benchmark and reports seconds. `goal` is the intended
-/// maximum of the ratio.
+/// Runs the candidate and the baseline alternately in one benchmark and reports their times in
+/// seconds. `goal` is the intended maximum of the candidate's time divided by the baseline's time.
 template <typename Candidate, typename Baseline>
 void runPaired(benchmark::State& state, double goal, Candidate&& candidate, Baseline&& baseline)
 {

@@ -1,5 +1,5 @@
-// Benchmarks of the order report: the cost of one page, of exporting a thousand lines, and of
-// opening the preview, which must not depend on the number of lines.
+// Benchmarks of the order report: drawing one page, exporting a thousand lines, and opening the
+// preview. The time to open the preview must not depend on the number of lines.
 
 #include "large_store.h"
 #include "output/order_lines.h"
@@ -71,8 +71,8 @@ void writeReport()
         qFatal("not written");
 }
 
-/// The baseline of drawing: the same texts, boxes and lines drawn directly with QPainter, with
-/// fonts that are created once.
+/// The baseline of the drawing benchmark: draws the texts, boxes and lines of the report directly
+/// with QPainter, using fonts that are created only once.
 class DrawnByHand
 {
 public:
@@ -144,7 +144,7 @@ void drawByHand()
     }
 }
 
-/// Returns the report's texts as one table of a rich text document.
+/// Returns the report's texts as one HTML table for a QTextDocument.
 QString htmlTable(Document& report)
 {
     QString html = u"<table border=\"1\" dir=\"rtl\">"_s;
@@ -178,7 +178,7 @@ void printRichTextTable()
     table.print(&writer);
 }
 
-/// Measures from Show until the first page has been painted.
+/// Opens the preview of the report and paints its first page.
 void openPreview(DataReport& report, const std::shared_ptr<RowSource>& rows)
 {
     report.setDataSource(rows);
@@ -209,7 +209,8 @@ void firstPageOfTenThousandLinesAgainstTen(benchmark::State& state)
         state, 1.5, [&] { openPreview(report, many); }, [&] { openPreview(report, few); });
 }
 
-/// Opens the query of an order in a store whose orders 1, 2 and 3 have 10,000, 10 and 80 lines.
+/// Returns the rows of a query for the lines of an order. The orders 1, 2 and 3 of the queried
+/// store have 10,000, 10 and 80 lines.
 std::shared_ptr<RowSource> storedLines(int order)
 {
     static const auto store = [] {
@@ -226,8 +227,9 @@ std::shared_ptr<RowSource> storedLines(int order)
         u"SELECT * FROM CUTS WHERE ORDER_NUM = %1 ORDER BY NUM ASC"_s.arg(order)));
 }
 
-/// Measures the time from the query to the painted first page. The candidate is the order in the
-/// benchmark's argument, the baseline is the order of ten lines.
+/// Measures the time from the query for an order's lines to the painted first page of the report.
+/// The candidate is the order whose number is the benchmark's argument. The baseline is the order
+/// with ten lines.
 void firstPageOfAStoredOrder(benchmark::State& state)
 {
     DataReport report(output::orderReportDesign);

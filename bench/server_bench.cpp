@@ -1,6 +1,7 @@
 // Benchmarks of a store on a server. Adding a line is compared with the bare SQL statements of the
-// same work. Screens on a large store are compared with the same screens on a small one.
-// ZOMREL_SERVER_ORDERS sets the number of orders of the large store, with ten lines each.
+// same work. Screens on a large store are compared with the same screens on a small store. The
+// environment variable ZOMREL_SERVER_ORDERS sets the number of orders in the large store. Each
+// order has ten lines.
 
 #include "application.h"
 #include "paired.h"
@@ -35,7 +36,8 @@ constexpr int linesEach = 10;
 constexpr std::int16_t knownOrder = 5; ///< Number of an order that exists in both stores.
 constexpr double goal = 1.5;
 
-/// Runs the work inside an event handler and returns its duration in seconds.
+/// Runs the function `work` inside an event handler and returns the duration of the call in
+/// seconds.
 template <typename Work>
 double secondsInAnEvent(Work&& work)
 {
@@ -55,7 +57,8 @@ Widget* onOrderForm(const QString& name)
     return orders::frOrder().findChild<Widget*>(name);
 }
 
-/// The visible order form on the first order of the store, with a series chosen and some lines.
+/// The visible order form with the first order of the store. A series is chosen, and the order has
+/// some lines.
 class OpenOrder
 {
 public:
@@ -88,7 +91,8 @@ public:
     OpenOrder(const OpenOrder&) = delete;
     OpenOrder& operator=(const OpenOrder&) = delete;
 
-    /// Clicks CmdAdd for a new line and returns the duration of the click in seconds.
+    /// Types an opening, clicks the button CmdAdd, which adds an order line, and returns the
+    /// duration of the click in seconds.
     double addLine() const
     {
         onOrderForm<QLineEdit>(u"TextNum_0"_s)->setText(u"120"_s);
@@ -99,7 +103,8 @@ public:
             onClicked();
         });
     }
-    /// Waits for the work that follows a click: the timer event and the painting.
+    /// Waits until the timer event that follows a click on CmdAdd is processed, and then paints the
+    /// form.
     void settle() const
     {
         while (timer_->isActive())
@@ -116,7 +121,7 @@ private:
     QMetaObject::Connection onRowAdded_;
 };
 
-/// Numbers of round trips between the program and the server.
+/// Numbers of round trips between the program and the server while one line is added.
 struct RoundTrips
 {
     int untilCommitted = 0;
@@ -142,21 +147,22 @@ RoundTrips roundTripsOfAClick()
 
 void tellRoundTrips(benchmark::State& state)
 {
-    // The round trips are counted only once, with a separate order form.
+    // The round trips of adding a line are counted only once, on a separate order form before the
+    // measurement.
     static const RoundTrips counted = roundTripsOfAClick();
     state.counters["trips_committed"] = counted.untilCommitted;
     state.counters["trips_click"] = counted.ofClick;
     state.counters["trips_all"] = counted.ofAll;
 }
 
-/// The baseline: the bare statements of adding a line, on an order in a store of its own.
+/// The baseline: runs the bare SQL statements that add a line to an order of a separate store.
 class BareLine
 {
 public:
     explicit BareLine(const QString& name) : store_(name, 1, linesEach), bare_(store_.link()) {}
 
-    /// Runs the statements of adding a line: select the series, the order's lines and the last
-    /// line, then one durable INSERT.
+    /// Runs the SQL statements that add a line: SELECT of the series, of the order's lines and of
+    /// the last line, and then one durable INSERT.
     void add() const
     {
         benchmark::DoNotOptimize(bare_.run(u"SELECT * FROM \"Serials\" WHERE \"AutoNum\" = 1"_s));
@@ -165,8 +171,8 @@ public:
         bare_.run(insert_);
     }
 
-    /// Runs the statements that follow an added line: select the lines and the order again, and
-    /// fetch the visible lines.
+    /// Runs the SQL statements that follow the adding of a line: SELECT of the order's lines and of
+    /// the order.
     void refresh() const
     {
         benchmark::DoNotOptimize(bare_.run(numbers_ + u" ORDER BY \"Order_Date\""_s));
@@ -203,7 +209,8 @@ void AddLineUntilCommitted(benchmark::State& state)
 
 BENCHMARK(AddLineUntilCommitted)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);
 
-/// Measures the complete click, which also reads the lines again and saves the customer's details.
+/// Measures the complete click on CmdAdd. Besides adding the line, the click reads the lines again
+/// and saves the customer's details.
 void AddLine(benchmark::State& state)
 {
     tellRoundTrips(state);
@@ -224,7 +231,7 @@ void AddLine(benchmark::State& state)
 }
 BENCHMARK(AddLine)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(200);
 
-/// A small and a large store, filled once for all benchmarks.
+/// A small and a large store, which are filled once and used by all benchmarks in this file.
 struct Stores
 {
     static int manyOrders()
@@ -252,7 +259,8 @@ void onLargeAndSmall(benchmark::State& state, Action&& action)
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return seconds;
     };
-    // The first run on each store connects and reads the schema.
+    // The first run on each store is not measured, because it connects to the server and reads the
+    // schema.
     on(stores().large);
     on(stores().small);
     bench::Pairs pairs;
@@ -295,11 +303,12 @@ void OpenPicker(benchmark::State& state)
 }
 BENCHMARK(OpenPicker)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
-/// Scrolls the search form to rows that have not been visible before, alternately near the middle
-/// and near the start of the list.
+/// Compares scrolling the list of the search form near its middle with scrolling near its start.
+/// Each step scrolls to rows that have not been visible before.
 void ScrollSearch(benchmark::State& state)
 {
-    // Number of rows to scroll by; larger than one page that the grid fetches.
+    // The number of rows that each step scrolls. It is larger than one page of rows that the grid
+    // fetches.
     constexpr int away = 1000;
     stores().large.use();
     orders::FormFindOrder form([](std::int16_t) {});
@@ -322,8 +331,8 @@ void ScrollSearch(benchmark::State& state)
 }
 BENCHMARK(ScrollSearch)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(40);
 
-/// Compares fetching a page from the middle of all orders with a bare SELECT of as many rows by
-/// key.
+/// Compares fetching a page of rows from the middle of the table Orders with a bare SELECT by key
+/// for the same number of rows.
 void FetchPage(benchmark::State& state)
 {
     constexpr int pageRows = 64;

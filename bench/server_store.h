@@ -8,8 +8,9 @@
 
 namespace bench {
 
-/// A store in a database of its own, with the catalogue that is shipped with the program, and a
-/// link file to it. The server has its default settings, with which every commit is durable.
+/// A store in a separate database of the server, with the catalogue that is shipped with the
+/// program, and the link file of this store. The server has its default settings, so every commit
+/// is durable.
 class ServerStore
 {
 public:
@@ -19,8 +20,8 @@ public:
 
     /// Makes this store the program's store.
     void use() const;
-    /// Changes the link so that the program connects to this loopback port instead of the server's
-    /// own.
+    /// Changes the link file so that the program connects to the given port of 127.0.0.1 instead of
+    /// the server's own port.
     void leadThrough(int port) const;
     const dao::Link& link() const { return link_; }
 
@@ -34,9 +35,9 @@ private:
     dao::Link link_;
 };
 
-/// Returns an INSERT ... SELECT statement for lines, up to but not including its FROM clause. It
-/// sets all fields except the key. `order` and `line` are SQL expressions that may use `i`, the
-/// number of the generated line.
+/// Returns the beginning of an INSERT ... SELECT statement for order lines, without the FROM
+/// clause. The statement sets all fields except the key. `order` and `line` are SQL expressions for
+/// the order number and the line number. They may use `i`, the number of the generated line.
 QString insertedLines(const QString& order, const QString& line);
 
 } // namespace bench

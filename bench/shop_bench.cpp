@@ -7,7 +7,8 @@
 #include <map>
 #include <random>
 
-// Compares bar plans of random orders with best-fit decreasing and with cutting window by window.
+// Compares bar plans of random orders with the plans of best-fit decreasing and with cutting each
+// window from new bars.
 
 namespace {
 
@@ -15,8 +16,8 @@ using namespace Qt::StringLiterals;
 using shop::planning::BarPlan;
 using shop::planning::Demand;
 
-/// Returns random windows in hundredths with one to four sashes. The openings of every third order
-/// are multiples of 0.5, so that lengths repeat.
+/// Returns a random order of windows with one to four sashes. The sizes of the openings are
+/// multiples of 0.01, or of 0.5 if the seed is divisible by 3, so that lengths repeat.
 std::vector<shop::OrderLine> seededOrder(unsigned seed, int windows)
 {
     std::mt19937 dice(seed);
@@ -55,7 +56,8 @@ std::vector<Demand> demandsOf(const std::vector<shop::Piece>& pieces, const shop
     return demands;
 }
 
-/// Returns the number of bars if each window is cut from new bars.
+/// Returns the number of bars that a group of pieces needs if the pieces of each window are cut
+/// from new bars.
 int barsWindowByWindow(const std::vector<shop::Piece>& pieces, const shop::GroupKey& group)
 {
     std::map<int, std::vector<shop::Piece>> byLine;
@@ -122,7 +124,8 @@ void report(const Sums& sums, benchmark::State& state)
     state.counters["longest s"] = *std::max_element(sums.seconds.begin(), sums.seconds.end());
 }
 
-/// Plans range(2) orders of range(1) to range(0) windows.
+/// Plans random orders. state.range(2) is the number of orders. Each order has from state.range(1)
+/// to state.range(0) windows.
 void BM_SeededOrders(benchmark::State& state)
 {
     for ([[maybe_unused]] auto _ : state) {
@@ -136,7 +139,7 @@ void BM_SeededOrders(benchmark::State& state)
     }
 }
 
-/// Plans one order of range(0) windows and makes plan.json.
+/// Plans one random order of state.range(0) windows and generates its plan.json.
 void BM_PlanToJson(benchmark::State& state)
 {
     const auto lines = seededOrder(7, static_cast<int>(state.range(0)));
@@ -149,7 +152,8 @@ void BM_PlanToJson(benchmark::State& state)
 
 } // namespace
 
-// A thousand orders of 5 to 400 windows: the most and fewest windows, and the number of orders.
+// Plans a thousand orders of 5 to 400 windows. Each Args contains the greatest and the smallest
+// number of windows and the number of orders.
 BENCHMARK(BM_SeededOrders)
     ->Args({60, 5, 700})
     ->Args({150, 61, 200})

@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Runs the program with the probe plugin's task until it ends, and returns its output.
+/// Runs the program with a task of the probe plugin, waits until the program ends, and returns its
+/// standard output.
 QByteArray run(const QString& program, const QString& task)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -29,7 +30,7 @@ QByteArray run(const QString& program, const QString& task)
     return process.readAllStandardOutput();
 }
 
-/// A copy of the program in a folder of its own, beside a store.
+/// A copy of the program in a temporary folder that also contains a store.
 class InstalledProgram
 {
 public:
@@ -67,7 +68,7 @@ void MemoryWithALargeStoreOpen(benchmark::State& state)
     for ([[maybe_unused]] auto _ : state)
         pairs.add(run(program.path(), u"order"_s).toDouble(),
                   run(emptyWindow, u"idle"_s).toDouble());
-    // The samples are kilobytes.
+    // The reported medians are kilobytes of memory.
     pairs.report(state, 1.5);
 }
 BENCHMARK(MemoryWithALargeStoreOpen)->Iterations(3);

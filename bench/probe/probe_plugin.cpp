@@ -1,8 +1,9 @@
-// A Qt plugin that is loaded into the measured program with
-// QT_QPA_GENERIC_PLUGINS=zomrelprobe:TASK. Task "paint" ends the process at the first paint of a
-// main window. Task "order" waits for the same paint, opens the order form with the toolbar, waits,
-// prints the resident memory in kilobytes and ends. Task "idle" does the same without opening the
-// order form.
+// A Qt plugin that measures the program. The environment variable
+// QT_QPA_GENERIC_PLUGINS=zomrelprobe:TASK loads the plugin into the program. The task "paint" ends
+// the process after the first paint of a main window. The task "order" waits for the first paint,
+// opens the order form with the toolbar button, waits until the form's timers have run, prints the
+// resident memory in kilobytes, and ends the process. The task "idle" works like "order" but does
+// not open the order form.
 
 #include <QAction>
 #include <QApplication>

@@ -23,9 +23,9 @@ namespace {
 
 constexpr qreal readablePoints = 11;
 
-/// Reads the list of the system's fonts in another thread. Reading takes about a quarter of the
-/// start, and opening the store needs no font. Qt locks the list, so the first text waits until it
-/// is read.
+/// Reads the list of the system's fonts in another thread, because the reading takes about a
+/// quarter of the start time and opening the store needs no font. Qt locks the list meanwhile, so
+/// the layout of the first text waits until the list is read.
 void readFontsAhead()
 {
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
@@ -49,9 +49,9 @@ QIcon programIcon()
     return controls::pngIcon(files);
 }
 
-/// Gives a selection that has the focus a dark highlight, on which white text is readable, and a
-/// selection without the focus a light one. A disabled field stays white, as the picture boxes of
-/// the measures do, and only its text turns grey.
+/// Returns the program's palette. A selection with the focus has a dark highlight, on which white
+/// text is readable, and a selection without the focus has a light one. A disabled field keeps its
+/// white background, like the picture boxes of the measures, and only its text is grey.
 QPalette programPalette(QPalette palette)
 {
     const QColor focused(0x1f, 0x5f, 0x99);
@@ -84,8 +84,8 @@ void setUpAppearance(QApplication& application)
     report::substituteFonts();
     readFontsAhead();
     QApplication::setStyle(new ProgramStyle);
-    // The style's own palette gives black text on a light background, regardless of the desktop
-    // theme.
+    // The program uses the standard palette of its style, so that text is black on a light
+    // background regardless of the desktop theme.
     QApplication::setPalette(programPalette(QApplication::style()->standardPalette()));
     QApplication::setLayoutDirection(Qt::RightToLeft);
     setProgramFont();

@@ -5,9 +5,9 @@ class QTranslator;
 
 namespace shell {
 
-/// Loads the Hebrew translation of Qt's own texts, from the folder if it contains one and otherwise
-/// from the installed Qt. A folder that others can write to is not looked into. Returns false if
-/// there is none.
+/// Loads the Hebrew translation of Qt's own texts from the folder, or from the installed Qt if the
+/// folder has no translation or if other users can write to the folder. Returns false if no
+/// translation is found.
 bool loadToolkitTranslation(QTranslator& translator, const QString& folder);
 
 } // namespace shell

@@ -11,7 +11,7 @@ namespace shell {
 
 namespace {
 
-/// A station whose store was replaced stops writing and ends with this error number.
+/// The error number with which a station ends after its store was replaced by another file.
 constexpr int storeReplaced = 3197;
 
 struct Explanation
@@ -19,8 +19,9 @@ struct Explanation
     int number;
     const char16_t* happened;
     const char16_t* next;
-    /// The beginning of the descriptions that are meant. An empty one means all others, and comes
-    /// after them.
+    /// The explanation applies to the errors whose description begins with this text. An
+    /// explanation with an empty text applies to all other errors with the number, so it comes
+    /// last.
     QLatin1StringView description = {};
 };
 
@@ -43,7 +44,8 @@ const std::array explanations{
     Explanation{runtime::Overflow, u"נגמרו המספרים של אחת הטבלאות בקובץ הנתונים.",
                 u"שמור את קובץ הנתונים בצד, וצור קובץ חדש בעזרת zomrel-store create.",
                 "Overflow ("_L1},
-    // A number of an order and a measure that do not fit have the same description.
+    // An order number that is too large and a measure that is too large give errors with the same
+    // description.
     Explanation{runtime::Overflow, u"נגמרו מספרי ההזמנות, או שמידה גדולה מדי.",
                 u"אם מספר ההזמנה האחרונה הוא 32767, שמור את קובץ הנתונים בצד וצור קובץ חדש בעזרת "
                 u"zomrel-store create. אחרת הפעל את התוכנית מחדש ובדוק את המידות."},

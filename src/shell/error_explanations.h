@@ -10,7 +10,7 @@ namespace shell {
 /// and what to do next. An unknown error has a general explanation.
 QString explanationOf(const runtime::RunTimeError& error);
 
-/// Makes the box of a run-time error show the explanation below its text.
+/// Makes the run-time error box show the explanation of the error below its other text.
 void installErrorExplanations();
 
 } // namespace shell

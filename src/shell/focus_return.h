@@ -7,11 +7,12 @@ class QWidget;
 
 namespace shell {
 
-/// Activates a window of the program after a dialog has closed: the modal dialog below it,
-/// otherwise the window that opened it, such as the preview, otherwise the main window. Without a
-/// window manager no window would be active then, and keyboard input would be lost.
+/// Activates another window of the program after a dialog has closed: the modal dialog that is
+/// still open, otherwise the window that opened the closed dialog, such as the preview, otherwise
+/// the main window. Without a window manager, no window is active after a dialog closes, and
+/// keyboard input is lost.
 ///
-/// Install it as an event filter on the application.
+/// Install the object as an event filter on the application.
 class FocusReturn : public QObject
 {
     Q_OBJECT

@@ -11,9 +11,10 @@ namespace shell {
 
 namespace {
 
-/// The usual font folders of the system and of the user, and the fonts that replace missing ones.
-/// The substitutes for Arial and Helvetica and the settings for smoothing are copied from Debian's
-/// rules. With Debian's fonts alone, the screens are the same as with Debian's rules.
+/// Rules for the library fontconfig: the usual font folders of the system and of the user, and the
+/// fonts that replace missing ones. The substitutes for Arial and Helvetica and the settings for
+/// smoothing are copied from Debian's rules. If only Debian's fonts are installed, the screens look
+/// the same as with Debian's rules.
 constexpr char rules[] = R"(<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "fonts.dtd">
 <fontconfig>
@@ -46,7 +47,7 @@ constexpr char rules[] = R"(<?xml version="1.0"?>
   <alias><family>monospace</family><prefer><family>DejaVu Sans Mono</family></prefer></alias>
 </fontconfig>)";
 
-/// The fonts of Windows do not come from this library.
+/// On Windows the toolkit does not use the library fontconfig.
 #ifdef Q_OS_WIN
 constexpr bool mayHaveLibrary = false;
 #else
@@ -60,15 +61,15 @@ bool environmentNamesRules()
                                [](const char* each) { return qEnvironmentVariableIsSet(each); });
 }
 
-/// The functions of the library. The toolkit links it; the program does not, because the toolkit of
-/// another system has none.
+/// The functions of the library fontconfig, which are found at run time. The program does not link
+/// the library, because the toolkit uses it only on some systems.
 class FontLibrary
 {
 public:
     bool isComplete() const { return create_ && load_ && build_ && use_ && destroy_; }
 
-    /// Installs the font rules for the whole process. Returns false if the font library refuses
-    /// them.
+    /// Installs the font rules for the whole process. Returns false if the library fontconfig
+    /// refuses the rules.
     bool useRules(const char* text) const
     {
         Rules* const made = create_();

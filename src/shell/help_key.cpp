@@ -16,7 +16,8 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event)
     const auto* key = static_cast<QKeyEvent*>(event);
     if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier)
         return false;
-    // A list or menu that is open closes on its own, and the help must not belong to it.
+    // F1 does not open the help while a list or menu is open, because the help window would be a
+    // child of a list or menu that soon closes.
     if (!key->isAutoRepeat() && QApplication::activePopupWidget() == nullptr)
         runtime::guarded([&] { open(static_cast<QWidget*>(watched)->window()); });
     return true;

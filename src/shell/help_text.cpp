@@ -19,8 +19,8 @@ const QRegularExpression& anchorPattern()
     return pattern;
 }
 
-/// Replaces elements that set a reading direction by direction marks, and preformatted elements by
-/// code blocks.
+/// Converts the HTML elements in a text of the manual: elements that set a reading direction become
+/// direction marks, and preformatted elements become code blocks.
 QString withoutHtml(QString text)
 {
     constexpr auto acrossLines = QRegularExpression::DotMatchesEverythingOption;
@@ -37,8 +37,8 @@ QString withoutHtml(QString text)
     return text.replace(u"&lt;"_s, u"<"_s).replace(u"&gt;"_s, u">"_s).replace(u"&amp;"_s, u"&"_s);
 }
 
-/// Reverses the cells of all table rows. Qt does not lay out tables from right to left, so the
-/// first column of a Hebrew table has to come last to stand at the right.
+/// Reverses the order of the cells in all table rows. Qt does not lay out tables from right to
+/// left, so the first column of a Hebrew table must come last in order to appear at the right.
 QString withMirroredTables(const QString& markdown)
 {
     QStringList lines = markdown.split(u'\n');
@@ -52,8 +52,8 @@ QString withMirroredTables(const QString& markdown)
     return lines.join(u'\n');
 }
 
-/// Returns the headings of a chapter that have an anchor, by the name of the anchor. The first line
-/// of the text is the chapter's title.
+/// Returns the headings in the text of a chapter that have an HTML anchor, by the name of the
+/// anchor. The first line of the text is the chapter's title.
 QMap<QString, QString> headingsIn(const QString& text)
 {
     static const QRegularExpression heading(u"^(?:#+ )?"_s + anchorPattern().pattern() + u"(.*)$"_s,
@@ -84,7 +84,8 @@ QString manualText()
 
 QList<HelpChapter> helpChapters(const QString& manual, HelpLanguage language)
 {
-    // The English half begins with the anchor of its contents, after the end of a Hebrew chapter.
+    // The Hebrew chapters come first in the manual. The English half begins with the anchor
+    // "contents-en".
     QString half = manual.section(u"<a id=\"contents-en\"></a>"_s, int(language), int(language));
     QStringList parts = half.split(u"\n## "_s);
     parts.removeFirst(); // What stands before the first chapter is the list of chapters.

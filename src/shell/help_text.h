@@ -12,7 +12,8 @@ struct HelpChapter
 {
     QString title;
     QString markdown; ///< The text without the title.
-    /// The names under which links lead to this chapter, and the headings to which they lead.
+    /// The headings of this chapter that are targets of links, by the name of the anchor in the
+    /// link.
     QMap<QString, QString> headings;
 };
 
@@ -20,8 +21,8 @@ struct HelpChapter
 QString manualText();
 
 /// Returns the chapters of the manual in one language. The help window shows Markdown only, so the
-/// few HTML elements of the manual become Markdown and direction marks. The last chapter is about
-/// the program itself and begins with the version.
+/// few HTML elements of the manual are converted to Markdown and direction marks. The last chapter
+/// is about the program itself and begins with the program's version.
 QList<HelpChapter> helpChapters(const QString& manual, HelpLanguage language);
 
 } // namespace shell

@@ -19,13 +19,13 @@ namespace shell {
 
 namespace {
 
-// Device-independent pixels.
+// The following sizes are in device-independent pixels.
 constexpr QSize usualSize(1000, 640);
 constexpr int listWidth = 240;
 constexpr int pictureMargin = 40;
 
-/// Sets the reading direction of every paragraph, which Markdown cannot say, and the look of
-/// tables.
+/// Sets the reading direction of every paragraph, because Markdown has no notation for it, and the
+/// borders and padding of tables.
 void setDirection(QTextDocument& document, Qt::LayoutDirection direction)
 {
     QTextOption option = document.defaultTextOption();
@@ -47,7 +47,8 @@ void setDirection(QTextDocument& document, Qt::LayoutDirection direction)
     }
 }
 
-/// Commands are read from left to right in both languages, and long ones are wrapped.
+/// Makes code blocks, which contain commands, read from left to right in both languages, and lets
+/// their long lines wrap.
 void setCodeLeftToRight(QTextDocument& document)
 {
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
@@ -60,7 +61,7 @@ void setCodeLeftToRight(QTextDocument& document)
     }
 }
 
-/// Makes headings the targets of links, which Markdown cannot do.
+/// Makes headings the targets of links, because Markdown has no notation for link targets.
 void setAnchors(QTextDocument& document, const QMap<QString, QString>& headings)
 {
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
@@ -105,7 +106,8 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name)
     const int room = std::max(viewport()->width() - pictureMargin, pictureMargin);
     if (picture.width() <= room)
         return picture;
-    // A reduced picture keeps as many pixels as the screen has for it.
+    // The reduced picture has one pixel for each device pixel that shows it, but not more pixels
+    // than the original.
     const double ratio = std::min(devicePixelRatioF(), double(picture.width()) / room);
     QImage reduced = picture.scaledToWidth(qRound(room * ratio), Qt::SmoothTransformation);
     reduced.setDevicePixelRatio(ratio);
@@ -151,7 +153,8 @@ void HelpWindow::layOut()
     whole->addWidget(TextHelp, 1);
 }
 
-/// Shows the same chapter in the other language if a chapter is shown already.
+/// Shows the manual in the given language, at the chapter that was shown before in the other
+/// language.
 void HelpWindow::setLanguage(HelpLanguage language)
 {
     const int former = std::max(ListChapters->currentRow(), 0);

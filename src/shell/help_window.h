@@ -21,8 +21,8 @@ public:
     QVariant loadResource(int type, const QUrl& name) override;
 };
 
-/// The help: the chapters of the user manual in Hebrew and English. It needs no network. Escape
-/// closes it.
+/// The help window. It shows the chapters of the user manual in Hebrew or English and needs no
+/// network. Escape closes the window.
 class HelpWindow : public QDialog
 {
     Q_OBJECT

@@ -16,7 +16,8 @@ constexpr qreal hintPoints = 14;
 HintedArea::HintedArea(QWidget* parent) : QMdiArea(parent)
 {
     setBackground(QColor(0xe9, 0xec, 0xef));
-    // The hint disappears and returns with the child windows.
+    // The area is painted again when a child window opens or closes, because the hint is visible
+    // only without child windows.
     connect(this, &QMdiArea::subWindowActivated, viewport(), qOverload<>(&QWidget::update));
 }
 

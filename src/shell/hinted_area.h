@@ -4,7 +4,8 @@
 
 namespace shell {
 
-/// The frame of the child windows. While no child window is open, it says how to open one.
+/// The area of the main window that contains the child windows. While no child window is open, the
+/// area shows a hint how to open one.
 class HintedArea : public QMdiArea
 {
     Q_OBJECT

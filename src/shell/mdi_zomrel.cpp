@@ -36,8 +36,8 @@ namespace {
 constexpr QSize pictureSize(32, 32);
 constexpr int indexOutOfBounds = 35600;
 
-/// Returns the version text for the title: major, minor and revision. The third part of the file
-/// version is not shown.
+/// Returns the version text for the window title: major, minor and revision, which is the fourth
+/// part of the file version. The third part is not shown.
 QString shownVersion()
 {
     const QVersionNumber version = runtime::programVersion();
@@ -51,7 +51,7 @@ QIcon picture(const QString& name)
     return controls::sharpIcon(u":/zomrel/icons/%1.png"_s.arg(name));
 }
 
-/// Returns the form in front of the frame if it is of this class, otherwise nullptr.
+/// Returns the form in the active child window if the form is of the class Form, otherwise nullptr.
 template <typename Form>
 Form* frontForm(const QMdiArea& frame)
 {
@@ -75,10 +75,11 @@ MDIZomrel::MDIZomrel(const QString& programDirectory)
     setObjectName(u"MDIZomrel"_s);
     setWindowTitle(u"זומרל"_s);
     setLayoutDirection(Qt::RightToLeft);
-    // Qt's context menu would let the user hide the toolbar.
+    // The main window has no context menu, because Qt's context menu would let the user hide the
+    // toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
-    // The store is opened before the first text is laid out. The list of fonts is read in another
-    // thread meanwhile, and the first text waits for it.
+    // The store is opened before the first text is laid out, because another thread reads the list
+    // of fonts meanwhile and the first text must wait for that list.
     Form_Load(programDirectory);
     buildToolbar();
     StatusBar1 = new StatusBar(this);
@@ -110,7 +111,7 @@ void MDIZomrel::buildToolbar()
     addButton(u"סוג וצבע"_s, u"ColorKind"_s, 2);
     addButton(u"יציאה"_s, u"Exit"_s, 3);
     for (QAction* each : Toolbar1->actions())
-        // Qt's default tool tip repeats the caption.
+        // The tool tip is removed, because Qt's default tool tip repeats the caption.
         Toolbar1->widgetForAction(each)->setToolTip({});
     new report::ToolbarKeys({Toolbar1}, report::ToolbarKeys::Tab::SkipsButtons);
 }
@@ -152,7 +153,8 @@ void MDIZomrel::addKeys()
     };
     onKey(this, Qt::CTRL | Qt::Key_N, [this] { GetOrder(1); });
     onKey(this, Qt::CTRL | Qt::Key_F, [this] { openSearch(); });
-    // The order form has these keys itself. They also work while the toolbar has the focus.
+    // The order form handles Ctrl+P, F6 and Shift+F6 itself. The shortcuts added here make these
+    // keys work while the toolbar has the focus.
     const auto onOrderKey = [this, onKey](const QKeySequence& key, auto handler) {
         const auto handle = [this, handler] {
             if (auto* order = frontForm<orders::FrOrder>(*frame_))
@@ -165,8 +167,8 @@ void MDIZomrel::addKeys()
     onOrderKey(Qt::SHIFT | Qt::Key_F6, [](orders::FrOrder& order) { order.goToPart(-1); });
 }
 
-/// Opens the search by the button of the order form if that form is in front, because the button
-/// also updates the form's number of lines.
+/// Opens the search form. If the order form is the active child window, its search button is
+/// clicked instead, because the button also updates the number of lines in the order form.
 void MDIZomrel::openSearch()
 {
     const QMdiSubWindow* front = frame_->activeSubWindow();

@@ -18,16 +18,16 @@ namespace shell {
 
 class StatusBar;
 
-/// The main window and the frame of the child windows. Its load sets the paths of the store and the
-/// logo and upgrades the table Orders. Afterwards it dispatches the toolbar's commands by their
-/// tags.
+/// The main window, which contains the child windows. Form_Load sets the paths of the store and of
+/// the logo and upgrades the table Orders. Each toolbar button has a tag, and the tag determines
+/// the command that the button runs.
 class MDIZomrel : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Loads the window. Throws any error of BuildOrdersTable; the window is not shown in that
-    /// case.
+    /// Opens the store and builds the window, but does not show it. Throws any error of
+    /// BuildOrdersTable.
     explicit MDIZomrel(const QString& programDirectory = QCoreApplication::applicationDirPath());
     ~MDIZomrel() override;
 

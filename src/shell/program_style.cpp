@@ -17,12 +17,14 @@ namespace shell {
 
 namespace {
 
-/// Width and height that are added to a push button's usual size, in device-independent pixels.
+/// The width and height that are added to the usual size of a push button, in device-independent
+/// pixels.
 constexpr QSize roomAroundCaption(12, 2);
 
 constexpr int side = 16; // Side of the icon in pixels, and of the grid that it is drawn on.
 
-/// Draws the extension icon: two arrowheads that point towards the hidden part of the toolbar.
+/// Draws the icon of a toolbar's extension button: two arrowheads that point towards the hidden
+/// part of the toolbar.
 QIcon extension(Qt::Orientation orientation, Qt::LayoutDirection direction)
 {
     QPixmap picture(side, side);
@@ -58,7 +60,8 @@ Option withFocusShown(const Option& option)
     return shown;
 }
 
-/// Draws a frame around the whole tool button. Fusion draws none around a button with a menu.
+/// Draws the focus frame around the whole tool button, because the style Fusion draws no focus
+/// frame around a button with a menu.
 void drawToolButtonFocus(const QStyleOptionToolButton& button, QPainter& painter)
 {
     painter.save();
@@ -69,8 +72,9 @@ void drawToolButtonFocus(const QStyleOptionToolButton& button, QPainter& painter
     painter.restore();
 }
 
-/// Returns the colour of the frame of a list, grid or panel. Fusion shows the focus only in the
-/// current row, which an empty grid does not have.
+/// Returns the colour of the frame of a list, grid or panel. A list or grid with the focus has a
+/// coloured frame, because the style Fusion shows the focus only in the current row, and an empty
+/// grid has no current row.
 QColor frameColour(const QStyleOption& frame, const QWidget* widget)
 {
     if (frame.state.testFlag(QStyle::State_HasFocus) &&
@@ -81,8 +85,9 @@ QColor frameColour(const QStyleOption& frame, const QWidget* widget)
     return frame.palette.color(QPalette::Window).darker(outline).lighter(lighter);
 }
 
-/// Draws lines of whole pixels of the device. At 150 %, the place of a line may lie between two
-/// pixels; a line that is drawn with a pen is then wider than others, or a neighbour covers it.
+/// Draws lines that cover whole device pixels. At a screen scale of 150 %, the position of a line
+/// may be between two pixels. A line that is drawn with a pen is then wider than other lines, or a
+/// neighbouring element covers it.
 class EvenLines
 {
 public:
@@ -102,7 +107,8 @@ public:
         drawRight(place);
     }
 
-    /// Each draws one line just inside the rectangle.
+    /// The functions drawLeft, drawRight and drawBottom each draw one line just inside an edge of
+    /// the rectangle.
     void drawLeft(const QRect& place) const
     {
         const QRectF pixels = pixelsIn(place);
@@ -120,7 +126,7 @@ public:
     }
 
 private:
-    /// Returns the whole pixels in the rectangle.
+    /// Returns the whole device pixels that the rectangle contains.
     QRectF pixelsIn(const QRect& place) const
     {
         const QRectF exact = toDevice_.mapRect(QRectF(place));
@@ -140,7 +146,7 @@ private:
 };
 
 /// Draws the grid lines at the lower edge and at the trailing edge of a cell. Qt leaves one
-/// device-independent pixel between cells for them.
+/// device-independent pixel between cells for these lines.
 void drawGridLines(const QStyleOptionViewItem& cell, const QTableView& grid, QPainter& painter)
 {
     const bool isRightToLeft = grid.layoutDirection() == Qt::RightToLeft;
@@ -154,8 +160,8 @@ void drawGridLines(const QStyleOptionViewItem& cell, const QTableView& grid, QPa
         lines.drawRight(place);
 }
 
-/// Returns the palette of disabled combo boxes. It is made once, because the toolkit keeps the
-/// pixmap of a combo box under a key that contains the palette.
+/// Returns the palette of disabled combo boxes. The palette is created only once, because Qt caches
+/// the pixmap of a combo box under a key that contains the palette.
 const QPalette& disabledComboPalette()
 {
     static const QPalette palette = [] {
@@ -167,7 +173,8 @@ const QPalette& disabledComboPalette()
     return palette;
 }
 
-/// The frame of the list that a combo box opens is that of a menu.
+/// Returns true if the widget is the popup list of a combo box, whose frame is drawn like that of a
+/// menu.
 bool isListOfCombo(const QWidget* widget)
 {
     return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
@@ -180,7 +187,7 @@ ProgramStyle::ProgramStyle() : QProxyStyle(u"fusion"_s) {}
 void ProgramStyle::polish(QWidget* widget)
 {
     QProxyStyle::polish(widget);
-    // See drawGridLines.
+    // The grid draws no lines itself, because drawGridLines draws them.
     if (auto* grid = qobject_cast<QTableView*>(widget))
         grid->setGridStyle(Qt::NoPen);
 }
@@ -210,7 +217,8 @@ QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
 int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                             QStyleHintReturn* more) const
 {
-    // With an icon, the caption of a button in the file dialog touches the button's edge.
+    // Dialog buttons have no icons, because with an icon the caption of a button in the file dialog
+    // touches the button's edge.
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, more);
@@ -240,7 +248,8 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
         const QStyleOptionHeader same = inPalette(QGuiApplication::palette(), *header);
         QProxyStyle::drawControl(element, &same, painter, widget);
     } else if (element == CE_ComboBoxLabel) {
-        // The painter has the direction of the program, and a path must read as its list does.
+        // The painter has the layout direction of the program. The text of a combo box is drawn in
+        // the direction of the box, so that a path reads as in the list of the box.
         const Qt::LayoutDirection former = painter->layoutDirection();
         painter->setLayoutDirection(option->direction);
         QProxyStyle::drawControl(element, option, painter, widget);

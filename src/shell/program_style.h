@@ -4,17 +4,17 @@
 
 namespace shell {
 
-/// The Fusion style with a few changes. First, it draws the icon of the toolbar's extension button
+/// The style Fusion with seven changes. First, it draws the icon of the toolbar's extension button
 /// itself. Qt requests that icon for every toolbar and loads every installed image plugin to read
-/// it, which takes a fifth of the program's start time. Second, it draws headers, scroll bars and
-/// combo boxes in the application's palette. Qt caches their pixmaps under a key that contains the
-/// palette, so pixmap-cache keys would leak, one set for each form whose widgets have palettes of
-/// their own. Third, it draws the focus frame of buttons however the focus came, and not only after
-/// a Tab key. Fourth, push buttons have room around their texts. Fifth, the frames of lists, grids
-/// and panels and the lines of a grid are even at every scale of the screen, and a list or grid
-/// with the focus has a coloured frame. Sixth, a disabled combo box is white, as other disabled
-/// fields are. Seventh, the text of a combo box reads in the direction of the box, and buttons of
-/// dialogs have no icons.
+/// the icon, which takes a fifth of the program's start time. Second, headers, scroll bars and
+/// combo boxes are drawn in the application's palette. Qt caches their pixmaps under a key that
+/// contains the palette, so each form whose widgets have palettes of their own would leave a set of
+/// keys in the cache. Third, a button with the focus has a focus frame even if the focus was not
+/// set by a Tab key. Fourth, push buttons have more space around their texts. Fifth, the lines of a
+/// grid and the frames of lists, grids and panels have an even width at every scale of the screen,
+/// and a list or grid with the focus has a coloured frame. Sixth, a disabled combo box is white, as
+/// other disabled fields are. Seventh, the text of a combo box reads in the direction of the box,
+/// and the buttons of dialogs have no icons.
 class ProgramStyle : public QProxyStyle
 {
 public:

@@ -21,18 +21,21 @@ namespace shell {
 namespace {
 
 const QString hiddenOption = u"--zomrel-stall-notice"_s;
-/// The line that the process of the notice writes when the user has chosen to end the program.
+/// The line that the notice process writes to its standard output when the user has chosen to end
+/// the program.
 constexpr auto endLine = "zomrel: end the program";
 
-/// The process that shows the notice. It ends when its standard input is closed. It runs the copy
-/// of the program in memory. That fails if the system forbids it, or if the program finds its
-/// libraries beside itself; then it runs the program's file.
+/// The process that shows the notice. It ends when its standard input is closed. First the process
+/// is started from the copy of the program in memory. This start fails if the system forbids it or
+/// if the program's libraries are in the program's folder. The process is then started from the
+/// program's file.
 class NoticeProcess final : public runtime::StallNotice
 {
 public:
     NoticeProcess(const QString& program, const Stall& stall)
     {
-        // The current folder may be the one that does not answer.
+        // The notice process starts in the root folder, because the current folder may be the one
+        // that does not respond.
         process_.setWorkingDirectory(QDir::rootPath());
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -74,8 +77,8 @@ private:
     QByteArray said_;
 };
 
-/// Makes the notices. The program is copied at the start, while its folder answers, and in another
-/// thread, so that the start takes no longer.
+/// Creates the notices. The program is copied to memory at the start, while its folder still
+/// responds. The copying runs in another thread, so that it does not delay the start.
 class NoticeMaker
 {
 public:
@@ -98,8 +101,8 @@ private:
 
 std::unique_ptr<runtime::CallWatch> watchForStalls()
 {
-    // The blocked thread cannot release anything. The store needs no release: a killed program
-    // loses nothing that was stored.
+    // The process ends without releasing anything, because the blocked thread cannot do that. The
+    // store needs no release: stored data is not lost when the process is killed.
     return std::make_unique<runtime::CallWatch>(NoticeMaker(), [] { std::_Exit(1); });
 }
 

@@ -14,7 +14,7 @@ namespace shell {
 namespace {
 
 const QString title = u"ProjZomrel"_s;
-// Device-independent pixels.
+// The following sizes are in device-independent pixels.
 constexpr int textWidth = 460;
 constexpr int buttonWidth = 140;
 constexpr int margin = 18;
@@ -31,14 +31,15 @@ QLabel* addLabel(QVBoxLayout& layout, const QString& name, const QString& text)
     return label;
 }
 
-/// Returns the path with invisible blanks after its separators, so that a long one can be wrapped.
+/// Returns the path with an invisible blank after each separator, so that a long path can be
+/// wrapped.
 QString wrappable(QString path)
 {
     return path.replace(u'/', u"/\u200b"_s);
 }
 
-/// Asks whether to end the program. A key or a click that was meant for the program's own window
-/// must not end it, so Enter presses No.
+/// Asks the user whether to end the program. Enter presses No, so that a key that was meant for the
+/// program's own window does not end the program.
 bool isConfirmed(QWidget* parent)
 {
     QMessageBox box(QMessageBox::Question, title, u"לסיים את התוכנית? מה שעדיין לא נשמר יאבד."_s,
@@ -65,7 +66,8 @@ StallWindow::StallWindow(const QString& what, int seconds) : seconds_(seconds)
     layout->setSpacing(spacing);
     LabelWaiting = addLabel(*layout, u"LabelWaiting"_s, {});
     QLabel* labelWhat = addLabel(*layout, u"LabelWhat"_s, wrappable(what));
-    // A path is read from left to right, but stands at the right like the texts around it.
+    // A path is read from left to right but is aligned to the right, like the other texts of the
+    // window.
     labelWhat->setLayoutDirection(Qt::LeftToRight);
     labelWhat->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     addLabel(*layout, u"LabelLock"_s,
@@ -80,7 +82,8 @@ StallWindow::StallWindow(const QString& what, int seconds) : seconds_(seconds)
     CmdEnd->setMinimumWidth(buttonWidth);
     layout->addWidget(CmdEnd, 0, Qt::AlignHCenter);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    // Without this, the button would have the focus when the window appears.
+    // The window itself takes the focus, because otherwise the button has the focus when the window
+    // appears.
     setFocusPolicy(Qt::StrongFocus);
     setFocus();
     runtime::on(CmdEnd, &QPushButton::clicked, this, [this] { cmdEnd_Click(); });
@@ -98,7 +101,8 @@ void StallWindow::countOn()
     LabelWaiting->setText(u"התוכנית ממתינה כבר %1 לתשובה מבסיס הנתונים:"_s.arg(time));
 }
 
-/// The system may keep the ended program and its windows until the blocked call returns.
+/// Ends the program after a confirmation. The text then says that the windows may stay, because the
+/// system may keep the ended program and its windows until the blocked call returns.
 void StallWindow::cmdEnd_Click()
 {
     if (!isConfirmed(this))

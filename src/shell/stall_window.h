@@ -8,8 +8,8 @@ class QPushButton;
 
 namespace shell {
 
-/// Says that the program waits for its store, and lets the user end the program. The window cannot
-/// be closed: it disappears when the store answers, and the user must be able to choose until then.
+/// A window that says that the program waits for its store, and that lets the user end the program.
+/// The user cannot close the window. It disappears when the store responds.
 class StallWindow : public QDialog
 {
     Q_OBJECT
@@ -18,11 +18,11 @@ public:
     StallWindow(const QString& what, int seconds);
 
 signals:
-    /// The user has chosen to end the program.
+    /// Emitted when the user has chosen to end the program.
     void endChosen();
 
 protected:
-    /// Called for Escape, and if the window manager closes the window.
+    /// Does nothing, so that neither Escape nor the window manager closes the window.
     void reject() override {}
 
 private:

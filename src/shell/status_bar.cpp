@@ -51,8 +51,8 @@ QLabel* StatusBar::addPanel(int index, const QString& text, int twips)
     panel->setTextFormat(Qt::PlainText);
     panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     panel->setMargin(3);
-    // The last panel may be wider than a small screen, so it gets the remaining space. Its tool tip
-    // shows a text that does not fit.
+    // The last panel may be wider than a small screen, so it gets the remaining width of the status
+    // bar. Its tool tip shows the whole text.
     const bool last = index == 5;
     if (last) {
         panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

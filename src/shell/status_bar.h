@@ -6,8 +6,9 @@ class QLabel;
 
 namespace shell {
 
-/// The main window's status bar. Its five panels show the date, the time and the product line. Date
-/// and time come from the system clock and update automatically.
+/// The main window's status bar. Its five panels show the date, the time, their captions, and the
+/// name and purpose of the product. Date and time come from the system clock and update
+/// automatically.
 class StatusBar : public QStatusBar
 {
     Q_OBJECT

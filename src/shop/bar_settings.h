@@ -7,24 +7,26 @@
 #include <tuple>
 #include <vector>
 
-/// The shop pack: pieces, bar plans and lists, computed from the stored lines of orders.
+/// The shop pack: the documents that a workshop needs for cutting, such as lists of pieces and bar
+/// plans. They are computed from the stored lines of orders.
 namespace shop {
 
 enum class Part { Frame, Sash, Mesh, Guide, Slat, Box, Glass };
 enum class Side { Width, Height };
 
-/// Return the names that data files contain: frame, sash, mesh, guide, slat, box, glass; width,
-/// height.
+/// The functions partName and sideName return the names that data files contain: frame, sash, mesh,
+/// guide, slat, box and glass, or width and height.
 QString partName(Part part);
 QString sideName(Side side);
 /// Returns the part with this name, or nothing for an unknown name.
 std::optional<Part> partNamed(const QString& name);
 
-/// Returns the parts that are cut from bars, in the order of the documents.
+/// Returns the parts that are cut from bars, in the order in which the documents list them.
 const std::vector<Part>& barParts();
 
-/// Pieces of the same part, profile and colour are cut from the same bars. The profile is the
-/// part's kind. Texts are as stored; a Null is an empty text.
+/// Identifies a group of pieces. Pieces of the same part, profile and colour are one group and are
+/// cut from the same bars. The profile is the stored kind of the part. A stored Null is an empty
+/// text.
 struct GroupKey
 {
     Part part = Part::Frame;
@@ -41,10 +43,12 @@ private:
     }
 };
 
-/// Returns the group of a part that always has the same profile and no colour: guide, slat or box.
+/// Returns the group of a part that always has the same profile and no colour. Such a part is a
+/// guide, slat or box.
 GroupKey fixedGroup(Part part);
 
-/// The number of pieces per counted piece, for each direction.
+/// The factors by which the stored count of a part is multiplied to get the number of pieces: one
+/// for widths and one for heights.
 struct Factors
 {
     double width = 1;
@@ -53,8 +57,8 @@ struct Factors
     bool operator==(const Factors&) const = default;
 };
 
-/// The settings of a group's bars. Lengths are in the unit of the stored measures, the angle is in
-/// degrees.
+/// The settings of the bars from which a group of pieces is cut. Lengths are in the measures' unit,
+/// the angle is in degrees.
 struct BarSettings
 {
     double barLength = 600;
@@ -65,23 +69,24 @@ struct BarSettings
     Factors window;
     Factors door;
 
-    /// Returns the length available for pieces and the kerfs between them.
+    /// Returns the length of a bar that is available for pieces and for the kerfs between them.
     double usable() const { return barLength - 2 * trim; }
     bool operator==(const BarSettings&) const = default;
 };
 
-/// Returns the settings of a group that has none of its own.
+/// Returns the settings for the groups of pieces of a part that have no stored settings.
 BarSettings defaultSettings(Part part);
 
-/// The settings of the groups that have their own.
+/// The stored settings by group of pieces. It contains only the groups for which settings are
+/// stored.
 using SettingsByGroup = std::map<GroupKey, BarSettings>;
 
-/// Returns the group's own settings. If it has none, returns the default settings of the group's
-/// part.
+/// Returns the stored settings of a group of pieces. If the group has no stored settings, returns
+/// the default settings of its part.
 BarSettings settingsOf(const SettingsByGroup& settings, const GroupKey& group);
 
-/// One of the numbers of BarSettings: its column in the settings file, its field in the store's
-/// table and its range.
+/// Describes one of the numbers in BarSettings: its column in the settings file, its field in the
+/// store's table zomrel_bars, and its range.
 struct SettingColumn
 {
     QString column;
@@ -93,28 +98,30 @@ struct SettingColumn
     bool includesLowest;
 };
 
-/// Returns the columns in the order of the file and of the table.
+/// Returns all columns in their order in the settings file and in the store's table zomrel_bars.
 const std::vector<SettingColumn>& settingColumns();
 
 /// Returns true if the number is finite and within the range of the column.
 bool isAllowed(const SettingColumn& column, double value);
-/// Returns the field of the first invalid number, or an empty text. If both trims use up the whole
-/// bar, this is the field of the trim.
+/// Returns the field name of the first invalid number in the settings, or an empty text if all
+/// numbers are valid. If the trims at both ends use up the whole bar, returns the field name of the
+/// trim.
 QString invalidField(const BarSettings& settings);
-/// Returns the range of the column in words.
+/// Returns a text that describes the range of the column.
 QString rangeText(const SettingColumn& column);
 
-/// Lengths that differ by less than this are equal, because the difference is floating-point noise.
+/// Two lengths that differ by less than this value are treated as equal, because the difference is
+/// floating-point noise.
 constexpr double lengthNoise = 1e-9;
 
-/// Returns a number rounded to nine decimals, because everything beyond is floating-point noise.
-/// Totals and areas are computed with it, and paper shows all numbers so. Data files contain the
-/// stored lengths and sizes with all their digits.
+/// Returns a number rounded to nine decimals, because further decimals are floating-point noise.
+/// Totals, areas and all printed numbers are rounded in this way. Data files contain the stored
+/// lengths and sizes with all their digits.
 double withoutNoise(double number);
 
 /// Returns the shortest decimal text without exponent that reads back as the same number.
 QString numberText(double number);
-/// Returns the text of withoutNoise.
+/// Returns the text of the number rounded by withoutNoise.
 QString computedNumber(double number);
 
 } // namespace shop

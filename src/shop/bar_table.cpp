@@ -30,7 +30,7 @@ bool isSame(const QString& one, const QString& other)
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
 
-/// Only the counter may refuse Null.
+/// Only the counter field may be defined as required (not Null).
 bool isAlike(const dao::FieldInfo& found, const dao::FieldInfo& wanted)
 {
     return isSame(found.name, wanted.name) && found.type == wanted.type &&
@@ -44,7 +44,8 @@ bool isAlike(const dao::IndexInfo& found, const dao::IndexInfo& wanted)
            found.primary == wanted.primary && found.unique == wanted.unique;
 }
 
-/// Each wanted definition must be found, and no other one.
+/// Throws UnrecognizedFormat (3343) unless the found definitions of fields or indexes are the same
+/// as the wanted ones.
 template <typename Info>
 void requireAlike(const std::vector<Info>& found, const std::vector<Info>& wanted,
                   const QString& what)
@@ -82,7 +83,8 @@ void requireShape(dao::Database& database)
     requireAlike(foundIndexes, schema.indexes, u"index"_s);
 }
 
-/// Returns the group of the row, or nothing if its part is unknown.
+/// Returns the group to which a row of the settings table belongs, or no value if the part in the
+/// row is unknown or is not cut from bars.
 std::optional<GroupKey> groupIn(dao::Recordset& row)
 {
     const std::optional<Part> part = partNamed(row.Fields(u"Part"_s).Value().toString());
@@ -92,7 +94,8 @@ std::optional<GroupKey> groupIn(dao::Recordset& row)
                     row.Fields(u"Colour"_s).Value().toString()};
 }
 
-/// Reads the settings of the row. Returns the field with an invalid value, or an empty text.
+/// Reads the settings from a row of the settings table. Returns the name of the first field with an
+/// invalid value, or an empty text if all values are valid.
 QString readSettings(dao::Recordset& row, BarSettings& settings)
 {
     for (const SettingColumn& column : settingColumns()) {
@@ -198,7 +201,8 @@ QStringList barTableFindings(dao::Database& database)
 void writeBarTable(const QString& path, const SettingsByGroup& settings)
 {
     requireValid(settings);
-    // If this function throws, the connection is closed and the transaction is rolled back.
+    // If the function throws, the destructor of `database` closes the connection and so rolls the
+    // transaction back.
     const auto database = dao::DBEngine::instance().OpenDatabase(path);
     database->BeginTrans();
     if (hasBarTable(*database))

@@ -19,8 +19,8 @@ void addLine(int order, int line, QStringList& lines)
         lines.append(name);
 }
 
-/// Replaces sizes that differ only by floating-point noise by the greatest of them, so that the
-/// elements sort and compare by exact values.
+/// Replaces each size by the greatest of the sizes that differ from it only by floating-point
+/// noise, so that the elements can be sorted and compared by exact values.
 template <typename Element>
 void unify(std::vector<Element>& elements, double Element::*size)
 {
@@ -37,7 +37,8 @@ void unify(std::vector<Element>& elements, double Element::*size)
     }
 }
 
-/// Returns the pieces of the plan, the longest first and those of the same line together.
+/// Returns the pieces of the plan by descending length. Pieces of the same length are sorted by
+/// order and line.
 std::vector<Piece> piecesOf(const GroupPlan& plan)
 {
     std::vector<Piece> pieces;

@@ -6,7 +6,7 @@
 
 namespace shop {
 
-/// All pieces of a group with the same length.
+/// A row of the cutting list: all pieces with the same length in a group of pieces.
 struct CutListRow
 {
     GroupKey group;
@@ -17,10 +17,11 @@ struct CutListRow
     bool isClose = false; ///< True if the next longer or shorter length differs by less than 0.3.
 };
 
-/// Returns the rows by group, longest first.
+/// Returns the rows of the cutting list by group of pieces, and within a group longest first.
 std::vector<CutListRow> cutList(const std::vector<GroupPlan>& groups);
 
-/// All panes or panels of the same size, kind and colour.
+/// A row of the glass list or mesh list: all panes of glass, or panels of mesh, of the same size,
+/// kind and colour.
 struct PaneRow
 {
     double width = 0;
@@ -32,7 +33,8 @@ struct PaneRow
     QStringList lines;
 };
 
-/// Returns the rows by kind and colour, then by descending width and height.
+/// Returns the rows of the glass list or mesh list, sorted by kind and colour, and then by
+/// descending width and height.
 std::vector<PaneRow> paneList(const std::vector<Pane>& panes);
 
 } // namespace shop

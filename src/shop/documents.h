@@ -7,7 +7,8 @@
 
 namespace shop {
 
-/// A document and its file. The file is named after the orders if it has no name here.
+/// A kind of document and the name of its file. If `file` is empty, the name of the file is made
+/// from the numbers of the orders.
 struct DocumentKind
 {
     QString name; ///< The name on the command line.
@@ -15,13 +16,13 @@ struct DocumentKind
     QByteArray (*make)(const ShopPack&);
 };
 
-/// Returns the documents that are text files, CSV or JSON, in a fixed order.
+/// Returns the kinds of documents that are text files, CSV or JSON, in a fixed order.
 const std::vector<DocumentKind>& documentKinds();
 
 /// Returns the pieces as CSV with one row per piece.
 QByteArray piecesCsv(const std::vector<Piece>& pieces, const SettingsByGroup& settings);
 
-/// Return the contents of the documents.
+/// Each of these functions returns the file contents of one document.
 QByteArray cutListCsv(const ShopPack& pack);
 QByteArray barPlanCsv(const ShopPack& pack);
 QByteArray glassCsv(const ShopPack& pack);

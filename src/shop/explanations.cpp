@@ -58,7 +58,8 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
             continue;
         const cuts::Size& size = line.parts[part];
         const QString width = orNone(cuts::explainedSize(line, part, cuts::Side::Width, series));
-        // The explanation of the size says already that the series is missing.
+        // If the series is missing, the explanation of the width already says so, and the count
+        // gets no explanation.
         const QString count =
             series == nullptr ? QString() : cuts::explainedCount(line, part, series);
         addSize(shopPart(part), Side::Width, size.width, withCount(width, count), to);
@@ -67,8 +68,9 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
     }
 }
 
-/// Returns the explanation of a slat. No line stores what is deducted from the width of its slats,
-/// so the deduction of the usual ones that leads to the width is named.
+/// Returns the explanation of the width and the number of the slats. An order line does not store
+/// the deduction for the width, so the explanation names the usual deduction that gives the stored
+/// width.
 QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double slat)
 {
     QString width;
@@ -81,7 +83,8 @@ QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double sla
     return withCount(orNone(width), count);
 }
 
-/// Adds the sizes of the roller shutter, which are 0 in a line without one.
+/// Adds the explained sizes of the roller shutter. In a line without a roller shutter these sizes
+/// are 0, and addSize leaves them out.
 void addShutter(dao::Recordset& row, const cuts::Size& opening, ExplainedLine& to)
 {
     const double uCut = numberIn(row, u"U_Cut"_s);

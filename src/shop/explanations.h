@@ -16,8 +16,8 @@ struct NamedSeries;
 
 namespace shop {
 
-/// A stored size with the formula that it follows from. A line with a size that does not follow
-/// from today's series has a Hebrew sentence instead.
+/// A stored size and its explanation: the formula that gives the size. If the series of the line
+/// was changed or deleted since, the explanation is a Hebrew sentence instead.
 struct ExplainedSize
 {
     Part part = Part::Frame;
@@ -26,7 +26,7 @@ struct ExplainedSize
     QString explanation;
 };
 
-/// The sizes of one stored line.
+/// The explained sizes of one stored order line.
 struct ExplainedLine
 {
     int order = 0;
@@ -37,11 +37,11 @@ struct ExplainedLine
     std::vector<ExplainedSize> sizes; ///< By part, widths before heights.
 };
 
-/// Explains the stored line in the current row from the series of the catalogue. Parts that are not
-/// made and sizes that are 0 are left out. A size that does not follow from the line has the
-/// explanation "אין הסבר" (no explanation). The explanation of a part's width also tells how the
-/// number of its pieces follows from the series, and that of a slat the number of slats if it
-/// follows from their stored thickness.
+/// Explains the sizes of the order line in the current row with the series of the catalogue. Parts
+/// that are not made and sizes that are 0 are left out. A size that cannot be explained has the
+/// explanation "אין הסבר" (no explanation). The explanation of a part's width also contains the
+/// computation of the number of pieces. The explanation of a slat also contains the computation of
+/// the number of slats, if the stored thickness gives that number.
 ExplainedLine explain(dao::Recordset& line, const std::vector<calculation::NamedSeries>& catalogue);
 
 } // namespace shop

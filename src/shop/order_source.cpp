@@ -67,7 +67,7 @@ OrderHead readHead(dao::Database& database, int order)
             textIn(*found, u"CustomerName"_s)};
 }
 
-/// The lines are explained if there is a catalogue.
+/// Reads the lines of an order. Explains the sizes of the lines only if `catalogue` has a value.
 void readLines(dao::Database& database, int order,
                const std::optional<std::vector<calculation::NamedSeries>>& catalogue,
                OrderSource& source)

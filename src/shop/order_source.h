@@ -14,12 +14,13 @@ struct OrderSource
     SettingsByGroup settings;
 };
 
-/// Whether the sizes of the lines are explained, which takes the catalogue and some time.
+/// Whether readOrders also explains the sizes of the lines. This needs the catalogue of series and
+/// some time.
 enum class Explanations { Read, Skipped };
 
-/// Reads the orders' lines and the settings of bars from the store at the path. An order that is
-/// given twice is read once. Throws NoCurrentRecord (3021) with the number of an order that does
-/// not exist, the errors of readBarTable, and any error of the engine.
+/// Reads the lines of the orders and the settings of bars from the store at the path. An order that
+/// is given twice is read once. Throws NoCurrentRecord (3021) with the number of the order if an
+/// order does not exist, the errors of readBarTable, and any error of the engine.
 OrderSource readOrders(const QString& path, const QList<int>& orders,
                        Explanations explanations = Explanations::Read);
 

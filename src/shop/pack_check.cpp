@@ -12,7 +12,8 @@ namespace shop {
 
 namespace {
 
-/// Adds the tables that the workbook contains, which are those of the CSV documents.
+/// Adds the CSV documents that `files` does not contain, because the workbook contains their
+/// tables.
 QMap<QString, QByteArray> withTablesOfWorkbook(const ShopPack& pack,
                                                QMap<QString, QByteArray> files)
 {

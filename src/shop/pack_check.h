@@ -6,8 +6,9 @@
 
 namespace shop {
 
-/// Returns the checker's findings about the plans of a pack and about data files that are made from
-/// it, by file name. No plan with findings may be shown or written.
+/// Returns the checker's findings about the bar plans of a shop pack and about the data files that
+/// are made from the pack. `files` contains the data files by file name. A plan with findings must
+/// not be shown or written.
 QStringList findingsIn(const ShopPack& pack, const SettingsByGroup& settings,
                        const QMap<QString, QByteArray>& files);
 

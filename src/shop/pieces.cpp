@@ -19,7 +19,8 @@ bool isSet(const std::optional<double>& size)
     return size && *size != 0;
 }
 
-/// A length below the noise of floating-point numbers cannot be cut.
+/// Returns true if a piece of this length can be cut: the length is finite and not below the noise
+/// of floating-point numbers.
 bool isLength(double size)
 {
     return size >= lengthNoise && std::isfinite(size);
@@ -31,8 +32,8 @@ bool isInvisible(QChar character)
     return character.isMark() || character.category() == QChar::Other_Format;
 }
 
-/// Returns true for an apostrophe or a quotation mark. Between letters it is part of an
-/// abbreviation.
+/// Returns true for an apostrophe or a quotation mark. Between letters, such a mark is part of a
+/// Hebrew abbreviation.
 bool isQuote(QChar character)
 {
     return character == u'\'' || character == u'"' || character == u'\u05F3' ||
@@ -44,7 +45,8 @@ bool isWordCharacter(QChar character)
     return character.isLetterOrNumber() || character == u'_' || character.isSurrogate();
 }
 
-/// The length and count of one part and side of a line, with the names of their fields.
+/// The length and count for one part and side of an order line, with the names of the fields that
+/// contain them.
 struct Source
 {
     Side side;
@@ -88,8 +90,8 @@ private:
                                   QString::fromLatin1(field), value, limit});
     }
 
-    /// Returns true if pieces can be made from the source, and adds a fault if its values are
-    /// invalid.
+    /// Returns true if pieces can be made from the length and the count in `source`. Adds a fault
+    /// if one of the two is invalid.
     bool isUsable(Part part, const Source& source)
     {
         if (source.count && *source.count == 0)
@@ -153,8 +155,8 @@ private:
                   {Side::Width, "Argaz_Width", line_.boxWidth, "Argaz_Width", 1});
     }
 
-    /// Panels of mesh need no faults of their own, because the bars of the mesh have the same
-    /// fields and the same greatest count.
+    /// Adds the faults of the panes of glass. Panels of mesh are not checked here, because addPart
+    /// checks the same fields and the same greatest count for the bars of the mesh.
     void addPaneFaults()
     {
         const PartOfLine& glass = line_.glass;

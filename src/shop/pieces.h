@@ -9,7 +9,8 @@
 
 namespace shop {
 
-/// The sizes, count, kind and colour of one part of a stored line. Empty for a stored Null.
+/// The sizes, count, kind and colour of one part of an order line. A value is empty if the stored
+/// field is Null.
 struct PartOfLine
 {
     std::optional<double> width;
@@ -43,11 +44,12 @@ struct OrderHead
     QString customer;
 };
 
-/// Returns true if the four sizes of glass and mesh are all exactly 0.
+/// Returns true for a door: the four sizes of glass and mesh are all exactly 0.
 bool isDoor(const OrderLine& line);
-/// Returns true if a size of the shutter is stored and is not 0.
+/// Returns true for a monoblock: at least one size of its roller shutter is stored and is not 0.
 bool isMonoblock(const OrderLine& line);
-/// Returns true for a kind that begins with the word "ללא" (without). Such a part is not made.
+/// Returns true for a kind that begins with the word "ללא" (without). A part of such a kind is not
+/// made.
 bool isNotMade(const QString& kind);
 
 /// A piece that is cut from a bar.
@@ -60,7 +62,7 @@ struct Piece
     double length = 0;
 };
 
-/// Equal panes of glass or panels of mesh of one line.
+/// Equal panes of glass, or equal panels of mesh, of one order line.
 struct Pane
 {
     int order = 0;
@@ -72,7 +74,7 @@ struct Pane
     QString colour;
 };
 
-/// The reason why a line has no pieces, or no pane, of a part and side.
+/// The reason why no pieces or panes can be made for one part and side of an order line.
 struct Fault
 {
     enum class Reason { IsNull, NotAboveZero, TooLong, NegativeCount, TooMany };
@@ -87,12 +89,14 @@ struct Fault
     double limit = 0; ///< The greatest allowed length or number of pieces.
 };
 
-/// Returns the fault in words, such as "Mashkof_W is Null".
+/// Returns the reason of the fault in words, such as "Mashkof_W is Null".
 QString reasonText(const Fault& fault);
-/// Returns the fault in words, such as "order 7, line 2, frame, width: Mashkof_W is Null".
+/// Returns the place and the reason of the fault in words, such as "order 7, line 2, frame, width:
+/// Mashkof_W is Null".
 QString faultText(const Fault& fault);
 
-/// The pieces and panes of some lines. Pieces with a fault are only in `faults`.
+/// The pieces and panes of some order lines. Pieces that cannot be made because of a fault are
+/// missing in `pieces`, and the fault is in `faults`.
 struct Pieces
 {
     std::vector<Piece> pieces;
@@ -101,10 +105,12 @@ struct Pieces
     std::vector<Fault> faults;
 };
 
-/// The greatest count of a part of a line, and the greatest number of its pieces of one side.
+/// The greatest allowed count of a part in an order line, and the greatest allowed number of pieces
+/// of the part for one side.
 constexpr int mostPieces = 100000;
 
-/// Returns the pieces in the order of the lines, within a line by part, widths before heights.
+/// Returns the pieces, panes and faults of the order lines. The pieces are in the order of the
+/// lines. Within a line the pieces are sorted by part, and widths come before heights.
 Pieces piecesOf(const std::vector<OrderLine>& lines, const SettingsByGroup& settings);
 
 } // namespace shop

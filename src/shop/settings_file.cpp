@@ -21,7 +21,8 @@ namespace {
 
 constexpr qsizetype textColumns = 3;
 
-/// The lookup tables and the fields of a line with a part's kinds and colours.
+/// For one part: the lookup tables of its kinds and colours, and the fields of an order line that
+/// contain its kind and colour.
 struct Names
 {
     Part part;
@@ -50,7 +51,7 @@ QStringList namesIn(dao::Database& database, const QString& table)
     return names;
 }
 
-/// Groups in the order in which they were added, without duplicates.
+/// A list of groups of pieces in the order in which they were added, without duplicates.
 class Groups
 {
 public:
@@ -71,7 +72,8 @@ private:
     std::set<GroupKey> known_;
 };
 
-/// Reads all lines page by page, because a store may have a hundred thousand.
+/// Returns the groups that occur in the order lines, for frame, sash and mesh. The lines are read
+/// page by page, because a store may contain a hundred thousand of them.
 std::array<std::set<GroupKey>, 3> groupsOfLines(dao::Database& database)
 {
     std::array<std::pair<std::size_t, std::size_t>, 3> columns;
@@ -140,7 +142,9 @@ bool isGuarded(const QString& text)
     return textCell(rest) != rest;
 }
 
-/// Like textCell, but reversible: a text that looks like a guarded one is guarded, too.
+/// Returns the cell for a text. As in textCell, a text that a spreadsheet would read as a formula
+/// gets a leading apostrophe. A text that already looks like such a cell gets another apostrophe,
+/// so that unguarded() can restore every text.
 QString guarded(const QString& text)
 {
     return isGuarded(text) ? u'\'' + text : text;

@@ -7,20 +7,23 @@
 
 namespace shop {
 
-/// The settings of a store's bars and the groups that the settings file lists.
+/// The stored settings of bars, and all groups that the settings file lists, also those without
+/// stored settings.
 struct StoredBars
 {
-    /// Each kind and colour of frame, sash and mesh in the catalogue or in a line, followed by
-    /// guide, slat and box. If the catalogue has no colours of a part, its kinds have none.
+    /// All kinds and colours of frame, sash and mesh in the catalogue or in an order line, followed
+    /// by guide, slat and box. If the catalogue has no colours for a part, each kind of the part is
+    /// listed once without a colour.
     std::vector<GroupKey> groups;
     SettingsByGroup settings;
 };
 
-/// Reads them from the store at the path. Throws like readBarTable and any error of the engine.
+/// Reads the settings of bars and the groups from the store at the path. Throws the errors of
+/// readBarTable and any error of the engine.
 StoredBars readStoredBars(const QString& path);
 
-/// Reads only the groups, also if the table of settings contains invalid rows. Throws any error of
-/// the engine.
+/// Reads only the groups from the store at the path, even if the table of settings contains invalid
+/// rows. Throws any error of the engine.
 std::vector<GroupKey> readBarGroups(const QString& path);
 
 /// Returns the settings file: CSV with a heading and one row per group.
@@ -33,8 +36,8 @@ struct SettingsIntake
     QStringList findings; ///< One text per invalid cell or row; then `settings` is empty.
 };
 
-/// Parses a settings file. Blank lines are ignored. Findings number the rows like a spreadsheet;
-/// the heading is row 1. `known` are the allowed groups.
+/// Parses a settings file. Blank lines are ignored. The findings number the rows as a spreadsheet
+/// does: the heading is row 1. `known` contains the allowed groups.
 SettingsIntake readSettingsFile(const QByteArray& file, const std::vector<GroupKey>& known);
 
 } // namespace shop

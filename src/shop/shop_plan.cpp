@@ -14,7 +14,8 @@ namespace shop {
 
 namespace {
 
-/// Takes the pieces of a group by length. Pieces of the same length are taken in their given order.
+/// The pieces of a group, from which pieces are taken by length. Pieces of the same length are
+/// taken in their given order.
 class PieceQueues
 {
 public:
@@ -40,7 +41,7 @@ public:
         return demands;
     }
 
-    /// `length` must be the length of one of the demands.
+    /// Returns the next piece of this length. `length` must be the length of one of the demands().
     const Piece& take(double length)
     {
         const auto found = std::lower_bound(
@@ -74,7 +75,8 @@ GroupPlan planGroup(const GroupKey& group, const std::vector<Piece>& pieces,
 
 using PiecesByGroup = std::map<GroupKey, std::vector<Piece>>;
 
-/// The groups to plan. Several threads take the next group from it.
+/// A queue of the groups of pieces to plan. Several threads take the next group from the queue and
+/// plan it.
 class GroupQueue
 {
 public:
@@ -86,7 +88,7 @@ public:
             groups_.push_back(&each);
     }
 
-    /// Plans groups until all are taken.
+    /// Plans groups from the queue until the queue is empty.
     void work()
     {
         while (const std::optional<std::size_t> mine = next()) {
@@ -123,7 +125,8 @@ private:
     std::size_t done_ = 0;
 };
 
-/// Lets another thread work at the queue. Returns nothing if the system has no further threads.
+/// Starts another thread that plans groups from the queue. Returns no value if the system cannot
+/// start a thread.
 std::optional<std::future<void>> workerOf(GroupQueue& queue)
 {
     try {

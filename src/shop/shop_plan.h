@@ -17,7 +17,7 @@ struct GroupBars
     std::size_t piecesPerBar() const { return pieces.size() / static_cast<std::size_t>(count); }
 };
 
-/// The bar plan of a group.
+/// The bar plan of a group of pieces.
 struct GroupPlan
 {
     GroupKey group;
@@ -35,7 +35,7 @@ struct GroupPlan
 using PlanProgress = std::function<void(std::size_t done, std::size_t all)>;
 
 /// Plans each group of the pieces and returns the plans by part, profile and colour. Groups are
-/// planned in parallel. After the limits have been reached, the remaining groups get the quickest
+/// planned in parallel. After a cancellation or the deadline, the remaining groups get the quickest
 /// plan, best-fit decreasing.
 std::vector<GroupPlan> planGroups(const std::vector<Piece>& pieces, const SettingsByGroup& settings,
                                   const planning::Limits& limits = {},

@@ -22,7 +22,8 @@ Row joined(Row row, const Row& others)
     return row;
 }
 
-/// Returns the text without the marks for its reading direction, which a data file does not need.
+/// Returns the text for a data file: without direction marks, which a data file does not need, and
+/// with blanks instead of line breaks.
 QString plainText(QString text)
 {
     const auto isMark = [](QChar each) {
@@ -31,7 +32,8 @@ QString plainText(QString text)
     return text.removeIf(isMark).replace(u'\n', u' ');
 }
 
-/// Adds the rows of equal bars. `bar` is their number within the group.
+/// Adds one table row for each piece of the equal bars. `bar` is the position of these bars within
+/// the group, counted from 1.
 void addBars(const GroupPlan& plan, int bar, const GroupBars& bars, Table& table)
 {
     const std::size_t perBar = bars.piecesPerBar();

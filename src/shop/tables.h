@@ -10,7 +10,7 @@
 
 namespace shop {
 
-/// The contents of the documents.
+/// The shop pack: the contents of all its documents.
 struct ShopPack
 {
     Pieces pieces;
@@ -29,15 +29,16 @@ struct Table
     std::vector<std::vector<Cell>> rows;
 };
 
-/// Returns one row for each piece. The settings determine the angles.
+/// Returns a table with one row for each piece. The angle of a piece is the angle in the settings
+/// of its group.
 Table piecesTable(const std::vector<Piece>& pieces, const SettingsByGroup& settings);
-/// Returns one row for each length of a group.
+/// Returns the table of the cutting list, with one row for each length of a group.
 Table cutListTable(const ShopPack& pack);
-/// Returns one row for each planned piece, bar after bar.
+/// Returns the table of the bar plan, with one row for each planned piece, bar after bar.
 Table barPlanTable(const ShopPack& pack);
-/// Returns one row for each size, kind and colour of panes or panels.
+/// Returns the table of the glass list or mesh list, with one row for each size, kind and colour.
 Table panesTable(const std::vector<Pane>& panes);
-/// Returns one row for each size with an explanation.
+/// Returns a table with one row for each explained size of the order lines.
 Table explanationsTable(const std::vector<ExplainedLine>& lines);
 
 } // namespace shop

@@ -31,7 +31,7 @@ void requireDone(lxw_error error)
             u"The workbook could not be made: %1"_s.arg(QString::fromUtf8(lxw_strerror(error))));
 }
 
-/// Splits a text into parts that each fit into a cell, at spaces where possible.
+/// Splits a text into parts that each fit into a cell. The text is split at spaces where possible.
 QStringList cellTexts(QString text)
 {
     QStringList texts;
@@ -47,8 +47,8 @@ QStringList cellTexts(QString text)
     return texts;
 }
 
-/// Returns the table without texts that are too long for a cell. They continue in columns that are
-/// added at the end of the table.
+/// Returns the table with texts that are too long for a cell split into parts. The further parts
+/// are in columns that are added at the end of the table.
 Table withShortTexts(Table table)
 {
     const std::size_t columns = table.rows.empty() ? 0 : table.rows.front().size();
@@ -68,8 +68,9 @@ Table withShortTexts(Table table)
     return table;
 }
 
-/// Sets the decimal point of C's functions for the lifetime of the object, because the library
-/// formats numbers with them and a workbook must not depend on the user's locale.
+/// Sets the decimal sign of the C library to a point for the lifetime of the object. The library
+/// that writes the workbook formats numbers with C functions, and a workbook must not depend on the
+/// user's locale.
 class DecimalPoint
 {
 public:
@@ -150,7 +151,7 @@ private:
     lxw_format* heading_ = nullptr;
 };
 
-/// Returns the settings of the planned groups.
+/// Returns the settings with which the groups of pieces were planned.
 SettingsByGroup plannedSettings(const ShopPack& pack)
 {
     SettingsByGroup settings;
@@ -163,7 +164,7 @@ SettingsByGroup plannedSettings(const ShopPack& pack)
 
 QByteArray workbook(const ShopPack& pack)
 {
-    // The library writes to a file only.
+    // The library can write a workbook only to a file.
     const QTemporaryDir folder;
     const DecimalPoint decimalPoint;
     QFile file(folder.filePath(u"workbook.xlsx"_s));

@@ -19,10 +19,11 @@ namespace {
 std::atomic<CallWatch*> theWatch = nullptr;
 
 #ifdef Q_OS_WIN
-/// Number of the thread that created the watch.
+/// The system's number of the thread that created the CallWatch.
 std::atomic<DWORD> watchedThread = 0;
 #else
-/// Returns the contents of a file that Linux keeps about the main thread; empty elsewhere.
+/// Returns the contents of a file about the main thread in Linux's /proc folder, or an empty value
+/// on other systems.
 QByteArray fileOfMainThread(const char* name)
 {
     const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
@@ -35,8 +36,9 @@ QByteArray fileOfMainThread(const char* name)
 
 #ifdef Q_OS_WIN
 
-/// Returns nothing if the system does not tell. Windows does not count how often a thread has been
-/// scheduled, so a sleeping thread always counts as one that waits for a lock.
+/// Returns no value if the system does not report the times of the watched thread. Windows does not
+/// count how often a thread has been scheduled, so a sleeping thread always counts as one that
+/// waits for a lock.
 std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
     static qint64 looks = 0;
@@ -57,13 +59,14 @@ std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 
 #else
 
-/// Returns nothing if the system does not tell.
+/// Returns no value if the system does not report the times of the watched thread.
 std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
     ThreadTimes times;
     const QByteArray status = fileOfMainThread("status");
     const QByteArray running = fileOfMainThread("schedstat");
-    // A system without scheduling statistics has no such file. The thread would seem to sleep.
+    // A Linux kernel without scheduling statistics has no file "schedstat". The function then
+    // returns no value, because a running time of 0 would mean that the thread sleeps.
     if (status.isEmpty() || running.isEmpty())
         return {};
     for (const QByteArray& line : status.split('\n')) {
@@ -106,7 +109,8 @@ void CallWatch::enter(Describe describe, Awaited awaited)
     since_ = Clock::now();
 }
 
-/// The time of the surrounding call starts again, because the system has answered.
+/// Ends a watched call. The start time of the call that contains it is reset to the current time,
+/// because the system has just answered.
 void CallWatch::leave()
 {
     const std::lock_guard lock(mutex_);
@@ -128,13 +132,14 @@ void CallWatch::run()
     }
 }
 
-/// Returns the value of change_ for a call that the user must be told about, or nothing.
+/// Returns the value of change_ if the current call has lasted so long that the notice must be
+/// shown, otherwise no value.
 std::optional<quint64> CallWatch::stalledCall()
 {
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
-    // The first sample is taken one interval before the limit, because the next one is compared
-    // with it.
+    // The thread's times are first read one interval before the shortest limit, because the times
+    // that are read at the limit are compared with them.
     const auto shortest = std::min(patience_.blocked, patience_.waiting);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};
@@ -179,7 +184,8 @@ void CallWatch::showUntilOver(quint64 call)
         lock.lock();
         stop_.wait_for(lock, shortWait, [this] { return stopping_; });
     }
-    // Removing the notice may take a moment, in which the watched thread must be able to go on.
+    // The mutex is unlocked before the notice is destroyed, because the destruction may take a
+    // moment and the watched thread must not wait for the mutex meanwhile.
     lock.unlock();
 }
 

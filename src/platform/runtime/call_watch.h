@@ -13,7 +13,8 @@
 
 namespace runtime {
 
-/// A notice that is shown from its creation to its destruction.
+/// A notice that tells the user that a call takes long. It is visible from its construction to its
+/// destruction.
 class StallNotice
 {
 public:
@@ -22,31 +23,34 @@ public:
     virtual bool wantsEnd() = 0;
 };
 
-/// What a call waits for if it takes long.
+/// The kind of thing that a watched call waits for: a file or a server.
 enum class Awaited { File, Server };
 
-/// How long a call may take before the user is told.
+/// How long a watched call may take before the user sees a notice.
 struct StallPatience
 {
-    /// For a call in which the thread does not run at all, such as reading from a share that does
-    /// not answer. Windows does not tell this from waiting for a lock.
+    /// The limit for a call during which the thread does not run at all, such as reading from a
+    /// network share that does not respond. On Windows such a call looks like waiting for a lock,
+    /// so the limit `waiting` applies to it.
     std::chrono::milliseconds blocked = std::chrono::milliseconds(5000);
-    /// For a call in which the thread waits for a server, or mostly sleeps but wakes up again and
-    /// again, as it does while it waits for a lock of an embedded store.
+    /// The limit for a call during which the thread waits for a server, or sleeps most of the time
+    /// and wakes up again and again, as it does while it waits for a lock of an embedded store.
     std::chrono::milliseconds waiting = std::chrono::milliseconds(1000);
-    /// For any other call, such as one that computes.
+    /// The limit for every other call, such as a long computation.
     std::chrono::milliseconds busy = std::chrono::milliseconds(6500);
-    /// Time between two looks at the call.
+    /// Time between two checks of the current call.
     std::chrono::milliseconds interval = std::chrono::milliseconds(250);
 };
 
-/// Watches the calls of the thread that creates it, from a thread of its own, because a blocked
-/// thread cannot show anything. A process has at most one watch.
+/// Watches the calls of the thread that creates this object, and shows a notice if a call takes too
+/// long. The watching runs in a thread of its own, because a blocked thread cannot show anything. A
+/// process has at most one CallWatch.
 class CallWatch
 {
 public:
-    /// Makes the notice about a call that has lasted this long. It is called, and the notice is
-    /// used and destroyed, in the watching thread.
+    /// A function that creates the notice about a call. `what` is the thing that the call waits
+    /// for, `lasted` is the duration of the call so far. The watching thread calls the function,
+    /// and uses and destroys the notice.
     using Show = std::function<std::unique_ptr<StallNotice>(const QString& what,
                                                             std::chrono::milliseconds lasted)>;
 
@@ -61,7 +65,7 @@ private:
     using Clock = std::chrono::steady_clock;
     using Describe = std::function<QString()>;
 
-    /// Scheduling figures of the watched thread.
+    /// How often and how long the watched thread has run, as the system reports it.
     struct ThreadTimes
     {
         qint64 switches = 0; ///< How often the thread has been scheduled.
@@ -102,12 +106,12 @@ private:
 };
 
 /// Marks a call that the system can block without limit, such as reading a file on a network share.
-/// Does nothing without a watch and in threads that are not watched.
+/// Does nothing if the process has no CallWatch or if the calling thread is not the watched one.
 class WatchedCall
 {
 public:
-    /// The function says what is waited for. It may be called in the watching thread while this
-    /// object lives.
+    /// The function `describe` returns what the call waits for. The watching thread may call the
+    /// function during the lifetime of this object.
     explicit WatchedCall(std::function<QString()> describe, Awaited awaited = Awaited::File);
     ~WatchedCall();
     WatchedCall(const WatchedCall&) = delete;

@@ -28,7 +28,7 @@ QStringView withoutBlanks(QStringView text)
     return text;
 }
 
-/// Moves the leading digits of `text` to `out` and returns their number.
+/// Moves the leading digits of `text` to `out` and returns the number of moved digits.
 qsizetype takeDigits(QStringView& text, QByteArray& out)
 {
     qsizetype count = 0;
@@ -105,8 +105,8 @@ double toDouble(const QString& text)
     double value = 0;
     const auto result = std::from_chars(plain.constData(), plain.constData() + plain.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        // from_chars reports overflow and underflow alike. QLocale distinguishes them: it returns 0
-        // for an underflow.
+        // std::from_chars reports the same error for overflow and underflow. QLocale::toDouble
+        // distinguishes the two, because it returns 0 for an underflow.
         if (QLocale::c().toDouble(QString::fromLatin1(plain)) != 0)
             throw RunTimeError(Overflow);
         return 0;

@@ -33,12 +33,12 @@ std::int32_t toInt32(double value);
 std::int32_t toInt32(const QVariant& value);
 
 /// Formats a number with at most 15 significant digits, the locale's decimal sign and an ASCII
-/// minus, without trailing zeros and group separators. Values from 1e15 up and below 1e-4 have an
-/// exponent ("1E+15").
+/// minus, without trailing zeros and group separators. Absolute values from 1e15 up, and those
+/// below 1e-4 except 0, have an exponent ("1E+15").
 QString toText(double value);
 
-/// Formats a field's value: a number like toText(double), a date in the short format. Throws
-/// InvalidUseOfNull (94) for Null.
+/// Formats the value of a field: a number as toText(double) does, a date in the locale's short
+/// format. Throws InvalidUseOfNull (94) for Null.
 QString toText(const QVariant& value);
 
 /// Formats a field's value like toText. Returns an empty text for Null.

@@ -5,8 +5,8 @@
 
 namespace runtime {
 
-/// A function through which the program reaches the outside world, such as a dialog, the clock or
-/// the end of the process. Tests and the programs without windows replace it.
+/// A replaceable function through which the program reaches the outside world, such as a dialog,
+/// the clock or the end of the process. Tests and programs can replace the function by another one.
 template <typename Signature>
 class Door;
 

@@ -4,37 +4,37 @@
 #include <QFile>
 #include <QString>
 
-/// Functions that create, replace and remove files. The result is correct after a power failure,
-/// after the process was killed, and if another user puts files into the same folder. The
-/// system calls that they need are only in durable_file_posix.cpp, durable_file_windows.cpp and
-/// file_access_windows.cpp.
+/// Functions that create, replace and remove files. Their results are correct even if the power
+/// fails, if the process is killed, or if another user creates files in the same folder. Only
+/// durable_file_posix.cpp, durable_file_windows.cpp and file_access_windows.cpp contain the system
+/// calls of these functions.
 namespace runtime {
 
 /// What durableRename does if a file already has the new name.
 enum class Existing { Refuse, Replace };
 
-/// Who may read a new file.
+/// The users who may read a new file.
 enum class Readers {
     AsUsual,   ///< The users that the process's settings for new files allow.
     OnlyOwner, ///< Only the user who creates the file.
 };
 
-/// Returns the path with symbolic links of the last component followed, also if the file that a
-/// link names does not exist. Throws PermissionDenied (3051) for a circle of links.
+/// Returns the path that results from following the symbolic links of the path's last component.
+/// The target of a link need not exist. Throws PermissionDenied (3051) if the links form a circle.
 QString followLinks(const QString& path);
 
 /// Writes the entries of the folder to the disk, so that a power failure does not undo an earlier
 /// creation, renaming or removal of a file in it. Throws DiskOrNetworkError (3043).
 void syncFolder(const QString& folder);
 
-/// Writes a file, which is open, to the disk, gives it a new name in the same folder and writes the
-/// folder to the disk. At every moment the new name belongs to nothing, to the complete previous
-/// file, or to the complete new file. If a file is replaced, the name always belongs to one of the
-/// two, except on Windows if the previous file is open and is not on a local NTFS disk: the name
-/// then belongs to nothing for a moment, and the previous file has the name with
-/// ".zomrel-previous". On Windows the file must come from createFile. Throws DatabaseExists (3204)
-/// if the new name exists and is not to be replaced, and DiskFull (3026), DiskOrNetworkError (3043)
-/// or PermissionDenied (3051).
+/// Writes the open file to the disk, renames it within its folder and writes the folder to the
+/// disk. At every moment the new name belongs to no file, to the complete previous file, or to the
+/// complete new file. If a previous file is replaced, the name always belongs to the previous or
+/// the new file, with one exception. If on Windows the previous file is open and is not on a local
+/// NTFS disk, for a moment no file has the name, and the previous file has the name with the ending
+/// ".zomrel-previous". On Windows the file must have been created by createFile. Throws
+/// DatabaseExists (3204) if the new name exists and `existing` is Refuse. Throws DiskFull (3026),
+/// DiskOrNetworkError (3043) or PermissionDenied (3051) if the file cannot be written or renamed.
 void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
 
 enum class Linked {
@@ -42,40 +42,43 @@ enum class Linked {
     NameExists,
     NotPermitted, ///< The file system has no second names for a file, or does not permit this one.
 };
-/// Gives a file a second name in the same folder and writes the folder to the disk. Throws
-/// DiskOrNetworkError (3043).
+/// Gives a file a second name (a hard link) in the same folder and writes the folder to the disk.
+/// Throws DiskOrNetworkError (3043).
 Linked durableLink(const QString& path, const QString& secondName);
 
-/// Moves a file to a name that is free. Throws as durableRename does.
+/// Renames a file within its folder to a name that no other file has, and writes the folder to the
+/// disk. Throws the errors of durableRename.
 void durableMove(const QString& path, const QString& newPath);
 
 /// Creates a new file, opens it for reading and writing, and marks it as used by this process. The
-/// QFile object has no file name. Returns false if the name is taken, also by a symbolic link.
-/// Throws PermissionDenied (3051) or another error if the file cannot be created.
+/// QFile object does not contain the file name. Returns false if a file or a symbolic link already
+/// has the name. Throws PermissionDenied (3051) or another error if the file cannot be created.
 bool createFile(QFile& file, const QString& path, Readers readers);
 
-/// Like createFile for a file without a name, which a killed process cannot leave behind. Returns
-/// false if the file system has no such files.
+/// Creates a file without a name in the folder, and opens and marks it like createFile. The system
+/// removes the file if the process is killed. Returns false if the file system does not support
+/// files without a name.
 bool createUnnamedFile(QFile& file, const QString& folder, Readers readers);
-/// Gives a file of createUnnamedFile this name in the same folder. Returns false if the name is
-/// taken. Throws as durableRename does.
+/// Gives a file that createUnnamedFile created the name `path` in the same folder. Returns false if
+/// another file has the name. Throws the errors of durableRename.
 bool nameFile(QFile& file, const QString& path);
-/// Gives a file a new name in the same folder and replaces the file that has the name. The file and
-/// its folder are not written to the disk. Throws as durableRename does.
+/// Renames a file within its folder and replaces the file that has the new name. The file and the
+/// folder are not forced to the disk. Throws the errors of durableRename.
 void replaceFile(const QString& path, const QString& newPath);
 /// Forces the data of an open file to the disk. Throws DiskFull (3026) or DiskOrNetworkError
 /// (3043).
 void syncFile(QFile& file, const QString& path);
 
-/// Opens a file for reading. Other programs may rename or remove it meanwhile. Returns false if the
-/// file cannot be opened. The QFile object has no file name.
+/// Opens a file for reading. Other programs may rename or remove the file while it is open. Returns
+/// false if the file cannot be opened. The QFile object does not contain the file name.
 bool openForReading(QFile& file, const QString& path);
 
-/// Creates a folder that only the user can enter. Returns false if the name is taken. Throws
-/// PermissionDenied (3051) or another error if the folder cannot be created.
+/// Creates a folder to which only the current user has access. Returns false if the name already
+/// exists. Throws PermissionDenied (3051) or another error if the folder cannot be created.
 bool createFolder(const QString& path);
 
-/// Return whether this process may list a folder and whether it may create files in it.
+/// The functions mayReadFolder and mayWriteInFolder return whether this process may list the folder
+/// and whether it may create files in the folder.
 bool mayReadFolder(const QString& folder);
 bool mayWriteInFolder(const QString& folder);
 
@@ -88,7 +91,7 @@ public:
     FolderMark(const FolderMark&) = delete;
     FolderMark& operator=(const FolderMark&) = delete;
 
-    /// Returns false if another process has marked or removed the folder.
+    /// Returns false if another process had already marked or removed the folder.
     bool isValid() const { return descriptor_ != -1; }
     /// Removes the folder and everything in it.
     void removeFolder();
@@ -100,12 +103,13 @@ private:
     qintptr descriptor_; ///< Descriptor or handle; -1 if the folder is not marked.
 };
 
-/// Removes a file or folder that a process marked by createFile or FolderMark and left behind when
-/// it ended. Does nothing if that process is still running, if the file system cannot mark files,
-/// or, except on Windows, if another user owns the file or folder.
+/// Removes a file or folder that a process marked with createFile or FolderMark and did not remove
+/// before the process ended. Does nothing if that process is still running or if the file system
+/// cannot mark files. Except on Windows, also does nothing if another user owns the file or folder.
 void removeIfLeft(const QString& path);
 
-/// The owner, the group and the permissions of a file. On Windows only the list is used.
+/// The owner, the group and the permissions of a file. On Windows only the access control list is
+/// used.
 struct FileAccess
 {
     unsigned owner = 0;
@@ -116,14 +120,14 @@ struct FileAccess
 /// Returns owner, group and permissions of an existing file. Throws PermissionDenied (3051).
 FileAccess accessOf(const QString& path);
 
-/// Gives an open file the same owner, group and permissions. Returns false if the process or the
-/// file system does not permit that. Without the group, the file's group may do only what everybody
-/// may.
+/// Gives an open file the owner, group and permissions in `access`. Returns false if the process or
+/// the file system does not permit that. If the group cannot be set, the file's group gets only the
+/// permissions that everybody has.
 bool keepAccess(QFile& file, const FileAccess& access);
 
-/// Gives an open file the group and the permissions of its source, without those that the process's
-/// settings for new files forbid. Nobody can read the file who cannot read the source. Does nothing
-/// on a file system without permissions.
+/// Gives an open file the group and the permissions in `source`, except the permissions that the
+/// process's settings for new files forbid. So a user who cannot read the source file cannot read
+/// the open file either. Does nothing on a file system without permissions.
 void limitAccess(QFile& file, const FileAccess& source);
 
 } // namespace runtime

@@ -46,7 +46,7 @@ QByteArray native(const QString& path)
     throw RunTimeError(number, u"Could not write '%1': %2"_s.arg(path, reason));
 }
 
-/// An open file descriptor.
+/// Owns an open file descriptor.
 class Descriptor
 {
 public:
@@ -66,7 +66,7 @@ private:
     int number_;
 };
 
-/// Returns true if the path still names the open file.
+/// Returns true if the path is still the path of the open file.
 bool names(const QString& path, int descriptor)
 {
     struct stat opened = {};
@@ -76,8 +76,8 @@ bool names(const QString& path, int descriptor)
 }
 
 /// Renames a file unless the new name exists. Returns 0 or the system's error number. Some file
-/// systems can neither rename without replacing nor give a file a second name. There, a file that
-/// another process creates under the new name during the call may be replaced.
+/// systems can neither rename without replacing nor give a file a second name. On such a file
+/// system, a file that another process creates under the new name during the call may be replaced.
 int renameToFreeName(const QByteArray& from, const QByteArray& to)
 {
 #ifdef RENAME_NOREPLACE
@@ -117,7 +117,7 @@ bool setGroup(int descriptor, gid_t group)
     return fchown(descriptor, static_cast<uid_t>(-1), group) == 0;
 }
 
-/// Reduces what the group may do to what everybody may do.
+/// Returns the mode with the group's permissions reduced to those that everybody has.
 mode_t withoutGroup(mode_t mode)
 {
     return (mode & ~groupBits) | (mode & groupBits & ((mode & S_IRWXO) << 3U));
@@ -140,7 +140,8 @@ QByteArray accessListOf(const QString& path)
 void setAccessList(int descriptor, const QByteArray& list)
 {
 #ifdef Q_OS_LINUX
-    // A failure leaves the permissions that fchmod sets, which allow no more.
+    // An error is ignored, because the caller then sets the permissions with fchmod, which works
+    // without an access control list.
     if (list.isEmpty())
         fremovexattr(descriptor, accessList);
     else
@@ -167,11 +168,13 @@ void syncFolder(const QString& folder)
 {
     const Descriptor opened(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (opened.number() < 0) {
-        // A folder that can be written and not read is synced with everything else.
+        // A folder without read permission cannot be opened for fsync, so the function syncs all
+        // file systems.
         sync();
         return;
     }
-    // Some network file systems write a folder at once and have no call for it.
+    // The errors EINVAL and ENOTSUP are ignored, because some network file systems write a folder
+    // immediately and have no fsync for folders.
     if (fsync(opened.number()) != 0 && errno != EINVAL && errno != ENOTSUP)
         raise(folder, errno);
 }
@@ -261,7 +264,7 @@ bool createFile(QFile& file, const QString& path, Readers readers)
         return false;
     if (descriptor < 0)
         raise(path, errno);
-    // A file system without locks has no marks. removeIfLeft removes nothing there.
+    // On a file system without locks, files cannot be marked, and removeIfLeft removes nothing.
     const bool marked = flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     struct stat status = {};
     const bool isRemoved = fstat(descriptor, &status) != 0 || status.st_nlink == 0;
@@ -330,7 +333,7 @@ void FolderMark::removeFolder()
 void removeIfLeft(const QString& path)
 {
     const bool isFolder = QFileInfo(path).isDir();
-    // A network file system marks only files that are open for writing.
+    // On a network file system, only a file that is open for writing can be marked with flock.
     const int how = isFolder ? O_RDONLY | O_DIRECTORY : O_RDWR;
     const Descriptor opened(path, how | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     struct stat status = {};

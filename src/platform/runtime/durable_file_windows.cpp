@@ -1,6 +1,6 @@
-// An open file is neither renamed nor removed on Windows unless every program that has it open
-// permits that. The files that this file opens permit it, and so does SQLite as it is built for
-// Zomrel.
+// Windows renames or removes an open file only if every program that has the file open permits it.
+// The functions in this source file open files with this permission. SQLite as built for Zomrel
+// does the same.
 
 #include "platform/runtime/durable_file.h"
 
@@ -28,11 +28,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The name of the file that marks a folder as used, for as long as it is open.
+/// The name of the file that marks its folder as used while a process has the file open.
 const QString folderMark = u".zomrel-in-use"_s;
 
-/// Locks a byte behind the end of all files. Returns false if another process has locked it. A file
-/// system without locks has no marks.
+/// Marks a file as used: locks one byte at a position behind the end of every file. Returns false
+/// if another process has locked the byte or if the file system has no locks.
 bool mark(HANDLE file)
 {
     OVERLAPPED place = {};
@@ -41,14 +41,14 @@ bool mark(HANDLE file)
            0;
 }
 
-/// Returns true for the errors of a file that another program has open.
+/// Returns true for the system errors that occur if another program has the file open.
 bool mayPass(DWORD error)
 {
     return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
 }
 
-/// Moves a file. Virus scanners open new files for a moment, so an access that is denied is tried
-/// again. Returns 0 or the system's error number.
+/// Renames a file. Virus scanners open new files for a moment, so the renaming is repeated if
+/// access is denied. Returns 0 or the system's error number.
 DWORD moved(const QString& path, const QString& newPath, DWORD flags)
 {
     constexpr int trials = 20;
@@ -64,8 +64,8 @@ DWORD moved(const QString& path, const QString& newPath, DWORD flags)
     }
 }
 
-/// The structure FILE_RENAME_INFO with flags, and the number of its information class. The
-/// compiler's headers contain only the older structure without flags.
+/// Declares the structure FILE_RENAME_INFO with flags and the number of its information class,
+/// because the compiler's headers contain only the older structure without flags.
 struct RenameRequest
 {
     DWORD flags;
@@ -77,9 +77,9 @@ constexpr auto renameWithFlags = FILE_INFO_BY_HANDLE_CLASS(22);
 constexpr DWORD replaceExisting = 1;
 constexpr DWORD evenIfOpen = 2;
 
-/// Gives an open file the name of another one, which programs may have open; for them it stays
-/// without a name. Returns false if that fails, for example because only local file systems of
-/// Windows 10 and newer can do it.
+/// Gives an open file the name of another file, which it replaces. Programs that have the replaced
+/// file open can still use that file without a name. Returns false if the replacement fails, for
+/// example because only local file systems of Windows 10 and newer support it.
 bool takeName(HANDLE file, const QString& newPath)
 {
     const std::wstring name = wideName(newPath);
@@ -91,7 +91,8 @@ bool takeName(HANDLE file, const QString& newPath)
     return SetFileInformationByHandle(file, renameWithFlags, request, DWORD(memory.size())) != 0;
 }
 
-/// Replaces a file that programs have open. For a moment the name belongs to no file.
+/// Replaces a file that programs have open. That file is renamed first, so for a moment no file has
+/// the name newPath.
 DWORD replacedInTwoSteps(const QString& path, const QString& newPath)
 {
     const QString previous = newPath + u".zomrel-previous"_s;
@@ -127,8 +128,8 @@ HANDLE createdFile(const QString& path, DWORD access, SECURITY_ATTRIBUTES* attri
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-/// Users of a share may often write files and not change their access. The access of the folder
-/// applies to the file there.
+/// Creates a file. On a network share, users often may write files but not set their access rights.
+/// There the file is created with the access rights of its folder.
 HANDLE createdFile(const QString& path, Readers readers)
 {
     constexpr DWORD access = GENERIC_READ | GENERIC_WRITE | DELETE;
@@ -198,8 +199,8 @@ QString followLinks(const QString& path)
 void syncFolder(const QString& folder)
 {
     const WindowsHandle opened(openedFolder(folder, GENERIC_WRITE));
-    // The functions that give a file its name have written the name. Most file systems of a network
-    // cannot write a folder.
+    // An error is ignored, because the functions that rename a file have already written the new
+    // name to the disk, and most network file systems cannot flush a folder.
     if (opened.isValid())
         FlushFileBuffers(opened.get());
 }

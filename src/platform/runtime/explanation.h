@@ -5,9 +5,10 @@
 
 namespace runtime {
 
-/// The function that explains an error, which ends the program, to the user: what happened, what is
-/// saved, and what to do. The box shows the explanation below its own text. The default explains
-/// nothing; the desktop program installs its explanations at start.
+/// The function that returns the explanation of an error that ends the program: what happened, what
+/// is saved, and what the user can do. The run-time error box shows the explanation below the
+/// description of the error. The default function returns an empty text. The desktop program
+/// installs its own function at start.
 using ExplanationDoor = Door<QString(const RunTimeError&)>;
 ExplanationDoor& explanationDoor();
 

@@ -11,7 +11,8 @@ namespace runtime {
 
 namespace {
 
-/// The user of this process as a text, or an empty text.
+/// Returns the security identifier of the user who runs this process, as a text, or an empty text
+/// if Windows does not report it.
 std::wstring userId()
 {
     HANDLE opened = nullptr;
@@ -35,7 +36,7 @@ bool keepsAccess(HANDLE file)
            (flags & FILE_PERSISTENT_ACLS) != 0;
 }
 
-/// Lets the access of the folder apply to the file, as it does to files of other programs.
+/// Makes the file inherit the access rights of its folder, as files of other programs do.
 bool inheritAccess(HANDLE file)
 {
     ACL none = {};
@@ -60,7 +61,9 @@ OnlyOwnerAccess::OnlyOwnerAccess()
     attributes_.lpSecurityDescriptor = descriptor;
 }
 
-/// Only the access control list is used. It is empty on a file system without such lists.
+/// Returns only the access control list of the file, because on Windows the members `owner`,
+/// `group` and `mode` of FileAccess are not used. The list is empty on a file system without access
+/// control lists.
 FileAccess accessOf(const QString& path)
 {
     const WindowsHandle opened(CreateFileW(wideName(path).c_str(), READ_CONTROL, everySharing,

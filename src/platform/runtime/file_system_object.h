@@ -4,7 +4,7 @@
 
 namespace runtime {
 
-/// The file queries of the program.
+/// Queries about files on the disk.
 class FileSystemObject
 {
 public:

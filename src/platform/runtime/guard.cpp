@@ -35,7 +35,8 @@ QString pathOf(const QObject* object)
     return names.isEmpty() ? QStringLiteral("an unnamed object") : names.join(u'/');
 }
 
-/// The log helps to find the cause of an error that a user reports by its number alone.
+/// Writes the error to stderr, because users often report an error by its number alone and the
+/// other details help to find the cause.
 void log(const RunTimeError& error, const QObject* sender)
 {
     std::fprintf(stderr, "Run-time error %d in %s: %s\n", error.number(),

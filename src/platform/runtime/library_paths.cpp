@@ -28,8 +28,9 @@ namespace fs = std::filesystem;
 
 constexpr auto pluginPathVariable = "QT_PLUGIN_PATH";
 
-/// Returns the canonical folder of the program's file, or an empty text if the system does not tell
-/// it. QCoreApplication::applicationDirPath() needs an application, which does not exist yet.
+/// Returns the canonical path of the folder that contains the program, or an empty text if the
+/// system does not report it. QCoreApplication::applicationDirPath() cannot be used, because no
+/// application object exists yet.
 QString programFolder()
 {
 #ifdef Q_OS_LINUX
@@ -49,9 +50,9 @@ QString programFolder()
 
 #ifdef Q_OS_UNIX
 
-/// Returns true if another user can write to the file or folder. Write permission for the group
-/// counts. If there is an access control list, the group's permission bits are the most that any of
-/// its entries grants.
+/// Returns true if a user other than the current one and the administrator can write to the file or
+/// folder. Write permission for the group counts. If there is an access control list, none of its
+/// entries permits more than the group's permission bits.
 bool isWritableByOthers(const QFileInfo& file)
 {
     const bool ours = file.ownerId() == 0 || file.ownerId() == ::geteuid();
@@ -89,9 +90,10 @@ bool isOnlyOurs(const QString& folder)
 
 #endif
 
-/// Returns Qt's plugin paths without the program's folder. Qt adds this folder when it creates the
-/// application, and then applies the changes made by setLibraryPaths() again. A removal counts as
-/// such a change only if the folder was among the paths before, so it is added here first.
+/// Returns Qt's plugin paths without the program's folder. Qt adds this folder to the paths when
+/// the application object is created, and then repeats the changes that setLibraryPaths() made. Qt
+/// repeats a removal only if the paths contained the removed folder before. Therefore the function
+/// first adds the program's folder to the paths through QT_PLUGIN_PATH.
 QStringList pathsWithoutTheFolder(const QString& folder)
 {
     const QByteArray before = qgetenv(pluginPathVariable);
@@ -110,8 +112,8 @@ void insertBeforeToolkit(const QString& folder, QStringList& paths)
 {
     const QString toolkit = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath)).canonicalPath();
 #ifdef Q_OS_WIN
-    // The Qt libraries are in the program's folder. Qt then also looks for plugins beside that
-    // folder.
+    // On Windows the Qt libraries are in the program's folder, so Qt also searches for plugins in a
+    // folder beside the program's folder. That search path is removed.
     paths.removeAll(toolkit);
 #endif
     const qsizetype place = paths.indexOf(toolkit);
@@ -135,7 +137,8 @@ bool isTrustedFolder(const QString& folder)
     return QFileInfo(canonical).isDir() && isOnlyOurs(canonical) &&
            keepsPermissions(QStorageInfo(canonical).fileSystemType());
 #else
-    // Windows always searches the program's folder for libraries.
+    // A folder in the program's folder is trusted, because Windows loads libraries from the
+    // program's folder in any case.
     const QFileInfo info(folder);
     return info.isDir() && QFileInfo(info.canonicalFilePath()).path() == programFolder();
 #endif

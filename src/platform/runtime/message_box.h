@@ -6,8 +6,8 @@
 
 namespace runtime {
 
-/// Flags of a message box. Callers pass the sum of one button set, one icon, and the flags for
-/// right alignment and right-to-left text.
+/// Flags of a message box. A caller of MsgBox passes the sum of one button set, one icon, and the
+/// flags for right alignment and right-to-left text.
 enum MessageBoxFlag {
     vbOKOnly = 0,
     vbYesNoCancel = 3,
@@ -18,13 +18,14 @@ enum MessageBoxFlag {
     vbMsgBoxRtlReading = 1048576,
 };
 
-/// The answers of a message box.
+/// The button that the user presses in a message box.
 enum MessageBoxAnswer { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
 
-/// Flags of every message box that refuses something: critical icon, OK button, right-aligned,
+/// Flags of the message box of every refusal: critical icon, OK button, right-aligned,
 /// right-to-left.
 inline constexpr int refusalFlags = vbCritical + vbMsgBoxRight + vbMsgBoxRtlReading;
-/// Flags of every confirmation: question icon, Yes and No buttons, right-aligned, right-to-left.
+/// Flags of the message box of every confirmation: question icon, Yes and No buttons,
+/// right-aligned, right-to-left.
 inline constexpr int questionFlags = vbQuestion + vbYesNo + vbMsgBoxRight + vbMsgBoxRtlReading;
 
 struct MessageBoxRequest
@@ -32,7 +33,8 @@ struct MessageBoxRequest
     QString text;
     int flags = vbOKOnly;
     QString title;
-    /// A Hebrew explanation that is shown below the text; empty if there is none.
+    /// A Hebrew explanation that is shown below the text of the message box; empty if there is
+    /// none.
     QString explanation = {};
 };
 
@@ -42,7 +44,8 @@ struct MessageBoxRequest
 using MessageBoxDoor = Door<MessageBoxAnswer(const MessageBoxRequest&)>;
 MessageBoxDoor& messageBoxDoor();
 
-/// Returns the title of a message box without a title of its own, the project's name.
+/// Returns the project's name, "ProjZomrel", which is the title of every message box without a
+/// title of its own.
 QString projectName();
 
 /// Shows a modal message box and returns the answer. An empty title becomes the project's name,

@@ -63,7 +63,8 @@ OwnProgram::~OwnProgram() = default;
 
 QString OwnProgram::path() const
 {
-    // A child process has the same descriptors until it runs the program.
+    // The child process resolves /proc/self/fd with its own copies of the descriptors, which are
+    // closed only when it executes the program.
     return descriptor_ >= 0 ? u"/proc/self/fd/%1"_s.arg(descriptor_)
                             : QCoreApplication::applicationFilePath();
 }

@@ -4,8 +4,9 @@
 
 namespace runtime {
 
-/// A copy of the running program in memory. It can be started while the folder of the program does
-/// not answer. On systems without files in memory it is the program's file itself.
+/// A copy of the running program in memory. The copy can be started even if the folder of the
+/// program does not respond. On systems without files in memory, path() returns the program's own
+/// file.
 class OwnProgram
 {
 public:
@@ -14,7 +15,7 @@ public:
     OwnProgram(const OwnProgram&) = delete;
     OwnProgram& operator=(const OwnProgram&) = delete;
 
-    /// Returns a path at which a child process finds the program.
+    /// Returns a path from which a child process can execute the program.
     QString path() const;
 
 private:

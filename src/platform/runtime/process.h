@@ -7,7 +7,7 @@
 namespace runtime {
 
 /// Ends the process immediately with the exit status, without a question and without saving
-/// anything. It returns only if a test has replaced it.
+/// anything. The function returns only in tests, which replace the function that ends the process.
 void EndProcess(int exitStatus);
 
 /// The function that ends the process. A replacement may throw ProcessEnded to leave the current

@@ -5,7 +5,7 @@ namespace runtime {
 
 inline constexpr int twipsPerInch = 1440;
 inline constexpr int twipsPerPoint = 20;
-/// Twips per device-independent pixel.
+/// The number of twips in one device-independent pixel.
 inline constexpr int twipsPerPixel = 15;
 
 } // namespace runtime

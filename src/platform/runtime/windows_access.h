@@ -1,6 +1,6 @@
 #pragma once
 
-// For the files of this system that are compiled for Windows only.
+// Only source files that are compiled for Windows may include this header.
 
 #include <memory>
 
@@ -15,14 +15,15 @@ struct LocalFree
 template <typename Type>
 using LocalMemory = std::unique_ptr<Type, LocalFree>;
 
-/// Permits everything to the user of this process, to administrators and to the system, and nothing
-/// to others.
+/// The access rights of a new file or folder: full access for the user of this process, for
+/// administrators and for the system, and no access for others.
 class OnlyOwnerAccess
 {
 public:
     OnlyOwnerAccess();
 
-    /// Returns null if the user cannot be found out; the folder's own access applies then.
+    /// Returns nullptr if the user of this process cannot be determined. A file or folder that is
+    /// created with nullptr inherits the access rights of its folder.
     SECURITY_ATTRIBUTES* attributes() { return descriptor_ ? &attributes_ : nullptr; }
 
 private:

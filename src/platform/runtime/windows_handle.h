@@ -1,6 +1,6 @@
 #pragma once
 
-// For the files of this system that are compiled for Windows only.
+// Only source files that are compiled for Windows may include this header.
 
 #include <QDir>
 #include <QFile>
@@ -13,10 +13,11 @@
 
 namespace runtime {
 
-/// A file may be read, written, renamed and removed by others while it is open.
+/// The sharing mode that permits other programs to read, write, rename and remove a file while it
+/// is open.
 constexpr DWORD everySharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// A handle that is closed with this object.
+/// Owns a Windows handle and closes it in the destructor.
 class WindowsHandle
 {
 public:
@@ -37,10 +38,11 @@ private:
     HANDLE handle_;
 };
 
-/// Throws the run-time error for an error number of the system; see durable_file.h for the errors.
+/// Throws the run-time error that corresponds to an error number of Windows. The comments in
+/// durable_file.h list these run-time errors.
 [[noreturn]] void raise(const QString& path, DWORD error);
 
-/// Returns the handle of an open file, which closes it.
+/// Returns the Windows handle of an open file. The QFile object closes the handle.
 HANDLE handleOf(QFile& file);
 
 /// Returns the absolute path in the form that the Windows functions accept for paths longer than

@@ -18,7 +18,8 @@ namespace {
 
 constexpr double noiseOfLengths = 1e-9;
 
-/// A number that is computed from others, whose last digits depend on the order of computing.
+/// An expected number that is computed from other numbers. Its last digits depend on the order of
+/// the operations, so a small difference is accepted.
 struct Computed
 {
     double value = 0;
@@ -39,13 +40,13 @@ bool isEqual(const QString& found, const ExpectedCell& expected)
     const double number = found.toDouble(&isNumber);
     if (const auto* exact = std::get_if<double>(&expected))
         return isNumber && number == *exact;
-    // The documents round to nine decimals.
+    // The documents contain computed numbers rounded to nine decimals.
     const double wanted = std::get<Computed>(expected).value;
     return isNumber && std::abs(number - wanted) <= noiseOfLengths + 1e-12 * std::abs(wanted);
 }
 
-/// Compares a CSV document with the expected rows. Returns the first difference, because a missing
-/// row moves all later ones.
+/// Compares a CSV document with the expected rows. Returns only the first difference, because after
+/// a missing row all later rows differ as well.
 QStringList compareRows(const QString& name, const QByteArray& file, const ExpectedTable& expected)
 {
     const QList<QStringList> rows = readCsv(file).value_or(QList<QStringList>());
@@ -78,7 +79,8 @@ std::vector<ExpectedCell> groupCells(const QJsonObject& group)
             group["colour"_L1].toString()};
 }
 
-/// Returns the greatest of the sizes that differ from this one by noise only, for each size.
+/// Returns, for each size, the greatest of the sizes that differ from it only by floating-point
+/// noise.
 std::map<double, double> representatives(const std::set<double>& sizes)
 {
     std::map<double, double> result;
@@ -96,7 +98,8 @@ QString lineName(const std::pair<int, int>& line)
     return u"%1-%2"_s.arg(line.first).arg(line.second);
 }
 
-/// The pieces of a group by descending length: their number and their lines.
+/// The number of pieces of one length in a group of pieces, and the order lines to which they
+/// belong.
 struct Cuts
 {
     int count = 0;

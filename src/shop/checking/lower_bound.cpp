@@ -19,7 +19,8 @@ int lowerBound(std::vector<double> lengths, double usable, double kerf)
     std::vector<double> sums(lengths.size() + 1, 0.0); // Of the longest pieces, each with a kerf.
     for (std::size_t i = 0; i < lengths.size(); ++i)
         sums[i + 1] = sums[i] + lengths[i] + kerf;
-    // Returns how many pieces are too long for a bar with another piece of this length.
+    // Returns the number of pieces that are too long for sharing a bar with a piece of the length
+    // `other`.
     const auto alone = [&](double other) {
         const double longest = usable + noiseOfFits - other - kerf;
         const auto end = std::partition_point(lengths.begin(), lengths.end(),

@@ -17,7 +17,7 @@ namespace shop::checking {
 namespace {
 
 constexpr double noise = 1e-9;
-/// The difference between sums of the same lengths in different orders is less than this.
+/// Two sums of the same lengths in different orders differ by less than this value.
 constexpr double noiseOfSums = 1.1e-9;
 
 bool isWhole(const QJsonValue& value, double least)
@@ -26,7 +26,7 @@ bool isWhole(const QJsonValue& value, double least)
            std::floor(value.toDouble()) == value.toDouble();
 }
 
-/// Numbers of orders and lines may be any stored number.
+/// Returns true for a 32-bit integer. The numbers of orders and lines may have any such value.
 bool isInteger(const QJsonValue& value)
 {
     return isWhole(value, -2147483648.0);
@@ -64,7 +64,7 @@ QStringList sidesOf(const QString& part)
     return {};
 }
 
-/// Checks one group of a plan.
+/// Checks the part of a bar plan for one group of pieces.
 class GroupCheck
 {
 public:
@@ -168,7 +168,7 @@ private:
         patterns_.push_back(std::move(lengths));
     }
 
-    /// Returns the sum of the lengths with a kerf after each.
+    /// Returns the sum of the lengths plus one kerf for each length.
     double used(const std::vector<double>& lengths) const
     {
         double sum = 0;

@@ -8,25 +8,26 @@
 #include <QString>
 #include <QStringList>
 
-/// Verifies bar plans. The checker shares no code with the planner: it reads the documents and
+/// Verifies bar plans. The checker shares no code with the planner. It reads the documents and
 /// computes everything again.
 namespace shop::checking {
 
-/// Returns the errors of a plan.json that can be found without its store, one text each: structure,
-/// lengths of each bar with kerf and trim, rests, counts, stop settings, and the bound.
+/// Returns one text for each error of a plan.json that can be found without its store. Checks the
+/// structure, the lengths of each bar with kerf and trim, the rests, the counts, the stop settings,
+/// and the lower bound.
 QStringList checkPlan(const QJsonObject& plan);
 
-/// Parses and checks the bytes of a plan.json.
+/// Parses the contents of a plan.json file and checks them with checkPlan.
 QStringList checkPlanFile(const QByteArray& file);
 
-/// Returns the differences between a plan.json and the stored lines. The plan must contain every
-/// piece once and no other, the settings of the bars, every pane of glass, and every fault of the
-/// lines.
+/// Returns the differences between a plan.json and the stored order lines. The plan must contain
+/// exactly the pieces in `wanted`, each once, with their bar settings, and exactly the panes of
+/// glass and the faults in `wanted`.
 QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
                          const SettingsByGroup& settings);
 
-/// Returns the differences between the other documents, given by file name, and plan.json with the
-/// pieces. A missing document is no difference.
+/// Compares the other documents, which are given by file name, with plan.json and with the pieces
+/// in `wanted`, and returns the differences. A missing document is not reported.
 QStringList checkDocuments(const QMap<QString, QByteArray>& files, const QJsonObject& plan,
                            const Pieces& wanted);
 

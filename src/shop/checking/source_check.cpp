@@ -11,7 +11,8 @@ namespace shop::checking {
 
 namespace {
 
-/// Compares how often things exist with how often they should. Things are identified by a text.
+/// Compares how often each item of a plan exists with how often it should exist. Each item, such as
+/// a piece or a pane, is identified by a text.
 class Tally
 {
 public:

@@ -17,16 +17,16 @@ constexpr double lengthPoints = 10;
 constexpr double linePoints = 9;
 constexpr int barHeight = 340;
 constexpr int barGap = 140;
-/// Width of the column with the number of equal bars, to the right of the picture.
+/// Width of the column that shows the number of equal bars, to the right of the picture of a bar.
 constexpr int countWidth = 700;
 constexpr int pictureWidth = Flow::width - countWidth;
-/// A piece that is narrower has no room for the text of its length. The list below the picture
-/// contains all lengths.
+/// The smallest width at which the box of a piece contains the text of the piece's length. The list
+/// below the picture contains all lengths.
 constexpr int narrowestText = 330;
-/// A rest that is narrower has no room for the text of its length, which is also printed below the
-/// picture.
+/// The smallest width at which the box of a rest contains the text of the rest's length. The length
+/// is also printed below the picture.
 constexpr int narrowestRest = 700;
-/// Width of the rest's length below the picture, at its left end.
+/// Width of the text with the rest's length, which is printed below the left end of the picture.
 constexpr int restWidth = 2200;
 constexpr qsizetype listedPerPiece = 12;
 
@@ -46,7 +46,7 @@ QString wasteText(const GroupPlan& plan)
     return QString::number(100 * (bought - lengthSum(plan)) / bought, 'f', 1);
 }
 
-/// The boxes that show the pieces of one bar. They are drawn to scale from right to left.
+/// The picture of one bar. Boxes show the pieces and are drawn to scale from right to left.
 class BarPicture
 {
 public:
@@ -105,7 +105,7 @@ private:
     double position_ = 0;
 };
 
-/// Returns the lines that the pieces at one position of equal bars belong to.
+/// Returns the order lines of the pieces that have the given position in equal bars.
 QStringList linesAt(const GroupBars& bars, std::size_t position)
 {
     QStringList lines;
@@ -115,7 +115,8 @@ QStringList linesAt(const GroupBars& bars, std::size_t position)
     return lines;
 }
 
-/// Returns the lengths in cutting order, equal ones together, each with its lines.
+/// Returns the lengths that are cut from each of the equal bars, in cutting order. Adjacent equal
+/// lengths are one entry. The order lines follow each length.
 QStringList cutsOf(const GroupBars& bars)
 {
     QStringList cuts;
@@ -159,8 +160,8 @@ void addBars(const GroupPlan& plan, const GroupBars& bars, Flow& flow)
     const int height = lineHeight(linePoints);
     for (qsizetype i = 0; i < cuts.size(); ++i) {
         const int lineTop = flow.take(height);
-        // The list has no letters, so that only the mark makes it follow the pieces of the bar,
-        // from right to left.
+        // The list contains no letters, so it needs a right-to-left mark to be printed from right
+        // to left, in the same order as the pieces in the picture.
         flow.add(TextItem{{Flow::left + restWidth, lineTop, listWidth, height},
                           runtime::rightToLeftMark + cuts[i],
                           linePoints});

@@ -10,7 +10,8 @@ class Flow;
 /// Returns the sheets of the bar plan, without page numbers.
 std::vector<Sheet> barPlanSheets(const ShopPack& pack);
 
-/// Adds the facts and the pictures of all bars of a group.
+/// Adds the bar plan of a group of pieces to the sheets: its figures and the pictures of all its
+/// bars.
 void addGroupPlan(const GroupPlan& plan, Flow& flow);
 
 } // namespace shop::paper

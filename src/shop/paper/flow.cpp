@@ -21,10 +21,12 @@ constexpr double headPoints = 11;
 constexpr double faultPoints = 10;
 constexpr qsizetype namedOrders = 6;
 
-/// A word is condensed and reduced in size to this part of its width before it is truncated.
+/// The smallest fraction of its usual width to which a word is condensed and reduced. A word that
+/// is still too wide is truncated.
 constexpr double narrowest = report::narrowestStretch * report::smallestSize / 10000.0;
 
-/// Returns the different texts, or the first of them and how many others there are.
+/// Returns the texts without duplicates, separated by commas. If there are many, returns the first
+/// ones and the number of the others.
 QString listed(QStringList texts)
 {
     texts.removeDuplicates();
@@ -35,7 +37,8 @@ QString listed(QStringList texts)
     return texts.first(namedOrders).join(u", "_s) + u" ועוד %1"_s.arg(others);
 }
 
-/// Returns the texts side by side below the title.
+/// Returns the texts that are printed side by side below the title of a sheet: the numbers, dates
+/// and customers of the orders.
 QStringList headOf(const std::vector<OrderHead>& orders)
 {
     QStringList numbers;
@@ -50,8 +53,8 @@ QStringList headOf(const std::vector<OrderHead>& orders)
     return {word + listed(numbers), u"תאריך: "_s + listed(dates), u"לקוח: "_s + listed(customers)};
 }
 
-/// Splits a text at blanks. A formula, which is isolated from the direction of the text, is one
-/// word, because its parts would change their places on a line of their own.
+/// Splits a text at blanks. A formula between the marks of a left-to-right isolate is one word,
+/// because its parts would be in the wrong order if they were separated.
 QStringList wordsOf(const QString& text)
 {
     QStringList words;
@@ -70,7 +73,8 @@ QStringList wordsOf(const QString& text)
     return words;
 }
 
-/// Splits a word that is too wide even with the greatest condensing.
+/// Splits a word that is too wide even if it is condensed as far as possible. Each part fits into
+/// the width.
 QStringList wordPieces(const QString& word, const QFont& font, int width)
 {
     QStringList pieces{QString()};

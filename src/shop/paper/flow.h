@@ -7,12 +7,13 @@
 
 namespace shop::paper {
 
-/// The sizes of the heading above a group and of the facts below it.
+/// The font sizes, in points, of the heading of a group of pieces and of the figures below the
+/// heading.
 inline constexpr double groupPoints = 13;
 inline constexpr double factPoints = 11;
 
-/// Places blocks one below the other on A4 sheets. Each sheet begins with the document's title and
-/// the numbers, dates and customers of its orders.
+/// Places texts and boxes one below the other on A4 sheets. Each sheet begins with the title of the
+/// document and with the numbers, dates and customers of its orders.
 class Flow
 {
 public:
@@ -23,18 +24,20 @@ public:
     static constexpr int width = right - left;
     static constexpr int bottom = report::a4Portrait.height - 1000;
 
-    /// Sets what every further sheet repeats below its head, such as the headings of a table.
+    /// Sets the function that adds the headings, such as those of a table, at the top of each
+    /// further sheet.
     void repeatOnNewSheets(std::function<void()> headings) { headings_ = std::move(headings); }
-    /// Starts a new sheet if less than this height is free.
+    /// Starts a new sheet if the current sheet has less free height than this.
     void require(int height);
-    /// Reserves a height, on a new sheet if it does not fit, and returns its top edge.
+    /// Reserves an area of this height and returns its top edge. The area is on a new sheet if it
+    /// does not fit on the current one.
     int take(int height);
     void skip(int height) { top_ += height; }
     void add(const TextItem& item) { sheets_.back().texts.push_back(item); }
     void add(const BoxItem& item) { sheets_.back().boxes.push_back(item); }
-    /// Adds one line of text over the whole width.
+    /// Adds one line of text that is as wide as the printable area of the sheet.
     void line(const QString& text, double points, bool bold = false);
-    /// Adds a text over the whole width, on as many lines as it needs.
+    /// Adds a text that is as wide as the printable area of the sheet, on as many lines as needed.
     void paragraph(const QString& text, double points, bool bold = false);
 
     std::vector<Sheet> take() { return std::move(sheets_); }
@@ -52,16 +55,17 @@ private:
 /// Adds "page x of y" to each A4 sheet.
 void numberPages(std::vector<Sheet>& sheets);
 
-/// Returns a font's line height, with some space.
+/// Returns the height of a text line, in twips, for a font size in points. The height includes some
+/// space between lines.
 int lineHeight(double points);
 
-/// Breaks items separated by blanks into lines of at most this width.
+/// Joins the items with blanks into lines of at most this width. An item is never split.
 QStringList brokenItems(const QStringList& items, double points, int width, bool bold = false);
 /// Breaks a text at its blanks into lines of at most this width, and a very long word at any
-/// character. Text between the marks U+2066 and U+2069 is never broken.
+/// character. Blanks between the marks U+2066 and U+2069 are not used for breaking.
 QStringList brokenText(const QString& text, double points, int width, bool bold = false);
 
-/// Adds the faults in words, if there are any.
+/// Adds a sentence for each fault to the sheets, if there are any faults.
 void addFaults(const std::vector<Fault>& faults, Flow& flow);
 
 } // namespace shop::paper

@@ -22,13 +22,14 @@ constexpr int labelsDown = 8;
 constexpr int freeEdge = 60;    ///< The free edge of the label at the top, the bottom and the left.
 constexpr int margin = 200;     ///< The free edge around the texts.
 constexpr int codePlace = 1600; ///< The side of the square for the code with its quiet zone.
-/// The quiet zone that a reader needs around a code, in modules.
+/// The width of the empty margin (quiet zone) that a scanner needs around a QR code, in modules of
+/// the code.
 constexpr int quietModules = 4;
 constexpr double pointsHeight = 25; ///< The height of a line, in twips for each point of its size.
 constexpr double longTextPoints = 8;
 constexpr double faultTextPoints = 10;
 
-/// A text of a label and the number of lines that it gets.
+/// A text on a label and the number of lines that are reserved for the text.
 struct LabelText
 {
     QString text;
@@ -39,7 +40,8 @@ struct LabelText
     double height() const { return points * pointsHeight * lines; }
 };
 
-/// Returns the width of a code's module, which is a whole number of the printer's dots.
+/// Returns the width in twips of one module of a QR code. The width is a whole number of the
+/// printer's dots.
 double moduleOf(int modules, LabelPaper paper)
 {
     const double dot =
@@ -60,7 +62,8 @@ QRect labelPlace(int index, LabelPaper paper)
     return {left, top, right - left, (row + 1) * sheet.height / labelsDown - top};
 }
 
-/// Returns a text that is any input of the user. A long one gets two smaller lines.
+/// Returns the label text for a text that the user has entered. A text that is too long for one
+/// line gets two lines in a smaller font.
 LabelText userText(const QString& text, int width)
 {
     constexpr double points = 10;
@@ -68,7 +71,8 @@ LabelText userText(const QString& text, int width)
     return isShort ? LabelText{text, points} : LabelText{text, longTextPoints, false, 2};
 }
 
-/// Adds the texts from the top of the rectangle. They are reduced in size if they are too high.
+/// Adds the texts one below the other from the top of the rectangle. All texts are reduced in size
+/// if they do not fit.
 void addTexts(const std::vector<LabelText>& texts, const QRect& place, Sheet& sheet)
 {
     double sum = 0;
@@ -87,7 +91,7 @@ void addTexts(const std::vector<LabelText>& texts, const QRect& place, Sheet& sh
     }
 }
 
-/// Adds the code at the left with its text below it.
+/// Adds the QR code at the left of the label, and the text of the code below it.
 void addCode(const QString& code, const QRect& place, LabelPaper paper, Sheet& sheet)
 {
     const QImage picture = qrCode(code);
@@ -121,7 +125,7 @@ void addLabel(const Piece& piece, const QString& code, const QString& customer, 
     addTexts(texts, room, sheet);
 }
 
-/// Returns a page of a label printer that names what cannot be cut.
+/// Returns a page for a label printer with a sentence about a piece that cannot be cut.
 Sheet faultLabel(const Fault& fault)
 {
     const QRect room(margin, margin, labelPaper.width - 2 * margin, labelPaper.height - 2 * margin);
@@ -133,7 +137,7 @@ Sheet faultLabel(const Fault& fault)
     return sheet;
 }
 
-/// Returns the sheets that name what cannot be cut.
+/// Returns the sheets with the sentences about the pieces that cannot be cut.
 std::vector<Sheet> faultSheets(const ShopPack& pack, LabelPaper paper)
 {
     const std::vector<Fault>& faults = pack.pieces.faults;

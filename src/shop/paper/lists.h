@@ -5,7 +5,8 @@
 
 namespace shop::paper {
 
-/// Each returns the sheets of one list for the workshop, without page numbers.
+/// The functions cutListSheets, glassSheets and meshSheets return the sheets of the cutting list,
+/// of the glass list and of the mesh list, without page numbers.
 std::vector<Sheet> cutListSheets(const ShopPack& pack);
 std::vector<Sheet> glassSheets(const ShopPack& pack);
 std::vector<Sheet> meshSheets(const ShopPack& pack);

@@ -15,7 +15,8 @@ namespace shop::paper {
 
 namespace {
 
-/// Returns the word with the number of the order, or the first and the last one of several.
+/// Returns a title: the word followed by the number of the order. For several orders, the numbers
+/// of the first and of the last order follow the word.
 QString titleFor(const QString& word, const ShopPack& pack)
 {
     if (pack.orders.empty())

@@ -9,11 +9,12 @@
 
 #include <vector>
 
-/// The printed documents of the shop pack. All positions and sizes are in twips from the top left
-/// corner of the sheet.
+/// The printed documents of the shop pack. All positions and sizes on a sheet are in twips from the
+/// top left corner of the sheet.
 namespace shop::paper {
 
-/// A text in a rectangle, which it never leaves. It uses as many lines as the rectangle holds.
+/// A text that is printed inside a rectangle. The text uses as many lines as the rectangle can
+/// contain.
 struct TextItem
 {
     QRect place;
@@ -39,7 +40,7 @@ struct BoxItem
     bool hasBorder = true;
 };
 
-/// A picture of one pixel per module, drawn without smoothing.
+/// A QR code. The picture has one pixel per module of the code and is drawn without smoothing.
 struct CodeItem
 {
     QRectF place;

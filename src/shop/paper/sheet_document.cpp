@@ -11,7 +11,8 @@ namespace shop::paper {
 
 namespace {
 
-/// The texts of a sheet in the form that the search of the preview reads.
+/// A page of report controls that contain the texts of a sheet, because the search of the preview
+/// reads report controls.
 struct TextPage : report::Page
 {
     std::deque<report::ControlDesign> designs;

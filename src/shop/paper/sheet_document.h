@@ -6,7 +6,8 @@
 
 namespace shop::paper {
 
-/// A document of finished sheets. Its paper is fixed: another paper is refused.
+/// A printed document that consists of finished sheets. The sheets are not laid out again for
+/// another paper.
 class SheetDocument : public report::PrintedDocument
 {
 public:
@@ -15,8 +16,8 @@ public:
     report::Paper paper() const override { return paper_; }
     int pageCount() const override { return static_cast<int>(sheets_.size()); }
     QString title() const override { return title_; }
-    /// Returns the same sheets if the paper is at least as large as theirs. Throws
-    /// InvalidProcedureCall (5) for a smaller paper.
+    /// Returns a document with the same sheets on the given paper. Throws InvalidProcedureCall (5)
+    /// if the paper is smaller than the paper of this document.
     std::unique_ptr<report::PrintedDocument> onPaper(report::Paper paper) override;
     std::shared_ptr<const report::Page> page(int index) override;
     void paintPage(const report::Page& page, QPainter& painter) noexcept override;
@@ -31,7 +32,8 @@ private:
     SheetInk ink_;
 };
 
-/// Returns the document as a PDF file. Throws DiskOrNetworkError (3043) if it cannot be made.
+/// Returns the document as the contents of a PDF file. Throws DiskOrNetworkError (3043) if the file
+/// cannot be made.
 QByteArray pdfOf(report::PrintedDocument& document);
 
 } // namespace shop::paper

@@ -8,7 +8,8 @@ namespace shop::paper {
 
 namespace {
 
-/// Maximum number of cached texts. Captions and the texts of an order are on many labels.
+/// Maximum number of laid-out texts in the cache. The cache helps because captions and the texts of
+/// an order are on many labels.
 constexpr std::size_t keptTexts = 4096;
 
 constexpr double lineWidth = runtime::twipsPerPixel;
@@ -51,7 +52,8 @@ void SheetInk::draw(const Sheet& sheet, QPainter& painter)
     }
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
-    // Smoothing or lossy compression would blur the edges of the modules.
+    // QR codes are drawn without smoothing and lossy compression, because either would blur the
+    // edges of the modules.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter.setRenderHint(QPainter::LosslessImageRendering);
     for (const CodeItem& code : sheet.codes)

@@ -10,7 +10,8 @@ namespace {
 
 constexpr double cellPoints = 11;
 constexpr int padding = 60;
-/// A longer list continues in a further row, which may be on the next sheet.
+/// Maximum number of text lines in a row of a table. A longer list continues in a further row,
+/// which may be on the next sheet.
 constexpr qsizetype linesPerRow = 20;
 
 int textWidth(const Column& column)
@@ -23,7 +24,7 @@ int textWidth(const Column& column)
 TableLayout::TableLayout(Flow& flow, const std::vector<Column>& columns)
     : flow_(flow), columns_(columns)
 {
-    // A table does not begin at the end of a sheet with its headings alone.
+    // A table starts on a new sheet if there is no room for some rows below its headings.
     flow_.require(4 * lineHeight(cellPoints));
     headings();
     flow_.repeatOnNewSheets([this] { headings(); });
@@ -61,7 +62,8 @@ void TableLayout::cells(const QStringList& texts, int top, int height, bool bold
 void TableLayout::row(const QStringList& texts, const QStringList& items, bool bold)
 {
     QStringList lines = brokenItems(items, cellPoints, textWidth(columns_.back()), bold);
-    // Numbers alone would stand from left to right.
+    // A right-to-left mark is added to each line, because a line that contains only numbers would
+    // be printed from left to right.
     for (QString& each : lines)
         each.prepend(runtime::rightToLeftMark);
     rowOfLines(texts, lines, bold);

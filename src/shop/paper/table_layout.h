@@ -12,20 +12,22 @@ struct Column
 };
 
 /// A table with columns from right to left. Each row is as high as its texts need. The last column
-/// holds a list of items or a text, which continues in a further row if it is very long. The
+/// contains a list of items or a text. A very long list or text continues in a further row. The
 /// headings are repeated on each sheet.
 class TableLayout
 {
 public:
-    /// Both must outlive the table. The widths of the columns are together Flow::width.
+    /// The objects `flow` and `columns` must outlive the table. The sum of the columns' widths must
+    /// be Flow::width.
     TableLayout(Flow& flow, const std::vector<Column>& columns);
     ~TableLayout();
     TableLayout(const TableLayout&) = delete;
     TableLayout& operator=(const TableLayout&) = delete;
 
-    /// Adds a row. It has one cell for each column but the last, and the items of the last one.
+    /// Adds a row. `cells` contains one text for each column except the last one, `items` contains
+    /// the items of the last column.
     void row(const QStringList& cells, const QStringList& items, bool bold = false);
-    /// Adds a row whose last cell is a text. Each of its paragraphs begins on a line of its own.
+    /// Adds a row with a text in the last column. Each paragraph of the text begins on a new line.
     void textRow(const QStringList& cells, const QString& text);
 
 private:

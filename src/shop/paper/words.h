@@ -11,9 +11,9 @@ QString sideWord(Side side);
 QString kindWord(const QString& kind);
 /// Returns part, profile and colour, such as "משקוף, פרופיל 7000, לבן".
 QString groupWords(const GroupKey& group);
-/// Returns where a fault is and why, in one sentence.
+/// Returns one sentence that names the place and the reason of a fault in an order line.
 QString faultWords(const Fault& fault);
-/// Says whether fewer bars are possible.
+/// Returns a sentence that says whether fewer bars are possible.
 QString proofWords(const GroupPlan& plan);
 
 } // namespace shop::paper

@@ -16,7 +16,8 @@ void put(int type, Pattern& pattern)
         pattern.push_back({type, 1});
 }
 
-/// A sum of sizes in whole bars and a rest, because the plain sum of an order's sizes can overflow.
+/// A sum of sizes, stored as a number of whole bars and a remainder, because the plain sum of the
+/// sizes of an order can overflow.
 class SumOfSizes
 {
 public:
@@ -32,7 +33,7 @@ public:
         }
     }
 
-    /// Returns the sum in bars, rounded up.
+    /// Returns the sum of the sizes as a number of bars, rounded up.
     long bars() const { return bars_ + (rest_ > 0 ? 1 : 0); }
 
 private:
@@ -41,9 +42,10 @@ private:
     Size rest_ = 0;
 };
 
-/// Returns a lower bound from the pieces of at least this size. Two pieces longer than half a bar
-/// never share a bar. A large one leaves no room for any piece of this size. The rest is divided by
-/// the capacity as if it could be cut without waste.
+/// Returns a lower bound of the number of bars, computed from the pieces of at least the size
+/// `smallest`. A large piece leaves no room for any other of these pieces, so it needs a bar of its
+/// own. Of the other pieces, two that are longer than half a bar never share a bar. The sum of the
+/// other pieces is divided by the capacity of a bar as if they could be cut without waste.
 long boundFrom(const Problem& problem, Size smallest)
 {
     long large = 0;
@@ -67,8 +69,8 @@ long boundFrom(const Problem& problem, Size smallest)
 Packing bestFitDecreasing(const Problem& problem)
 {
     std::vector<Pattern> bars;
-    // The bars by remaining room. Bars with the same room are in the order in which they were
-    // started.
+    // The started bars, sorted by remaining room. Bars with the same room are in the order in which
+    // they were started.
     std::multimap<Size, std::size_t> byRoom;
     for (std::size_t type = 0; type < problem.types(); ++type) {
         const Size size = problem.sizes[type];

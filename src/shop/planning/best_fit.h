@@ -4,11 +4,12 @@
 
 namespace shop::planning {
 
-/// Best-fit decreasing: places the longest piece first, each into the fullest bar that it fits in.
-/// Returns the bars in the order in which they were started, with equal bars joined.
+/// Packs the pieces with best-fit decreasing: the pieces are placed by descending length, each into
+/// the fullest bar that has room for it. Returns the bars in the order in which they were started.
+/// Equal bars are joined.
 Packing bestFitDecreasing(const Problem& problem);
 
-/// Returns a lower bound of the number of bars that needs no linear program.
+/// Returns a lower bound of the number of bars. The bound is computed without a linear program.
 int quickBound(const Problem& problem);
 
 } // namespace shop::planning

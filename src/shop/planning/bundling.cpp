@@ -46,7 +46,8 @@ Packing Bundling::next(const Limits& limits)
     return bundled(packing);
 }
 
-/// The value of a piece is its size. Large pieces have a higher value, so that they are cut first.
+/// Sets the value of each piece to its size raised to a power slightly above 1. So large pieces
+/// have a higher value in proportion to their size and are cut first.
 void Bundling::setValues()
 {
     power_ = 1 + 0.05 * dice_.next();

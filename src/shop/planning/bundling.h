@@ -4,16 +4,16 @@
 
 namespace shop::planning {
 
-/// Generates packings with few stop settings. If possible, all remaining pieces of a type go into
-/// one pattern, which is then cut several times.
+/// Generates packings with few stop settings. If possible, all remaining pieces of one length are
+/// cut from equal bars.
 class Bundling
 {
 public:
-    /// `bars` is the number of bars that a packing should have.
+    /// `bars` is the intended number of bars of a packing.
     Bundling(const Problem& problem, int bars, std::uint64_t seed);
 
-    /// Returns another packing. It may have more bars than it should. It is empty if the limits end
-    /// the search.
+    /// Returns another packing, which distributes all pieces over bars. The packing may have more
+    /// bars than intended. It is empty if the search is cancelled or reaches its deadline.
     Packing next(const Limits& limits);
 
 private:

@@ -12,8 +12,9 @@ namespace shop::planning {
 /// The numerical error of the solver's results.
 constexpr double solverNoise = 1e-6;
 
-/// The linear relaxation of a problem: the number of times that each pattern is cut, which may be a
-/// fraction, so that all pieces are cut. Patterns are added as needed (column generation).
+/// The linear relaxation of a cutting problem. A solution contains the number of bars that are cut
+/// with each pattern (set of pieces on one bar). This number may be a fraction. Patterns are added
+/// as needed (column generation).
 class Columns
 {
 public:
@@ -28,9 +29,9 @@ public:
         double bound = 0;          ///< A lower bound of all plans, also with other patterns.
         std::vector<double> times; ///< The solution, by pattern.
     };
-    /// Solves the linear relaxation for the given pieces. Adds new patterns in at most this many
-    /// rounds. Ends early if further rounds cannot change the lower bound, which is rounded up to
-    /// whole bars.
+    /// Solves the linear relaxation for the given pieces. Adds new patterns in at most `rounds`
+    /// rounds. Ends early if further rounds cannot change the lower bound, rounded up to whole
+    /// bars.
     Relaxed solve(const std::vector<int>& pieces, int rounds, const Limits& limits);
 
     const std::vector<Pattern>& patterns() const { return patterns_; }
@@ -46,7 +47,8 @@ private:
     std::set<Pattern> known_;
 };
 
-/// Returns the number of bars rounded up, except for the noise of the solver.
+/// Returns the number of bars rounded up. An excess as small as the numerical error of the solver
+/// is ignored.
 int wholeBars(double bars);
 
 } // namespace shop::planning

@@ -21,7 +21,8 @@ constexpr double nearlyWhole = 0.75;
 /// Cbc is not documented as thread-safe, so only one thread uses it at a time.
 std::mutex solverGuard;
 
-/// The bars that a dive has cut so far, and the remaining pieces.
+/// The state of a dive, which rounds the linear relaxation step by step: the bars that are cut so
+/// far and the remaining pieces.
 class Descent
 {
 public:
@@ -35,7 +36,7 @@ public:
 
     void cut(std::size_t column, int times)
     {
-        // If fewer pieces remain than the pattern has, the bar gets only those.
+        // If fewer pieces remain than the pattern contains, the bar gets only the remaining ones.
         for (; times > 0; --times) {
             Pattern pattern;
             for (const Item& each : columns_.patterns()[column]) {
@@ -83,8 +84,8 @@ private:
     Packing packing_;
 };
 
-/// Returns the packing with the remaining pieces filled in. The result is empty if the limits ended
-/// the filling.
+/// Returns the packing of `descent`, with further bars for the remaining pieces. The result is
+/// empty if the search for these bars was cancelled or reached its deadline.
 Packing completed(const Problem& problem, const Descent& descent, int target, std::uint64_t seed,
                   const Limits& limits)
 {
@@ -146,7 +147,8 @@ OsiClpSolverInterface integerProgram(const Columns& columns)
     return solver;
 }
 
-/// Ends the search of the solver when the limits are reached.
+/// Ends the branch-and-bound search of the solver when the search is cancelled or reaches its
+/// deadline.
 class LimitHandler : public CbcEventHandler
 {
 public:

@@ -43,7 +43,8 @@ Pattern PatternSearch::best(const std::vector<double>& values, const std::vector
 
 void PatternSearch::search(std::size_t first, Size room, double value)
 {
-    // A tiny piece has a value below the gain, but a pattern of it is better than none.
+    // A pattern of very small pieces has a value below `gain`, but it is better than an empty
+    // pattern.
     if (value > bestValue_ + gain || (best_.empty() && !current_.empty())) {
         bestValue_ = value;
         best_ = current_;
@@ -104,8 +105,9 @@ Packing SequentialFilling::round(const Limits& limits)
     return packing;
 }
 
-/// Moves the values of the pattern's types towards their size, which counts more for large pieces,
-/// divided by the used share of the bar.
+/// Changes the value of each type in the pattern towards a new value. The new value is the size of
+/// the type, raised to a power slightly above 1 in favour of large pieces, divided by the used
+/// fraction of the bar.
 void SequentialFilling::correct(const Pattern& pattern)
 {
     const double capacity = static_cast<double>(problem_.capacity);

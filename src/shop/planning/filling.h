@@ -4,14 +4,16 @@
 
 namespace shop::planning {
 
-/// Finds a pattern of high value by branch and bound over the types in the order of value per size.
-/// The number of steps is limited. The pattern is empty if no piece fits.
+/// Finds a pattern, which is the set of pieces on one bar, with a high total value. The search is
+/// branch and bound over the types of pieces, in descending order of value per size, and the number
+/// of its steps is limited. The pattern is empty if no piece fits.
 class PatternSearch
 {
 public:
     explicit PatternSearch(const Problem& problem);
 
-    /// `values` are the values by type. Types with a value of 0 or less are not used.
+    /// `values` contains the value of a piece for each type. Types with a value of 0 or less are
+    /// not used.
     Pattern best(const std::vector<double>& values, const std::vector<int>& pieces, int steps);
 
 private:
@@ -35,15 +37,16 @@ private:
     int steps_ = 0;
 };
 
-/// Fills one bar after the other with the pattern of the highest value, in several rounds. After
-/// each bar the values of its types are corrected: the more waste, the higher the value.
+/// Fills one bar after the other with the pattern of the highest value. After each bar the values
+/// of the types in its pattern are corrected: the more waste the bar has, the higher the values.
+/// Each further round packs all pieces again with the corrected values.
 class SequentialFilling
 {
 public:
     SequentialFilling(const Problem& problem, std::uint64_t seed);
 
-    /// Returns the best packing of all rounds. Ends early at a packing of at most `target` bars.
-    /// The packing is empty if the limits end the first round.
+    /// Returns the best packing of all rounds. Ends early if a packing has at most `target` bars.
+    /// The returned packing is empty if a cancellation or the deadline ends the first round.
     Packing run(int rounds, int target, const Limits& limits);
 
 private:

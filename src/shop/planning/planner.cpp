@@ -17,7 +17,8 @@ namespace shop::planning {
 namespace {
 
 constexpr double unitsPerMeasure = 1e12;
-/// Slightly below lengthNoise, so that a checker that sums in another order agrees.
+/// The tolerance of the sum of lengths on a bar. It is slightly below lengthNoise, so that a
+/// checker that adds the lengths in another order accepts the same bars.
 constexpr double toleranceOfSums = 0.99e-9;
 
 Size sizeOfLength(double length)
@@ -25,7 +26,7 @@ Size sizeOfLength(double length)
     return std::llround(length * unitsPerMeasure);
 }
 
-/// The lengths of a group and the problem to solve.
+/// The different lengths in a group of pieces and the cutting problem that results from them.
 struct Group
 {
     std::vector<Demand> types; ///< By descending length.
@@ -44,21 +45,22 @@ Group groupOf(std::vector<Demand> pieces, const BarSettings& settings)
             group.types.push_back(each);
     }
     for (const Demand& each : group.types) {
-        // A size of 0 would fit without end.
+        // The size is at least 1, because any number of pieces of size 0 would fit on a bar.
         const Size size = sizeOfLength(each.length) + sizeOfLength(settings.kerf);
         group.problem.sizes.push_back(std::max<Size>(1, size));
         group.problem.demand.push_back(each.count);
     }
     group.problem.capacity = sizeOfLength(settings.usable()) + sizeOfLength(settings.kerf) +
                              sizeOfLength(toleranceOfSums);
-    // A piece may be longer than the bar by almost lengthNoise. It still fits.
+    // A piece that is longer than the usable length by less than lengthNoise still counts as
+    // fitting.
     if (!group.problem.sizes.empty())
         group.problem.capacity = std::max(group.problem.capacity, group.problem.sizes.front());
     return group;
 }
 
-/// The best packing so far. Packings are compared by the number of bars, then by the number of stop
-/// settings, then by the length of the longest piece that is left over.
+/// The best packing (distribution of the pieces over bars) so far. Packings are compared by the
+/// number of bars, then by the number of stop settings, then by the length of the longest rest.
 class Choice
 {
 public:
@@ -105,8 +107,8 @@ private:
     Size rest_ = 0;
 };
 
-/// The number of attempts for a problem. It depends only on the problem, not on time, so that a
-/// plan is reproducible; large problems get fewer attempts.
+/// The numbers of attempts for a problem. They depend only on the problem and not on time, so that
+/// a plan is reproducible. Large problems get fewer attempts.
 struct Effort
 {
     explicit Effort(const Problem& problem)
@@ -129,7 +131,8 @@ private:
     }
 };
 
-/// Searches for fewer bars with the linear relaxation and improves the bound.
+/// Searches for a packing with fewer bars by means of the linear relaxation, and raises the lower
+/// bound `bound` if possible.
 void searchColumns(const Problem& problem, const Packing& filled, const Effort& effort, int& bound,
                    Choice& choice, const Limits& limits)
 {
@@ -146,7 +149,8 @@ void searchColumns(const Problem& problem, const Packing& filled, const Effort& 
         choice.offer(branchAndBound(columns, bound, effort.nodes, limits));
 }
 
-/// Like searchColumns. If the solver fails, the choice and the bound are the best ones so far.
+/// Calls searchColumns and ignores errors of the solver. After an error, `choice` and `bound`
+/// contain the best results so far.
 void improveByColumns(const Problem& problem, const Packing& filled, const Effort& effort,
                       int& bound, Choice& choice, const Limits& limits)
 {
@@ -159,7 +163,8 @@ void improveByColumns(const Problem& problem, const Packing& filled, const Effor
 
 void reduceStops(const Problem& problem, const Effort& effort, Choice& choice, const Limits& limits)
 {
-    // Every length needs at least one stop setting. After that, only a longer rest can be gained.
+    // Every length needs at least one stop setting. With this number of stop settings, further
+    // attempts can only find a longer rest.
     const int fewest = static_cast<int>(problem.types());
     Bundling bundling(problem, choice.bars(), 1);
     int triesForTheRest = effort.bundlings / 8;

@@ -5,14 +5,14 @@
 
 namespace shop::planning {
 
-/// A number of pieces of the same length.
+/// A length and the number of pieces with this length.
 struct Demand
 {
     double length = 0;
     int count = 0;
 };
 
-/// Equal bars, with their lengths in cutting order.
+/// Equal bars, with the lengths that are cut from each of them, in cutting order.
 struct PlannedBars
 {
     int count = 0;
@@ -20,7 +20,7 @@ struct PlannedBars
     std::vector<double> lengths;
 };
 
-/// The bars of a group.
+/// The planned bars of a group of pieces.
 struct BarPlan
 {
     std::vector<PlannedBars> bars;
@@ -34,13 +34,14 @@ struct BarPlan
 /// Returns the planning problem of the pieces. Each piece must fit on a bar.
 Problem problemOf(std::vector<Demand> pieces, const BarSettings& settings);
 
-/// Plans the bars of a group. Of the plans found, the one with the fewest bars is returned; among
-/// equal ones that with the fewest stop settings, and then that with the longest single rest. The
-/// same pieces and settings give the same plan, unless the limits end the search early.
+/// Plans the bars for a group of pieces. Returns the plan with the fewest bars that was found. Of
+/// several such plans, returns the one with the fewest stop settings, and of those the one with the
+/// longest single rest. The same pieces and settings give the same plan, unless the search is
+/// cancelled or reaches its deadline.
 BarPlan planBars(const std::vector<Demand>& pieces, const BarSettings& settings,
                  const Limits& limits = {});
 
-/// Returns the plan by best-fit decreasing alone, for comparisons.
+/// Returns the plan that best-fit decreasing alone finds, for comparisons.
 BarPlan planByBestFit(const std::vector<Demand>& pieces, const BarSettings& settings);
 
 } // namespace shop::planning

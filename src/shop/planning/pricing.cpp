@@ -14,8 +14,8 @@ constexpr Size mostCells = 24000;
 constexpr Size mostWork = 3000000; // The number of additions per table.
 constexpr int stepsOfAPricing = 300;
 
-/// Returns the size of a grid cell: the greatest common divisor of all sizes if the grid then is
-/// not too large, otherwise a fraction of the bar.
+/// Returns the size of a cell of the dynamic programming grid. It is the greatest common divisor of
+/// all sizes if that does not give too many cells, otherwise a fraction of the bar.
 Size cellOf(const Problem& problem)
 {
     Size work = 0;
@@ -52,8 +52,9 @@ void Pricing::setPrices(const std::vector<double>& prices, const std::vector<int
         addRow(row);
 }
 
-/// Each addition of floats may lose a share of the sum, and so may the conversion of each price. A
-/// sum has at most as many additions as pieces that fit in the grid.
+/// Returns the factor that corrects the rounding errors of a sum of floats. Each addition, and the
+/// conversion of each price, can reduce the sum by a rounding error. A sum has at most as many
+/// additions as pieces fit into the grid.
 double Pricing::marginOfSums() const
 {
     double pieces = 0;
@@ -64,14 +65,15 @@ double Pricing::marginOfSums() const
             smallestRow = std::min(smallestRow, static_cast<double>(each.cells));
     }
     const double inGrid = std::min(pieces, static_cast<double>(width_) / smallestRow);
-    // Rows without a cell are multiplied and added once.
+    // A piece size that is rounded down to 0 cells adds one multiplication and one addition to a
+    // sum.
     const double operations = inGrid + 2 * static_cast<double>(rows_.size()) + 2;
     const double lost = operations * roundingOfAFloat;
     return 1 / (1 - lost);
 }
 
-/// Computes the bounds of a row from those of the next row: for each room the maximum over the
-/// number of pieces of the row's type.
+/// Computes the upper bounds of a row of the table from those of the next row. Each bound is the
+/// maximum over the possible numbers of pieces of the row's type.
 void Pricing::addRow(std::size_t row)
 {
     const Row& each = rows_[row];

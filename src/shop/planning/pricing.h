@@ -14,11 +14,12 @@ class Pricing
 public:
     explicit Pricing(const Problem& problem);
 
-    /// Sets the prices by type, which must not be negative, and the available pieces.
+    /// Sets the price and the available number of pieces for each type. Prices must not be
+    /// negative.
     void setPrices(const std::vector<double>& prices, const std::vector<int>& pieces);
-    /// Returns an upper bound of the price of all patterns.
+    /// Returns an upper bound of the total price of any pattern.
     double bound() const;
-    /// Returns patterns with a price above 1, at most one for each first type.
+    /// Returns patterns with a total price above 1. No two of them begin with the same type.
     std::vector<Pattern> patterns(std::size_t most);
 
 private:
@@ -32,7 +33,8 @@ private:
     };
 
     void addRow(std::size_t row);
-    /// Returns an upper bound of the price of the pieces of this and later rows in the room.
+    /// Returns an upper bound of the total price of pieces that fit into the length `room`, if only
+    /// the types of this row and of later rows are used.
     double boundAt(std::size_t row, Size room) const
     {
         const float sum = table_[row * width_ + static_cast<std::size_t>(room / cell_)];

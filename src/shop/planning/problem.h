@@ -8,26 +8,28 @@
 #include <tuple>
 #include <vector>
 
-/// Cutting the pieces of a group from as few bars as possible: the one-dimensional cutting stock
-/// problem.
+/// Plans how the pieces of a group are cut from as few bars as possible, which is the
+/// one-dimensional cutting stock problem.
 namespace shop::planning {
 
-/// A length in units of 1e-12 of the measures' unit, so that sums and comparisons are exact. The
-/// sum of a bar never overflows; the sum of all bars of an order may.
+/// A length as an integer in units of 1e-12 of the measures' unit, so that sums and comparisons are
+/// exact. The sum of the sizes on one bar never overflows. The sum over all bars of an order may
+/// overflow.
 using Size = std::int64_t;
 
-/// The lengths of a group by type. Lengths that differ only by floating-point noise are one type.
+/// The pieces of a group by type. All pieces of one type have the same length. Lengths that differ
+/// only by floating-point noise are one type.
 struct Problem
 {
     std::vector<Size> sizes; ///< The size of a piece and its kerf, strictly descending.
     std::vector<int> demand; ///< The number of pieces of each type, greater than 0.
-    /// The maximum sum of the sizes of one bar: its usable length and one kerf, because the last
-    /// piece needs no kerf if the bar ends there.
+    /// The maximum sum of the sizes on one bar. A size includes the kerf, but the last piece needs
+    /// no kerf if the bar ends there, so the maximum is the usable length plus one kerf.
     Size capacity = 0;
 
     std::size_t types() const { return sizes.size(); }
     long pieces() const;
-    /// Returns the problem with other numbers of pieces, which may be 0.
+    /// Returns the same problem with other numbers of pieces. A number may be 0.
     Problem withDemand(std::vector<int> pieces) const
     {
         return {sizes, std::move(pieces), capacity};
@@ -46,7 +48,7 @@ struct Item
     }
 };
 
-/// The pieces of one bar, by ascending type.
+/// The pieces that are cut from one bar, sorted by ascending type.
 using Pattern = std::vector<Item>;
 
 /// A pattern and the number of bars that are cut with it.
@@ -59,15 +61,15 @@ using Packing = std::vector<Cut>;
 
 Size sizeOf(const Problem& problem, const Pattern& pattern);
 int barsOf(const Packing& packing);
-/// Joins equal patterns. Each keeps its first position.
+/// Joins entries with the same pattern. The joined entry has the position of the first of them.
 Packing bundled(const Packing& packing);
-/// Returns how many bars of the pattern the pieces suffice for.
+/// Returns the greatest number of bars with this pattern for which the pieces suffice.
 int timesWithin(const Pattern& pattern, const std::vector<int>& pieces);
 void takeOut(const Pattern& pattern, int times, std::vector<int>& pieces);
 bool isEmpty(const std::vector<int>& pieces);
 
-/// Ends a search early, because it was cancelled or at a deadline. The result is the best one so
-/// far.
+/// The conditions that end a search early: a cancellation or a deadline. The search then returns
+/// its best result so far.
 class Limits
 {
 public:
@@ -93,7 +95,8 @@ class Dice
 {
 public:
     explicit Dice(std::uint64_t seed) : engine_(seed) {}
-    /// Returns a number from 0 to below 1. The standard distributions differ between libraries.
+    /// Returns a number from 0 to below 1. The standard distributions are not used, because their
+    /// results differ between standard libraries.
     double next() { return static_cast<double>(engine_() >> 11U) * 0x1p-53; }
 
 private:

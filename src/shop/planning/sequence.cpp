@@ -11,8 +11,9 @@ namespace {
 
 constexpr int none = -1;
 
-/// Links bars to chains. Two bars can be linked by a type that both have. A bar has two ends; the
-/// same type can be at both ends only if it is the only type of the bar.
+/// Links bars to chains, so that the last length of a bar is the first length of the next one. Two
+/// bars can be linked by a type of piece that both contain. A bar has two ends. The same type can
+/// be at both ends only if it is the only type of the bar.
 class Chains
 {
 public:
@@ -22,8 +23,8 @@ public:
         std::iota(chainOf_.begin(), chainOf_.end(), std::size_t(0));
     }
 
-    /// Links bars that have a type in common. The rarest types come first, because they offer the
-    /// fewest possible links.
+    /// Links bars that have a type of piece in common. The rarest types are linked first, because
+    /// they offer the fewest possible links.
     void link()
     {
         std::map<int, std::vector<std::size_t>> barsOfType;
@@ -94,7 +95,8 @@ private:
         }
     }
 
-    /// Returns the bar with the linking types at its ends.
+    /// Returns the bar with the pieces of type `first` at its beginning and those of type `last` at
+    /// its end.
     SequencedCut arranged(std::size_t bar, int first, int last) const
     {
         SequencedCut cut{packing_[bar].pattern, packing_[bar].times};

@@ -12,14 +12,15 @@ struct SequencedCut
 };
 using Sequence = std::vector<SequencedCut>;
 
-/// Orders the bars and the pieces of each bar so that the last length of a bar often is the first
-/// of the next one. The stop then need not be set.
+/// Sorts the bars, and the pieces within each bar, so that the last length of a bar often is the
+/// first length of the next bar. The stop need not be set between such bars.
 Sequence sequenced(const Packing& packing);
 
-/// Returns the bars in the order of the packing, with the longest pieces first.
+/// Returns the bars in the order of the packing, without reducing the number of stop settings. On
+/// each bar the longest pieces come first.
 Sequence asItStands(const Packing& packing);
 
-/// Returns the number of stop settings.
+/// Returns the number of stop settings that a sequence of bars needs.
 int stopsOf(const Sequence& sequence);
 
 } // namespace shop::planning

@@ -18,7 +18,7 @@ constexpr int pollMilliseconds = 10;
 constexpr int patienceMilliseconds = 500;
 constexpr int dialogWidth = 360; ///< Device-independent pixels, enough for the title.
 
-/// A plan in the making, on threads of its own.
+/// Runs the planning of bars in other threads and reports its progress.
 class Planning
 {
 public:
@@ -40,7 +40,7 @@ public:
     int done() const { return done_; }
     int all() const { return all_; }
 
-    /// Ends the search and returns the best plan so far.
+    /// Ends the planning and returns the best plan so far.
     ProgressedPlan take()
     {
         const bool isComplete = isReady();
@@ -55,8 +55,8 @@ private:
     std::future<std::vector<GroupPlan>> plans_; ///< The last member, because it uses the others.
 };
 
-/// Waits without a dialog. The input of the user waits as well, so that no window reacts before the
-/// dialog blocks it.
+/// Waits for the planning without a dialog, for at most half a second. Input of the user stays in
+/// the event queue meanwhile, so that no window reacts before the dialog blocks the windows.
 void waitPatiently(const Planning& planning)
 {
     QEventLoop loop;
@@ -74,7 +74,8 @@ void waitPatiently(const Planning& planning)
 
 void showProgress(const Planning& planning, QProgressDialog& dialog)
 {
-    // Showing a value handles events, and the dialog forgets after that whether it was cancelled.
+    // A cancelled dialog is not updated: QProgressDialog::setValue() processes events, after which
+    // the dialog no longer reports that it was cancelled.
     if (dialog.wasCanceled())
         return;
     dialog.setMaximum(planning.all());

@@ -8,7 +8,7 @@ class QListWidget;
 
 namespace shop::screens {
 
-/// One part of one line, which can be made again.
+/// A choice in the remake dialog: one part of one order line, whose pieces can be made again.
 struct RemakeChoice
 {
     int order;
@@ -18,10 +18,10 @@ struct RemakeChoice
     bool operator==(const RemakeChoice&) const = default;
 };
 
-/// Returns the parts of the lines that have pieces or panes, in the order of the lines.
+/// Returns the parts of order lines for which pieces or panes exist, in the order of the lines.
 std::vector<RemakeChoice> remakeChoices(const Pieces& pieces);
 
-/// Lets the user choose one part of one line.
+/// A dialog in which the user chooses one part of one order line for the remake slip.
 class RemakeDialog : public QDialog
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ class RemakeDialog : public QDialog
 public:
     explicit RemakeDialog(const Pieces& pieces, QWidget* parent = nullptr);
 
-    /// Returns the choice of an accepted dialog.
+    /// Returns the user's choice if the dialog was accepted.
     std::optional<RemakeChoice> choice() const;
 
 private:

@@ -31,7 +31,7 @@ const QStringList& headings()
     return texts;
 }
 
-/// Returns an item that cannot be edited and does not look like a box for input.
+/// Returns an item that cannot be edited and does not look like an input box.
 QTableWidgetItem* fixedItem(const QString& text)
 {
     auto* item = new QTableWidgetItem(text);

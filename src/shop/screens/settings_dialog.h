@@ -8,7 +8,8 @@ class QTableWidget;
 
 namespace shop::screens {
 
-/// Edits the settings of bars: one row for each part, profile and colour.
+/// A dialog in which the user edits the settings of bars. It has one row for each part, profile and
+/// colour.
 class SettingsDialog : public QDialog
 {
     Q_OBJECT
@@ -22,9 +23,10 @@ public:
 private:
     void addRows();
     void save();
-    /// Reads a row. Returns nothing and shows which cell is wrong if a number is invalid.
+    /// Reads the settings in a row of the dialog. If a number is invalid, shows which cell is wrong
+    /// and returns no value.
     std::optional<BarSettings> settingsIn(int row);
-    /// Says in a box that the cell is invalid, and selects it.
+    /// Shows a message box that says that the cell is invalid, and selects the cell.
     void refuse(int row, int column);
 
     const StoredBars bars_;

@@ -25,8 +25,8 @@ namespace {
 
 constexpr qsizetype toldFindings = 8;
 
-/// A checked pack with the settings that it was planned with. Documents that were made from it keep
-/// it, so that their data always belong to them.
+/// A checked shop pack and the settings with which it was planned. Each document keeps the pack
+/// from which it was made, so that the exported data always belongs to the document.
 struct CheckedPack
 {
     ShopPack pack;
@@ -35,7 +35,8 @@ struct CheckedPack
 
 using SharedPack = std::shared_ptr<const CheckedPack>;
 
-/// Throws InternalError (51) with the first findings of the checker if there are any.
+/// Checks a shop pack. Throws InternalError (51) with the first findings if the checker has any
+/// findings.
 void check(const CheckedPack& made)
 {
     const QStringList findings = findingsIn(made.pack, made.settings, {});
@@ -64,8 +65,8 @@ QString sentenceFor(const RunTimeError& error)
     }
 }
 
-/// Returns what the function returns. An error is shown in a message box, so that it does not end
-/// the program.
+/// Calls the function and returns its result. If the function throws a run-time error, shows a
+/// message box, so that the error does not end the program, and returns an empty result.
 template <typename Action>
 auto shielded(const Action& action) -> decltype(action())
 {
@@ -78,14 +79,15 @@ auto shielded(const Action& action) -> decltype(action())
     }
 }
 
-/// The documents of one order.
+/// Makes the documents of one order.
 class OrderPack : public std::enable_shared_from_this<OrderPack>
 {
 public:
     OrderPack(QString storePath, int order) : path_(std::move(storePath)), order_(order) {}
 
-    /// Returns the pack, which is read and planned at the first call. It is read and planned again
-    /// if the user stopped the planning. Throws the errors of reading and those of check.
+    /// Returns the shop pack of the order. The first call reads the order and plans its bars. The
+    /// next call does so again if the user stopped the planning. Throws the errors of readOrders
+    /// and of check.
     SharedPack pack(QWidget* parent)
     {
         if (pack_ != nullptr)
@@ -109,7 +111,7 @@ public:
         return remakeOf(*all, *dialog.choice(), parent);
     }
 
-    /// Returns no document if the part has no pieces any more.
+    /// Makes the remake slip again. Returns no document if the part no longer has any pieces.
     MadeDocument remakeAgain(const RemakeChoice& choice, QWidget* parent)
     {
         const SharedPack all = pack(parent);
@@ -131,7 +133,8 @@ public:
     }
 
 private:
-    /// Plans and checks the pieces of a pack. Returns false if the user stopped the planning.
+    /// Plans and checks the bars for the pieces of a shop pack. Returns false if the user stopped
+    /// the planning.
     static bool plan(CheckedPack& made, QWidget* parent)
     {
         ProgressedPlan planned = planWithProgress(made.pack.pieces.pieces, made.settings, parent);
@@ -204,7 +207,8 @@ report::FurtherDocuments documentsOf(const QString& storePath, int orderNumber)
         .reportTitle = u"דוח הזמנה"_s, .documents = {}, .commands = {}};
     for (const paper::PaperKind& each : paper::paperKinds())
         further.documents.push_back(paperOf(order, each));
-    // The labels are listed before the last document, which tells how the sizes were computed.
+    // The labels are listed before the last document of paperKinds(), which shows how the sizes
+    // were computed.
     further.documents.insert(std::prev(further.documents.end()), labelsOf(order));
     further.documents.push_back(remakeOf(order));
     further.commands = {{u"ActionBarSettings"_s, u"הגדרות מוטות"_s,

@@ -4,11 +4,11 @@
 
 namespace shop::screens {
 
-/// Returns the documents of an order for the preview: cutting list, bar plan, glass list, mesh
-/// list, labels on one of three papers, how each size was computed, and the remake slip of one
-/// part, with the command "הגדרות מוטות". The stored lines are read when the first of them is made,
-/// and again after the settings have been changed. Errors are shown in a message box; then nothing
-/// is made.
+/// Returns the documents that the preview of an order offers: cutting list, bar plan, glass list,
+/// mesh list, labels on one of three papers, how each size was computed, and the remake slip of one
+/// part. Also returns the command "הגדרות מוטות" (settings of bars). The stored lines are read when
+/// the first document is made, and again after the settings have been changed. If an error occurs,
+/// a message box shows it and no document is made.
 report::FurtherDocuments documentsOf(const QString& storePath, int order);
 
 } // namespace shop::screens
