@@ -121,8 +121,8 @@ struct FileAccess
 FileAccess accessOf(const QString& path);
 
 /// Gives an open file the owner, group and permissions in `access`. Returns false if the process or
-/// the file system does not permit that. If the group cannot be set, the file's group gets only the
-/// permissions that everybody has.
+/// the file system does not permit that. If the group or the access control list cannot be set, the
+/// file's group gets only the permissions that everybody has.
 bool keepAccess(QFile& file, const FileAccess& access);
 
 /// Gives an open file the group and the permissions in `source`, except the permissions that the

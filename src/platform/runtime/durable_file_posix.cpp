@@ -137,16 +137,16 @@ QByteArray accessListOf(const QString& path)
 #endif
 }
 
-void setAccessList(int descriptor, const QByteArray& list)
+/// Gives the file the access control list, or none if the list is empty. Returns false if the list
+/// could not be set.
+bool setAccessList(int descriptor, const QByteArray& list)
 {
 #ifdef Q_OS_LINUX
-    // An error is ignored, because the caller then sets the permissions with fchmod, which works
-    // without an access control list.
-    if (list.isEmpty())
-        fremovexattr(descriptor, accessList);
-    else
-        fsetxattr(descriptor, accessList, list.constData(), size_t(list.size()), 0);
+    if (!list.isEmpty())
+        return fsetxattr(descriptor, accessList, list.constData(), size_t(list.size()), 0) == 0;
+    fremovexattr(descriptor, accessList);
 #endif
+    return true;
 }
 
 } // namespace
@@ -363,9 +363,13 @@ bool keepAccess(QFile& file, const FileAccess& access)
     const bool hasOwner =
         fstat(file.handle(), &status) == 0 &&
         (status.st_uid == access.owner || fchown(file.handle(), access.owner, gid_t(-1)) == 0);
-    setAccessList(file.handle(), hasGroup ? access.list : QByteArray());
-    const mode_t mode = hasGroup ? access.mode : withoutGroup(access.mode);
-    return fchmod(file.handle(), mode) == 0 && hasGroup && hasOwner;
+    // The group bits of a file with an access control list are the list's mask. Without the list
+    // they would be the rights of the group.
+    const bool isSame = hasGroup && setAccessList(file.handle(), access.list);
+    if (!isSame)
+        setAccessList(file.handle(), {});
+    const mode_t mode = isSame ? access.mode : withoutGroup(access.mode);
+    return fchmod(file.handle(), mode) == 0 && isSame && hasOwner;
 }
 
 void limitAccess(QFile& file, const FileAccess& source)

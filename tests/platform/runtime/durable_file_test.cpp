@@ -184,4 +184,17 @@ TEST_F(DurableFileTest, FollowLinks_givesTheLastName)
     EXPECT_EQ(testsupport::errorOf([&] { runtime::followLinks(at(u"circle"_s)); }),
               runtime::PermissionDenied);
 }
+
+TEST_F(DurableFileTest, KeepAccess_withoutTheAccessControlList_givesTheGroupNoMoreThanEverybody)
+{
+    QFile file;
+    ASSERT_TRUE(runtime::createFile(file, at(u"copy"_s), runtime::Readers::OnlyOwner));
+    runtime::FileAccess access = runtime::accessOf(at(u"copy"_s));
+    access.mode = 0664;
+    EXPECT_TRUE(runtime::keepAccess(file, access));
+    EXPECT_EQ(runtime::accessOf(at(u"copy"_s)).mode, 0664U);
+    access.list = "This is no access control list, so the system refuses it.";
+    EXPECT_FALSE(runtime::keepAccess(file, access));
+    EXPECT_EQ(runtime::accessOf(at(u"copy"_s)).mode, 0644U);
+}
 #endif
