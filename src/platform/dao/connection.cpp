@@ -14,8 +14,9 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Execute reads this many rows, and the other rows are read later. A page of the report has four
-/// rows, and the first paint needs only the pages that fit in the window.
+/// The number of rows that Execute reads. This is enough for the first paint of the report, which
+/// has four rows on a page and shows only the pages that fit in the window. The other rows are read
+/// later.
 constexpr int firstRows = 16;
 
 bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)

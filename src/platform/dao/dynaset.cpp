@@ -8,8 +8,8 @@ namespace dao {
 namespace {
 
 /// A dynaset: a recordset whose list of rows is read when the recordset is opened. The recordset
-/// and the RecordsetPages objects created from it share one list. An object that changes the list
-/// makes its own copy of the list first.
+/// shares this list with its RecordsetPages objects, from which grids read. An object that changes
+/// the list makes its own copy of the list first.
 class DynasetCursor final : public Recordset::Private
 {
 public:
@@ -116,8 +116,9 @@ private:
         return *list_;
     }
 
-    /// Returns the range of the primary keys if the recordset contains a whole table in the order
-    /// of a whole-number primary key without gaps. Returns nothing for any other recordset.
+    /// Returns the range of the primary keys if they are whole numbers without gaps and the
+    /// recordset contains all rows of a table in the order of these keys. Returns nothing for any
+    /// other recordset.
     std::optional<KeyRun> keyRun()
     {
         if (query_.where || order_.size() != 1)

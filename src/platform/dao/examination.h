@@ -17,8 +17,8 @@ class Database;
 struct ExaminedRow
 {
     RowKey key;
-    /// The values of the fields as Field::Value returns them. The element is invalid if the stored
-    /// value is Null or unreadable.
+    /// The values of the fields as Field::Value returns them. A value is an invalid QVariant if the
+    /// stored value is Null or unreadable.
     std::vector<QVariant> values;
     /// The positions of the fields whose stored values cannot be converted to their declared types.
     std::vector<int> unreadable;
@@ -57,7 +57,8 @@ bool hasBrokenMark(Database& database);
 void examineRows(Database& database, const QString& table,
                  const std::function<void(const ExaminedRow&)>& visitor);
 
-/// Returns the state of a counter field. Throws the errors of reading the store.
+/// Returns the highest number in a counter field and the last assigned number. Throws the errors of
+/// reading the store.
 ExaminedCounter examineCounter(Database& database, const QString& table, const QString& field);
 
 } // namespace dao

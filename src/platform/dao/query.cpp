@@ -86,7 +86,8 @@ public:
 private:
     QStringView word() const { return rest_.first(run(0, isWordSign)); }
 
-    /// Returns the number of consecutive characters of one kind, counted from position `start`.
+    /// Returns the number of consecutive characters, from position `start` on, for which `isOfKind`
+    /// is true.
     qsizetype run(qsizetype start, bool (*isOfKind)(QChar)) const
     {
         const QStringView signs = rest_.sliced(start);

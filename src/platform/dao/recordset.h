@@ -53,8 +53,8 @@ class RecordsetObserver
 public:
     virtual ~RecordsetObserver() = default;
     /// Called before every move (Move..., Seek, moveToKey), even if the move leads to the same row,
-    /// and before a Delete. If MoveLast is the move, all rows already count as reached. Not called
-    /// if the move is refused. An exception from this function prevents the move.
+    /// and before a Delete. Before MoveLast, RecordCount already counts all rows. Not called if the
+    /// move is refused. An exception from this function prevents the move.
     virtual void currentAboutToChange() = 0;
     /// Called after every move, after SetIndex and Requery, and when the first row is added to an
     /// empty recordset. Afterwards another row, the same row or no row may be current. Not called
@@ -175,7 +175,8 @@ public:
     /// throw, even on a closed recordset.
     void markReached(int count) noexcept;
     /// Runs the query again when a data control is refreshed. Afterwards the same number of rows
-    /// counts as reached as before. If all rows had been reached before, all rows count as reached.
+    /// counts as reached (see RecordCount) as before. If all rows had been reached before, all rows
+    /// count as reached.
     void requeryAsFarAsReached();
 
 private:
@@ -183,8 +184,8 @@ private:
     /// Returns the internal state of the recordset. Throws ObjectClosed (3420) if the recordset or
     /// its Database has been closed.
     Private& live() const;
-    /// Performs the delayed look-up of the first row and returns the internal state like the
-    /// function live.
+    /// Looks up the first row if its look-up was delayed, and returns the internal state. Throws
+    /// the same errors as live.
     Private& settled() const;
 
     std::unique_ptr<Private> d_;

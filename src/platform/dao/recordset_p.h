@@ -8,9 +8,9 @@
 
 namespace dao {
 
-/// The Database to which a recordset belongs. The pointer exists twice: for Recordset::database,
-/// and as the owner of the session. The second pointer is needed because the recordset classes do
-/// not include the header of Database.
+/// Two pointers to the Database of a recordset. Recordset::database returns the first one. The
+/// second one is a pointer to the base class, from which the recordset classes get the session,
+/// because they do not include the header of Database.
 struct Opened
 {
     std::shared_ptr<Database> database;
@@ -40,9 +40,11 @@ public:
     virtual RecordsetType type() const = 0;
     virtual int recordCount() = 0;
     virtual bool isEmpty() = 0;
-    /// Makes all rows count as reached. The function has an effect on dynasets only.
+    /// In a dynaset, marks all rows as reached, so that RecordCount counts them. Does nothing in a
+    /// table-type recordset.
     virtual void reachEnd() {}
-    /// Makes the first `count` rows count as reached. The function has an effect on dynasets only.
+    /// In a dynaset, marks the first `count` rows as reached, so that RecordCount counts them. Does
+    /// nothing in a table-type recordset.
     virtual void reach(int /*count*/) noexcept {}
     virtual void goFirst() = 0;
     /// Makes the first row current. A derived class may delay the look-up of the row until settle
@@ -57,8 +59,8 @@ public:
     virtual bool has(RowNumber number) = 0;
     virtual void goTo(RowNumber number) = 0;
     virtual void requery() = 0;
-    /// Runs the query again. Afterwards the same number of rows counts as reached as before the
-    /// call.
+    /// Runs the query again. In a dynaset, the same number of rows as before then counts as reached
+    /// (see Recordset::RecordCount).
     virtual void requeryAsFarAsReached() { requery(); }
     virtual void rowAdded(RowNumber) {}
     virtual void rowRemoved() {}
@@ -80,8 +82,8 @@ public:
     void refetch();
     QVariant value(int ordinal);
     void drop();
-    /// Makes the row `found` current. If `found` is empty, the position becomes `otherwise`, or
-    /// Position::Empty if the recordset has no rows.
+    /// Makes the row `found` current. If `found` is empty, no row becomes current: the position is
+    /// then Position::Empty in a recordset without rows and `otherwise` in any other one.
     void standOn(std::optional<StoredRow> found, Position otherwise);
     std::vector<TableRows::Assignment> additions() const;
     std::vector<TableRows::Assignment> changes() const;

@@ -10,8 +10,9 @@ namespace dao {
 
 namespace {
 
-/// The placeholder for the row id of the row with the first key. The rows with the following keys
-/// have consecutive placeholders. All placeholders are lower than any row id of a table.
+/// The placeholder that stands for the row id of the row with the first key until this row is read.
+/// The rows with the following keys have consecutive placeholders. All placeholders are lower than
+/// any row id of a table.
 constexpr RowNumber firstMark = std::numeric_limits<RowNumber>::min();
 
 } // namespace

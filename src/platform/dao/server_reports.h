@@ -8,8 +8,8 @@ namespace dao {
 
 class Database;
 
-/// Returns the risks for the store in case of a power cut, as far as the settings of the store's
-/// server cause them.
+/// Returns why a power cut can lose rows of the store or damage can stay unnoticed. The reasons are
+/// settings of the server and its tables.
 Durability durabilityOf(Database& database);
 
 /// Returns the logged changes of an order and of its lines, the oldest change first. Throws

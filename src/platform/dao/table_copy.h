@@ -9,8 +9,8 @@ namespace dao {
 
 class Database;
 
-/// The number of rows of a table and a hash of the values of all rows. Two tables with the same
-/// rows in the same order have equal contents, even on different engines.
+/// The number of rows of a table and a hash of the values of all rows, for comparing tables. Tables
+/// with the same rows in the same order have equal numbers and hashes, even on different engines.
 struct TableContents
 {
     qint64 rows = 0;
@@ -59,9 +59,9 @@ QStringList ownTables(Database& database);
 /// copyTable.
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen);
 
-/// Moves tables out of a store on a server without deleting the tables. Returns a text that names
-/// the place to which the tables were moved. Throws OperationNotSupported (3251) for an embedded
-/// store.
+/// Moves tables of a store on a server to a new schema of the database, so that they are kept but
+/// no longer belong to the store. Returns a text that names the new schema. Throws
+/// OperationNotSupported (3251) for an embedded store.
 QString setAside(Database& database, const QStringList& tables);
 
 /// Sets the owner of all tables that are created in the rest of the transaction. The new owner is

@@ -32,7 +32,8 @@ Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
     return held->session();
 }
 
-/// Returns the state of the definition of a table that the store contains.
+/// Returns the state for the definition of a table in the store. The fields and indexes are read
+/// later.
 std::shared_ptr<TableDefState> stateOf(const TableInfo& table,
                                        const std::weak_ptr<const SessionOwner>& owner)
 {
@@ -114,7 +115,7 @@ void Indexes::Append(const Index& index) const
 {
     std::vector<IndexInfo>& known = table_->knownIndexes();
     if (table_->appended) {
-        // A primary key can only be created together with its table.
+        // A primary key can only be created with its table, so an existing table gets none.
         if (index.Primary())
             throw RunTimeError(runtime::OperationNotSupported);
         table_->requireFields(index.info());
@@ -148,8 +149,8 @@ void FieldDefs::Append(const FieldDef& field) const
     if (ordinalOf(known, field.Name()) >= 0)
         throw RunTimeError(runtime::FieldDefinedTwice);
     if (table_->appended && !known.empty()) {
-        // A counter cannot be added to an existing table, because every row must get its number
-        // when the row is added.
+        // A counter is refused for an existing table, because every row must get its number when
+        // the row is added.
         if (field.info().counter)
             throw RunTimeError(runtime::OperationNotSupported);
         Session& session = table_->session();

@@ -139,8 +139,8 @@ QString TableRows::ordering(const Session& session, const RowOrder& order, std::
     const bool forward = direction == Direction::Forward;
     QStringList terms;
     for (std::size_t i = from; i < order.size(); ++i) {
-        // If NULLS FIRST is omitted, the engine can also use an index that was created without
-        // NULLS FIRST. The omission is correct for a field that cannot be Null.
+        // NULLS FIRST is omitted for a field that cannot be Null, because the engine can then also
+        // use an index that was created without NULLS FIRST.
         const bool withoutNull = table_.fields[static_cast<std::size_t>(order[i])].required;
         const QString nulls = withoutNull ? QString()
                               : forward   ? u" NULLS FIRST"_s
@@ -230,8 +230,8 @@ TableRows::Beginning TableRows::beginning(Session& session, const Where& where,
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
         ordering(session, order, 0, Direction::Forward);
     Beginning result;
-    // The subquery for the count and the subquery for the row ids have the same condition and refer
-    // to the same parameter.
+    // The value of the condition is passed only once, because the subqueries for the count and for
+    // the row ids refer to the same parameter.
     for (StoredValues& columns : session.rows(sql, met.values)) {
         result.total = columns.front().toULongLong();
         columns.erase(columns.begin());
@@ -258,12 +258,13 @@ std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    // If the lowest or the highest key is not a whole number, the number of rows does not show
-    // whether the range of keys has gaps.
+    // If the lowest or the highest key is not a whole number, the result is empty, because the
+    // number of rows does not show whether the keys have gaps.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
     const qint64 first = seen[2].toLongLong();
-    // The difference between the lowest and the highest key may exceed a signed 64-bit number.
+    // The keys are subtracted as unsigned numbers, because their difference may exceed a signed
+    // 64-bit number.
     const auto count = static_cast<quint64>(seen[0].toLongLong());
     const auto width = static_cast<quint64>(seen[3].toLongLong()) - static_cast<quint64>(first);
     if (seen[1].toLongLong() != 0 || width != count - 1)

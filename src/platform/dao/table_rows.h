@@ -51,7 +51,8 @@ public:
 
     /// Returns the row ids of all rows that meet the condition, in the given order.
     RowNumbers numbers(Session& session, const Where& where, const RowOrder& order) const;
-    /// The row ids that numbers() returns, and the first of these rows. One statement reads both.
+    /// The row ids of all rows that meet the condition, in the given order, and the first of these
+    /// rows. One statement reads all this.
     struct Listed
     {
         RowNumbers numbers;

@@ -36,8 +36,8 @@ public:
     virtual void finish() = 0;
 };
 
-/// The risks for the rows of a store in case of a power cut, as far as the settings of the store's
-/// server cause them. The lists `hazards` and `remarks` are empty for an embedded store.
+/// Tells why a power cut can lose rows of a store on a server (`hazards`) and why damage can stay
+/// unnoticed (`remarks`). The two lists are empty for an embedded store.
 struct Durability
 {
     QStringList hazards; ///< Confirmed rows may be lost: one text for each reason.
@@ -55,9 +55,9 @@ struct LoggedChange
     QString oldRow; ///< The values before the change without Null, as JSON; empty for a new row.
 };
 
-/// Operations on whole stores and whole tables. Only the program zomrel-store uses these
-/// operations. While a RowStream or a RowSink exists, the session that created it cannot execute
-/// any other statement.
+/// Reads, copies and examines whole stores and whole tables. Only the program zomrel-store uses
+/// this class. While an object that reads or writes rows (RowStream or RowSink) exists, its session
+/// cannot execute any other statement.
 class Bulk
 {
 public:
@@ -91,25 +91,24 @@ public:
     virtual void countOnFrom(const QString& table, const QString& field, qint64 highest) = 0;
     /// Updates the engine's statistics of a table after many rows have been added.
     virtual void analyze(const QString&) {}
-    /// Moves tables out of a store on a server without deleting the tables. Returns a text that
-    /// names the place to which the tables were moved. Throws OperationNotSupported (3251) for an
-    /// embedded store.
+    /// Moves tables of a store on a server to a new schema of the database, so that they are kept
+    /// but no longer belong to the store. Returns a text that names the new schema. Throws
+    /// OperationNotSupported (3251) for an embedded store.
     virtual QString setAside(const QStringList& /*tables*/)
     {
         throw runtime::RunTimeError(runtime::OperationNotSupported);
     }
-    /// Sets the owner of all tables that are created in the rest of the transaction. The new owner
-    /// is the owner of the given tables. If no tables are given, the new owner is the role that
-    /// `zomrel-store server-setup` creates. Does nothing in an embedded store, or if the current
-    /// user may not act as the new owner.
+    /// Sets the owner of all tables that are created in the rest of the transaction: the owner of
+    /// the given tables or, if none are given, the role that `zomrel-store server-setup` creates.
+    /// Does nothing in an embedded store, or if the current user may not act as that owner.
     virtual void actAsOwnerOf(const QStringList&) {}
-    /// Returns SQL statements that grant the present rights on the given tables again, for tables
-    /// of the same names that are created later. Each statement does nothing if its table does not
+    /// Returns the rights that users have on the given tables, as SQL statements that grant the
+    /// rights on later tables of the same names. A statement does nothing if its table does not
     /// exist.
     virtual QStringList grantsOn(const QStringList&) { return {}; }
 
-    /// Returns the risks for the store in case of a power cut, as far as the settings of the
-    /// store's server cause them.
+    /// Returns why a power cut can lose rows of the store or damage can stay unnoticed. The reasons
+    /// are settings of the server and its tables.
     virtual Durability durability() { return {}; }
     /// Returns the logged changes of an order and its lines, the oldest change first. Throws
     /// OperationNotSupported (3251) for a store without a log of changes.

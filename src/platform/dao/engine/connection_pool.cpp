@@ -16,7 +16,8 @@ constexpr std::size_t mostIdle = 12;
 
 ConnectionPool::ConnectionPool()
 {
-    // Idle connections must be closed before the QCoreApplication object is destroyed.
+    // Idle connections are closed when QCoreApplication is destroyed, because the static pool is
+    // destroyed too late.
     qAddPostRoutine([] { instance().clear(); });
 }
 

@@ -17,7 +17,7 @@ public:
     Q_DISABLE_COPY_MOVE(EngineConnection)
 
     SchemaMemory& schema() { return *schema_; }
-    /// Makes this connection use the schema cache of another connection to the same store.
+    /// Sets the schema cache of this connection to that of another connection to the same store.
     void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
     /// Gives this connection an empty schema cache of its own.
     void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }

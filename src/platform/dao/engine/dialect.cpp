@@ -10,7 +10,7 @@ namespace {
 
 constexpr auto primaryKeyName = "PrimaryKey"_L1;
 
-/// The columns of the query result that Dialect::tablesOf converts.
+/// The columns of a query result with one row for each field of a table (see Dialect::tablesOf).
 enum TableColumn {
     TableName,
     IsTable,

@@ -30,8 +30,8 @@ constexpr int highestPort = 65535;
 
 constexpr auto fileKey = "file"_L1;
 
-/// A key of a link file and the member of Link that holds the value of the key. The member is null
-/// for the port, which is a number.
+/// The name of a key in a link file, and the member of Link that holds the key's value. The member
+/// is null for the port, because the port is the only value that is a number.
 struct Key
 {
     QLatin1StringView name;
@@ -75,8 +75,8 @@ void checkValue(QLatin1StringView key, const QString& value)
         throw Damage{u"the value of '%1' has a sign that does not print"_s.arg(key)};
     if (value != value.trimmed())
         throw Damage{u"the value of '%1' has blanks around it"_s.arg(key)};
-    // The PostgreSQL client library would interpret a comma as the separator between several
-    // servers.
+    // A comma is refused, because the PostgreSQL client library would interpret it as the separator
+    // between several servers.
     if (key == "server"_L1 && value.contains(u','))
         throw Damage{u"'%1' names more than one server"_s.arg(key)};
 }
@@ -132,8 +132,8 @@ private:
     void set(const Key& key, const QString& value)
     {
         checkValue(key.name, value);
-        // The meaning of a relative path would depend on the folder in which a station starts the
-        // program.
+        // A relative path is refused, because its meaning would depend on the folder in which a
+        // station starts the program.
         if (key.text == &Link::file && !QDir::isAbsolutePath(value))
             throw Damage{u"'%1' is no absolute path"_s.arg(value)};
         if (key.text == &Link::tls && !linkTlsModes().contains(value))

@@ -150,8 +150,8 @@ Transaction::~Transaction()
     try {
         session_.rollback();
     } catch (const runtime::RunTimeError&) {
-        // The engine has already rolled back the transaction. The error that occurred first is the
-        // one to report.
+        // The error of the rollback is ignored. The engine has already rolled back the transaction,
+        // and the error that occurred first is the one to report.
         return;
     }
 }

@@ -19,8 +19,8 @@ struct SchemaMemory
     std::optional<std::vector<TableInfo>> all;
     std::map<QString, std::optional<TableInfo>> tables;
     std::map<QString, std::vector<IndexInfo>> indexes;
-    /// The identifying mark of a store on a server, cached together with the schema. The cached
-    /// mark stays correct, because a restore, which changes the mark, also changes the schema.
+    /// The identifying mark of a store on a server (two random texts), cached together with the
+    /// schema. A restore changes the mark and the schema, so the cache never keeps an old mark.
     std::optional<StoreMark> storeMark;
     bool cannotMark = false; ///< True if the server has refused to create the table of the mark.
 };
@@ -56,12 +56,12 @@ public:
     /// Executes one statement and returns all rows of the result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
     /// Executes an UPDATE or DELETE and returns the number of changed rows. Throws StoreReplaced
-    /// (3197) and writes nothing if the store is not the one that this process opened first at the
-    /// path.
+    /// (3197) and writes nothing if the store at the path was replaced or restored after this
+    /// process had opened it first.
     virtual qint64 write(const QString& sql, const QVariantList& values) = 0;
     /// Returns an SQL condition that every statement that writes rows must contain. The condition
-    /// is true only if the store still has the identifying mark that this process expects. Returns
-    /// an empty text if the engine compares the mark outside of the statement.
+    /// is false if the store's identifying mark shows that the store was replaced or restored.
+    /// Returns an empty text if the engine compares the mark outside of the statement.
     virtual QString writeCondition() { return {}; }
     /// Executes an INSERT into the table and returns the row id of the new row. Throws the same
     /// errors as write.
@@ -89,13 +89,13 @@ public:
     /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
 
-    /// Reads the mark that identifies the store. Returns an empty mark for a store that has no
-    /// mark, because an older version made it.
+    /// Reads the store's identifying mark, which is two random texts. The texts are empty if the
+    /// store has no mark, because an older version made it.
     StoreMark storedMark();
-    /// Throws StoreReplaced (3197) if the store's identifying mark is not the mark that this
-    /// process expects at the path.
+    /// Reads the store's identifying mark. Throws StoreReplaced (3197) if the mark shows that the
+    /// store was replaced or restored.
     void requireExpectedMark() { recognise(storedMark()); }
-    /// Replaces the mark that identifies the store by `mark`, within the open transaction.
+    /// Writes `mark` to the store as its new identifying mark, within the open transaction.
     void storeMark(const StoreMark& mark);
 
     /// Returns an object that reads, copies and examines whole tables. The session must outlive the
@@ -107,15 +107,16 @@ protected:
     virtual Answer execute(const QString& sql, const QVariantList& values) = 0;
     virtual SchemaMemory& schema() = 0;
     void setInTransaction() { inTransaction_ = true; }
-    /// Compares the identifying mark that was read from the store with the mark that this process
-    /// expects at the path. Throws StoreReplaced (3197) if the marks differ. If the expected mark
-    /// is empty, a mark that was added to a store of an older version is accepted.
+    /// Checks the identifying mark that was read from the store. Throws StoreReplaced (3197) if it
+    /// is not the mark that this process expects at the path. If the store had no mark at first,
+    /// because an older version made it, a mark that was added later is accepted.
     void recognise(const StoreMark& stored);
     runtime::RunTimeError replacedError() const;
-    /// Returns the mark that the store at this path must have. The first call for a path stores
-    /// `seen` as this mark.
+    /// Returns the identifying mark (two random texts) that this process expects in the store. The
+    /// first call for a path stores `seen` as the expected mark.
     StoreMark expectedMark(const StoreMark& seen = {}) const;
-    /// Returns the statements that create the table for the store's identifying mark.
+    /// Returns the statements that create the internal table for the store's identifying mark,
+    /// which is two random texts.
     virtual QStringList markTableStatements() const;
 
 private:

@@ -4,8 +4,8 @@
 
 namespace dao {
 
-/// The number of the run-time error for a store that is not the one that this process opened first
-/// at the path.
+/// The number of the run-time error that is thrown if the store at a path was replaced or restored
+/// after this process had opened it first.
 constexpr int storeReplaced = 3197;
 
 /// The name of the table that contains the store's identifying mark in its only row. The table is
@@ -21,22 +21,24 @@ struct StoreMark
     QString generation; ///< Assigned with the identity and changed by a restore.
 
     bool isEmpty() const { return identity.isEmpty() && generation.isEmpty(); }
-    /// Returns true if the mark was added to a store that an older version had made without a mark.
+    /// Returns true if this identifying mark was added later, to a store that an older version had
+    /// made without a mark.
     bool isOfOlderStore() const { return !isEmpty() && identity == generation; }
     bool operator==(const StoreMark&) const = default;
 };
 
-/// Returns a new mark for a store that an older version made without a mark.
+/// Returns a new identifying mark (two equal random texts) for a store that an older version made
+/// without one.
 StoreMark markOfOlderStore();
-/// Returns the mark for a store after a restore, with the same identity and a new generation. If
-/// the given mark is empty, the returned mark has a new identity, too.
+/// Returns the identifying mark for a store after a restore: the same identity and a new random
+/// text as generation. If the given mark is empty, the identity is new, too.
 StoreMark renewed(const StoreMark& mark);
 
-/// Returns the mark that the store at the path must have in this process, which is the first mark
-/// read there. The first call for a path stores `mark` as this mark.
+/// Returns the identifying mark that this process expects in the store at the path. The first call
+/// for a path stores `mark`, which was read from the store, as the expected mark.
 StoreMark firstSeenMark(const QString& path, const StoreMark& mark);
-/// Replaces the mark that this process expects at the path, for example because this process has
-/// written a new mark to the store.
+/// Replaces the identifying mark that this process expects in the store at the path, for example
+/// because this process has written a new mark to the store.
 void expectMark(const QString& path, const StoreMark& mark);
 
 } // namespace dao

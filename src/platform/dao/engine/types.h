@@ -71,7 +71,7 @@ struct IndexInfo
     bool unique = false;
 };
 
-/// The maximum times that the program waits for a store.
+/// How long the program waits for a store before it throws an error.
 struct Timeouts
 {
     /// How long a statement waits for a lock of another station. After this time Locked (3260) is

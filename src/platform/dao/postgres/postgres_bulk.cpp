@@ -203,8 +203,8 @@ private:
 
 } // namespace
 
-/// Checks that all rows can be read and that all indexes are valid. A client cannot check the files
-/// of the server.
+/// Checks that all rows can be read and that all indexes are valid. The files of the database are
+/// not checked, because a client cannot read the files of the server.
 QStringList PostgresBulk::integrityFindings()
 {
     QStringList findings;

@@ -26,7 +26,7 @@ namespace {
 
 constexpr auto greetingName = "zomrel_greeting";
 constexpr std::chrono::seconds greetingPatience(3);
-/// Time limit for reconnecting after the connection was lost before an answer arrived.
+/// The time limit for connecting again after the connection was lost while a row was being added.
 constexpr std::chrono::seconds reconnectPatience(5);
 constexpr std::chrono::milliseconds reconnectPause(100);
 
@@ -98,8 +98,9 @@ bool isHandlingEvents()
     return QThread::currentThread()->loopLevel() > 0;
 }
 
-/// Records on the connection that the server has just answered. The record is deleted when control
-/// returns to the event loop. Outside of an event loop, the function has no effect.
+/// Records on the connection that the server has just answered, so that the next session need not
+/// test the connection. The record is deleted when control returns to the event loop. Outside of an
+/// event loop, the function has no effect.
 void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
 {
     if (!isHandlingEvents())
@@ -112,8 +113,8 @@ void markAsAnswered(const std::shared_ptr<PqConnection>& connection)
                        });
 }
 
-/// Returns true if the SQL statement cannot change the schema. A ROLLBACK can change the schema,
-/// because it undoes changes of tables.
+/// Returns true if the SQL statement leaves the schema unchanged. Returns false for ROLLBACK,
+/// because it can undo changes of tables.
 bool keepsTheSchema(const QString& sql)
 {
     return !mayChangeSchema(sql) || sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
@@ -127,8 +128,8 @@ PostgresSession::PostgresSession(const QString& path, Link link, const Timeouts&
 {
 }
 
-/// If the store has no shared connection, the connection of a transaction that has ended becomes
-/// the shared connection.
+/// If the store has no shared connection, this session's own connection, which was used for a
+/// transaction, becomes the shared connection for later sessions.
 PostgresSession::~PostgresSession()
 {
     if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
@@ -212,8 +213,8 @@ void PostgresSession::requireTakenUp()
                            u"Connection to %1 failed: it was lost at once"_s.arg(link_.place()));
 }
 
-/// Replaces a lost connection by a working one. Outside of a transaction, no changes are lost when
-/// the connection is lost.
+/// Replaces a lost connection by a working one. Must not be called in a transaction, because the
+/// changes of a transaction are lost with its connection.
 void PostgresSession::reconnect()
 {
     const Connection other = shared();
@@ -234,8 +235,8 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
             throw connection_->lossError();
         reconnect();
     }
-    // If a statement of a transaction has failed, the server executes COMMIT as a rollback without
-    // reporting an error.
+    // A COMMIT after a failed statement is refused here, because the server would roll the
+    // transaction back without reporting an error.
     if (sql == "COMMIT"_L1 && connection_->hasFailedTransaction())
         throw RunTimeError(runtime::InvalidOperation,
                            u"A statement of the transaction has failed; nothing of it is kept."_s);
@@ -248,8 +249,8 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
     return connection_->execute(sql, values);
 }
 
-/// Deletes the record that the server has just answered, so that the next opening of a database
-/// reads the schema mark again.
+/// Makes the next opening of a database ask the server for the schema mark, although the server has
+/// just answered. The schema mark changes with every change of a table.
 void PostgresSession::askAnew() const
 {
     if (const Connection greeted = shared())
@@ -275,7 +276,7 @@ std::optional<TableInfo> PostgresSession::table(const QString& name)
 {
     if (std::optional<TableInfo> known = tableIn(knownTables(), name))
         return known;
-    // Another station may have created the table after the schema was read.
+    // The cached schema is read again, because another station may have created the table since.
     schema().all.reset();
     return tableIn(knownTables(), name);
 }
@@ -298,8 +299,8 @@ RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
     }
 }
 
-/// Adds a row outside of a transaction. Stores the token together with the row if the server has a
-/// table of tokens (see row_tokens.h).
+/// Adds a row outside of a transaction. If the server has a table of tokens (see row_tokens.h),
+/// stores the random text `token` with the row, to find out later whether the row is stored.
 RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString& sql,
                                            const QVariantList& values, const QString& token)
 {

@@ -36,8 +36,8 @@ qint64 PostgresSession::write(const QString& sql, const QVariantList& values)
     if (affected > 0)
         return affected;
     requireExpectedMark();
-    // The store had no identifying mark, because an older version made it. Another station has just
-    // added a mark, so the condition of the statement was false.
+    // Another station has just added an identifying mark to this store, which had none. The
+    // condition of the statement was therefore false, and the statement has written nothing.
     if (expectedMark() != expected)
         throw replacedError();
     return affected;
@@ -57,7 +57,8 @@ QString PostgresSession::writeCondition()
         storeMarkTable, Dialect::literal(mark.identity), Dialect::literal(mark.generation));
 }
 
-/// All stations read the table of the identifying mark. Only the owner of the table writes to it.
+/// Lets all roles read the table of the identifying mark, because all stations compare the mark.
+/// Only the owner of the table may write to it.
 QStringList PostgresSession::markTableStatements() const
 {
     return Session::markTableStatements() +
@@ -65,8 +66,8 @@ QStringList PostgresSession::markTableStatements() const
 }
 
 /// Adds an identifying mark, with one statement, to a store that an older version made without one.
-/// The current role must own the store, because the owner could not use a table that another role
-/// creates. Without this right, the store remains usable without a mark.
+/// Does nothing if the current role does not own the store, because the owner could not use a table
+/// that another role creates. The store is then used without a mark.
 void PostgresSession::markOlderStore()
 {
     if (inTransaction() || schema().cannotMark)
@@ -81,8 +82,8 @@ void PostgresSession::markOlderStore()
             Dialect::literal(storeMarkTable), PostgresDialect::ownsCounters(),
             statements.join(u"; "_s)));
     } catch (const RunTimeError&) {
-        // The store remains usable without a mark. If the connection is lost, the next statement
-        // reports the loss.
+        // The error is ignored, because the store can be used without an identifying mark. If the
+        // connection is lost, the next statement reports the loss.
         schema().cannotMark = true;
         return;
     }

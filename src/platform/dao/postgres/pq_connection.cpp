@@ -316,8 +316,8 @@ void PqConnection::flush(const Deadline& deadline)
     int unsent = 0;
     while ((unsent = PQ(flush)(handle_.get())) == 1) {
         await(Readiness::ToReadOrWrite, deadline);
-        // The server may stop receiving data until the client has read the data that the server has
-        // sent.
+        // Reads what the server has sent, because the server may stop receiving data until the
+        // client has read it.
         PQ(consumeInput)(handle_.get());
     }
 }

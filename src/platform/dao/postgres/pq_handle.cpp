@@ -19,7 +19,7 @@ int pollOne(PollEntry& one, int milliseconds)
 #endif
 }
 
-/// Returns the flags with which poll waits for this kind of readiness.
+/// Returns the flags with which poll waits until a socket can be read or written.
 short eventsOf(Readiness readiness)
 {
     switch (readiness) {

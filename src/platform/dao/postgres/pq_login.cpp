@@ -174,7 +174,7 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
                          PasswordUse use)
 {
     const bool mayUsePassword = use != PasswordUse::None;
-    // If a value is empty, the client library uses its default.
+    // For a setting with an empty value, the client library uses its default.
     const std::array<std::pair<const char*, QByteArray>, 17> settings = {{
         {"host", link.server.toUtf8()},
         {"hostaddr", address},
@@ -306,8 +306,8 @@ ConnectionHandle logIn(const Link& link, const Timeouts& timeouts)
             attempt(link, timeouts, address, isLast ? left : std::min(left, addressPatience));
         if (result.connection) {
             PQ(setnonblocking)(result.connection.get(), 1);
-            // The notices of the server are ignored, because the server logs them and failures are
-            // reported as errors.
+            // The server's notices, which are warnings and other messages but never errors, are
+            // ignored, because the server logs them.
             constexpr auto ignore = [](void*, const char*) {};
             PQ(setNoticeProcessor)(result.connection.get(), ignore, nullptr);
             return std::move(result.connection);

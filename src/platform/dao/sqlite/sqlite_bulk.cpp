@@ -63,7 +63,7 @@ qint64 secondsOf(const QVariant& moment)
                : days + moment.toTime().msecsSinceStartOfDay() / 1000;
 }
 
-/// Writes a field value that the function fromStored has returned.
+/// Writes a field value, which the function fromStored has converted from a stored value.
 void addValue(RowWriter& row, const FieldInfo& field, const QVariant& value)
 {
     switch (value.isValid() ? field.type : 0) {
@@ -288,7 +288,7 @@ QStringList SqliteBulk::integrityFindings()
     QStringList findings;
     for (const StoredValues& row : session_.rows(u"PRAGMA integrity_check"_s))
         findings.append(row.front().toString());
-    // For a store without defects, the check returns the single line "ok".
+    // For a store without defects, PRAGMA integrity_check returns the single line "ok".
     if (findings == QStringList(u"ok"_s))
         findings.clear();
     return findings;
@@ -342,7 +342,7 @@ std::unique_ptr<RowStream> SqliteBulk::rowStream(const TableInfo& table)
 
 std::unique_ptr<RowSink> SqliteBulk::rowSink(const TableInfo& table)
 {
-    // With a small cache, SQLite would write changed pages to the disk before the commit.
+    // A large cache keeps SQLite from writing changed pages to the disk before the commit.
     QSqlQuery(database_).exec(u"PRAGMA cache_size = -16384"_s); // KiB
     return std::make_unique<SqliteSink>(table, QSqlQuery(database_));
 }

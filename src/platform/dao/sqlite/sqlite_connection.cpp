@@ -40,7 +40,8 @@ SqliteConnection::SqliteConnection()
 
 SqliteConnection::~SqliteConnection()
 {
-    // Closing a file on a file server waits for the answer of the file server.
+    // A notice is shown if this takes long, because closing a file on a file server needs the
+    // server's answer.
     const runtime::WatchedCall call([uri = database_.databaseName()] { return QUrl(uri).path(); });
     statements_.clear();
     oneShot_ = QSqlQuery();
@@ -51,8 +52,8 @@ SqliteConnection::~SqliteConnection()
 
 QSqlQuery& SqliteConnection::statement(const QString& sql)
 {
-    // BEGIN and COMMIT do not change the schema. ROLLBACK can change the schema, because it undoes
-    // changes of tables.
+    // BEGIN and COMMIT do not change the schema, so the caches stay valid. ROLLBACK can undo
+    // changes of tables, so the caches are cleared.
     const bool keepsSchema = sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
     if (mayChangeSchema(sql) && !keepsSchema) {
         forgetSchema();

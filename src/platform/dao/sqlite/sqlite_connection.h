@@ -17,7 +17,8 @@ public:
     ~SqliteConnection() override;
 
     QSqlDatabase& database() { return database_; }
-    /// Keeps the Presence object alive until the connection has been closed.
+    /// Keeps the lock that shows the file as in use (Presence) until the connection has been
+    /// closed.
     void setPresence(std::shared_ptr<Presence> presence) { presence_ = std::move(presence); }
     /// Returns the prepared statement for an SQL text, ready for binding values. A statement that
     /// may change the schema is not cached, and preparing it clears the schema cache.

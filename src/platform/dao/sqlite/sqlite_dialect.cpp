@@ -32,8 +32,8 @@ QString lastGiven(const QString& table)
 namespace {
 
 /// Returns the statements of a trigger that raise the counter to the number of the new row. These
-/// statements must never cause a conflict. An OR clause of the statement that fires the trigger
-/// also applies to the statements of the trigger.
+/// statements must never cause a conflict, because SQLite would resolve it by the OR clause of the
+/// statement that fires the trigger.
 QString countingOn(const QString& table, const QString& field)
 {
     return QStringLiteral("INSERT INTO %1 (table_name, last_number) SELECT %2, 0 "
@@ -99,7 +99,8 @@ QString SqliteDialect::newRowNumber(const TableInfo& table) const
     const auto counter =
         std::find_if(table.fields.begin(), table.fields.end(),
                      [](const FieldInfo& each) { return each.counter && each.countsByItself; });
-    // If another program has created the table, the counter field may have no triggers.
+    // A table that another program has created may have no triggers for its counter. SQLite itself
+    // then assigns the row ids.
     if (counter == table.fields.end())
         return {};
     return u"(SELECT 1 + max(%1, %2))"_s.arg(highestStored(table.name, rowNumber(table)),
@@ -108,9 +109,9 @@ QString SqliteDialect::newRowNumber(const TableInfo& table) const
 
 QString SqliteDialect::joined(const QString& select) const
 {
-    // SQLite keeps the order of a subquery if the outer query uses an aggregate function other than
-    // count, min and max. LIMIT -1 in the subquery would also keep the order, but SQLite sorts a
-    // query with a limit more slowly.
+    // The subquery is ordered, and group_concat reads it in this order. SQLite keeps the order for
+    // all aggregate functions except count, min and max. LIMIT -1 would also keep it, but SQLite
+    // sorts a query with a limit more slowly.
     return u"WITH listed(n) AS (%1) SELECT group_concat(n) AS numbers FROM listed"_s.arg(select);
 }
 
@@ -160,11 +161,11 @@ QString SqliteDialect::declaredType(const FieldInfo& field) const
     return field.counter ? u"COUNTER"_s : Dialect::declaredType(field);
 }
 
-/// The counter field of a table that another program has created has no triggers. Its next number
-/// is the highest number in the table plus 1. After the last possible number, the statement must
-/// fail. Outside of a trigger, SQLite can fail only with an arithmetic error. Therefore the
-/// expression takes abs() of the lowest 64-bit number, which overflows. The expression refers to
-/// the field, so that SQLite does not evaluate it in advance.
+/// Returns the next number of a counter field that has no triggers, because another program has
+/// created the table: the highest number in the table plus 1. After the last possible number, the
+/// statement must fail. Outside of a trigger, SQL can raise only an arithmetic error, so the
+/// expression takes abs() of the lowest 64-bit number, which overflows. The term `0 * highest`
+/// keeps SQLite from evaluating abs() in advance.
 QString SqliteDialect::newCounterValue(const TableInfo& table, const FieldInfo& counter) const
 {
     return QStringLiteral("(SELECT CASE WHEN highest < %1 THEN highest + 1 "

@@ -9,7 +9,8 @@ using runtime::RunTimeError;
 
 int resultCode(const QSqlError& error)
 {
-    // The higher bits of the error code contain SQLite's extended result code.
+    // Only the lowest 8 bits are used, because the higher bits contain SQLite's extended result
+    // code.
     return error.nativeErrorCode().toInt() & 0xff;
 }
 

@@ -88,8 +88,8 @@ void SqliteBulk::copyTo(const QString& path)
             throw RunTimeError(runtime::Locked);
         copyAll(store, copy);
     }
-    // The lock is released before this call, because other stations need not wait until the copy is
-    // on the disk.
+    // The lock on the store is released before commit writes the copy to the disk, so that other
+    // stations need not wait for the disk.
     if (!copy.commit())
         throw writingError(copy);
 }
