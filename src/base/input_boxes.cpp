@@ -107,8 +107,8 @@ void InputBox::focusOutEvent(QFocusEvent* event)
     if (!countsAsChange(*event))
         return;
     entered_ = false;
-    // If a key is still held when the box loses the focus, the key's release event goes to another
-    // widget and cannot remove the read-only state of the box.
+    // Leaving the box also ends its read-only state, because the release event of a key that is
+    // still held goes to another widget.
     setReadOnly(false);
     lostFocus();
 }
@@ -205,8 +205,8 @@ void SignBox::lostFocus()
 
 void SignBox::inputMethodEvent(QInputMethodEvent* event)
 {
-    // A sign box ignores input methods, because their text would bypass the check of the typed
-    // sign.
+    // The input box for a plus or minus sign ignores input methods, because their text would bypass
+    // the check of the typed character.
     event->ignore();
 }
 

@@ -10,9 +10,9 @@
 /// The input boxes of the measuring screens.
 namespace base {
 
-/// Base class of the input boxes. It translates key events to key codes. A box that a key has made
-/// read-only becomes editable again when the key is released. Focus changes that are caused by a
-/// menu or by a switch to another program are ignored.
+/// Base class of the input boxes. It translates key events to key codes. A key that must type
+/// nothing makes the box read-only until the key is released. A focus change that is caused by a
+/// menu or by a switch to another program is ignored.
 class InputBox : public QLineEdit
 {
     Q_OBJECT
@@ -40,9 +40,9 @@ private:
     bool entered_ = false;
 };
 
-/// One input box of a measure. An even index is a whole box: at most 3 characters, right-aligned.
-/// An odd index is a hundredths box: at most 2 characters, left-aligned. The text direction is
-/// always left-to-right.
+/// One of the two input boxes of a measure. A box with an even index is for the whole part: at most
+/// 3 characters, right-aligned. A box with an odd index is for the hundredths: at most 2
+/// characters, left-aligned. The text direction is always left-to-right.
 class MeasureBox : public InputBox
 {
     Q_OBJECT
@@ -52,8 +52,8 @@ public:
         /// When the user leaves an empty box, its text becomes "0" in a whole box and "00" in a
         /// hundredths box.
         FillDefault,
-        /// When the user leaves an empty box, the box gets the same text as with FillDefault. A
-        /// hundredths box with a single digit gets a "0" appended.
+        /// When the user leaves an empty box, its text becomes "0" or "00", as with FillDefault.
+        /// When the user leaves a hundredths box with one digit, a "0" is appended.
         FillDefaultAndPad,
     };
 

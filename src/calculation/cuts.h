@@ -67,9 +67,9 @@ struct Shutter
     Size argaz;
 };
 
-/// Computes the shutter measures of a monoblock. The deductions of the monoblock only reduce the
-/// opening that is left for the window. The U-profile is computed from the full height of the
-/// opening.
+/// Computes the measures of the roller shutter of a monoblock. The deductions of the monoblock only
+/// reduce the opening that is left for the window. The U-profile is computed from the full height
+/// of the opening.
 Shutter shutter(const Size& opening, const Monoblock& monoblock);
 
 /// Returns the number of slats before rounding, computed from the full height of the opening. The

@@ -20,8 +20,8 @@ struct Computed
 };
 
 /// The size from which a part's cut size is computed: the whole opening, or the smaller opening
-/// that a door frame or a monoblock leaves. `text` is the formula of the width or height of this
-/// size.
+/// that a door frame or a monoblock leaves. `text` shows how its width or height is computed, for
+/// example "(90 − 2 × 4)".
 struct Base
 {
     QString text;
@@ -93,9 +93,9 @@ bool isSame(double one, double other)
     return std::abs(one - other) < smallest;
 }
 
-/// Returns true for the width of a frame that cannot be computed from the stored line. This is the
-/// case for a door with a monoblock: the field of the monoblock's reduced width stores the door's
-/// inner width instead.
+/// Returns true for the frame width of a stored door with a monoblock. It cannot be computed from
+/// the line, because the field of the width that the monoblock leaves stores the door's inner width
+/// instead.
 bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
 {
     return line.isStored && line.isMonoblock && series.isDoor && part == Mashkof &&
@@ -126,7 +126,8 @@ QString formulaOf(const Computed& computed)
     return runtime::leftToRight(computed.formula + u" = "_s + shown(computed.result));
 }
 
-/// The Hebrew nouns for a size or for a count that the explanations contain.
+/// A Hebrew noun for the explained figure (a size or a count), alone and with the preposition
+/// "for".
 struct FigureWords
 {
     QString figure;
@@ -149,15 +150,15 @@ QString explainedMissingSeries(const FigureWords& words)
 }
 
 /// Returns a Hebrew sentence that says that the series has been changed after the line was added
-/// and that there is no explanation. The sentence is used if the series cannot be computed or does
-/// not produce the part.
+/// and that there is no explanation. It is used if the figure cannot be computed from the changed
+/// series, or if that series lacks the part.
 QString explainedChangedSeries(const FigureWords& words)
 {
     return u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר %1."_s.arg(words.toFigure);
 }
 
-/// Returns the explanation unchanged if its result equals the line's actual figure. Otherwise adds
-/// a Hebrew sentence that says that the series has been changed.
+/// Returns the explanation unchanged if its result equals the figure that the line contains.
+/// Otherwise adds a Hebrew sentence that says that the series has been changed.
 QString unlessChanged(const QString& explanation, double result, double actual,
                       const FigureWords& words)
 {
@@ -167,10 +168,10 @@ QString unlessChanged(const QString& explanation, double result, double actual,
         explanation, words.figure, runtime::leftToRight(shown(actual)));
 }
 
-/// Explains the frame width of a door with a monoblock. The line does not store the width deduction
-/// of the monoblock. This deduction is the only unknown of the formula, so it is computed from the
-/// frame width. If the line's other sizes do not follow from the series, a Hebrew sentence says
-/// that the series has been changed.
+/// Explains how the frame width of a door with a monoblock is computed. The line stores the frame
+/// width but not the width deduction of the monoblock. The deduction is therefore computed
+/// backwards from the frame width. If the series does not yield the line's other sizes, returns a
+/// Hebrew sentence that says that the series has been changed.
 QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
 {
     const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);

@@ -8,8 +8,8 @@ namespace cuts {
 
 enum class Side { Width, Height };
 
-/// The figures of a line and the values from which they were computed, as far as a stored line
-/// contains these values.
+/// The figures of a line and the values from which they were computed. Values that a stored line
+/// does not contain are not included.
 struct ComputedLine
 {
     Size opening;
@@ -18,13 +18,13 @@ struct ComputedLine
     double doorThickness = 0; ///< Thickness of a door's frame.
     std::array<Size, PartCount> parts;
     std::array<double, PartCount> counts{}; ///< Pieces of each part.
-    /// False for a line that has been computed but not stored. Such a line differs from a stored
-    /// line only for a door: the reduced width of a monoblock is known, and each sash counts as two
+    /// False for a line that has been computed but not stored. The explanation is then different
+    /// only for a door: the width that a monoblock leaves is known, and each sash counts as two
     /// pieces.
     bool isStored = true;
 };
 
-/// A series with the values that the catalogue contains now.
+/// A profile series as it is now in the catalogue, perhaps changed in the meantime.
 struct TodaysSeries
 {
     Series series;

@@ -12,8 +12,8 @@ namespace cuts {
 
 namespace {
 
-/// The limit, in the measures' unit, by which the total width of all sashes or the height of a sash
-/// may exceed the opening. Sashes overlap each other, or the wall beside a pocket window.
+/// How much, in the measures' unit, all sashes together may be wider than the opening, or a sash
+/// may be higher than the opening. Sashes overlap each other, or the wall beside a pocket window.
 constexpr double mostOverlap = 5;
 /// The minimum share of the opening's width and height that a part must have. A smaller part is
 /// marked as a mistake. A door has no glass, so its sash has a larger share of the opening.

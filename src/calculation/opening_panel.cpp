@@ -85,7 +85,8 @@ void writeShutter(dao::Recordset& line)
     setFields(line, store::line::boxWidth, {Module1::Argaz_Width, Module1::Argaz_Height});
 }
 
-/// Returns the text of the computed measure that a line stores in the field with this ordinal.
+/// Returns one of the computed measures as a text. `ordinal` is the ordinal of the field in which
+/// the line stores this measure.
 QString measureText(int ordinal)
 {
     return runtime::toText(Module1::CutValues[store::line::measureIndex(ordinal)]);
@@ -228,8 +229,8 @@ bool OpeningPanel::refusesMissingSeries()
     return true;
 }
 
-/// Sets the fields of the new line. Fields that are accessed by ordinal follow the column order of
-/// the table Cuts.
+/// Sets the fields of the new line. A field that is accessed by its ordinal is the column at this
+/// position in the table Cuts.
 void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
 {
     lines.Fields(u"Name"_s).SetValue(LabelSerial->text());

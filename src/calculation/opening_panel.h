@@ -115,8 +115,8 @@ private:
 };
 
 /// Sets the function that returns the order form's panel for the opening and loads the order form
-/// if necessary. The series picker calls this function to access the panel. The room `orders` sets
-/// the function once.
+/// if necessary. The series picker calls this function to access the panel. The library `orders`
+/// sets the function once.
 void setOpeningPanelProvider(std::function<OpeningPanel&()> provider);
 /// Returns the order form's panel for the opening. Throws ObjectNotSet (91) if
 /// setOpeningPanelProvider has not been called.

@@ -47,9 +47,9 @@ cuts::ComputedLine readLine(dao::Recordset& line)
     read.opening = sizeAt(line, store::line::openingWidth);
     read.isMonoblock =
         isMonoblockKind(runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()));
-    // For a door, the fields of the reduced opening store the door's inner opening instead. The
-    // reduced height can still be computed, because the height of the shutter box equals the height
-    // deduction of the monoblock.
+    // In a door line, the fields of the opening that the monoblock leaves contain the door's inner
+    // opening instead. The height that the monoblock leaves is therefore computed: the monoblock
+    // reduces the opening by the height of its shutter box.
     read.reduced = {numberAt(line, store::line::firstOfShutter),
                     read.opening.height - numberAt(line, store::line::boxHeight)};
     constexpr int thickness = store::line::firstOfShutter + 2;

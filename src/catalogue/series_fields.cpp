@@ -178,9 +178,9 @@ void SeriesFields::ExchangeSeriesFields(bool Save, controls::DataControl& Source
 {
     dao::Recordset& series = Source.Recordset();
     if (!Save) {
-        // Edit reads the row again from the store, because another station may have changed it
-        // since it became the current row. Edit and CancelUpdate are used because, unlike a move,
-        // they do not notify observers of a row change.
+        // Edit reads the row again from the store, because another station may have changed it. A
+        // move would also read the row, but it would notify observers of a row change. CancelUpdate
+        // ends the edit without a change.
         series.Edit();
         series.CancelUpdate();
         loadFrom(series);

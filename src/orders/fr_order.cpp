@@ -72,8 +72,8 @@ FrOrder::FrOrder()
     setTabOrders();
     connectHandlers();
     Form_Load();
-    // Timer1 starts when loading has finished, so its first interval does not include the loading
-    // time.
+    // The timer that moves the grid to the last line starts after loading, so that its first
+    // interval does not include the loading time.
     Timer1->start();
 }
 
@@ -207,7 +207,8 @@ void FrOrder::Timer1_Timer()
     Timer1->stop();
 }
 
-/// Starts Timer1. If Timer1 is already running, its current interval continues unchanged.
+/// Starts the timer that moves the grid to the last line. If the timer is already running, its
+/// current interval continues unchanged.
 void FrOrder::enableTimer1()
 {
     if (!Timer1->isActive())

@@ -52,7 +52,7 @@ public:
     /// lines and the customer. `by` is 1 for the next part and -1 for the previous part.
     void goToPart(int by);
 
-    /// Binds the grid to the order's lines without starting Timer1.
+    /// Binds the grid to the order's lines, without the later move to the last line.
     void bindLines(std::int16_t Number);
 
     OrderHead& head() const { return *head_; }
@@ -93,8 +93,8 @@ private:
     controls::DataControl* DataCut;
     controls::DataControl* DataAllCuts;
     controls::DataControl* DataOrder;
-    /// The order form never binds this data control. The main window has its own data control
-    /// DataMDI, which is bound to the table Orders.
+    /// The order form never binds this data control to a recordset. The table Orders is bound to
+    /// another data control, the DataMDI of the main window.
     controls::DataControl* DataMDI;
     QTimer* Timer1;
     OrderHead* head_;

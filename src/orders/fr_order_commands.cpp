@@ -34,8 +34,8 @@ bool isConfirmed(const QString& question, const QString& title)
     return runtime::MsgBox(question, flags, title) == runtime::vbYes;
 }
 
-/// Returns true only if the field Open_Close equals 1. If the field is a Boolean column, a closed
-/// order has the value -1, and the function returns false.
+/// Returns true only if the field Open_Close equals 1. In a store in which the field is a Boolean
+/// column, a closed order has the value -1 and therefore counts as not closed.
 bool isMarkedClosed(const QVariant& openClose)
 {
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 1;

@@ -128,8 +128,8 @@ void FrOrder::addMoves(QMenu& menu)
                                        std::pair(u"לשורה האחרונה"_s, Qt::Key_End)}) {
         QAction* entry = menu.addAction(captionWithKey(caption, key));
         runtime::on(entry, &QAction::triggered, this, [this, isLast = key == Qt::Key_End] {
-            // The number of rows is read only now, because the lines may have changed while the
-            // menu was open.
+            // The number of rows is read when the user chooses the entry, because the lines may
+            // have changed while the menu was open.
             const int row = isLast ? DBGrid1->model()->rowCount() - 1 : 0;
             const int column = DBGrid1->currentIndex().column();
             if (DBGrid1->model()->hasIndex(row, column))

@@ -28,8 +28,8 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
-/// Applies the new-order rule (see continueOrAddOrder) once to the current contents of the table
-/// Orders.
+/// Makes the last order current if it is open, or else adds an order (see continueOrAddOrder). Does
+/// not repeat a failed addition.
 void applyNewOrderRule(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0) {

@@ -31,10 +31,10 @@ void addOrderAfterCurrent(dao::Recordset& orderRows);
 /// Throws DuplicateKey (3022) for any other duplicate.
 void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule);
 
-/// Applies the new-order rule. If the last order is open, it becomes the current order, so that an
-/// order that was left empty does not use up a number. Otherwise an order with the next number is
-/// added. The first order has the number 1. Afterwards dataMDI is bound to the table Orders, and
-/// its current row is the row that was the last row before the call.
+/// Applies the new-order rule: an open last order becomes the current order, so that an order that
+/// was left empty does not use up a number. Otherwise an order with the next number is added. The
+/// first order has the number 1. Afterwards dataMDI is bound to the table Orders, and its current
+/// row is the row that was the last row before the call.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
 /// Returns the text of the query that selects the order with this number from the table Orders.

@@ -28,7 +28,7 @@ public:
     QPushButton* CmdDelAll;
     QPushButton* CmdPrint;
     QPushButton* CmdFindOrder;
-    /// CmdOpenOrder is disabled until an order has been closed.
+    /// The button for a new order is disabled until an order has been closed.
     QPushButton* CmdOpenOrder;
     QPushButton* CmdCloseOrder;
     QPushButton* Command2;

@@ -4,15 +4,16 @@ namespace controls {
 class DataControl;
 }
 
-/// The functions of the room `orders` that the main window calls.
+/// The functions of the library `orders` that the main window calls.
 namespace orders {
 
-/// Executes the order command of the toolbar: applies the new-order rule, shows the current order
-/// on the order form, and closes the database of dataMDI.
+/// Executes the order command of the toolbar: continues an open last order or adds an order (see
+/// continueOrAddOrder), shows it on the order form, and closes the database of dataMDI.
 void openOrderLongForm(controls::DataControl& dataMDI);
 
-/// Executes the menu command for a new order: applies the new-order rule and shows the order form.
-/// An order form that is already loaded keeps its contents. The database of dataMDI stays open.
+/// Executes the menu command for a new order: continues an open last order or adds an order (see
+/// continueOrAddOrder), and shows the order form. An order form that is already loaded keeps its
+/// contents. The database of dataMDI stays open.
 void openOrderShortForm(controls::DataControl& dataMDI);
 
 /// Shows the search form as a modal dialog and loads the chosen order into the order form.

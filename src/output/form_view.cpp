@@ -141,7 +141,7 @@ FormView::FormView() : QDialog(controls::mainWindow())
     face_ = controls::fitIntoRoom(*this, controls::roomOnScreen(*this), {CmdPrint, CmdClose});
     if (face_ != this)
         controls::centreOnScreen(*this);
-    // This button has the focus when the form opens, so that Enter closes the form instead of
+    // The close button has the focus when the form opens, so that Enter closes the form instead of
     // printing it.
     CmdClose->setDefault(true);
     CmdClose->setFocus();

@@ -18,7 +18,8 @@ DataReport& dataReport1()
 {
     if (keptReport == nullptr) {
         keptReport = new DataReport(orderReportDesign);
-        // The report owns its preview window, which must be deleted before the application object.
+        // The report is deleted before the application object, because the report owns a preview
+        // window.
         qAddPostRoutine([] { delete std::exchange(keptReport, nullptr); });
     }
     return *keptReport;

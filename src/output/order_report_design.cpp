@@ -27,7 +27,7 @@ constexpr ControlDesign pageHeader[] = {
 };
 
 constexpr ControlDesign detail[] = {
-    // Lines around and inside the block. The report prints one block for each order line.
+    // Lines around and inside the block that the report prints for each order line.
     {Line,  u"Line4",             u"",                    0,    0, 10772,    0},
     {Line,  u"Line6",             u"",                    0, 2238, 10772,    0},
     {Line,  u"Line3",             u"",                    0,    0,     0, 2238},

@@ -17,8 +17,8 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 
 void CellDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
 {
-    // The base class deletes a closed editor later. Until the deletion, editor() must not return
-    // the closed editor.
+    // A closed editor is forgotten at once, because the base class deletes it later and editor()
+    // must not return it in the meantime.
     if (editor_ == editor)
         editor_.clear();
     QStyledItemDelegate::destroyEditor(editor, index);

@@ -33,9 +33,9 @@ public:
     dao::Database& Database() const;
 
     /// Emits Validate and runs the query again. Afterwards the row with the same key is the current
-    /// row. If that row was deleted, the row at its position is the current row. If there was no
-    /// current row, the first row is the current row. RecordCount covers as many rows as before, or
-    /// all rows if it covered all rows before. Throws ObjectNotSet (91) if no recordset is bound.
+    /// row, or the row at its position if that row was deleted. If there was no current row, the
+    /// first row is the current row. RecordCount includes as many rows as before, or all rows if it
+    /// included all rows before. Throws ObjectNotSet (91) if no recordset is bound.
     void Refresh();
 
     /// Creates the bar of buttons when the data control is first shown, because most data controls

@@ -138,8 +138,8 @@ private:
     DBGridModel* model_;
     QPointer<DataControl> source_;
     QList<int> figureWidths_; ///< Per column, the width of the widest figure that was in view.
-    /// The rows whose figures have been measured: the first row and the row after the last one.
-    /// Both values are -1 if the rows must be measured again.
+    /// The rows in which the width of each figure has been measured: the first row and the row
+    /// after the last one. Both values are -1 if the rows must be measured again.
     std::pair<int, int> measuredRows_{-1, -1};
     int searchColumn_ = -1;
     QString typed_;

@@ -142,8 +142,8 @@ void DBGrid::measureShownFigures()
         }
     }
     if (isWider)
-        // The new width is distributed later, because columns must not change while the grid is
-        // painted.
+        // The width is distributed over the columns after painting, because columns must not change
+        // while the grid is painted.
         QMetaObject::invokeMethod(
             this, [this] { shareWidth(); }, Qt::QueuedConnection);
 }

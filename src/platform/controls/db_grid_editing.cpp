@@ -119,7 +119,7 @@ void DBGrid::tellLater()
         this, [this] { runtime::guarded([this] { tellRefusal(); }); }, Qt::QueuedConnection);
 }
 
-/// Makes the refused row the current row and then shows the pending message.
+/// Moves the grid to the row that the store refused and shows the pending message.
 void DBGrid::tellRefusal()
 {
     if (refusal_.isEmpty() || telling_)
@@ -139,8 +139,8 @@ void DBGrid::tellRefusal()
 
 QModelIndex DBGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // The text of an open cell editor is copied to the edited row first. A row that is being added
-    // has a blank row below it only after one of its cells contains text.
+    // The text of an open cell editor is copied first, because a new row gets a blank row below it
+    // only when one of its cells contains text. The cursor may move to this blank row.
     flushEditor();
     const int rowCount = model_->rowCount();
     if (!editable_ && rowCount > 0 && (action == MoveHome || action == MoveEnd))

@@ -239,8 +239,8 @@ QString DBGridModel::remarkOn(int row) const
 {
     if (!remark_.text || row >= recordCount())
         return {};
-    // newRemarkOn may load a page, which clears remarks_. Therefore the new remark is inserted only
-    // after newRemarkOn has returned.
+    // newRemarkOn may load a page of rows, which clears the cached remarks. Therefore the new
+    // remark is inserted only after the call.
     if (const auto known = remarks_.constFind(row); known != remarks_.constEnd())
         return *known;
     QString remark = newRemarkOn(row);

@@ -25,7 +25,7 @@ void FocusSpeech::announceFocus()
     QAccessibleInterface* control = QAccessible::queryAccessibleInterface(focused);
     if (control == nullptr || focused == parent())
         return;
-    // In a grid, the part that has the focus is the current cell.
+    // In a grid, the focus event is sent for the current cell, not for the grid.
     QAccessibleInterface* part = control->focusChild();
     QAccessibleEvent event(part != nullptr ? part : control, QAccessible::Focus);
     QAccessible::updateAccessibility(&event);

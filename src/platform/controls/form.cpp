@@ -62,7 +62,8 @@ void centreOnScreen(QWidget& window)
 {
     const QRect room = screenOf(window).availableGeometry();
     QRect place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window.size(), room);
-    // The moved position is that of the title bar, which is above the contents of the window.
+    // move() positions the title bar, and the contents are below it. Therefore the bottom of the
+    // place leaves room for a title bar.
     place.moveBottom(std::min(place.bottom(), room.bottom() - titleBarHeight));
     place.moveTop(std::max(place.top(), room.top()));
     window.move(place.topLeft());

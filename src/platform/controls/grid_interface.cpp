@@ -10,8 +10,8 @@ namespace controls {
 
 namespace {
 
-/// Returns the screen-reader interface that is registered for this key. If no interface is
-/// registered, creates and registers a new one.
+/// Returns the screen-reader interface that `kept` contains for this key, a column or a cell. If
+/// there is none, creates and registers an interface.
 template <typename Key, typename Make>
 QAccessibleInterface* keptPart(QHash<Key, QAccessible::Id>& kept, const Key& key, const Make& make)
 {
@@ -168,8 +168,9 @@ void GridInterface::modelChange(QAccessibleTableModelChangeEvent* event)
         forgetRemovedCells();
 }
 
-/// Deletes the interfaces of cells that no longer exist. The other cells keep their interfaces. All
-/// removed cells have the same invalid key, so none of them may be in the hash table when it grows.
+/// Deletes the screen-reader interfaces of cells that no longer exist, and keeps the others. This
+/// must happen before the hash table grows, because the invalid keys of all removed cells are
+/// equal.
 void GridInterface::forgetRemovedCells() const
 {
     cells_.removeIf([](const auto& each) {

@@ -60,7 +60,7 @@ private:
     QAccessibleInterface* header(int column) const;
     void forgetRemovedCells() const;
 
-    // An interface exists until its cell is removed or the grid is destroyed.
+    // A screen-reader interface exists until its cell is removed or the grid is destroyed.
     mutable QHash<int, QAccessible::Id> headers_;
     mutable QHash<QPersistentModelIndex, QAccessible::Id> cells_;
 };

@@ -7,8 +7,8 @@ namespace controls {
 
 namespace {
 
-/// The text colour of a value that the user cannot edit. The colour replaces the border of an input
-/// box.
+/// The text colour of a value that the user cannot edit. The colour distinguishes it from a
+/// caption, because the value has no border.
 const QColor valueColour(0x1f, 0x4e, 0x79);
 
 } // namespace

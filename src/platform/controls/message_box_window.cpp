@@ -65,7 +65,7 @@ void layOutText(QMessageBox& box, int flags)
     const bool rightToLeft = (flags & runtime::vbMsgBoxRtlReading) != 0;
     const bool right = rightToLeft || (flags & runtime::vbMsgBoxRight) != 0;
     box.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    // The layout is fixed, because the order of the buttons must not depend on the desktop.
+    // The button layout is fixed, because the order of the buttons must not depend on the desktop.
     box.setStyleSheet(u"QDialogButtonBox { button-layout: 0 }"_s);
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     if (label == nullptr)

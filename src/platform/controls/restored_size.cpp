@@ -23,9 +23,9 @@ bool RestoredSize::eventFilter(QObject* watched, QEvent* event)
         if (former.testFlag(Qt::WindowMaximized) && !window_.isMaximized() &&
             !window_.isMinimized()) {
             maximised_ = window_.size();
-            // The check of the window's size is delayed, because the window system sets the
-            // restored geometry some time after this event. No further event follows if the
-            // restored geometry equals the maximised geometry.
+            // The timer delays the check of the window's size, because the window system sets the
+            // restored geometry some time after this event. A later event cannot start the check
+            // instead: there is none if the restored geometry equals the maximised one.
             settled_.start();
         }
     }

@@ -73,7 +73,8 @@ void ScrollPart::bringFocusIntoView(QWidget* focused)
     const QPoint seen = -widget()->pos();
     verticalScrollBar()->setValue(
         startShowing(control.top(), control.height(), seen.y(), viewport()->height()));
-    // The value of the horizontal scroll bar is the distance from the edge where reading starts.
+    // Horizontal positions are measured from the edge where reading starts, because the scroll bar
+    // counts from there.
     const int hidden = widget()->width() - viewport()->width();
     const int start =
         isRightToLeft() ? widget()->width() - control.left() - control.width() : control.left();

@@ -159,8 +159,8 @@ QString Document::textOf(const Control& control, int ordinal, int pageIndex, con
     if (ordinal >= 0)
         return row.empty() ? QString() : valueText(row[static_cast<std::size_t>(ordinal)]);
     const QString& caption = control.Caption();
-    // Only captions in the design contain placeholders. A caption that was set at run time is shown
-    // unchanged, even if the caption is "%p".
+    // Only captions in the design contain placeholders, such as "%p" for the page number. A caption
+    // that was set at run time is shown unchanged, even if it is "%p".
     if (control.isCaptionSet())
         return caption;
     if (caption == u"%p")

@@ -34,8 +34,8 @@ public:
     Paper paper() const override { return pagination_.paper(); }
     int blockCount() const;
     int pageCount() const override { return pagination_.pageCount(blockCount()); }
-    /// Returns the title of the document, which consists of the design's document word and the
-    /// order number.
+    /// Returns the title of the document. It consists of a word for the kind of document, which the
+    /// design contains, and the order number.
     QString title() const override;
 
     bool isWhole() const override;

@@ -24,7 +24,7 @@ struct Fit
 /// Computes how a text with the full-size width `natural` fits into the width `available`. Both
 /// widths have the same unit. The text is first condensed and then reduced in size, in whole
 /// percents. If that is not enough, the text is truncated. A truncated text keeps its full size and
-/// is condensed to the limit.
+/// is condensed as far as allowed.
 Fit fitted(double natural, double available);
 
 } // namespace report

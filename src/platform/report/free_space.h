@@ -24,7 +24,7 @@ struct Extent
 /// a centred text cannot use the same space on the other side either.
 double usableWidth(const Extent& free, double width, Align align);
 
-/// A function that returns the natural width of a caption in twips.
+/// A function that returns the width of a caption's uncondensed text in twips.
 using CaptionWidth = std::function<double(const ControlDesign& caption)>;
 
 /// Returns the part of a control's width in which the control's text does not collide with other

@@ -50,7 +50,7 @@ struct FurtherCommand
     QString name; ///< Object name of the action.
     QString caption;
     QString toolTip;
-    /// Executes the command. Returns true if the documents must be created again.
+    /// Executes the toolbar command. Returns true if the documents must be created again.
     std::function<bool(QWidget* parent)> run;
 };
 

@@ -13,8 +13,8 @@ namespace report {
 struct GlyphPiece
 {
     QGlyphRun run;
-    /// The x position of the right edge of the mirror image, if the piece is a single glyph that is
-    /// drawn as its mirror image. Empty for any other piece.
+    /// Set only if the piece is a single glyph that is drawn as its mirror image: the x position of
+    /// the right edge of the mirror image.
     std::optional<double> mirroredFrom;
 };
 

@@ -23,8 +23,8 @@ struct Band
     std::vector<PrintedControl> controls;
 };
 
-/// The contents of one sheet: the page header, one band for each block, and the page footer. A page
-/// is valid while its document exists.
+/// The contents of one sheet in bands: the page header, the detail section of each row, and the
+/// page footer. A page is valid while its document exists.
 struct Page
 {
     int index = 0; ///< From 0.

@@ -15,9 +15,10 @@ struct Paper
 
 inline constexpr Paper a4Portrait{11906, 16838};
 
-/// Computes the positions of a report's bands on the paper, in twips, and the blocks of each page.
-/// A block is the detail section of one row and is never split. The page header and page footer
-/// appear on every page. The footer is directly above the bottom margin.
+/// Computes where the header, the blocks and the footer of a report are on the paper, in twips, and
+/// which blocks each page contains. A block is the detail section of one row and is never split.
+/// The page header and page footer appear on every page. The footer is directly above the bottom
+/// margin.
 class Pagination
 {
 public:
@@ -27,14 +28,16 @@ public:
 
     Paper paper() const { return paper_; }
     int blocksPerPage() const { return blocksPerPage_; }
-    /// Returns the number of pages for this number of blocks. A report without blocks has one page.
+    /// Returns the number of pages for this number of blocks (printed rows). A report without
+    /// blocks has one page.
     int pageCount(int blocks) const;
     /// Returns the index of the first block of a page. Pages and blocks are counted from 0.
     int firstBlock(int page) const { return page * blocksPerPage_; }
     int blocksOn(int page, int blocks) const;
 
-    /// left() returns the left edge of all bands. The other functions return the top edge of a
-    /// band. All values are in twips, measured from the top left corner of the sheet.
+    /// left() returns the left edge of the page header, the blocks and the page footer. The other
+    /// functions return the top edge of one of them. All values are in twips, measured from the top
+    /// left corner of the sheet.
     int left() const { return left_; }
     int headerTop() const { return headerTop_; }
     int blockTop(int blockOnPage) const { return detailTop_ + blockOnPage * blockHeight_; }

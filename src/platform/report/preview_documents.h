@@ -29,7 +29,7 @@ signals:
     void chosen(const std::shared_ptr<report::PrintedDocument>& document);
     /// Emitted after the data of a document has been written to the file at this path.
     void saved(const QString& path);
-    /// Emitted after the tool bar has got other buttons.
+    /// Emitted after the buttons of the tool bar have been replaced.
     void buttonsChanged();
 
 private:

@@ -60,8 +60,8 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
 
 PreviewWindow::~PreviewWindow()
 {
-    // The signals are disconnected first, because an input box that has the focus emits signals
-    // while the base class destroys it.
+    // The signals of the input boxes are disconnected first, because a box that has the focus emits
+    // signals while the base class destroys it.
     for (const QObject* each : {static_cast<QObject*>(pageNumber_), static_cast<QObject*>(zoom_),
                                 static_cast<QObject*>(zoom_->lineEdit())})
         each->disconnect(this);

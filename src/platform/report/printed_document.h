@@ -9,8 +9,9 @@ class QPainter;
 
 namespace report {
 
-/// A document of numbered pages on one paper. Preview, printing, search and PDF export use this
-/// interface, so that each kind of document is shown and printed in the same way.
+/// Interface of a document with numbered pages of one paper size. The preview, printing, search and
+/// the PDF export use only this interface, so that they handle all kinds of documents in the same
+/// way.
 class PrintedDocument
 {
 public:

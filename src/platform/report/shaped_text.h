@@ -27,7 +27,7 @@ struct TextFrame
 
     double available() const { return usableWidth(free, width, align); }
     /// Returns the position of the left end of a text with this width, in twips from the left edge
-    /// of the frame.
+    /// of the text's rectangle.
     double leftOf(double textWidth) const;
 };
 

@@ -21,8 +21,8 @@ bool hasText(const PrintedControl& printed)
     return kind == Kind::Label || kind == Kind::Field;
 }
 
-/// Returns the texts of one band, line by line, followed by an empty line. Lines without text are
-/// omitted, because an empty line separates bands.
+/// Returns the texts of one band (a printed section), line by line, followed by an empty line.
+/// Lines without text are omitted, because an empty line separates bands.
 QString bandText(const Band& band)
 {
     QStringList lines;

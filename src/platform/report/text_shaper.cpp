@@ -37,8 +37,7 @@ std::span<const ControlDesign> TextShaper::neighboursOf(const ControlDesign& con
 {
     for (const SectionDesign& section : sections_) {
         const auto& controls = section.controls;
-        // The compared pointers belong to different arrays. Only std::less can compare such
-        // pointers.
+        // Only std::less may compare these pointers, because they point into different arrays.
         if (!controls.empty() && !std::less<>()(&control, &controls.front()) &&
             !std::less<>()(&controls.back(), &control))
             return controls;

@@ -11,9 +11,9 @@ namespace report {
 class TextShaper
 {
 public:
-    /// `sections` contains the sections in which the texts of controls keep a distance from
-    /// adjacent captions and lines. For a control outside these sections, no neighbours are
-    /// considered. The sections must outlive the shaper.
+    /// `sections` contains the report sections in which a control's text keeps a distance from
+    /// adjacent captions and lines. The text of any other control ignores them. The sections must
+    /// outlive the shaper.
     explicit TextShaper(QStringView fontFamily, std::span<const SectionDesign> sections = {});
 
     /// Returns the shaped text of a control. The reference is valid until the next call of

@@ -32,8 +32,8 @@ public:
 
     ToolbarKeys(QList<QToolBar*> toolbars, Tab tab);
 
-    /// Takes over the buttons that the toolbars contain now. Must be called after buttons have been
-    /// added.
+    /// Applies the keyboard control to the buttons that the toolbars contain now. Must be called
+    /// after buttons have been added.
     void update();
 
     /// Hides the additional rows of a toolbar that a key has expanded, and returns the focus to the
