@@ -57,8 +57,8 @@ void reportNoAccess(const QString& text)
     if (answer == runtime::vbYes)
         startFileManager();
     else if (answer == runtime::vbNo)
-        // The user answers No in order to enter another path. The program has no form for a path,
-        // so the answer throws a run-time error.
+        // The message box offers the answer No for entering another path of the store. The program
+        // has no form for that, so this answer throws ObjectRequired (424).
         throw runtime::RunTimeError(runtime::ObjectRequired);
 }
 
@@ -77,7 +77,8 @@ void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription
     case runtime::DiskOrNetworkError:
     case notAValidPath:
         return reportNoAccess(text);
-    // The error ObjectNotSet (91) deliberately shows the same message as a locked store.
+    // The error ObjectNotSet (91) is treated like a locked store: the user sees the same message,
+    // and the process ends.
     case runtime::ObjectNotSet:
     case runtime::Locked:
     case lockedByUser:

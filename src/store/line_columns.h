@@ -34,7 +34,8 @@ constexpr int count(int part)
     return kind(part) + 2;
 }
 inline constexpr int windowKind = 24;
-/// The ordinal of the first of the eight fields of the roller shutter, MyWidth_2 to Shalav_Count.
+/// The ordinal of MyWidth_2, the first of the roller shutter's eight fields. The last one is
+/// Shalav_Count.
 inline constexpr int firstOfShutter = 25;
 inline constexpr int lastOfShutter = 32;
 inline constexpr int orderNumber = 33;
@@ -51,8 +52,8 @@ constexpr std::size_t measureIndex(int ordinal)
     return static_cast<std::size_t>(ordinal - openingWidth);
 }
 
-/// Returns true if the program accesses the field of an order line by this ordinal and not by the
-/// field's name.
+/// Returns true if the program accesses this field of an order line by the field's ordinal, and
+/// false if it accesses the field by name.
 constexpr bool isReachedByOrdinal(int ordinal)
 {
     return ordinal >= openingWidth && ordinal <= boxHeight && ordinal != orderNumber &&

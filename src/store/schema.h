@@ -28,9 +28,9 @@ struct TableSchema
 /// created.
 const std::vector<TableSchema>& schema();
 
-/// Returns the definitions of the program's own tables, whose names begin with "zomrel_". Listings
-/// of a database's tables omit them. A store may lack any of them, because the code that uses such
-/// a table creates it when needed.
+/// Returns the definitions of the program's own tables, whose names begin with "zomrel_". A list of
+/// a database's tables omits them. A store may lack any of them, because the program creates each
+/// one when it first needs it.
 const std::vector<TableSchema>& ownTables();
 
 /// Returns the definitions of the store's eleven tables, followed by those of the program's own

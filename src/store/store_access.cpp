@@ -25,7 +25,7 @@ bool holdsTable(dao::Database& database, const QString& tableName)
 }
 
 /// Checks that the database is a store. Throws UnrecognizedFormat (3343) for a database of another
-/// program. Such a database opens without an error, and adding the table Orders would damage it.
+/// program. Without this check, the program would open such a database and add its table Orders.
 void refuseForeignDatabase(dao::Database& database)
 {
     dao::TableDefs tables = database.tableDefs();

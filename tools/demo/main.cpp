@@ -102,8 +102,8 @@ int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QSt
     return refused;
 }
 
-/// Puts the files of an installed program folder into this folder: the store, under its fixed file
-/// name, and the logo. The files are links where the system permits links.
+/// Fills a temporary folder like the folder of an installed program. It gets the store, under the
+/// fixed file name, and the logo, as links where the system permits links.
 void layProgramFolder(const QTemporaryDir& folder, const QString& store)
 {
     const QString logo = QCoreApplication::applicationDirPath() + u"/Logo.jpg"_s;
@@ -111,7 +111,8 @@ void layProgramFolder(const QTemporaryDir& folder, const QString& store)
     const QString path = QFileInfo(store).absoluteFilePath();
 #ifdef Q_OS_WIN
     // On Windows, ordinary users have no right to create symbolic links. The logo is therefore
-    // copied, and the store is reached through a link file.
+    // copied, and a link file (a small text file that names the store) takes the place of the
+    // store.
     const storetools::Place place(path);
     if (place.isOnServer())
         QFile::copy(path, name);
@@ -158,8 +159,8 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"zomrel-demo"_s);
     QApplication::setApplicationVersion(runtime::programVersion().toString());
-    // The arguments are parsed before the appearance is set up. The option --help ends the program,
-    // which must not happen while the thread of the appearance reads the fonts.
+    // The arguments are parsed first, because the option --help ends the program. The program must
+    // not end while the thread that setUpAppearance() starts reads the fonts.
     const Arguments arguments = argumentsOf(application);
     shell::setUpAppearance(application);
     int exitStatus = 1;

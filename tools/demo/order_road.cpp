@@ -46,8 +46,8 @@ void fillPair(const QWidget& form, int wholeBox, const Boxes& boxes)
         driving::enter(form, each.control, each.text);
 }
 
-/// Answers every message box during the object's lifetime and stores the text of the first one. The
-/// message box of a run-time error that ends the process is shown by the previous handler instead.
+/// Answers every message box during the object's lifetime and stores the text of the first one. If
+/// a run-time error is ending the process, the replaced handler shows the message box instead.
 class RefusalWatch
 {
 public:
@@ -82,7 +82,7 @@ private:
 OrderRoad::OrderRoad(const QString& folder, const QString& out)
     : out_(out), window_(shell::openMainWindow(folder))
 {
-    // The screen of Qt's offscreen platform is smaller than the forms, so the window is enlarged.
+    // Enlarges the main window on Qt's offscreen platform, whose screen is smaller than the forms.
     if (window_->width() < smallestScreen.width()) {
         window_->showNormal();
         window_->resize(smallestScreen);
@@ -146,7 +146,8 @@ void OrderRoad::viewLine()
     picture(*window_, u"order-with-lines"_s);
     const orders::FrOrder& form = orders::frOrder();
     if (control<QTableView>(form, u"DBGrid1"_s).model()->rowCount() == 0)
-        // The program does not open the view of a line for an order without lines.
+        // For an order without lines the program does not open the view of a line, so no picture is
+        // saved.
         return;
     driving::inNextModal([this](QDialog& view) {
         settle();
@@ -162,7 +163,8 @@ void OrderRoad::print()
     settle();
     QWidget* preview = driving::shownWindow(driving::names::preview);
     if (preview == nullptr)
-        // The program does not open the print preview for an order without lines.
+        // For an order without lines the program does not open the print preview, so nothing is
+        // saved.
         return;
     picture(*preview, u"report-preview"_s);
     const auto former = report::fileDoor().replace([this](const report::FileRequest& request) {

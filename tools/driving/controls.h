@@ -12,12 +12,11 @@ class QWidget;
 /// Functions that operate the program's forms from within the same process.
 namespace driving {
 
-/// Returns the object names of all children and their children, sorted and separated by commas.
+/// Returns the object names of the parent's children at all levels, sorted and separated by commas.
 QString namesBelow(const QObject& parent);
 
-/// Ends the process with a message that contains the missing name and the existing names. The
-/// function does not throw, because a guarded handler would turn an exception into a run-time error
-/// box of the program.
+/// Ends the process with a message that contains the missing name and the existing names. Throws
+/// nothing, because the program's event handlers would show an exception in a run-time error box.
 [[noreturn]] void failMissing(const char* what, const QString& name, const QString& existing);
 
 /// Returns the child of the form with this object name. If no child has this name, the process ends
@@ -51,10 +50,10 @@ void trigger(const QObject& window, const QString& tag);
 /// Returns the displayed text of a cell.
 QString cellText(const QTableView& grid, int row, int column);
 
-/// Schedules `work` for the event loop of the next modal dialog, and rejects the dialog after
-/// `work` if the dialog is still open. Ends the process if no modal dialog is open when the event
-/// loop calls `work`. A run-time error in `work` is handled like a run-time error of the program's
-/// own code.
+/// Schedules a call of `work` with the next modal dialog as its argument. The dialog's event loop
+/// makes the call and then rejects the dialog if it is still open. Ends the process if no modal
+/// dialog is open when the call is due. A run-time error in `work` is handled like a run-time error
+/// of the program's own code.
 void inNextModal(std::function<void(QDialog&)> work);
 
 } // namespace driving

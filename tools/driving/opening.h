@@ -21,16 +21,16 @@ inline const QString takeSeries = QStringLiteral("CmdPic");
 inline const QString closePicker = QStringLiteral("CmdClose");
 inline const QString preview = QStringLiteral("DataReport1");
 
-/// Returns the object name of the measure input box with this index. The order form and the picker
-/// number these boxes from 0, and the hundredths box of a measure follows its whole box.
+/// Returns the object name of an input box for a measure. The order form and the series picker
+/// number these boxes from 0. Each measure has two boxes: the whole part, and then the hundredths.
 QString measureBox(int index);
 } // namespace names
 
 /// The index of the column with the series' name in the grid of the series picker.
 inline constexpr int seriesNameColumn = 2;
 
-/// The texts of the whole box and the hundredths box of one measure. If the text of the whole box
-/// is empty, neither box is changed.
+/// The texts of a measure's two input boxes: the whole part and the hundredths. If the text of the
+/// whole part is empty, neither box is changed.
 struct Boxes
 {
     QString whole;
@@ -54,8 +54,9 @@ struct Entry
     QString text;
 };
 
-/// Returns the texts for the two input boxes of one measure. `wholeBox` is the index of the whole
-/// box. Returns nothing if the text of the whole box is empty.
+/// Returns the texts for a measure's two input boxes, or nothing if the text of the whole part is
+/// empty. `wholeBox` is the index of the box for the whole part; the next box is for the
+/// hundredths.
 std::vector<Entry> measureEntries(int wholeBox, const Boxes& boxes);
 /// Returns the texts for the input boxes of the opening's width, height and door thickness, in this
 /// order.

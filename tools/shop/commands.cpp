@@ -93,8 +93,8 @@ ExitStatus pieces(const QCommandLineParser& parser, const Streams& streams)
         shop::readOrders(storePath(parser), ordersOf(parser), shop::Explanations::Skipped);
     const shop::Pieces pieces = shop::piecesOf(source.lines, source.settings);
     printFaults(pieces.faults, streams.err);
-    // By default QStringDecoder removes a byte order mark. The flag keeps the byte order mark of
-    // the CSV text.
+    // The flag ConvertInitialBom keeps the byte order mark at the start of the CSV text. By default
+    // QStringDecoder removes a byte order mark.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     const QString csv = decoder.decode(shop::piecesCsv(pieces.pieces, source.settings));
     streams.out << csv;

@@ -31,8 +31,8 @@ constexpr unsigned long pauseMilliseconds = 20;
     throw RunTimeError(runtime::PermissionDenied, u"Could not write '%1': %2"_s.arg(path, why));
 }
 
-/// Marks the folder as used by this process. While another process has marked the folder, waits
-/// until that mark is released. Throws PermissionDenied (3051) if waiting takes too long.
+/// Reserves the folder for this process. While another process has reserved the folder, waits until
+/// that process releases it. Throws PermissionDenied (3051) if waiting takes too long.
 std::unique_ptr<runtime::FolderMark> mark(const QString& folder)
 {
     const QString path = QDir(folder).canonicalPath();
@@ -80,8 +80,8 @@ public:
 private:
     QString folder() const { return QFileInfo(path_).absolutePath(); }
 
-    /// Replaces the existing file with the final name. Only a file with a name can replace another
-    /// file, so the unnamed file first gets a random name.
+    /// Replaces the file that already has the final name. Only a file with a name can replace
+    /// another file, so the unnamed file first gets a random name.
     void replacePrevious()
     {
         const QString beginning = folder() + u'/' + storetools::unfinishedPrefix();

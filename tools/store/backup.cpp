@@ -25,9 +25,9 @@ namespace {
 const QString rollbackJournal = u"-journal"_s;
 const QString writeAheadLog = u"-wal"_s;
 
-/// Gives a store that is being replaced a new generation text. A station that still has the store
-/// open notices the replacement by this text and writes nothing more to the store. Does nothing if
-/// the store is too damaged for a new text.
+/// Writes a new generation text (a random text) to a store that is being replaced. A station that
+/// still has the store open notices the replacement by this text and writes nothing more. Does
+/// nothing if the store is too damaged to be changed.
 void markAsReplaced(dao::Database& database)
 {
     try {
@@ -38,8 +38,8 @@ void markAsReplaced(dao::Database& database)
     }
 }
 
-/// Gives the copy of a store at this path a new generation text, by which stations notice that the
-/// store was replaced.
+/// Writes a new generation text (a random text) to the copy of a store at this path. By this text,
+/// stations notice that the copy has replaced the store.
 void renewMarkOf(const QString& copy)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(copy);
@@ -68,8 +68,8 @@ public:
                 throw;
             database_.reset();
         }
-        // If stations keep the store open, the write-ahead log contains changes that the store's
-        // file lacks. The store then counts as locked.
+        // If the write-ahead log still exists, stations keep the store open, and the log contains
+        // changes that the store's file lacks. The store is therefore treated as locked.
         if (isHeld() && QFileInfo::exists(path + writeAheadLog))
             throw RunTimeError(runtime::Locked);
     }
@@ -78,16 +78,16 @@ public:
     QFile& file() { return file_; }
 
 private:
-    /// The system releases all locks of a process on a file as soon as the process closes any
-    /// descriptor of the file. Therefore this descriptor is opened before the lock is taken and
-    /// closed after the lock is released, and no other descriptor of the file is opened in between.
+    /// A descriptor of the store's file. It is opened before the store is locked and closed after
+    /// the lock is released. No other descriptor of the file is opened in between, because closing
+    /// one would release all locks of this process on the file.
     QFile file_;
     std::shared_ptr<dao::Database> database_;
 };
 
-/// Returns the first name for the kept old store that no file and no journal has. A killed restore
-/// may have left such a name as a second name (hard link) of the store at `path`; the function
-/// removes that second name.
+/// Returns a free name under which the old store can be kept: the first name that neither a file
+/// nor a journal has. A killed restore may have left such a name as a hard link to the store at
+/// `path`. The function removes this link, so that the name is free again.
 QString freeName(const QString& path)
 {
     const QString first = path + u".before-restore"_s;
@@ -120,8 +120,8 @@ QString keep(const QString& path, Hold& hold)
     return kept;
 }
 
-/// Gives the journals of the old store the name under which the old store is kept. Otherwise SQLite
-/// would roll an old journal back into the new file.
+/// Renames the journals of the old store to match the name under which the old store is kept. Under
+/// their former names, SQLite would roll them back into the new store.
 void moveJournals(const QString& path, const QString& kept)
 {
     for (const QString& journal : {rollbackJournal, writeAheadLog}) {
@@ -147,8 +147,8 @@ BackupOutcome backUpFile(const Place& place, const QString& target)
     BackupOutcome outcome = outcomeOf(checkReport(Place(copy), Figures::Skipped));
     if (!outcome.findings.isEmpty())
         return outcome;
-    // The store is no longer locked while the backup is written, because the backup is written from
-    // the temporary copy.
+    // The backup is written from a temporary copy of the store, so the store is not locked
+    // meanwhile.
     backup.fill(copy);
     runtime::limitAccess(backup.file(), runtime::accessOf(place.name()));
     backup.putInPlace(runtime::Existing::Refuse);
@@ -170,9 +170,9 @@ BackupOutcome backUpDatabase(const Place& place, const QString& target, const Ro
     return outcome;
 }
 
-/// Adds the findings about a backup to the outcome of a restore. If `oddities` is Accepted, only
-/// the findings that prevent copying are errors; without such errors, the other findings become
-/// notes. If `oddities` is Refused, all findings are errors.
+/// Divides the errors that the check of a backup has found into errors and notes of a restore. If
+/// `oddities` is Refused, all of them are errors. If it is Accepted, only those that prevent
+/// copying are errors; if there are none, the others become notes.
 void takeFindings(const CheckReport& report, Oddities oddities, RestoreOutcome& outcome)
 {
     if (oddities == Oddities::Refused)

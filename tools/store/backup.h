@@ -17,8 +17,8 @@ struct BackupOutcome
 /// opening and copying.
 BackupOutcome backUpStore(const Place& place, const QString& target, const RowsOfTable& progress);
 
-/// Selects whether a restore refuses or accepts a backup that has findings although all its rows
-/// are complete.
+/// Selects whether a restore accepts a backup in which a check has found errors, although all rows
+/// of the backup are complete.
 enum class Oddities { Refused, Accepted };
 
 struct RestoreOutcome

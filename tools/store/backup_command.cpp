@@ -20,8 +20,8 @@ namespace {
 const QString dailyOption = u"--daily"_s;
 const QString statusOption = u"--status"_s;
 
-/// Prints the findings because of which a restore would refuse this backup, although its rows are
-/// complete.
+/// Prints the errors because of which a restore would refuse this backup. The rows of the backup
+/// are complete nevertheless.
 void warnOf(const QStringList& findings, QTextStream& err)
 {
     constexpr qsizetype mostShown = 20;

@@ -30,8 +30,8 @@ QStringList engineCheck(dao::Database& database, bool isOnServer)
     return findings;
 }
 
-/// Returns the findings about all parts of the store that the program does not create, and about an
-/// incomplete identity of the store.
+/// Returns the findings about tables, fields, indexes, triggers and other objects that the program
+/// does not create or creates differently. An incomplete identity of the store is a finding too.
 QStringList foreignParts(dao::Database& database, bool isOnServer)
 {
     QStringList findings = checkForeignParts(layoutOf(database));

@@ -11,16 +11,16 @@ namespace storetools {
 
 class Place;
 
-/// Selects whether a check computes the figures of all lines again with checkFigures().
+/// Selects whether a check computes the figures of all order lines, such as the cut sizes, again
+/// with checkFigures().
 enum class Figures { Skipped, Computed };
 
 struct CheckReport
 {
     QStringList findings; ///< One line for each error; empty for a sound store.
-    /// The findings that prevent a backup: those of the SQL engine's check, those about tables,
-    /// fields and indexes of the store, and those about its rows. If the list is empty, the rows of
-    /// the store are complete. A backup is then made despite other findings, because the rows could
-    /// be lost without it.
+    /// The findings that prevent a backup: those of the SQL engine's check, and those about the
+    /// store's tables, fields, indexes and rows. If there are none, the rows are complete, and a
+    /// backup is made despite any other findings, because the rows could be lost without it.
     QStringList preventCopying;
     /// Remarks, one line each, about unusual contents that the program itself can cause. A store
     /// with remarks is still sound.
@@ -28,14 +28,14 @@ struct CheckReport
     /// The advice to the user about the findings. If the text is empty, the advice is to restore a
     /// sound backup.
     QString nextStep = {};
-    /// The number of findings about figures that differ from the figures computed from their
-    /// series.
+    /// The number of findings about stored figures, such as cut sizes, that differ from the figures
+    /// computed from the series.
     qsizetype figureFindings = 0;
 };
 
 /// Checks a store like checkStore(), and returns the remarks as well as the findings. With
-/// Figures::Computed, each figure that differs from the figure computed from its series is a
-/// finding.
+/// Figures::Computed, the figures of the order lines, such as the cut sizes, are computed again
+/// from their series. Each difference is a finding.
 CheckReport checkReport(const Place& place, Figures figures);
 /// Checks an open store without computing its figures. The store must be on a server, or a copy
 /// that no station uses. Throws the errors of reading the store.

@@ -26,8 +26,8 @@ struct Option
     /// Placeholder name of the option's value in the help text; empty if the option takes no value.
     QString value;
     Text summary;
-    /// The placeholders of the command's arguments if this option is given. If the list is empty,
-    /// the option does not change the arguments.
+    /// The command's arguments, as the help text shows them, if this option is given. If the list
+    /// is empty, the option does not change the arguments.
     QStringList arguments = {};
 };
 
@@ -45,8 +45,8 @@ private:
 struct Command
 {
     QString name;
-    /// The placeholders of the command's arguments. An argument in brackets, such as "[STORE]", is
-    /// optional.
+    /// The command's arguments, as the help text shows them. An argument in brackets, such as
+    /// "[STORE]", is optional.
     QStringList arguments;
     Text summary;
     std::function<ExitStatus(const Call&, QTextStream& out, QTextStream& err)> run;

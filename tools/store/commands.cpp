@@ -35,8 +35,8 @@ const QString tlsOption = u"--tls"_s;
 const QString figuresOption = u"--figures"_s;
 const QString stationOption = u"--station"_s;
 
-/// Prints warnings about the settings of a server because of which the server may not notice
-/// damage. Confirmed rows are not in danger because of these settings.
+/// Prints a warning for each setting of a server that can keep the server from noticing damage.
+/// These settings do not endanger rows that the server has confirmed as stored.
 void warn(const Safety& safety, QTextStream& err)
 {
     for (const QString& each : safety.remarks)
@@ -105,8 +105,8 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
             report.nextStep = figureAdvice();
         addSafety(place, call, report, err);
     } catch (const runtime::RunTimeError& error) {
-        // For a damaged link, the constructor of Place throws before the check starts. The error is
-        // reported like a finding.
+        // If the store is named by a damaged link file, the constructor of Place throws before the
+        // check starts. This error is reported like an error that the check finds.
         report.findings.append(ofWhole(false, happened(error)));
         report.nextStep = nextStep(error);
     }

@@ -10,9 +10,10 @@ class Database;
 
 namespace storetools {
 
-/// Returns a finding for each counter of the store that is missing, lower than a number in its
-/// table, or exhausted. `layout` describes the tables and fields that the store has; counters of
-/// other tables and fields are skipped.
+/// Checks the store's counters, from which fields such as `Code` get their numbers in new rows.
+/// Returns a finding for each counter that is missing, lower than a number in its table, or
+/// exhausted. Counters are skipped if `layout`, the store's actual structure, lacks their table or
+/// field.
 QStringList checkCounters(dao::Database& database, const Layout& layout);
 
 } // namespace storetools

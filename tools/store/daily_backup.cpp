@@ -78,8 +78,8 @@ bool isGood(const QString& path)
     return reportOf(path).preventCopying.isEmpty();
 }
 
-/// Returns the identity of a store, or an empty text if the store has no identity or cannot be
-/// read.
+/// Returns the identity of a store (a random text), or an empty text if the store has no identity
+/// or cannot be read.
 QString identityOf(const QString& name)
 {
     try {
@@ -97,8 +97,8 @@ bool mayBeOf(const QString& path, const QString& store)
     return identity.isEmpty() || store.isEmpty() || identity == store;
 }
 
-/// Searches the folder for a backup of another store, from the newest backup to the newest good one
-/// of this store. Returns the name of the backup that was found, or an empty text if there is none.
+/// Returns the name of the newest backup in the folder that belongs to another store, or an empty
+/// text if there is none. Backups older than the newest good backup of this store are not searched.
 QString backupOfAnotherStore(const QString& folder, const QString& store)
 {
     for (const QString& name : backupsIn(folder)) {

@@ -13,8 +13,8 @@ inline constexpr int keptDailyBackups = 30;
 
 struct DailyOutcome
 {
-    /// The name of a backup in the folder that belongs to another store. If the name is not empty,
-    /// no backup was made.
+    /// The name of a backup in the folder that belongs to another store; empty if there is none.
+    /// Such a backup prevents a new backup in this folder.
     QString otherStore;
     QString path;           ///< Today's backup; it exists unless `backup` has findings.
     bool wasThere = false;  ///< Today's backup existed and is good, so nothing was copied.

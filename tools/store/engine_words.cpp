@@ -14,13 +14,13 @@ namespace storetools {
 
 namespace {
 
-/// An English text of a database engine and its Hebrew translation. The placeholders of the English
-/// text are in ascending order.
+/// An English text of a database engine and its Hebrew translation. In the English text, the
+/// placeholders appear in the order %1, %2 and so on.
 struct EngineText
 {
     Text text;
-    /// True if the last placeholder stands for a reason. The reason may be an engine's text that
-    /// has a translation as well.
+    /// True if the text ends with a placeholder for a reason. The reason may be another text of the
+    /// engine, which is then translated as well.
     bool endsWithReason = false;
 };
 

@@ -18,11 +18,12 @@ std::optional<QString> translated(const QString& english);
 QString ofEngine(const QString& english);
 QStringList ofEngine(const QStringList& english);
 
-/// Returns the description of a database's place in the user's language. `place` is the English
+/// Returns the description of where a database is, in the user's language. `place` is the English
 /// description that dao::Link::place() returns.
 QString placeInWords(const QString& place);
 
-/// Returns the English texts, with their placeholders, that have a Hebrew translation.
+/// Returns the English texts of the database engines that have a Hebrew translation. The texts
+/// contain placeholders such as %1.
 QStringList knownEngineTexts();
 
 } // namespace storetools

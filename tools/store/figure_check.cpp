@@ -20,9 +20,9 @@ namespace storetools {
 
 namespace {
 
-/// The largest difference at which a stored and a computed figure count as equal. The difference is
-/// much smaller than a saw can cut, and much larger than the rounding error of a number that is
-/// converted once more.
+/// The largest difference at which a stored and a computed figure, such as a cut size, count as
+/// equal. A saw cannot cut so exactly, and the rounding error of a converted number is much
+/// smaller.
 constexpr double tolerance = 1e-9;
 
 StoredFields fieldsOf(const store::TableSchema& table, const dao::ExaminedRow& row)
@@ -56,8 +56,8 @@ bool isSame(const QVariant& stored, double computed)
     return stored.isValid() && std::abs(stored.toDouble() - computed) <= tolerance;
 }
 
-/// Returns one text for each figure of an order line that differs from the figure computed from
-/// `series`.
+/// Compares the stored figures of an order line, such as its cut sizes, with the figures computed
+/// from `series`. Returns one text for each difference.
 QStringList differences(const StoredFields& line, const StoredFields& series)
 {
     QStringList all;

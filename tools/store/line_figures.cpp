@@ -11,8 +11,8 @@ namespace storetools {
 
 namespace {
 
-/// The slat deductions of the series picker for a thick and a thin U-profile. A U-profile with the
-/// thickness 6.5 is thick, and any other one is thin.
+/// The slat deductions that the series picker uses for a thick and a thin U-profile, in the
+/// measures' unit. A U-profile with the thickness 6.5 is thick, and any other one is thin.
 constexpr double thickProfile = 6.5;
 constexpr double thickProfileDeduction = 12.7;
 constexpr double thinProfileDeduction = 10.3;
@@ -85,7 +85,7 @@ private:
             const bool isBare = isDoor_ && part > cuts::Kanaf;
             const cuts::Size base = baseOf(part);
             // The cut width of a monoblock door's frame is not computed, because it depends on a
-            // deduction that is not stored.
+            // deduction that the order line does not store.
             if (!(isDoor_ && isMonoblock_ && part == cuts::Mashkof))
                 all.emplace_back(names[2 * each], isBare ? 0 : cuts::cutWidth(series_, part, base));
             all.emplace_back(names[2 * each + 1],

@@ -15,10 +15,10 @@ using StoredFields = QMap<QString, QVariant>;
 /// The name of a field of an order line, and the value computed for the field.
 using Figure = std::pair<QString, double>;
 
-/// Computes the figures of an order line that follow from its opening, its series and its other
-/// stored fields. The monoblock's width deduction and the door frame's thickness have no fields of
-/// their own: the deduction follows from the reduced width MyWidth_2, and the thickness is taken
-/// from U_Thick. Throws the errors of the functions in cuts.h.
+/// Computes the figures of an order line, such as its cut sizes, from its opening, its series and
+/// its other stored fields. Two inputs have no fields of their own: the monoblock's width deduction
+/// follows from the reduced width MyWidth_2, and the thickness of a door's frame is taken from
+/// U_Thick. Throws the errors of the functions in cuts.h.
 std::vector<Figure> figuresOf(const StoredFields& line, const StoredFields& series);
 
 } // namespace storetools

@@ -11,7 +11,8 @@ namespace storetools {
 
 namespace {
 
-/// Returns the path itself. Throws DatabaseExists (3204) if a store cannot be created at this path.
+/// Returns `path` unchanged if a store can be created there. Throws DatabaseExists (3204)
+/// otherwise.
 const QString& freePath(const QString& path)
 {
     requireFree(path);

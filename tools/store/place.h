@@ -38,7 +38,8 @@ public:
 private:
     QString name_;
     bool isOnServer_ = false;
-    /// The temporary folder with the link file that is written if the location is an address.
+    /// A temporary folder with a link file that names the server's database. Set only if the
+    /// location is an address.
     std::unique_ptr<ScratchFolder> folder_;
     QString path_;
 };

@@ -24,15 +24,15 @@ namespace {
 /// processes a whole store, which takes longer than a query of a form.
 constexpr std::chrono::minutes patience(5);
 
-/// Returns an option for the help text: its name, the placeholder of its value and the placeholders
-/// of its arguments.
+/// Returns an option as the help text shows it: its name, a placeholder for its value and
+/// placeholders for the command's arguments, such as "--daily [STORE] FOLDER".
 QString wordsOf(const Option& option)
 {
     return (QStringList{option.name, option.value} + option.arguments).join(u' ').simplified();
 }
 
-/// Prints one entry of the help text: a call in the first column, and what the call does in the
-/// second column.
+/// Prints one entry of the help text: a command line or an option in the first column, and what it
+/// does in the second column.
 void printCall(QTextStream& stream, const QString& indentation, const QString& call,
                const Text& summary)
 {
@@ -77,7 +77,8 @@ QString optionName(const Option& option)
     return option.name.mid(2); // without the two dashes
 }
 
-/// Returns the placeholders of the arguments that a command takes if `options` are given.
+/// Returns a command's arguments, as the help text shows them. One of the given `options` may
+/// replace the usual arguments.
 QStringList argumentsOf(const Command& command, const QMap<QString, QString>& options)
 {
     for (const Option& each : command.options) {

@@ -48,8 +48,8 @@ public:
     void add(const QString& table, qint64 rows) { line(table, QString::number(rows)); }
 
 private:
-    /// Prints the two cells of one line. Each cell is isolated, so that the columns keep their
-    /// order in a Hebrew text.
+    /// Prints one line with two cells. Each cell is enclosed in direction marks, so that the
+    /// columns keep their order in a Hebrew text.
     void line(const QString& table, const QString& rows);
 
     QTextStream& out_;

@@ -63,8 +63,8 @@ bool isOn(const dao::IndexInfo& index, const QStringList& fields)
     return index.fields.join(u'\n').compare(fields.join(u'\n'), Qt::CaseInsensitive) == 0;
 }
 
-/// Returns the findings about a table's indexes. The program depends on the first index; the others
-/// only make access faster.
+/// Returns the findings about a table's indexes. The program depends on the first index, so its
+/// position counts. The other indexes only make access faster and may be in any order.
 QStringList checkIndexes(const store::TableSchema& expected, const store::TableSchema& found)
 {
     QStringList findings;
@@ -156,8 +156,8 @@ QStringList checkForeignParts(const Layout& layout)
     QStringList findings;
     for (const store::TableSchema& found : layout) {
         const store::TableSchema* expected = expectedTable(found.name);
-        // Every table with the prefix "zomrel_" belongs to the program. A later version of the
-        // program may have created a table that is not in this version's schema.
+        // A table with the prefix "zomrel_" belongs to the program even if this version does not
+        // know it, because a later version may have created it. Therefore it is not a finding.
         if (expected == nullptr && found.name.startsWith("zomrel_"_L1))
             continue;
         if (expected == nullptr || expected->name != found.name)

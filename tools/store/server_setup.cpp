@@ -85,8 +85,8 @@ QString serverSetup(const QStringList& stations)
 QStringList stationRoles(const QString& text)
 {
     static const QRegularExpression name(u"^[a-z_][a-z0-9_]{0,62}$"_s);
-    // The name "zomrel_log" is reserved, because PostgreSQL searches the schema with the name of
-    // the role first. A role with this name would find the tables of the log before those of the
+    // No role may have the name of the log's schema, "zomrel_log". PostgreSQL first searches the
+    // schema with the role's name, so this role would find the log's tables before those of the
     // store.
     static const QStringList reserved{u"public"_s, u"none"_s, u"zomrel_owner"_s, u"zomrel_log"_s};
     QStringList names = text.split(u',');

@@ -16,8 +16,8 @@ qint64 StandardStream::writeData(const char* data, qint64 size)
 {
     if (keepsIsolation_)
         return QFile::writeData(data, size);
-    // The marks can be removed from each block of bytes separately, because QTextStream never
-    // splits a character between two blocks.
+    // The direction marks are removed from each block of bytes separately. This is safe, because
+    // QTextStream never splits a character between two blocks.
     const QByteArray plain = withoutIsolation(QByteArray(data, size));
     return QFile::writeData(plain.constData(), plain.size()) == plain.size() ? size : -1;
 }

@@ -53,7 +53,8 @@ void StillStore::examine()
                                u"הטבלה %1 אינה של התוכנית ולא הועתקה"},
                               each.name));
     }
-    // The table with the store's identity is not copied, because copyTo() writes that table itself.
+    // The table with the store's identity is left out, because copyTo() writes an identity into the
+    // copy itself.
     tables_ += own;
     tables_.removeAll(dao::storeMarkTable);
 }

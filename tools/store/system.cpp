@@ -95,8 +95,8 @@ bool isTerminal(FILE* stream)
 
 void useUtf8Console()
 {
-    // The console would keep UTF-8 after the program has ended, so the former code page is restored
-    // at exit.
+    // The former code page is restored at exit. Otherwise the console would keep UTF-8 after the
+    // program has ended.
     static const UINT former = GetConsoleOutputCP();
     if (former != 0 && SetConsoleOutputCP(CP_UTF8))
         std::atexit([] { SetConsoleOutputCP(former); });

@@ -4,8 +4,8 @@
 
 namespace storetools {
 
-/// An error of a command with a description in the user's language. The descriptions of the
-/// engine's own errors are in English.
+/// An error of a command. Its description is in the user's language, unlike the English
+/// descriptions of the database engine's errors.
 class ToldError : public runtime::RunTimeError
 {
 public:

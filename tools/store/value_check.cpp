@@ -17,9 +17,8 @@ namespace storetools {
 
 namespace {
 
-/// Returns true for a field that the program fills in every row of the table. The fields of kinds
-/// and colours do not count, because they are Null in a store that was imported from the old format
-/// if the user had left them empty.
+/// Returns true for a field that the program fills in every row of the table. Returns false for the
+/// fields of kinds and colours, which may be Null in a store that was imported from the old format.
 bool isAlwaysFilled(const QString& table, const dao::FieldInfo& field)
 {
     if (table == "Orders"_L1)

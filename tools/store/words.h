@@ -47,8 +47,8 @@ constexpr bool isTranslation(std::u16string_view english, std::u16string_view he
 }
 
 /// A message in English and in Hebrew, with placeholders %1 to %9. In the Hebrew text, commands,
-/// options and other Latin words are in braces, and the program isolates them. Two texts that fail
-/// isTranslation() do not compile.
+/// options and other Latin words are in braces, which the program replaces by direction marks. Two
+/// texts that fail isTranslation() do not compile.
 class Text
 {
 public:
@@ -66,14 +66,15 @@ private:
     const char16_t* hebrew_;
 };
 
-/// A text in the user's language that replaces a placeholder of another text.
+/// A text in the user's language that replaces a placeholder. Unlike a name or a number, it gets no
+/// direction marks.
 struct Phrase
 {
     QString text;
 };
 
-/// A value that replaces a placeholder. In a Hebrew text every value except a Phrase is isolated,
-/// so that a path, a name or a number keeps its own direction.
+/// A value that replaces a placeholder. In a Hebrew text, a path, a name or a number is enclosed in
+/// direction marks, so that it keeps its own direction. A Phrase, which is Hebrew itself, is not.
 class Argument
 {
 public:

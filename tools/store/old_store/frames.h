@@ -7,8 +7,9 @@ class QIODevice;
 
 namespace storetools {
 
-/// A visitor that writes each call as a frame to a device. A FrameReader in another process reads
-/// the frames. Throws DiskOrNetworkError (3043) if the device does not accept the data.
+/// Writes the contents of an old store to a device, each visitor call as one frame (a block of
+/// bytes). A FrameReader in another process reads the frames. Throws DiskOrNetworkError (3043) if
+/// the device does not accept the data.
 class FrameWriter : public OldStoreVisitor
 {
 public:
@@ -26,9 +27,9 @@ private:
     QIODevice& device_;
 };
 
-/// Parses the bytes that a FrameWriter has written, in pieces of any size, and makes the same calls
-/// on a visitor. Throws CorruptDatabase (3049) for any byte sequence that a FrameWriter cannot
-/// produce.
+/// Parses the bytes that a FrameWriter has written, and repeats the FrameWriter's calls on a
+/// visitor. The bytes may arrive in pieces of any size. Throws CorruptDatabase (3049) for any byte
+/// sequence that a FrameWriter cannot produce.
 class FrameReader
 {
 public:

@@ -57,7 +57,8 @@ void Intake::add(const NewRow& row)
 {
     const auto key =
         static_cast<std::size_t>(schema_->ordinalOf(schema_->indexes.front().fields.front()));
-    // The rows of an old table arrive sorted by key, so rows with the same key follow one another.
+    // The rows of an old table arrive sorted by key. Therefore a duplicate key is found by
+    // comparing each key with the previous one.
     const bool doubled = lastKey_ == row[key];
     lastKey_ = row[key];
     if (doubled)

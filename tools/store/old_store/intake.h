@@ -22,8 +22,8 @@ public:
 /// and the number of rows that are done in this step.
 using TakeOverProgress = std::function<void(const QString& what, qint64 rows)>;
 
-/// Imports an old store row by row. After the first finding, no more rows are added to the sink;
-/// the remaining rows are only checked for further findings.
+/// Imports an old store row by row. After the first finding (an error that prevents the import), no
+/// more rows are added to the new store. The remaining rows are only checked for further findings.
 class Intake : public OldStoreVisitor
 {
 public:

@@ -22,7 +22,7 @@ constexpr int deletedRow = 0x8000;
 constexpr int movedRow = 0x4000;
 constexpr int placeOfRow = 0x1fff;
 
-/// The maximum length of a memo in bytes. Real memos are far shorter.
+/// The maximum length in bytes of a memo (a long text). Real memos are far shorter.
 constexpr qsizetype longestMemo = qsizetype{16} * 1024 * 1024;
 
 struct HandleCloser
@@ -246,7 +246,8 @@ private:
 
     OldCell cell(const MdbColumn& column, const MdbField& field) const
     {
-        // A Boolean column stores its value in the bits that mark Null in other columns.
+        // A Boolean column stores its value in the bit that marks Null in other columns. The mark
+        // for Null means false.
         if (column.col_type == MDB_BOOL)
             return QByteArray(1, field.is_null != 0 ? '\0' : '\1');
         if (field.is_null != 0)
@@ -256,7 +257,7 @@ private:
         return column.col_type == MDB_MEMO ? memo(bytes) : bytes;
     }
 
-    /// Reads a memo. The text of a memo is stored in the table's row itself, in one row of another
+    /// Reads a memo (a long text). It is stored in the table's row itself, in one row of another
     /// page, or in a chain of such rows.
     QByteArray memo(const QByteArray& head) const
     {

@@ -50,9 +50,10 @@ using OldCell = std::optional<QByteArray>;
 /// One row of an old table, with one cell for each element of OldTable::columns.
 using OldRow = std::vector<OldCell>;
 
-/// Receives the contents of an old store in this order: a call of opened(), then the tables with
-/// their rows and the foreign tables in any order, then a call of end(). In the names of a Jet 3
-/// file, each character is a raw byte of the file's code page.
+/// Receives the contents of an old store. The first call is opened(), and the last one is end(). In
+/// between, the store's tables with their rows and the foreign tables, which the schema does not
+/// contain, are reported in any order. In the names of a Jet 3 file, each character is a raw byte
+/// of the file's code page.
 class OldStoreVisitor
 {
 public:

@@ -37,9 +37,9 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"MDBPATH"_s, u"MDBOPTS"_s, u"MDB_ICONV"_s})
             environment.remove(name);
-        // The library mdbtools does not reset its character conversion between two names, so the
-        // last letter of a Hebrew name would change the next name. The encoding ISO-8859-1 prevents
-        // this, because each of its bytes is converted separately.
+        // Names are read as ISO-8859-1, because this encoding converts each byte separately. The
+        // library mdbtools does not reset its character conversion between two names. In another
+        // encoding, the last letter of a Hebrew name would therefore change the next name.
         environment.insert(u"MDB_JET3_CHARSET"_s, u"ISO-8859-1"_s);
         process_.setProcessEnvironment(environment);
         process_.setStandardInputFile(QProcess::nullDevice());
@@ -55,8 +55,8 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    /// Passes the output of the reading process to `frames`. Throws CorruptDatabase (3049) if the
-    /// process hangs, crashes, fails or ends before the end of the data.
+    /// Passes the output of the reading process to the parser `frames`. Throws CorruptDatabase
+    /// (3049) if the process hangs, crashes, fails or ends before the end of the data.
     void readTo(FrameReader& frames)
     {
         int silence = 0;

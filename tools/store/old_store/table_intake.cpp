@@ -20,8 +20,8 @@ const QString& keyOf(const store::TableSchema& table)
     return table.indexes.front().fields.front();
 }
 
-/// Returns true if a table of an old store may lack this field. The program does not use such a
-/// field, or adds the field to an older store itself.
+/// Returns true if a table of an old store may lack this field. This holds for a field that the
+/// program does not use, or that it adds to an older store itself.
 bool mayBeMissing(const store::TableSchema& table, const dao::FieldInfo& field)
 {
     if (table.name == u"Orders"_s)
@@ -105,8 +105,8 @@ void TableIntake::setPlace(const OldRow& row)
         if (key.isValid())
             shownKey_ = keyOf(schema_) + u' ' + shown(key);
     } catch (const RunTimeError&) {
-        // An error in the key field is not reported at this point, because the conversion of the
-        // key field reports it later.
+        // An error in the key field is ignored here, because converting the key field reports it
+        // later.
         return;
     }
 }
