@@ -40,8 +40,8 @@ void ComputeOneLine(benchmark::State& state)
 }
 BENCHMARK(ComputeOneLine);
 
-/// The baseline: executes a prepared durable INSERT and a prepared durable UPDATE on a separate
-/// store through a plain SQLite connection.
+/// The baseline: an INSERT and an UPDATE in a separate store through a plain SQLite connection. The
+/// statements are prepared once, and each execution is written to the disk.
 class BareStatements
 {
 public:
@@ -149,8 +149,8 @@ private:
 
 void addLine(benchmark::State& state, bool changedCustomer)
 {
-    // The program uses the store that was created last. The store of BareStatements is therefore
-    // created before the store of OpenOrder.
+    // The program uses the store that was created last. It must be the store of OpenOrder, so the
+    // store of the baseline (BareStatements) is created first.
     BareStatements bare;
     OpenOrder order;
     bench::Pairs pairs;

@@ -118,8 +118,9 @@ void DeferredLoadAfterAMove(benchmark::State& state)
     std::unique_ptr<Search> small;
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
-        // Each iteration creates a new search form, which starts at the last order, because the
-        // small store has too few orders for moving back with one form in all iterations.
+        // Each iteration starts again at the last order, in a new search form. One form for all
+        // iterations would reach the first order of the small store and could not move back
+        // further.
         large = std::make_unique<Search>(stores().large);
         small = std::make_unique<Search>(stores().small);
         for (int i = 0; i < 5; ++i) {

@@ -8,9 +8,9 @@
 
 namespace bench {
 
-/// A store in a separate database of the server, with the catalogue that is shipped with the
-/// program, and the link file of this store. The server has its default settings, so every commit
-/// is durable.
+/// A store in a database of its own on the server, with the catalogue of series that is shipped
+/// with the program, and a link file, which is a text file that names the database. The server has
+/// its default settings, so every commit is written to the disk.
 class ServerStore
 {
 public:

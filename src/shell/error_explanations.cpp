@@ -11,7 +11,8 @@ namespace shell {
 
 namespace {
 
-/// The error number with which a station ends after its store was replaced by another file.
+/// The number of the run-time error that ends the program after its store was replaced by another
+/// file.
 constexpr int storeReplaced = 3197;
 
 struct Explanation
@@ -19,8 +20,8 @@ struct Explanation
     int number;
     const char16_t* happened;
     const char16_t* next;
-    /// The explanation applies to the errors whose description begins with this text. An
-    /// explanation with an empty text applies to all other errors with the number, so it comes
+    /// The beginning of the descriptions of the errors that this explanation is for. If it is
+    /// empty, the explanation is for all other errors with the number, so such an explanation comes
     /// last.
     QLatin1StringView description = {};
 };
@@ -44,8 +45,8 @@ const std::array explanations{
     Explanation{runtime::Overflow, u"נגמרו המספרים של אחת הטבלאות בקובץ הנתונים.",
                 u"שמור את קובץ הנתונים בצד, וצור קובץ חדש בעזרת zomrel-store create.",
                 "Overflow ("_L1},
-    // An order number that is too large and a measure that is too large give errors with the same
-    // description.
+    // This explanation names two causes, because an order number that is too large and a measure
+    // that is too large give errors with the same description.
     Explanation{runtime::Overflow, u"נגמרו מספרי ההזמנות, או שמידה גדולה מדי.",
                 u"אם מספר ההזמנה האחרונה הוא 32767, שמור את קובץ הנתונים בצד וצור קובץ חדש בעזרת "
                 u"zomrel-store create. אחרת הפעל את התוכנית מחדש ובדוק את המידות."},

@@ -52,8 +52,8 @@ QString withMirroredTables(const QString& markdown)
     return lines.join(u'\n');
 }
 
-/// Returns the headings in the text of a chapter that have an HTML anchor, by the name of the
-/// anchor. The first line of the text is the chapter's title.
+/// Returns the headings in a chapter's text that have an HTML anchor, as a map from anchor names to
+/// headings. The first line of the text is the chapter's title.
 QMap<QString, QString> headingsIn(const QString& text)
 {
     static const QRegularExpression heading(u"^(?:#+ )?"_s + anchorPattern().pattern() + u"(.*)$"_s,

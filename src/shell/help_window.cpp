@@ -24,8 +24,8 @@ constexpr QSize usualSize(1000, 640);
 constexpr int listWidth = 240;
 constexpr int pictureMargin = 40;
 
-/// Sets the reading direction of every paragraph, because Markdown has no notation for it, and the
-/// borders and padding of tables.
+/// Sets the reading direction of every paragraph and the borders and padding of tables, because
+/// Markdown has no notation for them.
 void setDirection(QTextDocument& document, Qt::LayoutDirection direction)
 {
     QTextOption option = document.defaultTextOption();

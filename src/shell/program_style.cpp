@@ -248,8 +248,8 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
         const QStyleOptionHeader same = inPalette(QGuiApplication::palette(), *header);
         QProxyStyle::drawControl(element, &same, painter, widget);
     } else if (element == CE_ComboBoxLabel) {
-        // The painter has the layout direction of the program. The text of a combo box is drawn in
-        // the direction of the box, so that a path reads as in the list of the box.
+        // Draws the text of a combo box in the layout direction of the box instead of the program's
+        // direction, so that a path reads as in the list of the box.
         const Qt::LayoutDirection former = painter->layoutDirection();
         painter->setLayoutDirection(option->direction);
         QProxyStyle::drawControl(element, option, painter, widget);

@@ -25,10 +25,10 @@ const QString hiddenOption = u"--zomrel-stall-notice"_s;
 /// the program.
 constexpr auto endLine = "zomrel: end the program";
 
-/// The process that shows the notice. It ends when its standard input is closed. First the process
-/// is started from the copy of the program in memory. This start fails if the system forbids it or
-/// if the program's libraries are in the program's folder. The process is then started from the
-/// program's file.
+/// The process that shows the notice. It ends when its standard input is closed. It is first
+/// started from the copy of the program in memory, because the program's folder may not respond. If
+/// the system forbids that, or if the program needs libraries in its folder, the process is started
+/// from the program's file.
 class NoticeProcess final : public runtime::StallNotice
 {
 public:
@@ -77,8 +77,9 @@ private:
     QByteArray said_;
 };
 
-/// Creates the notices. The program is copied to memory at the start, while its folder still
-/// responds. The copying runs in another thread, so that it does not delay the start.
+/// Shows each notice by starting a second process of the program. The program's file is copied to
+/// memory when the program starts, because its folder may not respond later. Another thread makes
+/// the copy, so that the start is not delayed.
 class NoticeMaker
 {
 public:
@@ -101,8 +102,8 @@ private:
 
 std::unique_ptr<runtime::CallWatch> watchForStalls()
 {
-    // The process ends without releasing anything, because the blocked thread cannot do that. The
-    // store needs no release: stored data is not lost when the process is killed.
+    // Ends the process without releasing anything, because only the blocked thread could release
+    // it. Nothing is lost: stored data survives even if the process is killed.
     return std::make_unique<runtime::CallWatch>(NoticeMaker(), [] { std::_Exit(1); });
 }
 

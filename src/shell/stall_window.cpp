@@ -82,8 +82,8 @@ StallWindow::StallWindow(const QString& what, int seconds) : seconds_(seconds)
     CmdEnd->setMinimumWidth(buttonWidth);
     layout->addWidget(CmdEnd, 0, Qt::AlignHCenter);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    // The window itself takes the focus, because otherwise the button has the focus when the window
-    // appears.
+    // The window itself takes the focus. Otherwise its button would have the focus, and a key that
+    // was meant for the main window could press it.
     setFocusPolicy(Qt::StrongFocus);
     setFocus();
     runtime::on(CmdEnd, &QPushButton::clicked, this, [this] { cmdEnd_Click(); });
@@ -101,8 +101,8 @@ void StallWindow::countOn()
     LabelWaiting->setText(u"התוכנית ממתינה כבר %1 לתשובה מבסיס הנתונים:"_s.arg(time));
 }
 
-/// Ends the program after a confirmation. The text then says that the windows may stay, because the
-/// system may keep the ended program and its windows until the blocked call returns.
+/// Ends the program after a confirmation. This window then says that the program's windows
+/// disappear later, because the system can keep an ended program until its blocked call returns.
 void StallWindow::cmdEnd_Click()
 {
     if (!isConfirmed(this))

@@ -98,7 +98,8 @@ struct SettingColumn
     bool includesLowest;
 };
 
-/// Returns all columns in their order in the settings file and in the store's table zomrel_bars.
+/// Returns the descriptions of all numbers, in the column order of the settings file and of the
+/// store's table zomrel_bars.
 const std::vector<SettingColumn>& settingColumns();
 
 /// Returns true if the number is finite and within the range of the column.

@@ -30,7 +30,7 @@ bool isSame(const QString& one, const QString& other)
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
 
-/// Only the counter field may be defined as required (not Null).
+/// The found field must be as wanted. Only a counter field may be required (not Null).
 bool isAlike(const dao::FieldInfo& found, const dao::FieldInfo& wanted)
 {
     return isSame(found.name, wanted.name) && found.type == wanted.type &&

@@ -22,7 +22,7 @@ const std::vector<DocumentKind>& documentKinds();
 /// Returns the pieces as CSV with one row per piece.
 QByteArray piecesCsv(const std::vector<Piece>& pieces, const SettingsByGroup& settings);
 
-/// Each of these functions returns the file contents of one document.
+/// The functions from cutListCsv to planJson each return the file contents of one document.
 QByteArray cutListCsv(const ShopPack& pack);
 QByteArray barPlanCsv(const ShopPack& pack);
 QByteArray glassCsv(const ShopPack& pack);

@@ -58,8 +58,8 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
             continue;
         const cuts::Size& size = line.parts[part];
         const QString width = orNone(cuts::explainedSize(line, part, cuts::Side::Width, series));
-        // If the series is missing, the explanation of the width already says so, and the count
-        // gets no explanation.
+        // If the series is missing, the explanation of the width already says so. Therefore the
+        // number of pieces is not explained.
         const QString count =
             series == nullptr ? QString() : cuts::explainedCount(line, part, series);
         addSize(shopPart(part), Side::Width, size.width, withCount(width, count), to);
@@ -68,9 +68,9 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
     }
 }
 
-/// Returns the explanation of the width and the number of the slats. An order line does not store
-/// the deduction for the width, so the explanation names the usual deduction that gives the stored
-/// width.
+/// Returns the explanation of the width and of the number of the slats. An order line does not
+/// store how much narrower than the opening the slats are. The explanation names the usual
+/// deduction that gives the stored width.
 QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double slat)
 {
     QString width;
@@ -83,8 +83,8 @@ QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double sla
     return withCount(orNone(width), count);
 }
 
-/// Adds the explained sizes of the roller shutter. In a line without a roller shutter these sizes
-/// are 0, and addSize leaves them out.
+/// Adds the sizes of the roller shutter and how they are computed. In a line without a roller
+/// shutter these sizes are 0, and addSize leaves out sizes that are 0.
 void addShutter(dao::Recordset& row, const cuts::Size& opening, ExplainedLine& to)
 {
     const double uCut = numberIn(row, u"U_Cut"_s);

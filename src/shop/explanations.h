@@ -26,7 +26,7 @@ struct ExplainedSize
     QString explanation;
 };
 
-/// The explained sizes of one stored order line.
+/// The sizes of one stored order line, each with its explanation.
 struct ExplainedLine
 {
     int order = 0;

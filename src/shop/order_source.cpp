@@ -67,7 +67,8 @@ OrderHead readHead(dao::Database& database, int order)
             textIn(*found, u"CustomerName"_s)};
 }
 
-/// Reads the lines of an order. Explains the sizes of the lines only if `catalogue` has a value.
+/// Reads the lines of an order. If `catalogue` is given, also explains how the sizes of the lines
+/// were computed.
 void readLines(dao::Database& database, int order,
                const std::optional<std::vector<calculation::NamedSeries>>& catalogue,
                OrderSource& source)

@@ -12,8 +12,8 @@ namespace shop {
 
 namespace {
 
-/// Adds the CSV documents that `files` does not contain, because the workbook contains their
-/// tables.
+/// Adds the CSV documents that are missing in `files`. The workbook contains the same tables, so
+/// they must be checked, too.
 QMap<QString, QByteArray> withTablesOfWorkbook(const ShopPack& pack,
                                                QMap<QString, QByteArray> files)
 {

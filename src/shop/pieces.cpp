@@ -56,7 +56,7 @@ struct Source
     std::optional<int> count;
 };
 
-/// Adds the pieces, panes and faults of one line to the result.
+/// Adds an order line's pieces, panes and faults (reasons for missing pieces) to the result.
 class LineReader
 {
 public:
@@ -90,8 +90,8 @@ private:
                                   QString::fromLatin1(field), value, limit});
     }
 
-    /// Returns true if pieces can be made from the length and the count in `source`. Adds a fault
-    /// if one of the two is invalid.
+    /// Returns true if the length and the count in `source` are valid and the count is not 0. If
+    /// one of them is invalid, adds a fault that names the reason.
     bool isUsable(Part part, const Source& source)
     {
         if (source.count && *source.count == 0)
@@ -155,8 +155,9 @@ private:
                   {Side::Width, "Argaz_Width", line_.boxWidth, "Argaz_Width", 1});
     }
 
-    /// Adds the faults of the panes of glass. Panels of mesh are not checked here, because addPart
-    /// checks the same fields and the same greatest count for the bars of the mesh.
+    /// Adds the faults (missing or invalid numbers) of the panes of glass. Panels of mesh are not
+    /// checked here, because addPart checks the same fields, with the same greatest count, for the
+    /// bars of the mesh.
     void addPaneFaults()
     {
         const PartOfLine& glass = line_.glass;

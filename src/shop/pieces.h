@@ -109,8 +109,9 @@ struct Pieces
 /// of the part for one side.
 constexpr int mostPieces = 100000;
 
-/// Returns the pieces, panes and faults of the order lines. The pieces are in the order of the
-/// lines. Within a line the pieces are sorted by part, and widths come before heights.
+/// Returns the pieces, panes and faults (reasons why pieces cannot be made) of the order lines. The
+/// pieces are in the order of the lines. Within a line the pieces are sorted by part, and widths
+/// come before heights.
 Pieces piecesOf(const std::vector<OrderLine>& lines, const SettingsByGroup& settings);
 
 } // namespace shop

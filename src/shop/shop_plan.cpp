@@ -41,7 +41,7 @@ public:
         return demands;
     }
 
-    /// Returns the next piece of this length. `length` must be the length of one of the demands().
+    /// Returns the next piece of this length, which must be a length that demands() returns.
     const Piece& take(double length)
     {
         const auto found = std::lower_bound(

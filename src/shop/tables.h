@@ -38,7 +38,7 @@ Table cutListTable(const ShopPack& pack);
 Table barPlanTable(const ShopPack& pack);
 /// Returns the table of the glass list or mesh list, with one row for each size, kind and colour.
 Table panesTable(const std::vector<Pane>& panes);
-/// Returns a table with one row for each explained size of the order lines.
+/// Returns a table with one row for each size of the order lines and its explanation.
 Table explanationsTable(const std::vector<ExplainedLine>& lines);
 
 } // namespace shop

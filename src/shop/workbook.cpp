@@ -164,7 +164,7 @@ SettingsByGroup plannedSettings(const ShopPack& pack)
 
 QByteArray workbook(const ShopPack& pack)
 {
-    // The library can write a workbook only to a file.
+    // The library writes only to files, so the workbook is a temporary file.
     const QTemporaryDir folder;
     const DecimalPoint decimalPoint;
     QFile file(folder.filePath(u"workbook.xlsx"_s));

@@ -37,8 +37,8 @@ QByteArray fileOfMainThread(const char* name)
 #ifdef Q_OS_WIN
 
 /// Returns no value if the system does not report the times of the watched thread. Windows does not
-/// count how often a thread has been scheduled, so a sleeping thread always counts as one that
-/// waits for a lock.
+/// count how often a thread has been scheduled. The function therefore increases that count at each
+/// call, so that a sleeping thread counts as waiting for a lock.
 std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
     static qint64 looks = 0;
@@ -109,8 +109,8 @@ void CallWatch::enter(Describe describe, Awaited awaited)
     since_ = Clock::now();
 }
 
-/// Ends a watched call. The start time of the call that contains it is reset to the current time,
-/// because the system has just answered.
+/// Ends a watched call. If it ran inside another watched call, the time limit of that call starts
+/// again, because the system has just answered.
 void CallWatch::leave()
 {
     const std::lock_guard lock(mutex_);
@@ -132,14 +132,14 @@ void CallWatch::run()
     }
 }
 
-/// Returns the value of change_ if the current call has lasted so long that the notice must be
-/// shown, otherwise no value.
+/// If the current call has reached its time limit and no notice was shown for it yet, returns the
+/// number of the call (the value of change_), otherwise no value.
 std::optional<quint64> CallWatch::stalledCall()
 {
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
-    // The thread's times are first read one interval before the shortest limit, because the times
-    // that are read at the limit are compared with them.
+    // At the shortest time limit, the thread's processor times are compared with an earlier
+    // reading. The first reading therefore takes place one interval before that limit.
     const auto shortest = std::min(patience_.blocked, patience_.waiting);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};

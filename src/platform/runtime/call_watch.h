@@ -13,8 +13,8 @@
 
 namespace runtime {
 
-/// A notice that tells the user that a call takes long. It is visible from its construction to its
-/// destruction.
+/// A notice that tells the user that a call, such as reading a file, takes long. It is visible from
+/// its construction to its destruction.
 class StallNotice
 {
 public:
@@ -26,31 +26,32 @@ public:
 /// The kind of thing that a watched call waits for: a file or a server.
 enum class Awaited { File, Server };
 
-/// How long a watched call may take before the user sees a notice.
+/// The time limits, in milliseconds, after which the user sees a notice about a call.
 struct StallPatience
 {
-    /// The limit for a call during which the thread does not run at all, such as reading from a
-    /// network share that does not respond. On Windows such a call looks like waiting for a lock,
-    /// so the limit `waiting` applies to it.
+    /// The time limit for a call in which the thread does not run at all, such as reading from a
+    /// network share that does not respond. On Windows the time limit `waiting` applies instead,
+    /// because there such a call looks like waiting for a lock.
     std::chrono::milliseconds blocked = std::chrono::milliseconds(5000);
-    /// The limit for a call during which the thread waits for a server, or sleeps most of the time
-    /// and wakes up again and again, as it does while it waits for a lock of an embedded store.
+    /// The time limit for a call in which the thread waits for a server, or sleeps most of the time
+    /// and wakes up again and again. A thread that waits for a lock of an SQLite file behaves like
+    /// that.
     std::chrono::milliseconds waiting = std::chrono::milliseconds(1000);
-    /// The limit for every other call, such as a long computation.
+    /// The time limit for every other call, such as a long computation.
     std::chrono::milliseconds busy = std::chrono::milliseconds(6500);
-    /// Time between two checks of the current call.
+    /// The time between two checks of the call that is running.
     std::chrono::milliseconds interval = std::chrono::milliseconds(250);
 };
 
-/// Watches the calls of the thread that creates this object, and shows a notice if a call takes too
-/// long. The watching runs in a thread of its own, because a blocked thread cannot show anything. A
-/// process has at most one CallWatch.
+/// Watches the thread that creates this object, and shows a notice if a call in it, such as reading
+/// a file, takes too long. The watching runs in a thread of its own, because a blocked thread
+/// cannot show anything. A process has at most one CallWatch.
 class CallWatch
 {
 public:
-    /// A function that creates the notice about a call. `what` is the thing that the call waits
-    /// for, `lasted` is the duration of the call so far. The watching thread calls the function,
-    /// and uses and destroys the notice.
+    /// A function that creates the notice about a call that takes too long. `what` names the file
+    /// or server that the call waits for, `lasted` is the duration of the call so far. The watching
+    /// thread calls the function, and uses and destroys the notice.
     using Show = std::function<std::unique_ptr<StallNotice>(const QString& what,
                                                             std::chrono::milliseconds lasted)>;
 
@@ -110,8 +111,8 @@ private:
 class WatchedCall
 {
 public:
-    /// The function `describe` returns what the call waits for. The watching thread may call the
-    /// function during the lifetime of this object.
+    /// `describe` is a function that returns the name of the file or server that the call waits
+    /// for. The thread that watches the call may run the function as long as this object exists.
     explicit WatchedCall(std::function<QString()> describe, Awaited awaited = Awaited::File);
     ~WatchedCall();
     WatchedCall(const WatchedCall&) = delete;

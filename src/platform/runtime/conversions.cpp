@@ -105,8 +105,8 @@ double toDouble(const QString& text)
     double value = 0;
     const auto result = std::from_chars(plain.constData(), plain.constData() + plain.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        // std::from_chars reports the same error for overflow and underflow. QLocale::toDouble
-        // distinguishes the two, because it returns 0 for an underflow.
+        // std::from_chars reports overflow and underflow with the same error. QLocale::toDouble
+        // returns 0 only for an underflow, so its result tells which of the two it is.
         if (QLocale::c().toDouble(QString::fromLatin1(plain)) != 0)
             throw RunTimeError(Overflow);
         return 0;

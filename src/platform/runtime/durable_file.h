@@ -29,12 +29,12 @@ void syncFolder(const QString& folder);
 
 /// Writes the open file to the disk, renames it within its folder and writes the folder to the
 /// disk. At every moment the new name belongs to no file, to the complete previous file, or to the
-/// complete new file. If a previous file is replaced, the name always belongs to the previous or
-/// the new file, with one exception. If on Windows the previous file is open and is not on a local
-/// NTFS disk, for a moment no file has the name, and the previous file has the name with the ending
-/// ".zomrel-previous". On Windows the file must have been created by createFile. Throws
-/// DatabaseExists (3204) if the new name exists and `existing` is Refuse. Throws DiskFull (3026),
-/// DiskOrNetworkError (3043) or PermissionDenied (3051) if the file cannot be written or renamed.
+/// complete new file. A name that belongs to a previous file never disappears, with one exception:
+/// if on Windows the previous file is open and is not on a local NTFS disk, for a moment it has the
+/// name with the ending ".zomrel-previous", and no file has the name itself. On Windows the file
+/// must have been created by createFile. Throws DatabaseExists (3204) if the new name exists and
+/// `existing` is Refuse. Throws DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied
+/// (3051) if the file cannot be written or renamed.
 void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
 
 enum class Linked {
@@ -59,8 +59,8 @@ bool createFile(QFile& file, const QString& path, Readers readers);
 /// removes the file if the process is killed. Returns false if the file system does not support
 /// files without a name.
 bool createUnnamedFile(QFile& file, const QString& folder, Readers readers);
-/// Gives a file that createUnnamedFile created the name `path` in the same folder. Returns false if
-/// another file has the name. Throws the errors of durableRename.
+/// Gives the name `path` to a nameless file that createUnnamedFile created in the same folder.
+/// Returns false if another file has the name. Throws the errors of durableRename.
 bool nameFile(QFile& file, const QString& path);
 /// Renames a file within its folder and replaces the file that has the new name. The file and the
 /// folder are not forced to the disk. Throws the errors of durableRename.
@@ -91,7 +91,7 @@ public:
     FolderMark(const FolderMark&) = delete;
     FolderMark& operator=(const FolderMark&) = delete;
 
-    /// Returns false if another process had already marked or removed the folder.
+    /// Returns false if another process had already marked the folder as used or removed it.
     bool isValid() const { return descriptor_ != -1; }
     /// Removes the folder and everything in it.
     void removeFolder();
@@ -125,9 +125,9 @@ FileAccess accessOf(const QString& path);
 /// file's group gets only the permissions that everybody has.
 bool keepAccess(QFile& file, const FileAccess& access);
 
-/// Gives an open file the group and the permissions in `source`, except the permissions that the
-/// process's settings for new files forbid. So a user who cannot read the source file cannot read
-/// the open file either. Does nothing on a file system without permissions.
+/// Gives an open file the group of `source` and at most the permissions in `source`, without those
+/// that the process's umask forbids. So a user who cannot read the source file cannot read the open
+/// file either. Does nothing on a file system without permissions.
 void limitAccess(QFile& file, const FileAccess& source);
 
 } // namespace runtime

@@ -264,7 +264,8 @@ bool createFile(QFile& file, const QString& path, Readers readers)
         return false;
     if (descriptor < 0)
         raise(path, errno);
-    // On a file system without locks, files cannot be marked, and removeIfLeft removes nothing.
+    // A file system without locks cannot mark the file as used, so removeIfLeft later does not
+    // remove the file.
     const bool marked = flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     struct stat status = {};
     const bool isRemoved = fstat(descriptor, &status) != 0 || status.st_nlink == 0;
@@ -333,7 +334,8 @@ void FolderMark::removeFolder()
 void removeIfLeft(const QString& path)
 {
     const bool isFolder = QFileInfo(path).isDir();
-    // On a network file system, only a file that is open for writing can be marked with flock.
+    // On a network file system, flock can lock a file only if it is open for writing, so a file is
+    // opened with O_RDWR.
     const int how = isFolder ? O_RDONLY | O_DIRECTORY : O_RDWR;
     const Descriptor opened(path, how | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     struct stat status = {};
@@ -363,8 +365,8 @@ bool keepAccess(QFile& file, const FileAccess& access)
     const bool hasOwner =
         fstat(file.handle(), &status) == 0 &&
         (status.st_uid == access.owner || fchown(file.handle(), access.owner, gid_t(-1)) == 0);
-    // The group bits of a file with an access control list are the list's mask. Without the list
-    // they would be the rights of the group.
+    // The group bits of a file with an access control list are the list's mask. If the list cannot
+    // be set, these bits would be rights of the group, so they are reduced.
     const bool isSame = hasGroup && setAccessList(file.handle(), access.list);
     if (!isSame)
         setAccessList(file.handle(), {});

@@ -31,8 +31,8 @@ namespace {
 /// The name of the file that marks its folder as used while a process has the file open.
 const QString folderMark = u".zomrel-in-use"_s;
 
-/// Marks a file as used: locks one byte at a position behind the end of every file. Returns false
-/// if another process has locked the byte or if the file system has no locks.
+/// Marks a file as used: locks one byte far behind the end of any real file. Returns false if
+/// another process has locked the byte or if the file system has no locks.
 bool mark(HANDLE file)
 {
     OVERLAPPED place = {};

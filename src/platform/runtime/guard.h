@@ -40,8 +40,8 @@ void guarded(Handler&& handler, const QPointer<const QObject>& sender = {}) noex
             endWithRunTimeBox(RunTimeError(InternalError, QString::fromUtf8(error.what())), sender);
         }
     } catch (const ProcessEnded&) {
-        // Tests throw ProcessEnded instead of ending the process. The exception has left the
-        // handler, so nothing remains to be done.
+        // Tests throw ProcessEnded instead of ending the process. The exception only has to leave
+        // the handler, so it is ignored here.
         return;
     }
 }

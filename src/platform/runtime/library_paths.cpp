@@ -51,8 +51,8 @@ QString programFolder()
 #ifdef Q_OS_UNIX
 
 /// Returns true if a user other than the current one and the administrator can write to the file or
-/// folder. Write permission for the group counts. If there is an access control list, none of its
-/// entries permits more than the group's permission bits.
+/// folder. The members of the group count as such users. An access control list need not be read,
+/// because no entry of it permits more than the group's permission bits.
 bool isWritableByOthers(const QFileInfo& file)
 {
     const bool ours = file.ownerId() == 0 || file.ownerId() == ::geteuid();
@@ -90,10 +90,10 @@ bool isOnlyOurs(const QString& folder)
 
 #endif
 
-/// Returns Qt's plugin paths without the program's folder. Qt adds this folder to the paths when
-/// the application object is created, and then repeats the changes that setLibraryPaths() made. Qt
-/// repeats a removal only if the paths contained the removed folder before. Therefore the function
-/// first adds the program's folder to the paths through QT_PLUGIN_PATH.
+/// Returns Qt's plugin paths without the program's folder. Qt adds this folder to the paths later,
+/// when the application object is created, and removes it again only if setLibraryPaths() removed
+/// it before. A folder that is not in the paths cannot be removed. Therefore the function first
+/// adds the program's folder to the paths through the variable QT_PLUGIN_PATH.
 QStringList pathsWithoutTheFolder(const QString& folder)
 {
     const QByteArray before = qgetenv(pluginPathVariable);

@@ -18,8 +18,8 @@ namespace runtime {
 
 namespace {
 
-/// Copies the program's file. The kernel copies it, because a buffer of this thread would stay
-/// allocated.
+/// Copies the program's file with sendfile, in the kernel, because a copy buffer of this thread
+/// would stay allocated.
 bool copyProgramTo(int descriptor)
 {
     QFile program(u"/proc/self/exe"_s);
@@ -63,8 +63,8 @@ OwnProgram::~OwnProgram() = default;
 
 QString OwnProgram::path() const
 {
-    // The child process resolves /proc/self/fd with its own copies of the descriptors, which are
-    // closed only when it executes the program.
+    // The path is valid in a child process, too, because the child keeps its own copy of the file
+    // descriptor until it executes the program.
     return descriptor_ >= 0 ? u"/proc/self/fd/%1"_s.arg(descriptor_)
                             : QCoreApplication::applicationFilePath();
 }

@@ -5,8 +5,8 @@
 namespace runtime {
 
 /// A copy of the running program in memory. The copy can be started even if the folder of the
-/// program does not respond. On systems without files in memory, path() returns the program's own
-/// file.
+/// program does not respond. On a system that cannot keep a file in memory, path() returns the path
+/// of the program's own file.
 class OwnProgram
 {
 public:

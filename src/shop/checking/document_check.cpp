@@ -40,7 +40,7 @@ bool isEqual(const QString& found, const ExpectedCell& expected)
     const double number = found.toDouble(&isNumber);
     if (const auto* exact = std::get_if<double>(&expected))
         return isNumber && number == *exact;
-    // The documents contain computed numbers rounded to nine decimals.
+    // The documents round computed numbers to nine decimals, so they may differ a little.
     const double wanted = std::get<Computed>(expected).value;
     return isNumber && std::abs(number - wanted) <= noiseOfLengths + 1e-12 * std::abs(wanted);
 }
@@ -79,8 +79,8 @@ std::vector<ExpectedCell> groupCells(const QJsonObject& group)
             group["colour"_L1].toString()};
 }
 
-/// Returns, for each size, the greatest of the sizes that differ from it only by floating-point
-/// noise.
+/// Maps each size to the greatest size that differs from it only by floating-point noise, so that
+/// such sizes count as one.
 std::map<double, double> representatives(const std::set<double>& sizes)
 {
     std::map<double, double> result;

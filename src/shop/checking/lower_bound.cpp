@@ -19,7 +19,7 @@ int lowerBound(std::vector<double> lengths, double usable, double kerf)
     std::vector<double> sums(lengths.size() + 1, 0.0); // Of the longest pieces, each with a kerf.
     for (std::size_t i = 0; i < lengths.size(); ++i)
         sums[i + 1] = sums[i] + lengths[i] + kerf;
-    // Returns the number of pieces that are too long for sharing a bar with a piece of the length
+    // Returns the number of pieces that are too long to share a bar with a piece of the length
     // `other`.
     const auto alone = [&](double other) {
         const double longest = usable + noiseOfFits - other - kerf;

@@ -26,7 +26,8 @@ bool isWhole(const QJsonValue& value, double least)
            std::floor(value.toDouble()) == value.toDouble();
 }
 
-/// Returns true for a 32-bit integer. The numbers of orders and lines may have any such value.
+/// Returns true if the value is a 32-bit integer. The numbers of orders and lines may also be 0 or
+/// negative.
 bool isInteger(const QJsonValue& value)
 {
     return isWhole(value, -2147483648.0);

@@ -21,13 +21,14 @@ QStringList checkPlan(const QJsonObject& plan);
 QStringList checkPlanFile(const QByteArray& file);
 
 /// Returns the differences between a plan.json and the stored order lines. The plan must contain
-/// exactly the pieces in `wanted`, each once, with their bar settings, and exactly the panes of
-/// glass and the faults in `wanted`.
+/// exactly the pieces in `wanted`, each once and with its bar settings. It must also contain
+/// exactly the panes of glass and the faults (reasons why pieces cannot be made) in `wanted`.
 QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
                          const SettingsByGroup& settings);
 
-/// Compares the other documents, which are given by file name, with plan.json and with the pieces
-/// in `wanted`, and returns the differences. A missing document is not reported.
+/// Compares documents such as the cutting list with plan.json and with the pieces in `wanted`, and
+/// returns the differences. `files` contains the documents by file name. A missing document is not
+/// reported.
 QStringList checkDocuments(const QMap<QString, QByteArray>& files, const QJsonObject& plan,
                            const Pieces& wanted);
 

@@ -20,11 +20,11 @@ constexpr int barGap = 140;
 /// Width of the column that shows the number of equal bars, to the right of the picture of a bar.
 constexpr int countWidth = 700;
 constexpr int pictureWidth = Flow::width - countWidth;
-/// The smallest width at which the box of a piece contains the text of the piece's length. The list
-/// below the picture contains all lengths.
+/// A piece's box in the picture shows the piece's length only if the box is at least this wide. The
+/// list below the picture contains all lengths.
 constexpr int narrowestText = 330;
-/// The smallest width at which the box of a rest contains the text of the rest's length. The length
-/// is also printed below the picture.
+/// The box of a rest in the picture shows the rest's length only if the box is at least this wide.
+/// The length is also printed below the picture.
 constexpr int narrowestRest = 700;
 /// Width of the text with the rest's length, which is printed below the left end of the picture.
 constexpr int restWidth = 2200;
@@ -105,7 +105,8 @@ private:
     double position_ = 0;
 };
 
-/// Returns the order lines of the pieces that have the given position in equal bars.
+/// Returns the order lines to which the pieces at this position belong. Each of the equal bars has
+/// one piece there.
 QStringList linesAt(const GroupBars& bars, std::size_t position)
 {
     QStringList lines;
@@ -115,8 +116,8 @@ QStringList linesAt(const GroupBars& bars, std::size_t position)
     return lines;
 }
 
-/// Returns the lengths that are cut from each of the equal bars, in cutting order. Adjacent equal
-/// lengths are one entry. The order lines follow each length.
+/// Returns the lengths that are cut from each of the equal bars, in cutting order, and after each
+/// length the order lines of its pieces. Adjacent equal lengths are one entry with a count.
 QStringList cutsOf(const GroupBars& bars)
 {
     QStringList cuts;

@@ -65,7 +65,7 @@ QStringList brokenItems(const QStringList& items, double points, int width, bool
 /// character. Blanks between the marks U+2066 and U+2069 are not used for breaking.
 QStringList brokenText(const QString& text, double points, int width, bool bold = false);
 
-/// Adds a sentence for each fault to the sheets, if there are any faults.
+/// Adds a sentence to the sheets for each fault, which is a reason why pieces cannot be cut.
 void addFaults(const std::vector<Fault>& faults, Flow& flow);
 
 } // namespace shop::paper

@@ -11,9 +11,9 @@ QString sideWord(Side side);
 QString kindWord(const QString& kind);
 /// Returns part, profile and colour, such as "משקוף, פרופיל 7000, לבן".
 QString groupWords(const GroupKey& group);
-/// Returns one sentence that names the place and the reason of a fault in an order line.
+/// Returns one sentence that says which length of an order line cannot be cut, and why.
 QString faultWords(const Fault& fault);
-/// Returns a sentence that says whether fewer bars are possible.
+/// Returns a sentence that says how many bars a better plan could save at most.
 QString proofWords(const GroupPlan& plan);
 
 } // namespace shop::paper

@@ -43,9 +43,9 @@ private:
 };
 
 /// Returns a lower bound of the number of bars, computed from the pieces of at least the size
-/// `smallest`. A large piece leaves no room for any other of these pieces, so it needs a bar of its
-/// own. Of the other pieces, two that are longer than half a bar never share a bar. The sum of the
-/// other pieces is divided by the capacity of a bar as if they could be cut without waste.
+/// `smallest`. A large piece, which leaves no room for any other of these pieces, needs a bar of
+/// its own. The other pieces need at least as many bars as there are pieces longer than half a bar.
+/// They also need at least the bars for their total size, cut without waste.
 long boundFrom(const Problem& problem, Size smallest)
 {
     long large = 0;

@@ -4,16 +4,16 @@
 
 namespace shop::planning {
 
-/// Generates packings with few stop settings. If possible, all remaining pieces of one length are
-/// cut from equal bars.
+/// Distributes the pieces over bars so that the saw's stop is set rarely. If possible, all
+/// remaining pieces of one length are cut from equal bars.
 class Bundling
 {
 public:
-    /// `bars` is the intended number of bars of a packing.
+    /// `bars` is the number of bars that a result of next() should have.
     Bundling(const Problem& problem, int bars, std::uint64_t seed);
 
     /// Returns another packing, which distributes all pieces over bars. The packing may have more
-    /// bars than intended. It is empty if the search is cancelled or reaches its deadline.
+    /// bars than it should have. It is empty if the search is cancelled or reaches its deadline.
     Packing next(const Limits& limits);
 
 private:

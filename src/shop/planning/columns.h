@@ -29,9 +29,9 @@ public:
         double bound = 0;          ///< A lower bound of all plans, also with other patterns.
         std::vector<double> times; ///< The solution, by pattern.
     };
-    /// Solves the linear relaxation for the given pieces. Adds new patterns in at most `rounds`
-    /// rounds. Ends early if further rounds cannot change the lower bound, rounded up to whole
-    /// bars.
+    /// Solves the linear relaxation for the given pieces. Then adds new patterns and solves it
+    /// again, at most `rounds` times. Ends early if further patterns cannot change the lower bound,
+    /// rounded up to whole bars.
     Relaxed solve(const std::vector<int>& pieces, int rounds, const Limits& limits);
 
     const std::vector<Pattern>& patterns() const { return patterns_; }

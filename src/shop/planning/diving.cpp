@@ -18,11 +18,11 @@ constexpr int roundsOfADive = 4;
 constexpr int fillingsOfTheRest = 3;
 constexpr double nearlyWhole = 0.75;
 
-/// Cbc is not documented as thread-safe, so only one thread uses it at a time.
+/// The solver Cbc is not documented as thread-safe, so only one thread uses it at a time.
 std::mutex solverGuard;
 
-/// The state of a dive, which rounds the linear relaxation step by step: the bars that are cut so
-/// far and the remaining pieces.
+/// The bars that are cut so far and the remaining pieces, while a solution of the linear relaxation
+/// is rounded to whole bars step by step.
 class Descent
 {
 public:
@@ -84,8 +84,8 @@ private:
     Packing packing_;
 };
 
-/// Returns the packing of `descent`, with further bars for the remaining pieces. The result is
-/// empty if the search for these bars was cancelled or reached its deadline.
+/// Returns the bars that `descent` has cut so far and further bars for the remaining pieces. The
+/// result is empty if the search for the further bars was cancelled or reached its deadline.
 Packing completed(const Problem& problem, const Descent& descent, int target, std::uint64_t seed,
                   const Limits& limits)
 {
@@ -147,7 +147,7 @@ OsiClpSolverInterface integerProgram(const Columns& columns)
     return solver;
 }
 
-/// Ends the branch-and-bound search of the solver when the search is cancelled or reaches its
+/// Stops the solver's branch-and-bound search when the planning is cancelled or reaches its
 /// deadline.
 class LimitHandler : public CbcEventHandler
 {

@@ -43,8 +43,8 @@ Pattern PatternSearch::best(const std::vector<double>& values, const std::vector
 
 void PatternSearch::search(std::size_t first, Size room, double value)
 {
-    // A pattern of very small pieces has a value below `gain`, but it is better than an empty
-    // pattern.
+    // The first pattern that is found is always kept, because even very small pieces, whose value
+    // is below `gain`, are better than an empty bar.
     if (value > bestValue_ + gain || (best_.empty() && !current_.empty())) {
         bestValue_ = value;
         best_ = current_;
@@ -105,9 +105,9 @@ Packing SequentialFilling::round(const Limits& limits)
     return packing;
 }
 
-/// Changes the value of each type in the pattern towards a new value. The new value is the size of
-/// the type, raised to a power slightly above 1 in favour of large pieces, divided by the used
-/// fraction of the bar.
+/// Moves the value of each type of piece in the pattern towards a new value: the size of a piece
+/// divided by the used fraction of the bar, so that pieces that cause waste become more valuable.
+/// The size is raised to a power slightly above 1 in favour of large pieces.
 void SequentialFilling::correct(const Pattern& pattern)
 {
     const double capacity = static_cast<double>(problem_.capacity);

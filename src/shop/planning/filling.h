@@ -12,8 +12,8 @@ class PatternSearch
 public:
     explicit PatternSearch(const Problem& problem);
 
-    /// `values` contains the value of a piece for each type. Types with a value of 0 or less are
-    /// not used.
+    /// `values` contains the value of one piece, by type (length). Types with a value of 0 or less
+    /// are not used.
     Pattern best(const std::vector<double>& values, const std::vector<int>& pieces, int steps);
 
 private:
@@ -37,16 +37,17 @@ private:
     int steps_ = 0;
 };
 
-/// Fills one bar after the other with the pattern of the highest value. After each bar the values
-/// of the types in its pattern are corrected: the more waste the bar has, the higher the values.
-/// Each further round packs all pieces again with the corrected values.
+/// Fills one bar after the other, each with the most valuable set of the remaining pieces. The more
+/// of a bar is wasted, the more valuable its types of pieces become. All pieces are then packed
+/// again with the new values, so that types that cause waste are packed earlier.
 class SequentialFilling
 {
 public:
     SequentialFilling(const Problem& problem, std::uint64_t seed);
 
-    /// Returns the best packing of all rounds. Ends early if a packing has at most `target` bars.
-    /// The returned packing is empty if a cancellation or the deadline ends the first round.
+    /// Returns the best packing of at most `rounds` attempts, each of which packs all pieces. Ends
+    /// early if a packing has at most `target` bars. Returns an empty packing if a cancellation or
+    /// the deadline ends the first attempt.
     Packing run(int rounds, int target, const Limits& limits);
 
 private:

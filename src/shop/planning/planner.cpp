@@ -60,7 +60,7 @@ Group groupOf(std::vector<Demand> pieces, const BarSettings& settings)
 }
 
 /// The best packing (distribution of the pieces over bars) so far. Packings are compared by the
-/// number of bars, then by the number of stop settings, then by the length of the longest rest.
+/// number of bars, then by how often the saw's stop is set, then by the length of the longest rest.
 class Choice
 {
 public:
@@ -107,8 +107,8 @@ private:
     Size rest_ = 0;
 };
 
-/// The numbers of attempts for a problem. They depend only on the problem and not on time, so that
-/// a plan is reproducible. Large problems get fewer attempts.
+/// How often each kind of search for a better plan is repeated. The numbers depend only on the
+/// problem and not on time, so that a plan is reproducible. Large problems get fewer attempts.
 struct Effort
 {
     explicit Effort(const Problem& problem)
@@ -131,8 +131,8 @@ private:
     }
 };
 
-/// Searches for a packing with fewer bars by means of the linear relaxation, and raises the lower
-/// bound `bound` if possible.
+/// Searches for a plan with fewer bars by means of the linear relaxation. Stores a better plan in
+/// `choice` and a higher lower bound in `bound`.
 void searchColumns(const Problem& problem, const Packing& filled, const Effort& effort, int& bound,
                    Choice& choice, const Limits& limits)
 {
@@ -149,8 +149,8 @@ void searchColumns(const Problem& problem, const Packing& filled, const Effort& 
         choice.offer(branchAndBound(columns, bound, effort.nodes, limits));
 }
 
-/// Calls searchColumns and ignores errors of the solver. After an error, `choice` and `bound`
-/// contain the best results so far.
+/// Calls searchColumns and ignores errors of the solver, because `choice` and `bound` still contain
+/// the best results so far.
 void improveByColumns(const Problem& problem, const Packing& filled, const Effort& effort,
                       int& bound, Choice& choice, const Limits& limits)
 {
@@ -163,8 +163,8 @@ void improveByColumns(const Problem& problem, const Packing& filled, const Effor
 
 void reduceStops(const Problem& problem, const Effort& effort, Choice& choice, const Limits& limits)
 {
-    // Every length needs at least one stop setting. With this number of stop settings, further
-    // attempts can only find a longer rest.
+    // The saw's stop must be set at least once for each length. After this minimum is reached,
+    // further attempts can only find a longer rest, so only a few more are made.
     const int fewest = static_cast<int>(problem.types());
     Bundling bundling(problem, choice.bars(), 1);
     int triesForTheRest = effort.bundlings / 8;

@@ -52,9 +52,9 @@ void Pricing::setPrices(const std::vector<double>& prices, const std::vector<int
         addRow(row);
 }
 
-/// Returns the factor that corrects the rounding errors of a sum of floats. Each addition, and the
-/// conversion of each price, can reduce the sum by a rounding error. A sum has at most as many
-/// additions as pieces fit into the grid.
+/// Returns the factor that makes a sum in the table an upper bound although the sum consists of
+/// floats. Each addition, and the conversion of each price, can reduce the sum by a rounding error.
+/// A sum has at most as many additions as pieces fit into the grid.
 double Pricing::marginOfSums() const
 {
     double pieces = 0;
@@ -65,15 +65,15 @@ double Pricing::marginOfSums() const
             smallestRow = std::min(smallestRow, static_cast<double>(each.cells));
     }
     const double inGrid = std::min(pieces, static_cast<double>(width_) / smallestRow);
-    // A piece size that is rounded down to 0 cells adds one multiplication and one addition to a
-    // sum.
+    // Two operations are added for each type, because a size that is rounded down to 0 cells adds a
+    // multiplication and an addition to a sum.
     const double operations = inGrid + 2 * static_cast<double>(rows_.size()) + 2;
     const double lost = operations * roundingOfAFloat;
     return 1 / (1 - lost);
 }
 
-/// Computes the upper bounds of a row of the table from those of the next row. Each bound is the
-/// maximum over the possible numbers of pieces of the row's type.
+/// Computes one row of the table of upper bounds from the next row. Each row is for one type of
+/// piece. Each bound is the maximum over the possible numbers of pieces of this type.
 void Pricing::addRow(std::size_t row)
 {
     const Row& each = rows_[row];

@@ -33,8 +33,8 @@ private:
     };
 
     void addRow(std::size_t row);
-    /// Returns an upper bound of the total price of pieces that fit into the length `room`, if only
-    /// the types of this row and of later rows are used.
+    /// Returns an upper bound of the total price of pieces that fit into the length `room`. Only
+    /// the types of the row `row` and of later rows are used.
     double boundAt(std::size_t row, Size room) const
     {
         const float sum = table_[row * width_ + static_cast<std::size_t>(room / cell_)];

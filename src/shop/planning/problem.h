@@ -61,7 +61,7 @@ using Packing = std::vector<Cut>;
 
 Size sizeOf(const Problem& problem, const Pattern& pattern);
 int barsOf(const Packing& packing);
-/// Joins entries with the same pattern. The joined entry has the position of the first of them.
+/// Joins the entries with the same pattern into one entry, at the position of the first of them.
 Packing bundled(const Packing& packing);
 /// Returns the greatest number of bars with this pattern for which the pieces suffice.
 int timesWithin(const Pattern& pattern, const std::vector<int>& pieces);

@@ -11,9 +11,9 @@ namespace {
 
 constexpr int none = -1;
 
-/// Links bars to chains, so that the last length of a bar is the first length of the next one. Two
-/// bars can be linked by a type of piece that both contain. A bar has two ends. The same type can
-/// be at both ends only if it is the only type of the bar.
+/// Links bars to chains, in which the last length of a bar is the first length of the next one.
+/// Bars can be linked if they contain the same type of piece. Each bar has two ends, and can be
+/// linked at each of them. One type can be at both ends only if the bar contains no other type.
 class Chains
 {
 public:

@@ -13,14 +13,14 @@ struct SequencedCut
 using Sequence = std::vector<SequencedCut>;
 
 /// Sorts the bars, and the pieces within each bar, so that the last length of a bar often is the
-/// first length of the next bar. The stop need not be set between such bars.
+/// first length of the next bar. The saw's stop need not be set again between such bars.
 Sequence sequenced(const Packing& packing);
 
-/// Returns the bars in the order of the packing, without reducing the number of stop settings. On
+/// Returns the bars in the order of the packing, even if the saw's stop must be set more often. On
 /// each bar the longest pieces come first.
 Sequence asItStands(const Packing& packing);
 
-/// Returns the number of stop settings that a sequence of bars needs.
+/// Returns how often the saw's stop must be set for a sequence of bars.
 int stopsOf(const Sequence& sequence);
 
 } // namespace shop::planning

@@ -21,7 +21,8 @@ struct RemakeChoice
 /// Returns the parts of order lines for which pieces or panes exist, in the order of the lines.
 std::vector<RemakeChoice> remakeChoices(const Pieces& pieces);
 
-/// A dialog in which the user chooses one part of one order line for the remake slip.
+/// A dialog in which the user chooses one part of one order line, whose pieces are to be made
+/// again.
 class RemakeDialog : public QDialog
 {
     Q_OBJECT
