@@ -150,8 +150,9 @@ QString explainedMissingSeries(const FigureWords& words)
 }
 
 /// Returns a Hebrew sentence that says that the series has been changed after the line was added
-/// and that there is no explanation. It is used if the figure cannot be computed from the changed
-/// series, or if that series lacks the part.
+/// and that there is no explanation. It is used if the stored figure cannot come from the series of
+/// today: the series lacks the part, or it does not yield the figure or the other sizes of the
+/// line.
 QString explainedChangedSeries(const FigureWords& words)
 {
     return u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר %1."_s.arg(words.toFigure);

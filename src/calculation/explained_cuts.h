@@ -50,9 +50,10 @@ QString explainedSize(const ComputedLine& line, Part part, Side side, const Toda
 /// 4" with a Hebrew sentence that names the factors.
 ///
 /// A Hebrew sentence says that the series has been changed if the series yields another number than
-/// the line contains. If `series` is nullptr, a sentence says that the series has been deleted. The
-/// number of a frame's pieces is the same in all series. If the line contains another number for
-/// the frame, a sentence says so. Does not throw.
+/// the line contains, or if its number of sashes is Null. If `series` is nullptr, a sentence says
+/// that the series has been deleted, except for the frame. The number of a frame's pieces is the
+/// same in all series. If the line contains another number for the frame, a sentence says so. Does
+/// not throw.
 QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series);
 
 /// Returns the computation of a shutter size from the opening, for example "100 − 14 = 86". Returns

@@ -27,7 +27,8 @@ namespace calculation {
 
 /// The series picker: a dialog that lists the series and has input boxes for the data of a
 /// monoblock. It writes the user's choice to the order form and to the shared variables of the
-/// calculation. A new window is created each time the series picker is shown.
+/// calculation. Each time the series picker is opened, a new window is created. An open window is
+/// brought to the front.
 class FormSelectSerial : public QDialog
 {
     Q_OBJECT

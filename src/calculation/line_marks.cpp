@@ -15,8 +15,10 @@ namespace {
 /// How much, in the measures' unit, all sashes together may be wider than the opening, or a sash
 /// may be higher than the opening. Sashes overlap each other, or the wall beside a pocket window.
 constexpr double mostOverlap = 5;
-/// The minimum share of the opening's width and height that a part must have. A smaller part is
-/// marked as a mistake. A door has no glass, so its sash has a larger share of the opening.
+/// The minimum share of the width and of the height of the opening that all sashes, panes or meshes
+/// of a line together must have. For a monoblock, it is a share of the reduced opening. Smaller
+/// parts are marked as a mistake. A door has no glass, so its sash has a larger share of the
+/// opening.
 constexpr double leastShare = 0.3;
 constexpr double leastShareOfDoor = 0.6;
 /// The minimum share of the opening's height that the shutter box of a monoblock leaves for the

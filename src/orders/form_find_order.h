@@ -18,9 +18,9 @@ namespace orders {
 /// A function that loads the order with this number into the order form.
 using LoadOrder = std::function<void(std::int16_t number)>;
 
-/// The modal form in which the user searches for an order. It lists all orders, newest first, and
-/// loads the chosen order into the order form. The instance exists only while the form is shown.
-/// The form never writes to the store.
+/// The modal form in which the user searches for an order. It lists all orders by ascending number
+/// and starts at the newest one. It loads the chosen order into the order form. The instance exists
+/// only while the form is shown. The form never writes to the store.
 class FormFindOrder : public QDialog
 {
     Q_OBJECT

@@ -17,7 +17,8 @@ struct NamedSeries;
 namespace shop {
 
 /// A stored size and its explanation: the formula that gives the size. If the series of the line
-/// was changed or deleted since, the explanation is a Hebrew sentence instead.
+/// now gives another size, a Hebrew sentence after the formula says that the series was changed. If
+/// the series was deleted or gives no such size, the explanation is a Hebrew sentence alone.
 struct ExplainedSize
 {
     Part part = Part::Frame;

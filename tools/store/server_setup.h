@@ -13,8 +13,9 @@ namespace storetools {
 /// stations.
 QString serverSetup(const QStringList& stations);
 
-/// Returns the role names in a comma-separated text. Throws WrongCall if a name is reserved or
-/// contains anything other than lower-case letters, digits and underscores.
+/// Returns the role names in a comma-separated text. Throws WrongCall unless each name consists of
+/// 1 to 63 lower-case letters, digits and underscores, does not begin with a digit or with "pg_",
+/// and is not reserved.
 QStringList stationRoles(const QString& text);
 
 } // namespace storetools

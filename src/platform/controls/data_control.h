@@ -44,8 +44,8 @@ public:
 
 signals:
     /// Emitted before the current row changes. Every Move of the recordset, a row change in a bound
-    /// grid, Delete and Refresh emit this signal. MoveLast reads all rows before the signal is
-    /// emitted.
+    /// grid, Delete and Refresh emit this signal. If MoveLast emits it, all rows already count as
+    /// reached.
     void Validate();
 
     /// Emitted when bound controls must read all rows again. The current row may have changed.

@@ -236,8 +236,7 @@ void DBGrid::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isDelete = event->key() == Qt::Key_Delete;
-    // Repeated key events of a held Delete key are ignored, so that the key acts only once. The
-    // same applies to Enter in a read-only grid.
+    // A held Delete key, and a held Enter key in a read-only grid, act only once.
     const bool isHeld = (isDelete || (isEnter && !editable_)) && event->isAutoRepeat();
     if (isHeld || (editable_ && handleEditKey(*event))) {
         event->accept();

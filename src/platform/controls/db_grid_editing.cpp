@@ -119,7 +119,8 @@ void DBGrid::tellLater()
         this, [this] { runtime::guarded([this] { tellRefusal(); }); }, Qt::QueuedConnection);
 }
 
-/// Moves the grid to the row that the store refused and shows the pending message.
+/// Shows the pending message about a refusal. If a row is being edited, it becomes the current row
+/// first.
 void DBGrid::tellRefusal()
 {
     if (refusal_.isEmpty() || telling_)

@@ -10,9 +10,10 @@
 
 namespace dao {
 
-/// An open store. The code that opened the store and all recordsets of the store share one Database
-/// object. The store is closed by Close, or when the last owner releases the Database object. After
-/// Close, all recordsets of the Database throw ObjectClosed (3420).
+/// An open store. Each call of OpenDatabase returns a Database object of its own, which the caller
+/// and all recordsets opened from it share. The store is closed by Close, or when the last owner
+/// releases the Database object. After Close, all recordsets of the Database throw ObjectClosed
+/// (3420).
 class Database : public SessionOwner, public std::enable_shared_from_this<Database>
 {
 public:

@@ -125,7 +125,8 @@ void addLabel(const Piece& piece, const QString& code, const QString& customer, 
     addTexts(texts, room, sheet);
 }
 
-/// Returns a page for a label printer with a sentence about a piece that cannot be cut.
+/// Returns a page for a label printer with a sentence about a fault, that is about pieces or panes
+/// that cannot be cut.
 Sheet faultLabel(const Fault& fault)
 {
     const QRect room(margin, margin, labelPaper.width - 2 * margin, labelPaper.height - 2 * margin);
@@ -137,7 +138,7 @@ Sheet faultLabel(const Fault& fault)
     return sheet;
 }
 
-/// Returns the sheets with the sentences about the pieces that cannot be cut.
+/// Returns the sheets with the sentences about the faults.
 std::vector<Sheet> faultSheets(const ShopPack& pack, LabelPaper paper)
 {
     const std::vector<Fault>& faults = pack.pieces.faults;

@@ -21,8 +21,9 @@ report::Paper paperOf(LabelPaper paper);
 /// pieces of the same line and part from 1.
 QStringList labelCodes(const std::vector<Piece>& pieces);
 
-/// Returns the sheets with one label for each piece. The pieces that cannot be cut come first: on
-/// A4 as a list on a page, on a label printer as one label for each of these pieces.
+/// Returns the sheets with one label for each piece. Before the labels come the faults of the order
+/// lines, such as a length that cannot be cut: on A4 as a list on a page, on a label printer as one
+/// label for each fault.
 std::vector<Sheet> labelSheets(const ShopPack& pack, LabelPaper paper);
 
 } // namespace shop::paper

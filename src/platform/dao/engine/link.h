@@ -9,8 +9,8 @@ namespace dao {
 
 /// The location of a store in a database on a server or in a file in another folder. A link file
 /// contains this location. The program accepts a link file at every path at which it accepts an
-/// embedded store. A link never contains a password, because the PostgreSQL client library has its
-/// own ways to get the password.
+/// embedded store, except at the path that another link file names. A link never contains a
+/// password, because the PostgreSQL client library has its own ways to get the password.
 struct Link
 {
     /// Returns a link to an embedded store.

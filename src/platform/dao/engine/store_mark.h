@@ -14,7 +14,8 @@ constexpr QLatin1StringView storeMarkTable("zomrel_store");
 
 /// A mark that distinguishes a store from every other store, and from the same store before a
 /// restore. The identity and the generation are random texts. Both texts are empty for a store that
-/// an older version made. The first write by the present version gives both texts the same value.
+/// an older version made. The first write by the present version gives both texts the same value,
+/// if the user has the right to do so.
 struct StoreMark
 {
     QString identity;   ///< Assigned when the store is created, imported or moved.

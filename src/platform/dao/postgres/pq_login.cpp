@@ -221,7 +221,8 @@ struct Attempt
 constexpr std::chrono::milliseconds restPause(1);
 
 /// Returns true if the server requests the password in clear text or as an MD5 hash. If the request
-/// is incomplete, waits for the rest of it until the deadline and then returns true.
+/// is incomplete, waits for the rest of it. Also returns true if the request is still incomplete at
+/// the deadline.
 bool asksForReadablePassword(const PGconn* connection, const Deadline& deadline)
 {
     PasswordRequest request = pendingPasswordRequest(connection);
@@ -268,9 +269,9 @@ Attempt attemptOnce(const Link& link, const Timeouts& timeouts, const QByteArray
     return result;
 }
 
-/// Logs in without a password if the server allows that. Otherwise a second attempt uses the
-/// password. The second attempt is encrypted if and only if the first one was. A server that
-/// requests the password in a readable form does not get the password.
+/// Logs in without a password. If the server asks for a password, a second attempt uses it. The
+/// second attempt is encrypted if and only if the first one was. A server that requests the
+/// password in a readable form does not get the password.
 Attempt attempt(const Link& link, const Timeouts& timeouts, const QByteArray& address,
                 std::chrono::milliseconds patience)
 {

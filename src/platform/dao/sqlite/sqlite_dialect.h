@@ -45,8 +45,9 @@ QString updateTriggerName(const QString& table, const QString& field);
 /// Returns the SQL expression for the highest number in a column. The result of the expression is a
 /// whole number even if the column contains texts.
 QString highestStored(const QString& table, const QString& field);
-/// Returns the SQL expression for the last number that the counter of a table has assigned. The
-/// result of the expression is 0 if the table of counters has no row for that table.
+/// Returns the SQL expression for the last number of a table's counter, which is the highest number
+/// that was assigned or stored explicitly. The result of the expression is 0 if the table of
+/// counters has no row for that table.
 QString lastGiven(const QString& table);
 
 } // namespace dao::sqlite
