@@ -5,7 +5,7 @@
 # Needed by ./run: the build, the program, and the fonts and translations of the screens. A station
 # needs no server, only its client library.
 packages_run="g++ cmake ninja-build pkgconf|pkg-config qt6-base-dev libpq-dev libqt6sql6-sqlite
-  coinor-libcbc-dev coinor-libclp-dev coinor-libosi-dev coinor-libcoinutils-dev libgfortran-12-dev|gfortran
+  coinor-libcbc-dev coinor-libclp-dev coinor-libosi-dev coinor-libcoinutils-dev
   libxlsxwriter-dev libzint-dev
   mdbtools-dev qt6-translations-l10n culmus fonts-dejavu-core
   fonts-liberation2|fonts-liberation"

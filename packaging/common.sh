@@ -61,11 +61,6 @@ owners_of() {
 # The libraries and plugins of Qt that the programs load while they run. The linker does not know them.
 system_libraries=/usr/lib/x86_64-linux-gnu
 loaded_libraries=$system_libraries/libpq.so.5
-# The libraries that the programs contain, see src/shop/CMakeLists.txt.
-contained_libraries="$system_libraries/libCbc.a $system_libraries/libCgl.a $system_libraries/libOsiClp.a
-  $system_libraries/libClp.a $system_libraries/libOsi.a $system_libraries/libCoinUtils.a
-  $system_libraries/liblapack.a $system_libraries/libblas.a $system_libraries/libbz2.a
-  $(g++ -print-file-name=libgfortran.a) $(g++ -print-file-name=libquadmath.a)"
 loaded_plugins="platforms/libqxcb.so platforms/libqoffscreen.so imageformats/libqjpeg.so sqldrivers/libqsqlite.so
   printsupport/libcupsprintersupport.so platforminputcontexts/libcomposeplatforminputcontextplugin.so
   platforminputcontexts/libibusplatforminputcontextplugin.so"

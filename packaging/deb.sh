@@ -34,7 +34,7 @@ ln -s /etc/zomrel/Aluminium.mdb /etc/zomrel/Logo.jpg "$program"
 
 linked=$(directly_linked "$program")
 # shellcheck disable=SC2086 # word splitting is intended
-owners=$(owners_of $fonts $translation $loaded_libraries $contained_libraries $linked)
+owners=$(owners_of $fonts $translation $loaded_libraries $(cat build/package/contained_libraries) $linked)
 # shellcheck disable=SC2086 # word splitting is intended
 copy_licences "$root/usr/share/doc/zomrel/third-party" $owners
 

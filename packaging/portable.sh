@@ -52,7 +52,7 @@ cp -r "$stage/manual" "$folder/manual"
 cp -r "$stage/desktop/share/man/man1" "$folder/man1"
 plugins=$(find "$folder/plugins" -name '*.so' -printf "$system_libraries/qt6/plugins/%P\n")
 # shellcheck disable=SC2086 # word splitting is intended
-owners=$(owners_of $libraries $loaded_libraries $contained_libraries $fonts $translation $plugins)
+owners=$(owners_of $libraries $loaded_libraries $(cat build/package/contained_libraries) $fonts $translation $plugins)
 # shellcheck disable=SC2086 # word splitting is intended
 copy_licences "$folder/licences" $owners
 

@@ -110,9 +110,9 @@ QStringList gridFaults(const QTableView& grid)
     return faults;
 }
 
-/// Returns a fault for each scroll bar of the part that has nothing to scroll, or that would not be
-/// needed if the form used the free room of the screen.
-QStringList scrollFaults(const controls::ScrollPart& part, QSize freeRoom)
+/// Returns a fault for each scroll bar of the form's scrolling part that has nothing to scroll, or
+/// that would not be needed if the form used the free room of the screen.
+QStringList scrollFaults(const QWidget& form, const controls::ScrollPart& part, QSize freeRoom)
 {
     QStringList faults;
     for (const QScrollBar* bar : {part.horizontalScrollBar(), part.verticalScrollBar()}) {
@@ -122,7 +122,7 @@ QStringList scrollFaults(const controls::ScrollPart& part, QSize freeRoom)
         const int spare = isHorizontal ? freeRoom.width() : freeRoom.height();
         if (bar->maximum() <= spare)
             faults.append(u"%1: a %2 scroll bar over %3 pixels, %4 pixels are free"_s.arg(
-                named(*part.window()), isHorizontal ? u"horizontal"_s : u"vertical"_s,
+                named(form), isHorizontal ? u"horizontal"_s : u"vertical"_s,
                 QString::number(bar->maximum()), QString::number(spare)));
     }
     return faults;
@@ -141,9 +141,9 @@ QStringList layoutFaults(QWidget& form)
     if (!room.contains(place))
         faults.append(u"%1 at %2 leaves %3"_s.arg(named(form), text(place), text(room)));
     for (const auto* each : form.findChildren<controls::ScrollPart*>())
-        faults +=
-            scrollFaults(*each, child != nullptr ? room.size() - place.size()
-                                                 : controls::roomOnScreen(form) - form.size());
+        faults += scrollFaults(form, *each,
+                               child != nullptr ? room.size() - place.size()
+                                                : controls::roomOnScreen(form) - form.size());
     for (const QWidget* each : form.findChildren<QWidget*>()) {
         if (!isChecked(*each) || each->window() != form.window())
             continue;

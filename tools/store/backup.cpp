@@ -194,8 +194,9 @@ void setAccess(UnfinishedFile& file, const Place& backup, const QString& path,
     }
     if (!runtime::keepAccess(file.file(), runtime::accessOf(path)))
         outcome.notes.append(
-            say({u"the owner or group of %1 could not be kept; stations may need it",
-                 u"אי אפשר היה לשמור את הבעלים או את הקבוצה של %1; בדוק שהעמדות "
+            say({u"the owner, group or access control list of %1 could not be kept; stations may "
+                 "need it",
+                 u"אי אפשר היה לשמור את הבעלים, את הקבוצה או את רשימת ההרשאות של %1; בדוק שהעמדות "
                  "יכולות לכתוב בו"},
                 path));
 }

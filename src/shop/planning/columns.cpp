@@ -4,7 +4,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <numeric>
+
+/// LAPACK, which the optimizer uses, calls this function if one of its functions gets a wrong
+/// argument. LAPACK lets programs replace the function. The original needs the run-time library of
+/// Fortran, which the program would otherwise load at every start.
+extern "C" void xerbla_(const char* function, const int* argument, std::size_t length)
+{
+    std::fprintf(stderr, "Argument %d of %.*s is wrong.\n", *argument, static_cast<int>(length),
+                 function);
+    std::abort();
+}
 
 namespace shop::planning {
 

@@ -19,6 +19,8 @@ class ScrollPartTest : public QObject
 
 private slots:
     void focusedControl_isScrolledIntoView();
+    void focusBeyondTheSide_isScrolledIntoView_data() { tooWideControl_showsItsStart_data(); }
+    void focusBeyondTheSide_isScrolledIntoView();
     void tooWideControl_showsItsStart_data();
     void tooWideControl_showsItsStart();
     void shrunkWindow_keepsTheFocusInView();
@@ -88,6 +90,23 @@ void ScrollPartTest::focusedControl_isScrolledIntoView()
     QTRY_VERIFY(isInFullView(*window.all.last()));
     window.all.first()->setFocus();
     QTRY_VERIFY(isInFullView(*window.all.first()));
+}
+
+void ScrollPartTest::focusBeyondTheSide_isScrolledIntoView()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    Fixed window;
+    window.setLayoutDirection(direction);
+    auto* farther = new QLineEdit(&window);
+    farther->setGeometry(380, 20, 100, 30);
+    controls::fitIntoRoom(window, QSize(320, 240), {window.take, window.leave});
+    QVERIFY(showActive(window));
+    farther->setFocus();
+    QTRY_VERIFY(isInFullView(*farther));
+    QVERIFY(!isInFullView(*window.box));
+    window.box->setFocus();
+    QTRY_VERIFY(isInFullView(*window.box));
+    QVERIFY(!isInFullView(*farther));
 }
 
 void ScrollPartTest::tooWideControl_showsItsStart_data()

@@ -131,7 +131,8 @@ TEST_F(AccessTest, RestoreByAnotherUser_saysThatTheOwnerIsNotKept)
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.err.join(u'\n').toStdString();
     EXPECT_EQ(
         outcome.out.value(2),
-        u"the owner or group of %1 could not be kept; stations may need it"_s.arg(store_.path()));
+        u"the owner, group or access control list of %1 could not be kept; stations may need it"_s
+            .arg(store_.path()));
     EXPECT_EQ(modeOf(store_.path()), 0666U);
 }
 
