@@ -14,9 +14,8 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// The number of rows that Execute reads. This is enough for the first paint of the report, which
-/// has four rows on a page and shows only the pages that fit in the window. The other rows are read
-/// later.
+/// The number of rows of a query that Connection::Execute loads. The other rows are loaded later.
+/// The number is enough for the pages of a report that are visible at first, with four rows each.
 constexpr int firstRows = 16;
 
 bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)
@@ -24,7 +23,7 @@ bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)
     return one.number == other.number && one.values == other.values;
 }
 
-/// The rows of one query. The object releases its database connection as soon as all rows are
+/// The rows of one query. The object releases its connection to the store as soon as all rows are
 /// loaded.
 class QueryRows final : public Recordset
 {

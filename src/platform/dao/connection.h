@@ -15,8 +15,8 @@ namespace ado {
 /// The rows of a query, in the order of the query. All loaded rows come from one snapshot of the
 /// store.
 ///
-/// Connection::Execute loads the first rows with one statement. If the query has more rows, readAll
-/// replaces the first rows by all rows, which a second statement reads. The two statements are not
+/// Connection::Execute loads only the first rows. If the query has more rows, readAll executes a
+/// second statement, which loads all rows, and discards the first rows. The two statements are not
 /// in one transaction, because an open transaction would keep other stations from writing.
 class Recordset
 {

@@ -62,7 +62,8 @@ public:
     /// Sets how long a statement waits for a locked store. The default is 5 seconds.
     void setLockWait(std::chrono::milliseconds wait) { timeouts_.lock = wait; }
     /// Sets how long the program waits for a server's answer to one statement. The default is 7
-    /// seconds. This time must be longer than the time that setLockWait sets.
+    /// seconds. This time must be longer than the wait for a lock (see setLockWait), so that the
+    /// server can report the lock first.
     void setAnswerWait(std::chrono::milliseconds wait) { timeouts_.answer = wait; }
     /// Opens an existing store for reading and writing, shared with other stations. The file at the
     /// path is either an embedded store or a link file that names the location of a store. Throws
@@ -92,7 +93,7 @@ public:
     {
         return workspace_.OpenDatabase(path);
     }
-    /// Closes the pooled connections that no Database uses.
+    /// Closes the connections that are kept open for reuse and that no Database uses.
     void Idle();
 
 private:

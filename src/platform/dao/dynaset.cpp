@@ -7,9 +7,9 @@ namespace dao {
 
 namespace {
 
-/// A dynaset: a recordset whose list of rows is read when the recordset is opened. The recordset
-/// shares this list with its RecordsetPages objects, from which grids read. An object that changes
-/// the list makes its own copy of the list first.
+/// A dynaset: a recordset that reads the list of its rows when it is opened. Grids read the same
+/// list through RecordsetPages objects. Before the recordset or a RecordsetPages object changes the
+/// list, it makes a copy of its own.
 class DynasetCursor final : public Recordset::Private
 {
 public:
@@ -49,8 +49,9 @@ public:
 
     void goBy(int count) override
     {
-        // The list does not contain a row that was deleted through this recordset. The position of
-        // the deleted row is therefore already the position of the next row.
+        // The list no longer contains a row that was deleted through this recordset. The position
+        // of the deleted row is now the position of the next row. A move forward from the deleted
+        // row is therefore shorter by one row.
         const qint64 from = place == Position::Before  ? -1
                             : place == Position::After ? qint64(list_->size())
                                                        : qint64(at_);
@@ -116,9 +117,9 @@ private:
         return *list_;
     }
 
-    /// Returns the range of the primary keys if they are whole numbers without gaps and the
-    /// recordset contains all rows of a table in the order of these keys. Returns nothing for any
-    /// other recordset.
+    /// Returns the range of the primary keys, so that the row ids can be read later. Returns
+    /// nothing unless the keys are whole numbers without gaps and the recordset contains all rows
+    /// of a table in the order of these keys.
     std::optional<KeyRun> keyRun()
     {
         if (query_.where || order_.size() != 1)

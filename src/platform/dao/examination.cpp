@@ -103,9 +103,9 @@ ExaminedCounter examineCounter(Database& database, const QString& table, const Q
 {
     Session& session = database.session();
     ExaminedCounter counter;
-    // The highest stored number is read before the last number of the counter. In the reverse
-    // order, a row that a station adds between the two queries would make the last number of the
-    // counter seem too low.
+    // The highest stored number is read before the counter's last number. In the reverse order,
+    // another station could add a row in between. The counter's last number would then seem too
+    // low.
     counter.highest =
         session
             .rows(u"SELECT max(%1) FROM %2"_s.arg(Dialect::quoted(field), Dialect::quoted(table)))

@@ -48,7 +48,8 @@ QStringList engineFindings(Database& database);
 QStringList foreignObjects(Database& database);
 
 /// Returns true if the store has the table for its identifying mark, but the table does not contain
-/// exactly one complete mark. A store that an older version made has no such table.
+/// exactly one complete mark. Returns false if there is no such table, because an older version of
+/// the program made the store.
 bool hasBrokenMark(Database& database);
 
 /// Calls the visitor once for every row of a table, in insertion order. Rows are read in pages, and

@@ -60,11 +60,13 @@ bool Recordset::hasCurrent() const
 
 namespace {
 
-/// Moves the current row by calling `motion`, and notifies the observer before and after the move.
+/// Makes another row current by calling the function `motion`, and notifies the observer before and
+/// after the move.
 template <typename Motion>
 void moving(Recordset& recordset, Recordset::Private& d, Motion motion)
 {
-    // This pointer keeps the recordset alive if the observer releases the recordset.
+    // This shared pointer keeps the recordset alive until the function returns, because the
+    // observer may release its own pointer to the recordset.
     const std::shared_ptr<Recordset> alive = recordset.shared_from_this();
     if (d.observer != nullptr)
         d.observer->currentAboutToChange();

@@ -8,9 +8,9 @@
 
 namespace dao {
 
-/// Two pointers to the Database of a recordset. Recordset::database returns the first one. The
-/// second one is a pointer to the base class, from which the recordset classes get the session,
-/// because they do not include the header of Database.
+/// Two pointers to the Database of a recordset. Recordset::database returns `database`. The
+/// recordset classes get the session from `owner`, which points to the base class of Database, so
+/// that they need not include the header of Database.
 struct Opened
 {
     std::shared_ptr<Database> database;
@@ -82,8 +82,9 @@ public:
     void refetch();
     QVariant value(int ordinal);
     void drop();
-    /// Makes the row `found` current. If `found` is empty, no row becomes current: the position is
-    /// then Position::Empty in a recordset without rows and `otherwise` in any other one.
+    /// Makes the row `found` current. If `found` is empty, no row becomes current. The position is
+    /// then Position::Empty in a recordset without rows, and the position `otherwise` in any other
+    /// recordset.
     void standOn(std::optional<StoredRow> found, Position otherwise);
     std::vector<TableRows::Assignment> additions() const;
     std::vector<TableRows::Assignment> changes() const;

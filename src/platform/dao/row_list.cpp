@@ -10,9 +10,9 @@ namespace dao {
 
 namespace {
 
-/// The placeholder that stands for the row id of the row with the first key until this row is read.
-/// The rows with the following keys have consecutive placeholders. All placeholders are lower than
-/// any row id of a table.
+/// The placeholder of the first row in a list that is created from a range of keys. The following
+/// rows have the following numbers as placeholders. When a row is read, its row id replaces its
+/// placeholder. All placeholders are lower than any row id of a table.
 constexpr RowNumber firstMark = std::numeric_limits<RowNumber>::min();
 
 } // namespace

@@ -8,10 +8,10 @@
 namespace dao {
 
 /// The ordered list of the rows of a recordset. If the rows are in the order of a whole-number key
-/// without gaps, the list stores only the range of keys. The row ids are then read together with
-/// the values of the rows, so that a long table opens as fast as a short one. Changes that other
-/// stations make do not change the list. A row that is deleted before it is read keeps its
-/// position, but no row of the table has its row id.
+/// without gaps, the list is created from the range of keys alone. The row ids are then read
+/// together with the values of the rows, so that a long table opens as fast as a short one. Changes
+/// that other stations make do not change the list. A row that another station deletes before it is
+/// read keeps its position in the list, but has no values.
 class RowList
 {
 public:

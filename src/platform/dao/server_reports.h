@@ -8,8 +8,8 @@ namespace dao {
 
 class Database;
 
-/// Returns why a power cut can lose rows of the store or damage can stay unnoticed. The reasons are
-/// settings of the server and its tables.
+/// Returns the reasons why a power cut can lose rows of the store, and the reasons why damage can
+/// stay unnoticed. A reason is a setting of the server or of a table.
 Durability durabilityOf(Database& database);
 
 /// Returns the logged changes of an order and of its lines, the oldest change first. Throws

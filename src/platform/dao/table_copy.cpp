@@ -15,7 +15,8 @@ namespace {
 
 constexpr qint64 rowsBetweenNews = 1024;
 
-/// Reads all rows of a table and calls the visitor for each row.
+/// Reads all rows of a table and calls the visitor for each row. Returns the number of rows and a
+/// hash of their values.
 template <typename Visitor>
 TableContents readThrough(Session& session, const TableInfo& table, const RowsSeen& seen,
                           Visitor&& visitor)

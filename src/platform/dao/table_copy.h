@@ -43,8 +43,8 @@ void makeStoreMark(Database& database);
 /// identity, `to` gets a new identity.
 void keepStoreMark(Database& from, Database& to);
 /// Returns the identity of a store. A store and its backups have the same identity, and every other
-/// store has a different identity. The identity is empty for a store that an older version made,
-/// until a newer version writes to the store.
+/// store has a different identity. The identity of a store that an older version of the program
+/// made is empty until a newer version writes to the store.
 QString storeIdentity(Database& database);
 /// Gives the store a new generation. A station that has worked with the store before then notices
 /// that the store was restored. Opens a transaction unless one is open.
@@ -59,22 +59,22 @@ QStringList ownTables(Database& database);
 /// copyTable.
 TableContents readTable(Database& database, const QString& table, const RowsSeen& seen);
 
-/// Moves tables of a store on a server to a new schema of the database, so that they are kept but
-/// no longer belong to the store. Returns a text that names the new schema. Throws
+/// Moves tables of a store on a server to a new schema of the database. The tables are kept but no
+/// longer belong to the store. Returns a text that names the new schema. Throws
 /// OperationNotSupported (3251) for an embedded store.
 QString setAside(Database& database, const QStringList& tables);
 
 /// Sets the owner of all tables that are created in the rest of the transaction. The new owner is
-/// the owner of the given tables. If the list is empty, the new owner is the role that
+/// the owner of the first given table. If the list is empty, the new owner is the role that
 /// `zomrel-store server-setup` creates. With this function, a superuser creates a store that
 /// stations can use. Does nothing in an embedded store, or if the current user may not act as the
 /// new owner.
 void actAsOwnerOf(Database& database, const QStringList& tables);
-/// Returns the rights that users have on the tables, as SQL statements for applyGrants. The list is
-/// empty for an embedded store.
+/// Returns the users' rights on the tables as a list of SQL statements, which applyGrants executes
+/// later. The list is empty for an embedded store.
 QStringList grantsOn(Database& database, const QStringList& tables);
-/// Executes the statements that grantsOn has returned. The statements grant the recorded rights on
-/// the present tables with the same names.
+/// Executes the SQL statements that grantsOn has returned. They grant the same rights on the
+/// present tables with the same names.
 void applyGrants(Database& database, const QStringList& grants);
 
 } // namespace dao

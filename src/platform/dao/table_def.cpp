@@ -32,8 +32,8 @@ Session& sessionOf(const std::weak_ptr<const SessionOwner>& owner)
     return held->session();
 }
 
-/// Returns the state for the definition of a table in the store. The fields and indexes are read
-/// later.
+/// Returns the state of a table definition (a TableDefState) for a table in the store. The fields
+/// and indexes of the table are read later.
 std::shared_ptr<TableDefState> stateOf(const TableInfo& table,
                                        const std::weak_ptr<const SessionOwner>& owner)
 {
@@ -115,7 +115,8 @@ void Indexes::Append(const Index& index) const
 {
     std::vector<IndexInfo>& known = table_->knownIndexes();
     if (table_->appended) {
-        // A primary key can only be created with its table, so an existing table gets none.
+        // A primary key can only be created together with its table. Appending one to an existing
+        // table is therefore refused.
         if (index.Primary())
             throw RunTimeError(runtime::OperationNotSupported);
         table_->requireFields(index.info());

@@ -78,10 +78,10 @@ struct Bound
     QVariantList values;
 };
 
-/// Returns the conditions that find the rows in which the field is sorted after a value (forward)
-/// or before it. The condition that finds the rows next to the value comes first. Null is sorted
-/// before every other value. In SQL no comparison with Null is true, so Null needs a condition of
-/// its own.
+/// Returns SQL conditions for the rows in which the field is sorted after the value (forward) or
+/// before it (backward). The condition for the nearest rows comes first. Null is sorted before
+/// every other value. Null needs a condition of its own, because in SQL no comparison with Null is
+/// true.
 std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
                           bool forward)
 {
@@ -120,8 +120,8 @@ QString TableRows::target(int ordinal) const
     return Dialect::quoted(table_.fields[static_cast<std::size_t>(ordinal)].name);
 }
 
-/// Returns the name of the field, qualified by the name of the table. Without the table name,
-/// SQLite would interpret an unknown quoted name as a string literal.
+/// Returns the name of the field, qualified by the name of the table. For an unknown quoted name
+/// without a table, SQLite would use a string literal instead of reporting an error.
 QString TableRows::field(int ordinal) const
 {
     return name_ + u'.' + target(ordinal);
@@ -151,8 +151,8 @@ QString TableRows::ordering(const Session& session, const RowOrder& order, std::
     return " ORDER BY "_L1 + terms.join(u", "_s);
 }
 
-/// Adds the condition of a query, which compares a field with a number. A text field is compared
-/// with the number's decimal text. A date field never equals a number.
+/// Adds the condition "field = number" of a query to `conditions`. A text field is compared with
+/// the number's decimal text. A date field never equals a number.
 void TableRows::addCondition(const SelectQuery::Condition& where, QStringList& conditions,
                              QVariantList& values) const
 {
@@ -223,15 +223,15 @@ TableRows::Beginning TableRows::beginning(Session& session, const Where& where,
     const Statement met = condition(where);
     const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
     const Statement numbers = selection(session, rowNumber_, where, order);
-    // Only the row ids are sorted, in a subquery. An engine that sorts whole rows would first read
-    // the values of every row.
+    // The subquery sorts only row ids. An engine that sorts whole rows would first read the values
+    // of every row of the table.
     const QString sql =
         u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
         ordering(session, order, 0, Direction::Forward);
     Beginning result;
-    // The value of the condition is passed only once, because the subqueries for the count and for
-    // the row ids refer to the same parameter.
+    // The list of parameter values contains the value of the condition only once. The subqueries
+    // for the count and for the row ids use the same parameter.
     for (StoredValues& columns : session.rows(sql, met.values)) {
         result.total = columns.front().toULongLong();
         columns.erase(columns.begin());
@@ -258,13 +258,13 @@ std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    // If the lowest or the highest key is not a whole number, the result is empty, because the
-    // number of rows does not show whether the keys have gaps.
+    // Returns nothing if the lowest or the highest key is not a whole number. The number of rows
+    // then does not show whether the keys have gaps.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
     const qint64 first = seen[2].toLongLong();
-    // The keys are subtracted as unsigned numbers, because their difference may exceed a signed
-    // 64-bit number.
+    // The lowest key is subtracted from the highest as an unsigned number, because the difference
+    // may exceed a signed 64-bit number.
     const auto count = static_cast<quint64>(seen[0].toLongLong());
     const auto width = static_cast<quint64>(seen[3].toLongLong()) - static_cast<quint64>(first);
     if (seen[1].toLongLong() != 0 || width != count - 1)
@@ -333,8 +333,8 @@ std::optional<StoredRow> TableRows::start(Session& session, const RowOrder& orde
 
 /// Searches for the row that follows or precedes `from` in the sort order. The first search is
 /// among the rows that equal `from` in all sort fields. The next search is among the rows that
-/// equal `from` in all sort fields but the last one, and so on. Each search is one look-up in an
-/// index.
+/// equal `from` in all sort fields but the last one, and so on until a row is found. Each search is
+/// one look-up in an index.
 std::optional<StoredRow> TableRows::neighbour(Session& session, const RowOrder& order,
                                               const StoredRow& from, Direction direction) const
 {

@@ -20,7 +20,7 @@ struct StoredRow
 StoredRow taken(StoredValues&& columns);
 std::vector<StoredRow> taken(std::vector<StoredValues>&& rows);
 
-/// Returns the placeholder of an SQL parameter, which is counted from 1.
+/// Returns the SQL text of a parameter, such as $1. Parameters are counted from 1.
 QString parameter(qsizetype number);
 /// Returns the WHERE clause with these conditions, or an empty text if there are no conditions.
 QString whereText(const QStringList& conditions);
@@ -71,9 +71,9 @@ public:
                         int limit) const;
     /// Returns all rows that meet the condition, in the given order. One statement reads all rows.
     std::vector<StoredRow> all(Session& session, const Where& where, const RowOrder& order) const;
-    /// Returns the range of the values of a unique field if the values are whole numbers without
-    /// gaps and without Null. Returns nothing for other values. The function costs a few look-ups
-    /// of a key and a count of the rows.
+    /// Returns the range of the values of a unique field if all values are whole numbers without
+    /// gaps. Returns nothing if the values have gaps or if one is Null or not a whole number. Costs
+    /// a few look-ups of a key and a count of the rows.
     std::optional<KeyRun> keyRun(Session& session, int key) const;
     /// Returns the rows in which the unique field has a value from `first` to `last`, in any order.
     std::vector<StoredRow> rowsOfKeys(Session& session, int key, qint64 first, qint64 last) const;

@@ -16,10 +16,10 @@ class RowStream
 {
 public:
     virtual ~RowStream() = default;
-    /// Returns the bytes of the next row in the format of RowWriter, or nothing after the last row.
-    /// The bytes are valid until the next call of this function. Throws DataTypeConversion (3421)
-    /// or Overflow (6) if a value does not fit the declared type of its field, and FieldTooSmall
-    /// (3163) if a text is longer than its field.
+    /// Returns the next row as bytes in the format of PostgreSQL's binary COPY (see RowWriter), or
+    /// nothing after the last row. The bytes are valid until the next call of this function. Throws
+    /// DataTypeConversion (3421) or Overflow (6) if a value does not fit the declared type of its
+    /// field, and FieldTooSmall (3163) if a text is longer than its field.
     virtual std::optional<QByteArrayView> next() = 0;
 };
 
@@ -36,8 +36,8 @@ public:
     virtual void finish() = 0;
 };
 
-/// Tells why a power cut can lose rows of a store on a server (`hazards`) and why damage can stay
-/// unnoticed (`remarks`). The two lists are empty for an embedded store.
+/// The reasons why a power cut can lose rows of a store on a server (`hazards`), and the reasons
+/// why damage can stay unnoticed (`remarks`). The two lists are empty for an embedded store.
 struct Durability
 {
     QStringList hazards; ///< Confirmed rows may be lost: one text for each reason.
@@ -91,24 +91,25 @@ public:
     virtual void countOnFrom(const QString& table, const QString& field, qint64 highest) = 0;
     /// Updates the engine's statistics of a table after many rows have been added.
     virtual void analyze(const QString&) {}
-    /// Moves tables of a store on a server to a new schema of the database, so that they are kept
-    /// but no longer belong to the store. Returns a text that names the new schema. Throws
+    /// Moves tables of a store on a server to a new schema of the database. The tables are kept but
+    /// no longer belong to the store. Returns a text that names the new schema. Throws
     /// OperationNotSupported (3251) for an embedded store.
     virtual QString setAside(const QStringList& /*tables*/)
     {
         throw runtime::RunTimeError(runtime::OperationNotSupported);
     }
-    /// Sets the owner of all tables that are created in the rest of the transaction: the owner of
-    /// the given tables or, if none are given, the role that `zomrel-store server-setup` creates.
-    /// Does nothing in an embedded store, or if the current user may not act as that owner.
+    /// Sets the owner of all tables that are created in the rest of the transaction. The new owner
+    /// is the owner of the first given table. If the list is empty, the new owner is the role that
+    /// `zomrel-store server-setup` creates. Does nothing in an embedded store, or if the current
+    /// user may not act as the new owner.
     virtual void actAsOwnerOf(const QStringList&) {}
-    /// Returns the rights that users have on the given tables, as SQL statements that grant the
-    /// rights on later tables of the same names. A statement does nothing if its table does not
-    /// exist.
+    /// Returns the users' rights on the given tables as a list of SQL statements. The statements
+    /// grant the same rights again after new tables with the same names have been created. A
+    /// statement does nothing if its table does not exist.
     virtual QStringList grantsOn(const QStringList&) { return {}; }
 
-    /// Returns why a power cut can lose rows of the store or damage can stay unnoticed. The reasons
-    /// are settings of the server and its tables.
+    /// Returns the reasons why a power cut can lose rows of the store, and the reasons why damage
+    /// can stay unnoticed. A reason is a setting of the server or of a table.
     virtual Durability durability() { return {}; }
     /// Returns the logged changes of an order and its lines, the oldest change first. Throws
     /// OperationNotSupported (3251) for a store without a log of changes.

@@ -8,16 +8,16 @@ namespace dao {
 
 namespace {
 
-/// The maximum number of idle connections. The order form opens this many databases at the same
-/// time while it loads.
+/// The maximum number of idle connections that are kept open. The order form opens this many
+/// Database objects at the same time while it loads.
 constexpr std::size_t mostIdle = 12;
 
 } // namespace
 
 ConnectionPool::ConnectionPool()
 {
-    // Idle connections are closed when QCoreApplication is destroyed, because the static pool is
-    // destroyed too late.
+    // Idle connections are closed when QCoreApplication is destroyed. The destructor of the pool
+    // would close them too late, because the pool is a static object.
     qAddPostRoutine([] { instance().clear(); });
 }
 

@@ -17,7 +17,7 @@ public:
     Q_DISABLE_COPY_MOVE(EngineConnection)
 
     SchemaMemory& schema() { return *schema_; }
-    /// Sets the schema cache of this connection to that of another connection to the same store.
+    /// Lets this connection use the schema cache of another connection to the same store.
     void shareSchema(std::shared_ptr<SchemaMemory> schema) { schema_ = std::move(schema); }
     /// Gives this connection an empty schema cache of its own.
     void forgetSchema() { schema_ = std::make_shared<SchemaMemory>(); }
@@ -37,9 +37,9 @@ class ConnectionPool
 public:
     static ConnectionPool& instance();
 
-    /// Removes an idle connection from the pool and returns it, or returns null if there is none
-    /// for this key. If there are several, the function takes the connection that was added last. A
-    /// key identifies a store and its timeouts.
+    /// Removes an idle connection from the pool and returns it. A key identifies a store and its
+    /// timeouts. If there are several connections for the key, returns the one that was added last.
+    /// If there is none, returns null.
     std::shared_ptr<EngineConnection> take(const QString& key);
     /// Adds an idle connection to the pool. If the pool is full, the connection that was added
     /// first is closed.

@@ -10,7 +10,8 @@ namespace {
 
 constexpr auto primaryKeyName = "PrimaryKey"_L1;
 
-/// The columns of a query result with one row for each field of a table (see Dialect::tablesOf).
+/// The columns in the result of a query for the fields of tables and views. The result has one row
+/// for each field, and Dialect::tablesOf converts it.
 enum TableColumn {
     TableName,
     IsTable,

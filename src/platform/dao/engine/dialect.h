@@ -28,8 +28,8 @@ public:
     /// Returns the SQL expression for the row id of a new row. No earlier row of the table has had
     /// this row id. Returns an empty text if the engine itself assigns the row id.
     virtual QString newRowNumber(const TableInfo&) const { return {}; }
-    /// Returns the SQL expression for the next number of a counter field to which neither a trigger
-    /// nor an identity column of the store assigns numbers.
+    /// Returns the SQL expression for the next number of a counter field. The expression is used if
+    /// neither a trigger nor an identity column of the store assigns the numbers.
     virtual QString newCounterValue(const TableInfo& table, const FieldInfo& counter) const;
     /// Returns the SQL expression with which a field is sorted and compared. Texts are sorted by
     /// code point.
@@ -42,9 +42,9 @@ public:
     /// for a text of numbers that are separated by commas.
     virtual QString firstOf(const QString& joined) const = 0;
 
-    /// The statements that create a table (`before`) and its indexes and counters (`after`). They
-    /// are separate, because rows are copied into a new table faster before it has indexes and
-    /// counters.
+    /// The statements that create a new table (`before`), and the statements that create its
+    /// indexes and counters (`after`). If rows are copied into the new table, they are copied in
+    /// between, because copying is faster without indexes and counters.
     struct TableMaking
     {
         QStringList before; ///< The statements to run before rows are copied.
@@ -72,9 +72,9 @@ protected:
         QLatin1StringView name;
         DataType type;
     };
-    /// Returns the engine's names for the types of fields. If several names belong to one type, new
-    /// fields get the first of these names. A field whose type has none of the names is treated as
-    /// a text field without a size.
+    /// Returns the engine's type names, each with the field type that it declares. New fields get
+    /// the first name of their type. A field with any other type name is treated as a text field
+    /// without a size.
     virtual std::span<const TypeName> typeNames() const = 0;
     /// Returns the type in the definition of a new field: the type name and, for a text field, the
     /// size.

@@ -7,8 +7,8 @@
 
 namespace dao {
 
-/// Returns the position of the element whose name equals `name` regardless of case, or -1 if there
-/// is none.
+/// Returns the position of the first element of a list whose name equals `name` regardless of case,
+/// or -1 if there is none.
 template <typename Named>
 int ordinalOf(const std::vector<Named>& all, const QString& name)
 {

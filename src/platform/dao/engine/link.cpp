@@ -30,15 +30,15 @@ constexpr int highestPort = 65535;
 
 constexpr auto fileKey = "file"_L1;
 
-/// The name of a key in a link file, and the member of Link that holds the key's value. The member
-/// is null for the port, because the port is the only value that is a number.
+/// The name of a key in a link file, and a pointer to the text member of Link that holds the key's
+/// value. The pointer is null for the port, because the port is stored as a number.
 struct Key
 {
     QLatin1StringView name;
     QString Link::*text;
 };
 
-/// The keys of link files. A link to a file has the first key only. A link to a database on a
+/// The keys of link files. A link to a file has only the key `file`. A link to a database on a
 /// server has all the other keys.
 constexpr std::array keys = {
     Key{fileKey, &Link::file},           Key{"server"_L1, &Link::server}, Key{"port"_L1, nullptr},
@@ -58,8 +58,8 @@ bool hasFirstLine(QByteArrayView text)
     return text.startsWith(firstLine);
 }
 
-/// The reason why a link file is invalid. The code that catches this object adds the path of the
-/// link file.
+/// An exception with the reason why a link file is invalid. The code that catches the exception
+/// adds the path of the link file to the message.
 struct Damage
 {
     QString what;
@@ -75,8 +75,8 @@ void checkValue(QLatin1StringView key, const QString& value)
         throw Damage{u"the value of '%1' has a sign that does not print"_s.arg(key)};
     if (value != value.trimmed())
         throw Damage{u"the value of '%1' has blanks around it"_s.arg(key)};
-    // A comma is refused, because the PostgreSQL client library would interpret it as the separator
-    // between several servers.
+    // A comma in the name of a server is refused, because the PostgreSQL client library would
+    // interpret it as the separator between several servers.
     if (key == "server"_L1 && value.contains(u','))
         throw Damage{u"'%1' names more than one server"_s.arg(key)};
 }
@@ -132,8 +132,8 @@ private:
     void set(const Key& key, const QString& value)
     {
         checkValue(key.name, value);
-        // A relative path is refused, because its meaning would depend on the folder in which a
-        // station starts the program.
+        // A link file must not contain a relative path, because its meaning would depend on the
+        // folder in which a station starts the program.
         if (key.text == &Link::file && !QDir::isAbsolutePath(value))
             throw Damage{u"'%1' is no absolute path"_s.arg(value)};
         if (key.text == &Link::tls && !linkTlsModes().contains(value))
@@ -249,9 +249,9 @@ bool beginsAsLink(const QString& path)
 std::optional<Link> linkAt(const QString& path)
 {
     const QFileInfo info(path);
-    // A file that is larger than any link file is not opened here. This process may have the file
-    // open as an embedded store, and closing a second file descriptor would release the POSIX locks
-    // on the store.
+    // A file that is too large for a link file is not opened, because it may be an embedded store
+    // that this process has open. Closing a second file descriptor of the store would release the
+    // POSIX locks on it.
     if (!info.isFile() || info.size() > longestText)
         return {};
     QFile file(path);

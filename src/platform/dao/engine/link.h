@@ -55,8 +55,8 @@ QByteArray linkText(const Link& link);
 /// UnrecognizedFormat (3343) for a damaged link file.
 std::optional<Link> linkAt(const QString& path);
 
-/// Returns the path of the file that a link names. `path` is the path of the link file and is used
-/// in the error message. Throws UnrecognizedFormat (3343) if the named file is a link file, too.
+/// Returns the path of the embedded store that a link names. `path` is the path of the link file
+/// for the error message. Throws UnrecognizedFormat (3343) if the named file is itself a link file.
 QString linkedFile(const Link& link, const QString& path);
 
 /// Returns true if the file starts like a link file, regardless of its size. The function opens and

@@ -150,8 +150,8 @@ Transaction::~Transaction()
     try {
         session_.rollback();
     } catch (const runtime::RunTimeError&) {
-        // The error of the rollback is ignored. The engine has already rolled back the transaction,
-        // and the error that occurred first is the one to report.
+        // An error of the rollback is ignored, because the error that made the rollback necessary
+        // is the one to report. The engine has already rolled back the transaction.
         return;
     }
 }

@@ -55,9 +55,9 @@ public:
     void runAll(const QStringList& statements);
     /// Executes one statement and returns all rows of the result.
     std::vector<StoredValues> rows(const QString& sql, const QVariantList& values = {});
-    /// Executes an UPDATE or DELETE and returns the number of changed rows. Throws StoreReplaced
-    /// (3197) and writes nothing if the store at the path was replaced or restored after this
-    /// process had opened it first.
+    /// Executes an UPDATE or DELETE and returns the number of changed rows. If the store at the
+    /// path was replaced or restored after this process had opened it first, writes nothing and
+    /// throws StoreReplaced (3197).
     virtual qint64 write(const QString& sql, const QVariantList& values) = 0;
     /// Returns an SQL condition that every statement that writes rows must contain. The condition
     /// is false if the store's identifying mark shows that the store was replaced or restored.
@@ -89,8 +89,8 @@ public:
     /// creation.
     const std::vector<IndexInfo>& indexes(const QString& table);
 
-    /// Reads the store's identifying mark, which is two random texts. The texts are empty if the
-    /// store has no mark, because an older version made it.
+    /// Reads the store's identifying mark, which is two random texts. The texts are empty if an
+    /// older version of the program made the store without a mark.
     StoreMark storedMark();
     /// Reads the store's identifying mark. Throws StoreReplaced (3197) if the mark shows that the
     /// store was replaced or restored.
@@ -108,12 +108,13 @@ protected:
     virtual SchemaMemory& schema() = 0;
     void setInTransaction() { inTransaction_ = true; }
     /// Checks the identifying mark that was read from the store. Throws StoreReplaced (3197) if it
-    /// is not the mark that this process expects at the path. If the store had no mark at first,
-    /// because an older version made it, a mark that was added later is accepted.
+    /// is not the mark that this process expects at the path. Accepts a mark that was added later
+    /// to a store that an older version of the program had made without one.
     void recognise(const StoreMark& stored);
     runtime::RunTimeError replacedError() const;
     /// Returns the identifying mark (two random texts) that this process expects in the store. The
-    /// first call for a path stores `seen` as the expected mark.
+    /// first call for a path makes `seen`, the mark that was read from the store, the expected
+    /// mark.
     StoreMark expectedMark(const StoreMark& seen = {}) const;
     /// Returns the statements that create the internal table for the store's identifying mark,
     /// which is two random texts.

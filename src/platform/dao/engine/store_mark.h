@@ -22,14 +22,14 @@ struct StoreMark
     QString generation; ///< Assigned with the identity and changed by a restore.
 
     bool isEmpty() const { return identity.isEmpty() && generation.isEmpty(); }
-    /// Returns true if this identifying mark was added later, to a store that an older version had
-    /// made without a mark.
+    /// Returns true if this identifying mark was added later, to a store that an older version of
+    /// the program had made without a mark.
     bool isOfOlderStore() const { return !isEmpty() && identity == generation; }
     bool operator==(const StoreMark&) const = default;
 };
 
-/// Returns a new identifying mark (two equal random texts) for a store that an older version made
-/// without one.
+/// Returns a new identifying mark (two equal random texts) for a store that an older version of the
+/// program made without one.
 StoreMark markOfOlderStore();
 /// Returns the identifying mark for a store after a restore: the same identity and a new random
 /// text as generation. If the given mark is empty, the identity is new, too.

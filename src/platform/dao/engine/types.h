@@ -24,9 +24,9 @@ enum RecordsetType {
     dbOpenDynaset = 2,
 };
 
-/// Identifies a row of a table independently of its field values. Only the database engine
-/// interprets the contents of a key. Two keys are equal if they identify the same row of the same
-/// table.
+/// A key that identifies a row of a table independently of the row's field values. Only the
+/// database engine interprets the contents of a key. Two keys are equal if they identify the same
+/// row of the same table.
 using RowKey = QVariant;
 
 /// The internal id of a row. Rows that are inserted later have higher ids.

@@ -65,7 +65,8 @@ QString textOf(const QVariant& value)
     const QString text = runtime::toText(value);
     if (text.isNull())
         return u""_s;
-    // An unpaired surrogate would damage the character that follows, so the surrogate is replaced.
+    // Each unpaired surrogate (half of a UTF-16 pair) is replaced, because it would damage the
+    // character that follows it.
     return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
 }
 

@@ -2,7 +2,8 @@
 
 #include "platform/dao/engine/types.h"
 
-/// Conversions between stored values, field values and assigned values.
+/// Conversions between stored values (as the engine stores them), field values (as Field::Value
+/// returns them) and assigned values (as the program assigns them to a field).
 namespace dao {
 
 /// Converts a stored value to a field value. Throws DataTypeConversion (3421) if the contents do

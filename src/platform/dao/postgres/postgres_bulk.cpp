@@ -18,8 +18,8 @@ namespace {
 /// ignores the two numbers.
 constexpr QByteArrayView signature("PGCOPY\n\377\r\n", 11);
 constexpr qsizetype headLength = signature.size() + 8;
-/// In a binary COPY, every row starts with the number of its fields. After the last row, this value
-/// is in the place of that number.
+/// The number that marks the end of a binary COPY. Every row starts with the number of its fields,
+/// and the end mark is in the place of that number.
 constexpr qint16 endMark = -1;
 constexpr qsizetype blockSize = 1 << 18;
 
@@ -60,7 +60,8 @@ public:
     }
     ~PostgresStream() override
     {
-        // The connection cannot be used while a COPY is in progress, so the connection is closed.
+        // If not all rows have been read, the COPY is still in progress, and the connection can
+        // execute nothing else. The connection is therefore closed.
         if (!isOver_)
             connection_.abandon(u"reading was given up"_s);
     }
@@ -158,8 +159,8 @@ public:
         QStringList names;
         for (const FieldInfo& each : table.fields)
             names.append(each.name);
-        // Because of FREEZE, a later VACUUM need not visit the rows. PostgreSQL allows FREEZE,
-        // because the table was created in the same transaction.
+        // With the option FREEZE, a later VACUUM need not visit the rows. PostgreSQL allows this
+        // option only for a table that was created in the same transaction.
         connection_.startCopy(u"COPY %1 (%2) FROM STDIN (FORMAT binary, FREEZE)"_s.arg(
             Dialect::quoted(table.name), Dialect::quoted(names)));
         block_.reserve(blockSize * 2);
@@ -318,8 +319,8 @@ QString PostgresBulk::setAside(const QStringList& tables)
 
 void PostgresBulk::actAsOwnerOf(const QStringList& tables)
 {
-    // The query finds only roles that may create tables and schemas, because a role without these
-    // rights cannot create the store.
+    // The owner of the new tables must be a role that may create tables and schemas, because the
+    // rest of the transaction creates the store as this role.
     const QString roles = u"SELECT rolname FROM pg_roles WHERE rolname <> current_user "
                           "AND pg_has_role(current_user, oid, 'MEMBER') "
                           "AND has_schema_privilege(oid, current_schema(), 'CREATE') "

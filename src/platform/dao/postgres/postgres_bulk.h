@@ -10,8 +10,8 @@ class PqConnection;
 class PostgresBulk final : public Bulk
 {
 public:
-    /// `connection` refers to a member of the session, because the session may replace its
-    /// connection between two statements.
+    /// `connection` is a reference to the session's own pointer and not a copy, because the session
+    /// may replace its connection between two statements.
     PostgresBulk(Session& session, const std::shared_ptr<PqConnection>& connection)
         : session_(session), connection_(connection)
     {

@@ -89,7 +89,8 @@ QString PostgresDialect::indexesQuery() const
 
 QString PostgresDialect::tablesQuery() const
 {
-    // For a text, the column atttypmod contains the declared length plus four.
+    // For a text field, the column atttypmod of the catalogue pg_attribute contains the declared
+    // length plus four.
     return QStringLiteral(
                "SELECT c.relname, c.relkind IN ('r', 'p'), a.attname, "
                "CASE WHEN t.typname IN ('varchar', 'bpchar') AND a.atttypmod > 4 "

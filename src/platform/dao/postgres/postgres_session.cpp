@@ -128,8 +128,8 @@ PostgresSession::PostgresSession(const QString& path, Link link, const Timeouts&
 {
 }
 
-/// If the store has no shared connection, this session's own connection, which was used for a
-/// transaction, becomes the shared connection for later sessions.
+/// A session that was in a transaction may have a connection of its own. If the store has no shared
+/// connection, this connection becomes the shared connection for later sessions.
 PostgresSession::~PostgresSession()
 {
     if (connection_ && !inTransaction() && !shared() && !connection_->isLost())
@@ -249,8 +249,8 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
     return connection_->execute(sql, values);
 }
 
-/// Makes the next opening of a database ask the server for the schema mark, although the server has
-/// just answered. The schema mark changes with every change of a table.
+/// Makes the next opening of the store check the cached schema, even if the server has just
+/// answered. Called before a statement that may change tables.
 void PostgresSession::askAnew() const
 {
     if (const Connection greeted = shared())
@@ -276,7 +276,8 @@ std::optional<TableInfo> PostgresSession::table(const QString& name)
 {
     if (std::optional<TableInfo> known = tableIn(knownTables(), name))
         return known;
-    // The cached schema is read again, because another station may have created the table since.
+    // The cached schema lacks the table. The schema is read again, because another station may have
+    // created the table in the meantime.
     schema().all.reset();
     return tableIn(knownTables(), name);
 }
@@ -300,7 +301,8 @@ RowNumber PostgresSession::insert(const TableInfo& table, const QString& sql,
 }
 
 /// Adds a row outside of a transaction. If the server has a table of tokens (see row_tokens.h),
-/// stores the random text `token` with the row, to find out later whether the row is stored.
+/// stores the random text `token` with the row. If the server's answer is lost, the token shows
+/// whether the row is stored.
 RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString& sql,
                                            const QVariantList& values, const QString& token)
 {
@@ -318,8 +320,9 @@ RowNumber PostgresSession::insertWithToken(const TableInfo& table, const QString
     return added;
 }
 
-/// Finds out over a new connection whether the row with the token is stored. Returns the answer as
-/// a sentence for the user.
+/// Returns a sentence for the user that says whether a new row is stored. Called if the connection
+/// was lost before the server confirmed the row. Looks for the row's token (a random text that is
+/// stored with the row) over a new connection.
 QString PostgresSession::fateOf(const QString& token)
 {
     QString unknown = u"It is not known whether the new row is stored."_s;

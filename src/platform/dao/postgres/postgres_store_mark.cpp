@@ -36,16 +36,16 @@ qint64 PostgresSession::write(const QString& sql, const QVariantList& values)
     if (affected > 0)
         return affected;
     requireExpectedMark();
-    // Another station has just added an identifying mark to this store, which had none. The
-    // condition of the statement was therefore false, and the statement has written nothing.
+    // The statement has written nothing, because its condition on the identifying mark was false.
+    // Another station has just added a mark to the store, which had none before.
     if (expectedMark() != expected)
         throw replacedError();
     return affected;
 }
 
-/// Returns a condition on the store's identifying mark. A statement with this condition waits while
-/// a restore is in progress, because the restore locks all tables. The statement then reads the
-/// mark of the restored store.
+/// Returns an SQL condition that is true if the store has the identifying mark that this process
+/// expects. While a restore is in progress, a statement with this condition waits, because the
+/// restore locks all tables. The condition is then evaluated for the restored store.
 QString PostgresSession::writeCondition()
 {
     if (expectedMark().isEmpty())
@@ -65,9 +65,9 @@ QStringList PostgresSession::markTableStatements() const
            QStringList(u"GRANT SELECT ON %1 TO PUBLIC"_s.arg(storeMarkTable));
 }
 
-/// Adds an identifying mark, with one statement, to a store that an older version made without one.
-/// Does nothing if the current role does not own the store, because the owner could not use a table
-/// that another role creates. The store is then used without a mark.
+/// Adds an identifying mark, with one statement, to a store that an older version of the program
+/// made without one. Does nothing if the current role does not own the store, because the owner
+/// could not use a table that another role creates. The store is then used without a mark.
 void PostgresSession::markOlderStore()
 {
     if (inTransaction() || schema().cannotMark)
@@ -82,8 +82,8 @@ void PostgresSession::markOlderStore()
             Dialect::literal(storeMarkTable), PostgresDialect::ownsCounters(),
             statements.join(u"; "_s)));
     } catch (const RunTimeError&) {
-        // The error is ignored, because the store can be used without an identifying mark. If the
-        // connection is lost, the next statement reports the loss.
+        // An error while the identifying mark is added is ignored, because the store can be used
+        // without a mark. If the connection is lost, the next statement reports the loss.
         schema().cannotMark = true;
         return;
     }
@@ -93,8 +93,8 @@ void PostgresSession::markOlderStore()
     recognise(stored);
 }
 
-/// Lists the other connections to the database. The server may hide the network address of another
-/// role's connection.
+/// Returns one line for each other connection of the program to the database. The server may hide
+/// the network address of another role's connection.
 QStringList PostgresSession::otherStations()
 {
     QStringList found;

@@ -24,8 +24,8 @@ enum TypeNumber : Oid {
     Numeric = 1700,
 };
 
-/// The maximum number of prepared statements of a connection. All forms together repeat fewer
-/// different statements than this.
+/// The maximum number of prepared statements of a connection. Further statements are executed
+/// unprepared. The forms repeat fewer different statements than this.
 constexpr std::size_t mostKept = 200;
 
 /// Converts the parameter values of a statement to the arrays that libpq takes. A number is sent
@@ -316,8 +316,8 @@ void PqConnection::flush(const Deadline& deadline)
     int unsent = 0;
     while ((unsent = PQ(flush)(handle_.get())) == 1) {
         await(Readiness::ToReadOrWrite, deadline);
-        // Reads what the server has sent, because the server may stop receiving data until the
-        // client has read it.
+        // While the program sends data, it also reads what the server has sent. Otherwise the
+        // server may stop receiving data.
         PQ(consumeInput)(handle_.get());
     }
 }

@@ -52,8 +52,8 @@ public:
     /// Sends the next block of data to a COPY FROM STDIN. If the server refuses the block, a later
     /// call may be the one that throws the error.
     void sendCopied(QByteArrayView block);
-    /// Ends a COPY FROM STDIN. If `refusal` is not null, cancels the COPY for this reason. The
-    /// server then discards the rows, and the error that it reports is ignored.
+    /// Ends a COPY FROM STDIN. If `refusal` is not null, cancels the COPY with this text as the
+    /// reason. The server then discards the rows and reports an error, which is ignored.
     void endCopy(const char* refusal = nullptr);
 
     /// Returns true if the server has answered since control last returned to the event loop.

@@ -59,8 +59,8 @@ using Memory = std::unique_ptr<char, MemoryCloser>;
 
 enum class Readiness { ToRead, ToWrite, ToReadOrWrite };
 
-/// Waits until the socket of the connection is ready or has failed. Returns false if the deadline
-/// passes first.
+/// Waits until the socket of the connection can be read or written, as `readiness` specifies, or
+/// has failed. Returns false if the deadline passes first.
 bool waitFor(const PGconn* connection, Readiness readiness, const Deadline& deadline);
 
 } // namespace dao::postgres

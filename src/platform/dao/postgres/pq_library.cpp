@@ -13,14 +13,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The version of libpq's binary interface that the included header declares.
+/// The version number in the file name of libpq, for example in libpq.so.5. This version has the
+/// binary interface that the included header declares.
 [[maybe_unused]] constexpr int libraryVersion = 5;
 
 QLibrary* newLibrary()
 {
 #ifdef Q_OS_WIN
-    // The full path is given, because Windows would look for a name without a path in the current
-    // folder, too. Other users may put files into that folder.
+    // libpq.dll is loaded by its full path, because Windows would look for a file name without a
+    // path in the current folder, too. Other users may put files into that folder.
     return new QLibrary(QCoreApplication::applicationDirPath() + u"/libpq.dll"_s);
 #else
     return new QLibrary(u"pq"_s, libraryVersion);

@@ -19,9 +19,9 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// Timeout of a log-in. If the connection was lost without notice, a click waits three seconds for
-/// the unanswered statement and then at most this time for the new log-in. Together this is less
-/// than ten seconds.
+/// Time limit of a log-in. If the connection was lost without notice, the opening of a store waits
+/// three seconds for an answer over the old connection. It then waits at most this time for the new
+/// log-in. Together this is less than ten seconds.
 constexpr std::chrono::seconds logInPatience(5);
 /// Timeout for connecting to one address of a server that has several addresses. It is shorter than
 /// the timeout of the log-in, so that there is time to try the next address.
@@ -52,9 +52,9 @@ QByteArray& environmentPassword()
 }
 
 /// Removes the environment variables that change how or where the client library connects, such as
-/// PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS, because the link alone determines the
-/// connection. Keeps the variables that name files of credentials. Keeps PGREQUIREPEER, because it
-/// only adds a condition.
+/// PGHOSTADDR, PGSERVICE, PGSSLMODE and PGOPTIONS. Only the link determines the connection. Keeps
+/// the variables that name files of credentials. Keeps PGREQUIREPEER, because it can only make the
+/// library refuse a server.
 void clearClientEnvironment()
 {
     if (qEnvironmentVariableIsSet(passwordVariable))
@@ -174,7 +174,7 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
                          PasswordUse use)
 {
     const bool mayUsePassword = use != PasswordUse::None;
-    // For a setting with an empty value, the client library uses its default.
+    // An empty value makes the client library use its default value for the setting.
     const std::array<std::pair<const char*, QByteArray>, 17> settings = {{
         {"host", link.server.toUtf8()},
         {"hostaddr", address},

@@ -28,10 +28,10 @@ QString tokensAreUsable();
 QString insertWithToken(const QString& insert, const QString& rowNumber, qsizetype parameters,
                         bool hasPrevious);
 
-/// Returns the statement that stores the token $1 unless the token is already stored. If the
-/// statement changes one row, the row that was to be added with this token is not stored. That row
-/// can no longer be stored either, because tokens are unique. If the statement changes no row, the
-/// row is stored. The statement waits for an INSERT with the same token that is still in progress.
+/// Returns the statement that finds out whether a row with the token $1 is stored. The statement
+/// waits for an INSERT with this token that is still in progress. It then stores the token unless
+/// the token is already stored. If it changes no row, the row is stored. If it changes one row, the
+/// row is not stored, and can no longer be stored, because tokens are unique.
 QString claimToken();
 
 } // namespace dao::postgres

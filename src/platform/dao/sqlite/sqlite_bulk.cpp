@@ -242,8 +242,9 @@ public:
             throw errorOf(query_.lastError());
     }
 
-    /// Inserts a row. A value that equals the value of the same field in the previous row stays
-    /// bound. This saves most conversions, because the lines of an order are similar.
+    /// Inserts a row. A value that equals the previous row's value of the same field is still bound
+    /// to the INSERT statement and need not be converted again. This saves most conversions,
+    /// because the lines of an order are similar.
     void add(QByteArrayView row) override
     {
         thisRow_.resize(0); // Unlike clear(), this keeps the allocated memory.
@@ -288,7 +289,8 @@ QStringList SqliteBulk::integrityFindings()
     QStringList findings;
     for (const StoredValues& row : session_.rows(u"PRAGMA integrity_check"_s))
         findings.append(row.front().toString());
-    // For a store without defects, PRAGMA integrity_check returns the single line "ok".
+    // For a store without defects, PRAGMA integrity_check returns the single line "ok". This line
+    // is not a defect.
     if (findings == QStringList(u"ok"_s))
         findings.clear();
     return findings;

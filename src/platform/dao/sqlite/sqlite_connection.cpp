@@ -40,8 +40,8 @@ SqliteConnection::SqliteConnection()
 
 SqliteConnection::~SqliteConnection()
 {
-    // A notice is shown if this takes long, because closing a file on a file server needs the
-    // server's answer.
+    // The user sees a notice if closing the connection takes long. Closing a file on a file server
+    // needs the server's answer.
     const runtime::WatchedCall call([uri = database_.databaseName()] { return QUrl(uri).path(); });
     statements_.clear();
     oneShot_ = QSqlQuery();
@@ -52,8 +52,8 @@ SqliteConnection::~SqliteConnection()
 
 QSqlQuery& SqliteConnection::statement(const QString& sql)
 {
-    // BEGIN and COMMIT do not change the schema, so the caches stay valid. ROLLBACK can undo
-    // changes of tables, so the caches are cleared.
+    // BEGIN and COMMIT do not change the schema, so the caches of the schema and of the prepared
+    // statements stay valid. ROLLBACK can undo changes of tables, so the two caches are cleared.
     const bool keepsSchema = sql.startsWith("BEGIN"_L1) || sql.startsWith("COMMIT"_L1);
     if (mayChangeSchema(sql) && !keepsSchema) {
         forgetSchema();

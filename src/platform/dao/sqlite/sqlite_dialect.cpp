@@ -32,8 +32,8 @@ QString lastGiven(const QString& table)
 namespace {
 
 /// Returns the statements of a trigger that raise the counter to the number of the new row. These
-/// statements must never cause a conflict, because an OR clause of the statement that fires the
-/// trigger also applies to the statements of the trigger.
+/// statements must never cause a conflict. An OR clause (such as OR IGNORE) of the statement that
+/// fires the trigger would also apply to them.
 QString countingOn(const QString& table, const QString& field)
 {
     return QStringLiteral("INSERT INTO %1 (table_name, last_number) SELECT %2, 0 "

@@ -8,7 +8,8 @@ namespace dao::sqlite {
 /// table with a counter field.
 constexpr QLatin1StringView counterTable("zomrel_counters");
 
-/// A part of the message of the error that SQLite reports when a counter has no number left.
+/// A part of the error message that SQLite reports when a counter has no number left. The program
+/// recognizes the error by this text.
 constexpr QLatin1StringView counterExhausted("has given its last number");
 
 /// Creates the SQL texts for SQLite. Columns are declared with the store's own type names, which

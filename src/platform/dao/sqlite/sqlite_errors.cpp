@@ -9,8 +9,8 @@ using runtime::RunTimeError;
 
 int resultCode(const QSqlError& error)
 {
-    // Only the lowest 8 bits are used, because the higher bits contain SQLite's extended result
-    // code.
+    // Only the lowest 8 bits of SQLite's result code are used, because they contain the primary
+    // code. The higher bits contain the details of the extended code.
     return error.nativeErrorCode().toInt() & 0xff;
 }
 

@@ -82,14 +82,14 @@ void SqliteBulk::copyTo(const QString& path)
                            u"Could not write '%1': %2"_s.arg(path, copy.errorString()));
     {
         const ReadLock lock(session_);
-        // If the store has a write-ahead log, the store file does not contain the latest changes,
-        // so the file is not copied.
+        // If the store has a write-ahead log, the latest changes are in the log and not in the
+        // store file. Copying the file is therefore refused.
         if (session_.rows(u"PRAGMA journal_mode"_s).front().front().toString() == "wal"_L1)
             throw RunTimeError(runtime::Locked);
         copyAll(store, copy);
     }
-    // The lock on the store is released before commit writes the copy to the disk, so that other
-    // stations need not wait for the disk.
+    // QSaveFile::commit writes the copy to the disk. The lock on the store is released before this
+    // call, so that other stations need not wait for the disk.
     if (!copy.commit())
         throw writingError(copy);
 }

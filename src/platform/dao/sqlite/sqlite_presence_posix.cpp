@@ -107,8 +107,8 @@ QStringList processesPresentAt(const QString& path)
 
 #else
 
-// A system without the fcntl command F_OFD_SETLK has no suitable lock, so these functions do
-// nothing there. The program then does not notice that other stations use the store.
+// A system without the fcntl command F_OFD_SETLK has no suitable lock on the store file, so these
+// functions do nothing there. The program then does not notice that other stations use the store.
 Presence::Presence(const QString&) {}
 
 Presence::~Presence() = default;

@@ -256,9 +256,9 @@ qint64 SqliteSession::write(const QString& sql, const QVariantList& values)
     return affected;
 }
 
-/// Starts a transaction that can write. The store's identifying mark is compared after the lock has
-/// been taken, because a restore holds the same lock until the new file is in place. A store
-/// without a mark gets a mark.
+/// Starts a transaction that can write. Compares the store's identifying mark with the mark that
+/// this process expects. This is done after the lock has been taken, because a restore holds the
+/// same lock until the new file is in place. A store without a mark gets a mark.
 void SqliteSession::begin()
 {
     run(u"BEGIN IMMEDIATE"_s);
