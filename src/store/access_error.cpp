@@ -77,8 +77,8 @@ void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription
     case runtime::DiskOrNetworkError:
     case notAValidPath:
         return reportNoAccess(text);
-    // The error ObjectNotSet (91) is treated like a locked store: the user sees the same message,
-    // and the process ends.
+    // The error ObjectNotSet (91) is handled like a locked store: the program shows the same
+    // message and ends.
     case runtime::ObjectNotSet:
     case runtime::Locked:
     case lockedByUser:

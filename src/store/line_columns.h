@@ -2,10 +2,9 @@
 
 #include <cstddef>
 
-/// The ordinals of the fields of the table Cuts. Order lines are written and read by these
-/// ordinals, so the ordinals are a contract between all programs that use a store. The fields
-/// orderNumber and remark, and the fields after boxHeight, are accessed by name only, so their
-/// ordinals are not part of the contract.
+/// The ordinals of the fields of the table Cuts. All programs that use a store read and write most
+/// fields of an order line by ordinal, so these ordinals must never change. isReachedByOrdinal()
+/// says which fields these are. The other fields are accessed by name.
 namespace store::line {
 
 /// The number of parts of a window. The parts are in the order frame, sash, glass, mesh.

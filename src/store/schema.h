@@ -28,9 +28,9 @@ struct TableSchema
 /// created.
 const std::vector<TableSchema>& schema();
 
-/// Returns the definitions of the program's own tables, whose names begin with "zomrel_". A list of
-/// a database's tables omits them. A store may lack any of them, because the program creates each
-/// one when it first needs it.
+/// Returns the definitions of the program's own tables, whose names begin with "zomrel_".
+/// dao::TableDefs, which lists the tables of a database, omits them. The program creates each of
+/// them when it first needs it, so a store may lack any of them.
 const std::vector<TableSchema>& ownTables();
 
 /// Returns the definitions of the store's eleven tables, followed by those of the program's own
@@ -52,13 +52,13 @@ struct PartLists
     QString colorTable;
 };
 
-/// Returns the names of the lookup tables of each part, by part index: 0 frame, 1 sash, 2 glass, 3
-/// mesh.
+/// Returns the names of the lookup tables of each part. The index is the part: 0 frame, 1 sash, 2
+/// glass, 3 mesh.
 const std::vector<PartLists>& partLists();
 
-/// Returns the names of the eight deduction fields of a series: the width and the height of the
-/// frame, the sash, the glass and the mesh. The table Serials, the form for series and the
-/// computation use the same order.
+/// Returns the names of the eight deduction fields of a series: width and height of the frame, then
+/// of the sash, the glass and the mesh. The table Serials, the form for series and the computation
+/// of cut sizes use the same order.
 const QStringList& deductionFields();
 
 } // namespace store

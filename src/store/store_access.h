@@ -14,8 +14,8 @@ namespace store {
 /// (3024), UnrecognizedFormat (3343), Locked (3260) and any other error of Workspace::OpenDatabase.
 std::shared_ptr<dao::Database> OpenMyDataBase();
 
-/// Opens the connection through which the printed report reads the store at this path. Throws the
-/// errors of opening a database, such as DatabaseFileNotFound (3024).
+/// Opens `connection` to the store at this path. The printed report reads the store through it.
+/// Throws the errors of opening a database, such as DatabaseFileNotFound (3024).
 void OpenAdoConnection(ado::Connection& connection, const QString& path);
 
 /// Returns true if the store at this path has a table with exactly this name (the comparison is

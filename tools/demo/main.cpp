@@ -102,16 +102,16 @@ int addOpenings(demo::OrderRoad& road, const demo::Openings& openings, const QSt
     return refused;
 }
 
-/// Fills a temporary folder like the folder of an installed program. It gets the store, under the
-/// fixed file name, and the logo, as links where the system permits links.
+/// Puts the store and the logo into a temporary folder, under the names that they have in the
+/// folder of an installed program. Where the system permits it, they are links and not copies.
 void layProgramFolder(const QTemporaryDir& folder, const QString& store)
 {
     const QString logo = QCoreApplication::applicationDirPath() + u"/Logo.jpg"_s;
     const QString name = folder.filePath(u"Aluminium.mdb"_s);
     const QString path = QFileInfo(store).absoluteFilePath();
 #ifdef Q_OS_WIN
-    // On Windows, ordinary users have no right to create symbolic links. The logo is therefore
-    // copied, and a link file (a small text file that names the store) takes the place of the
+    // Ordinary users of Windows have no right to create symbolic links. Therefore the temporary
+    // folder gets a copy of the logo and, instead of the store, a small text file that names the
     // store.
     const storetools::Place place(path);
     if (place.isOnServer())
@@ -159,8 +159,9 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"zomrel-demo"_s);
     QApplication::setApplicationVersion(runtime::programVersion().toString());
-    // The arguments are parsed first, because the option --help ends the program. The program must
-    // not end while the thread that setUpAppearance() starts reads the fonts.
+    // The arguments are parsed before the call of setUpAppearance(), because the option --help ends
+    // the program. setUpAppearance() starts a thread that reads the fonts, and the program must not
+    // end before that thread has finished.
     const Arguments arguments = argumentsOf(application);
     shell::setUpAppearance(application);
     int exitStatus = 1;

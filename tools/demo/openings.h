@@ -13,8 +13,9 @@ namespace demo {
 
 using driving::Boxes;
 
-/// The monoblock data of an opening. `type` is the index of the monoblock type in the list of the
-/// series picker, from 0. The other members are the texts for the input boxes.
+/// The data of an opening with a roller shutter (a monoblock). `type` is the position of the
+/// monoblock type in the list of the form for choosing a series, from 0. The other members are the
+/// texts to enter in that form.
 struct Monoblock
 {
     int type = 0;

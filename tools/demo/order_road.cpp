@@ -46,8 +46,8 @@ void fillPair(const QWidget& form, int wholeBox, const Boxes& boxes)
         driving::enter(form, each.control, each.text);
 }
 
-/// Answers every message box during the object's lifetime and stores the text of the first one. If
-/// a run-time error is ending the process, the replaced handler shows the message box instead.
+/// While this object exists, it answers every message box with OK and stores the text of the first
+/// one. While a run-time error is ending the process, message boxes are shown as usual.
 class RefusalWatch
 {
 public:
@@ -146,8 +146,8 @@ void OrderRoad::viewLine()
     picture(*window_, u"order-with-lines"_s);
     const orders::FrOrder& form = orders::frOrder();
     if (control<QTableView>(form, u"DBGrid1"_s).model()->rowCount() == 0)
-        // For an order without lines the program does not open the view of a line, so no picture is
-        // saved.
+        // An order without lines has no line to view. The button then opens no form, so there is no
+        // picture to save.
         return;
     driving::inNextModal([this](QDialog& view) {
         settle();
@@ -163,8 +163,8 @@ void OrderRoad::print()
     settle();
     QWidget* preview = driving::shownWindow(driving::names::preview);
     if (preview == nullptr)
-        // For an order without lines the program does not open the print preview, so nothing is
-        // saved.
+        // For an order without lines the button opens no print preview, so there is nothing to
+        // save.
         return;
     picture(*preview, u"report-preview"_s);
     const auto former = report::fileDoor().replace([this](const report::FileRequest& request) {

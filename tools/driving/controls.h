@@ -15,8 +15,9 @@ namespace driving {
 /// Returns the object names of the parent's children at all levels, sorted and separated by commas.
 QString namesBelow(const QObject& parent);
 
-/// Ends the process with a message that contains the missing name and the existing names. Throws
-/// nothing, because the program's event handlers would show an exception in a run-time error box.
+/// Ends the process because an object that the caller needs is missing. The message contains its
+/// name and the names that exist. Throws nothing, because the program's event handlers would catch
+/// the exception and show a run-time error box.
 [[noreturn]] void failMissing(const char* what, const QString& name, const QString& existing);
 
 /// Returns the child of the form with this object name. If no child has this name, the process ends
@@ -43,17 +44,17 @@ void type(const QObject& form, const QString& box, const QString& text);
 /// Moves the focus to an input box, replaces the text of the box, and then removes the focus from
 /// the box.
 void enter(const QObject& form, const QString& box, const QString& text);
-/// Triggers the command with this tag in the toolbar or the menus of the window. If no command has
-/// this tag, the process ends with a message that lists the existing tags.
+/// Triggers the toolbar or menu command whose tag (the text that its QAction stores as data) is
+/// `tag`. If no command has this tag, the process ends with a message that lists the existing tags.
 void trigger(const QObject& window, const QString& tag);
 
 /// Returns the displayed text of a cell.
 QString cellText(const QTableView& grid, int row, int column);
 
-/// Schedules a call of `work` with the next modal dialog as its argument. The dialog's event loop
-/// makes the call and then rejects the dialog if it is still open. Ends the process if no modal
-/// dialog is open when the call is due. A run-time error in `work` is handled like a run-time error
-/// of the program's own code.
+/// Calls `work` with the modal dialog that the caller opens after this function has returned. The
+/// dialog's event loop makes the call. After the call, the dialog is closed if it is still open.
+/// Ends the process if the event loop runs and no modal dialog is open. A run-time error in `work`
+/// is handled like a run-time error of the program's own code.
 void inNextModal(std::function<void(QDialog&)> work);
 
 } // namespace driving

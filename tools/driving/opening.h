@@ -54,14 +54,15 @@ struct Entry
     QString text;
 };
 
-/// Returns the texts for a measure's two input boxes, or nothing if the text of the whole part is
-/// empty. `wholeBox` is the index of the box for the whole part; the next box is for the
-/// hundredths.
+/// Returns the names of a measure's two input boxes, each with the text to enter, or nothing if the
+/// text of the whole part is empty. `wholeBox` is the index of the box for the whole part; the next
+/// box is for the hundredths.
 std::vector<Entry> measureEntries(int wholeBox, const Boxes& boxes);
-/// Returns the texts for the input boxes of the opening's width, height and door thickness, in this
-/// order.
+/// Returns the names of the input boxes for the width, the height and the door thickness of the
+/// opening, each with the text to enter.
 std::vector<Entry> measureEntries(const Opening& opening);
-/// Returns the texts for the lists of kinds and colours, part by part.
+/// Returns the names of the combo boxes for kinds and colours, part by part, each with the text to
+/// enter.
 std::vector<Entry> listEntries(const Opening& opening);
 
 } // namespace driving

@@ -20,8 +20,8 @@ bool goToSeries(QTableView& grid, const QString& name)
         if (cellText(grid, row, seriesNameColumn) == name)
             return true;
     }
-    // A grid that cannot read its rows posts the error to the event loop. The error is delivered
-    // here, so that it is shown before this function returns.
+    // A grid that could not read its rows has posted the error to Qt's event loop. This call
+    // handles the posted error at once, so that it is shown before this function returns.
     QCoreApplication::sendPostedEvents(&grid, QEvent::MetaCall);
     return false;
 }

@@ -80,8 +80,8 @@ public:
 private:
     QString folder() const { return QFileInfo(path_).absolutePath(); }
 
-    /// Replaces the file that already has the final name. Only a file with a name can replace
-    /// another file, so the unnamed file first gets a random name.
+    /// Replaces the existing file at the final path by the new file, which has no name yet. Only a
+    /// file with a name can replace another file, so the new file first gets a random name.
     void replacePrevious()
     {
         const QString beginning = folder() + u'/' + storetools::unfinishedPrefix();

@@ -19,8 +19,8 @@ bool isAddress(const QString& place);
 dao::Link parseAddress(const QString& address);
 
 /// Parses the name of a server: "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT".
-/// Returns an incomplete link, in which only the server, the port and the default TLS mode for this
-/// server are set. Throws UnrecognizedFormat (3343) for an invalid name.
+/// Returns a dao::Link with the server, the port and the default TLS mode for this server. Its
+/// database and user are not set. Throws UnrecognizedFormat (3343) for an invalid name.
 dao::Link parseServer(const QString& server);
 
 } // namespace storetools

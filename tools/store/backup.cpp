@@ -38,8 +38,8 @@ void markAsReplaced(dao::Database& database)
     }
 }
 
-/// Writes a new generation text (a random text) to the copy of a store at this path. By this text,
-/// stations notice that the copy has replaced the store.
+/// Writes a new generation text (a random text) to the file `copy`, which is about to replace a
+/// store. By this text, stations notice the replacement.
 void renewMarkOf(const QString& copy)
 {
     const auto database = dao::DBEngine::instance().OpenDatabase(copy);
@@ -85,9 +85,9 @@ private:
     std::shared_ptr<dao::Database> database_;
 };
 
-/// Returns a free name under which the old store can be kept: the first name that neither a file
-/// nor a journal has. A killed restore may have left such a name as a hard link to the store at
-/// `path`. The function removes this link, so that the name is free again.
+/// Returns a name that is free for the old store: no file and no journal has this name. If a killed
+/// restore has left a hard link to the store at `path` under a name, the function removes the link,
+/// so that this name is free again.
 QString freeName(const QString& path)
 {
     const QString first = path + u".before-restore"_s;
@@ -147,8 +147,7 @@ BackupOutcome backUpFile(const Place& place, const QString& target)
     BackupOutcome outcome = outcomeOf(checkReport(Place(copy), Figures::Skipped));
     if (!outcome.findings.isEmpty())
         return outcome;
-    // The backup is written from a temporary copy of the store, so the store is not locked
-    // meanwhile.
+    // The backup is written from the temporary copy, so that stations can use the store meanwhile.
     backup.fill(copy);
     runtime::limitAccess(backup.file(), runtime::accessOf(place.name()));
     backup.putInPlace(runtime::Existing::Refuse);
@@ -170,9 +169,9 @@ BackupOutcome backUpDatabase(const Place& place, const QString& target, const Ro
     return outcome;
 }
 
-/// Divides the errors that the check of a backup has found into errors and notes of a restore. If
-/// `oddities` is Refused, all of them are errors. If it is Accepted, only those that prevent
-/// copying are errors; if there are none, the others become notes.
+/// Puts the findings of a backup's check into the outcome of a restore. If `oddities` is Refused,
+/// every finding prevents the restore. If it is Accepted, only findings that prevent copying do. If
+/// there are none of these, the other findings become notes.
 void takeFindings(const CheckReport& report, Oddities oddities, RestoreOutcome& outcome)
 {
     if (oddities == Oddities::Refused)

@@ -44,7 +44,7 @@ QStringList foreignParts(dao::Database& database, bool isOnServer)
 }
 
 /// Returns a finding for each row of the bar settings that the program zomrel-shop refuses. Returns
-/// nothing if the table has another structure, because the check of the tables reports that.
+/// nothing if the structure of this table is wrong, because the check of the tables reports that.
 QStringList checkBars(dao::Database& database, const Layout& layout)
 {
     const store::TableSchema& bars = store::ownTables().front();

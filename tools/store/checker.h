@@ -18,9 +18,10 @@ enum class Figures { Skipped, Computed };
 struct CheckReport
 {
     QStringList findings; ///< One line for each error; empty for a sound store.
-    /// The findings that prevent a backup: those of the SQL engine's check, and those about the
-    /// store's tables, fields, indexes and rows. If there are none, the rows are complete, and a
-    /// backup is made despite any other findings, because the rows could be lost without it.
+    /// The findings that prevent a backup: errors that the SQL engine's own check reports, and
+    /// errors in the store's tables, fields, indexes and rows. If there are none, the rows are
+    /// complete. A backup is then made despite other findings, because the rows could be lost
+    /// without it.
     QStringList preventCopying;
     /// Remarks, one line each, about unusual contents that the program itself can cause. A store
     /// with remarks is still sound.
@@ -37,8 +38,9 @@ struct CheckReport
 /// Figures::Computed, the figures of the order lines, such as the cut sizes, are computed again
 /// from their series. Each difference is a finding.
 CheckReport checkReport(const Place& place, Figures figures);
-/// Checks an open store without computing its figures. The store must be on a server, or a copy
-/// that no station uses. Throws the errors of reading the store.
+/// Checks an open store, but does not compare stored figures, such as cut sizes, with computed
+/// ones. An embedded store must be a copy that no station uses. Throws the errors of reading the
+/// store.
 CheckReport checkReport(dao::Database& database, bool isOnServer);
 
 /// Checks a store and returns one line per finding; the list is empty for a sound and complete

@@ -35,8 +35,8 @@ const QString tlsOption = u"--tls"_s;
 const QString figuresOption = u"--figures"_s;
 const QString stationOption = u"--station"_s;
 
-/// Prints a warning for each setting of a server that can keep the server from noticing damage.
-/// These settings do not endanger rows that the server has confirmed as stored.
+/// Prints a warning for each setting of a server because of which the server may not notice damaged
+/// data. Settings because of which the server may lose rows are not printed here.
 void warn(const Safety& safety, QTextStream& err)
 {
     for (const QString& each : safety.remarks)
@@ -105,8 +105,8 @@ ExitStatus check(const Call& call, QTextStream& out, QTextStream& err)
             report.nextStep = figureAdvice();
         addSafety(place, call, report, err);
     } catch (const runtime::RunTimeError& error) {
-        // If the store is named by a damaged link file, the constructor of Place throws before the
-        // check starts. This error is reported like an error that the check finds.
+        // The constructor of Place throws if the store is named by a damaged link file. The check
+        // has not started then, but the error is reported like an error that the check finds.
         report.findings.append(ofWhole(false, happened(error)));
         report.nextStep = nextStep(error);
     }
@@ -171,7 +171,8 @@ ExitStatus move(const Call& call, QTextStream& out, QTextStream& err)
     return Success;
 }
 
-/// Returns the options that the command `link` needs for a link to a server's database.
+/// Returns the names of the options that the command `link` requires for a link to a server's
+/// database.
 const QStringList& databaseOptions()
 {
     static const QStringList all{serverOption, databaseOption, userOption};
@@ -218,8 +219,8 @@ void checkLinkOptions(const Call& call)
     }
 }
 
-/// Builds a link from the options of the command `link`. Throws WrongCall if the options do not
-/// form a valid link.
+/// Returns the data of the link file that the command `link` writes, taken from the options of the
+/// command. Throws WrongCall if the options do not form a valid link.
 dao::Link linkOf(const Call& call)
 {
     checkLinkOptions(call);

@@ -98,7 +98,7 @@ bool mayBeOf(const QString& path, const QString& store)
 }
 
 /// Returns the name of the newest backup in the folder that belongs to another store, or an empty
-/// text if there is none. Backups older than the newest good backup of this store are not searched.
+/// text if none is found. The search ends at the newest good backup of this store.
 QString backupOfAnotherStore(const QString& folder, const QString& store)
 {
     for (const QString& name : backupsIn(folder)) {

@@ -19,8 +19,8 @@ namespace {
 struct EngineText
 {
     Text text;
-    /// True if the text ends with a placeholder for a reason. The reason may be another text of the
-    /// engine, which is then translated as well.
+    /// True if the text ends with a placeholder for a reason. The reason may be another English
+    /// text of the engine; it is then translated as well.
     bool endsWithReason = false;
 };
 

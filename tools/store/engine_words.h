@@ -5,25 +5,25 @@
 
 #include <optional>
 
-/// Hebrew translations of the English texts of the database engines: findings about a store,
-/// hazards of a server, connected stations, and descriptions of errors.
+/// Hebrew translations of the English messages of the database engines: findings about a store,
+/// dangerous settings of a server, connected stations, and descriptions of errors.
 namespace storetools {
 
-/// Returns the engine's text in the user's language, or nothing if the text has no Hebrew
-/// translation.
+/// Translates an English message of a database engine to the user's language. Returns nothing if
+/// this is Hebrew and the message has no translation.
 std::optional<QString> translated(const QString& english);
 
-/// Returns the engine's text in the user's language. If the text has no Hebrew translation, returns
-/// a Hebrew sentence that quotes the English text.
+/// Translates an English message of a database engine to the user's language. If there is no Hebrew
+/// translation, returns a Hebrew sentence that quotes the English message.
 QString ofEngine(const QString& english);
 QStringList ofEngine(const QStringList& english);
 
-/// Returns the description of where a database is, in the user's language. `place` is the English
-/// description that dao::Link::place() returns.
+/// Translates `place`, the English description of a database's location, to the user's language.
+/// dao::Link::place() returns such descriptions.
 QString placeInWords(const QString& place);
 
-/// Returns the English texts of the database engines that have a Hebrew translation. The texts
-/// contain placeholders such as %1.
+/// Returns the English messages of the database engines that have a Hebrew translation. The
+/// messages contain placeholders such as %1.
 QStringList knownEngineTexts();
 
 } // namespace storetools

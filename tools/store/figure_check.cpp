@@ -20,9 +20,8 @@ namespace storetools {
 
 namespace {
 
-/// The largest difference at which a stored and a computed figure, such as a cut size, count as
-/// equal. A saw cannot cut so exactly, and the rounding error of a converted number is much
-/// smaller.
+/// Stored and computed figures, such as cut sizes, count as equal up to this difference in the
+/// measures' unit. No saw cuts so exactly, and rounding errors are much smaller.
 constexpr double tolerance = 1e-9;
 
 StoredFields fieldsOf(const store::TableSchema& table, const dao::ExaminedRow& row)

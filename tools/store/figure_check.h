@@ -20,10 +20,10 @@ struct FigureReport
     QStringList remarks;
 };
 
-/// Computes the figures of all order lines, such as their cut sizes, again and compares them with
-/// the stored figures. The figures follow from the line's opening and from the series with the
-/// line's series name. If several series have that name, the one with the fewest differences
-/// counts. Throws the errors of reading the store.
+/// Computes the figures of all order lines, such as cut sizes, again and compares them with the
+/// stored figures. Uses the opening of the line and the series that the line names. If several
+/// series have this name, the one with the fewest differences counts. Throws the errors of reading
+/// the store.
 FigureReport checkFigures(dao::Database& database);
 
 } // namespace storetools

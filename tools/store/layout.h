@@ -10,8 +10,8 @@ class Database;
 
 namespace storetools {
 
-/// The tables, fields and indexes that a store actually has, in the same form as the schema's
-/// definitions. The program's own tables ("zomrel_...") are last.
+/// The definitions of the tables that a store actually has, with their fields and indexes. The
+/// program's own tables ("zomrel_...") are last.
 using Layout = std::vector<store::TableSchema>;
 
 Layout layoutOf(dao::Database& database);

@@ -11,8 +11,9 @@ namespace storetools {
 
 namespace {
 
-/// The slat deductions that the series picker uses for a thick and a thin U-profile, in the
-/// measures' unit. A U-profile with the thickness 6.5 is thick, and any other one is thin.
+/// The amounts, in the measures' unit, by which slats are narrower than the opening, for a thick
+/// and for a thin U-profile. A U-profile with the thickness 6.5 is thick, and any other one is
+/// thin.
 constexpr double thickProfile = 6.5;
 constexpr double thickProfileDeduction = 12.7;
 constexpr double thinProfileDeduction = 10.3;

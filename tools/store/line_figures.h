@@ -16,9 +16,9 @@ using StoredFields = QMap<QString, QVariant>;
 using Figure = std::pair<QString, double>;
 
 /// Computes the figures of an order line, such as its cut sizes, from its opening, its series and
-/// its other stored fields. Two inputs have no fields of their own: the monoblock's width deduction
-/// follows from the reduced width MyWidth_2, and the thickness of a door's frame is taken from
-/// U_Thick. Throws the errors of the functions in cuts.h.
+/// its other stored fields. The thickness of a door's frame is in U_Thick. The width deduction of a
+/// monoblock is the opening's width less the field MyWidth_2. Throws the errors of the functions in
+/// cuts.h.
 std::vector<Figure> figuresOf(const StoredFields& line, const StoredFields& series);
 
 } // namespace storetools

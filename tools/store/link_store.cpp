@@ -39,8 +39,8 @@ void write(const QString& path, QByteArray text)
     link.putInPlace(replaces ? runtime::Existing::Replace : runtime::Existing::Refuse);
 }
 
-/// Opens the link's target through a temporary link file, and returns whether the target is a
-/// store.
+/// Opens the target of a link, before the link is written, through a temporary link file. Returns
+/// whether the target is a store.
 LinkedTo tried(const dao::Link& link, const QByteArray& text, Hazards hazards)
 {
     const ScratchFolder folder;

@@ -10,14 +10,14 @@ struct MoveOutcome
     QStringList notes; ///< Tables of other programs, which were not copied.
     /// Errors that prevented the move. If there are any, nothing was changed.
     QStringList findings;
-    /// The row count and the digest of each table, which are the same in the source and the target.
-    /// The map is empty if there are findings.
+    /// The number of rows and the digest (a hash) of each table. They are the same in the source
+    /// and the target. The map is empty if nothing was moved.
     StoreContents contents;
 };
 
-/// Copies a consistent snapshot of a whole store to a target that contains no store. Then reads the
-/// rows of the source and the target and compares them. If the move fails, the target remains
-/// unchanged.
+/// Copies a whole store, as it is at one moment, to a target that contains no store. Then reads the
+/// rows of the target back and compares them with the copied rows. The source keeps its rows. If
+/// copying or comparing fails, the target remains unchanged.
 ///
 /// Throws DatabaseExists (3204) for a target that contains a store or one of a store's tables, and
 /// any error of opening, reading and writing.

@@ -25,8 +25,9 @@ public:
     /// invalid address, for a damaged link and for a link to a link.
     explicit Place(const QString& name);
 
-    /// Returns the path of an embedded store; if the location is a link to a file, this is the path
-    /// of that file. For a store on a server, returns the link or the address as it was given.
+    /// Returns where the store is. For an embedded store this is the path of its file, even if the
+    /// command line names a link to the file. For a store on a server it is the link or the address
+    /// as it was given.
     const QString& name() const { return name_; }
     bool isOnServer() const { return isOnServer_; }
     /// Opens the store. Throws the errors of dao::Workspace::OpenDatabase.

@@ -77,8 +77,8 @@ QString optionName(const Option& option)
     return option.name.mid(2); // without the two dashes
 }
 
-/// Returns a command's arguments, as the help text shows them. One of the given `options` may
-/// replace the usual arguments.
+/// Returns the placeholders for a command's arguments in the help text. If one of the given
+/// `options` has arguments of its own, returns those instead.
 QStringList argumentsOf(const Command& command, const QMap<QString, QString>& options)
 {
     for (const Option& each : command.options) {

@@ -63,8 +63,9 @@ bool isOn(const dao::IndexInfo& index, const QStringList& fields)
     return index.fields.join(u'\n').compare(fields.join(u'\n'), Qt::CaseInsensitive) == 0;
 }
 
-/// Returns the findings about a table's indexes. The program depends on the first index, so its
-/// position counts. The other indexes only make access faster and may be in any order.
+/// Returns the findings about a table's indexes. The program depends on the first index, so the
+/// first index must be the expected one. The other indexes only make access faster and may be in
+/// any order.
 QStringList checkIndexes(const store::TableSchema& expected, const store::TableSchema& found)
 {
     QStringList findings;

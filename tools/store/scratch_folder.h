@@ -10,8 +10,8 @@ class FolderMark;
 
 namespace storetools {
 
-/// Closes the stores that this process keeps open for later use. This is done only on Windows,
-/// where an open file can be neither renamed nor removed.
+/// Closes the store files that this process keeps open without using them. Does nothing except on
+/// Windows, where an open file can be neither renamed nor removed.
 void letGoOfFiles();
 
 /// A private folder for intermediate files, inside the system's folder for temporary files. Only

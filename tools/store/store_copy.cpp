@@ -53,8 +53,8 @@ void StillStore::examine()
                                u"הטבלה %1 אינה של התוכנית ולא הועתקה"},
                               each.name));
     }
-    // The table with the store's identity is left out, because copyTo() writes an identity into the
-    // copy itself.
+    // The table with the store's identity is not copied, because copyTo() itself writes an identity
+    // to the target.
     tables_ += own;
     tables_.removeAll(dao::storeMarkTable);
 }

@@ -55,14 +55,14 @@ private:
     QStringList notes_;
 };
 
-/// Returns the names of the store's tables, including the program's own tables, that the database
-/// has.
+/// Returns the names of the database's tables that belong to a store: those that store::schema()
+/// defines, and the program's own tables ("zomrel_...").
 QStringList storeTablesIn(dao::Database& database);
 /// Checks that the database has none of the store's tables. Throws DatabaseExists (3204) otherwise.
 void requireNoStore(dao::Database& database);
 
-/// Reads all copied rows again. Throws InternalError (51) if they differ from the rows that were
-/// written.
+/// Reads all rows of a copied store. Throws InternalError (51) if they differ from `written`, the
+/// row counts and digests of the rows that were written.
 void readBack(dao::Database& database, const StoreContents& written, const RowsOfTable& progress);
 
 } // namespace storetools

@@ -46,9 +46,9 @@ constexpr bool isTranslation(std::u16string_view english, std::u16string_view he
     return hasHebrew && !isInBraces && placeholders == std::array<int, 10>{};
 }
 
-/// A message in English and in Hebrew, with placeholders %1 to %9. In the Hebrew text, commands,
-/// options and other Latin words are in braces, which the program replaces by direction marks. Two
-/// texts that fail isTranslation() do not compile.
+/// A message in English and in Hebrew, with placeholders %1 to %9. In the Hebrew text, braces
+/// enclose commands, options and other Latin words; the output has direction marks instead of the
+/// braces. Two texts that fail isTranslation() do not compile.
 class Text
 {
 public:
@@ -66,15 +66,16 @@ private:
     const char16_t* hebrew_;
 };
 
-/// A text in the user's language that replaces a placeholder. Unlike a name or a number, it gets no
-/// direction marks.
+/// A text in the user's language that replaces a placeholder of a message. It has the direction of
+/// the message, so it needs no direction marks.
 struct Phrase
 {
     QString text;
 };
 
-/// A value that replaces a placeholder. In a Hebrew text, a path, a name or a number is enclosed in
-/// direction marks, so that it keeps its own direction. A Phrase, which is Hebrew itself, is not.
+/// A value that replaces a placeholder of a message. In a Hebrew message, direction marks enclose a
+/// path, a name or a number, so that it keeps its own direction. A Phrase gets no direction marks,
+/// because its words are Hebrew.
 class Argument
 {
 public:

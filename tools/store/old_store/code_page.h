@@ -22,8 +22,8 @@ public:
     QString decoded(const QByteArray& bytes) const;
 
 private:
-    // The table entry for a byte that the code page does not define. U+FFFF can stand for such a
-    // byte, because it is never a character.
+    // The value in `characters_` for a byte that the code page does not define. U+FFFF can have
+    // this meaning, because it is never a character.
     static constexpr char16_t unknown = 0xffff;
 
     QString name_;

@@ -7,9 +7,9 @@ class QIODevice;
 
 namespace storetools {
 
-/// Writes the contents of an old store to a device, each visitor call as one frame (a block of
-/// bytes). A FrameReader in another process reads the frames. Throws DiskOrNetworkError (3043) if
-/// the device does not accept the data.
+/// Sends the contents of an old store to another process. Writes each call of a visitor function as
+/// one frame (a block of bytes) to a device. A FrameReader in the other process reads the frames.
+/// Throws DiskOrNetworkError (3043) if the device does not accept the data.
 class FrameWriter : public OldStoreVisitor
 {
 public:
@@ -27,9 +27,9 @@ private:
     QIODevice& device_;
 };
 
-/// Parses the bytes that a FrameWriter has written, and repeats the FrameWriter's calls on a
-/// visitor. The bytes may arrive in pieces of any size. Throws CorruptDatabase (3049) for any byte
-/// sequence that a FrameWriter cannot produce.
+/// Parses the bytes that a FrameWriter in another process has written. Repeats on a visitor the
+/// calls that the FrameWriter has received. The bytes may arrive in pieces of any size. Throws
+/// CorruptDatabase (3049) for any byte sequence that a FrameWriter cannot produce.
 class FrameReader
 {
 public:

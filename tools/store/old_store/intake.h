@@ -9,8 +9,8 @@
 
 namespace storetools {
 
-/// The destination of the rows that an import has converted: a new store whose tables exist and are
-/// empty.
+/// Receives the rows that an import has converted. Adds them to the tables of a new store, which
+/// exist and are empty.
 class RowSink
 {
 public:
@@ -36,8 +36,8 @@ public:
 
     void opened(OldFormat format) override { format_ = format; }
     void foreignTable(const QString& name, bool linked) override;
-    /// Starts the import of a table. Throws CorruptDatabase (3049) if the table is unknown or has
-    /// already been reported by the reader.
+    /// Starts the import of a table of the old store. Throws CorruptDatabase (3049) for a table
+    /// that the store's schema does not contain, and for a table that the old store contains twice.
     void table(const OldTable& table) override;
     void row(const OldRow& row) override;
     void tableEnd() override;

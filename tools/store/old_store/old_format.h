@@ -50,16 +50,16 @@ using OldCell = std::optional<QByteArray>;
 /// One row of an old table, with one cell for each element of OldTable::columns.
 using OldRow = std::vector<OldCell>;
 
-/// Receives the contents of an old store. The first call is opened(), and the last one is end(). In
-/// between, the store's tables with their rows and the foreign tables, which the schema does not
-/// contain, are reported in any order. In the names of a Jet 3 file, each character is a raw byte
-/// of the file's code page.
+/// Receives the contents of an old store in a sequence of calls. The first call is opened(), and
+/// the last one is end(). In between, the store's tables with their rows, and the tables that the
+/// store's schema does not contain, are reported in any order. Names in a Jet 3 file are not
+/// decoded yet: each character is a raw byte of the file's code page.
 class OldStoreVisitor
 {
 public:
     virtual ~OldStoreVisitor() = default;
     virtual void opened(OldFormat format) = 0;
-    /// Reports a table that the store's schema does not contain. `linked` is true if the rows of
+    /// Called for a table that the store's schema does not contain. `linked` is true if the rows of
     /// the table are stored in another file.
     virtual void foreignTable(const QString& name, bool linked) = 0;
     virtual void table(const OldTable& table) = 0;

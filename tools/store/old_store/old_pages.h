@@ -18,7 +18,8 @@
 
 namespace storetools {
 
-/// Throws CorruptDatabase (3049) with the description `otherwise` if the condition does not hold.
+/// Throws CorruptDatabase (3049) if the condition is false. The error's description is the text
+/// `otherwise`.
 template <typename... Each>
 void require(bool condition, const Text& otherwise, const Each&... arguments)
 {

@@ -7,8 +7,8 @@
 
 namespace storetools {
 
-/// The command line and the timeouts of a process that reads an old store and writes its contents
-/// to the standard output, in the format of FrameWriter.
+/// The command line and the timeouts of the separate process that reads an old store. The process
+/// writes the store's contents to its standard output, in the format of FrameWriter.
 struct ReadingProcess
 {
     QString program;
@@ -20,10 +20,10 @@ struct ReadingProcess
     int longestTime = 3600;
 };
 
-/// Runs the reading process and passes its output to the visitor. Throws CorruptDatabase (3049) if
-/// the process fails, crashes or hangs; the description contains the last line of the process's
-/// error stream or says how the process ended. Throws InternalError (51) if the process cannot be
-/// started, and any error of the visitor.
+/// Runs the process that reads an old store, and passes the contents of the store to the visitor.
+/// Throws CorruptDatabase (3049) if the process fails, crashes or hangs; the description contains
+/// the last line of the process's error stream or says how the process ended. Throws InternalError
+/// (51) if the process cannot be started, and any error of the visitor.
 void readFrom(const ReadingProcess& process, OldStoreVisitor& visitor);
 
 /// Reads an old store in a separate process and passes its contents to the visitor. Throws

@@ -105,8 +105,8 @@ void TableIntake::setPlace(const OldRow& row)
         if (key.isValid())
             shownKey_ = keyOf(schema_) + u' ' + shown(key);
     } catch (const RunTimeError&) {
-        // An error in the key field is ignored here, because converting the key field reports it
-        // later.
+        // A key that cannot be decoded is not reported here. It is reported when the fields of the
+        // row are converted.
         return;
     }
 }

@@ -34,7 +34,8 @@ public:
                 const TakeOverOptions& options, TakeOverReports& reports);
 
     /// Converts a row. A value is converted in the same way as by an assignment to a field of a
-    /// recordset. If a value cannot be imported, reports the error and returns an empty optional.
+    /// recordset. If a value cannot be imported, adds a message to the findings of the import and
+    /// returns nothing.
     std::optional<NewRow> converted(const OldRow& row);
 
     /// Reports a difference between the number of rows that were read and the number of rows that

@@ -86,8 +86,8 @@ public:
     virtual ~Target() = default;
     /// Returns the database of the new store, with all its tables.
     virtual dao::Database& database() = 0;
-    /// Ends the writing and returns the new store's database for reading. No row may be added after
-    /// this call.
+    /// Ends the writing and returns the new store's database, so that its rows can be read back. No
+    /// row may be added after this call.
     virtual dao::Database& finished() = 0;
     virtual bool isOnServer() const = 0;
     virtual void keep() = 0;
@@ -181,7 +181,8 @@ TakeOverOutcome takeOverStore(const QString& oldPath, const Place& place,
     outcome.findings = checkMaking(finished, target->isOnServer());
     if (!outcome.findings.isEmpty())
         return outcome;
-    // Contents that were already invalid in the old store are imported and reported as notes.
+    // Values that were already invalid in the old store are imported too. Each of them becomes a
+    // note for the user.
     outcome.notes += checkContents(finished);
     target->keep();
     for (const store::TableSchema& table : store::schema())
