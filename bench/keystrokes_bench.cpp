@@ -31,7 +31,8 @@ struct Opening
     QString height;
 };
 
-/// Returns one of the openings of a house: balcony doors, windows of rooms, and small windows.
+/// Returns an opening of a house by index. Four typical openings are repeated: a balcony door, two
+/// windows of rooms, and a small window.
 Opening openingOf(int index)
 {
     static const std::array kinds{Opening{u"240"_s, u"220"_s}, Opening{u"120"_s, u"110"_s},

@@ -1,6 +1,6 @@
-// Benchmarks of the main job: computing a line, adding a line, and opening the order form. Adding a
-// line is compared with the bare SQL statements of the same work. Opening the form on a large store
-// is compared with opening it on a small one.
+// Benchmarks of three actions: computing a line, adding a line, and opening the order form. Adding
+// a line is compared with plain SQL statements that write the same data. Opening the form on a
+// large store is compared with opening it on a small one.
 
 #include "application.h"
 #include "large_store.h"
@@ -40,8 +40,8 @@ void ComputeOneLine(benchmark::State& state)
 }
 BENCHMARK(ComputeOneLine);
 
-/// The baseline: an INSERT and an UPDATE in a separate store through a plain SQLite connection. The
-/// statements are prepared once, and each execution is written to the disk.
+/// The baseline of adding a line: an INSERT and an UPDATE through a plain SQLite connection, in a
+/// store of its own. The statements are prepared once, and each execution is written to the disk.
 class BareStatements
 {
 public:
@@ -108,7 +108,8 @@ Widget* onOrderForm(const QString& name)
     return orders::frOrder().findChild<Widget*>(name);
 }
 
-/// An order form that shows an open order of a separate store, with a chosen series.
+/// The order form with an open order and a chosen series. The object creates the store that
+/// contains them.
 class OpenOrder
 {
 public:
@@ -149,8 +150,8 @@ private:
 
 void addLine(benchmark::State& state, bool changedCustomer)
 {
-    // The program uses the store that was created last. It must be the store of OpenOrder, so the
-    // store of the baseline (BareStatements) is created first.
+    // BareStatements and OpenOrder each create a store, and the program uses the store that was
+    // created last. OpenOrder needs the program's store, so it is created second.
     BareStatements bare;
     OpenOrder order;
     bench::Pairs pairs;

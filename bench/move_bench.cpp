@@ -51,14 +51,15 @@ void fill(testsupport::TemporaryStore& store, int lines)
         {lines, orders, orders});
 }
 
-/// The baseline: copies rows with COPY through plain libpq calls.
+/// The baseline of moving a store: transfers rows with the SQL statement COPY through plain libpq
+/// calls.
 class Bare : public bench::BareServer
 {
 public:
     using BareServer::BareServer;
 
-    /// Reads the table's rows with COPY TO STDOUT and passes each part of the resulting text to the
-    /// visitor.
+    /// Reads the table's rows with COPY TO STDOUT and calls the function `visitor` with each
+    /// received piece of text.
     template <typename Visitor>
     void copyOut(const QString& table, Visitor&& visitor) const
     {
@@ -186,9 +187,9 @@ void MoveToServer(benchmark::State& state)
 }
 BENCHMARK(MoveToServer)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(rounds);
 
-/// Measures moving a store from a server to a file. COPY cannot write an SQLite file, so the
-/// baseline copies the rows out of the server and then into empty tables of the server. The time of
-/// copying the rows out is also reported separately.
+/// Measures moving a store from a server to a file. COPY cannot write an SQLite file. The baseline
+/// therefore copies the rows out of the server and then into empty tables on the server. The time
+/// of copying the rows out is also reported separately.
 void MoveToFile(benchmark::State& state)
 {
     both();

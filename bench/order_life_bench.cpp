@@ -70,7 +70,7 @@ void lookThroughOrders(const testsupport::TemporaryStore& store)
 
 void OpenSearchAndGoToItsEnds(benchmark::State& state)
 {
-    // The stores are filled here, before the measurement starts.
+    // The first call of stores() fills the stores, so it is made before the measurement starts.
     stores();
     bench::runPaired(
         state, 1.5, [] { lookThroughOrders(stores().large); },
@@ -118,8 +118,8 @@ void DeferredLoadAfterAMove(benchmark::State& state)
     std::unique_ptr<Search> small;
     bench::Pairs pairs;
     for ([[maybe_unused]] auto _ : state) {
-        // Each iteration starts again at the last order, in a new search form. One form for all
-        // iterations would reach the first order of the small store and could not move back
+        // Each iteration opens a new search form, which starts at the last order. If all iterations
+        // used one form, it would reach the first order of the small store and could not move back
         // further.
         large = std::make_unique<Search>(stores().large);
         small = std::make_unique<Search>(stores().small);
@@ -137,8 +137,8 @@ void takeOrder(const testsupport::TemporaryStore& store)
     use(store);
     Module1::CurrentOrderNum = order;
     orders::frOrder().GetOrderDetails(order);
-    // Moves to the last line before the measurement, because otherwise the form's timer Timer1 does
-    // that during the measurement.
+    // Moves to the last line before the measurement. Otherwise the timer Timer1 of the order form
+    // would move there during the measurement.
     orders::frOrder().findChild<controls::DataControl*>(u"DataAllCuts"_s)->Recordset().MoveLast();
 }
 

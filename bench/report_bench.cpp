@@ -228,8 +228,8 @@ std::shared_ptr<RowSource> storedLines(int order)
 }
 
 /// Measures the time from the query for an order's lines to the painted first page of the report.
-/// The candidate is the order whose number is the benchmark's argument. The baseline is the order
-/// with ten lines.
+/// The order whose number is the benchmark's argument is compared with the order that has ten
+/// lines.
 void firstPageOfAStoredOrder(benchmark::State& state)
 {
     DataReport report(output::orderReportDesign);

@@ -1,7 +1,7 @@
-// Benchmarks of a store on a server. Adding a line is compared with the bare SQL statements of the
-// same work. Screens on a large store are compared with the same screens on a small store. The
-// environment variable ZOMREL_SERVER_ORDERS sets the number of orders in the large store. Each
-// order has ten lines.
+// Benchmarks of a store on a server. Adding a line is compared with plain SQL statements that read
+// and write the same data. Screens on a large store are compared with the same screens on a small
+// store. The environment variable ZOMREL_SERVER_ORDERS sets the number of orders in the large
+// store. Each order has ten lines.
 
 #include "application.h"
 #include "paired.h"
@@ -147,8 +147,8 @@ RoundTrips roundTripsOfAClick()
 
 void tellRoundTrips(benchmark::State& state)
 {
-    // The round trips of adding a line are counted only once, on a separate order form before the
-    // measurement.
+    // Counts the round trips between the program and the server while a line is added. This is done
+    // only once, on an order form of its own.
     static const RoundTrips counted = roundTripsOfAClick();
     state.counters["trips_committed"] = counted.untilCommitted;
     state.counters["trips_click"] = counted.ofClick;

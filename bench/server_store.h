@@ -37,7 +37,8 @@ private:
 
 /// Returns the beginning of an INSERT ... SELECT statement for order lines, without the FROM
 /// clause. The statement sets all fields except the key. `order` and `line` are SQL expressions for
-/// the order number and the line number. They may use `i`, the number of the generated line.
+/// the order number and the line number. The expressions may use `i`, the number of the generated
+/// line.
 QString insertedLines(const QString& order, const QString& line);
 
 } // namespace bench

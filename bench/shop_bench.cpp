@@ -152,8 +152,8 @@ void BM_PlanToJson(benchmark::State& state)
 
 } // namespace
 
-// Plans a thousand orders of 5 to 400 windows. Each Args contains the greatest and the smallest
-// number of windows and the number of orders.
+// Three benchmarks plan 1000 random orders together. The arguments of each benchmark are the
+// greatest and the smallest number of windows of an order, and its number of orders.
 BENCHMARK(BM_SeededOrders)
     ->Args({60, 5, 700})
     ->Args({150, 61, 200})

@@ -50,8 +50,8 @@ QIcon programIcon()
 }
 
 /// Returns the program's palette. A selection with the focus has a dark highlight, on which white
-/// text is readable, and a selection without the focus has a light one. A disabled field keeps its
-/// white background, like the picture boxes of the measures, and only its text is grey.
+/// text is readable. A selection without the focus has a light highlight. A disabled field keeps
+/// its white background, and only its text is grey.
 QPalette programPalette(QPalette palette)
 {
     const QColor focused(0x1f, 0x5f, 0x99);

@@ -20,9 +20,9 @@ struct Explanation
     int number;
     const char16_t* happened;
     const char16_t* next;
-    /// The beginning of the descriptions of the errors that this explanation is for. If it is
-    /// empty, the explanation is for all other errors with the number, so such an explanation comes
-    /// last.
+    /// The explanation is used only for errors whose description begins with this text. With an
+    /// empty text it is used for all other errors with the same number, so it comes after the
+    /// explanations that have a text.
     QLatin1StringView description = {};
 };
 
@@ -45,8 +45,8 @@ const std::array explanations{
     Explanation{runtime::Overflow, u"נגמרו המספרים של אחת הטבלאות בקובץ הנתונים.",
                 u"שמור את קובץ הנתונים בצד, וצור קובץ חדש בעזרת zomrel-store create.",
                 "Overflow ("_L1},
-    // This explanation names two causes, because an order number that is too large and a measure
-    // that is too large give errors with the same description.
+    // The explanation of this overflow names two causes, because an order number that is too large
+    // and a measure that is too large give errors with the same description.
     Explanation{runtime::Overflow, u"נגמרו מספרי ההזמנות, או שמידה גדולה מדי.",
                 u"אם מספר ההזמנה האחרונה הוא 32767, שמור את קובץ הנתונים בצד וצור קובץ חדש בעזרת "
                 u"zomrel-store create. אחרת הפעל את התוכנית מחדש ובדוק את המידות."},

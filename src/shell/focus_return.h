@@ -7,10 +7,10 @@ class QWidget;
 
 namespace shell {
 
-/// Activates another window of the program after a dialog has closed: the modal dialog that is
-/// still open, otherwise the window that opened the closed dialog, such as the preview, otherwise
-/// the main window. Without a window manager, no window is active after a dialog closes, and
-/// keyboard input is lost.
+/// Activates a window of the program if none is active after a dialog has closed. This happens
+/// without a window manager, and keyboard input is then lost. The activated window is the modal
+/// dialog that is still open. If there is none, it is the window that opened the closed dialog,
+/// otherwise the main window.
 ///
 /// Install the object as an event filter on the application.
 class FocusReturn : public QObject

@@ -12,8 +12,7 @@ struct HelpChapter
 {
     QString title;
     QString markdown; ///< The text without the title.
-    /// The headings of this chapter that are targets of links, by the name of the anchor in the
-    /// link.
+    /// The headings in this chapter that have an HTML anchor, by the name of the anchor.
     QMap<QString, QString> headings;
 };
 

@@ -106,8 +106,8 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name)
     const int room = std::max(viewport()->width() - pictureMargin, pictureMargin);
     if (picture.width() <= room)
         return picture;
-    // The reduced picture has one pixel for each device pixel that shows it, but not more pixels
-    // than the original.
+    // The reduced picture has one pixel for each device pixel of the screen, but not more pixels
+    // than the original picture.
     const double ratio = std::min(devicePixelRatioF(), double(picture.width()) / room);
     QImage reduced = picture.scaledToWidth(qRound(room * ratio), Qt::SmoothTransformation);
     reduced.setDevicePixelRatio(ratio);

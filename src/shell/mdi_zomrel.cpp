@@ -36,8 +36,8 @@ namespace {
 constexpr QSize pictureSize(32, 32);
 constexpr int indexOutOfBounds = 35600;
 
-/// Returns the version text for the window title: major, minor and revision, which is the fourth
-/// part of the file version. The third part is not shown.
+/// Returns the version text for the window title: the first, second and fourth part of the file
+/// version.
 QString shownVersion()
 {
     const QVersionNumber version = runtime::programVersion();
@@ -78,8 +78,8 @@ MDIZomrel::MDIZomrel(const QString& programDirectory)
     // The main window has no context menu, because Qt's context menu would let the user hide the
     // toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
-    // The store is opened before the first text is laid out, because another thread reads the list
-    // of fonts meanwhile and the first text must wait for that list.
+    // Opens the store before the first text is laid out. Another thread reads the list of fonts
+    // meanwhile, and the first text must wait for the list.
     Form_Load(programDirectory);
     buildToolbar();
     StatusBar1 = new StatusBar(this);
@@ -136,8 +136,8 @@ void MDIZomrel::addButtonMenu(QAction* button)
                     [this, buttonMenu] { Toolbar1_ButtonMenuClick(*buttonMenu); });
     }
     auto* toolButton = qobject_cast<QToolButton*>(Toolbar1->widgetForAction(button));
-    // The menu is set on the tool button first and on the action second. In the reverse order, the
-    // tool button takes the menu from the action and loses it again.
+    // The tool button must get the menu before the action gets it. With the two calls in the
+    // reverse order, Qt removes the menu from the tool button.
     toolButton->setMenu(menu);
     button->setMenu(menu);
     toolButton->setPopupMode(QToolButton::MenuButtonPopup);

@@ -160,8 +160,8 @@ void drawGridLines(const QStyleOptionViewItem& cell, const QTableView& grid, QPa
         lines.drawRight(place);
 }
 
-/// Returns the palette of disabled combo boxes. The palette is created only once, because Qt caches
-/// the pixmap of a combo box under a key that contains the palette.
+/// Returns the palette of disabled combo boxes. All disabled combo boxes share one palette, because
+/// Qt caches separate pixmaps for each palette.
 const QPalette& disabledComboPalette()
 {
     static const QPalette palette = [] {
@@ -173,8 +173,8 @@ const QPalette& disabledComboPalette()
     return palette;
 }
 
-/// Returns true if the widget is the popup list of a combo box, whose frame is drawn like that of a
-/// menu.
+/// Returns true if the widget is the popup list of a combo box. Its frame is drawn like the frame
+/// of a menu.
 bool isListOfCombo(const QWidget* widget)
 {
     return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
@@ -249,7 +249,7 @@ void ProgramStyle::drawControl(ControlElement element, const QStyleOption* optio
         QProxyStyle::drawControl(element, &same, painter, widget);
     } else if (element == CE_ComboBoxLabel) {
         // Draws the text of a combo box in the layout direction of the box instead of the program's
-        // direction, so that a path reads as in the list of the box.
+        // direction, so that a path looks the same in the box and in its list.
         const Qt::LayoutDirection former = painter->layoutDirection();
         painter->setLayoutDirection(option->direction);
         QProxyStyle::drawControl(element, option, painter, widget);

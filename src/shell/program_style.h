@@ -4,17 +4,16 @@
 
 namespace shell {
 
-/// The style Fusion with seven changes. First, it draws the icon of the toolbar's extension button
-/// itself. Qt requests that icon for every toolbar and loads every installed image plugin to read
-/// the icon, which takes a fifth of the program's start time. Second, headers, scroll bars and
-/// combo boxes are drawn in the application's palette. Qt caches their pixmaps under a key that
-/// contains the palette, so each form whose widgets have palettes of their own would leave a set of
-/// keys in the cache. Third, a button with the focus has a focus frame even if the focus was not
-/// set by a Tab key. Fourth, push buttons have more space around their texts. Fifth, the lines of a
-/// grid and the frames of lists, grids and panels have an even width at every scale of the screen,
-/// and a list or grid with the focus has a coloured frame. Sixth, a disabled combo box is white, as
-/// other disabled fields are. Seventh, the text of a combo box reads in the direction of the box,
-/// and the buttons of dialogs have no icons.
+/// The style Fusion with seven changes. First, the style itself draws the icon of the extension
+/// button, which shows the hidden buttons of a toolbar. Qt requests that icon for every toolbar and
+/// loads every installed image plugin to read the icon, which takes a fifth of the program's start
+/// time. Second, headers, scroll bars and combo boxes are drawn in the application's palette,
+/// because Qt caches separate pixmaps for each palette. Third, a button with the focus has a focus
+/// frame even if the focus was not set by a Tab key. Fourth, push buttons have more space around
+/// their texts. Fifth, the lines of a grid and the frames of lists, grids and panels have an even
+/// width at every scale of the screen, and a list or grid with the focus has a coloured frame.
+/// Sixth, a disabled combo box is white, as other disabled fields are. Seventh, the text of a combo
+/// box reads in the direction of the box, and the buttons of dialogs have no icons.
 class ProgramStyle : public QProxyStyle
 {
 public:

@@ -21,21 +21,21 @@ namespace shell {
 namespace {
 
 const QString hiddenOption = u"--zomrel-stall-notice"_s;
-/// The line that the notice process writes to its standard output when the user has chosen to end
-/// the program.
+/// When the user has chosen to end the program, the process that shows the notice writes this line
+/// to its standard output.
 constexpr auto endLine = "zomrel: end the program";
 
-/// The process that shows the notice. It ends when its standard input is closed. It is first
-/// started from the copy of the program in memory, because the program's folder may not respond. If
-/// the system forbids that, or if the program needs libraries in its folder, the process is started
-/// from the program's file.
+/// The second process of the program, which shows the notice about a call that takes too long. It
+/// ends when its standard input is closed. It is started from the copy of the program in memory,
+/// because the program's folder may not respond. If that fails, it is started from the program's
+/// file.
 class NoticeProcess final : public runtime::StallNotice
 {
 public:
     NoticeProcess(const QString& program, const Stall& stall)
     {
-        // The notice process starts in the root folder, because the current folder may be the one
-        // that does not respond.
+        // The current folder may be the one that does not respond. The process that shows the
+        // notice therefore starts in the root folder.
         process_.setWorkingDirectory(QDir::rootPath());
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -102,8 +102,8 @@ private:
 
 std::unique_ptr<runtime::CallWatch> watchForStalls()
 {
-    // Ends the process without releasing anything, because only the blocked thread could release
-    // it. Nothing is lost: stored data survives even if the process is killed.
+    // Ends the process without running destructors, because only the blocked thread could run them.
+    // No stored data is lost, because the store remains intact even if the process is killed.
     return std::make_unique<runtime::CallWatch>(NoticeMaker(), [] { std::_Exit(1); });
 }
 

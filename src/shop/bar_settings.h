@@ -47,8 +47,8 @@ private:
 /// guide, slat or box.
 GroupKey fixedGroup(Part part);
 
-/// The factors by which the stored count of a part is multiplied to get the number of pieces: one
-/// for widths and one for heights.
+/// The number of pieces is the stored count of a part multiplied by a factor. There is one factor
+/// for the widths and one for the heights.
 struct Factors
 {
     double width = 1;

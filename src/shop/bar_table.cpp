@@ -30,7 +30,8 @@ bool isSame(const QString& one, const QString& other)
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
 
-/// The found field must be as wanted. Only a counter field may be required (not Null).
+/// Returns true if the definition of a field in the store is the expected one. Only a counter field
+/// may be required (not Null).
 bool isAlike(const dao::FieldInfo& found, const dao::FieldInfo& wanted)
 {
     return isSame(found.name, wanted.name) && found.type == wanted.type &&
@@ -44,8 +45,8 @@ bool isAlike(const dao::IndexInfo& found, const dao::IndexInfo& wanted)
            found.primary == wanted.primary && found.unique == wanted.unique;
 }
 
-/// Throws UnrecognizedFormat (3343) unless the found definitions of fields or indexes are the same
-/// as the wanted ones.
+/// Throws UnrecognizedFormat (3343) unless the fields or indexes of the table in the store have the
+/// expected definitions.
 template <typename Info>
 void requireAlike(const std::vector<Info>& found, const std::vector<Info>& wanted,
                   const QString& what)
@@ -83,8 +84,8 @@ void requireShape(dao::Database& database)
     requireAlike(foundIndexes, schema.indexes, u"index"_s);
 }
 
-/// Returns the group to which a row of the settings table belongs, or no value if the part in the
-/// row is unknown or is not cut from bars.
+/// Returns the group of pieces to which a row of the table zomrel_bars belongs, or no value if the
+/// part in the row is unknown or is not cut from bars.
 std::optional<GroupKey> groupIn(dao::Recordset& row)
 {
     const std::optional<Part> part = partNamed(row.Fields(u"Part"_s).Value().toString());

@@ -58,8 +58,8 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
             continue;
         const cuts::Size& size = line.parts[part];
         const QString width = orNone(cuts::explainedSize(line, part, cuts::Side::Width, series));
-        // If the series is missing, the explanation of the width already says so. Therefore the
-        // number of pieces is not explained.
+        // If the series is missing, the explanation of the width says so, and the number of pieces
+        // is not explained.
         const QString count =
             series == nullptr ? QString() : cuts::explainedCount(line, part, series);
         addSize(shopPart(part), Side::Width, size.width, withCount(width, count), to);
@@ -68,8 +68,8 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
     }
 }
 
-/// Returns the explanation of the width and of the number of the slats. An order line does not
-/// store how much narrower than the opening the slats are. The explanation names the usual
+/// Returns the explanation of the width and number of the slats. The slats are narrower than the
+/// opening by a deduction that the order line does not store. The explanation uses the usual
 /// deduction that gives the stored width.
 QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double slat)
 {

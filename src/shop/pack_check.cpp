@@ -12,8 +12,8 @@ namespace shop {
 
 namespace {
 
-/// Adds the CSV documents that are missing in `files`. The workbook contains the same tables, so
-/// they must be checked, too.
+/// Returns `files` with the missing CSV documents added. The workbook contains the same tables as
+/// the CSV documents, so all of them must be checked.
 QMap<QString, QByteArray> withTablesOfWorkbook(const ShopPack& pack,
                                                QMap<QString, QByteArray> files)
 {

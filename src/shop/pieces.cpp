@@ -155,9 +155,8 @@ private:
                   {Side::Width, "Argaz_Width", line_.boxWidth, "Argaz_Width", 1});
     }
 
-    /// Adds the faults (missing or invalid numbers) of the panes of glass. Panels of mesh are not
-    /// checked here, because addPart checks the same fields, with the same greatest count, for the
-    /// bars of the mesh.
+    /// Adds the faults (missing or invalid numbers) of the panes of glass. Panels of mesh need no
+    /// check, because addPart checks the same fields for the bars of the mesh.
     void addPaneFaults()
     {
         const PartOfLine& glass = line_.glass;

@@ -21,8 +21,8 @@ namespace {
 
 constexpr qsizetype textColumns = 3;
 
-/// For one part: the lookup tables of its kinds and colours, and the fields of an order line that
-/// contain its kind and colour.
+/// Where the kinds and colours of one part are stored: in its lookup tables, and in two fields of
+/// an order line.
 struct Names
 {
     Part part;
@@ -142,9 +142,9 @@ bool isGuarded(const QString& text)
     return textCell(rest) != rest;
 }
 
-/// Returns the cell for a text. As in textCell, a text that a spreadsheet would read as a formula
-/// gets a leading apostrophe. A text that already looks like such a cell gets another apostrophe,
-/// so that unguarded() can restore every text.
+/// Returns the cell for a text. A text that a spreadsheet would read as a formula gets a leading
+/// apostrophe. A formula that already has leading apostrophes gets another one, so that unguarded()
+/// can restore every text.
 QString guarded(const QString& text)
 {
     return isGuarded(text) ? u'\'' + text : text;
@@ -160,7 +160,7 @@ bool isBlank(const QStringList& cells)
     return std::ranges::all_of(cells, [](const QString& each) { return each.trimmed().isEmpty(); });
 }
 
-/// Converts the rows of a settings file and collects their errors.
+/// Reads the settings of bars from the rows of a settings file and collects the errors in the rows.
 class Intake
 {
 public:

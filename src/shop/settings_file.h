@@ -26,7 +26,8 @@ StoredBars readStoredBars(const QString& path);
 /// rows. Throws any error of the engine.
 std::vector<GroupKey> readBarGroups(const QString& path);
 
-/// Returns the settings file: CSV with a heading and one row per group.
+/// Returns the settings of bars as the contents of a CSV file, with a heading and one row per group
+/// of pieces.
 QByteArray settingsFile(const StoredBars& bars);
 
 /// The contents of a settings file.
@@ -36,8 +37,9 @@ struct SettingsIntake
     QStringList findings; ///< One text per invalid cell or row; then `settings` is empty.
 };
 
-/// Parses a settings file. Blank lines are ignored. The findings number the rows as a spreadsheet
-/// does: the heading is row 1. `known` contains the allowed groups.
+/// Parses a CSV file with the settings of bars. Blank rows are ignored. The error texts number the
+/// rows as a spreadsheet does, so the heading is row 1. A group of pieces that is not in `known` is
+/// an error.
 SettingsIntake readSettingsFile(const QByteArray& file, const std::vector<GroupKey>& known);
 
 } // namespace shop

@@ -14,8 +14,8 @@ namespace shop {
 
 namespace {
 
-/// The pieces of a group, from which pieces are taken by length. Pieces of the same length are
-/// taken in their given order.
+/// Assigns the pieces of a group to cuts: take() returns the pieces of one length one after the
+/// other, in their given order.
 class PieceQueues
 {
 public:
@@ -41,7 +41,8 @@ public:
         return demands;
     }
 
-    /// Returns the next piece of this length, which must be a length that demands() returns.
+    /// Returns the next piece of the given length. The length must be one of those that demands()
+    /// returns.
     const Piece& take(double length)
     {
         const auto found = std::lower_bound(
@@ -125,8 +126,8 @@ private:
     std::size_t done_ = 0;
 };
 
-/// Starts another thread that plans groups from the queue. Returns no value if the system cannot
-/// start a thread.
+/// Starts another thread that plans groups from the queue. Returns an empty optional if the system
+/// cannot start a thread.
 std::optional<std::future<void>> workerOf(GroupQueue& queue)
 {
     try {

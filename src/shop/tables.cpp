@@ -32,8 +32,8 @@ QString plainText(QString text)
     return text.removeIf(isMark).replace(u'\n', u' ');
 }
 
-/// Adds one table row for each piece of the equal bars. `bar` is the position of these bars within
-/// the group, counted from 1.
+/// Adds one table row for each piece on a set of equal bars. `bar` is the position of the set
+/// within the group, counted from 1.
 void addBars(const GroupPlan& plan, int bar, const GroupBars& bars, Table& table)
 {
     const std::size_t perBar = bars.piecesPerBar();

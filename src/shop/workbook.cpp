@@ -164,7 +164,8 @@ SettingsByGroup plannedSettings(const ShopPack& pack)
 
 QByteArray workbook(const ShopPack& pack)
 {
-    // The library writes only to files, so the workbook is a temporary file.
+    // The library writes a workbook only to a file, so the contents are written to a temporary file
+    // and read from it.
     const QTemporaryDir folder;
     const DecimalPoint decimalPoint;
     QFile file(folder.filePath(u"workbook.xlsx"_s));

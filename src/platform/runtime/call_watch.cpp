@@ -19,7 +19,7 @@ namespace {
 std::atomic<CallWatch*> theWatch = nullptr;
 
 #ifdef Q_OS_WIN
-/// The system's number of the thread that created the CallWatch.
+/// The Windows thread id of the thread that created the CallWatch.
 std::atomic<DWORD> watchedThread = 0;
 #else
 /// Returns the contents of a file about the main thread in Linux's /proc folder, or an empty value
@@ -36,9 +36,9 @@ QByteArray fileOfMainThread(const char* name)
 
 #ifdef Q_OS_WIN
 
-/// Returns no value if the system does not report the times of the watched thread. Windows does not
-/// count how often a thread has been scheduled. The function therefore increases that count at each
-/// call, so that a sleeping thread counts as waiting for a lock.
+/// Returns the processor times of the watched thread, or no value if Windows does not report them.
+/// Windows does not count how often a thread has been scheduled. The function therefore increases
+/// the count `switches` at each call, so that a sleeping thread counts as waiting for a lock.
 std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
     static qint64 looks = 0;
@@ -59,14 +59,15 @@ std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 
 #else
 
-/// Returns no value if the system does not report the times of the watched thread.
+/// Returns the processor times of the watched thread, or no value if the system does not report
+/// them.
 std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
     ThreadTimes times;
     const QByteArray status = fileOfMainThread("status");
     const QByteArray running = fileOfMainThread("schedstat");
     // A Linux kernel without scheduling statistics has no file "schedstat". The function then
-    // returns no value, because a running time of 0 would mean that the thread sleeps.
+    // returns no value, because a running time of 0 would wrongly mean that the thread sleeps.
     if (status.isEmpty() || running.isEmpty())
         return {};
     for (const QByteArray& line : status.split('\n')) {
@@ -109,8 +110,8 @@ void CallWatch::enter(Describe describe, Awaited awaited)
     since_ = Clock::now();
 }
 
-/// Ends a watched call. If it ran inside another watched call, the time limit of that call starts
-/// again, because the system has just answered.
+/// Ends a watched call. If it ran inside another watched call, the duration of the outer call is
+/// measured from now on, because the system has just answered.
 void CallWatch::leave()
 {
     const std::lock_guard lock(mutex_);
@@ -132,14 +133,14 @@ void CallWatch::run()
     }
 }
 
-/// If the current call has reached its time limit and no notice was shown for it yet, returns the
-/// number of the call (the value of change_), otherwise no value.
+/// Returns the number of the current call if the call has reached its time limit and no notice was
+/// shown for it yet, otherwise no value.
 std::optional<quint64> CallWatch::stalledCall()
 {
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
-    // At the shortest time limit, the thread's processor times are compared with an earlier
-    // reading. The first reading therefore takes place one interval before that limit.
+    // Whether the thread sleeps is found by comparing its processor times with an earlier reading.
+    // The first reading therefore takes place one interval before the shortest time limit.
     const auto shortest = std::min(patience_.blocked, patience_.waiting);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};

@@ -30,8 +30,8 @@ enum class Awaited { File, Server };
 struct StallPatience
 {
     /// The time limit for a call in which the thread does not run at all, such as reading from a
-    /// network share that does not respond. On Windows the time limit `waiting` applies instead,
-    /// because there such a call looks like waiting for a lock.
+    /// network share that does not respond. On Windows the time limit `waiting` is used instead,
+    /// because Windows does not report whether a sleeping thread wakes up.
     std::chrono::milliseconds blocked = std::chrono::milliseconds(5000);
     /// The time limit for a call in which the thread waits for a server, or sleeps most of the time
     /// and wakes up again and again. A thread that waits for a lock of an SQLite file behaves like

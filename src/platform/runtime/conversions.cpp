@@ -106,7 +106,7 @@ double toDouble(const QString& text)
     const auto result = std::from_chars(plain.constData(), plain.constData() + plain.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
         // std::from_chars reports overflow and underflow with the same error. QLocale::toDouble
-        // returns 0 only for an underflow, so its result tells which of the two it is.
+        // distinguishes them, because it returns 0 only for an underflow.
         if (QLocale::c().toDouble(QString::fromLatin1(plain)) != 0)
             throw RunTimeError(Overflow);
         return 0;

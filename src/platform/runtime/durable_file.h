@@ -28,13 +28,13 @@ QString followLinks(const QString& path);
 void syncFolder(const QString& folder);
 
 /// Writes the open file to the disk, renames it within its folder and writes the folder to the
-/// disk. At every moment the new name belongs to no file, to the complete previous file, or to the
-/// complete new file. A name that belongs to a previous file never disappears, with one exception:
-/// if on Windows the previous file is open and is not on a local NTFS disk, for a moment it has the
-/// name with the ending ".zomrel-previous", and no file has the name itself. On Windows the file
-/// must have been created by createFile. Throws DatabaseExists (3204) if the new name exists and
-/// `existing` is Refuse. Throws DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied
-/// (3051) if the file cannot be written or renamed.
+/// disk. At every moment the new name belongs to the complete previous file, to the complete new
+/// file or, if there was no previous file, to no file. There is one exception on Windows. If the
+/// previous file is open and is not on a local NTFS disk, it has for a moment the name with the
+/// ending ".zomrel-previous", and no file has the new name. On Windows the file must have been
+/// created by createFile. Throws DatabaseExists (3204) if the new name exists and `existing` is
+/// Refuse. Throws DiskFull (3026), DiskOrNetworkError (3043) or PermissionDenied (3051) if the file
+/// cannot be written or renamed.
 void durableRename(QFile& file, const QString& path, const QString& newPath, Existing existing);
 
 enum class Linked {
@@ -50,14 +50,15 @@ Linked durableLink(const QString& path, const QString& secondName);
 /// disk. Throws the errors of durableRename.
 void durableMove(const QString& path, const QString& newPath);
 
-/// Creates a new file, opens it for reading and writing, and marks it as used by this process. The
-/// QFile object does not contain the file name. Returns false if a file or a symbolic link already
-/// has the name. Throws PermissionDenied (3051) or another error if the file cannot be created.
+/// Creates a new file, opens it for reading and writing, and marks it with a lock as used by this
+/// process. The QFile object does not contain the file name. Returns false if a file or a symbolic
+/// link already has the name. Throws PermissionDenied (3051) or another error if the file cannot be
+/// created.
 bool createFile(QFile& file, const QString& path, Readers readers);
 
-/// Creates a file without a name in the folder, and opens and marks it like createFile. The system
-/// removes the file if the process is killed. Returns false if the file system does not support
-/// files without a name.
+/// Creates a file without a name in the folder, opens it for reading and writing, and marks it with
+/// a lock as used by this process. The system removes the file if the process is killed. Returns
+/// false if the file system does not support files without a name.
 bool createUnnamedFile(QFile& file, const QString& folder, Readers readers);
 /// Gives the name `path` to a nameless file that createUnnamedFile created in the same folder.
 /// Returns false if another file has the name. Throws the errors of durableRename.

@@ -66,7 +66,7 @@ private:
     int number_;
 };
 
-/// Returns true if the path is still the path of the open file.
+/// Returns true if the file with this path is still the file that is open.
 bool names(const QString& path, int descriptor)
 {
     struct stat opened = {};
@@ -365,8 +365,8 @@ bool keepAccess(QFile& file, const FileAccess& access)
     const bool hasOwner =
         fstat(file.handle(), &status) == 0 &&
         (status.st_uid == access.owner || fchown(file.handle(), access.owner, gid_t(-1)) == 0);
-    // The group bits of a file with an access control list are the list's mask. If the list cannot
-    // be set, these bits would be rights of the group, so they are reduced.
+    // In a file with an access control list, the group bits of the mode limit the entries of the
+    // list. In a file without the list, these bits are rights of the group, so they are reduced.
     const bool isSame = hasGroup && setAccessList(file.handle(), access.list);
     if (!isSame)
         setAccessList(file.handle(), {});

@@ -199,8 +199,9 @@ QString followLinks(const QString& path)
 void syncFolder(const QString& folder)
 {
     const WindowsHandle opened(openedFolder(folder, GENERIC_WRITE));
-    // An error is ignored, because the functions that rename a file have already written the new
-    // name to the disk, and most network file systems cannot flush a folder.
+    // Errors of opening and flushing the folder are ignored. The functions that rename a file have
+    // already written the new name to the disk, and most network file systems cannot flush a
+    // folder.
     if (opened.isValid())
         FlushFileBuffers(opened.get());
 }

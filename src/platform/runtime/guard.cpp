@@ -13,8 +13,8 @@ namespace {
 
 bool ending = false;
 
-/// Sets the flag `ending` while the error box is open. In a test the process continues after the
-/// box, so the flag is reset.
+/// Sets the flag `ending` while the error box is open. The destructor resets the flag, because in a
+/// test the process continues after the box.
 struct EndingScope
 {
     EndingScope() { ending = true; }

@@ -40,8 +40,8 @@ void guarded(Handler&& handler, const QPointer<const QObject>& sender = {}) noex
             endWithRunTimeBox(RunTimeError(InternalError, QString::fromUtf8(error.what())), sender);
         }
     } catch (const ProcessEnded&) {
-        // Tests throw ProcessEnded instead of ending the process. The exception only has to leave
-        // the handler, so it is ignored here.
+        // Tests throw ProcessEnded instead of ending the process. The only purpose of the exception
+        // is to leave the handler, so nothing else is done.
         return;
     }
 }

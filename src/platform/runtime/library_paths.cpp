@@ -51,8 +51,8 @@ QString programFolder()
 #ifdef Q_OS_UNIX
 
 /// Returns true if a user other than the current one and the administrator can write to the file or
-/// folder. The members of the group count as such users. An access control list need not be read,
-/// because no entry of it permits more than the group's permission bits.
+/// folder. Members of its group count as other users. Its access control list is not read, because
+/// no entry of the list permits more than the group's permission bits.
 bool isWritableByOthers(const QFileInfo& file)
 {
     const bool ours = file.ownerId() == 0 || file.ownerId() == ::geteuid();
@@ -90,10 +90,10 @@ bool isOnlyOurs(const QString& folder)
 
 #endif
 
-/// Returns Qt's plugin paths without the program's folder. Qt adds this folder to the paths later,
-/// when the application object is created, and removes it again only if setLibraryPaths() removed
-/// it before. A folder that is not in the paths cannot be removed. Therefore the function first
-/// adds the program's folder to the paths through the variable QT_PLUGIN_PATH.
+/// Returns Qt's plugin paths without the program's folder. They are meant for setLibraryPaths(): Qt
+/// later leaves out each folder that this call removes. Only a folder in the paths can be removed.
+/// The function therefore first adds the program's folder to the paths through the variable
+/// QT_PLUGIN_PATH.
 QStringList pathsWithoutTheFolder(const QString& folder)
 {
     const QByteArray before = qgetenv(pluginPathVariable);

@@ -18,8 +18,8 @@ namespace runtime {
 
 namespace {
 
-/// Copies the program's file with sendfile, in the kernel, because a copy buffer of this thread
-/// would stay allocated.
+/// Copies the program's file to the file descriptor. sendfile needs no copy buffer in this thread,
+/// which would stay allocated.
 bool copyProgramTo(int descriptor)
 {
     QFile program(u"/proc/self/exe"_s);
@@ -63,8 +63,8 @@ OwnProgram::~OwnProgram() = default;
 
 QString OwnProgram::path() const
 {
-    // The path is valid in a child process, too, because the child keeps its own copy of the file
-    // descriptor until it executes the program.
+    // The path of a file descriptor is also valid in a child process, because the child keeps a
+    // copy of the descriptor until it executes the program.
     return descriptor_ >= 0 ? u"/proc/self/fd/%1"_s.arg(descriptor_)
                             : QCoreApplication::applicationFilePath();
 }

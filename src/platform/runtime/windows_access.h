@@ -22,8 +22,9 @@ class OnlyOwnerAccess
 public:
     OnlyOwnerAccess();
 
-    /// Returns nullptr if the user of this process cannot be determined. A file or folder that is
-    /// created with nullptr inherits the access rights of its folder.
+    /// Returns the access rights for creating a file or folder, or nullptr if the user of this
+    /// process cannot be determined. With nullptr, a new file or folder inherits the access rights
+    /// of its folder.
     SECURITY_ATTRIBUTES* attributes() { return descriptor_ ? &attributes_ : nullptr; }
 
 private:

@@ -40,7 +40,8 @@ bool isEqual(const QString& found, const ExpectedCell& expected)
     const double number = found.toDouble(&isNumber);
     if (const auto* exact = std::get_if<double>(&expected))
         return isNumber && number == *exact;
-    // The documents round computed numbers to nine decimals, so they may differ a little.
+    // A computed number in a document is rounded to nine decimals, so a small difference from the
+    // expected number is accepted.
     const double wanted = std::get<Computed>(expected).value;
     return isNumber && std::abs(number - wanted) <= noiseOfLengths + 1e-12 * std::abs(wanted);
 }

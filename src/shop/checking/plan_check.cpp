@@ -53,7 +53,8 @@ QStringList wrongKeys(const QJsonObject& object, const QStringList& wanted)
     return findings;
 }
 
-/// Returns the sides that the pieces of a part can have; none for an unknown part.
+/// Returns the sides (width, height) that the pieces of a part can have. Returns an empty list for
+/// an unknown part.
 QStringList sidesOf(const QString& part)
 {
     if (part == "frame"_L1 || part == "sash"_L1 || part == "mesh"_L1)
@@ -65,7 +66,7 @@ QStringList sidesOf(const QString& part)
     return {};
 }
 
-/// Checks the part of a bar plan for one group of pieces.
+/// Checks the section of a plan.json that describes one group of pieces.
 class GroupCheck
 {
 public:

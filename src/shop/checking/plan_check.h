@@ -17,7 +17,8 @@ namespace shop::checking {
 /// and the lower bound.
 QStringList checkPlan(const QJsonObject& plan);
 
-/// Parses the contents of a plan.json file and checks them with checkPlan.
+/// Returns the errors in the contents of a plan.json file: an error of parsing, or the errors that
+/// checkPlan finds.
 QStringList checkPlanFile(const QByteArray& file);
 
 /// Returns the differences between a plan.json and the stored order lines. The plan must contain

@@ -105,8 +105,8 @@ private:
     double position_ = 0;
 };
 
-/// Returns the order lines to which the pieces at this position belong. Each of the equal bars has
-/// one piece there.
+/// Returns the order lines of the pieces at one position in the cutting order. Each of the equal
+/// bars has one piece at this position.
 QStringList linesAt(const GroupBars& bars, std::size_t position)
 {
     QStringList lines;
@@ -116,8 +116,9 @@ QStringList linesAt(const GroupBars& bars, std::size_t position)
     return lines;
 }
 
-/// Returns the lengths that are cut from each of the equal bars, in cutting order, and after each
-/// length the order lines of its pieces. Adjacent equal lengths are one entry with a count.
+/// Returns the list of cuts for a picture that shows several equal bars: each length in cutting
+/// order, followed by the order lines of its pieces. Adjacent equal lengths are one entry with a
+/// count.
 QStringList cutsOf(const GroupBars& bars)
 {
     QStringList cuts;
@@ -161,8 +162,8 @@ void addBars(const GroupPlan& plan, const GroupBars& bars, Flow& flow)
     const int height = lineHeight(linePoints);
     for (qsizetype i = 0; i < cuts.size(); ++i) {
         const int lineTop = flow.take(height);
-        // The list contains no letters, so it needs a right-to-left mark to be printed from right
-        // to left, in the same order as the pieces in the picture.
+        // The list of lengths contains no letters. It begins with a right-to-left mark, so that it
+        // is printed from right to left like the pieces in the picture.
         flow.add(TextItem{{Flow::left + restWidth, lineTop, listWidth, height},
                           runtime::rightToLeftMark + cuts[i],
                           linePoints});

@@ -21,8 +21,8 @@ constexpr double headPoints = 11;
 constexpr double faultPoints = 10;
 constexpr qsizetype namedOrders = 6;
 
-/// The smallest fraction of its usual width to which a word is condensed and reduced. A word that
-/// is still too wide is truncated.
+/// The smallest fraction of its usual width that a word can get by condensing it and reducing its
+/// size. A word that is still too wide is split.
 constexpr double narrowest = report::narrowestStretch * report::smallestSize / 10000.0;
 
 /// Returns the texts without duplicates, separated by commas. If there are many, returns the first

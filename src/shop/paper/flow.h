@@ -27,10 +27,10 @@ public:
     /// Sets the function that adds the headings, such as those of a table, at the top of each
     /// further sheet.
     void repeatOnNewSheets(std::function<void()> headings) { headings_ = std::move(headings); }
-    /// Starts a new sheet if the current sheet has less free height than this.
+    /// Starts a new sheet if the free height of the current sheet is less than `height`, in twips.
     void require(int height);
-    /// Reserves an area of this height and returns its top edge. The area is on a new sheet if it
-    /// does not fit on the current one.
+    /// Reserves an area of the given height and returns its top edge, in twips. If the area does
+    /// not fit on the current sheet, it is on a new sheet.
     int take(int height);
     void skip(int height) { top_ += height; }
     void add(const TextItem& item) { sheets_.back().texts.push_back(item); }
@@ -59,10 +59,12 @@ void numberPages(std::vector<Sheet>& sheets);
 /// space between lines.
 int lineHeight(double points);
 
-/// Joins the items with blanks into lines of at most this width. An item is never split.
+/// Joins the items with blanks into lines that are at most `width` twips wide. An item is never
+/// split.
 QStringList brokenItems(const QStringList& items, double points, int width, bool bold = false);
-/// Breaks a text at its blanks into lines of at most this width, and a very long word at any
-/// character. Blanks between the marks U+2066 and U+2069 are not used for breaking.
+/// Breaks a text at its blanks into lines that are at most `width` twips wide. A very long word is
+/// broken at any character. Blanks between U+2066 and U+2069, the marks around a left-to-right
+/// text, are not used for breaking.
 QStringList brokenText(const QString& text, double points, int width, bool bold = false);
 
 /// Adds a sentence to the sheets for each fault, which is a reason why pieces cannot be cut.

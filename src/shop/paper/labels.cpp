@@ -62,8 +62,8 @@ QRect labelPlace(int index, LabelPaper paper)
     return {left, top, right - left, (row + 1) * sheet.height / labelsDown - top};
 }
 
-/// Returns the label text for a text that the user has entered. A text that is too long for one
-/// line gets two lines in a smaller font.
+/// Returns a text that the user has entered, with its font size and number of lines on a label. A
+/// text that is too long for one line gets two lines in a smaller font.
 LabelText userText(const QString& text, int width)
 {
     constexpr double points = 10;
@@ -125,8 +125,7 @@ void addLabel(const Piece& piece, const QString& code, const QString& customer, 
     addTexts(texts, room, sheet);
 }
 
-/// Returns a page for a label printer with a sentence about a fault, that is about pieces or panes
-/// that cannot be cut.
+/// Returns a page for a label printer with the reason why some pieces or panes cannot be cut.
 Sheet faultLabel(const Fault& fault)
 {
     const QRect room(margin, margin, labelPaper.width - 2 * margin, labelPaper.height - 2 * margin);
@@ -138,7 +137,7 @@ Sheet faultLabel(const Fault& fault)
     return sheet;
 }
 
-/// Returns the sheets with the sentences about the faults.
+/// Returns the sheets that say which pieces or panes cannot be cut and why.
 std::vector<Sheet> faultSheets(const ShopPack& pack, LabelPaper paper)
 {
     const std::vector<Fault>& faults = pack.pieces.faults;

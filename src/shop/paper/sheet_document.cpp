@@ -11,8 +11,8 @@ namespace shop::paper {
 
 namespace {
 
-/// A page of report controls that contain the texts of a sheet, because the search of the preview
-/// reads report controls.
+/// Contains the texts of a sheet as report controls, because the search of the preview reads only
+/// report controls.
 struct TextPage : report::Page
 {
     std::deque<report::ControlDesign> designs;

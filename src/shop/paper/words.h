@@ -9,7 +9,7 @@ QString partWord(Part part);
 QString sideWord(Side side);
 /// Returns the text, or "ללא סוג" (without kind) for an empty text.
 QString kindWord(const QString& kind);
-/// Returns part, profile and colour, such as "משקוף, פרופיל 7000, לבן".
+/// Returns part, profile and colour as one text, such as "משקוף, פרופיל 7000, לבן".
 QString groupWords(const GroupKey& group);
 /// Returns one sentence that says which length of an order line cannot be cut, and why.
 QString faultWords(const Fault& fault);

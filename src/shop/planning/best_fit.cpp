@@ -42,10 +42,10 @@ private:
     Size rest_ = 0;
 };
 
-/// Returns a lower bound of the number of bars, computed from the pieces of at least the size
-/// `smallest`. A large piece, which leaves no room for any other of these pieces, needs a bar of
-/// its own. The other pieces need at least as many bars as there are pieces longer than half a bar.
-/// They also need at least the bars for their total size, cut without waste.
+/// Returns a lower bound of the number of bars. Only pieces of at least the size `smallest` are
+/// counted. A piece that leaves no room for any other of them needs a bar of its own. The remaining
+/// pieces need at least one bar for each piece longer than half a bar. They also need at least
+/// enough bars for their total size.
 long boundFrom(const Problem& problem, Size smallest)
 {
     long large = 0;

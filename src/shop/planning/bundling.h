@@ -9,11 +9,11 @@ namespace shop::planning {
 class Bundling
 {
 public:
-    /// `bars` is the number of bars that a result of next() should have.
+    /// `bars` is the intended number of bars. A result of next() may have more bars.
     Bundling(const Problem& problem, int bars, std::uint64_t seed);
 
-    /// Returns another packing, which distributes all pieces over bars. The packing may have more
-    /// bars than it should have. It is empty if the search is cancelled or reaches its deadline.
+    /// Returns another distribution of all pieces over bars. It may use more bars than intended.
+    /// The result is empty if the search is cancelled or reaches its deadline.
     Packing next(const Limits& limits);
 
 private:

@@ -12,9 +12,9 @@ namespace shop::planning {
 /// The numerical error of the solver's results.
 constexpr double solverNoise = 1e-6;
 
-/// The linear relaxation of a cutting problem. A solution contains the number of bars that are cut
-/// with each pattern (set of pieces on one bar). This number may be a fraction. Patterns are added
-/// as needed (column generation).
+/// A linear program that computes how many bars are cut with each pattern (set of pieces on one
+/// bar). The numbers may be fractions. New patterns that can improve the solution are added step by
+/// step (column generation).
 class Columns
 {
 public:
@@ -29,9 +29,9 @@ public:
         double bound = 0;          ///< A lower bound of all plans, also with other patterns.
         std::vector<double> times; ///< The solution, by pattern.
     };
-    /// Solves the linear relaxation for the given pieces. Then adds new patterns and solves it
-    /// again, at most `rounds` times. Ends early if further patterns cannot change the lower bound,
-    /// rounded up to whole bars.
+    /// Solves the linear program for the given pieces. Then adds new patterns and solves it again,
+    /// at most `rounds` times. Ends early if new patterns cannot change the result, rounded up to
+    /// whole bars.
     Relaxed solve(const std::vector<int>& pieces, int rounds, const Limits& limits);
 
     const std::vector<Pattern>& patterns() const { return patterns_; }
@@ -47,8 +47,8 @@ private:
     std::set<Pattern> known_;
 };
 
-/// Returns the number of bars rounded up. An excess as small as the numerical error of the solver
-/// is ignored.
+/// Returns the number of bars rounded up to a whole number. A fraction as small as the numerical
+/// error of the solver is rounded down.
 int wholeBars(double bars);
 
 } // namespace shop::planning

@@ -21,8 +21,8 @@ constexpr double nearlyWhole = 0.75;
 /// The solver Cbc is not documented as thread-safe, so only one thread uses it at a time.
 std::mutex solverGuard;
 
-/// The bars that are cut so far and the remaining pieces, while a solution of the linear relaxation
-/// is rounded to whole bars step by step.
+/// Stores the bars that are cut so far and the remaining pieces, while a solution with fractions of
+/// bars is turned into whole bars.
 class Descent
 {
 public:
@@ -84,8 +84,9 @@ private:
     Packing packing_;
 };
 
-/// Returns the bars that `descent` has cut so far and further bars for the remaining pieces. The
-/// result is empty if the search for the further bars was cancelled or reached its deadline.
+/// Completes a partial plan: returns the bars that `descent` contains and further bars for the
+/// remaining pieces. Returns no bars if the search for the further bars was cancelled or reached
+/// its deadline.
 Packing completed(const Problem& problem, const Descent& descent, int target, std::uint64_t seed,
                   const Limits& limits)
 {

@@ -43,8 +43,8 @@ Pattern PatternSearch::best(const std::vector<double>& values, const std::vector
 
 void PatternSearch::search(std::size_t first, Size room, double value)
 {
-    // The first pattern that is found is always kept, because even very small pieces, whose value
-    // is below `gain`, are better than an empty bar.
+    // The first pattern that is found is always kept, even if its value is below `gain`. A pattern
+    // of very small pieces is better than an empty bar.
     if (value > bestValue_ + gain || (best_.empty() && !current_.empty())) {
         bestValue_ = value;
         best_ = current_;
@@ -105,9 +105,10 @@ Packing SequentialFilling::round(const Limits& limits)
     return packing;
 }
 
-/// Moves the value of each type of piece in the pattern towards a new value: the size of a piece
-/// divided by the used fraction of the bar, so that pieces that cause waste become more valuable.
-/// The size is raised to a power slightly above 1 in favour of large pieces.
+/// Adjusts the value of each type of piece in the pattern, so that pieces that cause waste become
+/// more valuable. The new value is a randomly weighted mean of two numbers: the old value, and the
+/// piece's size divided by the used fraction of the bar. The size is raised to a power slightly
+/// above 1 in favour of large pieces.
 void SequentialFilling::correct(const Pattern& pattern)
 {
     const double capacity = static_cast<double>(problem_.capacity);

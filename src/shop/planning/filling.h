@@ -4,9 +4,9 @@
 
 namespace shop::planning {
 
-/// Finds a pattern, which is the set of pieces on one bar, with a high total value. The search is
-/// branch and bound over the types of pieces, in descending order of value per size, and the number
-/// of its steps is limited. The pattern is empty if no piece fits.
+/// Finds a pattern, which is a set of pieces on one bar, with a high total value. The search is
+/// branch and bound with a limited number of steps. It tries the types of pieces with the highest
+/// value per size first. The pattern is empty if no piece fits.
 class PatternSearch
 {
 public:

@@ -131,8 +131,8 @@ private:
     }
 };
 
-/// Searches for a plan with fewer bars by means of the linear relaxation. Stores a better plan in
-/// `choice` and a higher lower bound in `bound`.
+/// Searches for a plan with fewer bars by solving the problem as a linear program. Stores a better
+/// plan in `choice` and a higher lower bound in `bound`.
 void searchColumns(const Problem& problem, const Packing& filled, const Effort& effort, int& bound,
                    Choice& choice, const Limits& limits)
 {
@@ -149,8 +149,8 @@ void searchColumns(const Problem& problem, const Packing& filled, const Effort& 
         choice.offer(branchAndBound(columns, bound, effort.nodes, limits));
 }
 
-/// Calls searchColumns and ignores errors of the solver, because `choice` and `bound` still contain
-/// the best results so far.
+/// Searches for a better plan. Errors of the solver are ignored, because `choice` and `bound` still
+/// contain the best results so far.
 void improveByColumns(const Problem& problem, const Packing& filled, const Effort& effort,
                       int& bound, Choice& choice, const Limits& limits)
 {

@@ -14,8 +14,9 @@ constexpr Size mostCells = 24000;
 constexpr Size mostWork = 3000000; // The number of additions per table.
 constexpr int stepsOfAPricing = 300;
 
-/// Returns the size of a cell of the dynamic programming grid. It is the greatest common divisor of
-/// all sizes if that does not give too many cells, otherwise a fraction of the bar.
+/// Returns the size of one cell of the grid on which upper bounds are computed. It is the greatest
+/// common divisor of all sizes if the grid then has not too many cells, otherwise a fraction of the
+/// bar.
 Size cellOf(const Problem& problem)
 {
     Size work = 0;
@@ -52,9 +53,9 @@ void Pricing::setPrices(const std::vector<double>& prices, const std::vector<int
         addRow(row);
 }
 
-/// Returns the factor that makes a sum in the table an upper bound although the sum consists of
-/// floats. Each addition, and the conversion of each price, can reduce the sum by a rounding error.
-/// A sum has at most as many additions as pieces fit into the grid.
+/// Returns the factor by which a sum in the table is multiplied, so that it is an upper bound
+/// despite the rounding of floats. Each addition, and the conversion of each price, can reduce the
+/// sum by a rounding error. A sum has at most as many additions as pieces fit into the grid.
 double Pricing::marginOfSums() const
 {
     double pieces = 0;
@@ -65,15 +66,16 @@ double Pricing::marginOfSums() const
             smallestRow = std::min(smallestRow, static_cast<double>(each.cells));
     }
     const double inGrid = std::min(pieces, static_cast<double>(width_) / smallestRow);
-    // Two operations are added for each type, because a size that is rounded down to 0 cells adds a
-    // multiplication and an addition to a sum.
+    // Two operations are added for each type of piece. A type whose size is rounded down to 0 cells
+    // causes a multiplication and an addition.
     const double operations = inGrid + 2 * static_cast<double>(rows_.size()) + 2;
     const double lost = operations * roundingOfAFloat;
     return 1 / (1 - lost);
 }
 
-/// Computes one row of the table of upper bounds from the next row. Each row is for one type of
-/// piece. Each bound is the maximum over the possible numbers of pieces of this type.
+/// Computes one row of the table of upper bounds from the next row. A row belongs to one type of
+/// piece and has a bound for each free length of the bar. The bound is the maximum over the
+/// possible numbers of pieces of this type.
 void Pricing::addRow(std::size_t row)
 {
     const Row& each = rows_[row];

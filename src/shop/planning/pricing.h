@@ -4,22 +4,23 @@
 
 namespace shop::planning {
 
-/// The pricing problem of column generation, a bounded knapsack: finds patterns whose pieces have a
-/// total price above the price of a bar, which is 1.
+/// Finds patterns (sets of pieces on one bar) with a total price above 1. The linear program in
+/// Columns sets the prices, and only such patterns can improve its solution.
 ///
-/// Upper bounds are computed by dynamic programming over a grid. Sizes are rounded down to the
-/// grid, so that the bounds are valid. Patterns are searched with the exact sizes.
+/// The search skips patterns whose upper bound of the price is too low. The bounds are computed on
+/// a grid of lengths. Sizes are rounded down to the grid, so that no bound is too low.
 class Pricing
 {
 public:
     explicit Pricing(const Problem& problem);
 
-    /// Sets the price and the available number of pieces for each type. Prices must not be
-    /// negative.
+    /// Sets the price of a piece and the available number of pieces for each type (length). Prices
+    /// must not be negative.
     void setPrices(const std::vector<double>& prices, const std::vector<int>& pieces);
-    /// Returns an upper bound of the total price of any pattern.
+    /// Returns an upper bound of the total price of the pieces on one bar.
     double bound() const;
-    /// Returns patterns with a total price above 1. No two of them begin with the same type.
+    /// Returns patterns (sets of pieces on one bar) with a total price above 1. Each pattern begins
+    /// with another type of piece.
     std::vector<Pattern> patterns(std::size_t most);
 
 private:
@@ -34,7 +35,7 @@ private:
 
     void addRow(std::size_t row);
     /// Returns an upper bound of the total price of pieces that fit into the length `room`. Only
-    /// the types of the row `row` and of later rows are used.
+    /// the types of the table row `row` and of later rows are counted.
     double boundAt(std::size_t row, Size room) const
     {
         const float sum = table_[row * width_ + static_cast<std::size_t>(room / cell_)];

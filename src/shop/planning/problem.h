@@ -63,7 +63,7 @@ Size sizeOf(const Problem& problem, const Pattern& pattern);
 int barsOf(const Packing& packing);
 /// Joins the entries with the same pattern into one entry, at the position of the first of them.
 Packing bundled(const Packing& packing);
-/// Returns the greatest number of bars with this pattern for which the pieces suffice.
+/// Returns the greatest number of bars with this pattern for which there are enough pieces.
 int timesWithin(const Pattern& pattern, const std::vector<int>& pieces);
 void takeOut(const Pattern& pattern, int times, std::vector<int>& pieces);
 bool isEmpty(const std::vector<int>& pieces);

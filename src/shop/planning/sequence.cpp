@@ -12,8 +12,9 @@ namespace {
 constexpr int none = -1;
 
 /// Links bars to chains, in which the last length of a bar is the first length of the next one.
-/// Bars can be linked if they contain the same type of piece. Each bar has two ends, and can be
-/// linked at each of them. One type can be at both ends only if the bar contains no other type.
+/// Bars can be linked if they contain pieces of the same type (length). Each bar has two ends, and
+/// can be linked at each of them. If a bar contains several types, its two ends have different
+/// types.
 class Chains
 {
 public:
@@ -23,8 +24,8 @@ public:
         std::iota(chainOf_.begin(), chainOf_.end(), std::size_t(0));
     }
 
-    /// Links bars that have a type of piece in common. The rarest types are linked first, because
-    /// they offer the fewest possible links.
+    /// Links bars that have a type of piece in common. Types that occur on few bars are linked
+    /// first, because they offer the fewest possible links.
     void link()
     {
         std::map<int, std::vector<std::size_t>> barsOfType;

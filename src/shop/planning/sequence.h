@@ -16,7 +16,7 @@ using Sequence = std::vector<SequencedCut>;
 /// first length of the next bar. The saw's stop need not be set again between such bars.
 Sequence sequenced(const Packing& packing);
 
-/// Returns the bars in the order of the packing, even if the saw's stop must be set more often. On
+/// Returns the bars in the order of the packing, without reducing the number of stop settings. On
 /// each bar the longest pieces come first.
 Sequence asItStands(const Packing& packing);
 
