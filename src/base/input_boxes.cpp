@@ -107,8 +107,8 @@ void InputBox::focusOutEvent(QFocusEvent* event)
     if (!countsAsChange(*event))
         return;
     entered_ = false;
-    // Leaving the box also ends its read-only state, because the release event of a key that is
-    // still held goes to another widget.
+    // A held key may have made the box read-only. The box gets no release event after it has lost
+    // the focus, so the read-only state ends now.
     setReadOnly(false);
     lostFocus();
 }
@@ -123,8 +123,8 @@ void InputBox::paintEvent(QPaintEvent* event)
     initStyleOption(&option);
     QStylePainter painter(this);
     painter.drawPrimitive(QStyle::PE_PanelLineEdit, option);
-    // QLineEdit keeps its text 2 pixels away from the left and right edges and 1 pixel away from
-    // the top and bottom edges of its contents rectangle.
+    // The text is drawn where QLineEdit draws it: 2 pixels from the left and right edges and 1
+    // pixel from the top and bottom edges of the contents rectangle.
     const QRect text = style()
                            ->subElementRect(QStyle::SE_LineEditContents, &option, this)
                            .marginsRemoved(textMargins())

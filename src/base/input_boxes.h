@@ -10,9 +10,9 @@
 /// The input boxes of the measuring screens.
 namespace base {
 
-/// Base class of the input boxes. It translates key events to key codes. A key that must type
-/// nothing makes the box read-only until the key is released. A focus change that is caused by a
-/// menu or by a switch to another program is ignored.
+/// Base class of the boxes in which measures and signs are typed. A derived class may refuse a key:
+/// the box is then read-only until the key is released, so that the key types nothing. A focus
+/// change that is caused by a menu or by a switch to another program is ignored.
 class InputBox : public QLineEdit
 {
     Q_OBJECT
@@ -52,8 +52,8 @@ public:
         /// When the user leaves an empty box, its text becomes "0" in a whole box and "00" in a
         /// hundredths box.
         FillDefault,
-        /// When the user leaves an empty box, its text becomes "0" or "00", as with FillDefault.
-        /// When the user leaves a hundredths box with one digit, a "0" is appended.
+        /// When the user leaves an empty box, its text becomes "0" in a whole box and "00" in a
+        /// hundredths box. A hundredths box with one digit gets a "0" at the end.
         FillDefaultAndPad,
     };
 

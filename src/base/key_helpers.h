@@ -24,15 +24,15 @@ enum KeyCode : std::int32_t {
 /// Returns the key code of a key event.
 std::int32_t keyCodeOf(const QKeyEvent& event);
 
-/// Moves the focus to the next tab stop on Enter or Down and to the previous tab stop on Up. Always
-/// selects the text of the box that gets the focus; the argument `selectAll` is ignored. Other keys
-/// have no effect, and no error is reported.
+/// Handles a key of an input box. Enter and Down move the focus to the next tab stop, and Up moves
+/// it to the previous tab stop. The text of the box that gets the focus is selected, whatever the
+/// value of `selectAll` is. Other keys have no effect.
 void KeyNavigate(QLineEdit& box, std::int32_t keyCode, bool selectAll);
-/// Handles a key of a sign box. Enter and Down move the focus to the next tab stop, and Up moves it
-/// to the previous one. The text of the box that gets the focus is selected only if `selectAll` is
-/// true. Backspace, Delete, the minus key and the plus and minus keys of the numeric keypad have no
-/// effect here, so that the box itself handles them. Any other key makes the box read-only until
-/// the key is released, so that the key types nothing.
+/// Handles a key of a sign box (the input box for plus or minus). Enter and Down move the focus to
+/// the next tab stop, and Up moves it to the previous tab stop. If `selectAll` is true, the text of
+/// the box that gets the focus is selected. Backspace, Delete, the minus key and the plus and minus
+/// keys of the numeric keypad have no effect in this function, so that they edit the box as usual.
+/// Any other key types nothing: it makes the box read-only until the key is released.
 void KeySignFilter(QLineEdit& box, std::int32_t keyCode, bool selectAll);
 void SelectAllText(QLineEdit& box);
 

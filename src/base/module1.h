@@ -24,9 +24,9 @@ extern std::int16_t CurrentOrderNum;
 /// at once.
 extern QString SqlText;
 
-/// The shared variables of the calculation, which exist longer than all forms. A QVariant variable
-/// keeps the number or text that was assigned. The store converts the value to the field's type
-/// when the value is assigned to a field.
+/// The shared variables of the calculation. They keep their values after a form is closed. A
+/// QVariant variable contains a number or a text. The store converts it to the type of the field to
+/// which it is assigned.
 extern std::int16_t SelectedSerialNum; ///< 0 if no series has been chosen.
 extern bool IsMonoblock;
 extern bool IsDoorFrame;

@@ -12,8 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
-// ComputeCuts writes its results to the shared variables in a fixed order. If a step fails, the
-// results of the earlier steps remain stored.
+// The order in which ComputeCuts writes its results to the shared variables must not change. If a
+// step fails, the variables keep the results of the earlier steps.
 namespace calculation {
 
 namespace {
@@ -66,8 +66,9 @@ void computeParts(const cuts::Size& opening, const cuts::Series& series)
     }
 }
 
-/// Overwrites the results that are different for a door. The sash is computed from the door's inner
-/// opening, and the sizes of glass and mesh become 0. The cut sizes of the frame stay unchanged.
+/// Replaces the results for a window by the results for a door. The sash is computed from the
+/// door's inner opening. The sizes of glass and mesh become 0. The cut sizes of the frame stay
+/// unchanged.
 void computeDoor(const cuts::Size& opening, double thickness, const cuts::Series& series)
 {
     const cuts::Size door = cuts::doorOpening(opening, thickness);

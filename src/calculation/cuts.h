@@ -67,14 +67,13 @@ struct Shutter
     Size argaz;
 };
 
-/// Computes the measures of the roller shutter of a monoblock. The deductions of the monoblock only
-/// reduce the opening that is left for the window. The U-profile is computed from the full height
-/// of the opening.
+/// Computes the measures of the roller shutter of a monoblock. The U-profile is computed from the
+/// full height of the opening, not from the height that is left for the window.
 Shutter shutter(const Size& opening, const Monoblock& monoblock);
 
-/// Returns the number of slats before rounding, computed from the full height of the opening. The
-/// result is negative if the height is below 8. If the slat thickness is 0, throws Overflow (6) for
-/// a height of exactly 8 and DivisionByZero (11) for any other height.
+/// Returns the number of slats before rounding: (height − 8) / slat thickness, with the full height
+/// of the opening. The result is negative if the height is below 8. If the slat thickness is 0,
+/// throws Overflow (6) for a height of exactly 8, and DivisionByZero (11) for any other height.
 double shalavCount(const Size& opening, const Monoblock& monoblock);
 
 /// Returns the inner opening of a door frame. The frame's thickness is subtracted from the width on
@@ -82,9 +81,9 @@ double shalavCount(const Size& opening, const Monoblock& monoblock);
 Size doorOpening(const Size& opening, double thickness);
 
 /// Returns the cut width of one piece of the part. For a frame, it is the opening's width plus the
-/// deduction. For every other part, this sum is divided by the number of sashes. Throws
-/// InvalidUseOfNull (94) if a needed value is Null, DivisionByZero (11) for 0 sashes, and Overflow
-/// (6) for 0 sashes if the sum is 0 as well.
+/// deduction. For every other part, this sum is divided by the number of sashes. A division by 0
+/// sashes throws Overflow (6) if the sum is 0, and DivisionByZero (11) otherwise. Throws
+/// InvalidUseOfNull (94) if a needed value is Null.
 double cutWidth(const Series& series, Part part, const Size& base);
 
 /// Returns the cut height of the part. The cut height does not depend on the number of sashes.

@@ -19,9 +19,9 @@ struct Computed
     double result = 0;
 };
 
-/// The size from which a part's cut size is computed: the whole opening, or the smaller opening
-/// that a door frame or a monoblock leaves. `text` shows how its width or height is computed, for
-/// example "(90 − 2 × 4)".
+/// The opening from which a part's cut size is computed: the whole opening, or the smaller opening
+/// that a door frame or a monoblock leaves. `text` shows how the width or height of this opening is
+/// computed, for example "(90 − 2 × 4)".
 struct Base
 {
     QString text;
@@ -93,9 +93,9 @@ bool isSame(double one, double other)
     return std::abs(one - other) < smallest;
 }
 
-/// Returns true for the frame width of a stored door with a monoblock. It cannot be computed from
-/// the line, because the field of the width that the monoblock leaves stores the door's inner width
-/// instead.
+/// Returns true for the frame width of a stored door line with a monoblock. This width cannot be
+/// computed from the line, because the line does not contain the width that the monoblock leaves.
+/// The field for that width contains the door's inner width.
 bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
 {
     return line.isStored && line.isMonoblock && series.isDoor && part == Mashkof &&
@@ -103,8 +103,8 @@ bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const To
            isSame(line.reduced.width, doorOpening(line.opening, line.doorThickness).width);
 }
 
-/// Returns a part's cut size with its formula. Returns nothing if lines of this series have no such
-/// size or if the size cannot be computed.
+/// Returns a part's cut size with its formula. Returns nothing for the glass and mesh of a door, or
+/// if the line or the series lacks a needed value.
 std::optional<Computed> computedSize(const ComputedLine& line, Part part, Side side,
                                      const TodaysSeries& series)
 {
@@ -126,8 +126,7 @@ QString formulaOf(const Computed& computed)
     return runtime::leftToRight(computed.formula + u" = "_s + shown(computed.result));
 }
 
-/// A Hebrew noun for the explained figure (a size or a count), alone and with the preposition
-/// "for".
+/// The Hebrew word for what is explained (a size or a count), alone and with the preposition "for".
 struct FigureWords
 {
     QString figure;
@@ -150,9 +149,8 @@ QString explainedMissingSeries(const FigureWords& words)
 }
 
 /// Returns a Hebrew sentence that says that the series has been changed after the line was added
-/// and that there is no explanation. It is used if the stored figure cannot come from the series of
-/// today: the series lacks the part, or it does not yield the figure or the other sizes of the
-/// line.
+/// and that there is no explanation. It is used if the series as it is now in the catalogue cannot
+/// explain the size or count that the line contains.
 QString explainedChangedSeries(const FigureWords& words)
 {
     return u"הסדרה שונתה אחרי שהשורה נוספה, ולכן אין הסבר %1."_s.arg(words.toFigure);
@@ -169,10 +167,10 @@ QString unlessChanged(const QString& explanation, double result, double actual,
         explanation, words.figure, runtime::leftToRight(shown(actual)));
 }
 
-/// Explains how the frame width of a door with a monoblock is computed. The line stores the frame
-/// width but not the width deduction of the monoblock. The deduction is therefore computed
-/// backwards from the frame width. If the series does not yield the line's other sizes, returns a
-/// Hebrew sentence that says that the series has been changed.
+/// Explains the frame width of a door with a monoblock. The line does not store the width deduction
+/// of the monoblock. The deduction is therefore computed from the stored frame width, and a Hebrew
+/// sentence says so. If the series does not yield the line's other sizes, returns a Hebrew sentence
+/// that says that the series has been changed.
 QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
 {
     const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);

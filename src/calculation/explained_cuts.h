@@ -19,8 +19,8 @@ struct ComputedLine
     std::array<Size, PartCount> parts;
     std::array<double, PartCount> counts{}; ///< Pieces of each part.
     /// False for a line that has been computed but not stored. The explanation is then different
-    /// only for a door: the width that a monoblock leaves is known, and each sash counts as two
-    /// pieces.
+    /// only for a door line. The width that a monoblock leaves is known, and each sash counts as
+    /// two pieces instead of one.
     bool isStored = true;
 };
 
@@ -37,23 +37,26 @@ struct TodaysSeries
 QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series);
 
 /// Returns the computation of a part's cut size from the opening and the series, for example "(120
-/// − 2.8) ÷ 2 = 58.6".
+/// − 2.8) ÷ 2 = 58.6". If the line contains another size, a Hebrew sentence adds that the series
+/// has been changed. A door line does not store the width deduction of a monoblock. For its frame
+/// width, the deduction is therefore computed from the frame width, and a sentence says so.
 ///
-/// A Hebrew sentence says that the series has been changed if the series yields another size than
-/// the line contains or cannot be computed. If `series` is nullptr, a sentence says that the series
-/// has been deleted. A door line does not store the width deduction of a monoblock. This deduction
-/// is computed from the width of the frame, and a sentence says so. For the glass and the mesh of a
-/// door, a sentence says that a door has no glass and no mesh. Does not throw.
+/// Returns only a Hebrew sentence in three cases:
+/// - `series` is nullptr: the series has been deleted.
+/// - The size cannot be computed: the series has been changed.
+/// - The part is the glass or the mesh of a door: a door has no glass and no mesh.
+///
+/// Does not throw.
 QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series);
 
 /// Returns the computation of the number of a part's pieces from the series, for example "2 × 2 =
-/// 4" with a Hebrew sentence that names the factors.
+/// 4" with a Hebrew sentence that names the factors. If the line contains another number, a
+/// sentence adds that the series has been changed.
 ///
-/// A Hebrew sentence says that the series has been changed if the series yields another number than
-/// the line contains, or if its number of sashes is Null. If `series` is nullptr, a sentence says
-/// that the series has been deleted, except for the frame. The number of a frame's pieces is the
-/// same in all series. If the line contains another number for the frame, a sentence says so. Does
-/// not throw.
+/// Returns only a Hebrew sentence if the series does not contain the number of sashes (it has been
+/// changed) or if `series` is nullptr (it has been deleted). A frame has the same number of pieces
+/// in all series and needs no series. If the line contains another number for the frame, a sentence
+/// says so. Does not throw.
 QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series);
 
 /// Returns the computation of a shutter size from the opening, for example "100 − 14 = 86". Returns

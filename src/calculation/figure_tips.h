@@ -17,14 +17,14 @@ namespace calculation {
 /// must be the series that ComputeCuts used. The tool tips stay empty if reading fails.
 void explainComputedLine(output::FormView& view, dao::Recordset& series);
 
-/// Sets the tool tips of the line view as explainComputedLine does, but for the stored line in the
-/// current row of `line`.
+/// Sets the tool tips of the line view for the stored line in the current row of `line`. They show
+/// the same computations as the tool tips of explainComputedLine.
 ///
-/// This function reads only the line. The catalogue is read when a tool tip is shown for the first
-/// time. If reading the catalogue fails, the tool tip says so, and the next tool tip reads the
-/// catalogue again. The series is found by its name. Among several series of that name, the series
-/// that yields the line's sizes is used. A tool tip says if the series has been changed or deleted
-/// after the line was stored. The tool tips stay empty if the line cannot be read.
+/// This function reads only the line. The series are read when a tool tip is shown for the first
+/// time. If reading them fails, the tool tip says so, and the next tool tip reads them again. The
+/// line's series is found by its name. If several series have this name, the series that yields the
+/// line's sizes is used. A tool tip says if the series has been changed or deleted after the line
+/// was stored. The tool tips stay empty if the line cannot be read.
 void explainStoredLine(output::FormView& view, dao::Recordset& line);
 
 } // namespace calculation

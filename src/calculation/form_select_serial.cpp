@@ -25,8 +25,8 @@ namespace calculation {
 
 namespace {
 
-/// The proposed texts for the boxes TextNum[0] to TextNum[3], with one row for each entry of the
-/// list ComboMonoBlock.
+/// The texts that the series picker proposes for the boxes TextNum[0] to TextNum[3]. Each row of
+/// the array belongs to one entry of ComboMonoBlock, the list of monoblocks.
 const std::array<std::array<QString, 4>, 3> monoblockProposals{{
     {u"2"_s, u"80"_s, u"18"_s, u"00"_s},
     {u"0"_s, u"00"_s, u"28"_s, u"00"_s},

@@ -128,8 +128,8 @@ void FormSelectSerial::buildMonoblock()
     Combo_U_Thick->setAccessibleName(u"עובי U"_s);
     const std::array behind{u"Label1_0"_s, u"Label1_1"_s, u"Label1_3"_s};
     for (std::size_t pair = 0; pair < behind.size(); ++pair) {
-        // Each measure of the series picker has two labels with a decimal point, one behind the
-        // other. Only the front label is visible.
+        // The series picker has a second label with a decimal point for each measure. This label is
+        // always hidden behind the visible label.
         pickerCaption(behind[pair], u"."_s, Picture1[pair])->hide();
     }
     for (QWidget* each : monoblockControls())

@@ -12,13 +12,14 @@ namespace cuts {
 
 namespace {
 
-/// How much, in the measures' unit, all sashes together may be wider than the opening, or a sash
-/// may be higher than the opening. Sashes overlap each other, or the wall beside a pocket window.
+/// The greatest allowed overlap, in the measures' unit. All sashes together may be wider than the
+/// opening by this value, and a sash may be higher by it. Sashes overlap each other, and the sash
+/// of a pocket window overlaps the wall beside it.
 constexpr double mostOverlap = 5;
-/// The minimum share of the width and of the height of the opening that all sashes, panes or meshes
-/// of a line together must have. For a monoblock, it is a share of the reduced opening. Smaller
-/// parts are marked as a mistake. A door has no glass, so its sash has a larger share of the
-/// opening.
+/// The minimum share of the opening's width and height that all sashes of a line together must
+/// have. The same minimum applies to its panes and its meshes. Smaller parts are marked as a
+/// mistake. For a monoblock, it is a share of the opening that is left for the window. The minimum
+/// for a door is greater, because a door has no glass and only its sash is checked.
 constexpr double leastShare = 0.3;
 constexpr double leastShareOfDoor = 0.6;
 /// The minimum share of the opening's height that the shutter box of a monoblock leaves for the
@@ -30,10 +31,10 @@ constexpr double steepestSides = 10;
 /// measures of the monoblock are centimetres.
 constexpr double leastMeasure = 15;
 constexpr double mostMeasure = 500;
-/// The limits for the ratio between a measure and the median of the neighbouring lines. A missing
-/// digit divides a measure by about 10, and an extra digit multiplies it by about 10. Within the
-/// limits are a shop window that is seven times as wide as the windows beside it and a vent with
-/// one eighth of the height of a door.
+/// A measure is marked as a probable mistake if it is at least 8 times the median of the
+/// neighbouring lines, or at most a ninth of it. A missing digit divides a measure by about 10, and
+/// an extra digit multiplies it by about 10. A shop window that is seven times as wide as the
+/// windows beside it is not marked, and neither is a vent with one eighth of the height of a door.
 constexpr double mostTimesMedian = 8;
 constexpr double leastPartOfMedian = 9;
 constexpr std::size_t fewestNeighbours = 2;

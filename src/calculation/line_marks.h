@@ -37,9 +37,8 @@ Size bayOf(const Size& opening, double sashes);
 ///   neighbouring lines.
 ///
 /// The limits allow everything that a workshop makes. For example, the sash of a pocket window may
-/// be up to 4.5 cm wider than its opening. `neighbours` contains the sizes that bayOf returns for
-/// the other lines of the order. With fewer than two neighbours, the line is not compared with
-/// them.
+/// be up to 4.5 cm wider than its opening. `neighbours` contains the width per sash and the height
+/// of each neighbouring line (see bayOf). With fewer than two neighbours, no median is compared.
 QStringList marksOf(const LineFigures& line, std::span<const Size> neighbours);
 
 } // namespace cuts

@@ -68,8 +68,8 @@ void writeCounts(dao::Recordset& line, dao::Recordset& series)
     line.Fields(count(cuts::Reshet)).SetValue(kanafNum(series));
 }
 
-/// Returns the text, truncated to the declared size of the field. If the field has no declared
-/// size, the text is not truncated.
+/// Returns as many characters of the text as the field can store. If the field has no maximum
+/// length, returns the whole text.
 QString cutToSize(const QString& text, const dao::Field& field)
 {
     const int size = field.Size();
@@ -229,8 +229,8 @@ bool OpeningPanel::refusesMissingSeries()
     return true;
 }
 
-/// Sets the fields of the new line. A field that is accessed by its ordinal is the column at this
-/// position in the table Cuts.
+/// Sets the fields of the new line in the table Cuts. A field is selected by its name, or by its
+/// ordinal, which is the position of its column in the table.
 void OpeningPanel::writeLine(dao::Recordset& lines, std::int16_t number)
 {
     lines.Fields(u"Name"_s).SetValue(LabelSerial->text());

@@ -40,17 +40,18 @@ class OpeningPanel : public QWidget
 public:
     explicit OpeningPanel(QWidget* parent = nullptr);
 
-    /// Fills the eight lists of kinds and colours, the colour lists first. Each list opens a
-    /// Database object of its own. Throws any error of store::OpenMyDataBase.
+    /// Fills the eight lists of kinds and colours, the colour lists first. Opens the store once for
+    /// each list. Throws any error of store::OpenMyDataBase.
     void bindKindsAndColours();
 
     /// Computes the line for the opening and the chosen series, and writes the results to the
-    /// shared variables in Module1. Afterwards the series is the current row of DataSerial. If the
-    /// series no longer exists, DataSerial has no current record and CutValues keeps the previous
-    /// results; the measures of the opening and of the shutter are already the new ones. Throws
-    /// TypeMismatch (13) for a box without a number, DivisionByZero (11) or Overflow (6) for a
-    /// division by zero, InvalidUseOfNull (94) for a Null deduction, and any store error. After an
-    /// error, the results that were written before the error remain stored.
+    /// shared variables in Module1. Afterwards the series is the current row of DataSerial, the
+    /// data control of the series. If the series no longer exists, DataSerial has no current
+    /// record. In this case CutValues keeps the previous cut sizes, although the variables for the
+    /// opening and the shutter have changed. Throws TypeMismatch (13) for a box without a number,
+    /// DivisionByZero (11) or Overflow (6) for a division by zero, InvalidUseOfNull (94) for a Null
+    /// deduction, and any store error. After an error, the variables keep the results that were
+    /// written before the error.
     void ComputeCuts();
 
     /// Activates the panel's window, moves the focus to the measure box with this index and selects
@@ -115,9 +116,9 @@ private:
     QWidget* commandRow_ = nullptr;
 };
 
-/// Sets the function that returns the order form's panel for the opening and loads the order form
-/// if necessary. The series picker calls this function to access the panel. The library `orders`
-/// sets the function each time it creates the order form.
+/// Sets the function through which the series picker accesses the opening panel of the order form.
+/// The function loads the order form if necessary. The library `orders` sets the function each time
+/// it creates the order form.
 void setOpeningPanelProvider(std::function<OpeningPanel&()> provider);
 /// Returns the order form's panel for the opening. Throws ObjectNotSet (91) if
 /// setOpeningPanelProvider has not been called.

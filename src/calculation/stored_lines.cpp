@@ -47,9 +47,9 @@ cuts::ComputedLine readLine(dao::Recordset& line)
     read.opening = sizeAt(line, store::line::openingWidth);
     read.isMonoblock =
         isMonoblockKind(runtime::textOrEmpty(line.Fields(store::line::windowKind).Value()));
-    // In a door line, the fields of the opening that the monoblock leaves contain the door's inner
-    // opening instead. The height that the monoblock leaves is therefore computed: the monoblock
-    // reduces the opening by the height of its shutter box.
+    // The height that the monoblock leaves is computed as the height of the opening minus the
+    // height of the shutter box. It is not read from its field, because in a door line this field
+    // contains the height of the door's inner opening.
     read.reduced = {numberAt(line, store::line::firstOfShutter),
                     read.opening.height - numberAt(line, store::line::boxHeight)};
     constexpr int thickness = store::line::firstOfShutter + 2;

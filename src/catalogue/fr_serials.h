@@ -13,9 +13,9 @@ namespace catalogue {
 
 class SeriesFields;
 
-/// The series editor. It has three states: browsing, entering a new series, and editing a series.
-/// The button CmdNew is disabled exactly while a series is edited, and no other variable stores the
-/// state. Closing the form discards the contents of its fields.
+/// The series editor. It has three states: browsing, entering a new series, and editing a stored
+/// series. No variable stores the state: the button CmdNew is disabled only while a stored series
+/// is edited. Closing the form discards what was typed into its fields.
 class FrSerials : public controls::ChildForm
 {
     Q_OBJECT

@@ -179,8 +179,8 @@ void SeriesFields::ExchangeSeriesFields(bool Save, controls::DataControl& Source
     dao::Recordset& series = Source.Recordset();
     if (!Save) {
         // Edit reads the row again from the store, because another station may have changed it. A
-        // move would also read the row, but it would notify observers of a row change. CancelUpdate
-        // ends the edit without a change.
+        // move to the row would also read it, but would notify the bound controls of a row change.
+        // CancelUpdate ends the edit without a change.
         series.Edit();
         series.CancelUpdate();
         loadFrom(series);

@@ -33,12 +33,13 @@ class SeriesFields : public QGroupBox
 public:
     explicit SeriesFields(QWidget* parent = nullptr);
 
-    /// If Save is false, re-reads the current record of Source from the store and loads it into the
-    /// fields. If Save is true, writes the fields to that record with Edit and Update. Throws
-    /// InvalidUseOfNull (94) for a Null in any field but Rem, InvalidPropertyValue (380) for a
-    /// track or sash count that its list does not contain, DataTypeConversion (3421) for a
-    /// deduction that is not a number, NoCurrentRecord (3021) if there is no current record, and
-    /// RecordDeleted (3167) if the record has been deleted.
+    /// Exchanges values between the input fields and the current record of the data control Source.
+    /// If Save is false, reads the record again from the store and loads it into the input fields.
+    /// If Save is true, writes the input fields to the record. Throws InvalidUseOfNull (94) for a
+    /// Null in any field but Rem, InvalidPropertyValue (380) for a track or sash count that its
+    /// list does not contain, DataTypeConversion (3421) for a deduction that is not a number,
+    /// NoCurrentRecord (3021) if there is no current record, and RecordDeleted (3167) if the record
+    /// has been deleted.
     void ExchangeSeriesFields(bool Save, controls::DataControl& Source);
     /// Assigns the contents of the input fields to the record that the caller has opened with
     /// AddNew or Edit.

@@ -54,8 +54,9 @@ private:
     controls::DataControl* DataCuts;
     QPushButton* CmdPic;
     QPushButton* CmdClose;
-    /// Delays the update of the grid of lines, because the data control reports a row change before
-    /// the row has changed. Several quick row changes cause only one update.
+    /// The timer delays the update of the grid of lines when the current order changes. The data
+    /// control reports a row change before the row has changed. Several quick row changes cause
+    /// only one update.
     QTimer* TimerGetOrder;
 };
 

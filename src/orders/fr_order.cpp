@@ -207,8 +207,8 @@ void FrOrder::Timer1_Timer()
     Timer1->stop();
 }
 
-/// Starts the timer that moves the grid to the last line. If the timer is already running, its
-/// current interval continues unchanged.
+/// Starts the timer that moves the grid to the last line. Does not restart the timer if it is
+/// already running.
 void FrOrder::enableTimer1()
 {
     if (!Timer1->isActive())

@@ -93,8 +93,8 @@ private:
     controls::DataControl* DataCut;
     controls::DataControl* DataAllCuts;
     controls::DataControl* DataOrder;
-    /// The order form never binds this data control to a recordset. The table Orders is bound to
-    /// another data control, the DataMDI of the main window.
+    /// This data control is never bound to a recordset. The main window has its own data control
+    /// with the name DataMDI, which is bound to the table Orders.
     controls::DataControl* DataMDI;
     QTimer* Timer1;
     OrderHead* head_;

@@ -27,10 +27,10 @@ namespace orders {
 
 namespace {
 
-/// Queues a click on the button, so that the click happens after the current event. A handler that
-/// opens a modal window must not run inside a mouse or key event of the grid. The click is omitted
-/// while a modal window is open. Otherwise a second quick key press would start another command
-/// while the question of the first command is still open.
+/// Queues a click on the button. A modal window that the click opens must not open during the mouse
+/// or key event of the grid that causes the click. The queued click is omitted if a modal window is
+/// open by then. Otherwise a second quick key press would start another command while the first
+/// command still asks a question.
 void pressLater(QPushButton* button)
 {
     const auto press = [button] {
@@ -111,8 +111,9 @@ void FrOrder::goToPart(int by)
     parts[std::size_t(current + by + 3) % parts.size()]->setFocus(Qt::ShortcutFocusReason);
 }
 
-/// Adds a disabled menu entry for each remark about the current line. The grid shows the remarks in
-/// a tool tip as well, but a tool tip can only be opened with the mouse.
+/// Adds a disabled menu entry for each remark about the current line. A remark says why the line
+/// probably contains a typing mistake. A tool tip of the grid also shows the remarks, but it can
+/// only be opened with the mouse.
 void FrOrder::addRemarks(QMenu& menu)
 {
     const QString remarks = DBGrid1->currentIndex().data(Qt::ToolTipRole).toString();
@@ -128,8 +129,8 @@ void FrOrder::addMoves(QMenu& menu)
                                        std::pair(u"לשורה האחרונה"_s, Qt::Key_End)}) {
         QAction* entry = menu.addAction(captionWithKey(caption, key));
         runtime::on(entry, &QAction::triggered, this, [this, isLast = key == Qt::Key_End] {
-            // The number of rows is read when the user chooses the entry, because the lines may
-            // have changed while the menu was open.
+            // The number of rows is read when the user chooses the menu entry, because the lines
+            // may have changed while the menu was open.
             const int row = isLast ? DBGrid1->model()->rowCount() - 1 : 0;
             const int column = DBGrid1->currentIndex().column();
             if (DBGrid1->model()->hasIndex(row, column))

@@ -51,8 +51,9 @@ void FrOrder::CmdPrint_Click()
     openReport();
 }
 
-/// Assigns the numbers 1, 2, ... to the first rows of the order. RecordCount of a newly opened
-/// dynaset counts only the rows reached so far, so later rows may keep their numbers.
+/// Assigns the numbers 1, 2, ... to as many lines of the order as RecordCount reports. For a newly
+/// opened dynaset, RecordCount reports only the rows reached so far. Later lines may therefore keep
+/// their numbers.
 void FrOrder::renumberLines()
 {
     Module1::SqlText = printedLinesQuery();

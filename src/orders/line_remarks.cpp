@@ -13,7 +13,8 @@ namespace orders {
 
 namespace {
 
-/// A line is compared with at most this number of lines above it and this number of lines below it.
+/// To find typing mistakes, a line is compared with up to this number of lines above it, and up to
+/// the same number of lines below it.
 constexpr int neighbourhood = 50;
 
 std::optional<double> numberAt(const dao::RecordsetPages& lines, int row, int ordinal)

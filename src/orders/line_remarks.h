@@ -4,11 +4,10 @@
 
 namespace orders {
 
-/// Returns how a grid remarks on the lines of an order: the function that makes the remark, and how
-/// many lines around a line it reads. The remark says why the line probably contains a typing
-/// mistake, with one sentence in each text line. The remark is empty for an ordinary line. A line
-/// is compared with the 50 lines above it and the 50 lines below it in the order, but not with
-/// itself.
+/// Returns the function with which a grid finds typing mistakes in the lines of an order, and the
+/// number of lines around a line that the function reads. The function compares a line with the 50
+/// lines above it and the 50 lines below it. It returns the reasons why the line is probably wrong,
+/// with one sentence in each text line, or an empty text for an ordinary line.
 controls::RowRemark lineRemark();
 
 } // namespace orders

@@ -28,8 +28,8 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
-/// Makes the last order current if it is open, or else adds an order (see continueOrAddOrder). Does
-/// not repeat a failed addition.
+/// Makes the last order the current order if it is open. Otherwise adds the next order. Throws
+/// DuplicateKey (3022) if another station has used the number of the next order.
 void applyNewOrderRule(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0) {

@@ -26,15 +26,15 @@ void bindOrdersTable(controls::DataControl& holder);
 /// bits.
 void addOrderAfterCurrent(dao::Recordset& orderRows);
 
-/// Runs `rule`, which reads the last order and may add the next order. If adding fails because
-/// another station has used the number, runs `rule` again with the current contents of the table.
-/// Throws DuplicateKey (3022) for any other duplicate.
+/// Runs the function `rule`, which may add an order with the number after that of the last order.
+/// If another station has used this number in the meantime, runs `rule` again with the current
+/// contents of the table. Throws DuplicateKey (3022) for any other duplicate key.
 void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule);
 
-/// Applies the new-order rule: an open last order becomes the current order, so that an order that
-/// was left empty does not use up a number. Otherwise an order with the next number is added. The
-/// first order has the number 1. Afterwards dataMDI is bound to the table Orders, and its current
-/// row is the row that was the last row before the call.
+/// Makes the last order the current order if it is open, so that an order that was left empty does
+/// not use up a number. Otherwise adds an order with the next number, or with the number 1 if there
+/// is no order. Afterwards dataMDI is bound to the table Orders. Its current row is not the added
+/// order, but the row that was the last row before the call.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
 /// Returns the text of the query that selects the order with this number from the table Orders.

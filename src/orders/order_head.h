@@ -20,7 +20,8 @@ public:
     QLabel* LabelOrderNum;
     QLabel* LabelOrderDate;
     QLabel* LabelLinesInOrder;
-    /// Each customer box accepts at most as many characters as its field in the store.
+    /// Each input box for a customer field accepts at most as many characters as the field in the
+    /// store.
     QLineEdit* TextCustomerName;
     QLineEdit* TextCustomerAddress;
     QLineEdit* TextCustomerTel;

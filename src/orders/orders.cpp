@@ -21,9 +21,9 @@ namespace orders {
 
 namespace {
 
-/// Returns the order date of the current row of the table Orders. If an order has just been added,
-/// it is still the date of the previous order, because an addition does not change the current row.
-/// If there is no current row, the last order becomes current first.
+/// Returns the date of the order in the current row of the table Orders. Adding an order does not
+/// change the current row. After an addition, the date is therefore still that of the previous
+/// order. If there is no current row, the last order becomes current first.
 QString currentOrderDate(dao::Recordset& orderRows)
 {
     if (!orderRows.hasCurrent())

@@ -8,12 +8,13 @@ class DataControl;
 namespace orders {
 
 /// Executes the order command of the toolbar: continues an open last order or adds an order (see
-/// continueOrAddOrder), shows it on the order form, and closes the database of dataMDI.
+/// continueOrAddOrder), shows it on the order form, and closes the database of dataMDI, the data
+/// control of the main window.
 void openOrderLongForm(controls::DataControl& dataMDI);
 
 /// Executes the menu command for a new order: continues an open last order or adds an order (see
 /// continueOrAddOrder), and shows the order form. An order form that is already loaded keeps its
-/// contents. The database of dataMDI stays open.
+/// contents. The database of dataMDI, the data control of the main window, stays open.
 void openOrderShortForm(controls::DataControl& dataMDI);
 
 /// Shows the search form as a modal dialog and loads the chosen order into the order form.

@@ -14,7 +14,8 @@ class FittedLabel : public QLabel
 public:
     explicit FittedLabel(QWidget* parent) : QLabel(parent) {}
 
-    /// Returns the text as the label draws it. Its measures are in twips.
+    /// Returns the text of the label, laid out in lines as the label draws it. All sizes and
+    /// positions in the result are in twips.
     report::ShapedText shapedText() const;
 
 protected:

@@ -212,8 +212,8 @@ void FormView::load()
         LabelColor[i]->clear();
         LabelCount[i]->clear();
         LabelWidth[i]->clear();
-        // Only the height label of the frame is cleared. The height labels of sash, glass and mesh
-        // keep their initial caption until a caller sets their text.
+        // Only the label for the height of the frame is cleared. The labels for the heights of
+        // sash, glass and mesh keep their initial caption until a caller sets their text.
         LabelHeight[0]->clear();
     }
     LabelDate->setText(viewingDate());

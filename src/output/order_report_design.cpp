@@ -10,8 +10,8 @@ using enum Align;
 
 // clang-format off
 constexpr ControlDesign pageHeader[] = {
-    // The columns of this table are kind, name, caption or field, left, top, width, height, points,
-    // alignment and style.
+    // Each row of this table describes a control: kind, name, caption or field name, left edge, top
+    // edge, width, height, font size in points, alignment and style.
     {Image, u"ImageCompanyLogo",  u"",                   30,  105, 10710, 2010},
     {Line,  u"Line8",             u"",                   30, 2190, 10770,    0},
     {Label, u"Label1",            u"תאריך הזמנה",         0, 2235,  2265,  300, 15.75, Centre, Bold | RightToLeft},
@@ -57,7 +57,7 @@ constexpr ControlDesign detail[] = {
     {Field, u"Text31",            u"Argaz_Width",      6132, 1464,   804,  240,    12, Centre},
     {Field, u"Text32",            u"Argaz_Height",     5172, 1464,   804,  240,    12, Centre},
     // Controls at the left of an order line's block: the table of the parts. The row of the mesh is
-    // above the row of the glass, and adjacent rows overlap.
+    // above the row of the glass.
     {Label, u"Label8",            u"רוחב",             3527,   50,   585,  300,    12, Right,  Bold | Underlined | RightToLeft},
     {Label, u"Label9",            u"גובה",             2961,   50,   555,  300,    12, Right,  Bold | Underlined},
     {Label, u"Label10",           u"כמות",             2394,   50,   570,  300,    12, Centre, Bold | Underlined | RightToLeft},

@@ -10,8 +10,9 @@ namespace controls {
 
 namespace {
 
-/// Creates the screen-reader interface of a grid or a combo box. Qt calls this function first with
-/// the class name of the object and then with the names of its base classes.
+/// Creates the screen-reader interface if the object is a grid or a combo box, and returns nullptr
+/// otherwise. Qt calls this function first with the class name of the object and then with the
+/// names of its base classes.
 QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 {
     if (className == u"controls::DBGrid") {

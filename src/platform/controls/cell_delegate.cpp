@@ -17,8 +17,8 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 
 void CellDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
 {
-    // A closed editor is forgotten at once, because the base class deletes it later and editor()
-    // must not return it in the meantime.
+    // The pointer to a closed cell editor is cleared at once, so that editor() no longer returns
+    // it. The base class deletes the editor later.
     if (editor_ == editor)
         editor_.clear();
     QStyledItemDelegate::destroyEditor(editor, index);

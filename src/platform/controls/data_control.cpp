@@ -35,7 +35,8 @@ private:
     dao::RecordsetObserver* observer_;
 };
 
-/// The current position of a recordset before its query runs again.
+/// The position of a recordset's current row. It is stored before the recordset's query runs again
+/// and restored afterwards.
 struct Place
 {
     bool onRow = false;
@@ -59,8 +60,8 @@ Place placeOf(dao::Recordset& rows)
     return {true, next, std::max(row, 0)};
 }
 
-/// Makes the row at this position current. If the row has been deleted, the row that is now at its
-/// position becomes current.
+/// Makes the row with the stored key current. If this row has been deleted, the row that now has
+/// its row number becomes current, or the last row if there are fewer rows.
 void returnTo(dao::Recordset& rows, const Place& place)
 {
     if (!place.onRow || rows.moveToKey(place.key))

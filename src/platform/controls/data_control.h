@@ -10,11 +10,12 @@
 
 namespace controls {
 
-/// Owns the recordset of a form and notifies the bound grids and combo boxes of its changes. The
-/// data control is hidden by default. If a form shows it, it is a bar with buttons for the first,
-/// previous, next and last row, named <name>_First and so on. A step beyond the first or the last
-/// row does not change the current row. Each button press emits Validate once. An error in a
-/// button's handler opens the run-time error box.
+/// Owns a recordset and reports its changes to the grids and combo boxes that are bound to this
+/// data control. The data control is hidden by default. If a form shows it, it is a bar with
+/// buttons for the first, previous, next and last row. The objectNames of the buttons are
+/// <name>_First and so on. A step beyond the first or the last row does not change the current row.
+/// Each button press emits the signal Validate once. An error in a button's handler opens the
+/// run-time error box.
 class DataControl : public QWidget, private dao::RecordsetObserver
 {
     Q_OBJECT
@@ -32,10 +33,11 @@ public:
     /// bound.
     dao::Database& Database() const;
 
-    /// Emits Validate and runs the query again. Afterwards the row with the same key is the current
-    /// row, or the row at its position if that row was deleted. If there was no current row, the
-    /// first row is the current row. RecordCount includes as many rows as before, or all rows if it
-    /// included all rows before. Throws ObjectNotSet (91) if no recordset is bound.
+    /// Emits Validate and runs the query again. Afterwards the row with the same key as before is
+    /// the current row. If that row was deleted, the row that now has its row number is the current
+    /// row. If there was no current row, the first row is the current row. RecordCount includes as
+    /// many rows as before, or all rows if it included all rows before. Throws ObjectNotSet (91) if
+    /// no recordset is bound.
     void Refresh();
 
     /// Creates the bar of buttons when the data control is first shown, because most data controls
@@ -43,9 +45,9 @@ public:
     void setVisible(bool visible) override;
 
 signals:
-    /// Emitted before the current row changes. Every Move of the recordset, a row change in a bound
-    /// grid, Delete and Refresh emit this signal. If MoveLast emits it, all rows already count as
-    /// reached.
+    /// Emitted before the current row changes: by every Move of the recordset, by a row change in a
+    /// bound grid, by Delete and by Refresh. When MoveLast emits the signal, RecordCount already
+    /// includes all rows.
     void Validate();
 
     /// Emitted when bound controls must read all rows again. The current row may have changed.

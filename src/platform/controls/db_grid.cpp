@@ -25,8 +25,9 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
     setUpView();
     setModel(model_);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
-        // If another station has deleted the row under the mouse, the first click of a double-click
-        // returns the grid to its previous row. In that case DblClick is not emitted.
+        // If another station has deleted the clicked row, the first click of a double-click returns
+        // the grid to the previous row. The clicked row is then not the current row, and DblClick
+        // is not emitted.
         if (cell.row() == currentIndex().row())
             emit DblClick();
     });
@@ -180,8 +181,8 @@ void DBGrid::takeAway(const QVariant& key)
 
 void DBGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
-    // QTableView::currentChanged is skipped, because it only adds a screen-reader event. The cell
-    // number in this event is wrong, because QTableView counts the hidden columns.
+    // QTableView::currentChanged is skipped, because it only adds a screen-reader event with a
+    // wrong cell number. QTableView counts the hidden columns in this number.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractItemView::currentChanged(current, previous);
     if (hasFocus())
@@ -301,8 +302,7 @@ void DBGrid::paintEvent(QPaintEvent* event)
     measureShownFigures();
 }
 
-/// Marks all rows up to the last visible row as reached in the recordset, so that RecordCount
-/// includes these rows. Does not throw.
+/// Makes RecordCount of the recordset include all rows up to the last visible row. Does not throw.
 void DBGrid::markShownRows()
 {
     if (rows() == nullptr)

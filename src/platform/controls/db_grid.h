@@ -26,16 +26,16 @@ class DBGridModel;
 /// as they become visible. If the current row of the recordset changes, the grid moves to that row.
 /// If the user moves to another row of the grid, the recordset moves to that row.
 ///
-/// Columns are placed in their stored order from the left, although the forms read right-to-left:
-/// the layout direction of the view is left-to-right and its cells are right-aligned. The caption
-/// is a band above the column headers. Visible columns share the width in proportion to their
-/// relative widths, but no column is narrower than its header or than a visible figure. If the grid
+/// The first column is on the left, although the forms read right-to-left: the layout direction of
+/// the view is left-to-right and its cells are right-aligned. The caption is a band above the
+/// column headers. Visible columns share the width in proportion to their relative widths, but no
+/// column is narrower than its header or than a number or date that is visible in it. If the grid
 /// is too narrow for these columns, it scrolls horizontally. The rightmost column is visible when
 /// the grid opens.
 ///
-/// A row counts as reached in the recordset (dao::Recordset::markReached) if this row or a later
-/// row has been painted in the viewport, even in part. Rows that were never scrolled into view do
-/// not count, so that a long table is shown as quickly as a short one.
+/// RecordCount of the recordset includes all rows up to the last row that has been painted, even in
+/// part (dao::Recordset::markReached). Rows that were never scrolled into view are not counted, so
+/// that a long table is shown as quickly as a short one.
 ///
 /// In a read-only grid, Home and End move to the first and the last row.
 ///
@@ -138,8 +138,8 @@ private:
     DBGridModel* model_;
     QPointer<DataControl> source_;
     QList<int> figureWidths_; ///< Per column, the width of the widest figure that was in view.
-    /// The rows in which the width of each figure has been measured: the first row and the row
-    /// after the last one. Both values are -1 if the rows must be measured again.
+    /// The range of rows in which the widths of numbers and dates have been measured: its first row
+    /// and the row after its last row. Both values are -1 if the rows must be measured again.
     std::pair<int, int> measuredRows_{-1, -1};
     int searchColumn_ = -1;
     QString typed_;

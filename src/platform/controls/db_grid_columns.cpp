@@ -28,9 +28,10 @@ bool isFigure(const QString& text)
            std::none_of(text.begin(), text.end(), isLetter);
 }
 
-/// Returns the width of a figure as the sum of its characters' widths. The sum is correct because
-/// figures have no joined characters. Computing the sum is several times as fast as shaping the
-/// text, which matters because all visible cells are measured while the grid is painted.
+/// Returns the width of a figure (a number or a date) as the sum of its characters' widths. The sum
+/// is correct because figures have no joined characters. Computing the sum is several times as fast
+/// as shaping the text, which matters because all visible cells are measured while the grid is
+/// painted.
 int figureWidth(const QString& figure, const QFontMetricsF& metrics)
 {
     const double width =
@@ -76,9 +77,9 @@ QList<int> sharedWidths(int room, const QList<int>& weights, const QList<int>& l
 
 } // namespace
 
-/// Distributes the width over the columns. If the first pass shows or hides the scroll bar, a
-/// second pass distributes the changed width, because Qt sends no resize event for this change
-/// while the grid is being shown.
+/// Distributes the grid's width over the columns. This may show or hide a scroll bar, which changes
+/// the available width. The changed width is then distributed again, because Qt sends no resize
+/// event for this change while the grid is being shown.
 void DBGrid::shareWidth()
 {
     const int former = viewport()->width();
@@ -105,8 +106,8 @@ void DBGrid::shareWidth(int room)
     }
 }
 
-/// Returns the width that a cell needs to show its figure completely, or 0 if the text of the cell
-/// is not a figure.
+/// Returns the width that a cell needs to show a figure (a number or a date) completely, or 0 if
+/// the cell contains any other text.
 int DBGrid::neededWidth(const QModelIndex& cell, const QFontMetricsF& metrics) const
 {
     const QString text = cell.data().toString();
@@ -118,9 +119,9 @@ int DBGrid::neededWidth(const QModelIndex& cell, const QFontMetricsF& metrics) c
     return figureWidth(text, metrics) + 2 * margin + gridLine;
 }
 
-/// Widens the columns if a visible figure does not fit into its column. Columns never become
-/// narrower while the user scrolls. The function measures only if the visible rows have changed
-/// since the last call. Does not throw.
+/// Widens the columns if a visible figure (a number or a date) does not fit into its column.
+/// Columns never become narrower while the user scrolls. The function measures only if the visible
+/// rows have changed since the last call. Does not throw.
 void DBGrid::measureShownFigures()
 {
     const int first = std::max(rowAt(0), 0);

@@ -59,13 +59,14 @@ void DBGrid::flushEditor()
         commitData(editor);
 }
 
-/// Writes the edited row to the store. Returns false if the store refuses the row. tellRefusal()
-/// shows the reason later.
+/// Writes the edited row to the store. If the store refuses the row, stores the reason for a
+/// message box (see tellRefusal) and returns false.
 bool DBGrid::writeRow()
 {
     if (model_->editedRow() < 0 || rows() == nullptr)
         return true;
-    // Writing a row may move the recordset, and the view must not follow that move.
+    // Writing a row may move the recordset to another row. While `moving_` is true, the view does
+    // not follow such a move.
     const QScopedValueRollback moving(moving_, true);
     try {
         model_->writeEdit(*rows());
@@ -77,7 +78,8 @@ bool DBGrid::writeRow()
     }
 }
 
-/// Writes the edited row before the recordset moves for a reason outside this grid.
+/// Writes the edited row to the store before the recordset moves to another row. Does nothing if
+/// this grid itself causes the move.
 void DBGrid::writeBeforeMove()
 {
     if (moving_)
@@ -140,8 +142,8 @@ void DBGrid::tellRefusal()
 
 QModelIndex DBGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // The text of an open cell editor is copied first, because a new row gets a blank row below it
-    // only when one of its cells contains text. The cursor may move to this blank row.
+    // The text of an open cell editor is first copied to the edited row of the model. A new row
+    // with text in a cell gets a blank row below it, to which the cursor may move.
     flushEditor();
     const int rowCount = model_->rowCount();
     if (!editable_ && rowCount > 0 && (action == MoveHome || action == MoveEnd))

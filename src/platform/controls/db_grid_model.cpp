@@ -43,8 +43,8 @@ void DBGridModel::bind(dao::Recordset* rows)
     endResetModel();
 }
 
-/// Finds the field of each column. If there is no recordset, the fields of the previous recordset
-/// are used.
+/// Finds the field that each column of the grid shows. If no recordset is bound, uses the fields of
+/// the recordset that was bound last.
 void DBGridModel::resolveFields(const dao::Recordset* rows)
 {
     if (rows != nullptr)
@@ -83,8 +83,8 @@ void DBGridModel::addRow(const dao::RowKey& key)
         return;
     remarks_.clear();
     if (writing_ && edit_ && edit_->isNew) {
-        // The view already contains the new row, because the user typed it in this grid. Therefore
-        // no row is inserted into the view.
+        // The view already contains the row that has been added to the store, because the user
+        // typed it in this grid. Therefore no row is inserted into the view.
         pages_->appendRow(key);
         edit_->isNew = false;
         return;
@@ -163,8 +163,8 @@ void DBGridModel::dropEdit()
         return;
     const Edit dropped = *edit_;
     if (dropped.isNew) {
-        // The row that was being added becomes the blank last row again. Therefore the blank row
-        // below it is removed.
+        // The discarded row was not stored yet. It becomes the blank last row again, so the blank
+        // row below it is removed.
         beginRemoveRows({}, dropped.row + 1, dropped.row + 1);
         edit_.reset();
         endRemoveRows();
@@ -239,8 +239,8 @@ QString DBGridModel::remarkOn(int row) const
 {
     if (!remark_.text || row >= recordCount())
         return {};
-    // newRemarkOn may load a page of rows, which clears the cached remarks. Therefore the new
-    // remark is inserted only after the call.
+    // The remark is created before it is inserted into the cache. Creating it may load a page of
+    // rows, which clears the cache.
     if (const auto known = remarks_.constFind(row); known != remarks_.constEnd())
         return *known;
     QString remark = newRemarkOn(row);
@@ -258,9 +258,9 @@ QString DBGridModel::newRemarkOn(int row) const
     return remark_.text(*pages_, row);
 }
 
-/// Loads the page that contains the row if the page is not loaded yet. Qt calls this function
-/// during layout and painting, when no exception may be thrown. Therefore an error is stored and
-/// reported through readFailed.
+/// Loads the page that contains the row if the page is not loaded yet. Does not throw, because Qt
+/// calls this function during layout and painting. After an error, returns false, stores the error
+/// and emits readFailed.
 bool DBGridModel::isRead(int row) const
 {
     if (failure_)

@@ -30,8 +30,8 @@ public:
     void setColumns(const QList<DBGridColumn>& columns);
     const QList<DBGridColumn>& columns() const { return columns_; }
     void setEditable(bool editable);
-    /// Sets the function that returns the remark about a row. A row with a remark shows the icon
-    /// `sign` in the given column and has the remark as its tool tip.
+    /// Sets the function that returns the remark about a row, such as a warning. A row with a
+    /// remark shows the icon `sign` in the given column and the remark as its tool tip.
     void setRowRemark(const RowRemark& remark, int column, const QIcon& sign);
 
     /// Binds a recordset and discards an unwritten edit. The recordset may be the one that is
@@ -57,7 +57,7 @@ public:
     /// row is no longer being edited.
     void dropCell(const QModelIndex& index);
 
-    /// Throws the stored error that readFailed has reported, if there is one.
+    /// Throws the stored error if a page of rows could not be read (see readFailed).
     void raiseReadFailure() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -25,7 +25,8 @@ void FocusSpeech::announceFocus()
     QAccessibleInterface* control = QAccessible::queryAccessibleInterface(focused);
     if (control == nullptr || focused == parent())
         return;
-    // In a grid, the focus event is sent for the current cell, not for the grid.
+    // If a part of the control has the focus, such as the current cell of a grid, the focus event
+    // is sent for this part.
     QAccessibleInterface* part = control->focusChild();
     QAccessibleEvent event(part != nullptr ? part : control, QAccessible::Focus);
     QAccessible::updateAccessibility(&event);

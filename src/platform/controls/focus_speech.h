@@ -6,10 +6,10 @@ class QMdiSubWindow;
 
 namespace controls {
 
-/// Announces the control with the focus to screen readers again after a child window had the focus
-/// for a moment. When Tab passes the last control of a child window, the window gets the focus and
-/// immediately passes it to its first control. Qt announces the window last, although the control
-/// has the focus. The child window owns this object.
+/// Makes screen readers announce the control with the focus when Tab passes the last control of a
+/// child window. The child window gets the focus for a moment and passes it to its first control.
+/// Qt then announces the child window last. Therefore this class announces the control again. The
+/// child window owns this object.
 class FocusSpeech : public QObject
 {
     Q_OBJECT

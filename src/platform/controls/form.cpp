@@ -62,8 +62,8 @@ void centreOnScreen(QWidget& window)
 {
     const QRect room = screenOf(window).availableGeometry();
     QRect place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window.size(), room);
-    // move() positions the title bar, and the contents are below it. Therefore the bottom of the
-    // place leaves room for a title bar.
+    // move() positions a window together with its title bar, but the height of the window does not
+    // include the title bar. Therefore space for a title bar is kept free at the bottom.
     place.moveBottom(std::min(place.bottom(), room.bottom() - titleBarHeight));
     place.moveTop(std::max(place.top(), room.top()));
     window.move(place.topLeft());

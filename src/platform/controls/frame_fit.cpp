@@ -27,8 +27,8 @@ FrameFit::FrameFit(QWidget& form, const QList<QPushButton*>& buttons)
 
 bool FrameFit::eventFilter(QObject* watched, QEvent* event)
 {
-    // The form is fitted later, because the MDI area is still placing its windows and scroll bars
-    // during the resize event.
+    // The form is fitted after the resize event, because the MDI area is still placing its windows
+    // and scroll bars during the event.
     if (event->type() == QEvent::Resize)
         QMetaObject::invokeMethod(
             this, [this] { runtime::guarded([this] { fit(); }); }, Qt::QueuedConnection);
@@ -51,8 +51,8 @@ void FrameFit::fit()
         stopScrolling();
     if (form_.size() == former)
         return;
-    // A control loses the focus when it moves to another parent. Therefore the control gets the
-    // focus again.
+    // Fitting may have moved the control with the focus to another parent widget. Such a move takes
+    // the focus from the control. Therefore the control gets the focus again.
     if (focused)
         focused->setFocus();
     if (window != nullptr) {

@@ -10,8 +10,8 @@ namespace controls {
 
 namespace {
 
-/// Returns the screen-reader interface that `kept` contains for this key, a column or a cell. If
-/// there is none, creates and registers an interface.
+/// Returns the screen-reader interface of a column or a cell from the cache `kept`. If the cache
+/// does not contain it, creates, registers and caches it. The key is the column or the cell.
 template <typename Key, typename Make>
 QAccessibleInterface* keptPart(QHash<Key, QAccessible::Id>& kept, const Key& key, const Make& make)
 {
@@ -168,9 +168,9 @@ void GridInterface::modelChange(QAccessibleTableModelChangeEvent* event)
         forgetRemovedCells();
 }
 
-/// Deletes the screen-reader interfaces of cells that no longer exist, and keeps the others. This
-/// must happen before the hash table grows, because the invalid keys of all removed cells are
-/// equal.
+/// Removes the screen-reader interfaces of cells that no longer exist from the hash table and
+/// deletes them. The keys of removed cells are all invalid and therefore equal. They must be
+/// removed before the hash table grows.
 void GridInterface::forgetRemovedCells() const
 {
     cells_.removeIf([](const auto& each) {

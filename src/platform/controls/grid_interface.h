@@ -9,11 +9,10 @@ class QTableView;
 
 namespace controls {
 
-/// The screen-reader interface of a grid. It contains one header and one cell per row for each
-/// visible column, from left to right. Qt's own interface of a table also contains the hidden
-/// columns and an empty header for each row. The children are first the headers of the visible
-/// columns and then the cells, row by row. While the grid is being destroyed, it is no longer a
-/// QTableView, and the interface has no children.
+/// The screen-reader interface of a grid. Its children are first the headers of the visible
+/// columns, from left to right, and then the cells of these columns, row by row. Qt's own interface
+/// of a table also contains the hidden columns and an empty header for each row. While the grid is
+/// being destroyed, the interface has no children.
 class GridInterface : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:

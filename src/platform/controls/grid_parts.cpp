@@ -130,8 +130,8 @@ void GridCellPart::doAction(const QString& name)
 {
     if (name != setFocusAction() || !isValid())
         return;
-    // A handler of the focus change may remove the cell, which deletes this object. Therefore the
-    // members are copied first.
+    // The members are copied before the focus changes, because a handler of the focus change may
+    // remove the cell. Removing the cell deletes this object.
     QTableView& view = *grid();
     const QPointer<QTableView> kept(&view);
     const QPersistentModelIndex index = index_;

@@ -6,11 +6,10 @@ class QComboBox;
 
 namespace controls {
 
-/// The screen-reader interface of a combo box. Qt's own interface returns the current text of the
-/// combo box as its name. This interface returns the accessible name of the combo box. If the user
-/// cannot type into the combo box, the current text is appended to the name, because screen readers
-/// do not find the text elsewhere. The children are the popup and, in an editable combo box, the
-/// input box.
+/// The screen-reader interface of a combo box. Its name is the accessible name of the combo box,
+/// whereas Qt's own interface returns the current text as the name. If the user cannot type into
+/// the combo box, the current text is appended to the name, because screen readers do not find the
+/// text elsewhere. The children are the popup and, in an editable combo box, the input box.
 class ListInterface : public QAccessibleWidget
 {
 public:

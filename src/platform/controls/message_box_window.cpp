@@ -39,8 +39,8 @@ void addButton(QMessageBox& box, QMessageBox::StandardButton button, const QStri
     added->setIcon({}); // Some desktops set an icon that leaves too little space for the caption.
 }
 
-/// Adds the buttons that `flags` selects, in reading order. Enter presses the first button. Escape
-/// and the close box press the last button.
+/// Adds the buttons that the MsgBox flags select, in reading order. Enter presses the first button.
+/// Escape and the close box press the last button.
 void addButtons(QMessageBox& box, int flags)
 {
     const int set = flags & buttonBits;

@@ -23,9 +23,9 @@ bool RestoredSize::eventFilter(QObject* watched, QEvent* event)
         if (former.testFlag(Qt::WindowMaximized) && !window_.isMaximized() &&
             !window_.isMinimized()) {
             maximised_ = window_.size();
-            // The timer delays the check of the window's size, because the window system sets the
-            // restored geometry some time after this event. A later event cannot start the check
-            // instead: there is none if the restored geometry equals the maximised one.
+            // A timer starts the check of the window's size, because the window system sets the
+            // restored size and position some time after this event. Qt sends no later event if the
+            // restored size and position are those of the maximised window.
             settled_.start();
         }
     }

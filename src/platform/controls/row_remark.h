@@ -14,12 +14,12 @@ namespace controls {
 struct RowRemark
 {
     /// Function that returns the remark about a row, or an empty text. The grid calls the function
-    /// while the grid is painted. Therefore the function must be fast, must not throw, and may read
-    /// only the rows up to `reach` rows above and below. The grid keeps the remark until a row
-    /// changes.
+    /// while the grid is painted. Therefore the function must be fast and must not throw. It may
+    /// read only the row itself, `reach` rows above it and `reach` rows below it. The grid keeps
+    /// the remark until a row changes.
     std::function<QString(const dao::RecordsetPages& rows, int row)> text;
-    /// The number of rows above and below a row that the function reads. The grid loads these rows
-    /// before it calls the function.
+    /// The number of rows above a row, and the number of rows below it, that the function `text`
+    /// may read. The grid loads these rows before it calls `text`.
     int reach = 0;
 };
 

@@ -25,8 +25,9 @@ private:
     void bringFocusIntoView(QWidget* focused);
 };
 
-/// Returns the wanted size of a window, limited to the available room. If its contents must scroll
-/// in one direction, its size in the other direction includes the width of a scroll bar.
+/// Returns the size `wanted` of a window, but at most the available size `room`. If the contents
+/// must scroll in one direction, the size in the other direction includes the width of a scroll
+/// bar.
 QSize fittedSize(QSize wanted, QSize room);
 
 /// Fits a window of fixed size with freely placed controls into the available room. If the window

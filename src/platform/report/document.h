@@ -12,16 +12,17 @@ class PageInk;
 /// A snapshot of a report's captions, pictures and rows, laid out on one paper. The document
 /// creates a page when the page is requested, and caches the most recent pages.
 ///
-/// All pages show the state of the rows at the same moment. A long record source initially contains
-/// only its first rows (RowSource), so that the first page appears immediately. A caller that shows
-/// the document calls readAll soon afterwards. Printing, exporting and searching start with
-/// readAll. A page never combines rows of two different moments. If page() needs a row that is not
-/// loaded, it first calls readAll, which reads all rows again at one later moment.
+/// All pages show the rows as they were at one moment. A long record source initially contains only
+/// its first rows (RowSource), so that the first page appears immediately. readAll replaces these
+/// rows by all rows, read at one later moment. If page() needs a row that is not loaded, it calls
+/// readAll first, so that a page never combines rows of two moments. A caller that shows the
+/// document calls readAll soon afterwards. Printing, exporting and searching start with readAll.
 class Document : public PrintedDocument
 {
 public:
-    /// The constructor copies the sections, but the design must outlive the document. Throws
-    /// ItemNotFound (3265) if the rows lack a field of the design, and the errors of Pagination.
+    /// Copies the sections. The design is not copied and must outlive the document. Throws
+    /// ItemNotFound (3265) if `rows` has no column for a field of the design, and the errors of
+    /// Pagination.
     Document(const ReportDesign& design, std::vector<Section> sections,
              std::shared_ptr<RowSource> rows, Paper paper);
     ~Document() override;

@@ -33,9 +33,9 @@ Outcome writeText(Document& document, QIODevice& device, const Progress& progres
 
 using Writer = std::function<Outcome(QIODevice& device)>;
 
-/// Runs the writer on a temporary file in the target folder and then replaces the target file by
-/// the temporary file. If the outcome is not Done, the target file is unchanged and the temporary
-/// file is removed.
+/// Calls `writer`, which writes the contents to a temporary file in the folder of the target file.
+/// Then replaces the target file by the temporary file. If the outcome is not Done, the target file
+/// stays unchanged and the temporary file is removed.
 Outcome writeFile(const QString& path, const Writer& writer);
 
 /// Returns the indexes of all pages of a document.

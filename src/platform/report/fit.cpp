@@ -6,8 +6,8 @@ namespace report {
 
 namespace {
 
-/// Returns part / whole in whole percents, rounded down. The tolerance prevents that a text that
-/// fits exactly loses one percent because of a floating-point error.
+/// Returns part / whole in whole percents, rounded down. A tiny value is added before rounding.
+/// Otherwise a floating-point error could reduce the result by one percent.
 int percentOf(double part, double whole)
 {
     constexpr double roundingError = 1e-9;

@@ -21,10 +21,10 @@ struct Fit
     bool operator==(const Fit&) const = default;
 };
 
-/// Computes how a text with the full-size width `natural` fits into the width `available`. Both
-/// widths have the same unit. The text is first condensed and then reduced in size, in whole
-/// percents. If that is not enough, the text is truncated. A truncated text keeps its full size and
-/// is condensed as far as allowed.
+/// Computes how a text can be made to fit into the width `available`. `natural` is the width of the
+/// text at full size, in the same unit. The text is first made narrower (condensed) and then
+/// reduced in size, in whole percents. If that is not enough, it must be truncated. A truncated
+/// text keeps its full size and is condensed as far as allowed.
 Fit fitted(double natural, double available);
 
 } // namespace report

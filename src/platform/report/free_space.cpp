@@ -25,7 +25,8 @@ bool standSideBySide(const ControlDesign& a, const ControlDesign& b)
     return shared > 0 && 2 * shared >= std::min(a.height, b.height);
 }
 
-/// Returns true if the neighbour is close enough to restrict the control's text horizontally.
+/// Returns true if the two controls overlap horizontally or if the distance between them is less
+/// than `clearance`.
 bool isNear(const ControlDesign& control, const ControlDesign& neighbour)
 {
     return neighbour.left < control.left + control.width + clearance &&
@@ -48,8 +49,8 @@ Extent captionInk(const ControlDesign& caption, double naturalWidth)
     return {middle - width / 2, middle + width / 2};
 }
 
-/// The part of a field's width that the field's text may occupy. Each adjacent caption, border or
-/// line reduces this part, because the text must keep a distance from it.
+/// The horizontal range that the text of a field may occupy. Each adjacent caption, border or line
+/// makes the range smaller, because the text must keep a distance from it.
 class FreeSpace
 {
 public:

@@ -20,17 +20,17 @@ struct Extent
 };
 
 /// Returns the greatest width of a text that stays in the free part of its control. `width` and
-/// `align` are the width and the alignment of the control. If one side of the control is not free,
-/// a centred text cannot use the same space on the other side either.
+/// `align` are the width and the alignment of the control. If a centred text must leave space on
+/// one side, it leaves the same space on the other side.
 double usableWidth(const Extent& free, double width, Align align);
 
 /// A function that returns the width of a caption's uncondensed text in twips.
 using CaptionWidth = std::function<double(const ControlDesign& caption)>;
 
-/// Returns the part of a control's width in which the control's text does not collide with other
-/// controls of the section. The text of a boxed control keeps a distance from its own borders. The
-/// text of a field also keeps a distance from captions, vertical lines and borders beside the
-/// field. If less than half of the width would remain, these neighbours are ignored.
+/// Returns the part of a control's width that its text may occupy without touching other controls
+/// of the section. If the control has a border, its text keeps a distance from the border. The text
+/// of a field also keeps a distance from captions, vertical lines and borders beside the field. If
+/// less than half of the width would remain, these captions, lines and borders are ignored.
 Extent freeExtent(const ControlDesign& control, std::span<const ControlDesign> section,
                   const CaptionWidth& captionWidth);
 

@@ -12,14 +12,15 @@ class QWidget;
 
 namespace report {
 
-/// A document that was created for the preview. Its functions stay valid as long as this object
-/// exists, even if other documents have been created since.
+/// A document that was created for the preview, with the functions that belong to it. The functions
+/// stay valid as long as this object exists, even if other documents have been created since.
 struct MadeDocument
 {
     std::shared_ptr<PrintedDocument> document; ///< Null if the user has cancelled.
     std::function<QByteArray()> data;          ///< Returns the data of exactly this document.
-    /// Creates the document again after a command has changed the displayed data. If this function
-    /// is empty, the preview creates the document in the same way as when the user chooses it.
+    /// Creates the document again after a toolbar command has changed the displayed data. If this
+    /// function is empty, the preview calls FurtherDocument::make, as when the user chooses the
+    /// document.
     std::function<MadeDocument(QWidget* parent)> again = {};
 };
 
@@ -50,7 +51,8 @@ struct FurtherCommand
     QString name; ///< Object name of the action.
     QString caption;
     QString toolTip;
-    /// Executes the toolbar command. Returns true if the documents must be created again.
+    /// Executes the toolbar command. Returns true if the command has changed the displayed data, so
+    /// that the preview must create the documents again.
     std::function<bool(QWidget* parent)> run;
 };
 

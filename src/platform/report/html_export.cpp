@@ -28,8 +28,8 @@ QString points(double twips)
     return QString::number(twips / runtime::twipsPerPoint) + u"pt"_s;
 }
 
-/// The CSS values for a control's alignment. `text` is the value of text-align. `box` is the value
-/// of justify-content, where flex-start is the left edge because the section is left-to-right.
+/// The CSS values for a control's alignment: `text` for the property text-align and `box` for the
+/// property justify-content. flex-start is the left edge, because a section is left-to-right.
 struct Alignment
 {
     QString text;
@@ -50,7 +50,8 @@ Alignment alignment(Align align)
 }
 
 /// Returns the CSS padding that keeps a text in the free part of its control. A centred text gets
-/// equal padding on both sides, because a text that is too wide overflows on both sides.
+/// the same padding left and right, because a text that is too wide overflows equally on both
+/// sides.
 QString padding(const ControlDesign& design, const TextFrame& frame)
 {
     const double border = (design.style & Style::Boxed) != 0 ? borderWidth : 0;

@@ -30,8 +30,9 @@ bool hasBrackets(const QString& text)
     return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return brackets.contains(c); });
 }
 
-/// Returns true if the text contains letters. A text without letters needs no special handling of
-/// brackets, because programs extract its brackets in the right order.
+/// Returns true if the text contains letters. Only the brackets of such a text need special
+/// handling. Programs that extract text from a PDF keep the brackets of any other text in the right
+/// order.
 bool hasLetters(const QString& text)
 {
     return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isLetter(); });
@@ -59,8 +60,9 @@ qsizetype bracketOf(const Glyph& glyph)
     return glyph.font.glyphIndexesForString(brackets).indexOf(glyph.index);
 }
 
-/// Marks the brackets around right-to-left words in left-to-right text as right-to-left. The
-/// brackets look the same, but programs that extract the text treat them as part of the words.
+/// Marks the brackets around right-to-left words in left-to-right text as right-to-left, because
+/// programs that extract text from a PDF treat such brackets as part of the words. The brackets
+/// look the same.
 void joinBracketsToTheirWords(std::vector<Glyph>& glyphs)
 {
     for (auto open = glyphs.begin(); open != glyphs.end(); ++open) {
@@ -89,8 +91,8 @@ void mirrorBracket(Glyph& glyph)
     glyph.index = glyph.font.glyphIndexesForString(brackets).at(bracket ^ 1);
 }
 
-/// Adds an invisible direction mark in the font of the adjacent glyph. Adds nothing if that font
-/// does not contain the mark.
+/// Adds an invisible direction mark at the position `x`, in the font of the glyph `beside`. Adds
+/// nothing if that font does not contain the mark.
 void addMark(std::vector<Glyph>& glyphs, const Glyph& beside, QChar mark, double x)
 {
     const quint32 index = beside.font.glyphIndexesForString(QString(mark)).value(0);

@@ -13,22 +13,23 @@ namespace report {
 struct GlyphPiece
 {
     QGlyphRun run;
-    /// Set only if the piece is a single glyph that is drawn as its mirror image: the x position of
-    /// the right edge of the mirror image.
+    /// The x position of the right edge of the mirror image, if the piece is a single glyph that is
+    /// drawn as its mirror image. Empty for any other piece.
     std::optional<double> mirroredFrom;
 };
 
-/// Returns the glyph pieces of a one-line layout in an order that lets programs extract the text
-/// from a PDF.
+/// Returns the glyphs of a one-line layout as pieces, in an order that lets programs extract the
+/// text from a PDF.
 ///
 /// The pieces are sorted from left to right, because such programs build words from adjacent
-/// glyphs. The function solves two problems with brackets. First, in right-to-left text a font
-/// draws "(" with the glyph of ")", and a PDF identifies a character by its glyph. Therefore such a
-/// bracket is drawn as the mirror image of its own glyph. Second, a program may assign a bracket
-/// between a right-to-left word and a left-to-right word to the wrong word. An invisible direction
-/// mark between the bracket and the word prevents this error. Brackets around a right-to-left word
-/// in left-to-right text are handled like brackets in right-to-left text, because programs extract
-/// these brackets together with the word.
+/// glyphs. The function solves two problems with brackets:
+/// - In right-to-left text, a font draws "(" with the glyph of ")". A PDF identifies a character by
+///   its glyph. Therefore "(" gets its own glyph, drawn as a mirror image.
+/// - A program may assign a bracket between a right-to-left word and a left-to-right word to the
+///   wrong word. An invisible direction mark beside the bracket prevents this error.
+///
+/// Brackets around a right-to-left word in left-to-right text are handled like brackets in
+/// right-to-left text, because programs extract these brackets together with the word.
 std::vector<GlyphPiece> lineGlyphs(const QTextLayout& layout);
 
 } // namespace report

@@ -15,10 +15,10 @@ struct Paper
 
 inline constexpr Paper a4Portrait{11906, 16838};
 
-/// Computes where the header, the blocks and the footer of a report are on the paper, in twips, and
-/// which blocks each page contains. A block is the detail section of one row and is never split.
-/// The page header and page footer appear on every page. The footer is directly above the bottom
-/// margin.
+/// Computes the positions, in twips, of a report's page header, blocks and page footer on the
+/// paper, and which blocks each page contains. A block is the detail section of one row and is
+/// never split. The page header and the page footer appear on every page. The page footer is
+/// directly above the bottom margin.
 class Pagination
 {
 public:
@@ -35,9 +35,9 @@ public:
     int firstBlock(int page) const { return page * blocksPerPage_; }
     int blocksOn(int page, int blocks) const;
 
-    /// left() returns the left edge of the page header, the blocks and the page footer. The other
-    /// functions return the top edge of one of them. All values are in twips, measured from the top
-    /// left corner of the sheet.
+    /// left() returns the common left edge of the page header, the blocks and the page footer.
+    /// headerTop(), blockTop() and footerTop() return their top edges. All values are in twips,
+    /// measured from the top left corner of the sheet.
     int left() const { return left_; }
     int headerTop() const { return headerTop_; }
     int blockTop(int blockOnPage) const { return detailTop_ + blockOnPage * blockHeight_; }

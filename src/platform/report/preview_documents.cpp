@@ -100,8 +100,8 @@ int PreviewDocuments::takeVariant(int index)
     return variant;
 }
 
-/// Shows the chosen document. Creating a document may process events that replace the list of
-/// documents. Therefore the function object is copied before the call.
+/// Shows the document that the user has chosen from the list. The function that creates the
+/// document is copied before it is called, because it may process events that replace the list.
 void PreviewDocuments::choose(int index)
 {
     const int variant = takeVariant(index);

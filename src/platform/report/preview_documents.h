@@ -44,9 +44,9 @@ private:
     void addVariants();
     void addCommands();
     void choose(int index);
-    /// Returns the variant that the user has chosen for the document with this index. The lists of
-    /// documents and variants are set back to the displayed document, because the chosen document
-    /// has not been created yet.
+    /// Returns the variant that the user has chosen for the document with this index. Also sets the
+    /// lists of documents and variants back to the displayed document, because the chosen document
+    /// does not exist yet.
     int takeVariant(int index);
     void present(int index, int variant, MadeDocument made);
     void presentReport();

@@ -125,10 +125,10 @@ int PreviewPages::stride() const
     return sheetSize().height() + gap;
 }
 
-/// Returns the top edge of a sheet in pixels below the start of the scroll area. The result is
-/// limited because the range of a scroll bar is an int. The sheets exceed this range after some
-/// hundred thousand sheets at the greatest zoom. The user cannot scroll to pages beyond the limit,
-/// but search, printing and export include these pages.
+/// Returns the distance between the start of the scroll area and the top edge of a sheet, in
+/// pixels. The distance is limited, because the range of a scroll bar is an int. At the greatest
+/// zoom, some hundred thousand sheets reach the limit. The user cannot scroll to pages beyond the
+/// limit, but search, printing and export include these pages.
 int PreviewPages::sheetTop(int page) const
 {
     constexpr qint64 reach = std::numeric_limits<int>::max() / 2;
@@ -290,9 +290,9 @@ void PreviewPages::paintSheet(const Page& page, QPainter& painter)
     painter.restore();
 }
 
-/// Queues the error, which is thrown later from the event loop. No exception may leave a paint
-/// event, and no message box may open during a paint event. The failed document is no longer
-/// painted.
+/// Queues the error `failure`, so that it is thrown later from the event loop. No exception may
+/// leave a paint event, and no message box may open during a paint event. After an error, the
+/// document is no longer painted.
 void PreviewPages::raiseLater(std::exception_ptr failure)
 {
     failed_ = true;

@@ -37,7 +37,7 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
     setLayoutDirection(Qt::RightToLeft);
     setAttribute(Qt::WA_QuitOnClose, false);
     setContextMenuPolicy(Qt::NoContextMenu);
-    // The window has this size after the user leaves the maximised state.
+    // The size of the window after the user leaves the maximised state.
     resize(QSize(1000, 760).boundedTo(screen()->availableSize() * 4 / 5));
     pages_->setObjectName(u"PreviewPages"_s);
     pages_->setAccessibleName(u"דפי המסמך"_s);
@@ -60,8 +60,9 @@ PreviewWindow::PreviewWindow(const ReportDesign& design)
 
 PreviewWindow::~PreviewWindow()
 {
-    // The signals of the input boxes are disconnected first, because a box that has the focus emits
-    // signals while the base class destroys it.
+    // The signals of the input boxes are disconnected before the base class destroys the boxes.
+    // Otherwise a box that has the focus would emit signals to this window while both are being
+    // destroyed.
     for (const QObject* each : {static_cast<QObject*>(pageNumber_), static_cast<QObject*>(zoom_),
                                 static_cast<QObject*>(zoom_->lineEdit())})
         each->disconnect(this);
@@ -306,8 +307,8 @@ void PreviewWindow::print()
     printDocument(*printed, pages_->currentPage(), this);
 }
 
-/// Exports the report in the given format. The local pointer keeps the document alive during the
-/// dialogs, even if the window shows another document in the meantime.
+/// Exports the report in the given format. `exported` keeps the report alive while the file dialog
+/// is open, because the window may show another report in the meantime.
 void PreviewWindow::exportAs(Format format)
 {
     pages_->readAll();

@@ -34,9 +34,9 @@ public:
     virtual bool isWhole() const { return true; }
     /// Returns true if the contents of this page are loaded.
     virtual bool hasPage(int /*index*/) const { return true; }
-    /// Reads all contents if some contents are not loaded. Returns true if the number of pages or a
-    /// page that was returned before is outdated. Throws any error of reading. After an error, the
-    /// document is unchanged.
+    /// Reads all contents if some contents are not loaded. Returns true if the number of pages has
+    /// changed, or if a page that was returned before has changed. Throws any error of reading.
+    /// After an error, the document is unchanged.
     virtual bool readAll() { return false; }
 
     /// Returns a page by its index, counted from 0, with all its texts. Throws any error of

@@ -129,8 +129,8 @@ Outcome writeTo(const QString& path, QWidget* parent, const ProgressWriter& writ
     });
 }
 
-/// Lets the user choose a file and writes the document to the file with `writer`. Returns the path
-/// of the written file, or an empty text if no file was written.
+/// Lets the user choose a file. Then calls `writer`, which writes the document to the file. Returns
+/// the path of the written file, or an empty text if no file was written.
 QString saveAs(PrintedDocument& document, const FileRequest& request, const ProgressWriter& writer)
 {
     const QString path = askFile(request);

@@ -22,9 +22,9 @@ QString valueText(const QVariant& value);
 QString onOneLine(QString text);
 
 /// Returns a control's text as a single line, with its paragraph direction. A text without letters,
-/// such as a number, a date or a telephone number, always reads left-to-right, so that a sign stays
-/// in front of its number. In a text with letters, a direction mark keeps the sign of a signed
-/// number in front of that number.
+/// such as a number, a date or a telephone number, always reads left-to-right, so that a plus or
+/// minus sign stays in front of its number. In a text with letters, an invisible direction mark
+/// keeps such a sign in front of its number.
 DisplayText displayText(const QString& text, bool rightToLeft);
 
 } // namespace report

@@ -10,9 +10,9 @@ namespace report {
 /// The values of one row, indexed by column ordinal.
 using Row = std::vector<QVariant>;
 
-/// The rows that a report prints. All rows have the values of the same moment. A long source may
-/// initially contain only its first rows. readAll replaces these rows by all rows, read at one
-/// later moment.
+/// The rows that a report prints, all read at the same moment. A long source may initially contain
+/// only its first rows. readAll then reads all rows at one later moment and replaces the first rows
+/// by them.
 class RowSource
 {
 public:
@@ -23,8 +23,8 @@ public:
 
     /// Returns the number of all rows. A call of readAll may change this number.
     virtual int rowCount() const = 0;
-    /// Returns how many rows, counted from the first row, rows() can return without a call of
-    /// readAll.
+    /// Returns the number of loaded rows, counted from the first row. rows() returns these rows
+    /// without a call of readAll.
     virtual int rowsAtHand() const = 0;
     /// Reads all rows if some rows are not loaded. Returns true if the number of rows has changed,
     /// or if a row that rows() returned before has changed. Throws any error of reading. After an

@@ -41,8 +41,9 @@ std::vector<Hit> hitsOn(const Page& page, const QString& text)
     return hits;
 }
 
-/// Returns the first hit of a page in the search direction. If `beyond` is given, skips all hits up
-/// to and including the hit in the control with this index.
+/// Returns the first search hit of a page in the search direction. `beyond` is the index of a
+/// control. If it is given, a forward search returns only a hit in a later control, and a backward
+/// search only a hit in an earlier control.
 std::optional<Hit> nearest(const std::vector<Hit>& hits, SearchDirection direction,
                            std::optional<int> beyond)
 {
@@ -69,8 +70,8 @@ std::optional<Hit> findText(PrintedDocument& document, const QString& text,
     const int pages = document.pageCount();
     const int step = direction == SearchDirection::Forward ? 1 : pages - 1;
     int page = from ? from->page : startPage;
-    // If a search starts in the middle of a page, it searches this page again at the end. Otherwise
-    // the search would miss the hits on the other side of its starting point.
+    // A search that starts in the middle of a page searches this page again at the end. Otherwise
+    // the search would miss the hits before its starting point (after it in a backward search).
     for (int i = 0; i <= pages; ++i) {
         const std::optional<int> beyond =
             i == 0 && from ? std::optional(from->control) : std::nullopt;

@@ -17,10 +17,11 @@ struct Hit
 
 enum class SearchDirection { Forward, Backward };
 
-/// Searches the texts of all pages, ignoring case. A forward search starts after the control of
-/// `from`, and a backward search before it. If `from` is empty, the search starts at `startPage`.
-/// The search wraps around at the end of the document. Returns nothing if no text matches, if the
-/// search text is empty or if the progress callback cancels. Throws any error of reading.
+/// Searches the texts of all pages, ignoring case. A forward search starts after the control of the
+/// hit `from`, and a backward search before it. If `from` is empty, the search starts at the page
+/// `startPage`. At the end of the document, the search continues at the opposite end. Returns
+/// nothing if no text matches, if the search text is empty or if `progress` returns false because
+/// the user cancels. Throws any error of reading.
 std::optional<Hit> findText(PrintedDocument& document, const QString& text,
                             SearchDirection direction, const std::optional<Hit>& from,
                             int startPage, const Progress& progress);

@@ -19,8 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The line width, in twips, for a layout whose text is not wrapped. No text is as wide as this
-/// value. Qt's own maximum is not used, because QTextLine gives that value a special meaning.
+/// The line width, in twips, for a text that is not wrapped. It is greater than the width of any
+/// text. It is less than Qt's own maximum width, because QTextLine gives that value a special
+/// meaning.
 constexpr double endlessWidth = 1 << 20;
 constexpr QChar ellipsis(0x2026);
 
@@ -56,8 +57,8 @@ bool hasDirection(const QString& text, bool rightToLeft)
 }
 
 /// Appends an ellipsis to a truncated text. The ellipsis must follow the last letter in reading
-/// order. If no letter has the paragraph's direction, Qt would place the ellipsis at the other end
-/// of the text. A direction mark after the ellipsis prevents this.
+/// order. If all letters run against the paragraph's direction, Qt would place it at the other end
+/// of the text. In this case a direction mark after the ellipsis keeps it beside the last letter.
 QString withEllipsis(QString beginning, bool rightToLeft)
 {
     while (beginning.endsWith(u' '))

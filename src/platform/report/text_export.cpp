@@ -9,9 +9,9 @@ namespace report {
 
 namespace {
 
-/// Vertical tolerances, in twips, for controls that share one line of the exported text. A control
-/// belongs to the line if it is at most this far below or above the first control of the line. The
-/// tolerances are needed because captions are slightly higher on the paper than their values.
+/// Vertical tolerances, in twips, for controls that share one line of the exported text. Captions
+/// are slightly higher on the paper than the values in the same line. A control belongs to a line
+/// if it is at most `belowFirst` below, or at most `aboveFirst` above, the line's first control.
 constexpr int belowFirst = 90;
 constexpr int aboveFirst = 15;
 

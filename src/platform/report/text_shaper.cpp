@@ -37,7 +37,8 @@ std::span<const ControlDesign> TextShaper::neighboursOf(const ControlDesign& con
 {
     for (const SectionDesign& section : sections_) {
         const auto& controls = section.controls;
-        // Only std::less may compare these pointers, because they point into different arrays.
+        // Pointers into different arrays may only be compared with std::less, not with the operator
+        // <.
         if (!controls.empty() && !std::less<>()(&control, &controls.front()) &&
             !std::less<>()(&controls.back(), &control))
             return controls;

@@ -11,13 +11,13 @@ namespace report {
 class TextShaper
 {
 public:
-    /// `sections` contains the report sections in which a control's text keeps a distance from
-    /// adjacent captions and lines. The text of any other control ignores them. The sections must
-    /// outlive the shaper.
+    /// The text of a control in one of the `sections` keeps a distance from adjacent captions and
+    /// lines of its section. The text of any other control keeps no such distance. The sections
+    /// must outlive the shaper.
     explicit TextShaper(QStringView fontFamily, std::span<const SectionDesign> sections = {});
 
     /// Returns the shaped text of a control. The reference is valid until the next call of
-    /// shaped(). A control is identified by its address.
+    /// shaped(). The cache distinguishes the controls by their addresses.
     const ShapedText& shaped(const ControlDesign& control, const QString& text);
     const TextFrame& frame(const ControlDesign& control);
 

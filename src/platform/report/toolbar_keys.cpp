@@ -209,8 +209,8 @@ void ToolbarKeys::toggleRest(QToolButton& extension)
     }
 }
 
-/// Returns the extension button that a key has expanded, and clears the stored pointer. Returns
-/// nullptr if there is no such button or if it is no longer expanded.
+/// Returns the extension button of the toolbar that a key has expanded, or nullptr if that toolbar
+/// is no longer expanded. Afterwards no toolbar is stored as expanded by a key.
 QToolButton* ToolbarKeys::takeExpanded()
 {
     QToolButton* extension = isExpanded() ? qobject_cast<QToolButton*>(expanded_.data()) : nullptr;
@@ -218,8 +218,8 @@ QToolButton* ToolbarKeys::takeExpanded()
     return extension;
 }
 
-/// Returns true if the extension button that a key has expanded is still expanded. The user may
-/// have collapsed it with the mouse.
+/// Returns true if the toolbar that a key has expanded is still expanded. The user may have
+/// collapsed it with the mouse.
 bool ToolbarKeys::isExpanded() const
 {
     const auto* extension = qobject_cast<const QToolButton*>(expanded_.data());

@@ -56,8 +56,9 @@ private:
     QList<QToolBar*> toolbars_;
     Tab tab_;
     QPointer<QWidget> cameFrom_;
-    /// The extension button that a key has expanded. The pointer type is QWidget, because the
-    /// object is no longer a QToolButton when the focus leaves a window that is being destroyed.
+    /// The extension button of the toolbar that a key has expanded. The pointer type is QWidget,
+    /// because the pointer is also used while the button is being destroyed. The button is then a
+    /// QWidget, but no longer a QToolButton.
     QPointer<QWidget> expanded_;
 };
 
