@@ -14,8 +14,9 @@ using runtime::RunTimeError;
 
 namespace {
 
-/// The number of rows of a query that Connection::Execute loads. The other rows are loaded later.
-/// The number is enough for the pages of a report that are visible at first, with four rows each.
+/// The number of rows of a query that Connection::Execute loads. The other rows are loaded later. A
+/// page of the report has four rows, so the number is enough for the pages that are visible at
+/// first.
 constexpr int firstRows = 16;
 
 bool isSame(const dao::StoredRow& one, const dao::StoredRow& other)

@@ -117,9 +117,9 @@ private:
         return *list_;
     }
 
-    /// Returns the range of the primary keys, so that the row ids can be read later. Returns
-    /// nothing unless the keys are whole numbers without gaps and the recordset contains all rows
-    /// of a table in the order of these keys.
+    /// Returns the range of the primary keys if they are whole numbers without gaps and the
+    /// recordset contains all rows of a table in the order of these keys. Otherwise returns
+    /// nothing. Rows in the range can be found by their keys, so their row ids can be read later.
     std::optional<KeyRun> keyRun()
     {
         if (query_.where || order_.size() != 1)

@@ -53,8 +53,9 @@ class RecordsetObserver
 public:
     virtual ~RecordsetObserver() = default;
     /// Called before every move (Move..., Seek, moveToKey), even if the move leads to the same row,
-    /// and before a Delete. Before MoveLast, RecordCount already counts all rows. Not called if the
-    /// move is refused. An exception from this function prevents the move.
+    /// and before a Delete. MoveLast counts all rows before it calls this function. Not called if
+    /// the move is impossible, for example in an empty recordset. An exception from this function
+    /// prevents the move.
     virtual void currentAboutToChange() = 0;
     /// Called after every move, after SetIndex and Requery, and when the first row is added to an
     /// empty recordset. Afterwards another row, the same row or no row may be current. Not called
@@ -104,10 +105,11 @@ public:
     bool hasCurrent() const;
 
     /// MoveFirst, MoveLast, MoveNext, MovePrevious and Move make another row current. Each move
-    /// discards the values that were assigned since AddNew or Edit without an Update. MoveFirst and
-    /// MoveLast throw NoCurrentRecord (3021) if the recordset is empty. MoveNext throws the same
-    /// error at the end, and MovePrevious at the beginning. After a Delete, MoveNext goes to the
-    /// row after the deleted row.
+    /// discards the values that were assigned after AddNew or Edit and not stored by Update.
+    /// MoveFirst and MoveLast throw NoCurrentRecord (3021) if the recordset is empty. MoveNext
+    /// throws this error if the position is already after the last row, and MovePrevious if it is
+    /// already before the first row. After a Delete, MoveNext goes to the row after the deleted
+    /// row.
     void MoveFirst();
     void MoveLast();
     void MoveNext() { Move(1); }
@@ -185,7 +187,7 @@ private:
     /// its Database has been closed.
     Private& live() const;
     /// Looks up the first row if its look-up was delayed, and returns the internal state. Throws
-    /// the same errors as live.
+    /// the same errors as live().
     Private& settled() const;
 
     std::unique_ptr<Private> d_;

@@ -45,8 +45,8 @@ private:
     std::vector<std::optional<StoredRow>> readMarked(const SessionOwner& owner, std::size_t first,
                                                      std::size_t count);
 
-    /// The row ids of the rows. If only the key of a row is known, the element is a placeholder
-    /// instead of the row id.
+    /// The row ids of all rows, in the order of the list. A list that is created from a range of
+    /// keys contains a placeholder for each row that was not read yet.
     RowNumbers numbers_;
     std::optional<Keys> keys_;
 };

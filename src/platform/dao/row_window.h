@@ -9,8 +9,8 @@
 
 namespace dao {
 
-/// A cache of the most recently used pages of a long list of rows. Each row of a cached page has a
-/// value, unless the value was discarded.
+/// A cache of the most recently used pages of a long list of rows. For each row of a cached page,
+/// the cache contains an object of the type Row, unless this object was discarded.
 template <typename Row>
 class RowWindow
 {

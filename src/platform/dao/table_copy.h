@@ -38,16 +38,17 @@ TableContents copyTable(Database& from, const QString& table, Database& to, cons
 /// Gives the store a new identity and a new generation (see StoreMark), within the open
 /// transaction. The function is for a store that has just been created, imported or moved.
 void makeStoreMark(Database& database);
-/// Gives the store `to` the identity of the store `from` and a new generation, within the open
-/// transaction of `to`. One of the two stores is a backup of the other one. If `from` has no
-/// identity, `to` gets a new identity.
+/// Gives the store `to` the identity of the store `from`, within the open transaction of `to`, and
+/// a new random text as generation (see StoreMark). One of the two stores is a backup of the other
+/// one. If `from` has no identity, `to` gets a new identity.
 void keepStoreMark(Database& from, Database& to);
 /// Returns the identity of a store. A store and its backups have the same identity, and every other
 /// store has a different identity. The identity of a store that an older version of the program
 /// made is empty until a newer version writes to the store.
 QString storeIdentity(Database& database);
-/// Gives the store a new generation. A station that has worked with the store before then notices
-/// that the store was restored. Opens a transaction unless one is open.
+/// Gives the store a new random text as generation (see StoreMark). A station that used the store
+/// before sees from the new text that the store was restored. Opens a transaction unless one is
+/// open.
 void renewStoreMark(Database& database);
 
 /// Returns the names of the program's internal tables, which start with zomrel_ and which TableDefs
@@ -73,8 +74,8 @@ void actAsOwnerOf(Database& database, const QStringList& tables);
 /// Returns the users' rights on the tables as a list of SQL statements, which applyGrants executes
 /// later. The list is empty for an embedded store.
 QStringList grantsOn(Database& database, const QStringList& tables);
-/// Executes the SQL statements that grantsOn has returned. They grant the same rights on the
-/// present tables with the same names.
+/// Executes the SQL statements that grantsOn has returned for earlier tables. They grant the same
+/// rights on the tables that now have the names of the earlier tables.
 void applyGrants(Database& database, const QStringList& grants);
 
 } // namespace dao

@@ -150,8 +150,8 @@ void FieldDefs::Append(const FieldDef& field) const
     if (ordinalOf(known, field.Name()) >= 0)
         throw RunTimeError(runtime::FieldDefinedTwice);
     if (table_->appended && !known.empty()) {
-        // A counter is refused for an existing table, because every row must get its number when
-        // the row is added.
+        // A counter field cannot be added to an existing table. A row gets its number when it is
+        // added, so the existing rows would have no numbers.
         if (field.info().counter)
             throw RunTimeError(runtime::OperationNotSupported);
         Session& session = table_->session();

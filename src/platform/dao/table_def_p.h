@@ -25,9 +25,9 @@ struct TableDefState
     Session& session() const;
     std::vector<FieldInfo>& knownFields();
     std::vector<IndexInfo>& knownIndexes();
-    /// Returns true if the store contained the table and the last field of the table was then
-    /// deleted. Such a table exists only in this definition, because not every SQL engine supports
-    /// a table without columns.
+    /// Returns true if the last field of a table in the store was deleted. The store then no longer
+    /// contains the table, because not every SQL engine supports a table without columns. The table
+    /// exists only as this object.
     bool standsHereAlone() { return appended && knownFields().empty(); }
     /// Throws ItemNotFound (3265) if the table lacks a field of the index.
     void requireFields(const IndexInfo& index);
@@ -40,8 +40,9 @@ struct TableList
     std::weak_ptr<const SessionOwner> owner;
     std::vector<std::shared_ptr<TableDefState>> known;
 
-    /// Returns the tables of the store, followed by the tables that exist only as a definition. The
-    /// program's internal tables are not returned, but they can be opened by name.
+    /// Returns the tables of the store, followed by the definitions of tables that are no longer in
+    /// the store, because their last field was deleted. The program's internal tables are not
+    /// returned, but they can be opened by name.
     std::vector<std::shared_ptr<TableDefState>> listed();
 };
 

@@ -79,9 +79,9 @@ struct Bound
 };
 
 /// Returns SQL conditions for the rows in which the field is sorted after the value (forward) or
-/// before it (backward). The condition for the nearest rows comes first. Null is sorted before
-/// every other value. Null needs a condition of its own, because in SQL no comparison with Null is
-/// true.
+/// before it (backward). Null is sorted before every other value, so backward the condition for
+/// lower values comes first and the condition for Null second. Null needs a condition of its own,
+/// because in SQL no comparison with Null is true.
 std::vector<Bound> beyond(const QString& field, const QVariant& value, const QString& parameter,
                           bool forward)
 {
@@ -223,15 +223,15 @@ TableRows::Beginning TableRows::beginning(Session& session, const Where& where,
     const Statement met = condition(where);
     const QString count = u"(SELECT count(*) FROM %1%2)"_s.arg(name_, met.sql);
     const Statement numbers = selection(session, rowNumber_, where, order);
-    // The subquery sorts only row ids. An engine that sorts whole rows would first read the values
-    // of every row of the table.
+    // The subquery finds and sorts only row ids. If it sorted whole rows, an engine could read the
+    // values of every row in the table.
     const QString sql =
         u"SELECT %1, %2 FROM %3 WHERE %4 IN (%5 LIMIT %6)"_s.arg(
             count, columns_, name_, rowNumber_, numbers.sql, QString::number(limit)) +
         ordering(session, order, 0, Direction::Forward);
     Beginning result;
-    // The list of parameter values contains the value of the condition only once. The subqueries
-    // for the count and for the row ids use the same parameter.
+    // The list of parameter values contains the value of the condition only once, because the
+    // subqueries for the count and for the row ids use the same parameter.
     for (StoredValues& columns : session.rows(sql, met.values)) {
         result.total = columns.front().toULongLong();
         columns.erase(columns.begin());
@@ -258,8 +258,8 @@ std::optional<KeyRun> TableRows::keyRun(Session& session, int key) const
         end.arg(u"max"_s, field(key), name_),
     };
     const StoredValues seen = session.rows("SELECT "_L1 + asked.join(u", "_s)).front();
-    // Returns nothing if the lowest or the highest key is not a whole number. The number of rows
-    // then does not show whether the keys have gaps.
+    // Returns nothing if the lowest or the highest key is not a whole number, for example in an
+    // empty table. The difference of the two keys is needed to find out whether the keys have gaps.
     if (!std::all_of(seen.begin(), seen.end(), isWholeNumber))
         return {};
     const qint64 first = seen[2].toLongLong();

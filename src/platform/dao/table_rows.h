@@ -22,7 +22,8 @@ std::vector<StoredRow> taken(std::vector<StoredValues>&& rows);
 
 /// Returns the SQL text of a parameter, such as $1. Parameters are counted from 1.
 QString parameter(qsizetype number);
-/// Returns the WHERE clause with these conditions, or an empty text if there are no conditions.
+/// Returns a WHERE clause that joins the conditions in the list with AND, or an empty text if the
+/// list is empty.
 QString whereText(const QStringList& conditions);
 
 /// The order of rows: the positions of the fields by which the rows are sorted, ascending. Rows
@@ -121,8 +122,8 @@ private:
         QVariantList values;
     };
     QString writtenRow(Session& session, qsizetype number) const;
-    /// Returns a WHERE clause and the values of its parameters. Returns an empty statement if there
-    /// is no condition.
+    /// Returns a WHERE clause and the values of its parameters. The text of the clause is empty if
+    /// there is no condition.
     Statement condition(const Where& where) const;
     /// Returns a SELECT of the expression `selected` for all rows that meet the condition, in the
     /// given order.

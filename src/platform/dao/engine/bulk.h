@@ -66,8 +66,9 @@ public:
     /// Reads the whole store and returns the defects that the database engine finds, one text for
     /// each defect.
     virtual QStringList integrityFindings() = 0;
-    /// Returns one line for each trigger, view, rule, constraint or special index in the store that
-    /// the program does not create, and for each trigger of the program that was changed.
+    /// Returns one line for each trigger, view, rule or constraint that the program does not
+    /// create. Also returns one line for each index with options that the program does not use, and
+    /// for each trigger of the program that was changed.
     virtual QStringList foreignObjects() = 0;
     /// Writes a snapshot of the whole store to a file at the path and replaces an existing file
     /// there. The copy is on the disk when the function returns. Meanwhile other stations can read,

@@ -63,7 +63,8 @@ public:
 
     /// Converts the result of a query on the engine's schema to the definitions of tables and
     /// views. Each row of the result describes one field: (table name, is a table, field name,
-    /// field type, is required, is a counter, is numbered by the engine).
+    /// field type, is required, is a counter, gets its numbers from the store and not from the
+    /// program).
     std::vector<TableInfo> tablesOf(const std::vector<StoredValues>& rows) const;
 
 protected:

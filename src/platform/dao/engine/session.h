@@ -64,7 +64,7 @@ public:
     /// Returns an empty text if the engine compares the mark outside of the statement.
     virtual QString writeCondition() { return {}; }
     /// Executes an INSERT into the table and returns the row id of the new row. Throws the same
-    /// errors as write.
+    /// errors as write().
     virtual RowNumber insert(const TableInfo& table, const QString& sql,
                              const QVariantList& values) = 0;
 
@@ -82,8 +82,8 @@ public:
     /// Returns the table or view with this name, and its fields. The case of the name is ignored.
     /// Returns nothing if there is none.
     virtual std::optional<TableInfo> table(const QString& name) = 0;
-    /// Returns a table or view like the function table. Throws TableNotFound (3078) if there is
-    /// none.
+    /// Returns the same as table(), but throws TableNotFound (3078) if there is no table or view
+    /// with this name.
     TableInfo expectTable(const QString& name);
     /// Returns the indexes of a table: first the primary key, then the others in the order of
     /// creation.
@@ -107,9 +107,9 @@ protected:
     virtual Answer execute(const QString& sql, const QVariantList& values) = 0;
     virtual SchemaMemory& schema() = 0;
     void setInTransaction() { inTransaction_ = true; }
-    /// Checks the identifying mark that was read from the store. Throws StoreReplaced (3197) if it
-    /// is not the mark that this process expects at the path. Accepts a mark that was added later
-    /// to a store that an older version of the program had made without one.
+    /// Checks the identifying mark that was read from the store. Throws StoreReplaced (3197) if
+    /// this process expects another mark. If the store had no mark, because an older version of the
+    /// program made it, a mark that a station has added since then is accepted.
     void recognise(const StoreMark& stored);
     runtime::RunTimeError replacedError() const;
     /// Returns the identifying mark (two random texts) that this process expects in the store. The

@@ -28,8 +28,8 @@ struct StoreMark
     bool operator==(const StoreMark&) const = default;
 };
 
-/// Returns a new identifying mark (two equal random texts) for a store that an older version of the
-/// program made without one.
+/// Returns a new identifying mark for a store that an older version of the program made without
+/// one. The two texts of the mark are equal, so that isOfOlderStore recognises it.
 StoreMark markOfOlderStore();
 /// Returns the identifying mark for a store after a restore: the same identity and a new random
 /// text as generation. If the given mark is empty, the identity is new, too.

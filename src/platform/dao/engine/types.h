@@ -71,7 +71,7 @@ struct IndexInfo
     bool unique = false;
 };
 
-/// How long the program waits for a store before it throws an error.
+/// Time limits for one statement: for a lock and for the server's answer.
 struct Timeouts
 {
     /// How long a statement waits for a lock of another station. After this time Locked (3260) is

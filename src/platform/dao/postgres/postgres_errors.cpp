@@ -1,4 +1,4 @@
-// Converts a server's errors to run-time errors with the classic numbers.
+// Converts a server's errors to run-time errors with numbers from runtime::ErrorNumber.
 
 #include "platform/dao/postgres/pq_connection.h"
 

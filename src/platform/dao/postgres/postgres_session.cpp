@@ -249,8 +249,8 @@ Answer PostgresSession::execute(const QString& sql, const QVariantList& values)
     return connection_->execute(sql, values);
 }
 
-/// Makes the next opening of the store check the cached schema, even if the server has just
-/// answered. Called before a statement that may change tables.
+/// Makes the next opening of the store check the cached schema, which is otherwise checked only
+/// once for each handled event. Called before a statement that may change tables.
 void PostgresSession::askAnew() const
 {
     if (const Connection greeted = shared())

@@ -15,8 +15,8 @@ class PostgresSession final : public Session
 {
 public:
     /// Opens the store that the link file at the path names. Throws ConnectionFailed (3151) with
-    /// the server and the reason, and UnrecognizedFormat (3343) for a database that cannot contain
-    /// a store.
+    /// the server and the reason, and UnrecognizedFormat (3343) if the encoding of the database is
+    /// not UTF8.
     static std::unique_ptr<PostgresSession> open(const QString& path, const Link& link,
                                                  const Timeouts& timeouts);
     ~PostgresSession() override;

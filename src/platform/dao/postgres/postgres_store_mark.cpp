@@ -36,8 +36,8 @@ qint64 PostgresSession::write(const QString& sql, const QVariantList& values)
     if (affected > 0)
         return affected;
     requireExpectedMark();
-    // The statement has written nothing, because its condition on the identifying mark was false.
-    // Another station has just added a mark to the store, which had none before.
+    // The identifying mark was added by another station while this process expected a store without
+    // a mark. The condition of the statement was therefore false, and nothing was written.
     if (expectedMark() != expected)
         throw replacedError();
     return affected;

@@ -39,7 +39,7 @@ public:
     /// Returns true if the connection is in a transaction in which a statement has failed. Such a
     /// transaction can only be rolled back.
     bool hasFailedTransaction() const;
-    /// Closes the connection. The errors of later calls contain the reason.
+    /// Closes the connection. The text `reason` says why, and the errors of later calls contain it.
     void abandon(const QString& reason);
     runtime::RunTimeError lossError(const QString& reason = {}) const;
 
@@ -63,8 +63,8 @@ public:
     /// True if the server stores a token with each added row (see row_tokens.h).
     bool usesTokens() const { return usesTokens_; }
     void setUsesTokens(bool uses) { usesTokens_ = uses; }
-    /// The token of the last added row that the server has confirmed on this connection. The token
-    /// is empty before the first such row.
+    /// The token (a random text that is stored with an added row) of the last row that was added on
+    /// this connection and confirmed by the server. The token is empty if there is no such row.
     const QString& lastToken() const { return lastToken_; }
     void setLastToken(const QString& token) { lastToken_ = token; }
 

@@ -174,7 +174,8 @@ ConnectionHandle started(const Link& link, const Timeouts& timeouts, const QByte
                          PasswordUse use)
 {
     const bool mayUsePassword = use != PasswordUse::None;
-    // An empty value makes the client library use its default value for the setting.
+    // If a setting in this list has an empty value, the client library uses its default for the
+    // setting.
     const std::array<std::pair<const char*, QByteArray>, 17> settings = {{
         {"host", link.server.toUtf8()},
         {"hostaddr", address},

@@ -28,10 +28,10 @@ QString tokensAreUsable();
 QString insertWithToken(const QString& insert, const QString& rowNumber, qsizetype parameters,
                         bool hasPrevious);
 
-/// Returns the statement that finds out whether a row with the token $1 is stored. The statement
-/// waits for an INSERT with this token that is still in progress. It then stores the token unless
-/// the token is already stored. If it changes no row, the row is stored. If it changes one row, the
-/// row is not stored, and can no longer be stored, because tokens are unique.
+/// Returns the statement that finds out whether a row was added with the token $1. The statement
+/// waits for an INSERT with this token that is still in progress, and then tries to store the
+/// token. If this changes no row, the token was already stored, so the row was added. If it changes
+/// one row, the row was not added and can no longer be added, because tokens are unique.
 QString claimToken();
 
 } // namespace dao::postgres

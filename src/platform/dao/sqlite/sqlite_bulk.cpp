@@ -63,7 +63,7 @@ qint64 secondsOf(const QVariant& moment)
                : days + moment.toTime().msecsSinceStartOfDay() / 1000;
 }
 
-/// Writes a field value, which the function fromStored has converted from a stored value.
+/// Appends a field value, which the function fromStored has returned, to the bytes of a row.
 void addValue(RowWriter& row, const FieldInfo& field, const QVariant& value)
 {
     switch (value.isValid() ? field.type : 0) {
@@ -99,8 +99,8 @@ const T& held(const QVariant& value)
     return *static_cast<const T*>(value.constData());
 }
 
-/// Writes the stored text of a text or date field. If the stored text needs a conversion, writes
-/// nothing and returns false.
+/// Appends the stored text of a text or date field to the bytes of a row. If the text must first be
+/// converted to a field value, appends nothing and returns false.
 bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
 {
     if (text.isNull()) // Qt returns Null as a null QString.
@@ -115,8 +115,8 @@ bool addStoredText(RowWriter& row, const FieldInfo& field, const QString& text)
     return day.has_value();
 }
 
-/// Writes a stored value. Values of the most common types are written without a conversion to a
-/// field value.
+/// Appends a stored value to the bytes of a row. For the most common types, this needs no
+/// conversion to a field value and is therefore faster.
 void addStored(RowWriter& row, const FieldInfo& field, const QVariant& stored)
 {
     switch (stored.typeId()) {
@@ -185,8 +185,9 @@ private:
         }
     }
 
-    /// Returns a text that describes the current row in messages. The text contains the value of
-    /// the first field, which usually is the key, or else the position of the row.
+    /// Returns a text that describes the current row in messages. If the first field is a whole
+    /// number, it usually is the key, and the text contains its name and value. Otherwise the text
+    /// contains the position of the row.
     QString place() const
     {
         const QVariant key = query_.value(0);

@@ -161,11 +161,11 @@ QString SqliteDialect::declaredType(const FieldInfo& field) const
     return field.counter ? u"COUNTER"_s : Dialect::declaredType(field);
 }
 
-/// Returns the next number of a counter field that has no triggers, because another program has
-/// created the table: the highest number in the table plus 1. After the last possible number, the
-/// statement must fail. Outside of a trigger, SQL can raise only an arithmetic error, so the
-/// expression takes abs() of the lowest 64-bit number, which overflows. The term `0 * highest`
-/// keeps SQLite from evaluating abs() in advance.
+/// Returns the SQL expression for the next number of a counter field without triggers, in a table
+/// that another program has created. The next number is the highest number in the table plus 1.
+/// After the last possible number, the statement must fail. Outside of a trigger, SQL can raise
+/// only an arithmetic error, so the expression takes abs() of the lowest 64-bit number, which
+/// overflows. The term `0 * highest` keeps SQLite from evaluating abs() in advance.
 QString SqliteDialect::newCounterValue(const TableInfo& table, const FieldInfo& counter) const
 {
     return QStringLiteral("(SELECT CASE WHEN highest < %1 THEN highest + 1 "

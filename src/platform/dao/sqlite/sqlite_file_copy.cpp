@@ -22,8 +22,9 @@ public:
     {
         session_.run(u"BEGIN"_s);
         try {
-            // SQLite takes the lock at the first read. If a station has crashed during a
-            // transaction, this read also rolls back the unfinished transaction.
+            // SQLite locks the store at the first read after BEGIN, so the program reads once. If a
+            // station has crashed during a transaction, this read also rolls back the unfinished
+            // transaction.
             session_.rows(u"SELECT count(*) FROM sqlite_master"_s);
         } catch (const RunTimeError&) {
             release();

@@ -44,8 +44,8 @@ Presence::Presence(const QString& path)
 {
     if (descriptor_ == -1)
         return;
-    // A program that looks for connected stations locks this byte for a moment. Locking the byte is
-    // therefore tried several times.
+    // A program that looks for connected stations locks the presence byte of the file for a moment.
+    // This program therefore tries several times to lock the byte.
     constexpr int trials = 20;
     constexpr DWORD pause = 5; // Milliseconds.
     for (int trial = 0; trial < trials; ++trial) {

@@ -161,17 +161,17 @@ void SqliteSession::connect(const QString& mode, std::chrono::milliseconds lockW
 
 void SqliteSession::prepareUse()
 {
-    // This statement makes SQLite read the schema. If the file is not a store, or if the store is
-    // locked or damaged, the error therefore occurs here and not in a later statement.
+    // This statement makes SQLite read the schema from the file. It therefore fails if the file is
+    // locked, damaged or not a store. Otherwise a later statement would fail.
     QSqlQuery journal(connection_->database());
     if (!journal.exec(u"PRAGMA journal_mode"_s) || !journal.next())
         throw openingError(journal.lastError());
     const bool rollbackJournal = journal.value(0).toString() == "delete"_L1;
     journal.finish();
     QSqlQuery settings(connection_->database());
-    // Changes a store with a write-ahead log back to a rollback journal. The statement has no
-    // effect while another station uses the store. The store is then used with the write-ahead log,
-    // because commits to this log are durable, too.
+    // Tries to replace the store's write-ahead log by a rollback journal. While another station
+    // uses the store, SQLite keeps the write-ahead log. The log can be used, too, because its
+    // commits are also durable.
     if (!rollbackJournal)
         settings.exec(u"PRAGMA journal_mode = DELETE"_s);
     requireDurableCommits(settings);
@@ -199,9 +199,9 @@ void SqliteSession::requireDurableCommits(QSqlQuery& settings) const
                 .arg(name(), QString::number(set), QString::number(extra)));
 }
 
-/// Prepares a pooled connection for its next use by reading the schema mark. Reading the mark fails
-/// if the file is locked or damaged, as opening the file would. A changed mark shows that another
-/// station has changed the schema.
+/// Prepares a pooled connection for its next use by reading the schema mark, which changes when a
+/// station changes the schema. If the file is locked or damaged, this throws the same error as
+/// opening the file.
 void SqliteSession::renewUse()
 {
     const QString mark = schemaMark();
