@@ -57,8 +57,8 @@ void reportNoAccess(const QString& text)
     if (answer == runtime::vbYes)
         startFileManager();
     else if (answer == runtime::vbNo)
-        // The message box offers the answer No for entering another path of the store. The program
-        // has no form for that, so this answer throws ObjectRequired (424).
+        // The answer No is meant for entering a new path of the store. The program has no form for
+        // that, so it throws ObjectRequired (424).
         throw runtime::RunTimeError(runtime::ObjectRequired);
 }
 

@@ -10,10 +10,11 @@ namespace store {
 /// messages assume that the store is on another computer of the network. Does nothing for the error
 /// numbers 0 (no error) and 32755 (a dialog was cancelled).
 ///
-/// For a locked store, ends the process with exit status 1 after the user has answered the message
-/// box. For a store that cannot be reached, the message box has three answers: Yes starts the
-/// system's file manager, No throws ObjectRequired (424) and so ends the process, and Cancel
-/// returns. The access is not retried. For any other error, only shows the message.
+/// For a locked store, ends the process with exit status 1 after the user has closed the message
+/// box. For a store that cannot be reached, the message box has three answers. After Yes, the
+/// function starts the system's file manager and returns. After No, it throws ObjectRequired (424),
+/// which ends the process. After Cancel, it only returns. The access is not retried. For any other
+/// error, only shows the message.
 void ReportAccessError(std::int32_t errorNumber, const QString& errorDescription);
 
 } // namespace store

@@ -52,10 +52,10 @@ QStringList columns();
 
 /// Reads openings from a comma-separated UTF-8 file. A text that contains a comma is in double
 /// quotes. A measure has at most 3 digits before the decimal point and at most 2 after it. If the
-/// monoblock columns are empty, the opening is an ordinary window. The deductions, the U-profile
-/// thickness and the slat of a monoblock may be empty; the values that the form proposes for the
-/// monoblock type are then used. An invalid row is skipped and reported with its line number. A
-/// missing or wrong heading line is reported in the same way.
+/// column `monoblock` (the monoblock type) is empty, the opening is an ordinary window. Otherwise
+/// the deductions, the U-profile thickness and the slat thickness may still be empty; the values
+/// that the form proposes for the monoblock type are then used. An invalid row is skipped and
+/// reported with its line number. A missing or wrong heading line is reported in the same way.
 Openings readOpenings(QIODevice& file);
 
 } // namespace demo

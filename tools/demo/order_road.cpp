@@ -82,7 +82,8 @@ private:
 OrderRoad::OrderRoad(const QString& folder, const QString& out)
     : out_(out), window_(shell::openMainWindow(folder))
 {
-    // Enlarges the main window on Qt's offscreen platform, whose screen is smaller than the forms.
+    // Enlarges the main window so that the forms inside it fit. On Qt's offscreen platform, it is
+    // too small at first.
     if (window_->width() < smallestScreen.width()) {
         window_->showNormal();
         window_->resize(smallestScreen);
@@ -146,7 +147,7 @@ void OrderRoad::viewLine()
     picture(*window_, u"order-with-lines"_s);
     const orders::FrOrder& form = orders::frOrder();
     if (control<QTableView>(form, u"DBGrid1"_s).model()->rowCount() == 0)
-        // An order without lines has no line to view. The button then opens no form, so there is no
+        // For an order without lines, the button for viewing a line opens no form, so there is no
         // picture to save.
         return;
     driving::inNextModal([this](QDialog& view) {
@@ -163,8 +164,8 @@ void OrderRoad::print()
     settle();
     QWidget* preview = driving::shownWindow(driving::names::preview);
     if (preview == nullptr)
-        // For an order without lines the button opens no print preview, so there is nothing to
-        // save.
+        // For an order without lines, the button for printing opens no print preview, so there is
+        // nothing to save.
         return;
     picture(*preview, u"report-preview"_s);
     const auto former = report::fileDoor().replace([this](const report::FileRequest& request) {

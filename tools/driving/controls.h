@@ -53,7 +53,7 @@ QString cellText(const QTableView& grid, int row, int column);
 
 /// Calls `work` with the modal dialog that the caller opens after this function has returned. The
 /// dialog's event loop makes the call. After the call, the dialog is closed if it is still open.
-/// Ends the process if the event loop runs and no modal dialog is open. A run-time error in `work`
+/// Ends the process if an event loop runs before a modal dialog is open. A run-time error in `work`
 /// is handled like a run-time error of the program's own code.
 void inNextModal(std::function<void(QDialog&)> work);
 

@@ -14,8 +14,8 @@ bool isAddress(const QString& place);
 /// Parses the address of a server's database in the same way as libpq:
 /// postgresql://USER@HOST[:PORT]/DATABASE[?sslmode=MODE&host=FOLDER&port=PORT&user=NAME&dbname=NAME],
 /// with percent-encoding (https://www.postgresql.org/docs/15/libpq-connect.html). Throws
-/// UnrecognizedFormat (3343) for an address that is incomplete, contains a password, or contains
-/// anything that a link cannot store.
+/// UnrecognizedFormat (3343) for an address that is incomplete or invalid, or that contains a
+/// password.
 dao::Link parseAddress(const QString& address);
 
 /// Parses the name of a server: "HOST", "HOST:PORT", "[ADDRESS]:PORT", "/FOLDER" or "/FOLDER:PORT".

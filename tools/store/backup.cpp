@@ -68,8 +68,8 @@ public:
                 throw;
             database_.reset();
         }
-        // If the write-ahead log still exists, stations keep the store open, and the log contains
-        // changes that the store's file lacks. The store is therefore treated as locked.
+        // Opening a store removes its write-ahead log, unless a station uses the store. If the log
+        // still exists after the opening, the store is therefore treated as locked.
         if (isHeld() && QFileInfo::exists(path + writeAheadLog))
             throw RunTimeError(runtime::Locked);
     }
@@ -85,9 +85,9 @@ private:
     std::shared_ptr<dao::Database> database_;
 };
 
-/// Returns a name that is free for the old store: no file and no journal has this name. If a killed
-/// restore has left a hard link to the store at `path` under a name, the function removes the link,
-/// so that this name is free again.
+/// Returns a free name for the old store: of PATH.before-restore, PATH.before-restore.2 and so on,
+/// the first name that no file and no journal has. A killed restore may have left one of these
+/// names as a hard link to the store at `path`. The function removes this link.
 QString freeName(const QString& path)
 {
     const QString first = path + u".before-restore"_s;
@@ -147,7 +147,8 @@ BackupOutcome backUpFile(const Place& place, const QString& target)
     BackupOutcome outcome = outcomeOf(checkReport(Place(copy), Figures::Skipped));
     if (!outcome.findings.isEmpty())
         return outcome;
-    // The backup is written from the temporary copy, so that stations can use the store meanwhile.
+    // The backup is written from a temporary copy of the store and not from the store itself, so
+    // that stations can use the store meanwhile.
     backup.fill(copy);
     runtime::limitAccess(backup.file(), runtime::accessOf(place.name()));
     backup.putInPlace(runtime::Existing::Refuse);
@@ -170,8 +171,9 @@ BackupOutcome backUpDatabase(const Place& place, const QString& target, const Ro
 }
 
 /// Puts the findings of a backup's check into the outcome of a restore. If `oddities` is Refused,
-/// every finding prevents the restore. If it is Accepted, only findings that prevent copying do. If
-/// there are none of these, the other findings become notes.
+/// every finding prevents the restore. If `oddities` is Accepted, only findings that prevent
+/// copying also prevent the restore. If the check has no finding that prevents copying, Accepted
+/// turns all findings into notes for the user.
 void takeFindings(const CheckReport& report, Oddities oddities, RestoreOutcome& outcome)
 {
     if (oddities == Oddities::Refused)

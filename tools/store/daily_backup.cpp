@@ -56,8 +56,8 @@ QStringList backupsIn(const QString& folder)
         if (dayOf(name).isValid())
             names.append(name);
     }
-    // All names have the same length and contain the date as year, month, day, so sorting the names
-    // sorts the dates.
+    // All file names of daily backups have the same length and contain the date as year, month,
+    // day, so sorting the names sorts the dates.
     std::sort(names.begin(), names.end(), std::greater<>());
     return names;
 }
@@ -97,8 +97,9 @@ bool mayBeOf(const QString& path, const QString& store)
     return identity.isEmpty() || store.isEmpty() || identity == store;
 }
 
-/// Returns the name of the newest backup in the folder that belongs to another store, or an empty
-/// text if none is found. The search ends at the newest good backup of this store.
+/// Searches the folder for a backup that belongs to another store, from the newest backup to the
+/// oldest. Returns its file name, or an empty text if none is found. The search ends at the first
+/// good backup of this store, so older backups are ignored.
 QString backupOfAnotherStore(const QString& folder, const QString& store)
 {
     for (const QString& name : backupsIn(folder)) {

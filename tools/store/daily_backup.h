@@ -28,9 +28,9 @@ struct DailyOutcome
 QString dailyBackupName(const QDate& day);
 
 /// Makes the backup of the day `today` in a folder, unless the folder already contains a good
-/// backup of that day. Then removes all but the newest backups. A damaged backup of that day is
-/// renamed, and a new one is made. The new backup is checked twice: before it is written to the
-/// folder, and afterwards at its final path.
+/// backup of that day. Then removes old backups, so that the newest 30 (keptDailyBackups) remain. A
+/// damaged backup of that day is renamed, and a new one is made. The new backup is checked twice:
+/// before it is written to the folder, and afterwards at its final path.
 ///
 /// Removes only files whose names have the form of dailyBackupName(). Removes nothing if no new
 /// backup was made, and never removes the new backup. Throws PermissionDenied (3051) if the folder

@@ -10,11 +10,12 @@
 namespace storetools {
 
 /// Translates an English message of a database engine to the user's language. Returns nothing if
-/// this is Hebrew and the message has no translation.
+/// the user's language is Hebrew and the message has no Hebrew translation.
 std::optional<QString> translated(const QString& english);
 
-/// Translates an English message of a database engine to the user's language. If there is no Hebrew
-/// translation, returns a Hebrew sentence that quotes the English message.
+/// Translates an English message of a database engine to the user's language. If that is English,
+/// returns the message unchanged. If it is Hebrew and the message has no translation, returns a
+/// Hebrew sentence that quotes the message.
 QString ofEngine(const QString& english);
 QStringList ofEngine(const QStringList& english);
 

@@ -16,8 +16,9 @@ Language& chosenLanguage()
 QString usersLocaleName()
 {
 #ifdef Q_OS_WIN
-    // On Windows, Qt evaluates only the display language. Scripts may set the locale variables of
-    // other systems, so the program reads these variables itself.
+    // On Windows, Qt evaluates only the display language. Scripts may choose a language with
+    // LC_ALL, LC_MESSAGES or LANG, as on Linux, so the program reads these environment variables
+    // itself.
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         if (const QString name = qEnvironmentVariable(variable); !name.isEmpty())
             return name;

@@ -24,8 +24,9 @@ namespace {
 /// processes a whole store, which takes longer than a query of a form.
 constexpr std::chrono::minutes patience(5);
 
-/// Returns an option as the help text shows it: its name, a placeholder for its value and
-/// placeholders for the command's arguments, such as "--daily [STORE] FOLDER".
+/// Returns an option as the help text shows it: the option's name, a placeholder for its value if
+/// it has one, and the arguments that the command then takes. An example without a value is
+/// "--daily [STORE] FOLDER".
 QString wordsOf(const Option& option)
 {
     return (QStringList{option.name, option.value} + option.arguments).join(u' ').simplified();

@@ -11,11 +11,11 @@ namespace storetools {
 
 class Place;
 
-/// Findings about the settings of the server of a store. Both lists are empty for an embedded store
-/// and for a server that cannot be reached.
+/// Findings about the settings of the server of a store. There are none for an embedded store and
+/// for a server that cannot be reached.
 struct Safety
 {
-    QStringList hazards; ///< The server may lose confirmed rows.
+    QStringList hazards; ///< The server may lose committed rows.
     QStringList remarks; ///< The server may not notice damage.
 };
 
@@ -25,7 +25,7 @@ Safety safetyOf(const Place& place);
 /// Returns the advice to the user about a server that may lose rows.
 QString adviceForServer();
 
-/// Throws InvalidOperation (3219) if the server of an open store may lose confirmed rows.
+/// Throws InvalidOperation (3219) if the server of an open store may lose committed rows.
 void requireDurable(dao::Database& database);
 
 } // namespace storetools

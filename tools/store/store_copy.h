@@ -32,7 +32,7 @@ public:
     /// Returns one line for each table, field and index of the store that is missing or wrong.
     /// These findings prevent copying.
     const QStringList& findings() const { return findings_; }
-    /// Returns one line for each table that does not belong to the store and is not copied.
+    /// Returns one line for each table that is not copied, because it does not belong to the store.
     const QStringList& notes() const { return notes_; }
 
     /// Checks the snapshot.

@@ -17,8 +17,8 @@ namespace {
 enum class Kind : quint8 { Opened = 1, ForeignTable, Table, Row, TableEnd, End };
 
 /// The maximum size in bytes of a frame, a block of data that contains at most one row of the old
-/// store. A row without its memos (long texts) fits on one page of the old file, and a memo has at
-/// most 16 MiB.
+/// store. The size is enough for a row with three memos (long texts) of 16 MiB, the maximum size of
+/// a memo.
 constexpr quint32 longestFrame = 64 * 1024 * 1024;
 constexpr qsizetype lengthSize = sizeof(quint32);
 /// The upper limit for the number of columns of a table. No table of the old format has more

@@ -31,7 +31,7 @@ struct HandleCloser
 };
 using Handle = std::unique_ptr<MdbHandle, HandleCloser>;
 
-/// The position of a row within the page that was read last.
+/// The position of a row within a page of the file.
 struct PlaceInPage
 {
     int start = 0;
@@ -67,8 +67,8 @@ private:
 };
 
 /// Reads one table. The reader first locates all rows and then reads them in the order of their
-/// keys, because the file reuses the space of deleted rows and so does not keep the insertion
-/// order.
+/// keys, so that the new store contains them in the order in which they were added. Their order in
+/// the file may differ, because new rows reuse the space of deleted rows.
 class TableReader
 {
 public:

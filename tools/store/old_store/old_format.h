@@ -40,7 +40,7 @@ struct OldTable
     QString name;
     qint64 recordedRows = 0;        ///< The number of rows that the file records for the table.
     std::vector<OldColumn> columns; ///< The columns that the store's schema contains.
-    /// The columns of the table that the store's schema does not contain.
+    /// The old table's columns that are missing in the store's schema.
     std::vector<OldColumn> foreignColumns;
 };
 

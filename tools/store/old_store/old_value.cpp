@@ -64,8 +64,8 @@ double fromCurrency(qint64 value)
 /// is the time of day, which counts forward from midnight even if the number is negative.
 QVariant fromDays(double days)
 {
-    // The upper limit for the absolute number of days. The limit is greater than the last date that
-    // the old file format can store.
+    // The upper limit for the number of days between a date and 30 December 1899, the day 0 of the
+    // old file format. No date that this format can store reaches the limit.
     constexpr double farthest = 3'000'000;
     if (!(std::abs(days) < farthest))
         refuseValue(say({u"it is no date", u"זה אינו תאריך"}));

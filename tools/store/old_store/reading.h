@@ -13,8 +13,8 @@ struct ReadingProcess
 {
     QString program;
     QStringList arguments;
-    /// The timeout in seconds for output of the process. A process that writes nothing for this
-    /// long counts as hung.
+    /// The longest time in seconds for which the process that reads the old store may write no
+    /// output. A process that is silent for longer counts as hung.
     int longestSilence = 60;
     /// Timeout in seconds for the whole process.
     int longestTime = 3600;
