@@ -187,9 +187,9 @@ void MoveToServer(benchmark::State& state)
 }
 BENCHMARK(MoveToServer)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(rounds);
 
-/// Measures moving a store from a server to a file. COPY cannot write an SQLite file. The baseline
-/// therefore copies the rows out of the server and then into empty tables on the server. The time
-/// of copying the rows out is also reported separately.
+/// Measures moving a store from a server to a file. The baseline copies the rows out of the server
+/// with COPY. COPY cannot write an SQLite file, so the baseline then writes the rows into empty
+/// tables on the server. The time of copying the rows out is also reported separately.
 void MoveToFile(benchmark::State& state)
 {
     both();

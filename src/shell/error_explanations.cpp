@@ -20,9 +20,9 @@ struct Explanation
     int number;
     const char16_t* happened;
     const char16_t* next;
-    /// The explanation is used only for errors whose description begins with this text. With an
-    /// empty text it is used for all other errors with the same number, so it comes after the
-    /// explanations that have a text.
+    /// The explanation is used only for errors whose description begins with this text. An empty
+    /// text fits every description. The first explanation that fits an error is used. Among
+    /// explanations of the same error number, the one with the empty text therefore comes last.
     QLatin1StringView description = {};
 };
 
@@ -45,8 +45,8 @@ const std::array explanations{
     Explanation{runtime::Overflow, u"נגמרו המספרים של אחת הטבלאות בקובץ הנתונים.",
                 u"שמור את קובץ הנתונים בצד, וצור קובץ חדש בעזרת zomrel-store create.",
                 "Overflow ("_L1},
-    // The explanation of this overflow names two causes, because an order number that is too large
-    // and a measure that is too large give errors with the same description.
+    // This explanation of the error Overflow (6) names two causes, because an order number that is
+    // too large and a measure that is too large give errors with the same description.
     Explanation{runtime::Overflow, u"נגמרו מספרי ההזמנות, או שמידה גדולה מדי.",
                 u"אם מספר ההזמנה האחרונה הוא 32767, שמור את קובץ הנתונים בצד וצור קובץ חדש בעזרת "
                 u"zomrel-store create. אחרת הפעל את התוכנית מחדש ובדוק את המידות."},

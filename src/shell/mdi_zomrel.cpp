@@ -136,8 +136,8 @@ void MDIZomrel::addButtonMenu(QAction* button)
                     [this, buttonMenu] { Toolbar1_ButtonMenuClick(*buttonMenu); });
     }
     auto* toolButton = qobject_cast<QToolButton*>(Toolbar1->widgetForAction(button));
-    // The tool button must get the menu before the action gets it. With the two calls in the
-    // reverse order, Qt removes the menu from the tool button.
+    // The toolbar's button and its action share one menu. The button must get the menu first. In
+    // the reverse order, Qt removes the menu from the button.
     toolButton->setMenu(menu);
     button->setMenu(menu);
     toolButton->setPopupMode(QToolButton::MenuButtonPopup);

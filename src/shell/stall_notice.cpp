@@ -34,8 +34,8 @@ class NoticeProcess final : public runtime::StallNotice
 public:
     NoticeProcess(const QString& program, const Stall& stall)
     {
-        // The current folder may be the one that does not respond. The process that shows the
-        // notice therefore starts in the root folder.
+        // The cause of the wait may be that the current folder, such as a network folder, does not
+        // respond. The process that shows the notice therefore starts in the root folder.
         process_.setWorkingDirectory(QDir::rootPath());
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

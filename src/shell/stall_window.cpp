@@ -101,8 +101,9 @@ void StallWindow::countOn()
     LabelWaiting->setText(u"התוכנית ממתינה כבר %1 לתשובה מבסיס הנתונים:"_s.arg(time));
 }
 
-/// Ends the program after a confirmation. This window then says that the program's windows
-/// disappear later, because the system can keep an ended program until its blocked call returns.
+/// Ends the program after a confirmation. The system can keep an ended program until its blocked
+/// call returns. The notice therefore says that the program's windows disappear as soon as the
+/// system releases the program.
 void StallWindow::cmdEnd_Click()
 {
     if (!isConfirmed(this))

@@ -6,8 +6,8 @@ class QLabel;
 
 namespace shell {
 
-/// The main window's status bar. Its five panels show the date, the time, their captions, and the
-/// name and purpose of the product. Date and time come from the system clock and update
+/// The main window's status bar. It has five panels: the date, its caption, the time, its caption,
+/// and the name and purpose of the product. Date and time come from the system clock and update
 /// automatically.
 class StatusBar : public QStatusBar
 {

@@ -30,8 +30,8 @@ bool isSame(const QString& one, const QString& other)
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
 
-/// Returns true if the definition of a field in the store is the expected one. Only a counter field
-/// may be required (not Null).
+/// Returns true if the definition of a field in the store is the expected one. A definition that
+/// forbids Null is accepted only for a counter field (automatic number).
 bool isAlike(const dao::FieldInfo& found, const dao::FieldInfo& wanted)
 {
     return isSame(found.name, wanted.name) && found.type == wanted.type &&

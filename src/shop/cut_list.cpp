@@ -19,8 +19,9 @@ void addLine(int order, int line, QStringList& lines)
         lines.append(name);
 }
 
-/// Replaces each size by the greatest of the sizes that differ from it only by floating-point
-/// noise, so that the elements can be sorted and compared by exact values.
+/// Replaces the size of each element, such as the length of each piece in a list. The new size is
+/// the greatest of the sizes that differ from the old one only by floating-point noise. The
+/// elements can then be sorted and compared by exact values.
 template <typename Element>
 void unify(std::vector<Element>& elements, double Element::*size)
 {

@@ -69,8 +69,8 @@ void addParts(dao::Recordset& row, const cuts::ComputedLine& line, const cuts::T
 }
 
 /// Returns the explanation of the width and number of the slats. The slats are narrower than the
-/// opening by a deduction that the order line does not store. The explanation uses the usual
-/// deduction that gives the stored width.
+/// opening by a deduction that the order line does not store. The explanation therefore tries the
+/// two usual deductions. If neither gives the stored width, the width has no explanation.
 QString explainedSlat(dao::Recordset& row, const cuts::Size& opening, double slat)
 {
     QString width;

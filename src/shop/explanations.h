@@ -41,8 +41,8 @@ struct ExplainedLine
 /// Explains the sizes of the order line in the current row with the series of the catalogue. Parts
 /// that are not made and sizes that are 0 are left out. A size that cannot be explained has the
 /// explanation "אין הסבר" (no explanation). The explanation of a part's width also contains the
-/// computation of the number of pieces. The explanation of the slats' width also contains the
-/// computation of the number of slats, if the stored slat thickness gives the stored number.
+/// computation of the number of pieces. For slats, this computation is left out if it does not give
+/// the stored number of slats.
 ExplainedLine explain(dao::Recordset& line, const std::vector<calculation::NamedSeries>& catalogue);
 
 } // namespace shop

@@ -12,8 +12,9 @@ namespace shop {
 
 namespace {
 
-/// Returns `files` with the missing CSV documents added. The workbook contains the same tables as
-/// the CSV documents, so all of them must be checked.
+/// Returns `files` with the missing CSV documents added. The workbook itself is not read. It
+/// contains the same tables as the CSV documents together, so all CSV documents are checked in its
+/// place.
 QMap<QString, QByteArray> withTablesOfWorkbook(const ShopPack& pack,
                                                QMap<QString, QByteArray> files)
 {

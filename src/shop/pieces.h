@@ -105,8 +105,8 @@ struct Pieces
     std::vector<Fault> faults;
 };
 
-/// The greatest allowed count of a part in an order line, and the greatest allowed number of pieces
-/// of the part for one side.
+/// The limit of two numbers: the count of a part in an order line, and the number of pieces of one
+/// of the part's lengths (width or height) in the line.
 constexpr int mostPieces = 100000;
 
 /// Returns the pieces, panes and faults (reasons why pieces cannot be made) of the order lines. The

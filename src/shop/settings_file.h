@@ -7,7 +7,7 @@
 
 namespace shop {
 
-/// The stored settings of bars, and all groups that the settings file lists, also those without
+/// The stored settings of bars, and all groups of pieces that can have settings, also those without
 /// stored settings.
 struct StoredBars
 {

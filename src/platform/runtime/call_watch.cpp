@@ -37,8 +37,9 @@ QByteArray fileOfMainThread(const char* name)
 #ifdef Q_OS_WIN
 
 /// Returns the processor times of the watched thread, or no value if Windows does not report them.
-/// Windows does not count how often a thread has been scheduled. The function therefore increases
-/// the count `switches` at each call, so that a sleeping thread counts as waiting for a lock.
+/// Windows does not count how often a thread wakes up. The function therefore returns a greater
+/// count `switches` at each call, as if the thread wakes up again and again. A sleeping thread then
+/// counts as waiting for a lock.
 std::optional<CallWatch::ThreadTimes> CallWatch::timesOfWatchedThread()
 {
     static qint64 looks = 0;
@@ -140,7 +141,8 @@ std::optional<quint64> CallWatch::stalledCall()
     const std::lock_guard lock(mutex_);
     const auto lasted = Clock::now() - since_;
     // Whether the thread sleeps is found by comparing its processor times with an earlier reading.
-    // The first reading therefore takes place one interval before the shortest time limit.
+    // The first reading therefore takes place one interval (the time between two checks) before the
+    // shortest time limit for a sleeping thread.
     const auto shortest = std::min(patience_.blocked, patience_.waiting);
     if (calls_.empty() || change_ == lastShown_ || lasted + patience_.interval < shortest)
         return {};

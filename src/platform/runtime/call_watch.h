@@ -30,14 +30,15 @@ enum class Awaited { File, Server };
 struct StallPatience
 {
     /// The time limit for a call in which the thread does not run at all, such as reading from a
-    /// network share that does not respond. On Windows the time limit `waiting` is used instead,
-    /// because Windows does not report whether a sleeping thread wakes up.
+    /// network share that does not respond. Windows does not report whether a sleeping thread wakes
+    /// up again and again. There the shorter time limit `waiting` applies to each sleeping thread.
     std::chrono::milliseconds blocked = std::chrono::milliseconds(5000);
     /// The time limit for a call in which the thread waits for a server, or sleeps most of the time
     /// and wakes up again and again. A thread that waits for a lock of an SQLite file behaves like
     /// that.
     std::chrono::milliseconds waiting = std::chrono::milliseconds(1000);
-    /// The time limit for every other call, such as a long computation.
+    /// The time limit for a call in which the thread runs, such as a long computation, or in which
+    /// its state is unknown.
     std::chrono::milliseconds busy = std::chrono::milliseconds(6500);
     /// The time between two checks of the call that is running.
     std::chrono::milliseconds interval = std::chrono::milliseconds(250);

@@ -365,8 +365,9 @@ bool keepAccess(QFile& file, const FileAccess& access)
     const bool hasOwner =
         fstat(file.handle(), &status) == 0 &&
         (status.st_uid == access.owner || fchown(file.handle(), access.owner, gid_t(-1)) == 0);
-    // In a file with an access control list, the group bits of the mode limit the entries of the
-    // list. In a file without the list, these bits are rights of the group, so they are reduced.
+    // The group bits of the mode limit the entries of the access control list. If the new file does
+    // not get the same group and list, these bits could give a group too many rights. They are
+    // therefore reduced to the rights that everybody has.
     const bool isSame = hasGroup && setAccessList(file.handle(), access.list);
     if (!isSame)
         setAccessList(file.handle(), {});

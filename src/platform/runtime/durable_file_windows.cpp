@@ -77,9 +77,9 @@ constexpr auto renameWithFlags = FILE_INFO_BY_HANDLE_CLASS(22);
 constexpr DWORD replaceExisting = 1;
 constexpr DWORD evenIfOpen = 2;
 
-/// Gives an open file the name of another file, which it replaces. Programs that have the replaced
-/// file open can still use that file without a name. Returns false if the replacement fails, for
-/// example because only local file systems of Windows 10 and newer support it.
+/// Gives an open file the name of another file, which it replaces. The replaced file then has no
+/// name, but programs that have it open can still use it. Returns false if the replacement fails,
+/// for example because only local file systems of Windows 10 and newer support it.
 bool takeName(HANDLE file, const QString& newPath)
 {
     const std::wstring name = wideName(newPath);

@@ -41,7 +41,7 @@ void guarded(Handler&& handler, const QPointer<const QObject>& sender = {}) noex
         }
     } catch (const ProcessEnded&) {
         // Tests throw ProcessEnded instead of ending the process. The only purpose of the exception
-        // is to leave the handler, so nothing else is done.
+        // is to leave the handler, so it is caught here and ignored.
         return;
     }
 }

@@ -90,10 +90,10 @@ bool isOnlyOurs(const QString& folder)
 
 #endif
 
-/// Returns Qt's plugin paths without the program's folder. They are meant for setLibraryPaths(): Qt
-/// later leaves out each folder that this call removes. Only a folder in the paths can be removed.
-/// The function therefore first adds the program's folder to the paths through the variable
-/// QT_PLUGIN_PATH.
+/// Returns Qt's plugin paths without the program's folder, for setLibraryPaths(). Qt adds the
+/// program's folder to its paths later, unless setLibraryPaths() has removed it from them. The
+/// folder must therefore be in the paths first. The function adds it through the variable
+/// QT_PLUGIN_PATH, and then removes it from the returned list.
 QStringList pathsWithoutTheFolder(const QString& folder)
 {
     const QByteArray before = qgetenv(pluginPathVariable);
@@ -112,8 +112,9 @@ void insertBeforeToolkit(const QString& folder, QStringList& paths)
 {
     const QString toolkit = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath)).canonicalPath();
 #ifdef Q_OS_WIN
-    // On Windows the Qt libraries are in the program's folder, so Qt also searches for plugins in a
-    // folder beside the program's folder. That search path is removed.
+    // On Windows Qt expects its plugins in a folder beside the folder of its libraries. The
+    // libraries are in the program's folder, so Qt would search for plugins outside of it. That
+    // search path is removed.
     paths.removeAll(toolkit);
 #endif
     const qsizetype place = paths.indexOf(toolkit);

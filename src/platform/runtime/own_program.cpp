@@ -18,8 +18,8 @@ namespace runtime {
 
 namespace {
 
-/// Copies the program's file to the file descriptor. sendfile needs no copy buffer in this thread,
-/// which would stay allocated.
+/// Copies the program's file to the file descriptor. sendfile copies inside the kernel. A copy
+/// buffer in this thread would stay allocated after the copying.
 bool copyProgramTo(int descriptor)
 {
     QFile program(u"/proc/self/exe"_s);

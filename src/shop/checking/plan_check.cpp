@@ -17,7 +17,8 @@ namespace shop::checking {
 namespace {
 
 constexpr double noise = 1e-9;
-/// Two sums of the same lengths in different orders differ by less than this value.
+/// Floating-point sums of the same lengths, added in different sequences, differ by less than this
+/// value.
 constexpr double noiseOfSums = 1.1e-9;
 
 bool isWhole(const QJsonValue& value, double least)
@@ -26,8 +27,8 @@ bool isWhole(const QJsonValue& value, double least)
            std::floor(value.toDouble()) == value.toDouble();
 }
 
-/// Returns true if the value is a 32-bit integer. The numbers of orders and lines may also be 0 or
-/// negative.
+/// Returns true if the value is any 32-bit integer. The numbers of orders and lines are tested with
+/// it, because they may be 0 or negative.
 bool isInteger(const QJsonValue& value)
 {
     return isWhole(value, -2147483648.0);
@@ -38,7 +39,7 @@ bool isLength(const QJsonValue& value)
     return value.isDouble() && std::isfinite(value.toDouble());
 }
 
-/// Returns a finding for each missing or unknown key of an object.
+/// Returns an error text for each missing or unknown key of a JSON object.
 QStringList wrongKeys(const QJsonObject& object, const QStringList& wanted)
 {
     QStringList findings;

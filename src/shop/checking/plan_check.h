@@ -13,8 +13,9 @@
 namespace shop::checking {
 
 /// Returns one text for each error of a plan.json that can be found without its store. Checks the
-/// structure, the lengths of each bar with kerf and trim, the rests, the counts, the stop settings,
-/// and the lower bound.
+/// structure, the lengths of the pieces on each bar with kerf and trim, the rest (remainder) of
+/// each bar, the counts, how often the saw's stop is set, and the lower bound of the number of
+/// bars.
 QStringList checkPlan(const QJsonObject& plan);
 
 /// Returns the errors in the contents of a plan.json file: an error of parsing, or the errors that

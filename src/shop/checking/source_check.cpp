@@ -11,8 +11,8 @@ namespace shop::checking {
 
 namespace {
 
-/// Compares how often each item of a plan exists with how often it should exist. Each item, such as
-/// a piece or a pane, is identified by a text.
+/// Compares how often an item is in a plan with how often it should be there. Each item, such as a
+/// piece or a pane, is identified by a text.
 class Tally
 {
 public:

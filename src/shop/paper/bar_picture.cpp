@@ -105,8 +105,8 @@ private:
     double position_ = 0;
 };
 
-/// Returns the order lines of the pieces at one position in the cutting order. Each of the equal
-/// bars has one piece at this position.
+/// Returns the order lines of the pieces at one position in the cutting order. `bars` contains bars
+/// that are cut into the same lengths, and each of them has one piece at this position.
 QStringList linesAt(const GroupBars& bars, std::size_t position)
 {
     QStringList lines;

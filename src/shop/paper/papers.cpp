@@ -15,8 +15,8 @@ namespace shop::paper {
 
 namespace {
 
-/// Returns the title of a document: the word followed by the number of the order. For several
-/// orders, the word is followed by the numbers of the first and of the last order.
+/// Returns the title of a document: `word`, such as "מדבקות" (labels), followed by the number of
+/// the order. For several orders, the numbers of the first and of the last order follow.
 QString titleFor(const QString& word, const ShopPack& pack)
 {
     if (pack.orders.empty())

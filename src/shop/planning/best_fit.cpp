@@ -43,9 +43,9 @@ private:
 };
 
 /// Returns a lower bound of the number of bars. Only pieces of at least the size `smallest` are
-/// counted. A piece that leaves no room for any other of them needs a bar of its own. The remaining
-/// pieces need at least one bar for each piece longer than half a bar. They also need at least
-/// enough bars for their total size.
+/// counted. A piece that leaves no room for a piece of that size needs a bar of its own. The
+/// remaining pieces need the greater of two numbers of bars: the number of pieces longer than half
+/// a bar, and the number of bars for their total size.
 long boundFrom(const Problem& problem, Size smallest)
 {
     long large = 0;

@@ -73,9 +73,9 @@ Columns::Relaxed Columns::solve(const std::vector<int>& pieces, int rounds, cons
             break;
         const std::vector<double> dual = prices();
         pricing_.setPrices(dual, pieces);
-        // The total price of all pieces, divided by the greatest price of the pieces on one bar, is
-        // a lower bound of the number of bars. The greatest price is not known exactly, so an upper
-        // bound of it is used.
+        // The linear program gives each piece a price. The total price of all pieces, divided by
+        // the greatest total price that fits on one bar, is a lower bound of the number of bars.
+        // That greatest price is not known exactly, so an upper bound of it is used.
         const double value = std::inner_product(pieces.begin(), pieces.end(), dual.begin(), 0.0);
         result.bound = std::max(result.bound, value / std::max(1.0, pricing_.bound()));
         if (wholeBars(result.bound) >= wholeBars(result.bars))

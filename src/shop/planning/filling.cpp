@@ -106,9 +106,9 @@ Packing SequentialFilling::round(const Limits& limits)
 }
 
 /// Adjusts the value of each type of piece in the pattern, so that pieces that cause waste become
-/// more valuable. The new value is a randomly weighted mean of two numbers: the old value, and the
-/// piece's size divided by the used fraction of the bar. The size is raised to a power slightly
-/// above 1 in favour of large pieces.
+/// more valuable. The new value is a randomly weighted mean of the old value and the quotient
+/// `paid`. The quotient is a power of the piece's size, divided by the used fraction of the bar.
+/// The exponent is slightly above 1, in favour of large pieces.
 void SequentialFilling::correct(const Pattern& pattern)
 {
     const double capacity = static_cast<double>(problem_.capacity);

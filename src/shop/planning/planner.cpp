@@ -45,7 +45,8 @@ Group groupOf(std::vector<Demand> pieces, const BarSettings& settings)
             group.types.push_back(each);
     }
     for (const Demand& each : group.types) {
-        // The size is at least 1, because any number of pieces of size 0 would fit on a bar.
+        // A piece with its kerf has at least the size 1 (1e-12). Any number of pieces of size 0
+        // would fit on a bar.
         const Size size = sizeOfLength(each.length) + sizeOfLength(settings.kerf);
         group.problem.sizes.push_back(std::max<Size>(1, size));
         group.problem.demand.push_back(each.count);
@@ -59,8 +60,9 @@ Group groupOf(std::vector<Demand> pieces, const BarSettings& settings)
     return group;
 }
 
-/// The best packing (distribution of the pieces over bars) so far. Packings are compared by the
-/// number of bars, then by how often the saw's stop is set, then by the length of the longest rest.
+/// The best packing (distribution of the pieces over bars) so far. Fewer bars are better. For the
+/// same number of bars, setting the saw's stop less often is better, and after that a longer
+/// longest rest (remainder of a bar).
 class Choice
 {
 public:

@@ -35,9 +35,9 @@ struct BarPlan
 Problem problemOf(std::vector<Demand> pieces, const BarSettings& settings);
 
 /// Plans the bars for a group of pieces. Returns the plan with the fewest bars that was found. Of
-/// several such plans, returns the one with the fewest stop settings, and of those the one with the
-/// longest single rest. The same pieces and settings give the same plan, unless the search is
-/// cancelled or reaches its deadline.
+/// several such plans, returns the one that sets the saw's stop least often, and of those the one
+/// with the longest single rest (remainder of a bar). The same pieces and settings give the same
+/// plan, unless the search is cancelled or reaches its deadline.
 BarPlan planBars(const std::vector<Demand>& pieces, const BarSettings& settings,
                  const Limits& limits = {});
 

@@ -53,9 +53,10 @@ void Pricing::setPrices(const std::vector<double>& prices, const std::vector<int
         addRow(row);
 }
 
-/// Returns the factor by which a sum in the table is multiplied, so that it is an upper bound
-/// despite the rounding of floats. Each addition, and the conversion of each price, can reduce the
-/// sum by a rounding error. A sum has at most as many additions as pieces fit into the grid.
+/// Returns a factor that makes up for the rounding of floats. The table contains sums of prices,
+/// which are upper bounds of the price of the pieces on one bar. Each addition, and the conversion
+/// of each price, can reduce a sum by a rounding error. A sum has at most as many additions as
+/// pieces fit on a bar with the rounded sizes.
 double Pricing::marginOfSums() const
 {
     double pieces = 0;
@@ -66,16 +67,17 @@ double Pricing::marginOfSums() const
             smallestRow = std::min(smallestRow, static_cast<double>(each.cells));
     }
     const double inGrid = std::min(pieces, static_cast<double>(width_) / smallestRow);
-    // Two operations are added for each type of piece. A type whose size is rounded down to 0 cells
-    // causes a multiplication and an addition.
+    // The number of float operations includes two for each type of piece, because a type whose size
+    // is rounded down to 0 cells causes a multiplication and an addition.
     const double operations = inGrid + 2 * static_cast<double>(rows_.size()) + 2;
     const double lost = operations * roundingOfAFloat;
     return 1 / (1 - lost);
 }
 
-/// Computes one row of the table of upper bounds from the next row. A row belongs to one type of
-/// piece and has a bound for each free length of the bar. The bound is the maximum over the
-/// possible numbers of pieces of this type.
+/// Computes one row of the table from the next row. The table contains upper bounds of the total
+/// price of the pieces that fit into a free length of the bar. A row counts one type of piece and
+/// the types of all later rows. Each bound is the maximum over the possible numbers of pieces of
+/// the row's own type.
 void Pricing::addRow(std::size_t row)
 {
     const Row& each = rows_[row];

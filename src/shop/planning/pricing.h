@@ -19,8 +19,8 @@ public:
     void setPrices(const std::vector<double>& prices, const std::vector<int>& pieces);
     /// Returns an upper bound of the total price of the pieces on one bar.
     double bound() const;
-    /// Returns patterns (sets of pieces on one bar) with a total price above 1. Each pattern begins
-    /// with another type of piece.
+    /// Returns patterns (sets of pieces on one bar) whose pieces have a total price above 1, which
+    /// is the price of a bar. Each pattern begins with another type of piece.
     std::vector<Pattern> patterns(std::size_t most);
 
 private:
@@ -35,7 +35,7 @@ private:
 
     void addRow(std::size_t row);
     /// Returns an upper bound of the total price of pieces that fit into the length `room`. Only
-    /// the types of the table row `row` and of later rows are counted.
+    /// the types of piece in `rows_` from the index `row` onwards are counted.
     double boundAt(std::size_t row, Size room) const
     {
         const float sum = table_[row * width_ + static_cast<std::size_t>(room / cell_)];

@@ -61,7 +61,8 @@ using Packing = std::vector<Cut>;
 
 Size sizeOf(const Problem& problem, const Pattern& pattern);
 int barsOf(const Packing& packing);
-/// Joins the entries with the same pattern into one entry, at the position of the first of them.
+/// Joins the packing's entries with the same pattern (set of pieces on one bar) into one entry, at
+/// the position of the first of them.
 Packing bundled(const Packing& packing);
 /// Returns the greatest number of bars with this pattern for which there are enough pieces.
 int timesWithin(const Pattern& pattern, const std::vector<int>& pieces);

@@ -12,9 +12,9 @@ namespace {
 constexpr int none = -1;
 
 /// Links bars to chains, in which the last length of a bar is the first length of the next one.
-/// Bars can be linked if they contain pieces of the same type (length). Each bar has two ends, and
-/// can be linked at each of them. If a bar contains several types, its two ends have different
-/// types.
+/// Bars can be linked if they contain pieces of the same type (length). Each of a bar's two ends
+/// can be linked to one other bar. A bar with one type of piece has this type at both ends. A bar
+/// with several types has a different type at each end.
 class Chains
 {
 public:

@@ -16,8 +16,8 @@ using Sequence = std::vector<SequencedCut>;
 /// first length of the next bar. The saw's stop need not be set again between such bars.
 Sequence sequenced(const Packing& packing);
 
-/// Returns the bars in the order of the packing, without reducing the number of stop settings. On
-/// each bar the longest pieces come first.
+/// Returns the bars in the order of the packing, which can set the saw's stop more often than the
+/// result of sequenced(). On each bar the longest pieces come first.
 Sequence asItStands(const Packing& packing);
 
 /// Returns how often the saw's stop must be set for a sequence of bars.

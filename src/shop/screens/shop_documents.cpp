@@ -111,8 +111,8 @@ public:
         return remakeOf(*all, *dialog.choice(), parent);
     }
 
-    /// Makes the remake slip of the same part again after data has changed. Returns no document if
-    /// the part no longer has any pieces.
+    /// Makes the remake slip for an earlier choice of a part again, after data has changed. Returns
+    /// no document if the part no longer has any pieces.
     MadeDocument remakeAgain(const RemakeChoice& choice, QWidget* parent)
     {
         const SharedPack all = pack(parent);
