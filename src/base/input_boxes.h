@@ -49,11 +49,11 @@ class MeasureBox : public InputBox
 
 public:
     enum class OnLeaving {
-        /// When the user leaves an empty box, its text becomes "0" in a whole box and "00" in a
-        /// hundredths box.
+        /// When the user leaves an empty box, its text becomes "0" in a box for the whole part of a
+        /// measure, and "00" in a box for the hundredths.
         FillDefault,
-        /// When the user leaves an empty box, its text becomes "0" in a whole box and "00" in a
-        /// hundredths box. A hundredths box with one digit gets a "0" at the end.
+        /// An empty box gets the same text as with FillDefault. In addition, one digit in a box for
+        /// the hundredths of a measure gets a "0" at the end, so that "5" becomes "50".
         FillDefaultAndPad,
     };
 

@@ -33,14 +33,14 @@ inline constexpr std::array allParts{Mashkof, Kanaf, Glass, Reshet};
 
 /// Number of pieces of a frame. The number is the same for all series.
 inline constexpr int framePieces = 2;
-/// The opening's height minus uCutAllowance is the first cut length of a monoblock's U-profile. The
-/// opening's height minus uVasaAllowance is the second one.
+/// A monoblock's U-profile is cut to two lengths: the opening's height minus uCutAllowance, and the
+/// opening's height minus uVasaAllowance.
 inline constexpr double uCutAllowance = 14;
 inline constexpr double uVasaAllowance = 17.6;
 /// The part of the opening's height that the slats do not cover, in the measures' unit.
 inline constexpr double shalavHeightAllowance = 8;
-/// The deduction from a slat's width, in the measures' unit. The first value is for a U-profile
-/// with a thickness of 6.5, the second value for a thickness of 5.3.
+/// The deduction from a slat's width. It depends on the thickness of the U-profile: the first value
+/// is for 6.5, the second value for 5.3. All four numbers are in the measures' unit.
 inline constexpr std::array shalavWidthDeducts{12.7, 10.3};
 
 struct Series

@@ -93,9 +93,9 @@ bool isSame(double one, double other)
     return std::abs(one - other) < smallest;
 }
 
-/// Returns true for the frame width of a stored door line with a monoblock. This width cannot be
-/// computed from the line, because the line does not contain the width that the monoblock leaves.
-/// The field for that width contains the door's inner width.
+/// Returns true if the frame width of a door line with a monoblock cannot be computed from the
+/// stored line. The computation needs the width that the monoblock leaves. The line does not
+/// contain it if the field of this width contains the door's inner width instead.
 bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const TodaysSeries& series)
 {
     return line.isStored && line.isMonoblock && series.isDoor && part == Mashkof &&
@@ -126,7 +126,8 @@ QString formulaOf(const Computed& computed)
     return runtime::leftToRight(computed.formula + u" = "_s + shown(computed.result));
 }
 
-/// The Hebrew word for what is explained (a size or a count), alone and with the preposition "for".
+/// Two forms of the Hebrew word for "size" or "count": `figure` is the word alone, `toFigure` is
+/// the word with the prefix "for".
 struct FigureWords
 {
     QString figure;
@@ -167,10 +168,10 @@ QString unlessChanged(const QString& explanation, double result, double actual,
         explanation, words.figure, runtime::leftToRight(shown(actual)));
 }
 
-/// Explains the frame width of a door with a monoblock. The line does not store the width deduction
-/// of the monoblock. The deduction is therefore computed from the stored frame width, and a Hebrew
-/// sentence says so. If the series does not yield the line's other sizes, returns a Hebrew sentence
-/// that says that the series has been changed.
+/// Explains the frame width of a door with a monoblock. The line does not store by how much the
+/// monoblock reduces the width. Therefore this deduction is computed backwards from the stored
+/// frame width, and a Hebrew sentence says so. If the series does not give every other cut size of
+/// the line, returns instead a Hebrew sentence that says that the series has been changed.
 QString explainedFrameOfMonoblockDoor(const ComputedLine& line, const TodaysSeries& series)
 {
     const std::optional<double> deduction = deductionOf(Mashkof, Side::Width, series);

@@ -8,8 +8,8 @@ namespace cuts {
 
 enum class Side { Width, Height };
 
-/// The figures of a line and the values from which they were computed. Values that a stored line
-/// does not contain are not included.
+/// The figures of a line and the values from which they were computed. There are no members for
+/// values that an order line does not store, such as the width deduction of a monoblock.
 struct ComputedLine
 {
     Size opening;
@@ -18,9 +18,10 @@ struct ComputedLine
     double doorThickness = 0; ///< Thickness of a door's frame.
     std::array<Size, PartCount> parts;
     std::array<double, PartCount> counts{}; ///< Pieces of each part.
-    /// False for a line that has been computed but not stored. The explanation is then different
-    /// only for a door line. The width that a monoblock leaves is known, and each sash counts as
-    /// two pieces instead of one.
+    /// False for a line that has been computed but not stored. Only the explanation of a door line
+    /// depends on it. In an unstored door line, each sash counts as two pieces, and the width that
+    /// a monoblock leaves is known. In a stored door line, each sash counts as one piece, and that
+    /// width may be missing.
     bool isStored = true;
 };
 
@@ -37,9 +38,12 @@ struct TodaysSeries
 QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries* series);
 
 /// Returns the computation of a part's cut size from the opening and the series, for example "(120
-/// − 2.8) ÷ 2 = 58.6". If the line contains another size, a Hebrew sentence adds that the series
-/// has been changed. A door line does not store the width deduction of a monoblock. For its frame
-/// width, the deduction is therefore computed from the frame width, and a sentence says so.
+/// − 2.8) ÷ 2 = 58.6". If the line contains another size than the computed one, a Hebrew sentence
+/// adds that the series has been changed.
+///
+/// The frame width of a door line with a monoblock is an exception. The line does not store by how
+/// much the monoblock reduces the width. Therefore this deduction is computed backwards from the
+/// frame width, and a sentence says so.
 ///
 /// Returns only a Hebrew sentence in three cases:
 /// - `series` is nullptr: the series has been deleted.
@@ -50,17 +54,20 @@ QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries
 QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series);
 
 /// Returns the computation of the number of a part's pieces from the series, for example "2 × 2 =
-/// 4" with a Hebrew sentence that names the factors. If the line contains another number, a
-/// sentence adds that the series has been changed.
+/// 4" with a Hebrew sentence that names the factors. If the line contains another number than the
+/// computed one, a sentence adds that the series has been changed.
 ///
-/// Returns only a Hebrew sentence if the series does not contain the number of sashes (it has been
-/// changed) or if `series` is nullptr (it has been deleted). A frame has the same number of pieces
-/// in all series and needs no series. If the line contains another number for the frame, a sentence
-/// says so. Does not throw.
+/// Returns only a Hebrew sentence in two cases:
+/// - `series` is nullptr: the series has been deleted.
+/// - The series does not contain the number of sashes: the series has been changed.
+///
+/// For the frame, `series` is not used, because the number of pieces is the same in all series. If
+/// the line contains another number than this one, a sentence says so. Does not throw.
 QString explainedCount(const ComputedLine& line, Part part, const TodaysSeries* series);
 
-/// Returns the computation of a shutter size from the opening, for example "100 − 14 = 86". Returns
-/// an empty text if the difference of `whole` and `deduction` is not `actual`. Does not throw.
+/// Returns the computation of a shutter size, for example "100 − 14 = 86". `whole` is the width or
+/// height of the opening, and `actual` is the shutter size in the line. Returns an empty text if
+/// `whole` minus `deduction` is not `actual`. Does not throw.
 QString explainedDifference(double whole, double deduction, double actual);
 
 /// Returns the computation of the number of slats from the opening's height and the slat thickness,
@@ -68,7 +75,8 @@ QString explainedDifference(double whole, double deduction, double actual);
 /// Returns an empty text if the computed number is not `actual`. Does not throw.
 QString explainedSlats(const Size& opening, double thickness, int actual);
 
-/// Returns true if the series yields all cut sizes that the line contains.
+/// Returns true if the line contains the cut sizes that are computed from its opening with the
+/// series.
 bool followsFrom(const ComputedLine& line, const TodaysSeries& series);
 
 } // namespace cuts

@@ -128,7 +128,8 @@ void FormSelectSerial::ChooseSeries()
     panel.LabelNativ->setText(text(u"Nativ_Num"_s));
     panel.LabelKanaf->setText(text(u"Kanaf_Num"_s));
     Module1::SelectedSerialNum = runtime::toInt16(series.Fields(u"AutoNum"_s).Value());
-    // A Null in the field Sign becomes an empty text and therefore does not mark a door.
+    // A Null in the field Sign becomes an empty text, which means that the series is not a series
+    // of doors.
     const bool isDoor = series.Fields(u"Sign"_s).Value().toString() == doorSign;
     panel.FrameDoorMashkof->setVisible(isDoor);
     Module1::IsDoorFrame = isDoor;

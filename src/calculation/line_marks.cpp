@@ -16,10 +16,10 @@ namespace {
 /// opening by this value, and a sash may be higher by it. Sashes overlap each other, and the sash
 /// of a pocket window overlaps the wall beside it.
 constexpr double mostOverlap = 5;
-/// The minimum share of the opening's width and height that all sashes of a line together must
-/// have. The same minimum applies to its panes and its meshes. Smaller parts are marked as a
-/// mistake. For a monoblock, it is a share of the opening that is left for the window. The minimum
-/// for a door is greater, because a door has no glass and only its sash is checked.
+/// The minimum share of the opening's width and height. A smaller sash, pane or mesh is marked as a
+/// mistake. Its width is multiplied by the number of sashes before it is compared. For a monoblock,
+/// the opening is what the monoblock leaves for the window. The minimum for a door is greater,
+/// because a door has no glass and only its sash is checked.
 constexpr double leastShare = 0.3;
 constexpr double leastShareOfDoor = 0.6;
 /// The minimum share of the opening's height that the shutter box of a monoblock leaves for the

@@ -16,7 +16,7 @@ struct LineFigures
     double sashes = 1;                 ///< Number of sashes, panes and meshes.
     bool isMonoblock = false;
     Size reduced; ///< The opening that a monoblock leaves for the window.
-    /// The other measures of a monoblock: U-profile, slats and shutter box.
+    /// The measures of a monoblock's U-profile, slats and shutter box.
     std::array<double, 6> shutter{};
 };
 

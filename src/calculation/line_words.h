@@ -4,8 +4,8 @@
 
 namespace calculation {
 
-/// Returns the window kind that a line without a monoblock stores. A monoblock line stores the type
-/// of the monoblock in the same field.
+/// Returns the constant text that a line without a monoblock stores as its window kind. A line with
+/// a monoblock stores the type of the monoblock in the same field.
 inline QString ordinaryKind()
 {
     return QStringLiteral("אור");

@@ -45,13 +45,16 @@ public:
     void bindKindsAndColours();
 
     /// Computes the line for the opening and the chosen series, and writes the results to the
-    /// shared variables in Module1. Afterwards the series is the current row of DataSerial, the
-    /// data control of the series. If the series no longer exists, DataSerial has no current
-    /// record. In this case CutValues keeps the previous cut sizes, although the variables for the
-    /// opening and the shutter have changed. Throws TypeMismatch (13) for a box without a number,
-    /// DivisionByZero (11) or Overflow (6) for a division by zero, InvalidUseOfNull (94) for a Null
-    /// deduction, and any store error. After an error, the variables keep the results that were
-    /// written before the error.
+    /// shared variables in Module1. Afterwards the series is the current record of DataSerial, the
+    /// data control of the series.
+    ///
+    /// If the series no longer exists, returns without an error. DataSerial then has no current
+    /// record. The variables for the opening and the shutter are already written, but CutValues
+    /// still contains the previous cut sizes.
+    ///
+    /// Throws TypeMismatch (13) for a box without a number, DivisionByZero (11) or Overflow (6) for
+    /// a division by zero, InvalidUseOfNull (94) for a Null deduction, and any store error. After
+    /// an error, the variables keep the results that were written before the error.
     void ComputeCuts();
 
     /// Activates the panel's window, moves the focus to the measure box with this index and selects

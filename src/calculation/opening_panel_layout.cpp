@@ -25,9 +25,9 @@ QFont formFont()
     return controls::fontOf(u"David"_s, 12);
 }
 
-/// Returns the font of the panel's labels. The order form later sets the same size for all its
-/// labels. The labels have this size from the start, so that the right width is reserved for a
-/// group box that is still hidden.
+/// Returns the font of the panel's labels. Its size is the size that the order form later sets for
+/// all labels. The labels have this size from the start, because the panel reserves the width of a
+/// group box that contains a label and is hidden at first.
 QFont labelFont()
 {
     return controls::fontOf(u"David"_s, 13);

@@ -14,8 +14,8 @@ namespace catalogue {
 class SeriesFields;
 
 /// The series editor. It has three states: browsing, entering a new series, and editing a stored
-/// series. No variable stores the state: the button CmdNew is disabled only while a stored series
-/// is edited. Closing the form discards what was typed into its fields.
+/// series. The button CmdNew is disabled in the third state only, and the code recognises this
+/// state by the disabled button. Closing the form discards what was typed into its fields.
 class FrSerials : public controls::ChildForm
 {
     Q_OBJECT

@@ -178,9 +178,9 @@ void SeriesFields::ExchangeSeriesFields(bool Save, controls::DataControl& Source
 {
     dao::Recordset& series = Source.Recordset();
     if (!Save) {
-        // Edit reads the row again from the store, because another station may have changed it. A
-        // move to the row would also read it, but would notify the bound controls of a row change.
-        // CancelUpdate ends the edit without a change.
+        // Edit is called only because it reads the row again from the store. Another station may
+        // have changed the row. CancelUpdate then ends the edit without a change. A move to the
+        // same row would also read it again, but would notify the bound controls of a row change.
         series.Edit();
         series.CancelUpdate();
         loadFrom(series);

@@ -52,7 +52,8 @@ public:
     /// lines and the customer. `by` is 1 for the next part and -1 for the previous part.
     void goToPart(int by);
 
-    /// Binds the grid to the order's lines, without the later move to the last line.
+    /// Binds the grid to the order's lines. Unlike GetOrderAllCuts, does not move the grid to the
+    /// last line.
     void bindLines(std::int16_t Number);
 
     OrderHead& head() const { return *head_; }
@@ -93,8 +94,8 @@ private:
     controls::DataControl* DataCut;
     controls::DataControl* DataAllCuts;
     controls::DataControl* DataOrder;
-    /// This data control is never bound to a recordset. The main window has its own data control
-    /// with the name DataMDI, which is bound to the table Orders.
+    /// An unused data control, which is never bound to a recordset. The main window has another
+    /// data control with the name DataMDI, which is bound to the table Orders.
     controls::DataControl* DataMDI;
     QTimer* Timer1;
     OrderHead* head_;

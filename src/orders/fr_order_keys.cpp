@@ -27,10 +27,10 @@ namespace orders {
 
 namespace {
 
-/// Queues a click on the button. A modal window that the click opens must not open during the mouse
-/// or key event of the grid that causes the click. The queued click is omitted if a modal window is
-/// open by then. Otherwise a second quick key press would start another command while the first
-/// command still asks a question.
+/// Clicks the button after the current mouse or key event has been handled. The click may open a
+/// modal window, which must not open during the event. The click is omitted if another modal window
+/// is open at that time. Otherwise a second quick key press would start another command while the
+/// first command still asks a question.
 void pressLater(QPushButton* button)
 {
     const auto press = [button] {

@@ -28,8 +28,9 @@ bool isStillOpen(const QVariant& openClose)
     return !runtime::isNull(openClose) && runtime::toDouble(openClose) == 0;
 }
 
-/// Makes the last order the current order if it is open. Otherwise adds the next order. Throws
-/// DuplicateKey (3022) if another station has used the number of the next order.
+/// Makes the last order the current order if its field Open_Close is 0, which means that the order
+/// is not closed yet. Otherwise adds the next order. Throws DuplicateKey (3022) if another station
+/// has used the number of the next order.
 void applyNewOrderRule(dao::Recordset& orderRows)
 {
     if (orderRows.RecordCount() == 0) {

@@ -31,10 +31,12 @@ void addOrderAfterCurrent(dao::Recordset& orderRows);
 /// contents of the table. Throws DuplicateKey (3022) for any other duplicate key.
 void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& rule);
 
-/// Makes the last order the current order if it is open, so that an order that was left empty does
-/// not use up a number. Otherwise adds an order with the next number, or with the number 1 if there
-/// is no order. Afterwards dataMDI is bound to the table Orders. Its current row is not the added
-/// order, but the row that was the last row before the call.
+/// Makes the last order the current order if its field Open_Close is 0, which means that the order
+/// is not closed yet. Therefore an order that was left without lines does not waste a number.
+/// Otherwise adds an order with the next number, or with the number 1 if there is no order.
+///
+/// Afterwards dataMDI is bound to the table Orders. After an addition, its current row is not the
+/// added order, but the row that was the last row before the call.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
 /// Returns the text of the query that selects the order with this number from the table Orders.

@@ -20,7 +20,8 @@ public:
     static constexpr int linesShare = 11;
     static constexpr int columnGap = 12;
 
-    /// Adds `openingCommands`, which contains the buttons for the opening, to the first row.
+    /// Creates two rows of buttons. The first row begins with `openingCommands`, which contains the
+    /// buttons for the opening.
     OrderCommands(QWidget* openingCommands, QWidget* parent);
 
     QPushButton* CmdView;

@@ -26,8 +26,8 @@ DBGrid::DBGrid(const QString& name, QWidget* parent)
     setModel(model_);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
         // If another station has deleted the clicked row, the first click of a double-click returns
-        // the grid to the previous row. The clicked row is then not the current row, and DblClick
-        // is not emitted.
+        // the grid to the row that was current before the click. The clicked row is then not the
+        // current row, and DblClick is not emitted.
         if (cell.row() == currentIndex().row())
             emit DblClick();
     });

@@ -113,16 +113,16 @@ void DBGrid::moveUnlessHeld(int row)
     }
 }
 
-/// Queues the message about a refusal, because no message box may open while Qt handles the key or
-/// click that caused the refusal.
+/// Queues the message that the store has refused to read or write a row. No message box may open
+/// while Qt handles the key or click that caused the refusal.
 void DBGrid::tellLater()
 {
     QMetaObject::invokeMethod(
         this, [this] { runtime::guarded([this] { tellRefusal(); }); }, Qt::QueuedConnection);
 }
 
-/// Shows the pending message about a refusal. If a row is being edited, it becomes the current row
-/// first.
+/// Shows the pending message that the store has refused to read, write or delete a row. If the user
+/// is editing a row, first makes this row the current row.
 void DBGrid::tellRefusal()
 {
     if (refusal_.isEmpty() || telling_)

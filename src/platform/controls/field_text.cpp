@@ -28,8 +28,8 @@ bool isNumber(const QVariant& value)
     }
 }
 
-/// Rounds half away from zero. The rounding uses the first 15 significant digits of the number, so
-/// 2.005 becomes 2.01.
+/// Rounds to `decimals` decimals. A half is rounded away from zero. Only the first 15 significant
+/// digits of the number are used, so 2.005 becomes 2.01 with two decimals.
 QString fixedText(double value, int decimals)
 {
     const double scale = std::pow(10.0, decimals);

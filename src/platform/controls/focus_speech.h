@@ -6,10 +6,10 @@ class QMdiSubWindow;
 
 namespace controls {
 
-/// Makes screen readers announce the control with the focus when Tab passes the last control of a
-/// child window. The child window gets the focus for a moment and passes it to its first control.
-/// Qt then announces the child window last. Therefore this class announces the control again. The
-/// child window owns this object.
+/// Makes screen readers announce the control that gets the focus after Tab on the last control of a
+/// child window. The focus then moves to the child window and from there to its first control. Qt
+/// announces the child window after the control. Therefore this class announces the control again.
+/// The child window owns this object.
 class FocusSpeech : public QObject
 {
     Q_OBJECT

@@ -169,8 +169,8 @@ void GridInterface::modelChange(QAccessibleTableModelChangeEvent* event)
 }
 
 /// Removes the screen-reader interfaces of cells that no longer exist from the hash table and
-/// deletes them. The keys of removed cells are all invalid and therefore equal. They must be
-/// removed before the hash table grows.
+/// deletes them. The keys of removed cells are all invalid and therefore equal. QHash requires
+/// different keys when it grows, so the removed cells must not stay in it.
 void GridInterface::forgetRemovedCells() const
 {
     cells_.removeIf([](const auto& each) {

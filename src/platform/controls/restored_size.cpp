@@ -23,9 +23,10 @@ bool RestoredSize::eventFilter(QObject* watched, QEvent* event)
         if (former.testFlag(Qt::WindowMaximized) && !window_.isMaximized() &&
             !window_.isMinimized()) {
             maximised_ = window_.size();
-            // A timer starts the check of the window's size, because the window system sets the
-            // restored size and position some time after this event. Qt sends no later event if the
-            // restored size and position are those of the maximised window.
+            // The window system sets the restored size and position some time after the change of
+            // the window state. Therefore a timer starts the check of the window's size. The check
+            // cannot wait for a resize or move event, because Qt sends none if the restored size
+            // and position are those of the maximised window.
             settled_.start();
         }
     }

@@ -8,10 +8,13 @@ class QWidget;
 
 namespace controls {
 
-/// Keeps a top-level window inside its screen when the window leaves the maximised state. A window
-/// that would keep its maximised size is reduced to four fifths of the screen. A window that is
-/// partly outside the screen moves to the middle of the screen. Any other size that is larger than
-/// the screen stays unchanged, because the user or a program chose it. The window owns this object.
+/// Corrects the size and position of a top-level window that leaves the maximised state:
+/// - A window that still has its maximised size is reduced to four fifths of the screen.
+/// - A window that is smaller than the screen but partly outside it moves to the middle.
+/// - A window with any other size stays unchanged, even if it is larger than the screen, because
+///   the user or a program chose this size.
+///
+/// The window owns this object.
 class RestoredSize : public QObject
 {
     Q_OBJECT

@@ -34,8 +34,8 @@ QIcon warningSign()
     for (const int side : {16, 24, 32, 48}) {
         const QPixmap picture = drawnSign(side);
         icon.addPixmap(picture);
-        // The icon also gets the picture for selected rows, because Qt would otherwise tint the
-        // warning sign in these rows.
+        // The same picture is added for selected rows, because Qt would otherwise tint the warning
+        // sign in these rows.
         icon.addPixmap(picture, QIcon::Selected);
     }
     return icon;

@@ -22,7 +22,7 @@ Outcome writePdf(PrintedDocument& document, const std::vector<int>& pages, QIODe
                  const Progress& progress);
 
 /// Writes the report as one self-contained right-to-left HTML page with embedded pictures. The HTML
-/// page contains the page header once and then every block in its printed layout.
+/// page contains the page header once and then every row in its printed layout.
 Outcome writeHtml(Document& document, QIODevice& device, const Progress& progress);
 
 /// Writes the report as plain UTF-8 text. The text contains the page header once and then one group

@@ -19,9 +19,10 @@ struct Extent
     bool operator==(const Extent&) const = default;
 };
 
-/// Returns the greatest width of a text that stays in the free part of its control. `width` and
-/// `align` are the width and the alignment of the control. If a centred text must leave space on
-/// one side, it leaves the same space on the other side.
+/// Returns the greatest width of a text that stays in `free`, the part of its control where it
+/// touches no border and no other control. `width` and `align` are the width and the alignment of
+/// the control. If a centred text must leave space on one side, it leaves the same space on the
+/// other side.
 double usableWidth(const Extent& free, double width, Align align);
 
 /// A function that returns the width of a caption's uncondensed text in twips.

@@ -19,8 +19,7 @@ struct MadeDocument
     std::shared_ptr<PrintedDocument> document; ///< Null if the user has cancelled.
     std::function<QByteArray()> data;          ///< Returns the data of exactly this document.
     /// Creates the document again after a toolbar command has changed the displayed data. If this
-    /// function is empty, the preview calls FurtherDocument::make, as when the user chooses the
-    /// document.
+    /// function is empty, the preview calls FurtherDocument::make instead.
     std::function<MadeDocument(QWidget* parent)> again = {};
 };
 

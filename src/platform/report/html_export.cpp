@@ -49,9 +49,9 @@ Alignment alignment(Align align)
     return {u"center"_s, u"center"_s};
 }
 
-/// Returns the CSS padding that keeps a text in the free part of its control. A centred text gets
-/// the same padding left and right, because a text that is too wide overflows equally on both
-/// sides.
+/// Returns the CSS padding that keeps the text of a control away from borders and other controls. A
+/// centred text gets the same padding left and right, because a text that is too wide overflows
+/// equally on both sides.
 QString padding(const ControlDesign& design, const TextFrame& frame)
 {
     const double border = (design.style & Style::Boxed) != 0 ? borderWidth : 0;

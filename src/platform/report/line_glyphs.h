@@ -13,8 +13,8 @@ namespace report {
 struct GlyphPiece
 {
     QGlyphRun run;
-    /// The x position of the right edge of the mirror image, if the piece is a single glyph that is
-    /// drawn as its mirror image. Empty for any other piece.
+    /// If the run is a single glyph that is drawn as its mirror image: the x position of the mirror
+    /// image's right edge, in the coordinates of the layout. Empty for any other run.
     std::optional<double> mirroredFrom;
 };
 

@@ -27,13 +27,14 @@ public:
 signals:
     /// The user has chosen this document.
     void chosen(const std::shared_ptr<report::PrintedDocument>& document);
-    /// Emitted after the data of a document has been written to the file at this path.
+    /// Emitted after the user has saved a document as a data file (CSV or JSON) with this path.
     void saved(const QString& path);
     /// Emitted after the buttons of the tool bar have been replaced.
     void buttonsChanged();
 
 private:
-    /// The second list, which contains the variants of a document.
+    /// The list of a document's variants, for example paper sizes. It is beside the list of
+    /// documents.
     struct VariantList
     {
         QComboBox* list;
@@ -44,9 +45,9 @@ private:
     void addVariants();
     void addCommands();
     void choose(int index);
-    /// Returns the variant that the user has chosen for the document with this index. Also sets the
-    /// lists of documents and variants back to the displayed document, because the chosen document
-    /// does not exist yet.
+    /// Returns the index of the variant that the user has chosen for the document with this index.
+    /// Also makes the lists of documents and variants show the displayed document again. The chosen
+    /// document is not displayed before it has been created, and creating it may fail.
     int takeVariant(int index);
     void present(int index, int variant, MadeDocument made);
     void presentReport();

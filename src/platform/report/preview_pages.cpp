@@ -127,8 +127,8 @@ int PreviewPages::stride() const
 
 /// Returns the distance between the start of the scroll area and the top edge of a sheet, in
 /// pixels. The distance is limited, because the range of a scroll bar is an int. At the greatest
-/// zoom, some hundred thousand sheets reach the limit. The user cannot scroll to pages beyond the
-/// limit, but search, printing and export include these pages.
+/// zoom, about 190,000 A4 sheets in portrait format reach the limit. The user cannot scroll to
+/// pages beyond the limit, but search, printing and export include these pages.
 int PreviewPages::sheetTop(int page) const
 {
     constexpr qint64 reach = std::numeric_limits<int>::max() / 2;

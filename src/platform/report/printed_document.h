@@ -45,7 +45,8 @@ public:
     /// Draws a page. Screen, printer, PDF files and tests all use this function. The painter's
     /// origin must be the top left corner of the sheet, and its unit must be the twip.
     virtual void paintPage(const Page& page, QPainter& painter) noexcept = 0;
-    /// Creates a page and draws it. Throws any error of reading before anything is drawn.
+    /// Creates a page and draws it. Throws any error of reading. In this case nothing has been
+    /// drawn.
     void paintPage(int index, QPainter& painter) { paintPage(*page(index), painter); }
 };
 

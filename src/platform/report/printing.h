@@ -22,8 +22,9 @@ QString exportDocument(Document& document, Format format, QWidget* parent);
 /// Lets the user choose a PDF file and writes the document to it, in the same way as
 /// exportDocument. The document may be of any kind, not only a report.
 QString exportPdf(PrintedDocument& document, QWidget* parent);
-/// Lets the user choose a file and writes the document's data to it, in the same way as
-/// exportDocument. `name` is the proposed file name with its suffix.
+/// Lets the user choose a file and writes `data` to it, in the same way as exportDocument. `data`
+/// is the contents of the document in a data format such as CSV or JSON. `name` is the proposed
+/// file name with its suffix.
 QString exportData(PrintedDocument& document, const QString& name, const QByteArray& data,
                    QWidget* parent);
 

@@ -70,8 +70,9 @@ std::optional<Hit> findText(PrintedDocument& document, const QString& text,
     const int pages = document.pageCount();
     const int step = direction == SearchDirection::Forward ? 1 : pages - 1;
     int page = from ? from->page : startPage;
-    // A search that starts in the middle of a page searches this page again at the end. Otherwise
-    // the search would miss the hits before its starting point (after it in a backward search).
+    // A search that starts in the middle of a page searches this page again at the end. Otherwise a
+    // forward search would miss the hits before its starting point, and a backward search would
+    // miss the hits after its starting point.
     for (int i = 0; i <= pages; ++i) {
         const std::optional<int> beyond =
             i == 0 && from ? std::optional(from->control) : std::nullopt;

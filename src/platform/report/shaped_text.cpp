@@ -57,8 +57,9 @@ bool hasDirection(const QString& text, bool rightToLeft)
 }
 
 /// Appends an ellipsis to a truncated text. The ellipsis must follow the last letter in reading
-/// order. If all letters run against the paragraph's direction, Qt would place it at the other end
-/// of the text. In this case a direction mark after the ellipsis keeps it beside the last letter.
+/// order. If all letters run against the paragraph's direction, such as Latin letters in a Hebrew
+/// paragraph, Qt would draw the ellipsis beside the first letter. A direction mark after the
+/// ellipsis prevents this.
 QString withEllipsis(QString beginning, bool rightToLeft)
 {
     while (beginning.endsWith(u' '))

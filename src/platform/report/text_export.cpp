@@ -9,9 +9,9 @@ namespace report {
 
 namespace {
 
-/// Vertical tolerances, in twips, for controls that share one line of the exported text. Captions
-/// are slightly higher on the paper than the values in the same line. A control belongs to a line
-/// if it is at most `belowFirst` below, or at most `aboveFirst` above, the line's first control.
+/// Vertical tolerances, in twips. A control shares a line of the exported text with the first
+/// control of this line if it is at most `belowFirst` below, or at most `aboveFirst` above, that
+/// control. Captions are slightly higher on the paper than the values in the same line.
 constexpr int belowFirst = 90;
 constexpr int aboveFirst = 15;
 

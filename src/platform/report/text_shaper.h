@@ -11,9 +11,9 @@ namespace report {
 class TextShaper
 {
 public:
-    /// The text of a control in one of the `sections` keeps a distance from adjacent captions and
-    /// lines of its section. The text of any other control keeps no such distance. The sections
-    /// must outlive the shaper.
+    /// `sections` are sections of a report. The text of a field in one of them keeps a distance
+    /// from the captions, drawn lines and borders beside it. The text of any other control keeps no
+    /// such distance. The sections must outlive this object.
     explicit TextShaper(QStringView fontFamily, std::span<const SectionDesign> sections = {});
 
     /// Returns the shaped text of a control. The reference is valid until the next call of

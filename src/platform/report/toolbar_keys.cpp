@@ -210,7 +210,7 @@ void ToolbarKeys::toggleRest(QToolButton& extension)
 }
 
 /// Returns the extension button of the toolbar that a key has expanded, or nullptr if that toolbar
-/// is no longer expanded. Afterwards no toolbar is stored as expanded by a key.
+/// is no longer expanded. Also clears the stored pointer to this button.
 QToolButton* ToolbarKeys::takeExpanded()
 {
     QToolButton* extension = isExpanded() ? qobject_cast<QToolButton*>(expanded_.data()) : nullptr;
