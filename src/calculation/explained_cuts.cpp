@@ -103,8 +103,9 @@ bool isReducedWidthLost(const ComputedLine& line, Part part, Side side, const To
            isSame(line.reduced.width, doorOpening(line.opening, line.doorThickness).width);
 }
 
-/// Returns a part's cut size with its formula. Returns nothing for the glass and mesh of a door, or
-/// if the line or the series lacks a needed value.
+/// Returns a part's cut size with its formula. Returns nothing for the glass and mesh of a door, if
+/// the series has no deduction for this size, or if the line lacks a needed value. Throws the
+/// errors of cutWidth, for example for 0 sashes.
 std::optional<Computed> computedSize(const ComputedLine& line, Part part, Side side,
                                      const TodaysSeries& series)
 {

@@ -48,7 +48,10 @@ QString explainedOpening(const ComputedLine& line, Side side, const TodaysSeries
 /// Returns only a Hebrew sentence in three cases:
 /// - `series` is nullptr: the series has been deleted.
 /// - The size cannot be computed: the series has been changed.
-/// - The part is the glass or the mesh of a door: a door has no glass and no mesh.
+/// - The part is the glass or the mesh of a door and has the size 0: a door has neither.
+///
+/// If the other sizes of a door line with a monoblock do not follow from the series, the sentence
+/// that the series has been changed is also returned for the width of the frame.
 ///
 /// Does not throw.
 QString explainedSize(const ComputedLine& line, Part part, Side side, const TodaysSeries* series);

@@ -35,8 +35,9 @@ void untilNumberIsFree(dao::Recordset& orderRows, const std::function<void()>& r
 /// is not closed yet. Therefore an order that was left without lines does not waste a number.
 /// Otherwise adds an order with the next number, or with the number 1 if there is no order.
 ///
-/// Afterwards dataMDI is bound to the table Orders. After an addition, its current row is not the
-/// added order, but the row that was the last row before the call.
+/// Afterwards dataMDI is bound to the table Orders. After an addition, its current row is the row
+/// that was the last row before the call, and not the added order. If there was no order before the
+/// call, it is the added order.
 void continueOrAddOrder(controls::DataControl& dataMDI);
 
 /// Returns the text of the query that selects the order with this number from the table Orders.

@@ -23,7 +23,8 @@ namespace {
 
 /// Returns the date of the order in the current row of the table Orders. Adding an order does not
 /// change the current row. After an addition, the date is therefore still that of the previous
-/// order. If there is no current row, the last order becomes current first.
+/// order, or that of the added order if there was no previous one. If there is no current row, the
+/// last order becomes current first.
 QString currentOrderDate(dao::Recordset& orderRows)
 {
     if (!orderRows.hasCurrent())

@@ -11,8 +11,7 @@ namespace shell {
 
 namespace {
 
-/// The number of the run-time error that ends the program after its store was replaced by another
-/// file.
+/// The number of the run-time error that ends the program after its store was replaced or restored.
 constexpr int storeReplaced = 3197;
 
 struct Explanation

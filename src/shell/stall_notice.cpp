@@ -27,8 +27,9 @@ constexpr auto endLine = "zomrel: end the program";
 
 /// The second process of the program, which shows the notice about a call that takes too long. It
 /// ends when its standard input is closed. It is started from the copy of the program in memory,
-/// because the program's folder may not respond. If that fails, it is started from the program's
-/// file.
+/// because the program's folder may not respond. That start fails if the system forbids it, or if
+/// the program's libraries are in the program's folder. The process is then started from the
+/// program's file.
 class NoticeProcess final : public runtime::StallNotice
 {
 public:

@@ -91,7 +91,7 @@ private:
     }
 
     /// Returns true if the length and the count in `source` are valid and the count is not 0. If
-    /// one of them is invalid, adds a fault that names the reason.
+    /// one of them is invalid, adds a fault that names the reason. A count of 0 is never a fault.
     bool isUsable(Part part, const Source& source)
     {
         if (source.count && *source.count == 0)

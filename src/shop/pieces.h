@@ -109,9 +109,9 @@ struct Pieces
 /// of the part's lengths (width or height) in the line.
 constexpr int mostPieces = 100000;
 
-/// Returns the pieces, panes and faults (reasons why pieces cannot be made) of the order lines. The
-/// pieces are in the order of the lines. Within a line the pieces are sorted by part, and widths
-/// come before heights.
+/// Returns the pieces, panes and faults (reasons why pieces or panes cannot be made) of the order
+/// lines. The pieces are in the order of the lines. Within a line the pieces are sorted by part,
+/// and widths come before heights.
 Pieces piecesOf(const std::vector<OrderLine>& lines, const SettingsByGroup& settings);
 
 } // namespace shop

@@ -35,9 +35,9 @@ public:
 
     /// Emits Validate and runs the query again. Afterwards the row with the same key as before is
     /// the current row. If that row was deleted, the row that now has its row number is the current
-    /// row. If there was no current row, the first row is the current row. RecordCount includes as
-    /// many rows as before, or all rows if it included all rows before. Throws ObjectNotSet (91) if
-    /// no recordset is bound.
+    /// row, or the last row if there are fewer rows. If there was no current row, the first row is
+    /// the current row. RecordCount includes as many rows as before, or all rows if it included all
+    /// rows before. Throws ObjectNotSet (91) if no recordset is bound.
     void Refresh();
 
     /// Creates the bar of buttons when the data control is first shown, because most data controls

@@ -90,10 +90,11 @@ bool isOnlyOurs(const QString& folder)
 
 #endif
 
-/// Returns Qt's plugin paths without the program's folder, for setLibraryPaths(). Qt adds the
-/// program's folder to its paths later, unless setLibraryPaths() has removed it from them. The
-/// folder must therefore be in the paths first. The function adds it through the variable
-/// QT_PLUGIN_PATH, and then removes it from the returned list.
+/// Returns Qt's plugin paths without the program's folder, for setLibraryPaths(). When the
+/// application object is created, Qt adds the program's folder to the paths and then repeats the
+/// removals that setLibraryPaths() has made. Only a folder that was in the paths counts as removed.
+/// The function therefore first adds the program's folder to the paths through the variable
+/// QT_PLUGIN_PATH.
 QStringList pathsWithoutTheFolder(const QString& folder)
 {
     const QByteArray before = qgetenv(pluginPathVariable);

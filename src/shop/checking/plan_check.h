@@ -24,7 +24,8 @@ QStringList checkPlanFile(const QByteArray& file);
 
 /// Returns the differences between a plan.json and the stored order lines. The plan must contain
 /// exactly the pieces in `wanted`, each once and with its bar settings. It must also contain
-/// exactly the panes of glass and the faults (reasons why pieces cannot be made) in `wanted`.
+/// exactly the panes of glass and the faults (reasons why pieces or panes cannot be made) in
+/// `wanted`.
 QStringList checkAgainst(const QJsonObject& plan, const Pieces& wanted,
                          const SettingsByGroup& settings);
 

@@ -60,14 +60,14 @@ void numberPages(std::vector<Sheet>& sheets);
 int lineHeight(double points);
 
 /// Joins the items with blanks into lines that are at most `width` twips wide. An item is never
-/// split.
+/// split, so a wider item is a line of its own.
 QStringList brokenItems(const QStringList& items, double points, int width, bool bold = false);
-/// Breaks a text at its blanks into lines that are at most `width` twips wide. A very long word is
-/// broken at any character. Blanks between U+2066 and U+2069, the marks around a left-to-right
-/// text, are not used for breaking.
+/// Breaks a text at its blanks into lines that are at most `width` twips wide. A wider word is
+/// condensed, or broken at any character if it still does not fit. Blanks between U+2066 and
+/// U+2069, the marks around a left-to-right text, are not used for breaking.
 QStringList brokenText(const QString& text, double points, int width, bool bold = false);
 
-/// Adds a sentence to the sheets for each fault, which is a reason why pieces cannot be cut.
+/// Prints a sentence about each fault, that is a reason why pieces or panes cannot be made.
 void addFaults(const std::vector<Fault>& faults, Flow& flow);
 
 } // namespace shop::paper

@@ -109,8 +109,9 @@ private:
     Size rest_ = 0;
 };
 
-/// How often each kind of search for a better plan is repeated. The numbers depend only on the
-/// problem and not on time, so that a plan is reproducible. Large problems get fewer attempts.
+/// The limits of each kind of search for a better plan: how often it is repeated, or for branch and
+/// bound how many nodes it has. The numbers depend only on the problem and not on time, so that a
+/// plan is reproducible. Large problems get fewer attempts.
 struct Effort
 {
     explicit Effort(const Problem& problem)
@@ -166,7 +167,7 @@ void improveByColumns(const Problem& problem, const Packing& filled, const Effor
 void reduceStops(const Problem& problem, const Effort& effort, Choice& choice, const Limits& limits)
 {
     // The saw's stop must be set at least once for each length. After this minimum is reached,
-    // further attempts can only find a longer rest, so only a few more are made.
+    // further attempts usually find only a longer rest, so only a few more are made.
     const int fewest = static_cast<int>(problem.types());
     Bundling bundling(problem, choice.bars(), 1);
     int triesForTheRest = effort.bundlings / 8;

@@ -160,7 +160,7 @@ public:
         for (const FieldInfo& each : table.fields)
             names.append(each.name);
         // With the option FREEZE, a later VACUUM need not visit the rows. PostgreSQL allows this
-        // option only for a table that was created in the same transaction.
+        // option here, because the table was created in the same transaction.
         connection_.startCopy(u"COPY %1 (%2) FROM STDIN (FORMAT binary, FREEZE)"_s.arg(
             Dialect::quoted(table.name), Dialect::quoted(names)));
         block_.reserve(blockSize * 2);
