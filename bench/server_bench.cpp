@@ -307,8 +307,8 @@ BENCHMARK(OpenPicker)->UseManualTime()->Unit(benchmark::kMillisecond)->Iteration
 /// Each step scrolls to rows that have not been visible before.
 void ScrollSearch(benchmark::State& state)
 {
-    // The number of rows that each step scrolls. It is larger than one page of rows that the grid
-    // fetches.
+    // The number of rows by which each iteration scrolls. It is larger than the number of rows that
+    // the grid fetches at once.
     constexpr int away = 1000;
     stores().large.use();
     orders::FormFindOrder form([](std::int16_t) {});

@@ -57,7 +57,7 @@ struct Monoblock
     double shalavThick = 0;
 };
 
-/// The shutter measures of a monoblock, except the number of slats.
+/// The computed sizes of the roller shutter of a monoblock. The number of slats is not among them.
 struct Shutter
 {
     Size reduced; ///< The opening that remains for the window itself.

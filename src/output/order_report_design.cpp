@@ -56,8 +56,8 @@ constexpr ControlDesign detail[] = {
     {Label, u"Label31",           u" ארגז מונו בלוק :",  6972, 1404,  1500,  300, 11.25, Right,  Underlined | RightToLeft},
     {Field, u"Text31",            u"Argaz_Width",      6132, 1464,   804,  240,    12, Centre},
     {Field, u"Text32",            u"Argaz_Height",     5172, 1464,   804,  240,    12, Centre},
-    // Controls at the left of an order line's block: the table of the parts. The row of the mesh is
-    // above the row of the glass.
+    // The controls of the table of the parts, which is at the left of the block that the report
+    // prints for an order line. The row of the mesh is above the row of the glass.
     {Label, u"Label8",            u"רוחב",             3527,   50,   585,  300,    12, Right,  Bold | Underlined | RightToLeft},
     {Label, u"Label9",            u"גובה",             2961,   50,   555,  300,    12, Right,  Bold | Underlined},
     {Label, u"Label10",           u"כמות",             2394,   50,   570,  300,    12, Centre, Bold | Underlined | RightToLeft},

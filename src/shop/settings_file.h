@@ -18,8 +18,8 @@ struct StoredBars
     SettingsByGroup settings;
 };
 
-/// Reads the settings of bars and the groups from the store at the path. Throws the errors of
-/// readBarTable and any error of the engine.
+/// Reads from the store at the path the stored settings of bars, and all groups of pieces that can
+/// have settings. Throws the errors of readBarTable and any error of the engine.
 StoredBars readStoredBars(const QString& path);
 
 /// Reads only the groups from the store at the path, even if the table of settings contains invalid

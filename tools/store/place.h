@@ -39,8 +39,8 @@ public:
 private:
     QString name_;
     bool isOnServer_ = false;
-    /// A temporary folder with a link file that names the server's database. Set only if the
-    /// location is an address.
+    /// A temporary folder with a link file that names the server's database. Set only if the store
+    /// is given by the address of a server and not by a path.
     std::unique_ptr<ScratchFolder> folder_;
     QString path_;
 };

@@ -31,8 +31,9 @@ private:
 
     QMdiSubWindow& window_;
     QWidget& viewport_;
-    /// Distance in pixels between the upper corner of the window and the upper corner of the MDI
-    /// area, on the side where reading starts.
+    /// The position of the window in the MDI area, in pixels: the horizontal distance between the
+    /// edges at which reading starts (right in Hebrew), and the vertical distance between the upper
+    /// edges.
     QPoint start_;
     bool placing_ = false;
 };

@@ -61,8 +61,8 @@ qsizetype bracketOf(const Glyph& glyph)
 }
 
 /// Marks the brackets around right-to-left words in left-to-right text as right-to-left, because
-/// programs that extract text from a PDF treat such brackets as part of the words. The brackets
-/// look the same.
+/// programs that extract text from a PDF treat such brackets as part of the words. The mark does
+/// not change how the brackets look.
 void joinBracketsToTheirWords(std::vector<Glyph>& glyphs)
 {
     for (auto open = glyphs.begin(); open != glyphs.end(); ++open) {

@@ -60,7 +60,8 @@ bool takeDecimalSign(QStringView& text, QByteArray& out)
     return true;
 }
 
-/// Returns the number in the C locale's notation, or an empty value if the text is not a number.
+/// Returns the number that a user has typed, rewritten in the notation of the C locale. Returns an
+/// empty value if the text is not a number.
 QByteArray plainNumber(QStringView text)
 {
     QByteArray plain;

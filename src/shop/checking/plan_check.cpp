@@ -54,8 +54,8 @@ QStringList wrongKeys(const QJsonObject& object, const QStringList& wanted)
     return findings;
 }
 
-/// Returns the sides (width, height) that the pieces of a part can have. Returns an empty list for
-/// an unknown part.
+/// Returns the names of the sides, "width" or "height" or both, for which pieces of a part are cut.
+/// Returns an empty list for an unknown part.
 QStringList sidesOf(const QString& part)
 {
     if (part == "frame"_L1 || part == "sash"_L1 || part == "mesh"_L1)

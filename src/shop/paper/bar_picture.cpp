@@ -117,8 +117,8 @@ QStringList linesAt(const GroupBars& bars, std::size_t position)
 }
 
 /// Returns the list of cuts for a picture that shows several equal bars: each length in cutting
-/// order, followed by the order lines of its pieces. Adjacent equal lengths are one entry with a
-/// count.
+/// order, followed by the order lines of the pieces that have this place on the bars. Adjacent
+/// equal lengths are one entry with a count.
 QStringList cutsOf(const GroupBars& bars)
 {
     QStringList cuts;

@@ -24,7 +24,7 @@ int textWidth(const Column& column)
 TableLayout::TableLayout(Flow& flow, const std::vector<Column>& columns)
     : flow_(flow), columns_(columns)
 {
-    // A table starts on a new sheet if there is no room for some rows below its headings.
+    // A table starts on a new sheet unless the headings and a few rows fit on the present sheet.
     flow_.require(4 * lineHeight(cellPoints));
     headings();
     flow_.repeatOnNewSheets([this] { headings(); });

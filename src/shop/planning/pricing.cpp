@@ -53,10 +53,10 @@ void Pricing::setPrices(const std::vector<double>& prices, const std::vector<int
         addRow(row);
 }
 
-/// Returns a factor that makes up for the rounding of floats. The table contains sums of prices,
-/// which are upper bounds of the price of the pieces on one bar. Each addition, and the conversion
-/// of each price, can reduce a sum by a rounding error. A sum has at most as many additions as
-/// pieces fit on a bar with the rounded sizes.
+/// Returns the factor, slightly above 1, that makes a sum in `table_` an upper bound again. Such a
+/// sum is the total price of pieces on one bar. It is computed with floats, so each addition, and
+/// the conversion of each price to a float, can reduce it by a rounding error. A sum has at most
+/// one addition for each piece that fits on a bar.
 double Pricing::marginOfSums() const
 {
     double pieces = 0;
@@ -74,10 +74,10 @@ double Pricing::marginOfSums() const
     return 1 / (1 - lost);
 }
 
-/// Computes one row of the table from the next row. The table contains upper bounds of the total
-/// price of the pieces that fit into a free length of the bar. A row counts one type of piece and
-/// the types of all later rows. Each bound is the maximum over the possible numbers of pieces of
-/// the row's own type.
+/// Computes one row of the table from the next row. A row has one upper bound for each free length
+/// of a bar: the highest total price of pieces that fit into it. Each row belongs to a type of
+/// piece, and its bounds allow pieces of this type and of the types of all later rows. Each bound
+/// is the maximum over the possible numbers of pieces of the row's own type.
 void Pricing::addRow(std::size_t row)
 {
     const Row& each = rows_[row];

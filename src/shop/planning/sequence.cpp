@@ -11,10 +11,11 @@ namespace {
 
 constexpr int none = -1;
 
-/// Links bars to chains, in which the last length of a bar is the first length of the next one.
-/// Bars can be linked if they contain pieces of the same type (length). Each of a bar's two ends
-/// can be linked to one other bar. A bar with one type of piece has this type at both ends. A bar
-/// with several types has a different type at each end.
+/// Links bars to chains, in which the last length of a bar is the first length of the next one. A
+/// type of piece is a length. Two bars can be linked by a type that both contain: the pieces of
+/// this type are then cut at the end of the one bar and at the beginning of the other. Each of the
+/// two ends of a bar can be linked to one other bar, by different types unless the bar has only one
+/// type.
 class Chains
 {
 public:
