@@ -223,10 +223,14 @@ void ViewingTest::catalogue_isReadWhenTheFirstToolTipIsShown()
 void ViewingTest::toolTip_withoutACatalogue_saysSo()
 {
     desk_->addOrderWithLines(1, {1});
+    addSeriesOfTheLine(-2.8);
     openOn(0);
     inNextModal([this](QDialog& view) {
-        desk_->store.execute(u"DROP TABLE Serials"_s);
+        desk_->store.execute(u"ALTER TABLE Serials RENAME TO Elsewhere"_s);
         QCOMPARE(shownTip(view), u"אי אפשר לקרוא את הקטלוג, ולכן אין הסבר."_s);
+        // The catalogue is read again for the next tool tip.
+        desk_->store.execute(u"ALTER TABLE Elsewhere RENAME TO Serials"_s);
+        QCOMPARE(shownTip(view), u"\u2066(120 − 2.8) ÷ 2 = 58.6\u2069"_s);
     });
     desk_->click("CmdView");
     QCOMPARE(desk_->end.exitStatus(), std::nullopt);

@@ -3,8 +3,6 @@
 #include "shop/paper/papers.h"
 #include "shop/workbook.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace shoptools {
@@ -24,13 +22,13 @@ QByteArray labels(const shop::ShopPack& pack)
 std::vector<shop::DocumentKind> allKinds()
 {
     std::vector<shop::DocumentKind> kinds{{u"paper"_s, {}, paper}};
-    const std::vector<shop::DocumentKind>& texts = shop::documentKinds();
-    kinds.insert(kinds.end(), texts.begin(), texts.end());
-    const std::vector<shop::DocumentKind> others{
-        {u"labels"_s, u"labels.pdf"_s, labels},
-        {u"workbook"_s, u"workbook.xlsx"_s, shop::workbook}};
-    kinds.insert(std::ranges::find(kinds, u"json"_s, &shop::DocumentKind::name), others.begin(),
-                 others.end());
+    for (const shop::DocumentKind& each : shop::documentKinds()) {
+        if (each.name == "json"_L1) {
+            kinds.push_back({u"labels"_s, u"labels.pdf"_s, labels});
+            kinds.push_back({u"workbook"_s, u"workbook.xlsx"_s, shop::workbook});
+        }
+        kinds.push_back(each);
+    }
     return kinds;
 }
 
